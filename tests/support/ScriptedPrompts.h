@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/Prompts.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <functional>
+#include <utility>
+#include <variant>
+
+/// Answers the program's questions from a queue and keeps what was shown. A question that no answer waits for, or of
+/// another kind than the next answer, fails the test; so do answers left over when the object goes. Messages need no
+/// answer.
+class ScriptedPrompts : public Prompts {
+ public:
+    ScriptedPrompts() = default;
+    ~ScriptedPrompts() override {
+        EXPECT_TRUE(m_answers.empty()) << m_answers.size() << " answers were never asked for";
+    }
+    Q_DISABLE_COPY_MOVE(ScriptedPrompts)
+
+    void answerYes() { m_answers.emplace_back(true); }
+    void answerNo() { m_answers.emplace_back(false); }
+    void answerFiles(const OpenAnswer& answer) { m_answers.emplace_back(answer); }
+    /// An empty path: the save dialog is cancelled.
+    void answerSavePath(const QString& path) { m_answers.emplace_back(path); }
+
+    /// Runs once, while the next message or question stands on the screen.
+    void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
+
+    QStringList messages;                  ///< texts of the message boxes
+    QStringList questions;                 ///< texts of the Yes/No boxes
+    QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
+    std::deque<FileQuestion> fileDialogs;  ///< what each file dialog was asked
+
+    void message(QWidget*, const QString& text, const QString& title) override {
+        messages.append(text);
+        titles.append(title);
+        runAction();
+    }
+
+    bool askYesNo(QWidget*, const QString& text, const QString& title) override {
+        questions.append(text);
+        titles.append(title);
+        runAction();
+        return next<bool>(text);
+    }
+
+    OpenAnswer askFilesToOpen(QWidget*, const FileQuestion& question) override {
+        fileDialogs.push_back(question);
+        runAction();
+        return next<OpenAnswer>(question.title);
+    }
+
+    QString askFileToSave(QWidget*, const FileQuestion& question) override {
+        fileDialogs.push_back(question);
+        runAction();
+        return next<QString>(question.title);
+    }
+
+ private:
+    template <typename Answer>
+    Answer next(const QString& asked) {
+        if (m_answers.empty() || !std::holds_alternative<Answer>(m_answers.front())) {
+            ADD_FAILURE() << "unexpected question: " << asked.toStdString();
+            return {};
+        }
+        Answer answer = std::get<Answer>(m_answers.front());
+        m_answers.pop_front();
+        return answer;
+    }
+
+    void runAction() {
+        if (auto action = std::exchange(m_whileShown, nullptr))
+            action();
+    }
+
+    std::deque<std::variant<bool, OpenAnswer, QString>> m_answers;
+    std::function<void()> m_whileShown;
+};

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDir>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <utility>
+#include <vector>
+
+/// Gives a test program a home of its own: HOME, the XDG folders and TMPDIR lie in a folder that goes with this object.
+/// Made first in main(), before any QCoreApplication; the old environment returns at the end.
+class TemporaryHome {
+ public:
+    TemporaryHome() {
+        if (!m_folder.isValid())
+            qFatal("no temporary folder can be made");
+        set("HOME", QStringLiteral("home"));
+        set("XDG_CONFIG_HOME", QStringLiteral("home/.config"));
+        set("XDG_DATA_HOME", QStringLiteral("home/.local/share"));
+        set("XDG_STATE_HOME", QStringLiteral("home/.local/state"));
+        set("XDG_CACHE_HOME", QStringLiteral("home/.cache"));
+        set("XDG_RUNTIME_DIR", QStringLiteral("run"));
+        set("TMPDIR", QStringLiteral("tmp"));
+    }
+
+    ~TemporaryHome() {
+        for (const auto& [name, value] : m_before)
+            restore(name, value);
+    }
+
+    Q_DISABLE_COPY_MOVE(TemporaryHome)
+
+    /// Absolute path of something in the home.
+    QString path(const QString& relative) const { return m_folder.filePath(QStringLiteral("home/") + relative); }
+
+ private:
+    void set(const char* name, const QString& relative) {
+        const QString folder = m_folder.filePath(relative);
+        QDir().mkpath(folder);
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        m_before.emplace_back(name, qgetenv(name));
+        qputenv(name, QFile::encodeName(folder));
+    }
+
+    static void restore(const char* name, const QByteArray& value) {
+        if (value.isNull())
+            qunsetenv(name);
+        else
+            qputenv(name, value);
+    }
+
+    QTemporaryDir m_folder;
+    std::vector<std::pair<const char*, QByteArray>> m_before;
+};
