@@ -1,0 +1,72 @@
+"""check-rooms against small trees: a good one passes, and each kind of fault is told."""
+
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+CHECK = Path(__file__).resolve().parents[2] / "scripts" / "check-rooms"
+TABLE = "low:\nmiddle: low\nhigh: low middle\n"
+GOOD = {
+    "low/A.h": "#include <QString>\n",
+    "low/A.cpp": '#include "low/A.h"\n',
+    "middle/B.h": '#include "low/A.h"\nclass C;\n',
+    "high/C.h": '#include "middle/B.h"\n#include "low/A.h"\n',
+}
+
+
+def check(files, table=TABLE):
+    """Exit code and output of the check over a tree of these files."""
+    with tempfile.TemporaryDirectory() as folder:
+        for name, text in {**files, "rooms.txt": table}.items():
+            path = Path(folder, name)
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_text(text, encoding="utf-8")
+        done = subprocess.run([sys.executable, str(CHECK), folder], capture_output=True, text=True)
+        return done.returncode, done.stdout + done.stderr
+
+
+class CheckRooms(unittest.TestCase):
+    def expectFault(self, words, files, table=TABLE):
+        code, output = check(files, table)
+        self.assertEqual(code, 1, output)
+        self.assertIn(words, output)
+
+    def test_a_tree_that_keeps_to_its_table_passes_in_silence(self):
+        self.assertEqual(check(GOOD), (0, ""))
+
+    def test_an_include_that_runs_upwards_is_told_with_its_line(self):
+        self.expectFault("low/D.h:2: low may not include high", {**GOOD, "low/D.h": '\n#include "high/C.h"\n'})
+
+    def test_angle_brackets_and_blanks_do_not_hide_an_include(self):
+        self.expectFault("low may not include middle", {**GOOD, "low/D.cpp": " #  include <middle/B.h>\n"})
+
+    def test_a_lower_room_that_is_not_granted_is_told(self):
+        self.expectFault("high may not include low", GOOD, "low:\nmiddle: low\nhigh: middle\n")
+
+    def test_a_circle_inside_a_room_is_told(self):
+        self.expectFault("circle: low/D.h -> low/E.h -> low/D.h",
+                         {**GOOD, "low/D.h": '#include "low/E.h"\n', "low/E.h": '#include "low/D.h"\n'})
+
+    def test_a_file_that_includes_itself_is_a_circle(self):
+        self.expectFault("circle: low/D.h -> low/D.h", {**GOOD, "low/D.h": '#include "low/D.h"\n'})
+
+    def test_a_longer_circle_across_rooms_is_told(self):
+        self.expectFault("circle:", {**GOOD, "low/A.h": '#include "high/C.h"\n'})
+
+    def test_a_file_named_without_its_room_is_told(self):
+        self.expectFault('write "low/A.h"', {**GOOD, "low/D.cpp": '#include "A.h"\n'})
+
+    def test_a_file_outside_every_room_is_told(self):
+        self.expectFault("stands in no room", {**GOOD, "attic/D.cpp": "\n"})
+
+    def test_a_table_that_names_a_room_before_it_stands_is_told(self):
+        self.expectFault("does not stand below", GOOD, "low: high\nmiddle: low\nhigh: low middle\n")
+
+    def test_an_empty_tree_is_no_success(self):
+        self.assertEqual(check({})[0], 2)
+
+
+if __name__ == "__main__":
+    unittest.main()
