@@ -1,0 +1,142 @@
+#include "platform/Folders.h"
+
+#include "platform/Paths.h"
+
+#include <QByteArray>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+
+namespace {
+
+constexpr mode_t Private = 0700;
+constexpr int NamesToTry = 20;
+
+QString folderFromEnvironment(const char* variable) {
+    const QString folder = pathText(std::getenv(variable)).value_or(QString());
+    return folder.startsWith(u'/') ? absolutePath(folder, {}) : QString();
+}
+
+QString homeFolder() {
+    const QString home = folderFromEnvironment("HOME");
+    if (!home.isEmpty())
+        return home;
+    const passwd* user = ::getpwuid(::geteuid());
+    return user == nullptr ? QStringLiteral("/") : pathText(user->pw_dir).value_or(QStringLiteral("/"));
+}
+
+QString userFolder(const char* variable, const QString& underHome) {
+    const QString folder = folderFromEnvironment(variable);
+    return absolutePath((folder.isEmpty() ? homeFolder() + u'/' + underHome : folder) + QStringLiteral("/quillmark"),
+                        {});
+}
+
+QString parentOf(const QString& path) {
+    return path.left(qMax(path.lastIndexOf(u'/'), 1));
+}
+
+/// A folder with no write bit at all is closed to root as well.
+bool isWritableFolder(const QString& path) {
+    const auto name = localName(path);
+    struct stat status {};
+    return name && ::stat(name->constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0 &&
+           ::faccessat(AT_FDCWD, name->constData(), W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+bool isTakenByOthers(const QString& path) {
+    struct stat status {};
+    if (::lstat(localName(path).value_or(QByteArray()).constData(), &status) != 0)
+        return false;
+    return !S_ISDIR(status.st_mode) || status.st_uid != ::geteuid();
+}
+
+/// Looks at the folder through a handle, so that it can't be exchanged for another in between.
+int closeToOthers(const QByteArray& name) {
+    const int handle = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (handle < 0)
+        return errno;
+    struct stat status {};
+    int failure = 0;
+    if (::fstat(handle, &status) != 0)
+        failure = errno;
+    else if (status.st_uid != ::geteuid())
+        failure = EACCES;
+    else if ((status.st_mode & ALLPERMS) != Private && ::fchmod(handle, Private) != 0)
+        failure = errno;
+    ::close(handle);
+    return failure;
+}
+
+}  // namespace
+
+QString executableFolder() {
+    std::array<char, PATH_MAX> buffer;
+    const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
+    if (length <= 0)
+        return QStringLiteral("/");
+    return parentOf(pathText({buffer.data(), length}).value_or(QStringLiteral("/")));
+}
+
+QString configFolder() {
+    return userFolder("XDG_CONFIG_HOME", QStringLiteral(".config"));
+}
+
+QString ProgramFolder(const QString& executable) {
+    if (IsFolderPath(executable + QStringLiteral("/languages")) && isWritableFolder(executable))
+        return executable;
+    return userFolder("XDG_DATA_HOME", QStringLiteral(".local/share"));
+}
+
+QString shareFolder(const QString& executable) {
+    return absolutePath(parentOf(executable) + QStringLiteral("/share/quillmark"), {});
+}
+
+QString temporaryFolder() {
+    const QString folder = folderFromEnvironment("TMPDIR");
+    const QString stem = (folder.isEmpty() ? QStringLiteral("/var/tmp") : folder) + QStringLiteral("/quillmark-") +
+                         QString::number(::geteuid());
+    QString name = absolutePath(stem, {});
+    for (int i = 1; i < NamesToTry && isTakenByOthers(name); ++i)
+        name = absolutePath(stem, {}) + u'.' + QString::number(i);
+    return name;
+}
+
+QString runtimeFolder() {
+    const QString folder = folderFromEnvironment("XDG_RUNTIME_DIR");
+    return isWritableFolder(folder) ? folder : temporaryFolder();
+}
+
+SystemError makeFolder(const QString& path) {
+    const auto name = localName(path);
+    if (!name)
+        return SystemError::fromErrno(ENOENT);
+    if (::mkdir(name->constData(), Private) == 0)
+        return {};
+    const int failure = errno;
+    if (IsFolderPath(path))
+        return {};
+    if (failure != ENOENT || parentOf(path) == path)
+        return SystemError::fromErrno(failure);
+    if (const SystemError error = makeFolder(parentOf(path)))
+        return error;
+    return ::mkdir(name->constData(), Private) == 0 || IsFolderPath(path) ? SystemError()
+                                                                          : SystemError::fromErrno(errno);
+}
+
+SystemError makePrivateFolder(const QString& path) {
+    const auto name = localName(path);
+    if (!name)
+        return SystemError::fromErrno(ENOENT);
+    if (::mkdir(name->constData(), Private) != 0 && errno != EEXIST)
+        return SystemError::fromErrno(errno);
+    const int failure = closeToOthers(*name);
+    return failure == 0 ? SystemError() : SystemError::fromErrno(failure);
+}
