@@ -1,0 +1,51 @@
+#include "platform/FileHead.h"
+
+#include "platform/FileIdentity.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace {
+
+bool isRegular(int handle) {
+    struct stat status {};
+    return ::fstat(handle, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+QByteArray readHead(int handle, qsizetype size) {
+    QByteArray bytes(size, '\0');
+    qsizetype filled = 0;
+    while (filled < size) {
+        const ssize_t count = ::read(handle, bytes.data() + filled, static_cast<size_t>(size - filled));
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            break;
+        }
+        filled += count;
+    }
+    return bytes.first(filled);
+}
+
+}  // namespace
+
+QByteArray fileHead(const QString& path, qsizetype size) {
+    const std::optional<FileIdentity> identity = FileIdentity::of(path);
+    if (path.contains(QChar(QChar::Null)) || !identity || !identity->regular) {
+        return {};
+    }
+    const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (handle < 0) {
+        return {};
+    }
+    // Looked at once more: the path may name another file by now.
+    const QByteArray bytes = isRegular(handle) ? readHead(handle, size) : QByteArray();
+    ::close(handle);
+    return bytes;
+}
