@@ -1,0 +1,234 @@
+#!/usr/bin/env python3
+"""Measure the editor against two others and a bare window, and write the table.
+
+usage: run.py --build FOLDER --table FILE [--only start,open,save] [--runs N] [--without-others] [--quick]
+
+How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
+display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
+
+  start  nothing on the command line; from exec until the window came up, and until the picture stood as it stood in the
+         end but for a thousandth of the window. The programs take turns; the median and the range of all runs.
+  open   the file on the command line, Ctrl+End pressed as soon as the window has the keyboard; from exec until the last
+         line stood on the screen. For the long line there is no key: from exec until the picture stood. Memory is the
+         most the program held, over the size of the file. A peer that takes more than a minute is given up.
+  save   a character is typed at the end of the open file and Ctrl+S pressed; from the key until the file was written and
+         no thread of the program was at work or waited for the disk. Against it: cp of the same file to a new name and
+         fsync of the copy. They take turns.
+
+Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
+not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
+are removed at the end. Exit code 1 when the editor itself failed somewhere. The source is text of lines of 20 to 90 characters in a file ".txt", so no one colours it.
+"""
+
+import argparse
+import json
+import os
+import platform
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parent.parent
+MEGA, GIGA = 1_000_000, 1_000_000_000
+OWN = "Quillmark"
+
+
+class Program:
+    """One program that is measured: its name in the table, its command, and its own home folder."""
+
+    def __init__(self, name, command, home):
+        self.name, self.command, self.home = name, command, home
+        for folder in ("config", "data", "cache", "run"):
+            Path(home, folder).mkdir(parents=True, mode=0o700)
+
+    def environment(self):
+        own = {"HOME": self.home, "XDG_CONFIG_HOME": f"{self.home}/config", "XDG_DATA_HOME": f"{self.home}/data",
+               "XDG_CACHE_HOME": f"{self.home}/cache", "XDG_RUNTIME_DIR": f"{self.home}/run", "NO_AT_BRIDGE": "1",
+               "GIO_USE_VFS": "local", "QT_QPA_PLATFORM": "xcb"}
+        kept = {key: value for key, value in os.environ.items() if not key.startswith(("XDG_", "QT_", "DBUS_"))}
+        return {**kept, **own}
+
+
+class Bench:
+    def __init__(self, build, scratch, runs):
+        self.watch, self.scratch, self.runs = str(build / "bench" / "Watch"), scratch, runs
+        self.lines, self.ownFailed = [], False
+
+    def measure(self, program, *arguments, options=()):
+        """The figures of one run, or None when the program did not get there."""
+        done = subprocess.run([self.watch, *options, *program.command, *arguments], env=program.environment(),
+                              capture_output=True, text=True, check=False)
+        if done.returncode:
+            sys.exit(done.stderr or f"Watch ended with {done.returncode}")
+        figures = json.loads(done.stdout)
+        return figures if figures["good"] else None
+
+    def rounds(self, programs, count, *arguments, options=()):
+        """Runs of all programs in turn: {name: [figures]}; a program that fails is not started again."""
+        taken = {program.name: [] for program in programs}
+        for _ in range(count):
+            for program in programs:
+                if None not in taken[program.name]:
+                    taken[program.name].append(self.measure(program, *arguments, options=options))
+        self.ownFailed |= None in taken.get(OWN, ())
+        return taken
+
+    def say(self, *lines):
+        for line in lines:
+            print(line, flush=True)
+        self.lines += lines
+
+
+def spread(values, unit=1.0, digits=0):
+    """Median and range, as text."""
+    values = sorted(value / unit for value in values)
+    return f"{statistics.median(values):.{digits}f} ({values[0]:.{digits}f}–{values[-1]:.{digits}f})"
+
+
+def writeSource(path, size):
+    """Lines like those of a program, and a last page that looks like no other."""
+    block, number = [], 0
+    while sum(map(len, block)) < MEGA:
+        depth = number * 7 % 5
+        block.append(f"{'    ' * depth}value{number % 89} = compute(input[{number}], {number * 31 % 1009});"
+                     f"{'  // ' + 'as measured ' * (number % 4) if number % 3 == 0 else ''}\n")
+        number += 1
+    text = "".join(block).encode()
+    last = b"".join(b"%03d %s\n" % (line, b"M" * 72) for line in range(60))
+    with open(path, "wb") as file:
+        while file.tell() + len(text) + len(last) < size:
+            file.write(text)
+        rest = size - file.tell() - len(last)
+        file.write(text[:rest - 1] + b"\n" + last)
+
+
+def writeLine(path, size):
+    piece = b"".join(b"%07d," % number for number in range(MEGA // 8))
+    with open(path, "wb") as file:
+        for _ in range(size // len(piece)):
+            file.write(piece)
+        file.write(b"end\n")
+
+
+def benchStart(bench, programs):
+    bench.rounds(programs, 1)
+    taken = bench.rounds(programs, bench.runs)
+    bench.say("", f"Start, {bench.runs} runs in turn: milliseconds from exec, median (range)", "",
+              "| | window came up | picture stood | peak memory, MB |", "|---|---|---|---|")
+    for name, runs in taken.items():
+        if None in runs:
+            bench.say(f"| {name} | did not come up | | |")
+            continue
+        bench.say(f"| {name} | {spread([run['mapped'] for run in runs])} | {spread([run['shown'] for run in runs])} "
+                  f"| {statistics.median(run['peak'] for run in runs) / 1024:.0f} |")
+
+
+def benchOpen(bench, programs, quick):
+    files = [("100 MB of source", "source.txt", 100 * MEGA, writeSource, ["--end"], 5),
+             ("1 GB of source", "large.txt", GIGA, writeSource, ["--end"], 3),
+             ("one line of 100 MB", "line.txt", 100 * MEGA, writeLine, [], 3)]
+    bench.say("", "Opening: seconds from exec until the last line stood on the screen, median (range); most memory held",
+              "", "| | file | shown, s | memory / file |", "|---|---|---|---|")
+    for title, name, size, write, options, count in files:
+        path = Path(bench.scratch, name)
+        write(path, size)
+        taken = bench.rounds(programs, 1 if quick else count, str(path), options=[*options, "--timeout", "60"])
+        for program, runs in taken.items():
+            if None in runs:
+                bench.say(f"| {program} | {title} | given up after a minute | |")
+                continue
+            memory = statistics.median(run["peak"] for run in runs) * 1024 / size
+            bench.say(f"| {program} | {title} | {spread([run['shown'] for run in runs], 1000, 2)} | {memory:.2f} |")
+        path.unlink()
+
+
+def copyAndSync(source, target):
+    """Milliseconds of cp and fsync."""
+    begun = time.monotonic()
+    subprocess.run(["cp", source, target], check=True)
+    handle = os.open(target, os.O_RDONLY)
+    os.fsync(handle)
+    os.close(handle)
+    taken = (time.monotonic() - begun) * 1000
+    os.unlink(target)
+    return taken
+
+
+def benchSave(bench, programs, quick):
+    path, copy = Path(bench.scratch, "save.txt"), Path(bench.scratch, "copy.txt")
+    writeSource(path, GIGA)
+    os.sync()
+    copies, saves = [], {program.name: [] for program in programs}
+    for _ in range(1 if quick else 3):
+        copies.append(copyAndSync(path, copy))
+        for program in programs:
+            if None not in saves[program.name]:
+                saves[program.name].append(
+                    bench.measure(program, str(path), options=["--end", "--save", str(path), "--timeout", "120"]))
+            os.sync()
+    path.unlink()
+    bench.ownFailed |= None in saves[OWN]
+    base = statistics.median(copies)
+    bench.say("", "Saving 1 GB: seconds, median (range)", "", "| | s | against cp |", "|---|---|---|",
+              f"| cp and fsync | {spread(copies, 1000, 2)} | 1 |")
+    for name, runs in saves.items():
+        if None in runs:
+            bench.say(f"| {name} | not saved within two minutes | |")
+            continue
+        values = [run["saved"] for run in runs]
+        bench.say(f"| {name} | {spread(values, 1000, 2)} | {statistics.median(values) / base:.2f} |")
+
+
+def processor():
+    for line in Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
+        if line.startswith("model name"):
+            return line.partition(":")[2].strip()
+    return platform.machine()
+
+
+def parse():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--build", type=Path, required=True)
+    parser.add_argument("--table", type=Path, required=True)
+    parser.add_argument("--only", default="start,open,save")
+    parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
+    parser.add_argument("--without-others", action="store_true")
+    parser.add_argument("--quick", action="store_true", help="each large file once")
+    return parser.parse_args()
+
+
+def main():
+    if "--inside" not in sys.argv:
+        os.execv(ROOT / "scripts" / "with-display",
+                 ["with-display", "--wm", sys.executable, __file__, "--inside", *sys.argv[1:]])
+    sys.argv.remove("--inside")
+    wanted = parse()
+    build, scratch = wanted.build.resolve(), tempfile.mkdtemp(dir=os.environ.get("TMPDIR", "/var/tmp"))
+    try:
+        bench = Bench(build, scratch, wanted.runs)
+        own = Program(OWN, [str(build / "bin" / "quillmark")], f"{scratch}/own")
+        bare = Program("bare Qt window", [str(build / "bench" / "BareWindow")], f"{scratch}/bare")
+        others = [] if wanted.without_others else [Program("SciTE", ["scite"], f"{scratch}/scite"),
+                                                   Program("Geany", ["geany", "-i"], f"{scratch}/geany")]
+        bench.say(f"Measured {time.strftime('%Y-%m-%d %H:%M')} on {os.cpu_count()} cores, {processor()}; load before: "
+                  f"{os.getloadavg()[0]:.1f}")
+        if "start" in wanted.only:
+            benchStart(bench, [own, *others, bare])
+        if "open" in wanted.only:
+            benchOpen(bench, [own, *others], wanted.quick)
+        if "save" in wanted.only:
+            benchSave(bench, [own], wanted.quick)
+        wanted.table.parent.mkdir(parents=True, exist_ok=True)
+        wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
+    finally:
+        shutil.rmtree(scratch, ignore_errors=True)
+    if bench.ownFailed:
+        sys.exit("The editor itself did not get through every measurement.")
+
+
+if __name__ == "__main__":
+    main()
