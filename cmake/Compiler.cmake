@@ -10,12 +10,17 @@ target_compile_options(quillmark_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
   -Wimplicit-fallthrough -Wformat=2 -fno-strict-aliasing -fstack-protector-strong)
 target_compile_definitions(quillmark_flags INTERFACE
-  QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+  QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 if(QUILLMARK_WERROR)
   target_compile_options(quillmark_flags INTERFACE -Werror)
 endif()
 if(QUILLMARK_SANITIZE)
   target_compile_options(quillmark_flags INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
+                         -fno-sanitize-recover=undefined)
+  target_link_options(quillmark_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(QUILLMARK_FUZZ)
+  target_compile_options(quillmark_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer
                          -fno-sanitize-recover=undefined)
   target_link_options(quillmark_flags INTERFACE -fsanitize=address,undefined)
 endif()
