@@ -1,0 +1,72 @@
+#include "platform/FileSystemCalls.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <limits>
+
+FileSystemCalls& FileSystemCalls::system() {
+    static FileSystemCalls calls;
+    return calls;
+}
+
+int FileSystemCalls::open(const char* path, int flags, mode_t mode) {
+    return ::open(path, flags, mode);
+}
+
+int FileSystemCalls::stat(const char* path, struct stat* status) {
+    return ::stat(path, status);
+}
+
+int FileSystemCalls::fstat(int handle, struct stat* status) {
+    return ::fstat(handle, status);
+}
+
+ssize_t FileSystemCalls::readlink(const char* path, char* buffer, size_t size) {
+    return ::readlink(path, buffer, size);
+}
+
+ssize_t FileSystemCalls::read(int handle, void* buffer, size_t length) {
+    return ::read(handle, buffer, length);
+}
+
+ssize_t FileSystemCalls::pwritev(int handle, const iovec* parts, int count, off_t offset) {
+    return ::pwritev(handle, parts, count, offset);
+}
+
+int FileSystemCalls::fallocate(int handle, int mode, off_t offset, off_t length) {
+    return ::fallocate(handle, mode, offset, length);
+}
+
+int FileSystemCalls::ftruncate(int handle, off_t length) {
+    return ::ftruncate(handle, length);
+}
+
+int FileSystemCalls::fchmod(int handle, mode_t mode) {
+    return ::fchmod(handle, mode);
+}
+
+int FileSystemCalls::futimens(int handle, const timespec* times) {
+    return ::futimens(handle, times);
+}
+
+int FileSystemCalls::fsync(int handle) {
+    return ::fsync(handle);
+}
+
+int FileSystemCalls::close(int handle) {
+    return ::close(handle);
+}
+
+int FileSystemCalls::unlink(const char* path) {
+    return ::unlink(path);
+}
+
+quint64 FileSystemCalls::sizeLimit() {
+    rlimit limit{};
+    if (::getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
+        return std::numeric_limits<quint64>::max();
+    return limit.rlim_cur;
+}

@@ -1,0 +1,244 @@
+#include "platform/UserFileWriter.h"
+
+#include "platform/FileErrors.h"
+#include "platform/Paths.h"
+
+#include <QByteArray>
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <vector>
+
+namespace {
+
+constexpr int OpenFlags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+constexpr mode_t NewFileMode = 0666;
+constexpr mode_t AnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr std::size_t PartsAtOnce = IOV_MAX;
+/// As many links in a row as the system itself follows.
+constexpr int LinksToFollow = 40;
+
+SystemError lastError() {
+    return SystemError::fromErrno(errno);
+}
+
+/// What a file system answers that does not know the request; the write goes on without it.
+bool isUnsupported(int number) {
+    return number == EOPNOTSUPP || number == ENOSYS || number == EINVAL;
+}
+
+SystemError refusal(const struct stat& status) {
+    if (const SystemError cause = FileErrors::unlessRegular(status.st_mode))
+        return cause;
+    return (status.st_mode & AnyWriteBit) == 0 ? SystemError::fromErrno(EACCES) : SystemError();
+}
+
+off_t lengthOf(BytePieces pieces) {
+    std::size_t length = 0;
+    for (const std::string_view piece : pieces)
+        length += piece.size();
+    return static_cast<off_t>(length);
+}
+
+/// Hands out the pieces in the form of the system call, from where the last one ended.
+class PieceQueue {
+ public:
+    explicit PieceQueue(BytePieces pieces) : m_rest(pieces) { m_parts.reserve(PartsAtOnce); }
+
+    /// The next parts; empty at the end.
+    const std::vector<iovec>& next() {
+        m_parts.clear();
+        std::size_t skip = m_taken;
+        for (const std::string_view piece : m_rest) {
+            if (m_parts.size() == PartsAtOnce)
+                break;
+            if (piece.size() > skip)
+                m_parts.push_back({const_cast<char*>(piece.data()) + skip, piece.size() - skip});
+            skip = 0;
+        }
+        return m_parts;
+    }
+
+    void take(std::size_t bytes) {
+        m_taken += bytes;
+        while (!m_rest.empty() && m_taken >= m_rest.front().size()) {
+            m_taken -= m_rest.front().size();
+            m_rest = m_rest.subspan(1);
+        }
+    }
+
+ private:
+    BytePieces m_rest;
+    std::size_t m_taken = 0;  ///< of the first piece of the rest
+    std::vector<iovec> m_parts;
+};
+
+}  // namespace
+
+/// One file being written.
+struct UserFileWriter::Target {
+    QByteArray name;
+    int handle = -1;
+    bool created = false;
+    bool reserved = false;
+    bool touched = false;
+    off_t length = 0;  ///< that it is to have
+    struct stat before {};
+};
+
+WriteResult UserFileWriter::write(const QString& path, BytePieces pieces, Tail tail) {
+    Target target;
+    target.length = lengthOf(pieces);
+    SystemError cause = openTarget(path, target);
+    if (!cause)
+        cause = fill(path, pieces, tail, target);
+    if (cause)
+        giveBack(target);
+    const SystemError closing = close(target);
+    if (!cause)
+        cause = closing;
+    if (cause && target.created && m_calls.unlink(target.name.constData()) == 0)
+        target.touched = false;
+    if (cause)
+        return {FileErrors::writing(path, cause), target.touched};
+    if (m_witness != nullptr)
+        m_witness->written(path);
+    return {{}, target.touched};
+}
+
+/// Looks before it opens, as opening alone can set a device or FIFO going. What happens to the name in between is found
+/// out by the handle, or by starting over.
+SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
+    const auto name = localName(path);
+    if (!name)
+        return SystemError::fromErrno(ENOENT);
+    target.name = *name;
+    for (int i = 0; i < LinksToFollow; ++i) {
+        if (uninterrupted([&] { return m_calls.stat(target.name.constData(), &target.before); }) == 0) {
+            const SystemError cause = openExisting(target);
+            if (target.handle >= 0 || cause.number != ENOENT)
+                return cause;
+            continue;
+        }
+        if (errno != ENOENT)
+            return lastError();
+        target.handle = uninterrupted(
+            [&] { return m_calls.open(target.name.constData(), OpenFlags | O_CREAT | O_EXCL, NewFileMode); });
+        if (target.handle >= 0) {
+            target.created = true;
+            return m_calls.fstat(target.handle, &target.before) == 0 ? SystemError() : lastError();
+        }
+        if (errno != EEXIST)
+            return lastError();
+        if (const SystemError cause = followLink(target))
+            return cause;
+    }
+    return SystemError::fromErrno(ELOOP);
+}
+
+SystemError UserFileWriter::openExisting(Target& target) {
+    if (const SystemError cause = refusal(target.before))
+        return cause;
+    target.handle = uninterrupted([&] { return m_calls.open(target.name.constData(), OpenFlags); });
+    if (target.handle < 0 || m_calls.fstat(target.handle, &target.before) != 0)
+        return lastError();
+    return refusal(target.before);
+}
+
+/// A link to nothing: what it points to is to be made, and under its own name, so that it can be taken away again.
+SystemError UserFileWriter::followLink(Target& target) {
+    std::array<char, PATH_MAX> buffer;
+    const ssize_t length = m_calls.readlink(target.name.constData(), buffer.data(), buffer.size());
+    if (length < 0)  // no link (any more): something has come to stand there
+        return errno == EINVAL || errno == ENOENT ? SystemError() : lastError();
+    const QByteArray pointed(buffer.data(), length);
+    const QByteArray folder = target.name.left(target.name.lastIndexOf('/') + 1);
+    target.name = pointed.startsWith('/') ? pointed : folder + pointed;
+    return {};
+}
+
+SystemError UserFileWriter::fill(const QString& path, BytePieces pieces, Tail tail, Target& target) {
+    SystemError cause = reserve(target);
+    if (!cause && m_witness != nullptr)
+        cause = m_witness->aboutToWrite(path, pieces);
+    if (!cause)
+        cause = writePieces(pieces, target);
+    if (!cause && tail == Tail::Cut)
+        cause = cut(target);
+    if (cause)
+        return cause;
+    restoreMode(target);
+    return flush(target);
+}
+
+SystemError UserFileWriter::reserve(Target& target) {
+    if (static_cast<quint64>(target.length) > m_calls.sizeLimit())
+        return SystemError::fromErrno(EFBIG);
+    if (target.length == 0)
+        return {};
+    target.reserved = true;
+    const auto call = [&] { return m_calls.fallocate(target.handle, FALLOC_FL_KEEP_SIZE, 0, target.length); };
+    return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
+}
+
+SystemError UserFileWriter::writePieces(BytePieces pieces, Target& target) {
+    PieceQueue queue(pieces);
+    off_t at = 0;
+    while (at < target.length) {
+        const std::vector<iovec>& parts = queue.next();
+        const ssize_t count = uninterrupted(
+            [&] { return m_calls.pwritev(target.handle, parts.data(), static_cast<int>(parts.size()), at); });
+        if (count < 0)
+            return lastError();
+        if (count == 0)
+            return SystemError::fromErrno(EIO);
+        target.touched = true;
+        at += count;
+        queue.take(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+/// Also without old bytes to cut: the file may have grown meanwhile.
+SystemError UserFileWriter::cut(Target& target) {
+    if (uninterrupted([&] { return m_calls.ftruncate(target.handle, target.length); }) != 0)
+        return lastError();
+    target.touched = target.touched || target.before.st_size != target.length;
+    return {};
+}
+
+/// The system takes set-user and set-group bits away from a file that is written. Best effort: the bytes matter more.
+void UserFileWriter::restoreMode(const Target& target) {
+    struct stat now {};
+    if (m_calls.fstat(target.handle, &now) == 0 && now.st_mode != target.before.st_mode)
+        m_calls.fchmod(target.handle, target.before.st_mode & ALLPERMS);
+}
+
+SystemError UserFileWriter::flush(const Target& target) {
+    const auto call = [&] { return m_calls.fsync(target.handle); };
+    return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
+}
+
+/// Returns the space that was reserved behind an old file that nothing was written to, and its times with it: cutting
+/// it to the length it has sets them.
+void UserFileWriter::giveBack(const Target& target) {
+    struct stat now {};
+    if (!target.reserved || target.created || target.touched)
+        return;
+    if (m_calls.fstat(target.handle, &now) != 0 || now.st_size != target.before.st_size)
+        return;
+    const timespec times[] = {target.before.st_atim, target.before.st_mtim};
+    m_calls.ftruncate(target.handle, target.before.st_size);
+    m_calls.futimens(target.handle, times);
+}
+
+SystemError UserFileWriter::close(Target& target) {
+    if (target.handle < 0)
+        return {};
+    // An interrupted close has closed all the same, and the bytes are on the disk by then.
+    return m_calls.close(target.handle) == 0 || errno == EINTR ? SystemError() : lastError();
+}

@@ -1,0 +1,491 @@
+#include "platform/Paths.h"
+#include "platform/UserFileWriter.h"
+#include "support/FailingFileSystem.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <vector>
+
+namespace {
+
+const QByteArray OldBytes = "the old bytes of the file";
+const std::array<std::string_view, 4> NewPieces{"new ", "", "bytes, in pieces, and more of them", "!"};
+const QByteArray NewBytes = "new bytes, in pieces, and more of them!";
+const std::array<std::string_view, 2> ShortPieces{"sho", "rt"};
+
+constexpr SystemCall AllCalls[] = {SystemCall::Open,     SystemCall::Stat,    SystemCall::Fstat,
+                                   SystemCall::Readlink, SystemCall::Write,   SystemCall::Reserve,
+                                   SystemCall::Truncate, SystemCall::SetMode, SystemCall::SetTimes,
+                                   SystemCall::Flush,    SystemCall::Close,   SystemCall::Unlink};
+constexpr int Errors[] = {EIO, ENOSPC, EDQUOT, EACCES, EPERM, EROFS, EFBIG, ENOENT, ESTALE, ETXTBSY, ENOMEM};
+
+QString reasonOf(int number) {
+    return SystemError::fromErrno(number).description;
+}
+
+class UserFileWriting : public testing::Test {
+ protected:
+    QString at(const QString& name) const { return m_folder.filePath(name); }
+    QByteArray name(const QString& path) const { return localName(path).value_or(QByteArray()); }
+
+    QString oldFile(const QString& fileName = u"file"_qs) {
+        QFile out(at(fileName));
+        EXPECT_TRUE(out.open(QFile::WriteOnly | QFile::Truncate) && out.write(OldBytes) == OldBytes.size());
+        out.close();
+        const timespec times[] = {{1'000'000, 5}, {2'000'000, 7}};
+        EXPECT_EQ(::utimensat(AT_FDCWD, name(out.fileName()).constData(), times, 0), 0);
+        return out.fileName();
+    }
+
+    static QByteArray bytesOf(const QString& path) {
+        QFile in(path);
+        return in.open(QFile::ReadOnly) ? in.readAll() : QByteArray("(no such file)");
+    }
+
+    struct stat statusOf(const QString& path) const {
+        struct stat status {};
+        EXPECT_EQ(::lstat(name(path).constData(), &status), 0) << path.toStdString();
+        return status;
+    }
+
+    /// To another user and group, where that is allowed.
+    void giveAway(const QString& path) const {
+        const bool given = ::chown(name(path).constData(), 4242, 4243) == 0;
+        EXPECT_EQ(given, ::geteuid() == 0);
+    }
+
+    void expectOldFileWhole(const QString& path, const struct stat& before) const {
+        EXPECT_EQ(bytesOf(path), OldBytes);
+        const struct stat now = statusOf(path);
+        EXPECT_EQ(now.st_ino, before.st_ino);
+        EXPECT_EQ(now.st_mode, before.st_mode);
+        EXPECT_EQ(now.st_nlink, before.st_nlink);
+        EXPECT_EQ(now.st_uid, before.st_uid);
+    }
+
+    WriteResult expectRefused(const QString& path, int number, const QString& reason) {
+        FailingFileSystem calls;
+        const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+        EXPECT_EQ(result.error.number, number);
+        EXPECT_TRUE(result.error.description.contains(reason)) << result.error.description.toStdString();
+        EXPECT_TRUE(result.error.description.contains(path)) << result.error.description.toStdString();
+        EXPECT_FALSE(result.touched);
+        EXPECT_TRUE(calls.allClosed());
+        return result;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+/// Notes what it is told and how the file looked then.
+class Witness : public WriteWitness {
+ public:
+    SystemError aboutToWrite(const QString& path, BytePieces pieces) override {
+        before = path;
+        for (const std::string_view piece : pieces)
+            bytes += QByteArray(piece.data(), static_cast<qsizetype>(piece.size()));
+        QFile in(path);
+        EXPECT_TRUE(in.open(QFile::ReadOnly));
+        seen = in.readAll();
+        return answer;
+    }
+    void written(const QString& path) override { after = path; }
+
+    SystemError answer;
+    QString before;
+    QString after;
+    QByteArray bytes;
+    QByteArray seen;
+};
+
+}  // namespace
+
+TEST_F(UserFileWriting, ReplacesTheBytesWithLongerAndShorterOnes) {
+    const QString path = oldFile();
+    WriteResult result = UserFileWriter().write(path, NewPieces);
+    EXPECT_FALSE(result.error);
+    EXPECT_TRUE(result.touched);
+    EXPECT_EQ(bytesOf(path), NewBytes);
+    result = UserFileWriter().write(path, ShortPieces);
+    EXPECT_FALSE(result.error);
+    EXPECT_EQ(bytesOf(path), "short");
+}
+
+TEST_F(UserFileWriting, WritesNothingAtAllIntoAnEmptyFile) {
+    const QString path = oldFile();
+    EXPECT_FALSE(UserFileWriter().write(path, {}).error);
+    EXPECT_EQ(bytesOf(path), "");
+    EXPECT_FALSE(UserFileWriter().write(at(u"new"_qs), {}).error);
+    EXPECT_EQ(bytesOf(at(u"new"_qs)), "");
+}
+
+TEST_F(UserFileWriting, KeepsInodeHardLinksModeOwnerAndAttributes) {
+    const QString path = oldFile();
+    ASSERT_EQ(::link(name(path).constData(), name(at(u"second"_qs)).constData()), 0);
+    ASSERT_EQ(::chmod(name(path).constData(), 0642), 0);
+    giveAway(path);
+    const bool attributes = ::setxattr(name(path).constData(), "user.note", "kept", 4, 0) == 0;
+    const struct stat before = statusOf(path);
+
+    ASSERT_FALSE(UserFileWriter().write(path, NewPieces).error);
+
+    const struct stat after = statusOf(path);
+    EXPECT_EQ(bytesOf(at(u"second"_qs)), NewBytes);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_nlink, 2U);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(after.st_uid, before.st_uid);
+    EXPECT_EQ(after.st_gid, before.st_gid);
+    if (!attributes)
+        GTEST_SKIP() << "this file system has no extended attributes";
+    char value[4];
+    ASSERT_EQ(::getxattr(name(path).constData(), "user.note", value, sizeof value), 4);
+    EXPECT_EQ(QByteArray(value, 4), "kept");
+}
+
+TEST_F(UserFileWriting, KeepsTheBitsThatTheSystemTakesFromAWrittenFile) {
+    const QString path = oldFile();
+    giveAway(path);
+    ASSERT_EQ(::chmod(name(path).constData(), 06755), 0);
+    const mode_t before = statusOf(path).st_mode;
+    ASSERT_FALSE(UserFileWriter().write(path, NewPieces).error);
+    EXPECT_EQ(statusOf(path).st_mode, before);
+}
+
+TEST_F(UserFileWriting, ALinkStaysAndItsTargetIsWritten) {
+    const QString path = oldFile();
+    const QString link = at(u"link"_qs);
+    ASSERT_EQ(::symlink("file", name(link).constData()), 0);
+    ASSERT_FALSE(UserFileWriter().write(link, NewPieces).error);
+    EXPECT_EQ(bytesOf(path), NewBytes);
+    EXPECT_TRUE(S_ISLNK(statusOf(link).st_mode));
+}
+
+TEST_F(UserFileWriting, ALinkToNothingGetsItsTarget) {
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"sub"_qs));
+    ASSERT_EQ(::symlink("sub/second", name(at(u"first"_qs)).constData()), 0);
+    const QByteArray target = name(at(u"made"_qs));
+    ASSERT_EQ(::symlink(target.constData(), name(at(u"sub/second"_qs)).constData()), 0);
+    ASSERT_FALSE(UserFileWriter().write(at(u"first"_qs), NewPieces).error);
+    EXPECT_EQ(bytesOf(at(u"made"_qs)), NewBytes);
+    EXPECT_TRUE(S_ISLNK(statusOf(at(u"first"_qs)).st_mode));
+    EXPECT_TRUE(S_ISLNK(statusOf(at(u"sub/second"_qs)).st_mode));
+}
+
+TEST_F(UserFileWriting, AFailedWriteThroughALinkToNothingLeavesTheLinkAlone) {
+    ASSERT_EQ(::symlink("made", name(at(u"link"_qs)).constData()), 0);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Reserve, 1, ENOSPC);
+    EXPECT_EQ(UserFileWriter(calls).write(at(u"link"_qs), NewPieces).error.number, ENOSPC);
+    EXPECT_TRUE(S_ISLNK(statusOf(at(u"link"_qs)).st_mode));
+    EXPECT_FALSE(fileExists(at(u"made"_qs)));
+}
+
+TEST_F(UserFileWriting, LinksInACircleAreTold) {
+    ASSERT_EQ(::symlink("b", name(at(u"a"_qs)).constData()), 0);
+    ASSERT_EQ(::symlink("a", name(at(u"b"_qs)).constData()), 0);
+    expectRefused(at(u"a"_qs), ELOOP, reasonOf(ELOOP));
+}
+
+TEST_F(UserFileWriting, ANewFileHasTheModeThatTheUserWantsForNewFiles) {
+    const mode_t before = ::umask(027);
+    const WriteResult result = UserFileWriter().write(at(u"new"_qs), NewPieces);
+    ::umask(before);
+    EXPECT_FALSE(result.error);
+    EXPECT_EQ(statusOf(at(u"new"_qs)).st_mode & ALLPERMS, 0640U);
+    EXPECT_EQ(bytesOf(at(u"new"_qs)), NewBytes);
+}
+
+TEST_F(UserFileWriting, AFileWithoutAnyWriteBitIsRefusedToRootAsWell) {
+    const QString path = oldFile();
+    ASSERT_EQ(::chmod(name(path).constData(), 0555), 0);
+    const struct stat before = statusOf(path);
+    expectRefused(path, EACCES, reasonOf(EACCES));
+    expectOldFileWhole(path, before);
+    EXPECT_EQ(statusOf(path).st_mtim.tv_sec, before.st_mtim.tv_sec);
+}
+
+TEST_F(UserFileWriting, WhatIsNoRegularFileIsRefusedWithoutWaiting) {
+    ASSERT_EQ(::mkfifo(name(at(u"pipe"_qs)).constData(), 0600), 0);
+    expectRefused(at(u"pipe"_qs), EINVAL, u"not a regular file"_qs);
+    expectRefused(u"/dev/full"_qs, EINVAL, u"not a regular file"_qs);
+    expectRefused(m_folder.path(), EISDIR, reasonOf(EISDIR));
+}
+
+TEST_F(UserFileWriting, NamesThatCannotBeAreRefused) {
+    expectRefused(QString(), ENOENT, reasonOf(ENOENT));
+    expectRefused(at(u"x"_qs) + QChar(0xDC00), ENOENT, reasonOf(ENOENT));
+    expectRefused(at(u"vanished/file"_qs), ENOENT, reasonOf(ENOENT));
+    expectRefused(oldFile() + u"/x"_qs, ENOTDIR, reasonOf(ENOTDIR));
+    expectRefused(at(QString(100'000, u'x')), ENAMETOOLONG, reasonOf(ENAMETOOLONG));
+}
+
+TEST_F(UserFileWriting, OldBytesBehindTheNewOnesStayWhenAskedTo) {
+    const QString path = oldFile();
+    ASSERT_FALSE(UserFileWriter().write(path, ShortPieces, UserFileWriter::Tail::Keep).error);
+    EXPECT_EQ(bytesOf(path), "short" + OldBytes.mid(5));
+}
+
+TEST_F(UserFileWriting, SpaceIsReservedBeforeAnyByteChangesAndTheFileIsCutAfterwards) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    ASSERT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+    const std::vector<SystemCall> expected{SystemCall::Stat,    SystemCall::Open,  SystemCall::Fstat,
+                                           SystemCall::Reserve, SystemCall::Write, SystemCall::Truncate,
+                                           SystemCall::Fstat,   SystemCall::Flush, SystemCall::Close};
+    EXPECT_EQ(calls.calls(), expected);
+}
+
+TEST_F(UserFileWriting, AFileSystemThatCannotReserveIsWrittenAllTheSame) {
+    for (const int error : {EOPNOTSUPP, ENOSYS, EINVAL}) {
+        const QString path = oldFile();
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Reserve, 0, error);
+        EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+    }
+}
+
+TEST_F(UserFileWriting, AFileSystemThatCannotFlushIsWrittenAllTheSame) {
+    for (const int error : {EOPNOTSUPP, ENOSYS, EINVAL}) {
+        const QString path = oldFile();
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Flush, 0, error);
+        EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+    }
+}
+
+TEST_F(UserFileWriting, InterruptedCallsAreRepeated) {
+    for (const SystemCall call : {SystemCall::Stat, SystemCall::Open, SystemCall::Reserve, SystemCall::Write,
+                                  SystemCall::Truncate, SystemCall::Flush, SystemCall::Close}) {
+        const QString path = oldFile();
+        FailingFileSystem calls;
+        calls.fail(call, 1, EINTR);
+        calls.fail(call, 2, EINTR);
+        EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+    }
+}
+
+TEST_F(UserFileWriting, ShortWritesAreGoneOnWithAtEveryByte) {
+    for (std::size_t bytes = 1; bytes <= static_cast<std::size_t>(NewBytes.size()); ++bytes) {
+        const QString path = oldFile();
+        FailingFileSystem calls;
+        calls.shorten(SystemCall::Write, 1, bytes);
+        EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+        FailingFileSystem slow;
+        slow.shortenAll(bytes);
+        EXPECT_FALSE(UserFileWriter(slow).write(oldFile(), NewPieces).error);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+    }
+}
+
+TEST_F(UserFileWriting, AWriteThatTakesNothingIsAnError) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.shorten(SystemCall::Write, 1, 0);
+    const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+    EXPECT_EQ(result.error.number, EIO);
+    EXPECT_FALSE(result.touched);
+    EXPECT_EQ(bytesOf(path), OldBytes);
+}
+
+TEST_F(UserFileWriting, AFailureOfAnyCallIsToldAndAnUntouchedFileIsWhole) {
+    FailingFileSystem clean;
+    ASSERT_FALSE(UserFileWriter(clean).write(oldFile(), NewPieces).error);
+    for (const SystemCall call : AllCalls) {
+        for (int number = 1; number <= clean.count(call); ++number) {
+            for (const int error : Errors) {
+                SCOPED_TRACE(testing::Message()
+                             << "call " << static_cast<int>(call) << " number " << number << " error " << error);
+                const QString path = oldFile();
+                const struct stat before = statusOf(path);
+                FailingFileSystem calls;
+                calls.fail(call, number, error);
+                const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+                EXPECT_TRUE(calls.allClosed());
+                // Looking at the mode afterwards is no reason to fail; a file that is gone between two looks is made.
+                const bool harmless = (call == SystemCall::Fstat && number == 2);
+                const bool restarts = error == ENOENT && call == SystemCall::Open;
+                if (harmless || restarts) {
+                    EXPECT_FALSE(result.error);
+                    EXPECT_EQ(bytesOf(path), NewBytes);
+                    continue;
+                }
+                if (error == ENOENT && call == SystemCall::Stat) {
+                    // Taken for a new file, until the system says that it is there.
+                    EXPECT_FALSE(result.error);
+                    EXPECT_EQ(bytesOf(path), NewBytes);
+                    continue;
+                }
+                EXPECT_EQ(result.error.number, error);
+                EXPECT_TRUE(result.error.description.contains(reasonOf(error)));
+                EXPECT_TRUE(result.error.description.contains(path));
+                EXPECT_EQ(statusOf(path).st_ino, before.st_ino);
+                if (result.touched)
+                    EXPECT_EQ(bytesOf(path), NewBytes);  // only what comes behind the last byte failed
+                else
+                    expectOldFileWhole(path, before);
+            }
+        }
+    }
+}
+
+TEST_F(UserFileWriting, AFailureOfAnyCallTakesAFreshFileAwayAgain) {
+    const QString path = at(u"fresh"_qs);
+    FailingFileSystem clean;
+    ASSERT_FALSE(UserFileWriter(clean).write(path, NewPieces).error);
+    for (const SystemCall call : AllCalls) {
+        for (int number = 1; number <= clean.count(call); ++number) {
+            for (const int error : Errors) {
+                SCOPED_TRACE(testing::Message()
+                             << "call " << static_cast<int>(call) << " number " << number << " error " << error);
+                QFile::remove(path);
+                FailingFileSystem calls;
+                calls.fail(call, number, error);
+                const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+                EXPECT_TRUE(calls.allClosed());
+                const bool harmless =
+                    (call == SystemCall::Fstat && number == 2) || (call == SystemCall::Stat && error == ENOENT);
+                EXPECT_EQ(result.error.number, harmless ? 0 : error);
+                EXPECT_EQ(result.touched, harmless);
+                EXPECT_EQ(fileExists(path), harmless);
+            }
+        }
+    }
+}
+
+TEST_F(UserFileWriting, AFreshFileThatCannotBeTakenAwayCountsAsTouched) {
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Flush, 1, EIO);
+    calls.fail(SystemCall::Unlink, 1, EACCES);
+    const WriteResult result = UserFileWriter(calls).write(at(u"fresh"_qs), NewPieces);
+    EXPECT_EQ(result.error.number, EIO);
+    EXPECT_TRUE(result.touched);
+}
+
+TEST_F(UserFileWriting, AFailureInTheMiddleSaysThatTheFileWasTouched) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.shorten(SystemCall::Write, 1, 6);
+    calls.fail(SystemCall::Write, 2, ENOSPC);
+    const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+    EXPECT_EQ(result.error.number, ENOSPC);
+    EXPECT_TRUE(result.touched);
+    EXPECT_EQ(bytesOf(path), NewBytes.left(6) + OldBytes.mid(6));
+}
+
+TEST_F(UserFileWriting, CuttingAnOldFileToNothingTouchesIt) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Flush, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls).write(path, {}).touched);
+    FailingFileSystem earlier;
+    earlier.fail(SystemCall::Truncate, 1, EIO);
+    const WriteResult result = UserFileWriter(earlier).write(oldFile(), {});
+    EXPECT_FALSE(result.touched);
+    EXPECT_EQ(bytesOf(path), OldBytes);
+}
+
+TEST_F(UserFileWriting, AFullDiskGivesReservedSpaceBackAndKeepsTheTimes) {
+    const QString path = oldFile();
+    const struct stat before = statusOf(path);
+    const std::string large(1'000'000, 'x');
+    const std::array<std::string_view, 1> pieces{large};
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Write, 1, ENOSPC);
+    const WriteResult result = UserFileWriter(calls).write(path, pieces);
+    EXPECT_EQ(result.error.number, ENOSPC);
+    EXPECT_FALSE(result.touched);
+    const struct stat now = statusOf(path);
+    EXPECT_EQ(now.st_blocks, before.st_blocks);
+    EXPECT_EQ(now.st_mtim.tv_sec, before.st_mtim.tv_sec);
+    EXPECT_EQ(now.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
+    EXPECT_EQ(bytesOf(path), OldBytes);
+}
+
+TEST_F(UserFileWriting, MoreBytesThanThisProcessMayWriteAreRefusedBeforeTheFirst) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.setSizeLimit(static_cast<quint64>(NewBytes.size()) - 1);
+    const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+    EXPECT_EQ(result.error.number, EFBIG);
+    EXPECT_FALSE(result.touched);
+    EXPECT_EQ(bytesOf(path), OldBytes);
+    calls.setSizeLimit(static_cast<quint64>(NewBytes.size()));
+    EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+}
+
+TEST_F(UserFileWriting, TheLimitIsTheSystems) {
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit small{4096, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    EXPECT_EQ(FileSystemCalls::system().sizeLimit(), 4096U);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
+    const quint64 all = before.rlim_cur == RLIM_INFINITY ? UINT64_MAX : before.rlim_cur;
+    EXPECT_EQ(FileSystemCalls::system().sizeLimit(), all);
+}
+
+TEST_F(UserFileWriting, ManySmallPiecesAreWrittenTogether) {
+    std::vector<std::string> parts;
+    QByteArray expected;
+    for (int i = 0; i < 5000; ++i) {
+        parts.push_back(std::string(static_cast<std::size_t>(i % 5), static_cast<char>('a' + i % 26)));
+        expected += parts.back().c_str();
+    }
+    const std::vector<std::string_view> pieces(parts.begin(), parts.end());
+    FailingFileSystem calls;
+    ASSERT_FALSE(UserFileWriter(calls).write(at(u"file"_qs), pieces).error);
+    EXPECT_EQ(bytesOf(at(u"file"_qs)), expected);
+    EXPECT_LE(calls.count(SystemCall::Write), 5);
+}
+
+TEST_F(UserFileWriting, TheWitnessSeesTheOldFileAndHearsOfTheNewOne) {
+    const QString path = oldFile();
+    Witness witness;
+    ASSERT_FALSE(UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces).error);
+    EXPECT_EQ(witness.before, path);
+    EXPECT_EQ(witness.bytes, NewBytes);
+    EXPECT_EQ(witness.seen, OldBytes);
+    EXPECT_EQ(witness.after, path);
+}
+
+TEST_F(UserFileWriting, TheWitnessCanStopTheWrite) {
+    const QString path = oldFile();
+    const struct stat before = statusOf(path);
+    Witness witness;
+    witness.answer = {ENOSPC, u"no place for what is there"_qs};
+    const WriteResult result = UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces);
+    EXPECT_EQ(result.error.number, ENOSPC);
+    EXPECT_TRUE(result.error.description.contains(witness.answer.description));
+    EXPECT_FALSE(result.touched);
+    EXPECT_TRUE(witness.after.isEmpty());
+    expectOldFileWhole(path, before);
+}
+
+TEST_F(UserFileWriting, TheWitnessDoesNotHearOfAWriteThatFailed) {
+    for (const SystemCall call : {SystemCall::Write, SystemCall::Truncate, SystemCall::Flush, SystemCall::Close}) {
+        Witness witness;
+        FailingFileSystem calls;
+        calls.fail(call, 1, EIO);
+        EXPECT_TRUE(UserFileWriter(calls, &witness).write(oldFile(), NewPieces).error);
+        EXPECT_FALSE(witness.before.isEmpty());
+        EXPECT_TRUE(witness.after.isEmpty());
+    }
+}

@@ -1,0 +1,141 @@
+#pragma once
+
+#include "platform/FileSystemCalls.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+/// The calls of FileSystemCalls by name.
+enum class SystemCall {
+    Open,
+    Stat,
+    Fstat,
+    Readlink,
+    Read,
+    Write,
+    Reserve,
+    Truncate,
+    SetMode,
+    SetTimes,
+    Flush,
+    Close,
+    Unlink
+};
+
+/// The real file system, in which single calls fail as a test wants it.
+class FailingFileSystem : public FileSystemCalls {
+ public:
+    FailingFileSystem() = default;
+
+    /// The call of that number (from 1) of its kind fails with `error` and does nothing; 0 stands for all of them.
+    void fail(SystemCall call, int number, int error) { m_failures[{call, number}] = error; }
+
+    /// The call of that number takes or gives at most so many bytes.
+    void shorten(SystemCall call, int number, std::size_t bytes) { m_short[{call, number}] = bytes; }
+
+    /// Every write and read takes or gives at most so many bytes.
+    void shortenAll(std::size_t bytes) { m_mostBytes = bytes; }
+
+    void setSizeLimit(quint64 bytes) { m_sizeLimit = bytes; }
+
+    int count(SystemCall call) const {
+        const auto found = m_counts.find(call);
+        return found == m_counts.end() ? 0 : found->second;
+    }
+    const std::vector<SystemCall>& calls() const { return m_calls; }
+    /// Whether all that was opened has been closed.
+    bool allClosed() const { return m_open.empty(); }
+
+    int open(const char* path, int flags, mode_t mode) override {
+        if (fails(SystemCall::Open))
+            return -1;
+        const int handle = FileSystemCalls::open(path, flags, mode);
+        if (handle >= 0)
+            m_open.insert(handle);
+        return handle;
+    }
+    int stat(const char* path, struct stat* status) override {
+        return fails(SystemCall::Stat) ? -1 : FileSystemCalls::stat(path, status);
+    }
+    int fstat(int handle, struct stat* status) override {
+        return fails(SystemCall::Fstat) ? -1 : FileSystemCalls::fstat(handle, status);
+    }
+    ssize_t readlink(const char* path, char* buffer, size_t size) override {
+        return fails(SystemCall::Readlink) ? -1 : FileSystemCalls::readlink(path, buffer, size);
+    }
+    ssize_t read(int handle, void* buffer, size_t length) override {
+        if (fails(SystemCall::Read))
+            return -1;
+        return FileSystemCalls::read(handle, buffer, std::min(length, mostBytes(SystemCall::Read)));
+    }
+    ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+        if (fails(SystemCall::Write))
+            return -1;
+        std::vector<iovec> some;
+        std::size_t left = mostBytes(SystemCall::Write);
+        for (int i = 0; i < count && left > 0; ++i) {
+            some.push_back({parts[i].iov_base, std::min(parts[i].iov_len, left)});
+            left -= some.back().iov_len;
+        }
+        return FileSystemCalls::pwritev(handle, some.data(), static_cast<int>(some.size()), offset);
+    }
+    int fallocate(int handle, int mode, off_t offset, off_t length) override {
+        return fails(SystemCall::Reserve) ? -1 : FileSystemCalls::fallocate(handle, mode, offset, length);
+    }
+    int ftruncate(int handle, off_t length) override {
+        return fails(SystemCall::Truncate) ? -1 : FileSystemCalls::ftruncate(handle, length);
+    }
+    int fchmod(int handle, mode_t mode) override {
+        return fails(SystemCall::SetMode) ? -1 : FileSystemCalls::fchmod(handle, mode);
+    }
+    int futimens(int handle, const timespec* times) override {
+        return fails(SystemCall::SetTimes) ? -1 : FileSystemCalls::futimens(handle, times);
+    }
+    int fsync(int handle) override { return fails(SystemCall::Flush) ? -1 : FileSystemCalls::fsync(handle); }
+    /// Closes also when it fails, as the system does.
+    int close(int handle) override {
+        const bool failing = fails(SystemCall::Close);
+        const int error = errno;
+        m_open.erase(handle);
+        const int result = FileSystemCalls::close(handle);
+        if (failing)
+            errno = error;
+        return failing ? -1 : result;
+    }
+    int unlink(const char* path) override { return fails(SystemCall::Unlink) ? -1 : FileSystemCalls::unlink(path); }
+    quint64 sizeLimit() override { return m_sizeLimit; }
+
+ private:
+    using Occasion = std::pair<SystemCall, int>;
+
+    bool fails(SystemCall call) {
+        m_calls.push_back(call);
+        const int number = ++m_counts[call];
+        auto found = m_failures.find({call, number});
+        if (found == m_failures.end())
+            found = m_failures.find({call, 0});
+        if (found == m_failures.end())
+            return false;
+        errno = found->second;
+        return true;
+    }
+
+    /// Of the call that is being made.
+    std::size_t mostBytes(SystemCall call) const {
+        const auto found = m_short.find({call, count(call)});
+        return found == m_short.end() ? m_mostBytes : found->second;
+    }
+
+    std::map<Occasion, int> m_failures;
+    std::map<Occasion, std::size_t> m_short;
+    std::map<SystemCall, int> m_counts;
+    std::vector<SystemCall> m_calls;
+    std::set<int> m_open;
+    std::size_t m_mostBytes = SIZE_MAX;
+    quint64 m_sizeLimit = UINT64_MAX;
+};
