@@ -1,28 +1,24 @@
 #pragma once
 
+#include "editor/JointedCommands.h"
+#include "editor/LongLines.h"
+#include "editor/SaveFlags.h"
+#include "editor/ScintillaText.h"
+#include "editor/TextCodec.h"
+#include "editor/TextMap.h"
+#include "platform/SystemError.h"
+
+#include <QElapsedTimer>
+#include <QString>
 #include <Qsci/qsciscintillabase.h>
 
 #include <memory>
 
-#include <QString>
-
-#include "platform/SystemError.h"
-
-class EditorText;
-
-/// Flag words of a save.
-namespace SaveFlags {
-inline constexpr int AsLoaded = 0;
-inline constexpr int ClearHistory = 1;
-inline constexpr int Ansi = 16;
-inline constexpr int Utf8WithMark = 32;
-inline constexpr int Utf16WithMark = 64;
-inline constexpr int Utf8 = 128;
-}  // namespace SaveFlags
+struct LoadedText;
 
 /// The editing control: text with undo, selection, change events, loading and saving, over Scintilla. Whoever places it
-/// owns it. Lines and columns count from 0 here; positions and lengths are UTF-16 units from the start of the text, a line
-/// end of CR LF counting two. It runs no event loop of its own and so yields to nothing.
+/// owns it. Lines and columns count from 0 here; positions and lengths are UTF-16 units from the start of the text, a
+/// line end of CR LF counting two. It runs no event loop of its own and so yields to nothing.
 ///
 /// Inside, every text is UTF-8. Lines above a stated length are held in pieces; no position, line number or text that
 /// leaves this class knows of the joints.
@@ -37,7 +33,7 @@ class CodeMax : public QsciScintillaBase {
     Q_PROPERTY(qint64 CurrentColumn READ CurrentColumn)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
 
-public:
+ public:
     explicit CodeMax(QWidget* parent = nullptr);
     ~CodeMax() override;
 
@@ -93,10 +89,24 @@ public:
     /// The one highlighted line, -1 for none.
     void setLineHighlight(qint64 line, const QColor& colour);
 
+    /// Carries out a Scintilla message as if its key had been pressed: one edit, one undo step, joints crossed.
+    void runCommand(int message);
+    /// Types a text at the caret, as the keyboard or an input method would.
+    void type(const QString& text);
+
+    /// Where characters and lines lie; for those who read the text for a screen reader or a search.
+    const TextMap& map() const { return m_map; }
+    const HeldText& heldText() const { return m_text; }
+    /// The text from one byte to another as UTF-8, without joints.
+    QByteArray bytes(qint64 from, qint64 to) const;
+    /// Position of the next occurrence of a text at or behind a position, exact in case, -1 for none. Runs across
+    /// joints.
+    qint64 findText(const QString& text, qint64 from) const;
+
     /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
     QString limitations() const;
 
-Q_SIGNALS:
+ Q_SIGNALS:
     /// The text changed; not raised by a load.
     void Change();
     /// Anchor or caret moved.
@@ -106,4 +116,83 @@ Q_SIGNALS:
     void ShowMenu(int x, int y);
     /// Once a file dropped on the control.
     void DropFile(const QString& path);
+
+ protected:
+    bool canInsertFromMimeData(const QMimeData* source) const override;
+    QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
+    QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override;
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+ private:
+    class EditScope;
+    friend class EditScope;
+
+    struct Selection {
+        qint64 anchor = 0;
+        qint64 caret = 0;
+        bool operator==(const Selection&) const = default;
+    };
+
+    qint64 send(unsigned message, qint64 first = 0, qint64 second = 0) const;
+    Selection selection() const;
+    void setSelectionBytes(qint64 anchor, qint64 caret);
+    void replaceSelection(const QByteArray& utf8);
+    QByteArray heldForm(const QString& text) const;
+    QByteArray withOwnLineEnds(const QString& text) const;
+    void dropText(const QString& text, QDropEvent* event);
+    void textAboutToChange(qint64 at, int type, qint64 length);
+    void lookAtSelectionLater();
+    void closeScope();
+    void breakUndo();
+
+    void setUpView();
+    void applyColours();
+    void applyDocumentState();
+    void showLineNumbers();
+    void numberVisiblePieces();
+    void takeLoaded(LoadedText loaded);
+    std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
+    qint64 heldByteOfPlain(qint64 plain) const;
+    bool isStream() const;
+
+    ScintillaText m_text{*this};
+    TextMap m_map{m_text};
+    LongLines m_longLines{*this, m_text, m_map};
+    JointedCommands m_commands{*this, m_text, m_map};
+
+    TextFormat m_format;
+    bool m_coloured = true;
+    bool m_locked = false;
+    bool m_forcedLock = false;
+    int m_eolMode = SC_EOL_LF;
+
+    int m_scopes = 0;
+    bool m_grouped = false;
+    bool m_changed = false;
+    qint64 m_touchedFrom = 0;
+    qint64 m_touchedTo = 0;
+    Selection m_toldSelection;
+    bool m_typing = false;
+    int m_lastCommand = 0;
+    QElapsedTimer m_sinceTyped;
+    bool m_pressedInSelection = false;
+    bool m_copying = false;
+
+    QString m_fontName;
+    int m_fontSize = 10;
+    bool m_lineNumbering = false;
+    qint64 m_numberedLines = -1;
+    QColor m_highlight;
 };

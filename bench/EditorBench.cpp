@@ -1,0 +1,160 @@
+// What a person waits for in the editing control: loading, the first picture, a key, a step of the caret, saving.
+// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+
+#include "editor/CodeMax.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPixmap>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <string>
+
+namespace {
+
+constexpr qint64 Megabyte = 1'000'000;
+
+/// Source-like text of 60 bytes a line; `lineEnd` a blank makes it one line.
+std::string block(char lineEnd, const std::string& word) {
+    std::string text;
+    for (int line = 0; static_cast<qint64>(text.size()) < Megabyte; ++line) {
+        std::string row = "    const auto value" + std::to_string(line % 977) + " = " + word + "(index, size);";
+        row.resize(59, ' ');
+        text += row + lineEnd;
+    }
+    return text;
+}
+
+/// Files are made once and go with the process.
+class Files {
+ public:
+    QString path(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
+        const QString name = QStringLiteral("%1-%2-%3.txt")
+                                 .arg(megabytes)
+                                 .arg(static_cast<int>(lineEnd))
+                                 .arg(QString::fromStdString(word));
+        const QString path = m_folder.filePath(name);
+        if (!QFile::exists(path)) {
+            QFile file(path);
+            const std::string text = block(lineEnd, word);
+            if (file.open(QIODevice::WriteOnly)) {
+                for (qint64 written = 0; written < megabytes * Megabyte; written += static_cast<qint64>(text.size()))
+                    file.write(text.data(), static_cast<qint64>(text.size()));
+            }
+        }
+        return path;
+    }
+    QString target() const { return m_folder.filePath(QStringLiteral("saved.txt")); }
+
+ private:
+    QTemporaryDir m_folder;
+};
+
+Files& files() {
+    static Files made;
+    return made;
+}
+
+struct Shown {
+    CodeMax control;
+    Shown(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
+        control.resize(1000, 700);
+        control.setLineNumbering(true);
+        control.show();
+        if (megabytes > 0)
+            control.OpenFile(files().path(megabytes, lineEnd, word));
+    }
+    void paint() { benchmark::DoNotOptimize(control.grab()); }
+};
+
+void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    const QString path = files().path(megabytes, lineEnd, word);
+    for (auto _ : state) {
+        CodeMax control;
+        control.resize(1000, 700);
+        control.OpenFile(path);
+        benchmark::DoNotOptimize(control.grab());
+    }
+}
+
+/// A key typed in the middle of the text, painted.
+void typeKey(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    Shown shown(megabytes, lineEnd, word);
+    shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
+    shown.control.type(QStringLiteral("x"));
+    shown.paint();
+    for (auto _ : state) {
+        shown.control.type(QStringLiteral("x"));
+        shown.paint();
+    }
+}
+
+/// A step of the caret with what the status bar asks for.
+void step(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    Shown shown(megabytes, lineEnd, word);
+    shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
+    for (auto _ : state) {
+        shown.control.runCommand(QsciScintillaBase::SCI_CHARRIGHT);
+        benchmark::DoNotOptimize(shown.control.SelStart() + shown.control.CurrentLine() +
+                                 shown.control.CurrentColumn());
+    }
+}
+
+void pageDown(benchmark::State& state, qint64 megabytes, char lineEnd) {
+    Shown shown(megabytes, lineEnd);
+    for (auto _ : state) {
+        shown.control.runCommand(QsciScintillaBase::SCI_PAGEDOWN);
+        shown.paint();
+    }
+}
+
+void goToEnd(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    Shown shown(megabytes, lineEnd, word);
+    bool atEnd = false;
+    for (auto _ : state) {
+        shown.control.runCommand(atEnd ? QsciScintillaBase::SCI_DOCUMENTSTART : QsciScintillaBase::SCI_DOCUMENTEND);
+        shown.paint();
+        benchmark::DoNotOptimize(shown.control.SelStart());
+        atEnd = !atEnd;
+    }
+}
+
+void save(benchmark::State& state, qint64 megabytes, char lineEnd) {
+    Shown shown(megabytes, lineEnd);
+    for (auto _ : state)
+        shown.control.SaveFile(files().target(), SaveFlags::AsLoaded);
+}
+
+}  // namespace
+
+#define QUILLMARK_BENCH(...) BENCHMARK_CAPTURE(__VA_ARGS__)->Unit(benchmark::kMillisecond)->UseRealTime()
+
+QUILLMARK_BENCH(load, lines_100MB, 100, '\n', "compute");
+QUILLMARK_BENCH(load, lines_not_ascii_100MB, 100, '\n', "größe");
+QUILLMARK_BENCH(load, lines_1GB, 1000, '\n', "compute")->Iterations(3);
+QUILLMARK_BENCH(load, one_line_100MB, 100, ' ', "compute");
+QUILLMARK_BENCH(typeKey, empty, 0, '\n', "compute");
+QUILLMARK_BENCH(typeKey, lines_1GB, 1000, '\n', "compute");
+QUILLMARK_BENCH(typeKey, one_line_100MB, 100, ' ', "compute");
+QUILLMARK_BENCH(typeKey, lines_not_ascii_100MB, 100, '\n', "größe");
+QUILLMARK_BENCH(step, empty, 0, '\n', "compute");
+QUILLMARK_BENCH(step, lines_1GB, 1000, '\n', "compute");
+QUILLMARK_BENCH(step, one_line_100MB, 100, ' ', "compute");
+QUILLMARK_BENCH(step, lines_not_ascii_100MB, 100, '\n', "größe");
+QUILLMARK_BENCH(pageDown, lines_1GB, 1000, '\n');
+QUILLMARK_BENCH(pageDown, one_line_100MB, 100, ' ');
+QUILLMARK_BENCH(goToEnd, lines_1GB, 1000, '\n', "compute");
+QUILLMARK_BENCH(goToEnd, one_line_100MB, 100, ' ', "compute");
+QUILLMARK_BENCH(goToEnd, lines_not_ascii_100MB, 100, '\n', "größe");
+QUILLMARK_BENCH(save, lines_1GB, 1000, '\n')->Iterations(3);
+QUILLMARK_BENCH(save, one_line_100MB, 100, ' ');
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,367 @@
+#include "editor/CodeMax.h"
+
+#include "editor/EditScope.h"
+#include "editor/EditorAccessible.h"
+#include "editor/Utf16Units.h"
+
+#include <QFontDatabase>
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+/// Milliseconds without a key after which typing begins a new undo step.
+constexpr qint64 TypingPause = 2000;
+/// Typed texts of more units than this are inserted as a whole.
+constexpr qsizetype TypedAtOnce = 64;
+
+/// UTF-8 of a text in which a lone surrogate has become U+FFFD.
+QByteArray wellFormedUtf8(QString text) {
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate())
+            ++at;
+        else if (text[at].isSurrogate())
+            text[at] = QChar::ReplacementCharacter;
+    }
+    return text.toUtf8();
+}
+
+}  // namespace
+
+CodeMax::CodeMax(QWidget* parent) : QsciScintillaBase(parent) {
+    EditorAccessible::install();
+    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    m_fontName = fixed.family();
+    if (fixed.pointSize() > 0)
+        m_fontSize = fixed.pointSize();
+    setUpView();
+    applyDocumentState();
+    connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
+            [this](int at, int type, const char*, int length) { textAboutToChange(at, type, length); });
+    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &CodeMax::lookAtSelectionLater);
+}
+
+CodeMax::~CodeMax() = default;
+
+qint64 CodeMax::send(unsigned message, qint64 first, qint64 second) const {
+    return SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));
+}
+
+// Changes and what is told of them
+
+void CodeMax::textAboutToChange(qint64 at, int type, qint64 length) {
+    const bool inserts = (type & SC_MOD_BEFOREINSERT) != 0;
+    if (!inserts && (type & SC_MOD_BEFOREDELETE) == 0)
+        return;
+    EditorAccessible::textAboutToChange(*this, at, length, inserts);
+    if (inserts)
+        m_map.beforeInsert(at, length);
+    else
+        m_map.beforeDelete(at, length);
+    if (!std::exchange(m_changed, true))
+        m_touchedFrom = m_touchedTo = at;
+    m_touchedFrom = std::min(m_touchedFrom, at);
+    m_touchedTo = inserts ? std::max(m_touchedTo, at) + length : std::max(at, m_touchedTo - length);
+}
+
+void CodeMax::closeScope() {
+    if (m_scopes > 1) {
+        --m_scopes;
+        return;
+    }
+    if (m_changed)
+        m_longLines.keepShort(m_touchedFrom, m_touchedTo);
+    if (std::exchange(m_grouped, false))
+        send(SCI_ENDUNDOACTION);
+    m_scopes = 0;
+    const bool changed = std::exchange(m_changed, false);
+    const Selection now = selection();
+    const bool moved = std::exchange(m_toldSelection, now) != now;
+    if (changed)
+        showLineNumbers();
+    if (moved)
+        EditorAccessible::selectionChanged(*this);
+    if (changed)
+        Q_EMIT Change();
+    if (moved)
+        Q_EMIT SelChange();
+}
+
+/// Scintilla moves the selection by itself too, as when a drag scrolls; it tells so while it paints.
+void CodeMax::lookAtSelectionLater() {
+    if (m_scopes == 0 && (m_changed || selection() != m_toldSelection))
+        QMetaObject::invokeMethod(
+            this, [this] { const EditScope scope(*this); }, Qt::QueuedConnection);
+}
+
+/// What is typed from here on is an undo step of its own.
+void CodeMax::breakUndo() {
+    send(SCI_BEGINUNDOACTION);
+    send(SCI_ENDUNDOACTION);
+}
+
+void CodeMax::runCommand(int message) {
+    const bool pastes = message == SCI_PASTE || message == SCI_TAB;
+    const EditScope scope(*this, pastes || !m_map.joints().empty() ? EditScope::Grouped : EditScope::Separate);
+    // Deletions one after the other are taken back together, all else one by one.
+    if (std::exchange(m_lastCommand, message) != message || message == SCI_NEWLINE || m_typing)
+        breakUndo();
+    m_typing = false;
+    switch (message) {
+        case SCI_CUT:
+            return Cut();
+        case SCI_COPY:
+            return Copy();
+        case SCI_PASTE:
+            return Paste();
+        case SCI_UNDO:
+            return Undo();
+        case SCI_REDO:
+            return Redo();
+        default:
+            return m_commands.run(message);
+    }
+}
+
+void CodeMax::type(const QString& text) {
+    const QByteArray utf8 = withOwnLineEnds(text);
+    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, utf8.size());
+    const EditScope scope(*this, outgrows ? EditScope::Grouped : EditScope::Separate);
+    if (!m_typing || m_sinceTyped.elapsed() > TypingPause)
+        breakUndo();
+    m_typing = true;
+    m_sinceTyped.start();
+    if (text.size() > TypedAtOnce)
+        return replaceSelection(utf8);
+    QInputMethodEvent event;
+    event.setCommitString(QString::fromUtf8(utf8));
+    QsciScintillaBase::inputMethodEvent(&event);
+}
+
+// Text
+
+/// The bytes by which a text enters as it is. In a text with joints its line ends become the text's own, so that none
+/// is taken for a joint.
+QByteArray CodeMax::heldForm(const QString& text) const {
+    return m_map.joints().kind() == JointKind::None ? wellFormedUtf8(text) : withOwnLineEnds(text);
+}
+
+QByteArray CodeMax::withOwnLineEnds(const QString& text) const {
+    QString converted = text;
+    converted.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    if (m_eolMode == SC_EOL_CRLF)
+        converted.replace(u'\n', QStringLiteral("\r\n"));
+    else if (m_eolMode == SC_EOL_CR)
+        converted.replace(u'\n', u'\r');
+    return wellFormedUtf8(converted);
+}
+
+/// The text between two bytes without its joints, in runs that are good until the next change.
+std::vector<std::string_view> CodeMax::plainRuns(qint64 from, qint64 to) const {
+    std::vector<std::string_view> runs;
+    const auto take = [&runs](std::string_view run) { runs.push_back(run); };
+    const auto& joints = m_map.joints().offsets();
+    for (auto joint = std::lower_bound(joints.begin(), joints.end(), from); joint != joints.end() && *joint < to;
+         ++joint) {
+        m_text.forEachRun(from, *joint, take);
+        from = *joint + 1;
+    }
+    m_text.forEachRun(from, to, take);
+    return runs;
+}
+
+QByteArray CodeMax::bytes(qint64 from, qint64 to) const {
+    QByteArray plain;
+    plain.reserve(to - from);
+    for (const std::string_view run : plainRuns(from, to))
+        plain.append(run.data(), static_cast<qsizetype>(run.size()));
+    return plain;
+}
+
+QString CodeMax::Text() const {
+    return QString::fromUtf8(bytes(0, m_text.length()));
+}
+
+void CodeMax::setText(const QString& text) {
+    const EditScope scope(*this, EditScope::Grouped);
+    const QByteArray utf8 = heldForm(text);
+    send(SCI_SETTARGETRANGE, 0, m_text.length());
+    SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+    setSelectionBytes(0, 0);
+}
+
+QString CodeMax::SelText() const {
+    const auto [anchor, caret] = selection();
+    return QString::fromUtf8(bytes(std::min(anchor, caret), std::max(anchor, caret)));
+}
+
+void CodeMax::setSelText(const QString& text) {
+    const EditScope scope(*this, EditScope::Grouped);
+    replaceSelection(heldForm(text));
+}
+
+/// Unlike the message for it this takes NUL bytes.
+void CodeMax::replaceSelection(const QByteArray& utf8) {
+    const EditScope scope(*this, EditScope::Grouped);
+    const auto [anchor, caret] = selection();
+    const qint64 from = std::min(anchor, caret);
+    send(SCI_SETTARGETRANGE, from, std::max(anchor, caret));
+    const qint64 added = SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+    if (!Locked())
+        setSelectionBytes(from + added, from + added);
+}
+
+void CodeMax::AddText(const QString& text) {
+    const EditScope scope(*this, EditScope::Grouped);
+    const QByteArray utf8 = heldForm(text);
+    SendScintilla(SCI_APPENDTEXT, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+}
+
+QString CodeMax::GetLine(qint64 line) const {
+    if (line < 0 || line >= m_map.lineCount())
+        return {};
+    const qint64 begin = m_map.lineBegin(line);
+    return QString::fromUtf8(bytes(begin, m_map.lineEndOf(begin)));
+}
+
+qint64 CodeMax::TotalLines() const {
+    return m_map.lineCount();
+}
+
+/// The held byte of an offset into the text without joints.
+qint64 CodeMax::heldByteOfPlain(qint64 plain) const {
+    const auto& joints = m_map.joints().offsets();
+    qint64 low = 0;
+    auto high = static_cast<qint64>(joints.size());
+    while (low < high) {
+        const qint64 middle = low + (high - low) / 2;
+        if (joints[static_cast<std::size_t>(middle)] - middle <= plain)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return plain + low;
+}
+
+qint64 CodeMax::findText(const QString& text, qint64 from) const {
+    const QByteArray wanted = wellFormedUtf8(text);
+    const qint64 start = m_map.byteOf(from);
+    const QByteArray joined = m_map.joints().empty() ? QByteArray() : bytes(start, m_text.length());
+    const std::string_view searched =
+        m_map.joints().empty() ? m_text.range(start, m_text.length() - start)
+                               : std::string_view(joined.constData(), static_cast<std::size_t>(joined.size()));
+    if (wanted.isEmpty() || searched.empty())
+        return -1;
+    const void* found =
+        memmem(searched.data(), searched.size(), wanted.constData(), static_cast<std::size_t>(wanted.size()));
+    if (found == nullptr)
+        return -1;
+    const qint64 plain = static_cast<const char*>(found) - searched.data() + start - m_map.joints().before(start);
+    return m_map.positionOf(heldByteOfPlain(plain));
+}
+
+// Selection
+
+CodeMax::Selection CodeMax::selection() const {
+    return {send(SCI_GETANCHOR), send(SCI_GETCURRENTPOS)};
+}
+
+void CodeMax::setSelectionBytes(qint64 anchor, qint64 caret) {
+    send(SCI_SETSEL, anchor, caret);
+}
+
+/// Whether the selection is one run of text, not a rectangle and not several.
+bool CodeMax::isStream() const {
+    return send(SCI_GETSELECTIONS) == 1 && send(SCI_SELECTIONISRECTANGLE) == 0;
+}
+
+qint64 CodeMax::SelStart() const {
+    return m_map.positionOf(send(SCI_GETSELECTIONSTART));
+}
+
+qint64 CodeMax::SelEnd() const {
+    return m_map.positionOf(send(SCI_GETSELECTIONEND));
+}
+
+void CodeMax::setSelStart(qint64 position) {
+    setSelection(position, std::max(position, SelEnd()));
+}
+
+void CodeMax::setSelEnd(qint64 position) {
+    setSelection(std::min(position, SelStart()), position);
+}
+
+void CodeMax::setSelection(qint64 anchor, qint64 caret) {
+    const EditScope scope(*this);
+    setSelectionBytes(m_map.byteOf(std::max<qint64>(anchor, 0)), m_map.byteOf(std::max<qint64>(caret, 0)));
+}
+
+qint64 CodeMax::StartLineNo() const {
+    return m_map.lineOf(selection().anchor);
+}
+
+qint64 CodeMax::EndLineNo() const {
+    return m_map.lineOf(selection().caret);
+}
+
+qint64 CodeMax::EndColNo() const {
+    const qint64 caret = selection().caret;
+    return m_map.positionOf(caret) - m_map.positionOf(m_map.lineBeginOf(caret));
+}
+
+// Commands
+
+bool CodeMax::Locked() const {
+    return m_locked || m_forcedLock;
+}
+
+void CodeMax::setLocked(bool locked) {
+    m_locked = locked;
+    send(SCI_SETREADONLY, Locked());
+}
+
+bool CodeMax::CanUndo() const {
+    return send(SCI_CANUNDO) != 0;
+}
+
+bool CodeMax::CanRedo() const {
+    return send(SCI_CANREDO) != 0;
+}
+
+void CodeMax::Undo() {
+    const EditScope scope(*this);
+    m_typing = false;
+    send(SCI_UNDO);
+}
+
+void CodeMax::Redo() {
+    const EditScope scope(*this);
+    m_typing = false;
+    send(SCI_REDO);
+}
+
+void CodeMax::Cut() {
+    const EditScope scope(*this, EditScope::Grouped);
+    if (Locked() || send(SCI_GETSELECTIONEMPTY) != 0)
+        return;
+    Copy();
+    send(SCI_CLEAR);
+}
+
+void CodeMax::SelectAll() {
+    const EditScope scope(*this);
+    send(SCI_SELECTALL);
+}
+
+void CodeMax::GotoTextLine(qint64 line) {
+    const EditScope scope(*this);
+    const qint64 byte = m_map.lineBegin(std::clamp<qint64>(line, 0, TotalLines() - 1));
+    send(SCI_GOTOPOS, byte);
+    send(SCI_VERTICALCENTRECARET);
+}
+
+void CodeMax::Redraw() {
+    viewport()->update();
+}

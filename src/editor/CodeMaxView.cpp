@@ -1,0 +1,167 @@
+// What the control looks like: fonts, colours, margins.
+
+#include "editor/CodeMax.h"
+
+#include <QEvent>
+#include <QPaintEvent>
+
+#include <algorithm>
+
+namespace {
+
+/// Pixels beside the digits of the line numbers.
+constexpr int NumberPadding = 12;
+constexpr int NumberMargin = 0;
+
+/// Scintilla takes colours as blue-green-red.
+long colourNumber(const QColor& colour) {
+    return colour.red() | colour.green() << 8 | colour.blue() << 16;
+}
+
+QColor blended(const QColor& one, const QColor& other, int percentOfOther) {
+    const auto mix = [percentOfOther](int a, int b) { return (a * (100 - percentOfOther) + b * percentOfOther) / 100; };
+    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
+}
+
+bool isDark(const QColor& colour) {
+    return colour.lightness() < 128;
+}
+
+/// A stored colour meant for dark text on light ground keeps its hue on dark ground and changes its lightness.
+QColor readableOn(const QColor& base, const QColor& colour) {
+    if (isDark(base) == isDark(colour))
+        return colour;
+    QColor turned;
+    turned.setHsl(colour.hslHue(), colour.hslSaturation() / 2, (255 - colour.lightness()) + 24);
+    return turned;
+}
+
+}  // namespace
+
+void CodeMax::setUpView() {
+    setFrameShape(QFrame::NoFrame);
+    send(SCI_CLEARALLCMDKEYS);
+    send(SCI_USEPOPUP, 0);
+    // Told before an edit instead of after it: the library's own answer to the latter counts from the start of the
+    // text.
+    send(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
+    send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
+    send(SCI_SETIDLESTYLING, SC_IDLESTYLING_ALL);
+    send(SCI_SETBUFFEREDDRAW, 0);
+    send(SCI_SETSCROLLWIDTH, 1);
+    send(SCI_SETSCROLLWIDTHTRACKING, 1);
+    send(SCI_SETVIRTUALSPACEOPTIONS, SCVS_RECTANGULARSELECTION);
+    send(SCI_SETCARETLINEVISIBLEALWAYS, 1);
+    for (int margin = 0; margin < 3; ++margin)
+        send(SCI_SETMARGINWIDTHN, margin, 0);
+    send(SCI_SETMARGINTYPEN, NumberMargin, SC_MARGIN_NUMBER);
+    send(SCI_SETMARGINLEFT, 0, 4);
+    setTextFont(m_fontName, m_fontSize);
+}
+
+void CodeMax::applyDocumentState() {
+    send(SCI_SETCODEPAGE, SC_CP_UTF8);
+    send(SCI_SETLEXER, SCLEX_NULL);
+    send(SCI_SETUNDOCOLLECTION, 1);
+    send(SCI_EMPTYUNDOBUFFER);
+    send(SCI_SETEOLMODE, m_eolMode);
+    send(SCI_SETTABWIDTH, 4);
+    send(SCI_SETUSETABS, 1);
+    send(SCI_SETREADONLY, Locked());
+    send(SCI_SETSAVEPOINT);
+}
+
+QString CodeMax::FontName() const {
+    return m_fontName;
+}
+
+int CodeMax::FontSize() const {
+    return m_fontSize;
+}
+
+void CodeMax::setTextFont(const QString& name, int points) {
+    m_fontName = name;
+    m_fontSize = points;
+    SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(STYLE_DEFAULT), name.toUtf8().constData());
+    send(SCI_STYLESETSIZE, STYLE_DEFAULT, points);
+    applyColours();
+    m_numberedLines = -1;
+    showLineNumbers();
+}
+
+void CodeMax::applyColours() {
+    const QColor base = palette().color(QPalette::Base);
+    const QColor text = palette().color(QPalette::Text);
+    send(SCI_STYLESETFORE, STYLE_DEFAULT, colourNumber(text));
+    send(SCI_STYLESETBACK, STYLE_DEFAULT, colourNumber(base));
+    send(SCI_STYLECLEARALL);
+    send(SCI_STYLESETFORE, STYLE_LINENUMBER, colourNumber(blended(text, base, 45)));
+    send(SCI_STYLESETBACK, STYLE_LINENUMBER, colourNumber(blended(base, text, 5)));
+    send(SCI_SETCARETFORE, colourNumber(text));
+    send(SCI_SETSELFORE, 1, colourNumber(palette().color(QPalette::HighlightedText)));
+    send(SCI_SETSELBACK, 1, colourNumber(palette().color(QPalette::Highlight)));
+    setLineHighlight(m_highlight.isValid() ? CurrentLine() : -1, m_highlight);
+}
+
+void CodeMax::changeEvent(QEvent* event) {
+    QsciScintillaBase::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        applyColours();
+}
+
+/// The line is always the caret's: Scintilla keeps its highlight there and needs no colour for each line.
+void CodeMax::setLineHighlight(qint64 line, const QColor& colour) {
+    m_highlight = line < 0 ? QColor() : colour;
+    send(SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
+    if (m_highlight.isValid())
+        send(SCI_SETCARETLINEBACK, colourNumber(readableOn(palette().color(QPalette::Base), m_highlight)));
+}
+
+bool CodeMax::LineNumbering() const {
+    return m_lineNumbering;
+}
+
+void CodeMax::setLineNumbering(bool on) {
+    m_lineNumbering = on;
+    m_numberedLines = -1;
+    showLineNumbers();
+}
+
+/// As wide as the last line's number. A text with joints gets its numbers as texts, one for each line's first piece.
+void CodeMax::showLineNumbers() {
+    const qint64 lines = m_lineNumbering ? TotalLines() : 0;
+    const bool jointed = !m_map.joints().empty();
+    send(SCI_SETMARGINTYPEN, NumberMargin, jointed ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
+    if (lines == m_numberedLines)
+        return;
+    m_numberedLines = lines;
+    if (lines == 0) {
+        send(SCI_SETMARGINWIDTHN, NumberMargin, 0);
+        return;
+    }
+    const QByteArray widest(std::max<qsizetype>(3, QByteArray::number(lines).size()), '9');
+    const qint64 width = SendScintilla(SCI_TEXTWIDTH, static_cast<uintptr_t>(STYLE_LINENUMBER), widest.constData());
+    send(SCI_SETMARGINWIDTHN, NumberMargin, width + NumberPadding);
+}
+
+void CodeMax::numberVisiblePieces() {
+    const qint64 first = send(SCI_GETFIRSTVISIBLELINE);
+    const qint64 last = std::min(first + send(SCI_LINESONSCREEN), m_text.lineCount() - 1);
+    for (qint64 held = first; held <= last; ++held) {
+        const qint64 start = m_text.lineStart(held);
+        const bool continues = start > 0 && m_map.joints().isJoint(start - 1);
+        const QByteArray wanted = continues ? QByteArray() : QByteArray::number(m_map.lineOf(start) + 1);
+        QByteArray shown(send(SCI_MARGINGETTEXT, held, 0), '\0');
+        send(SCI_MARGINGETTEXT, held, reinterpret_cast<qint64>(shown.data()));
+        if (shown == wanted)
+            continue;
+        SendScintilla(SCI_MARGINSETTEXT, static_cast<uintptr_t>(held), wanted.constData());
+        send(SCI_MARGINSETSTYLE, held, STYLE_LINENUMBER);
+    }
+}
+
+void CodeMax::paintEvent(QPaintEvent* event) {
+    if (m_lineNumbering && !m_map.joints().empty())
+        numberVisiblePieces();
+    QsciScintillaBase::paintEvent(event);
+}
