@@ -24,3 +24,5 @@ install(FILES icons/quillmark.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hic
 install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 file(GLOB manual_pages CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.1)
 install(FILES ${manual_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+
+include(RegistryTool)

@@ -1,0 +1,279 @@
+#include "RegistryTool.h"
+
+#include "platform/Folders.h"
+#include "settings/SqliteRegistry.h"
+#include "settings/modRegistry.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QSaveFile>
+
+#include <cstdio>
+
+namespace {
+
+const QString NameOption = QStringLiteral("name");
+const QString DefaultOption = QStringLiteral("default");
+const QString TypeOption = QStringLiteral("type");
+const QString DataOption = QStringLiteral("data");
+const QString TreeOption = QStringLiteral("tree");
+const QString StoreOption = QStringLiteral("store");
+const QString HelpOption = QStringLiteral("help");
+const QString VersionOption = QStringLiteral("version");
+
+constexpr const char* Help = R"(Usage: quillmark-reg [--store FILE] COMMAND [ARGUMENTS]
+
+Shows and changes the store in which Quillmark keeps its settings.
+
+Commands:
+  query KEY                     show the values and sub-keys of a key
+  query KEY --name NAME         show one value, and nothing else
+  add KEY                       make a key
+  add KEY --name NAME --data TEXT [--type TYPE]
+                                write a value
+  delete KEY                    delete a key that has no sub-keys
+  delete KEY --tree             delete a key with everything below it
+  delete KEY --name NAME        delete one value
+  export [KEY [FILE]]           write a key and all below it as text
+                                (default: HKCU to standard output)
+  import [FILE]                 add what such a text holds
+                                (default: from standard input)
+
+A KEY is HKCR, HKCU or HKLM, then "/" and the names below, such as
+HKCU/Software/Quillmark/general.
+
+Options:
+  -n, --name NAME               the value of this name
+      --default                 the value without a name
+  -t, --type TYPE               string (default), expand, multi, dword,
+                                dword-be, binary, or a number with the
+                                bytes in hexadecimal as data
+  -d, --data TEXT               what to write; once for each string of a multi
+      --tree                    with everything below
+      --store FILE              another store than the user's own
+  -h, --help                    show this help
+      --version                 show the version
+
+Exit status: 0 done, 1 no such key or value, 2 wrong arguments,
+3 the store or a file cannot be read or written, 4 not a text to import.
+)";
+
+void defineOptions(QCommandLineParser& parser) {
+    const QString text = QStringLiteral("text");
+    parser.addOption({{QStringLiteral("n"), NameOption}, QString(), text});
+    parser.addOption({DefaultOption, QString()});
+    parser.addOption({{QStringLiteral("t"), TypeOption}, QString(), text, QStringLiteral("string")});
+    parser.addOption({{QStringLiteral("d"), DataOption}, QString(), text});
+    parser.addOption({TreeOption, QString()});
+    parser.addOption({StoreOption, QString(), text});
+    parser.addOption({{QStringLiteral("h"), HelpOption}, QString()});
+    parser.addOption({VersionOption, QString()});
+}
+
+bool print(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    const bool written = std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
+                         static_cast<size_t>(bytes.size());
+    return std::fflush(stdout) == 0 && written;
+}
+
+bool namesValue(const QCommandLineParser& options) {
+    return options.isSet(NameOption) || options.isSet(DefaultOption);
+}
+
+QString valueName(const QCommandLineParser& options) {
+    return options.isSet(DefaultOption) ? QString() : options.value(NameOption);
+}
+
+}  // namespace
+
+/// What a command is called, how many arguments it takes behind its name, and which options it knows besides --store.
+struct RegistryTool::Command {
+    const char* name;
+    int fewest;
+    int most;
+    QStringList options;
+    int (RegistryTool::*run)(RegistryStore& store, const QCommandLineParser& options);
+};
+
+const RegistryTool::Command RegistryTool::Commands[] = {
+    {"query", 1, 1, {NameOption, DefaultOption}, &RegistryTool::query},
+    {"add", 1, 1, {NameOption, DefaultOption, TypeOption, DataOption}, &RegistryTool::add},
+    {"delete", 1, 1, {NameOption, DefaultOption, TreeOption}, &RegistryTool::remove},
+    {"export", 0, 2, {}, &RegistryTool::exportText},
+    {"import", 0, 1, {}, &RegistryTool::importText},
+};
+
+int RegistryTool::run(const QStringList& arguments) {
+    QCommandLineParser options;
+    defineOptions(options);
+    if (!options.parse(arguments)) {
+        return say(Misused, options.errorText());
+    }
+    if (options.isSet(HelpOption)) {
+        return print(QString::fromUtf8(Help)) ? Done : Failed;
+    }
+    if (options.isSet(VersionOption)) {
+        return print(QStringLiteral("quillmark-reg " QUILLMARK_VERSION "\n")) ? Done : Failed;
+    }
+    const QString ownStore = configFolder() + QStringLiteral("/registry.db");
+    SqliteRegistry store(options.isSet(StoreOption) ? options.value(StoreOption) : ownStore);
+    return runCommand(store, options);
+}
+
+int RegistryTool::runCommand(RegistryStore& store, const QCommandLineParser& options) {
+    const QStringList words = options.positionalArguments();
+    const QString name = words.value(0);
+    const auto* command =
+        std::ranges::find_if(Commands, [&](const Command& each) { return name == QLatin1String(each.name); });
+    if (command == std::end(Commands)) {
+        return say(Misused, words.isEmpty() ? QStringLiteral("no command given")
+                                            : QStringLiteral("no command \"%1\"").arg(name));
+    }
+    if (words.size() - 1 < command->fewest || words.size() - 1 > command->most) {
+        return say(Misused, QStringLiteral("wrong number of arguments for %1").arg(name));
+    }
+    for (const QString& option : {NameOption, DefaultOption, TypeOption, DataOption, TreeOption}) {
+        if (options.isSet(option) && !command->options.contains(option)) {
+            return say(Misused, QStringLiteral("%1 takes no --%2").arg(name, option));
+        }
+    }
+    if (options.isSet(NameOption) && options.isSet(DefaultOption)) {
+        return say(Misused, QStringLiteral("--name and --default exclude each other"));
+    }
+    if (command->run != &RegistryTool::importText) {
+        m_keyText = words.value(1, QStringLiteral("HKCU"));
+        const std::optional<RegistryText::KeyName> key = RegistryText::keyFromText(m_keyText);
+        if (!key) {
+            return say(Misused, QStringLiteral("\"%1\" does not begin with HKCR, HKCU or HKLM").arg(m_keyText));
+        }
+        m_key = *key;
+    }
+    return (this->*command->run)(store, options);
+}
+
+int RegistryTool::query(RegistryStore& store, const QCommandLineParser& options) {
+    if (!namesValue(options)) {
+        return list(store);
+    }
+    RegistryValue value;
+    const int code = store.readValue(m_key.root, m_key.path, valueName(options), value);
+    if (code != RegistryCode::Ok) {
+        return sayResult(code);
+    }
+    return print(RegistryText::plainValue(value) + u'\n') ? Done : Failed;
+}
+
+int RegistryTool::list(RegistryStore& store) {
+    QStringList names;
+    const int code = store.valueNames(m_key.root, m_key.path, names);
+    if (code != RegistryCode::Ok) {
+        return sayResult(code);
+    }
+    QString text;
+    for (const QString& name : names) {
+        RegistryValue value;
+        store.readValue(m_key.root, m_key.path, name, value);
+        text += RegistryText::valueLine(name, value) + u'\n';
+    }
+    store.subKeys(m_key.root, m_key.path, names);
+    for (const QString& name : names) {
+        const QString path = m_key.path.isEmpty() ? name : m_key.path + u'/' + name;
+        text += RegistryText::keyLine({m_key.root, path}) + u'\n';
+    }
+    return print(text) ? Done : Failed;
+}
+
+int RegistryTool::add(RegistryStore& store, const QCommandLineParser& options) {
+    const bool hasContent = options.isSet(DataOption) || options.isSet(TypeOption);
+    if (!namesValue(options)) {
+        return hasContent ? say(Misused, QStringLiteral("--data and --type need --name or --default"))
+                          : sayResult(store.createKey(m_key.root, m_key.path));
+    }
+    const QString type = options.value(TypeOption);
+    QStringList data = options.values(DataOption);
+    if (data.isEmpty() && type != QLatin1String("multi")) {
+        data.append(QString());
+    }
+    const std::optional<RegistryValue> value = RegistryText::valueFromPlain(type, data);
+    if (!value) {
+        return say(Misused, QStringLiteral("the data is no value of the type \"%1\"").arg(type));
+    }
+    return sayResult(store.writeValue(m_key.root, m_key.path, valueName(options), *value));
+}
+
+int RegistryTool::remove(RegistryStore& store, const QCommandLineParser& options) {
+    if (namesValue(options)) {
+        return options.isSet(TreeOption) ? say(Misused, QStringLiteral("--tree is for keys"))
+                                         : sayResult(store.deleteValue(m_key.root, m_key.path, valueName(options)));
+    }
+    if (!options.isSet(TreeOption)) {
+        return sayResult(store.deleteKey(m_key.root, m_key.path));
+    }
+    if (const int code = store.openKey(m_key.root, m_key.path); code != RegistryCode::Ok) {
+        return sayResult(code);
+    }
+    return sayResult(DeleteRegTree(store, m_key.root, m_key.path) ? RegistryCode::Ok : RegistryCode::AccessDenied);
+}
+
+int RegistryTool::exportText(RegistryStore& store, const QCommandLineParser& options) {
+    const std::optional<QString> text = RegistryText::exportKey(store, m_key);
+    if (!text) {
+        return sayResult(RegistryCode::NotFound);
+    }
+    const QString path = options.positionalArguments().value(2);
+    if (path.isEmpty()) {
+        return print(*text) ? Done : Failed;
+    }
+    QSaveFile file(path);
+    const QByteArray bytes = text->toUtf8();
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        return say(Failed, QStringLiteral("%1: %2").arg(path, file.errorString()));
+    }
+    return Done;
+}
+
+int RegistryTool::importText(RegistryStore& store, const QCommandLineParser& options) {
+    const QString path = options.positionalArguments().value(1);
+    const QString shown = path.isEmpty() ? QStringLiteral("standard input") : path;
+    QFile file(path);
+    if (path.isEmpty() ? !file.open(stdin, QIODevice::ReadOnly) : !file.open(QIODevice::ReadOnly)) {
+        return say(Failed, QStringLiteral("%1: %2").arg(shown, file.errorString()));
+    }
+    const RegistryText::Parsed parsed = RegistryText::parse(QString::fromUtf8(file.readAll()));
+    if (parsed.line > 0) {
+        return say(Malformed, QStringLiteral("%1:%2: %3").arg(shown).arg(parsed.line).arg(parsed.problem));
+    }
+    m_keyText = shown;
+    return sayResult(RegistryText::import(store, parsed.entries));
+}
+
+int RegistryTool::say(ExitCode code, const QString& text) const {
+    const QString hint = code == Misused ? QStringLiteral("Try quillmark-reg --help.\n") : QString();
+    const QByteArray bytes = QStringLiteral("quillmark-reg: %1\n%2").arg(text, hint).toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+    return code;
+}
+
+int RegistryTool::sayResult(int registryCode) const {
+    static constexpr struct {
+        int code;
+        ExitCode exit;
+        const char* text;
+    } Messages[] = {
+        {RegistryCode::NotFound, Missing, "no such key or value"},
+        {RegistryCode::AccessDenied, Failed, "not allowed: the store cannot be written, or the key has sub-keys"},
+        {RegistryCode::Busy, Failed, "another process holds the store"},
+        {RegistryCode::DiskFull, Failed, "the disk is full"},
+        {RegistryCode::BadStore, Failed, "the store is damaged and cannot be set aside"},
+    };
+    if (registryCode == RegistryCode::Ok) {
+        return Done;
+    }
+    for (const auto& message : Messages) {
+        if (message.code == registryCode) {
+            return say(message.exit, m_keyText + QStringLiteral(": ") + QLatin1String(message.text));
+        }
+    }
+    return say(Failed, QStringLiteral("%1: error %2").arg(m_keyText).arg(registryCode));
+}

@@ -1,0 +1,8 @@
+#include "RegistryTool.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return RegistryTool().run(QCoreApplication::arguments());
+}
