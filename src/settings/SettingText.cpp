@@ -1,7 +1,5 @@
 #include "settings/SettingText.h"
 
-#include <QLocale>
-
 #include <cmath>
 #include <limits>
 

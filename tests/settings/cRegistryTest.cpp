@@ -1,7 +1,6 @@
-#include "settings/cRegistry.h"
-
 #include "ScriptedRegistry.h"
 #include "settings/RegistryData.h"
+#include "settings/cRegistry.h"
 #include "settings/modRegistry.h"
 
 #include <gtest/gtest.h>
@@ -14,16 +13,14 @@ const QString Section = QStringLiteral("Software/Quillmark/test");
 const QString Name = QStringLiteral("name");
 
 class cRegistryTest : public testing::Test {
-protected:
+ protected:
     cRegistryTest() {
         registry.SectionKey = Section;
         registry.ValueKey = Name;
         registry.Default = QStringLiteral("default");
     }
 
-    void put(qint32 type, const QByteArray& data) {
-        store.writeValue(HKEY_CURRENT_USER, Section, Name, {type, data});
-    }
+    void put(qint32 type, const QByteArray& data) { store.writeValue(HKEY_CURRENT_USER, Section, Name, {type, data}); }
     RegistryValue stored() {
         RegistryValue value{-99, {}};
         store.readValue(HKEY_CURRENT_USER, Section, Name, value);
@@ -97,8 +94,8 @@ TEST_F(cRegistryTest, TheNextOperationForgetsTheErrorBefore) {
 }
 
 TEST_F(cRegistryTest, AMissingValueReadsAsTheDefaultOfWhateverType) {
-    for (const QVariant& value : {QVariant(QStringLiteral("text")), QVariant(42), QVariant(QByteArray("bytes")),
-                                  QVariant(), QVariant(true)}) {
+    for (const QVariant& value :
+         {QVariant(QStringLiteral("text")), QVariant(42), QVariant(QByteArray("bytes")), QVariant(), QVariant(true)}) {
         registry.Default = value;
         EXPECT_EQ(registry.Value(), value);
     }
@@ -247,8 +244,8 @@ TEST_F(cRegistryTest, AnythingButAByteArrayRaisesOnTheBinaryType) {
 
 TEST_F(cRegistryTest, ShortAndLongIntegersAreStoredInOrdinaryByteOrder) {
     for (const qint32 type : {RegistryType::Integer, RegistryType::IntegerBigEndian}) {
-        for (const QVariant& value : {QVariant(258), QVariant::fromValue<short>(258), QVariant(258U),
-                                      QVariant::fromValue<ushort>(258)}) {
+        for (const QVariant& value :
+             {QVariant(258), QVariant::fromValue<short>(258), QVariant(258U), QVariant::fromValue<ushort>(258)}) {
             registry.ValueType = type;
             EXPECT_TRUE(registry.setValue(value));
             EXPECT_EQ(stored(), (RegistryValue{RegistryType::Integer, QByteArray("\x02\x01\0\0", 4)}));
@@ -348,7 +345,7 @@ TEST_F(cRegistryTest, NamesOfSectionsAreCutAtTheirFirstZero) {
 namespace {
 
 class AssociationTest : public cRegistryTest {
-protected:
+ protected:
     QString classText(const char* key) {
         return GetRegString(store, HKEY_CLASSES_ROOT, QString::fromLatin1(key), QString());
     }
@@ -368,7 +365,8 @@ TEST_F(AssociationTest, TheSmallestHasOpenAlone) {
     EXPECT_EQ(classText("My.Class"), QStringLiteral("Description"));
     EXPECT_EQ(classText("My.Class/shell/open"), QStringLiteral("&Open"));
     EXPECT_EQ(classText("My.Class/shell/open/command"), QStringLiteral("\"/opt/my app/q\" \"%1\""));
-    for (const char* key : {"My.Class/shell/print", "My.Class/shell/add", "My.Class/shell/new", "My.Class/DefaultIcon"}) {
+    for (const char* key :
+         {"My.Class/shell/print", "My.Class/shell/add", "My.Class/shell/new", "My.Class/DefaultIcon"}) {
         EXPECT_FALSE(hasClass(key)) << key;
     }
     EXPECT_EQ(registry.SectionKey, Section) << "the fields stay";
@@ -388,9 +386,9 @@ TEST_F(AssociationTest, EveryVerbHasItsUsualText) {
 
 TEST_F(AssociationTest, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
     const QString quoted = QStringLiteral("\"/opt/q\"");
-    EXPECT_TRUE(registry.CreateEXEAssociation(quoted, className, QString(), QStringLiteral("ext"),
-                                              QStringLiteral("o"), true, QStringLiteral("p"), true, QStringLiteral("n"),
-                                              true, QStringLiteral("i"), 3));
+    EXPECT_TRUE(registry.CreateEXEAssociation(quoted, className, QString(), QStringLiteral("ext"), QStringLiteral("o"),
+                                              true, QStringLiteral("p"), true, QStringLiteral("n"), true,
+                                              QStringLiteral("i"), 3));
     EXPECT_EQ(classText("My.Class/shell/open"), QStringLiteral("o"));
     EXPECT_EQ(classText("My.Class/shell/print"), QStringLiteral("p"));
     EXPECT_EQ(classText("My.Class/shell/add"), QStringLiteral("i"));
@@ -401,8 +399,8 @@ TEST_F(AssociationTest, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
 TEST_F(AssociationTest, AStoreThatRefusesRaises) {
     store.createResult = RegistryCode::AccessDenied;
     EXPECT_FALSE(registry.CreateEXEAssociation(exe, className, QString(), QStringLiteral("ext")));
-    expectRaised(QStringLiteral(
-        "Failed to set registry value Key: '-2147483648',Section: '.ext',Key: '' to value: 'My.Class'"));
+    expectRaised(
+        QStringLiteral("Failed to set registry value Key: '-2147483648',Section: '.ext',Key: '' to value: 'My.Class'"));
 }
 
 TEST_F(AssociationTest, FurtherEntriesComeInThrees) {

@@ -1,7 +1,6 @@
-#include "settings/modRegistry.h"
-
 #include "ScriptedRegistry.h"
 #include "settings/RegistryData.h"
+#include "settings/modRegistry.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +11,7 @@ const QString Key = QStringLiteral("Software/Quillmark/test");
 const QString Name = QStringLiteral("name");
 
 class ModRegistryTest : public testing::Test {
-protected:
+ protected:
     QString read() { return GetRegString(store, Root, Key, Name); }
 
     ScriptedRegistry store;

@@ -1,0 +1,198 @@
+#include "settings/Colour.h"
+#include "settings/MemoryRegistry.h"
+#include "settings/Options.h"
+#include "settings/SettingText.h"
+#include "settings/Settings.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class OptionsTest : public testing::Test {
+ protected:
+    OptionsTest() {
+        options.FontName = QStringLiteral("Fresh Mono");
+        options.FontSize = 11;
+    }
+    void put(const char* key, const char* text) { settings.write(QLatin1String(key), QString::fromUtf8(text)); }
+    void load() {
+        loadFirstOptions(settings, options);
+        LoadOptions(settings, options);
+    }
+    /// What a member becomes when its key holds the text, from either state before.
+    bool becomes(const char* key, const char* text, bool Options::*member) {
+        put(key, text);
+        options.*member = !(options.*member);
+        load();
+        return options.*member;
+    }
+
+    MemoryRegistry store;
+    Settings settings{store};
+    Options options;
+};
+
+constexpr struct {
+    const char* key;
+    bool Options::*member;
+    bool initially;
+} ComparedWithOne[] = {
+    {"ClearRedoAfterSave", &Options::ClearRedoAfterSave, false},
+    {"ToolbarWholeWord", &Options::WholeWord, false},
+    {"ToolbarRegExp", &Options::RegExpOn, false},
+    {"ToolbarCase", &Options::CaseSensitiveOn, false},
+    {"ContinueSearch", &Options::ContinueSearch, true},
+    {"LoadLastFolder", &Options::LoadLastFolder, false},
+    {"DocumentWorkingFolder", &Options::DocumentWorkingFolder, true},
+    {"ShowFullPath", &Options::ShowFullPath, true},
+    {"UseFileIcon", &Options::UseFileIcon, false},
+};
+
+}  // namespace
+
+TEST_F(OptionsTest, AFirstStartRunsOnTheDefaultsAndLeavesTheStoreEmpty) {
+    load();
+    EXPECT_EQ(options.FontName, QStringLiteral("Fresh Mono"));
+    EXPECT_EQ(options.FontSize, 11);
+    EXPECT_TRUE(options.FileModifyNotice);
+    EXPECT_TRUE(options.CheckHexModeWhenOpen);
+    EXPECT_TRUE(options.RowHighlight);
+    EXPECT_EQ(options.RowHighlightColor, 15194061);
+    for (const auto& row : ComparedWithOne) {
+        EXPECT_EQ(options.*row.member, row.initially) << row.key;
+    }
+    QStringList names;
+    store.subKeys(HKEY_CURRENT_USER, QString(), names);
+    EXPECT_TRUE(names.isEmpty());
+}
+
+TEST_F(OptionsTest, SwitchesAreOnByTheTextOneAlone) {
+    for (const auto& row : ComparedWithOne) {
+        EXPECT_TRUE(becomes(row.key, "1", row.member)) << row.key;
+        for (const char* text : {"0", "True", "1.0", " 1", "on", "-1"}) {
+            EXPECT_FALSE(becomes(row.key, text, row.member)) << row.key << " " << text;
+        }
+    }
+}
+
+TEST_F(OptionsTest, RowHighlightIsANumberComparedWithOne) {
+    for (const char* text : {"1", "1.0", " 1 ", "1e0", "+1", "&H1"}) {
+        EXPECT_TRUE(becomes("RowHighlight", text, &Options::RowHighlight)) << text;
+    }
+    for (const char* text : {"0", "2", "-1", "0.5", "1.1"}) {
+        EXPECT_FALSE(becomes("RowHighlight", text, &Options::RowHighlight)) << text;
+    }
+}
+
+TEST_F(OptionsTest, TwoSettingsAreBooleans) {
+    const std::pair<const char*, bool Options::*> settingsOfKind[] = {
+        {"FileModifyNotice", &Options::FileModifyNotice}, {"CheckHexModeWhenOpen", &Options::CheckHexModeWhenOpen}};
+    for (const auto& [key, member] : settingsOfKind) {
+        for (const char* text : {"True", "true", "TRUE", "1", "-1", "2", "0.5"}) {
+            EXPECT_TRUE(becomes(key, text, member)) << text;
+        }
+        for (const char* text : {"False", "fALSE", "0", "0.0"}) {
+            EXPECT_FALSE(becomes(key, text, member)) << text;
+        }
+    }
+}
+
+TEST_F(OptionsTest, FontAndColourAreTaken) {
+    put("FontName", "Größe Mono");
+    put("FontSize", "14");
+    put("RowHighlightColor", "255");
+    load();
+    EXPECT_EQ(options.FontName, QStringLiteral("Größe Mono"));
+    EXPECT_EQ(options.FontSize, 14);
+    EXPECT_EQ(options.RowHighlightColor, 255);
+}
+
+TEST_F(OptionsTest, InTheFirstGroupATextWithoutMeaningLeavesItsOwnVariableAlone) {
+    put("FontSize", "large");
+    put("FileModifyNotice", "perhaps");
+    put("CheckHexModeWhenOpen", "never");
+    put("ClearRedoAfterSave", "1");
+    put("ContinueSearch", "0");
+    loadFirstOptions(settings, options);
+    EXPECT_EQ(options.FontSize, 11);
+    EXPECT_TRUE(options.FileModifyNotice);
+    EXPECT_TRUE(options.CheckHexModeWhenOpen);
+    EXPECT_TRUE(options.ClearRedoAfterSave);
+    EXPECT_FALSE(options.ContinueSearch);
+}
+
+TEST_F(OptionsTest, AFontSizeOutOfRangeKeepsTheDefault) {
+    for (const char* text : {"32768", "-32769", "1e9"}) {
+        put("FontSize", text);
+        loadFirstOptions(settings, options);
+        EXPECT_EQ(options.FontSize, 11) << text;
+    }
+}
+
+TEST_F(OptionsTest, InTheSecondGroupATextWithoutMeaningEndsTheReading) {
+    put("UseFileIcon", "1");
+    put("RowHighlightColor", "blue");
+    put("RowHighlight", "0");
+    LoadOptions(settings, options);
+    EXPECT_TRUE(options.UseFileIcon) << "it comes before";
+    EXPECT_EQ(options.RowHighlightColor, 15194061);
+    EXPECT_TRUE(options.RowHighlight) << "it comes behind";
+}
+
+TEST_F(OptionsTest, ARowHighlightWithoutMeaningKeepsItsDefaultAndTheColourIsTaken) {
+    put("RowHighlightColor", "16384");
+    put("RowHighlight", "yes");
+    LoadOptions(settings, options);
+    EXPECT_EQ(options.RowHighlightColor, 16384);
+    EXPECT_TRUE(options.RowHighlight);
+}
+
+TEST_F(OptionsTest, EachGroupReadsItsOwnKeysOnly) {
+    put("ContinueSearch", "0");
+    put("ShowFullPath", "0");
+    loadFirstOptions(settings, options);
+    EXPECT_FALSE(options.ContinueSearch);
+    EXPECT_TRUE(options.ShowFullPath);
+    options.ContinueSearch = true;
+    LoadOptions(settings, options);
+    EXPECT_TRUE(options.ContinueSearch);
+    EXPECT_FALSE(options.ShowFullPath);
+}
+
+TEST(SettingText, ReadsNumbersWhateverTheLocale) {
+    EXPECT_EQ(SettingText::toNumber(QStringLiteral(" -2.5e1 ")), -25);
+    EXPECT_EQ(SettingText::toNumber(QStringLiteral("&hFF")), 255);
+    EXPECT_EQ(SettingText::toNumber(QStringLiteral("&HFFFFFFFF")), -1);
+    for (const char* text : {"", " ", "one", "1,5", "1 2", "nan", "inf", "&H", "&H-1", "&HG", "0x10", "1e999"}) {
+        EXPECT_FALSE(SettingText::toNumber(QLatin1String(text))) << text;
+    }
+}
+
+TEST(SettingText, RoundsToTheNearestIntegerInRange) {
+    EXPECT_EQ(SettingText::toShort(QStringLiteral("9.75")), 10);
+    EXPECT_EQ(SettingText::toShort(QStringLiteral("12.5")), 12);
+    EXPECT_EQ(SettingText::toShort(QStringLiteral("13.5")), 14);
+    EXPECT_EQ(SettingText::toShort(QStringLiteral("32767")), 32767);
+    EXPECT_EQ(SettingText::toShort(QStringLiteral("-32768")), -32768);
+    EXPECT_FALSE(SettingText::toShort(QStringLiteral("32767.5")));
+    EXPECT_EQ(SettingText::toLong(QStringLiteral("2147483647")), 2147483647);
+    EXPECT_EQ(SettingText::toLong(QStringLiteral("-2147483648")), -2147483647 - 1);
+    EXPECT_FALSE(SettingText::toLong(QStringLiteral("2147483648")));
+    EXPECT_FALSE(SettingText::toLong(QString()));
+}
+
+TEST(SettingText, ReadsBooleansAsWordsAndNumbers) {
+    EXPECT_EQ(SettingText::toBoolean(QStringLiteral(" true ")), true);
+    EXPECT_EQ(SettingText::toBoolean(QStringLiteral("FALSE")), false);
+    for (const char* text : {"", "yes", "on", "t", "truely"}) {
+        EXPECT_FALSE(SettingText::toBoolean(QLatin1String(text)).has_value()) << text;
+    }
+}
+
+TEST(ColourTest, RedIsTheLowestByte) {
+    EXPECT_EQ(Colour::fromNumber(15194061), (Colour{205, 215, 231}));
+    EXPECT_EQ(Colour::fromNumber(255), (Colour{255, 0, 0}));
+    EXPECT_EQ(Colour::fromNumber(16384), (Colour{0, 64, 0}));
+    EXPECT_EQ(Colour::fromNumber(-1), (Colour{255, 255, 255}));
+    EXPECT_EQ((Colour{205, 215, 231}).number(), 15194061);
+}

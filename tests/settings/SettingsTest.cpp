@@ -1,0 +1,165 @@
+#include "settings/MemoryRegistry.h"
+#include "settings/Settings.h"
+#include "settings/SqliteRegistry.h"
+#include "settings/modRegistry.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingsTest : public testing::Test {
+ protected:
+    QString stored(const char* section, const QString& key) {
+        const QString path = QStringLiteral("Software/Quillmark") + QLatin1String(section);
+        return GetRegString(store, HKEY_CURRENT_USER, path, key);
+    }
+    QString read(const char* key, const char* fallback) {
+        return settings.PropertyValue(QLatin1String(key), QLatin1String(fallback), false);
+    }
+    /// The section that a key is written to: empty for the program's own key.
+    QString sectionOf(const QString& key) {
+        settings.PropertyValue(key, QStringLiteral("routed"), true);
+        for (const char* section : {"/general", "/editor", "/search", "/macro", ""}) {
+            if (stored(section, key) == QLatin1String("routed")) {
+                return QLatin1String(section);
+            }
+        }
+        return QStringLiteral("nowhere");
+    }
+
+    MemoryRegistry store;
+    Settings settings{store};
+};
+
+}  // namespace
+
+TEST_F(SettingsTest, EveryKeyGoesToItsSection) {
+    for (const char* key : {"LoadLastFiles", "DocumentWorkingFolder", "StartNewDocument", "ShowFullPath", "UseFileIcon",
+                            "LoadLastFolder", "LastFolderName", "ContextMenu", "RowHighlight", "RowHighlightColor",
+                            "FileModifyNotice", "CheckHexModeWhenOpen", "ClearRedoAfterSave", "XPSkin"}) {
+        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/general")) << key;
+    }
+    for (const char* key : {"FontName", "FontSize", "BackColor"}) {
+        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/editor")) << key;
+    }
+    for (const char* key : {"ToolbarCase", "ToolbarRegExp", "ContinueSearch", "ToolbarWholeWord"}) {
+        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/search")) << key;
+    }
+    for (int n = 1; n <= 10; ++n) {
+        EXPECT_EQ(sectionOf(QStringLiteral("%1Display").arg(n)), QStringLiteral("/macro")) << n;
+        EXPECT_EQ(sectionOf(QStringLiteral("%1Desc").arg(n)), QStringLiteral("/macro")) << n;
+    }
+    EXPECT_EQ(Settings::table().size(), 14U + 3U + 4U + 20U);
+}
+
+TEST_F(SettingsTest, AnyOtherKeyGoesToTheProgramsOwn) {
+    for (const char* key : {"Display", "Desc", "0Display", "11Display", "01Display", "1display", "loadlastfiles",
+                            "FONTNAME", "fontname", "path", "register_handle", "ToolbarCase ", ""}) {
+        EXPECT_EQ(sectionOf(QLatin1String(key)), QString()) << key;
+    }
+}
+
+TEST_F(SettingsTest, AReadGivesWhatIsStoredOrElseTheCallersText) {
+    EXPECT_EQ(read("ShowFullPath", "fallback"), QStringLiteral("fallback"));
+    EXPECT_EQ(settings.PropertyValue(QStringLiteral("ShowFullPath"), QStringLiteral("0"), true), QString());
+    EXPECT_EQ(read("ShowFullPath", "fallback"), QStringLiteral("0"));
+    EXPECT_EQ(stored("/general", QStringLiteral("ShowFullPath")), QStringLiteral("0"));
+}
+
+TEST_F(SettingsTest, AnEmptyStoredTextReadsAsTheDefault) {
+    for (const char* key : {"LastFolderName", "FontName"}) {
+        settings.PropertyValue(QLatin1String(key), QStringLiteral("x"), true);
+        settings.PropertyValue(QLatin1String(key), QString(), true);
+        EXPECT_EQ(read(key, "fallback"), QStringLiteral("fallback"));
+    }
+    QStringList names;
+    store.valueNames(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/editor"), names);
+    EXPECT_EQ(names, QStringList{QStringLiteral("FontName")}) << "it is stored, and empty";
+}
+
+TEST_F(SettingsTest, AValueOfAnotherTypeReadsAsTheDefault) {
+    SetRegDword(store, HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/general"), QStringLiteral("ShowFullPath"),
+                0);
+    EXPECT_EQ(read("ShowFullPath", "1"), QStringLiteral("1"));
+}
+
+TEST_F(SettingsTest, EverySettingIsAString) {
+    settings.write(QStringLiteral("RowHighlightColor"), QStringLiteral("255"));
+    RegistryValue value;
+    store.readValue(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/general"),
+                    QStringLiteral("RowHighlightColor"), value);
+    EXPECT_EQ(value.type, RegistryType::String);
+}
+
+TEST_F(SettingsTest, DefaultsAreThoseOfTheTable) {
+    const std::pair<const char*, const char*> defaults[] = {
+        {"LoadLastFiles", "0"},
+        {"DocumentWorkingFolder", "1"},
+        {"StartNewDocument", "1"},
+        {"ShowFullPath", "1"},
+        {"UseFileIcon", "0"},
+        {"LoadLastFolder", "0"},
+        {"LastFolderName", ""},
+        {"ContextMenu", "1"},
+        {"RowHighlight", "1"},
+        {"RowHighlightColor", "15194061"},
+        {"FileModifyNotice", "True"},
+        {"CheckHexModeWhenOpen", "1"},
+        {"ClearRedoAfterSave", "0"},
+        {"XPSkin", "1"},
+        {"ToolbarCase", "0"},
+        {"ToolbarRegExp", "0"},
+        {"ToolbarWholeWord", "0"},
+        {"ContinueSearch", "1"},
+        {"1Display", "0"},
+        {"10Display", "0"},
+        {"1Desc", ""},
+        {"10Desc", ""},
+        {"FontName", ""},
+        {"unknown", ""},
+    };
+    for (const auto& [key, text] : defaults) {
+        EXPECT_EQ(settings.forFrame(QLatin1String(key)), QLatin1String(text)) << key;
+        const bool differs = qstrcmp(key, "LoadLastFiles") == 0 || qstrcmp(key, "ToolbarWholeWord") == 0;
+        EXPECT_EQ(settings.forDialog(QLatin1String(key)), differs ? QLatin1String("1") : QLatin1String(text)) << key;
+    }
+}
+
+TEST_F(SettingsTest, WhatIsStoredIsTheSameForFrameAndDialog) {
+    for (const char* key : {"LoadLastFiles", "ToolbarWholeWord"}) {
+        for (const char* text : {"0", "1"}) {
+            settings.write(QLatin1String(key), QLatin1String(text));
+            EXPECT_EQ(settings.forFrame(QLatin1String(key)), QLatin1String(text));
+            EXPECT_EQ(settings.forDialog(QLatin1String(key)), QLatin1String(text));
+        }
+    }
+}
+
+TEST_F(SettingsTest, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
+    EXPECT_TRUE(settings.StartNewDocument());
+    EXPECT_FALSE(settings.LoadLastFiles());
+    const std::pair<const char*, bool> cases[] = {
+        {"1", true}, {"0", false}, {"True", false}, {"1.0", false}, {" 1", false}};
+    for (const auto& [text, on] : cases) {
+        settings.write(QStringLiteral("StartNewDocument"), QLatin1String(text));
+        settings.write(QStringLiteral("LoadLastFiles"), QLatin1String(text));
+        EXPECT_EQ(settings.StartNewDocument(), on) << text;
+        EXPECT_EQ(settings.LoadLastFiles(), on) << text;
+    }
+}
+
+TEST_F(SettingsTest, ReadingEverythingWritesNothing) {
+    const QTemporaryDir home;
+    SqliteRegistry file(home.filePath(QStringLiteral("quillmark/registry.db")));
+    Settings onFile(file);
+    for (const SettingRow& row : Settings::table()) {
+        onFile.forFrame(QLatin1String(row.key));
+        onFile.forDialog(QLatin1String(row.key));
+    }
+    onFile.StartNewDocument();
+    onFile.LoadLastFiles();
+    EXPECT_TRUE(QDir(home.path()).isEmpty());
+}
