@@ -4,6 +4,10 @@ add_executable(quillmark-reg
   ${CMAKE_SOURCE_DIR}/src/tools/quillmark-reg/main.cpp
   ${CMAKE_SOURCE_DIR}/src/tools/quillmark-reg/RegistryTool.cpp
   ${CMAKE_SOURCE_DIR}/src/tools/quillmark-reg/RegistryTool.h)
+set(doorway ${CMAKE_BINARY_DIR}/rooms/tools)
+file(MAKE_DIRECTORY ${doorway})
+file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/tools ${doorway}/tools SYMBOLIC)
+target_include_directories(quillmark-reg PRIVATE ${doorway})
 target_link_libraries(quillmark-reg PRIVATE settings quillmark_flags)
 target_compile_definitions(quillmark-reg PRIVATE QUILLMARK_VERSION="${PROJECT_VERSION}")
 set_target_properties(quillmark-reg PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)

@@ -1,4 +1,4 @@
-#include "RegistryTool.h"
+#include "tools/quillmark-reg/RegistryTool.h"
 
 #include "platform/Folders.h"
 #include "settings/SqliteRegistry.h"
