@@ -16,6 +16,7 @@
 
 #include <array>
 #include <cerrno>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -90,6 +91,15 @@ class UserFileWriting : public testing::Test {
     QTemporaryDir m_folder;
 };
 
+/// Takes the set-user and set-group bits away from a file that is written, for root as well.
+class StrippingFileSystem : public FailingFileSystem {
+ public:
+    ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+        ::fchmod(handle, 0755);
+        return FailingFileSystem::pwritev(handle, parts, count, offset);
+    }
+};
+
 /// Notes what it is told and how the file looked then.
 class Witness : public WriteWitness {
  public:
@@ -100,11 +110,14 @@ class Witness : public WriteWitness {
         QFile in(path);
         EXPECT_TRUE(in.open(QFile::ReadOnly));
         seen = in.readAll();
+        if (meanwhile)
+            meanwhile();
         return answer;
     }
     void written(const QString& path) override { after = path; }
 
     SystemError answer;
+    std::function<void()> meanwhile;
     QString before;
     QString after;
     QByteArray bytes;
@@ -161,8 +174,17 @@ TEST_F(UserFileWriting, KeepsTheBitsThatTheSystemTakesFromAWrittenFile) {
     giveAway(path);
     ASSERT_EQ(::chmod(name(path).constData(), 06755), 0);
     const mode_t before = statusOf(path).st_mode;
-    ASSERT_FALSE(UserFileWriter().write(path, NewPieces).error);
+    StrippingFileSystem calls;
+    ASSERT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+    EXPECT_EQ(calls.count(SystemCall::SetMode), 1);
     EXPECT_EQ(statusOf(path).st_mode, before);
+}
+
+TEST_F(UserFileWriting, AModeThatCannotBeRestoredIsNoReasonToFail) {
+    StrippingFileSystem calls;
+    calls.fail(SystemCall::SetMode, 1, EPERM);
+    EXPECT_FALSE(UserFileWriter(calls).write(oldFile(), NewPieces).error);
+    EXPECT_EQ(calls.count(SystemCall::SetMode), 1);
 }
 
 TEST_F(UserFileWriting, ALinkStaysAndItsTargetIsWritten) {
@@ -417,6 +439,37 @@ TEST_F(UserFileWriting, AFullDiskGivesReservedSpaceBackAndKeepsTheTimes) {
     EXPECT_EQ(now.st_mtim.tv_sec, before.st_mtim.tv_sec);
     EXPECT_EQ(now.st_mtim.tv_nsec, before.st_mtim.tv_nsec);
     EXPECT_EQ(bytesOf(path), OldBytes);
+}
+
+TEST_F(UserFileWriting, AFailureOnTheWayBackDoesNotHideTheFirst) {
+    const QString path = oldFile();
+    for (const SystemCall later : {SystemCall::Truncate, SystemCall::SetTimes, SystemCall::Close}) {
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Reserve, 1, ENOSPC);
+        calls.fail(later, 1, EIO);
+        const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+        EXPECT_EQ(calls.count(later), 1);
+        EXPECT_EQ(result.error.number, ENOSPC);
+        EXPECT_FALSE(result.touched);
+        EXPECT_EQ(bytesOf(path), OldBytes);
+    }
+}
+
+TEST_F(UserFileWriting, AFileThatGrewMeanwhileIsNotCutWhenTheWriteFails) {
+    const QString path = oldFile();
+    Witness witness;
+    witness.answer = SystemError::fromErrno(EIO);
+    witness.meanwhile = [&] { ASSERT_EQ(::truncate(name(path).constData(), OldBytes.size() + 3), 0); };
+    EXPECT_TRUE(UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces).error);
+    EXPECT_EQ(statusOf(path).st_size, OldBytes.size() + 3);
+}
+
+TEST_F(UserFileWriting, ALinkThatCannotBeFollowedIsTold) {
+    ASSERT_EQ(::symlink("made", name(at(u"link"_qs)).constData()), 0);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Readlink, 1, EACCES);
+    EXPECT_EQ(UserFileWriter(calls).write(at(u"link"_qs), NewPieces).error.number, EACCES);
+    EXPECT_FALSE(fileExists(at(u"made"_qs)));
 }
 
 TEST_F(UserFileWriting, MoreBytesThanThisProcessMayWriteAreRefusedBeforeTheFirst) {
