@@ -6,7 +6,7 @@ class frmDocument;
 
 /// What a document needs of the frame that holds it. The frame outlives its documents.
 class DocumentHost {
-public:
+ public:
     virtual ~DocumentHost() = default;
 
     virtual void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) = 0;

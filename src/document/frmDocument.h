@@ -1,14 +1,22 @@
 #pragma once
 
+#include "document/SaveFormats.h"
+
 #include <QWidget>
 
+#include <vector>
+
 class DocumentHost;
+class DocumentView;
 class Prompts;
 class rtCM;
 struct Options;
 
 /// One open file: a child window of the frame with a text view (and, once built, a hex view) of the same file, of which
 /// exactly one is visible. The widget of a QMdiSubWindow, owned by it.
+///
+/// OpenFile yields to the event loop once, before the load, and wherever a box asks or tells. A close event that
+/// arrives while it runs is ignored. A failed load or save is told by the view; filename, isChange and isNew then stay.
 class frmDocument : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString fIdx MEMBER fIdx)
@@ -19,8 +27,10 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
+    Q_PROPERTY(int DocIcon READ DocIcon WRITE SetDocIcon)
+    Q_PROPERTY(bool hexChosen READ hexChosen)
 
-public:
+ public:
     /// The options and prompts belong to the frame and outlive the document.
     frmDocument(DocumentHost* parent, Prompts& prompts, const Options& options);
     ~frmDocument() override;
@@ -38,7 +48,9 @@ public:
     void setCaption(const QString& caption);
 
     bool OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode);
-    bool SaveFile(const QString& pFilename, int pFormat, bool pFlag);
+    /// `pFormat` is one of SaveFormats and concerns the text view alone; `pFlag` (write even when nothing was edited)
+    /// the hex view alone.
+    bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
     void ReloadFile();
     /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5).
     void ReloadTextFile(const QString& pFilename, int pFormat);
@@ -48,15 +60,23 @@ public:
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
+    /// Loads the file anew into the text view, without a question. To hex: nothing yet, the document stays as it is.
     void setTextEdit(bool text);
     bool DocEnabled() const;
     void setDocEnabled(bool enabled);
-    rtCM* GetEditor() const;
+    rtCM* GetEditor() const { return m_text; }
     QString GetCursorPos() const;
     QString GetLang() const;
 
+    /// The icon by state: 0 normal, 1 changed, 2 read-only.
+    int DocIcon() const { return m_icon; }
+    void SetDocIcon(int icon);
+
+    /// Whether the last OpenFile chose hex for its file; it shows as text as long as there is no hex view.
+    bool hexChosen() const { return m_hexChosen; }
+
     /// While true a close event of this window is ignored: the Close item is greyed.
-    void setCloseGreyed(bool greyed);
+    void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
 
     void Undo();
     void Redo();
@@ -65,10 +85,37 @@ public:
     void Paste();
     void SelectAll();
 
-Q_SIGNALS:
+ Q_SIGNALS:
     /// The changed or locked state moved.
     void FileChange(frmDocument* document);
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+
+ private:
+    enum class Life { Open, Unloading, Unloaded };
+
+    void layOut();
+    void connectTextView();
+    bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
+    DocumentView& viewFor(bool text) const;
+    DocumentView& visibleView() const;
+    void bringUp(DocumentView& chosen);
+    void takeFile(const QString& path, bool readOnly);
+    void refreshUpdateTimes();
+    void MarkChanged();
+    void unload();
+
+    Prompts& m_prompts;
+    const Options& m_options;
+    rtCM* m_text;
+    std::vector<DocumentView*> m_views;
+    int m_icon = 0;
+    bool m_hexChosen = false;
+    bool m_closeGreyed = false;
+    int m_loads = 0;
+    Life m_life = Life::Open;
 };

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+/// A view of a document's file: what the document asks of whichever of its views is visible. Text and hex view
+/// implement it, so that a document never asks which of the two it talks to. The document owns its views.
+///
+/// load() and save() tell the user themselves why they failed and then answer false; nothing of the view has changed.
+class DocumentView {
+ public:
+    virtual ~DocumentView() = default;
+
+    virtual QWidget* viewWidget() = 0;
+
+    virtual bool load(const QString& path) = 0;
+    /// `format` is one of SaveFormats and concerns text alone; `force` (write even when nothing was edited) hex alone.
+    virtual bool save(const QString& path, int format, bool force) = 0;
+
+    virtual bool Locked() const = 0;
+    virtual void setLocked(bool locked) = 0;
+
+    virtual void Undo() = 0;
+    virtual void Redo() = 0;
+    virtual void Cut() = 0;
+    virtual void Copy() = 0;
+    virtual void Paste() = 0;
+    virtual void SelectAll() = 0;
+
+    /// Where the cursor is, as the status bar shows it.
+    virtual QString GetCursorPos() const = 0;
+};

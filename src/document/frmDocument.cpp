@@ -1,0 +1,316 @@
+#include "document/frmDocument.h"
+
+#include "document/BusyPointer.h"
+#include "document/DiskChange.h"
+#include "document/DocumentHost.h"
+#include "document/OpenMode.h"
+#include "document/rtCM.h"
+#include "platform/FileInfo.h"
+#include "platform/Prompts.h"
+#include "platform/Yield.h"
+#include "settings/FileType.h"
+#include "settings/Options.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QIcon>
+#include <QPointer>
+#include <QVBoxLayout>
+
+#include <array>
+#include <exception>
+
+namespace {
+
+constexpr int marginInTwips = 10;
+constexpr int twipsPerPixel = 15;
+constexpr int margin = (marginInTwips + twipsPerPixel - 1) / twipsPerPixel;
+
+enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };
+
+constexpr std::array iconFiles{":/icons/doc-normal.svg", ":/icons/doc-changed.svg", ":/icons/doc-locked.svg"};
+
+// Qt takes these three characters in a window title for the place of its own mark and doubles them to mean themselves.
+const QLatin1String titleMark("[*]");
+const QLatin1String doubledTitleMark("[*][*]");
+
+}  // namespace
+
+frmDocument::frmDocument(DocumentHost* parent, Prompts& prompts, const Options& options)
+    : gParent(parent),
+      m_prompts(prompts),
+      m_options(options),
+      m_text(new rtCM(prompts, options, this)),
+      m_views{m_text} {
+    setObjectName(QStringLiteral("frmDocument"));
+    m_text->PropertiesLoad();
+    layOut();
+    if (!options.FontName.isEmpty())
+        m_text->setTextFont(options.FontName, options.FontSize);
+    connectTextView();
+    SetDocIcon(NormalIcon);
+}
+
+frmDocument::~frmDocument() = default;
+
+void frmDocument::layOut() {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setSpacing(0);
+    for (DocumentView* view : m_views)
+        layout->addWidget(view->viewWidget());
+    bringUp(*m_text);
+    setFocusProxy(m_text);
+}
+
+void frmDocument::connectTextView() {
+    connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
+    connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
+    connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
+}
+
+QString frmDocument::Caption() const {
+    return windowTitle().replace(doubledTitleMark, titleMark);
+}
+
+void frmDocument::setCaption(const QString& caption) {
+    setWindowTitle(QString(caption).replace(titleMark, doubledTitleMark));
+    m_text->setTextName(caption);
+}
+
+bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode) {
+    const QPointer<frmDocument> alive(this);
+    ++m_loads;
+    BusyPointer::show();
+    bool loaded = false;
+    QString failure;
+    try {
+        loaded = loadChosenView(pFilename, pReadonly, pCheckBinary, pTextMode);
+    } catch (const std::exception& error) {
+        failure = QString::fromLocal8Bit(error.what());
+    }
+    if (alive)
+        --m_loads;
+    if (failure.isNull()) {
+        BusyPointer::restore();
+        return loaded;
+    }
+    // Here the pointer stays busy until the next operation has ended.
+    if (alive)
+        m_prompts.message(this, failure);
+    return false;
+}
+
+bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode) {
+    const QPointer<frmDocument> alive(this);
+    const bool text =
+        chooseTextMode(checkBinary, textMode, m_options.CheckHexModeWhenOpen, [&] { return IsBinaryFile(path); });
+    m_hexChosen = !text;
+    DocumentView& view = viewFor(text);
+    bringUp(view);
+    yieldOnce();
+    if (!alive)
+        return false;
+    const bool loaded = view.load(path);
+    if (!alive)
+        return false;
+    if (loaded)
+        takeFile(path, readOnly);
+    refreshUpdateTimes();
+    gParent->SetTabCaption(this, true);
+    gParent->SetEditModeIcon(this);
+    return loaded;
+}
+
+void frmDocument::takeFile(const QString& path, bool readOnly) {
+    filename = path;
+    isNew = false;
+    isChange = false;
+    isReadOnly = readOnly;
+    SetDocIcon(readOnly ? ReadOnlyIcon : NormalIcon);
+}
+
+bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
+    const QPointer<frmDocument> alive(this);
+    BusyPointer::show();
+    const bool saved = visibleView().save(pFilename, pFormat, pFlag);
+    if (!alive) {
+        BusyPointer::restore();
+        return saved;
+    }
+    if (saved) {
+        filename = pFilename;
+        isChange = false;
+        isNew = false;
+        SetDocIcon(NormalIcon);  // of a read-only document too, until it is toggled again
+    }
+    refreshUpdateTimes();
+    gParent->SetTabCaption(this, true);
+    BusyPointer::restore();
+    return saved;
+}
+
+void frmDocument::ReloadFile() {
+    OpenFile(filename, isReadOnly, false, true);
+}
+
+void frmDocument::ReloadTextFile(const QString& pFilename, int pFormat) {
+    if (TextEdit())
+        m_text->ReloadFile(pFilename, false, pFormat);
+}
+
+void frmDocument::LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const {
+    pLastUpdate.clear();
+    pFileSize.clear();
+    if (filename.isEmpty())
+        return;
+    const FileInfo info = GetFileInfo(filename);
+    pLastUpdate = info.modified;
+    pFileSize = QString::number(info.size);
+}
+
+void frmDocument::refreshUpdateTimes() {
+    QString size;
+    LastUpdateTime(LastUpdate, size);
+    KnownUpdate = LastUpdate;
+}
+
+bool frmDocument::FileNeedToReload() {
+    QString now;
+    QString size;
+    LastUpdateTime(now, size);
+    const DiskChange change =
+        checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return QFileInfo::exists(filename); });
+    if (change == DiskChange::Rewritten)
+        return m_prompts.askYesNo(this,
+                                  QStringLiteral("'%1' has been changed, do you want to reload it.").arg(filename));
+    if (change == DiskChange::Deleted)
+        m_prompts.message(this, QStringLiteral("'%1' has been deleted!").arg(filename));
+    return false;
+}
+
+void frmDocument::ChangeToReadOnly() {
+    isReadOnly = !isReadOnly;
+    setLocked(isReadOnly);
+    const Icon byChange = isChange ? ChangedIcon : NormalIcon;
+    SetDocIcon(isReadOnly ? ReadOnlyIcon : byChange);
+}
+
+bool frmDocument::Locked() const {
+    return m_text->Locked();
+}
+
+void frmDocument::setLocked(bool locked) {
+    const bool before = Locked();
+    for (DocumentView* view : m_views)
+        view->setLocked(locked);
+    if (Locked() != before)
+        Q_EMIT FileChange(this);
+}
+
+bool frmDocument::TextEdit() const {
+    return !m_text->isHidden();
+}
+
+void frmDocument::setTextEdit(bool text) {
+    if (!text)
+        return;
+    bringUp(*m_text);
+    if (!filename.isEmpty())
+        OpenFile(filename, isReadOnly, false, true);
+}
+
+bool frmDocument::DocEnabled() const {
+    return m_text->isEnabledTo(this);
+}
+
+void frmDocument::setDocEnabled(bool enabled) {
+    m_text->setEnabled(enabled);
+}
+
+QString frmDocument::GetCursorPos() const {
+    return visibleView().GetCursorPos();
+}
+
+QString frmDocument::GetLang() const {
+    return m_text->GetLang();
+}
+
+void frmDocument::SetDocIcon(int icon) {
+    if (icon < NormalIcon || icon > ReadOnlyIcon)
+        return;
+    m_icon = icon;
+    const QString file = QLatin1String(iconFiles[static_cast<size_t>(icon)]);
+    if (QFileInfo::exists(file))
+        setWindowIcon(QIcon(file));
+}
+
+void frmDocument::Undo() {
+    visibleView().Undo();
+}
+
+void frmDocument::Redo() {
+    visibleView().Redo();
+}
+
+void frmDocument::Cut() {
+    visibleView().Cut();
+}
+
+void frmDocument::Copy() {
+    visibleView().Copy();
+}
+
+void frmDocument::Paste() {
+    visibleView().Paste();
+}
+
+void frmDocument::SelectAll() {
+    visibleView().SelectAll();
+}
+
+DocumentView& frmDocument::viewFor(bool) const {
+    // There is no hex view yet: what would open as hex shows as text.
+    return *m_text;
+}
+
+DocumentView& frmDocument::visibleView() const {
+    return viewFor(TextEdit());
+}
+
+void frmDocument::bringUp(DocumentView& chosen) {
+    for (DocumentView* view : m_views)
+        view->viewWidget()->setVisible(view == &chosen);
+    chosen.viewWidget()->raise();
+}
+
+void frmDocument::MarkChanged() {
+    if (!isChange) {
+        SetDocIcon(ChangedIcon);
+        isChange = true;
+        Q_EMIT FileChange(this);
+    }
+    Q_EMIT DocChange(this);
+    isNew = false;
+}
+
+void frmDocument::closeEvent(QCloseEvent* event) {
+    if (m_closeGreyed || m_loads > 0 || m_life == Life::Unloading) {
+        event->ignore();
+        return;
+    }
+    if (m_life == Life::Open)
+        unload();
+    event->accept();
+}
+
+void frmDocument::unload() {
+    const QPointer<frmDocument> alive(this);
+    m_life = Life::Unloading;
+    gParent->DocClose(this);
+    if (!alive)
+        return;
+    gParent->DelTab(this);
+    if (alive)
+        m_life = Life::Unloaded;
+}

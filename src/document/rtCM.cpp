@@ -1,0 +1,341 @@
+#include "document/rtCM.h"
+
+#include "document/TextCounts.h"
+#include "editor/CodeMax.h"
+#include "platform/Prompts.h"
+#include "settings/Colour.h"
+#include "settings/Options.h"
+
+#include <QColor>
+#include <QLocale>
+#include <QVBoxLayout>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr int largestStepSize = 70;
+constexpr int smallestStepSize = 5;
+constexpr int stepSize = 2;
+
+QString grouped(qint64 number) {
+    QLocale locale = QLocale::c();
+    locale.setNumberOptions(QLocale::DefaultNumberOptions);
+    return locale.toString(number);
+}
+
+QColor rowHighlightColour(const Options& options) {
+    const Colour colour = Colour::fromNumber(options.RowHighlightColor);
+    return {colour.red, colour.green, colour.blue};
+}
+
+}  // namespace
+
+rtCM::rtCM(Prompts& prompts, const Options& options, QWidget* parent)
+    : QWidget(parent),
+      gMyHighlight(options.RowHighlight),
+      m_prompts(prompts),
+      m_options(options),
+      m_control(new CodeMax(this)) {
+    setObjectName(QStringLiteral("rtCM1"));
+    m_control->setObjectName(QStringLiteral("CodeMax1"));
+    m_control->setLineNumbering(true);
+    setFocusProxy(m_control);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_control);
+    connectControl();
+}
+
+rtCM::~rtCM() = default;
+
+void rtCM::connectControl() {
+    connect(m_control, &CodeMax::Change, this, [this] {
+        FileChanged = true;
+        Q_EMIT Change();
+    });
+    connect(m_control, &CodeMax::SelChange, this, [this] {
+        HighLightLine();
+        Q_EMIT SelChange();
+    });
+    connect(m_control, &CodeMax::MouseDown, this, &rtCM::MouseDown);
+    connect(m_control, &CodeMax::ShowMenu, this, &rtCM::ShowMenu);
+    connect(m_control, &CodeMax::DropFile, this, &rtCM::DropFile);
+}
+
+bool rtCM::OpenFile(const QString& pFilename, bool bIgnoreError) {
+    if (!loadAs(pFilename, SaveFlags::AsLoaded, bIgnoreError))
+        return false;
+    SetLangFromFile(pFilename);
+    return true;
+}
+
+bool rtCM::ReloadFile(const QString& pFilename, bool bIgnoreError, int pFormat) {
+    return loadAs(pFilename, SaveFormats::flagWord(pFormat, false), bIgnoreError);
+}
+
+bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
+    const int word = SaveFormats::flagWord(pFormat, m_options.ClearRedoAfterSave);
+    if (!report(m_control->SaveFile(pFilename, word), false))
+        return false;
+    SetLangFromFile(pFilename);
+    FileChanged = false;
+    return true;
+}
+
+bool rtCM::SaveToTmp(const QString& pFilename) {
+    if (m_control->SaveFile(pFilename, SaveFlags::Utf16WithMark))
+        return false;
+    FileChanged = false;
+    return true;
+}
+
+bool rtCM::LoadFromTmp(const QString& pFilename) {
+    return loadAs(pFilename, SaveFlags::AsLoaded, true);
+}
+
+bool rtCM::loadAs(const QString& path, int flagWord, bool ignoreError) {
+    if (!report(m_control->OpenFileAs(path, flagWord), ignoreError))
+        return false;
+    FileChanged = false;
+    // The caret of a fresh text may lie where it lay before, and then no SelChange moves the highlight.
+    HighLightLine();
+    return true;
+}
+
+bool rtCM::report(const SystemError& error, bool ignoreError) {
+    if (error && !ignoreError)
+        m_prompts.message(this, error.description);
+    return !error;
+}
+
+void rtCM::SetLangFromFile(const QString& pFilename) {
+    // The table of languages is not there yet: what is kept is the name that it will be asked for.
+    m_languageFile = pFilename;
+}
+
+QString rtCM::GetLang() const {
+    return QStringLiteral("");
+}
+
+void rtCM::PropertiesLoad() {
+    // Nothing is stored for languages yet.
+}
+
+void rtCM::setTextName(const QString& name) {
+    m_control->setAccessibleName(name);
+}
+
+QString rtCM::Text() const {
+    return m_control->Text();
+}
+
+void rtCM::setText(const QString& text) {
+    m_control->setText(text);
+}
+
+QString rtCM::SelText() const {
+    return m_control->SelText();
+}
+
+void rtCM::setSelText(const QString& text) {
+    m_control->setSelText(text);
+}
+
+void rtCM::AddText(const QString& pStr) {
+    m_control->AddText(pStr);
+}
+
+QString rtCM::GetLine(qint64 pLine) const {
+    return m_control->GetLine(pLine);
+}
+
+qint64 rtCM::TotalLines() const {
+    return m_control->TotalLines();
+}
+
+qint64 rtCM::SelStart() const {
+    return m_control->SelStart();
+}
+
+void rtCM::setSelStart(qint64 position) {
+    m_control->setSelStart(position);
+}
+
+qint64 rtCM::SelEnd() const {
+    return m_control->SelEnd();
+}
+
+void rtCM::setSelEnd(qint64 position) {
+    m_control->setSelEnd(position);
+}
+
+qint64 rtCM::SelLength() const {
+    return SelEnd() - SelStart();
+}
+
+void rtCM::setSelLength(qint64 length) {
+    setSelEnd(SelStart() + length);
+}
+
+void rtCM::GetSelStartEnd(qint64& pStart, qint64& pEnd) const {
+    pStart = m_control->StartLineNo();
+    pEnd = m_control->EndLineNo();
+}
+
+bool rtCM::nothingSelected() const {
+    return SelStart() == SelEnd();
+}
+
+qint64 rtCM::SelTotalLines() const {
+    if (nothingSelected())
+        return 0;
+    return std::abs(m_control->StartLineNo() - m_control->EndLineNo()) + 1;
+}
+
+qint64 rtCM::CurrentLine() const {
+    return m_control->CurrentLine();
+}
+
+qint64 rtCM::CurrentColumn() const {
+    return m_control->CurrentColumn();
+}
+
+void rtCM::GotoTextLine(qint64 pLine) {
+    m_control->GotoTextLine(pLine);
+}
+
+bool rtCM::LineNumbering() const {
+    return m_control->LineNumbering();
+}
+
+void rtCM::setLineNumbering(bool on) {
+    m_control->setLineNumbering(on);
+}
+
+void rtCM::Redraw() {
+    m_control->Redraw();
+}
+
+QString rtCM::FontName() const {
+    return m_control->FontName();
+}
+
+int rtCM::FontSize() const {
+    return m_control->FontSize();
+}
+
+void rtCM::setTextFont(const QString& name, int points) {
+    m_control->setTextFont(name, points);
+}
+
+void rtCM::IncreaseFontSize() {
+    if (FontSize() != largestStepSize)
+        setTextFont(FontName(), FontSize() + stepSize);
+}
+
+void rtCM::DecreaseFontSize() {
+    if (FontSize() != smallestStepSize)
+        setTextFont(FontName(), FontSize() - stepSize);
+}
+
+void rtCM::DefaultFontSize() {
+    setTextFont(FontName(), m_options.FontSize);
+}
+
+void rtCM::SpacesToTabs() {
+    setSelText(SelText().replace(u' ', u'\t'));
+}
+
+void rtCM::TabsToSpaces() {
+    setSelText(SelText().replace(u'\t', u' '));
+}
+
+qint64 rtCM::TotalWords() const {
+    return TextCounts::words(Text());
+}
+
+qint64 rtCM::TotalChars() const {
+    return Text().size();
+}
+
+qint64 rtCM::TotalCharsNoSpace() const {
+    return TextCounts::charactersWithoutBlanks(Text());
+}
+
+qint64 rtCM::SelTotalWords() const {
+    return nothingSelected() ? 0 : TextCounts::words(SelText());
+}
+
+qint64 rtCM::SelTotalChars() const {
+    return nothingSelected() ? 0 : SelText().size();
+}
+
+qint64 rtCM::SelTotalCharsNoSpace() const {
+    return nothingSelected() ? 0 : TextCounts::charactersWithoutBlanks(SelText());
+}
+
+void rtCM::HighLightLine() {
+    const qint64 now = CurrentLine();
+    const bool leaves = !gMyHighlight || m_lastHighlightLine != now;
+    // A line beyond the end went with its highlight.
+    if (leaves && m_lastHighlightLine >= 0 && m_lastHighlightLine < TotalLines())
+        UnHighLightLine(m_lastHighlightLine);
+    if (gMyHighlight)
+        m_control->setLineHighlight(now, rowHighlightColour(m_options));
+    m_lastHighlightLine = gMyHighlight ? now : -1;
+}
+
+void rtCM::UnHighLightLine(qint64 pLine) {
+    // The control holds one highlighted line, so no other can have one to lose.
+    if (pLine == m_lastHighlightLine)
+        m_control->setLineHighlight(-1, QColor());
+}
+
+bool rtCM::load(const QString& path) {
+    return OpenFile(path);
+}
+
+bool rtCM::save(const QString& path, int format, bool) {
+    return SaveFile(path, format);
+}
+
+bool rtCM::Locked() const {
+    return m_control->Locked();
+}
+
+void rtCM::setLocked(bool locked) {
+    m_control->setLocked(locked);
+}
+
+void rtCM::Undo() {
+    m_control->Undo();
+}
+
+void rtCM::Redo() {
+    m_control->Redo();
+}
+
+void rtCM::Cut() {
+    m_control->Cut();
+}
+
+void rtCM::Copy() {
+    m_control->Copy();
+}
+
+void rtCM::Paste() {
+    m_control->Paste();
+}
+
+void rtCM::SelectAll() {
+    m_control->SelectAll();
+}
+
+QString rtCM::GetCursorPos() const {
+    return QStringLiteral("Ln %1 / %2, Col %3, Pos %4")
+        .arg(grouped(CurrentLine() + 1), grouped(TotalLines()))
+        .arg(CurrentColumn() + 1)
+        .arg(SelStart() + 1);
+}

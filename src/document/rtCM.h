@@ -1,0 +1,142 @@
+#pragma once
+
+#include "document/DocumentView.h"
+#include "document/SaveFormats.h"
+
+#include <QWidget>
+
+class CodeMax;
+class Prompts;
+struct Options;
+struct SystemError;
+
+/// The text view: a facade of one editing control, through which everything the program does to text goes. Owned by the
+/// document or panel that shows it. Lines and columns count from 0, positions and lengths are UTF-16 units.
+///
+/// It yields to nothing but the message box of a failed load or save. An error of the control becomes such a box and
+/// the answer false; text, undo and FileChanged then are as before.
+class rtCM : public QWidget, public DocumentView {
+    Q_OBJECT
+    Q_PROPERTY(bool IgnoreCmdFailure MEMBER IgnoreCmdFailure)
+    Q_PROPERTY(bool FileChanged MEMBER FileChanged)
+    Q_PROPERTY(bool ClickLeftMarginBookmark MEMBER ClickLeftMarginBookmark)
+    Q_PROPERTY(bool gMyHighlight MEMBER gMyHighlight)
+    Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
+
+ public:
+    /// Prompts and options outlive the view.
+    rtCM(Prompts& prompts, const Options& options, QWidget* parent = nullptr);
+    ~rtCM() override;
+
+    bool IgnoreCmdFailure = false;
+    bool FileChanged = false;  ///< edited since the view's last load or save
+    bool ClickLeftMarginBookmark = true;
+    bool gMyHighlight = false;
+
+    bool OpenFile(const QString& pFilename, bool bIgnoreError = false);
+    /// Loads without picking the language again. A format other than AsLoaded says which encoding the file has; without
+    /// one it is found out.
+    bool ReloadFile(const QString& pFilename, bool bIgnoreError = false, int pFormat = SaveFormats::AsLoaded);
+    bool SaveFile(const QString& pFilename, int pFormat);
+    /// These two answer false on failure and tell nobody.
+    bool SaveToTmp(const QString& pFilename);
+    bool LoadFromTmp(const QString& pFilename);
+
+    /// Picks the language by the file's name.
+    void SetLangFromFile(const QString& pFilename);
+    /// The name that the language was picked by last; empty before the first time.
+    QString languageFile() const { return m_languageFile; }
+    /// Name of the language in upper case, "" for none.
+    QString GetLang() const;
+    /// Takes the stored colours and options of the languages.
+    void PropertiesLoad();
+
+    CodeMax& control() const { return *m_control; }
+    /// What a screen reader calls the text.
+    void setTextName(const QString& name);
+
+    QString Text() const;
+    void setText(const QString& text);
+    QString SelText() const;
+    void setSelText(const QString& text);
+    void AddText(const QString& pStr);
+    QString GetLine(qint64 pLine) const;
+    qint64 TotalLines() const;
+
+    qint64 SelStart() const;
+    void setSelStart(qint64 position);
+    qint64 SelEnd() const;
+    void setSelEnd(qint64 position);
+    qint64 SelLength() const;
+    void setSelLength(qint64 length);
+    /// First and last selected line in the order they were selected.
+    void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
+    qint64 SelTotalLines() const;
+    qint64 CurrentLine() const;
+    qint64 CurrentColumn() const;
+    void GotoTextLine(qint64 pLine);
+
+    bool LineNumbering() const;
+    void setLineNumbering(bool on);
+    void Redraw();
+
+    QString FontName() const;
+    int FontSize() const;
+    void setTextFont(const QString& name, int points);
+    void IncreaseFontSize();
+    void DecreaseFontSize();
+    void DefaultFontSize();
+
+    void SpacesToTabs();
+    void TabsToSpaces();
+
+    qint64 TotalWords() const;
+    qint64 TotalChars() const;
+    qint64 TotalCharsNoSpace() const;
+    qint64 SelTotalWords() const;
+    qint64 SelTotalChars() const;
+    qint64 SelTotalCharsNoSpace() const;
+
+    /// Moves the row highlight to the caret's line, or takes it away when it is off.
+    void HighLightLine();
+    void UnHighLightLine(qint64 pLine);
+    qint64 LastHighlightLine() const { return m_lastHighlightLine; }
+
+    QWidget* viewWidget() override { return this; }
+    bool load(const QString& path) override;
+    bool save(const QString& path, int format, bool force) override;
+    bool Locked() const override;
+    void setLocked(bool locked) override;
+    void Undo() override;
+    void Redo() override;
+    void Cut() override;
+    void Copy() override;
+    void Paste() override;
+    void SelectAll() override;
+    QString GetCursorPos() const override;
+
+ Q_SIGNALS:
+    /// The text changed; FileChanged is set already.
+    void Change();
+    /// Selection or caret moved; the row highlight has followed already.
+    void SelChange();
+    void MouseDown(Qt::MouseButton Button, int x, int y);
+    /// The owner is to show its context menu at this place of the view.
+    void ShowMenu(int x, int y);
+    void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
+    /// The control's find or replace dialog was opened.
+    void AfterFind();
+    void DropFile(const QString& pFilename);
+
+ private:
+    void connectControl();
+    bool loadAs(const QString& path, int flagWord, bool ignoreError);
+    bool report(const SystemError& error, bool ignoreError);
+    bool nothingSelected() const;
+
+    Prompts& m_prompts;
+    const Options& m_options;
+    CodeMax* m_control;
+    QString m_languageFile;
+    qint64 m_lastHighlightLine = -1;
+};

@@ -1,0 +1,145 @@
+#include "DocumentFixture.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
+#include <QTimer>
+
+#include <stdexcept>
+
+/// How a document unloads, and when it does not.
+class DocumentClosing : public DocumentFixture {
+ protected:
+    const QStringList m_unloadCalls{QStringLiteral("DocClose"), QStringLiteral("DelTab")};
+};
+
+TEST_F(DocumentClosing, TheFrameIsToldOfTheUnloadThenOfTheTab) {
+    m_document.show();
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+TEST_F(DocumentClosing, TheFrameIsToldOnce) {
+    m_document.show();
+    EXPECT_TRUE(m_document.close());
+    m_document.close();
+    m_document.show();
+    m_document.close();
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+TEST_F(DocumentClosing, ASecondCloseDuringTheQuestionIsIgnored) {
+    m_host.during[QStringLiteral("DocClose")] = [&] {
+        QCloseEvent second;
+        QCoreApplication::sendEvent(&m_document, &second);
+        EXPECT_FALSE(second.isAccepted());
+    };
+    m_document.show();
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+TEST_F(DocumentClosing, AnUntouchedDocumentAsksNothing) {
+    ASSERT_TRUE(open(fileOf("one")));
+    m_host.during[QStringLiteral("DocClose")] = [&] { EXPECT_FALSE(m_document.isChange); };
+    EXPECT_TRUE(m_document.close());
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(DocumentClosing, WhileCloseIsGreyedACloseEventIsIgnored) {
+    m_document.show();
+    m_document.setCloseGreyed(true);
+    EXPECT_FALSE(m_document.close());
+    EXPECT_TRUE(m_document.isVisible());
+    EXPECT_TRUE(m_host.calls.isEmpty());
+    m_document.setCloseGreyed(false);
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+TEST_F(DocumentClosing, AnEventThatClosesItWhileItLoadsIsIgnored) {
+    bool tried = false;
+    bool closed = false;
+    m_document.show();
+    QTimer::singleShot(0, &m_document, [&] {
+        tried = true;
+        closed = m_document.close();
+        EXPECT_EQ(m_document.filename, QString());
+    });
+    EXPECT_TRUE(open(fileOf("one")));
+    EXPECT_TRUE(tried);
+    EXPECT_FALSE(closed);
+    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("DocClose")));
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(DocumentClosing, ACloseWhileItTellsItsFailedLoadIsIgnored) {
+    bool closed = true;
+    m_prompts.whileShown([&] { closed = m_document.close(); });
+    EXPECT_FALSE(open(path(QStringLiteral("missing"))));
+    EXPECT_FALSE(closed);
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(DocumentClosing, CloseStaysGreyedUntilTheOuterOfTwoLoadsHasEnded) {
+    const QString inner = fileOf("inner", QStringLiteral("inner.txt"));
+    bool closed = true;
+    QTimer::singleShot(0, &m_document, [&] {
+        EXPECT_TRUE(open(inner));
+        closed = m_document.close();
+    });
+    EXPECT_TRUE(open(fileOf("outer")));
+    EXPECT_FALSE(closed);
+    EXPECT_EQ(view().Text(), QStringLiteral("outer"));
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(DocumentClosing, ADocumentThatGoesWhileItLetsEventsRunIsNotTouchedAgain) {
+    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    QTimer::singleShot(0, &m_document, [&] { delete document; });
+    EXPECT_FALSE(document->OpenFile(fileOf("one"), false, false, true));
+    EXPECT_TRUE(m_host.calls.isEmpty());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(DocumentClosing, ADocumentThatGoesWhileItsFailedLoadIsToldIsNotTouchedAgain) {
+    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    m_prompts.whileShown([&] { delete document; });
+    EXPECT_FALSE(document->OpenFile(path(QStringLiteral("missing")), false, false, true));
+    EXPECT_TRUE(m_host.calls.isEmpty());
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(DocumentClosing, AFailureOutsideTheViewsIsToldAndFreesClose) {
+    m_host.during[QStringLiteral("SetTabCaption")] = [] { throw std::runtime_error("the tab is gone"); };
+    EXPECT_FALSE(open(fileOf("one")));
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("the tab is gone")));
+    // The pointer stays busy until the next operation has ended.
+    EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
+    m_host.during.clear();
+    EXPECT_TRUE(open(fileOf("one")));
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(DocumentClosing, AsAChildWindowItClosesWithItsFrameAndStaysWhenCloseIsGreyed) {
+    QMdiArea area;
+    QPointer<frmDocument> document = new frmDocument(&m_host, m_prompts, m_options);
+    document->setCaption(QStringLiteral("Document1"));
+    QPointer<QMdiSubWindow> child = area.addSubWindow(document);
+    child->setAttribute(Qt::WA_DeleteOnClose);
+    area.show();
+    document->show();
+    EXPECT_EQ(child->windowTitle(), QStringLiteral("Document1"));
+
+    document->setCloseGreyed(true);
+    EXPECT_FALSE(child->close());
+    EXPECT_TRUE(m_host.calls.isEmpty());
+    document->setCloseGreyed(false);
+    EXPECT_TRUE(child->close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(document.isNull());
+}

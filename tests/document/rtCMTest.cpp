@@ -1,0 +1,413 @@
+#include "DocumentFixture.h"
+#include "document/rtCM.h"
+#include "editor/CodeMax.h"
+
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QUrl>
+
+using documenttest::readFailure;
+using documenttest::readFile;
+using documenttest::typeInto;
+using documenttest::writeFailure;
+using documenttest::writeFile;
+
+class TextView : public testing::Test {
+ protected:
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
+        writeFile(path(name), bytes);
+        return path(name);
+    }
+
+    void type(const QString& text) { typeInto(m_view.control(), text); }
+
+    void select(qint64 from, qint64 to) { m_view.control().setSelection(from, to); }
+
+    void showLarge() {
+        m_view.resize(300, 200);
+        m_view.show();
+    }
+
+    /// A mouse event at a place of the view.
+    void mouse(QEvent::Type type, Qt::MouseButton button, QPoint place) {
+        QWidget* surface = m_view.control().viewport();
+        const QPointF at = surface->mapFrom(&m_view, place);
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? button : Qt::NoButton;
+        QMouseEvent event(type, at, surface->mapToGlobal(at), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(surface, &event);
+    }
+
+    /// The highlight as the control shows it.
+    bool highlightShown() { return m_view.control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE) != 0; }
+
+    QTemporaryDir m_folder;
+    Options m_options;
+    ScriptedPrompts m_prompts;
+    rtCM m_view{m_prompts, m_options};
+};
+
+TEST_F(TextView, BeginsByTheSettings) {
+    EXPECT_TRUE(m_view.gMyHighlight);
+    EXPECT_TRUE(m_view.ClickLeftMarginBookmark);
+    EXPECT_TRUE(m_view.LineNumbering());
+    EXPECT_FALSE(m_view.IgnoreCmdFailure);
+    EXPECT_FALSE(m_view.FileChanged);
+    EXPECT_EQ(m_view.LastHighlightLine(), -1);
+    EXPECT_EQ(m_view.GetLang(), QString());
+    m_options.RowHighlight = false;
+    EXPECT_FALSE(rtCM(m_prompts, m_options).gMyHighlight);
+}
+
+TEST_F(TextView, ItsFlagsCanBeReadFromOutside) {
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.property("FileChanged").toBool());
+    EXPECT_TRUE(m_view.property("gMyHighlight").toBool());
+    EXPECT_TRUE(m_view.property("ClickLeftMarginBookmark").toBool());
+    EXPECT_FALSE(m_view.property("IgnoreCmdFailure").toBool());
+}
+
+// Loading and saving
+
+TEST_F(TextView, TheChangedFlagFollowsEditsLoadsAndSaves) {
+    const QString file = fileOf("one");
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.FileChanged);
+    EXPECT_TRUE(m_view.OpenFile(file));
+    EXPECT_FALSE(m_view.FileChanged);
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.ReloadFile(file));
+    EXPECT_FALSE(m_view.FileChanged);
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.SaveFile(file, 1));
+    EXPECT_FALSE(m_view.FileChanged);
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.SaveToTmp(path(QStringLiteral("tmp"))));
+    EXPECT_FALSE(m_view.FileChanged);
+    type(QStringLiteral("a"));
+    EXPECT_TRUE(m_view.LoadFromTmp(path(QStringLiteral("tmp"))));
+    EXPECT_FALSE(m_view.FileChanged);
+}
+
+TEST_F(TextView, AFailureLeavesTheChangedFlag) {
+    const QString missing = path(QStringLiteral("missing/a"));
+    for (const bool changed : {false, true}) {
+        m_view.FileChanged = changed;
+        EXPECT_FALSE(m_view.OpenFile(missing));
+        EXPECT_FALSE(m_view.ReloadFile(missing));
+        EXPECT_FALSE(m_view.SaveFile(missing, 1));
+        EXPECT_FALSE(m_view.SaveToTmp(missing));
+        EXPECT_FALSE(m_view.LoadFromTmp(missing));
+        EXPECT_EQ(m_view.FileChanged, changed);
+    }
+}
+
+TEST_F(TextView, LoadsAndSavesThatFailAreToldByTheirDescription) {
+    const QString missing = path(QStringLiteral("missing/a"));
+    EXPECT_FALSE(m_view.OpenFile(missing));
+    EXPECT_FALSE(m_view.ReloadFile(missing));
+    EXPECT_FALSE(m_view.SaveFile(missing, 1));
+    EXPECT_EQ(m_prompts.messages,
+              QStringList({readFailure(missing, ENOENT), readFailure(missing, ENOENT), writeFailure(missing, ENOENT)}));
+    EXPECT_EQ(m_prompts.titles, QStringList({QString(), QString(), QString()}));
+}
+
+TEST_F(TextView, LoadsThatAreToIgnoreErrorsTellNobody) {
+    const QString missing = path(QStringLiteral("missing"));
+    EXPECT_FALSE(m_view.OpenFile(missing, true));
+    EXPECT_FALSE(m_view.ReloadFile(missing, true));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(TextView, TemporaryCopiesThatFailTellNobody) {
+    EXPECT_FALSE(m_view.SaveToTmp(path(QStringLiteral("missing/a"))));
+    EXPECT_FALSE(m_view.LoadFromTmp(path(QStringLiteral("missing/a"))));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(TextView, ATemporaryCopyIsUnicodeAndComesBack) {
+    m_view.setText(QStringLiteral("\u00e4"));
+    const QString copy = path(QStringLiteral("tmp"));
+    ASSERT_TRUE(m_view.SaveToTmp(copy));
+    EXPECT_EQ(readFile(copy), QByteArray("\xFF\xFE\xE4\0", 4));
+    m_view.setText(QString());
+    ASSERT_TRUE(m_view.LoadFromTmp(copy));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00e4"));
+}
+
+TEST_F(TextView, TheLanguageIsPickedByLoadsAndSavesButNotByReloads) {
+    const QString page = fileOf("a", QStringLiteral("a.html"));
+    const QString code = path(QStringLiteral("a.cpp"));
+    EXPECT_TRUE(m_view.OpenFile(page));
+    EXPECT_EQ(m_view.languageFile(), page);
+    EXPECT_TRUE(m_view.SaveFile(code, 1));
+    EXPECT_EQ(m_view.languageFile(), code);
+    EXPECT_TRUE(m_view.ReloadFile(page));
+    EXPECT_EQ(m_view.languageFile(), code);
+    EXPECT_TRUE(m_view.SaveToTmp(path(QStringLiteral("tmp"))));
+    EXPECT_TRUE(m_view.LoadFromTmp(path(QStringLiteral("tmp"))));
+    EXPECT_EQ(m_view.languageFile(), code);
+    EXPECT_FALSE(m_view.OpenFile(path(QStringLiteral("missing.txt")), true));
+    EXPECT_EQ(m_view.languageFile(), code);
+}
+
+TEST_F(TextView, AReloadWithAFormatDoesNotGuess) {
+    const QString file = fileOf("\xC3\xA4");
+    EXPECT_TRUE(m_view.ReloadFile(file));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00e4"));
+    EXPECT_TRUE(m_view.ReloadFile(file, false, SaveFormats::Ansi));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00c3\u00a4"));
+}
+
+// Events
+
+TEST_F(TextView, TheChangedFlagIsSetBeforeTheChangeIsTold) {
+    int told = 0;
+    QObject::connect(&m_view, &rtCM::Change, [&] {
+        ++told;
+        EXPECT_TRUE(m_view.FileChanged);
+    });
+    type(QStringLiteral("a"));
+    EXPECT_EQ(told, 1);
+    m_view.Undo();
+    EXPECT_EQ(told, 2);
+}
+
+TEST_F(TextView, ALoadTellsNoChange) {
+    int told = 0;
+    QObject::connect(&m_view, &rtCM::Change, [&] { ++told; });
+    EXPECT_TRUE(m_view.OpenFile(fileOf("one\ntwo")));
+    EXPECT_TRUE(m_view.ReloadFile(fileOf("three")));
+    EXPECT_EQ(told, 0);
+}
+
+TEST_F(TextView, TheHighlightHasFollowedWhenAMoveIsTold) {
+    ASSERT_TRUE(m_view.OpenFile(fileOf("one\ntwo\nthree")));
+    int told = 0;
+    QObject::connect(&m_view, &rtCM::SelChange, [&] {
+        ++told;
+        EXPECT_EQ(m_view.LastHighlightLine(), m_view.CurrentLine());
+    });
+    m_view.GotoTextLine(2);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(m_view.LastHighlightLine(), 2);
+}
+
+TEST_F(TextView, AnyMouseButtonIsTold) {
+    showLarge();
+    QList<Qt::MouseButton> buttons;
+    QObject::connect(&m_view, &rtCM::MouseDown, [&](Qt::MouseButton button, int x, int y) {
+        buttons.append(button);
+        EXPECT_EQ(QPoint(x, y), QPoint(120, 30));
+    });
+    const QList<Qt::MouseButton> pressed{Qt::LeftButton, Qt::RightButton, Qt::MiddleButton};
+    for (const Qt::MouseButton button : pressed) {
+        mouse(QEvent::MouseButtonPress, button, QPoint(120, 30));
+        mouse(QEvent::MouseButtonRelease, button, QPoint(120, 30));
+    }
+    EXPECT_EQ(buttons, pressed);
+}
+
+TEST_F(TextView, TheMenuIsAskedForWhereTheRightButtonComesUp) {
+    showLarge();
+    QList<QPoint> asked;
+    QObject::connect(&m_view, &rtCM::ShowMenu, [&](int x, int y) { asked.append(QPoint(x, y)); });
+    mouse(QEvent::MouseButtonPress, Qt::RightButton, QPoint(10, 30));
+    EXPECT_TRUE(asked.isEmpty());
+    mouse(QEvent::MouseButtonRelease, Qt::RightButton, QPoint(120, 40));
+    mouse(QEvent::MouseButtonPress, Qt::LeftButton, QPoint(120, 40));
+    mouse(QEvent::MouseButtonRelease, Qt::LeftButton, QPoint(120, 40));
+    EXPECT_EQ(asked, QList<QPoint>({QPoint(120, 40)}));
+}
+
+TEST_F(TextView, TheMenuKeyAsksForTheMenuToo) {
+    showLarge();
+    int asked = 0;
+    QObject::connect(&m_view, &rtCM::ShowMenu, [&] { ++asked; });
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(20, 20), QPoint(20, 20));
+    QCoreApplication::sendEvent(m_view.control().viewport(), &event);
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(TextView, EachDroppedFileIsToldByItself) {
+    showLarge();
+    QStringList dropped;
+    QObject::connect(&m_view, &rtCM::DropFile, [&](const QString& file) { dropped.append(file); });
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/home/u/a b.txt")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+    QWidget* surface = m_view.control().viewport();
+    QDragEnterEvent enter(QPoint(100, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(surface, &enter);
+    QDropEvent drop(QPointF(100, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(surface, &drop);
+    EXPECT_EQ(dropped, QStringList({QStringLiteral("/home/u/a b.txt"), QStringLiteral("/b")}));
+    EXPECT_EQ(m_view.Text(), QString());
+}
+
+// Text and selection
+
+TEST_F(TextView, TheSelectionLengthIsTheDistanceOfItsEnds) {
+    m_view.setText(QStringLiteral("one two"));
+    m_view.setSelStart(4);
+    m_view.setSelEnd(4);
+    EXPECT_EQ(m_view.SelLength(), 0);
+    m_view.setSelLength(3);
+    EXPECT_EQ(m_view.SelEnd(), 7);
+    EXPECT_EQ(m_view.SelText(), QStringLiteral("two"));
+    EXPECT_EQ(m_view.SelLength(), 3);
+}
+
+TEST_F(TextView, TheTextCanBeReadAndWrittenByLineAndSelection) {
+    m_view.setText(QStringLiteral("one\ntwo"));
+    EXPECT_EQ(m_view.TotalLines(), 2);
+    EXPECT_EQ(m_view.GetLine(1), QStringLiteral("two"));
+    m_view.SelectAll();
+    m_view.setSelText(QStringLiteral("three"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("three"));
+    m_view.AddText(QStringLiteral(" four"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("three four"));
+    EXPECT_TRUE(m_view.FileChanged);
+}
+
+TEST_F(TextView, CaretAndSelectedLinesAreGivenInTheOrderOfTheSelection) {
+    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    select(9, 1);
+    EXPECT_EQ(m_view.CurrentLine(), 0);
+    EXPECT_EQ(m_view.CurrentColumn(), 1);
+    qint64 start = -1;
+    qint64 end = -1;
+    m_view.GetSelStartEnd(start, end);
+    EXPECT_EQ(start, 2);
+    EXPECT_EQ(end, 0);
+}
+
+TEST_F(TextView, SelectedLinesAreCountedInBothDirections) {
+    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    select(2, 2);
+    EXPECT_EQ(m_view.SelTotalLines(), 0);
+    select(0, 2);
+    EXPECT_EQ(m_view.SelTotalLines(), 1);
+    select(1, 9);
+    EXPECT_EQ(m_view.SelTotalLines(), 3);
+    select(9, 1);
+    EXPECT_EQ(m_view.SelTotalLines(), 3);
+}
+
+TEST_F(TextView, CountsCoverTheWholeTextOrTheSelection) {
+    m_view.setText(QStringLiteral("one two\r\n\tthree "));
+    EXPECT_EQ(m_view.TotalWords(), 3);
+    EXPECT_EQ(m_view.TotalChars(), 16);
+    EXPECT_EQ(m_view.TotalCharsNoSpace(), 11);
+    select(0, 0);
+    EXPECT_EQ(m_view.SelTotalWords(), 0);
+    EXPECT_EQ(m_view.SelTotalChars(), 0);
+    EXPECT_EQ(m_view.SelTotalCharsNoSpace(), 0);
+    select(2, 12);
+    EXPECT_EQ(m_view.SelTotalWords(), 3);
+    EXPECT_EQ(m_view.SelTotalChars(), 10);
+    EXPECT_EQ(m_view.SelTotalCharsNoSpace(), 6);
+}
+
+TEST_F(TextView, ATextOfBlanksHasNoWords) {
+    m_view.setText(QStringLiteral(" \t\n "));
+    EXPECT_EQ(m_view.TotalWords(), 0);
+    m_view.SelectAll();
+    EXPECT_EQ(m_view.SelTotalWords(), 0);
+}
+
+TEST_F(TextView, BlanksBecomeTabsAndTabsBlanksInOneStepEach) {
+    m_view.setText(QStringLiteral("a b  c"));
+    m_view.SelectAll();
+    m_view.SpacesToTabs();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a\tb\t\tc"));
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a b  c"));
+    m_view.Redo();
+    m_view.SelectAll();
+    m_view.TabsToSpaces();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a b  c"));
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a\tb\t\tc"));
+}
+
+// Row highlight
+
+TEST_F(TextView, AFreshlyLoadedTextHasItsFirstLineHighlighted) {
+    ASSERT_TRUE(m_view.OpenFile(fileOf("one\ntwo")));
+    EXPECT_EQ(m_view.LastHighlightLine(), 0);
+    EXPECT_TRUE(highlightShown());
+}
+
+TEST_F(TextView, TheHighlightHasTheColourOfTheSetting) {
+    m_options.RowHighlightColor = 255;
+    m_view.HighLightLine();
+    EXPECT_EQ(m_view.control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEBACK), 255);
+}
+
+TEST_F(TextView, WithTheHighlightOffNoLineIsRemembered) {
+    m_view.setText(QStringLiteral("one\ntwo"));
+    m_view.GotoTextLine(1);
+    ASSERT_TRUE(highlightShown());
+    m_view.gMyHighlight = false;
+    m_view.HighLightLine();
+    EXPECT_EQ(m_view.LastHighlightLine(), -1);
+    EXPECT_FALSE(highlightShown());
+    m_view.GotoTextLine(0);
+    EXPECT_EQ(m_view.LastHighlightLine(), -1);
+    EXPECT_FALSE(highlightShown());
+    m_view.gMyHighlight = true;
+    m_view.HighLightLine();
+    EXPECT_EQ(m_view.LastHighlightLine(), 0);
+    EXPECT_TRUE(highlightShown());
+}
+
+TEST_F(TextView, DeletingTheHighlightedLineMovesTheHighlightToTheCaret) {
+    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    m_view.GotoTextLine(2);
+    ASSERT_EQ(m_view.LastHighlightLine(), 2);
+    select(3, 13);
+    m_view.setSelText(QString());
+    EXPECT_EQ(m_view.TotalLines(), 1);
+    EXPECT_EQ(m_view.LastHighlightLine(), 0);
+    EXPECT_TRUE(highlightShown());
+}
+
+TEST_F(TextView, OnlyTheHighlightedLineLosesItsHighlight) {
+    m_view.setText(QStringLiteral("one\ntwo"));
+    m_view.GotoTextLine(1);
+    m_view.UnHighLightLine(0);
+    EXPECT_TRUE(highlightShown());
+    m_view.UnHighLightLine(1);
+    EXPECT_FALSE(highlightShown());
+}
+
+// Font
+
+TEST_F(TextView, FontStepsStopOnlyAtTheExactSizes) {
+    struct Step {
+        int from;
+        int larger;
+        int smaller;
+    };
+    for (const Step& step : {Step{10, 12, 8}, Step{70, 70, 68}, Step{69, 71, 67}, Step{71, 73, 69}, Step{5, 7, 5},
+                             Step{7, 9, 5}, Step{6, 8, 4}}) {
+        m_view.setTextFont(m_view.FontName(), step.from);
+        m_view.IncreaseFontSize();
+        EXPECT_EQ(m_view.FontSize(), step.larger);
+        m_view.setTextFont(m_view.FontName(), step.from);
+        m_view.DecreaseFontSize();
+        EXPECT_EQ(m_view.FontSize(), step.smaller);
+    }
+}
+
+TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
+    m_options.FontSize = 13;
+    const QString name = m_view.FontName();
+    m_view.IncreaseFontSize();
+    m_view.DefaultFontSize();
+    EXPECT_EQ(m_view.FontSize(), 13);
+    EXPECT_EQ(m_view.FontName(), name);
+}
