@@ -1,0 +1,119 @@
+#include "platform/QtPrompts.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QMessageBox>
+
+namespace {
+
+/// No path that a file can have is longer; what is gets cut in the middle, or the box would fill the screen.
+constexpr qsizetype longestText = 6000;
+
+QString fitting(const QString& text) {
+    if (text.size() <= longestText)
+        return text;
+    return text.left(longestText / 2) + u'\u2026' + text.right(longestText / 2);
+}
+
+void setUp(QMessageBox& box, const QString& text, const QString& title) {
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Quillmark") : title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(fitting(text));
+}
+
+/// Goes away by one of its buttons and by nothing else.
+class ButtonsOnlyBox : public QMessageBox {
+ public:
+    explicit ButtonsOnlyBox(QWidget* parent) : QMessageBox(parent) {
+        setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowCloseButtonHint);
+    }
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Cancel)) {
+            event->accept();
+            return;
+        }
+        QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+void setUp(QFileDialog& dialog, const FileQuestion& question, const QString& lastFolder) {
+    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                      QFileDialog::HideNameFilterDetails);
+    dialog.setWindowTitle(question.title);
+    const QStringList filters = nameFilters(question.filters);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    const QString folder = question.folder.isEmpty() ? lastFolder : question.folder;
+    dialog.setDirectory(folder.isEmpty() ? QDir::currentPath() : folder);
+    if (!question.initialName.isEmpty())
+        dialog.selectFile(question.initialName);
+}
+
+QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
+    auto* box = new QCheckBox(QStringLiteral("Open as &read-only"), &dialog);
+    box->setObjectName(QStringLiteral("chkReadOnly"));
+    if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+        grid->addWidget(box, grid->rowCount(), 0, 1, grid->columnCount());
+    return box;
+}
+
+}  // namespace
+
+QStringList nameFilters(const QString& filters) {
+    const QStringList parts = filters.split(u'|');
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts.at(i + 1).split(u';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns) {
+            pattern = pattern.trimmed();
+            if (pattern == QLatin1String("*.*"))
+                pattern = QStringLiteral("*");
+        }
+        names.append(QStringLiteral("%1 (%2)").arg(parts.at(i), patterns.join(u' ')));
+    }
+    return names;
+}
+
+void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
+    QMessageBox box(parent);
+    setUp(box, text, title);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
+bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title) {
+    ButtonsOnlyBox box(parent);
+    setUp(box, text, title);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.exec();
+    return box.clickedButton() == box.button(QMessageBox::Yes);
+}
+
+OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent);
+    setUp(dialog, question, m_lastFolder);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    const QCheckBox* readOnly = addReadOnlyBox(dialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    m_lastFolder = dialog.directory().absolutePath();
+    return {dialog.selectedFiles(), readOnly->isChecked()};
+}
+
+QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(parent);
+    setUp(dialog, question, m_lastFolder);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    m_lastFolder = dialog.directory().absolutePath();
+    return dialog.selectedFiles().value(0);
+}
