@@ -1,6 +1,56 @@
-#include <QApplication>
+#include "platform/Folders.h"
+#include "platform/Paths.h"
+#include "platform/QtPrompts.h"
+#include "settings/SqliteRegistry.h"
+#include "shell/CommandLine.h"
+#include "shell/ExplorerLink.h"
+#include "shell/RoomsToCome.h"
+#include "shell/StartUp.h"
+#include "shell/frmMain.h"
 
-int main(int argc, char** argv) {
-    QApplication application(argc, argv);
-    return 0;
+#include <QApplication>
+#include <QDir>
+
+#include <utility>
+
+namespace {
+
+/// The process's own duties. Entering the program into the desktop and handing over to a running instance are still to
+/// come: the first does nothing yet, and no running instance is ever found.
+class Program : public StartDuties {
+ public:
+    Program(char* name, QString tail) : m_arguments{name, nullptr}, m_tail(std::move(tail)) {}
+
+    void RegisterShellExtension() override {}
+    void UnregisterShellExtension() override {}
+    bool previousInstanceRuns() override { return false; }
+    bool handOver(const QString&) override { return false; }
+
+    int runFrame() override {
+        int count = 1;
+        QApplication application(count, m_arguments);
+        QApplication::setApplicationName(QStringLiteral("quillmark"));
+        QApplication::setApplicationDisplayName(QString());
+        SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
+        QtPrompts prompts;
+        NoExplorer explorer;
+        RoomsToCome rooms;
+        frmMain frame({prompts, registry, explorer, rooms, m_tail, {}});
+        frame.Load();
+        frame.show();
+        return QApplication::exec();
+    }
+
+ private:
+    char* m_arguments[2];
+    QString m_tail;
+};
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const QString tail = CommandLine::tailOf(count, arguments);
+    char noName[] = "quillmark";
+    Program program(count > 0 ? arguments[0] : noName, tail);
+    return runMain(tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()}, program);
 }

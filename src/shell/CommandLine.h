@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+/// The command line tail: the program's arguments joined by one blank each, read as one text and never split. Plain
+/// functions; nothing is opened. It is read twice, and not quite alike: Main takes the blanks off both ends first, the
+/// load sequence of the frame takes the tail as it came.
+namespace CommandLine {
+
+/// What the tail is read against.
+struct Surroundings {
+    std::function<bool(const QString& path)> isFolder;
+    QString workingFolder;  ///< relative paths start here
+};
+
+/// What Main is to do before there is a frame.
+struct MainOrder {
+    enum class Kind {
+        Register,    ///< enter the program into the desktop, no window
+        Unregister,  ///< take it out again, no window
+        Run,         ///< show the frame, whoever else runs
+        Document,    ///< give the path to a running instance; without one show the frame
+    };
+    Kind kind = Kind::Run;
+    QString path;  ///< for Document: absolute
+
+    bool operator==(const MainOrder&) const = default;
+};
+
+/// What the frame is to do at the end of its load sequence.
+struct LoadOrder {
+    enum class Kind { Nothing, Document, Project, SearchFolders };
+    Kind kind = Kind::Nothing;
+    QString text;                   ///< path (absolute), or the list of folders as it stands
+    bool hooked = true;             ///< other instances hand over to this one, and files are checked on activation
+    bool sessionMayReturn = false;  ///< nothing was asked for, so the last session may be restored
+
+    bool operator==(const LoadOrder&) const = default;
+};
+
+/// The tail of a program's arguments. A byte that is no UTF-8 becomes half a surrogate pair, which no file's name
+/// holds: so such a path is found nowhere, and never the wrong file.
+QString tailOf(int count, const char* const* arguments);
+
+MainOrder readForMain(const QString& tail, const Surroundings& around);
+LoadOrder readForLoad(const QString& tail, const Surroundings& around);
+
+}  // namespace CommandLine

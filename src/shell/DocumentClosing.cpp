@@ -1,0 +1,41 @@
+#include "shell/DocumentClosing.h"
+
+#include "document/frmDocument.h"
+#include "platform/Prompts.h"
+#include "platform/Yield.h"
+#include "shell/DocumentSaving.h"
+#include "shell/DocumentTabs.h"
+#include "shell/ExplorerLink.h"
+#include "shell/FrameParts.h"
+#include "shell/MdiChildren.h"
+
+DocumentClosing::DocumentClosing(FrameParts& parts, DocumentSaving& saving) : m_parts(parts), m_saving(saving) {}
+
+void DocumentClosing::CloseActive() {
+    m_parts.children->unload(m_parts.children->active());
+}
+
+void DocumentClosing::CloseAll(const frmDocument* except) {
+    const QString kept = except == nullptr ? QString() : except->fIdx;
+    for (int i = m_parts.tabs->count() - 1; i >= 0; --i) {
+        m_parts.tabs->select(i);
+        yieldOnce();
+        frmDocument* document = m_parts.children->active();
+        if (document != nullptr && document->fIdx != kept)
+            m_parts.children->unload(document);
+        yieldOnce();
+    }
+}
+
+void DocumentClosing::DocClose(frmDocument* document) {
+    // Yes saves the active document, which while the frame closes need not be the one that asks.
+    if (document->isChange &&
+        m_parts.prompts->askYesNo(m_parts.frame, QStringLiteral("Save %1 ?").arg(document->Caption())))
+        m_saving.SaveActive();
+    m_parts.explorer->RemoveFile(document->fIdx);
+}
+
+void DocumentClosing::DelTab(frmDocument* document) {
+    m_parts.tabs->DelTab(document);
+    m_parts.children->remove(document);
+}

@@ -1,0 +1,175 @@
+#include "shell/DocumentFiles.h"
+
+#include "document/frmDocument.h"
+#include "platform/Paths.h"
+#include "platform/Prompts.h"
+#include "platform/Yield.h"
+#include "settings/Options.h"
+#include "shell/Commands.h"
+#include "shell/DocumentTabs.h"
+#include "shell/ExplorerLink.h"
+#include "shell/FrameParts.h"
+#include "shell/MdiChildren.h"
+#include "shell/RoomsToCome.h"
+#include "shell/StatusPanels.h"
+#include "shell/SystemClose.h"
+
+#include <QAction>
+#include <QPointer>
+#include <QTimer>
+
+#include <utility>
+
+namespace {
+
+constexpr int lockFlag = 1;
+
+}  // namespace
+
+DocumentFiles::DocumentFiles(FrameParts& parts) : m_parts(parts) {}
+
+void DocumentFiles::NewDocument() {
+    ++m_documentCounter;
+    const QPointer<frmDocument> document = new frmDocument(m_parts.host, *m_parts.prompts, *m_parts.options);
+    document->fIdx = QStringLiteral("F%1").arg(m_documentCounter);
+    document->setCaption(QStringLiteral("Document%1").arg(m_documentCounter));
+    m_parts.explorer->AddFile(document->Caption(), document->fIdx);
+    QObject::connect(document, &frmDocument::FileChange, m_parts.tabs,
+                     [tabs = m_parts.tabs](frmDocument* changed) { tabs->SetTabCaption(changed); });
+    QObject::connect(document, &frmDocument::SelChange, m_parts.status, &StatusPanels::ShowCursorPosition);
+    m_parts.children->add(document);
+    m_parts.tabs->AddDocumentTab(document);
+    if (document)
+        m_parts.commands->SetDocumentEnv(document);
+}
+
+bool DocumentFiles::FindOpenDocument(const QString& path) {
+    for (frmDocument* document : m_parts.children->documents()) {
+        if (document->filename != path)
+            continue;
+        m_parts.children->bringToFront(document);
+        yieldOnce();
+        return true;
+    }
+    return false;
+}
+
+void DocumentFiles::OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) {
+    if (m_opening) {
+        m_waiting.emplace_back([=, this] { OpenFile(path, flags, checkBinary, openTextMode); });
+        return;
+    }
+    if (!fileExists(path)) {
+        m_parts.prompts->message(m_parts.frame, path + QLatin1String("\nFile not found!"));
+        yieldOnce();
+        return;
+    }
+    if (FindOpenDocument(path)) {
+        m_parts.prompts->message(m_parts.frame, QStringLiteral("'%1' already open!").arg(path));
+        return;
+    }
+    m_opening = true;
+    openExisting(path, flags, checkBinary, openTextMode);
+    endOpening();
+}
+
+void DocumentFiles::openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode) {
+    const frmDocument* present = m_parts.children->active();
+    if (present == nullptr || !present->isNew)
+        NewDocument();
+    const QPointer<frmDocument> document = m_parts.children->active();
+    if (!document)
+        return;
+    if ((flags & lockFlag) != 0)
+        document->setLocked(true);
+    m_parts.systemClose->enable(false);
+    document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+    if (document)
+        showOpened(document, path);
+    yieldOnce();
+    m_parts.systemClose->enable(true);
+}
+
+void DocumentFiles::showOpened(frmDocument* document, const QString& path) {
+    document->setCaption(captionFor(path));
+    m_parts.explorer->SetFile(path, document->fIdx, DocumentTabs::imageFor(document));
+    m_parts.tabs->SetTabCaption(document);
+    m_parts.rooms->CheckLangMenu(document);
+    m_parts.status->ShowDocumentInfo(document);
+    m_parts.rooms->AddLRUFile(path);
+    m_parts.commands->SetDocumentEnv(document);
+}
+
+void DocumentFiles::endOpening() {
+    m_opening = false;
+    if (m_waiting.empty())
+        return;
+    QTimer::singleShot(0, m_parts.frame, [this] {
+        if (m_opening || m_waiting.empty())
+            return;
+        const std::function<void()> next = std::move(m_waiting.front());
+        m_waiting.erase(m_waiting.begin());
+        next();
+        endOpening();
+    });
+}
+
+void DocumentFiles::CheckFileUpdate() {
+    if (m_checking)
+        return;
+    if (m_opening) {
+        m_waiting.emplace_back([this] { CheckFileUpdate(); });
+        return;
+    }
+    m_checking = true;
+    QList<QPointer<frmDocument>> documents;
+    for (frmDocument* document : m_parts.children->documents())
+        documents.append(document);
+    for (const QPointer<frmDocument>& document : documents) {
+        if (!document || !document->FileNeedToReload() || !m_parts.children->documents().contains(document))
+            continue;
+        m_parts.children->bringToFront(document);
+        document->ReloadFile();
+        if (document)
+            m_parts.status->ShowDocumentInfo(document);
+    }
+    m_checking = false;
+}
+
+void DocumentFiles::ChangeReadOnly() {
+    frmDocument* document = m_parts.children->active();
+    if (document == nullptr)
+        return;
+    document->ChangeToReadOnly();
+    m_parts.tabs->SetTabCaption(document);
+    m_parts.commands->SetDocumentEnv(document);
+}
+
+void DocumentFiles::SwitchHex(bool hex) {
+    const QPointer<frmDocument> document = m_parts.children->active();
+    if (!document)
+        return;
+    m_parts.commands->button("ShowHex")->setChecked(hex);
+    if (document->TextEdit() == hex)
+        document->setTextEdit(!hex);
+    if (!document)
+        return;
+    m_parts.commands->SetEditModeIcon(document);
+    m_parts.commands->CheckMenuItem("mnuToggleHex", !document->TextEdit());
+    m_parts.commands->SetDocumentEnv(document);
+}
+
+void DocumentFiles::ActiveFormChange(frmDocument* document) {
+    const QPointer<frmDocument> alive(document);
+    m_parts.tabs->selectKey(document->fIdx);
+    if (!alive)
+        return;
+    m_parts.status->ShowCursorPosition(document);
+    m_parts.status->ShowDocumentInfo(document);
+    m_parts.rooms->CheckLangMenu(document);
+    m_parts.commands->SetDocumentEnv(document);
+}
+
+QString DocumentFiles::captionFor(const QString& path) const {
+    return m_parts.options->ShowFullPath ? path : FileNameOf(path);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+class Commands;
+class CoolBar;
+class DocumentHost;
+class DocumentTabs;
+class ExplorerLink;
+class MdiChildren;
+class Prompts;
+class QWidget;
+class RegistryStore;
+class RoomsToCome;
+class Settings;
+class StatusPanels;
+class SystemClose;
+struct Options;
+
+/// What the frame is made of, for the classes that carry out its procedures. The frame owns all of it, or was given it
+/// for its life, and fills every field before the first procedure runs.
+struct FrameParts {
+    QWidget* frame = nullptr;
+    DocumentHost* host = nullptr;
+    Prompts* prompts = nullptr;
+    RegistryStore* registry = nullptr;
+    Settings* settings = nullptr;
+    Options* options = nullptr;
+    ExplorerLink* explorer = nullptr;
+    RoomsToCome* rooms = nullptr;
+    MdiChildren* children = nullptr;
+    DocumentTabs* tabs = nullptr;
+    StatusPanels* status = nullptr;
+    CoolBar* coolBar = nullptr;
+    Commands* commands = nullptr;
+    SystemClose* systemClose = nullptr;
+};

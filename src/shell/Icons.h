@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QIcon>
+
+/// The program's own pictures, all drawn as SVG. One is parsed when it is first painted and not before, in the size and
+/// resolution it is painted in; greyed by the style like any other.
+namespace Icons {
+
+/// The picture of that name; an empty one when there is none.
+QIcon named(const char* name);
+
+}  // namespace Icons

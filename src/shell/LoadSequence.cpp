@@ -1,0 +1,188 @@
+#include "shell/LoadSequence.h"
+
+#include "document/BusyPointer.h"
+#include "editor/CodeMax.h"
+#include "platform/Paths.h"
+#include "platform/Yield.h"
+#include "settings/Options.h"
+#include "settings/Settings.h"
+#include "shell/Commands.h"
+#include "shell/CoolBar.h"
+#include "shell/DocumentTabs.h"
+#include "shell/ExplorerLink.h"
+#include "shell/FrameParts.h"
+#include "shell/MdiChildren.h"
+#include "shell/RoomsToCome.h"
+#include "shell/StatusPanels.h"
+#include "shell/frmMain.h"
+
+#include <QDir>
+
+namespace {
+
+using Step = FrameStep<LoadSequence>;
+
+}  // namespace
+
+LoadSequence::LoadSequence(frmMain& frame, FrameParts& parts, const QString& tail)
+    : m_frame(frame),
+      m_parts(parts),
+      m_order(CommandLine::readForLoad(
+          tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()})) {}
+
+std::span<const Step> LoadSequence::steps() {
+    static constexpr Step list[] = {
+        {"putStatusPictures", &LoadSequence::putStatusPictures},
+        {"prepareMenuPictures", &LoadSequence::prepareMenuPictures},
+        {"loadOpenCheck", &LoadSequence::loadOpenCheck},
+        {"hookOpenCheck", &LoadSequence::hookOpenCheck},
+        {"readFirstSettings", &LoadSequence::readFirstSettings},
+        {"createEditorGlobals", &LoadSequence::createEditorGlobals},
+        {"loadMacroFiles", &LoadSequence::loadMacroFiles},
+        {"PropertiesLoad", &LoadSequence::PropertiesLoad},
+        {"LoadOptions", &LoadSequence::LoadOptions},
+        {"loadLanguages", &LoadSequence::loadLanguages},
+        {"loadLists", &LoadSequence::loadLists},
+        {"setLoaded", &LoadSequence::setLoaded},
+        {"placeSearchBox", &LoadSequence::placeSearchBox},
+        {"buildCoolBar", &LoadSequence::buildCoolBar},
+        {"startNewDocument", &LoadSequence::startNewDocument},
+        {"layOutPanels", &LoadSequence::layOutPanels},
+        {"followCommandLine", &LoadSequence::followCommandLine},
+        {"UpdateMacroMenu", &LoadSequence::UpdateMacroMenu},
+        {"restoreSession", &LoadSequence::restoreSession},
+        {"markViewParts", &LoadSequence::markViewParts},
+        {"setCommandStates", &LoadSequence::setCommandStates},
+        {"makeTabMenu", &LoadSequence::makeTabMenu},
+        {"setCaption", &LoadSequence::setCaption},
+    };
+    return list;
+}
+
+void LoadSequence::putStatusPictures() {
+    BusyPointer::show();
+    m_parts.status->putPictures();
+    yieldOnce();
+}
+
+void LoadSequence::prepareMenuPictures() {
+    // The entries got their pictures from the command table when they were made; each is drawn when it is first seen.
+}
+
+void LoadSequence::loadOpenCheck() {
+    m_frame.loadOpenCheck();
+}
+
+void LoadSequence::hookOpenCheck() {
+    if (m_order.hooked)
+        m_frame.hookOpenCheck();
+    yieldOnce();
+}
+
+void LoadSequence::readFirstSettings() {
+    const CodeMax fresh;
+    m_parts.options->FontName = fresh.FontName();
+    m_parts.options->FontSize = static_cast<qint16>(fresh.FontSize());
+    loadFirstOptions(*m_parts.settings, *m_parts.options);
+}
+
+void LoadSequence::createEditorGlobals() {
+    m_parts.rooms->createEditorGlobals();
+}
+
+void LoadSequence::loadMacroFiles() {
+    m_parts.rooms->loadMacroFiles();
+}
+
+void LoadSequence::PropertiesLoad() {
+    m_parts.rooms->PropertiesLoad();
+}
+
+void LoadSequence::LoadOptions() {
+    ::LoadOptions(*m_parts.settings, *m_parts.options);
+    m_parts.explorer->setDefaultSysIcon(m_parts.options->UseFileIcon);
+}
+
+void LoadSequence::loadLanguages() {
+    m_parts.rooms->loadLanguages();
+}
+
+void LoadSequence::loadLists() {
+    m_parts.rooms->LoadLanguageMenu();
+    m_parts.rooms->LoadRecentFiles();
+    m_parts.rooms->LoadRecentProjects();
+    m_parts.rooms->LoadFavProjects();
+    m_parts.rooms->LoadSearchKeys();
+}
+
+void LoadSequence::setLoaded() {
+    m_frame.setLoaded();
+    m_parts.rooms->resetSplitters();
+}
+
+void LoadSequence::placeSearchBox() {
+    m_parts.rooms->placeSearchBox();
+}
+
+void LoadSequence::buildCoolBar() {
+    m_parts.tabs->clear();
+    m_frame.buildCoolBar();
+}
+
+void LoadSequence::startNewDocument() {
+    if (!m_parts.settings->StartNewDocument())
+        return;
+    m_frame.NewDocument();
+    m_parts.children->maximise(m_parts.children->active());
+}
+
+void LoadSequence::layOutPanels() {
+    BusyPointer::restore();
+    m_parts.rooms->ArrangePanels();
+    m_parts.explorer->InitObjects();
+    m_parts.rooms->layOutSearchPanel();
+}
+
+void LoadSequence::followCommandLine() {
+    using Kind = CommandLine::LoadOrder::Kind;
+    switch (m_order.kind) {
+        case Kind::Nothing:
+            break;
+        case Kind::Document:
+            m_frame.OpenFileFromCmd(m_order.text);
+            break;
+        case Kind::Project:
+            m_parts.rooms->OpenProject(m_order.text);
+            break;
+        case Kind::SearchFolders:
+            m_parts.rooms->ShowSearchInFiles(m_order.text);
+            break;
+    }
+}
+
+void LoadSequence::UpdateMacroMenu() {
+    m_parts.rooms->UpdateMacroMenu();
+}
+
+void LoadSequence::restoreSession() {
+    if (m_order.sessionMayReturn && m_parts.settings->LoadLastFiles())
+        m_parts.rooms->RestoreSession();
+}
+
+void LoadSequence::markViewParts() {
+    m_parts.commands->RefreshCheckedItems();
+}
+
+void LoadSequence::setCommandStates() {
+    m_parts.commands->SetDocumentEnv(m_parts.children->active());
+    m_parts.rooms->SetProjectMenus();
+}
+
+void LoadSequence::makeTabMenu() {
+    m_frame.makeTabMenu();
+}
+
+void LoadSequence::setCaption() {
+    BusyPointer::restore();
+    m_frame.setWindowTitle(QStringLiteral("Quillmark"));
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+class QMdiArea;
+class QMdiSubWindow;
+class frmDocument;
+
+/// The open documents as child windows of the frame, and which of them is the active one. Owned by the frame. The
+/// active child is kept here and does not change when the application loses the focus; there is none only while there
+/// is no document. Documents belong to their windows and go a moment after they were unloaded.
+class MdiChildren : public QObject {
+    Q_OBJECT
+
+ public:
+    explicit MdiChildren(QMdiArea& area);
+
+    /// Shows the document in a window of its own and makes it the active one.
+    void add(frmDocument* document);
+    /// The document unloads: from now on it is not among the others.
+    void remove(frmDocument* document);
+
+    /// In the order of loading.
+    const QList<frmDocument*>& documents() const { return m_documents; }
+    frmDocument* active() const { return m_active; }
+    frmDocument* byKey(const QString& key) const;
+    QMdiSubWindow* windowOf(const frmDocument* document) const;
+    /// All windows, the one in front last.
+    QList<QMdiSubWindow*> windowsByOrder() const;
+    QMdiArea& area() const { return m_area; }
+
+    void bringToFront(frmDocument* document);
+    void maximise(frmDocument* document);
+    /// Closes the document's window, which asks about changes. Without effect while the document loads.
+    void unload(frmDocument* document);
+    /// The next child in the order of loading, or with -1 the one before; round at the ends.
+    void activateNeighbour(int step);
+
+ Q_SIGNALS:
+    /// The document has become the active child.
+    void activated(frmDocument* document);
+
+ private:
+    void windowActivated(QMdiSubWindow* window);
+    void setActive(frmDocument* document);
+
+    QMdiArea& m_area;
+    QList<frmDocument*> m_documents;
+    frmDocument* m_active = nullptr;
+};

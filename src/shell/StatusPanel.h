@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QIcon>
+#include <QWidget>
+
+/// One panel of the status bar: a picture, if any, and a text, cut off with "..." where it is too narrow. A new text
+/// repaints this panel alone and moves nothing.
+class StatusPanel : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText)
+
+ public:
+    explicit StatusPanel(QWidget* parent = nullptr);
+
+    QString text() const { return m_text; }
+    void setText(const QString& text);
+    void setPicture(const QIcon& picture);
+    /// How many letters the panel is to have room for.
+    void setRoomFor(int letters);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+    void doubleClicked();
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+
+ private:
+    int pictureRoom() const;
+
+    QString m_text;
+    QIcon m_picture;
+    int m_letters = 0;
+};

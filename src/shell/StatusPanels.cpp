@@ -1,0 +1,52 @@
+#include "shell/StatusPanels.h"
+
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+#include "editor/CodeMax.h"
+#include "shell/Icons.h"
+#include "shell/StatusPanel.h"
+
+#include <QStatusBar>
+
+namespace {
+
+enum Panel { Limitations = 1, Position = 2, LastUpdate = 3, Size = 4 };
+
+/// Letters that each panel has room for; the first takes what is left.
+constexpr std::array<int, 4> panelRoom = {0, 32, 22, 16};
+
+}  // namespace
+
+StatusPanels::StatusPanels(QStatusBar& bar) : QObject(&bar) {
+    bar.setObjectName(QStringLiteral("sbStatusBar"));
+    for (size_t i = 0; i < m_panels.size(); ++i) {
+        auto* added = new StatusPanel(&bar);
+        added->setObjectName(QStringLiteral("sbStatusBar(%1)").arg(i + 1));
+        added->setRoomFor(panelRoom.at(i));
+        bar.addPermanentWidget(added, i == 0 ? 1 : 0);
+        connect(added, &StatusPanel::doubleClicked, this, [this, added] { Q_EMIT textWanted(added->text()); });
+        m_panels.at(i) = added;
+    }
+}
+
+void StatusPanels::putPictures() {
+    panel(Size)->setPicture(Icons::named("countall"));
+    panel(LastUpdate)->setPicture(Icons::named("save"));
+}
+
+void StatusPanels::ShowCursorPosition(const frmDocument* document) {
+    panel(Position)->setText(document->GetCursorPos());
+}
+
+void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
+    QString lastUpdate;
+    QString size;
+    document->LastUpdateTime(lastUpdate, size);
+    panel(LastUpdate)->setText(lastUpdate);
+    panel(Size)->setText(size);
+    panel(Limitations)->setText(document->TextEdit() ? document->GetEditor()->control().limitations() : QString());
+}
+
+QString StatusPanels::text(int panelNumber) const {
+    return panel(panelNumber)->text();
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+
+#include <array>
+
+class QStatusBar;
+class StatusPanel;
+class frmDocument;
+
+/// What the status bar shows of the active document: 1 what was switched off for its size, 2 cursor position, 3 last
+/// update of the file, 4 its size. Owned by the frame.
+class StatusPanels : public QObject {
+    Q_OBJECT
+
+ public:
+    explicit StatusPanels(QStatusBar& bar);
+
+    /// The pictures of the panels for size and last update.
+    void putPictures();
+    /// Cheap: it comes with every movement of the cursor.
+    void ShowCursorPosition(const frmDocument* document);
+    void ShowDocumentInfo(const frmDocument* document);
+
+    /// Text of panel 1 to 4.
+    QString text(int panel) const;
+
+ Q_SIGNALS:
+    /// The person wants to read the whole of a panel.
+    void textWanted(const QString& text);
+
+ private:
+    StatusPanel* panel(int number) const { return m_panels.at(static_cast<size_t>(number - 1)); }
+
+    std::array<StatusPanel*, 4> m_panels{};
+};

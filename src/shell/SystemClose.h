@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+#include <functional>
+#include <vector>
+
+/// Whether the frame may be closed. While an operation runs that yields, Close is greyed, and what would tear the frame
+/// from under it waits here. Greying nests: Close comes back with the outermost operation's end. Owned by the frame.
+class SystemClose : public QObject {
+    Q_OBJECT
+
+ public:
+    explicit SystemClose(QObject* parent = nullptr);
+
+    void enable(bool on);
+    bool isGreyed() const { return m_operations > 0; }
+
+    /// Runs the task now, or, while Close is greyed, from the event loop once it is not any more.
+    void whenFree(std::function<void()> task);
+
+ private:
+    void runWaiting();
+
+    int m_operations = 0;
+    std::vector<std::function<void()>> m_waiting;
+};

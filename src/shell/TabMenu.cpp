@@ -1,0 +1,56 @@
+#include "shell/TabMenu.h"
+
+#include "document/frmDocument.h"
+#include "shell/FrameCommands.h"
+#include "shell/FrameParts.h"
+#include "shell/Icons.h"
+#include "shell/MdiChildren.h"
+
+namespace {
+
+struct TabEntry {
+    const char* key;  ///< empty: a separator
+    const char* caption;
+    const char* icon;
+    void (FrameCommands::*command)();
+};
+
+constexpr TabEntry entries[] = {
+    {"mnuCloseFile", "Close File", "close", &FrameCommands::Close},
+    {"mnuCloseFileExcept", "Close All Files Except This", "", &FrameCommands::CloseExcept},
+    {"", "-", "", nullptr},
+    {"mnuSaveFile", "Save File", "save", &FrameCommands::Save},
+    {"", "-", "", nullptr},
+    {"mnuReadonly", "ReadOnly", "readonly", &FrameCommands::ChangeReadOnly},
+};
+
+}  // namespace
+
+TabMenu::TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent)
+    : QMenu(parent), m_parts(parts), m_commands(commands) {
+    setObjectName(QStringLiteral("Tab"));
+    BuildTabMenu();
+}
+
+void TabMenu::BuildTabMenu() {
+    for (const TabEntry& entry : entries) {
+        if (*entry.key == '\0') {
+            addSeparator();
+            continue;
+        }
+        QAction* action = addAction(QString::fromLatin1(entry.caption));
+        action->setObjectName(QString::fromLatin1(entry.key));
+        if (*entry.icon != '\0')
+            action->setIcon(Icons::named(entry.icon));
+        connect(action, &QAction::triggered, this, [this, &entry] { (m_commands.*entry.command)(); });
+    }
+    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
+}
+
+void TabMenu::showAt(const QPoint& globalPosition) {
+    const frmDocument* document = m_parts.children->active();
+    const bool readOnly = document != nullptr && document->isReadOnly;
+    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setChecked(readOnly);
+    findChild<QAction*>(QStringLiteral("mnuSaveFile"))->setEnabled(!readOnly);
+    popup(globalPosition);
+}

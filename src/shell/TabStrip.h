@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QTabBar>
+
+/// The row of document tabs. It can be walked by keyboard, and asks for its menu at the release of the right button or
+/// on the menu key.
+class TabStrip : public QTabBar {
+    Q_OBJECT
+
+ public:
+    explicit TabStrip(QWidget* parent = nullptr);
+
+ Q_SIGNALS:
+    void menuWanted(const QPoint& globalPosition);
+
+ protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+class MdiChildren;
+class QAction;
+class QMenu;
+
+/// The window list: the first nine child windows below the other entries of the window menu, the active one checked.
+/// Made anew each time the menu opens. Owned by the menu.
+class WindowMenu : public QObject {
+    Q_OBJECT
+
+ public:
+    WindowMenu(QMenu& menu, MdiChildren& children);
+
+ private:
+    void refill();
+
+    QMenu& m_menu;
+    MdiChildren& m_children;
+    QList<QAction*> m_added;
+};

@@ -1,0 +1,274 @@
+#include "shell/frmMain.h"
+
+#include "document/frmDocument.h"
+#include "platform/Prompts.h"
+#include "settings/Options.h"
+#include "settings/Settings.h"
+#include "shell/CommandTable.h"
+#include "shell/Commands.h"
+#include "shell/CoolBar.h"
+#include "shell/DocumentClosing.h"
+#include "shell/DocumentFiles.h"
+#include "shell/DocumentSaving.h"
+#include "shell/DocumentTabs.h"
+#include "shell/FrameCommands.h"
+#include "shell/FrameDrops.h"
+#include "shell/FrameParts.h"
+#include "shell/Icons.h"
+#include "shell/LoadSequence.h"
+#include "shell/MdiChildren.h"
+#include "shell/OpenQueue.h"
+#include "shell/RoomsToCome.h"
+#include "shell/ShutDown.h"
+#include "shell/StatusPanels.h"
+#include "shell/SystemClose.h"
+#include "shell/TabMenu.h"
+#include "shell/TabStrip.h"
+#include "shell/WindowMenu.h"
+#include "shell/frmOpenCheck.h"
+
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace {
+
+constexpr QSize startSize(1000, 700);
+
+}  // namespace
+
+/// The classes that carry out the frame's procedures, and what is no widget of its own.
+struct frmMain::Duties {
+    Duties(frmMain& frame, FrameParts& parts)
+        : settings(frame.m_services.registry),
+          systemClose(&frame),
+          files(parts),
+          saving(parts, files),
+          closing(parts, saving),
+          commands(parts, files, saving, closing),
+          queue(parts, files),
+          drops(parts, files) {}
+
+    Options options;
+    Settings settings;
+    SystemClose systemClose;
+    DocumentFiles files;
+    DocumentSaving saving;
+    DocumentClosing closing;
+    FrameCommands commands;
+    OpenQueue queue;
+    FrameDrops drops;
+    QToolBar* toolBar = nullptr;
+    TabStrip* strip = nullptr;
+    TabMenu* tabMenu = nullptr;
+    std::unique_ptr<frmOpenCheck> openCheck;
+};
+
+frmMain::frmMain(const FrameServices& services)
+    : m_services(services),
+      m_parts(std::make_unique<FrameParts>()),
+      m_duties(std::make_unique<Duties>(*this, *m_parts)) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowIcon(Icons::named("quillmark"));
+    setAcceptDrops(true);
+    resize(startSize);
+    buildWindow();
+    buildCommands();
+    connectParts();
+    addKeys();
+}
+
+frmMain::~frmMain() {
+    // Documents call their host as they go, so they go while it still stands.
+    delete takeCentralWidget();
+}
+
+void frmMain::buildWindow() {
+    auto* inner = new QWidget(this);
+    auto* rows = new QVBoxLayout(inner);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    auto* coolBar = new CoolBar(inner);
+    auto* area = new QMdiArea(inner);
+    rows->addWidget(coolBar);
+    rows->addWidget(area, 1);
+    setCentralWidget(inner);
+
+    m_duties->toolBar = new QToolBar(coolBar);
+    m_duties->toolBar->setObjectName(QStringLiteral("tbToolBar"));
+    m_duties->toolBar->setIconSize(QSize(16, 16));
+    m_duties->strip = new TabStrip(coolBar);
+
+    m_parts->frame = this;
+    m_parts->host = this;
+    m_parts->prompts = &m_services.prompts;
+    m_parts->registry = &m_services.registry;
+    m_parts->settings = &m_duties->settings;
+    m_parts->options = &m_duties->options;
+    m_parts->explorer = &m_services.explorer;
+    m_parts->rooms = &m_services.rooms;
+    m_parts->systemClose = &m_duties->systemClose;
+    m_parts->coolBar = coolBar;
+    m_parts->children = new MdiChildren(*area);
+    m_parts->tabs = new DocumentTabs(*m_duties->strip, *m_parts->children, m_services.explorer);
+    m_parts->status = new StatusPanels(*statusBar());
+}
+
+void frmMain::buildCommands() {
+    const auto run = [this](const CommandTarget& target) {
+        if (target.frame != nullptr)
+            (m_duties->commands.*target.frame)();
+        else if (frmDocument* document = m_parts->children->active())
+            (document->*target.document)();
+    };
+    m_parts->commands = new Commands(*m_parts, *menuBar(), *m_duties->toolBar, run, this);
+    new WindowMenu(*m_parts->commands->menu("mnuWindow"), *m_parts->children);
+}
+
+void frmMain::connectParts() {
+    connect(m_parts->children, &MdiChildren::activated, this,
+            [this](frmDocument* document) { m_duties->files.ActiveFormChange(document); });
+    connect(m_parts->status, &StatusPanels::textWanted, this,
+            [this](const QString& text) { m_services.prompts.message(this, text); });
+    connect(m_duties->strip, &TabStrip::menuWanted, this, [this](const QPoint& place) {
+        if (m_duties->tabMenu != nullptr)
+            m_duties->tabMenu->showAt(place);
+    });
+}
+
+void frmMain::addKeys() {
+    addKey("Ctrl+F4", [this] { m_duties->commands.Close(); });
+    for (const char* key : {"Ctrl+F6", "Ctrl+Tab"})
+        addKey(key, [this] { m_parts->children->activateNeighbour(1); });
+    for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
+        addKey(key, [this] { m_parts->children->activateNeighbour(-1); });
+}
+
+void frmMain::addKey(const char* key, std::function<void()> action) {
+    const QKeySequence sequence(QString::fromLatin1(key), QKeySequence::PortableText);
+    connect(new QShortcut(sequence, this), &QShortcut::activated, this, std::move(action));
+}
+
+void frmMain::Load() {
+    LoadSequence sequence(*this, *m_parts, m_services.tail);
+    runSteps(LoadSequence::steps(), sequence, m_services.noted);
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (m_parts->systemClose->isGreyed()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    if (std::exchange(m_unloaded, true))
+        return;
+    ShutDown sequence(*this, *m_parts);
+    runSteps(ShutDown::steps(), sequence, m_services.noted);
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (FrameDrops::carriesFiles(*event->mimeData()))
+        event->acceptProposedAction();
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    m_duties->drops.take(*event->mimeData());
+}
+
+void frmMain::OpenFileFromCmd(const QString& pFile) {
+    m_duties->queue.OpenFileFromCmd(pFile);
+}
+
+void frmMain::NewDocument() {
+    m_duties->files.NewDocument();
+}
+
+void frmMain::SaveAll() {
+    m_duties->saving.SaveAll();
+}
+
+void frmMain::CheckFileUpdate() {
+    m_duties->files.CheckFileUpdate();
+}
+
+bool frmMain::FindOpenDocument(const QString& pFile) {
+    return m_duties->files.FindOpenDocument(pFile);
+}
+
+void frmMain::CloseAll(const frmDocument* except) {
+    m_duties->closing.CloseAll(except);
+}
+
+void frmMain::EnableSystemClose(bool enable) {
+    m_parts->systemClose->enable(enable);
+}
+
+void frmMain::OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) {
+    m_duties->files.OpenFile(path, flags, checkBinary, openTextMode);
+}
+
+void frmMain::SaveDocument(frmDocument* document, bool activeTab, int format) {
+    m_duties->saving.SaveDocument(document, activeTab, format);
+}
+
+void frmMain::SetTabCaption(frmDocument* document, bool) {
+    m_parts->tabs->SetTabCaption(document);
+}
+
+void frmMain::SetEditModeIcon(frmDocument* document) {
+    m_parts->commands->SetEditModeIcon(document);
+}
+
+void frmMain::ChangeReadOnly() {
+    m_duties->files.ChangeReadOnly();
+}
+
+void frmMain::DocClose(frmDocument* document) {
+    m_duties->closing.DocClose(document);
+}
+
+void frmMain::DelTab(frmDocument* document) {
+    m_duties->closing.DelTab(document);
+}
+
+void frmMain::loadOpenCheck() {
+    m_duties->openCheck = std::make_unique<frmOpenCheck>();
+}
+
+void frmMain::hookOpenCheck() {
+    m_duties->openCheck->Hook([this] {
+        if (m_duties->options.FileModifyNotice)
+            CheckFileUpdate();
+    });
+}
+
+void frmMain::unhookOpenCheck() {
+    if (m_duties->openCheck)
+        m_duties->openCheck->Unhook();
+}
+
+void frmMain::buildCoolBar() {
+    m_parts->coolBar->setBand(CoolBar::Tool, m_duties->toolBar);
+    m_parts->coolBar->setBand(CoolBar::Tab, m_duties->strip);
+}
+
+void frmMain::makeTabMenu() {
+    m_duties->tabMenu = new TabMenu(*m_parts, m_duties->commands, this);
+}
+
+void frmMain::releaseTabMenu() {
+    delete std::exchange(m_duties->tabMenu, nullptr);
+}
+
+void frmMain::unloadForms() {
+    m_duties->openCheck.reset();
+}

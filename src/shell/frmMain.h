@@ -1,0 +1,92 @@
+#pragma once
+
+#include "document/DocumentHost.h"
+
+#include <QMainWindow>
+
+#include <functional>
+#include <memory>
+
+class ExplorerLink;
+class Prompts;
+class RegistryStore;
+class RoomsToCome;
+
+/// What the frame is given for its life.
+struct FrameServices {
+    Prompts& prompts;
+    RegistryStore& registry;
+    ExplorerLink& explorer;
+    RoomsToCome& rooms;
+    QString tail;  ///< command line tail, untrimmed
+    /// Told the name of each step of start and end as it begins; may be empty.
+    std::function<void(const char* step)> noted;
+};
+
+/// The one top-level window: a frame with any number of documents as child windows and a tab for each. It builds its
+/// parts, connects them and forwards; what is done stands in the classes beside it. Close events are ignored while an
+/// operation runs that greys Close; nothing else keeps the frame from closing.
+class frmMain : public QMainWindow, public DocumentHost {
+    Q_OBJECT
+    Q_PROPERTY(QString ProjectFilename MEMBER ProjectFilename)
+
+ public:
+    explicit frmMain(const FrameServices& services);
+    ~frmMain() override;
+
+    /// Path of the open project, empty without one.
+    QString ProjectFilename;
+
+    /// Brings everything up, in its order; the frame is to be shown after it.
+    void Load();
+    bool isLoaded() const { return m_loaded; }
+
+    Q_INVOKABLE void OpenFileFromCmd(const QString& pFile);
+    Q_INVOKABLE void NewDocument();
+    Q_INVOKABLE void SaveAll();
+    Q_INVOKABLE void CheckFileUpdate();
+    Q_INVOKABLE bool FindOpenDocument(const QString& pFile);
+    void CloseAll(const frmDocument* except);
+    void EnableSystemClose(bool enable);
+    struct FrameParts& parts() {
+        return *m_parts;
+    }
+
+    Q_INVOKABLE void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) override;
+    void SaveDocument(frmDocument* document, bool activeTab, int format) override;
+    void SetTabCaption(frmDocument* document, bool activeTab) override;
+    void SetEditModeIcon(frmDocument* document) override;
+    Q_INVOKABLE void ChangeReadOnly() override;
+    void DocClose(frmDocument* document) override;
+    void DelTab(frmDocument* document) override;
+
+    // Single steps of start and end.
+    void loadOpenCheck();
+    void hookOpenCheck();
+    void unhookOpenCheck();
+    void setLoaded() { m_loaded = true; }
+    void buildCoolBar();
+    void makeTabMenu();
+    void releaseTabMenu();
+    void unloadForms();
+
+ protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+ private:
+    struct Duties;
+
+    void buildWindow();
+    void buildCommands();
+    void connectParts();
+    void addKeys();
+    void addKey(const char* key, std::function<void()> action);
+
+    FrameServices m_services;
+    std::unique_ptr<FrameParts> m_parts;
+    std::unique_ptr<Duties> m_duties;
+    bool m_loaded = false;
+    bool m_unloaded = false;
+};

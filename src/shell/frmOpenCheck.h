@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QMetaObject>
+#include <QWidget>
+
+#include <functional>
+
+/// The hidden window by whose caption other instances know this one. Once hooked it also tells when the application
+/// comes to the front. Owned by the frame, made in its load sequence and unloaded with it.
+class frmOpenCheck : public QWidget {
+    Q_OBJECT
+
+ public:
+    frmOpenCheck();
+    ~frmOpenCheck() override;
+
+    /// From now on `activated` is called whenever the application becomes the active one.
+    void Hook(std::function<void()> activated);
+    void Unhook();
+    bool isHooked() const { return static_cast<bool>(m_connection); }
+
+ private:
+    QMetaObject::Connection m_connection;
+};

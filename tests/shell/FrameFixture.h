@@ -1,0 +1,125 @@
+#pragma once
+
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+#include "editor/CodeMax.h"
+#include "settings/MemoryRegistry.h"
+#include "settings/Options.h"
+#include "settings/Settings.h"
+#include "shell/Commands.h"
+#include "shell/DocumentTabs.h"
+#include "shell/ExplorerLink.h"
+#include "shell/FrameParts.h"
+#include "shell/MdiChildren.h"
+#include "shell/RoomsToCome.h"
+#include "shell/StatusPanels.h"
+#include "shell/TabStrip.h"
+#include "shell/frmMain.h"
+#include "support/ScriptedPrompts.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QMdiSubWindow>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <memory>
+
+/// The side panel as a list of what it was told.
+class NotedExplorer : public ExplorerLink {
+ public:
+    QStringList calls;
+    bool busy = false;
+
+    QStringList take() { return std::exchange(calls, {}); }
+
+    void InitObjects() override { calls << QStringLiteral("InitObjects"); }
+    void AddFile(const QString& caption, const QString& key) override {
+        calls << QStringLiteral("AddFile %1 %2").arg(caption, key);
+    }
+    void SetFile(const QString& file, const QString& key, int image) override {
+        calls << QStringLiteral("SetFile %1 %2 %3").arg(file, key).arg(image);
+    }
+    void RemoveFile(const QString& key) override { calls << QStringLiteral("RemoveFile ") + key; }
+    void FileSelected(const QString& key) override { calls << QStringLiteral("FileSelected ") + key; }
+    bool Busy() const override { return busy; }
+    void OpenSelectedFiles() override { calls << QStringLiteral("OpenSelectedFiles"); }
+    void setDefaultSysIcon(bool on) override { calls << QStringLiteral("setDefaultSysIcon %1").arg(on); }
+};
+
+/// The rooms to come as a list of the calls that matter in their order.
+class NotedRooms : public RoomsToCome {
+ public:
+    QStringList calls;
+
+    void AddLRUFile(const QString& path) override { calls << QStringLiteral("AddLRUFile ") + path; }
+    void LoadRecentFiles() override { calls << QStringLiteral("LoadRecentFiles"); }
+    void LoadSearchKeys() override { calls << QStringLiteral("LoadSearchKeys"); }
+    void RestoreSession() override { calls << QStringLiteral("RestoreSession"); }
+    void SaveSession() override { calls << QStringLiteral("SaveSession"); }
+    void SaveRecentFiles() override { calls << QStringLiteral("SaveRecentFiles"); }
+    void OpenProject(const QString& path) override { calls << QStringLiteral("OpenProject ") + path; }
+    void ShowSearchInFiles(const QString& text) override { calls << QStringLiteral("ShowSearchInFiles ") + text; }
+    void setDefaultLanguage(frmDocument*) override { calls << QStringLiteral("setDefaultLanguage"); }
+};
+
+/// A whole frame with scripted answers, a registry in memory and a folder for its files.
+class FrameFixture : public testing::Test {
+ protected:
+    void start(const QString& tail = {}) {
+        m_frame =
+            std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_explorer, m_rooms, tail,
+                                                    [this](const char* step) { m_steps << QLatin1String(step); }});
+        m_frame->resize(900, 600);
+        m_frame->Load();
+        m_frame->show();
+        QCoreApplication::processEvents();
+        m_explorer.calls.clear();
+    }
+
+    void set(const char* key, const char* value) {
+        Settings(m_registry).write(QString::fromLatin1(key), QString::fromLatin1(value));
+    }
+
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+    QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
+        QFile file(path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        return path(name);
+    }
+    QByteArray bytesOf(const QString& file) const {
+        QFile opened(file);
+        EXPECT_TRUE(opened.open(QIODevice::ReadOnly)) << file.toStdString();
+        return opened.readAll();
+    }
+
+    FrameParts& parts() { return m_frame->parts(); }
+    const QList<frmDocument*>& documents() { return parts().children->documents(); }
+    frmDocument* active() { return parts().children->active(); }
+    CodeMax& control() { return active()->GetEditor()->control(); }
+    void type(const QString& text) { control().type(text); }
+    TabStrip& strip() { return *m_frame->findChild<TabStrip*>(QStringLiteral("TabStrip1")); }
+    QAction* entry(const char* name) { return parts().commands->entry(name); }
+    void run(const char* name) { entry(name)->trigger(); }
+    void open(const QString& file, int flags = 0) { m_frame->OpenFile(file, flags, true, true); }
+
+    QStringList tabs() {
+        QStringList texts;
+        for (int i = 0; i < strip().count(); ++i)
+            texts << strip().tabText(i);
+        return texts;
+    }
+
+    QTemporaryDir m_folder;
+    ScriptedPrompts m_prompts;
+    MemoryRegistry m_registry;
+    NotedExplorer m_explorer;
+    NotedRooms m_rooms;
+    QStringList m_steps;
+    std::unique_ptr<frmMain> m_frame;
+};
