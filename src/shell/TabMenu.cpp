@@ -42,7 +42,7 @@ void TabMenu::BuildTabMenu() {
         action->setObjectName(QString::fromLatin1(entry.key));
         if (*entry.icon != '\0')
             action->setIcon(Icons::named(entry.icon));
-        connect(action, &QAction::triggered, this, [this, &entry] { (m_commands.*entry.command)(); });
+        connect(action, &QAction::triggered, this, [this, command = entry.command] { (m_commands.*command)(); });
     }
     findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
 }
