@@ -232,10 +232,6 @@ QString frmDocument::GetCursorPos() const {
     return visibleView().GetCursorPos();
 }
 
-QString frmDocument::GetLang() const {
-    return m_text->GetLang();
-}
-
 void frmDocument::SetDocIcon(int icon) {
     if (icon < NormalIcon || icon > ReadOnlyIcon)
         return;
@@ -243,30 +239,6 @@ void frmDocument::SetDocIcon(int icon) {
     const QString file = QLatin1String(iconFiles[static_cast<size_t>(icon)]);
     if (QFileInfo::exists(file))
         setWindowIcon(QIcon(file));
-}
-
-void frmDocument::Undo() {
-    visibleView().Undo();
-}
-
-void frmDocument::Redo() {
-    visibleView().Redo();
-}
-
-void frmDocument::Cut() {
-    visibleView().Cut();
-}
-
-void frmDocument::Copy() {
-    visibleView().Copy();
-}
-
-void frmDocument::Paste() {
-    visibleView().Paste();
-}
-
-void frmDocument::SelectAll() {
-    visibleView().SelectAll();
 }
 
 DocumentView& frmDocument::viewFor(bool) const {

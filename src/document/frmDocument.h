@@ -29,6 +29,11 @@ class frmDocument : public QWidget {
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
     Q_PROPERTY(int DocIcon READ DocIcon WRITE SetDocIcon)
     Q_PROPERTY(bool hexChosen READ hexChosen)
+    Q_PROPERTY(bool LineNumbering READ LineNumbering WRITE setLineNumbering)
+    Q_PROPERTY(bool DisplayLeftMargin READ DisplayLeftMargin WRITE setDisplayLeftMargin)
+    Q_PROPERTY(bool DisplayWhitespace READ DisplayWhitespace WRITE setDisplayWhitespace)
+    Q_PROPERTY(bool BraceMatching READ BraceMatching WRITE setBraceMatching)
+    Q_PROPERTY(bool RowHighlight READ RowHighlight WRITE setRowHighlight)
 
  public:
     /// The options and prompts belong to the frame and outlive the document.
@@ -67,6 +72,7 @@ class frmDocument : public QWidget {
     rtCM* GetEditor() const { return m_text; }
     QString GetCursorPos() const;
     QString GetLang() const;
+    void SetLang(const QString& pLang);
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
@@ -78,12 +84,62 @@ class frmDocument : public QWidget {
     /// While true a close event of this window is ignored: the Close item is greyed.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
 
+    /// What the text view shows, as the View menu toggles it.
+    bool LineNumbering() const;
+    void setLineNumbering(bool on);
+    bool DisplayLeftMargin() const;
+    void setDisplayLeftMargin(bool on);
+    bool DisplayWhitespace() const;
+    void setDisplayWhitespace(bool on);
+    bool BraceMatching() const;
+    void setBraceMatching(bool on);
+    bool RowHighlight() const;
+    void setRowHighlight(bool on);
+
+ public Q_SLOTS:
+    // What the menus ask of a document; frmDocumentCommands.cpp says which of it acts in which mode.
     void Undo();
     void Redo();
     void Cut();
     void Copy();
     void Paste();
     void SelectAll();
+    void SelectLine();
+    void SelectWord();
+    void SelectPara();
+    void SelectBlock();
+    void ToUppercaseSel();
+    void ToLowercaseSel();
+    void ToUppercase();
+    void ToLowercase();
+    void ToCapitalize();
+    void LineCut();
+    void LineDelete();
+    void LineDeleteToStart();
+    void LineDeleteToEnd();
+    void AlignLeft();
+    void AlignRight();
+    void AlignCenter();
+    void TrimTailed();
+    void SortLineAscending();
+    void SortLineDescending();
+    void Indent();
+    void Unindent();
+    void TabsToSpaces();
+    void SpacesToTabs();
+    void SetRepeatCount();
+    void GotoLine();
+    void GotoPage();
+    void GotoOffset();
+    void CountAll();
+    void IncreaseFontSize();
+    void DecreaseFontSize();
+    void DefaultFontSize();
+    void Properties();
+    void PrintContent();
+    void Spelling();
+    void RecordMarco();
+    void ExecMacro(int n);
 
  Q_SIGNALS:
     /// The changed or locked state moved.
@@ -107,6 +163,7 @@ class frmDocument : public QWidget {
     void takeFile(const QString& path, bool readOnly);
     void refreshUpdateTimes();
     void MarkChanged();
+    void inTextMode(void (rtCM::*operation)());
     void unload();
 
     Prompts& m_prompts;

@@ -119,6 +119,10 @@ QString rtCM::GetLang() const {
     return QStringLiteral("");
 }
 
+void rtCM::SetLang(const QString&) {
+    // No language is known yet.
+}
+
 void rtCM::PropertiesLoad() {
     // Nothing is stored for languages yet.
 }
@@ -327,10 +331,6 @@ void rtCM::Copy() {
 
 void rtCM::Paste() {
     m_control->Paste();
-}
-
-void rtCM::SelectAll() {
-    m_control->SelectAll();
 }
 
 QString rtCM::GetCursorPos() const {

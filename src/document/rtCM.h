@@ -48,6 +48,8 @@ class rtCM : public QWidget, public DocumentView {
     QString languageFile() const { return m_languageFile; }
     /// Name of the language in upper case, "" for none.
     QString GetLang() const;
+    /// An unknown name leaves the language as it is.
+    void SetLang(const QString& pLang);
     /// Takes the stored colours and options of the languages.
     void PropertiesLoad();
 
@@ -89,6 +91,37 @@ class rtCM : public QWidget, public DocumentView {
 
     void SpacesToTabs();
     void TabsToSpaces();
+
+    // Commands of the control, by their numbers; what each does stands there.
+    void ToUppercase();
+    void ToLowercase();
+    void ToCapitalize();
+    void ToUppercaseSel();
+    void ToLowercaseSel();
+    void LineDeleteToStart();
+    void LineDeleteToEnd();
+    void LineDelete();
+    void LineCut();
+    void SelectPara();
+    void SelectLine();
+    void SelectWord();
+    void Indent();
+    void Unindent();
+    void SortLineAscending();
+    void SortLineDescending();
+    void SetRepeatCount();
+    void GotoLine();
+    void RecordMacro();
+    /// Plays macro `n`, from 1 to 10; any other number does nothing.
+    void ExecMacro(int n);
+    void Properties();
+
+    bool DisplayLeftMargin() const;
+    void setDisplayLeftMargin(bool on);
+    bool DisplayWhitespace() const;
+    void setDisplayWhitespace(bool on);
+    bool BraceMatching() const;
+    void setBraceMatching(bool on);
 
     qint64 TotalWords() const;
     qint64 TotalChars() const;
@@ -139,4 +172,7 @@ class rtCM : public QWidget, public DocumentView {
     CodeMax* m_control;
     QString m_languageFile;
     qint64 m_lastHighlightLine = -1;
+    bool m_displayLeftMargin = true;
+    bool m_displayWhitespace = false;
+    bool m_braceMatching = false;
 };

@@ -89,6 +89,10 @@ class CodeMax : public QsciScintillaBase {
     /// The one highlighted line, -1 for none.
     void setLineHighlight(qint64 line, const QColor& colour);
 
+    /// Carries out a command by its number (CodeMaxCommands.cpp has the table), as one undo step. Does nothing for a
+    /// number that stands for none, and for a command that edits while the text is locked.
+    void ExecuteCmd(int number, const QString& argument = {});
+
     /// Carries out a Scintilla message as if its key had been pressed: one edit, one undo step, joints crossed.
     void runCommand(int message);
     /// Types a text at the caret, as the keyboard or an input method would.

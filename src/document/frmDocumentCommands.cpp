@@ -1,0 +1,208 @@
+// What the menus ask of a document, by the view and mode it is for.
+
+#include "document/DocumentView.h"
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+
+// The visible view's
+
+void frmDocument::Undo() {
+    visibleView().Undo();
+}
+
+void frmDocument::Redo() {
+    visibleView().Redo();
+}
+
+void frmDocument::Cut() {
+    visibleView().Cut();
+}
+
+void frmDocument::Copy() {
+    visibleView().Copy();
+}
+
+void frmDocument::Paste() {
+    visibleView().Paste();
+}
+
+// The text view's, in both modes: in hex mode it is hidden and nobody sees the effect
+
+void frmDocument::SelectAll() {
+    m_text->SelectAll();
+}
+
+void frmDocument::SelectLine() {
+    m_text->SelectLine();
+}
+
+void frmDocument::SelectWord() {
+    m_text->SelectWord();
+}
+
+void frmDocument::SelectPara() {
+    m_text->SelectPara();
+}
+
+void frmDocument::ToUppercaseSel() {
+    m_text->ToUppercaseSel();
+}
+
+void frmDocument::ToLowercaseSel() {
+    m_text->ToLowercaseSel();
+}
+
+void frmDocument::ToUppercase() {
+    m_text->ToUppercase();
+}
+
+void frmDocument::ToLowercase() {
+    m_text->ToLowercase();
+}
+
+void frmDocument::ToCapitalize() {
+    m_text->ToCapitalize();
+}
+
+void frmDocument::Indent() {
+    m_text->Indent();
+}
+
+void frmDocument::Unindent() {
+    m_text->Unindent();
+}
+
+void frmDocument::TabsToSpaces() {
+    m_text->TabsToSpaces();
+}
+
+void frmDocument::SpacesToTabs() {
+    m_text->SpacesToTabs();
+}
+
+void frmDocument::SetRepeatCount() {
+    m_text->SetRepeatCount();
+}
+
+void frmDocument::GotoLine() {
+    m_text->GotoLine();
+}
+
+void frmDocument::Properties() {
+    m_text->Properties();
+}
+
+void frmDocument::RecordMarco() {
+    m_text->RecordMacro();
+}
+
+QString frmDocument::GetLang() const {
+    return m_text->GetLang();
+}
+
+void frmDocument::SetLang(const QString& pLang) {
+    m_text->SetLang(pLang);
+}
+
+bool frmDocument::LineNumbering() const {
+    return m_text->LineNumbering();
+}
+
+void frmDocument::setLineNumbering(bool on) {
+    m_text->setLineNumbering(on);
+}
+
+bool frmDocument::DisplayLeftMargin() const {
+    return m_text->DisplayLeftMargin();
+}
+
+void frmDocument::setDisplayLeftMargin(bool on) {
+    m_text->setDisplayLeftMargin(on);
+}
+
+bool frmDocument::DisplayWhitespace() const {
+    return m_text->DisplayWhitespace();
+}
+
+void frmDocument::setDisplayWhitespace(bool on) {
+    m_text->setDisplayWhitespace(on);
+}
+
+bool frmDocument::BraceMatching() const {
+    return m_text->BraceMatching();
+}
+
+void frmDocument::setBraceMatching(bool on) {
+    m_text->setBraceMatching(on);
+}
+
+bool frmDocument::RowHighlight() const {
+    return m_text->gMyHighlight;
+}
+
+void frmDocument::setRowHighlight(bool on) {
+    m_text->gMyHighlight = on;
+    m_text->HighLightLine();
+}
+
+// The text view's, in text mode alone
+
+void frmDocument::inTextMode(void (rtCM::*operation)()) {
+    if (TextEdit())
+        (m_text->*operation)();
+}
+
+void frmDocument::LineDeleteToStart() {
+    inTextMode(&rtCM::LineDeleteToStart);
+}
+
+void frmDocument::LineDeleteToEnd() {
+    inTextMode(&rtCM::LineDeleteToEnd);
+}
+
+void frmDocument::IncreaseFontSize() {
+    inTextMode(&rtCM::IncreaseFontSize);
+}
+
+void frmDocument::DecreaseFontSize() {
+    inTextMode(&rtCM::DecreaseFontSize);
+}
+
+void frmDocument::DefaultFontSize() {
+    inTextMode(&rtCM::DefaultFontSize);
+}
+
+void frmDocument::LineCut() {
+    inTextMode(&rtCM::LineCut);
+}
+
+void frmDocument::LineDelete() {
+    inTextMode(&rtCM::LineDelete);
+}
+
+void frmDocument::SortLineAscending() {
+    inTextMode(&rtCM::SortLineAscending);
+}
+
+void frmDocument::SortLineDescending() {
+    inTextMode(&rtCM::SortLineDescending);
+}
+
+void frmDocument::ExecMacro(int n) {
+    if (TextEdit())
+        m_text->ExecMacro(n);
+}
+
+// In place for the menus, without effect until what they act on is there: the hex view, the line operations, the
+// statistics, printing and the spelling check.
+
+void frmDocument::SelectBlock() {}
+void frmDocument::GotoPage() {}
+void frmDocument::GotoOffset() {}
+void frmDocument::TrimTailed() {}
+void frmDocument::AlignLeft() {}
+void frmDocument::AlignRight() {}
+void frmDocument::AlignCenter() {}
+void frmDocument::CountAll() {}
+void frmDocument::PrintContent() {}
+void frmDocument::Spelling() {}
