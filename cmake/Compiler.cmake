@@ -11,6 +11,9 @@ target_compile_options(quillmark_flags INTERFACE
   -Wimplicit-fallthrough -Wformat=2 -fno-strict-aliasing -fstack-protector-strong)
 target_compile_definitions(quillmark_flags INTERFACE
   QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(QUILLMARK_SANITIZE OR QUILLMARK_FUZZ)
+  target_compile_definitions(quillmark_flags INTERFACE QUILLMARK_SANITIZED)
+endif()
 if(QUILLMARK_WERROR)
   target_compile_options(quillmark_flags INTERFACE -Werror)
 endif()

@@ -1,0 +1,53 @@
+// The program's operator new. Blocks of many megabytes, the text of a large file above all, are laid on huge pages: the
+// system then clears and maps them several times faster, and the first touch of each page is most of what a large file
+// costs when it opens. Smaller blocks come from malloc as ever. The sanitizers bring their own.
+
+#if !defined(QUILLMARK_SANITIZED)
+
+#include <sys/mman.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+constexpr std::size_t hugePage = std::size_t{2} << 20;
+constexpr std::size_t largeBlock = std::size_t{32} << 20;
+
+void* largeMemory(std::size_t size) noexcept {
+    if (size > SIZE_MAX - hugePage)
+        return nullptr;
+    const std::size_t whole = (size + hugePage - 1) / hugePage * hugePage;
+    void* block = std::aligned_alloc(hugePage, whole);
+    if (block != nullptr)
+        madvise(block, whole, MADV_HUGEPAGE);  // a wish; refused, the pages are small ones
+    return block;
+}
+
+void* memory(std::size_t size) noexcept {
+    return size < largeBlock ? std::malloc(size == 0 ? 1 : size) : largeMemory(size);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    for (;;) {
+        if (void* block = memory(size))
+            return block;
+        const std::new_handler handler = std::get_new_handler();
+        if (handler == nullptr)
+            throw std::bad_alloc();
+        handler();
+    }
+}
+
+void operator delete(void* block) noexcept {
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t) noexcept {
+    std::free(block);
+}
+
+#endif

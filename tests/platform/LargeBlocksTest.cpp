@@ -1,0 +1,35 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace {
+
+constexpr std::size_t mega = 1U << 20U;
+
+}  // namespace
+
+TEST(LargeBlocks, EveryByteOfALargeBlockIsThere) {
+    std::vector<char> block(64 * mega + 1, 'a');
+    block.back() = 'z';
+    block.resize(block.size() + 16 * mega, 'b');
+    EXPECT_EQ(block.front(), 'a');
+    EXPECT_EQ(block.at(64 * mega), 'z');
+    EXPECT_EQ(block.back(), 'b');
+}
+
+TEST(LargeBlocks, WhatNoMachineHasIsRefused) {
+    // Not known while compiling, or the compiler refuses it itself.
+    volatile std::size_t tooMuch = PTRDIFF_MAX;
+    EXPECT_THROW(::operator delete(::operator new(tooMuch)), std::bad_alloc);
+    EXPECT_EQ(::operator new(tooMuch, std::nothrow), nullptr);
+}
+
+#if !defined(QUILLMARK_SANITIZED)
+TEST(LargeBlocks, LargeBlocksBeginAtAHugePage) {
+    const auto block = std::make_unique<char[]>(32 * mega);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.get()) % (2 * mega), 0U);
+}
+#endif
