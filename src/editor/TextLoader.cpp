@@ -64,7 +64,7 @@ class Reading {
 
     bool guessedRight() const { return m_guessedRight; }
     const PieceCutter& cutter() const { return m_cutter; }
-    const std::string& firstLineEnd() const { return m_firstLineEnd; }
+    const QString& firstLineEnd() const { return m_firstLineEnd; }
 
  private:
     bool decode(std::string_view bytes, bool last);
@@ -77,7 +77,7 @@ class Reading {
     std::string m_raw = std::string(PartSize, '\0');
     std::string m_scratch;
     std::string m_text;  ///< decoded and not yet given out
-    std::string m_firstLineEnd;
+    QString m_firstLineEnd;
     bool m_guessedRight = true;
 };
 
@@ -117,9 +117,9 @@ bool Reading::passOn(bool last, const Give& give) {
 }
 
 void Reading::noteFirstLineEnd(std::string_view run) {
-    const std::size_t at = m_firstLineEnd.empty() ? run.find_first_of("\r\n") : std::string_view::npos;
+    const std::size_t at = m_firstLineEnd.isEmpty() ? run.find_first_of("\r\n") : std::string_view::npos;
     if (at != std::string_view::npos)
-        m_firstLineEnd = run.substr(at, run.substr(at, 2) == "\r\n" ? 2 : 1);
+        m_firstLineEnd = run.substr(at, 2) == "\r\n" ? QStringLiteral("\r\n") : QString(QLatin1Char(run[at]));
 }
 
 /// Room for the text of a file: what it takes in UTF-8, and its joints.
@@ -189,7 +189,7 @@ std::optional<LoadedText> tryLoad(const QString& path, TextDecoder& decoder, cha
     text.format = decoder.format();
     text.ascii = decoder.ascii();
     text.joints = reading.cutter().joints();
-    text.firstLineEnd = QString::fromStdString(reading.firstLineEnd());
+    text.firstLineEnd = reading.firstLineEnd();
     if (!text.joints.empty()) {
         text.jointKind = jointKindFor(reading.cutter().lineEnds());
         text.firstLineEnd = lineEndBesides(text.jointKind, text.firstLineEnd);
