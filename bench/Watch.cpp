@@ -33,9 +33,11 @@ constexpr const char* usage =
     "  saved   with --save: from Ctrl+S until the file was written and the program had no thread at work\n"
     "  peak    the most memory it held, in KiB\n"
     "The end is when nothing larger than a caret has changed for 0.7 s and the program used no processor time.\n"
-    "With --end, Ctrl+End is pressed as soon as the window has the keyboard, and once more at the end, in case the "
-    "program\n"
-    "was still loading; only when that changes nothing is it the end.\n";
+    "With --end, Ctrl+End is pressed as soon as the window has the keyboard, 40 times a second for the first half "
+    "second,\n"
+    "since some programs show their window before they begin to load, and once more at the end, in case the program "
+    "was\n"
+    "still loading; only when that changes nothing is it the end.\n";
 
 /// What is counted as "the same picture", and as "only a caret", in parts of the window's pixels.
 constexpr double samePicture = 0.001;
@@ -44,6 +46,8 @@ constexpr double stillFor = 700.0;
 /// A program that stands still may spend this much on its caret meanwhile.
 constexpr long idleTicks = 3;
 constexpr std::size_t mostPictures = 400;
+constexpr int firstPresses = 20;
+constexpr double betweenPresses = 25.0;
 
 struct Wanted {
     bool end = false;
@@ -71,6 +75,7 @@ class Watch {
     bool isLate() const { return now() > m_wanted.timeout; }
     void look();
     bool waitUntilStill(const ProcessState& process);
+    void pressEndAtFirst();
     bool showEnd(const ProcessState& process);
     double sameSince() const;
     double save(const ProcessState& process);
@@ -120,13 +125,23 @@ bool Watch::waitUntilStill(const ProcessState& process) {
     return false;
 }
 
+void Watch::pressEndAtFirst() {
+    const double begun = now();
+    for (int pressed = 0; pressed < firstPresses; ++pressed) {
+        m_screen.press("End", true);
+        do
+            look();
+        while (now() < begun + (pressed + 1) * betweenPresses);
+    }
+}
+
 bool Watch::showEnd(const ProcessState& process) {
     while (!m_screen.hasFocusedWindow()) {
         look();
         if (isLate() || process.hasEnded())
             return false;
     }
-    m_screen.press("End", true);
+    pressEndAtFirst();
     for (double changed = -1.0; changed != m_lastChange;) {
         if (!waitUntilStill(process))
             return false;

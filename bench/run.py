@@ -8,7 +8,7 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
 
   start  nothing on the command line; from exec until the window came up, and until the picture stood as it stood in the
          end but for a thousandth of the window. The programs take turns; the median and the range of all runs.
-  open   the file on the command line, Ctrl+End pressed as soon as the window has the keyboard; from exec until the last
+  open   the file on the command line, Ctrl+End pressed from when the window has the keyboard on; from exec until the last
          line stood on the screen. For the long line there is no key: from exec until the picture stood. Memory is the
          most the program held, over the size of the file. A peer that takes more than a minute is given up.
   save   a character is typed at the end of the open file and Ctrl+S pressed; from the key until the file was written and
