@@ -42,9 +42,19 @@ bool takeFontName(Options& options, const QString& text) {
     return true;
 }
 
+/// A size below one point shows no letter: it is no size.
+bool takeFontSize(Options& options, const QString& text) {
+    const std::optional<qint16> points = SettingText::toShort(text);
+    if (!points || *points < 1) {
+        return false;
+    }
+    options.FontSize = *points;
+    return true;
+}
+
 constexpr Reading FirstGroup[] = {
     {"FontName", takeFontName},
-    {"FontSize", takeParsed<&Options::FontSize, SettingText::toShort>},
+    {"FontSize", takeFontSize},
     {"FileModifyNotice", takeParsed<&Options::FileModifyNotice, SettingText::toBoolean>},
     {"CheckHexModeWhenOpen", takeParsed<&Options::CheckHexModeWhenOpen, SettingText::toBoolean>},
     {"ClearRedoAfterSave", takeOne<&Options::ClearRedoAfterSave>},

@@ -88,8 +88,11 @@ QByteArray SqliteStatement::bytes(int column) const {
     return {static_cast<const char*>(data), sqlite3_column_bytes(m_statement, column)};
 }
 
-SqliteConnection::SqliteConnection(const QByteArray& path) {
-    note(sqlite3_open_v2(path.constData(), &m_database, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr));
+SqliteConnection::SqliteConnection(const QByteArray& path, Access access) : m_access(access) {
+    const bool still = access == Access::Still;
+    const QByteArray name = still ? "file:" + path.toPercentEncoding("/") + "?immutable=1" : path;
+    const int rights = still ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE;
+    note(sqlite3_open_v2(name.constData(), &m_database, rights | SQLITE_OPEN_NOMUTEX, nullptr));
     if (m_error != SQLITE_OK) {
         return;
     }

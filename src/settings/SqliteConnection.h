@@ -52,9 +52,11 @@ class SqliteConnection {
         Count
     };
     enum class Schema { Blank, Ours, Foreign };
+    /// Shared: with a log beside the file, along with other processes. Still: the file as it lies, which nobody writes.
+    enum class Access { Shared, Still };
 
     /// Opens the existing file; see error() for the result.
-    explicit SqliteConnection(const QByteArray& path);
+    explicit SqliteConnection(const QByteArray& path, Access access = Access::Shared);
     ~SqliteConnection();
     Q_DISABLE_COPY_MOVE(SqliteConnection)
 
@@ -67,11 +69,13 @@ class SqliteConnection {
     /// The log beside the file is neither played in nor removed at the end, as it otherwise is by the last to close.
     void leaveFilesAlone();
 
+    Access access() const { return m_access; }
     int error() const { return m_error; }
     int takeError() { return std::exchange(m_error, 0); }
     void note(int result);
 
  private:
+    Access m_access;
     sqlite3* m_database = nullptr;
     int m_error = 0;
     std::array<sqlite3_stmt*, static_cast<size_t>(Query::Count)> m_statements{};

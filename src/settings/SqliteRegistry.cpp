@@ -3,7 +3,6 @@
 #include "platform/FolderLock.h"
 #include "platform/Folders.h"
 #include "settings/RegistryPath.h"
-#include "settings/SqliteConnection.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -278,7 +277,8 @@ int SqliteRegistry::writeOnce(const Work& work, int& sqliteResult) {
 /// Gives SQLITE_EMPTY when there is nothing to read yet: no file, or one without tables.
 int SqliteRegistry::openForReading() {
     const std::optional<FileIdentity> identity = FileIdentity::of(m_path);
-    if (m_connection && identity != m_identity) {
+    // Nobody tells a connection that takes its file for still when that has changed.
+    if (m_connection && (identity != m_identity || m_connection->access() == SqliteConnection::Access::Still)) {
         letGo();
     }
     if (!identity) {
@@ -294,8 +294,9 @@ int SqliteRegistry::openForReading() {
     if (m_schemaKnown) {
         return SQLITE_OK;
     }
-    const SqliteConnection::Schema schema = m_connection->schema();
-    if (const int error = m_connection->takeError(); error != SQLITE_OK) {
+    int error = SQLITE_OK;
+    const SqliteConnection::Schema schema = lookAtSchema(error);
+    if (error != SQLITE_OK) {
         letGo();
         return error;
     }
@@ -304,6 +305,25 @@ int SqliteRegistry::openForReading() {
         return SQLITE_NOTADB;
     }
     return m_schemaKnown ? SQLITE_OK : SQLITE_EMPTY;
+}
+
+/// Where nothing can be made beside the file a log can't either: then the file is read as it lies.
+SqliteConnection::Schema SqliteRegistry::lookAtSchema(int& sqliteResult) {
+    const SqliteConnection::Schema schema = m_connection->schema();
+    sqliteResult = m_connection->takeError();
+    if (codeOf(sqliteResult) != RegistryCode::AccessDenied || hasLog()) {
+        return schema;
+    }
+    letGo();
+    m_connection = std::make_unique<SqliteConnection>(m_path.toUtf8(), SqliteConnection::Access::Still);
+    const SqliteConnection::Schema lying = m_connection->schema();
+    sqliteResult = m_connection->takeError();
+    return lying;
+}
+
+/// What stands in a log is part of the store and is missing in the file.
+bool SqliteRegistry::hasLog() const {
+    return QFileInfo(m_path + QLatin1String("-wal")).size() > 0;
 }
 
 int SqliteRegistry::openForWriting() {

@@ -2,17 +2,17 @@
 
 #include "platform/FileIdentity.h"
 #include "settings/RegistryStore.h"
+#include "settings/SqliteConnection.h"
 
 #include <memory>
-
-class SqliteConnection;
 
 /// The registry in one SQLite file, whose path the shell gives. Several processes may use the file at once, each with
 /// an object of its own (never one carried through a fork); what an operation has acknowledged stays.
 ///
 /// Nothing is touched before the first operation, and the file and its folder are made by the first write, not before:
-/// until then everything reads as missing. Where they can't be made or written, reads find nothing and writes fail by
-/// their result. While it is open a log and an index stand beside the file; the last process to close removes them.
+/// until then everything reads as missing. Where they can't be made or written, writes fail by their result, and a file
+/// that is there is read all the same. While it is open a log and an index stand beside the file; the last process to
+/// close removes them.
 ///
 /// A file that is damaged (no database, cut short, another program's tables, a page that turns out broken later, no
 /// regular file at all) is set aside as "<file>.damaged-1" or the next free number, and the store goes on empty. This
@@ -45,6 +45,8 @@ class SqliteRegistry : public RegistryStore {
     int change(const Work& work);
 
     int openForReading();
+    SqliteConnection::Schema lookAtSchema(int& sqliteResult);
+    bool hasLog() const;
     int openForWriting();
     bool makeFile() const;
     bool setAside();

@@ -122,7 +122,7 @@ TEST_F(OptionsTest, InTheFirstGroupATextWithoutMeaningLeavesItsOwnVariableAlone)
 }
 
 TEST_F(OptionsTest, AFontSizeOutOfRangeKeepsTheDefault) {
-    for (const char* text : {"32768", "-32769", "1e9"}) {
+    for (const char* text : {"32768", "-32769", "1e9", "0", "0.4", "-1"}) {
         put("FontSize", text);
         loadFirstOptions(settings, options);
         EXPECT_EQ(options.FontSize, 11) << text;

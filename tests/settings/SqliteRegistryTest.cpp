@@ -14,6 +14,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -64,6 +65,30 @@ class SqliteRegistryTest : public testing::Test {
         EXPECT_EQ(read(later, QStringLiteral("1")), QStringLiteral("new"));
     }
     QString write(RegistryStore& store, const QString& name) { return write(store, name, QStringLiteral("new")); }
+
+    /// Gives folder and file these rights, and lets everybody pass the private folders above them.
+    void setRights(mode_t folder, mode_t file) const {
+        ASSERT_EQ(::chmod(QFile::encodeName(m_path).constData(), file), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(m_folder).constData(), folder), 0);
+        for (QDir above(m_folder); !above.isRoot(); above.setPath(QFileInfo(above.path()).path())) {
+            struct stat status {};
+            const QByteArray name = QFile::encodeName(above.path());
+            ASSERT_EQ(::stat(name.constData(), &status), 0);
+            ASSERT_EQ(::chmod(name.constData(), status.st_mode | S_IXOTH), 0);
+        }
+    }
+
+    /// Runs the check in a process of a user without any rights here.
+    static bool asSomebodyElse(const std::function<bool()>& check) {
+        constexpr uid_t nobody = 65534;
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const bool changed = ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
+            ::_exit(changed && check() ? 0 : 1);
+        }
+        int status = -1;
+        return ::waitpid(child, &status, 0) == child && status == 0;
+    }
 
     QTemporaryDir m_home;
     QString m_folder = m_home.filePath(QStringLiteral("config/quillmark"));
@@ -138,6 +163,38 @@ TEST_F(SqliteRegistryTest, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites)
     EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("refused"));
     EXPECT_EQ(store.runBatch([] { return RegistryCode::Ok; }), RegistryCode::AccessDenied);
     EXPECT_EQ(contentOf(m_home.filePath(QStringLiteral("config"))), QByteArray("a file in the way"));
+}
+
+TEST_F(SqliteRegistryTest, AStoreInAFolderThatCannotBeWrittenIsRead) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can act for two users";
+    }
+    {
+        SqliteRegistry store(m_path);
+        write(store, QStringLiteral("n"), QStringLiteral("1"));
+    }
+    setRights(0755, 0644);
+    EXPECT_TRUE(asSomebodyElse([this] {
+        SqliteRegistry store(m_path);
+        const bool readFirst = read(store, QStringLiteral("n")) == QLatin1String("1");
+        const bool refused = write(store, QStringLiteral("n"), QStringLiteral("2")) == QLatin1String("refused");
+        return readFirst && refused && read(store, QStringLiteral("n")) == QLatin1String("1");
+    }));
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{QStringLiteral("registry.db")});
+}
+
+TEST_F(SqliteRegistryTest, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can act for two users";
+    }
+    const QByteArray content = filledStore();
+    setRights(0755, 0600);
+    EXPECT_TRUE(asSomebodyElse([this] {
+        SqliteRegistry store(m_path);
+        return read(store, QStringLiteral("1")).isEmpty() &&
+               write(store, QStringLiteral("1")) == QLatin1String("refused");
+    }));
+    EXPECT_EQ(contentOf(m_path), content);
 }
 
 TEST_F(SqliteRegistryTest, AnEmptyFileIsAnEmptyStore) {
