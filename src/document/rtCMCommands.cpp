@@ -5,6 +5,7 @@
 
 namespace {
 
+constexpr int gotoLineCommand = 192;
 constexpr int firstMacro = 214;
 constexpr int macroCount = 10;
 
@@ -96,7 +97,7 @@ void rtCM::ExecMacro(int n) {
 }
 
 void rtCM::GotoLine() {
-    // The prompt is not there yet.
+    m_control->ExecuteCmd(gotoLineCommand);
 }
 
 // The control has none of these to show yet: kept for those who toggle them.

@@ -2,6 +2,7 @@
 
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
+#include "editor/LineCommands.h"
 #include "editor/Utf16Units.h"
 
 #include <QFontDatabase>
@@ -103,12 +104,21 @@ void CodeMax::breakUndo() {
 }
 
 void CodeMax::runCommand(int message) {
-    const bool pastes = message == SCI_PASTE || message == SCI_TAB;
-    const EditScope scope(*this, pastes || !m_map.joints().empty() ? EditScope::Grouped : EditScope::Separate);
+    // What has grown in pieces is cut again with it; taking back and bringing back are no edits of their own.
+    const bool takesBack = message == SCI_UNDO || message == SCI_REDO;
+    const int times = message == SCI_CANCEL ? std::min(takeRepeatCount(), 1) : takeRepeatCount();
+    const bool pastes = message == SCI_PASTE || message == SCI_TAB || message == SCI_BACKTAB;
+    const bool grouped = !takesBack && (times > 1 || pastes || !m_map.joints().empty());
+    const EditScope scope(*this, grouped ? EditScope::Grouped : EditScope::Separate);
     // Deletions one after the other are taken back together, all else one by one.
     if (std::exchange(m_lastCommand, message) != message || message == SCI_NEWLINE || m_typing)
         breakUndo();
     m_typing = false;
+    for (int done = 0; done < times; ++done)
+        carryOut(message);
+}
+
+void CodeMax::carryOut(int message) {
     switch (message) {
         case SCI_CUT:
             return Cut();
@@ -120,20 +130,37 @@ void CodeMax::runCommand(int message) {
             return Undo();
         case SCI_REDO:
             return Redo();
+        case SCI_TAB:
+        case SCI_BACKTAB:
+            return tabKey(message);
         default:
             return m_commands.run(message);
     }
 }
 
+/// Scintilla would move each piece of a long line as if it were a line.
+void CodeMax::tabKey(int message) {
+    const bool jointed = !m_map.joints().empty() && message == SCI_BACKTAB;
+    if (!isStream() || Locked() || (StartLineNo() == EndLineNo() && !jointed))
+        return m_commands.run(message);
+    message == SCI_TAB ? LineCommands::indent(*this) : LineCommands::unindent(*this);
+}
+
 void CodeMax::type(const QString& text) {
     const QByteArray utf8 = withOwnLineEnds(text);
-    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, utf8.size());
-    const EditScope scope(*this, outgrows ? EditScope::Grouped : EditScope::Separate);
-    if (!m_typing || m_sinceTyped.elapsed() > TypingPause)
+    const int times = takeRepeatCount();
+    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, utf8.size() * times);
+    const EditScope scope(*this, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
+    if (!m_typing || times > 1 || m_sinceTyped.elapsed() > TypingPause)
         breakUndo();
-    m_typing = true;
+    m_typing = times == 1;
     m_sinceTyped.start();
-    if (text.size() > TypedAtOnce)
+    for (int done = 0; done < times; ++done)
+        putTyped(text, utf8);
+}
+
+void CodeMax::putTyped(const QString& text, const QByteArray& utf8) {
+    if (text.size() > TypedAtOnce && isStream())
         return replaceSelection(utf8);
     QInputMethodEvent event;
     event.setCommitString(QString::fromUtf8(utf8));

@@ -93,6 +93,12 @@ class CodeMax : public QsciScintillaBase {
     /// number that stands for none, and for a command that edits while the text is locked.
     void ExecuteCmd(int number, const QString& argument = {});
 
+    /// How often the next command, key or typed text is carried out, all of it as one undo step. Used up by it;
+    /// Escape sets it back to 1.
+    int repeatCount() const { return m_repeatCount; }
+    void setRepeatCount(int times);
+    static constexpr int LargestRepeatCount = 9999;
+
     /// Carries out a Scintilla message as if its key had been pressed: one edit, one undo step, joints crossed.
     void runCommand(int message);
     /// Types a text at the caret, as the keyboard or an input method would.
@@ -160,6 +166,10 @@ class CodeMax : public QsciScintillaBase {
     void lookAtSelectionLater();
     void closeScope();
     void breakUndo();
+    int takeRepeatCount();
+    void carryOut(int message);
+    void tabKey(int message);
+    void putTyped(const QString& text, const QByteArray& utf8);
 
     void setUpView();
     void applyColours();
@@ -191,6 +201,7 @@ class CodeMax : public QsciScintillaBase {
     bool m_typing = false;
     int m_lastCommand = 0;
     QElapsedTimer m_sinceTyped;
+    int m_repeatCount = 1;
     bool m_pressedInSelection = false;
     bool m_copying = false;
 

@@ -1,7 +1,10 @@
-// The numbered commands of the control.
+// The numbered commands of the control, and the count by which the next of them is repeated.
 
+#include "editor/CaseCommands.h"
 #include "editor/CodeMax.h"
+#include "editor/ControlPrompts.h"
 #include "editor/EditScope.h"
+#include "editor/LineCommands.h"
 
 #include <algorithm>
 
@@ -16,9 +19,29 @@ struct CommandRow {
     void (*run)(CodeMax& control, const QString& argument);
 };
 
-/// In the order of the numbers. The macros (213 to 223) have theirs reserved.
+using Text = const QString&;
+
+/// The macros (213 to 223) have their numbers reserved.
 constexpr CommandRow Commands[] = {
-    {137, Kind::Looks, [](CodeMax& control, const QString&) { control.SelectAll(); }},
+    {100, Kind::Edits, [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::upper); }},
+    {106, Kind::Edits, [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::lower); }},
+    {113, Kind::Edits, [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::capitalised); }},
+    {125, Kind::Edits, [](CodeMax& control, Text) { CaseCommands::changeSelection(control, TextCase::upper); }},
+    {147, Kind::Edits, [](CodeMax& control, Text) { CaseCommands::changeSelection(control, TextCase::lower); }},
+    {158, Kind::Edits, [](CodeMax& control, Text) { LineCommands::deleteToStart(control); }},
+    {159, Kind::Edits, [](CodeMax& control, Text) { LineCommands::deleteToEnd(control); }},
+    {160, Kind::Edits, [](CodeMax& control, Text) { LineCommands::deleteLines(control); }},
+    {161, Kind::Edits, [](CodeMax& control, Text) { LineCommands::cutLines(control); }},
+    {135, Kind::Looks, [](CodeMax& control, Text) { LineCommands::selectParagraph(control); }},
+    {136, Kind::Looks, [](CodeMax& control, Text) { LineCommands::selectLines(control); }},
+    {137, Kind::Looks, [](CodeMax& control, Text) { control.SelectAll(); }},
+    {267, Kind::Looks, [](CodeMax& control, Text) { LineCommands::selectWord(control); }},
+    {163, Kind::Edits, [](CodeMax& control, Text) { LineCommands::indent(control); }},
+    {127, Kind::Edits, [](CodeMax& control, Text) { LineCommands::unindent(control); }},
+    {187, Kind::Looks, [](CodeMax& control, Text) { ControlPrompts::askRepeatCount(control); }},
+    {192, Kind::Looks, [](CodeMax& control, Text) { ControlPrompts::askLine(control); }},
+    {253, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
+    {254, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
 };
 
 }  // namespace
@@ -28,5 +51,17 @@ void CodeMax::ExecuteCmd(int number, const QString& argument) {
     if (row == std::end(Commands) || (row->kind == Kind::Edits && Locked()))
         return;
     const EditScope scope(*this, EditScope::Grouped);
-    row->run(*this, argument);
+    m_typing = false;
+    const int times = takeRepeatCount();
+    for (int done = 0; done < times; ++done)
+        row->run(*this, argument);
+}
+
+void CodeMax::setRepeatCount(int times) {
+    m_repeatCount = std::clamp(times, 1, LargestRepeatCount);
+}
+
+/// What stands for more than one is used up by being asked for.
+int CodeMax::takeRepeatCount() {
+    return std::exchange(m_repeatCount, 1);
 }
