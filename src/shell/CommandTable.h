@@ -5,13 +5,17 @@
 #include <span>
 
 class FrameCommands;
+class RoomsToCome;
 class frmDocument;
 
-/// Where a command goes: to a procedure of the frame, or by name to the active document, without one to nowhere. Both
-/// empty: a sub-menu or a separator.
+/// Where a command goes: to a procedure of the frame, by name to the active document (without one to nowhere), or to a
+/// room that is not built yet. All empty: a sub-menu or a separator.
 struct CommandTarget {
     void (FrameCommands::*frame)() = nullptr;
     void (frmDocument::*document)() = nullptr;
+    void (RoomsToCome::*room)() = nullptr;
+
+    constexpr bool isEmpty() const { return frame == nullptr && document == nullptr && room == nullptr; }
 };
 
 /// One entry of the menus, in the order in which they stand there.
@@ -24,21 +28,10 @@ struct CommandRow {
     CommandTarget target;
     Enabled when = Enabled::Always;
     bool checkable = false;
-};
-
-/// One button of the tool bar; an empty key is a gap. It runs the target of the command it names, but has its own rule:
-/// some buttons stay enabled where their menu entry does not.
-struct ToolRow {
-    const char* key;
-    const char* command;
-    const char* icon;
-    const char* tip;
-    Enabled when = Enabled::Always;
-    bool checkable = false;
+    bool visible = true;
 };
 
 std::span<const CommandRow> commandTable();
-std::span<const ToolRow> toolTable();
 
 /// The row of that name; null when there is none.
 const CommandRow* findCommand(const char* name);

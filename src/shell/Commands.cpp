@@ -5,6 +5,10 @@
 #include "shell/CoolBar.h"
 #include "shell/FrameParts.h"
 #include "shell/Icons.h"
+#include "shell/MenuText.h"
+#include "shell/RoomsToCome.h"
+#include "shell/ToolTable.h"
+#include "shell/ViewOptions.h"
 
 #include <QAction>
 #include <QMenu>
@@ -15,12 +19,31 @@
 
 namespace {
 
+/// Entries whose check is the truth of their mark.
+constexpr const char* ownChecks[] = {"mnuWholeWord",    "mnuCaseSensitive", "mnuRegExp",         "mnuReadonly",
+                                     "mnuToggleHex",    "mnuShowTabSpace",  "mnuShowLeftMargin", "mnuShowLineNumber",
+                                     "mnuHighlightRow", "mnuBraceMatching", "mnuSearchContinue"};
+
 bool isSeparator(const CommandRow& row) {
     return qstrcmp(row.caption, "-") == 0;
 }
 
-bool isMenu(const CommandRow& row) {
-    return row.target.frame == nullptr && row.target.document == nullptr && !isSeparator(row);
+void showMark(QAction& action, bool marked) {
+    if (marked && !action.isSeparator())
+        action.setCheckable(true);
+    action.setChecked(marked);
+}
+
+/// The mark follows what the command did, not the click.
+void undoClick(QAction& action, bool checked) {
+    if (action.isCheckable())
+        action.setChecked(!checked);
+}
+
+QString toolTip(const ToolRow& row) {
+    const QString tip = QString::fromLatin1(row.tip);
+    const QKeySequence key(QString::fromLatin1(findCommand(row.command)->key), QKeySequence::PortableText);
+    return key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText));
 }
 
 }  // namespace
@@ -31,16 +54,16 @@ Commands::Commands(FrameParts& parts, QMenuBar& menuBar, QToolBar& toolBar, Runn
     buildButtons(toolBar);
 }
 
-QAction* Commands::entry(const char* name) const {
-    return m_entries.value(QByteArray(name));
+QAction* Commands::entry(const QByteArray& name) const {
+    return m_entries.value(name);
 }
 
-QAction* Commands::button(const char* key) const {
-    return m_buttons.value(QByteArray(key));
+QAction* Commands::button(const QByteArray& key) const {
+    return m_buttons.value(key);
 }
 
-QMenu* Commands::menu(const char* name) const {
-    return m_menus.value(QByteArray(name));
+QMenu* Commands::menu(const QByteArray& name) const {
+    return m_menus.value(name);
 }
 
 void Commands::buildMenus(QMenuBar& menuBar) {
@@ -49,66 +72,107 @@ void Commands::buildMenus(QMenuBar& menuBar) {
 }
 
 void Commands::addRow(QMenuBar& menuBar, const CommandRow& row) {
-    if (isMenu(row)) {
+    if (isSeparator(row))
+        enlist(row.name, menu(row.parent)->addSeparator());
+    else if (row.target.isEmpty())
         addMenu(menuBar, row);
-        return;
-    }
-    if (QMenu* parent = menu(row.parent))
-        addEntry(*parent, row);
+    else
+        addEntry(row);
 }
 
 void Commands::addMenu(QMenuBar& menuBar, const CommandRow& row) {
     auto* added = new QMenu(QString::fromLatin1(row.caption), &menuBar);
     added->setObjectName(QString::fromLatin1(row.name));
-    added->menuAction()->setObjectName(QString::fromLatin1(row.name));
     if (QMenu* parent = menu(row.parent))
         parent->addMenu(added);
     else
         menuBar.addMenu(added);
     m_menus.insert(row.name, added);
-    m_entries.insert(row.name, added->menuAction());
+    enlist(row.name, added->menuAction());
 }
 
-void Commands::addEntry(QMenu& parent, const CommandRow& row) {
-    auto* action = isSeparator(row) ? parent.addSeparator() : parent.addAction(QString::fromLatin1(row.caption));
-    action->setObjectName(QString::fromLatin1(row.name));
-    m_entries.insert(row.name, action);
-    if (isSeparator(row))
-        return;
-    action->setMenuRole(QAction::NoRole);
+void Commands::addEntry(const CommandRow& row) {
+    QAction* action = addItem(row.parent, row.name, [this, &row] { m_run(row.target); });
+    action->setText(QString::fromLatin1(row.caption));
     action->setCheckable(row.checkable);
+    action->setVisible(row.visible);
     if (*row.icon != '\0')
         action->setIcon(Icons::named(row.icon));
     if (*row.key != '\0')
         action->setShortcut(QKeySequence(QString::fromLatin1(row.key), QKeySequence::PortableText));
-    connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
-        if (row.checkable)
-            action->setChecked(!checked);  // the mark follows what the command did, not the click
-        m_run(row.target);
+}
+
+QAction* Commands::addItem(const QByteArray& menuName, const QByteArray& name, std::function<void()> chosen) {
+    QAction* action = menu(menuName)->addAction(QString());
+    action->setMenuRole(QAction::NoRole);
+    enlist(name, action);
+    connect(action, &QAction::triggered, this, [action, run = std::move(chosen)](bool checked) {
+        undoClick(*action, checked);
+        run();
     });
+    return action;
+}
+
+void Commands::enlist(const QByteArray& name, QAction* action) {
+    action->setObjectName(QString::fromLatin1(name));
+    m_entries.insert(name, action);
+    m_items.append(action);
+}
+
+void Commands::removeItem(QAction* item) {
+    m_entries.remove(item->objectName().toLatin1());
+    m_items.removeOne(item);
+    item->deleteLater();  // it may be the one that was chosen
+    item->setVisible(false);
 }
 
 void Commands::buildButtons(QToolBar& toolBar) {
     for (const ToolRow& row : toolTable()) {
-        if (*row.key == '\0') {
+        if (row.isGap())
             toolBar.addSeparator();
-            continue;
-        }
-        QAction* action = toolBar.addAction(Icons::named(row.icon), QString::fromLatin1(row.tip));
-        action->setCheckable(row.checkable);
-        toolBar.widgetForAction(action)->setObjectName(QStringLiteral("tbToolBar.") + QLatin1String(row.key));
-        m_buttons.insert(row.key, action);
-        connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
-            if (row.checkable)
-                action->setChecked(!checked);
-            m_run(findCommand(row.command)->target);
-        });
+        else if (row.isPlace())
+            addPlace(toolBar, row);
+        else
+            addButton(toolBar, row);
     }
 }
 
-void Commands::CheckMenuItem(const char* name, bool checked) {
-    if (QAction* action = entry(name))
-        action->setChecked(checked);
+void Commands::addPlace(QToolBar& toolBar, const ToolRow& row) {
+    m_searchPlace = new QWidget(&toolBar);
+    m_searchPlace->setObjectName(QStringLiteral("tbToolBar.") + QLatin1String(row.key));
+    m_buttons.insert(row.key, toolBar.addWidget(m_searchPlace));
+}
+
+void Commands::addButton(QToolBar& toolBar, const ToolRow& row) {
+    QAction* action = toolBar.addAction(Icons::named(row.icon), QString::fromLatin1(row.tip));
+    action->setToolTip(toolTip(row));
+    action->setCheckable(row.checkable);
+    toolBar.widgetForAction(action)->setObjectName(QStringLiteral("tbToolBar.") + QLatin1String(row.key));
+    m_buttons.insert(row.key, action);
+    connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
+        undoClick(*action, checked);
+        m_run(findCommand(row.command)->target);
+    });
+}
+
+void Commands::CheckMenuItem(const QByteArray& name, bool checked) {
+    QAction* action = entry(name);
+    if (action == nullptr)
+        return;
+    if (checked)
+        m_checks.insert(name);
+    else
+        m_checks.remove(name);
+    showMark(*action, checked);
+}
+
+bool Commands::isChecked(const QByteArray& name) const {
+    return m_checks.contains(name);
+}
+
+void Commands::markOnly(const QString& caption) {
+    for (QAction* item : m_items)
+        showMark(*item, !caption.isEmpty() && MenuText::captionOf(*item) == caption);
 }
 
 void Commands::SetDocumentEnv(const frmDocument* document) {
@@ -118,6 +182,8 @@ void Commands::SetDocumentEnv(const frmDocument* document) {
     enableFor(state);
     CheckMenuItem("mnuReadonly", state.locked);
     CheckMenuItem("mnuToggleHex", !state.text);
+    for (const ViewOption& option : viewOptions())
+        showViewOption(option, *document);
     RefreshCheckedItems();
     SetEditModeIcon(document);
 }
@@ -133,6 +199,14 @@ void Commands::enableFor(const DocumentState& state) {
     }
 }
 
+void Commands::SetProjectMenus(const QString& projectFilename, bool changed) {
+    const bool open = !projectFilename.isEmpty();
+    for (const char* name : {"mnuAddFavorite", "mnuCloseProject", "mnuDeleteFavorite"})
+        entry(name)->setEnabled(open);
+    for (const char* name : {"mnuSaveProject", "mnuSaveProjectAs"})
+        entry(name)->setEnabled(open || changed);
+}
+
 void Commands::SetEditModeIcon(const frmDocument* document) {
     QAction* action = button("ShowHex");
     const bool hex = !document->TextEdit();
@@ -140,7 +214,18 @@ void Commands::SetEditModeIcon(const frmDocument* document) {
         action->setChecked(hex);
 }
 
+void Commands::showViewOption(const ViewOption& option, const frmDocument& document) {
+    const bool on = (document.*option.isOn)();
+    CheckMenuItem(option.entry, on);
+    if (QAction* shown = button(option.button))
+        shown->setChecked(on);
+}
+
 void Commands::RefreshCheckedItems() {
+    CheckMenuItem("mnuEditExplorer", m_parts.rooms->isExplorerVisible());
+    CheckMenuItem("mnulFindReplacePanel", m_parts.rooms->isSearchPanelVisible());
     CheckMenuItem("mnuShowEditToolbar", m_parts.coolBar->isBandVisible(CoolBar::Tool));
     CheckMenuItem("mnuShowFilesTab", m_parts.coolBar->isBandVisible(CoolBar::Tab));
+    for (const char* name : ownChecks)
+        CheckMenuItem(name, isChecked(name));
 }

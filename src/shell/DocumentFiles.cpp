@@ -9,6 +9,7 @@
 #include "shell/DocumentTabs.h"
 #include "shell/ExplorerLink.h"
 #include "shell/FrameParts.h"
+#include "shell/LanguageMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
 #include "shell/StatusPanels.h"
@@ -94,7 +95,7 @@ void DocumentFiles::showOpened(frmDocument* document, const QString& path) {
     document->setCaption(captionFor(path));
     m_parts.explorer->SetFile(path, document->fIdx, DocumentTabs::imageFor(document));
     m_parts.tabs->SetTabCaption(document);
-    m_parts.rooms->CheckLangMenu(document);
+    m_parts.languageMenu->CheckLangMenu(document);
     m_parts.status->ShowDocumentInfo(document);
     m_parts.rooms->AddLRUFile(path);
     m_parts.commands->SetDocumentEnv(document);
@@ -166,7 +167,7 @@ void DocumentFiles::ActiveFormChange(frmDocument* document) {
         return;
     m_parts.status->ShowCursorPosition(document);
     m_parts.status->ShowDocumentInfo(document);
-    m_parts.rooms->CheckLangMenu(document);
+    m_parts.languageMenu->CheckLangMenu(document);
     m_parts.commands->SetDocumentEnv(document);
 }
 

@@ -7,9 +7,11 @@
 #include "platform/Yield.h"
 #include "settings/FileFilters.h"
 #include "settings/Options.h"
+#include "shell/Commands.h"
 #include "shell/DocumentFiles.h"
 #include "shell/DocumentTabs.h"
 #include "shell/FrameParts.h"
+#include "shell/LanguageMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
 #include "shell/StatusPanels.h"
@@ -62,8 +64,9 @@ void DocumentSaving::showSaved(frmDocument* document, const QString& path) {
     document->setCaption(m_files.captionFor(path));
     m_parts.tabs->SetTabCaption(document);
     m_parts.status->ShowDocumentInfo(document);
-    m_parts.rooms->CheckLangMenu(document);
+    m_parts.languageMenu->CheckLangMenu(document);
     m_parts.rooms->AddLRUFile(path);
+    m_parts.commands->SetDocumentEnv(m_parts.children->active());
 }
 
 void DocumentSaving::SaveAll() {

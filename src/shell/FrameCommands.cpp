@@ -1,6 +1,7 @@
 #include "shell/FrameCommands.h"
 
 #include "document/SaveFormats.h"
+#include "document/frmDocument.h"
 #include "platform/Prompts.h"
 #include "settings/FileFilters.h"
 #include "shell/Commands.h"
@@ -8,10 +9,18 @@
 #include "shell/DocumentClosing.h"
 #include "shell/DocumentFiles.h"
 #include "shell/DocumentSaving.h"
+#include "shell/DocumentTabs.h"
+#include "shell/FindBar.h"
 #include "shell/FrameParts.h"
+#include "shell/MacroMenu.h"
 #include "shell/MdiArrange.h"
 #include "shell/MdiChildren.h"
+#include "shell/MenuSlots.h"
+#include "shell/MenuText.h"
+#include "shell/RoomsToCome.h"
+#include "shell/SearchToggles.h"
 #include "shell/SystemClose.h"
+#include "shell/ViewOptions.h"
 
 #include <QAction>
 #include <QWidget>
@@ -93,8 +102,75 @@ void FrameCommands::ChangeReadOnly() {
     m_files.ChangeReadOnly();
 }
 
+void FrameCommands::FindNext() {
+    m_parts.findBar->FindNext();
+}
+
+void FrameCommands::FindPrevious() {
+    m_parts.findBar->FindPrevious();
+}
+
+void FrameCommands::FindInFiles() {
+    m_parts.rooms->ShowSearchInFiles(QString());
+}
+
+void FrameCommands::ToggleWholeWord() {
+    m_parts.searchToggles->toggle("mnuWholeWord");
+}
+
+void FrameCommands::ToggleCase() {
+    m_parts.searchToggles->toggle("mnuCaseSensitive");
+}
+
+void FrameCommands::ToggleRegExp() {
+    m_parts.searchToggles->toggle("mnuRegExp");
+}
+
+void FrameCommands::ToggleContinueSearch() {
+    m_parts.searchToggles->toggle("mnuSearchContinue");
+}
+
 void FrameCommands::ToggleHex() {
     m_files.SwitchHex(!m_parts.commands->button("ShowHex")->isChecked());
+}
+
+void FrameCommands::ToggleLineNumber() {
+    toggleView("mnuShowLineNumber");
+}
+
+void FrameCommands::ToggleLeftMargin() {
+    toggleView("mnuShowLeftMargin");
+}
+
+void FrameCommands::ToggleTabSpace() {
+    toggleView("mnuShowTabSpace");
+}
+
+void FrameCommands::ToggleBraceMatching() {
+    toggleView("mnuBraceMatching");
+}
+
+void FrameCommands::ToggleRowHighlight() {
+    toggleView("mnuHighlightRow");
+}
+
+void FrameCommands::toggleView(const char* entry) {
+    frmDocument* document = m_parts.children->active();
+    if (document == nullptr)
+        return;
+    const ViewOption& option = viewOption(entry);
+    (document->*option.turn)(!(document->*option.isOn)());
+    m_parts.commands->showViewOption(option, *document);
+}
+
+void FrameCommands::ToggleExplorer() {
+    m_parts.rooms->ToggleExplorer();
+    m_parts.commands->CheckMenuItem("mnuEditExplorer", m_parts.rooms->isExplorerVisible());
+}
+
+void FrameCommands::ToggleSearchPanel() {
+    m_parts.rooms->ToggleSearchPanel();
+    m_parts.commands->CheckMenuItem("mnulFindReplacePanel", m_parts.rooms->isSearchPanelVisible());
 }
 
 void FrameCommands::ToggleToolBand() {
@@ -103,6 +179,15 @@ void FrameCommands::ToggleToolBand() {
 
 void FrameCommands::ToggleTabBand() {
     toggleBand(m_parts, CoolBar::Tab, "mnuShowFilesTab");
+}
+
+void FrameCommands::OrganizeMacros() {
+    m_parts.rooms->ShowMacros();
+    m_parts.macroMenu->UpdateMacroMenu();
+}
+
+void FrameCommands::ResetKey() {
+    m_parts.macroMenu->ResetKeys();
 }
 
 void FrameCommands::Cascade() {
@@ -123,4 +208,26 @@ void FrameCommands::ArrangeIcons() {
 
 void FrameCommands::arrange(int mode) {
     MdiArrange::arrange(*m_parts.children, mode);
+}
+
+void FrameCommands::OpenRecentFile(int slot) {
+    m_files.OpenFile(MenuText::captionOf(*m_parts.menuSlots->slot("mnuFiles", slot)), 0, true, true);
+}
+
+void FrameCommands::OpenRecentProject(int slot) {
+    m_parts.rooms->OpenProject(MenuText::captionOf(*m_parts.menuSlots->slot("mnuWorkspaces", slot)));
+}
+
+void FrameCommands::OpenFavorite(int slot) {
+    m_parts.rooms->OpenProject(m_parts.menuSlots->slot("mnuFavoriteProject", slot)->data().toString());
+}
+
+void FrameCommands::ExecMacro(int slot) {
+    frmDocument* document = m_parts.children->active();
+    if (slot > 0 && document != nullptr)
+        document->ExecMacro(slot);
+}
+
+void FrameCommands::SelectOpenWindow(int slot) {
+    m_parts.tabs->selectKey(m_parts.menuSlots->slot("mnuOpenWindows", slot)->data().toString());
 }

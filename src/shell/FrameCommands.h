@@ -5,8 +5,8 @@ class DocumentFiles;
 class DocumentSaving;
 struct FrameParts;
 
-/// The procedures of the frame that commands aim at: each takes no argument and works on the active document or on the
-/// frame. Owned by the frame; forwards, and decides nothing.
+/// The procedures of the frame that commands aim at: each works on the active document or on the frame. Owned by the
+/// frame; forwards, and decides nothing.
 class FrameCommands {
  public:
     FrameCommands(FrameParts& parts, DocumentFiles& files, DocumentSaving& saving, DocumentClosing& closing);
@@ -26,17 +26,43 @@ class FrameCommands {
     void Exit();
 
     void ChangeReadOnly();
+    void FindNext();
+    void FindPrevious();
+    void FindInFiles();
+    void ToggleWholeWord();
+    void ToggleCase();
+    void ToggleRegExp();
+    void ToggleContinueSearch();
+
     void ToggleHex();
+    void ToggleLineNumber();
+    void ToggleLeftMargin();
+    void ToggleTabSpace();
+    void ToggleBraceMatching();
+    void ToggleRowHighlight();
+    void ToggleExplorer();
+    void ToggleSearchPanel();
     void ToggleToolBand();
     void ToggleTabBand();
+
+    void OrganizeMacros();
+    void ResetKey();
 
     void Cascade();
     void TileHorizontal();
     void TileVertical();
     void ArrangeIcons();
 
+    // A slot of the entries that are filled while the program runs.
+    void OpenRecentFile(int slot);
+    void OpenRecentProject(int slot);
+    void OpenFavorite(int slot);
+    void ExecMacro(int slot);
+    void SelectOpenWindow(int slot);
+
  private:
     void saveAs(int format);
+    void toggleView(const char* entry);
     void arrange(int mode);
 
     FrameParts& m_parts;

@@ -10,9 +10,13 @@
 #include "shell/CoolBar.h"
 #include "shell/DocumentTabs.h"
 #include "shell/ExplorerLink.h"
+#include "shell/FindBar.h"
 #include "shell/FrameParts.h"
+#include "shell/LanguageMenu.h"
+#include "shell/MacroMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
+#include "shell/SearchToggles.h"
 #include "shell/StatusPanels.h"
 #include "shell/frmMain.h"
 
@@ -84,6 +88,7 @@ void LoadSequence::readFirstSettings() {
     m_parts.options->FontName = fresh.FontName();
     m_parts.options->FontSize = static_cast<qint16>(fresh.FontSize());
     loadFirstOptions(*m_parts.settings, *m_parts.options);
+    m_parts.searchToggles->showOptions();
 }
 
 void LoadSequence::createEditorGlobals() {
@@ -108,11 +113,11 @@ void LoadSequence::loadLanguages() {
 }
 
 void LoadSequence::loadLists() {
-    m_parts.rooms->LoadLanguageMenu();
+    m_parts.languageMenu->LoadLanguageMenu(m_parts.rooms->languageNames());
     m_parts.rooms->LoadRecentFiles();
     m_parts.rooms->LoadRecentProjects();
     m_parts.rooms->LoadFavProjects();
-    m_parts.rooms->LoadSearchKeys();
+    m_parts.findBar->LoadSearchKeys();
 }
 
 void LoadSequence::setLoaded() {
@@ -121,7 +126,7 @@ void LoadSequence::setLoaded() {
 }
 
 void LoadSequence::placeSearchBox() {
-    m_parts.rooms->placeSearchBox();
+    m_parts.findBar->placeIn(*m_parts.commands->searchPlace());
 }
 
 void LoadSequence::buildCoolBar() {
@@ -161,7 +166,7 @@ void LoadSequence::followCommandLine() {
 }
 
 void LoadSequence::UpdateMacroMenu() {
-    m_parts.rooms->UpdateMacroMenu();
+    m_parts.macroMenu->UpdateMacroMenu();
 }
 
 void LoadSequence::restoreSession() {
@@ -175,7 +180,7 @@ void LoadSequence::markViewParts() {
 
 void LoadSequence::setCommandStates() {
     m_parts.commands->SetDocumentEnv(m_parts.children->active());
-    m_parts.rooms->SetProjectMenus();
+    m_frame.SetProjectMenus(false);
 }
 
 void LoadSequence::makeTabMenu() {

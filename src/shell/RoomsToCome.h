@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class frmDocument;
 
@@ -10,7 +11,7 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // The control's global object: macros, hot keys, language colours.
+    // The control's global object: macros, hot keys, language colours, find history.
     virtual void createEditorGlobals() {}
     /// Every "N.dem" of the macros folder into slot N.
     virtual void loadMacroFiles() {}
@@ -18,26 +19,47 @@ class RoomsToCome {
     virtual void saveMacroFiles() {}
     virtual void PropertiesLoad() {}
     virtual void PropertiesSave() {}
-    /// The macro menu from hot keys and stored names.
-    virtual void UpdateMacroMenu() {}
+    /// The hot key of macro 1 to 10 as text; empty: the macro is not there.
+    virtual QString HotKeyText(int) { return {}; }
+    /// Takes the hot keys back to their defaults, the macros' among them.
+    virtual void ResetHotKeys() {}
+    virtual void SaveMacros() {}
+    /// The macro dialog, modal.
+    virtual void ShowMacros() {}
+    /// What was searched for in the control's own dialogs, an entry a line.
+    virtual QString FindHistory() { return {}; }
 
     // The language table.
     virtual void loadLanguages() {}
-    virtual void LoadLanguageMenu() {}
-    /// Marks the document's language in the language menu.
-    virtual void CheckLangMenu(frmDocument*) {}
+    virtual QStringList languageNames() { return {}; }
+    /// The language dialog, modal.
+    virtual void OrganizeLanguages() {}
     /// Gives a document without a language the frame's default one.
     virtual void setDefaultLanguage(frmDocument*) {}
+
+    // Search and bookmarks of a document.
+    virtual void Find() {}
+    virtual void ReplaceText() {}
+    virtual void FindText(frmDocument*, const QString& /*pText*/, bool /*pRegExp*/, bool /*pCaseSensitive*/,
+                          bool /*pWholeWord*/) {}
+    virtual void FindNext(frmDocument*, const QString&) {}
+    virtual void FindPrev(frmDocument*, const QString&) {}
+    virtual void IncrementalSearch() {}
+    virtual void ReverseIncrementalSearch() {}
+    virtual void ToggleBookmark() {}
+    virtual void PrevBookmark() {}
+    virtual void NextBookmark() {}
+    virtual void FirstBookmark() {}
+    virtual void LastBookmark() {}
+    virtual void ClearAllBookmark() {}
 
     // Recent lists and the session.
     virtual void LoadRecentFiles() {}
     virtual void LoadRecentProjects() {}
     virtual void LoadFavProjects() {}
-    virtual void LoadSearchKeys() {}
     virtual void SaveRecentFiles() {}
     virtual void SaveRecentProjects() {}
     virtual void SaveFavProjects() {}
-    virtual void SaveSearchKeys() {}
     /// Puts a path on top of the recent files.
     virtual void AddLRUFile(const QString&) {}
     virtual void RestoreSession() {}
@@ -45,14 +67,41 @@ class RoomsToCome {
 
     // Projects.
     virtual void OpenProject(const QString&) {}
-    virtual void SetProjectMenus() {}
+    /// Asks for the project to open.
+    virtual void AskProject() {}
+    virtual void NewProject() {}
+    virtual void CloseProject() {}
+    virtual void SaveProject() {}
+    virtual void SaveProjectAs() {}
+    virtual void AddFavorite() {}
+    virtual void DeleteFavorite() {}
 
-    // The find in files dialog with a list of folders.
+    // Search across files: the dialogs, the first with a list of folders.
     virtual void ShowSearchInFiles(const QString&) {}
+    virtual void ReplaceInFiles() {}
 
-    // The find box in the tool bar and the layout of the two panels.
-    virtual void placeSearchBox() {}
+    // The side panel and the bottom panel, and their layout.
+    virtual bool isExplorerVisible() { return false; }
+    virtual bool isSearchPanelVisible() { return false; }
+    virtual void ToggleExplorer() {}
+    virtual void ToggleSearchPanel() {}
     virtual void resetSplitters() {}
     virtual void ArrangePanels() {}
     virtual void layOutSearchPanel() {}
+
+    // Dialogs and tools.
+    virtual void ShowProperties() {}
+    virtual void ShowAnsiTable() {}
+    virtual void ShowConvertor() {}
+    virtual void ShowAbout() {}
+
+    // What lies outside the program.
+    virtual void StartCalculator() {}
+    virtual void OpenWindowsDirectory() {}
+    virtual void OpenSystemDirectory() {}
+    virtual void OpenDesktop() {}
+    virtual void OpenMyDocuments() {}
+    virtual void ShowHelp() {}
+    virtual void OpenWebSite() {}
+    virtual void SendEmail() {}
 };

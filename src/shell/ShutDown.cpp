@@ -1,6 +1,7 @@
 #include "shell/ShutDown.h"
 
 #include "document/frmDocument.h"
+#include "shell/FindBar.h"
 #include "shell/FrameParts.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
@@ -65,7 +66,7 @@ void ShutDown::SaveFavProjects() {
 }
 
 void ShutDown::SaveSearchKeys() {
-    m_parts.rooms->SaveSearchKeys();
+    m_parts.findBar->SaveSearchKeys();
 }
 
 void ShutDown::PropertiesSave() {

@@ -11,14 +11,19 @@
 #include "shell/DocumentFiles.h"
 #include "shell/DocumentSaving.h"
 #include "shell/DocumentTabs.h"
+#include "shell/FindBar.h"
 #include "shell/FrameCommands.h"
 #include "shell/FrameDrops.h"
 #include "shell/FrameParts.h"
 #include "shell/Icons.h"
+#include "shell/LanguageMenu.h"
 #include "shell/LoadSequence.h"
+#include "shell/MacroMenu.h"
 #include "shell/MdiChildren.h"
+#include "shell/MenuSlots.h"
 #include "shell/OpenQueue.h"
 #include "shell/RoomsToCome.h"
+#include "shell/SearchToggles.h"
 #include "shell/ShutDown.h"
 #include "shell/StatusPanels.h"
 #include "shell/SystemClose.h"
@@ -54,6 +59,8 @@ struct frmMain::Duties {
           saving(parts, files),
           closing(parts, saving),
           commands(parts, files, saving, closing),
+          languageMenu(parts),
+          macroMenu(parts),
           queue(parts, files),
           drops(parts, files) {}
 
@@ -64,11 +71,15 @@ struct frmMain::Duties {
     DocumentSaving saving;
     DocumentClosing closing;
     FrameCommands commands;
+    LanguageMenu languageMenu;
+    MacroMenu macroMenu;
     OpenQueue queue;
     FrameDrops drops;
     QToolBar* toolBar = nullptr;
     TabStrip* strip = nullptr;
     TabMenu* tabMenu = nullptr;
+    std::unique_ptr<MenuSlots> menuSlots;
+    std::unique_ptr<SearchToggles> searchToggles;
     std::unique_ptr<frmOpenCheck> openCheck;
 };
 
@@ -123,14 +134,25 @@ void frmMain::buildWindow() {
 }
 
 void frmMain::buildCommands() {
-    const auto run = [this](const CommandTarget& target) {
-        if (target.frame != nullptr)
-            (m_duties->commands.*target.frame)();
-        else if (frmDocument* document = m_parts->children->active())
-            (document->*target.document)();
-    };
-    m_parts->commands = new Commands(*m_parts, *menuBar(), *m_duties->toolBar, run, this);
+    m_parts->commands = new Commands(
+        *m_parts, *menuBar(), *m_duties->toolBar, [this](const CommandTarget& target) { run(target); }, this);
+    m_duties->menuSlots = std::make_unique<MenuSlots>(*m_parts->commands, m_duties->commands);
+    m_duties->searchToggles = std::make_unique<SearchToggles>(m_duties->options, *m_parts->commands);
+    m_parts->menuSlots = m_duties->menuSlots.get();
+    m_parts->searchToggles = m_duties->searchToggles.get();
+    m_parts->languageMenu = &m_duties->languageMenu;
+    m_parts->macroMenu = &m_duties->macroMenu;
+    m_parts->findBar = new FindBar(*m_parts);
     new WindowMenu(*m_parts->commands->menu("mnuWindow"), *m_parts->children);
+}
+
+void frmMain::run(const CommandTarget& target) {
+    if (target.frame != nullptr)
+        (m_duties->commands.*target.frame)();
+    else if (target.room != nullptr)
+        (m_services.rooms.*target.room)();
+    else if (frmDocument* document = m_parts->children->active())
+        (document->*target.document)();
 }
 
 void frmMain::connectParts() {
@@ -210,6 +232,26 @@ void frmMain::CloseAll(const frmDocument* except) {
 
 void frmMain::EnableSystemClose(bool enable) {
     m_parts->systemClose->enable(enable);
+}
+
+void frmMain::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord) {
+    m_parts->findBar->AfterFind(pText, pCaseSensitive, pRegExp, pWholeWord);
+}
+
+void frmMain::SetDocumentEnv(frmDocument* pForm) {
+    m_parts->commands->SetDocumentEnv(pForm);
+}
+
+void frmMain::SetProjectMenus(bool pFlag) {
+    m_parts->commands->SetProjectMenus(ProjectFilename, pFlag);
+}
+
+void frmMain::RefreshCheckedItems() {
+    m_parts->commands->RefreshCheckedItems();
+}
+
+void frmMain::UpdateMacroMenu() {
+    m_parts->macroMenu->UpdateMacroMenu();
 }
 
 void frmMain::OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) {

@@ -48,6 +48,12 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE bool FindOpenDocument(const QString& pFile);
     void CloseAll(const frmDocument* except);
     void EnableSystemClose(bool enable);
+    /// A find dialog has searched: find bar and search toggles show what for.
+    Q_INVOKABLE void AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord);
+    Q_INVOKABLE void SetDocumentEnv(frmDocument* pForm);
+    Q_INVOKABLE void SetProjectMenus(bool pFlag);
+    Q_INVOKABLE void RefreshCheckedItems();
+    Q_INVOKABLE void UpdateMacroMenu();
     struct FrameParts& parts() {
         return *m_parts;
     }
@@ -80,6 +86,7 @@ class frmMain : public QMainWindow, public DocumentHost {
 
     void buildWindow();
     void buildCommands();
+    void run(const struct CommandTarget& target);
     void connectParts();
     void addKeys();
     void addKey(const char* key, std::function<void()> action);

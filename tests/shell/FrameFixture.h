@@ -11,6 +11,7 @@
 #include "shell/ExplorerLink.h"
 #include "shell/FrameParts.h"
 #include "shell/MdiChildren.h"
+#include "shell/MenuSlots.h"
 #include "shell/RoomsToCome.h"
 #include "shell/StatusPanels.h"
 #include "shell/TabStrip.h"
@@ -20,6 +21,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QMap>
 #include <QMdiSubWindow>
 #include <QTemporaryDir>
 #include <QTest>
@@ -55,16 +57,33 @@ class NotedExplorer : public ExplorerLink {
 class NotedRooms : public RoomsToCome {
  public:
     QStringList calls;
+    QMap<int, QString> hotKeys;
+    QStringList languages;
+    QString findHistory;
+
+    QStringList take() { return std::exchange(calls, {}); }
 
     void AddLRUFile(const QString& path) override { calls << QStringLiteral("AddLRUFile ") + path; }
     void LoadRecentFiles() override { calls << QStringLiteral("LoadRecentFiles"); }
-    void LoadSearchKeys() override { calls << QStringLiteral("LoadSearchKeys"); }
     void RestoreSession() override { calls << QStringLiteral("RestoreSession"); }
     void SaveSession() override { calls << QStringLiteral("SaveSession"); }
     void SaveRecentFiles() override { calls << QStringLiteral("SaveRecentFiles"); }
     void OpenProject(const QString& path) override { calls << QStringLiteral("OpenProject ") + path; }
     void ShowSearchInFiles(const QString& text) override { calls << QStringLiteral("ShowSearchInFiles ") + text; }
     void setDefaultLanguage(frmDocument*) override { calls << QStringLiteral("setDefaultLanguage"); }
+    QString HotKeyText(int macro) override { return hotKeys.value(macro); }
+    void ResetHotKeys() override {
+        hotKeys.clear();
+        calls << QStringLiteral("ResetHotKeys");
+    }
+    void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
+    QStringList languageNames() override { return languages; }
+    QString FindHistory() override { return findHistory; }
+    void FindText(frmDocument*, const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override {
+        calls << QStringLiteral("FindText %1 %2%3%4").arg(text).arg(regExp).arg(caseSensitive).arg(wholeWord);
+    }
+    void FindNext(frmDocument*, const QString& text) override { calls << QStringLiteral("FindNext ") + text; }
+    void FindPrev(frmDocument*, const QString& text) override { calls << QStringLiteral("FindPrev ") + text; }
 };
 
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
@@ -105,6 +124,8 @@ class FrameFixture : public testing::Test {
     void type(const QString& text) { control().type(text); }
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(QStringLiteral("TabStrip1")); }
     QAction* entry(const char* name) { return parts().commands->entry(name); }
+    QAction* button(const char* key) { return parts().commands->button(key); }
+    QAction* slot(const char* array, int number) { return parts().menuSlots->slot(array, number); }
     void run(const char* name) { entry(name)->trigger(); }
     void open(const QString& file, int flags = 0) { m_frame->OpenFile(file, flags, true, true); }
 

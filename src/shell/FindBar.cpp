@@ -1,0 +1,131 @@
+#include "shell/FindBar.h"
+
+#include "document/frmDocument.h"
+#include "shell/Commands.h"
+#include "shell/FrameParts.h"
+#include "shell/ListFile.h"
+#include "shell/MdiChildren.h"
+#include "shell/RoomsToCome.h"
+#include "shell/SearchKeys.h"
+#include "shell/SearchToggles.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace {
+
+constexpr int placeWidth = 170;
+constexpr int gapInTwips = 40;
+constexpr int twipsPerPixel = 15;
+
+QString listPath() {
+    return ListFile::path(QStringLiteral("lastsearchkeys.idx"));
+}
+
+}  // namespace
+
+FindBar::FindBar(FrameParts& parts) : QObject(parts.frame), m_parts(parts), m_box(new QComboBox(parts.frame)) {
+    m_box->setObjectName(QStringLiteral("cmbSearch"));
+    m_box->setAccessibleName(QStringLiteral("Search text"));
+    m_box->setToolTip(QStringLiteral("Search text (F6)"));
+    m_box->setEditable(true);
+    m_box->setInsertPolicy(QComboBox::NoInsert);
+    m_box->setCompleter(nullptr);  // it would change what is typed
+    m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_box->hide();
+    m_box->installEventFilter(this);
+    connect(m_box->lineEdit(), &QLineEdit::returnPressed, this, &FindBar::find);
+}
+
+void FindBar::placeIn(QWidget& place) {
+    auto* row = new QHBoxLayout(&place);
+    row->setContentsMargins(gapInTwips / twipsPerPixel, 0, gapInTwips / twipsPerPixel, 0);
+    row->addWidget(m_box);
+    place.setFixedWidth(placeWidth);
+    m_box->show();
+}
+
+QString FindBar::text() const {
+    return m_box->currentText();
+}
+
+QStringList FindBar::keys() const {
+    QStringList keys;
+    for (int i = 0; i < m_box->count(); ++i)
+        keys << m_box->itemText(i);
+    return keys;
+}
+
+void FindBar::setKeys(const QStringList& keys) {
+    const QString shown = text();
+    m_box->clear();
+    m_box->addItems(keys);
+    m_box->setCurrentIndex(-1);
+    m_box->setEditText(shown);
+}
+
+void FindBar::AddSearchKey(const QString& pText, bool pMoveToTop) {
+    QStringList list = keys();
+    const SearchKeys::Change change = SearchKeys::AddSearchKey(list, pText, pMoveToTop);
+    if (change == SearchKeys::Change::Nothing)
+        return;
+    setKeys(list);
+    if (change == SearchKeys::Change::Raised)
+        m_box->setEditText(pText);
+}
+
+void FindBar::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord) {
+    if (pText.isEmpty())
+        return;
+    m_parts.searchToggles->SetRegExpOption(pRegExp);
+    m_parts.searchToggles->SetCaseOption(pCaseSensitive);
+    m_parts.searchToggles->SetWholeWordOption(pWholeWord);
+    AddSearchKey(pText, true);
+    m_box->setEditText(pText);
+}
+
+void FindBar::find() {
+    const QString wanted = text();
+    if (frmDocument* document = m_parts.children->active())
+        m_parts.rooms->FindText(document, wanted, m_parts.commands->isChecked("mnuRegExp"),
+                                m_parts.commands->isChecked("mnuCaseSensitive"),
+                                m_parts.commands->isChecked("mnuWholeWord"));
+    AddSearchKey(wanted, true);
+}
+
+void FindBar::FindNext() {
+    if (frmDocument* document = m_parts.children->active())
+        m_parts.rooms->FindNext(document, text());
+}
+
+void FindBar::FindPrevious() {
+    if (frmDocument* document = m_parts.children->active())
+        m_parts.rooms->FindPrev(document, text());
+}
+
+void FindBar::takeFindHistory() {
+    const QStringList entries = m_parts.rooms->FindHistory().split(u'\n');
+    for (const QString& entry : entries)
+        AddSearchKey(entry, false);
+}
+
+void FindBar::LoadSearchKeys() {
+    setKeys(SearchKeys::fromLines(ListFile::read(listPath())));
+}
+
+void FindBar::SaveSearchKeys() const {
+    ListFile::write(listPath(), SearchKeys::toLines(keys()));
+}
+
+bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::FocusIn)
+        takeFindHistory();
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        if (frmDocument* document = m_parts.children->active())
+            document->setFocus();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}

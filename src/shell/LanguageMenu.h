@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QList>
+#include <QStringList>
+
+class QAction;
+class frmDocument;
+struct FrameParts;
+
+/// The languages in their menu, one entry each, told from other entries by an item data of 1. Owned by the frame.
+/// Marking one takes the marks of all other entries away until the commands are brought up to date from a document.
+class LanguageMenu {
+ public:
+    explicit LanguageMenu(FrameParts& parts);
+
+    /// Entries for these languages in place of those that were there; at most 51.
+    void LoadLanguageMenu(const QStringList& names);
+    /// Marks the document's language.
+    void CheckLangMenu(const frmDocument* document);
+
+ private:
+    void choose(const QString& name);
+
+    FrameParts& m_parts;
+    QList<QAction*> m_entries;
+};

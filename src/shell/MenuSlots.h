@@ -1,0 +1,36 @@
+#pragma once
+
+#include <span>
+
+class Commands;
+class FrameCommands;
+class QAction;
+
+/// An array of entries at the end of a menu, made once and then only shown, hidden and named anew. Slot 0 is a disabled
+/// placeholder that stands there while no other is in use.
+struct SlotArray {
+    const char* menu;
+    const char* name;         ///< an entry's object name is this and its number in brackets
+    int first;                ///< number of the first slot
+    int last;                 ///< of the last one
+    const char* placeholder;  ///< caption of slot 0
+    void (FrameCommands::*chosen)(int slot);
+};
+
+/// The entries that are filled while the program runs: recent files and projects, favourite projects, macros. A slot is
+/// in use exactly when it is visible; its caption is the text kept in it, its tag the data of the action. They belong
+/// to the menus.
+class MenuSlots {
+ public:
+    /// Makes the slots. `run` of the frame is told the slot that was chosen.
+    MenuSlots(Commands& commands, FrameCommands& run);
+
+    QAction* slot(const char* array, int number) const;
+
+    static std::span<const SlotArray> table();
+
+ private:
+    void addArray(const SlotArray& array, FrameCommands& run);
+
+    Commands& m_commands;
+};
