@@ -164,6 +164,10 @@ class frmDocument : public QWidget {
     void refreshUpdateTimes();
     void MarkChanged();
     void inTextMode(void (rtCM::*operation)());
+    void changeLinesBy(void (rtCM::*operation)());
+    void changeLines(QString (*operation)(const QString& text));
+    void RefreshLineColours();
+    void refreshLines(qint64 beyondLast);
     void unload();
 
     Prompts& m_prompts;

@@ -1,8 +1,15 @@
 // What the menus ask of a document, by the view and mode it is for.
 
 #include "document/DocumentView.h"
+#include "document/LineOperations.h"
+#include "document/frmCountAll.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <exception>
 
 // The visible view's
 
@@ -172,37 +179,96 @@ void frmDocument::DefaultFontSize() {
     inTextMode(&rtCM::DefaultFontSize);
 }
 
-void frmDocument::LineCut() {
-    inTextMode(&rtCM::LineCut);
-}
-
-void frmDocument::LineDelete() {
-    inTextMode(&rtCM::LineDelete);
-}
-
-void frmDocument::SortLineAscending() {
-    inTextMode(&rtCM::SortLineAscending);
-}
-
-void frmDocument::SortLineDescending() {
-    inTextMode(&rtCM::SortLineDescending);
-}
-
 void frmDocument::ExecMacro(int n) {
     if (TextEdit())
         m_text->ExecMacro(n);
 }
 
-// In place for the menus, without effect until what they act on is there: the hex view, the line operations, the
-// statistics, printing and the spelling check.
+// Lines of the text view, in text mode alone
+
+/// Lines that came new or moved would keep the highlight they had.
+void frmDocument::refreshLines(qint64 beyondLast) {
+    qint64 first = 0;
+    qint64 last = 0;
+    m_text->GetSelStartEnd(first, last);
+    for (qint64 line = std::min(first, last); line <= std::max(first, last) + beyondLast; ++line)
+        m_text->UnHighLightLine(line);
+    m_text->HighLightLine();
+}
+
+void frmDocument::RefreshLineColours() {
+    refreshLines(1);
+}
+
+void frmDocument::changeLinesBy(void (rtCM::*operation)()) {
+    if (!TextEdit())
+        return;
+    (m_text->*operation)();
+    RefreshLineColours();
+}
+
+void frmDocument::LineCut() {
+    changeLinesBy(&rtCM::LineCut);
+}
+
+void frmDocument::LineDelete() {
+    changeLinesBy(&rtCM::LineDelete);
+}
+
+void frmDocument::SortLineAscending() {
+    changeLinesBy(&rtCM::SortLineAscending);
+}
+
+void frmDocument::SortLineDescending() {
+    changeLinesBy(&rtCM::SortLineDescending);
+}
+
+void frmDocument::changeLines(QString (*operation)(const QString& text)) {
+    if (!TextEdit() || m_text->SelLength() == 0)
+        return;
+    try {
+        m_text->changeSelected(operation);
+        refreshLines(0);
+    } catch (const std::exception&) {
+        // Ends quietly, with the text as it was: lines that would become too long for memory.
+    }
+}
+
+void frmDocument::TrimTailed() {
+    changeLines(&LineOperations::TrimTailed);
+}
+
+void frmDocument::AlignLeft() {
+    changeLines(&LineOperations::AlignLeft);
+}
+
+void frmDocument::AlignRight() {
+    changeLines(&LineOperations::AlignRight);
+}
+
+void frmDocument::AlignCenter() {
+    changeLines(&LineOperations::AlignCenter);
+}
+
+void frmDocument::CountAll() {
+    if (!TextEdit())
+        return;
+    const CountedText total{m_text->TotalWords(), m_text->TotalLines(), m_text->TotalChars(),
+                            m_text->TotalCharsNoSpace()};
+    const CountedText selected{m_text->SelTotalWords(), m_text->SelTotalLines(), m_text->SelTotalChars(),
+                               m_text->SelTotalCharsNoSpace()};
+    // The frame that it lies over may close meanwhile and take it along.
+    const QPointer<frmCountAll> box(new frmCountAll(window()));
+    box->setCounts(total, selected);
+    box->exec();
+    delete box;
+}
+
+// In place for the menus, without effect until what they act on is there: the hex view,
+// printing and the spelling check.
 
 void frmDocument::SelectBlock() {}
 void frmDocument::GotoPage() {}
 void frmDocument::GotoOffset() {}
-void frmDocument::TrimTailed() {}
-void frmDocument::AlignLeft() {}
-void frmDocument::AlignRight() {}
-void frmDocument::AlignCenter() {}
-void frmDocument::CountAll() {}
 void frmDocument::PrintContent() {}
 void frmDocument::Spelling() {}

@@ -1,5 +1,6 @@
 #include "document/rtCM.h"
 
+#include "document/NumberText.h"
 #include "document/TextCounts.h"
 #include "editor/CodeMax.h"
 #include "platform/Prompts.h"
@@ -7,7 +8,6 @@
 #include "settings/Options.h"
 
 #include <QColor>
-#include <QLocale>
 #include <QVBoxLayout>
 
 #include <cstdlib>
@@ -17,12 +17,6 @@ namespace {
 constexpr int largestStepSize = 70;
 constexpr int smallestStepSize = 5;
 constexpr int stepSize = 2;
-
-QString grouped(qint64 number) {
-    QLocale locale = QLocale::c();
-    locale.setNumberOptions(QLocale::DefaultNumberOptions);
-    return locale.toString(number);
-}
 
 QColor rowHighlightColour(const Options& options) {
     const Colour colour = Colour::fromNumber(options.RowHighlightColor);
@@ -248,12 +242,21 @@ void rtCM::DefaultFontSize() {
     setTextFont(FontName(), m_options.FontSize);
 }
 
+void rtCM::changeSelected(QString (*change)(const QString& text)) {
+    if (Locked() || nothingSelected())
+        return;
+    const qint64 from = SelStart();
+    m_control->setSelection(from, SelEnd());
+    setSelText(change(SelText()));
+    m_control->setSelection(from, SelEnd());
+}
+
 void rtCM::SpacesToTabs() {
-    setSelText(SelText().replace(u' ', u'\t'));
+    changeSelected([](const QString& text) { return QString(text).replace(u' ', u'\t'); });
 }
 
 void rtCM::TabsToSpaces() {
-    setSelText(SelText().replace(u'\t', u' '));
+    changeSelected([](const QString& text) { return QString(text).replace(u'\t', u' '); });
 }
 
 qint64 rtCM::TotalWords() const {
@@ -335,7 +338,7 @@ void rtCM::Paste() {
 
 QString rtCM::GetCursorPos() const {
     return QStringLiteral("Ln %1 / %2, Col %3, Pos %4")
-        .arg(grouped(CurrentLine() + 1), grouped(TotalLines()))
+        .arg(groupedNumber(CurrentLine() + 1), groupedNumber(TotalLines()))
         .arg(CurrentColumn() + 1)
         .arg(SelStart() + 1);
 }

@@ -89,6 +89,9 @@ class rtCM : public QWidget, public DocumentView {
     void DecreaseFontSize();
     void DefaultFontSize();
 
+    /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
+    /// forwards. What `change` raises goes on to the caller, and then nothing has been replaced.
+    void changeSelected(QString (*change)(const QString& text));
     void SpacesToTabs();
     void TabsToSpaces();
 

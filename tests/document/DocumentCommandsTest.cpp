@@ -1,0 +1,295 @@
+#include "DocumentFixture.h"
+#include "document/frmCountAll.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTimer>
+
+namespace {
+
+/// A document with a text, of which a part is selected.
+struct DocumentCommands : DocumentFixture {
+    void put(const QString& text, qint64 anchor, qint64 caret) {
+        view().setText(text);
+        control().setSelection(anchor, caret);
+        control().SendScintilla(QsciScintillaBase::SCI_EMPTYUNDOBUFFER);
+    }
+    void putSelected(const QString& text) { put(text, 0, text.size()); }
+    QString textAfter(void (frmDocument::*operation)()) {
+        (m_document.*operation)();
+        return view().Text();
+    }
+    void setHexMode(bool hex) { view().setVisible(!hex); }
+};
+
+using Operation = void (frmDocument::*)();
+
+constexpr Operation lineOperations[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
+                                        &frmDocument::AlignCenter};
+
+constexpr Operation edits[] = {
+    &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
+    &frmDocument::AlignCenter,       &frmDocument::SortLineAscending, &frmDocument::SortLineDescending,
+    &frmDocument::LineCut,           &frmDocument::LineDelete,        &frmDocument::LineDeleteToEnd,
+    &frmDocument::LineDeleteToStart, &frmDocument::SpacesToTabs,      &frmDocument::TabsToSpaces,
+    &frmDocument::ToUppercase,       &frmDocument::ToLowercase,       &frmDocument::ToCapitalize,
+    &frmDocument::ToUppercaseSel,    &frmDocument::ToLowercaseSel,    &frmDocument::Indent,
+    &frmDocument::Unindent};
+
+}  // namespace
+
+TEST_F(DocumentCommands, ChangeTheSelectedLines) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    constexpr Row rows[] = {{&frmDocument::TrimTailed, " b\na\n"},
+                            {&frmDocument::AlignLeft, "b \na\n"},
+                            {&frmDocument::AlignRight, "  b\n  a\n   "},
+                            {&frmDocument::AlignCenter, " b \n a \n    "},
+                            {&frmDocument::SortLineAscending, " b \na\n"},
+                            {&frmDocument::SortLineDescending, "a\n b \n"},
+                            {&frmDocument::SpacesToTabs, "\tb\t\na\n"},
+                            {&frmDocument::ToUppercaseSel, " B \nA\n"},
+                            {&frmDocument::Indent, "\t b \n\ta\n"},
+                            {&frmDocument::Unindent, "b \na\n"},
+                            {&frmDocument::LineCut, ""},
+                            {&frmDocument::LineDelete, ""}};
+    for (const Row& row : rows) {
+        putSelected(QStringLiteral(" b \na\n"));
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+        m_document.Undo();
+        EXPECT_EQ(view().Text(), QStringLiteral(" b \na\n")) << row.expected;
+        EXPECT_FALSE(control().CanUndo()) << row.expected;
+    }
+}
+
+TEST_F(DocumentCommands, ChangeWhatIsAtTheCaret) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    constexpr Row rows[] = {
+        {&frmDocument::ToUppercase, "one TWO\nx"},    {&frmDocument::ToLowercase, "one two\nx"},
+        {&frmDocument::ToCapitalize, "one Two\nx"},   {&frmDocument::LineDeleteToStart, "O\nx"},
+        {&frmDocument::LineDeleteToEnd, "one tw\nx"}, {&frmDocument::LineDelete, "x"},
+        {&frmDocument::Indent, "\tone twO\nx"},
+    };
+    for (const Row& row : rows) {
+        put(QStringLiteral("one twO\nx"), 6, 6);
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+    }
+}
+
+TEST_F(DocumentCommands, SelectWhatIsAtTheCaret) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    constexpr Row rows[] = {{&frmDocument::SelectWord, "two"},
+                            {&frmDocument::SelectLine, "one two\n"},
+                            {&frmDocument::SelectPara, "zero\none two\n"},
+                            {&frmDocument::SelectAll, "zero\none two\n\nthree"}};
+    for (const Row& row : rows) {
+        put(QStringLiteral("zero\none two\n\nthree"), 11, 11);
+        (m_document.*row.operation)();
+        EXPECT_EQ(view().SelText(), QString::fromLatin1(row.expected));
+    }
+}
+
+TEST_F(DocumentCommands, OnLinesWithoutASelectionDoNothing) {
+    QSignalSpy changes(&m_document, &frmDocument::DocChange);
+    for (const Operation operation : lineOperations) {
+        put(QStringLiteral("  a  "), 2, 2);
+        changes.clear();
+        EXPECT_EQ(textAfter(operation), QStringLiteral("  a  "));
+        EXPECT_EQ(changes.count(), 0);
+    }
+}
+
+TEST_F(DocumentCommands, ABackwardSelectionWorksAndEndsForward) {
+    put(QStringLiteral("x\n  a \n b"), 9, 2);
+    m_document.TrimTailed();
+    EXPECT_EQ(view().Text(), QStringLiteral("x\n  a\n b"));
+    EXPECT_EQ(view().SelText(), QStringLiteral("  a\n b"));
+    qint64 first = -1;
+    qint64 last = -1;
+    view().GetSelStartEnd(first, last);
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(last, 2);
+}
+
+TEST_F(DocumentCommands, ASelectionThatEndsInALineEndKeepsIt) {
+    put(QStringLiteral("a \nb"), 0, 3);
+    m_document.TrimTailed();
+    EXPECT_EQ(view().Text(), QStringLiteral("a\nb"));
+    EXPECT_EQ(view().SelText(), QStringLiteral("a\n"));
+}
+
+TEST_F(DocumentCommands, AreOneChangeForTheDocument) {
+    putSelected(QStringLiteral("a \nb "));
+    QSignalSpy changes(&m_document, &frmDocument::DocChange);
+    m_document.TrimTailed();
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_TRUE(m_document.isChange);
+}
+
+TEST_F(DocumentCommands, LeaveTheRowHighlightWithTheCaret) {
+    putSelected(QStringLiteral("a \nb \nc"));
+    m_document.TrimTailed();
+    EXPECT_EQ(view().LastHighlightLine(), 2);
+    EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+    put(QStringLiteral("a\nb\nc"), 5, 2);
+    m_document.LineDelete();
+    EXPECT_EQ(view().Text(), QStringLiteral("a\n"));
+    EXPECT_EQ(view().LastHighlightLine(), 1);
+    EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+}
+
+TEST_F(DocumentCommands, ThatWouldFillTheMemoryLeaveTheTextQuietly) {
+    const QString text = QString(2'000'000, u'x') + QString(1'000, u'\n');
+    putSelected(text);
+    m_document.AlignRight();
+    m_document.AlignCenter();
+    EXPECT_TRUE(view().Text() == text);
+    EXPECT_FALSE(control().CanUndo());
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(DocumentCommands, ThatEditKeepStillInALockedDocument) {
+    const QString text = QStringLiteral("  b \t\n a b ");
+    put(text, 10, 1);
+    m_document.setLocked(true);
+    for (const Operation operation : edits) {
+        EXPECT_EQ(textAfter(operation), text);
+        EXPECT_EQ(view().SelText(), text.sliced(1, 9));
+    }
+    EXPECT_FALSE(control().CanUndo());
+}
+
+TEST_F(DocumentCommands, TakeAnEmptyDocument) {
+    for (const Operation operation : edits) {
+        put(QString(), 0, 0);
+        EXPECT_EQ(textAfter(operation), operation == &frmDocument::Indent ? QStringLiteral("\t") : QString());
+    }
+}
+
+TEST_F(DocumentCommands, OnLinesReachALineHeldInPieces) {
+    const QString line = QString(100'000, u'y');
+    putSelected(line + QStringLiteral("  \n z"));
+    ASSERT_FALSE(control().map().joints().empty());
+    m_document.TrimTailed();
+    EXPECT_TRUE(view().Text() == line + QStringLiteral("\n z"));
+    m_document.AlignLeft();
+    EXPECT_TRUE(view().Text() == line + QStringLiteral("\nz"));
+    m_document.AlignRight();
+    EXPECT_TRUE(view().Text() == line + u'\n' + QString(99'999, u' ') + u'z');
+    EXPECT_EQ(view().SelLength(), 200'001);
+}
+
+TEST_F(DocumentCommands, OfTextAloneDoNothingInHexMode) {
+    constexpr Operation textAlone[] = {
+        &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
+        &frmDocument::AlignCenter,       &frmDocument::SortLineAscending, &frmDocument::SortLineDescending,
+        &frmDocument::LineCut,           &frmDocument::LineDelete,        &frmDocument::LineDeleteToEnd,
+        &frmDocument::LineDeleteToStart, &frmDocument::IncreaseFontSize,  &frmDocument::DecreaseFontSize,
+        &frmDocument::DefaultFontSize,   &frmDocument::CountAll};
+    putSelected(QStringLiteral("b \n a"));
+    const int size = view().FontSize();
+    setHexMode(true);
+    for (const Operation operation : textAlone)
+        EXPECT_EQ(textAfter(operation), QStringLiteral("b \n a"));
+    EXPECT_EQ(view().FontSize(), size);
+}
+
+TEST_F(DocumentCommands, ForBothModesReachTheHiddenText) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    constexpr Row rows[] = {{&frmDocument::SpacesToTabs, "b\ta"},  {&frmDocument::ToUppercaseSel, "B A"},
+                            {&frmDocument::ToLowercaseSel, "b a"}, {&frmDocument::ToUppercase, "b A"},
+                            {&frmDocument::ToCapitalize, "b A"},   {&frmDocument::Indent, "\tb a"}};
+    setHexMode(true);
+    for (const Row& row : rows) {
+        putSelected(QStringLiteral("b a"));
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+    }
+    put(QStringLiteral("b a"), 3, 3);
+    m_document.SelectWord();
+    EXPECT_EQ(view().SelText(), QStringLiteral("a"));
+    m_document.SelectAll();
+    EXPECT_EQ(view().SelText(), QStringLiteral("b a"));
+}
+
+TEST_F(DocumentCommands, OfTheHexViewDoNothingToText) {
+    put(QStringLiteral("b a"), 1, 2);
+    for (const Operation operation : {&frmDocument::SelectBlock, &frmDocument::GotoPage, &frmDocument::GotoOffset}) {
+        EXPECT_EQ(textAfter(operation), QStringLiteral("b a"));
+        EXPECT_EQ(view().SelText(), QStringLiteral(" "));
+    }
+}
+
+TEST_F(DocumentCommands, SpacesAndTabsAreReplacedOneByOne) {
+    put(QStringLiteral("x  y\tz  "), 1, 6);
+    m_document.SpacesToTabs();
+    EXPECT_EQ(view().Text(), QStringLiteral("x\t\ty\tz  "));
+    EXPECT_EQ(view().SelText(), QStringLiteral("\t\ty\tz"));
+    m_document.TabsToSpaces();
+    EXPECT_EQ(view().Text(), QStringLiteral("x  y z  "));
+    m_document.Undo();
+    m_document.Undo();
+    EXPECT_EQ(view().Text(), QStringLiteral("x  y\tz  "));
+}
+
+TEST_F(DocumentCommands, TogglesReachTheTextView) {
+    m_document.setRowHighlight(false);
+    EXPECT_FALSE(view().gMyHighlight);
+    EXPECT_EQ(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+    m_document.setProperty("RowHighlight", true);
+    EXPECT_TRUE(m_document.RowHighlight());
+    EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+    for (const char* name : {"LineNumbering", "DisplayLeftMargin", "DisplayWhitespace", "BraceMatching"}) {
+        const bool before = m_document.property(name).toBool();
+        m_document.setProperty(name, !before);
+        EXPECT_EQ(m_document.property(name).toBool(), !before) << name;
+    }
+}
+
+TEST_F(DocumentCommands, StatisticsShowTheWholeTextAndTheSelection) {
+    put(QStringLiteral("one two\n\tthree\n"), 0, 3);
+    QStringList shown;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        for (const char* name : {"lbW", "lbL", "lbC", "lbCN", "lbSelW", "lbSelL", "lbSelC", "lbSelCN"})
+            shown << box->findChild<QLabel*>(QString::fromLatin1(name))->text();
+        box->findChild<QPushButton*>(QStringLiteral("cmdClose"))->click();
+    });
+    m_document.CountAll();
+    EXPECT_EQ(shown, QStringList({QStringLiteral("3"), QStringLiteral("3"), QStringLiteral("15"), QStringLiteral("11"),
+                                  QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("3"), QStringLiteral("3")}));
+}
+
+TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
+    put(QStringLiteral("one"), 2, 2);
+    QStringList shown;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        for (const char* name : {"lbSelW", "lbSelL", "lbSelC", "lbSelCN"})
+            shown << box->findChild<QLabel*>(QString::fromLatin1(name))->text();
+        box->close();
+    });
+    m_document.CountAll();
+    EXPECT_EQ(shown, QStringList(4, QStringLiteral("0")));
+}
+
+TEST_F(DocumentCommands, StatisticsOutliveTheirDocument) {
+    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    QTimer::singleShot(0, [&] { delete document; });
+    document->CountAll();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
