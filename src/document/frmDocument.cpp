@@ -6,6 +6,7 @@
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
 #include "platform/FileInfo.h"
+#include "platform/Paths.h"
 #include "platform/Prompts.h"
 #include "platform/Yield.h"
 #include "settings/FileType.h"
@@ -179,8 +180,7 @@ bool frmDocument::FileNeedToReload() {
     QString now;
     QString size;
     LastUpdateTime(now, size);
-    const DiskChange change =
-        checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return QFileInfo::exists(filename); });
+    const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
     if (change == DiskChange::Rewritten)
         return m_prompts.askYesNo(this,
                                   QStringLiteral("'%1' has been changed, do you want to reload it.").arg(filename));

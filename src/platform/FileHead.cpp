@@ -1,8 +1,6 @@
 #include "platform/FileHead.h"
 
-#include "platform/FileIdentity.h"
-
-#include <QFile>
+#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -36,16 +34,16 @@ QByteArray readHead(int handle, qsizetype size) {
 }  // namespace
 
 QByteArray fileHead(const QString& path, qsizetype size) {
-    const std::optional<FileIdentity> identity = FileIdentity::of(path);
-    if (path.contains(QChar(QChar::Null)) || !identity || !identity->regular) {
+    const std::optional<QByteArray> name = localName(path);
+    if (!name || !isNormalFile(path)) {
         return {};
     }
-    const int handle = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    const int handle = ::open(name->constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (handle < 0) {
         return {};
     }
     // Looked at once more: the path may name another file by now.
-    const QByteArray bytes = isRegular(handle) ? readHead(handle, size) : QByteArray();
+    QByteArray bytes = isRegular(handle) ? readHead(handle, size) : QByteArray();
     ::close(handle);
     return bytes;
 }

@@ -1,12 +1,13 @@
 #include "platform/FileIdentity.h"
 
-#include <QFile>
+#include "platform/Paths.h"
 
 #include <sys/stat.h>
 
 std::optional<FileIdentity> FileIdentity::of(const QString& path) {
+    const std::optional<QByteArray> name = localName(path);
     struct stat status {};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0) {
+    if (!name || ::stat(name->constData(), &status) != 0) {
         return std::nullopt;
     }
     return FileIdentity{status.st_dev, status.st_ino, S_ISREG(status.st_mode)};

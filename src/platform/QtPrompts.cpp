@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -12,11 +13,26 @@ namespace {
 
 /// No path that a file can have is longer; what is gets cut in the middle, or the box would fill the screen.
 constexpr qsizetype longestText = 6000;
+/// Nor more lines, as a name may hold line ends.
+constexpr qsizetype mostLines = 40;
 
-QString fitting(const QString& text) {
+QString shortened(const QString& text) {
     if (text.size() <= longestText)
         return text;
     return text.left(longestText / 2) + u'\u2026' + text.right(longestText / 2);
+}
+
+QString fitting(const QString& text) {
+    QStringList lines = shortened(text).split(u'\n');
+    if (lines.size() > mostLines) {
+        lines.remove(mostLines / 2, lines.size() - mostLines);
+        lines.insert(mostLines / 2, QStringLiteral("\u2026"));
+    }
+    return lines.join(u'\n');
+}
+
+QString folderOf(const QString& file) {
+    return QFileInfo(file).absolutePath();
 }
 
 void setUp(QMessageBox& box, const QString& text, const QString& title) {
@@ -103,8 +119,9 @@ OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& questi
     const QCheckBox* readOnly = addReadOnlyBox(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    m_lastFolder = dialog.directory().absolutePath();
-    return {dialog.selectedFiles(), readOnly->isChecked()};
+    const QStringList files = dialog.selectedFiles();
+    m_lastFolder = folderOf(files.value(0));
+    return {files, readOnly->isChecked()};
 }
 
 QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
@@ -114,6 +131,7 @@ QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) 
     dialog.setFileMode(QFileDialog::AnyFile);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    m_lastFolder = dialog.directory().absolutePath();
-    return dialog.selectedFiles().value(0);
+    QString file = dialog.selectedFiles().value(0);
+    m_lastFolder = folderOf(file);
+    return file;
 }

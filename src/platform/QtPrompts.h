@@ -3,7 +3,7 @@
 #include "platform/Prompts.h"
 
 /// The prompts as boxes and dialogs on the screen. Each is made when it is needed. A file dialog without a folder to
-/// start in takes up where the last one ended.
+/// start in begins in the folder of the file that was chosen last.
 class QtPrompts : public Prompts {
  public:
     void message(QWidget* parent, const QString& text, const QString& title) override;

@@ -30,8 +30,12 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
         return;
     if (!suffix.isEmpty())
         document->ReloadTextFile(path, format);
-    if (alive)
-        showSaved(document, path);
+    if (!alive)
+        return;
+    showSaved(document, path);
+    m_parts.languageMenu->CheckLangMenu(document);
+    m_parts.rooms->AddLRUFile(path);
+    m_parts.commands->SetDocumentEnv(m_parts.children->active());
 }
 
 void DocumentSaving::SaveActive() {
@@ -44,14 +48,16 @@ void DocumentSaving::SaveAs() {
     if (!document)
         return;
     const QString path = askPath(QStringLiteral("Save As"), document->filename);
-    if (!path.isEmpty() && document && document->SaveFile(path, SaveFormats::AsLoaded, true) && document)
-        showSaved(document, path);
+    if (path.isEmpty() || !document || !document->SaveFile(path, SaveFormats::AsLoaded, true) || !document)
+        return;
+    showSaved(document, path);
+    m_parts.rooms->AddLRUFile(path);
 }
 
 QString DocumentSaving::askPath(const QString& title, const QString& initialName) const {
     const FileQuestion question{title, dialogFolder(), initialName, GetFilterString(*m_parts.registry)};
     for (;;) {
-        const QString path = m_parts.prompts->askFileToSave(m_parts.frame, question);
+        QString path = m_parts.prompts->askFileToSave(m_parts.frame, question);
         if (path.isEmpty() || !fileExists(path))
             return path;
         const QString asked = path + QLatin1String(" already exist !\nOverwrite it ?");
@@ -64,9 +70,6 @@ void DocumentSaving::showSaved(frmDocument* document, const QString& path) {
     document->setCaption(m_files.captionFor(path));
     m_parts.tabs->SetTabCaption(document);
     m_parts.status->ShowDocumentInfo(document);
-    m_parts.languageMenu->CheckLangMenu(document);
-    m_parts.rooms->AddLRUFile(path);
-    m_parts.commands->SetDocumentEnv(m_parts.children->active());
 }
 
 void DocumentSaving::SaveAll() {

@@ -158,6 +158,9 @@ void DocumentTabs::TabClick(int index) {
 }
 
 void DocumentTabs::bringBack(int index) {
-    if (index >= 0 && index == m_strip.currentIndex())
-        m_children.bringToFront(m_children.byKey(m_strip.tabData(index).toString()));
+    frmDocument* document = m_children.byKey(m_strip.tabData(index).toString());
+    if (document == nullptr || index != m_strip.currentIndex())
+        return;
+    m_children.bringToFront(document);
+    document->setFocus();
 }

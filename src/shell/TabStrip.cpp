@@ -9,7 +9,7 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
     setExpanding(false);
     setUsesScrollButtons(true);
     setElideMode(Qt::ElideNone);
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);  // a click leaves the focus in the text
 }
 
 void TabStrip::mouseReleaseEvent(QMouseEvent* event) {

@@ -12,7 +12,7 @@ namespace {
 class FileTypeTest : public testing::Test {
  protected:
     QString file(const QByteArray& bytes) {
-        const QString path = m_folder.filePath(QStringLiteral("file"));
+        QString path = m_folder.filePath(QStringLiteral("file"));
         QFile out(path);
         EXPECT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
         EXPECT_EQ(out.write(bytes), bytes.size());
@@ -63,6 +63,9 @@ TEST_F(FileTypeTest, WhatIsNotThereIsNotBinary) {
     EXPECT_FALSE(IsBinaryFile(m_folder.filePath(QStringLiteral("none"))));
     const QString path = file("\x01");
     EXPECT_FALSE(IsBinaryFile(path + QChar(QChar::Null)));
+    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(QStringLiteral("?"))));
+    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(QStringLiteral("\uFFFD"))));
+    EXPECT_FALSE(IsBinaryFile(m_folder.filePath(QString(QChar(0xDCFF)))));
     EXPECT_FALSE(IsBinaryFile(path + QStringLiteral("/below")));
 }
 

@@ -1,6 +1,7 @@
 #include "FrameFixture.h"
 #include "shell/ExplorerRequests.h"
 
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMdiArea>
@@ -83,6 +84,37 @@ TEST_F(ChildWindows, AMinimisedActiveDocumentComesBackWhenItsTabIsClicked) {
     QTest::mouseClick(&strip(), Qt::LeftButton, Qt::NoModifier, strip().tabRect(0).center());
     EXPECT_FALSE(window(0)->isMinimized());
     EXPECT_EQ(active(), documents().at(0));
+}
+
+TEST_F(ChildWindows, TheFocusIsInTheTextAfterEveryWayToADocument) {
+    start();
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after the start";
+    run("mnuFileNew");
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after New";
+    open(fileOf("1"));
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after opening";
+    for (const int tab : {0, 0, 1}) {
+        strip().setFocus();
+        QTest::mouseClick(&strip(), Qt::LeftButton, Qt::NoModifier, strip().tabRect(tab).center());
+        EXPECT_EQ(strip().currentIndex(), tab);
+        EXPECT_EQ(m_frame->focusWidget(), &control()) << "after a click on tab " << tab;
+    }
+    QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(0).center());
+    m_frame->findChild<QMenu*>(QStringLiteral("Tab"))->hide();
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after the tab menu";
+    QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ControlModifier);
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after walking on";
+    run("mnuFileClose");
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after closing another";
+}
+
+TEST_F(ChildWindows, TheTabMenuComesByItsKeyToo) {
+    startWith(2);
+    QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(1, 1), strip().mapToGlobal(QPoint(1, 1)));
+    QCoreApplication::sendEvent(&strip(), &key);
+    auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    EXPECT_TRUE(menu->isVisible());
+    menu->hide();
 }
 
 TEST_F(ChildWindows, ArrangingIconsPutsMinimisedWindowsAlongTheLowerEdge) {

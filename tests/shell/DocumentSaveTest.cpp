@@ -1,4 +1,5 @@
 #include "FrameFixture.h"
+#include "shell/LanguageMenu.h"
 
 using DocumentSave = FrameFixture;
 
@@ -120,6 +121,21 @@ TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
     EXPECT_EQ(tabs(), QStringList(QStringLiteral("c.txt")));
     EXPECT_EQ(bytesOf(target), "a");
     EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("AddLRUFile ") + target);
+}
+
+TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
+    start();
+    open(fileOf("a"));
+    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML")});
+    parts().commands->markOnly(QStringLiteral("HTML"));
+    const QAction* html = entry("mnuLanguage(0)");
+    ASSERT_TRUE(html->isChecked());
+    m_prompts.answerSavePath(path(QStringLiteral("b.html")));
+    run("mnuFileSaveAs");
+    EXPECT_TRUE(html->isChecked());
+    run("mnuFileSave");
+    EXPECT_FALSE(html->isChecked()) << "the document has no language";
+    EXPECT_EQ(active()->GetEditor()->languageFile(), path(QStringLiteral("b.html")));
 }
 
 TEST_F(DocumentSave, SaveAllTakesEveryTabAndReturnsToTheFirstChosen) {

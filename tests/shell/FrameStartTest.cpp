@@ -2,7 +2,7 @@
 #include "shell/CoolBar.h"
 #include "shell/frmOpenCheck.h"
 
-#include <QElapsedTimer>
+#include <QAccessible>
 
 using FrameStart = FrameFixture;
 
@@ -159,6 +159,21 @@ TEST_F(FrameStart, PartsBearTheirNames) {
         EXPECT_NE(m_frame->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
     EXPECT_NE(m_frame->findChild<QAction*>(QStringLiteral("mnuFileSaveAs")), nullptr);
     EXPECT_EQ(m_frame->objectName(), QStringLiteral("frmMain"));
+}
+
+TEST_F(FrameStart, WhateverTakesTheFocusHasANameForReaders) {
+    start();
+    int named = 0;
+    for (QWidget* widget : m_frame->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() != nullptr)
+            continue;
+        QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(reader, nullptr);
+        EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty())
+            << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
+        ++named;
+    }
+    EXPECT_GT(named, 2);
 }
 
 TEST_F(FrameStart, PathsThatComeTogetherOpenInOneRoundInTheirOrder) {

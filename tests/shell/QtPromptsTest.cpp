@@ -52,6 +52,34 @@ TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {
     prompts.message(nullptr, text, QString());
 }
 
+TEST(QtPrompts, AMessageOfManyLinesKeepsItsFirstAndLastOnes) {
+    QtPrompts prompts;
+    whenShown<QMessageBox>([](QMessageBox& box) {
+        const QStringList lines = box.text().split(u'\n');
+        EXPECT_LT(lines.size(), 50);
+        EXPECT_EQ(lines.first(), QStringLiteral("first"));
+        EXPECT_EQ(lines.last(), QStringLiteral("File not found!"));
+        box.accept();
+    });
+    prompts.message(nullptr, QLatin1String("first") + QString(2'000, u'\n') + QLatin1String("File not found!"), {});
+}
+
+TEST(QtPrompts, WithoutAFolderADialogBeginsWhereAFileWasChosenLast) {
+    const QTemporaryDir folder;
+    QtPrompts prompts;
+    const FileQuestion question{QStringLiteral("Save"), {}, folder.filePath(QStringLiteral("x")), {}};
+    whenShown<QFileDialog>([](QFileDialog& dialog) {
+        dialog.setDirectory(QDir::root());
+        static_cast<QDialog&>(dialog).done(QDialog::Accepted);
+    });
+    const QString file = prompts.askFileToSave(nullptr, question);
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), QFileInfo(file).absolutePath());
+        dialog.reject();
+    });
+    prompts.askFileToSave(nullptr, {QStringLiteral("Save"), {}, {}, {}});
+}
+
 TEST(QtPrompts, AQuestionGoesAwayByItsButtonsOnly) {
     QtPrompts prompts;
     for (const auto button : {QMessageBox::Yes, QMessageBox::No}) {
