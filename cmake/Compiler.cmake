@@ -18,9 +18,8 @@ if(QUILLMARK_WERROR)
   target_compile_options(quillmark_flags INTERFACE -Werror)
 endif()
 if(QUILLMARK_SANITIZE)
-  # The checks that the sanitizers put in make gcc see uninitialised values where there are none; the other builds look.
   target_compile_options(quillmark_flags INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer
-                         -fno-sanitize-recover=undefined -Wno-maybe-uninitialized)
+                         -fno-sanitize-recover=undefined)
   target_link_options(quillmark_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(QUILLMARK_FUZZ)

@@ -42,9 +42,14 @@ void TabMenu::BuildTabMenu() {
         action->setObjectName(QString::fromLatin1(entry.key));
         if (*entry.icon != '\0')
             action->setIcon(Icons::named(entry.icon));
-        connect(action, &QAction::triggered, this, [this, command = entry.command] { (m_commands.*command)(); });
+        connect(action, &QAction::triggered, this, [this, command = entry.command] { run(command); });
     }
     findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
+}
+
+// Not in the slot itself: there gcc's own check of the member call reads a copy of `this` that it never made.
+void TabMenu::run(void (FrameCommands::*command)()) {
+    (m_commands.*command)();
 }
 
 void TabMenu::showAt(const QPoint& globalPosition) {

@@ -19,6 +19,7 @@ class TabMenu : public QMenu {
 
  private:
     void BuildTabMenu();
+    void run(void (FrameCommands::*command)());
 
     FrameParts& m_parts;
     FrameCommands& m_commands;
