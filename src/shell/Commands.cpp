@@ -1,10 +1,10 @@
 #include "shell/Commands.h"
 
 #include "document/frmDocument.h"
+#include "platform/Icons.h"
 #include "shell/CommandTable.h"
 #include "shell/CoolBar.h"
 #include "shell/FrameParts.h"
-#include "shell/Icons.h"
 #include "shell/MenuText.h"
 #include "shell/RoomsToCome.h"
 #include "shell/ToolTable.h"

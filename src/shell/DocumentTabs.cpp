@@ -1,10 +1,10 @@
 #include "shell/DocumentTabs.h"
 
 #include "document/frmDocument.h"
+#include "platform/Icons.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "shell/ExplorerLink.h"
-#include "shell/Icons.h"
 #include "shell/MdiChildren.h"
 #include "shell/TabStrip.h"
 

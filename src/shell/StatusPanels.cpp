@@ -3,7 +3,7 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
-#include "shell/Icons.h"
+#include "platform/Icons.h"
 #include "shell/StatusPanel.h"
 
 #include <QStatusBar>

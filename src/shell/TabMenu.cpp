@@ -1,9 +1,9 @@
 #include "shell/TabMenu.h"
 
 #include "document/frmDocument.h"
+#include "platform/Icons.h"
 #include "shell/FrameCommands.h"
 #include "shell/FrameParts.h"
-#include "shell/Icons.h"
 #include "shell/MdiChildren.h"
 
 namespace {

@@ -1,6 +1,7 @@
 #include "shell/frmMain.h"
 
 #include "document/frmDocument.h"
+#include "platform/Icons.h"
 #include "platform/Prompts.h"
 #include "settings/Options.h"
 #include "settings/Settings.h"
@@ -15,7 +16,6 @@
 #include "shell/FrameCommands.h"
 #include "shell/FrameDrops.h"
 #include "shell/FrameParts.h"
-#include "shell/Icons.h"
 #include "shell/LanguageMenu.h"
 #include "shell/LoadSequence.h"
 #include "shell/MacroMenu.h"

@@ -1,4 +1,4 @@
-#include "shell/Icons.h"
+#include "platform/Icons.h"
 
 #include <QApplication>
 #include <QFile>
