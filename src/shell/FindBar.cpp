@@ -47,6 +47,10 @@ void FindBar::placeIn(QWidget& place) {
     m_box->show();
 }
 
+QWidget* FindBar::widget() const {
+    return m_box;
+}
+
 QString FindBar::text() const {
     return m_box->currentText();
 }

@@ -18,6 +18,8 @@ class FindBar : public QObject {
     /// Puts the box into the place that the tool bar keeps for it.
     void placeIn(QWidget& place);
 
+    /// The box, for whoever gives it the focus.
+    QWidget* widget() const;
     QString text() const;
     void AddSearchKey(const QString& pText, bool pMoveToTop);
     /// What a find dialog searched for shows here and in the search toggles. An empty text changes nothing.

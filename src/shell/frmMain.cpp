@@ -13,6 +13,7 @@
 #include "shell/DocumentSaving.h"
 #include "shell/DocumentTabs.h"
 #include "shell/FindBar.h"
+#include "shell/FocusRound.h"
 #include "shell/FrameCommands.h"
 #include "shell/FrameDrops.h"
 #include "shell/FrameParts.h"
@@ -172,6 +173,8 @@ void frmMain::addKeys() {
         addKey(key, [this] { m_parts->children->activateNeighbour(1); });
     for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
         addKey(key, [this] { m_parts->children->activateNeighbour(-1); });
+    addKey("F6", [this] { FocusRound::go(*m_parts, *m_duties->strip, 1); });
+    addKey("Shift+F6", [this] { FocusRound::go(*m_parts, *m_duties->strip, -1); });
 }
 
 void frmMain::addKey(const char* key, std::function<void()> action) {

@@ -165,3 +165,20 @@ TEST_F(FindBarOfTheFrame, EscapeGoesBackToTheDocument) {
     EXPECT_TRUE(control().hasFocus());
     EXPECT_EQ(documents().size(), 1);
 }
+
+TEST_F(FindBarOfTheFrame, OneKeyWalksFromTheDocumentToTheBarToTheTabs) {
+    start();
+    active()->setFocus();
+    QTest::keyClick(&control(), Qt::Key_F6);
+    EXPECT_TRUE(box().hasFocus());
+    QTest::keyClick(&box(), Qt::Key_F6);
+    EXPECT_TRUE(strip().hasFocus());
+    QTest::keyClick(&strip(), Qt::Key_F6);
+    EXPECT_TRUE(control().hasFocus());
+    QTest::keyClick(&control(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(strip().hasFocus());
+    run("mnuShowFilesTab");
+    active()->setFocus();
+    QTest::keyClick(&control(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(box().hasFocus());
+}
