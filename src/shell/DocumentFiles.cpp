@@ -38,6 +38,7 @@ void DocumentFiles::NewDocument() {
     QObject::connect(document, &frmDocument::FileChange, m_parts.tabs,
                      [tabs = m_parts.tabs](frmDocument* changed) { tabs->SetTabCaption(changed); });
     QObject::connect(document, &frmDocument::SelChange, m_parts.status, &StatusPanels::ShowCursorPosition);
+    QObject::connect(document, &frmDocument::DocChange, m_parts.status, &StatusPanels::ShowCursorPosition);
     m_parts.children->add(document);
     m_parts.tabs->AddDocumentTab(document);
     if (document)
@@ -96,6 +97,7 @@ void DocumentFiles::showOpened(frmDocument* document, const QString& path) {
     m_parts.explorer->SetFile(path, document->fIdx, DocumentTabs::imageFor(document));
     m_parts.tabs->SetTabCaption(document);
     m_parts.languageMenu->CheckLangMenu(document);
+    m_parts.status->ShowCursorPosition(document);  // the count of lines is new even where the cursor stayed
     m_parts.status->ShowDocumentInfo(document);
     m_parts.rooms->AddLRUFile(path);
     m_parts.commands->SetDocumentEnv(document);
@@ -131,8 +133,10 @@ void DocumentFiles::CheckFileUpdate() {
             continue;
         m_parts.children->bringToFront(document);
         document->ReloadFile();
-        if (document)
-            m_parts.status->ShowDocumentInfo(document);
+        if (!document)
+            continue;
+        m_parts.status->ShowCursorPosition(document);
+        m_parts.status->ShowDocumentInfo(document);
     }
     m_checking = false;
 }

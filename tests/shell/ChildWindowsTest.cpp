@@ -242,6 +242,21 @@ TEST_F(ChildWindows, TheStatusBarFollowsTheCursor) {
     EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Ln 1 / 1, Col 3, Pos 3")));
 }
 
+TEST_F(ChildWindows, TheStatusBarCountsTheLinesOfWhatWasLoadedAndEdited) {
+    start();
+    open(fileOf("1\n2\n3"));
+    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 3, Col 1, Pos 1"));
+    control().setSelection(1, 1);
+    QTest::keyClick(&control(), Qt::Key_Delete);
+    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 2, Col 2, Pos 2"));
+}
+
+TEST_F(ChildWindows, AnEmptyPanelShowsAnEmptyBox) {
+    start();
+    QTest::mouseDClick(m_frame->findChild<QWidget*>(QStringLiteral("sbStatusBar(1)")), Qt::LeftButton);
+    EXPECT_EQ(m_prompts.messages, QStringList(QString()));
+}
+
 TEST_F(ChildWindows, TheHexSwitchShowsWhatTheDocumentReallyDid) {
     start();
     open(fileOf("1"));
