@@ -3,12 +3,11 @@
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
 #include "editor/LineCommands.h"
-#include "editor/Utf16Units.h"
+#include "editor/Utf8Text.h"
 
 #include <QFontDatabase>
 
 #include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -17,17 +16,6 @@ namespace {
 constexpr qint64 TypingPause = 2000;
 /// Typed texts of more units than this are inserted as a whole.
 constexpr qsizetype TypedAtOnce = 64;
-
-/// UTF-8 of a text in which a lone surrogate has become U+FFFD.
-QByteArray wellFormedUtf8(QString text) {
-    for (qsizetype at = 0; at < text.size(); ++at) {
-        if (text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate())
-            ++at;
-        else if (text[at].isSurrogate())
-            text[at] = QChar::ReplacementCharacter;
-    }
-    return text.toUtf8();
-}
 
 }  // namespace
 
@@ -56,6 +44,7 @@ void CodeMax::textAboutToChange(qint64 at, int type, qint64 length) {
     const bool inserts = (type & SC_MOD_BEFOREINSERT) != 0;
     if (!inserts && (type & SC_MOD_BEFOREDELETE) == 0)
         return;
+    ++m_changes;
     EditorAccessible::textAboutToChange(*this, at, length, inserts);
     if (inserts)
         m_map.beforeInsert(at, length);
@@ -255,38 +244,6 @@ QString CodeMax::GetLine(qint64 line) const {
 
 qint64 CodeMax::TotalLines() const {
     return m_map.lineCount();
-}
-
-/// The held byte of an offset into the text without joints.
-qint64 CodeMax::heldByteOfPlain(qint64 plain) const {
-    const auto& joints = m_map.joints().offsets();
-    qint64 low = 0;
-    auto high = static_cast<qint64>(joints.size());
-    while (low < high) {
-        const qint64 middle = low + (high - low) / 2;
-        if (joints[static_cast<std::size_t>(middle)] - middle <= plain)
-            low = middle + 1;
-        else
-            high = middle;
-    }
-    return plain + low;
-}
-
-qint64 CodeMax::findText(const QString& text, qint64 from) const {
-    const QByteArray wanted = wellFormedUtf8(text);
-    const qint64 start = m_map.byteOf(from);
-    const QByteArray joined = m_map.joints().empty() ? QByteArray() : bytes(start, m_text.length());
-    const std::string_view searched =
-        m_map.joints().empty() ? m_text.range(start, m_text.length() - start)
-                               : std::string_view(joined.constData(), static_cast<std::size_t>(joined.size()));
-    if (wanted.isEmpty() || searched.empty())
-        return -1;
-    const void* found =
-        memmem(searched.data(), searched.size(), wanted.constData(), static_cast<std::size_t>(wanted.size()));
-    if (found == nullptr)
-        return -1;
-    const qint64 plain = static_cast<const char*>(found) - searched.data() + start - m_map.joints().before(start);
-    return m_map.positionOf(heldByteOfPlain(plain));
 }
 
 // Selection

@@ -4,15 +4,19 @@
 #include "editor/LongLines.h"
 #include "editor/SaveFlags.h"
 #include "editor/ScintillaText.h"
+#include "editor/SearchState.h"
 #include "editor/TextCodec.h"
 #include "editor/TextMap.h"
+#include "editor/TextSearch.h"
 #include "platform/SystemError.h"
 
 #include <QElapsedTimer>
 #include <QString>
 #include <Qsci/qsciscintillabase.h>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 struct LoadedText;
 
@@ -32,6 +36,9 @@ class CodeMax : public QsciScintillaBase {
     Q_PROPERTY(qint64 CurrentLine READ CurrentLine)
     Q_PROPERTY(qint64 CurrentColumn READ CurrentColumn)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
+    Q_PROPERTY(bool SearchCaseSensitive READ SearchCaseSensitive WRITE setSearchCaseSensitive)
+    Q_PROPERTY(bool SearchRegExp READ SearchRegExp WRITE setSearchRegExp)
+    Q_PROPERTY(bool SearchWholeWord READ SearchWholeWord WRITE setSearchWholeWord)
 
  public:
     explicit CodeMax(QWidget* parent = nullptr);
@@ -109,9 +116,56 @@ class CodeMax : public QsciScintillaBase {
     const HeldText& heldText() const { return m_text; }
     /// The text from one byte to another as UTF-8, without joints.
     QByteArray bytes(qint64 from, qint64 to) const;
-    /// Position of the next occurrence of a text at or behind a position, exact in case, -1 for none. Runs across
-    /// joints.
-    qint64 findText(const QString& text, qint64 from) const;
+    // Searching (CodeMaxSearch.cpp). Text and flags stay until they are set anew. A search begins at the selection and
+    // leaves its match selected; at the end of the text it goes on by itself from the other end.
+    bool SearchCaseSensitive() const { return m_search.flags.caseSensitive; }
+    void setSearchCaseSensitive(bool on);
+    bool SearchRegExp() const { return m_search.flags.regExp; }
+    void setSearchRegExp(bool on);
+    bool SearchWholeWord() const { return m_search.flags.wholeWord; }
+    void setSearchWholeWord(bool on);
+    bool PreserveCase() const { return m_search.preserveCase; }
+    void setPreserveCase(bool on) { m_search.preserveCase = on; }
+    QString searchText() const { return m_search.text; }
+    void setSearchText(const QString& text);
+    QString replacementText() const { return m_search.replacement; }
+    void setReplacementText(const QString& text) { m_search.replacement = text; }
+    /// What was searched for by all controls, newest first, divided by line feeds.
+    static QString FindHistory();
+
+    SearchOutcome findNext();
+    SearchOutcome findPrevious();
+    /// Finds the next match and puts the replacement in its place, which is selected then.
+    SearchOutcome replaceNext();
+    /// Replaces the selection when it is a match, and goes on to the next one.
+    SearchOutcome replaceSelectedMatch();
+    /// Why the last search failed, beyond that there was nothing to find.
+    const SearchError& searchError() const { return m_search.error; }
+    /// Visits all matches from the start of the text on, until `take` answers false. The last one is selected then, or
+    /// the caret stands at the start. `take` may yield: the text can't be edited meanwhile, and the visit ends when
+    /// another one was loaded or the control is gone. Returns the number of matches.
+    qint64 findAll(const std::function<bool(const MatchPlace&)>& take);
+    /// Replaces all matches, or those within the selection, as one undo step; the number of them.
+    qint64 replaceAll(const ReplaceWatch& watch = {});
+    qint64 replaceAllInSelection();
+    /// How many matches there are, in the whole text or within the selection, which stays as it is.
+    qint64 countMatches(bool inSelection);
+    /// Anchor and caret, as positions.
+    qint64 AnchorPosition() const;
+    qint64 CaretPosition() const;
+
+    // Bookmarks (CodeMaxBookmarks.cpp), one a line; a line held in pieces is one line. Lines count from 0.
+    bool BookmarkAt(qint64 line) const;
+    void setBookmarkAt(qint64 line, bool bookmarked);
+    void ToggleBookmark();
+    void ClearAllBookmarks();
+    /// These move the caret to the start of a marked line, the middle two around the ends of the text.
+    void FirstBookmark();
+    void NextBookmark();
+    void PrevBookmark();
+    void LastBookmark();
+    /// The line at a place of the control, the last one for a place below it.
+    qint64 lineAtPoint(int x, int y) const;
 
     /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
     QString limitations() const;
@@ -126,6 +180,10 @@ class CodeMax : public QsciScintillaBase {
     void ShowMenu(int x, int y);
     /// Once a file dropped on the control.
     void DropFile(const QString& path);
+    /// A search went on from the other end of the text.
+    void FindWrapped();
+    /// A command could not do what it is for, a search that finds nothing among them.
+    void CommandFailed();
 
  protected:
     bool canInsertFromMimeData(const QMimeData* source) const override;
@@ -178,8 +236,26 @@ class CodeMax : public QsciScintillaBase {
     void numberVisiblePieces();
     void takeLoaded(LoadedText loaded);
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
-    qint64 heldByteOfPlain(qint64 plain) const;
     bool isStream() const;
+
+    std::shared_ptr<const SearchPattern> searchPattern();
+    SearchOutcome outcomeOf(const std::optional<TextMatch>& match, bool wrapped);
+    SearchOutcome fail(const SearchError& error = {});
+    bool isEmptyMatchTaken(const TextMatch& match) const;
+    void selectMatch(const TextMatch& match);
+    bool selectionIsMatch(const SearchPattern& pattern, const MatchScan& scan) const;
+    void replaceMatch(const MatchScan& scan);
+    MatchPlace placeOf(const TextMatch& match) const;
+    struct Replacements;
+    bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
+    void apply(const Replacements& found, const ReplaceWatch& watch);
+    struct Pieces {
+        qint64 first;
+        qint64 end;
+    };
+    Pieces piecesOf(qint64 line) const;
+    void goToHeldLine(qint64 held);
+    void goToBookmark(qint64 first, qint64 second, unsigned message);
 
     ScintillaText m_text{*this};
     TextMap m_map{m_text};
@@ -191,6 +267,9 @@ class CodeMax : public QsciScintillaBase {
     bool m_locked = false;
     bool m_forcedLock = false;
     int m_eolMode = SC_EOL_LF;
+
+    SearchState m_search;
+    quint64 m_changes = 0;  ///< counts edits and loads
 
     int m_scopes = 0;
     bool m_grouped = false;

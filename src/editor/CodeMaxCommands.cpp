@@ -10,6 +10,8 @@
 
 namespace {
 
+using Sci = QsciScintillaBase;
+
 /// Whether a command changes the text and so keeps still while it is locked.
 enum class Kind { Looks, Edits };
 
@@ -42,6 +44,27 @@ constexpr CommandRow Commands[] = {
     {192, Kind::Looks, [](CodeMax& control, Text) { ControlPrompts::askLine(control); }},
     {253, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
     {254, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
+    {170, Kind::Looks, [](CodeMax& control, Text) { control.replaceNext(); }},
+    {174, Kind::Looks, [](CodeMax& control, Text) { control.findPrevious(); }},
+    {176, Kind::Looks, [](CodeMax& control, Text) { control.findNext(); }},
+    {179, Kind::Looks, [](CodeMax& control, Text text) { control.setSearchText(text); }},
+    {180, Kind::Looks, [](CodeMax& control, Text text) { control.setReplacementText(text); }},
+    {189, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
+    {191, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
+    {204, Kind::Looks, [](CodeMax& control, Text) { control.ToggleBookmark(); }},
+    {205, Kind::Looks, [](CodeMax& control, Text) { control.PrevBookmark(); }},
+    {206, Kind::Looks, [](CodeMax& control, Text) { control.NextBookmark(); }},
+    {207, Kind::Looks, [](CodeMax& control, Text) { control.ClearAllBookmarks(); }},
+    {208, Kind::Looks, [](CodeMax& control, Text) { control.FirstBookmark(); }},
+    {209, Kind::Looks, [](CodeMax& control, Text) { control.LastBookmark(); }},
+    {230, Kind::Looks, [](CodeMax& control, Text) { control.setSearchRegExp(true); }},
+    {231, Kind::Looks, [](CodeMax& control, Text) { control.setSearchRegExp(false); }},
+    {232, Kind::Looks, [](CodeMax& control, Text) { control.setSearchWholeWord(true); }},
+    {233, Kind::Looks, [](CodeMax& control, Text) { control.setSearchWholeWord(false); }},
+    {234, Kind::Looks, [](CodeMax& control, Text) { control.setPreserveCase(true); }},
+    {235, Kind::Looks, [](CodeMax& control, Text) { control.setPreserveCase(false); }},
+    {236, Kind::Looks, [](CodeMax& control, Text) { control.setSearchCaseSensitive(true); }},
+    {237, Kind::Looks, [](CodeMax& control, Text) { control.setSearchCaseSensitive(false); }},
 };
 
 }  // namespace

@@ -46,6 +46,7 @@ void CodeMax::takeLoaded(LoadedText loaded) {
     m_forcedLock = m_map.joints().kind() == JointKind::Listed;
     m_typing = false;
     m_changed = false;
+    ++m_changes;
     applyDocumentState();
     send(SCI_SETSCROLLWIDTH, 1);
     m_numberedLines = -1;

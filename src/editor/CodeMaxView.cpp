@@ -1,6 +1,7 @@
 // What the control looks like: fonts, colours, margins.
 
 #include "editor/CodeMax.h"
+#include "editor/Margins.h"
 
 #include <QEvent>
 #include <QPaintEvent>
@@ -11,7 +12,6 @@ namespace {
 
 /// Pixels beside the digits of the line numbers.
 constexpr int NumberPadding = 12;
-constexpr int NumberMargin = 0;
 
 /// Scintilla takes colours as blue-green-red.
 long colourNumber(const QColor& colour) {
@@ -52,9 +52,17 @@ void CodeMax::setUpView() {
     send(SCI_SETSCROLLWIDTHTRACKING, 1);
     send(SCI_SETVIRTUALSPACEOPTIONS, SCVS_RECTANGULARSELECTION);
     send(SCI_SETCARETLINEVISIBLEALWAYS, 1);
-    for (int margin = 0; margin < 3; ++margin)
+    for (int margin = 0; margin < Margins::Count; ++margin) {
         send(SCI_SETMARGINWIDTHN, margin, 0);
-    send(SCI_SETMARGINTYPEN, NumberMargin, SC_MARGIN_NUMBER);
+        send(SCI_SETMARGINMASKN, margin, 0);
+    }
+    send(SCI_SETMARGINTYPEN, Margins::Bookmarks, SC_MARGIN_SYMBOL);
+    send(SCI_SETMARGINWIDTHN, Margins::Bookmarks, Margins::BookmarksWidth);
+    send(SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
+    // A click there means the bookmark and not the line's text.
+    send(SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
+    send(SCI_MARKERDEFINE, Markers::Bookmark, SC_MARK_BOOKMARK);
+    send(SCI_SETMARGINTYPEN, Margins::Numbers, SC_MARGIN_NUMBER);
     send(SCI_SETMARGINLEFT, 0, 4);
     setTextFont(m_fontName, m_fontSize);
 }
@@ -97,6 +105,8 @@ void CodeMax::applyColours() {
     send(SCI_STYLECLEARALL);
     send(SCI_STYLESETFORE, STYLE_LINENUMBER, colourNumber(blended(text, base, 45)));
     send(SCI_STYLESETBACK, STYLE_LINENUMBER, colourNumber(blended(base, text, 5)));
+    send(SCI_MARKERSETFORE, Markers::Bookmark, colourNumber(blended(text, base, 20)));
+    send(SCI_MARKERSETBACK, Markers::Bookmark, colourNumber(palette().color(QPalette::Highlight)));
     send(SCI_SETCARETFORE, colourNumber(text));
     send(SCI_SETSELFORE, 1, colourNumber(palette().color(QPalette::HighlightedText)));
     send(SCI_SETSELBACK, 1, colourNumber(palette().color(QPalette::Highlight)));
@@ -131,17 +141,17 @@ void CodeMax::setLineNumbering(bool on) {
 void CodeMax::showLineNumbers() {
     const qint64 lines = m_lineNumbering ? TotalLines() : 0;
     const bool jointed = !m_map.joints().empty();
-    send(SCI_SETMARGINTYPEN, NumberMargin, jointed ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
+    send(SCI_SETMARGINTYPEN, Margins::Numbers, jointed ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
     if (lines == m_numberedLines)
         return;
     m_numberedLines = lines;
     if (lines == 0) {
-        send(SCI_SETMARGINWIDTHN, NumberMargin, 0);
+        send(SCI_SETMARGINWIDTHN, Margins::Numbers, 0);
         return;
     }
     const QByteArray widest(std::max<qsizetype>(3, QByteArray::number(lines).size()), '9');
     const qint64 width = SendScintilla(SCI_TEXTWIDTH, static_cast<uintptr_t>(STYLE_LINENUMBER), widest.constData());
-    send(SCI_SETMARGINWIDTHN, NumberMargin, width + NumberPadding);
+    send(SCI_SETMARGINWIDTHN, Margins::Numbers, width + NumberPadding);
 }
 
 void CodeMax::numberVisiblePieces() {

@@ -21,6 +21,7 @@ void TextMap::reset(bool ascii, JointKind kind, std::vector<qint64> joints) {
     m_ascii = ascii;
     m_joints.reset(kind, std::move(joints));
     m_marks.assign(1, Mark{});
+    m_lastAsked = {};
 }
 
 void TextMap::setJointKind(JointKind kind) {
@@ -30,6 +31,7 @@ void TextMap::setJointKind(JointKind kind) {
 
 void TextMap::beforeInsert(qint64 at, qint64 length) {
     settle();
+    m_lastAsked = {};
     m_unsettled = {at, length};
 }
 
@@ -52,6 +54,7 @@ void TextMap::settle() const {
 
 void TextMap::beforeDelete(qint64 at, qint64 length) {
     settle();
+    m_lastAsked = {};
     if (!m_ascii && m_marks.back().byte > at) {
         const qint64 units = countUnits(at, at + length);
         const auto beyond = [](qint64 byte, const Mark& mark) { return byte < mark.byte; };
@@ -64,6 +67,12 @@ void TextMap::beforeDelete(qint64 at, qint64 length) {
         m_marks.erase(first, last);
     }
     m_joints.textDeleted(at, length);
+}
+
+void TextMap::forgetBehind(qint64 byte) {
+    settle();
+    m_lastAsked = {};
+    std::erase_if(m_marks, [byte](const Mark& mark) { return mark.byte > byte; });
 }
 
 qint64 TextMap::countUnits(qint64 from, qint64 to) const {
@@ -89,7 +98,9 @@ qint64 TextMap::unitsBefore(qint64 byte) const {
     const auto beyond = std::upper_bound(m_marks.begin(), m_marks.end(), byte,
                                          [](qint64 value, const Mark& mark) { return value < mark.byte; });
     const Mark& mark = *std::prev(beyond);
-    return mark.units + countUnits(mark.byte, byte);
+    const Mark& base = m_lastAsked.byte > mark.byte && m_lastAsked.byte <= byte ? m_lastAsked : mark;
+    m_lastAsked = {byte, base.units + countUnits(base.byte, byte)};
+    return m_lastAsked.units;
 }
 
 qint64 TextMap::positionOf(qint64 byte) const {

@@ -21,7 +21,14 @@ class TextMap {
     /// What is going to be inserted is looked at when it stands in the text: at the next question or change.
     void beforeInsert(qint64 at, qint64 length);
     void beforeDelete(qint64 at, qint64 length);
+    /// Much is going to be changed behind this byte: what was counted there is dropped, not kept up with each change.
+    void forgetBehind(qint64 byte);
 
+    /// Known to hold nothing but ASCII.
+    bool ascii() const {
+        settle();
+        return m_ascii;
+    }
     const JointList& joints() const {
         settle();
         return m_joints;
@@ -63,4 +70,6 @@ class TextMap {
     mutable bool m_ascii = true;
     /// What has been counted so far, a mark every MarkDistance bytes or so; the rest is counted when it is asked for.
     mutable std::vector<Mark> m_marks{Mark{}};
+    /// The place asked for last: who asks for one behind the other is not counted for from a mark each time.
+    mutable Mark m_lastAsked;
 };

@@ -103,14 +103,6 @@ TEST_F(CodeMaxText, IsAppendedToWithoutMovingTheCaret) {
     EXPECT_EQ(control.SelStart(), 0);
 }
 
-TEST_F(CodeMaxText, IsFoundFromAPositionOn) {
-    control.setText(QString::fromUtf8("äb ab äb"));
-    EXPECT_EQ(control.findText(QString::fromUtf8("äb"), 0), 0);
-    EXPECT_EQ(control.findText(QString::fromUtf8("äb"), 1), 6);
-    EXPECT_EQ(control.findText(QStringLiteral("zz"), 0), -1);
-    EXPECT_EQ(control.findText(QString(), 0), -1);
-}
-
 TEST_F(CodeMaxSelection, KeepsItsDirection) {
     control.setText(QStringLiteral("one\ntwo\nthree"));
     control.setSelection(9, 1);

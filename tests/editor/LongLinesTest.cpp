@@ -110,8 +110,12 @@ TEST_F(LoadedLongLine, IsSearchedAcrossItsJoints) {
         line += QString::number(word * 7919) + u' ';
     load(line.toUtf8());
     const qint64 joint = control.map().joints().offsets().at(3) - 3;
-    EXPECT_EQ(control.findText(line.mid(joint - 2000, 4000), 0), joint - 2000);
-    EXPECT_EQ(control.findText(QStringLiteral("\r"), 0), -1);
+    control.setSearchText(line.mid(joint - 2000, 4000));
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.SelStart(), joint - 2000);
+    EXPECT_EQ(control.SelEnd(), joint + 2000);
+    control.setSearchText(QStringLiteral("\r"));
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
 }
 
 TEST_F(LoadedLongLine, IsCopiedWithoutJoints) {

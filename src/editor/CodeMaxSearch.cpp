@@ -1,0 +1,372 @@
+// Searching and replacing in the control.
+
+#include "editor/CodeMax.h"
+#include "editor/EditScope.h"
+#include "editor/Replacement.h"
+#include "editor/SearchHistory.h"
+#include "editor/TextSearch.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+/// Keeps a text as it is while its matches are visited.
+class ScanLock {
+ public:
+    explicit ScanLock(CodeMax& control) : m_control(&control) { set(true); }
+    ~ScanLock() {
+        if (m_control)
+            set(m_control->Locked());
+    }
+    ScanLock(const ScanLock&) = delete;
+    ScanLock& operator=(const ScanLock&) = delete;
+
+ private:
+    void set(bool on) { m_control->SendScintilla(QsciScintillaBase::SCI_SETREADONLY, static_cast<unsigned long>(on)); }
+
+    QPointer<CodeMax> m_control;
+};
+
+}  // namespace
+
+/// Matches and what takes their place, in the order of the text.
+struct CodeMax::Replacements {
+    struct Edit {
+        TextMatch match;
+        qsizetype textFrom = 0;
+        qsizetype textLength = 0;
+    };
+    std::vector<Edit> edits;
+    QByteArray texts;
+};
+
+// Text and flags
+
+void CodeMax::setSearchCaseSensitive(bool on) {
+    m_search.flags.caseSensitive = on;
+    m_search.pattern.reset();
+}
+
+void CodeMax::setSearchRegExp(bool on) {
+    m_search.flags.regExp = on;
+    m_search.pattern.reset();
+}
+
+void CodeMax::setSearchWholeWord(bool on) {
+    m_search.flags.wholeWord = on;
+    m_search.pattern.reset();
+}
+
+void CodeMax::setSearchText(const QString& text) {
+    m_search.text = text;
+    m_search.pattern.reset();
+}
+
+QString CodeMax::FindHistory() {
+    return SearchHistory::ofFinds().text();
+}
+
+/// Null when there is nothing that can be searched for; searchError() says why.
+std::shared_ptr<const SearchPattern> CodeMax::searchPattern() {
+    SearchHistory::ofFinds().add(m_search.text);
+    const bool ascii = m_map.ascii();
+    if (!m_search.pattern || m_search.patternForAscii != ascii) {
+        m_search.pattern = std::make_shared<SearchPattern>(m_search.text, m_search.flags, ascii);
+        m_search.patternForAscii = ascii;
+    }
+    m_search.error = m_search.pattern->error();
+    return m_search.error ? nullptr : m_search.pattern;
+}
+
+// One match
+
+SearchOutcome CodeMax::fail(const SearchError& error) {
+    if (error)
+        m_search.error = error;
+    Q_EMIT CommandFailed();
+    return SearchOutcome::Failed;
+}
+
+bool CodeMax::isEmptyMatchTaken(const TextMatch& match) const {
+    return match.empty() && m_search.emptyMatch == SearchState::EmptyMatch{match.from, m_changes};
+}
+
+void CodeMax::selectMatch(const TextMatch& match) {
+    const qint64 line = send(SCI_VISIBLEFROMDOCLINE, m_text.lineOf(match.to));
+    const qint64 first = send(SCI_GETFIRSTVISIBLELINE);
+    setSelectionBytes(match.from, match.to);
+    if (line < first || line >= first + send(SCI_LINESONSCREEN))
+        send(SCI_VERTICALCENTRECARET);
+    m_search.emptyMatch.reset();
+    if (match.empty())
+        m_search.emptyMatch = {match.from, m_changes};
+}
+
+SearchOutcome CodeMax::outcomeOf(const std::optional<TextMatch>& match, bool wrapped) {
+    if (!match)
+        return fail();
+    selectMatch(*match);
+    if (!wrapped)
+        return SearchOutcome::Found;
+    Q_EMIT FindWrapped();
+    return SearchOutcome::Wrapped;
+}
+
+SearchOutcome CodeMax::findNext() {
+    const EditScope scope(*this);
+    const auto pattern = searchPattern();
+    if (!pattern)
+        return fail();
+    MatchScan onward(*pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
+    bool found = onward.next();
+    if (found && isEmptyMatchTaken(onward.match()))
+        found = onward.next();
+    if (found)
+        return outcomeOf(onward.match(), false);
+    if (onward.error())
+        return fail(onward.error());
+    MatchScan again(*pattern, m_text, m_map, 0);
+    if (again.next())
+        return outcomeOf(again.match(), true);
+    return fail(again.error());
+}
+
+SearchOutcome CodeMax::findPrevious() {
+    const EditScope scope(*this);
+    const auto pattern = searchPattern();
+    if (!pattern)
+        return fail();
+    const qint64 from = send(SCI_GETSELECTIONSTART);
+    const bool nothingSelected = from == send(SCI_GETSELECTIONEND);
+    const bool emptyHere = nothingSelected && !isEmptyMatchTaken({from, from});
+    SearchError error;
+    const auto before = lastMatchBefore(*pattern, m_text, m_map, from, emptyHere, error);
+    if (before)
+        return outcomeOf(before, false);
+    if (error)
+        return fail(error);
+    const auto last = lastMatchBefore(*pattern, m_text, m_map, m_text.length(), true, error);
+    return last ? outcomeOf(last, true) : fail(error);
+}
+
+/// Puts the replacement in place of the scan's match and selects it.
+void CodeMax::replaceMatch(const MatchScan& scan) {
+    const Replacement replacement(m_search.replacement, {m_search.flags.regExp, m_search.preserveCase},
+                                  [this](const QString& text) { return heldForm(text); });
+    const QByteArray text = replacement.forMatch(scan);
+    const TextMatch match = scan.match();
+    send(SCI_SETTARGETRANGE, match.from, match.to);
+    SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(text.size()), text.constData());
+    selectMatch({match.from, match.from + text.size()});
+    m_search.emptyMatch.reset();
+    SearchHistory::ofReplacements().add(m_search.replacement);
+}
+
+SearchOutcome CodeMax::replaceNext() {
+    const EditScope scope(*this, EditScope::Grouped);
+    const auto pattern = searchPattern();
+    if (!pattern)
+        return fail();
+    if (Locked())
+        return fail({tr("The text is locked."), -1});
+    MatchScan onward(*pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
+    bool found = onward.next();
+    if (found && isEmptyMatchTaken(onward.match()))
+        found = onward.next();
+    if (found) {
+        replaceMatch(onward);
+        return SearchOutcome::Found;
+    }
+    MatchScan again(*pattern, m_text, m_map, 0);
+    if (onward.error() || !again.next())
+        return fail(onward.error() ? onward.error() : again.error());
+    replaceMatch(again);
+    Q_EMIT FindWrapped();
+    return SearchOutcome::Wrapped;
+}
+
+SearchOutcome CodeMax::replaceSelectedMatch() {
+    const EditScope scope(*this, EditScope::Grouped);
+    const auto pattern = searchPattern();
+    if (!pattern)
+        return fail();
+    if (Locked())
+        return fail({tr("The text is locked."), -1});
+    MatchScan here(*pattern, m_text, m_map, send(SCI_GETSELECTIONSTART));
+    here.stopBehind(send(SCI_GETSELECTIONEND));
+    const bool nothingSelected = send(SCI_GETSELECTIONEMPTY) != 0;
+    if (here.next() && m_map.positionOf(here.match().from) == SelStart() &&
+        m_map.positionOf(here.match().to) == SelEnd() && (!nothingSelected || isEmptyMatchTaken(here.match()))) {
+        replaceMatch(here);
+        if (here.match().empty())
+            setSelectionBytes(send(SCI_GETSELECTIONEND), send(SCI_GETSELECTIONEND));
+    }
+    return findNext();
+}
+
+// All matches
+
+MatchPlace CodeMax::placeOf(const TextMatch& match) const {
+    const qint64 position = m_map.positionOf(match.from);
+    return {m_map.lineOf(match.from), position, m_map.positionOf(match.to) - position};
+}
+
+qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
+    const QPointer<CodeMax> alive(this);
+    {
+        const EditScope scope(*this);
+        setSelectionBytes(0, 0);
+    }
+    if (!alive)
+        return 0;
+    const auto pattern = searchPattern();
+    if (!pattern) {
+        fail();
+        return 0;
+    }
+    const ScanLock lock(*this);
+    const quint64 changes = m_changes;
+    qint64 count = 0;
+    bool goesOn = true;
+    MatchScan scan(*pattern, m_text, m_map, 0);
+    while (goesOn && scan.next()) {
+        ++count;
+        goesOn = take(placeOf(scan.match()));
+        if (!alive)
+            return count;
+        if (m_changes != changes) {
+            fail();
+            return count;
+        }
+    }
+    const EditScope scope(*this);
+    if (count == 0)
+        fail(scan.error());
+    else
+        outcomeOf(scan.match(), true);
+    return count;
+}
+
+qint64 CodeMax::countMatches(bool inSelection) {
+    const auto pattern = searchPattern();
+    if (!pattern)
+        return 0;
+    const qint64 from = inSelection ? send(SCI_GETSELECTIONSTART) : 0;
+    const qint64 to = inSelection ? send(SCI_GETSELECTIONEND) : m_text.length();
+    MatchScan scan(*pattern, m_text, m_map, from);
+    scan.stopBehind(to);
+    qint64 count = 0;
+    while (scan.next())
+        count += scan.match().to <= to ? 1 : 0;
+    m_search.error = scan.error();
+    return count;
+}
+
+/// False when the text is not the one any more in which the matches were found.
+bool CodeMax::collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range,
+                      const ReplaceWatch& watch) {
+    const QPointer<CodeMax> alive(this);
+    const quint64 changes = m_changes;
+    const ScanLock lock(*this);
+    const Replacement replacement(m_search.replacement, {m_search.flags.regExp, m_search.preserveCase},
+                                  [this](const QString& text) { return heldForm(text); });
+    MatchScan scan(pattern, m_text, m_map, range.from);
+    scan.stopBehind(range.to);
+    while (scan.next()) {
+        if (scan.match().to > range.to)
+            continue;
+        if (!replacement.fixed() || found.edits.empty()) {
+            const QByteArray text = replacement.forMatch(scan);
+            found.edits.push_back({scan.match(), found.texts.size(), text.size()});
+            found.texts += text;
+        } else {
+            found.edits.push_back({scan.match(), 0, found.texts.size()});
+        }
+        const bool goesOn = watch.goesOn();
+        if (!alive || m_changes != changes)
+            return false;
+        if (!goesOn)
+            break;
+    }
+    m_search.error = scan.error();
+    return true;
+}
+
+/// From the last to the first, so that no edit moves a match that is still to come.
+void CodeMax::apply(const Replacements& found, const ReplaceWatch& watch) {
+    m_map.forgetBehind(found.edits.front().match.from);
+    for (auto edit = found.edits.rbegin(); edit != found.edits.rend(); ++edit) {
+        send(SCI_SETTARGETRANGE, edit->match.from, edit->match.to);
+        SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(edit->textLength),
+                      found.texts.constData() + edit->textFrom);
+    }
+    qint64 grown = 0;
+    TextMatch replaced;
+    for (const Replacements::Edit& edit : found.edits) {
+        replaced = {edit.match.from + grown, edit.match.from + grown + edit.textLength};
+        grown += edit.textLength - (edit.match.to - edit.match.from);
+        watch.replaced(placeOf(replaced));
+    }
+    selectMatch(replaced);
+    m_search.emptyMatch.reset();
+}
+
+qint64 CodeMax::replaceAll(const ReplaceWatch& watch) {
+    const QPointer<CodeMax> alive(this);
+    {
+        const EditScope scope(*this);
+        setSelectionBytes(0, 0);
+    }
+    if (!alive)
+        return 0;
+    const auto pattern = searchPattern();
+    if (!pattern || Locked()) {
+        fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+        return 0;
+    }
+    Replacements found;
+    const bool sameText = collect(found, *pattern, {0, m_text.length()}, watch);
+    if (!alive)
+        return 0;
+    if (!sameText || found.edits.empty() || Locked()) {
+        fail();
+        return 0;
+    }
+    const EditScope scope(*this, EditScope::Grouped);
+    apply(found, watch);
+    SearchHistory::ofReplacements().add(m_search.replacement);
+    Q_EMIT FindWrapped();
+    return static_cast<qint64>(found.edits.size());
+}
+
+qint64 CodeMax::replaceAllInSelection() {
+    const EditScope scope(*this, EditScope::Grouped);
+    const auto pattern = searchPattern();
+    if (!pattern || Locked()) {
+        fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+        return 0;
+    }
+    const TextMatch range{send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)};
+    const qint64 behind = m_text.length() - range.to;
+    Replacements found;
+    collect(found, *pattern, range, {});
+    if (found.edits.empty()) {
+        fail();
+        return 0;
+    }
+    apply(found, {});
+    setSelectionBytes(range.from, m_text.length() - behind);
+    SearchHistory::ofReplacements().add(m_search.replacement);
+    return static_cast<qint64>(found.edits.size());
+}
+
+qint64 CodeMax::AnchorPosition() const {
+    return m_map.positionOf(selection().anchor);
+}
+
+qint64 CodeMax::CaretPosition() const {
+    return m_map.positionOf(selection().caret);
+}

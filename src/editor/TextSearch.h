@@ -1,0 +1,88 @@
+#pragma once
+
+#include "editor/HeldText.h"
+#include "editor/SearchPattern.h"
+#include "editor/TextMap.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+struct pcre2_real_match_data_8;
+
+/// A match of a pattern, in held bytes. Joints at its ends lie outside, joints within count.
+struct TextMatch {
+    qint64 from = 0;
+    qint64 to = 0;
+
+    bool empty() const { return from == to; }
+    bool operator==(const TextMatch&) const = default;
+};
+
+/// The matches of a pattern in a held text, one after the other from some place on, none overlapping the one before;
+/// the text in front of the place is seen by what looks back. Behind an empty match the search goes on one character
+/// further. Joints are looked over.
+///
+/// Reads the text in place, through a window that grows as a match needs it; where there are joints, through a copy of
+/// that window. What is read in place is asked for anew at every step, but a text that has changed is not searched on.
+class MatchScan {
+ public:
+    /// Bytes of the first window.
+    static constexpr qint64 FirstWindow = 64 * 1024;
+
+    /// Pattern (without an error), text and map outlive the scan. Begins at the held byte `from`.
+    MatchScan(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 from,
+              qint64 window = FirstWindow);
+    ~MatchScan();
+    MatchScan(const MatchScan&) = delete;
+    MatchScan& operator=(const MatchScan&) = delete;
+
+    /// Matches that begin behind this held byte are not looked for.
+    void stopBehind(qint64 last) { m_stopBehind = last; }
+    /// Goes on to the next match; false when there is none, or when the search had to be given up (see error()).
+    bool next();
+    const TextMatch& match() const { return m_match; }
+    /// What a group of the match took, without joints; 0 is the whole. Good until the next step or change.
+    std::string_view group(int number) const;
+
+    const SearchError& error() const { return m_error; }
+
+ private:
+    struct FreeMatchData {
+        void operator()(pcre2_real_match_data_8* data) const;
+    };
+
+    void openWindow(qint64 at, qint64 size);
+    std::string_view subject() const;
+    int tryMatch(std::string_view subject) const;
+    bool widen(int result, std::size_t size);
+    void takeMatch(std::string_view subject);
+    bool finish();
+    std::size_t offsetOf(qint64 held) const;
+    qint64 heldBehindJoint(std::size_t offset) const;
+    qint64 heldBeforeJoint(std::size_t offset) const;
+    qint64 jointsUpTo(std::size_t offset, bool included) const;
+
+    const SearchPattern& m_pattern;
+    const HeldText& m_text;
+    const JointList& m_joints;
+    std::unique_ptr<pcre2_real_match_data_8, FreeMatchData> m_data;
+    qint64 m_next;  ///< where the next match may begin
+    qint64 m_stopBehind;
+    qint64 m_windowFrom = 0;
+    qint64 m_windowTo = 0;
+    qint64 m_windowSize;
+    bool m_open = false;
+    bool m_done = false;
+    qint64 m_firstJoint = 0;  ///< number of the first joint in the window
+    std::string m_copy;
+    TextMatch m_match;
+    SearchError m_error;
+};
+
+/// The last match that ends at or in front of `limit` and begins in front of it; an empty one may lie at `limit` itself
+/// when `emptyAtLimit` says so. Goes back by lines, so that it finds what a search from the top would, as long as that
+/// match does not depend on one that began in a line before.
+std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
+                                         qint64 limit, bool emptyAtLimit, SearchError& error);
