@@ -25,7 +25,7 @@ QString folderFromEnvironment(const char* variable) {
 }
 
 QString homeFolder() {
-    const QString home = folderFromEnvironment("HOME");
+    QString home = folderFromEnvironment("HOME");
     if (!home.isEmpty())
         return home;
     const passwd* user = ::getpwuid(::geteuid());
@@ -58,24 +58,36 @@ bool isTakenByOthers(const QString& path) {
     return !S_ISDIR(status.st_mode) || status.st_uid != ::geteuid();
 }
 
+int closeToOthers(int handle) {
+    struct stat status {};
+    if (::fstat(handle, &status) != 0)
+        return errno;
+    if (status.st_uid != ::geteuid())
+        return EACCES;
+    const bool isClosed = (status.st_mode & ALLPERMS) == Private;
+    return isClosed || ::fchmod(handle, Private) == 0 ? 0 : errno;
+}
+
 /// Looks at the folder through a handle, so that it can't be exchanged for another in between.
 int closeToOthers(const QByteArray& name) {
     const int handle = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (handle < 0)
         return errno;
-    struct stat status {};
-    int failure = 0;
-    if (::fstat(handle, &status) != 0)
-        failure = errno;
-    else if (status.st_uid != ::geteuid())
-        failure = EACCES;
-    else if ((status.st_mode & ALLPERMS) != Private && ::fchmod(handle, Private) != 0)
-        failure = errno;
+    const int failure = closeToOthers(handle);
     ::close(handle);
     return failure;
 }
 
 }  // namespace
+
+void forgetRelativeFolders() {
+    for (const char* variable :
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+        const char* value = std::getenv(variable);
+        if (value != nullptr && *value != '/')
+            ::unsetenv(variable);
+    }
+}
 
 QString executableFolder() {
     std::array<char, PATH_MAX> buffer;
@@ -125,7 +137,7 @@ SystemError makeFolder(const QString& path) {
         return {};
     if (failure != ENOENT || parentOf(path) == path)
         return SystemError::fromErrno(failure);
-    if (const SystemError error = makeFolder(parentOf(path)))
+    if (SystemError error = makeFolder(parentOf(path)))
         return error;
     return ::mkdir(name->constData(), Private) == 0 || IsFolderPath(path) ? SystemError()
                                                                           : SystemError::fromErrno(errno);

@@ -7,6 +7,10 @@
 /// Where the program keeps what. The names come from the environment at each call; a variable that is empty, relative
 /// or not valid UTF-8 counts as not set. Asking makes nothing: makeFolder() and makePrivateFolder() do.
 
+/// Takes the desktop's variables for folders that name no absolute path out of the environment, so that no library
+/// makes folders where the program happens to stand. To be called before any library looks.
+void forgetRelativeFolders();
+
 /// Folder of the running executable.
 QString executableFolder();
 

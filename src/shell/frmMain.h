@@ -54,6 +54,13 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SetProjectMenus(bool pFlag);
     Q_INVOKABLE void RefreshCheckedItems();
     Q_INVOKABLE void UpdateMacroMenu();
+
+    // Kept for whoever calls them from outside, without effect: the list of documents in the Window menu is made anew
+    // whenever the menu opens. `pKey` is a document's key or file.
+    Q_INVOKABLE void AddMenu(const QString& /*pCaption*/, const QString& /*pKey*/) {}
+    Q_INVOKABLE void SetMenuCaption(const QString& /*pCaption*/, const QString& /*pKey*/) {}
+    Q_INVOKABLE void UnloadMenuItem(const QString& /*pKey*/) {}
+
     struct FrameParts& parts() {
         return *m_parts;
     }

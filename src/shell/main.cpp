@@ -49,6 +49,7 @@ class Program : public StartDuties {
 }  // namespace
 
 int main(int count, char** arguments) {
+    forgetRelativeFolders();
     const QString tail = CommandLine::tailOf(count, arguments);
     char noName[] = "quillmark";
     Program program(count > 0 ? arguments[0] : noName, tail);

@@ -1,7 +1,11 @@
 #include "DocumentFixture.h"
 #include "editor/CodeMax.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
+
+#include <sys/resource.h>
+#include <unistd.h>
 
 using documenttest::readFailure;
 using documenttest::readFile;
@@ -14,7 +18,7 @@ class DocumentSaving : public DocumentFixture {
  protected:
     /// Opens a file whose text stands in every encoding.
     QString openUmlaut() {
-        const QString file = fileOf("\xC3\xA4\n");
+        QString file = fileOf("\xC3\xA4\n");
         EXPECT_TRUE(open(file));
         return file;
     }
@@ -237,6 +241,50 @@ TEST_F(DocumentSaving, AFailedSaveLeavesTheDocumentChangedAndTheFileWhole) {
     EXPECT_EQ(m_document.KnownUpdate, m_document.LastUpdate);
     EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SetTabCaption 1")));
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(DocumentSaving, ASaveThatHasNoRoomLeavesTheOldFileWholeAndTheTextChanged) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    view().setText(QString(9'000'000, u'x'));
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const rlimit room{8'000'000, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &room), 0);
+    const bool saved = save();
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    EXPECT_FALSE(saved);
+    EXPECT_EQ(m_prompts.messages, QStringList(writeFailure(file, EFBIG)));
+    EXPECT_EQ(readFile(file), "one");
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_TRUE(view().FileChanged);
+    EXPECT_EQ(view().TotalChars(), 9'000'000);
+    EXPECT_TRUE(save());
+    EXPECT_EQ(readFile(file).size(), 9'000'000);
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(DocumentSaving, ASaveKeepsInodeLinksAndMode) {
+    const QString file = fileOf("one");
+    const QString hard = path(QStringLiteral("hard.txt"));
+    const QString soft = path(QStringLiteral("soft.txt"));
+    ASSERT_EQ(::link(QFile::encodeName(file).constData(), QFile::encodeName(hard).constData()), 0);
+    ASSERT_TRUE(QFile::link(file, soft));
+    setMode(file, 0640);
+    struct stat before {};
+    ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &before), 0);
+    ASSERT_TRUE(open(soft));
+    for (const int format : {1, 2, 3, 4, 5}) {
+        type(QStringLiteral("x"));
+        ASSERT_TRUE(save(format));
+    }
+    struct stat after {};
+    ASSERT_EQ(::lstat(QFile::encodeName(file).constData(), &after), 0);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+    EXPECT_EQ(after.st_nlink, 2U);
+    EXPECT_EQ(after.st_mode, before.st_mode);
+    EXPECT_EQ(readFile(hard), "xxxxxone");
+    EXPECT_TRUE(QFileInfo(soft).isSymLink());
 }
 
 TEST_F(DocumentSaving, AFailedSaveOfAnUntitledDocumentLeavesItUntitled) {

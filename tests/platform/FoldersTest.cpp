@@ -55,6 +55,20 @@ TEST(Folders, EmptyRelativeAndUnreadableVariablesCountAsNotSet) {
     }
 }
 
+TEST(Folders, RelativeVariablesOfTheDesktopAreForgottenAndOthersKept) {
+    const Variable config("XDG_CONFIG_HOME", "relative");
+    const Variable data("XDG_DATA_HOME", "/x/data");
+    const Variable runtime("XDG_RUNTIME_DIR", "./run");
+    const Variable cache("XDG_CACHE_HOME", "");
+    const Variable home("HOME", "relative");
+    forgetRelativeFolders();
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_CONFIG_HOME"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"));
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_CACHE_HOME"));
+    EXPECT_EQ(qgetenv("XDG_DATA_HOME"), "/x/data");
+    EXPECT_EQ(qgetenv("HOME"), "relative");
+}
+
 TEST(Folders, WithoutAHomeTheUsersEntryTellsIt) {
     const Variable home("HOME", "relative");
     const Variable config("XDG_CONFIG_HOME", "");
