@@ -3,6 +3,7 @@
 #include "document/DocumentView.h"
 #include "document/SaveFormats.h"
 
+#include <QColor>
 #include <QWidget>
 
 class CodeMax;
@@ -22,6 +23,10 @@ class rtCM : public QWidget, public DocumentView {
     Q_PROPERTY(bool ClickLeftMarginBookmark MEMBER ClickLeftMarginBookmark)
     Q_PROPERTY(bool gMyHighlight MEMBER gMyHighlight)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
+    Q_PROPERTY(bool LineNumbering READ LineNumbering WRITE setLineNumbering)
+    Q_PROPERTY(bool DisplayLeftMargin READ DisplayLeftMargin WRITE setDisplayLeftMargin)
+    Q_PROPERTY(bool DisplayWhitespace READ DisplayWhitespace WRITE setDisplayWhitespace)
+    Q_PROPERTY(bool BraceMatching READ BraceMatching WRITE setBraceMatching)
 
  public:
     /// Prompts and options outlive the view.
@@ -119,12 +124,35 @@ class rtCM : public QWidget, public DocumentView {
     void ExecMacro(int n);
     void Properties();
 
+    // Properties of the control (rtCMProperties.cpp)
+    QString TextRTF() const;
+    QString SelRTF() const;
+    WId hwnd() const;
     bool DisplayLeftMargin() const;
     void setDisplayLeftMargin(bool on);
     bool DisplayWhitespace() const;
     void setDisplayWhitespace(bool on);
     bool BraceMatching() const;
     void setBraceMatching(bool on);
+    bool VScrollVisible() const;
+    void setVScrollVisible(bool on);
+    bool HScrollVisible() const;
+    void setHScrollVisible(bool on);
+    /// Off also ends a drag in progress.
+    bool DragDrop() const;
+    void setDragDrop(bool on);
+    /// The number of the first line.
+    qint64 LineNumberStart() const;
+    void setLineNumberStart(qint64 number);
+    void ShowLineNumber(bool on) { setLineNumbering(on); }
+
+    // Colours of the control's elements; one that is not valid stands for the desktop's.
+    QColor BackColor() const;
+    void setBackColor(const QColor& pColor);
+    void SetLeftMarginColor(const QColor& pColor);
+    /// Marks the view as the one in use, and as one that is not.
+    void SetActiveMargin(const QColor& pColor = {});
+    void SetInactiveMargin();
 
     qint64 TotalWords() const;
     qint64 TotalChars() const;
@@ -175,7 +203,4 @@ class rtCM : public QWidget, public DocumentView {
     CodeMax* m_control;
     QString m_languageFile;
     qint64 m_lastHighlightLine = -1;
-    bool m_displayLeftMargin = true;
-    bool m_displayWhitespace = false;
-    bool m_braceMatching = false;
 };

@@ -99,29 +99,3 @@ void rtCM::ExecMacro(int n) {
 void rtCM::GotoLine() {
     m_control->ExecuteCmd(gotoLineCommand);
 }
-
-// The control has none of these to show yet: kept for those who toggle them.
-
-bool rtCM::DisplayLeftMargin() const {
-    return m_displayLeftMargin;
-}
-
-void rtCM::setDisplayLeftMargin(bool on) {
-    m_displayLeftMargin = on;
-}
-
-bool rtCM::DisplayWhitespace() const {
-    return m_displayWhitespace;
-}
-
-void rtCM::setDisplayWhitespace(bool on) {
-    m_displayWhitespace = on;
-}
-
-bool rtCM::BraceMatching() const {
-    return m_braceMatching;
-}
-
-void rtCM::setBraceMatching(bool on) {
-    m_braceMatching = on;
-}

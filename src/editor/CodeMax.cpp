@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace {
@@ -71,6 +72,8 @@ void CodeMax::closeScope() {
     const bool moved = std::exchange(m_toldSelection, now) != now;
     if (changed)
         showLineNumbers();
+    if (changed || moved)
+        showBraces();
     if (moved)
         EditorAccessible::selectionChanged(*this);
     if (changed)
@@ -96,8 +99,9 @@ void CodeMax::runCommand(int message) {
     // What has grown in pieces is cut again with it; taking back and bringing back are no edits of their own.
     const bool takesBack = message == SCI_UNDO || message == SCI_REDO;
     const int times = message == SCI_CANCEL ? std::min(takeRepeatCount(), 1) : takeRepeatCount();
-    const bool pastes = message == SCI_PASTE || message == SCI_TAB || message == SCI_BACKTAB;
-    const bool grouped = !takesBack && (times > 1 || pastes || !m_map.joints().empty());
+    constexpr std::array Composed{SCI_PASTE, SCI_TAB, SCI_BACKTAB, SCI_NEWLINE};
+    const bool composed = std::ranges::find(Composed, message) != Composed.end();
+    const bool grouped = !takesBack && (times > 1 || composed || !m_map.joints().empty());
     const EditScope scope(*this, grouped ? EditScope::Grouped : EditScope::Separate);
     // Deletions one after the other are taken back together, all else one by one.
     if (std::exchange(m_lastCommand, message) != message || message == SCI_NEWLINE || m_typing)
@@ -119,6 +123,8 @@ void CodeMax::carryOut(int message) {
             return Undo();
         case SCI_REDO:
             return Redo();
+        case SCI_NEWLINE:
+            return newLine();
         case SCI_TAB:
         case SCI_BACKTAB:
             return tabKey(message);

@@ -8,6 +8,7 @@
 #include "editor/TextCodec.h"
 #include "editor/TextMap.h"
 #include "editor/TextSearch.h"
+#include "editor/ViewOptions.h"
 #include "platform/SystemError.h"
 
 #include <QElapsedTimer>
@@ -93,6 +94,41 @@ class CodeMax : public QsciScintillaBase {
 
     bool LineNumbering() const;
     void setLineNumbering(bool on);
+
+    // What else is shown, and how keys and mouse act (CodeMaxOptions.cpp)
+    /// The number of the first line.
+    qint64 LineNumberStart() const { return m_options.lineNumberStart; }
+    void setLineNumberStart(qint64 number);
+    bool DisplayLeftMargin() const { return m_options.leftMargin; }
+    void setDisplayLeftMargin(bool on);
+    bool DisplayWhitespace() const;
+    void setDisplayWhitespace(bool on);
+    bool VScrollVisible() const;
+    void setVScrollVisible(bool on);
+    bool HScrollVisible() const;
+    void setHScrollVisible(bool on);
+    /// Whether text can be dragged; files can be dropped in any case. Off also ends a drag in progress.
+    bool DragDrop() const { return m_options.dragDrop; }
+    void setDragDrop(bool on);
+    bool BraceMatching() const { return m_options.braceMatching; }
+    void setBraceMatching(bool on);
+    bool WordWrap() const;
+    void setWordWrap(bool on);
+    /// Whether a new line begins with the blanks of the one above.
+    bool AutoIndent() const { return m_options.autoIndent; }
+    void setAutoIndent(bool on) { m_options.autoIndent = on; }
+    int TabWidth() const { return m_options.tabWidth; }
+    void setTabWidth(int blanks);
+    /// Whether Tab and Indent put blanks.
+    bool BlanksForTabs() const { return m_options.blanksForTabs; }
+    void setBlanksForTabs(bool on);
+    /// Elements that have a colour of their own; one that is not valid stands for the desktop's.
+    enum Element { BackgroundElement = 0, LeftMarginElement = 1 };
+    QColor elementColour(Element element) const;
+    void setElementColour(Element element, const QColor& colour);
+    /// The text or the selection in rich text, with its colours.
+    QByteArray TextRTF() const;
+    QByteArray SelRTF() const;
     /// The one highlighted line, -1 for none.
     void setLineHighlight(qint64 line, const QColor& colour);
 
@@ -202,6 +238,7 @@ class CodeMax : public QsciScintillaBase {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
  private:
     class EditScope;
@@ -234,6 +271,14 @@ class CodeMax : public QsciScintillaBase {
     void applyDocumentState();
     void showLineNumbers();
     void numberVisiblePieces();
+    bool numbersAreTexts() const;
+    void applyTabs();
+    void applyLeftMargin();
+    QColor baseColour() const;
+    void showBraces();
+    void clearBraces();
+    void newLine();
+    QByteArray richText(qint64 from, qint64 to) const;
     void takeLoaded(LoadedText loaded);
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
     bool isStream() const;
@@ -289,4 +334,7 @@ class CodeMax : public QsciScintillaBase {
     bool m_lineNumbering = false;
     qint64 m_numberedLines = -1;
     QColor m_highlight;
+    ViewOptions m_options;
+    bool m_bracesShown = false;
+    int m_wheelTurned = 0;  ///< with Ctrl held, in eighths of a degree
 };

@@ -11,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QUrl>
+#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -21,6 +22,9 @@ namespace {
 constexpr qsizetype PrimaryLimit = 1024 * 1024;
 /// Bytes on each side of the caret that an input method is told of.
 constexpr qint64 SurroundingBytes = 1024;
+/// By this the library knows a press that begins a rectangle here; people press Alt, or Ctrl and Alt where the desktop
+/// takes Alt for itself.
+constexpr Qt::KeyboardModifiers RectangleModifier = Qt::ControlModifier;
 
 }  // namespace
 
@@ -80,7 +84,33 @@ void CodeMax::mousePressEvent(QMouseEvent* event) {
     const qint64 byte = send(SCI_POSITIONFROMPOINT, at.x(), at.y());
     m_pressedInSelection = byte >= send(SCI_GETSELECTIONSTART) && byte < send(SCI_GETSELECTIONEND);
     Q_EMIT MouseDown(event->button(), at.x(), at.y());
-    QsciScintillaBase::mousePressEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return QsciScintillaBase::mousePressEvent(event);
+    if (event->modifiers() == Qt::ControlModifier) {
+        send(SCI_ADDSELECTION, byte, byte);
+        return;
+    }
+    if (!DragDrop() && m_pressedInSelection)
+        send(SCI_SETEMPTYSELECTION, byte);
+    const bool rectangle = event->modifiers().testFlag(Qt::AltModifier);
+    QMouseEvent press(event->type(), event->position(), event->globalPosition(), event->button(), event->buttons(),
+                      rectangle ? RectangleModifier : event->modifiers(), event->pointingDevice());
+    press.setTimestamp(event->timestamp());
+    QsciScintillaBase::mousePressEvent(&press);
+}
+
+/// Steps of a wheel are gathered: a fine one sends parts of them.
+void CodeMax::wheelEvent(QWheelEvent* event) {
+    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+        m_wheelTurned = 0;
+        return QsciScintillaBase::wheelEvent(event);
+    }
+    event->accept();
+    m_wheelTurned += event->angleDelta().y();
+    for (; m_wheelTurned >= QWheelEvent::DefaultDeltasPerStep; m_wheelTurned -= QWheelEvent::DefaultDeltasPerStep)
+        send(SCI_ZOOMIN);
+    for (; m_wheelTurned <= -QWheelEvent::DefaultDeltasPerStep; m_wheelTurned += QWheelEvent::DefaultDeltasPerStep)
+        send(SCI_ZOOMOUT);
 }
 
 void CodeMax::mouseMoveEvent(QMouseEvent* event) {
@@ -118,18 +148,20 @@ void CodeMax::contextMenuEvent(QContextMenuEvent* event) {
 void CodeMax::dragEnterEvent(QDragEnterEvent* event) {
     if (event->mimeData()->hasUrls())
         event->acceptProposedAction();
-    else
+    else if (DragDrop())
         QsciScintillaBase::dragEnterEvent(event);
 }
 
 void CodeMax::dragMoveEvent(QDragMoveEvent* event) {
     if (event->mimeData()->hasUrls())
         event->acceptProposedAction();
-    else
+    else if (DragDrop())
         QsciScintillaBase::dragMoveEvent(event);
 }
 
 void CodeMax::dropEvent(QDropEvent* event) {
+    if (!event->mimeData()->hasUrls() && !DragDrop())
+        return event->ignore();
     if (!event->mimeData()->hasUrls()) {
         const EditScope scope(*this, EditScope::Grouped);
         bool rectangular = false;

@@ -2,39 +2,20 @@
 
 #include "editor/CodeMax.h"
 #include "editor/Margins.h"
+#include "editor/ViewColours.h"
 
 #include <QEvent>
 #include <QPaintEvent>
 
 #include <algorithm>
 
+using ViewColours::blended;
+using ViewColours::readableOn;
+
 namespace {
 
 /// Pixels beside the digits of the line numbers.
 constexpr int NumberPadding = 12;
-
-/// Scintilla takes colours as blue-green-red.
-long colourNumber(const QColor& colour) {
-    return colour.red() | colour.green() << 8 | colour.blue() << 16;
-}
-
-QColor blended(const QColor& one, const QColor& other, int percentOfOther) {
-    const auto mix = [percentOfOther](int a, int b) { return (a * (100 - percentOfOther) + b * percentOfOther) / 100; };
-    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
-}
-
-bool isDark(const QColor& colour) {
-    return colour.lightness() < 128;
-}
-
-/// A stored colour meant for dark text on light ground keeps its hue on dark ground and changes its lightness.
-QColor readableOn(const QColor& base, const QColor& colour) {
-    if (isDark(base) == isDark(colour))
-        return colour;
-    QColor turned;
-    turned.setHsl(colour.hslHue(), colour.hslSaturation() / 2, (255 - colour.lightness()) + 24);
-    return turned;
-}
 
 }  // namespace
 
@@ -56,14 +37,20 @@ void CodeMax::setUpView() {
         send(SCI_SETMARGINWIDTHN, margin, 0);
         send(SCI_SETMARGINMASKN, margin, 0);
     }
-    send(SCI_SETMARGINTYPEN, Margins::Bookmarks, SC_MARGIN_SYMBOL);
-    send(SCI_SETMARGINWIDTHN, Margins::Bookmarks, Margins::BookmarksWidth);
+    send(SCI_SETMARGINTYPEN, Margins::Bookmarks, SC_MARGIN_COLOUR);
     send(SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
     // A click there means the bookmark and not the line's text.
     send(SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
     send(SCI_MARKERDEFINE, Markers::Bookmark, SC_MARK_BOOKMARK);
     send(SCI_SETMARGINTYPEN, Margins::Numbers, SC_MARGIN_NUMBER);
     send(SCI_SETMARGINLEFT, 0, 4);
+    send(SCI_SETMULTIPLESELECTION, 1);
+    send(SCI_SETADDITIONALSELECTIONTYPING, 1);
+    send(SCI_SETMULTIPASTE, SC_MULTIPASTE_EACH);
+    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
+        m_numberedLines = -1;
+        showLineNumbers();
+    });
     setTextFont(m_fontName, m_fontSize);
 }
 
@@ -73,8 +60,7 @@ void CodeMax::applyDocumentState() {
     send(SCI_SETUNDOCOLLECTION, 1);
     send(SCI_EMPTYUNDOBUFFER);
     send(SCI_SETEOLMODE, m_eolMode);
-    send(SCI_SETTABWIDTH, 4);
-    send(SCI_SETUSETABS, 1);
+    applyTabs();
     send(SCI_SETREADONLY, Locked());
     send(SCI_SETSAVEPOINT);
 }
@@ -98,18 +84,28 @@ void CodeMax::setTextFont(const QString& name, int points) {
 }
 
 void CodeMax::applyColours() {
-    const QColor base = palette().color(QPalette::Base);
+    const QColor base = baseColour();
     const QColor text = palette().color(QPalette::Text);
-    send(SCI_STYLESETFORE, STYLE_DEFAULT, colourNumber(text));
-    send(SCI_STYLESETBACK, STYLE_DEFAULT, colourNumber(base));
+    const QColor accent = palette().color(QPalette::Highlight);
+    send(SCI_STYLESETFORE, STYLE_DEFAULT, ViewColours::number(text));
+    send(SCI_STYLESETBACK, STYLE_DEFAULT, ViewColours::number(base));
     send(SCI_STYLECLEARALL);
-    send(SCI_STYLESETFORE, STYLE_LINENUMBER, colourNumber(blended(text, base, 45)));
-    send(SCI_STYLESETBACK, STYLE_LINENUMBER, colourNumber(blended(base, text, 5)));
-    send(SCI_MARKERSETFORE, Markers::Bookmark, colourNumber(blended(text, base, 20)));
-    send(SCI_MARKERSETBACK, Markers::Bookmark, colourNumber(palette().color(QPalette::Highlight)));
-    send(SCI_SETCARETFORE, colourNumber(text));
-    send(SCI_SETSELFORE, 1, colourNumber(palette().color(QPalette::HighlightedText)));
-    send(SCI_SETSELBACK, 1, colourNumber(palette().color(QPalette::Highlight)));
+    send(SCI_STYLESETFORE, STYLE_LINENUMBER, ViewColours::number(blended(text, base, 45)));
+    send(SCI_STYLESETBACK, STYLE_LINENUMBER, ViewColours::number(blended(base, text, 5)));
+    send(SCI_MARKERSETFORE, Markers::Bookmark, ViewColours::number(blended(text, base, 20)));
+    send(SCI_MARKERSETBACK, Markers::Bookmark, ViewColours::number(accent));
+    applyLeftMargin();
+    send(SCI_STYLESETFORE, STYLE_BRACELIGHT, ViewColours::number(text));
+    send(SCI_STYLESETBACK, STYLE_BRACELIGHT, ViewColours::number(blended(base, accent, 40)));
+    send(SCI_STYLESETBOLD, STYLE_BRACELIGHT, 1);
+    send(SCI_STYLESETFORE, STYLE_BRACEBAD, ViewColours::number(readableOn(base, QColor(176, 0, 0))));
+    send(SCI_STYLESETBOLD, STYLE_BRACEBAD, 1);
+    send(SCI_SETWHITESPACEFORE, 1, ViewColours::number(blended(text, base, 60)));
+    send(SCI_SETADDITIONALSELBACK, ViewColours::number(blended(base, accent, 60)));
+    send(SCI_SETADDITIONALCARETFORE, ViewColours::number(blended(text, base, 30)));
+    send(SCI_SETCARETFORE, ViewColours::number(text));
+    send(SCI_SETSELFORE, 1, ViewColours::number(palette().color(QPalette::HighlightedText)));
+    send(SCI_SETSELBACK, 1, ViewColours::number(accent));
     setLineHighlight(m_highlight.isValid() ? CurrentLine() : -1, m_highlight);
 }
 
@@ -124,7 +120,7 @@ void CodeMax::setLineHighlight(qint64 line, const QColor& colour) {
     m_highlight = line < 0 ? QColor() : colour;
     send(SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
     if (m_highlight.isValid())
-        send(SCI_SETCARETLINEBACK, colourNumber(readableOn(palette().color(QPalette::Base), m_highlight)));
+        send(SCI_SETCARETLINEBACK, ViewColours::number(readableOn(baseColour(), m_highlight)));
 }
 
 bool CodeMax::LineNumbering() const {
@@ -137,11 +133,15 @@ void CodeMax::setLineNumbering(bool on) {
     showLineNumbers();
 }
 
-/// As wide as the last line's number. A text with joints gets its numbers as texts, one for each line's first piece.
+/// Scintilla counts the pieces of a long line, and from 1.
+bool CodeMax::numbersAreTexts() const {
+    return !m_map.joints().empty() || LineNumberStart() != 1;
+}
+
+/// As wide as the last line's number. Numbers that are texts stand at each line's first piece.
 void CodeMax::showLineNumbers() {
     const qint64 lines = m_lineNumbering ? TotalLines() : 0;
-    const bool jointed = !m_map.joints().empty();
-    send(SCI_SETMARGINTYPEN, Margins::Numbers, jointed ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
+    send(SCI_SETMARGINTYPEN, Margins::Numbers, numbersAreTexts() ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
     if (lines == m_numberedLines)
         return;
     m_numberedLines = lines;
@@ -149,7 +149,7 @@ void CodeMax::showLineNumbers() {
         send(SCI_SETMARGINWIDTHN, Margins::Numbers, 0);
         return;
     }
-    const QByteArray widest(std::max<qsizetype>(3, QByteArray::number(lines).size()), '9');
+    const QByteArray widest(std::max<qsizetype>(3, QByteArray::number(lines + LineNumberStart() - 1).size()), '9');
     const qint64 width = SendScintilla(SCI_TEXTWIDTH, static_cast<uintptr_t>(STYLE_LINENUMBER), widest.constData());
     send(SCI_SETMARGINWIDTHN, Margins::Numbers, width + NumberPadding);
 }
@@ -160,7 +160,8 @@ void CodeMax::numberVisiblePieces() {
     for (qint64 held = first; held <= last; ++held) {
         const qint64 start = m_text.lineStart(held);
         const bool continues = start > 0 && m_map.joints().isJoint(start - 1);
-        const QByteArray wanted = continues ? QByteArray() : QByteArray::number(m_map.lineOf(start) + 1);
+        const QByteArray wanted =
+            continues ? QByteArray() : QByteArray::number(m_map.lineOf(start) + LineNumberStart());
         QByteArray shown(send(SCI_MARGINGETTEXT, held, 0), '\0');
         send(SCI_MARGINGETTEXT, held, reinterpret_cast<qint64>(shown.data()));
         if (shown == wanted)
@@ -171,7 +172,7 @@ void CodeMax::numberVisiblePieces() {
 }
 
 void CodeMax::paintEvent(QPaintEvent* event) {
-    if (m_lineNumbering && !m_map.joints().empty())
+    if (m_lineNumbering && numbersAreTexts())
         numberVisiblePieces();
     QsciScintillaBase::paintEvent(event);
 }

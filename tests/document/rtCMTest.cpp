@@ -4,6 +4,7 @@
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
+#include <QInputDialog>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QUrl>
@@ -410,4 +411,78 @@ TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
     m_view.DefaultFontSize();
     EXPECT_EQ(m_view.FontSize(), 13);
     EXPECT_EQ(m_view.FontName(), name);
+}
+
+// Properties handed on
+
+TEST_F(TextView, HandsItsPropertiesToTheControl) {
+    CodeMax& control = m_view.control();
+    for (const bool on : {true, false}) {
+        m_view.setDisplayLeftMargin(on);
+        m_view.setDisplayWhitespace(on);
+        m_view.setBraceMatching(on);
+        m_view.setVScrollVisible(on);
+        m_view.setHScrollVisible(on);
+        m_view.setDragDrop(on);
+        m_view.ShowLineNumber(on);
+        for (const bool shown :
+             {control.DisplayLeftMargin(), control.DisplayWhitespace(), control.BraceMatching(),
+              control.VScrollVisible(), control.HScrollVisible(), control.DragDrop(), control.LineNumbering(),
+              m_view.DisplayLeftMargin(), m_view.DisplayWhitespace(), m_view.BraceMatching(), m_view.VScrollVisible(),
+              m_view.HScrollVisible(), m_view.DragDrop(), m_view.LineNumbering()})
+            EXPECT_EQ(shown, on);
+    }
+    m_view.setLineNumberStart(10);
+    EXPECT_EQ(control.LineNumberStart(), 10);
+    EXPECT_EQ(m_view.LineNumberStart(), 10);
+}
+
+TEST_F(TextView, ColoursItsMargins) {
+    CodeMax& control = m_view.control();
+    m_view.SetActiveMargin();
+    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(50, 50, 200));
+    m_view.SetActiveMargin(QColor(1, 2, 3));
+    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(1, 2, 3));
+    m_view.SetInactiveMargin();
+    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(220, 220, 220));
+    m_view.setBackColor(QColor(4, 5, 6));
+    EXPECT_EQ(m_view.BackColor(), QColor(4, 5, 6));
+    EXPECT_EQ(control.elementColour(CodeMax::BackgroundElement), QColor(4, 5, 6));
+}
+
+TEST_F(TextView, GivesItsTextInRichText) {
+    m_view.setText(QStringLiteral("a\nb"));
+    select(0, 1);
+    EXPECT_TRUE(m_view.TextRTF().contains(QStringLiteral(" a\\par\nb}")));
+    EXPECT_TRUE(m_view.SelRTF().contains(QStringLiteral(" a}")));
+}
+
+TEST_F(TextView, AsksForALineAndGoesThere) {
+    m_view.setText(QStringLiteral("a\nb\nc"));
+    showLarge();
+    m_view.GotoLine();
+    auto* prompt = m_view.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    ASSERT_NE(prompt, nullptr);
+    prompt->setIntValue(3);
+    prompt->accept();
+    EXPECT_EQ(m_view.CurrentLine(), 2);
+}
+
+TEST_F(TextView, AsksForARepeatCount) {
+    showLarge();
+    m_view.SetRepeatCount();
+    auto* prompt = m_view.findChild<QInputDialog*>(QStringLiteral("RepeatCount"));
+    ASSERT_NE(prompt, nullptr);
+    prompt->setIntValue(3);
+    prompt->accept();
+    type(QStringLiteral("a"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("aaa"));
+}
+
+TEST_F(TextView, MacrosOutsideTheirNumbersDoNothing) {
+    m_view.setText(QStringLiteral("a"));
+    for (const int number : {-1, 0, 1, 10, 11})
+        m_view.ExecMacro(number);
+    m_view.RecordMacro();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a"));
 }

@@ -1,0 +1,193 @@
+// Options of the control: what it shows besides the text, and how keys and mouse act.
+
+#include "editor/BraceScan.h"
+#include "editor/CodeMax.h"
+#include "editor/EditScope.h"
+#include "editor/Margins.h"
+#include "editor/RtfWriter.h"
+#include "editor/ViewColours.h"
+
+#include <QDrag>
+
+#include <algorithm>
+
+namespace {
+
+/// Blanks at the start of a line that the next one takes over, in bytes.
+constexpr qint64 IndentLimit = 4096;
+constexpr int LargestTabWidth = 64;
+constexpr qint64 NoBrace = -1;
+
+QColor colourOf(qint64 number) {
+    return {static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
+            static_cast<int>(number >> 16 & 0xFF)};
+}
+
+}  // namespace
+
+// Margins and colours
+
+void CodeMax::setLineNumberStart(qint64 number) {
+    m_options.lineNumberStart = std::max<qint64>(number, 0);
+    m_numberedLines = -1;
+    showLineNumbers();
+    Redraw();
+}
+
+void CodeMax::setDisplayLeftMargin(bool on) {
+    m_options.leftMargin = on;
+    applyLeftMargin();
+}
+
+void CodeMax::applyLeftMargin() {
+    const QColor text = palette().color(QPalette::Text);
+    const QColor own = m_options.leftMarginColour;
+    const QColor shown = own.isValid() ? own : ViewColours::blended(baseColour(), text, 5);
+    send(SCI_SETMARGINBACKN, Margins::Bookmarks, ViewColours::number(shown));
+    send(SCI_SETMARGINWIDTHN, Margins::Bookmarks, m_options.leftMargin ? Margins::BookmarksWidth : 0);
+}
+
+QColor CodeMax::baseColour() const {
+    return m_options.background.isValid() ? m_options.background : palette().color(QPalette::Base);
+}
+
+QColor CodeMax::elementColour(Element element) const {
+    return element == BackgroundElement ? m_options.background : m_options.leftMarginColour;
+}
+
+void CodeMax::setElementColour(Element element, const QColor& colour) {
+    (element == BackgroundElement ? m_options.background : m_options.leftMarginColour) = colour;
+    applyColours();
+}
+
+// What is shown of the text
+
+bool CodeMax::DisplayWhitespace() const {
+    return send(SCI_GETVIEWWS) != SCWS_INVISIBLE;
+}
+
+void CodeMax::setDisplayWhitespace(bool on) {
+    send(SCI_SETVIEWWS, on ? SCWS_VISIBLEALWAYS : SCWS_INVISIBLE);
+}
+
+bool CodeMax::VScrollVisible() const {
+    return send(SCI_GETVSCROLLBAR) != 0;
+}
+
+void CodeMax::setVScrollVisible(bool on) {
+    send(SCI_SETVSCROLLBAR, on);
+}
+
+bool CodeMax::HScrollVisible() const {
+    return send(SCI_GETHSCROLLBAR) != 0;
+}
+
+void CodeMax::setHScrollVisible(bool on) {
+    send(SCI_SETHSCROLLBAR, on);
+}
+
+bool CodeMax::WordWrap() const {
+    return send(SCI_GETWRAPMODE) != SC_WRAP_NONE;
+}
+
+void CodeMax::setWordWrap(bool on) {
+    send(SCI_SETWRAPMODE, on ? SC_WRAP_WORD : SC_WRAP_NONE);
+}
+
+void CodeMax::setBraceMatching(bool on) {
+    m_options.braceMatching = on;
+    showBraces();
+}
+
+/// The brace in front of the caret goes before the one behind it.
+void CodeMax::showBraces() {
+    if (!m_options.braceMatching)
+        return clearBraces();
+    const qint64 caret = selection().caret;
+    const qint64 styled = send(SCI_GETENDSTYLED);
+    BraceScan::Match match;
+    for (const qint64 place : {caret - 1, caret}) {
+        const qint64 style = send(SCI_GETSTYLEAT, std::max<qint64>(place, 0));
+        match = BraceScan::matchAt(m_text, place, [&](qint64 byte) {
+            return byte >= styled || place >= styled || send(SCI_GETSTYLEAT, byte) == style;
+        });
+        if (match.kind != BraceScan::Match::Kind::None)
+            break;
+    }
+    if (match.kind == BraceScan::Match::Kind::None)
+        return clearBraces();
+    m_bracesShown = true;
+    if (match.kind == BraceScan::Match::Kind::Pair)
+        send(SCI_BRACEHIGHLIGHT, match.brace, match.partner);
+    else
+        send(SCI_BRACEBADLIGHT, match.brace);
+}
+
+void CodeMax::clearBraces() {
+    if (std::exchange(m_bracesShown, false))
+        send(SCI_BRACEHIGHLIGHT, NoBrace, NoBrace);
+}
+
+// Keys and mouse
+
+void CodeMax::setDragDrop(bool on) {
+    m_options.dragDrop = on;
+    if (!on)
+        QDrag::cancel();
+}
+
+void CodeMax::setTabWidth(int blanks) {
+    m_options.tabWidth = std::clamp(blanks, 1, LargestTabWidth);
+    applyTabs();
+}
+
+void CodeMax::setBlanksForTabs(bool on) {
+    m_options.blanksForTabs = on;
+    applyTabs();
+}
+
+void CodeMax::applyTabs() {
+    send(SCI_SETTABWIDTH, m_options.tabWidth);
+    send(SCI_SETUSETABS, !m_options.blanksForTabs);
+}
+
+/// Only the blanks in front of the caret: what stands behind it moves down with its own.
+void CodeMax::newLine() {
+    const auto [anchor, caret] = selection();
+    const qint64 from = std::min(anchor, caret);
+    const qint64 begin = m_map.lineBeginOf(from);
+    const QByteArray front = bytes(begin, std::min(from, begin + IndentLimit));
+    const auto text = std::ranges::find_if(front, [](char byte) { return byte != ' ' && byte != '\t'; });
+    const bool indents = m_options.autoIndent && isStream() && !Locked();
+    m_commands.run(SCI_NEWLINE);
+    if (indents && text != front.begin())
+        replaceSelection(front.first(text - front.begin()));
+}
+
+// Rich text
+
+QByteArray CodeMax::TextRTF() const {
+    return richText(0, m_text.length());
+}
+
+QByteArray CodeMax::SelRTF() const {
+    const auto [anchor, caret] = selection();
+    return richText(std::min(anchor, caret), std::max(anchor, caret));
+}
+
+QByteArray CodeMax::richText(qint64 from, qint64 to) const {
+    if (m_coloured)
+        send(SCI_COLOURISE, from, to);
+    RtfWriter writer(m_fontName, m_fontSize);
+    while (from < to) {
+        const qint64 style = send(SCI_GETSTYLEAT, from);
+        qint64 end = from + 1;
+        while (end < to && send(SCI_GETSTYLEAT, end) == style)
+            ++end;
+        const RtfLook look{colourOf(send(SCI_STYLEGETFORE, style)), send(SCI_STYLEGETBOLD, style) != 0,
+                           send(SCI_STYLEGETITALIC, style) != 0};
+        writer.append(QString::fromUtf8(bytes(from, end)), look);
+        from = end;
+    }
+    return writer.finished();
+}
