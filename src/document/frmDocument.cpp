@@ -1,6 +1,7 @@
 #include "document/frmDocument.h"
 
 #include "document/BusyPointer.h"
+#include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
 #include "document/OpenMode.h"
@@ -49,6 +50,7 @@ frmDocument::frmDocument(DocumentHost* parent, Prompts& prompts, const Options& 
     if (!options.FontName.isEmpty())
         m_text->setTextFont(options.FontName, options.FontSize);
     connectTextView();
+    m_menus = std::make_unique<ContextMenus>(*this);
     SetDocIcon(NormalIcon);
 }
 
@@ -67,6 +69,8 @@ void frmDocument::layOut() {
 void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
+    connect(m_text, &rtCM::ShowMenu, this,
+            [this](int x, int y) { m_menus->showText(m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
 }
 

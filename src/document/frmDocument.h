@@ -4,8 +4,10 @@
 
 #include <QWidget>
 
+#include <memory>
 #include <vector>
 
+class ContextMenus;
 class DocumentHost;
 class DocumentView;
 class Prompts;
@@ -173,6 +175,7 @@ class frmDocument : public QWidget {
     Prompts& m_prompts;
     const Options& m_options;
     rtCM* m_text;
+    std::unique_ptr<ContextMenus> m_menus;
     std::vector<DocumentView*> m_views;
     int m_icon = 0;
     bool m_hexChosen = false;

@@ -1,0 +1,157 @@
+#include "document/ContextMenus.h"
+
+#include "document/DocumentHost.h"
+#include "document/frmDocument.h"
+#include "platform/Icons.h"
+
+#include <QAction>
+#include <QMenu>
+
+#include <span>
+
+namespace {
+
+enum class Rule {
+    Always,
+    Unlocked,   ///< enabled exactly when the document is not read-only
+    ShowsLock,  ///< checked when it is
+};
+
+/// One entry, in the order in which they stand there.
+struct Entry {
+    const char* menu;     ///< name of the sub-menu it stands in; empty: the menu itself
+    const char* name;     ///< also the entry's object name; empty: a separator
+    const char* caption;  ///< of a sub-menu when nothing is run
+    const char* icon = "";
+    void (*run)(frmDocument&) = nullptr;
+    Rule rule = Rule::Always;
+};
+
+template <auto operation>
+void call(frmDocument& document) {
+    (document.*operation)();
+}
+
+void changeReadOnly(frmDocument& document) {
+    document.gParent->ChangeReadOnly();
+}
+
+/// Stands where the document has no such operation yet: the entry is there, disabled.
+void toCome(frmDocument&) {}
+
+using Document = frmDocument;
+
+constexpr Entry gap = {"", "", "-"};
+
+constexpr Entry textEntries[] = {
+    {"", "mnuCopy", "Copy", "copy", call<&Document::Copy>},
+    {"", "mnuPaste", "Paste", "paste", call<&Document::Paste>, Rule::Unlocked},
+    {"", "mnuCut", "Cut", "cut", call<&Document::Cut>, Rule::Unlocked},
+    gap,
+    {"", "mnuUndo", "Undo", "undo", call<&Document::Undo>, Rule::Unlocked},
+    {"", "mnuRedo", "Redo", "redo", call<&Document::Redo>, Rule::Unlocked},
+    gap,
+    {"", "mnuFind", "Find...", "search", toCome},
+    {"", "mnuReplace", "Replace...", "", toCome},
+    {"", "mnuIncSearch", "Incremental Search", "", toCome},
+    {"", "mnuRevIncSearch", "Reverse Incremental Search", "", toCome},
+    {"", "mnuGoto", "Go to...", "", call<&Document::GotoLine>},
+    gap,
+    {"", "mnuSelectWord", "Select Word", "", call<&Document::SelectWord>},
+    {"", "mnuSelectLine", "Select Line", "selectline", call<&Document::SelectLine>},
+    {"", "mnuSelectPara", "Select Paragraph", "", call<&Document::SelectPara>},
+    {"", "mnuSelectAll", "Select All", "selectall", call<&Document::SelectAll>},
+    gap,
+    {"", "mnuIndent", "Indent", "indent", call<&Document::Indent>, Rule::Unlocked},
+    {"", "mnuUnindent", "Unindent", "unindent", call<&Document::Unindent>, Rule::Unlocked},
+    {"", "mnuChangeCase", "Change Case", "", nullptr, Rule::Unlocked},
+    {"mnuChangeCase", "mnuToUpper", "Change to upper case", "toupper", call<&Document::ToUppercaseSel>},
+    {"mnuChangeCase", "mnuToLower", "Change to lower case", "tolower", call<&Document::ToLowercaseSel>},
+    {"", "mnuLineDelete", "Line Delete", "", nullptr, Rule::Unlocked},
+    {"mnuLineDelete", "mnuCutLine", "Cut Line", "", call<&Document::LineCut>},
+    {"mnuLineDelete", "mnuDeleteLine", "Delete Line", "", call<&Document::LineDelete>},
+    {"mnuLineDelete", "mnuDeleteToStart", "Delete to Start of Line", "", call<&Document::LineDeleteToStart>},
+    {"mnuLineDelete", "mnuDeleteToEnd", "Delete to End of Line", "", call<&Document::LineDeleteToEnd>},
+    gap,
+    {"", "mnuToggleBookmark", "Toggle Bookmark", "bookmark", toCome},
+    {"", "mnuFirstBookmark", "First Bookmark", "", toCome},
+    {"", "mnuLastBookmark", "Last Bookmark", "", toCome},
+    gap,
+    {"", "mnuReadonly", "ReadOnly", "readonly", changeReadOnly, Rule::ShowsLock},
+    {"", "mnuProp", "Properties...", "prop", call<&Document::Properties>},
+};
+
+constexpr Entry hexEntries[] = {
+    {"", "mnuHexCopy", "Copy", "copy", call<&Document::Copy>},
+    {"", "mnuHexUndo", "Undo", "undo", call<&Document::Undo>, Rule::Unlocked},
+    gap,
+    {"", "mnuHexFind", "Find...", "search", toCome},
+    {"", "mnuHexReplace", "Replace...", "", toCome},
+    {"", "mnuHexGotoPage", "Goto Page...", "", call<&Document::GotoPage>},
+    {"", "mnuHexGotoOffset", "Goto Offset...", "", call<&Document::GotoOffset>},
+    gap,
+    {"", "mnuHexToggleBookmark", "Toggle Bookmark", "bookmark", toCome},
+    {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", toCome},
+    {"", "mnuHexDelAllBookmark", "Bookmark Clear", "bookclear", toCome},
+    gap,
+    {"", "mnuHexReadonly", "ReadOnly", "readonly", changeReadOnly, Rule::ShowsLock},
+};
+
+void addCommand(QMenu& menu, const Entry& entry, frmDocument& document) {
+    QAction* action = menu.addAction(QString::fromLatin1(entry.caption));
+    action->setObjectName(QString::fromLatin1(entry.name));
+    action->setCheckable(entry.rule == Rule::ShowsLock);
+    action->setEnabled(entry.run != toCome);
+    if (*entry.icon != '\0')
+        action->setIcon(Icons::named(entry.icon));
+    QObject::connect(action, &QAction::triggered, &document, [&document, run = entry.run] { run(document); });
+}
+
+void addSubMenu(QMenu& menu, const Entry& entry) {
+    QMenu* added = menu.addMenu(QString::fromLatin1(entry.caption));
+    added->setObjectName(QString::fromLatin1(entry.name));
+    added->menuAction()->setObjectName(QString::fromLatin1(entry.name));
+}
+
+QMenu* build(const char* name, std::span<const Entry> entries, frmDocument& document) {
+    auto* menu = new QMenu(&document);
+    menu->setObjectName(QString::fromLatin1(name));
+    for (const Entry& entry : entries) {
+        QMenu* place = *entry.menu == '\0' ? menu : menu->findChild<QMenu*>(QString::fromLatin1(entry.menu));
+        if (*entry.name == '\0')
+            place->addSeparator();
+        else if (entry.run == nullptr)
+            addSubMenu(*place, entry);
+        else
+            addCommand(*place, entry, document);
+    }
+    return menu;
+}
+
+void show(QMenu& menu, std::span<const Entry> entries, bool readOnly, const QPoint& place) {
+    for (const Entry& entry : entries) {
+        if (entry.rule == Rule::Always)
+            continue;
+        auto* action = menu.findChild<QAction*>(QString::fromLatin1(entry.name));
+        if (entry.rule == Rule::ShowsLock)
+            action->setChecked(readOnly);
+        else
+            action->setEnabled(!readOnly);
+    }
+    menu.popup(place);
+}
+
+}  // namespace
+
+ContextMenus::ContextMenus(frmDocument& document)
+    : m_document(document),
+      m_text(build("EditText", textEntries, document)),
+      m_hex(build("HEX", hexEntries, document)) {}
+
+void ContextMenus::showText(const QPoint& globalPosition) {
+    show(*m_text, textEntries, m_document.isReadOnly, globalPosition);
+}
+
+void ContextMenus::showHex(const QPoint& globalPosition) {
+    show(*m_hex, hexEntries, m_document.isReadOnly, globalPosition);
+}
