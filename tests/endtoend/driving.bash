@@ -1,0 +1,53 @@
+# What the scripts here share: a home of its own for the program, and somebody in front of it with a keyboard.
+set -eu
+
+scratch=$(mktemp -d)
+running=''
+cleanUp() {
+    [[ -n $running ]] && kill "$running" 2>/dev/null && wait "$running" 2>/dev/null
+    rm -rf "$scratch"
+}
+trap cleanUp EXIT
+fail() {
+    echo "$*" >&2
+    [[ -s $scratch/errors ]] && cat "$scratch/errors" >&2
+    exit 1
+}
+
+export HOME=$scratch XDG_RUNTIME_DIR=$scratch/run XDG_CONFIG_HOME=$scratch/config XDG_DATA_HOME=$scratch/data QT_QPA_PLATFORM=xcb
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+
+# startProgram ARGUMENT...: in the background.
+startProgram() {
+    "$QUILLMARK" "$@" 2>"$scratch/errors" &
+    running=$!
+}
+
+# waitFor SECONDS COMMAND...: until the command succeeds.
+waitFor() {
+    local tries=$(($1 * 10))
+    shift
+    while ((tries-- > 0)); do
+        "$@" && return
+        kill -0 "$running" 2>/dev/null || return 1
+        sleep 0.1
+    done
+    return 1
+}
+
+# windowOf PATTERN: a window whose title fits is there; its number goes into $scratch/window.
+windowOf() { xdotool search --onlyvisible --name "$1" >"$scratch/window" 2>/dev/null && [[ -s $scratch/window ]]; }
+noWindowOf() { ! windowOf "$1"; }
+focusWindow() { xdotool windowfocus --sync "$(head -n 1 "$scratch/window")"; }
+press() { xdotool key --delay 30 "$@"; }
+
+# The program ends within half a minute, and without a fault.
+expectEnd() {
+    local tries=300
+    while ((tries-- > 0)) && kill -0 "$running" 2>/dev/null; do
+        sleep 0.1
+    done
+    kill -0 "$running" 2>/dev/null && fail "the program did not close"
+    wait "$running" || fail "the program ended with a fault"
+    running=''
+}
