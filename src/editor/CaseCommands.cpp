@@ -1,6 +1,7 @@
 #include "editor/CaseCommands.h"
 
 #include "editor/ControlText.h"
+#include "editor/KeptBookmarks.h"
 
 #include <algorithm>
 #include <vector>
@@ -68,6 +69,7 @@ void changeWord(CodeMax& control, TextCase::Change change) {
 }
 
 void changeSelection(CodeMax& control, TextCase::Change change) {
+    const KeptBookmarks kept(control);
     std::vector<Part> parts = selectedParts(control);
     if (std::ranges::all_of(parts, [](const Part& part) { return part.span.empty(); }))
         return;

@@ -2,6 +2,7 @@
 
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
+#include "editor/KeptBookmarks.h"
 #include "editor/LineCommands.h"
 #include "editor/Utf8Text.h"
 
@@ -208,6 +209,7 @@ QString CodeMax::Text() const {
 
 void CodeMax::setText(const QString& text) {
     const EditScope scope(*this, EditScope::Grouped);
+    const KeptBookmarks kept(*this);
     const QByteArray utf8 = heldForm(text);
     send(SCI_SETTARGETRANGE, 0, m_text.length());
     SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
@@ -221,6 +223,7 @@ QString CodeMax::SelText() const {
 
 void CodeMax::setSelText(const QString& text) {
     const EditScope scope(*this, EditScope::Grouped);
+    const KeptBookmarks kept(*this);
     replaceSelection(heldForm(text));
 }
 
@@ -322,12 +325,14 @@ bool CodeMax::CanRedo() const {
 
 void CodeMax::Undo() {
     const EditScope scope(*this);
+    const KeptBookmarks kept(*this);
     m_typing = false;
     send(SCI_UNDO);
 }
 
 void CodeMax::Redo() {
     const EditScope scope(*this);
+    const KeptBookmarks kept(*this);
     m_typing = false;
     send(SCI_REDO);
 }

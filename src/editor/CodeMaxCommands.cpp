@@ -12,8 +12,11 @@ namespace {
 
 using Sci = QsciScintillaBase;
 
-/// Whether a command changes the text and so keeps still while it is locked.
-enum class Kind { Looks, Edits };
+enum class Kind {
+    Looks,
+    Edits,  ///< keeps still while the text is locked
+    Sets    ///< something for a later command, to which a repeat count is left
+};
 
 struct CommandRow {
     int number;
@@ -47,8 +50,8 @@ constexpr CommandRow Commands[] = {
     {170, Kind::Looks, [](CodeMax& control, Text) { control.replaceNext(); }},
     {174, Kind::Looks, [](CodeMax& control, Text) { control.findPrevious(); }},
     {176, Kind::Looks, [](CodeMax& control, Text) { control.findNext(); }},
-    {179, Kind::Looks, [](CodeMax& control, Text text) { control.setSearchText(text); }},
-    {180, Kind::Looks, [](CodeMax& control, Text text) { control.setReplacementText(text); }},
+    {179, Kind::Sets, [](CodeMax& control, Text text) { control.setSearchText(text); }},
+    {180, Kind::Sets, [](CodeMax& control, Text text) { control.setReplacementText(text); }},
     {189, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
     {191, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
     {204, Kind::Looks, [](CodeMax& control, Text) { control.ToggleBookmark(); }},
@@ -57,14 +60,14 @@ constexpr CommandRow Commands[] = {
     {207, Kind::Looks, [](CodeMax& control, Text) { control.ClearAllBookmarks(); }},
     {208, Kind::Looks, [](CodeMax& control, Text) { control.FirstBookmark(); }},
     {209, Kind::Looks, [](CodeMax& control, Text) { control.LastBookmark(); }},
-    {230, Kind::Looks, [](CodeMax& control, Text) { control.setSearchRegExp(true); }},
-    {231, Kind::Looks, [](CodeMax& control, Text) { control.setSearchRegExp(false); }},
-    {232, Kind::Looks, [](CodeMax& control, Text) { control.setSearchWholeWord(true); }},
-    {233, Kind::Looks, [](CodeMax& control, Text) { control.setSearchWholeWord(false); }},
-    {234, Kind::Looks, [](CodeMax& control, Text) { control.setPreserveCase(true); }},
-    {235, Kind::Looks, [](CodeMax& control, Text) { control.setPreserveCase(false); }},
-    {236, Kind::Looks, [](CodeMax& control, Text) { control.setSearchCaseSensitive(true); }},
-    {237, Kind::Looks, [](CodeMax& control, Text) { control.setSearchCaseSensitive(false); }},
+    {230, Kind::Sets, [](CodeMax& control, Text) { control.setSearchRegExp(true); }},
+    {231, Kind::Sets, [](CodeMax& control, Text) { control.setSearchRegExp(false); }},
+    {232, Kind::Sets, [](CodeMax& control, Text) { control.setSearchWholeWord(true); }},
+    {233, Kind::Sets, [](CodeMax& control, Text) { control.setSearchWholeWord(false); }},
+    {234, Kind::Sets, [](CodeMax& control, Text) { control.setPreserveCase(true); }},
+    {235, Kind::Sets, [](CodeMax& control, Text) { control.setPreserveCase(false); }},
+    {236, Kind::Sets, [](CodeMax& control, Text) { control.setSearchCaseSensitive(true); }},
+    {237, Kind::Sets, [](CodeMax& control, Text) { control.setSearchCaseSensitive(false); }},
 };
 
 }  // namespace
@@ -75,7 +78,7 @@ void CodeMax::ExecuteCmd(int number, const QString& argument) {
         return;
     const EditScope scope(*this, EditScope::Grouped);
     m_typing = false;
-    const int times = takeRepeatCount();
+    const int times = row->kind == Kind::Sets ? 1 : takeRepeatCount();
     for (int done = 0; done < times; ++done)
         row->run(*this, argument);
 }

@@ -1,6 +1,7 @@
 #include "editor/LineCommands.h"
 
 #include "editor/ControlText.h"
+#include "editor/KeptBookmarks.h"
 
 #include <algorithm>
 
@@ -99,6 +100,7 @@ void unindent(CodeMax& control) {
 void sort(CodeMax& control, LineSort::Order order) {
     if (TextSpans::selection(control).empty())
         return;
+    const KeptBookmarks kept(control);
     const Span lines = TextSpans::selectedLines(control);
     const QByteArray before = control.bytes(lines.from, lines.to);
     const std::string after = LineSort::sorted({before.constData(), static_cast<std::size_t>(before.size())}, order);

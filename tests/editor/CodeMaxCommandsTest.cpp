@@ -314,6 +314,14 @@ TEST_F(CodeMaxRepeating, TakesBackAndBringsBackSeveralSteps) {
     EXPECT_EQ(control.Text(), QStringLiteral("a\nb\n"));
 }
 
+TEST_F(CodeMaxRepeating, LeavesTheCountToWhatActs) {
+    put("|");
+    control.setRepeatCount(2);
+    control.ExecuteCmd(179, QStringLiteral("text"));
+    control.ExecuteCmd(236);
+    EXPECT_EQ(control.repeatCount(), 2);
+}
+
 TEST_F(CodeMaxRepeating, EscapeLeavesTheCount) {
     put("|");
     control.setRepeatCount(5);
@@ -518,4 +526,28 @@ TEST_F(CodeMaxRepeating, TakesBackAndBringsBackInALineHeldInPieces) {
     EXPECT_TRUE(control.Text() == text);
     key(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_TRUE(control.Text() == typed);
+}
+
+TEST_F(CodeMaxEveryCommand, ThatReplacesLinesKeepsTheirBookmarks) {
+    for (const int number : {SortUp, SortDown, SelectionUpper, Indent}) {
+        put("d[\nb\nc\na|");
+        control.ClearAllBookmarks();
+        control.setBookmarkAt(1, true);
+        control.setBookmarkAt(2, true);
+        const auto marked = [this] {
+            QString lines;
+            for (qint64 line = 0; line < 4; ++line)
+                lines += control.BookmarkAt(line) ? u'x' : u'-';
+            return lines;
+        };
+        control.ExecuteCmd(number);
+        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        control.Undo();
+        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        control.Redo();
+        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        control.SelectAll();
+        control.setSelText(QStringLiteral("1\n2\n3\n4"));
+        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+    }
 }
