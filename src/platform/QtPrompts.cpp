@@ -8,27 +8,31 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QScreen>
 
 namespace {
 
-/// No path that a file can have is longer; what is gets cut in the middle, or the box would fill the screen.
+/// No path that a file can have is longer.
 constexpr qsizetype longestText = 6000;
-/// Nor more lines, as a name may hold line ends.
-constexpr qsizetype mostLines = 40;
+/// Logical pixels that a box gives its text at least before it breaks a line.
+constexpr int narrowestText = 400;
 
-QString shortened(const QString& text) {
-    if (text.size() <= longestText)
-        return text;
-    return text.left(longestText / 2) + u'\u2026' + text.right(longestText / 2);
+/// Whether the box with the text stays well inside its screen, in lines as narrow as they get.
+bool fits(const QMessageBox& box, const QString& text) {
+    const QRect lines =
+        box.fontMetrics().boundingRect(QRect(0, 0, narrowestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text);
+    return lines.height() <= box.screen()->availableGeometry().height() * 3 / 5;
 }
 
-QString fitting(const QString& text) {
-    QStringList lines = shortened(text).split(u'\n');
-    if (lines.size() > mostLines) {
-        lines.remove(mostLines / 2, lines.size() - mostLines);
-        lines.insert(mostLines / 2, QStringLiteral("\u2026"));
+/// Cut in the middle until its buttons can be seen.
+QString fitting(const QMessageBox& box, const QString& text) {
+    qsizetype kept = qMin(text.size(), longestText);
+    QString shown = text;
+    while (kept > 0 && (shown.size() > longestText + 1 || !fits(box, shown))) {
+        shown = text.left(kept / 2) + u'\u2026' + text.right(kept / 2);
+        kept = kept * 2 / 3;
     }
-    return lines.join(u'\n');
+    return shown;
 }
 
 QString folderOf(const QString& file) {
@@ -38,7 +42,7 @@ QString folderOf(const QString& file) {
 void setUp(QMessageBox& box, const QString& text, const QString& title) {
     box.setWindowTitle(title.isEmpty() ? QStringLiteral("Quillmark") : title);
     box.setTextFormat(Qt::PlainText);
-    box.setText(fitting(text));
+    box.setText(fitting(box, text));
 }
 
 /// Goes away by one of its buttons and by nothing else.

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -52,16 +53,29 @@ TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {
     prompts.message(nullptr, text, QString());
 }
 
-TEST(QtPrompts, AMessageOfManyLinesKeepsItsFirstAndLastOnes) {
+TEST(QtPrompts, WhatIsTooMuchForTheScreenKeepsItsBeginningEndAndButtons) {
     QtPrompts prompts;
-    whenShown<QMessageBox>([](QMessageBox& box) {
-        const QStringList lines = box.text().split(u'\n');
-        EXPECT_LT(lines.size(), 50);
-        EXPECT_EQ(lines.first(), QStringLiteral("first"));
-        EXPECT_EQ(lines.last(), QStringLiteral("File not found!"));
+    for (const QString& middle : {QString(2'000, u'\n'), QStringLiteral("a b ").repeated(1'500),
+                                  QStringLiteral("\u6F22 ").repeated(3'000), QStringLiteral("W ").repeated(50'000)}) {
+        whenShown<QMessageBox>([](QMessageBox& box) {
+            EXPECT_TRUE(box.text().startsWith(QLatin1String("first ")));
+            EXPECT_TRUE(box.text().contains(u'\u2026'));
+            EXPECT_TRUE(box.text().endsWith(QLatin1String("\nFile not found!")));
+            EXPECT_LT(box.height(), box.screen()->availableGeometry().height());
+            box.accept();
+        });
+        prompts.message(nullptr, QLatin1String("first ") + middle + QLatin1String("\nFile not found!"), {});
+    }
+}
+
+TEST(QtPrompts, AnUsualPathIsShownWhole) {
+    QtPrompts prompts;
+    const QString text = QStringLiteral("/home/u/notes").repeated(20) + QLatin1String("\nFile not found!");
+    whenShown<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.text(), text);
         box.accept();
     });
-    prompts.message(nullptr, QLatin1String("first") + QString(2'000, u'\n') + QLatin1String("File not found!"), {});
+    prompts.message(nullptr, text, {});
 }
 
 TEST(QtPrompts, WithoutAFolderADialogBeginsWhereAFileWasChosenLast) {
