@@ -1,6 +1,7 @@
 #include "shell/FindBar.h"
 
 #include "document/frmDocument.h"
+#include "editor/CodeMax.h"
 #include "shell/Commands.h"
 #include "shell/FrameParts.h"
 #include "shell/ListFile.h"
@@ -110,7 +111,7 @@ void FindBar::FindPrevious() {
 }
 
 void FindBar::takeFindHistory() {
-    const QStringList entries = m_parts.rooms->FindHistory().split(u'\n');
+    const QStringList entries = CodeMax::FindHistory().split(u'\n');
     for (const QString& entry : entries)
         AddSearchKey(entry, false);
 }

@@ -11,7 +11,7 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // The control's global object: macros, hot keys, language colours, find history.
+    // The control's global object: macros, hot keys, language colours.
     virtual void createEditorGlobals() {}
     /// Every "N.dem" of the macros folder into slot N.
     virtual void loadMacroFiles() {}
@@ -26,8 +26,6 @@ class RoomsToCome {
     virtual void SaveMacros() {}
     /// The macro dialog, modal.
     virtual void ShowMacros() {}
-    /// What was searched for in the control's own dialogs, an entry a line.
-    virtual QString FindHistory() { return {}; }
 
     // The language table.
     virtual void loadLanguages() {}

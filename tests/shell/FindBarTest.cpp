@@ -1,4 +1,5 @@
 #include "FrameFixture.h"
+#include "editor/SearchHistory.h"
 #include "settings/Options.h"
 #include "shell/FindBar.h"
 #include "shell/ListFile.h"
@@ -80,7 +81,8 @@ TEST_F(FindBarOfTheFrame, TheFocusBringsWhatTheDialogsHaveSearched) {
     enter(QStringLiteral("own"));
     box().setEditText(QStringLiteral("half typed"));
     active()->setFocus();
-    m_rooms.findHistory = QStringLiteral("one\nown\n\ntwo");
+    for (const char* text : {"two", "own", "one"})
+        SearchHistory::ofFinds().add(QString::fromLatin1(text));
     box().setFocus();
     EXPECT_EQ(keys(), QStringList({QStringLiteral("two"), QStringLiteral("one"), QStringLiteral("own")}));
     EXPECT_EQ(box().currentText(), QStringLiteral("half typed"));

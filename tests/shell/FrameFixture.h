@@ -59,7 +59,6 @@ class NotedRooms : public RoomsToCome {
     QStringList calls;
     QMap<int, QString> hotKeys;
     QStringList languages;
-    QString findHistory;
 
     QStringList take() { return std::exchange(calls, {}); }
 
@@ -78,7 +77,6 @@ class NotedRooms : public RoomsToCome {
     }
     void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
     QStringList languageNames() override { return languages; }
-    QString FindHistory() override { return findHistory; }
     void FindText(frmDocument*, const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override {
         calls << QStringLiteral("FindText %1 %2%3%4").arg(text).arg(regExp).arg(caseSensitive).arg(wholeWord);
     }
