@@ -27,6 +27,24 @@ TEST_F(DocumentClose, YesSavesAndNoDiscards) {
     }
 }
 
+TEST_F(DocumentClose, CloseAllAsksForEachChangedDocumentAndSavesThatOne) {
+    start();
+    const QString first = fileOf("1", QStringLiteral("1.txt"));
+    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    open(first);
+    type(QStringLiteral("x"));
+    open(second);
+    type(QStringLiteral("y"));
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    run("mnuAllFileClose");
+    EXPECT_EQ(m_prompts.questions,
+              QStringList({QStringLiteral("Save %1 ?").arg(second), QStringLiteral("Save %1 ?").arg(first)}));
+    EXPECT_EQ(bytesOf(first), "1");
+    EXPECT_EQ(bytesOf(second), "y2");
+    EXPECT_TRUE(documents().isEmpty());
+}
+
 TEST_F(DocumentClose, KeysAreNeverUsedAgain) {
     start();
     run("mnuFileNew");

@@ -138,6 +138,35 @@ TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
     EXPECT_EQ(active()->GetEditor()->languageFile(), path(QStringLiteral("b.html")));
 }
 
+TEST_F(DocumentSave, CaptionsCanBeNamesOnlyAfterEverySave) {
+    set("ShowFullPath", "0");
+    start();
+    m_prompts.answerSavePath(path(QStringLiteral("a.txt")));
+    run("mnuFileSave");
+    EXPECT_EQ(active()->Caption(), QStringLiteral("a.txt"));
+    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("a.txt")));
+    m_prompts.answerSavePath(path(QStringLiteral("b.txt")));
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->Caption(), QStringLiteral("b.txt"));
+    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("b.txt")));
+}
+
+TEST_F(DocumentSave, ACancelledSaveAsMovesNothing) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(QStringLiteral("x"));
+    const QString taken = fileOf("taken", QStringLiteral("taken.txt"));
+    m_prompts.answerSavePath(taken);
+    m_prompts.answerNo();
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_TRUE(active()->isChange);
+    EXPECT_EQ(bytesOf(taken), "taken");
+    EXPECT_EQ(bytesOf(file), "a");
+}
+
 TEST_F(DocumentSave, SaveAllTakesEveryTabAndReturnsToTheFirstChosen) {
     start();
     const QString first = fileOf("1", QStringLiteral("1.txt"));
