@@ -1,7 +1,7 @@
 #include "editor/TextCodec.h"
 #include "editor/TextCodecBytes.h"
 #include "editor/TextCodecMarks.h"
-#include "editor/TextCodecWindows1252.h"
+#include "platform/Windows1252.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -56,7 +56,7 @@ class Windows1252Output {
     }
 
     bool add(char32_t character) {
-        const int byte = TextCodecWindows1252::byteOf(character);
+        const int byte = Windows1252::byteOf(character);
         if (byte < 0)
             return false;
         *m_at++ = static_cast<char>(byte);

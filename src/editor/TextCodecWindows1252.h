@@ -3,8 +3,7 @@
 #include <array>
 #include <cstdint>
 
-/// Windows-1252, one byte a character. The five bytes without a character of their own (81 8D 8F 90 9D) stand for the
-/// control character of the same number, so that every byte has its character. For the codec's own use.
+/// The characters of Windows-1252 in UTF-8. For the codec's own use.
 namespace TextCodecWindows1252 {
 
 /// The UTF-8 of one byte.
@@ -15,8 +14,5 @@ struct Character {
 
 /// Indexed by the byte.
 extern const std::array<Character, 256> Characters;
-
-/// The byte of a character, -1 when there is none.
-int byteOf(char32_t character);
 
 }  // namespace TextCodecWindows1252
