@@ -28,6 +28,18 @@ class DocumentView {
     virtual void Paste() = 0;
     virtual void SelectAll() = 0;
 
+    /// These answer whether a match was found; they have let events run when none was.
+    virtual bool FindNext(const QString& text) = 0;
+    virtual bool FindPrev(const QString& text) = 0;
+    virtual bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) = 0;
+
+    virtual void ToggleBookmark() = 0;
+    virtual void NextBookmark() = 0;
+    virtual void PrevBookmark() = 0;
+    virtual void BookmarkFirst() = 0;
+    virtual void BookmarkLast() = 0;
+    virtual void ClearAllBookmark() = 0;
+
     /// Where the cursor is, as the status bar shows it.
     virtual QString GetCursorPos() const = 0;
 };

@@ -2,6 +2,7 @@
 
 #include "document/SaveFormats.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -31,6 +32,8 @@ class frmDocument : public QWidget {
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
     Q_PROPERTY(int DocIcon READ DocIcon WRITE SetDocIcon)
     Q_PROPERTY(bool hexChosen READ hexChosen)
+    Q_PROPERTY(qint64 SelStart READ SelStart WRITE setSelStart)
+    Q_PROPERTY(qint64 SelLength READ SelLength WRITE setSelLength)
     Q_PROPERTY(bool LineNumbering READ LineNumbering WRITE setLineNumbering)
     Q_PROPERTY(bool DisplayLeftMargin READ DisplayLeftMargin WRITE setDisplayLeftMargin)
     Q_PROPERTY(bool DisplayWhitespace READ DisplayWhitespace WRITE setDisplayWhitespace)
@@ -85,6 +88,24 @@ class frmDocument : public QWidget {
 
     /// While true a close event of this window is ignored: the Close item is greyed.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
+
+    // Searches and bookmarks (frmDocumentSearch.cpp). Those of one match answer the user with a box when there is none;
+    // those of all matches yield, and the document does not close meanwhile.
+    bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord);
+    void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
+                      bool pWholeWord);
+    void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
+                         bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
+    /// Ends one of the two above, which give what they have gathered.
+    void StopSearch();
+    /// The line counts from 1.
+    void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
+    /// The line counts from 0.
+    void GotoTextLine(qint64 pLine);
+    qint64 SelStart() const;
+    void setSelStart(qint64 position);
+    qint64 SelLength() const;
+    void setSelLength(qint64 length);
 
     /// What the text view shows, as the View menu toggles it.
     bool LineNumbering() const;
@@ -142,6 +163,14 @@ class frmDocument : public QWidget {
     void Spelling();
     void RecordMarco();
     void ExecMacro(int n);
+    void FindNext(const QString& pFindText);
+    void FindPrev(const QString& pFindText);
+    void ToggleBookmark();
+    void NextBookmark();
+    void PrevBookmark();
+    void FirstBookmark();
+    void LastBookmark();
+    void ClearAllBookmark();
 
  Q_SIGNALS:
     /// The changed or locked state moved.
@@ -170,6 +199,8 @@ class frmDocument : public QWidget {
     void changeLines(QString (*operation)(const QString& text));
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
+    class CloseStop;
+    static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
     Prompts& m_prompts;

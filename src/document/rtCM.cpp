@@ -53,9 +53,9 @@ void rtCM::connectControl() {
         HighLightLine();
         Q_EMIT SelChange();
     });
-    connect(m_control, &CodeMax::MouseDown, this, &rtCM::MouseDown);
     connect(m_control, &CodeMax::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &CodeMax::DropFile, this, &rtCM::DropFile);
+    connectSearch();
 }
 
 bool rtCM::OpenFile(const QString& pFilename, bool bIgnoreError) {

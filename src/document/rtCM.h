@@ -6,6 +6,8 @@
 #include <QColor>
 #include <QWidget>
 
+#include <functional>
+
 class CodeMax;
 class Prompts;
 struct Options;
@@ -14,8 +16,8 @@ struct SystemError;
 /// The text view: a facade of one editing control, through which everything the program does to text goes. Owned by the
 /// document or panel that shows it. Lines and columns count from 0, positions and lengths are UTF-16 units.
 ///
-/// It yields to nothing but the message box of a failed load or save. An error of the control becomes such a box and
-/// the answer false; text, undo and FileChanged then are as before.
+/// It yields to the message box of a failed load or save, and in its searches. An error of the control becomes such a
+/// box and the answer false; text, undo and FileChanged then are as before.
 class rtCM : public QWidget, public DocumentView {
     Q_OBJECT
     Q_PROPERTY(bool IgnoreCmdFailure MEMBER IgnoreCmdFailure)
@@ -27,6 +29,9 @@ class rtCM : public QWidget, public DocumentView {
     Q_PROPERTY(bool DisplayLeftMargin READ DisplayLeftMargin WRITE setDisplayLeftMargin)
     Q_PROPERTY(bool DisplayWhitespace READ DisplayWhitespace WRITE setDisplayWhitespace)
     Q_PROPERTY(bool BraceMatching READ BraceMatching WRITE setBraceMatching)
+    Q_PROPERTY(bool SearchCaseSensitive READ SearchCaseSensitive WRITE setSearchCaseSensitive)
+    Q_PROPERTY(bool SearchRegExp READ SearchRegExp WRITE setSearchRegExp)
+    Q_PROPERTY(bool SearchWholeWord READ SearchWholeWord WRITE setSearchWholeWord)
 
  public:
     /// Prompts and options outlive the view.
@@ -154,6 +159,39 @@ class rtCM : public QWidget, public DocumentView {
     void SetActiveMargin(const QColor& pColor = {});
     void SetInactiveMargin();
 
+    // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev go by the program-wide flags, the others by those
+    // they are given; where a search ends that goes no further by itself, ContinueSearch has it begin anew at the other
+    // end. A search that finds nothing gives the selection back, lets events run once and answers false.
+    bool SearchCaseSensitive() const;
+    void setSearchCaseSensitive(bool on);
+    bool SearchRegExp() const;
+    void setSearchRegExp(bool on);
+    bool SearchWholeWord() const;
+    void setSearchWholeWord(bool on);
+    void SetFindText(const QString& pFindText);
+    /// An empty text repeats the last one.
+    bool FindNext(const QString& pFindText) override;
+    bool FindPrev(const QString& pFindText) override;
+    bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
+    /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
+    /// whenever 20 ms have passed, so the view may be gone when they return; the list they have given is good then too.
+    void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
+                      bool pWholeWord);
+    /// The list holds where each replacement lies, with the length of `pReplace`. One undo step.
+    void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
+                         bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
+    /// Called while one of the two above yields: it ends with what it has.
+    void StopSearch();
+
+    void ToggleBookmark() override;
+    void NextBookmark() override;
+    void PrevBookmark() override;
+    void BookmarkFirst() override;
+    void BookmarkLast() override;
+    void ClearAllBookmark() override;
+    /// The line counts from 1.
+    void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
+
     qint64 TotalWords() const;
     qint64 TotalChars() const;
     qint64 TotalCharsNoSpace() const;
@@ -198,9 +236,24 @@ class rtCM : public QWidget, public DocumentView {
     bool report(const SystemError& error, bool ignoreError);
     bool nothingSelected() const;
 
+    struct Selected {
+        qint64 anchor;
+        qint64 caret;
+    };
+    void connectSearch();
+    void takeProgramFlags();
+    bool foundBy(int command);
+    bool findAround(const QString& text, int find, int goToEnd);
+    Selected selected() const;
+    void giveBack(const Selected& before);
+    void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
+    void clickLeftMargin(Qt::MouseButton button, int x, int y);
+
     Prompts& m_prompts;
     const Options& m_options;
     CodeMax* m_control;
     QString m_languageFile;
     qint64 m_lastHighlightLine = -1;
+    bool m_findFailed = false;
+    bool m_searchStopped = false;
 };

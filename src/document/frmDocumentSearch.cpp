@@ -1,0 +1,119 @@
+// A document's searches and bookmarks: the visible view's, and what the user is asked and told.
+
+#include "document/DocumentView.h"
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+#include "platform/Prompts.h"
+
+#include <QPointer>
+
+/// While it lives no close event ends the document: a loop that yields is at work in it.
+class frmDocument::CloseStop {
+ public:
+    explicit CloseStop(frmDocument& document) : m_document(&document) { ++document.m_loads; }
+    ~CloseStop() {
+        if (m_document)
+            --m_document->m_loads;
+    }
+    CloseStop(const CloseStop&) = delete;
+    CloseStop& operator=(const CloseStop&) = delete;
+
+ private:
+    QPointer<frmDocument> m_document;
+};
+
+// One match, in the visible view
+
+void frmDocument::answerSearch(bool found, const QPointer<frmDocument>& alive) {
+    if (alive && !found)
+        alive->m_prompts.message(alive, QStringLiteral("The search string not found."));
+}
+
+void frmDocument::FindNext(const QString& pFindText) {
+    const QPointer<frmDocument> alive(this);
+    answerSearch(visibleView().FindNext(pFindText), alive);
+}
+
+void frmDocument::FindPrev(const QString& pFindText) {
+    const QPointer<frmDocument> alive(this);
+    answerSearch(visibleView().FindPrev(pFindText), alive);
+}
+
+bool frmDocument::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) {
+    const QPointer<frmDocument> alive(this);
+    const bool found = visibleView().FindText(pText, RegExpOn, CaseSensitiveOn, WholeWord);
+    answerSearch(found, alive);
+    return found;
+}
+
+// All matches, in the text view
+
+void frmDocument::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
+                               bool pWholeWord) {
+    const CloseStop stop(*this);
+    m_text->FindAllMatch(pFindText, pListResults, pRegExp, pCaseSensitive, pWholeWord);
+}
+
+void frmDocument::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults,
+                                  bool pRegExp, bool pCaseSensitive, bool pPreserveCase, bool pWholeWord) {
+    const CloseStop stop(*this);
+    m_text->ReplaceAllMatch(pFindText, pReplace, pListResults, pRegExp, pCaseSensitive, pPreserveCase, pWholeWord);
+}
+
+void frmDocument::StopSearch() {
+    m_text->StopSearch();
+}
+
+// Bookmarks, in the visible view
+
+void frmDocument::ToggleBookmark() {
+    visibleView().ToggleBookmark();
+}
+
+void frmDocument::NextBookmark() {
+    visibleView().NextBookmark();
+}
+
+void frmDocument::PrevBookmark() {
+    visibleView().PrevBookmark();
+}
+
+void frmDocument::FirstBookmark() {
+    visibleView().BookmarkFirst();
+}
+
+void frmDocument::LastBookmark() {
+    visibleView().BookmarkLast();
+}
+
+void frmDocument::ClearAllBookmark() {
+    const QPointer<frmDocument> alive(this);
+    if (m_prompts.askYesNo(this, QStringLiteral("Clear all bookmarks?")) && alive)
+        visibleView().ClearAllBookmark();
+}
+
+// Places, in the text view
+
+void frmDocument::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {
+    m_text->EnableBookmarkAt(pLine, pBookmarked);
+}
+
+void frmDocument::GotoTextLine(qint64 pLine) {
+    m_text->GotoTextLine(pLine);
+}
+
+qint64 frmDocument::SelStart() const {
+    return m_text->SelStart();
+}
+
+void frmDocument::setSelStart(qint64 position) {
+    m_text->setSelStart(position);
+}
+
+qint64 frmDocument::SelLength() const {
+    return m_text->SelLength();
+}
+
+void frmDocument::setSelLength(qint64 length) {
+    m_text->setSelLength(length);
+}

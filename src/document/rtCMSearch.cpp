@@ -1,0 +1,257 @@
+// The text view's searches and bookmarks: flags, wrap rule, lists of matches.
+
+#include "document/MatchList.h"
+#include "document/rtCM.h"
+#include "editor/CodeMax.h"
+#include "platform/Yield.h"
+#include "platform/YieldPace.h"
+#include "settings/Options.h"
+
+#include <QPointer>
+
+#include <exception>
+
+namespace {
+
+enum Command { FindPrevious = 174, FindFollowing = 176, GoToStart = 189, GoToEnd = 191 };
+
+/// Pixels of the control in which a click means the bookmark, and how far to the right of them the text is asked for.
+constexpr int marginFrom = 6;
+constexpr int marginTo = 25;
+constexpr int textBeside = 25;
+
+/// Keeps a control from being painted, so that a search that goes on from the other end shows nothing on its way.
+class PaintStop {
+ public:
+    explicit PaintStop(CodeMax& control) : m_control(&control) { control.setUpdatesEnabled(false); }
+    ~PaintStop() {
+        if (!m_control)
+            return;
+        m_control->setUpdatesEnabled(true);
+        m_control->Redraw();
+    }
+    PaintStop(const PaintStop&) = delete;
+    PaintStop& operator=(const PaintStop&) = delete;
+
+ private:
+    QPointer<CodeMax> m_control;
+};
+
+}  // namespace
+
+void rtCM::connectSearch() {
+    connect(m_control, &CodeMax::FindWrapped, this, [this] { m_findFailed = true; });
+    connect(m_control, &CodeMax::CommandFailed, this, [this] {
+        m_findFailed = true;
+        if (IgnoreCmdFailure)
+            Redraw();
+    });
+    connect(m_control, &CodeMax::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
+        Q_EMIT MouseDown(button, x, y);
+        clickLeftMargin(button, x, y);
+    });
+}
+
+// Flags of the control
+
+bool rtCM::SearchCaseSensitive() const {
+    return m_control->SearchCaseSensitive();
+}
+
+void rtCM::setSearchCaseSensitive(bool on) {
+    m_control->setSearchCaseSensitive(on);
+}
+
+bool rtCM::SearchRegExp() const {
+    return m_control->SearchRegExp();
+}
+
+void rtCM::setSearchRegExp(bool on) {
+    m_control->setSearchRegExp(on);
+}
+
+bool rtCM::SearchWholeWord() const {
+    return m_control->SearchWholeWord();
+}
+
+void rtCM::setSearchWholeWord(bool on) {
+    m_control->setSearchWholeWord(on);
+}
+
+void rtCM::SetFindText(const QString& pFindText) {
+    m_control->setSearchText(pFindText);
+}
+
+void rtCM::takeProgramFlags() {
+    setSearchCaseSensitive(m_options.CaseSensitiveOn);
+    setSearchRegExp(m_options.RegExpOn);
+    setSearchWholeWord(m_options.WholeWord);
+}
+
+// One match
+
+/// Whether the command found its match without going around an end of the text.
+bool rtCM::foundBy(int command) {
+    m_findFailed = false;
+    m_control->ExecuteCmd(command);
+    return !m_findFailed;
+}
+
+bool rtCM::FindNext(const QString& pFindText) {
+    return findAround(pFindText, FindFollowing, GoToStart);
+}
+
+bool rtCM::FindPrev(const QString& pFindText) {
+    return findAround(pFindText, FindPrevious, GoToEnd);
+}
+
+bool rtCM::findAround(const QString& text, int find, int goToEnd) {
+    takeProgramFlags();
+    if (!text.isEmpty())
+        SetFindText(text);
+    const PaintStop stop(*m_control);
+    const Selected before = selected();
+    if (foundBy(find))
+        return true;
+    if (!m_options.ContinueSearch) {
+        giveBack(before);
+        return false;
+    }
+    const Selected between = selected();
+    m_control->ExecuteCmd(goToEnd);
+    if (foundBy(find))
+        return true;
+    giveBack(between);
+    return false;
+}
+
+bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) {
+    setSearchRegExp(RegExpOn);
+    setSearchCaseSensitive(CaseSensitiveOn);
+    setSearchWholeWord(WholeWord);
+    SetFindText(pText);
+    if (foundBy(FindFollowing))
+        return true;
+    if (!m_options.ContinueSearch)
+        return false;
+    const Selected between = selected();
+    m_control->ExecuteCmd(GoToStart);
+    if (foundBy(FindFollowing))
+        return true;
+    giveBack(between);
+    return false;
+}
+
+rtCM::Selected rtCM::selected() const {
+    return {m_control->AnchorPosition(), m_control->CaretPosition()};
+}
+
+void rtCM::giveBack(const Selected& before) {
+    m_control->setSelection(before.anchor, before.caret);
+    HighLightLine();
+    Q_EMIT SelChange();
+    yieldOnce();
+}
+
+// All matches
+
+void rtCM::StopSearch() {
+    m_searchStopped = true;
+}
+
+/// Runs a loop over matches: command failures redraw meanwhile, and what goes wrong ends it with what it has gathered.
+void rtCM::overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop) {
+    const QPointer<rtCM> alive(this);
+    IgnoreCmdFailure = true;
+    m_findFailed = false;
+    m_searchStopped = false;
+    YieldPace pace;
+    try {
+        loop([&] {
+            if (pace.due())
+                yieldOnce();
+            return alive && !m_searchStopped;
+        });
+    } catch (const std::exception&) {
+    }
+    if (alive)
+        IgnoreCmdFailure = false;
+}
+
+void rtCM::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
+                        bool pWholeWord) {
+    pListResults = QStringLiteral("");
+    if (pFindText.isEmpty() || m_control->heldText().length() == 0)
+        return;
+    setSearchRegExp(pRegExp);
+    setSearchCaseSensitive(pCaseSensitive);
+    setSearchWholeWord(pWholeWord);
+    SetFindText(pFindText);
+    MatchList list;
+    overAllMatches([&](const std::function<bool()>& goesOn) {
+        m_control->findAll([&](const MatchPlace& match) {
+            list.add(match.line, match.position, match.length);
+            return goesOn();
+        });
+    });
+    pListResults = list.text();
+}
+
+void rtCM::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
+                           bool pCaseSensitive, bool pPreserveCase, bool pWholeWord) {
+    pListResults = QStringLiteral("");
+    if (pFindText.isEmpty() || m_control->heldText().length() == 0)
+        return;
+    setSearchRegExp(pRegExp);
+    m_control->setPreserveCase(pPreserveCase);
+    setSearchCaseSensitive(pCaseSensitive);
+    setSearchWholeWord(pWholeWord);
+    SetFindText(pFindText);
+    m_control->setReplacementText(pReplace);
+    MatchList list;
+    overAllMatches([&](const std::function<bool()>& goesOn) {
+        m_control->replaceAll(
+            {goesOn, [&](const MatchPlace& match) { list.add(match.line, match.position, pReplace.size()); }});
+    });
+    pListResults = list.text();
+}
+
+// Bookmarks
+
+void rtCM::ToggleBookmark() {
+    m_control->ExecuteCmd(204);
+}
+
+void rtCM::PrevBookmark() {
+    m_control->ExecuteCmd(205);
+}
+
+void rtCM::NextBookmark() {
+    m_control->ExecuteCmd(206);
+}
+
+void rtCM::ClearAllBookmark() {
+    m_control->ExecuteCmd(207);
+}
+
+void rtCM::BookmarkFirst() {
+    m_control->ExecuteCmd(208);
+}
+
+void rtCM::BookmarkLast() {
+    m_control->ExecuteCmd(209);
+}
+
+void rtCM::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {
+    m_control->setBookmarkAt(pLine - 1, pBookmarked);
+}
+
+void rtCM::clickLeftMargin(Qt::MouseButton button, int x, int y) {
+    if (!ClickLeftMarginBookmark || button != Qt::LeftButton || x < marginFrom || x >= marginTo)
+        return;
+    const qint64 line = m_control->lineAtPoint(x + textBeside, y);
+    const bool bookmarked = !m_control->BookmarkAt(line);
+    m_control->setBookmarkAt(line, bookmarked);
+    Q_EMIT ClickLeftMargin(line, bookmarked);
+    Redraw();
+}

@@ -1,0 +1,132 @@
+#include "DocumentFixture.h"
+
+#include <QPointer>
+#include <QTimer>
+
+namespace {
+
+const QString NotFound = QStringLiteral("The search string not found.");
+
+}  // namespace
+
+class DocumentSearch : public DocumentFixture {
+ protected:
+    DocumentSearch() {
+        m_options.ContinueSearch = false;
+        view().setText(QStringLiteral("one two\nthree two"));
+    }
+};
+
+TEST_F(DocumentSearch, WhatIsFoundIsSelectedWithoutAWord) {
+    m_document.FindNext(QStringLiteral("two"));
+    EXPECT_EQ(m_document.SelStart(), 4);
+    EXPECT_EQ(m_document.SelLength(), 3);
+    m_document.FindNext(QString());
+    EXPECT_EQ(m_document.SelStart(), 14);
+    m_document.FindPrev(QString());
+    EXPECT_EQ(m_document.SelStart(), 4);
+    EXPECT_TRUE(m_document.FindText(QStringLiteral("THREE"), false, false, true));
+    EXPECT_EQ(m_document.SelStart(), 8);
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
+TEST_F(DocumentSearch, WhatIsNotFoundIsTold) {
+    m_document.FindNext(QStringLiteral("four"));
+    m_document.FindPrev(QStringLiteral("four"));
+    EXPECT_FALSE(m_document.FindText(QStringLiteral("four"), false, false, false));
+    EXPECT_EQ(m_prompts.messages, (QStringList{NotFound, NotFound, NotFound}));
+}
+
+TEST_F(DocumentSearch, TextThatOccursOnceIsFoundFromBehindItOnlyWithContinueSearch) {
+    m_document.setSelStart(12);
+    m_document.setSelLength(0);
+    m_document.FindNext(QStringLiteral("one"));
+    EXPECT_EQ(m_prompts.messages, QStringList{NotFound});
+    EXPECT_EQ(m_document.SelStart(), 12);
+    EXPECT_EQ(m_document.SelLength(), 0);
+    m_options.ContinueSearch = true;
+    m_document.FindNext(QStringLiteral("one"));
+    EXPECT_EQ(m_document.SelStart(), 0);
+    m_document.FindPrev(QStringLiteral("three"));
+    EXPECT_EQ(m_document.SelStart(), 8);
+    EXPECT_EQ(m_prompts.messages, QStringList{NotFound});
+}
+
+TEST_F(DocumentSearch, AnEmptyTextWithoutAnEarlierSearchIsNotFound) {
+    m_document.FindNext(QString());
+    EXPECT_EQ(m_prompts.messages, QStringList{NotFound});
+}
+
+TEST_F(DocumentSearch, ADocumentThatGoesWhileTheSearchYieldsTellsNothing) {
+    auto* mortal = new frmDocument(&m_host, m_prompts, m_options);
+    const QPointer<frmDocument> alive(mortal);
+    QTimer::singleShot(0, mortal, [mortal] { delete mortal; });
+    mortal->FindNext(QStringLiteral("four"));
+    EXPECT_FALSE(alive);
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
+TEST_F(DocumentSearch, AllMatchesAreListedAndReplaced) {
+    QString list;
+    m_document.FindAllMatch(QStringLiteral("two"), list, false, false, false);
+    EXPECT_EQ(list, QStringLiteral("0,4,3\t1,14,3\t"));
+    m_document.isChange = false;
+    m_document.ReplaceAllMatch(QStringLiteral("TWO"), QStringLiteral("2"), list, false, true, false, false);
+    EXPECT_EQ(list, QString());
+    EXPECT_FALSE(m_document.isChange);
+    m_document.ReplaceAllMatch(QStringLiteral("two"), QStringLiteral("2"), list, false, false, false, false);
+    EXPECT_EQ(list, QStringLiteral("0,4,1\t1,12,1\t"));
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
+TEST_F(DocumentSearch, IsNotClosedWhileItsMatchesAreListed) {
+    view().setText(QStringLiteral("a ").repeated(200'000));
+    bool closed = false;
+    QTimer closer;
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+        closed |= m_document.close();
+        m_document.StopSearch();
+    });
+    closer.start(0);
+    QString list;
+    for (int round = 0; round < 100; ++round) {
+        m_document.FindAllMatch(QStringLiteral("a"), list, false, false, false);
+        if (list.count(u'\t') < 200'000)
+            break;
+    }
+    closer.stop();
+    EXPECT_LT(list.count(u'\t'), 200'000);
+    EXPECT_FALSE(closed);
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(DocumentSearch, BookmarksAreThoseOfItsView) {
+    m_document.EnableBookmarkAt(2, true);
+    m_document.FirstBookmark();
+    EXPECT_EQ(view().CurrentLine(), 1);
+    m_document.GotoTextLine(0);
+    EXPECT_EQ(view().CurrentLine(), 0);
+    m_document.ToggleBookmark();
+    m_document.NextBookmark();
+    EXPECT_EQ(view().CurrentLine(), 1);
+    m_document.PrevBookmark();
+    EXPECT_EQ(view().CurrentLine(), 0);
+    m_document.LastBookmark();
+    EXPECT_EQ(view().CurrentLine(), 1);
+}
+
+TEST_F(DocumentSearch, AllBookmarksAreClearedAfterAYes) {
+    m_document.EnableBookmarkAt(1, true);
+    m_document.EnableBookmarkAt(2, true);
+    m_prompts.answerNo();
+    m_document.ClearAllBookmark();
+    EXPECT_TRUE(control().BookmarkAt(0));
+    EXPECT_TRUE(control().BookmarkAt(1));
+    m_prompts.answerYes();
+    m_document.ClearAllBookmark();
+    EXPECT_FALSE(control().BookmarkAt(0));
+    EXPECT_FALSE(control().BookmarkAt(1));
+    EXPECT_EQ(m_prompts.questions,
+              (QStringList{QStringLiteral("Clear all bookmarks?"), QStringLiteral("Clear all bookmarks?")}));
+}

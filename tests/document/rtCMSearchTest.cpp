@@ -1,0 +1,476 @@
+#include "DocumentFixture.h"
+#include "document/rtCM.h"
+#include "editor/CodeMax.h"
+
+#include <QMouseEvent>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTimer>
+
+#include <memory>
+
+namespace {
+
+using Selected = std::pair<qint64, qint64>;
+
+}  // namespace
+
+class TextViewSearch : public testing::Test {
+ protected:
+    TextViewSearch() { m_options.ContinueSearch = false; }
+
+    void hold(const char* text) {
+        m_view.setText(QString::fromUtf8(text));
+        m_view.FileChanged = false;
+        m_changes.clear();
+        m_moves.clear();
+    }
+    void select(qint64 anchor, qint64 caret) {
+        m_view.control().setSelection(anchor, caret);
+        m_moves.clear();
+    }
+    Selected selected() const { return {m_view.control().AnchorPosition(), m_view.control().CaretPosition()}; }
+    bool next(const char* text) { return m_view.FindNext(QString::fromUtf8(text)); }
+    bool previous(const char* text) { return m_view.FindPrev(QString::fromUtf8(text)); }
+    QString all(const char* text, bool regExp = false, bool caseSensitive = false, bool wholeWord = false) {
+        QString list = QStringLiteral("old");
+        m_view.FindAllMatch(QString::fromUtf8(text), list, regExp, caseSensitive, wholeWord);
+        return list;
+    }
+    QString replaced(const char* text, const char* by, bool regExp = false, bool caseSensitive = false,
+                     bool preserveCase = false, bool wholeWord = false) {
+        QString list = QStringLiteral("old");
+        m_view.ReplaceAllMatch(QString::fromUtf8(text), QString::fromUtf8(by), list, regExp, caseSensitive,
+                               preserveCase, wholeWord);
+        return list;
+    }
+    /// So many that a loop over them yields on any machine, sooner or later.
+    static QString manyMatches() {
+        QString text;
+        for (int match = 0; match < 200'000; ++match)
+            text += QStringLiteral("a ");
+        return text;
+    }
+
+    Options m_options;
+    ScriptedPrompts m_prompts;
+    rtCM m_view{m_prompts, m_options};
+    QSignalSpy m_changes{&m_view, &rtCM::Change};
+    QSignalSpy m_moves{&m_view, &rtCM::SelChange};
+};
+
+// One match
+
+TEST_F(TextViewSearch, FindNextSelectsTheMatchBehindTheSelection) {
+    hold("one two one");
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(selected(), Selected(8, 11));
+    EXPECT_EQ(m_moves.count(), 2);
+}
+
+TEST_F(TextViewSearch, AnEmptyTextRepeatsTheLastOne) {
+    hold("one two one");
+    EXPECT_FALSE(next(""));
+    EXPECT_FALSE(previous(""));
+    EXPECT_TRUE(next("one"));
+    EXPECT_TRUE(next(""));
+    EXPECT_EQ(selected(), Selected(8, 11));
+    EXPECT_TRUE(previous(""));
+    EXPECT_EQ(selected(), Selected(0, 3));
+}
+
+TEST_F(TextViewSearch, TheTextCanBeSetAheadOfTheSearch) {
+    hold("one two");
+    m_view.SetFindText(QStringLiteral("two"));
+    EXPECT_EQ(selected(), Selected(0, 0));
+    EXPECT_TRUE(next(""));
+    EXPECT_EQ(selected(), Selected(4, 7));
+}
+
+TEST_F(TextViewSearch, TheProgramWideFlagsCountForFindNextAndFindPrev) {
+    hold("One ONE ones 1ne");
+    m_options.CaseSensitiveOn = true;
+    EXPECT_TRUE(next("ONE"));
+    EXPECT_EQ(selected(), Selected(4, 7));
+    EXPECT_TRUE(m_view.SearchCaseSensitive());
+    m_options.CaseSensitiveOn = false;
+    m_options.WholeWord = true;
+    EXPECT_FALSE(next("one"));
+    EXPECT_TRUE(previous("one"));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_TRUE(m_view.SearchWholeWord());
+    EXPECT_FALSE(m_view.SearchCaseSensitive());
+    m_options.WholeWord = false;
+    m_options.RegExpOn = true;
+    EXPECT_TRUE(next("\\dne"));
+    EXPECT_EQ(selected(), Selected(13, 16));
+    EXPECT_TRUE(m_view.SearchRegExp());
+}
+
+TEST_F(TextViewSearch, WithoutContinueSearchTheEndOfTheTextIsTheEnd) {
+    hold("one two");
+    select(7, 5);
+    EXPECT_FALSE(next("one"));
+    EXPECT_EQ(selected(), Selected(7, 5));
+    select(0, 0);
+    EXPECT_FALSE(previous("two"));
+    EXPECT_EQ(selected(), Selected(0, 0));
+}
+
+TEST_F(TextViewSearch, ContinueSearchGoesAroundTheEnds) {
+    m_options.ContinueSearch = true;
+    hold("one two three");
+    select(13, 13);
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_TRUE(previous("three"));
+    EXPECT_EQ(selected(), Selected(8, 13));
+    EXPECT_TRUE(previous("three"));
+    EXPECT_EQ(selected(), Selected(8, 13));
+}
+
+TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
+    for (const bool goesOn : {false, true}) {
+        m_options.ContinueSearch = goesOn;
+        hold("one two three");
+        select(7, 5);
+        EXPECT_FALSE(next("four"));
+        EXPECT_EQ(selected(), Selected(7, 5));
+        EXPECT_FALSE(previous("four"));
+        EXPECT_EQ(selected(), Selected(7, 5));
+        EXPECT_FALSE(m_view.FindText(QStringLiteral("four"), false, false, false));
+        EXPECT_EQ(selected(), Selected(7, 5));
+    }
+}
+
+TEST_F(TextViewSearch, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun) {
+    hold("one\ntwo");
+    select(5, 5);
+    bool ran = false;
+    QTimer::singleShot(0, &m_view, [&] { ran = true; });
+    m_moves.clear();
+    EXPECT_FALSE(next("four"));
+    EXPECT_TRUE(ran);
+    EXPECT_GE(m_moves.count(), 1);
+    EXPECT_EQ(m_view.LastHighlightLine(), 1);
+}
+
+TEST_F(TextViewSearch, NothingIsPaintedWhileAMatchIsLookedFor) {
+    hold("one two");
+    select(7, 7);
+    m_options.ContinueSearch = true;
+    std::vector<bool> painted;
+    QObject::connect(&m_view, &rtCM::SelChange, [&] { painted.push_back(m_view.control().updatesEnabled()); });
+    EXPECT_TRUE(next("one"));
+    EXPECT_FALSE(painted.empty());
+    EXPECT_EQ(std::count(painted.begin(), painted.end(), true), 0);
+    EXPECT_TRUE(m_view.control().updatesEnabled());
+    EXPECT_FALSE(next("four"));
+    EXPECT_TRUE(m_view.control().updatesEnabled());
+}
+
+TEST_F(TextViewSearch, AnInvalidExpressionIsNotFound) {
+    m_options.RegExpOn = true;
+    m_options.ContinueSearch = true;
+    hold("a(b");
+    select(2, 1);
+    EXPECT_FALSE(next("a(b"));
+    EXPECT_FALSE(previous("[z"));
+    EXPECT_FALSE(m_view.FindText(QStringLiteral("+"), true, false, false));
+    EXPECT_EQ(all("(", true), QString());
+    EXPECT_EQ(replaced("(", "x", true), QString());
+    EXPECT_EQ(m_view.Text(), QStringLiteral("a(b"));
+}
+
+TEST_F(TextViewSearch, FindTextGoesByTheFlagsItIsGiven) {
+    hold("One ones onE");
+    m_options.CaseSensitiveOn = true;
+    EXPECT_TRUE(m_view.FindText(QStringLiteral("ONE"), false, false, true));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_TRUE(m_view.FindText(QStringLiteral("ONE"), false, false, true));
+    EXPECT_EQ(selected(), Selected(9, 12));
+    EXPECT_TRUE(m_options.CaseSensitiveOn);
+    EXPECT_FALSE(m_options.WholeWord);
+    EXPECT_FALSE(m_view.FindText(QStringLiteral("ONE"), false, true, false));
+    select(0, 0);
+    EXPECT_TRUE(m_view.FindText(QStringLiteral("o.es"), true, true, false));
+    EXPECT_EQ(selected(), Selected(4, 8));
+}
+
+TEST_F(TextViewSearch, FindTextGoesAroundTheEndWithContinueSearch) {
+    m_options.ContinueSearch = true;
+    hold("one two");
+    select(7, 7);
+    EXPECT_TRUE(m_view.FindText(QStringLiteral("one"), false, false, false));
+    EXPECT_EQ(selected(), Selected(0, 3));
+}
+
+TEST_F(TextViewSearch, ALockedDocumentIsSearchedAndNotReplacedIn) {
+    hold("one one");
+    m_view.setLocked(true);
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t0,4,3\t"));
+    EXPECT_EQ(replaced("one", "1"), QString());
+    EXPECT_EQ(m_view.Text(), QStringLiteral("one one"));
+    EXPECT_EQ(m_changes.count(), 0);
+    EXPECT_FALSE(m_view.FileChanged);
+}
+
+TEST_F(TextViewSearch, OneLineOfManyMegabytesIsSearchedThrough) {
+    m_options.ContinueSearch = true;
+    const QString line = QString(5'000'000, u'x') + QStringLiteral("needle") + QString(5'000'000, u'x');
+    m_view.setText(line);
+    EXPECT_TRUE(next("needle"));
+    EXPECT_EQ(selected(), Selected(5'000'000, 5'000'006));
+    select(10'000'006, 10'000'006);
+    EXPECT_TRUE(previous("needle"));
+    EXPECT_EQ(all("needle"), QStringLiteral("0,5000000,6\t"));
+    EXPECT_EQ(replaced("needle", "thread!"), QStringLiteral("0,5000000,7\t"));
+    EXPECT_EQ(m_view.TotalLines(), 1);
+    EXPECT_EQ(m_view.Text().size(), 10'000'007);
+}
+
+// All matches
+
+TEST_F(TextViewSearch, FindAllMatchListsLinePositionAndLength) {
+    hold("one\r\nöne one\r\n\U0001F600one");
+    select(3, 5);
+    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t1,9,3\t2,16,3\t"));
+    EXPECT_EQ(selected(), Selected(16, 19));
+    EXPECT_FALSE(m_view.IgnoreCmdFailure);
+    EXPECT_EQ(m_changes.count(), 0);
+}
+
+TEST_F(TextViewSearch, FindAllMatchGoesByTheFlagsItIsGiven) {
+    hold("One ones one");
+    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t0,4,3\t0,9,3\t"));
+    EXPECT_EQ(all("one", false, true), QStringLiteral("0,4,3\t0,9,3\t"));
+    EXPECT_EQ(all("one", false, false, true), QStringLiteral("0,0,3\t0,9,3\t"));
+    EXPECT_EQ(all("o\\w+", true), QStringLiteral("0,0,3\t0,4,4\t0,9,3\t"));
+    EXPECT_TRUE(m_view.SearchRegExp());
+    EXPECT_FALSE(m_options.RegExpOn);
+}
+
+TEST_F(TextViewSearch, FindAllMatchListsAnEmptyMatchOnceALine) {
+    hold("a\nb\nc");
+    EXPECT_EQ(all("^", true), QStringLiteral("0,0,0\t1,2,0\t2,4,0\t"));
+}
+
+TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
+    hold("one");
+    select(1, 2);
+    EXPECT_EQ(all(""), QString());
+    EXPECT_EQ(replaced("", "x"), QString());
+    EXPECT_EQ(selected(), Selected(1, 2));
+    EXPECT_EQ(all("two"), QString());
+    EXPECT_EQ(selected(), Selected(0, 0));
+}
+
+TEST_F(TextViewSearch, AnEmptyDocumentIsSentNoCommand) {
+    QSignalSpy failures(&m_view.control(), &CodeMax::CommandFailed);
+    m_view.SetFindText(QStringLiteral("kept"));
+    EXPECT_EQ(all("x", true), QString());
+    EXPECT_EQ(replaced("x", "y", true), QString());
+    EXPECT_EQ(failures.count(), 0);
+    EXPECT_EQ(m_view.control().searchText(), QStringLiteral("kept"));
+    EXPECT_FALSE(m_view.SearchRegExp());
+    EXPECT_EQ(m_changes.count(), 0);
+}
+
+TEST_F(TextViewSearch, ReplaceAllMatchListsWhereTheReplacementsLie) {
+    hold("one\none one");
+    EXPECT_EQ(replaced("one", "three"), QStringLiteral("0,0,5\t1,6,5\t1,12,5\t"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("three\nthree three"));
+    EXPECT_EQ(selected(), Selected(12, 17));
+    EXPECT_TRUE(m_view.FileChanged);
+    EXPECT_GE(m_changes.count(), 1);
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), QStringLiteral("one\none one"));
+}
+
+TEST_F(TextViewSearch, ReplaceAllMatchListsTheLengthOfTheReplacementAsItWasGiven) {
+    hold("ab");
+    EXPECT_EQ(replaced("(a)(b)", "$2$1$2", true), QStringLiteral("0,0,6\t"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("bab"));
+}
+
+TEST_F(TextViewSearch, ReplaceAllMatchGoesByTheFlagsItIsGiven) {
+    hold("one One ONE ones");
+    replaced("one", "two", false, false, true, true);
+    EXPECT_EQ(m_view.Text(), QStringLiteral("two Two TWO ones"));
+    replaced("TWO", "x", false, true);
+    EXPECT_EQ(m_view.Text(), QStringLiteral("two Two x ones"));
+}
+
+TEST_F(TextViewSearch, ReplaceAllMatchEndsWhenTheReplacementHoldsTheText) {
+    hold("a b a");
+    EXPECT_EQ(replaced("a", "aaa"), QStringLiteral("0,0,3\t0,6,3\t"));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("aaa b aaa"));
+}
+
+TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
+    hold("one");
+    std::vector<bool> ignored;
+    QObject::connect(&m_view.control(), &CodeMax::CommandFailed, [&] { ignored.push_back(m_view.IgnoreCmdFailure); });
+    next("two");
+    all("two");
+    replaced("two", "x");
+    EXPECT_EQ(ignored, (std::vector<bool>{false, true, true}));
+}
+
+TEST_F(TextViewSearch, ALoopOverMatchesLetsEventsRunAndCanBeStopped) {
+    const QString text = manyMatches();
+    m_view.setText(text);
+    QTimer::singleShot(0, &m_view, [&] {
+        EXPECT_TRUE(m_view.IgnoreCmdFailure);
+        m_view.StopSearch();
+    });
+    // However fast the machine is, at one of these the first 20 ms have passed.
+    qsizetype found = 0;
+    for (int round = 0; round < 100 && found % 200'000 == 0; ++round)
+        found += all("a").count(u'\t');
+    EXPECT_NE(found % 200'000, 0);
+    EXPECT_FALSE(m_view.IgnoreCmdFailure);
+    EXPECT_EQ(all("a").count(u'\t'), 200'000);
+}
+
+TEST_F(TextViewSearch, AStoppedReplacementHasReplacedWhatItFound) {
+    m_view.setText(QString(400'000, u'a'));
+    QTimer stopper;
+    QObject::connect(&stopper, &QTimer::timeout, [&] { m_view.StopSearch(); });
+    stopper.start(0);
+    QString list;
+    for (int round = 0; round < 100; ++round) {
+        list = replaced("a", "b", false, true);
+        if (list.count(u'\t') < 400'000)
+            break;
+        m_view.Undo();
+    }
+    const qsizetype count = list.count(u'\t');
+    EXPECT_GT(count, 0);
+    EXPECT_LT(count, 400'000);
+    EXPECT_EQ(m_view.Text(), QString(count, u'b') + QString(400'000 - count, u'a'));
+}
+
+TEST_F(TextViewSearch, AViewThatGoesMeanwhileEndsTheLoop) {
+    for (const bool replaces : {false, true}) {
+        auto* mortal = new rtCM(m_prompts, m_options);
+        const QPointer<rtCM> alive(mortal);
+        mortal->setText(manyMatches());
+        QTimer::singleShot(0, [&] { delete mortal; });
+        QString list;
+        for (int round = 0; round < 100 && alive; ++round) {
+            if (replaces)
+                mortal->ReplaceAllMatch(QStringLiteral("a"), QStringLiteral("a"), list, false, false, false, false);
+            else
+                mortal->FindAllMatch(QStringLiteral("a"), list, false, false, false);
+        }
+        EXPECT_FALSE(alive);
+        EXPECT_LT(list.count(u'\t'), 200'000);
+    }
+}
+
+// Bookmarks
+
+TEST_F(TextViewSearch, BookmarkCommandsGoThroughTheMarkedLines) {
+    hold("0\n1\n2\n3\n4");
+    m_view.EnableBookmarkAt(2, true);
+    m_view.EnableBookmarkAt(4, true);
+    m_view.EnableBookmarkAt(0, true);
+    m_view.EnableBookmarkAt(6, true);
+    m_view.BookmarkLast();
+    EXPECT_EQ(m_view.CurrentLine(), 3);
+    m_view.BookmarkFirst();
+    EXPECT_EQ(m_view.CurrentLine(), 1);
+    m_view.NextBookmark();
+    EXPECT_EQ(m_view.CurrentLine(), 3);
+    m_view.NextBookmark();
+    EXPECT_EQ(m_view.CurrentLine(), 1);
+    m_view.PrevBookmark();
+    EXPECT_EQ(m_view.CurrentLine(), 3);
+    m_view.ToggleBookmark();
+    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+    m_view.EnableBookmarkAt(2, false);
+    EXPECT_FALSE(m_view.control().BookmarkAt(1));
+    m_view.ToggleBookmark();
+    m_view.ClearAllBookmark();
+    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+}
+
+class TextViewMargin : public TextViewSearch {
+ protected:
+    TextViewMargin() {
+        hold("0\n1\n2\n3\n4");
+        m_view.resize(400, 300);
+        m_view.show();
+    }
+    /// A click into line 2 that far from the left.
+    void click(int x, Qt::MouseButton button = Qt::LeftButton) {
+        CodeMax& control = m_view.control();
+        const long start = control.SendScintilla(CodeMax::SCI_POSITIONFROMLINE, 2UL);
+        const auto y = static_cast<int>(control.SendScintilla(CodeMax::SCI_POINTYFROMPOSITION, 0UL, start)) + 2;
+        mouse(QEvent::MouseButtonPress, button, {x, y});
+        mouse(QEvent::MouseButtonRelease, button, {x, y});
+    }
+    void mouse(QEvent::Type type, Qt::MouseButton button, QPoint place) {
+        QWidget* surface = m_view.control().viewport();
+        const Qt::MouseButtons held = type == QEvent::MouseButtonPress ? button : Qt::NoButton;
+        QMouseEvent event(type, place, surface->mapToGlobal(place), button, held, Qt::NoModifier);
+        QCoreApplication::sendEvent(surface, &event);
+    }
+    bool marked() const { return m_view.control().BookmarkAt(2); }
+
+    QSignalSpy m_clicks{&m_view, &rtCM::ClickLeftMargin};
+    QSignalSpy m_presses{&m_view, &rtCM::MouseDown};
+    QSignalSpy m_menus{&m_view, &rtCM::ShowMenu};
+};
+
+TEST_F(TextViewMargin, AClickTogglesTheBookmarkOfItsLine) {
+    click(6);
+    EXPECT_TRUE(marked());
+    ASSERT_EQ(m_clicks.count(), 1);
+    EXPECT_EQ(m_clicks[0][0].toLongLong(), 2);
+    EXPECT_TRUE(m_clicks[0][1].toBool());
+    click(24);
+    EXPECT_FALSE(marked());
+    ASSERT_EQ(m_clicks.count(), 2);
+    EXPECT_FALSE(m_clicks[1][1].toBool());
+    EXPECT_EQ(m_presses.count(), 2);
+    EXPECT_EQ(selected(), Selected(0, 0));
+}
+
+TEST_F(TextViewMargin, AClickBesideItTogglesNothing) {
+    click(5);
+    click(25);
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_clicks.count(), 0);
+    EXPECT_EQ(m_presses.count(), 2);
+}
+
+TEST_F(TextViewMargin, ARightClickOpensTheMenuAndTogglesNothing) {
+    click(10, Qt::RightButton);
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_clicks.count(), 0);
+    EXPECT_EQ(m_presses.count(), 1);
+    EXPECT_EQ(m_menus.count(), 1);
+}
+
+TEST_F(TextViewMargin, AClickTogglesNothingWhenSwitchedOff) {
+    m_view.ClickLeftMarginBookmark = false;
+    click(10);
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_clicks.count(), 0);
+    EXPECT_EQ(m_presses.count(), 1);
+}
+
+TEST_F(TextViewMargin, TheMouseIsToldOfBeforeTheBookmark) {
+    QStringList order;
+    QObject::connect(&m_view, &rtCM::MouseDown, [&] { order << QStringLiteral("mouse"); });
+    QObject::connect(&m_view, &rtCM::ClickLeftMargin, [&] { order << QStringLiteral("margin"); });
+    click(10);
+    EXPECT_EQ(order, (QStringList{QStringLiteral("mouse"), QStringLiteral("margin")}));
+}
