@@ -117,15 +117,25 @@ class CodeMax : public QsciScintillaBase {
     /// Whether a new line begins with the blanks of the one above.
     bool AutoIndent() const { return m_options.autoIndent; }
     void setAutoIndent(bool on) { m_options.autoIndent = on; }
+    static constexpr int LargestTabWidth = 64;
     int TabWidth() const { return m_options.tabWidth; }
     void setTabWidth(int blanks);
     /// Whether Tab and Indent put blanks.
     bool BlanksForTabs() const { return m_options.blanksForTabs; }
     void setBlanksForTabs(bool on);
     /// Elements that have a colour of their own; one that is not valid stands for the desktop's.
-    enum Element { BackgroundElement = 0, LeftMarginElement = 1 };
+    enum Element { BackgroundElement = 0, LeftMarginElement = 1, RowHighlightElement = 2 };
     QColor elementColour(Element element) const;
     void setElementColour(Element element, const QColor& colour);
+    /// The line end that typed and pasted ones become, as SC_EOL_.
+    int lineEndMode() const { return m_eolMode; }
+    /// Makes all line ends this one. Undo does not lead behind it: what a joint is depends on the line ends that a text
+    /// has. For the same reason it is not for a text with lines held in pieces.
+    bool canConvertLineEnds() const { return !Locked() && m_map.joints().kind() == JointKind::None; }
+    void convertLineEnds(int mode);
+    /// Loads the file anew by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
+    bool canReopen() const;
+    SystemError reopenAs(int flagWord);
     /// The text or the selection in rich text, with its colours.
     QByteArray TextRTF() const;
     QByteArray SelRTF() const;
@@ -274,6 +284,7 @@ class CodeMax : public QsciScintillaBase {
     bool numbersAreTexts() const;
     void applyTabs();
     void applyLeftMargin();
+    static QColor ViewOptions::*elementMember(Element element);
     QColor baseColour() const;
     void showBraces();
     void clearBraces();
@@ -335,6 +346,8 @@ class CodeMax : public QsciScintillaBase {
     qint64 m_numberedLines = -1;
     QColor m_highlight;
     ViewOptions m_options;
+    QString m_path;
+    bool m_converted = false;  ///< line ends, since the last load or save
     bool m_bracesShown = false;
     int m_wheelTurned = 0;  ///< with Ctrl held, in eighths of a degree
 };

@@ -3,6 +3,7 @@
 #include "editor/CaseCommands.h"
 #include "editor/CodeMax.h"
 #include "editor/ControlPrompts.h"
+#include "editor/ControlProperties.h"
 #include "editor/EditScope.h"
 #include "editor/LineCommands.h"
 
@@ -45,6 +46,7 @@ constexpr CommandRow Commands[] = {
     {127, Kind::Edits, [](CodeMax& control, Text) { LineCommands::unindent(control); }},
     {187, Kind::Looks, [](CodeMax& control, Text) { ControlPrompts::askRepeatCount(control); }},
     {192, Kind::Looks, [](CodeMax& control, Text) { ControlPrompts::askLine(control); }},
+    {224, Kind::Looks, [](CodeMax& control, Text) { ControlProperties::show(control); }},
     {253, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
     {254, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
     {170, Kind::Looks, [](CodeMax& control, Text) { control.replaceNext(); }},

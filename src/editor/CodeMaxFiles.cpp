@@ -32,6 +32,8 @@ SystemError CodeMax::OpenFileAs(const QString& path, int flagWord) {
     if (loaded.error)
         return loaded.error;
     takeLoaded(std::move(loaded));
+    m_path = path;
+    m_converted = false;
     return {};
 }
 
@@ -62,6 +64,8 @@ SystemError CodeMax::SaveFile(const QString& path, int flagWord) {
     if (const WriteResult result = UserFileWriter().write(path, encoded.pieces); result.error)
         return result.error;
     m_format = format;
+    m_path = path;
+    m_converted = false;
     send(SCI_SETSAVEPOINT);
     if ((flagWord & SaveFlags::ClearHistory) != 0)
         send(SCI_EMPTYUNDOBUFFER);

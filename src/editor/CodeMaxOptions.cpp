@@ -3,6 +3,7 @@
 #include "editor/BraceScan.h"
 #include "editor/CodeMax.h"
 #include "editor/EditScope.h"
+#include "editor/KeptBookmarks.h"
 #include "editor/Margins.h"
 #include "editor/RtfWriter.h"
 #include "editor/ViewColours.h"
@@ -15,7 +16,6 @@ namespace {
 
 /// Blanks at the start of a line that the next one takes over, in bytes.
 constexpr qint64 IndentLimit = 4096;
-constexpr int LargestTabWidth = 64;
 constexpr qint64 NoBrace = -1;
 
 QColor colourOf(qint64 number) {
@@ -51,12 +51,18 @@ QColor CodeMax::baseColour() const {
     return m_options.background.isValid() ? m_options.background : palette().color(QPalette::Base);
 }
 
+QColor ViewOptions::*CodeMax::elementMember(Element element) {
+    constexpr QColor ViewOptions::*Members[] = {&ViewOptions::background, &ViewOptions::leftMarginColour,
+                                                &ViewOptions::rowHighlight};
+    return Members[element];
+}
+
 QColor CodeMax::elementColour(Element element) const {
-    return element == BackgroundElement ? m_options.background : m_options.leftMarginColour;
+    return m_options.*elementMember(element);
 }
 
 void CodeMax::setElementColour(Element element, const QColor& colour) {
-    (element == BackgroundElement ? m_options.background : m_options.leftMarginColour) = colour;
+    m_options.*elementMember(element) = colour;
     applyColours();
 }
 
@@ -162,6 +168,29 @@ void CodeMax::newLine() {
     m_commands.run(SCI_NEWLINE);
     if (indents && text != front.begin())
         replaceSelection(front.first(text - front.begin()));
+}
+
+// The file's line ends and encoding
+
+void CodeMax::convertLineEnds(int mode) {
+    if (!canConvertLineEnds())
+        return;
+    const EditScope scope(*this);
+    const KeptBookmarks kept(*this);
+    m_typing = false;
+    m_eolMode = mode;
+    send(SCI_SETEOLMODE, mode);
+    send(SCI_CONVERTEOLS, mode);
+    m_converted = m_converted || m_changed;
+    send(SCI_EMPTYUNDOBUFFER);
+}
+
+bool CodeMax::canReopen() const {
+    return !m_path.isEmpty() && !m_converted && send(SCI_GETMODIFY) == 0;
+}
+
+SystemError CodeMax::reopenAs(int flagWord) {
+    return canReopen() ? OpenFileAs(m_path, flagWord) : SystemError{};
 }
 
 // Rich text

@@ -119,8 +119,9 @@ void CodeMax::changeEvent(QEvent* event) {
 void CodeMax::setLineHighlight(qint64 line, const QColor& colour) {
     m_highlight = line < 0 ? QColor() : colour;
     send(SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
+    const QColor shown = m_options.rowHighlight.isValid() ? m_options.rowHighlight : m_highlight;
     if (m_highlight.isValid())
-        send(SCI_SETCARETLINEBACK, ViewColours::number(readableOn(baseColour(), m_highlight)));
+        send(SCI_SETCARETLINEBACK, ViewColours::number(readableOn(baseColour(), shown)));
 }
 
 bool CodeMax::LineNumbering() const {

@@ -14,4 +14,5 @@ struct ViewOptions {
     qint64 lineNumberStart = 1;
     QColor background;
     QColor leftMarginColour;
+    QColor rowHighlight;
 };
