@@ -27,6 +27,9 @@ class FileReader {
     /// Fills the buffer. Fewer bytes than asked for: the end of the file is reached. -1: error() says why.
     qint64 read(char* buffer, qint64 length);
 
+    /// Open for reading from open() on, and owned by the reader; for calls that take a file whole.
+    int handle() const { return m_handle; }
+
     const SystemError& error() const { return m_error; }
 
  private:

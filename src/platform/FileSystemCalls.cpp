@@ -1,6 +1,9 @@
 #include "platform/FileSystemCalls.h"
 
 #include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -32,8 +35,28 @@ ssize_t FileSystemCalls::read(int handle, void* buffer, size_t length) {
     return ::read(handle, buffer, length);
 }
 
+ssize_t FileSystemCalls::pread(int handle, void* buffer, size_t length, off_t offset) {
+    return ::pread(handle, buffer, length, offset);
+}
+
 ssize_t FileSystemCalls::pwritev(int handle, const iovec* parts, int count, off_t offset) {
     return ::pwritev(handle, parts, count, offset);
+}
+
+off_t FileSystemCalls::lseek(int handle, off_t offset, int whence) {
+    return ::lseek(handle, offset, whence);
+}
+
+int FileSystemCalls::cloneFile(int to, int from) {
+    return ::ioctl(to, FICLONE, from);
+}
+
+ssize_t FileSystemCalls::copyRange(int from, off_t* fromOffset, int to, off_t* toOffset, size_t length) {
+    return ::copy_file_range(from, fromOffset, to, toOffset, length, 0);
+}
+
+int FileSystemCalls::flock(int handle, int operation) {
+    return ::flock(handle, operation);
 }
 
 int FileSystemCalls::fallocate(int handle, int mode, off_t offset, off_t length) {

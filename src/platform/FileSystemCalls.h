@@ -23,7 +23,13 @@ class FileSystemCalls {
     virtual int fstat(int handle, struct stat* status);
     virtual ssize_t readlink(const char* path, char* buffer, size_t size);
     virtual ssize_t read(int handle, void* buffer, size_t length);
+    virtual ssize_t pread(int handle, void* buffer, size_t length, off_t offset);
     virtual ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset);
+    virtual off_t lseek(int handle, off_t offset, int whence);
+    /// Lets `to` share all bytes of `from`, where the file system can.
+    virtual int cloneFile(int to, int from);
+    virtual ssize_t copyRange(int from, off_t* fromOffset, int to, off_t* toOffset, size_t length);
+    virtual int flock(int handle, int operation);
     virtual int fallocate(int handle, int mode, off_t offset, off_t length);
     virtual int ftruncate(int handle, off_t length);
     virtual int fchmod(int handle, mode_t mode);

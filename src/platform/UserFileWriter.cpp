@@ -44,6 +44,21 @@ off_t lengthOf(BytePieces pieces) {
     return static_cast<off_t>(length);
 }
 
+/// Pieces in memory, given out all at once.
+class PiecesAtHand : public ByteSource {
+ public:
+    explicit PiecesAtHand(BytePieces pieces) : m_pieces(pieces) {}
+
+    qint64 length() const override { return lengthOf(m_pieces); }
+    SystemError next(BytePieces& pieces) override {
+        pieces = m_pieces;
+        return {};
+    }
+
+ private:
+    BytePieces m_pieces;
+};
+
 /// Hands out the pieces in the form of the system call, from where the last one ended.
 class PieceQueue {
  public:
@@ -81,21 +96,33 @@ class PieceQueue {
 
 /// One file being written.
 struct UserFileWriter::Target {
+    QString path;
     QByteArray name;
     int handle = -1;
     bool created = false;
     bool reserved = false;
     bool touched = false;
-    off_t length = 0;  ///< that it is to have
+    off_t length = 0;  ///< of the new bytes
+    off_t at = 0;      ///< where the next new byte goes
     struct stat before {};
 };
 
 WriteResult UserFileWriter::write(const QString& path, BytePieces pieces, Tail tail) {
+    PiecesAtHand source(pieces);
+    return writeWhole(path, pieces, source, tail);
+}
+
+WriteResult UserFileWriter::write(const QString& path, ByteSource& source, Tail tail) {
+    return writeWhole(path, {}, source, tail);
+}
+
+WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail) {
     Target target;
-    target.length = lengthOf(pieces);
+    target.path = path;
+    target.length = source.length();
     SystemError cause = openTarget(path, target);
     if (!cause)
-        cause = fill(path, pieces, tail, target);
+        cause = fill(atHand, source, tail, target);
     if (cause)
         giveBack(target);
     const SystemError closing = close(target);
@@ -161,12 +188,12 @@ SystemError UserFileWriter::followLink(Target& target) {
     return {};
 }
 
-SystemError UserFileWriter::fill(const QString& path, BytePieces pieces, Tail tail, Target& target) {
+SystemError UserFileWriter::fill(BytePieces atHand, ByteSource& source, Tail tail, Target& target) {
     SystemError cause = reserve(target);
     if (!cause && m_witness != nullptr)
-        cause = m_witness->aboutToWrite(path, pieces);
+        cause = m_witness->aboutToWrite(target.path, atHand);
     if (!cause)
-        cause = writePieces(pieces, target);
+        cause = writeAll(source, target);
     if (!cause && tail == Tail::Cut)
         cause = cut(target);
     if (cause)
@@ -185,22 +212,37 @@ SystemError UserFileWriter::reserve(Target& target) {
     return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
 }
 
+SystemError UserFileWriter::writeAll(ByteSource& source, Target& target) {
+    while (target.at < target.length) {
+        BytePieces pieces;
+        SystemError cause = source.next(pieces);
+        const off_t before = target.at;
+        if (!cause)
+            cause = writePieces(pieces, target);
+        if (!cause && target.at == before)  // it promised more
+            cause = SystemError::fromErrno(EIO);
+        if (cause)
+            return cause;
+    }
+    return {};
+}
+
 SystemError UserFileWriter::writePieces(BytePieces pieces, Target& target) {
     PieceQueue queue(pieces);
-    off_t at = 0;
-    while (at < target.length) {
+    for (;;) {
         const std::vector<iovec>& parts = queue.next();
+        if (parts.empty())
+            return {};
         const ssize_t count = uninterrupted(
-            [&] { return m_calls.pwritev(target.handle, parts.data(), static_cast<int>(parts.size()), at); });
+            [&] { return m_calls.pwritev(target.handle, parts.data(), static_cast<int>(parts.size()), target.at); });
         if (count < 0)
             return lastError();
         if (count == 0)
             return SystemError::fromErrno(EIO);
         target.touched = true;
-        at += count;
+        target.at += count;
         queue.take(static_cast<std::size_t>(count));
     }
-    return {};
 }
 
 /// Also without old bytes to cut: the file may have grown meanwhile.

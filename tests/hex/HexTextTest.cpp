@@ -66,8 +66,8 @@ TEST(HexTexts, AreReadThreeCharactersAByte) {
 }
 
 TEST(HexTexts, OfAnotherFormHaveNoBytes) {
-    for (const auto& text :
-         {u"4142"_qs, u"AB    C0"_qs, u"xy "_qs, u"hello"_qs, u"-1 "_qs, u"0x1"_qs, u"+1 "_qs, u"AB C"_qs + QChar(0xE9)})
+    for (const auto& text : {u"4142"_qs, u"AB    C0"_qs, u"xy "_qs, u"hello"_qs, u"-1 "_qs, u"0x1"_qs, u"+1 "_qs,
+                             u"AB C"_qs + QChar(0xE9)})
         EXPECT_EQ(bytesOfHexText(text), std::nullopt) << text.toStdString();
 }
 

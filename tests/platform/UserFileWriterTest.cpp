@@ -37,6 +37,31 @@ QString reasonOf(int number) {
     return SystemError::fromErrno(number).description;
 }
 
+/// Gives the new bytes a part at a time and fails before the part of a number, from 0.
+class PartSource : public ByteSource {
+ public:
+    qint64 length() const override { return NewBytes.size() + promised; }
+    SystemError next(BytePieces& pieces) override {
+        if (given++ == failAt)
+            return SystemError::fromErrno(EIO);
+        m_part = NewBytes.mid(m_at, partSize).toStdString();
+        m_at += partSize;
+        m_piece = m_part;
+        pieces = BytePieces(&m_piece, 1);
+        return {};
+    }
+
+    qsizetype partSize = 7;
+    int failAt = -1;
+    qint64 promised = 0;  ///< beyond what it has
+    int given = 0;
+
+ private:
+    qsizetype m_at = 0;
+    std::string m_part;
+    std::string_view m_piece;
+};
+
 class UserFileWriting : public testing::Test {
  protected:
     QString at(const QString& name) const { return m_folder.filePath(name); }
@@ -541,4 +566,74 @@ TEST_F(UserFileWriting, TheWitnessDoesNotHearOfAWriteThatFailed) {
         EXPECT_FALSE(witness.before.isEmpty());
         EXPECT_TRUE(witness.after.isEmpty());
     }
+}
+
+TEST_F(UserFileWriting, BytesFromASourceAreWrittenPartByPart) {
+    for (const qsizetype size : {1, 7, 39, 100}) {
+        for (const UserFileWriter::Tail tail : {UserFileWriter::Tail::Cut, UserFileWriter::Tail::Keep}) {
+            const QString path = oldFile();
+            PartSource source;
+            source.partSize = size;
+            FailingFileSystem calls;
+            calls.shorten(SystemCall::Write, 1, 3);
+            const WriteResult result = UserFileWriter(calls).write(path, source, tail);
+            EXPECT_FALSE(result.error);
+            EXPECT_TRUE(result.touched);
+            EXPECT_EQ(bytesOf(path), NewBytes);
+        }
+    }
+}
+
+TEST_F(UserFileWriting, ASourceKeepsTheTailOfALongerFileOrCutsIt) {
+    const QByteArray longer = NewBytes + "and a tail";
+    for (const UserFileWriter::Tail tail : {UserFileWriter::Tail::Cut, UserFileWriter::Tail::Keep}) {
+        QFile out(at(u"file"_qs));
+        ASSERT_TRUE(out.open(QFile::WriteOnly) && out.write(QByteArray(longer.size(), 'x')) == longer.size());
+        out.close();
+        PartSource source;
+        EXPECT_FALSE(UserFileWriter().write(out.fileName(), source, tail).error);
+        const bool keeps = tail == UserFileWriter::Tail::Keep;
+        EXPECT_EQ(bytesOf(out.fileName()), keeps ? NewBytes + QByteArray(10, 'x') : NewBytes);
+    }
+}
+
+TEST_F(UserFileWriting, ASourceThatFailsAtOnceLeavesTheOldFileWhole) {
+    const QString path = oldFile();
+    const struct stat before = statusOf(path);
+    PartSource source;
+    source.failAt = 0;
+    const WriteResult result = UserFileWriter().write(path, source);
+    EXPECT_EQ(result.error.number, EIO);
+    EXPECT_FALSE(result.touched);
+    expectOldFileWhole(path, before);
+}
+
+TEST_F(UserFileWriting, ASourceThatFailsLaterHasTouchedTheFile) {
+    const QString path = oldFile();
+    PartSource source;
+    source.failAt = 2;
+    const WriteResult result = UserFileWriter().write(path, source);
+    EXPECT_EQ(result.error.number, EIO);
+    EXPECT_TRUE(result.touched);
+    EXPECT_EQ(bytesOf(path), NewBytes.left(14) + OldBytes.mid(14));
+    PartSource fresh;
+    fresh.failAt = 1;
+    EXPECT_FALSE(UserFileWriter().write(at(u"fresh"_qs), fresh).touched);
+    EXPECT_FALSE(fileExists(at(u"fresh"_qs)));
+}
+
+TEST_F(UserFileWriting, ASourceThatHasLessThanItSaidIsAnError) {
+    PartSource source;
+    source.promised = 1;
+    EXPECT_EQ(UserFileWriter().write(oldFile(), source).error.number, EIO);
+}
+
+TEST_F(UserFileWriting, NoByteOfASourceIsTakenWhenThereIsNoSpace) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Reserve, 1, ENOSPC);
+    PartSource source;
+    EXPECT_EQ(UserFileWriter(calls).write(path, source).error.number, ENOSPC);
+    EXPECT_EQ(source.given, 0);
+    EXPECT_EQ(bytesOf(path), OldBytes);
 }

@@ -17,7 +17,12 @@ enum class SystemCall {
     Fstat,
     Readlink,
     Read,
+    ReadAt,
     Write,
+    Seek,
+    Clone,
+    CopyRange,
+    Lock,
     Reserve,
     Truncate,
     SetMode,
@@ -73,6 +78,11 @@ class FailingFileSystem : public FileSystemCalls {
             return -1;
         return FileSystemCalls::read(handle, buffer, std::min(length, mostBytes(SystemCall::Read)));
     }
+    ssize_t pread(int handle, void* buffer, size_t length, off_t offset) override {
+        if (fails(SystemCall::ReadAt))
+            return -1;
+        return FileSystemCalls::pread(handle, buffer, std::min(length, mostBytes(SystemCall::ReadAt)), offset);
+    }
     ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
         if (fails(SystemCall::Write))
             return -1;
@@ -83,6 +93,21 @@ class FailingFileSystem : public FileSystemCalls {
             left -= some.back().iov_len;
         }
         return FileSystemCalls::pwritev(handle, some.data(), static_cast<int>(some.size()), offset);
+    }
+    off_t lseek(int handle, off_t offset, int whence) override {
+        return fails(SystemCall::Seek) ? -1 : FileSystemCalls::lseek(handle, offset, whence);
+    }
+    int cloneFile(int to, int from) override {
+        return fails(SystemCall::Clone) ? -1 : FileSystemCalls::cloneFile(to, from);
+    }
+    ssize_t copyRange(int from, off_t* fromOffset, int to, off_t* toOffset, size_t length) override {
+        if (fails(SystemCall::CopyRange))
+            return -1;
+        const std::size_t most = std::min(length, mostBytes(SystemCall::CopyRange));
+        return FileSystemCalls::copyRange(from, fromOffset, to, toOffset, most);
+    }
+    int flock(int handle, int operation) override {
+        return fails(SystemCall::Lock) ? -1 : FileSystemCalls::flock(handle, operation);
     }
     int fallocate(int handle, int mode, off_t offset, off_t length) override {
         return fails(SystemCall::Reserve) ? -1 : FileSystemCalls::fallocate(handle, mode, offset, length);

@@ -1,0 +1,125 @@
+#include "platform/BlockCopy.h"
+
+#include <QByteArray>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+/// Copies one block behind the other from one handle to the other.
+class BlockCopier {
+ public:
+    BlockCopier(FileSystemCalls& calls, int from, int to) : m_calls(calls), m_from(from), m_to(to) {}
+
+    /// Short at the end of the file; `error` says why when the copy failed.
+    qint64 copy(qint64 at, qint64 length, SystemError& error) {
+        if (isHole(at, length))
+            return length;
+        const qint64 ranged = copyRanges(at, length);
+        return ranged + copyThroughMemory(at + ranged, length - ranged, error);
+    }
+
+ private:
+    bool isHole(qint64 at, qint64 length) {
+        if (m_nextData <= at)
+            m_nextData = findData(at);
+        return m_nextData >= at + length;
+    }
+
+    qint64 findData(qint64 at) {
+        const off_t found = m_calls.lseek(m_from, at, SEEK_DATA);
+        if (found >= 0)
+            return found;
+        if (errno != ENXIO)  // can't tell: all of it may be data
+            return at;
+        const off_t end = m_calls.lseek(m_from, 0, SEEK_END);
+        return std::max<qint64>(end, at);
+    }
+
+    qint64 copyRanges(qint64 at, qint64 length) {
+        qint64 done = 0;
+        while (m_copiesRanges && done < length) {
+            off_t from = at + done;
+            off_t to = at + done;
+            const ssize_t count = uninterrupted(
+                [&] { return m_calls.copyRange(m_from, &from, m_to, &to, static_cast<size_t>(length - done)); });
+            if (count <= 0)
+                m_copiesRanges = false;
+            else
+                done += count;
+        }
+        return done;
+    }
+
+    qint64 copyThroughMemory(qint64 at, qint64 length, SystemError& error) {
+        qint64 done = 0;
+        if (length > 0)
+            m_buffer.resize(std::max<qsizetype>(m_buffer.size(), length));
+        while (done < length) {
+            const ssize_t count = uninterrupted(
+                [&] { return m_calls.pread(m_from, m_buffer.data(), static_cast<size_t>(length - done), at + done); });
+            if (count < 0)
+                error = SystemError::fromErrno(errno);
+            if (count <= 0 || !write(at + done, count, error))
+                return done;
+            done += count;
+        }
+        return done;
+    }
+
+    bool write(qint64 at, qint64 length, SystemError& error) {
+        qint64 done = 0;
+        while (done < length) {
+            const iovec part{m_buffer.data() + done, static_cast<size_t>(length - done)};
+            const ssize_t count = uninterrupted([&] { return m_calls.pwritev(m_to, &part, 1, at + done); });
+            if (count <= 0) {
+                error = SystemError::fromErrno(count == 0 ? EIO : errno);
+                return false;
+            }
+            done += count;
+        }
+        return true;
+    }
+
+    FileSystemCalls& m_calls;
+    int m_from;
+    int m_to;
+    bool m_copiesRanges = true;  ///< until the system refuses
+    qint64 m_nextData = 0;       ///< behind what is known to be a hole
+    QByteArray m_buffer;
+};
+
+}  // namespace
+
+int percentDone(qint64 done, qint64 length, qint64 blockSize) {
+    const qint64 blocks = length / blockSize;
+    if (done >= length || blocks == 0)
+        return 100;
+    return static_cast<int>(done / blockSize * 100 / blocks);
+}
+
+SystemError copyFile(FileSystemCalls& calls, int from, int to, qint64 length, qint64 blockSize,
+                     const CopyProgress& progress) {
+    if (calls.cloneFile(to, from) == 0)
+        return progress(100) ? SystemError() : SystemError::fromErrno(ECANCELED);
+    BlockCopier copier(calls, from, to);
+    SystemError error;
+    qint64 done = 0;
+    while (done < length) {
+        const qint64 block = std::min(blockSize, length - done);
+        const qint64 count = copier.copy(done, block, error);
+        if (error)
+            return error;
+        done += count;
+        if (!progress(count < block ? 100 : percentDone(done, length, blockSize)))
+            return SystemError::fromErrno(ECANCELED);
+        if (count < block)
+            break;
+    }
+    // A hole at the end has been written nowhere.
+    return uninterrupted([&] { return calls.ftruncate(to, done); }) == 0 ? SystemError()
+                                                                         : SystemError::fromErrno(errno);
+}
