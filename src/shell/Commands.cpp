@@ -28,12 +28,6 @@ bool isSeparator(const CommandRow& row) {
     return qstrcmp(row.caption, "-") == 0;
 }
 
-void showMark(QAction& action, bool marked) {
-    if (marked && !action.isSeparator())
-        action.setCheckable(true);
-    action.setChecked(marked);
-}
-
 /// The mark follows what the command did, not the click.
 void undoClick(QAction& action, bool checked) {
     if (action.isCheckable())
@@ -95,6 +89,8 @@ void Commands::addEntry(const CommandRow& row) {
     QAction* action = addItem(row.parent, row.name, [this, &row] { m_run(row.target); });
     action->setText(QString::fromLatin1(row.caption));
     action->setCheckable(row.checkable);
+    if (row.checkable)
+        m_markable.insert(action);
     action->setVisible(row.visible);
     if (*row.icon != '\0')
         action->setIcon(Icons::named(row.icon));
@@ -163,7 +159,12 @@ void Commands::CheckMenuItem(const QByteArray& name, bool checked) {
         m_checks.insert(name);
     else
         m_checks.remove(name);
-    showMark(*action, checked);
+    showMark(action, checked);
+}
+
+void Commands::showMark(QAction* action, bool marked) {
+    action->setCheckable(marked || m_markable.contains(action));
+    action->setChecked(marked);
 }
 
 bool Commands::isChecked(const QByteArray& name) const {
@@ -172,7 +173,7 @@ bool Commands::isChecked(const QByteArray& name) const {
 
 void Commands::markOnly(const QString& caption) {
     for (QAction* item : m_items)
-        showMark(*item, !caption.isEmpty() && MenuText::captionOf(*item) == caption);
+        showMark(item, !caption.isEmpty() && MenuText::captionOf(*item) == caption);
 }
 
 void Commands::SetDocumentEnv(const frmDocument* document) {

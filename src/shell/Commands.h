@@ -72,6 +72,8 @@ class Commands : public QObject {
     void addPlace(QToolBar& toolBar, const ToolRow& row);
     void enlist(const QByteArray& name, QAction* action);
     void enableFor(const DocumentState& state);
+    /// An entry without a mark of its own has a box only while it is marked.
+    void showMark(QAction* action, bool marked);
 
     FrameParts& m_parts;
     Runner m_run;
@@ -79,6 +81,7 @@ class Commands : public QObject {
     QHash<QByteArray, QAction*> m_entries;
     QHash<QByteArray, QAction*> m_buttons;
     QHash<QByteArray, QMenu*> m_menus;
+    QSet<QAction*> m_markable;
     QSet<QByteArray> m_checks;
     QWidget* m_searchPlace = nullptr;
 };

@@ -160,6 +160,16 @@ TEST_F(FindBarOfTheFrame, TheListComesBackInTheNextRun) {
     EXPECT_EQ(box().currentText(), QString());
 }
 
+TEST_F(FindBarOfTheFrame, KeysOfTheBarAreNotTakenByTheMenus) {
+    start();
+    type(QStringLiteral("text"));
+    box().setFocus();
+    box().setEditText(QStringLiteral("abc"));
+    QTest::keyClick(&box(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(box().lineEdit()->selectedText(), QStringLiteral("abc"));
+    EXPECT_EQ(active()->GetEditor()->SelText(), QString());
+}
+
 TEST_F(FindBarOfTheFrame, EscapeGoesBackToTheDocument) {
     start();
     box().setFocus();

@@ -172,6 +172,8 @@ TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
     parts().languageMenu->CheckLangMenu(active());
     EXPECT_FALSE(entry("mnuLanguage(1)")->isChecked());
     EXPECT_FALSE(entry("mnuANSI")->isChecked());
+    EXPECT_FALSE(entry("mnuANSI")->isCheckable());
+    EXPECT_TRUE(entry("mnuReadonly")->isCheckable());
 }
 
 TEST_F(RunTimeMenus, WithoutADocumentALanguageIsNotChosen) {
