@@ -6,7 +6,6 @@
 #include "shell/FrameParts.h"
 #include "shell/ListFile.h"
 #include "shell/MdiChildren.h"
-#include "shell/RoomsToCome.h"
 #include "shell/SearchKeys.h"
 #include "shell/SearchToggles.h"
 
@@ -94,20 +93,20 @@ void FindBar::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp,
 void FindBar::find() {
     const QString wanted = text();
     if (frmDocument* document = m_parts.children->active())
-        m_parts.rooms->FindText(document, wanted, m_parts.commands->isChecked("mnuRegExp"),
-                                m_parts.commands->isChecked("mnuCaseSensitive"),
-                                m_parts.commands->isChecked("mnuWholeWord"));
+        document->FindText(wanted, m_parts.commands->isChecked("mnuRegExp"),
+                           m_parts.commands->isChecked("mnuCaseSensitive"),
+                           m_parts.commands->isChecked("mnuWholeWord"));
     AddSearchKey(wanted, true);
 }
 
 void FindBar::FindNext() {
     if (frmDocument* document = m_parts.children->active())
-        m_parts.rooms->FindNext(document, text());
+        document->FindNext(text());
 }
 
 void FindBar::FindPrevious() {
     if (frmDocument* document = m_parts.children->active())
-        m_parts.rooms->FindPrev(document, text());
+        document->FindPrev(text());
 }
 
 void FindBar::takeFindHistory() {

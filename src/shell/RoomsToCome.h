@@ -35,21 +35,11 @@ class RoomsToCome {
     /// Gives a document without a language the frame's default one.
     virtual void setDefaultLanguage(frmDocument*) {}
 
-    // Search and bookmarks of a document.
+    // The search dialogs of a document, and searching while typing.
     virtual void Find() {}
     virtual void ReplaceText() {}
-    virtual void FindText(frmDocument*, const QString& /*pText*/, bool /*pRegExp*/, bool /*pCaseSensitive*/,
-                          bool /*pWholeWord*/) {}
-    virtual void FindNext(frmDocument*, const QString&) {}
-    virtual void FindPrev(frmDocument*, const QString&) {}
     virtual void IncrementalSearch() {}
     virtual void ReverseIncrementalSearch() {}
-    virtual void ToggleBookmark() {}
-    virtual void PrevBookmark() {}
-    virtual void NextBookmark() {}
-    virtual void FirstBookmark() {}
-    virtual void LastBookmark() {}
-    virtual void ClearAllBookmark() {}
 
     // Recent lists and the session.
     virtual void LoadRecentFiles() {}

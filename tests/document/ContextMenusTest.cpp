@@ -165,6 +165,19 @@ TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
     EXPECT_EQ(view().Text(), QString());
 }
 
+TEST_F(ContextMenusOfADocument, BookmarksAreSetAndWalked) {
+    control().type(QStringLiteral("1\n2\n3"));
+    for (const int line : {2, 0}) {
+        control().GotoTextLine(line);
+        text("mnuToggleBookmark").trigger();
+        EXPECT_TRUE(control().BookmarkAt(line));
+    }
+    text("mnuLastBookmark").trigger();
+    EXPECT_EQ(control().CurrentLine(), 2);
+    text("mnuFirstBookmark").trigger();
+    EXPECT_EQ(control().CurrentLine(), 0);
+}
+
 TEST_F(ContextMenusOfADocument, ReadOnlyIsAskedOfTheFrame) {
     m_host.take();
     text("mnuReadonly").trigger();

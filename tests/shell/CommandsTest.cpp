@@ -87,7 +87,6 @@ TEST_F(CommandsOfTheFrame, WithoutADocumentNoCommandDoesAnything) {
         run(name);
     EXPECT_EQ(marked(), before);
     EXPECT_TRUE(m_prompts.messages.isEmpty());
-    EXPECT_FALSE(m_rooms.calls.contains(QStringLiteral("FindNext ")));
 }
 
 TEST_F(CommandsOfTheFrame, AViewOptionTurnsTheSameByEntryAndByButton) {
@@ -172,10 +171,8 @@ TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
     EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\n"));
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(active()->GetEditor()->SelText(), QStringLiteral("one\n"));
-    m_rooms.calls.clear();
-    press(Qt::Key_F3);
-    press(Qt::Key_F3, Qt::ShiftModifier);
-    EXPECT_EQ(m_rooms.calls, QStringList({QStringLiteral("FindNext "), QStringLiteral("FindPrev ")}));
+    press(Qt::Key_F2, Qt::ControlModifier);
+    EXPECT_TRUE(control().BookmarkAt(control().CurrentLine()));
 }
 
 TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {

@@ -77,11 +77,6 @@ class NotedRooms : public RoomsToCome {
     }
     void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
     QStringList languageNames() override { return languages; }
-    void FindText(frmDocument*, const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override {
-        calls << QStringLiteral("FindText %1 %2%3%4").arg(text).arg(regExp).arg(caseSensitive).arg(wholeWord);
-    }
-    void FindNext(frmDocument*, const QString& text) override { calls << QStringLiteral("FindNext ") + text; }
-    void FindPrev(frmDocument*, const QString& text) override { calls << QStringLiteral("FindPrev ") + text; }
 };
 
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
