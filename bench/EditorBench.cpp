@@ -1,7 +1,12 @@
-// What a person waits for in the editing control: loading, the first picture, a key, a step of the caret, saving.
+// What a person waits for in the editing control: loading, the first picture, a key, a step of the caret, saving, and
+// what turns over all lines of a text.
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
+#include "document/LineOperations.h"
+#include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "platform/QtPrompts.h"
+#include "settings/Options.h"
 
 #include <QApplication>
 #include <QFile>
@@ -10,7 +15,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <map>
+#include <random>
 #include <string>
 
 namespace {
@@ -122,6 +127,57 @@ void goToEnd(benchmark::State& state, qint64 megabytes, char lineEnd, const std:
     }
 }
 
+/// So many lines of 20 to 90 letters in no order, each with two blanks at its end; of a million, those of the file that
+/// QUILLMARK_LINES names, if it does.
+QString unorderedLines(qint64 count) {
+    QFile file(qEnvironmentVariable("QUILLMARK_LINES"));
+    if (count == 1'000'000 && !file.fileName().isEmpty() && file.open(QIODevice::ReadOnly))
+        return QString::fromUtf8(file.readAll());
+    std::mt19937 random(1);
+    QString text;
+    for (qint64 line = 0; line < count; ++line) {
+        for (auto left = 20 + random() % 71; left > 0; --left)
+            text += QChar(u'a' + static_cast<char16_t>(random() % 26));
+        text += QStringLiteral("  \n");
+    }
+    return text;
+}
+
+/// Brings the text back before each round, which is not counted.
+template <typename Act>
+void onAllLines(benchmark::State& state, CodeMax& control, Act act) {
+    control.setText(unorderedLines(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        control.SelectAll();
+        state.ResumeTiming();
+        act();
+        state.PauseTiming();
+        control.Undo();
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void sortLines(benchmark::State& state) {
+    Shown shown(0, '\n');
+    onAllLines(state, shown.control, [&] { shown.control.ExecuteCmd(253); });
+}
+
+void indentLines(benchmark::State& state) {
+    Shown shown(0, '\n');
+    onAllLines(state, shown.control, [&] { shown.control.ExecuteCmd(163); });
+}
+
+void trimLines(benchmark::State& state) {
+    QtPrompts prompts;
+    const Options options;
+    rtCM view(prompts, options);
+    view.resize(1000, 700);
+    view.show();
+    onAllLines(state, view.control(), [&] { view.changeSelected(&LineOperations::TrimTailed); });
+}
+
 void save(benchmark::State& state, qint64 megabytes, char lineEnd) {
     Shown shown(megabytes, lineEnd);
     for (auto _ : state)
@@ -149,6 +205,9 @@ QUILLMARK_BENCH(pageDown, one_line_100MB, 100, ' ');
 QUILLMARK_BENCH(goToEnd, lines_1GB, 1000, '\n', "compute");
 QUILLMARK_BENCH(goToEnd, one_line_100MB, 100, ' ', "compute");
 QUILLMARK_BENCH(goToEnd, lines_not_ascii_100MB, 100, '\n', "größe");
+BENCHMARK(sortLines)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(2);
+BENCHMARK(indentLines)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(trimLines)->Arg(250'000)->Arg(500'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
 QUILLMARK_BENCH(save, lines_1GB, 1000, '\n')->Iterations(3);
 QUILLMARK_BENCH(save, one_line_100MB, 100, ' ');
 

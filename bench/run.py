@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,open,save] [--runs N] [--without-others] [--quick]
+usage: run.py --build FOLDER --table FILE [--only start,open,save,lines] [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
 display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
@@ -14,6 +14,8 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   save   a character is typed at the end of the open file and Ctrl+S pressed; from the key until the file was written and
          no thread of the program was at work or waited for the disk. Against it: cp of the same file to a new name and
          fsync of the copy. They take turns.
+  lines  a million lines of 20 to 90 letters: from the command until they stand sorted in the control, against sort of the
+         same file with LC_ALL=C, in turn; and until their trailing blanks are gone. From inside, by EditorBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -24,8 +26,10 @@ import argparse
 import json
 import os
 import platform
+import random
 import shutil
 import statistics
+import string
 import subprocess
 import sys
 import tempfile
@@ -183,6 +187,44 @@ def benchSave(bench, programs, quick):
         bench.say(f"| {name} | {spread(values, 1000, 2)} | {statistics.median(values) / base:.2f} |")
 
 
+def writeUnordered(path):
+    chosen = random.Random(1)
+    letters = string.ascii_letters + string.digits
+    with open(path, "w", encoding="ascii") as file:
+        for _ in range(MEGA):
+            file.write("".join(chosen.choices(letters, k=chosen.randint(20, 90))) + "  \n")
+
+
+def timesInside(program, lines, name):
+    """Milliseconds of one benchmark over a million lines, a run each."""
+    run = subprocess.run([program, f"--benchmark_filter=^{name}/1000000", "--benchmark_format=json"], check=True,
+                         capture_output=True, env={**os.environ, "QT_QPA_PLATFORM": "offscreen", "QUILLMARK_LINES": lines})
+    return [row["real_time"] for row in json.loads(run.stdout)["benchmarks"]]
+
+
+def timeOfSort(source, target):
+    begun = time.monotonic()
+    subprocess.run(["sort", "-o", target, source], check=True, env={**os.environ, "LC_ALL": "C"})
+    return (time.monotonic() - begun) * 1000
+
+
+def benchLines(bench, inside, quick):
+    source, target = Path(bench.scratch, "unordered.txt"), Path(bench.scratch, "ordered.txt")
+    writeUnordered(source)
+    plain, own, trims = [], [], []
+    for _ in range(1 if quick else 5):
+        plain.append(timeOfSort(source, target))
+        own += timesInside(inside, str(source), "sortLines")
+        trims += timesInside(inside, str(source), "trimLines")
+    for path in (source, target):
+        path.unlink()
+    base = statistics.median(plain)
+    bench.say("", "A million lines: seconds, median (range)", "", "| | s | against sort |", "|---|---|---|",
+              f"| sort with LC_ALL=C | {spread(plain, 1000, 2)} | 1 |",
+              f"| {OWN}: sort ascending | {spread(own, 1000, 2)} | {statistics.median(own) / base:.2f} |",
+              f"| {OWN}: trim | {spread(trims, 1000, 2)} | |")
+
+
 def processor():
     for line in Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
         if line.startswith("model name"):
@@ -194,7 +236,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,open,save")
+    parser.add_argument("--only", default="start,open,save,lines")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -222,6 +264,8 @@ def main():
             benchOpen(bench, [own, *others], wanted.quick)
         if "save" in wanted.only:
             benchSave(bench, [own], wanted.quick)
+        if "lines" in wanted.only:
+            benchLines(bench, str(build / "bench" / "EditorBench"), wanted.quick)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

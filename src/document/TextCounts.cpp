@@ -1,21 +1,22 @@
 #include "document/TextCounts.h"
 
+#include "editor/Utf16Units.h"
+
 #include <algorithm>
 
 namespace {
 
-bool isBlank(QChar unit) {
-    return unit == u' ' || unit == u'\t' || unit == u'\r' || unit == u'\n';
+/// Of a unit or a byte: no byte of a longer character is one of these.
+template <typename Unit>
+bool isBlank(Unit unit) {
+    return unit == Unit(' ') || unit == Unit('\t') || unit == Unit('\r') || unit == Unit('\n');
 }
 
-}  // namespace
-
-namespace TextCounts {
-
-qint64 words(QStringView text) {
+template <typename Text>
+qint64 countWords(Text text) {
     qint64 count = 0;
     bool inWord = false;
-    for (const QChar unit : text) {
+    for (const auto unit : text) {
         const bool wordGoesOn = !isBlank(unit);
         count += wordGoesOn && !inWord;
         inWord = wordGoesOn;
@@ -23,8 +24,29 @@ qint64 words(QStringView text) {
     return count;
 }
 
+template <typename Text>
+qint64 countBlanks(Text text) {
+    return std::count_if(text.begin(), text.end(), [](auto unit) { return isBlank(unit); });
+}
+
+}  // namespace
+
+namespace TextCounts {
+
+qint64 words(QStringView text) {
+    return countWords(text);
+}
+
+qint64 words(std::string_view utf8) {
+    return countWords(utf8);
+}
+
 qint64 charactersWithoutBlanks(QStringView text) {
-    return std::count_if(text.begin(), text.end(), [](QChar unit) { return !isBlank(unit); });
+    return text.size() - countBlanks(text);
+}
+
+qint64 charactersWithoutBlanks(std::string_view utf8) {
+    return countUtf16Units(utf8) - countBlanks(utf8);
 }
 
 }  // namespace TextCounts

@@ -18,6 +18,10 @@ constexpr int largestStepSize = 70;
 constexpr int smallestStepSize = 5;
 constexpr int stepSize = 2;
 
+std::string_view utf8Of(const QByteArray& text) {
+    return {text.constData(), static_cast<std::size_t>(text.size())};
+}
+
 QColor rowHighlightColour(const Options& options) {
     const Colour colour = Colour::fromNumber(options.RowHighlightColor);
     return {colour.red, colour.green, colour.blue};
@@ -259,16 +263,20 @@ void rtCM::TabsToSpaces() {
     changeSelected([](const QString& text) { return QString(text).replace(u'\t', u' '); });
 }
 
+QByteArray rtCM::wholeText() const {
+    return m_control->bytes(0, m_control->heldText().length());
+}
+
 qint64 rtCM::TotalWords() const {
-    return TextCounts::words(Text());
+    return TextCounts::words(utf8Of(wholeText()));
 }
 
 qint64 rtCM::TotalChars() const {
-    return Text().size();
+    return m_control->map().positionOf(m_control->heldText().length());
 }
 
 qint64 rtCM::TotalCharsNoSpace() const {
-    return TextCounts::charactersWithoutBlanks(Text());
+    return TextCounts::charactersWithoutBlanks(utf8Of(wholeText()));
 }
 
 qint64 rtCM::SelTotalWords() const {

@@ -235,6 +235,7 @@ class rtCM : public QWidget, public DocumentView {
     bool loadAs(const QString& path, int flagWord, bool ignoreError);
     bool report(const SystemError& error, bool ignoreError);
     bool nothingSelected() const;
+    QByteArray wholeText() const;
 
     struct Selected {
         qint64 anchor;

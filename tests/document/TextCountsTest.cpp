@@ -1,5 +1,7 @@
 #include "document/TextCounts.h"
 
+#include <QString>
+
 #include <gtest/gtest.h>
 
 TEST(TextCounts, BlanksAloneHoldNoWord) {
@@ -24,4 +26,14 @@ TEST(TextCounts, BlanksAreLeftOutOfTheCharacters) {
 
 TEST(TextCounts, CharactersAreUtf16Units) {
     EXPECT_EQ(TextCounts::charactersWithoutBlanks(u"\U0001F600 \u00e4"), 3);
+}
+
+TEST(TextCounts, AreTheSameForUtf8) {
+    for (const char* text : {"", " ", "\t\r\n  ", "one", " one\ttwo\r\nthree ", "größe \U0001F600 漢字\n", "a\n\nb"}) {
+        const QString units = QString::fromUtf8(text);
+        EXPECT_EQ(TextCounts::words(std::string_view(text)), TextCounts::words(units)) << text;
+        EXPECT_EQ(TextCounts::charactersWithoutBlanks(std::string_view(text)),
+                  TextCounts::charactersWithoutBlanks(units))
+            << text;
+    }
 }
