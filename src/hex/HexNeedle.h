@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QString>
+
+#include <optional>
+
+/// How the text of a search is meant.
+enum class HexFindType : qint16 {
+    Bytes = 0,      ///< hex digits, three characters a byte
+    AnyCase = 1,    ///< text, upper and lower case alike
+    ExactCase = 2,  ///< text
+};
+
+/// What is searched for, ready to be found in blocks of bytes. Never empty. Case is that of Windows-1252.
+class HexNeedle {
+ public:
+    /// Nothing when the text is empty, no byte sequence, or holds a character that is no byte.
+    static std::optional<HexNeedle> make(const QString& text, HexFindType type);
+
+    qsizetype size() const { return m_bytes.size(); }
+    /// By how many bytes the blocks of a search overlap: the number of characters of a text, one less of a sequence.
+    qsizetype overlap() const { return m_overlap; }
+
+    /// Makes a block fit to be searched in. To be called once for a block.
+    void prepare(QByteArray& block) const;
+    /// Index of the first match in a prepared block at `from` or behind it; -1 when there is none.
+    qsizetype firstIn(QByteArrayView block, qsizetype from = 0) const;
+    /// Index of the last match in a prepared block; -1 when there is none.
+    qsizetype lastIn(QByteArrayView block) const;
+
+ private:
+    HexNeedle(QByteArray bytes, qsizetype overlap, bool ignoresCase);
+
+    QByteArray m_bytes;
+    qsizetype m_overlap;
+    bool m_ignoresCase;
+};
