@@ -33,7 +33,7 @@ SystemError HexBlock::fill(ByteStore& file, quint8 byte) const {
     const QByteArray bytes(static_cast<qsizetype>(std::min(size(), BytesAtOnce)), static_cast<char>(byte));
     for (FilePosition at = first; at <= last; at = at + bytes.size()) {
         const qint64 count = std::min<qint64>(bytes.size(), last - at + 1);
-        if (const SystemError error = file.write(at, {bytes.constData(), static_cast<std::size_t>(count)}))
+        if (SystemError error = file.write(at, {bytes.constData(), static_cast<std::size_t>(count)}))
             return error;
     }
     return {};

@@ -97,7 +97,7 @@ SystemError WorkingCopy::load(const QString& source, const CopyProgress& progres
         return systemError(EFBIG);
     m_file.reset();
     std::shared_ptr<File> file;
-    if (const SystemError error = make(file))
+    if (SystemError error = make(file))
         return error;
     SystemError error = copyFile(m_calls, reader.handle(), file->handle(), reader.size(), m_blockSize, progress);
     if (error.number == ECANCELED)
@@ -115,7 +115,7 @@ SystemError WorkingCopy::load(const QString& source, const CopyProgress& progres
 
 SystemError WorkingCopy::make(std::shared_ptr<File>& file) {
     const QString folder = temporaryFolder();
-    if (const SystemError error = makePrivateFolder(folder))
+    if (SystemError error = makePrivateFolder(folder))
         return error;
     SystemError error = systemError(EEXIST);
     if (!m_name.isEmpty())

@@ -32,7 +32,7 @@ bool isUnsupported(int number) {
 }
 
 SystemError refusal(const struct stat& status) {
-    if (const SystemError cause = FileErrors::unlessRegular(status.st_mode))
+    if (SystemError cause = FileErrors::unlessRegular(status.st_mode))
         return cause;
     return (status.st_mode & AnyWriteBit) == 0 ? SystemError::fromErrno(EACCES) : SystemError();
 }
@@ -161,14 +161,14 @@ SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
         }
         if (errno != EEXIST)
             return lastError();
-        if (const SystemError cause = followLink(target))
+        if (SystemError cause = followLink(target))
             return cause;
     }
     return SystemError::fromErrno(ELOOP);
 }
 
 SystemError UserFileWriter::openExisting(Target& target) {
-    if (const SystemError cause = refusal(target.before))
+    if (SystemError cause = refusal(target.before))
         return cause;
     target.handle = uninterrupted([&] { return m_calls.open(target.name.constData(), OpenFlags); });
     if (target.handle < 0 || m_calls.fstat(target.handle, &target.before) != 0)

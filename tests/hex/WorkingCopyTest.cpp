@@ -50,7 +50,7 @@ class WorkingCopies : public testing::Test {
     }
 
     QString sparseFile(qint64 length) {
-        const QString path = file({});
+        QString path = file({});
         EXPECT_EQ(::truncate(nameOf(path).constData(), length), 0);
         return path;
     }

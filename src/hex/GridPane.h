@@ -1,0 +1,69 @@
+#pragma once
+
+#include "hex/HexPaging.h"
+
+#include <QWidget>
+
+class Grid;
+class QPainter;
+
+/// The picture of a Grid, and the source of its keys, clicks and focus. Paints what the grid holds, only the cells that
+/// changed; the window keeps the picture. The cursor is a child of its own, inverted while the pane has the focus and
+/// shaded while it has not. Sizes are logical pixels; colours are the palette's. Belongs to the hex view, like the
+/// grid.
+class GridPane : public QWidget {
+    Q_OBJECT
+
+ public:
+    static constexpr int RowHeight = 19;
+    static constexpr int Height = RowHeight * HexPaging::PageRows;
+
+    /// `widest` is the longest text of a cell. The grid outlives the pane.
+    GridPane(Grid& grid, const QString& widest, QWidget* parent = nullptr);
+
+    void setCursorName(const QString& name);
+    /// Off while nothing is loaded.
+    void setCursorShown(bool shown);
+    /// A line around the pane, for the one in use.
+    void setBorder(bool hasBorder);
+    bool hasBorder() const { return m_hasBorder; }
+
+    QRect cellRect(HexCell cell) const;
+    /// The font of all panes of a hex view, as high as the rows can take.
+    static QFont paneFont();
+
+ Q_SIGNALS:
+    /// Before the grid looks at the key; `taken` ends its way.
+    void keyPressed(QKeyEvent* event, bool* taken);
+    /// What a key or an input method typed. Control characters are among it.
+    void typed(const QString& text);
+    void focusGained();
+    void focusLost();
+    void wheelTurned(int notches);
+    /// Position in the pane.
+    void rightReleased(const QPoint& position);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void changeEvent(QEvent* event) override;
+
+ private:
+    class Cursor;
+
+    void paintCell(QPainter& painter, const QRect& rect, HexCell cell) const;
+    void updateCell(HexCell cell);
+    void moveCursor();
+
+    Grid& m_grid;
+    Cursor* m_cursor;
+    bool m_hasBorder = false;
+    int m_wheel = 0;  ///< eighths of a degree that are no whole notch yet
+};
