@@ -1,11 +1,11 @@
 #include "document/frmDocument.h"
 
-#include "document/BusyPointer.h"
 #include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
+#include "platform/BusyPointer.h"
 #include "platform/FileInfo.h"
 #include "platform/Paths.h"
 #include "platform/Prompts.h"

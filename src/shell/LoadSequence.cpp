@@ -1,7 +1,7 @@
 #include "shell/LoadSequence.h"
 
-#include "document/BusyPointer.h"
 #include "editor/CodeMax.h"
+#include "platform/BusyPointer.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"

@@ -1,4 +1,4 @@
-#include "document/BusyPointer.h"
+#include "platform/BusyPointer.h"
 
 #include <QCursor>
 #include <QGuiApplication>
