@@ -18,6 +18,10 @@ namespace {
 constexpr qint64 TypingPause = 2000;
 /// Typed texts of more units than this are inserted as a whole.
 constexpr qsizetype TypedAtOnce = 64;
+/// Numbered commands that keys stand for too.
+constexpr int DeleteToStartCommand = 158;
+constexpr int DeleteToEndCommand = 159;
+constexpr int DeleteLineCommand = 160;
 
 }  // namespace
 
@@ -126,6 +130,12 @@ void CodeMax::carryOut(int message) {
             return Redo();
         case SCI_NEWLINE:
             return newLine();
+        case SCI_DELLINELEFT:
+            return ExecuteCmd(DeleteToStartCommand);
+        case SCI_DELLINERIGHT:
+            return ExecuteCmd(DeleteToEndCommand);
+        case SCI_LINEDELETE:
+            return ExecuteCmd(DeleteLineCommand);
         case SCI_TAB:
         case SCI_BACKTAB:
             return tabKey(message);

@@ -41,9 +41,13 @@ void CodeMax::keyPressEvent(QKeyEvent* event) {
 }
 
 void CodeMax::inputMethodEvent(QInputMethodEvent* event) {
-    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, event->commitString().toUtf8().size());
-    const EditScope scope(*this, outgrows ? EditScope::Grouped : EditScope::Separate);
+    const QString committed = event->commitString();
+    const int times = committed.isEmpty() ? 1 : takeRepeatCount();
+    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, committed.toUtf8().size() * times);
+    const EditScope scope(*this, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
     QsciScintillaBase::inputMethodEvent(event);
+    for (int done = 1; done < times; ++done)
+        putTyped(committed, withOwnLineEnds(committed));
 }
 
 /// Only the neighbourhood of the caret: the library's own answer is the whole paragraph, which may be the whole text.

@@ -55,14 +55,6 @@ void JointedCommands::run(int message) {
         case Sci::SCI_LINEEND:
         case Sci::SCI_LINEENDEXTEND:
             return moveTo(m_map.lineEndOf(caret()), message == Sci::SCI_LINEENDEXTEND);
-        case Sci::SCI_DELLINELEFT:
-            moveTo(m_map.lineBeginOf(caret()), true);
-            return send(Sci::SCI_CLEAR);
-        case Sci::SCI_DELLINERIGHT:
-            moveTo(m_map.lineEndOf(caret()), true);
-            return send(Sci::SCI_CLEAR);
-        case Sci::SCI_LINEDELETE:
-            return deleteLines();
         default:
             return send(message);
     }
@@ -96,10 +88,4 @@ qint64 JointedCommands::smartHome() const {
     const std::size_t indent = m_text.range(begin, length).find_first_not_of(" \t");
     const qint64 text = begin + (indent == std::string_view::npos ? 0 : static_cast<qint64>(indent));
     return m_map.positionOf(caret()) == m_map.positionOf(text) ? begin : text;
-}
-
-void JointedCommands::deleteLines() {
-    const qint64 from = m_map.lineBeginOf(std::min(anchor(), caret()));
-    const qint64 to = m_map.nextLineOf(std::max(anchor(), caret()));
-    m_view.SendScintilla(Sci::SCI_DELETERANGE, static_cast<unsigned long>(from), static_cast<long>(to - from));
 }

@@ -5,7 +5,7 @@
 class QsciScintillaBase;
 
 /// Commands of the control that would show their user the joints of a long line, in a form that goes across them: steps
-/// of the caret, deletions, and what means a whole line.
+/// of the caret and deletions.
 class JointedCommands {
  public:
     /// All three belong to the control and outlive this object.
@@ -20,7 +20,6 @@ class JointedCommands {
     void deleteAcross(int message, qint64 jointAt, qint64 beyond);
     void moveTo(qint64 byte, bool extend);
     qint64 smartHome() const;
-    void deleteLines();
     qint64 caret() const;
     qint64 anchor() const;
     void send(int message);

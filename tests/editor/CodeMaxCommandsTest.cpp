@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QInputDialog>
+#include <QInputMethodEvent>
 #include <QSignalSpy>
 #include <QSpinBox>
 #include <QTest>
@@ -160,6 +161,18 @@ TEST_F(CodeMaxLines, DeletesFromTheCaretWhateverIsSelected) {
     EXPECT_EQ(after(DeleteToEnd, "t[w|o\nx"), "tw|\nx");
 }
 
+TEST_F(CodeMaxLines, KeysDeleteFromTheCaretToo) {
+    put("t[w|o x\ny");
+    key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown(), "tw|\ny");
+    put("t[w|o x\ny");
+    key(Qt::Key_Backspace, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown(), "|o x\ny");
+    control.setLocked(true);
+    key(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown(), "|o x\ny");
+}
+
 TEST_F(CodeMaxLines, DeletesTheLine) {
     EXPECT_EQ(after(DeleteLine, "one\ntw|o\nthree"), "one\n|three");
     EXPECT_EQ(after(DeleteLine, "one\r\ntw|o\r\nthree"), "one\r\n|three");
@@ -312,6 +325,19 @@ TEST_F(CodeMaxRepeating, TakesBackAndBringsBackSeveralSteps) {
     control.setRepeatCount(3);
     key(Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(control.Text(), QStringLiteral("a\nb\n"));
+}
+
+TEST_F(CodeMaxRepeating, RepeatsWhatAnInputMethodCommits) {
+    put("|");
+    control.setRepeatCount(3);
+    QInputMethodEvent composing(QStringLiteral("k"), {});
+    QCoreApplication::sendEvent(&control, &composing);
+    QInputMethodEvent committed;
+    committed.setCommitString(QString::fromUtf8("か"));
+    QCoreApplication::sendEvent(&control, &committed);
+    EXPECT_EQ(control.Text(), QString::fromUtf8("かかか"));
+    control.Undo();
+    EXPECT_EQ(control.Text(), QString());
 }
 
 TEST_F(CodeMaxRepeating, LeavesTheCountToWhatActs) {
