@@ -5,7 +5,7 @@ namespace {
 /// A character that begins a word: some have a form for that between the small and the large one, and some become two
 /// letters, of which only the first is large.
 QString capital(const QString& character) {
-    const QString large = character.toUpper();
+    QString large = character.toUpper();
     if (large.size() > character.size())
         return large.first(1) + large.sliced(1).toLower();
     if (character.size() == 1)

@@ -27,7 +27,7 @@ SystemError FileReader::openHandle() {
     struct stat status {};
     if (uninterrupted([&] { return m_calls.stat(name->constData(), &status); }) != 0)
         return SystemError::fromErrno(errno);
-    if (const SystemError cause = FileErrors::unlessRegular(status.st_mode))
+    if (SystemError cause = FileErrors::unlessRegular(status.st_mode))
         return cause;
     m_handle =
         uninterrupted([&] { return m_calls.open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });

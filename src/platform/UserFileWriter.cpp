@@ -146,7 +146,7 @@ SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
     target.name = *name;
     for (int i = 0; i < LinksToFollow; ++i) {
         if (uninterrupted([&] { return m_calls.stat(target.name.constData(), &target.before); }) == 0) {
-            const SystemError cause = openExisting(target);
+            SystemError cause = openExisting(target);
             if (target.handle >= 0 || cause.number != ENOENT)
                 return cause;
             continue;

@@ -11,7 +11,6 @@ namespace {
 
 using RegistryText::Entry;
 using RegistryText::KeyName;
-using RegistryText::Parsed;
 
 const QLatin1String Header("quillmark-registry 1");
 
