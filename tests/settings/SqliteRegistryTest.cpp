@@ -1,6 +1,7 @@
 #include "settings/RegistryData.h"
 #include "settings/SqliteRegistry.h"
 #include "settings/modRegistry.h"
+#include "support/AnotherUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -76,18 +77,6 @@ class SqliteRegistryTest : public testing::Test {
             ASSERT_EQ(::stat(name.constData(), &status), 0);
             ASSERT_EQ(::chmod(name.constData(), status.st_mode | S_IXOTH), 0);
         }
-    }
-
-    /// Runs the check in a process of a user without any rights here.
-    static bool asSomebodyElse(const std::function<bool()>& check) {
-        constexpr uid_t nobody = 65534;
-        const pid_t child = ::fork();
-        if (child == 0) {
-            const bool changed = ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
-            ::_exit(changed && check() ? 0 : 1);
-        }
-        int status = -1;
-        return ::waitpid(child, &status, 0) == child && status == 0;
     }
 
     QTemporaryDir m_home;
