@@ -151,8 +151,9 @@ void GridPane::keyPressEvent(QKeyEvent* event) {
 }
 
 void GridPane::inputMethodEvent(QInputMethodEvent* event) {
+    QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, event->commitString());
     if (!event->commitString().isEmpty())
-        Q_EMIT typed(event->commitString());
+        keyPressEvent(&key);
     event->accept();
 }
 

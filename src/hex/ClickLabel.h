@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QLabel>
+#include <QMouseEvent>
+
+/// A label that tells when it is clicked.
+class ClickLabel : public QLabel {
+    Q_OBJECT
+
+ public:
+    using QLabel::QLabel;
+
+ Q_SIGNALS:
+    void clicked();
+
+ protected:
+    void mouseReleaseEvent(QMouseEvent* event) override {
+        if (event->button() == Qt::LeftButton)
+            Q_EMIT clicked();
+    }
+};

@@ -1,0 +1,197 @@
+#include "hex/HexParts.h"
+
+#include "hex/ClickLabel.h"
+#include "hex/GridPane.h"
+#include "hex/HexMarker.h"
+#include "hex/HexPaging.h"
+#include "hex/OffsetPane.h"
+#include "platform/Icons.h"
+
+#include <QAction>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QProgressBar>
+#include <QScrollBar>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int MarkerIndent = 6;
+constexpr int RulerHeight = 28;
+
+struct ScrollButton {
+    const char* key;
+    const char* toolTip;
+    const char* icon;
+};
+
+constexpr ScrollButton ScrollButtons[] = {
+    {"MoveFirstPage", "Goto First Page", "rowfirst"},      {"MovePreviousPage", "Goto PreviousPage", "pageprev"},
+    {"MovePreviousLine", "Goto Previous Line", "rowprev"}, {nullptr, nullptr, nullptr},
+    {"MoveNextLine", "Goto Next Line", "rownext"},         {"MoveNextPage", "Goto Next Page", "pagenext"},
+    {"MoveLastPage", "Goto Last Page", "rowlast"},
+};
+
+/// One label below the panes: its heading, what stands before it, its first text.
+struct InfoRow {
+    const char* heading;  ///< empty: belongs to the one before
+    const char* caption;
+    const char* text;
+};
+
+constexpr std::array<InfoRow, HexParts::InfoCount> InfoRows{{
+    {"Selected Byte", "Hex:", ""},
+    {"", "Dec:", "000 "},
+    {"Offset", "Hex:", ""},
+    {"", "Dec:", ""},
+    {"Page", "", "0 of 0 "},
+    {"File Size", "", "0 Bytes "},
+    {"Edit Mode", "", "Hex"},
+    {"", "", "Text"},
+    {"Bytes per Page", "", "0 Bytes "},
+}};
+
+QString arrayName(const char* name, std::size_t index) {
+    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+}  // namespace
+
+HexParts::HexParts(QWidget* view, Grid& grid1, Grid& grid2) {
+    makePanes(view, grid1, grid2);
+    makeRuler(view);
+    makeBookmarks(view);
+    makeScrollButtons(view);
+    makeInfo(view);
+    ProgressBar1 = new QProgressBar(view);
+    ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+    ProgressBar1->setRange(0, 100);
+    ProgressBar1->hide();
+    layOut(view);
+}
+
+void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
+    PicOffSet = new OffsetPane(view);
+    PicOffSet->setObjectName(QStringLiteral("PicOffSet"));
+    PicOffSet->setAccessibleName(QStringLiteral("Offsets"));
+    PicHex = new GridPane(grid1, QStringLiteral("00"), view);
+    PicHex->setObjectName(QStringLiteral("PicHex"));
+    PicHex->setAccessibleName(QStringLiteral("Hex"));
+    PicHex->setCursorName(QStringLiteral("Shape1"));
+    PicText = new GridPane(grid2, QStringLiteral("0"), view);
+    PicText->setObjectName(QStringLiteral("PicText"));
+    PicText->setAccessibleName(QStringLiteral("Text"));
+    PicText->setCursorName(QStringLiteral("Shape2"));
+    VScroll1 = new QScrollBar(Qt::Vertical, view);
+    VScroll1->setObjectName(QStringLiteral("VScroll1"));
+    VScroll1->setRange(0, HexPaging::ScrollMaximum);
+}
+
+void HexParts::makeRuler(QWidget* view) {
+    lblSelect = new ClickLabel(view);
+    lblSelect->setObjectName(QStringLiteral("lblSelect"));
+    ruler = new QWidget(view);
+    ruler->setFixedSize(PicHex->width(), RulerHeight);
+    for (std::size_t i = 0; i < Label2.size(); ++i) {
+        Label2[i] = new ClickLabel(ruler);
+        Label2[i]->setObjectName(arrayName("Label2", i));
+        Label2[i]->setFont(GridPane::paneFont());
+        Label2[i]->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        const QRect cell = PicHex->cellRect({0, static_cast<int>(i)});
+        Label2[i]->setGeometry(cell.x(), 0, cell.width(), RulerHeight);
+    }
+    Sign = {new HexMarker(ruler), new HexMarker(PicOffSet)};
+    for (std::size_t i = 0; i < Sign.size(); ++i)
+        Sign[i]->setObjectName(arrayName("Sign", i));
+    captionRuler(false);
+    moveMarkers(0, 0);
+}
+
+void HexParts::makeBookmarks(QWidget* view) {
+    bookmarks = new HexBookmarks(view);
+    fmInfo = new QGroupBox(QStringLiteral("Bookmarks (Hex,Dec)"), view);
+    fmInfo->setObjectName(QStringLiteral("fmInfo"));
+    lsBookmark = new QTreeView(fmInfo);
+    lsBookmark->setObjectName(QStringLiteral("lsBookmark"));
+    lsBookmark->setAccessibleName(QStringLiteral("Bookmarks"));
+    lsBookmark->setModel(bookmarks);
+    lsBookmark->setRootIsDecorated(false);
+    lsBookmark->setUniformRowHeights(true);
+    lsBookmark->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    auto* layout = new QVBoxLayout(fmInfo);
+    layout->addWidget(lsBookmark);
+}
+
+void HexParts::makeScrollButtons(QWidget* view) {
+    tbScroll = new QToolBar(view);
+    tbScroll->setObjectName(QStringLiteral("tbScroll"));
+    for (const ScrollButton& button : ScrollButtons) {
+        if (button.key == nullptr) {
+            tbScroll->addSeparator();
+            continue;
+        }
+        QAction* action = tbScroll->addAction(Icons::named(button.icon), QString::fromLatin1(button.toolTip));
+        action->setData(QString::fromLatin1(button.key));
+        tbScroll->widgetForAction(action)->setObjectName(QStringLiteral("tbScroll.%1").arg(QLatin1String(button.key)));
+        tbScroll->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    }
+}
+
+void HexParts::makeInfo(QWidget* view) {
+    for (std::size_t i = 0; i < lblInfo.size(); ++i) {
+        lblInfo[i] = new ClickLabel(QString::fromLatin1(InfoRows[i].text), view);
+        lblInfo[i]->setObjectName(arrayName("lblInfo", i));
+        lblInfo[i]->setTextFormat(Qt::PlainText);
+    }
+}
+
+void HexParts::layOut(QWidget* view) const {
+    auto* panes = new QGridLayout;
+    panes->setSpacing(4);
+    panes->addWidget(lblSelect, 0, 0, Qt::AlignBottom);
+    panes->addWidget(ruler, 0, 1);
+    QWidget* const inRow[] = {PicOffSet, PicHex, PicText, VScroll1, fmInfo};
+    int column = 0;
+    for (QWidget* part : inRow)
+        panes->addWidget(part, 1, column++, part == VScroll1 || part == fmInfo ? Qt::Alignment() : Qt::AlignTop);
+    panes->setColumnStretch(4, 1);
+    panes->setRowStretch(1, 0);
+
+    auto* values = new QHBoxLayout;
+    for (std::size_t i = 0; i < lblInfo.size(); ++i) {
+        for (const char* text : {InfoRows[i].heading, InfoRows[i].caption}) {
+            if (*text != '\0')
+                values->addWidget(new QLabel(QString::fromLatin1(text), view));
+        }
+        values->addWidget(lblInfo[i]);
+    }
+    values->addStretch();
+
+    auto* all = new QVBoxLayout(view);
+    all->addLayout(panes);
+    all->addWidget(tbScroll);
+    all->addWidget(ProgressBar1);
+    all->addLayout(values);
+    all->addStretch();
+}
+
+void HexParts::setScrollButtonsEnabled(bool enabled) const {
+    for (QAction* action : tbScroll->actions())
+        action->setEnabled(enabled);
+}
+
+void HexParts::captionRuler(bool hexMode) const {
+    lblSelect->setText(hexMode ? QStringLiteral("Offset - HEX") : QStringLiteral("Offset - DEC"));
+    for (std::size_t i = 0; i < Label2.size(); ++i)
+        Label2[i]->setText(QStringLiteral("%1").arg(i, 2, hexMode ? 16 : 10, QLatin1Char('0')).toUpper());
+}
+
+void HexParts::moveMarkers(int row, int col) const {
+    Sign[0]->move(Label2[static_cast<std::size_t>(col)]->x() + MarkerIndent, RulerHeight - HexMarker::Size);
+    Sign[1]->move(PicOffSet->width() - HexMarker::Size, MarkerIndent + GridPane::RowHeight * row);
+}

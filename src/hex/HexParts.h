@@ -1,0 +1,59 @@
+#pragma once
+
+#include "hex/HexBookmarks.h"
+
+#include <QObject>
+
+#include <array>
+
+class ClickLabel;
+class Grid;
+class GridPane;
+class HexMarker;
+class OffsetPane;
+class QGroupBox;
+class QProgressBar;
+class QScrollBar;
+class QToolBar;
+class QTreeView;
+class QWidget;
+
+/// The numbers of the labels below the panes of a hex view.
+enum class HexInfo { ByteHex, ByteDec, OffsetHex, OffsetDec, Page, FileSize, HexMode, TextMode, PageBytes };
+
+/// The controls of a hex view under their names, made and laid out once. They belong to the view; here is only where
+/// they are.
+struct HexParts {
+    static constexpr int InfoCount = 9;
+
+    HexParts(QWidget* view, Grid& grid1, Grid& grid2);
+
+    ClickLabel* info(HexInfo which) const { return lblInfo[static_cast<std::size_t>(which)]; }
+    void setScrollButtonsEnabled(bool enabled) const;
+    void captionRuler(bool hexMode) const;
+    /// Puts the markers beside a row and a column of the panes.
+    void moveMarkers(int row, int col) const;
+
+    ClickLabel* lblSelect = nullptr;
+    QWidget* ruler = nullptr;
+    std::array<ClickLabel*, 16> Label2{};
+    OffsetPane* PicOffSet = nullptr;
+    GridPane* PicHex = nullptr;
+    GridPane* PicText = nullptr;
+    std::array<HexMarker*, 2> Sign{};  ///< of the column, of the row
+    QScrollBar* VScroll1 = nullptr;
+    QGroupBox* fmInfo = nullptr;
+    QTreeView* lsBookmark = nullptr;
+    QToolBar* tbScroll = nullptr;
+    QProgressBar* ProgressBar1 = nullptr;
+    std::array<ClickLabel*, InfoCount> lblInfo{};
+    HexBookmarks* bookmarks = nullptr;
+
+ private:
+    void makePanes(QWidget* view, Grid& grid1, Grid& grid2);
+    void makeRuler(QWidget* view);
+    void makeBookmarks(QWidget* view);
+    void makeScrollButtons(QWidget* view);
+    void makeInfo(QWidget* view);
+    void layOut(QWidget* view) const;
+};
