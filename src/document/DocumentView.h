@@ -28,6 +28,10 @@ class DocumentView {
     virtual void Paste() = 0;
     virtual void SelectAll() = 0;
 
+    virtual void Find() = 0;
+    virtual void ReplaceText() = 0;
+    virtual void IncrementalSearch() = 0;
+    virtual void ReverseIncrementalSearch() = 0;
     /// These answer whether a match was found; they have let events run when none was.
     virtual bool FindNext(const QString& text) = 0;
     virtual bool FindPrev(const QString& text) = 0;

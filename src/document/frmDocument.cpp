@@ -68,6 +68,7 @@ void frmDocument::layOut() {
 
 void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
+    connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
             [this](int x, int y) { m_menus->showText(m_text->mapToGlobal(QPoint(x, y))); });

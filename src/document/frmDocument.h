@@ -163,6 +163,10 @@ class frmDocument : public QWidget {
     void Spelling();
     void RecordMarco();
     void ExecMacro(int n);
+    void Find();
+    void ReplaceText();
+    void IncrementalSearch();
+    void ReverseIncrementalSearch();
     void FindNext(const QString& pFindText);
     void FindPrev(const QString& pFindText);
     void ToggleBookmark();
@@ -178,6 +182,8 @@ class frmDocument : public QWidget {
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
+    /// A find or replace dialog of the document was opened, has searched or was closed.
+    void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:
     void closeEvent(QCloseEvent* event) override;
@@ -200,6 +206,7 @@ class frmDocument : public QWidget {
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
     class CloseStop;
+    void tellOfDialog();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 

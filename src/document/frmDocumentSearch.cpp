@@ -3,6 +3,7 @@
 #include "document/DocumentView.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
+#include "editor/CodeMax.h"
 #include "platform/Prompts.h"
 
 #include <QPointer>
@@ -22,7 +23,23 @@ class frmDocument::CloseStop {
     QPointer<frmDocument> m_document;
 };
 
-// One match, in the visible view
+// In the visible view
+
+void frmDocument::Find() {
+    visibleView().Find();
+}
+
+void frmDocument::ReplaceText() {
+    visibleView().ReplaceText();
+}
+
+void frmDocument::IncrementalSearch() {
+    visibleView().IncrementalSearch();
+}
+
+void frmDocument::ReverseIncrementalSearch() {
+    visibleView().ReverseIncrementalSearch();
+}
 
 void frmDocument::answerSearch(bool found, const QPointer<frmDocument>& alive) {
     if (alive && !found)
@@ -44,6 +61,12 @@ bool frmDocument::FindText(const QString& pText, bool RegExpOn, bool CaseSensiti
     const bool found = visibleView().FindText(pText, RegExpOn, CaseSensitiveOn, WholeWord);
     answerSearch(found, alive);
     return found;
+}
+
+/// The frame's find bar follows the control's dialogs: it gets the text searched for last, and the flags.
+void frmDocument::tellOfDialog() {
+    const QString newest = CodeMax::FindHistory().section(u'\n', 0, 0).trimmed();
+    Q_EMIT AfterFind(newest, m_text->SearchCaseSensitive(), m_text->SearchRegExp(), m_text->SearchWholeWord());
 }
 
 // All matches, in the text view

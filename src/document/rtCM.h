@@ -169,6 +169,11 @@ class rtCM : public QWidget, public DocumentView {
     bool SearchWholeWord() const;
     void setSearchWholeWord(bool on);
     void SetFindText(const QString& pFindText);
+    /// These open the control's dialogs and its bar for the search while typing.
+    void Find() override;
+    void ReplaceText() override;
+    void IncrementalSearch() override;
+    void ReverseIncrementalSearch() override;
     /// An empty text repeats the last one.
     bool FindNext(const QString& pFindText) override;
     bool FindPrev(const QString& pFindText) override;
@@ -226,9 +231,12 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner is to show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog was opened.
+    /// The control's find or replace dialog was opened, has searched or was closed.
     void AfterFind();
     void DropFile(const QString& pFilename);
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     void connectControl();

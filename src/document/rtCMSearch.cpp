@@ -7,6 +7,7 @@
 #include "platform/YieldPace.h"
 #include "settings/Options.h"
 
+#include <QKeyEvent>
 #include <QPointer>
 
 #include <exception>
@@ -46,6 +47,8 @@ void rtCM::connectSearch() {
         if (IgnoreCmdFailure)
             Redraw();
     });
+    connect(m_control, &CodeMax::AfterFind, this, &rtCM::AfterFind);
+    m_control->installEventFilter(this);
     connect(m_control, &CodeMax::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
         Q_EMIT MouseDown(button, x, y);
         clickLeftMargin(button, x, y);
@@ -86,6 +89,44 @@ void rtCM::takeProgramFlags() {
     setSearchCaseSensitive(m_options.CaseSensitiveOn);
     setSearchRegExp(m_options.RegExpOn);
     setSearchWholeWord(m_options.WholeWord);
+}
+
+// The control's own windows
+
+void rtCM::Find() {
+    takeProgramFlags();
+    m_control->ExecuteCmd(178);
+}
+
+void rtCM::ReplaceText() {
+    takeProgramFlags();
+    m_control->ExecuteCmd(169);
+}
+
+void rtCM::IncrementalSearch() {
+    takeProgramFlags();
+    m_control->ExecuteCmd(257);
+}
+
+void rtCM::ReverseIncrementalSearch() {
+    takeProgramFlags();
+    m_control->ExecuteCmd(258);
+}
+
+/// Keys that no menu has taken. F3 opens the replace dialog with any modifier, so that Alt+F3 opens both.
+bool rtCM::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != m_control || event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const bool ctrl = key.modifiers() == Qt::ControlModifier;
+    const bool f3 = key.key() == Qt::Key_F3;
+    const bool finds = (ctrl && key.key() == Qt::Key_F) || (f3 && key.modifiers() == Qt::AltModifier);
+    const bool replaces = (ctrl && key.key() == Qt::Key_H) || f3;
+    if (finds)
+        Find();
+    if (replaces)
+        ReplaceText();
+    return finds || replaces || QWidget::eventFilter(watched, event);
 }
 
 // One match

@@ -4,6 +4,7 @@
 #include "editor/EditorAccessible.h"
 #include "editor/KeptBookmarks.h"
 #include "editor/LineCommands.h"
+#include "editor/SearchWindows.h"
 #include "editor/Utf8Text.h"
 
 #include <QFontDatabase>
@@ -38,7 +39,9 @@ CodeMax::CodeMax(QWidget* parent) : QsciScintillaBase(parent) {
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &CodeMax::lookAtSelectionLater);
 }
 
-CodeMax::~CodeMax() = default;
+CodeMax::~CodeMax() {
+    SearchWindows::removeFrom(*this);
+}
 
 qint64 CodeMax::send(unsigned message, qint64 first, qint64 second) const {
     return SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));

@@ -162,6 +162,7 @@ class CodeMax : public QsciScintillaBase {
     const HeldText& heldText() const { return m_text; }
     /// The text from one byte to another as UTF-8, without joints.
     QByteArray bytes(qint64 from, qint64 to) const;
+
     // Searching (CodeMaxSearch.cpp). Text and flags stay until they are set anew. A search begins at the selection and
     // leaves its match selected; at the end of the text it goes on by itself from the other end.
     bool SearchCaseSensitive() const { return m_search.flags.caseSensitive; }
@@ -181,6 +182,10 @@ class CodeMax : public QsciScintillaBase {
 
     SearchOutcome findNext();
     SearchOutcome findPrevious();
+    /// The same for a text that is still being typed: the history knows nothing of it.
+    SearchOutcome findTyped(bool backwards);
+    /// The text made ready for a search; null when there is none or it is no valid expression.
+    std::shared_ptr<const SearchPattern> searchPattern();
     /// Finds the next match and puts the replacement in its place, which is selected then.
     SearchOutcome replaceNext();
     /// Replaces the selection when it is a match, and goes on to the next one.
@@ -196,6 +201,10 @@ class CodeMax : public QsciScintillaBase {
     qint64 replaceAllInSelection();
     /// How many matches there are, in the whole text or within the selection, which stays as it is.
     qint64 countMatches(bool inSelection);
+    /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
+    void setBottomBar(QWidget* bar);
+    /// Counts edits and loads: a place in the text is good as long as this is the same.
+    quint64 changeCount() const { return m_changes; }
     /// Anchor and caret, as positions.
     qint64 AnchorPosition() const;
     qint64 CaretPosition() const;
@@ -226,6 +235,10 @@ class CodeMax : public QsciScintillaBase {
     void ShowMenu(int x, int y);
     /// Once a file dropped on the control.
     void DropFile(const QString& path);
+    /// The find or replace dialog was opened, has searched, or was closed: text and flags are those of its last search.
+    void AfterFind();
+    /// What is searched for is another text, or is taken in another way.
+    void SearchChanged();
     /// A search went on from the other end of the text.
     void FindWrapped();
     /// A command could not do what it is for, a search that finds nothing among them.
@@ -248,6 +261,7 @@ class CodeMax : public QsciScintillaBase {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:
@@ -294,12 +308,17 @@ class CodeMax : public QsciScintillaBase {
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
     bool isStream() const;
 
-    std::shared_ptr<const SearchPattern> searchPattern();
+    template <typename Value>
+    void changeSearch(Value& part, const Value& value);
+    std::shared_ptr<const SearchPattern> notedPattern();
+    SearchOutcome find(bool backwards);
+    SearchOutcome findOnward(const SearchPattern& pattern);
+    SearchOutcome findBackward(const SearchPattern& pattern);
+    void placeBottomBar();
     SearchOutcome outcomeOf(const std::optional<TextMatch>& match, bool wrapped);
     SearchOutcome fail(const SearchError& error = {});
     bool isEmptyMatchTaken(const TextMatch& match) const;
     void selectMatch(const TextMatch& match);
-    bool selectionIsMatch(const SearchPattern& pattern, const MatchScan& scan) const;
     void replaceMatch(const MatchScan& scan);
     MatchPlace placeOf(const TextMatch& match) const;
     struct Replacements;
@@ -325,7 +344,8 @@ class CodeMax : public QsciScintillaBase {
     int m_eolMode = SC_EOL_LF;
 
     SearchState m_search;
-    quint64 m_changes = 0;  ///< counts edits and loads
+    quint64 m_changes = 0;
+    QWidget* m_bottomBar = nullptr;
 
     int m_scopes = 0;
     bool m_grouped = false;

@@ -6,6 +6,7 @@
 #include "editor/ControlProperties.h"
 #include "editor/EditScope.h"
 #include "editor/LineCommands.h"
+#include "editor/SearchWindows.h"
 
 #include <algorithm>
 
@@ -49,13 +50,17 @@ constexpr CommandRow Commands[] = {
     {224, Kind::Looks, [](CodeMax& control, Text) { ControlProperties::show(control); }},
     {253, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
     {254, Kind::Edits, [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
+    {169, Kind::Looks, [](CodeMax& control, Text) { SearchWindows::openReplace(control); }},
     {170, Kind::Looks, [](CodeMax& control, Text) { control.replaceNext(); }},
     {174, Kind::Looks, [](CodeMax& control, Text) { control.findPrevious(); }},
     {176, Kind::Looks, [](CodeMax& control, Text) { control.findNext(); }},
+    {178, Kind::Looks, [](CodeMax& control, Text) { SearchWindows::openFind(control); }},
     {179, Kind::Sets, [](CodeMax& control, Text text) { control.setSearchText(text); }},
     {180, Kind::Sets, [](CodeMax& control, Text text) { control.setReplacementText(text); }},
     {189, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
     {191, Kind::Looks, [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
+    {257, Kind::Looks, [](CodeMax& control, Text) { SearchWindows::openIncremental(control, false); }},
+    {258, Kind::Looks, [](CodeMax& control, Text) { SearchWindows::openIncremental(control, true); }},
     {204, Kind::Looks, [](CodeMax& control, Text) { control.ToggleBookmark(); }},
     {205, Kind::Looks, [](CodeMax& control, Text) { control.PrevBookmark(); }},
     {206, Kind::Looks, [](CodeMax& control, Text) { control.NextBookmark(); }},

@@ -46,39 +46,49 @@ struct CodeMax::Replacements {
 // Text and flags
 
 void CodeMax::setSearchCaseSensitive(bool on) {
-    m_search.flags.caseSensitive = on;
-    m_search.pattern.reset();
+    changeSearch(m_search.flags.caseSensitive, on);
 }
 
 void CodeMax::setSearchRegExp(bool on) {
-    m_search.flags.regExp = on;
-    m_search.pattern.reset();
+    changeSearch(m_search.flags.regExp, on);
 }
 
 void CodeMax::setSearchWholeWord(bool on) {
-    m_search.flags.wholeWord = on;
-    m_search.pattern.reset();
+    changeSearch(m_search.flags.wholeWord, on);
 }
 
 void CodeMax::setSearchText(const QString& text) {
-    m_search.text = text;
+    changeSearch(m_search.text, text);
+}
+
+template <typename Value>
+void CodeMax::changeSearch(Value& part, const Value& value) {
+    if (part == value)
+        return;
+    part = value;
     m_search.pattern.reset();
+    Q_EMIT SearchChanged();
 }
 
 QString CodeMax::FindHistory() {
     return SearchHistory::ofFinds().text();
 }
 
-/// Null when there is nothing that can be searched for; searchError() says why.
 std::shared_ptr<const SearchPattern> CodeMax::searchPattern() {
-    SearchHistory::ofFinds().add(m_search.text);
     const bool ascii = m_map.ascii();
     if (!m_search.pattern || m_search.patternForAscii != ascii) {
         m_search.pattern = std::make_shared<SearchPattern>(m_search.text, m_search.flags, ascii);
         m_search.patternForAscii = ascii;
     }
+    return m_search.pattern->error() ? nullptr : m_search.pattern;
+}
+
+/// The pattern of a search that begins: its text goes into the history, and searchError() says why there is none.
+std::shared_ptr<const SearchPattern> CodeMax::notedPattern() {
+    SearchHistory::ofFinds().add(m_search.text);
+    auto pattern = searchPattern();
     m_search.error = m_search.pattern->error();
-    return m_search.error ? nullptr : m_search.pattern;
+    return pattern;
 }
 
 // One match
@@ -116,11 +126,30 @@ SearchOutcome CodeMax::outcomeOf(const std::optional<TextMatch>& match, bool wra
 }
 
 SearchOutcome CodeMax::findNext() {
+    SearchHistory::ofFinds().add(m_search.text);
+    return find(false);
+}
+
+SearchOutcome CodeMax::findPrevious() {
+    SearchHistory::ofFinds().add(m_search.text);
+    return find(true);
+}
+
+SearchOutcome CodeMax::findTyped(bool backwards) {
+    return find(backwards);
+}
+
+SearchOutcome CodeMax::find(bool backwards) {
     const EditScope scope(*this);
     const auto pattern = searchPattern();
+    m_search.error = m_search.pattern->error();
     if (!pattern)
         return fail();
-    MatchScan onward(*pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
+    return backwards ? findBackward(*pattern) : findOnward(*pattern);
+}
+
+SearchOutcome CodeMax::findOnward(const SearchPattern& pattern) {
+    MatchScan onward(pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
     bool found = onward.next();
     if (found && isEmptyMatchTaken(onward.match()))
         found = onward.next();
@@ -128,27 +157,23 @@ SearchOutcome CodeMax::findNext() {
         return outcomeOf(onward.match(), false);
     if (onward.error())
         return fail(onward.error());
-    MatchScan again(*pattern, m_text, m_map, 0);
+    MatchScan again(pattern, m_text, m_map, 0);
     if (again.next())
         return outcomeOf(again.match(), true);
     return fail(again.error());
 }
 
-SearchOutcome CodeMax::findPrevious() {
-    const EditScope scope(*this);
-    const auto pattern = searchPattern();
-    if (!pattern)
-        return fail();
+SearchOutcome CodeMax::findBackward(const SearchPattern& pattern) {
     const qint64 from = send(SCI_GETSELECTIONSTART);
     const bool nothingSelected = from == send(SCI_GETSELECTIONEND);
     const bool emptyHere = nothingSelected && !isEmptyMatchTaken({from, from});
     SearchError error;
-    const auto before = lastMatchBefore(*pattern, m_text, m_map, from, emptyHere, error);
+    const auto before = lastMatchBefore(pattern, m_text, m_map, from, emptyHere, error);
     if (before)
         return outcomeOf(before, false);
     if (error)
         return fail(error);
-    const auto last = lastMatchBefore(*pattern, m_text, m_map, m_text.length(), true, error);
+    const auto last = lastMatchBefore(pattern, m_text, m_map, m_text.length(), true, error);
     return last ? outcomeOf(last, true) : fail(error);
 }
 
@@ -167,7 +192,7 @@ void CodeMax::replaceMatch(const MatchScan& scan) {
 
 SearchOutcome CodeMax::replaceNext() {
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern)
         return fail();
     if (Locked())
@@ -190,7 +215,7 @@ SearchOutcome CodeMax::replaceNext() {
 
 SearchOutcome CodeMax::replaceSelectedMatch() {
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern)
         return fail();
     if (Locked())
@@ -222,7 +247,7 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
     }
     if (!alive)
         return 0;
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern) {
         fail();
         return 0;
@@ -251,7 +276,7 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
 }
 
 qint64 CodeMax::countMatches(bool inSelection) {
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern)
         return 0;
     const qint64 from = inSelection ? send(SCI_GETSELECTIONSTART) : 0;
@@ -322,7 +347,7 @@ qint64 CodeMax::replaceAll(const ReplaceWatch& watch) {
     }
     if (!alive)
         return 0;
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern || Locked()) {
         fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
         return 0;
@@ -344,7 +369,7 @@ qint64 CodeMax::replaceAll(const ReplaceWatch& watch) {
 
 qint64 CodeMax::replaceAllInSelection() {
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = searchPattern();
+    const auto pattern = notedPattern();
     if (!pattern || Locked()) {
         fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
         return 0;

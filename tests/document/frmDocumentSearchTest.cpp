@@ -1,6 +1,10 @@
 #include "DocumentFixture.h"
 
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QDialog>
 #include <QPointer>
+#include <QSignalSpy>
 #include <QTimer>
 
 namespace {
@@ -129,4 +133,27 @@ TEST_F(DocumentSearch, AllBookmarksAreClearedAfterAYes) {
     EXPECT_FALSE(control().BookmarkAt(1));
     EXPECT_EQ(m_prompts.questions,
               (QStringList{QStringLiteral("Clear all bookmarks?"), QStringLiteral("Clear all bookmarks?")}));
+}
+
+TEST_F(DocumentSearch, TellsItsFrameWhatADialogSearchedFor) {
+    QSignalSpy told(&m_document, &frmDocument::AfterFind);
+    m_options.WholeWord = true;
+    m_document.show();
+    m_document.Find();
+    ASSERT_EQ(told.count(), 1);
+    auto* dialog = m_document.findChild<QDialog*>(QStringLiteral("FindDialog"));
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QComboBox*>(QStringLiteral("cboFind"))->setEditText(QStringLiteral(" two"));
+    dialog->findChild<QAbstractButton*>(QStringLiteral("chkMatchCase"))->click();
+    dialog->findChild<QAbstractButton*>(QStringLiteral("cmdFindNext"))->click();
+    ASSERT_EQ(told.count(), 2);
+    EXPECT_EQ(told[1], (QVariantList{QStringLiteral("two"), true, false, true}));
+    dialog->close();
+    EXPECT_EQ(told.count(), 3);
+    m_document.ReplaceText();
+    EXPECT_EQ(told.count(), 4);
+    m_document.IncrementalSearch();
+    m_document.ReverseIncrementalSearch();
+    EXPECT_NE(m_document.findChild<QWidget*>(QStringLiteral("IncrementalSearchBar")), nullptr);
+    EXPECT_EQ(told.count(), 4);
 }

@@ -9,6 +9,8 @@
 
 #include <memory>
 
+using documenttest::typeInto;
+
 namespace {
 
 using Selected = std::pair<qint64, qint64>;
@@ -473,4 +475,83 @@ TEST_F(TextViewMargin, TheMouseIsToldOfBeforeTheBookmark) {
     QObject::connect(&m_view, &rtCM::ClickLeftMargin, [&] { order << QStringLiteral("margin"); });
     click(10);
     EXPECT_EQ(order, (QStringList{QStringLiteral("mouse"), QStringLiteral("margin")}));
+}
+
+// The control's windows
+
+class TextViewDialogs : public TextViewSearch {
+ protected:
+    TextViewDialogs() {
+        m_view.resize(400, 300);
+        m_view.show();
+    }
+    void key(int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent press(QEvent::KeyPress, key, modifiers);
+        QCoreApplication::sendEvent(&m_view.control(), &press);
+    }
+    bool shown(const char* name) const {
+        const auto* window = m_view.findChild<QWidget*>(QString::fromUtf8(name));
+        return window != nullptr && window->isVisible();
+    }
+    void closeAll() {
+        for (const char* name : {"FindDialog", "ReplaceDialog"}) {
+            if (auto* window = m_view.findChild<QWidget*>(QString::fromUtf8(name)))
+                window->close();
+        }
+    }
+
+    QSignalSpy m_told{&m_view, &rtCM::AfterFind};
+};
+
+TEST_F(TextViewDialogs, OpenWithTheProgramWideFlags) {
+    m_options.WholeWord = true;
+    m_options.RegExpOn = true;
+    m_view.Find();
+    EXPECT_TRUE(shown("FindDialog"));
+    EXPECT_FALSE(shown("ReplaceDialog"));
+    EXPECT_TRUE(m_view.SearchWholeWord());
+    EXPECT_TRUE(m_view.SearchRegExp());
+    EXPECT_FALSE(m_view.SearchCaseSensitive());
+    EXPECT_EQ(m_told.count(), 1);
+    m_view.ReplaceText();
+    EXPECT_TRUE(shown("ReplaceDialog"));
+    EXPECT_EQ(m_told.count(), 2);
+    closeAll();
+    EXPECT_EQ(m_told.count(), 4);
+}
+
+TEST_F(TextViewDialogs, OpenByTheirKeys) {
+    struct Row {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        bool find;
+        bool replace;
+    };
+    const Row rows[] = {
+        {Qt::Key_F, Qt::ControlModifier, true, false},  {Qt::Key_F3, Qt::AltModifier, true, true},
+        {Qt::Key_H, Qt::ControlModifier, false, true},  {Qt::Key_F3, Qt::NoModifier, false, true},
+        {Qt::Key_F3, Qt::ShiftModifier, false, true},   {Qt::Key_F3, Qt::ControlModifier, false, true},
+        {Qt::Key_G, Qt::ControlModifier, false, false}, {Qt::Key_F, Qt::NoModifier, false, false},
+    };
+    for (const Row& row : rows) {
+        key(row.key, row.modifiers);
+        EXPECT_EQ(shown("FindDialog"), row.find) << row.key;
+        EXPECT_EQ(shown("ReplaceDialog"), row.replace) << row.key;
+        closeAll();
+    }
+}
+
+TEST_F(TextViewDialogs, TheBarOpensBothWays) {
+    hold("one two one");
+    select(7, 7);
+    m_options.CaseSensitiveOn = true;
+    m_view.IncrementalSearch();
+    EXPECT_TRUE(shown("IncrementalSearchBar"));
+    EXPECT_TRUE(m_view.SearchCaseSensitive());
+    auto* field = m_view.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
+    typeInto(*field, QStringLiteral("one"));
+    EXPECT_EQ(selected(), Selected(8, 11));
+    m_view.ReverseIncrementalSearch();
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_EQ(m_told.count(), 0);
 }

@@ -571,3 +571,29 @@ TEST_F(SearchedLongLine, IsSearchedWhereItsLineEndsAreMixed) {
     look("one$", Expression);
     EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, 100'009, 3}}));
 }
+
+TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
+    hold("one One two", "");
+    control.ExecuteCmd(179, QStringLiteral("o.E"));
+    control.ExecuteCmd(180, QStringLiteral("tHree"));
+    control.ExecuteCmd(230);
+    control.ExecuteCmd(232);
+    control.ExecuteCmd(234);
+    control.ExecuteCmd(236);
+    EXPECT_TRUE(control.SearchRegExp() && control.SearchWholeWord() && control.PreserveCase());
+    control.ExecuteCmd(176);
+    EXPECT_EQ(failures.count(), 1);
+    control.ExecuteCmd(237);
+    control.ExecuteCmd(191);
+    EXPECT_EQ(selected(), Selected(11, 11));
+    control.ExecuteCmd(174);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    control.ExecuteCmd(189);
+    EXPECT_EQ(selected(), Selected(0, 0));
+    control.setRepeatCount(2);
+    control.ExecuteCmd(170);
+    EXPECT_EQ(control.Text(), QStringLiteral("three Three two"));
+    for (const int off : {231, 233, 235})
+        control.ExecuteCmd(off);
+    EXPECT_FALSE(control.SearchRegExp() || control.SearchWholeWord() || control.PreserveCase());
+}

@@ -1,0 +1,261 @@
+#include "editor/FindDialog.h"
+
+#include "editor/CodeMax.h"
+#include "editor/MatchHighlight.h"
+#include "editor/SearchHistory.h"
+#include "editor/SearchReport.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+namespace {
+
+/// A selection of more units is not taken for a text to search for.
+constexpr qint64 LongestBegin = 200;
+constexpr int FieldWidth = 32;  // characters
+constexpr int CheckRow = 2;
+constexpr int ResultRow = 5;
+constexpr int ButtonColumn = 2;
+
+}  // namespace
+
+QString FindDialog::nameOf(Kind kind) {
+    return kind == Kind::Find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog");
+}
+
+FindDialog::FindDialog(CodeMax& control, Kind kind) : QDialog(&control), m_control(control), m_kind(kind) {
+    setObjectName(nameOf(kind));
+    setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
+    auto* grid = new QGridLayout(this);
+    layOutFields(*grid);
+    layOutChecks(*grid);
+    layOutButtons(*grid);
+    m_result = new QLabel(this);
+    m_result->setObjectName(QStringLiteral("lblResult"));
+    m_result->setWordWrap(true);
+    grid->addWidget(m_result, ResultRow, 0, 1, ButtonColumn);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(ResultRow, 1);
+    connect(m_find, &QComboBox::editTextChanged, this, [this] {
+        SearchReport::show(*m_result, {});
+        enableButtons();
+        giveControl();
+    });
+    for (const QCheckBox* check : {m_matchCase, m_wholeWord, m_regExp})
+        connect(check, &QCheckBox::clicked, this, &FindDialog::giveControl);
+}
+
+FindDialog::~FindDialog() = default;
+
+// Layout
+
+QComboBox* FindDialog::addField(QGridLayout& grid, int row, const QString& name, const QString& caption) {
+    auto* label = new QLabel(caption, this);
+    auto* field = new QComboBox(this);
+    field->setObjectName(name);
+    field->setEditable(true);
+    field->setInsertPolicy(QComboBox::NoInsert);
+    field->setMinimumContentsLength(FieldWidth);
+    field->setCompleter(nullptr);
+    field->setAccessibleName(QString(caption).remove(u'&').remove(u':'));
+    label->setBuddy(field);
+    grid.addWidget(label, row, 0);
+    grid.addWidget(field, row, 1);
+    return field;
+}
+
+void FindDialog::layOutFields(QGridLayout& grid) {
+    m_find = addField(grid, 0, QStringLiteral("cboFind"), tr("Fi&nd what:"));
+    if (m_kind == Kind::Replace)
+        m_replacement = addField(grid, 1, QStringLiteral("cboReplace"), tr("Re&place with:"));
+}
+
+QCheckBox* FindDialog::addCheck(QGridLayout& grid, int row, int column, const QString& name, const QString& caption) {
+    auto* check = new QCheckBox(caption, this);
+    check->setObjectName(name);
+    grid.addWidget(check, row, column);
+    return check;
+}
+
+void FindDialog::layOutChecks(QGridLayout& grid) {
+    m_matchCase = addCheck(grid, CheckRow, 0, QStringLiteral("chkMatchCase"), tr("Match &case"));
+    m_wholeWord = addCheck(grid, CheckRow + 1, 0, QStringLiteral("chkWholeWord"), tr("&Whole word"));
+    m_regExp = addCheck(grid, CheckRow + 2, 0, QStringLiteral("chkRegExp"), tr("Regular e&xpression"));
+    m_inSelection = addCheck(grid, CheckRow, 1, QStringLiteral("chkInSelection"), tr("&All within the selection"));
+    m_inSelection->setToolTip(tr("Concerns Count and Replace All"));
+    if (m_kind == Kind::Replace)
+        m_preserveCase = addCheck(grid, CheckRow + 1, 1, QStringLiteral("chkPreserveCase"), tr("Preser&ve case"));
+}
+
+QPushButton* FindDialog::addButton(QGridLayout& grid, int row, const QString& name, const QString& caption,
+                                   void (FindDialog::*act)()) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, act);
+    grid.addWidget(button, row, ButtonColumn, Qt::AlignTop);
+    return button;
+}
+
+void FindDialog::layOutButtons(QGridLayout& grid) {
+    int row = 0;
+    addButton(grid, row++, QStringLiteral("cmdFindNext"), tr("&Find Next"), &FindDialog::findNext)->setDefault(true);
+    addButton(grid, row++, QStringLiteral("cmdFindPrevious"), tr("Find Previo&us"), &FindDialog::findPrevious);
+    if (m_kind == Kind::Replace) {
+        addButton(grid, row++, QStringLiteral("cmdReplace"), tr("&Replace"), &FindDialog::replace);
+        addButton(grid, row++, QStringLiteral("cmdReplaceAll"), tr("Replace A&ll"), &FindDialog::replaceAll);
+    }
+    addButton(grid, row++, QStringLiteral("cmdCount"), tr("C&ount"), &FindDialog::count);
+    auto* close = new QPushButton(tr("Close"), this);
+    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setAutoDefault(false);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    grid.addWidget(close, row, ButtonColumn, Qt::AlignTop);
+}
+
+// Opening and closing
+
+void FindDialog::begin() {
+    takeControl();
+    SearchReport::show(*m_result, {});
+    show();
+    raise();
+    activateWindow();
+    m_find->setFocus();
+    m_find->lineEdit()->selectAll();
+    Q_EMIT m_control.AfterFind();
+}
+
+void FindDialog::done(int result) {
+    QDialog::done(result);
+    Q_EMIT m_control.AfterFind();
+}
+
+void FindDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    m_highlight = std::make_unique<MatchHighlight>(m_control);
+}
+
+void FindDialog::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    m_highlight.reset();
+}
+
+/// What is selected within a line, else what was searched for last.
+QString FindDialog::textToBegin() const {
+    const bool oneLine = m_control.StartLineNo() == m_control.EndLineNo();
+    if (!oneLine || m_control.SelEnd() - m_control.SelStart() > LongestBegin)
+        return m_control.searchText();
+    const QString selected = m_control.SelText();
+    return selected.isEmpty() ? m_control.searchText() : selected;
+}
+
+void FindDialog::takeControl() {
+    const QString text = textToBegin();
+    m_matchCase->setChecked(m_control.SearchCaseSensitive());
+    m_wholeWord->setChecked(m_control.SearchWholeWord());
+    m_regExp->setChecked(m_control.SearchRegExp());
+    m_inSelection->setChecked(m_control.StartLineNo() != m_control.EndLineNo());
+    if (m_kind == Kind::Replace) {
+        m_preserveCase->setChecked(m_control.PreserveCase());
+        m_replacement->setEditText(m_control.replacementText());
+    }
+    fillHistories();
+    m_find->setEditText(text);
+    enableButtons();
+}
+
+void FindDialog::fillHistories() {
+    const auto fill = [](QComboBox& field, const QStringList& entries) {
+        const QSignalBlocker quiet(field);
+        const QString text = field.currentText();
+        const int at = field.lineEdit()->cursorPosition();
+        field.clear();
+        field.addItems(entries);
+        field.setEditText(text);
+        field.lineEdit()->setCursorPosition(at);
+    };
+    fill(*m_find, SearchHistory::ofFinds().entries());
+    if (m_replacement != nullptr)
+        fill(*m_replacement, SearchHistory::ofReplacements().entries());
+}
+
+void FindDialog::giveControl() {
+    m_control.setSearchCaseSensitive(m_matchCase->isChecked());
+    m_control.setSearchWholeWord(m_wholeWord->isChecked());
+    m_control.setSearchRegExp(m_regExp->isChecked());
+    m_control.setSearchText(m_find->currentText());
+    if (m_kind == Kind::Find)
+        return;
+    m_control.setPreserveCase(m_preserveCase->isChecked());
+    m_control.setReplacementText(m_replacement->currentText());
+}
+
+/// An empty text finds nothing; a locked text is not replaced in.
+void FindDialog::enableButtons() {
+    const bool something = !m_find->currentText().isEmpty();
+    for (auto* button : findChildren<QPushButton*>()) {
+        const QString name = button->objectName();
+        const bool edits = name.startsWith(QStringLiteral("cmdReplace"));
+        button->setEnabled(name == QStringLiteral("cmdClose") || (something && !(edits && m_control.Locked())));
+    }
+}
+
+// Searching
+
+void FindDialog::findNext() {
+    giveControl();
+    finishSearch(m_control.findNext(), false);
+}
+
+void FindDialog::findPrevious() {
+    giveControl();
+    finishSearch(m_control.findPrevious(), true);
+}
+
+void FindDialog::replace() {
+    giveControl();
+    finishSearch(m_control.replaceSelectedMatch(), false);
+}
+
+void FindDialog::replaceAll() {
+    giveControl();
+    const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllInSelection() : m_control.replaceAll();
+    finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
+}
+
+void FindDialog::count() {
+    giveControl();
+    const qint64 count = m_control.countMatches(m_inSelection->isChecked());
+    finishAll(count, tr("%n found", "", static_cast<int>(count)));
+}
+
+void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
+    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    if (outcome == SearchOutcome::Failed)
+        showError();
+    fillHistories();
+    Q_EMIT m_control.AfterFind();
+}
+
+void FindDialog::finishAll(qint64 count, const QString& sentence) {
+    const QString error = SearchReport::errorSentence(m_control);
+    const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
+    SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + QStringLiteral(". ") + error);
+    showError();
+    fillHistories();
+    Q_EMIT m_control.AfterFind();
+}
+
+/// The caret goes to where the expression is wrong.
+void FindDialog::showError() {
+    const qint64 position = m_control.searchError().position;
+    if (position < 0)
+        return;
+    m_find->setFocus();
+    m_find->lineEdit()->setCursorPosition(static_cast<int>(position));
+}

@@ -1,0 +1,175 @@
+#include "editor/IncrementalSearchBar.h"
+
+#include "editor/CodeMax.h"
+#include "editor/MatchHighlight.h"
+#include "editor/SearchReport.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace {
+
+constexpr int Padding = 3;
+constexpr int TextWidth = 240;
+
+/// Keys that mean this bar while it is typed in, whatever a menu makes of them.
+bool isOwnKey(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers others = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (others != Qt::NoModifier)
+        return false;
+    switch (key.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F3:
+        case Qt::Key_Escape:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+IncrementalSearchBar::IncrementalSearchBar(CodeMax& control)
+    : QWidget(&control),
+      m_control(control),
+      m_caption(new QLabel(this)),
+      m_text(new QLineEdit(this)),
+      m_result(new QLabel(this)) {
+    setObjectName(QStringLiteral("IncrementalSearchBar"));
+    setAutoFillBackground(true);
+    setCursor(Qt::ArrowCursor);
+    m_text->setObjectName(QStringLiteral("txtIncrementalSearch"));
+    m_text->setMaximumWidth(TextWidth);
+    m_text->installEventFilter(this);
+    m_caption->setBuddy(m_text);
+    m_result->setObjectName(QStringLiteral("lblIncrementalSearch"));
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(Padding, Padding, Padding, Padding);
+    row->addWidget(m_caption);
+    row->addWidget(m_text, 1);
+    const auto* previous = addButton(*row, QStringLiteral("cmdIncrementalPrevious"), tr("Previous match"), Qt::UpArrow);
+    const auto* next = addButton(*row, QStringLiteral("cmdIncrementalNext"), tr("Next match"), Qt::DownArrow);
+    row->addWidget(m_result);
+    row->addStretch(1);
+    const auto* close = addButton(*row, QStringLiteral("cmdIncrementalClose"), tr("Close"), Qt::NoArrow);
+
+    connect(m_text, &QLineEdit::textEdited, this, &IncrementalSearchBar::searchTyped);
+    connect(previous, &QToolButton::clicked, this, [this] { goOn(true); });
+    connect(next, &QToolButton::clicked, this, [this] { goOn(false); });
+    connect(close, &QToolButton::clicked, this, &IncrementalSearchBar::finish);
+    hide();
+}
+
+IncrementalSearchBar::~IncrementalSearchBar() = default;
+
+QToolButton* IncrementalSearchBar::addButton(QHBoxLayout& row, const QString& name, const QString& caption,
+                                             Qt::ArrowType arrow) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setAccessibleName(caption);
+    button->setToolTip(caption);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    if (arrow == Qt::NoArrow)
+        button->setText(caption);
+    else
+        button->setArrowType(arrow);
+    row.addWidget(button);
+    return button;
+}
+
+void IncrementalSearchBar::setDirection(bool backwards) {
+    m_backwards = backwards;
+    m_caption->setText(backwards ? tr("Search &backwards:") : tr("&Search:"));
+    m_text->setAccessibleName(backwards ? tr("Search backwards") : tr("Search"));
+}
+
+void IncrementalSearchBar::begin(bool backwards) {
+    const bool open = !isHidden();
+    setDirection(backwards);
+    if (open) {
+        m_text->setFocus();
+        if (m_text->text().isEmpty())
+            m_text->setText(m_control.searchText());
+        goOn(backwards);
+        return;
+    }
+    m_anchorAtFirst = m_control.AnchorPosition();
+    m_caretAtFirst = m_control.CaretPosition();
+    m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+    m_text->clear();
+    SearchReport::show(*m_result, {});
+    m_control.setBottomBar(this);
+    show();
+    m_text->setFocus();
+}
+
+void IncrementalSearchBar::searchTyped(const QString& text) {
+    m_control.setSearchText(text);
+    if (text.isEmpty()) {
+        m_highlight.reset();
+        m_control.setSelection(m_from, m_from);
+        SearchReport::show(*m_result, {});
+        return;
+    }
+    if (!m_highlight)
+        m_highlight = std::make_unique<MatchHighlight>(m_control);
+    m_control.setSelection(m_from, m_from);
+    report(m_control.findTyped(m_backwards), m_backwards);
+}
+
+/// From the present match on; what is typed after that is looked for from there.
+void IncrementalSearchBar::goOn(bool backwards) {
+    setDirection(backwards);
+    if (m_text->text().isEmpty())
+        return;
+    m_control.setSearchText(m_text->text());
+    report(backwards ? m_control.findPrevious() : m_control.findNext(), backwards);
+    m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+}
+
+void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
+    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+}
+
+void IncrementalSearchBar::giveBack() {
+    m_control.setSelection(m_anchorAtFirst, m_caretAtFirst);
+    m_control.SendScintilla(QsciScintillaBase::SCI_SCROLLCARET);
+}
+
+void IncrementalSearchBar::finish() {
+    m_highlight.reset();
+    hide();
+    m_control.setBottomBar(nullptr);
+    m_control.setFocus();
+}
+
+bool IncrementalSearchBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (!isOwnKey(key))
+        return QWidget::eventFilter(watched, event);
+    event->accept();
+    if (event->type() == QEvent::ShortcutOverride)
+        return true;
+    const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
+    if (key.key() == Qt::Key_Escape) {
+        giveBack();
+        finish();
+    } else if (key.key() == Qt::Key_Up || key.key() == Qt::Key_Down) {
+        goOn(key.key() == Qt::Key_Up);
+    } else if (key.key() == Qt::Key_F3) {
+        goOn(shift);
+    } else {
+        goOn(shift != m_backwards);
+    }
+    return true;
+}

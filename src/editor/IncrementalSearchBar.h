@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QWidget>
+
+#include <memory>
+
+class CodeMax;
+class MatchHighlight;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+enum class SearchOutcome;
+
+/// The slim bar under the text in which one searches while typing. The control's flags count. Enter and F3 go to the
+/// next match, with Shift to the one before; Escape gives the caret back and closes the bar, its button closes it where
+/// the search has come to. A child of the control.
+class IncrementalSearchBar : public QWidget {
+    Q_OBJECT
+
+ public:
+    explicit IncrementalSearchBar(CodeMax& control);
+    ~IncrementalSearchBar() override;
+
+    /// Opens the bar to search from the caret. When it is open already it turns that way and goes a match further.
+    void begin(bool backwards);
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    QToolButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption, Qt::ArrowType arrow);
+    void setDirection(bool backwards);
+    void searchTyped(const QString& text);
+    void goOn(bool backwards);
+    void report(SearchOutcome outcome, bool backwards);
+    void giveBack();
+    void finish();
+
+    CodeMax& m_control;
+    QLabel* m_caption;
+    QLineEdit* m_text;
+    QLabel* m_result;
+    std::unique_ptr<MatchHighlight> m_highlight;
+    bool m_backwards = false;
+    qint64 m_anchorAtFirst = 0;
+    qint64 m_caretAtFirst = 0;
+    qint64 m_from = 0;  ///< position from which the typed text is searched
+};

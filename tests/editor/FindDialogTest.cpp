@@ -1,0 +1,288 @@
+#include "editor/CodeMax.h"
+#include "editor/FindDialog.h"
+#include "editor/SearchHistory.h"
+#include "editor/SearchWindows.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+struct Dialogs : testing::Test {
+    std::unique_ptr<CodeMax> owned = std::make_unique<CodeMax>();
+    CodeMax& control = *owned;
+    QSignalSpy told{&control, &CodeMax::AfterFind};
+
+    Dialogs() {
+        control.resize(500, 300);
+        control.show();
+    }
+    FindDialog* find() { return control.findChild<FindDialog*>(QStringLiteral("FindDialog")); }
+    FindDialog* replace() { return control.findChild<FindDialog*>(QStringLiteral("ReplaceDialog")); }
+    FindDialog& openFind() {
+        SearchWindows::openFind(control);
+        told.clear();
+        return *find();
+    }
+    FindDialog& openReplace() {
+        SearchWindows::openReplace(control);
+        told.clear();
+        return *replace();
+    }
+    template <typename Widget>
+    static Widget& in(FindDialog& dialog, const char* name) {
+        auto* found = dialog.findChild<Widget*>(QString::fromUtf8(name));
+        EXPECT_NE(found, nullptr) << name;
+        return *found;
+    }
+    static void enter(FindDialog& dialog, const char* field, const char* text) {
+        in<QComboBox>(dialog, field).setEditText(QString::fromUtf8(text));
+    }
+    static void check(FindDialog& dialog, const char* name) { in<QCheckBox>(dialog, name).click(); }
+    static void press(FindDialog& dialog, const char* name) { in<QPushButton>(dialog, name).click(); }
+    static QString result(FindDialog& dialog) { return in<QLabel>(dialog, "lblResult").text(); }
+    QString selected() { return control.SelText(); }
+};
+
+using FindDialogWindow = Dialogs;
+using ReplaceDialogWindow = Dialogs;
+
+}  // namespace
+
+TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
+    control.setText(QStringLiteral("one two\nthree"));
+    control.setSelection(4, 7);
+    control.setSearchWholeWord(true);
+    SearchWindows::openFind(control);
+    ASSERT_NE(find(), nullptr);
+    FindDialog& dialog = *find();
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_FALSE(dialog.isModal());
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), QStringLiteral("two"));
+    EXPECT_TRUE(in<QCheckBox>(dialog, "chkWholeWord").isChecked());
+    EXPECT_FALSE(in<QCheckBox>(dialog, "chkMatchCase").isChecked());
+    EXPECT_FALSE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
+    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("cboReplace")), nullptr);
+}
+
+TEST_F(FindDialogWindow, OpensWithTheLastTextWhereLinesAreSelected) {
+    control.setText(QStringLiteral("one two\nthree"));
+    control.setSearchText(QStringLiteral("last"));
+    control.SelectAll();
+    FindDialog& dialog = openFind();
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), QStringLiteral("last"));
+    EXPECT_TRUE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
+}
+
+TEST_F(FindDialogWindow, IsThereOnceAndComesToTheFrontAgain) {
+    openFind();
+    openFind();
+    EXPECT_EQ(control.findChildren<FindDialog*>().size(), 1);
+}
+
+TEST_F(FindDialogWindow, FindsBothWays) {
+    control.setText(QStringLiteral("one two one"));
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "one");
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 0);
+    EXPECT_EQ(result(dialog), QString());
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 8);
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 0);
+    EXPECT_FALSE(result(dialog).isEmpty());
+    press(dialog, "cmdFindPrevious");
+    EXPECT_EQ(control.SelStart(), 8);
+    EXPECT_EQ(told.count(), 4);
+    EXPECT_EQ(SearchHistory::ofFinds().entries().first(), QStringLiteral("one"));
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").itemText(0), QStringLiteral("one"));
+}
+
+TEST_F(FindDialogWindow, SearchesAtEnter) {
+    control.setText(QStringLiteral("one two"));
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "two");
+    QTest::keyClick(in<QComboBox>(dialog, "cboFind").lineEdit(), Qt::Key_Return);
+    EXPECT_EQ(selected(), QStringLiteral("two"));
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(FindDialogWindow, SearchesByItsFlags) {
+    control.setText(QStringLiteral("Ones ONE o.e"));
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "ONE");
+    check(dialog, "chkMatchCase");
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 5);
+    check(dialog, "chkMatchCase");
+    check(dialog, "chkWholeWord");
+    enter(dialog, "cboFind", "one");
+    control.setSelection(0, 0);
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 5);
+    check(dialog, "chkWholeWord");
+    check(dialog, "chkRegExp");
+    enter(dialog, "cboFind", "o\\.e");
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(control.SelStart(), 9);
+    EXPECT_TRUE(control.SearchRegExp());
+    EXPECT_FALSE(control.SearchCaseSensitive());
+}
+
+TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
+    control.setText(QStringLiteral("one"));
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "two");
+    press(dialog, "cmdFindNext");
+    const QString notFound = result(dialog);
+    EXPECT_FALSE(notFound.isEmpty());
+    check(dialog, "chkRegExp");
+    enter(dialog, "cboFind", "on(e");
+    EXPECT_EQ(result(dialog), QString());
+    press(dialog, "cmdFindNext");
+    EXPECT_TRUE(result(dialog).contains(QStringLiteral("missing closing parenthesis")));
+    EXPECT_TRUE(result(dialog).contains(QStringLiteral("5")));
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").lineEdit()->cursorPosition(), 4);
+    EXPECT_EQ(told.count(), 2);
+}
+
+TEST_F(FindDialogWindow, Counts) {
+    control.setText(QStringLiteral("a a\na a"));
+    control.setSelection(1, 5);
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "a");
+    EXPECT_TRUE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("2 ")));
+    check(dialog, "chkInSelection");
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("4 ")));
+    enter(dialog, "cboFind", "b");
+    press(dialog, "cmdCount");
+    EXPECT_FALSE(result(dialog).startsWith(QStringLiteral("0")));
+    EXPECT_EQ(control.SelStart(), 1);
+}
+
+TEST_F(FindDialogWindow, SearchesForNothingWithoutAText) {
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "");
+    for (const char* name : {"cmdFindNext", "cmdFindPrevious", "cmdCount"})
+        EXPECT_FALSE(in<QPushButton>(dialog, name).isEnabled()) << name;
+    EXPECT_TRUE(in<QPushButton>(dialog, "cmdClose").isEnabled());
+    enter(dialog, "cboFind", "a");
+    EXPECT_TRUE(in<QPushButton>(dialog, "cmdFindNext").isEnabled());
+}
+
+TEST_F(FindDialogWindow, TellsWhenItIsClosed) {
+    FindDialog& dialog = openFind();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(told.count(), 1);
+    openFind();
+    dialog.close();
+    EXPECT_EQ(told.count(), 1);
+    openFind();
+    press(dialog, "cmdClose");
+    EXPECT_EQ(told.count(), 1);
+}
+
+TEST_F(FindDialogWindow, GoesWithItsControl) {
+    const QPointer<FindDialog> alive(&openFind());
+    SearchWindows::openReplace(control);
+    SearchWindows::openIncremental(control, false);
+    owned.reset();
+    EXPECT_FALSE(alive);
+}
+
+TEST_F(FindDialogWindow, HasAKeyForEveryControl) {
+    for (FindDialog* dialog : {&openFind(), &openReplace()}) {
+        QSet<QChar> letters;
+        int controls = 0;
+        const auto take = [&](const QString& caption) {
+            const qsizetype mark = caption.indexOf(u'&');
+            ASSERT_GE(mark, 0) << caption.toStdString();
+            letters.insert(caption[mark + 1].toLower());
+            ++controls;
+        };
+        for (const auto* button : dialog->findChildren<QAbstractButton*>()) {
+            if (button->objectName() != QStringLiteral("cmdClose") && !button->objectName().startsWith(u"qt_"))
+                take(button->text());
+        }
+        for (const auto* label : dialog->findChildren<QLabel*>()) {
+            if (label->buddy() != nullptr)
+                take(label->text());
+        }
+        EXPECT_EQ(letters.size(), controls);
+        for (const auto* field : dialog->findChildren<QComboBox*>())
+            EXPECT_FALSE(field->accessibleName().isEmpty());
+    }
+}
+
+TEST_F(ReplaceDialogWindow, ReplacesOneMatchAfterTheOther) {
+    control.setText(QStringLiteral("one two one"));
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "one");
+    enter(dialog, "cboReplace", "1");
+    press(dialog, "cmdReplace");
+    EXPECT_EQ(control.Text(), QStringLiteral("one two one"));
+    press(dialog, "cmdReplace");
+    EXPECT_EQ(control.Text(), QStringLiteral("1 two one"));
+    press(dialog, "cmdReplace");
+    EXPECT_EQ(control.Text(), QStringLiteral("1 two 1"));
+    EXPECT_FALSE(result(dialog).isEmpty());
+    EXPECT_EQ(told.count(), 3);
+    EXPECT_EQ(SearchHistory::ofReplacements().entries().first(), QStringLiteral("1"));
+}
+
+TEST_F(ReplaceDialogWindow, ReplacesAllAndTellsHowMany) {
+    control.setText(QStringLiteral("Red red\nRED"));
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "red");
+    enter(dialog, "cboReplace", "blue");
+    check(dialog, "chkPreserveCase");
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), QStringLiteral("Blue blue\nBLUE"));
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 ")));
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), QStringLiteral("Blue blue\nBLUE"));
+    EXPECT_FALSE(result(dialog).startsWith(QStringLiteral("0")));
+    EXPECT_EQ(told.count(), 2);
+}
+
+TEST_F(ReplaceDialogWindow, KeepsToTheSelectedLines) {
+    control.setText(QStringLiteral("a\na\na"));
+    control.setSelection(0, 3);
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "a");
+    enter(dialog, "cboReplace", "b");
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), QStringLiteral("b\nb\na"));
+}
+
+TEST_F(ReplaceDialogWindow, ReplacesNothingInALockedText) {
+    control.setText(QStringLiteral("a"));
+    control.setLocked(true);
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "a");
+    EXPECT_FALSE(in<QPushButton>(dialog, "cmdReplace").isEnabled());
+    EXPECT_FALSE(in<QPushButton>(dialog, "cmdReplaceAll").isEnabled());
+    EXPECT_TRUE(in<QPushButton>(dialog, "cmdFindNext").isEnabled());
+}
+
+TEST_F(ReplaceDialogWindow, StandsBesideTheFindDialog) {
+    FindDialog& find = openFind();
+    FindDialog& replace = openReplace();
+    EXPECT_TRUE(find.isVisible());
+    EXPECT_TRUE(replace.isVisible());
+}

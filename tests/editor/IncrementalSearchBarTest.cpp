@@ -1,0 +1,178 @@
+#include "editor/CodeMax.h"
+#include "editor/IncrementalSearchBar.h"
+#include "editor/SearchHistory.h"
+#include "editor/SearchWindows.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QToolButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct SearchBar : testing::Test {
+    CodeMax control;
+
+    SearchBar() {
+        control.resize(500, 300);
+        control.show();
+        control.setText(QStringLiteral("one two\none three\ntwo"));
+    }
+    void open(bool backwards = false) { SearchWindows::openIncremental(control, backwards); }
+    IncrementalSearchBar& bar() { return *control.findChild<IncrementalSearchBar*>(); }
+    QLineEdit& field() { return *bar().findChild<QLineEdit*>(); }
+    QString told() { return bar().findChild<QLabel*>(QStringLiteral("lblIncrementalSearch"))->text(); }
+    void type(const char* text) { QTest::keyClicks(&field(), QString::fromUtf8(text)); }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&field(), key, modifiers); }
+    std::pair<qint64, qint64> selected() { return {control.AnchorPosition(), control.CaretPosition()}; }
+};
+
+using Selected = std::pair<qint64, qint64>;
+
+}  // namespace
+
+TEST_F(SearchBar, SelectsTheNextMatchAsOneTypes) {
+    open();
+    EXPECT_TRUE(bar().isVisible());
+    type("t");
+    EXPECT_EQ(selected(), Selected(4, 5));
+    type("h");
+    EXPECT_EQ(selected(), Selected(12, 14));
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(selected(), Selected(4, 5));
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(selected(), Selected(0, 0));
+}
+
+TEST_F(SearchBar, SearchesBackwards) {
+    control.setSelection(18, 18);
+    open(true);
+    type("t");
+    EXPECT_EQ(selected(), Selected(12, 13));
+    type("w");
+    EXPECT_EQ(selected(), Selected(4, 6));
+}
+
+TEST_F(SearchBar, GoesToFurtherMatchesByEnterAndF3) {
+    open();
+    type("two");
+    EXPECT_EQ(selected(), Selected(4, 7));
+    key(Qt::Key_Return);
+    EXPECT_EQ(selected(), Selected(18, 21));
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    key(Qt::Key_F3);
+    EXPECT_EQ(selected(), Selected(18, 21));
+    key(Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    key(Qt::Key_Down);
+    EXPECT_EQ(selected(), Selected(18, 21));
+    EXPECT_EQ(told(), QString());
+    key(Qt::Key_Down);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    EXPECT_FALSE(told().isEmpty());
+}
+
+TEST_F(SearchBar, EnterKeepsToTheDirection) {
+    control.setSelection(21, 21);
+    open(true);
+    type("two");
+    EXPECT_EQ(selected(), Selected(18, 21));
+    key(Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    key(Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(selected(), Selected(18, 21));
+}
+
+TEST_F(SearchBar, EscapeGivesTheSelectionBack) {
+    control.setSelection(9, 3);
+    open();
+    type("three");
+    EXPECT_EQ(selected(), Selected(12, 17));
+    key(Qt::Key_Escape);
+    EXPECT_EQ(selected(), Selected(9, 3));
+    EXPECT_FALSE(bar().isVisible());
+}
+
+TEST_F(SearchBar, ItsButtonLeavesTheMatch) {
+    open();
+    type("three");
+    bar().findChild<QToolButton*>(QStringLiteral("cmdIncrementalClose"))->click();
+    EXPECT_FALSE(bar().isVisible());
+    EXPECT_EQ(selected(), Selected(12, 17));
+}
+
+TEST_F(SearchBar, TellsWhatIsNotThere) {
+    open();
+    type("x");
+    EXPECT_FALSE(told().isEmpty());
+    EXPECT_EQ(selected(), Selected(0, 0));
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(told(), QString());
+}
+
+TEST_F(SearchBar, TellsWhatIsWrongWithAnExpression) {
+    control.setSearchRegExp(true);
+    open();
+    type("(");
+    EXPECT_TRUE(told().contains(QStringLiteral("missing closing parenthesis")));
+    type("two)$");
+    EXPECT_EQ(selected(), Selected(4, 7));
+    EXPECT_EQ(told(), QString());
+}
+
+TEST_F(SearchBar, OpenedAgainGoesAMatchFurther) {
+    open();
+    type("two");
+    open();
+    EXPECT_EQ(selected(), Selected(18, 21));
+    open(true);
+    EXPECT_EQ(selected(), Selected(4, 7));
+}
+
+TEST_F(SearchBar, OpenedTwiceLooksForTheLastText) {
+    control.setSearchText(QStringLiteral("three"));
+    open();
+    open();
+    EXPECT_EQ(selected(), Selected(12, 17));
+}
+
+TEST_F(SearchBar, PutsIntoTheHistoryOnlyWhatWasLookedForOnPurpose) {
+    open();
+    type("thr");
+    EXPECT_NE(SearchHistory::ofFinds().entries().value(0), QStringLiteral("thr"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(SearchHistory::ofFinds().entries().value(0), QStringLiteral("thr"));
+    EXPECT_FALSE(SearchHistory::ofFinds().entries().contains(QStringLiteral("th")));
+}
+
+TEST_F(SearchBar, LiesBelowTheText) {
+    const int before = control.viewport()->height();
+    open();
+    EXPECT_LT(control.viewport()->height(), before);
+    EXPECT_GE(bar().geometry().top(), control.viewport()->geometry().bottom());
+    EXPECT_LE(bar().geometry().bottom(), control.height());
+    control.resize(700, 200);
+    EXPECT_GE(bar().geometry().top(), control.viewport()->geometry().bottom());
+    EXPECT_GT(bar().width(), 500);
+    key(Qt::Key_Escape);
+    control.resize(500, 300);
+    EXPECT_EQ(control.viewport()->height(), before);
+}
+
+TEST_F(SearchBar, ItsKeysComeBeforeThoseOfMenus) {
+    open();
+    for (const Qt::Key own : {Qt::Key_F3, Qt::Key_Escape, Qt::Key_Return}) {
+        QKeyEvent asked(QEvent::ShortcutOverride, own, Qt::NoModifier);
+        asked.ignore();
+        QCoreApplication::sendEvent(&field(), &asked);
+        EXPECT_TRUE(asked.isAccepted()) << own;
+    }
+    QKeyEvent other(QEvent::ShortcutOverride, Qt::Key_F3, Qt::ControlModifier);
+    other.ignore();
+    QCoreApplication::sendEvent(&field(), &other);
+    EXPECT_FALSE(other.isAccepted());
+}
