@@ -3,6 +3,7 @@
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
 #include "document/LineOperations.h"
+#include "document/MatchList.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
 #include "platform/QtPrompts.h"
@@ -184,6 +185,57 @@ void save(benchmark::State& state, qint64 megabytes, char lineEnd) {
         shown.control.SaveFile(files().target(), SaveFlags::AsLoaded);
 }
 
+/// All matches with the list of them: one a line.
+void findAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    Shown shown(megabytes, lineEnd, word);
+    shown.control.setSearchCaseSensitive(true);
+    shown.control.setSearchText(QString::fromStdString(word));
+    for (auto _ : state) {
+        MatchList list;
+        shown.control.findAll([&](const MatchPlace& match) {
+            list.add(match.line, match.position, match.length);
+            return true;
+        });
+        benchmark::DoNotOptimize(list.text());
+    }
+}
+
+/// What a person at a terminal would do instead.
+void grep(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    const QString path = files().path(megabytes, lineEnd, word);
+    const std::string command = "grep -o " + word + " " + path.toStdString() + " | wc -l > /dev/null";
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::system(command.c_str()));
+}
+
+/// All matches replaced, and the undo of it. A million in 60 MB.
+void replaceAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word, bool undoes) {
+    Shown shown(megabytes, lineEnd, word);
+    shown.control.setSearchCaseSensitive(true);
+    shown.control.setSearchText(QString::fromStdString(word));
+    shown.control.setReplacementText(QStringLiteral("calculate"));
+    for (auto _ : state) {
+        if (undoes)
+            state.PauseTiming();
+        shown.control.replaceAll();
+        if (undoes)
+            state.ResumeTiming();
+        else
+            state.PauseTiming();
+        shown.control.Undo();
+        if (!undoes)
+            state.ResumeTiming();
+    }
+}
+
+void sed(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
+    const QString path = files().path(megabytes, lineEnd, word);
+    const std::string command =
+        "sed s/" + word + "/calculate/g " + path.toStdString() + " > " + files().target().toStdString();
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::system(command.c_str()));
+}
+
 }  // namespace
 
 #define QUILLMARK_BENCH(...) BENCHMARK_CAPTURE(__VA_ARGS__)->Unit(benchmark::kMillisecond)->UseRealTime()
@@ -210,6 +262,15 @@ BENCHMARK(indentLines)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTi
 BENCHMARK(trimLines)->Arg(250'000)->Arg(500'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
 QUILLMARK_BENCH(save, lines_1GB, 1000, '\n')->Iterations(3);
 QUILLMARK_BENCH(save, one_line_100MB, 100, ' ');
+QUILLMARK_BENCH(findAll, lines_200MB, 200, '\n', "compute");
+QUILLMARK_BENCH(findAll, lines_not_ascii_200MB, 200, '\n', "größe");
+QUILLMARK_BENCH(findAll, one_line_100MB, 100, ' ', "compute");
+QUILLMARK_BENCH(grep, lines_200MB, 200, '\n', "compute");
+QUILLMARK_BENCH(replaceAll, lines_60MB, 60, '\n', "compute", false)->Iterations(3);
+QUILLMARK_BENCH(replaceAll, lines_not_ascii_60MB, 60, '\n', "größe", false)->Iterations(3);
+QUILLMARK_BENCH(replaceAll, one_line_60MB, 60, ' ', "compute", false)->Iterations(3);
+QUILLMARK_BENCH(replaceAll, undone_one_line_60MB, 60, ' ', "compute", true)->Iterations(3);
+QUILLMARK_BENCH(sed, lines_60MB, 60, '\n', "compute")->Iterations(3);
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);

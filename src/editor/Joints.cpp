@@ -62,22 +62,44 @@ qint64 pieceEnd(std::string_view line) {
 void JointList::reset(JointKind kind, std::vector<qint64> offsets) {
     m_kind = kind;
     m_offsets = std::move(offsets);
+    m_stepAt = m_offsets.size();
+    m_step = 0;
+}
+
+/// Brings the offsets up to this number up to date, and those behind it back to where they all are short by the step.
+void JointList::moveStep(std::size_t number) const {
+    for (; m_stepAt < number; ++m_stepAt)
+        m_offsets[m_stepAt] += m_step;
+    for (; m_stepAt > number; --m_stepAt)
+        m_offsets[m_stepAt - 1] -= m_step;
+    if (m_stepAt == m_offsets.size())
+        m_step = 0;
 }
 
 bool JointList::isJoint(qint64 byte) const {
-    return std::binary_search(m_offsets.begin(), m_offsets.end(), byte);
+    const auto number = static_cast<std::size_t>(before(byte));
+    return number < m_offsets.size() && offsetAt(number) == byte;
 }
 
 qint64 JointList::before(qint64 byte) const {
-    return std::lower_bound(m_offsets.begin(), m_offsets.end(), byte) - m_offsets.begin();
+    std::size_t low = 0;
+    std::size_t high = m_offsets.size();
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (offsetAt(middle) < byte)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return static_cast<qint64>(low);
 }
 
 void JointList::textInserted(qint64 at, std::string_view text, char next) {
     if (m_kind == JointKind::None || m_kind == JointKind::Listed)
         return;
-    const auto place = m_offsets.begin() + before(at);
-    for (auto offset = place; offset != m_offsets.end(); ++offset)
-        *offset += static_cast<qint64>(text.size());
+    const auto place = static_cast<std::size_t>(before(at));
+    moveStep(place);
+    m_step += static_cast<qint64>(text.size());
 
     std::vector<qint64> added;
     const char joint = jointByte(m_kind);
@@ -85,13 +107,16 @@ void JointList::textInserted(qint64 at, std::string_view text, char next) {
         if (isJointIn(text, found, next, m_kind))
             added.push_back(at + static_cast<qint64>(found));
     }
-    m_offsets.insert(place, added.begin(), added.end());
+    m_offsets.insert(m_offsets.begin() + static_cast<std::ptrdiff_t>(place), added.begin(), added.end());
+    m_stepAt += added.size();
 }
 
 void JointList::textDeleted(qint64 at, qint64 length) {
-    const auto first = m_offsets.begin() + before(at);
-    const auto last = m_offsets.begin() + before(at + length);
-    for (auto offset = last; offset != m_offsets.end(); ++offset)
-        *offset -= length;
-    m_offsets.erase(first, last);
+    const auto first = static_cast<std::size_t>(before(at));
+    const auto last = static_cast<std::size_t>(before(at + length));
+    moveStep(last);
+    m_step -= length;
+    m_offsets.erase(m_offsets.begin() + static_cast<std::ptrdiff_t>(first),
+                    m_offsets.begin() + static_cast<std::ptrdiff_t>(last));
+    m_stepAt -= last - first;
 }

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -41,14 +42,21 @@ JointKind jointKindFor(LineEndsSeen seen);
 /// never inside a character. `line` is longer than a piece.
 qint64 pieceEnd(std::string_view line);
 
-/// The joints of one text, as sorted byte offsets, moved along with its changes.
+/// The joints of one text, as sorted byte offsets, moved along with its changes. Changes one beside the other are
+/// cheap, however many joints lie behind them: these move when they are asked for.
 class JointList {
  public:
     void reset(JointKind kind, std::vector<qint64> offsets);
 
     JointKind kind() const { return m_kind; }
     bool empty() const { return m_offsets.empty(); }
-    const std::vector<qint64>& offsets() const { return m_offsets; }
+    std::size_t count() const { return m_offsets.size(); }
+    qint64 offsetAt(std::size_t number) const { return m_offsets[number] + (number >= m_stepAt ? m_step : 0); }
+    /// All of them; good until the next change.
+    const std::vector<qint64>& offsets() const {
+        moveStep(m_offsets.size());
+        return m_offsets;
+    }
 
     bool isJoint(qint64 byte) const;
     /// Joints in front of this offset.
@@ -59,6 +67,11 @@ class JointList {
     void textDeleted(qint64 at, qint64 length);
 
  private:
+    void moveStep(std::size_t number) const;
+
     JointKind m_kind = JointKind::None;
-    std::vector<qint64> m_offsets;
+    /// From number m_stepAt on all offsets are short by m_step.
+    mutable std::vector<qint64> m_offsets;
+    mutable std::size_t m_stepAt = 0;
+    mutable qint64 m_step = 0;
 };

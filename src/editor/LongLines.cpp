@@ -43,10 +43,10 @@ void LongLines::keepShort(qint64 low, qint64 high) {
 }
 
 void LongLines::removeIdleJoints(qint64 low, qint64 high) {
-    const auto& offsets = m_map.joints().offsets();
-    for (qint64 index = m_map.joints().before(low);
-         index < static_cast<qint64>(offsets.size()) && offsets[static_cast<std::size_t>(index)] <= high;) {
-        const qint64 joint = offsets[static_cast<std::size_t>(index)];
+    const JointList& joints = m_map.joints();
+    for (auto index = static_cast<std::size_t>(joints.before(low));
+         index < joints.count() && joints.offsetAt(index) <= high;) {
+        const qint64 joint = joints.offsetAt(index);
         if (isIdle(joint))
             m_view.SendScintilla(QsciScintillaBase::SCI_DELETERANGE, static_cast<unsigned long>(joint), 1L);
         else

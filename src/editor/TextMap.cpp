@@ -138,7 +138,7 @@ qint64 TextMap::byteOf(qint64 position) const {
 }
 
 qint64 TextMap::lineCount() const {
-    return m_text.lineCount() - static_cast<qint64>(joints().offsets().size());
+    return m_text.lineCount() - static_cast<qint64>(joints().count());
 }
 
 qint64 TextMap::lineOf(qint64 byte) const {

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace {
 
 LineEndsSeen seenIn(std::string_view text, char next = '\0') {
@@ -96,4 +99,38 @@ TEST(JointList, TakesEveryLfForAJointWhereTheTextHasOnlyCr) {
     joints.reset(JointKind::AnyLf, {});
     joints.textInserted(0, "a\rb\nc", 'x');
     EXPECT_EQ(joints.offsets(), (Offsets{3}));
+}
+
+TEST(JointList, AgreesWithAPlainTextThroughManyChanges) {
+    std::mt19937 random(5);
+    std::string text;
+    JointList joints;
+    joints.reset(JointKind::AnyCr, {});
+    for (int step = 0; step < 3000; ++step) {
+        const auto at = static_cast<std::size_t>(random()) % (text.size() + 1);
+        const auto signedAt = static_cast<qint64>(at);
+        if (random() % 3 != 0 || text.empty()) {
+            std::string added(random() % 4, 'x');
+            if (random() % 2 == 0)
+                added += '\r';
+            joints.textInserted(signedAt, added, at < text.size() ? text[at] : '\0');
+            text.insert(at, added);
+        } else {
+            const std::size_t length = std::min<std::size_t>(random() % 9, text.size() - at);
+            joints.textDeleted(signedAt, static_cast<qint64>(length));
+            text.erase(at, length);
+        }
+        const auto asked = static_cast<std::size_t>(random()) % (text.size() + 1);
+        ASSERT_EQ(joints.before(static_cast<qint64>(asked)),
+                  std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(asked), '\r'));
+        ASSERT_EQ(joints.isJoint(static_cast<qint64>(asked)), asked < text.size() && text[asked] == '\r');
+        if (step % 7 != 0)
+            continue;
+        Offsets expected;
+        for (std::size_t byte = 0; byte < text.size(); ++byte) {
+            if (text[byte] == '\r')
+                expected.push_back(static_cast<qint64>(byte));
+        }
+        ASSERT_EQ(joints.offsets(), expected) << "step " << step;
+    }
 }
