@@ -1,0 +1,69 @@
+#pragma once
+
+#include "lang/LanguageDefinition.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <memory>
+
+/// A language in a list: its name in upper case, and its patterns as they are written to the index.
+struct LanguageRow {
+    QString name;
+    QString patterns;
+
+    bool operator==(const LanguageRow&) const = default;
+};
+
+/// The languages that the program knows, the files that belong to each, and the definitions of those that have been
+/// needed. One of the process, owned by the shell, used by one thread.
+///
+/// Its files lie in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
+/// is taken from the program folder, or else from what was installed. A failure shows nothing: without an index the
+/// table stays empty, without a sound definition a language stays unloaded, and lastError() tells why.
+class LanguageTable {
+ public:
+    static constexpr int MostLanguages = 51;
+    static constexpr qsizetype MostIndexBytes = 1024 * 1024;
+
+    struct Entry {
+        QString LangName;  ///< upper case
+        QString LangExt;   ///< "," + patterns + "," in upper case
+        bool LangLoaded = false;
+    };
+
+    LanguageTable(const QString& programFolder, const QString& shareFolder);
+
+    /// Adds the records of the index behind what is there, up to the limit, and registers every language.
+    void LoadLanguageIndex();
+    const QList<Entry>& entries() const { return m_entries; }
+    /// The languages of the table, each once, by its first entry.
+    QList<LanguageRow> rows() const;
+    /// Writes the index to the program folder; false: it is as it was.
+    bool saveIndex(const QList<LanguageRow>& rows) const;
+
+    /// Reads the definition unless that was done, or the name is not in the table.
+    void RegisterLanguage(const QString& pName);
+    /// The name of the language that claims the file, registered; empty when none does.
+    QString LanguageOfFile(const QString& pFilename);
+
+    /// The definition of a registered language, by its name in any letter case; null for others. Stays where it is as
+    /// long as the table.
+    const LanguageDefinition* definition(const QString& name) const;
+    /// Full path of the sample text of a language.
+    QString samplePath(const QString& name) const;
+    /// Why the last definition that was asked for could not be had; empty when it could.
+    const QString& lastError() const { return m_lastError; }
+
+ private:
+    bool append(const QString& name, const QString& patterns);
+    QString pathOf(const QString& file) const;
+    void registerEntry(Entry& entry);
+
+    QString m_programFolder;
+    QString m_shareFolder;
+    QList<Entry> m_entries;
+    QHash<QString, std::shared_ptr<const LanguageDefinition>> m_definitions;
+    QString m_lastError;
+};

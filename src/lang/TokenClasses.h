@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArrayView>
+#include <QColor>
+
+#include <optional>
+#include <span>
+
+/// What a piece of a text is, whatever its language: each gets its colour.
+enum class TokenClass {
+    Text,
+    Comment,
+    Documentation,
+    Keyword,
+    Type,
+    Name,
+    String,
+    Number,
+    Operator,
+    Preprocessor,
+    Markup,
+    Error,
+};
+
+namespace TokenClasses {
+
+inline constexpr int Count = static_cast<int>(TokenClass::Error) + 1;
+
+/// How a class looks on a light and on a dark ground.
+struct Row {
+    TokenClass token;
+    const char* name;  ///< as definitions of languages write it
+    QRgb onLight;
+    QRgb onDark;
+    bool bold;
+    bool italic;
+};
+
+/// One row a class, in the order of the classes.
+std::span<const Row> table();
+
+std::optional<TokenClass> byName(QByteArrayView name);
+
+/// How far two colours differ in lightness to the eye, from 1 to 21.
+double contrast(const QColor& one, const QColor& other);
+inline constexpr double EnoughContrast = 4.5;
+
+/// The colour of a class on this ground. On a ground where it would be hard to read it goes towards black or white
+/// until it is not.
+QColor colourOn(const QColor& ground, TokenClass token);
+
+}  // namespace TokenClasses

@@ -1,0 +1,220 @@
+#include "lang/LanguageTable.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class LanguageTableTest : public testing::Test {
+ protected:
+    void put(const QString& folder, const QString& name, const QByteArray& bytes) {
+        QDir().mkpath(home.filePath(folder + u"/languages"_qs));
+        QFile file(home.filePath(folder + u"/languages/"_qs + name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        ASSERT_EQ(file.write(bytes), bytes.size());
+    }
+    void putIndex(const QByteArray& bytes) { put(u"share"_qs, u"languages.idx"_qs, bytes); }
+    QByteArray writtenIndex() const {
+        QFile file(home.filePath(u"own/languages/languages.idx"_qs));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QStringList names() const {
+        QStringList all;
+        for (const LanguageTable::Entry& entry : table.entries())
+            all.append(entry.LangName);
+        return all;
+    }
+    static QByteArray records(int first, int count) {
+        QByteArray bytes;
+        for (int i = first; i < first + count; ++i)
+            bytes += "<<L" + QByteArray::number(i) + ">>\r\n*.x" + QByteArray::number(i) + "\r\n";
+        return bytes;
+    }
+
+    QTemporaryDir home;
+    LanguageTable table{home.filePath(u"own"_qs), home.filePath(u"share"_qs)};
+};
+
+}  // namespace
+
+TEST_F(LanguageTableTest, NamesAndPatternsAreUpperCase) {
+    putIndex("<<Pascal>>\r\n*.pas,*.Pp\r\n<<c>>\r\n*.c\r\n");
+    table.LoadLanguageIndex();
+    ASSERT_EQ(names(), (QStringList{u"PASCAL"_qs, u"C"_qs}));
+    EXPECT_EQ(table.entries()[0].LangExt, u",*.PAS,*.PP,"_qs);
+}
+
+TEST_F(LanguageTableTest, LinesAreTrimmedAndOthersSkipped) {
+    putIndex("; a remark\n\n  <<A>>  \n*.a\n*.lost\n \t\n<<B>>\r\n*.b");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), (QStringList{u"A"_qs, u"B"_qs}));
+    EXPECT_EQ(table.LanguageOfFile(u"x.lost"_qs), QString());
+    EXPECT_EQ(table.LanguageOfFile(u"x.b"_qs), u"B"_qs);
+}
+
+TEST_F(LanguageTableTest, TheClosingMarkIsCutWhateverItIs) {
+    putIndex("<<One--\r\n*.a\r\n<<Two\r\n*.b\r\n<<>>\r\n*.c\r\n<<\r\n*.d\r\n<<Last>>\r\n*.e\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), (QStringList{u"ONE"_qs, u"T"_qs, QString(), QString(), u"LAST"_qs}));
+}
+
+TEST_F(LanguageTableTest, TheLineBehindARecordIsItsPatternsAsItStands) {
+    putIndex("<<A>>\r\n\r\n<<B>>\r\n<<C>>\r\n<<D>>\r\n *.d \r\n<<E>>\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), (QStringList{u"A"_qs, u"B"_qs, u"D"_qs}));
+    EXPECT_EQ(table.entries()[0].LangExt, u",,"_qs);
+    EXPECT_EQ(table.entries()[1].LangExt, u",<<C>>,"_qs);
+    EXPECT_EQ(table.entries()[2].LangExt, u", *.D ,"_qs);
+    EXPECT_EQ(table.LanguageOfFile(u"x.d"_qs), QString());
+}
+
+TEST_F(LanguageTableTest, NamesThatWouldLieInAnotherFolderAreSkipped) {
+    putIndex("<<../A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), QStringList{u"B"_qs});
+}
+
+TEST_F(LanguageTableTest, LetterCaseOfAnExtensionDoesNotCount) {
+    putIndex("<<C>>\r\n*.c,*.H\r\n");
+    table.LoadLanguageIndex();
+    for (const QString& file : {u"/x/a.c"_qs, u"/x/a.C"_qs, u"a.h"_qs, u"A.H"_qs, u".c"_qs, u"a.b.c"_qs})
+        EXPECT_EQ(table.LanguageOfFile(file), u"C"_qs) << file.toStdString();
+}
+
+TEST_F(LanguageTableTest, OnlyTheWholeExtensionCounts) {
+    putIndex("<<C>>\r\n*.cc,*.x?,make*.mk\r\n");
+    table.LoadLanguageIndex();
+    for (const QString& file : {u"a.c"_qs, u"a.ccc"_qs, u"a.xy"_qs, u"make.mk"_qs, u"a"_qs, u"a."_qs, QString(),
+                                u"/a.cc/b"_qs, u"/a.b/cc"_qs})
+        EXPECT_EQ(table.LanguageOfFile(file), QString()) << file.toStdString();
+}
+
+TEST_F(LanguageTableTest, AnExtensionGoesToTheFirstThatListsIt) {
+    putIndex("<<A>>\r\n*.a\r\n<<B>>\r\n*.h,*.b\r\n<<C>>\r\n*.c,*.h\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.LanguageOfFile(u"x.h"_qs), u"B"_qs);
+}
+
+TEST_F(LanguageTableTest, FiftyOneAreHeldAndTheNextEndsTheReading) {
+    putIndex(records(0, 51));
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.entries().size(), 51);
+    EXPECT_EQ(table.LanguageOfFile(u"a.x50"_qs), u"L50"_qs);
+
+    putIndex(records(0, 60));
+    LanguageTable other(home.filePath(u"own"_qs), home.filePath(u"share"_qs));
+    other.LoadLanguageIndex();
+    EXPECT_EQ(other.entries().size(), 51);
+    EXPECT_EQ(other.LanguageOfFile(u"a.x51"_qs), QString());
+}
+
+TEST_F(LanguageTableTest, LoadingAgainAddsBehindAndTheFirstStillWins) {
+    putIndex(records(0, 30));
+    table.LoadLanguageIndex();
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.entries().size(), 51);
+    EXPECT_EQ(table.entries()[30].LangName, u"L0"_qs);
+    EXPECT_EQ(table.entries()[50].LangName, u"L20"_qs);
+    EXPECT_EQ(table.rows().size(), 30);
+    EXPECT_EQ(table.LanguageOfFile(u"a.x3"_qs), u"L3"_qs);
+}
+
+TEST_F(LanguageTableTest, ChangedPatternsOfADoubleCountWhereTheFirstHasNone) {
+    putIndex("<<A>>\r\n*.a\r\n");
+    table.LoadLanguageIndex();
+    putIndex("<<A>>\r\n*.a,*.new\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.rows(), (QList<LanguageRow>{{u"A"_qs, u"*.A"_qs}}));
+    EXPECT_EQ(table.LanguageOfFile(u"x.new"_qs), u"A"_qs);
+}
+
+TEST_F(LanguageTableTest, WithoutAnIndexTheTableStaysEmpty) {
+    table.LoadLanguageIndex();
+    EXPECT_TRUE(table.entries().isEmpty());
+    EXPECT_EQ(table.LanguageOfFile(u"a.c"_qs), QString());
+    table.RegisterLanguage(u"C"_qs);
+    EXPECT_EQ(table.definition(u"C"_qs), nullptr);
+}
+
+TEST_F(LanguageTableTest, LanguagesWithASoundDefinitionAreLoaded) {
+    putIndex("<<Good>>\r\n*.g\r\n<<Bad>>\r\n*.b\r\n<<None>>\r\n*.n\r\n");
+    put(u"share"_qs, u"GOOD.lng"_qs, "lexer cpp\n");
+    put(u"share"_qs, u"BAD.lng"_qs, "lexer cpp\nnonsense\n");
+    table.LoadLanguageIndex();
+    EXPECT_TRUE(table.entries()[0].LangLoaded);
+    EXPECT_FALSE(table.entries()[1].LangLoaded);
+    EXPECT_FALSE(table.entries()[2].LangLoaded);
+    ASSERT_NE(table.definition(u"good"_qs), nullptr);
+    EXPECT_EQ(table.definition(u"good"_qs)->lexer, "cpp");
+    EXPECT_EQ(table.definition(u"Bad"_qs), nullptr);
+    EXPECT_EQ(table.LanguageOfFile(u"x.b"_qs), u"BAD"_qs);
+    EXPECT_TRUE(table.lastError().endsWith(u"BAD.lng:2: \"nonsense\" is unknown"_qs));
+    table.RegisterLanguage(u"None"_qs);
+    EXPECT_TRUE(table.lastError().contains(u"NONE.lng"_qs));
+}
+
+TEST_F(LanguageTableTest, ADefinitionIsReadOnceAndAMissingOneWhenItHasCome) {
+    putIndex("<<A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n");
+    put(u"share"_qs, u"A.lng"_qs, "lexer cpp\n");
+    table.LoadLanguageIndex();
+    const LanguageDefinition* first = table.definition(u"A"_qs);
+    put(u"share"_qs, u"A.lng"_qs, "lexer python\n");
+    put(u"share"_qs, u"B.lng"_qs, "lexer lua\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.definition(u"A"_qs), first);
+    EXPECT_EQ(table.definition(u"A"_qs)->lexer, "cpp");
+    ASSERT_NE(table.definition(u"B"_qs), nullptr);
+}
+
+TEST_F(LanguageTableTest, ALanguageOfTheUsersIsFoundInTheProgramFolder) {
+    putIndex("<<C>>\r\n*.c\r\n");
+    put(u"share"_qs, u"C.lng"_qs, "lexer cpp\n");
+    put(u"share"_qs, u"C.TXT"_qs, "shipped");
+    put(u"own"_qs, u"languages.idx"_qs, "<<Mine>>\r\n*.mine\r\n<<C>>\r\n*.c\r\n");
+    put(u"own"_qs, u"MINE.lng"_qs, "rules\noperators +\n");
+    put(u"own"_qs, u"MINE.TXT"_qs, "mine");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.LanguageOfFile(u"x.mine"_qs), u"MINE"_qs);
+    ASSERT_NE(table.definition(u"MINE"_qs), nullptr);
+    EXPECT_EQ(table.definition(u"MINE"_qs)->rules.operators, "+");
+    EXPECT_EQ(table.samplePath(u"Mine"_qs), home.filePath(u"own/languages/MINE.TXT"_qs));
+    ASSERT_NE(table.definition(u"C"_qs), nullptr);
+    EXPECT_EQ(table.samplePath(u"C"_qs), home.filePath(u"share/languages/C.TXT"_qs));
+}
+
+TEST_F(LanguageTableTest, AnIndexInTheProgramFolderReplacesTheShippedOneWhole) {
+    putIndex("<<C>>\r\n*.c\r\n");
+    put(u"own"_qs, u"languages.idx"_qs, "<<Mine>>\r\n*.mine\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), QStringList{u"MINE"_qs});
+}
+
+TEST_F(LanguageTableTest, TheIndexIsWrittenAsItIsReadAndToTheProgramFolder) {
+    putIndex("<<Pascal>>\n*.pas,*.pp\n<<größe>>\n*.gr\n");
+    table.LoadLanguageIndex();
+    EXPECT_TRUE(table.saveIndex(table.rows()));
+    EXPECT_EQ(writtenIndex(), "<<PASCAL>>\r\n*.PAS,*.PP\r\n<<GRÖSSE>>\r\n*.GR\r\n");
+    LanguageTable again(home.filePath(u"own"_qs), home.filePath(u"share"_qs));
+    again.LoadLanguageIndex();
+    EXPECT_EQ(again.rows(), table.rows());
+}
+
+TEST_F(LanguageTableTest, RowsWithALineBreakAreNotWritten) {
+    EXPECT_TRUE(table.saveIndex({{u"A"_qs, u"*.a\n<<B>>"_qs}, {u"C\r"_qs, u"*.c"_qs}, {u"D"_qs, u"*.d"_qs}}));
+    EXPECT_EQ(writtenIndex(), "<<D>>\r\n*.d\r\n");
+}
+
+TEST_F(LanguageTableTest, WritingIntoAFolderThatCannotBeMadeEndsQuietly) {
+    QFile file(home.filePath(u"own"_qs));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_FALSE(table.saveIndex({{u"A"_qs, u"*.a"_qs}}));
+}
+
+TEST_F(LanguageTableTest, AnIndexOfTheWindowsCodePageIsRead) {
+    putIndex("<<gr\xF6sse>>\r\n*.g\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), QStringList{u"GRÖSSE"_qs});
+}
