@@ -1,3 +1,4 @@
+#include "lang/LanguageFile.h"
 #include "lang/LanguageTable.h"
 #include "lang/LexerNames.h"
 #include "platform/Folders.h"
@@ -112,4 +113,23 @@ TEST_F(ShippedLanguages, EverySampleShowsSeveralClassesAndNoError) {
         const bool hasNone = entry.LangName == u"DIFF"_qs || !found.contains(TokenClass::Error);
         EXPECT_TRUE(hasNone) << entry.LangName.toStdString() << ": " << found.value(TokenClass::Error).constData();
     }
+}
+
+TEST_F(ShippedLanguages, TheHelpNamesEveryLexerAndClass) {
+    const QByteArray page = bytesOf(shareFolder() + u"/help/languages.html"_qs);
+    for (const char* name : LexerNames::all())
+        EXPECT_TRUE(page.contains("<code>" + QByteArray(name) + "</code>")) << name;
+    for (const TokenClasses::Row& row : TokenClasses::table())
+        EXPECT_TRUE(page.contains("<code>" + QByteArray(row.name) + "</code>")) << row.name;
+}
+
+TEST_F(ShippedLanguages, TheDefinitionsThatTheHelpShowsAreSound) {
+    const QString page = QString::fromUtf8(bytesOf(shareFolder() + u"/help/languages.html"_qs));
+    const QRegularExpression block(u"<pre>(# KNITTING[^<]*)</pre>"_qs);
+    int shown = 0;
+    for (auto match = block.globalMatch(page); match.hasNext(); ++shown) {
+        const LanguageFile::Result read = LanguageFile::parse(match.next().captured(1).toUtf8(), u"help"_qs);
+        EXPECT_TRUE(read.definition.has_value()) << read.error.toStdString();
+    }
+    EXPECT_EQ(shown, 2);
 }

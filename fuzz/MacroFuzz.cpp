@@ -1,0 +1,26 @@
+// Any bytes as a macro, with and without what stands before its steps: what is read gives the same macro when it is
+// written and read again.
+
+#include "lang/Macro.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const QByteArrayView bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    Macro::fromBytes(bytes);
+    const auto macro = Macro::fromSteps(bytes);
+    if (macro && !macro->isEmpty())
+        require(Macro::fromBytes(macro->toBytes() + bytes.toByteArray()) == macro);
+    return 0;
+}
