@@ -8,6 +8,7 @@
 #include "shell/Commands.h"
 #include "shell/DocumentTabs.h"
 #include "shell/ExplorerLink.h"
+#include "shell/FindBar.h"
 #include "shell/FrameParts.h"
 #include "shell/LanguageMenu.h"
 #include "shell/MdiChildren.h"
@@ -39,6 +40,7 @@ void DocumentFiles::NewDocument() {
                      [tabs = m_parts.tabs](frmDocument* changed) { tabs->SetTabCaption(changed); });
     QObject::connect(document, &frmDocument::SelChange, m_parts.status, &StatusPanels::ShowCursorPosition);
     QObject::connect(document, &frmDocument::DocChange, m_parts.status, &StatusPanels::ShowCursorPosition);
+    QObject::connect(document, &frmDocument::AfterFind, m_parts.findBar, &FindBar::AfterFind);
     m_parts.children->add(document);
     m_parts.tabs->AddDocumentTab(document);
     if (document)

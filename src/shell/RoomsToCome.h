@@ -35,12 +35,6 @@ class RoomsToCome {
     /// Gives a document without a language the frame's default one.
     virtual void setDefaultLanguage(frmDocument*) {}
 
-    // The search dialogs of a document, and searching while typing.
-    virtual void Find() {}
-    virtual void ReplaceText() {}
-    virtual void IncrementalSearch() {}
-    virtual void ReverseIncrementalSearch() {}
-
     // Recent lists and the session.
     virtual void LoadRecentFiles() {}
     virtual void LoadRecentProjects() {}

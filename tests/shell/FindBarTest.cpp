@@ -148,6 +148,15 @@ TEST_F(FindBarOfTheFrame, ADialogsSearchShowsInTogglesAndBarAtOnce) {
     EXPECT_EQ(box().currentText(), QStringLiteral("fresh"));
 }
 
+TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
+    start();
+    Q_EMIT active()->AfterFind(QStringLiteral("sought"), true, false, true);
+    EXPECT_TRUE(entry("mnuCaseSensitive")->isChecked());
+    EXPECT_FALSE(entry("mnuRegExp")->isChecked());
+    EXPECT_TRUE(entry("mnuWholeWord")->isChecked());
+    EXPECT_EQ(box().currentText(), QStringLiteral("sought"));
+}
+
 TEST_F(FindBarOfTheFrame, AnEmptyTextOfADialogChangesNothing) {
     start();
     enter(QStringLiteral("a"));
