@@ -222,7 +222,9 @@ TEST(MatchScan, GivesUpAnExpressionThatExplodes) {
 }
 
 TEST(MatchScan, GivesUpAnExpressionThatNeedsTooMuchMemory) {
-    const SearchedText text(std::string(20'000'000, 'a'));
+    std::string letters;
+    letters.resize(20'000'000, 'a');
+    const SearchedText text(letters);
     const SearchPattern pattern = expression("(a|b|(c))*d");
     MatchScan scan(pattern, text.held, text.map, 0);
     EXPECT_FALSE(scan.next());
