@@ -44,6 +44,7 @@ std::vector<Part> selectedParts(const CodeMax& control) {
 }
 
 void selectParts(CodeMax& control, const std::vector<Part>& parts) {
+    ask(control, CodeMax::SCI_CLEARSELECTIONS);
     qint64 grown = 0;
     for (const Part& part : parts) {
         const qint64 from = part.span.from + grown;

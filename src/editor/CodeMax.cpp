@@ -74,6 +74,8 @@ void CodeMax::closeScope() {
         m_longLines.keepShort(m_touchedFrom, m_touchedTo);
     if (std::exchange(m_grouped, false))
         send(SCI_ENDUNDOACTION);
+    if (std::exchange(m_scrollDue, false))
+        send(SCI_SCROLLCARET);
     m_scopes = 0;
     const bool changed = std::exchange(m_changed, false);
     const Selection now = selection();
@@ -226,7 +228,7 @@ void CodeMax::setText(const QString& text) {
     const QByteArray utf8 = heldForm(text);
     send(SCI_SETTARGETRANGE, 0, m_text.length());
     SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
-    setSelectionBytes(0, 0);
+    placeCaret(0);
 }
 
 QString CodeMax::SelText() const {
@@ -248,7 +250,15 @@ void CodeMax::replaceSelection(const QByteArray& utf8) {
     send(SCI_SETTARGETRANGE, from, std::max(anchor, caret));
     const qint64 added = SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
     if (!Locked())
-        setSelectionBytes(from + added, from + added);
+        placeCaret(from + added);
+}
+
+/// For the caret behind an edit. It is brought into view when the edit is over: to know where a place of a line too
+/// long is on the screen, all of that line would be laid out, and it is going to be cut.
+void CodeMax::placeCaret(qint64 byte) {
+    send(SCI_CLEARSELECTIONS);
+    send(SCI_SETSELECTION, byte, byte);
+    m_scrollDue = true;
 }
 
 void CodeMax::AddText(const QString& text) {

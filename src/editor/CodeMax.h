@@ -277,6 +277,7 @@ class CodeMax : public QsciScintillaBase {
     qint64 send(unsigned message, qint64 first = 0, qint64 second = 0) const;
     Selection selection() const;
     void setSelectionBytes(qint64 anchor, qint64 caret);
+    void placeCaret(qint64 byte);
     void replaceSelection(const QByteArray& utf8);
     QByteArray heldForm(const QString& text) const;
     QByteArray withOwnLineEnds(const QString& text) const;
@@ -350,6 +351,7 @@ class CodeMax : public QsciScintillaBase {
     int m_scopes = 0;
     bool m_grouped = false;
     bool m_changed = false;
+    bool m_scrollDue = false;
     qint64 m_touchedFrom = 0;
     qint64 m_touchedTo = 0;
     Selection m_toldSelection;

@@ -252,5 +252,5 @@ void CodeMax::Paste() {
         send(SCI_PASTE);
     else
         replaceSelection(utf8);
-    send(SCI_SCROLLCARET);
+    m_scrollDue = true;
 }

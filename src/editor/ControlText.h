@@ -18,8 +18,10 @@ inline qint64 anchor(const CodeMax& control) {
     return ask(control, CodeMax::SCI_GETANCHOR);
 }
 
+/// Without bringing the caret into view, which lays out all of a line that is about to be cut.
 inline void select(CodeMax& control, qint64 anchor, qint64 caret) {
-    ask(control, CodeMax::SCI_SETSEL, anchor, caret);
+    ask(control, CodeMax::SCI_CLEARSELECTIONS);
+    ask(control, CodeMax::SCI_SETSELECTION, caret, anchor);
 }
 
 inline void remove(CodeMax& control, Span span) {

@@ -176,6 +176,15 @@ TEST_F(DocumentCommands, TakeAnEmptyDocument) {
     }
 }
 
+TEST_F(DocumentCommands, OnLinesTakeARectangleForTheTextFromItsStartToItsEnd) {
+    put(QStringLiteral("a \nb \nc "), 0, 0);
+    control().SendScintilla(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, 0UL);
+    control().SendScintilla(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, 8UL);
+    ASSERT_NE(control().SendScintilla(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+    m_document.TrimTailed();
+    EXPECT_EQ(view().Text(), QStringLiteral("a\nb\nc"));
+}
+
 TEST_F(DocumentCommands, OnLinesReachALineHeldInPieces) {
     const QString line = QString(100'000, u'y');
     putSelected(line + QStringLiteral("  \n z"));

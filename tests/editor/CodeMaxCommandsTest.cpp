@@ -577,3 +577,52 @@ TEST_F(CodeMaxEveryCommand, ThatReplacesLinesKeepsTheirBookmarks) {
         EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
     }
 }
+
+TEST_F(CodeMaxEveryCommand, TakesALineOfManyMegabytes) {
+    const QString line = QStringLiteral("wort_").repeated(800'000);
+    for (const int number : Edits) {
+        control.setText(line);
+        control.setSelection(2'000'000, number == SortUp || number == SortDown ? 2'000'500 : 2'000'000);
+        control.SendScintilla(CodeMax::SCI_EMPTYUNDOBUFFER);
+        control.ExecuteCmd(number);
+        EXPECT_EQ(control.TotalLines(), 1) << number;
+        if (control.CanUndo())
+            control.Undo();
+        EXPECT_TRUE(control.Text() == line) << number;
+        EXPECT_FALSE(control.CanUndo()) << number;
+    }
+    for (const int number : Looks) {
+        control.setSelection(2'000'000, 2'000'000);
+        control.ExecuteCmd(number);
+        EXPECT_EQ(control.SelStart(), 0) << number;
+        EXPECT_EQ(control.SelEnd(), line.size()) << number;
+    }
+}
+
+TEST_F(CodeMaxEveryCommand, TakesALoneSurrogate) {
+    const QString alone = QStringLiteral("a") + QChar(0xD83D) + QStringLiteral("b");
+    const QString held = QString::fromUtf8("a\uFFFDb");
+    for (const int number : Edits) {
+        control.setText(alone);
+        control.setSelection(1, 2);
+        control.SendScintilla(CodeMax::SCI_EMPTYUNDOBUFFER);
+        control.ExecuteCmd(number);
+        if (control.CanUndo())
+            control.Undo();
+        EXPECT_EQ(control.Text(), held) << number;
+    }
+}
+
+TEST_F(CodeMaxEveryCommand, OfLinesTakesARectangleForTheLinesItCrosses) {
+    for (const int number : {SortUp, Indent, DeleteLine}) {
+        control.setText(QStringLiteral("bb\naa\ncc"));
+        control.setSelection(1, 1);
+        key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+        ASSERT_NE(control.SendScintilla(CodeMax::SCI_SELECTIONISRECTANGLE), 0);
+        control.ExecuteCmd(number);
+        const QString expected = number == SortUp   ? QStringLiteral("aa\nbb\ncc")
+                                 : number == Indent ? QStringLiteral("\tbb\n\taa\ncc")
+                                                    : QStringLiteral("cc");
+        EXPECT_EQ(control.Text(), expected) << number;
+    }
+}
