@@ -110,10 +110,20 @@ void GridPane::paintCell(QPainter& painter, const QRect& rect, HexCell cell) con
     const QString text = m_grid.Value(cell.row, cell.col);
     if (text.isEmpty())
         return;
-    const QFontMetricsF metrics(painter.font());
-    const double x = rect.x() + rect.width() / 2.0 - metrics.horizontalAdvance(text) / 2;
-    const double y = rect.y() + rect.height() / 2.0 - metrics.height() / 2;
-    painter.drawText(QPoint(qRound(x), qRound(y + metrics.ascent())), text);
+    const QStaticText& picture = laidOut(text);
+    const double x = rect.x() + (rect.width() - picture.size().width()) / 2;
+    const double y = rect.y() + (rect.height() - QFontMetricsF(font()).height()) / 2;
+    painter.drawStaticText(QPoint(qRound(x), qRound(y)), picture);
+}
+
+const QStaticText& GridPane::laidOut(const QString& text) const {
+    QStaticText& picture = m_laidOut[text];
+    if (picture.text().isEmpty()) {
+        picture = QStaticText(text);
+        picture.setTextFormat(Qt::PlainText);
+        picture.prepare({}, font());
+    }
+    return picture;
 }
 
 void GridPane::paintEvent(QPaintEvent* event) {
@@ -195,6 +205,8 @@ bool GridPane::focusNextPrevChild(bool) {
 }
 
 void GridPane::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::FontChange)
+        m_laidOut.clear();
     if (event->type() == QEvent::PaletteChange || event->type() == QEvent::EnabledChange)
         m_cursor->update();
     QWidget::changeEvent(event);

@@ -2,6 +2,8 @@
 
 #include "hex/HexPaging.h"
 
+#include <QHash>
+#include <QStaticText>
 #include <QWidget>
 
 class Grid;
@@ -59,11 +61,13 @@ class GridPane : public QWidget {
     class Cursor;
 
     void paintCell(QPainter& painter, const QRect& rect, HexCell cell) const;
+    const QStaticText& laidOut(const QString& text) const;
     void updateCell(HexCell cell);
     void moveCursor();
 
     Grid& m_grid;
     Cursor* m_cursor;
+    mutable QHash<QString, QStaticText> m_laidOut;  ///< by its text; there are no more than bytes and digits
     bool m_hasBorder = false;
     int m_wheel = 0;  ///< eighths of a degree that are no whole notch yet
 };

@@ -87,6 +87,11 @@ class ucHex : public QWidget {
     void DoUndos();
     void cmdUndo();
     void cmdCopy();
+    void cmdGoOffset();
+    void cmdGoPage();
+    void SelectBlock();
+    void cmdConversion();
+    void cmdCharTable();
     void cmdBookmark();
     void cmdFirstBookmark();
     void cmdLastBookmark();

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDialog>
+
+class QPushButton;
+
+/// What the small modal forms of the hex view have in common: an OK button that looks at the input first, a cancel
+/// button that Esc presses too, and "OK" or "CANCEL" as the answer. Made for one question by whoever asks it.
+class HexDialog : public QDialog {
+    Q_OBJECT
+    Q_PROPERTY(QString Tag READ Tag)
+
+ public:
+    /// The form's class name is its object name.
+    HexDialog(const QString& name, const QString& caption, QWidget* parent);
+
+    QString Tag() const { return m_tag; }
+    bool isConfirmed() const { return m_tag == QStringLiteral("OK"); }
+
+    void accept() override;
+    void reject() override;
+
+ protected:
+    /// False: something is missing, and the form stays.
+    virtual bool checkInput() = 0;
+
+    /// `Command1` and `Command2`; to be added last.
+    QWidget* makeButtons();
+
+ private:
+    QString m_tag;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// A line for numbers: lets only the characters pass that its number may have, hex digits as capitals, and cancels the
+/// rest of what is typed. Enter does not end the dialog by itself. What is pasted is not looked at.
+class KeyFilterEdit : public QLineEdit {
+    Q_OBJECT
+
+ public:
+    /// `allowed`: digits and capitals.
+    explicit KeyFilterEdit(const QString& allowed, QWidget* parent = nullptr);
+
+    static QString decimalKeys() { return QStringLiteral("0123456789"); }
+    static QString hexKeys() { return QStringLiteral("0123456789ABCDEF"); }
+
+ Q_SIGNALS:
+    void enterPressed();
+    void focusGained();
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+ private:
+    QString m_allowed;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QDialog>
+
+class QScrollArea;
+
+/// The 256 characters of a byte with their codes, a half at a time, to look them up.
+class frmAnsiTable : public QDialog {
+    Q_OBJECT
+
+ public:
+    explicit frmAnsiTable(QWidget* parent = nullptr);
+
+ private:
+    class Table;
+
+    void DrawCharTable(int firstCode);
+
+    Table* m_table;
+    QScrollArea* m_view;
+};
