@@ -42,7 +42,7 @@ class Files {
                                  .arg(megabytes)
                                  .arg(static_cast<int>(lineEnd))
                                  .arg(QString::fromStdString(word));
-        const QString path = m_folder.filePath(name);
+        QString path = m_folder.filePath(name);
         if (!QFile::exists(path)) {
             QFile file(path);
             const std::string text = block(lineEnd, word);
