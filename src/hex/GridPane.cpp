@@ -2,6 +2,7 @@
 
 #include "hex/Grid.h"
 
+#include <QContextMenuEvent>
 #include <QFontMetricsF>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
@@ -176,6 +177,12 @@ void GridPane::mousePressEvent(QMouseEvent* event) {
 void GridPane::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::RightButton)
         Q_EMIT rightReleased(event->position().toPoint());
+}
+
+void GridPane::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        Q_EMIT rightReleased(cellRect(m_grid.cell()).center());
+    event->accept();
 }
 
 /// Smooth wheels send parts of a notch; a turn the other way begins anew.

@@ -42,7 +42,7 @@ class GridPane : public QWidget {
     void focusGained();
     void focusLost();
     void wheelTurned(int notches);
-    /// Position in the pane.
+    /// Position in the pane. The key for menus asks at the cursor.
     void rightReleased(const QPoint& position);
 
  protected:
@@ -51,6 +51,7 @@ class GridPane : public QWidget {
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;

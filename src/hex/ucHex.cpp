@@ -106,6 +106,7 @@ void ucHex::connectParts() {
         });
     }
     connect(m_parts.lsBookmark, &QTreeView::clicked, this, &ucHex::GotoSelectedBookmark);
+    connect(m_parts.lsBookmark, &QTreeView::activated, this, &ucHex::GotoSelectedBookmark);
     m_parts.lsBookmark->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_parts.lsBookmark, &QWidget::customContextMenuRequested, this,
             [this](const QPoint& at) { tellContextMenu(m_parts.lsBookmark, at, QStringLiteral("BOOK")); });

@@ -107,9 +107,9 @@ TEST_F(HexForms, GoToAPageWithinTheCount) {
     open(someBytes(1000));
     const std::pair<QString, int> pages[] = {{u"2"_qs, 321}, {u"0"_qs, 1}, {u"99"_qs, 961}};
     for (const auto& [text, expected] : pages) {
-        whileOpen([&](const QDialog* form) {
+        whileOpen([typed = text](const QDialog* form) {
             EXPECT_EQ(form->findChild<QLabel*>(u"Label2"_qs)->text(), u"1  -  4"_qs);
-            set(form, u"Text1"_qs, text);
+            set(form, u"Text1"_qs, typed);
             QTest::keyClick(form->findChild<QLineEdit*>(u"Text1"_qs), Qt::Key_Return);
         });
         m_hex->cmdGoPage();

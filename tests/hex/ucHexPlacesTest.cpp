@@ -161,6 +161,9 @@ TEST_F(HexMarks, AreVisitedInTheOrderOfTheList) {
     const QRect row = bookmarks()->visualRect(bookmarks()->model()->index(1, 0));
     QTest::mouseClick(bookmarks()->viewport(), Qt::LeftButton, {}, row.center());
     EXPECT_EQ(cursor(), 32);
+    QTest::keyClick(bookmarks(), Qt::Key_Up);
+    QTest::keyClick(bookmarks(), Qt::Key_Return);
+    EXPECT_EQ(cursor(), 501);
 }
 
 TEST_F(HexMarks, AreRemovedOneOrAllWithoutMovingTheView) {

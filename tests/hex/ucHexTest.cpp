@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QToolBar>
@@ -303,6 +304,14 @@ TEST_F(TheHexView, AsksForItsMenusWhereThePointerIs) {
     EXPECT_EQ(asked[0][2].toString(), u"HEX"_qs);
     Q_EMIT bookmarks()->customContextMenuRequested(QPoint(5, 6));
     EXPECT_EQ(asked[1][2].toString(), u"BOOK"_qs);
+    select(3, 4);
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(pane(1), &byKey);
+    const QPoint cell = pane(1)->pos() + pane(1)->cellRect({3, 4}).center();
+    EXPECT_EQ(QPoint(asked[2][0].toInt(), asked[2][1].toInt()), cell);
+    QContextMenuEvent byMouse(QContextMenuEvent::Mouse, {}, {});
+    QApplication::sendEvent(pane(1), &byMouse);
+    EXPECT_EQ(asked.count(), 3);
 }
 
 TEST_F(TheHexView, PutsTheCurrentByteOnTheClipboard) {
