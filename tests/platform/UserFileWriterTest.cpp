@@ -104,7 +104,7 @@ class UserFileWriting : public testing::Test {
 
     WriteResult expectRefused(const QString& path, int number, const QString& reason) {
         FailingFileSystem calls;
-        const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+        WriteResult result = UserFileWriter(calls).write(path, NewPieces);
         EXPECT_EQ(result.error.number, number);
         EXPECT_TRUE(result.error.description.contains(reason)) << result.error.description.toStdString();
         EXPECT_TRUE(result.error.description.contains(path)) << result.error.description.toStdString();
@@ -524,7 +524,7 @@ TEST_F(UserFileWriting, ManySmallPiecesAreWrittenTogether) {
     std::vector<std::string> parts;
     QByteArray expected;
     for (int i = 0; i < 5000; ++i) {
-        parts.push_back(std::string(static_cast<std::size_t>(i % 5), static_cast<char>('a' + i % 26)));
+        parts.emplace_back(static_cast<std::size_t>(i % 5), static_cast<char>('a' + i % 26));
         expected += parts.back().c_str();
     }
     const std::vector<std::string_view> pieces(parts.begin(), parts.end());
