@@ -17,10 +17,10 @@ TEST(Paths, FileNameIsWhatStandsBehindTheLastSlash) {
 }
 
 TEST(Paths, ARelativePathIsSeenFromTheWorkingFolder) {
-    EXPECT_EQ(absolutePath(u"a.txt"_qs, u"/work"_qs), u"/work/a.txt"_qs);
-    EXPECT_EQ(absolutePath(u"./a.txt"_qs, u"/work/"_qs), u"/work/a.txt"_qs);
+    EXPECT_EQ(absolutePath(u"a.txt"_qs, u"/src"_qs), u"/src/a.txt"_qs);
+    EXPECT_EQ(absolutePath(u"./a.txt"_qs, u"/src/"_qs), u"/src/a.txt"_qs);
     EXPECT_EQ(absolutePath(u"a.txt"_qs, u"/"_qs), u"/a.txt"_qs);
-    EXPECT_EQ(absolutePath(u"/a.txt"_qs, u"/work"_qs), u"/a.txt"_qs);
+    EXPECT_EQ(absolutePath(u"/a.txt"_qs, u"/src"_qs), u"/a.txt"_qs);
 }
 
 TEST(Paths, DotsAndDoubledSlashesGoAndTwoDotsStay) {
@@ -33,7 +33,7 @@ TEST(Paths, DotsAndDoubledSlashesGoAndTwoDotsStay) {
 }
 
 TEST(Paths, TheEmptyPathStaysEmpty) {
-    EXPECT_EQ(absolutePath({}, u"/work"_qs), QString());
+    EXPECT_EQ(absolutePath({}, u"/src"_qs), QString());
 }
 
 TEST(Paths, NamesGoToTheSystemAndBackUnchanged) {
