@@ -1,6 +1,7 @@
 #!/bin/bash
 # The built program, given what is no file to open, on a settings store that is none: it tells, takes what is typed next,
 # asks before that is lost, and ends without a fault.
+# shellcheck source=driving.bash
 . "$(dirname "$0")/driving.bash"
 
 box='^Quillmark$'

@@ -1,6 +1,7 @@
 #!/bin/bash
 # The built program, in front of somebody with a keyboard: a file is opened, typed into, saved by Ctrl+S, and the program
 # closed. What lies on the disk then is what was typed, to the byte, in the file that was there before.
+# shellcheck source=driving.bash
 . "$(dirname "$0")/driving.bash"
 
 letter="$scratch/a letter.txt"

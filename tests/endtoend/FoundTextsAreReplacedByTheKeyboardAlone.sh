@@ -2,6 +2,7 @@
 # The built program without a mouse: F6 leads to the find bar, Return finds, a menu without a letter of its own is reached
 # by the arrow keys and finds the next one; what is typed takes the place of what was found; a bookmark brings the cursor
 # back. What was searched for is written when the program ends.
+# shellcheck source=driving.bash
 . "$(dirname "$0")/driving.bash"
 
 list=$scratch/list.txt
