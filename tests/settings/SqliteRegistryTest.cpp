@@ -423,6 +423,7 @@ Writer startWriter(const QString& path, int number) {
 
 TEST_F(SqliteRegistryTest, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
     std::vector<Writer> writers;
+    writers.reserve(Writers);
     for (int number = 0; number < Writers; ++number) {
         writers.push_back(startWriter(m_path, number));
     }
@@ -454,6 +455,7 @@ TEST_F(SqliteRegistryTest, WritersThatFindADamagedStoreTogetherLoseNothing) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, QByteArray(10'000, '\x33'));
     std::vector<Writer> writers;
+    writers.reserve(Writers);
     for (int number = 0; number < 4; ++number) {
         writers.push_back(startWriter(m_path, number));
     }
