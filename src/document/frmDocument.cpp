@@ -3,6 +3,7 @@
 #include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentServices.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
 #include "platform/BusyPointer.h"
@@ -38,17 +39,17 @@ const QLatin1String doubledTitleMark("[*][*]");
 
 }  // namespace
 
-frmDocument::frmDocument(DocumentHost* parent, Prompts& prompts, const Options& options)
+frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     : gParent(parent),
-      m_prompts(prompts),
-      m_options(options),
-      m_text(new rtCM(prompts, options, this)),
+      m_prompts(services.prompts),
+      m_options(services.options),
+      m_text(new rtCM(services, this)),
       m_views{m_text} {
     setObjectName(QStringLiteral("frmDocument"));
     m_text->PropertiesLoad();
     layOut();
-    if (!options.FontName.isEmpty())
-        m_text->setTextFont(options.FontName, options.FontSize);
+    if (!m_options.FontName.isEmpty())
+        m_text->setTextFont(m_options.FontName, m_options.FontSize);
     connectTextView();
     m_menus = std::make_unique<ContextMenus>(*this);
     SetDocIcon(NormalIcon);

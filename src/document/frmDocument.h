@@ -13,6 +13,7 @@ class DocumentHost;
 class DocumentView;
 class Prompts;
 class rtCM;
+struct DocumentServices;
 struct Options;
 
 /// One open file: a child window of the frame with a text view (and, once built, a hex view) of the same file, of which
@@ -41,8 +42,8 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool RowHighlight READ RowHighlight WRITE setRowHighlight)
 
  public:
-    /// The options and prompts belong to the frame and outlive the document.
-    frmDocument(DocumentHost* parent, Prompts& prompts, const Options& options);
+    /// The services belong to the frame and outlive the document.
+    frmDocument(DocumentHost* parent, const DocumentServices& services);
     ~frmDocument() override;
 
     QString fIdx;

@@ -1,5 +1,6 @@
 #include "document/rtCM.h"
 
+#include "document/DocumentServices.h"
 #include "document/NumberText.h"
 #include "document/TextCounts.h"
 #include "editor/CodeMax.h"
@@ -29,11 +30,11 @@ QColor rowHighlightColour(const Options& options) {
 
 }  // namespace
 
-rtCM::rtCM(Prompts& prompts, const Options& options, QWidget* parent)
+rtCM::rtCM(const DocumentServices& services, QWidget* parent)
     : QWidget(parent),
-      gMyHighlight(options.RowHighlight),
-      m_prompts(prompts),
-      m_options(options),
+      gMyHighlight(services.options.RowHighlight),
+      m_prompts(services.prompts),
+      m_options(services.options),
       m_control(new CodeMax(this)) {
     setObjectName(QStringLiteral("rtCM1"));
     m_control->setObjectName(QStringLiteral("CodeMax1"));

@@ -10,6 +10,7 @@
 
 class CodeMax;
 class Prompts;
+struct DocumentServices;
 struct Options;
 struct SystemError;
 
@@ -34,8 +35,7 @@ class rtCM : public QWidget, public DocumentView {
     Q_PROPERTY(bool SearchWholeWord READ SearchWholeWord WRITE setSearchWholeWord)
 
  public:
-    /// Prompts and options outlive the view.
-    rtCM(Prompts& prompts, const Options& options, QWidget* parent = nullptr);
+    explicit rtCM(const DocumentServices& services, QWidget* parent = nullptr);
     ~rtCM() override;
 
     bool IgnoreCmdFailure = false;

@@ -32,7 +32,7 @@ DocumentFiles::DocumentFiles(FrameParts& parts) : m_parts(parts) {}
 
 void DocumentFiles::NewDocument() {
     ++m_documentCounter;
-    const QPointer<frmDocument> document = new frmDocument(m_parts.host, *m_parts.prompts, *m_parts.options);
+    const QPointer<frmDocument> document = new frmDocument(m_parts.host, *m_parts.documentServices);
     document->fIdx = QStringLiteral("F%1").arg(m_documentCounter);
     document->setCaption(QStringLiteral("Document%1").arg(m_documentCounter));
     m_parts.explorer->AddFile(document->Caption(), document->fIdx);

@@ -18,6 +18,7 @@ class SearchToggles;
 class Settings;
 class StatusPanels;
 class SystemClose;
+struct DocumentServices;
 struct Options;
 
 /// What the frame is made of, for the classes that carry out its procedures. The frame owns all of it, or was given it
@@ -29,6 +30,7 @@ struct FrameParts {
     RegistryStore* registry = nullptr;
     Settings* settings = nullptr;
     Options* options = nullptr;
+    DocumentServices* documentServices = nullptr;
     ExplorerLink* explorer = nullptr;
     RoomsToCome* rooms = nullptr;
     MdiChildren* children = nullptr;

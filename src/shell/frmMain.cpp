@@ -1,6 +1,9 @@
 #include "shell/frmMain.h"
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
+#include "hex/HexFindState.h"
 #include "platform/Icons.h"
 #include "platform/Prompts.h"
 #include "settings/Options.h"
@@ -55,6 +58,8 @@ constexpr QSize startSize(1000, 700);
 struct frmMain::Duties {
     Duties(frmMain& frame, FrameParts& parts)
         : settings(frame.m_services.registry),
+          globals(frame.m_services.registry, frame.m_services.programFolder, frame.m_services.shareFolder),
+          documentServices{frame.m_services.prompts, options, globals, hexFind},
           systemClose(&frame),
           files(parts),
           saving(parts, files),
@@ -67,6 +72,9 @@ struct frmMain::Duties {
 
     Options options;
     Settings settings;
+    EditorGlobals globals;
+    HexFindState hexFind;
+    DocumentServices documentServices;
     SystemClose systemClose;
     DocumentFiles files;
     DocumentSaving saving;
@@ -125,6 +133,7 @@ void frmMain::buildWindow() {
     m_parts->registry = &m_services.registry;
     m_parts->settings = &m_duties->settings;
     m_parts->options = &m_duties->options;
+    m_parts->documentServices = &m_duties->documentServices;
     m_parts->explorer = &m_services.explorer;
     m_parts->rooms = &m_services.rooms;
     m_parts->systemClose = &m_duties->systemClose;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/DocumentHost.h"
+#include "platform/Folders.h"
 
 #include <QMainWindow>
 
@@ -21,6 +22,9 @@ struct FrameServices {
     QString tail;  ///< command line tail, untrimmed
     /// Told the name of each step of start and end as it begins; may be empty.
     std::function<void(const char* step)> noted;
+    // Where the program keeps its own files, and what was installed with it.
+    QString programFolder = ProgramFolder();
+    QString shareFolder = ::shareFolder();
 };
 
 /// The one top-level window: a frame with any number of documents as child windows and a tab for each. It builds its

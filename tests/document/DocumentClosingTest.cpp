@@ -97,7 +97,7 @@ TEST_F(DocumentClosing, CloseStaysGreyedUntilTheOuterOfTwoLoadsHasEnded) {
 }
 
 TEST_F(DocumentClosing, ADocumentThatGoesWhileItLetsEventsRunIsNotTouchedAgain) {
-    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    auto* document = new frmDocument(&m_host, m_services);
     QTimer::singleShot(0, &m_document, [&] { delete document; });
     EXPECT_FALSE(document->OpenFile(fileOf("one"), false, false, true));
     EXPECT_TRUE(m_host.calls.isEmpty());
@@ -105,7 +105,7 @@ TEST_F(DocumentClosing, ADocumentThatGoesWhileItLetsEventsRunIsNotTouchedAgain) 
 }
 
 TEST_F(DocumentClosing, ADocumentThatGoesWhileItsFailedLoadIsToldIsNotTouchedAgain) {
-    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    auto* document = new frmDocument(&m_host, m_services);
     m_prompts.whileShown([&] { delete document; });
     EXPECT_FALSE(document->OpenFile(path(QStringLiteral("missing")), false, false, true));
     EXPECT_TRUE(m_host.calls.isEmpty());
@@ -126,7 +126,7 @@ TEST_F(DocumentClosing, AFailureOutsideTheViewsIsToldAndFreesClose) {
 
 TEST_F(DocumentClosing, AsAChildWindowItClosesWithItsFrameAndStaysWhenCloseIsGreyed) {
     QMdiArea area;
-    QPointer<frmDocument> document = new frmDocument(&m_host, m_prompts, m_options);
+    QPointer<frmDocument> document = new frmDocument(&m_host, m_services);
     document->setCaption(QStringLiteral("Document1"));
     QPointer<QMdiSubWindow> child = area.addSubWindow(document);
     child->setAttribute(Qt::WA_DeleteOnClose);

@@ -297,7 +297,7 @@ TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
 }
 
 TEST_F(DocumentCommands, StatisticsOutliveTheirDocument) {
-    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    auto* document = new frmDocument(&m_host, m_services);
     QTimer::singleShot(0, [&] { delete document; });
     document->CountAll();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

@@ -6,7 +6,7 @@
 #include "platform/FileErrors.h"
 #include "settings/Options.h"
 #include "support/RecordingHost.h"
-#include "support/ScriptedPrompts.h"
+#include "support/ScriptedServices.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -84,8 +84,10 @@ class DocumentFixture : public testing::Test {
     bool open(const QString& file, bool readOnly = false) { return m_document.OpenFile(file, readOnly, false, true); }
 
     QTemporaryDir m_folder;
-    Options m_options;
-    ScriptedPrompts m_prompts;
+    ScriptedServices m_given;
+    Options& m_options = m_given.options;
+    ScriptedPrompts& m_prompts = m_given.prompts;
+    const DocumentServices& m_services = m_given.all;
     RecordingHost m_host;
-    frmDocument m_document{&m_host, m_prompts, m_options};
+    frmDocument m_document{&m_host, m_services};
 };

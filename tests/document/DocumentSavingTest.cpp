@@ -332,7 +332,7 @@ TEST_F(DocumentSaving, AReloadThatFailsAfterASaveIsTold) {
 }
 
 TEST_F(DocumentSaving, ADocumentThatGoesWhileItsErrorIsShownIsNotTouchedAgain) {
-    auto* document = new frmDocument(&m_host, m_prompts, m_options);
+    auto* document = new frmDocument(&m_host, m_services);
     m_prompts.whileShown([&] { delete document; });
     EXPECT_FALSE(document->SaveFile(path(QStringLiteral("missing/new.txt")), 1, false));
     EXPECT_TRUE(m_host.calls.isEmpty());

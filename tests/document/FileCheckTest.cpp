@@ -31,7 +31,7 @@ TEST_F(FileCheck, AnUnchangedFileAsksNothing) {
 }
 
 TEST_F(FileCheck, AnUntitledDocumentAsksNothing) {
-    frmDocument untitled(&m_host, m_prompts, m_options);
+    frmDocument untitled(&m_host, m_services);
     EXPECT_FALSE(untitled.FileNeedToReload());
     EXPECT_EQ(untitled.KnownUpdate, QString());
     expectNothingTold();
@@ -153,7 +153,7 @@ TEST_F(FileCheck, TimeAndSizeAreGivenAsTexts) {
 }
 
 TEST_F(FileCheck, AnUntitledDocumentHasNeitherTimeNorSize) {
-    const frmDocument untitled(&m_host, m_prompts, m_options);
+    const frmDocument untitled(&m_host, m_services);
     QString time = QStringLiteral("before");
     QString size = QStringLiteral("before");
     untitled.LastUpdateTime(time, size);

@@ -62,7 +62,7 @@ TEST_F(DocumentSearch, AnEmptyTextWithoutAnEarlierSearchIsNotFound) {
 }
 
 TEST_F(DocumentSearch, ADocumentThatGoesWhileTheSearchYieldsTellsNothing) {
-    auto* mortal = new frmDocument(&m_host, m_prompts, m_options);
+    auto* mortal = new frmDocument(&m_host, m_services);
     const QPointer<frmDocument> alive(mortal);
     QTimer::singleShot(0, mortal, [mortal] { delete mortal; });
     mortal->FindNext(QStringLiteral("four"));

@@ -80,7 +80,7 @@ TEST_F(Document, TheTextLiesWithinANarrowMargin) {
 TEST_F(Document, TakesTheFontOfTheSettings) {
     m_options.FontName = QStringLiteral("Monospace");
     m_options.FontSize = 17;
-    const frmDocument document(&m_host, m_prompts, m_options);
+    const frmDocument document(&m_host, m_services);
     EXPECT_EQ(document.GetEditor()->FontName(), QStringLiteral("Monospace"));
     EXPECT_EQ(document.GetEditor()->FontSize(), 17);
 }

@@ -54,9 +54,11 @@ class TextViewSearch : public testing::Test {
         return text;
     }
 
-    Options m_options;
-    ScriptedPrompts m_prompts;
-    rtCM m_view{m_prompts, m_options};
+    ScriptedServices m_given;
+    Options& m_options = m_given.options;
+    ScriptedPrompts& m_prompts = m_given.prompts;
+    const DocumentServices& m_services = m_given.all;
+    rtCM m_view{m_services};
     QSignalSpy m_changes{&m_view, &rtCM::Change};
     QSignalSpy m_moves{&m_view, &rtCM::SelChange};
 };
@@ -360,7 +362,7 @@ TEST_F(TextViewSearch, AStoppedReplacementHasReplacedWhatItFound) {
 
 TEST_F(TextViewSearch, AViewThatGoesMeanwhileEndsTheLoop) {
     for (const bool replaces : {false, true}) {
-        auto* mortal = new rtCM(m_prompts, m_options);
+        auto* mortal = new rtCM(m_services);
         const QPointer<rtCM> alive(mortal);
         mortal->setText(manyMatches());
         QTimer::singleShot(0, [&] { delete mortal; });

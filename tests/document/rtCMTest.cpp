@@ -46,9 +46,11 @@ class TextView : public testing::Test {
     bool highlightShown() { return m_view.control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE) != 0; }
 
     QTemporaryDir m_folder;
-    Options m_options;
-    ScriptedPrompts m_prompts;
-    rtCM m_view{m_prompts, m_options};
+    ScriptedServices m_given;
+    Options& m_options = m_given.options;
+    ScriptedPrompts& m_prompts = m_given.prompts;
+    const DocumentServices& m_services = m_given.all;
+    rtCM m_view{m_services};
 };
 
 TEST_F(TextView, BeginsByTheSettings) {
@@ -60,7 +62,7 @@ TEST_F(TextView, BeginsByTheSettings) {
     EXPECT_EQ(m_view.LastHighlightLine(), -1);
     EXPECT_EQ(m_view.GetLang(), QString());
     m_options.RowHighlight = false;
-    EXPECT_FALSE(rtCM(m_prompts, m_options).gMyHighlight);
+    EXPECT_FALSE(rtCM(m_services).gMyHighlight);
 }
 
 TEST_F(TextView, ItsFlagsCanBeReadFromOutside) {

@@ -83,9 +83,9 @@ class NotedRooms : public RoomsToCome {
 class FrameFixture : public testing::Test {
  protected:
     void start(const QString& tail = {}) {
-        m_frame =
-            std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_explorer, m_rooms, tail,
-                                                    [this](const char* step) { m_steps << QLatin1String(step); }});
+        m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_explorer, m_rooms, tail,
+                                                          [this](const char* step) { m_steps << QLatin1String(step); },
+                                                          m_programFolder.path(), m_shareFolder});
         m_frame->resize(900, 600);
         m_frame->Load();
         m_frame->show();
@@ -130,6 +130,8 @@ class FrameFixture : public testing::Test {
     }
 
     QTemporaryDir m_folder;
+    QTemporaryDir m_programFolder;
+    QString m_shareFolder;
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;

@@ -1,0 +1,14 @@
+#pragma once
+
+class Prompts;
+struct EditorGlobals;
+struct HexFindState;
+struct Options;
+
+/// What a document and its views are given for their life; all of it outlives them.
+struct DocumentServices {
+    Prompts& prompts;
+    const Options& options;
+    EditorGlobals& globals;
+    HexFindState& hexFind;
+};

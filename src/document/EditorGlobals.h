@@ -1,0 +1,22 @@
+#pragma once
+
+#include "lang/HotKeys.h"
+#include "lang/LanguageTable.h"
+#include "lang/MacroStore.h"
+
+class QString;
+class RegistryStore;
+
+/// What all editing controls of the process have in common: the languages, the hot keys and the macros. The shell owns
+/// the one there is, and whoever makes a control gets it by reference. The registry outlives it.
+///
+/// Made empty; it is for its owner to have the languages, hot keys and macros loaded.
+struct EditorGlobals {
+    /// The folders are those of Folders.h.
+    EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder);
+
+    RegistryStore& registry;
+    LanguageTable languages;
+    HotKeys hotKeys;
+    MacroStore macros;
+};

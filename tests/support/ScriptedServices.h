@@ -1,0 +1,22 @@
+#pragma once
+
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
+#include "hex/HexFindState.h"
+#include "settings/MemoryRegistry.h"
+#include "settings/Options.h"
+#include "support/ScriptedPrompts.h"
+
+#include <QTemporaryDir>
+
+/// What a document is given, with scripted answers, a registry in memory and a program folder of its own. Handed on as
+/// DocumentServices.
+struct ScriptedServices {
+    ScriptedPrompts prompts;
+    Options options;
+    MemoryRegistry registry;
+    QTemporaryDir programFolder;
+    EditorGlobals globals{registry, programFolder.path(), {}};
+    HexFindState hexFind;
+    DocumentServices all{prompts, options, globals, hexFind};
+};
