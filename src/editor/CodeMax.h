@@ -19,6 +19,7 @@
 #include <memory>
 #include <optional>
 
+class ControlProfile;
 struct LoadedText;
 
 /// The editing control: text with undo, selection, change events, loading and saving, over Scintilla. Whoever places it
@@ -243,6 +244,8 @@ class CodeMax : public QsciScintillaBase {
     void FindWrapped();
     /// A command could not do what it is for, a search that finds nothing among them.
     void CommandFailed();
+    /// The properties dialog has changed what a profile tells.
+    void PropertiesChanged(const ControlProfile& before, const ControlProfile& after);
 
  protected:
     bool canInsertFromMimeData(const QMimeData* source) const override;

@@ -1,6 +1,7 @@
 #include "editor/ControlProperties.h"
 
 #include "editor/CodeMax.h"
+#include "editor/ControlProfile.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -124,11 +125,15 @@ ControlProperties::ControlProperties(CodeMax& control) : QDialog(&control), m_co
 }
 
 void ControlProperties::accept() {
+    const ControlProfile before = ControlProfile::of(m_control);
     takeBoxes(m_control, *this, viewBoxes);
     takeBoxes(m_control, *this, editingBoxes);
     m_control.setTabWidth(m_tabWidth->value());
     for (const ColourRow& row : m_colours)
         m_control.setElementColour(static_cast<CodeMax::Element>(row.element), row.colour);
+    const ControlProfile after = ControlProfile::of(m_control);
+    if (after != before)
+        Q_EMIT m_control.PropertiesChanged(before, after);
     QDialog::accept();
 }
 

@@ -1,0 +1,30 @@
+#include "editor/SharedProfile.h"
+
+#include "editor/CodeMax.h"
+#include "settings/RegistryStore.h"
+
+SharedProfile::SharedProfile(RegistryStore& store, QObject* parent) : QObject(parent), m_store(store) {}
+
+void SharedProfile::load() {
+    m_profile.load(m_store);
+}
+
+bool SharedProfile::save() const {
+    return m_profile.save(m_store) == RegistryCode::Ok;
+}
+
+void SharedProfile::connectTo(CodeMax& control) {
+    connect(&control, &CodeMax::PropertiesChanged, this, &SharedProfile::take);
+    connect(this, &SharedProfile::Changed, &control,
+            [&control](const ControlProfile& before, const ControlProfile& after) {
+                ControlProfile own = ControlProfile::of(control);
+                own.takeChanges(before, after);
+                own.applyTo(control);
+            });
+}
+
+void SharedProfile::take(const ControlProfile& before, const ControlProfile& after) {
+    m_profile.takeChanges(before, after);
+    save();
+    Q_EMIT Changed(before, after);
+}
