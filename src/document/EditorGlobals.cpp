@@ -1,4 +1,4 @@
 #include "document/EditorGlobals.h"
 
 EditorGlobals::EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder)
-    : registry(store), languages(programFolder, shareFolder), macros(store, hotKeys, programFolder) {}
+    : registry(store), languages(programFolder, shareFolder), macros(store, hotKeys, programFolder), profile(store) {}

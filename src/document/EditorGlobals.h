@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/SharedProfile.h"
 #include "lang/HotKeys.h"
 #include "lang/LanguageTable.h"
 #include "lang/MacroStore.h"
@@ -7,7 +8,8 @@
 class QString;
 class RegistryStore;
 
-/// What all editing controls of the process have in common: the languages, the hot keys and the macros. The shell owns
+/// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they
+/// show text. The shell owns
 /// the one there is, and whoever makes a control gets it by reference. The registry outlives it.
 ///
 /// Made empty; it is for its owner to have the languages, hot keys and macros loaded.
@@ -19,4 +21,5 @@ struct EditorGlobals {
     LanguageTable languages;
     HotKeys hotKeys;
     MacroStore macros;
+    SharedProfile profile;
 };

@@ -6,6 +6,7 @@
 #include "document/DocumentServices.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
+#include "editor/CodeMax.h"
 #include "platform/BusyPointer.h"
 #include "platform/FileInfo.h"
 #include "platform/Paths.h"
@@ -71,6 +72,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
+    connect(&m_text->control(), &CodeMax::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
             [this](int x, int y) { m_menus->showText(m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });

@@ -183,6 +183,8 @@ class frmDocument : public QWidget {
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
+    /// The properties dialog of the text view has changed how text is shown.
+    void ViewChange(frmDocument* document);
     /// A find or replace dialog of the document was opened, has searched or was closed.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 

@@ -1,6 +1,7 @@
 #include "document/rtCM.h"
 
 #include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/NumberText.h"
 #include "document/TextCounts.h"
 #include "editor/CodeMax.h"
@@ -35,10 +36,12 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       gMyHighlight(services.options.RowHighlight),
       m_prompts(services.prompts),
       m_options(services.options),
+      m_globals(services.globals),
       m_control(new CodeMax(this)) {
     setObjectName(QStringLiteral("rtCM1"));
     m_control->setObjectName(QStringLiteral("CodeMax1"));
     m_control->setLineNumbering(true);
+    m_globals.profile.connectTo(*m_control);
     setFocusProxy(m_control);
 
     auto* layout = new QVBoxLayout(this);
@@ -123,7 +126,12 @@ void rtCM::SetLang(const QString&) {
 }
 
 void rtCM::PropertiesLoad() {
-    // Nothing is stored for languages yet.
+    m_globals.profile.load();
+    m_globals.profile.applyTo(*m_control);
+}
+
+void rtCM::PropertiesSave() {
+    m_globals.profile.save();
 }
 
 void rtCM::setTextName(const QString& name) {

@@ -11,6 +11,7 @@
 class CodeMax;
 class Prompts;
 struct DocumentServices;
+struct EditorGlobals;
 struct Options;
 struct SystemError;
 
@@ -60,8 +61,9 @@ class rtCM : public QWidget, public DocumentView {
     QString GetLang() const;
     /// An unknown name leaves the language as it is.
     void SetLang(const QString& pLang);
-    /// Takes the stored colours and options of the languages.
+    /// Takes the stored properties of the control, and stores those that all controls have in common.
     void PropertiesLoad();
+    void PropertiesSave();
 
     CodeMax& control() const { return *m_control; }
     /// What a screen reader calls the text.
@@ -260,6 +262,7 @@ class rtCM : public QWidget, public DocumentView {
 
     Prompts& m_prompts;
     const Options& m_options;
+    EditorGlobals& m_globals;
     CodeMax* m_control;
     QString m_languageFile;
     qint64 m_lastHighlightLine = -1;

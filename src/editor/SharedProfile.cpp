@@ -6,11 +6,13 @@
 SharedProfile::SharedProfile(RegistryStore& store, QObject* parent) : QObject(parent), m_store(store) {}
 
 void SharedProfile::load() {
-    m_profile.load(m_store);
+    if (m_stored)
+        m_profile.load(m_store);
 }
 
-bool SharedProfile::save() const {
-    return m_profile.save(m_store) == RegistryCode::Ok;
+bool SharedProfile::save() {
+    m_stored = m_profile.save(m_store) == RegistryCode::Ok;
+    return m_stored;
 }
 
 void SharedProfile::connectTo(CodeMax& control) {

@@ -17,9 +17,10 @@ class SharedProfile : public QObject {
     explicit SharedProfile(RegistryStore& store, QObject* parent = nullptr);
 
     const ControlProfile& profile() const { return m_profile; }
+    /// What the store would not take stands until it does.
     void load();
     /// False when the store did not take it.
-    bool save() const;
+    bool save();
 
     /// From now on the control and the others follow each other. It is as it was until applyTo.
     void connectTo(CodeMax& control);
@@ -33,4 +34,5 @@ class SharedProfile : public QObject {
 
     RegistryStore& m_store;
     ControlProfile m_profile;
+    bool m_stored = true;
 };

@@ -41,6 +41,10 @@ void DocumentFiles::NewDocument() {
     QObject::connect(document, &frmDocument::SelChange, m_parts.status, &StatusPanels::ShowCursorPosition);
     QObject::connect(document, &frmDocument::DocChange, m_parts.status, &StatusPanels::ShowCursorPosition);
     QObject::connect(document, &frmDocument::AfterFind, m_parts.findBar, &FindBar::AfterFind);
+    QObject::connect(document, &frmDocument::ViewChange, m_parts.children, [parts = &m_parts](frmDocument* changed) {
+        if (changed == parts->children->active())
+            parts->commands->SetDocumentEnv(changed);
+    });
     m_parts.children->add(document);
     m_parts.tabs->AddDocumentTab(document);
     if (document)

@@ -2,7 +2,9 @@
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
 
+#include <QCheckBox>
 #include <QContextMenuEvent>
+#include <QDialog>
 #include <QDropEvent>
 #include <QInputDialog>
 #include <QMimeData>
@@ -457,6 +459,24 @@ TEST_F(TextView, GivesItsTextInRichText) {
     select(0, 1);
     EXPECT_TRUE(m_view.TextRTF().contains(QStringLiteral(" a\\par\nb}")));
     EXPECT_TRUE(m_view.SelRTF().contains(QStringLiteral(" a}")));
+}
+
+TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
+    m_view.Properties();
+    auto* dialog = m_view.findChild<QDialog*>(QStringLiteral("ControlProperties"));
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QCheckBox*>(QStringLiteral("chkWordWrap"))->click();
+    dialog->accept();
+    rtCM present(m_services);
+    EXPECT_FALSE(present.control().WordWrap());
+    present.PropertiesLoad();
+    EXPECT_TRUE(present.control().WordWrap());
+    EXPECT_TRUE(present.LineNumbering());
+
+    EditorGlobals ofNextRun(m_given.registry, m_given.programFolder.path(), {});
+    rtCM later({m_prompts, m_options, ofNextRun, m_given.hexFind});
+    later.PropertiesLoad();
+    EXPECT_TRUE(later.control().WordWrap());
 }
 
 TEST_F(TextView, AsksForALineAndGoesThere) {

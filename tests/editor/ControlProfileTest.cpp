@@ -213,6 +213,27 @@ TEST_F(ASharedProfile, TakesBackAColourEverywhere) {
     EXPECT_FALSE(second.elementColour(CodeMax::LeftMarginElement).isValid());
 }
 
+TEST(SharedProfile, KeepsForTheRunWhatTheStoreWouldNotTake) {
+    FullRegistry full;
+    full.left = 0;
+    SharedProfile shared(full);
+    CodeMax control;
+    shared.connectTo(control);
+    const ControlProfile before = ControlProfile::of(control);
+    control.setTabWidth(7);
+    Q_EMIT control.PropertiesChanged(before, ControlProfile::of(control));
+    shared.load();
+    CodeMax other;
+    shared.applyTo(other);
+    EXPECT_EQ(other.TabWidth(), 7);
+    full.left = 100;
+    EXPECT_TRUE(shared.save());
+    shared.load();
+    other.setTabWidth(2);
+    shared.applyTo(other);
+    EXPECT_EQ(other.TabWidth(), 7);
+}
+
 TEST_F(ASharedProfile, HearsNothingOfADialogThatChangedNothing) {
     QSignalSpy changes(&shared, &SharedProfile::Changed);
     inDialog([](const ControlProperties&) {});

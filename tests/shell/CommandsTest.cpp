@@ -6,7 +6,9 @@
 #include "shell/ToolTable.h"
 #include "shell/ViewOptions.h"
 
+#include <QCheckBox>
 #include <QClipboard>
+#include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QToolBar>
@@ -116,6 +118,16 @@ TEST_F(CommandsOfTheFrame, ViewOptionsFollowTheActiveDocument) {
     strip().setCurrentIndex(0);
     EXPECT_TRUE(entry("mnuShowTabSpace")->isChecked());
     EXPECT_TRUE(button("ShowSpace")->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, ViewOptionsFollowThePropertiesOfTheControl) {
+    start();
+    active()->Properties();
+    auto* dialog = active()->findChild<QDialog*>(QStringLiteral("ControlProperties"));
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QCheckBox*>(QStringLiteral("chkWhitespace"))->click();
+    dialog->accept();
+    EXPECT_TRUE(entry("mnuShowTabSpace")->isChecked());
 }
 
 TEST_F(CommandsOfTheFrame, EveryButtonRunsItsCommand) {
