@@ -360,14 +360,6 @@ void CodeMax::Redo() {
     send(SCI_REDO);
 }
 
-void CodeMax::Cut() {
-    const EditScope scope(*this, EditScope::Grouped);
-    if (Locked() || send(SCI_GETSELECTIONEMPTY) != 0)
-        return;
-    Copy();
-    send(SCI_CLEAR);
-}
-
 void CodeMax::SelectAll() {
     const EditScope scope(*this);
     send(SCI_SELECTALL);

@@ -18,6 +18,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class ControlProfile;
 struct LoadedText;
@@ -284,7 +285,12 @@ class CodeMax : public QsciScintillaBase {
     void replaceSelection(const QByteArray& utf8);
     QByteArray heldForm(const QString& text) const;
     QByteArray withOwnLineEnds(const QString& text) const;
-    void dropText(const QString& text, QDropEvent* event);
+    void dropText(QDropEvent* event);
+    void dropFiles(QDropEvent* event);
+    void endDragMark();
+    bool isInMargin(int x) const;
+    bool isSelected(qint64 byte) const;
+    QString textOfRanges() const;
     void textAboutToChange(qint64 at, int type, qint64 length);
     void lookAtSelectionLater();
     void closeScope();
@@ -307,6 +313,8 @@ class CodeMax : public QsciScintillaBase {
     void showBraces();
     void clearBraces();
     void newLine();
+    std::vector<QByteArray> blanksInFront() const;
+    void insertAtCaret(qint64 range, const QByteArray& utf8);
     QByteArray richText(qint64 from, qint64 to) const;
     void takeLoaded(LoadedText loaded);
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
@@ -363,6 +371,8 @@ class CodeMax : public QsciScintillaBase {
     QElapsedTimer m_sinceTyped;
     int m_repeatCount = 1;
     bool m_pressedInSelection = false;
+    bool m_dragging = false;   ///< out of the selection, as long as the drag lasts
+    bool m_addsRange = false;  ///< by a press with Ctrl, until the button comes up
     bool m_copying = false;
 
     QString m_fontName;

@@ -8,9 +8,8 @@
 #include "editor/RtfWriter.h"
 #include "editor/ViewColours.h"
 
-#include <QDrag>
-
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -136,12 +135,6 @@ void CodeMax::clearBraces() {
 
 // Keys and mouse
 
-void CodeMax::setDragDrop(bool on) {
-    m_options.dragDrop = on;
-    if (!on)
-        QDrag::cancel();
-}
-
 void CodeMax::setTabWidth(int blanks) {
     m_options.tabWidth = std::clamp(blanks, 1, LargestTabWidth);
     applyTabs();
@@ -157,17 +150,38 @@ void CodeMax::applyTabs() {
     send(SCI_SETUSETABS, !m_options.blanksForTabs);
 }
 
-/// Only the blanks in front of the caret: what stands behind it moves down with its own.
+/// The blanks that the line of each caret begins with, as far as the caret: what stands behind it moves down with its
+/// own.
+std::vector<QByteArray> CodeMax::blanksInFront() const {
+    std::vector<QByteArray> fronts;
+    for (qint64 range = 0; range < send(SCI_GETSELECTIONS); ++range) {
+        const qint64 from = send(SCI_GETSELECTIONNSTART, range);
+        const qint64 begin = m_map.lineBeginOf(from);
+        const QByteArray front = bytes(begin, std::min(from, begin + IndentLimit));
+        const auto text = std::ranges::find_if(front, [](char byte) { return byte != ' ' && byte != '\t'; });
+        fronts.push_back(front.first(text - front.begin()));
+    }
+    return fronts;
+}
+
 void CodeMax::newLine() {
-    const auto [anchor, caret] = selection();
-    const qint64 from = std::min(anchor, caret);
-    const qint64 begin = m_map.lineBeginOf(from);
-    const QByteArray front = bytes(begin, std::min(from, begin + IndentLimit));
-    const auto text = std::ranges::find_if(front, [](char byte) { return byte != ' ' && byte != '\t'; });
-    const bool indents = m_options.autoIndent && isStream() && !Locked();
+    const bool indents = m_options.autoIndent && !Locked();
+    const std::vector<QByteArray> fronts = indents ? blanksInFront() : std::vector<QByteArray>();
     m_commands.run(SCI_NEWLINE);
-    if (indents && text != front.begin())
-        replaceSelection(front.first(text - front.begin()));
+    // A rectangle has become one caret.
+    if (std::ssize(fronts) != send(SCI_GETSELECTIONS))
+        return;
+    for (qint64 range = 0; range < std::ssize(fronts); ++range)
+        insertAtCaret(range, fronts[static_cast<std::size_t>(range)]);
+    m_scrollDue = true;
+}
+
+void CodeMax::insertAtCaret(qint64 range, const QByteArray& utf8) {
+    const qint64 at = send(SCI_GETSELECTIONNCARET, range);
+    send(SCI_SETTARGETRANGE, at, at);
+    SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+    send(SCI_SETSELECTIONNCARET, range, at + utf8.size());
+    send(SCI_SETSELECTIONNANCHOR, range, at + utf8.size());
 }
 
 // The file's line ends and encoding

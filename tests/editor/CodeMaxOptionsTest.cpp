@@ -175,6 +175,19 @@ TEST_F(CodeMaxAutoIndent, TakesOnlyTheBlanksInFrontOfTheCaret) {
     EXPECT_EQ(control.Text(), QStringLiteral("\n    a"));
 }
 
+TEST_F(CodeMaxAutoIndent, GivesEachOfSeveralCaretsItsOwn) {
+    put(QStringLiteral("  one\n\ttwo\nthree"), 5);
+    control.SendScintilla(CodeMax::SCI_ADDSELECTION, 10UL, 10L);
+    control.SendScintilla(CodeMax::SCI_ADDSELECTION, 13UL, 13L);
+    key(Qt::Key_Return);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("  one\n  -\n\ttwo\n\t-\nth\n-ree"));
+    control.Undo();
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("  one\n\ttwo\nthree"));
+    EXPECT_FALSE(control.CanUndo());
+}
+
 TEST_F(CodeMaxAutoIndent, CanBeSwitchedOff) {
     control.setAutoIndent(false);
     put(QStringLiteral("  a"), 3);
