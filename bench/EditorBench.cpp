@@ -2,11 +2,15 @@
 // what turns over all lines of a text.
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/LineOperations.h"
 #include "document/MatchList.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "hex/HexFindState.h"
 #include "platform/QtPrompts.h"
+#include "settings/MemoryRegistry.h"
 #include "settings/Options.h"
 
 #include <QApplication>
@@ -173,7 +177,10 @@ void indentLines(benchmark::State& state) {
 void trimLines(benchmark::State& state) {
     QtPrompts prompts;
     const Options options;
-    rtCM view(prompts, options);
+    MemoryRegistry registry;
+    EditorGlobals globals(registry, {}, {});
+    HexFindState hexFind;
+    rtCM view({prompts, options, globals, hexFind});
     view.resize(1000, 700);
     view.show();
     onAllLines(state, view.control(), [&] { view.changeSelected(&LineOperations::TrimTailed); });

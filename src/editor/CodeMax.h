@@ -22,6 +22,7 @@
 
 class ControlProfile;
 struct LoadedText;
+struct Replacements;
 
 /// The editing control: text with undo, selection, change events, loading and saving, over Scintilla. Whoever places it
 /// owns it. Lines and columns count from 0 here; positions and lengths are UTF-16 units from the start of the text, a
@@ -333,7 +334,6 @@ class CodeMax : public QsciScintillaBase {
     void selectMatch(const TextMatch& match);
     void replaceMatch(const MatchScan& scan);
     MatchPlace placeOf(const TextMatch& match) const;
-    struct Replacements;
     bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
     void apply(const Replacements& found, const ReplaceWatch& watch);
     struct Pieces {

@@ -1,5 +1,6 @@
 // Searching and replacing in the control.
 
+#include "editor/BulkReplace.h"
 #include "editor/CodeMax.h"
 #include "editor/EditScope.h"
 #include "editor/Replacement.h"
@@ -31,17 +32,6 @@ class ScanLock {
 };
 
 }  // namespace
-
-/// Matches and what takes their place, in the order of the text.
-struct CodeMax::Replacements {
-    struct Edit {
-        TextMatch match;
-        qsizetype textFrom = 0;
-        qsizetype textLength = 0;
-    };
-    std::vector<Edit> edits;
-    QByteArray texts;
-};
 
 // Text and flags
 
@@ -320,22 +310,18 @@ bool CodeMax::collect(Replacements& found, const SearchPattern& pattern, const T
     return true;
 }
 
-/// From the last to the first, so that no edit moves a match that is still to come.
 void CodeMax::apply(const Replacements& found, const ReplaceWatch& watch) {
     m_map.forgetBehind(found.edits.front().match.from);
-    for (auto edit = found.edits.rbegin(); edit != found.edits.rend(); ++edit) {
-        send(SCI_SETTARGETRANGE, edit->match.from, edit->match.to);
-        SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(edit->textLength),
-                      found.texts.constData() + edit->textFrom);
-    }
+    BulkReplace(*this, m_text, found).apply();
     qint64 grown = 0;
-    TextMatch replaced;
     for (const Replacements::Edit& edit : found.edits) {
-        replaced = {edit.match.from + grown, edit.match.from + grown + edit.textLength};
+        const qint64 from = edit.match.from + grown;
         grown += edit.textLength - (edit.match.to - edit.match.from);
-        watch.replaced(placeOf(replaced));
+        if (watch.replaced)
+            watch.replaced(placeOf({from, from + edit.textLength}));
     }
-    selectMatch(replaced);
+    const Replacements::Edit& last = found.edits.back();
+    selectMatch({last.match.to + grown - last.textLength, last.match.to + grown});
     m_search.emptyMatch.reset();
 }
 

@@ -26,8 +26,8 @@ struct MatchPlace {
 struct ReplaceWatch {
     /// Asked once a match while they are looked for; false: what was found until then is replaced.
     std::function<bool()> goesOn = [] { return true; };
-    /// Told of each replacement, in order, when all are made: where it lies now.
-    std::function<void(const MatchPlace&)> replaced = [](const MatchPlace&) {};
+    /// Told of each replacement, in order, when all are made: where it lies now. May be empty.
+    std::function<void(const MatchPlace&)> replaced;
 };
 
 /// What a control keeps between two searches.
