@@ -22,7 +22,7 @@ void KeyFilterEdit::keyPressEvent(QKeyEvent* event) {
         Q_EMIT enterPressed();
         return;
     }
-    if (!typesCharacter(*event)) {
+    if (m_allowed.isEmpty() || !typesCharacter(*event)) {
         QLineEdit::keyPressEvent(event);
         return;
     }

@@ -3,14 +3,16 @@
 #include <QLineEdit>
 
 /// A line for numbers: lets only the characters pass that its number may have, hex digits as capitals, and cancels the
-/// rest of what is typed. Enter does not end the dialog by itself. What is pasted is not looked at.
+/// rest of what is typed. Or a line for any text. Enter does not end the dialog by itself. What is pasted is not looked
+/// at.
 class KeyFilterEdit : public QLineEdit {
     Q_OBJECT
 
  public:
-    /// `allowed`: digits and capitals.
+    /// `allowed`: digits and capitals; anyKeys() lets all pass as they are.
     explicit KeyFilterEdit(const QString& allowed, QWidget* parent = nullptr);
 
+    static QString anyKeys() { return {}; }
     static QString decimalKeys() { return QStringLiteral("0123456789"); }
     static QString hexKeys() { return QStringLiteral("0123456789ABCDEF"); }
 

@@ -380,3 +380,9 @@ void ucHex::enterPane(int number) {
     pane(2)->setBorder(number == 2);
     Q_EMIT PositionChanged();
 }
+
+void ucHex::usePane(int number) {
+    pane(number)->setFocus();
+    if (m_activeGrid != number)
+        enterPane(number);
+}

@@ -100,6 +100,13 @@ class ucHex : public QWidget {
     void cmdClearBookmark();
     void DeleteBookmark();
     void FindNextItem();
+    /// The form for finding, open at the page that fits the pane in use. The flag is not looked at.
+    void FindDialog(bool flag = false);
+    void ReplaceDialog(bool flag = false);
+    void cmdFindHex();
+    void cmdFindText();
+    void cmdReplaceHex();
+    void cmdReplaceText();
 
  Q_SIGNALS:
     void HexEnabled();
@@ -133,6 +140,8 @@ class ucHex : public QWidget {
     void showCell(HexCell cell);
     void enterCell(int number, HexCell cell);
     void enterPane(int number);
+    /// Gives it the keyboard, or makes it the one to get it while another window has it.
+    void usePane(int number);
     Grid& grid(int number) { return number == 1 ? m_grid1 : m_grid2; }
     GridPane* pane(int number) const { return number == 1 ? m_parts.PicHex : m_parts.PicText; }
     GridPane* activePane() const { return pane(m_activeGrid == 2 ? 2 : 1); }
@@ -145,6 +154,8 @@ class ucHex : public QWidget {
     void finishNibble();
     void finishNibble(HexCell cell);
 
+    void showFindForm(const QString& key, const QString& caption);
+    void placeClearOfTopRow(QWidget& form) const;
     void selectInBoth(HexCell cell);
     void repeatSearch(const QString& notFound);
     int search(const QString& text, HexFindType type, HexFindDirection direction);

@@ -1,13 +1,19 @@
 // The forms that the view opens. They are modal and run the event loop; the view may go meanwhile, and they with it.
 
+#include "hex/GridPane.h"
+#include "hex/HexFindDesk.h"
 #include "hex/frmAnsiTable.h"
 #include "hex/frmBlock.h"
 #include "hex/frmConvert.h"
+#include "hex/frmFindReplace.h"
 #include "hex/frmGotoOffSet.h"
 #include "hex/frmGotoPage.h"
 #include "hex/ucHex.h"
 
 #include <QPointer>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
@@ -17,6 +23,8 @@ bool askWith(const QPointer<Form>& form) {
     form->exec();
     return form && form->isConfirmed();
 }
+
+constexpr int RowsInSight = 3;  ///< above a form that must not hide a match
 
 }  // namespace
 
@@ -64,4 +72,57 @@ void ucHex::cmdCharTable() {
     const QPointer<frmAnsiTable> form(new frmAnsiTable(this));
     form->exec();
     delete form;
+}
+
+void ucHex::FindDialog(bool) {
+    if (m_activeGrid == 2)
+        cmdFindText();
+    else
+        cmdFindHex();
+}
+
+void ucHex::ReplaceDialog(bool) {
+    if (m_activeGrid == 2)
+        cmdReplaceText();
+    else
+        cmdReplaceHex();
+}
+
+void ucHex::cmdFindHex() {
+    showFindForm(QStringLiteral("FindHex"), QStringLiteral("Find Hex"));
+}
+
+void ucHex::cmdFindText() {
+    showFindForm(QStringLiteral("FindText"), QStringLiteral("Find Text"));
+}
+
+void ucHex::cmdReplaceHex() {
+    showFindForm(QStringLiteral("ReplaceHex"), QStringLiteral("Replace Hex"));
+}
+
+void ucHex::cmdReplaceText() {
+    showFindForm(QStringLiteral("ReplaceText"), QStringLiteral("Replace Text"));
+}
+
+void ucHex::showFindForm(const QString& key, const QString& caption) {
+    if (!m_fileOpen)
+        return;
+    finishNibble();
+    const QPointer<frmFindReplace> form(new frmFindReplace({m_prompts, m_options, m_findState}, this));
+    form->InitControl(this, key, caption, m_locked);
+    placeClearOfTopRow(*form);
+    form->exec();
+    if (!form)
+        return;
+    delete form;
+    activePane()->setFocus();
+}
+
+/// A match stands in the top row.
+void ucHex::placeClearOfTopRow(QWidget& form) const {
+    form.adjustSize();
+    const QRect screen = this->screen()->availableGeometry();
+    const QPoint below = m_parts.PicHex->mapToGlobal(m_parts.PicHex->cellRect({RowsInSight, 0}).bottomLeft());
+    form.move(std::clamp(below.x(), screen.left(), std::max(screen.left(), screen.right() - form.width())),
+              std::clamp(below.y(), screen.top(), std::max(screen.top(), screen.bottom() - form.height())));
 }

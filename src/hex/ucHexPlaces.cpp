@@ -46,7 +46,7 @@ int ucHex::search(const QString& text, HexFindType type, HexFindDirection direct
         m_findState.LastFindText = text;
         m_findState.LastFindType = type;
         m_findState.LastFindDirection = direction;
-        pane(type == HexFindType::Bytes ? 1 : 2)->setFocus();
+        usePane(type == HexFindType::Bytes ? 1 : 2);
         const HexSearch bytes(m_copy);
         std::optional<FilePosition> match;
         if (const std::optional<HexNeedle> needle = HexNeedle::make(text, type)) {

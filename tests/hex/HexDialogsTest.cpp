@@ -1,4 +1,4 @@
-#include "HexFixture.h"
+#include "HexFormFixture.h"
 #include "hex/KeyFilterEdit.h"
 #include "hex/frmAnsiTable.h"
 #include "hex/frmBlock.h"
@@ -12,42 +12,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollArea>
-#include <QTimer>
-
-#include <functional>
 
 namespace {
 
-class HexForms : public HexFixture {
- protected:
-    /// Does something with the form that opens next; a form still open afterwards is cancelled.
-    void whileOpen(std::function<void(QDialog*)> act) {
-        QTimer::singleShot(0, m_hex.get(), [this, act = std::move(act)] {
-            auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(form, nullptr);
-            m_caption = form->windowTitle();
-            act(form);
-            if (form->isVisible())
-                form->reject();
-        });
-    }
-    static void set(const QDialog* form, const QString& name, const QString& text) {
-        auto* edit = form->findChild<QLineEdit*>(name);
-        ASSERT_NE(edit, nullptr) << name.toStdString();
-        edit->clear();
-        QTest::keyClicks(edit, text);
-    }
-    static void click(const QDialog* form, const QString& name) {
-        auto* button = form->findChild<QAbstractButton*>(name);
-        ASSERT_NE(button, nullptr) << name.toStdString();
-        button->click();
-    }
-    static QString textOf(const QDialog* form, const QString& name) {
-        return form->findChild<QLineEdit*>(name)->text();
-    }
-
-    QString m_caption;
-};
+using HexForms = HexFormFixture;
 
 }  // namespace
 
