@@ -3,10 +3,17 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+namespace {
+
+constexpr int NarrowestForm = 280;  ///< pixels in which the caption can be read
+
+}  // namespace
+
 HexDialog::HexDialog(const QString& name, const QString& caption, QWidget* parent) : QDialog(parent) {
     setObjectName(name);
     setWindowTitle(caption);
     setModal(true);
+    setMinimumWidth(NarrowestForm);
 }
 
 QWidget* HexDialog::makeButtons() {

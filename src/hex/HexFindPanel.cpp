@@ -21,6 +21,7 @@
 namespace {
 
 constexpr int TermWidth = 32;  ///< characters
+constexpr int LinesOfRefusal = 2;
 
 /// What in a text is no character of Windows-1252, by which it could be told to a person.
 QString strangerIn(const QString& text) {
@@ -60,20 +61,22 @@ HexFindPanel::HexFindPanel(const HexFindRules& rules, const HexFindDesk& desk, Q
     m_refusal->setObjectName(QStringLiteral("lblRefusal"));
     m_refusal->setWordWrap(true);
     m_refusal->setTextFormat(Qt::PlainText);
+    m_refusal->setMinimumHeight(LinesOfRefusal * m_refusal->fontMetrics().lineSpacing());
+    m_refusal->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 
     auto* left = new QVBoxLayout;
     left->addLayout(m_boxes);
     left->addLayout(options);
-    left->addWidget(m_refusal, 1, Qt::AlignTop);
+    left->addWidget(m_refusal, 1);
     auto* all = new QHBoxLayout(this);
     all->addLayout(left, 1);
     all->addLayout(m_buttons);
 
+    m_buttons->addStretch();
     m_findNext = addButton("cmdFindNext", "Find Next", "Alt+F");
     connect(m_findNext, &QPushButton::clicked, this, &HexFindPanel::cmdFindNext);
     connect(addButton("cmdCount", "Count", "Alt+C"), &QPushButton::clicked, this, &HexFindPanel::cmdCount);
     connect(addButton("cmdMarkAll", "Mark All", "Alt+M"), &QPushButton::clicked, this, &HexFindPanel::cmdMarkAll);
-    m_buttons->addStretch();
 }
 
 QComboBox* HexFindPanel::addBox(const char* name, const char* label, const char* history) {
@@ -114,7 +117,7 @@ QPushButton* HexFindPanel::addButton(const char* name, const char* caption, cons
     button->setShortcut(QKeySequence(QString::fromLatin1(shortcut)));
     button->setToolTip(
         QStringLiteral("%1 (%2)").arg(button->text(), button->shortcut().toString(QKeySequence::NativeText)));
-    m_buttons->addWidget(button);
+    m_buttons->insertWidget(m_buttons->count() - 1, button);
     return button;
 }
 

@@ -7,6 +7,7 @@
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
@@ -35,6 +36,12 @@ QColor colourOf(qint32 number) {
 }
 
 }  // namespace
+
+QWidget* frmAnsiTable::makeHeading(const char* name, const char* text) {
+    auto* heading = new QLabel(QString::fromLatin1(text), this);
+    heading->setObjectName(QString::fromLatin1(name));
+    return heading;
+}
 
 /// `Picture1`. On white in every palette, as its colours are fixed.
 class frmAnsiTable::Table : public QWidget {
@@ -66,8 +73,8 @@ class frmAnsiTable::Table : public QWidget {
 
  private:
     static void paintCode(QPainter& painter, QPoint at, int code) {
-        const QString character =
-            code == 0 ? QString() : QString(QChar(Windows1252::characterOf(static_cast<quint8>(code))));
+        const QChar one(Windows1252::characterOf(static_cast<quint8>(code)));
+        const QString character = one.category() == QChar::Other_Control ? QString() : QString(one);
         const std::pair<qint32, QString> parts[] = {
             {HexColour, HexText::ByteToHexCell(code) + QStringLiteral("  ")},
             {DecimalColour, QStringLiteral("%1  ").arg(code, 3, 10, QLatin1Char('0'))},
@@ -87,6 +94,7 @@ frmAnsiTable::frmAnsiTable(QWidget* parent) : QDialog(parent), m_table(new Table
     setObjectName(QStringLiteral("frmAnsiTable"));
     setWindowTitle(QStringLiteral("ANSI Table"));
     auto* halves = new QHBoxLayout;
+    halves->addWidget(makeHeading("Label1", "Codes:"));
     const std::pair<const char*, int> options[] = {{"0 - 127", 0}, {"128 - 255", HalfOfCodes}};
     for (int i = 0; i < 2; ++i) {
         auto* option = new QRadioButton(QString::fromLatin1(options[i].first), this);
@@ -99,6 +107,7 @@ frmAnsiTable::frmAnsiTable(QWidget* parent) : QDialog(parent), m_table(new Table
         halves->addWidget(option);
     }
     halves->addStretch();
+    halves->addWidget(makeHeading("Label2", "Hex, decimal, character"));
     m_view->setObjectName(QStringLiteral("Picture2"));
     m_view->setWidget(m_table);
     m_view->verticalScrollBar()->setObjectName(QStringLiteral("VScroll1"));

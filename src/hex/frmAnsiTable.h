@@ -14,6 +14,7 @@ class frmAnsiTable : public QDialog {
  private:
     class Table;
 
+    QWidget* makeHeading(const char* name, const char* text);
     void DrawCharTable(int firstCode);
 
     Table* m_table;

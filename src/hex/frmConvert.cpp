@@ -13,6 +13,8 @@ namespace {
 
 using namespace NumberConversion;
 
+constexpr int MostDigits = 32;
+
 QString unchanged(const QString& text) {
     return text;
 }
@@ -42,6 +44,7 @@ frmConvert::frmConvert(QWidget* parent) : QDialog(parent) {
     for (int i = 0; i < static_cast<int>(m_boxes.size()); ++i) {
         auto* box = new KeyFilterEdit(QString::fromLatin1(Boxes[i].keys), this);
         box->setObjectName(QStringLiteral("Text%1").arg(i + 1));
+        box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QString(MostDigits + 1, u'0')));
         auto* label = new QLabel(QString::fromLatin1(Boxes[i].caption), this);
         label->setObjectName(QString::fromLatin1(Boxes[i].label));
         label->setBuddy(box);
@@ -60,7 +63,8 @@ frmConvert::frmConvert(QWidget* parent) : QDialog(parent) {
     close->setObjectName(QStringLiteral("Command1"));
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
-    layout->addRow(close);
+    layout->addRow(QString(), close);
+    layout->setAlignment(close, Qt::AlignRight);
     m_boxes[0]->setFocus();
 }
 

@@ -1,30 +1,13 @@
 #include "hex/frmGotoOffSet.h"
 
 #include "hex/KeyFilterEdit.h"
+#include "hex/TypedPlace.h"
 #include "platform/Prompts.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
-
-#include <optional>
-
-namespace {
-
-constexpr double Largest = 1e15;
-
-/// As typed: decimal, or hexadecimal of 32 bits behind "&H".
-std::optional<qint64> numberOf(const QString& text) {
-    bool isNumber = false;
-    if (text.startsWith(QStringLiteral("&H"))) {
-        const quint32 number = text.mid(2).toUInt(&isNumber, 16);
-        return isNumber ? std::optional<qint64>(static_cast<qint32>(number)) : std::nullopt;
-    }
-    const double number = text.toDouble(&isNumber);
-    return isNumber && qAbs(number) < Largest ? std::optional<qint64>(qRound64(number)) : std::nullopt;
-}
-
-}  // namespace
 
 frmGotoOffSet::frmGotoOffSet(Prompts& prompts, QWidget* parent)
     : HexDialog(QStringLiteral("frmGotoOffSet"), QStringLiteral("Go to Offset"), parent),
@@ -39,10 +22,15 @@ frmGotoOffSet::frmGotoOffSet(Prompts& prompts, QWidget* parent)
     decimal->setObjectName(QStringLiteral("Option1(0)"));
     decimal->setChecked(true);
     m_hex->setObjectName(QStringLiteral("Option1(1)"));
+    auto* bases = new QHBoxLayout;
+    bases->addWidget(decimal);
+    bases->addWidget(m_hex);
+    bases->addStretch();
     auto* layout = new QVBoxLayout(this);
-    for (QWidget* part : {static_cast<QWidget*>(label), static_cast<QWidget*>(m_text), static_cast<QWidget*>(decimal),
-                          static_cast<QWidget*>(m_hex), makeButtons()})
-        layout->addWidget(part);
+    layout->addWidget(label);
+    layout->addWidget(m_text);
+    layout->addLayout(bases);
+    layout->addWidget(makeButtons());
     connect(m_text, &KeyFilterEdit::enterPressed, this, &frmGotoOffSet::accept);
     m_text->setFocus();
 }
@@ -51,7 +39,7 @@ frmGotoOffSet::frmGotoOffSet(Prompts& prompts, QWidget* parent)
 bool frmGotoOffSet::checkInput() {
     if (m_hex->isChecked())
         m_text->setText(QStringLiteral("&H") + m_text->text());
-    const std::optional<qint64> number = numberOf(m_text->text());
+    const std::optional<qint64> number = TypedPlace::offsetOf(m_text->text());
     if (number) {
         m_value = *number;
         return true;

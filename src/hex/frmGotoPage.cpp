@@ -1,8 +1,10 @@
 #include "hex/frmGotoPage.h"
 
 #include "hex/KeyFilterEdit.h"
+#include "hex/TypedPlace.h"
 #include "platform/Prompts.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
@@ -16,26 +18,27 @@ frmGotoPage::frmGotoPage(Prompts& prompts, qint64 pages, QWidget* parent)
     auto* range = new QLabel(QStringLiteral("1  -  ") + QString::number(pages), this);
     range->setObjectName(QStringLiteral("Label2"));
     m_text->setObjectName(QStringLiteral("Text1"));
+    auto* heading = new QHBoxLayout;
+    heading->addWidget(label);
+    heading->addWidget(range);
+    heading->addStretch();
     auto* layout = new QVBoxLayout(this);
-    for (QWidget* part :
-         {static_cast<QWidget*>(label), static_cast<QWidget*>(range), static_cast<QWidget*>(m_text), makeButtons()})
-        layout->addWidget(part);
+    layout->addLayout(heading);
+    layout->addWidget(m_text);
+    layout->addWidget(makeButtons());
     connect(m_text, &KeyFilterEdit::enterPressed, this, &frmGotoPage::accept);
     m_text->setFocus();
 }
 
 bool frmGotoPage::checkInput() {
-    bool isNumber = false;
-    m_value = m_text->text().toLongLong(&isNumber);
-    if (!isNumber) {
+    const std::optional<qint64> page = TypedPlace::pageOf(m_text->text());
+    if (!page) {
         m_prompts.message(this, QStringLiteral("Please enter numeric value"));
         m_text->selectAll();
         m_text->setFocus();
         return false;
     }
-    if (m_value < 1) {
-        m_value = 1;
-        m_text->setText(QStringLiteral("1"));
-    }
+    m_value = *page;
+    m_text->setText(QString::number(m_value));
     return true;
 }
