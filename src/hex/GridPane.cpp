@@ -1,6 +1,8 @@
 #include "hex/GridPane.h"
 
 #include "hex/Grid.h"
+#include "hex/GridAccessible.h"
+#include "hex/HexColours.h"
 
 #include <QContextMenuEvent>
 #include <QFontMetricsF>
@@ -18,13 +20,9 @@ namespace {
 constexpr int FontPixels = 14;
 constexpr int CellMargin = 3;
 constexpr int EighthsOfANotch = 120;
-constexpr double ShadeOfPassive = 0.25;
-
-QColor blended(const QColor& over, const QColor& under, double share) {
-    const auto part = [&](float a, float b) { return static_cast<float>(a * share + b * (1 - share)); };
-    return QColor::fromRgbF(part(over.redF(), under.redF()), part(over.greenF(), under.greenF()),
-                            part(over.blueF(), under.blueF()));
-}
+constexpr double ShadeOfPassive = 0.2;
+constexpr double EdgeOfPassive = 0.6;
+constexpr double ShareOfDivider = 0.15;
 
 }  // namespace
 
@@ -39,13 +37,22 @@ class GridPane::Cursor : public QWidget {
  protected:
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
+        painter.setFont(m_pane.font());
         const QColor text = palette().color(QPalette::Text);
         const QColor base = palette().color(QPalette::Base);
-        const bool isActive = m_pane.m_grid.HasFocus();
-        painter.fillRect(rect(), isActive ? text : blended(text, base, ShadeOfPassive));
-        painter.setPen(isActive ? base : text);
-        painter.setFont(m_pane.font());
-        m_pane.paintCell(painter, rect(), m_pane.m_grid.cell());
+        const HexCell cell = m_pane.m_grid.cell();
+        const bool marked = m_pane.isMarked(cell);
+        if (m_pane.m_grid.HasFocus()) {
+            painter.fillRect(rect(), marked ? HexColours::changedText(palette()) : text);
+            painter.setPen(base);
+        } else {
+            const QColor shade = HexColours::blended(text, base, ShadeOfPassive);
+            painter.fillRect(rect(), shade);
+            painter.setPen(HexColours::blended(text, base, EdgeOfPassive));
+            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+            painter.setPen(HexColours::readableOn(shade, marked ? HexColours::changedText(palette()) : text));
+        }
+        m_pane.DrawCell(painter, rect(), cell);
     }
 
  private:
@@ -54,6 +61,7 @@ class GridPane::Cursor : public QWidget {
 
 GridPane::GridPane(Grid& grid, const QString& widest, QWidget* parent)
     : QWidget(parent), m_grid(grid), m_cursor(new Cursor(this)) {
+    GridAccessible::install();
     setFont(paneFont());
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -93,8 +101,25 @@ QRect GridPane::cellRect(HexCell cell) const {
     return {cell.col * cellWidth, cell.row * RowHeight, cellWidth, RowHeight};
 }
 
+std::optional<HexCell> GridPane::cellAt(const QPoint& point) const {
+    const HexCell cell{point.y() / RowHeight, point.x() / (width() / Grid::Columns)};
+    return rect().contains(point) && cell.row < m_grid.Rows() ? std::optional(cell) : std::nullopt;
+}
+
+void GridPane::beginFill() {
+    setUpdatesEnabled(false);
+}
+
+void GridPane::endFill() {
+    setUpdatesEnabled(true);
+    GridAccessible::pageChanged(*this);
+}
+
 void GridPane::updateCell(HexCell cell) {
+    if (!updatesEnabled())
+        return;
     update(cellRect(cell));
+    GridAccessible::cellChanged(*this, cell);
     if (cell == m_grid.cell())
         m_cursor->update();
 }
@@ -102,14 +127,15 @@ void GridPane::updateCell(HexCell cell) {
 void GridPane::moveCursor() {
     m_cursor->setGeometry(cellRect(m_grid.cell()));
     m_cursor->update();
+    GridAccessible::caretMoved(*this);
 }
 
-/// Every row is placed by one same height, whatever its letters.
-void GridPane::paintCell(QPainter& painter, const QRect& rect, HexCell cell) const {
+/// Every row is placed by one same height, whatever its letters. Control characters have no picture.
+void GridPane::DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const {
     if (m_grid.IsBeyondData(cell.row, cell.col))
         return;
     const QString text = m_grid.Value(cell.row, cell.col);
-    if (text.isEmpty())
+    if (text.isEmpty() || text.at(0).category() == QChar::Other_Control)
         return;
     const QStaticText& picture = laidOut(text);
     const double x = rect.x() + (rect.width() - picture.size().width()) / 2;
@@ -130,21 +156,38 @@ const QStaticText& GridPane::laidOut(const QString& text) const {
 void GridPane::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setFont(font());
-    painter.setPen(palette().color(QPalette::Text));
+    const QColor text = palette().color(QPalette::Text);
+    const QColor changedText = HexColours::changedText(palette());
+    const QColor changedBase = HexColours::changedBase(palette());
     for (const QRect& part : event->region()) {
         painter.fillRect(part, palette().color(QPalette::Base));
         const int cellWidth = width() / Grid::Columns;
         const int lastRow = std::min(part.bottom() / RowHeight, m_grid.Rows() - 1);
         const int lastCol = std::min(part.right() / cellWidth, Grid::Columns - 1);
         for (int row = part.top() / RowHeight; row <= lastRow; ++row) {
-            for (int col = part.left() / cellWidth; col <= lastCol; ++col)
-                paintCell(painter, cellRect({row, col}), {row, col});
+            for (int col = part.left() / cellWidth; col <= lastCol; ++col) {
+                const QRect cell = cellRect({row, col});
+                const bool marked = isMarked({row, col});
+                if (marked)
+                    painter.fillRect(cell, changedBase);
+                painter.setPen(marked ? changedText : text);
+                DrawCell(painter, cell, {row, col});
+            }
         }
     }
+    paintDivider(painter);
     if (m_hasBorder) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
+}
+
+/// Between the halves of the rows, so that a column is found at a glance.
+void GridPane::paintDivider(QPainter& painter) const {
+    const int x = cellRect({0, Grid::Columns / 2}).left();
+    painter.setPen(
+        HexColours::blended(palette().color(QPalette::Text), palette().color(QPalette::Base), ShareOfDivider));
+    painter.drawLine(x, 0, x, height() - 1);
 }
 
 void GridPane::keyPressEvent(QKeyEvent* event) {

@@ -6,6 +6,9 @@
 #include <QStaticText>
 #include <QWidget>
 
+#include <functional>
+#include <optional>
+
 class Grid;
 class QPainter;
 
@@ -24,13 +27,25 @@ class GridPane : public QWidget {
     GridPane(Grid& grid, const QString& widest, QWidget* parent = nullptr);
 
     void setCursorName(const QString& name);
+    /// Tells the cells that are painted as changed; asked at each painting.
+    void setMarks(std::function<bool(HexCell)> isMarked) { m_isMarked = std::move(isMarked); }
     /// Off while nothing is loaded.
     void setCursorShown(bool shown);
     /// A line around the pane, for the one in use.
     void setBorder(bool hasBorder);
     bool hasBorder() const { return m_hasBorder; }
 
+    /// Around a new page: nothing is painted or told in between.
+    void beginFill();
+    void endFill();
+
+    const Grid& grid() const { return m_grid; }
+    Grid& grid() { return m_grid; }
+    bool isMarked(HexCell cell) const { return m_isMarked && m_isMarked(cell); }
+
     QRect cellRect(HexCell cell) const;
+    /// The one under a point of the pane, if the grid has a row there.
+    std::optional<HexCell> cellAt(const QPoint& point) const;
     /// The font of all panes of a hex view, as high as the rows can take.
     static QFont paneFont();
 
@@ -61,13 +76,15 @@ class GridPane : public QWidget {
  private:
     class Cursor;
 
-    void paintCell(QPainter& painter, const QRect& rect, HexCell cell) const;
+    void DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const;
+    void paintDivider(QPainter& painter) const;
     const QStaticText& laidOut(const QString& text) const;
     void updateCell(HexCell cell);
     void moveCursor();
 
     Grid& m_grid;
     Cursor* m_cursor;
+    std::function<bool(HexCell)> m_isMarked;
     mutable QHash<QString, QStaticText> m_laidOut;  ///< by its text; there are no more than bytes and digits
     bool m_hasBorder = false;
     int m_wheel = 0;  ///< eighths of a degree that are no whole notch yet

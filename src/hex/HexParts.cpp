@@ -23,6 +23,8 @@ namespace {
 
 constexpr int MarkerIndent = 6;
 constexpr int RulerHeight = 28;
+constexpr int GapOfGroups = 18;
+constexpr int RoomForRounding = 2;
 
 struct ScrollButton {
     const char* key;
@@ -37,23 +39,24 @@ constexpr ScrollButton ScrollButtons[] = {
     {"MoveLastPage", "Goto Last Page", "rowlast"},
 };
 
-/// One label below the panes: its heading, what stands before it, its first text.
+/// One label below the panes: its heading, what stands before it, its first text, and the longest it may get.
 struct InfoRow {
     const char* heading;  ///< empty: belongs to the one before
     const char* caption;
     const char* text;
+    const char* longest;
 };
 
 constexpr std::array<InfoRow, HexParts::InfoCount> InfoRows{{
-    {"Selected Byte", "Hex:", ""},
-    {"", "Dec:", "000 "},
-    {"Offset", "Hex:", ""},
-    {"", "Dec:", ""},
-    {"Page", "", "0 of 0 "},
-    {"File Size", "", "0 Bytes "},
-    {"Edit Mode", "", "Hex"},
-    {"", "", "Text"},
-    {"Bytes per Page", "", "0 Bytes "},
+    {"Selected Byte", "Hex:", "", "FF"},
+    {"", "Dec:", "000 ", "255"},
+    {"Offset", "Hex:", "", "7FFFFFFE"},
+    {"", "Dec:", "", "2147483646"},
+    {"Page", "", "0 of 0 ", "6710887/6710887"},
+    {"File Size", "", "0 Bytes ", "2147483647"},
+    {"Edit Mode", "", "Hex", "Hex"},
+    {"", "", "Text", "Text"},
+    {"Bytes per Page", "", "0 Bytes ", "320"},
 }};
 
 QString arrayName(const char* name, std::size_t index) {
@@ -147,13 +150,17 @@ void HexParts::makeInfo(QWidget* view) {
         lblInfo[i] = new ClickLabel(QString::fromLatin1(InfoRows[i].text), view);
         lblInfo[i]->setObjectName(arrayName("lblInfo", i));
         lblInfo[i]->setTextFormat(Qt::PlainText);
+        lblInfo[i]->setFont(GridPane::paneFont());
+        // Its neighbours stay where they are when its text changes.
+        const QString longest = QString::fromLatin1(InfoRows[i].longest);
+        lblInfo[i]->setMinimumWidth(lblInfo[i]->fontMetrics().horizontalAdvance(longest) + RoomForRounding);
     }
 }
 
 void HexParts::layOut(QWidget* view) const {
     auto* panes = new QGridLayout;
     panes->setSpacing(4);
-    panes->addWidget(lblSelect, 0, 0, Qt::AlignBottom);
+    panes->addWidget(lblSelect, 0, 0, Qt::AlignTop);
     panes->addWidget(ruler, 0, 1);
     QWidget* const inRow[] = {PicOffSet, PicHex, PicText, VScroll1, fmInfo};
     int column = 0;
@@ -162,22 +169,35 @@ void HexParts::layOut(QWidget* view) const {
     panes->setColumnStretch(4, 1);
     panes->setRowStretch(1, 0);
 
-    auto* values = new QHBoxLayout;
-    for (std::size_t i = 0; i < lblInfo.size(); ++i) {
-        for (const char* text : {InfoRows[i].heading, InfoRows[i].caption}) {
-            if (*text != '\0')
-                values->addWidget(new QLabel(QString::fromLatin1(text), view));
-        }
-        values->addWidget(lblInfo[i]);
-    }
-    values->addStretch();
-
     auto* all = new QVBoxLayout(view);
     all->addLayout(panes);
     all->addWidget(tbScroll);
     all->addWidget(ProgressBar1);
-    all->addLayout(values);
+    all->addLayout(layOutInfo(view));
     all->addStretch();
+}
+
+/// The labels of a group stand in a row under its heading.
+QLayout* HexParts::layOutInfo(QWidget* view) const {
+    auto* groups = new QHBoxLayout;
+    groups->setSpacing(GapOfGroups);
+    QHBoxLayout* row = nullptr;
+    for (std::size_t i = 0; i < lblInfo.size(); ++i) {
+        if (*InfoRows[i].heading != '\0') {
+            auto* group = new QVBoxLayout;
+            group->setSpacing(2);
+            group->addWidget(new QLabel(QString::fromLatin1(InfoRows[i].heading), view));
+            row = new QHBoxLayout;
+            row->setSpacing(6);
+            group->addLayout(row);
+            groups->addLayout(group);
+        }
+        if (*InfoRows[i].caption != '\0')
+            row->addWidget(new QLabel(QString::fromLatin1(InfoRows[i].caption), view));
+        row->addWidget(lblInfo[i], 1);
+    }
+    groups->addStretch(1);
+    return groups;
 }
 
 void HexParts::setScrollButtonsEnabled(bool enabled) const {

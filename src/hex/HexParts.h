@@ -12,6 +12,7 @@ class GridPane;
 class HexMarker;
 class OffsetPane;
 class QGroupBox;
+class QLayout;
 class QProgressBar;
 class QScrollBar;
 class QToolBar;
@@ -56,4 +57,5 @@ struct HexParts {
     void makeScrollButtons(QWidget* view);
     void makeInfo(QWidget* view);
     void layOut(QWidget* view) const;
+    QLayout* layOutInfo(QWidget* view) const;
 };

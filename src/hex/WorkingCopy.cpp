@@ -25,7 +25,7 @@ SystemError systemError(int number) {
     return SystemError::fromErrno(number);
 }
 
-QString copyName(const QString& folder, QTime time) {
+QString MakeTempFileName(const QString& folder, QTime time) {
     return folder + QStringLiteral("/~hextemp") + time.toString(QStringLiteral("hhmmss")) + QStringLiteral(".tmp");
 }
 
@@ -122,7 +122,7 @@ SystemError WorkingCopy::make(std::shared_ptr<File>& file) {
         file = File::make(m_calls, m_name, error);
     QTime time = m_clock();
     for (int i = 0; error.number == EEXIST && i < SecondsOfADay; ++i) {
-        const QString name = copyName(folder, time);
+        const QString name = MakeTempFileName(folder, time);
         file = File::make(m_calls, name, error);
         if (file != nullptr)
             m_name = name;

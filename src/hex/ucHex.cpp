@@ -31,6 +31,10 @@ bool isEmptyFile(const QString& path) {
 
 }  // namespace
 
+int ucHex::rowHeight() const {
+    return GridPane::RowHeight;
+}
+
 ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent)
     : QWidget(parent), m_prompts(prompts), m_options(options), m_findState(findState), m_parts(this, m_grid1, m_grid2) {
     m_grid1.setObjectName(QStringLiteral("grid1"));
@@ -82,6 +86,7 @@ void ucHex::connectPane(int number) {
     connect(source, &GridPane::keyPressed, this, [this](QKeyEvent* event, bool* taken) { *taken = HandleKey(*event); });
     connect(source, &GridPane::typed, this, number == 1 ? &ucHex::typeHex : &ucHex::typeText);
     connect(source, &GridPane::focusGained, this, [this, number] { enterPane(number); });
+    source->setMarks([this](HexCell cell) { return isChanged(cell); });
     connect(source, &GridPane::wheelTurned, this, &ucHex::turnWheel);
     connect(source, &GridPane::rightReleased, this,
             [this, source](const QPoint& at) { tellContextMenu(source, at, QStringLiteral("HEX")); });
@@ -159,6 +164,7 @@ bool ucHex::OpenFile(const QString& pFileName) {
     const QPointer<ucHex> guard(this);
     DisableHexControls();
     m_undoLog.clear();
+    forgetChanges();
     m_modified = false;
     m_isBusy = true;
     const bool loaded = LoadFile(pFileName);
@@ -209,14 +215,24 @@ bool ucHex::SaveFile(const QString& pFileName, bool force) {
     if (!m_fileOpen)
         return true;
     finishNibble();
-    if (!force && !m_modified)
-        return true;
+    return (!force && !m_modified) || writeOver(pFileName);
+}
+
+void ucHex::cmdSaveAs() {
+    const QString target = m_saveAsName.left(m_saveAsName.indexOf(QChar(u'\0'))).trimmed();
+    if (m_isBusy || !m_fileOpen || target.isEmpty())
+        return;
+    finishNibble();
+    writeOver(target);
+}
+
+bool ucHex::writeOver(const QString& target) {
     const QPointer<ucHex> guard(this);
     m_parts.ProgressBar1->setValue(0);
     m_parts.ProgressBar1->show();
     BusyPointer::show();
     m_isBusy = true;
-    const SystemError error = m_copy.save(pFileName, SetProgress());
+    const SystemError error = m_copy.save(target, SetProgress());
     BusyPointer::restore();
     if (!guard)
         return false;
@@ -226,6 +242,7 @@ bool ucHex::SaveFile(const QString& pFileName, bool force) {
         return false;
     }
     m_modified = false;
+    forgetChanges();
     m_parts.ProgressBar1->hide();
     return true;
 }
@@ -253,7 +270,7 @@ void ucHex::fillCells() {
     std::array<char, HexPaging::PageBytes> bytes{};
     const qint64 count = m_copy.read(FilePointer(), bytes.data(), qint64{rows} * HexPaging::BytesPerRow);
     for (const int number : {1, 2}) {
-        pane(number)->setUpdatesEnabled(false);
+        pane(number)->beginFill();
         grid(number).setPointer(FilePointer());
         grid(number).setRows(rows);
     }
@@ -264,7 +281,18 @@ void ucHex::fillCells() {
         m_grid2.setValue(cell.row, cell.col, HexText::ByteToTextCell(byte));
     }
     for (const int number : {1, 2})
-        pane(number)->setUpdatesEnabled(true);
+        pane(number)->endFill();
+}
+
+bool ucHex::isChanged(HexCell cell) const {
+    const int byte = HexText::HexCellToByte(m_grid1.Value(cell.row, cell.col));
+    return m_changes.isMarked(m_paging.positionOf(cell), static_cast<quint8>(byte));
+}
+
+void ucHex::forgetChanges() {
+    m_changes.clear();
+    for (const int number : {1, 2})
+        pane(number)->update();
 }
 
 QStringList ucHex::offsetTexts(bool toEndOfFile) const {

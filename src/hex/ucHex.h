@@ -3,6 +3,7 @@
 #include "hex/BlockExport.h"
 #include "hex/Grid.h"
 #include "hex/HexBlock.h"
+#include "hex/HexChanges.h"
 #include "hex/HexFindState.h"
 #include "hex/HexPaging.h"
 #include "hex/HexParts.h"
@@ -27,9 +28,13 @@ class ucHex : public QWidget {
     Q_PROPERTY(int ActiveGrid READ ActiveGrid)
     Q_PROPERTY(bool FileOpen READ FileOpen)
     Q_PROPERTY(bool Modified READ Modified)
+    Q_PROPERTY(int RowHeight READ rowHeight CONSTANT)
+    Q_PROPERTY(bool CtrlDown READ ctrlDown)
     Q_PROPERTY(bool OffsetHexMode READ OffsetHexMode)
+    Q_PROPERTY(bool ScrollSync READ scrollSync)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(QString TempFileName READ TempFileName)
+    Q_PROPERTY(QString SaveAsName READ SaveAsName WRITE setSaveAsName)
 
  public:
     /// Prompts, options and find state outlive it.
@@ -50,6 +55,10 @@ class ucHex : public QWidget {
     int ActiveGrid() const { return m_activeGrid; }
     FilePosition FilePointer() const { return m_paging.FilePointer(); }
     QString TempFileName() const { return m_copy.name(); }
+    /// Where cmdSaveAs() writes to. Empty unless somebody sets it, and nobody in the program does: its own saving under
+    /// another name is SaveFile().
+    QString SaveAsName() const { return m_saveAsName; }
+    void setSaveAsName(const QString& name) { m_saveAsName = name; }
 
     /// "Pg 1/3, Pos 0/960"
     Q_INVOKABLE QString GetCursorPos() const;
@@ -90,9 +99,17 @@ class ucHex : public QWidget {
     void cmdGoOffset();
     void cmdGoPage();
     void SelectBlock();
+    /// Writes the copy over SaveAsName(), whether it was modified or not.
+    void cmdSaveAs();
+    /// These three need the desktop or the settings, so whoever hears the request does it.
+    void cmdProperties();
+    void cmdCalculator();
+    void cmdLanguage();
     void cmdConversion();
     void cmdCharTable();
     void cmdBookmark();
+    /// What older scripts call.
+    void cmdBookmark_old();
     void cmdFirstBookmark();
     void cmdLastBookmark();
     void cmdPreviousBookmark();
@@ -116,10 +133,22 @@ class ucHex : public QWidget {
     void SearchDone(const QString& text, qint16 findType);
     /// Key "HEX" or "BOOK"; the position is the pointer's in the parent's coordinates.
     void ContextMenuRequest(int x, int y, const QString& key);
+    /// The desktop's properties of a file; the path is empty.
+    void PropertiesRequest(const QString& path);
+    /// The desktop's calculator.
+    void CalculatorRequest();
+    /// The chooser of the program's language; the choice goes to setting "Language" of section "General".
+    void LanguageRequest();
+
+ protected:
+    void changeEvent(QEvent* event) override;
 
  private:
     int filePointerNumber() const { return static_cast<int>(FilePointer().number()); }
     int pageRows() const { return HexPaging::PageRows; }
+    int rowHeight() const;
+    bool ctrlDown() const { return m_ctrlDown; }
+    bool scrollSync() const { return m_scrollSync; }
 
     void connectGrid(int number);
     void connectPane(int number);
@@ -129,14 +158,19 @@ class ucHex : public QWidget {
     void setControlsEnabled(bool enabled);
     bool LoadFile(const QString& pFileName);
     CopyProgress SetProgress();
+    bool writeOver(const QString& target);
 
     void pageAfter(bool (HexPaging::*step)());
     void turnWheel(int notches);
     void fillCells();
+    /// Whether a byte of the page is told apart as typed.
+    bool isChanged(HexCell cell) const;
+    void forgetChanges();
     void PaintOffsets();
     QStringList offsetTexts(bool toEndOfFile) const;
     void toggleOffsetMode();
     void toggleEditMode();
+    void paintEditMode(bool isHex);
     void showCell(HexCell cell);
     void enterCell(int number, HexCell cell);
     void enterPane(int number);
@@ -173,6 +207,7 @@ class ucHex : public QWidget {
     WorkingCopy m_copy;
     HexPaging m_paging;
     HexUndoLog m_undoLog;
+    HexChanges m_changes;
     Grid m_grid1;
     Grid m_grid2;
     HexParts m_parts;
@@ -183,5 +218,6 @@ class ucHex : public QWidget {
     bool m_ctrlDown = false;
     bool m_offsetHexMode = false;
     bool m_scrollSync = false;  ///< the program moves the scroll bar
-    bool m_isBusy = false;      ///< a load or save is under way
+    QString m_saveAsName;
+    bool m_isBusy = false;  ///< a load or save is under way
 };

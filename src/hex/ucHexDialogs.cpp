@@ -74,6 +74,19 @@ void ucHex::cmdCharTable() {
     delete form;
 }
 
+void ucHex::cmdProperties() {
+    if (m_fileOpen)
+        Q_EMIT PropertiesRequest(QString());
+}
+
+void ucHex::cmdCalculator() {
+    Q_EMIT CalculatorRequest();
+}
+
+void ucHex::cmdLanguage() {
+    Q_EMIT LanguageRequest();
+}
+
 void ucHex::FindDialog(bool) {
     if (m_activeGrid == 2)
         cmdFindText();

@@ -2,6 +2,7 @@
 
 #include "hex/ClickLabel.h"
 #include "hex/GridPane.h"
+#include "hex/HexColours.h"
 #include "hex/HexText.h"
 #include "hex/ucHex.h"
 #include "platform/Prompts.h"
@@ -22,9 +23,15 @@ QColor colourOf(qint32 number) {
     return {colour.red, colour.green, colour.blue};
 }
 
+/// The two colours are fixed, so on a dark window they stand on a light ground.
 void paintMode(QWidget* label, qint32 number) {
-    QPalette palette = label->palette();
+    const QColor window = label->parentWidget()->palette().color(QPalette::Window);
+    const bool isTooDark = HexColours::contrast(colourOf(OtherMode), window) < HexColours::Readable;
+    QPalette palette;
     palette.setColor(QPalette::WindowText, colourOf(number));
+    if (isTooDark)
+        palette.setColor(QPalette::Window, Qt::white);
+    label->setAutoFillBackground(isTooDark);
     label->setPalette(palette);
 }
 
@@ -105,6 +112,7 @@ void ucHex::SaveData(int row, int col) {
         return;
     }
     m_undoLog.add({FilePointer(), cell, static_cast<quint8>(before)});
+    m_changes.type(position, static_cast<quint8>(before), static_cast<quint8>(now));
     m_modified = true;
     Q_EMIT DataChanged();
 }
@@ -127,6 +135,7 @@ void ucHex::DoUndos() {
         m_prompts.message(this, error.description);
         return;
     }
+    m_changes.restore(position, entry->value);
     if (entry->pointer != FilePointer()) {
         m_paging.setFilePointer(entry->pointer);
         FillGrid();
@@ -146,11 +155,23 @@ void ucHex::cmdCopy() {
     QGuiApplication::clipboard()->setText(m_activeGrid == 2 ? QString(QChar(Windows1252::characterOf(byte))) : cell);
 }
 
+void ucHex::paintEditMode(bool isHex) {
+    paintMode(m_parts.info(HexInfo::HexMode), isHex ? ModeInUse : OtherMode);
+    paintMode(m_parts.info(HexInfo::TextMode), isHex ? OtherMode : ModeInUse);
+}
+
+void ucHex::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::PaletteChange)
+        return;
+    const QColor colour = m_parts.info(HexInfo::HexMode)->palette().color(QPalette::WindowText);
+    paintEditMode(colour == colourOf(ModeInUse));
+}
+
 void ucHex::toggleEditMode() {
     ClickLabel* const hexLabel = m_parts.info(HexInfo::HexMode);
     const bool toHex = hexLabel->palette().color(QPalette::WindowText) != colourOf(ModeInUse);
-    paintMode(hexLabel, toHex ? ModeInUse : OtherMode);
-    paintMode(m_parts.info(HexInfo::TextMode), toHex ? OtherMode : ModeInUse);
+    paintEditMode(toHex);
     if (pane(toHex ? 1 : 2)->isEnabled())
         pane(toHex ? 1 : 2)->setFocus();
 }

@@ -165,6 +165,10 @@ void ucHex::cmdBookmark() {
     activePane()->setFocus();
 }
 
+void ucHex::cmdBookmark_old() {
+    cmdBookmark();
+}
+
 int ucHex::selectedBookmark() const {
     return m_parts.lsBookmark->currentIndex().isValid() ? m_parts.lsBookmark->currentIndex().row() : -1;
 }

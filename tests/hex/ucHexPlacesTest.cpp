@@ -126,7 +126,7 @@ TEST_F(HexMarks, AreMadeAtTheCursorAndOnce) {
     open(someBytes(400));
     select(1, 15);
     m_hex->cmdBookmark();
-    m_hex->cmdBookmark();
+    m_hex->cmdBookmark_old();
     EXPECT_EQ(bookmarkTexts(), QStringList(u"1 - (1F,31)"_qs));
     EXPECT_EQ(m_prompts.messages, QStringList(u"Bookmark already exists!"_qs));
     EXPECT_TRUE(pane(1)->hasFocus());

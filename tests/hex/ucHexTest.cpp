@@ -1,4 +1,5 @@
 #include "HexFixture.h"
+#include "hex/HexColours.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -521,4 +522,82 @@ TEST_F(SavingHex, TellsNumberAndDescriptionOfAFailure) {
 TEST_F(SavingHex, WithoutAFileDoesNothing) {
     EXPECT_TRUE(m_hex->SaveFile(at(u"new"_qs), true));
     EXPECT_FALSE(QFile::exists(at(u"new"_qs)));
+}
+
+TEST_F(SavingHex, UnderTheNameThatWasSetNeedsAName) {
+    m_hex->setSaveAsName(at(u"early"_qs));
+    m_hex->cmdSaveAs();
+    EXPECT_FALSE(QFile::exists(at(u"early"_qs)));
+    open(someBytes(20));
+    m_hex->setSaveAsName(u"  "_qs);
+    m_hex->cmdSaveAs();
+    type(u"f"_qs);
+    m_hex->setSaveAsName(at(u"other"_qs) + QChar(u'\0') + u"tail"_qs);
+    m_hex->cmdSaveAs();
+    EXPECT_EQ(bytesOf(at(u"other"_qs)), "\x0F" + someBytes(20).mid(1));
+    EXPECT_FALSE(m_hex->Modified());
+    EXPECT_EQ(bytesOf(at(u"file"_qs)), someBytes(20));
+    m_hex->setSaveAsName(at(u"none/file"_qs));
+    m_hex->cmdSaveAs();
+    EXPECT_EQ(m_prompts.messages, QStringList(QString::number(ENOENT) + u'\n' + reasonOf(ENOENT)));
+}
+
+TEST_F(TheHexView, AsksOthersForWhatLiesOutsideIt) {
+    QSignalSpy properties(m_hex.get(), &ucHex::PropertiesRequest);
+    QSignalSpy calculator(m_hex.get(), &ucHex::CalculatorRequest);
+    QSignalSpy language(m_hex.get(), &ucHex::LanguageRequest);
+    m_hex->cmdProperties();
+    EXPECT_EQ(properties.count(), 0);
+    open(someBytes(20));
+    m_hex->cmdProperties();
+    m_hex->cmdCalculator();
+    m_hex->cmdLanguage();
+    ASSERT_EQ(properties.count(), 1);
+    EXPECT_EQ(properties[0][0].toString(), QString());
+    EXPECT_EQ(calculator.count(), 1);
+    EXPECT_EQ(language.count(), 1);
+}
+
+TEST_F(TheHexView, ShowsItsFieldsToScripts) {
+    open(someBytes(400));
+    EXPECT_EQ(m_hex->property("PageRows").toInt(), 20);
+    EXPECT_EQ(m_hex->property("RowHeight").toInt(), 19);
+    EXPECT_FALSE(m_hex->property("ScrollSync").toBool());
+    press(Qt::Key_Right);
+    EXPECT_FALSE(m_hex->property("CtrlDown").toBool());
+    press(Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_TRUE(m_hex->property("CtrlDown").toBool());
+}
+
+TEST_F(TheHexView, ShowsItsEditModeOnALightGroundInADarkTheme) {
+    const auto contrastOf = [this](int number) {
+        const QWidget* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
+        const QWidget* ground = label->autoFillBackground() ? label : m_hex.get();
+        return HexColours::contrast(label->palette().color(QPalette::WindowText),
+                                    ground->palette().color(QPalette::Window));
+    };
+    open(someBytes(400));
+    QTest::mouseClick(part<ClickLabel>(u"lblInfo(0)"_qs), Qt::LeftButton);
+    for (const QColor& window : {QColor(32, 32, 32), QColor(240, 240, 240), QColor(0, 0, 0)}) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, window);
+        m_hex->setPalette(palette);
+        EXPECT_GE(contrastOf(6), 4.5) << window.name().toStdString();
+        EXPECT_GE(contrastOf(7), 3) << window.name().toStdString();
+        EXPECT_EQ(part<QLabel>(u"lblInfo(7)"_qs)->palette().color(QPalette::WindowText), QColor(255, 0, 0));
+    }
+}
+
+TEST_F(TheHexView, LeavesTheLabelsBelowWhereTheyAre) {
+    open(QByteArray(300000, '\0'));
+    QApplication::processEvents();
+    const int before = part<QLabel>(u"lblInfo(8)"_qs)->x();
+    press(Qt::Key_End, Qt::ControlModifier);
+    type(u"ff"_qs);
+    QApplication::processEvents();
+    EXPECT_EQ(part<QLabel>(u"lblInfo(8)"_qs)->x(), before);
+    for (int number = 0; number < 9; ++number) {
+        const auto* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
+        EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << number;
+    }
 }
