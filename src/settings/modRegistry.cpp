@@ -77,6 +77,10 @@ bool DeleteRegKey(RegistryStore& store, RegistryRoot hRoot, const QString& sKey)
     return store.deleteKey(hRoot, sKey) == RegistryCode::Ok;
 }
 
+bool DeleteKey(RegistryStore& store, RegistryRoot hkey, const QString& strKey, const QString&) {
+    return DeleteRegKey(store, hkey, strKey);
+}
+
 bool DeleteRegValue(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName) {
     return store.deleteValue(hRoot, sKey, sName) == RegistryCode::Ok;
 }

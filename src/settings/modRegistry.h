@@ -22,6 +22,8 @@ bool ReadRegValue(RegistryStore& store, RegistryRoot hRoot, const QString& sKey,
 bool WriteRegValue(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName,
                    const QString& sValue);
 bool DeleteRegKey(RegistryStore& store, RegistryRoot hRoot, const QString& sKey);
+/// The same under the frame's name for it: deletes `strKey` below `hkey`. `sKey` has no effect.
+bool DeleteKey(RegistryStore& store, RegistryRoot hkey, const QString& strKey, const QString& sKey);
 bool DeleteRegValue(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName);
 /// The names of the sub-keys of a section of the program's own key; a name of 256 characters or more ends the walk.
 bool EnumRegSections(RegistryStore& store, const QString& sSection, QStringList& sNames);

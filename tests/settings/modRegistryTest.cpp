@@ -95,6 +95,14 @@ TEST_F(ModRegistryTest, OneKeyIsDeletedOnlyWithoutSubKeys) {
     EXPECT_FALSE(DeleteRegKey(store, Root, Key));
 }
 
+TEST_F(ModRegistryTest, TheFramesNameForItDeletesOneKeyToo) {
+    store.createKey(Root, Key);
+    EXPECT_FALSE(DeleteKey(store, Root, QStringLiteral("Software/Quillmark"), QStringLiteral("test")));
+    EXPECT_TRUE(DeleteKey(store, Root, Key, QString()));
+    EXPECT_EQ(store.openKey(Root, Key), RegistryCode::NotFound);
+    EXPECT_FALSE(DeleteKey(store, Root, Key, QString()));
+}
+
 TEST_F(ModRegistryTest, ATreeIsDeletedWithEverythingBelow) {
     for (const char* path : {"a/b/c", "a/b/d/e", "a/f", "ab", "A2"}) {
         SetRegString(store, Root, QLatin1String(path), Name, QStringLiteral("x"));
