@@ -185,7 +185,7 @@ class frmDocument : public QWidget {
     void SelChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
-    /// A find or replace dialog of the document was opened, has searched or was closed.
+    /// A find or replace dialog of the document has searched, or was closed after a search.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:

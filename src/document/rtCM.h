@@ -233,7 +233,7 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner is to show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog was opened, has searched or was closed.
+    /// The control's find or replace dialog has searched, or was closed after a search.
     void AfterFind();
     void DropFile(const QString& pFilename);
 

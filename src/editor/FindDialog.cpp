@@ -120,6 +120,7 @@ void FindDialog::layOutButtons(QGridLayout& grid) {
 // Opening and closing
 
 void FindDialog::begin() {
+    m_searched = false;
     takeControl();
     SearchReport::show(*m_result, {});
     show();
@@ -127,12 +128,12 @@ void FindDialog::begin() {
     activateWindow();
     m_find->setFocus();
     m_find->lineEdit()->selectAll();
-    Q_EMIT m_control.AfterFind();
 }
 
 void FindDialog::done(int result) {
     QDialog::done(result);
-    Q_EMIT m_control.AfterFind();
+    if (m_searched)
+        Q_EMIT m_control.AfterFind();
 }
 
 void FindDialog::showEvent(QShowEvent* event) {
@@ -238,8 +239,7 @@ void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
     SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
     if (outcome == SearchOutcome::Failed)
         showError();
-    fillHistories();
-    Q_EMIT m_control.AfterFind();
+    tellOfSearch();
 }
 
 void FindDialog::finishAll(qint64 count, const QString& sentence) {
@@ -247,6 +247,11 @@ void FindDialog::finishAll(qint64 count, const QString& sentence) {
     const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
     SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + QStringLiteral(". ") + error);
     showError();
+    tellOfSearch();
+}
+
+void FindDialog::tellOfSearch() {
+    m_searched = true;
     fillHistories();
     Q_EMIT m_control.AfterFind();
 }

@@ -15,7 +15,8 @@ enum class SearchOutcome;
 
 /// The control's find dialog, and its replace dialog, which has some more in it. Modeless; a child of the control and
 /// gone with it. Flags and text that it searches with become the control's. What went wrong is told in the dialog
-/// itself. The control raises AfterFind when the dialog is opened, has searched, and is closed.
+/// itself. The control raises AfterFind after each search, and when the dialog is closed after one: whoever only looked
+/// at it has searched for nothing.
 class FindDialog : public QDialog {
     Q_OBJECT
 
@@ -54,6 +55,7 @@ class FindDialog : public QDialog {
     void count();
     void finishSearch(SearchOutcome outcome, bool backwards);
     void finishAll(qint64 count, const QString& sentence);
+    void tellOfSearch();
     void showError();
     void enableButtons();
 
@@ -67,5 +69,6 @@ class FindDialog : public QDialog {
     QCheckBox* m_preserveCase = nullptr;
     QCheckBox* m_inSelection = nullptr;
     QLabel* m_result = nullptr;
+    bool m_searched = false;  ///< since it was opened
     std::unique_ptr<MatchHighlight> m_highlight;
 };

@@ -140,20 +140,19 @@ TEST_F(DocumentSearch, TellsItsFrameWhatADialogSearchedFor) {
     m_options.WholeWord = true;
     m_document.show();
     m_document.Find();
-    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told.count(), 0);
     auto* dialog = m_document.findChild<QDialog*>(QStringLiteral("FindDialog"));
     ASSERT_NE(dialog, nullptr);
     dialog->findChild<QComboBox*>(QStringLiteral("cboFind"))->setEditText(QStringLiteral(" two"));
     dialog->findChild<QAbstractButton*>(QStringLiteral("chkMatchCase"))->click();
     dialog->findChild<QAbstractButton*>(QStringLiteral("cmdFindNext"))->click();
-    ASSERT_EQ(told.count(), 2);
-    EXPECT_EQ(told[1], (QVariantList{QStringLiteral("two"), true, false, true}));
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told[0], (QVariantList{QStringLiteral("two"), true, false, true}));
     dialog->close();
-    EXPECT_EQ(told.count(), 3);
+    EXPECT_EQ(told.count(), 2);
     m_document.ReplaceText();
-    EXPECT_EQ(told.count(), 4);
     m_document.IncrementalSearch();
     m_document.ReverseIncrementalSearch();
     EXPECT_NE(m_document.findChild<QWidget*>(QStringLiteral("IncrementalSearchBar")), nullptr);
-    EXPECT_EQ(told.count(), 4);
+    EXPECT_EQ(told.count(), 2);
 }

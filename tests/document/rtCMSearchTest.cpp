@@ -514,12 +514,10 @@ TEST_F(TextViewDialogs, OpenWithTheProgramWideFlags) {
     EXPECT_TRUE(m_view.SearchWholeWord());
     EXPECT_TRUE(m_view.SearchRegExp());
     EXPECT_FALSE(m_view.SearchCaseSensitive());
-    EXPECT_EQ(m_told.count(), 1);
     m_view.ReplaceText();
     EXPECT_TRUE(shown("ReplaceDialog"));
-    EXPECT_EQ(m_told.count(), 2);
     closeAll();
-    EXPECT_EQ(m_told.count(), 4);
+    EXPECT_EQ(m_told.count(), 0);
 }
 
 TEST_F(TextViewDialogs, OpenByTheirKeys) {

@@ -13,6 +13,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 
 namespace {
@@ -30,12 +31,10 @@ struct Dialogs : testing::Test {
     FindDialog* replace() { return control.findChild<FindDialog*>(QStringLiteral("ReplaceDialog")); }
     FindDialog& openFind() {
         SearchWindows::openFind(control);
-        told.clear();
         return *find();
     }
     FindDialog& openReplace() {
         SearchWindows::openReplace(control);
-        told.clear();
         return *replace();
     }
     template <typename Widget>
@@ -71,7 +70,7 @@ TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
     EXPECT_TRUE(in<QCheckBox>(dialog, "chkWholeWord").isChecked());
     EXPECT_FALSE(in<QCheckBox>(dialog, "chkMatchCase").isChecked());
     EXPECT_FALSE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(told.count(), 0);
     EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("cboReplace")), nullptr);
 }
 
@@ -184,17 +183,34 @@ TEST_F(FindDialogWindow, SearchesForNothingWithoutAText) {
     EXPECT_TRUE(in<QPushButton>(dialog, "cmdFindNext").isEnabled());
 }
 
-TEST_F(FindDialogWindow, TellsWhenItIsClosed) {
+TEST_F(FindDialogWindow, TellsWhenItIsClosedAfterASearch) {
     FindDialog& dialog = openFind();
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(told.count(), 1);
+    const std::function<void()> closings[] = {[&] { QTest::keyClick(&dialog, Qt::Key_Escape); },
+                                              [&] { dialog.close(); }, [&] { press(dialog, "cmdClose"); }};
+    for (const auto& close : closings) {
+        openFind();
+        enter(dialog, "cboFind", "one");
+        press(dialog, "cmdFindNext");
+        told.clear();
+        close();
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(told.count(), 1);
+    }
+}
+
+TEST_F(FindDialogWindow, SaysNothingWhenItIsClosedWithoutASearch) {
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "one");
+    check(dialog, "chkMatchCase");
+    dialog.close();
+    EXPECT_EQ(told.count(), 0);
+    openFind();
+    press(dialog, "cmdCount");
+    dialog.close();
+    told.clear();
     openFind();
     dialog.close();
-    EXPECT_EQ(told.count(), 1);
-    openFind();
-    press(dialog, "cmdClose");
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(told.count(), 0);
 }
 
 TEST_F(FindDialogWindow, GoesWithItsControl) {
