@@ -5,6 +5,7 @@
 #include "shell/CommandTable.h"
 #include "shell/CoolBar.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/MenuText.h"
 #include "shell/RoomsToCome.h"
 #include "shell/ToolTable.h"
@@ -104,7 +105,7 @@ QAction* Commands::addItem(const QByteArray& menuName, const QByteArray& name, s
     enlist(name, action);
     connect(action, &QAction::triggered, this, [action, run = std::move(chosen)](bool checked) {
         undoClick(*action, checked);
-        run();
+        ignoringErrors(run);
     });
     return action;
 }
@@ -147,7 +148,7 @@ void Commands::addButton(QToolBar& toolBar, const ToolRow& row) {
     m_buttons.insert(row.key, action);
     connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
         undoClick(*action, checked);
-        m_run(findCommand(row.command)->target);
+        ignoringErrors([&] { m_run(findCommand(row.command)->target); });
     });
 }
 

@@ -7,6 +7,7 @@
 #include "shell/DocumentTabs.h"
 #include "shell/ExplorerLink.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
 
 DocumentClosing::DocumentClosing(FrameParts& parts, DocumentSaving& saving) : m_parts(parts), m_saving(saving) {}
@@ -28,11 +29,16 @@ void DocumentClosing::CloseAll(const frmDocument* except) {
 }
 
 void DocumentClosing::DocClose(frmDocument* document) {
+    ignoringErrors([&] { askToSave(*document); });
+    ignoringErrors([&] { m_parts.explorer->RemoveFile(document->fIdx); });
+}
+
+void DocumentClosing::askToSave(const frmDocument& document) {
+    if (!document.isChange)
+        return;
     // Yes saves the active document, which while the frame closes need not be the one that asks.
-    if (document->isChange &&
-        m_parts.prompts->askYesNo(m_parts.frame, QStringLiteral("Save %1 ?").arg(document->Caption())))
+    if (m_parts.prompts->askYesNo(m_parts.frame, QStringLiteral("Save %1 ?").arg(document.Caption())))
         m_saving.SaveActive();
-    m_parts.explorer->RemoveFile(document->fIdx);
 }
 
 void DocumentClosing::DelTab(frmDocument* document) {

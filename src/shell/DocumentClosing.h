@@ -18,6 +18,8 @@ class DocumentClosing {
     void DelTab(frmDocument* document);
 
  private:
+    void askToSave(const frmDocument& document);
+
     FrameParts& m_parts;
     DocumentSaving& m_saving;
 };

@@ -10,6 +10,7 @@
 #include "shell/ExplorerLink.h"
 #include "shell/FindBar.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/LanguageMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
@@ -17,7 +18,6 @@
 #include "shell/SystemClose.h"
 
 #include <QAction>
-#include <QPointer>
 #include <QTimer>
 
 #include <utility>
@@ -77,7 +77,7 @@ void DocumentFiles::OpenFile(const QString& path, int flags, bool checkBinary, b
         return;
     }
     m_opening = true;
-    openExisting(path, flags, checkBinary, openTextMode);
+    ignoringErrors([&] { openExisting(path, flags, checkBinary, openTextMode); });
     endOpening();
 }
 
@@ -91,9 +91,11 @@ void DocumentFiles::openExisting(const QString& path, int flags, bool checkBinar
     if ((flags & lockFlag) != 0)
         document->setLocked(true);
     m_parts.systemClose->enable(false);
-    document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
-    if (document)
-        showOpened(document, path);
+    ignoringErrors([&] {
+        document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+        if (document)
+            showOpened(document, path);
+    });
     yieldOnce();
     m_parts.systemClose->enable(true);
 }
@@ -118,7 +120,7 @@ void DocumentFiles::endOpening() {
             return;
         const std::function<void()> next = std::move(m_waiting.front());
         m_waiting.erase(m_waiting.begin());
-        next();
+        ignoringErrors(next);
         endOpening();
     });
 }
@@ -134,17 +136,20 @@ void DocumentFiles::CheckFileUpdate() {
     QList<QPointer<frmDocument>> documents;
     for (frmDocument* document : m_parts.children->documents())
         documents.append(document);
-    for (const QPointer<frmDocument>& document : documents) {
-        if (!document || !document->FileNeedToReload() || !m_parts.children->documents().contains(document))
-            continue;
-        m_parts.children->bringToFront(document);
-        document->ReloadFile();
-        if (!document)
-            continue;
-        m_parts.status->ShowCursorPosition(document);
-        m_parts.status->ShowDocumentInfo(document);
-    }
+    for (const QPointer<frmDocument>& document : documents)
+        ignoringErrors([&] { checkFile(document); });
     m_checking = false;
+}
+
+void DocumentFiles::checkFile(const QPointer<frmDocument>& document) {
+    if (!document || !document->FileNeedToReload() || !m_parts.children->documents().contains(document))
+        return;
+    m_parts.children->bringToFront(document);
+    document->ReloadFile();
+    if (!document)
+        return;
+    m_parts.status->ShowCursorPosition(document);
+    m_parts.status->ShowDocumentInfo(document);
 }
 
 void DocumentFiles::ChangeReadOnly() {

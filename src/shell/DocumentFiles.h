@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -36,6 +37,7 @@ class DocumentFiles {
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
     void endOpening();
+    void checkFile(const QPointer<frmDocument>& document);
 
     FrameParts& m_parts;
     int m_documentCounter = 0;

@@ -11,6 +11,7 @@
 #include "shell/DocumentFiles.h"
 #include "shell/DocumentTabs.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/LanguageMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
@@ -77,7 +78,7 @@ void DocumentSaving::SaveAll() {
         return;
     const int selected = m_parts.tabs->selected();
     for (int i = 0; i < m_parts.tabs->count(); ++i)
-        saveTab(i);
+        ignoringErrors([&] { saveTab(i); });
     m_parts.tabs->select(selected);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "shell/ExplorerLink.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
 #include "shell/TabStrip.h"
 
@@ -90,7 +91,7 @@ void DocumentTabs::SetTabCaption(const frmDocument* document) {
         setImage(index, imageFor(document));
         nameForReaders(index);
     }
-    m_explorer.SetFile(document->filename, document->fIdx, imageFor(document));
+    ignoringErrors([&] { m_explorer.SetFile(document->filename, document->fIdx, imageFor(document)); });
 }
 
 int DocumentTabs::count() const {
@@ -152,7 +153,7 @@ void DocumentTabs::TabClick(int index) {
     // A window that was just minimised becomes the active one; bringing it forward would undo that.
     if (document != m_children.active())
         m_children.bringToFront(document);
-    m_explorer.FileSelected(key);
+    ignoringErrors([&] { m_explorer.FileSelected(key); });
     yieldOnce();
     m_inClick = false;
 }

@@ -4,6 +4,7 @@
 #include "editor/CodeMax.h"
 #include "shell/Commands.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/ListFile.h"
 #include "shell/MdiChildren.h"
 #include "shell/SearchKeys.h"
@@ -92,10 +93,13 @@ void FindBar::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp,
 
 void FindBar::find() {
     const QString wanted = text();
-    if (frmDocument* document = m_parts.children->active())
-        document->FindText(wanted, m_parts.commands->isChecked("mnuRegExp"),
-                           m_parts.commands->isChecked("mnuCaseSensitive"),
-                           m_parts.commands->isChecked("mnuWholeWord"));
+    if (frmDocument* document = m_parts.children->active()) {
+        ignoringErrors([&] {
+            document->FindText(wanted, m_parts.commands->isChecked("mnuRegExp"),
+                               m_parts.commands->isChecked("mnuCaseSensitive"),
+                               m_parts.commands->isChecked("mnuWholeWord"));
+        });
+    }
     AddSearchKey(wanted, true);
 }
 

@@ -3,6 +3,7 @@
 #include "shell/DocumentFiles.h"
 #include "shell/ExplorerLink.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 
 #include <QMimeData>
 #include <QTimer>
@@ -19,7 +20,7 @@ bool FrameDrops::carriesFiles(const QMimeData& data) {
 
 void FrameDrops::take(const QMimeData& data) {
     if (m_parts.explorer->Busy()) {
-        m_parts.explorer->OpenSelectedFiles();
+        ignoringErrors([this] { m_parts.explorer->OpenSelectedFiles(); });
         return;
     }
     QStringList paths;
@@ -29,6 +30,6 @@ void FrameDrops::take(const QMimeData& data) {
     }
     QTimer::singleShot(0, m_parts.frame, [this, paths] {
         for (const QString& path : paths)
-            m_files.OpenFile(path, 0, true, true);
+            ignoringErrors([&] { m_files.OpenFile(path, 0, true, true); });
     });
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shell/IgnoringErrors.h"
+
 #include <functional>
 #include <span>
 
@@ -17,10 +19,6 @@ void runSteps(std::span<const FrameStep<Owner>> steps, Owner& owner,
     for (const FrameStep<Owner>& step : steps) {
         if (noted)
             noted(step.name);
-        try {
-            (owner.*step.run)();
-        } catch (...) {
-            // The start and the end of the program go on without what this step would have brought.
-        }
+        ignoringErrors([&] { (owner.*step.run)(); });
     }
 }

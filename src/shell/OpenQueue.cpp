@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "shell/DocumentFiles.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
 
@@ -41,7 +42,7 @@ void OpenQueue::openPending() {
     }
     const QString round = std::exchange(m_pending, QString());
     for (const QString& path : round.split(u'\t', Qt::SkipEmptyParts))
-        openOne(path);
+        ignoringErrors([&] { openOne(path); });
 }
 
 void OpenQueue::openOne(const QString& path) {

@@ -4,6 +4,7 @@
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
 #include "platform/Icons.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/StatusPanel.h"
 
 #include <QStatusBar>
@@ -35,7 +36,7 @@ void StatusPanels::putPictures() {
 }
 
 void StatusPanels::ShowCursorPosition(const frmDocument* document) {
-    panel(Position)->setText(document->GetCursorPos());
+    ignoringErrors([&] { panel(Position)->setText(document->GetCursorPos()); });
 }
 
 void StatusPanels::ShowDocumentInfo(const frmDocument* document) {

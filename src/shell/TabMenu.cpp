@@ -4,6 +4,7 @@
 #include "platform/Icons.h"
 #include "shell/FrameCommands.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
 
 namespace {
@@ -49,7 +50,7 @@ void TabMenu::BuildTabMenu() {
 
 // Not in the slot itself: there gcc's own check of the member call reads a copy of `this` that it never made.
 void TabMenu::run(void (FrameCommands::*command)()) {
-    (m_commands.*command)();
+    ignoringErrors([&] { (m_commands.*command)(); });
 }
 
 void TabMenu::showAt(const QPoint& globalPosition) {

@@ -20,6 +20,7 @@
 #include "shell/FrameCommands.h"
 #include "shell/FrameDrops.h"
 #include "shell/FrameParts.h"
+#include "shell/IgnoringErrors.h"
 #include "shell/LanguageMenu.h"
 #include "shell/LoadSequence.h"
 #include "shell/MacroMenu.h"
@@ -188,7 +189,8 @@ void frmMain::addKeys() {
 
 void frmMain::addKey(const char* key, std::function<void()> action) {
     const QKeySequence sequence(QString::fromLatin1(key), QKeySequence::PortableText);
-    connect(new QShortcut(sequence, this), &QShortcut::activated, this, std::move(action));
+    connect(new QShortcut(sequence, this), &QShortcut::activated, this,
+            [action = std::move(action)] { ignoringErrors(action); });
 }
 
 void frmMain::Load() {
@@ -301,7 +303,7 @@ void frmMain::loadOpenCheck() {
 void frmMain::hookOpenCheck() {
     m_duties->openCheck->Hook([this] {
         if (m_duties->options.FileModifyNotice)
-            CheckFileUpdate();
+            ignoringErrors([this] { CheckFileUpdate(); });
     });
 }
 

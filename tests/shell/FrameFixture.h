@@ -30,6 +30,7 @@
 #include <sys/stat.h>
 
 #include <memory>
+#include <stdexcept>
 
 /// The side panel as a list of what it was told.
 class NotedExplorer : public ExplorerLink {
@@ -60,15 +61,18 @@ class NotedRooms : public RoomsToCome {
     QMap<int, QString> hotKeys;
     QStringList languages;
 
+    bool fails = false;  ///< a call of one of these throws, once it is noted
+
     QStringList take() { return std::exchange(calls, {}); }
 
-    void AddLRUFile(const QString& path) override { calls << QStringLiteral("AddLRUFile ") + path; }
+    void AddLRUFile(const QString& path) override { note(QStringLiteral("AddLRUFile ") + path); }
     void LoadRecentFiles() override { calls << QStringLiteral("LoadRecentFiles"); }
     void RestoreSession() override { calls << QStringLiteral("RestoreSession"); }
     void SaveSession() override { calls << QStringLiteral("SaveSession"); }
     void SaveRecentFiles() override { calls << QStringLiteral("SaveRecentFiles"); }
-    void OpenProject(const QString& path) override { calls << QStringLiteral("OpenProject ") + path; }
-    void ShowSearchInFiles(const QString& text) override { calls << QStringLiteral("ShowSearchInFiles ") + text; }
+    void OpenProject(const QString& path) override { note(QStringLiteral("OpenProject ") + path); }
+    void ShowSearchInFiles(const QString& text) override { note(QStringLiteral("ShowSearchInFiles ") + text); }
+    void ShowProperties() override { note(QStringLiteral("ShowProperties")); }
     void setDefaultLanguage(frmDocument*) override { calls << QStringLiteral("setDefaultLanguage"); }
     QString HotKeyText(int macro) override { return hotKeys.value(macro); }
     void ResetHotKeys() override {
@@ -77,6 +81,13 @@ class NotedRooms : public RoomsToCome {
     }
     void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
     QStringList languageNames() override { return languages; }
+
+ private:
+    void note(const QString& call) {
+        calls << call;
+        if (fails)
+            throw std::runtime_error("the room is not ready");
+    }
 };
 
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
