@@ -167,8 +167,7 @@ void frmMain::run(const CommandTarget& target) {
 }
 
 void frmMain::connectParts() {
-    connect(m_parts->children, &MdiChildren::activated, this,
-            [this](frmDocument* document) { m_duties->files.ActiveFormChange(document); });
+    connect(m_parts->children, &MdiChildren::activated, this, &frmMain::ActiveFormChange);
     connect(m_parts->status, &StatusPanels::textWanted, this,
             [this](const QString& text) { m_services.prompts.message(this, text); });
     connect(m_duties->strip, &TabStrip::menuWanted, this, [this](const QPoint& place) {
@@ -240,12 +239,13 @@ bool frmMain::FindOpenDocument(const QString& pFile) {
     return m_duties->files.FindOpenDocument(pFile);
 }
 
-void frmMain::CloseAll(const frmDocument* except) {
-    m_duties->closing.CloseAll(except);
+void frmMain::CloseAll(frmDocument* pExcept) {
+    m_duties->closing.CloseAll(pExcept);
 }
 
-void frmMain::EnableSystemClose(bool enable) {
-    m_parts->systemClose->enable(enable);
+void frmMain::ActiveFormChange(frmDocument* pForm) {
+    if (pForm != nullptr)
+        ignoringErrors([&] { m_duties->files.ActiveFormChange(pForm); });
 }
 
 void frmMain::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord) {
@@ -273,15 +273,8 @@ void frmMain::OpenFile(const QString& path, int flags, bool checkBinary, bool op
 }
 
 void frmMain::SaveDocument(frmDocument* document, bool activeTab, int format) {
-    m_duties->saving.SaveDocument(document, activeTab, format);
-}
-
-void frmMain::SetTabCaption(frmDocument* document, bool) {
-    m_parts->tabs->SetTabCaption(document);
-}
-
-void frmMain::SetEditModeIcon(frmDocument* document) {
-    m_parts->commands->SetEditModeIcon(document);
+    if (document != nullptr)
+        m_duties->saving.SaveDocument(document, activeTab, format);
 }
 
 void frmMain::ChangeReadOnly() {
@@ -289,11 +282,13 @@ void frmMain::ChangeReadOnly() {
 }
 
 void frmMain::DocClose(frmDocument* document) {
-    m_duties->closing.DocClose(document);
+    if (document != nullptr)
+        m_duties->closing.DocClose(document);
 }
 
 void frmMain::DelTab(frmDocument* document) {
-    m_duties->closing.DelTab(document);
+    if (document != nullptr)
+        m_duties->closing.DelTab(document);
 }
 
 void frmMain::loadOpenCheck() {

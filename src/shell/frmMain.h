@@ -50,14 +50,36 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SaveAll();
     Q_INVOKABLE void CheckFileUpdate();
     Q_INVOKABLE bool FindOpenDocument(const QString& pFile);
-    void CloseAll(const frmDocument* except);
-    void EnableSystemClose(bool enable);
+    /// Every document but `pExcept`, which may be null.
+    Q_INVOKABLE void CloseAll(frmDocument* pExcept);
     /// A find dialog has searched: find bar and search toggles show what for.
     Q_INVOKABLE void AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord);
     Q_INVOKABLE void SetDocumentEnv(frmDocument* pForm);
     Q_INVOKABLE void SetProjectMenus(bool pFlag);
     Q_INVOKABLE void RefreshCheckedItems();
     Q_INVOKABLE void UpdateMacroMenu();
+
+    // What a document tells the frame of itself, and single steps of the procedures above (frmMainProcedures.cpp).
+    Q_INVOKABLE void AddDocumentTab(frmDocument* pForm);
+    /// The document has become the active child.
+    Q_INVOKABLE void ActiveFormChange(frmDocument* pForm);
+    /// Its cursor moved. Shows only while it is the active one.
+    Q_INVOKABLE void SelChange(frmDocument* pForm);
+    /// Its changed or locked state moved.
+    Q_INVOKABLE void FileChange(frmDocument* pForm);
+    /// It was edited, which concerns nothing of the frame.
+    Q_INVOKABLE void DocChange(frmDocument* pForm);
+    Q_INVOKABLE void ShowCursorPosition(frmDocument* pForm);
+    Q_INVOKABLE void ShowDocumentInfo(frmDocument* pForm);
+    Q_INVOKABLE void CheckLangMenu(frmDocument* pForm);
+    /// Greys the Close item of the form, the frame or a document: its close events are ignored. For the frame it nests.
+    Q_INVOKABLE void EnableSystemClose(QWidget* pForm, bool pEnable);
+    Q_INVOKABLE void CheckMenuItem(const QString& pMenu, bool pChecked);
+    Q_INVOKABLE void SetWholeWordOption(bool pOn);
+    Q_INVOKABLE void SetRegExpOption(bool pOn);
+    Q_INVOKABLE void SetCaseOption(bool pOn);
+    Q_INVOKABLE void SetContinueSearchOption(bool pOn);
+    Q_INVOKABLE void AddSearchKey(const QString& pText, bool pMoveToTop);
 
     // Kept for whoever calls them from outside, without effect: the list of documents in the Window menu is made anew
     // whenever the menu opens. `pKey` is a document's key or file.
@@ -70,12 +92,12 @@ class frmMain : public QMainWindow, public DocumentHost {
     }
 
     Q_INVOKABLE void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) override;
-    void SaveDocument(frmDocument* document, bool activeTab, int format) override;
-    void SetTabCaption(frmDocument* document, bool activeTab) override;
-    void SetEditModeIcon(frmDocument* document) override;
+    Q_INVOKABLE void SaveDocument(frmDocument* document, bool activeTab, int format) override;
+    Q_INVOKABLE void SetTabCaption(frmDocument* document, bool activeTab) override;
+    Q_INVOKABLE void SetEditModeIcon(frmDocument* document) override;
     Q_INVOKABLE void ChangeReadOnly() override;
-    void DocClose(frmDocument* document) override;
-    void DelTab(frmDocument* document) override;
+    Q_INVOKABLE void DocClose(frmDocument* document) override;
+    Q_INVOKABLE void DelTab(frmDocument* document) override;
 
     // Single steps of start and end.
     void loadOpenCheck();
