@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::array<const char*, 2> bandNames = {"Tool", "Tab"};
+constexpr std::array<const char*, 2> bandNames = {"CoolBar1.Tool", "CoolBar1.Tab"};
 
 QVBoxLayout* tightLayout(QWidget* owner) {
     auto* layout = new QVBoxLayout(owner);

@@ -3,6 +3,7 @@
 #include "shell/frmOpenCheck.h"
 
 #include <QAccessible>
+#include <QMenu>
 
 using FrameStart = FrameFixture;
 
@@ -154,10 +155,13 @@ TEST_F(FrameStart, MarksTheBandsAndTogglesThem) {
 
 TEST_F(FrameStart, PartsBearTheirNames) {
     start();
-    for (const char* name : {"TabStrip1", "CoolBar1", "tbToolBar", "tbToolBar.Save", "tbToolBar.ShowHex", "sbStatusBar",
-                             "sbStatusBar(1)", "sbStatusBar(4)", "frmDocument", "mnuFile", "Tab"})
+    for (const char* name :
+         {"TabStrip1", "CoolBar1", "tbToolBar", "tbToolBar.Save", "tbToolBar.ShowHex", "sbStatusBar", "sbStatusBar(1)",
+          "sbStatusBar(4)", "frmDocument", "mnuFile", "CoolBar1.Tool", "CoolBar1.Tab"})
         EXPECT_NE(m_frame->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
     EXPECT_NE(m_frame->findChild<QAction*>(QStringLiteral("mnuFileSaveAs")), nullptr);
+    EXPECT_NE(m_frame->findChild<QMenu*>(QStringLiteral("Tab")), nullptr);
+    EXPECT_EQ(m_frame->findChildren<QWidget*>(QStringLiteral("Tab")).size(), 1);
     EXPECT_EQ(m_frame->objectName(), QStringLiteral("frmMain"));
 }
 
