@@ -20,15 +20,23 @@ WindowMenu::WindowMenu(QMenu& menu, MdiChildren& children) : QObject(&menu), m_m
     connect(&menu, &QMenu::aboutToShow, this, &WindowMenu::refill);
 }
 
+/// The first ones; an active document that is not among them takes the last place.
+QList<frmDocument*> WindowMenu::listedDocuments() const {
+    QList<frmDocument*> listed = m_children.documents().first(qMin(m_children.documents().size(), listLength));
+    if (m_children.active() != nullptr && !listed.contains(m_children.active()))
+        listed.last() = m_children.active();
+    return listed;
+}
+
 void WindowMenu::refill() {
     qDeleteAll(m_added);
     m_added.clear();
-    const QList<frmDocument*>& documents = m_children.documents();
-    if (documents.isEmpty())
+    if (m_children.documents().isEmpty())
         return;
     m_added.append(m_menu.addSeparator());
-    for (qsizetype i = 0; i < qMin(documents.size(), listLength); ++i) {
-        const QPointer<frmDocument> document(documents.at(i));
+    const QList<frmDocument*> listed = listedDocuments();
+    for (qsizetype i = 0; i < listed.size(); ++i) {
+        const QPointer<frmDocument> document(listed.at(i));
         QAction* action = m_menu.addAction(entryText(i + 1, document->Caption()));
         action->setObjectName(QStringLiteral("mnuWindowList(%1)").arg(i + 1));
         action->setCheckable(true);

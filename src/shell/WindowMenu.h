@@ -6,9 +6,10 @@
 class MdiChildren;
 class QAction;
 class QMenu;
+class frmDocument;
 
-/// The window list: the first nine child windows below the other entries of the window menu, the active one checked.
-/// Made anew each time the menu opens. Owned by the menu.
+/// The window list: the first nine child windows below the other entries of the window menu, the active one checked; it
+/// takes the ninth place when it is a later one. Made anew each time the menu opens. Owned by the menu.
 class WindowMenu : public QObject {
     Q_OBJECT
 
@@ -16,6 +17,7 @@ class WindowMenu : public QObject {
     WindowMenu(QMenu& menu, MdiChildren& children);
 
  private:
+    QList<frmDocument*> listedDocuments() const;
     void refill();
 
     QMenu& m_menu;

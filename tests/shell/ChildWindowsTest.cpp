@@ -179,6 +179,24 @@ TEST_F(ChildWindows, TheWindowMenuListsNineAndChecksTheActiveOne) {
     EXPECT_EQ(active()->Caption(), QStringLiteral("Document2"));
 }
 
+TEST_F(ChildWindows, ALaterActiveDocumentTakesTheNinthPlaceOfTheList) {
+    startWith(11);
+    QMenu* menu = parts().commands->menu("mnuWindow");
+    for (int index : {10, 9, 8}) {
+        strip().setCurrentIndex(index);
+        Q_EMIT menu->aboutToShow();
+        for (int place = 1; place <= 8; ++place) {
+            const auto* entry = menu->findChild<QAction*>(QStringLiteral("mnuWindowList(%1)").arg(place));
+            EXPECT_EQ(entry->text(), QStringLiteral("&%1 Document%1").arg(place));
+            EXPECT_FALSE(entry->isChecked());
+        }
+        const auto* ninth = menu->findChild<QAction*>(QStringLiteral("mnuWindowList(9)"));
+        EXPECT_EQ(ninth->text(), QStringLiteral("&9 Document%1").arg(index + 1));
+        EXPECT_TRUE(ninth->isChecked());
+        EXPECT_EQ(menu->findChild<QAction*>(QStringLiteral("mnuWindowList(10)")), nullptr);
+    }
+}
+
 TEST_F(ChildWindows, DroppedFilesOpenInTheirOrder) {
     start();
     drop({QUrl::fromLocalFile(fileOf("1", QStringLiteral("1.txt"))), QUrl(QStringLiteral("http://x/y")),
