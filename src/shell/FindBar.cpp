@@ -128,6 +128,8 @@ void FindBar::SaveSearchKeys() const {
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel)
+        return true;  // it would put an older text in the place of what is typed
     if (event->type() == QEvent::FocusIn)
         takeFindHistory();
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {

@@ -7,6 +7,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QWheelEvent>
 
 class FindBarOfTheFrame : public FrameFixture {
  protected:
@@ -208,6 +209,20 @@ TEST_F(FindBarOfTheFrame, TheListComesBackInTheNextRun) {
     start();
     EXPECT_EQ(keys(), QStringList({QStringLiteral("c"), QStringLiteral("b"), QStringLiteral("a")}));
     EXPECT_EQ(box().currentText(), QString());
+}
+
+TEST_F(FindBarOfTheFrame, TheWheelLeavesWhatIsTyped) {
+    start();
+    for (const char* text : {"a", "b"})
+        enter(QString::fromLatin1(text));
+    box().setEditText(QStringLiteral("typed"));
+    for (QWidget* target : {static_cast<QWidget*>(&box()), static_cast<QWidget*>(box().lineEdit())}) {
+        const QPointF place = target->rect().center();
+        QWheelEvent wheel(place, target->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(target, &wheel);
+        EXPECT_EQ(box().currentText(), QStringLiteral("typed"));
+    }
 }
 
 TEST_F(FindBarOfTheFrame, KeysOfTheBarAreNotTakenByTheMenus) {
