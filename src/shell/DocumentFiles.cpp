@@ -56,6 +56,7 @@ bool DocumentFiles::FindOpenDocument(const QString& path) {
         if (document->filename != path)
             continue;
         m_parts.children->bringToFront(document);
+        document->setFocus();  // it may have been in front already
         yieldOnce();
         return true;
     }
@@ -109,6 +110,8 @@ void DocumentFiles::showOpened(frmDocument* document, const QString& path) {
     m_parts.status->ShowDocumentInfo(document);
     m_parts.rooms->AddLRUFile(path);
     m_parts.commands->SetDocumentEnv(document);
+    if (document == m_parts.children->active())
+        document->setFocus();
 }
 
 void DocumentFiles::endOpening() {

@@ -108,6 +108,24 @@ TEST_F(ChildWindows, TheFocusIsInTheTextAfterEveryWayToADocument) {
     EXPECT_EQ(m_frame->focusWidget(), &control()) << "after closing another";
 }
 
+TEST_F(ChildWindows, TheFocusLeavesTheFindBarForTheDocumentThatOpens) {
+    start();
+    auto* bar = m_frame->findChild<QWidget*>(QStringLiteral("cmbSearch"));
+    const QString file = fileOf("1");
+    bar->setFocus();
+    open(file);
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "into the untouched document";
+    bar->setFocus();
+    open(file);
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "already open and in front";
+    open(fileOf("2", QStringLiteral("b.txt")));
+    bar->setFocus();
+    open(file);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_EQ(m_frame->focusWidget(), &control()) << "already open behind another";
+}
+
 TEST_F(ChildWindows, TheTabMenuComesByItsKeyToo) {
     startWith(2);
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(1, 1), strip().mapToGlobal(QPoint(1, 1)));
