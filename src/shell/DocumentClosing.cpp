@@ -9,6 +9,7 @@
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
+#include "shell/StatusPanels.h"
 
 DocumentClosing::DocumentClosing(FrameParts& parts, DocumentSaving& saving) : m_parts(parts), m_saving(saving) {}
 
@@ -44,4 +45,6 @@ void DocumentClosing::askToSave(const frmDocument& document) {
 void DocumentClosing::DelTab(frmDocument* document) {
     m_parts.tabs->DelTab(document);
     m_parts.children->remove(document);
+    if (m_parts.children->documents().isEmpty())
+        m_parts.status->clear();
 }

@@ -38,8 +38,12 @@ void DocumentFiles::NewDocument() {
     m_parts.explorer->AddFile(document->Caption(), document->fIdx);
     QObject::connect(document, &frmDocument::FileChange, m_parts.tabs,
                      [tabs = m_parts.tabs](frmDocument* changed) { tabs->SetTabCaption(changed); });
-    QObject::connect(document, &frmDocument::SelChange, m_parts.status, &StatusPanels::ShowCursorPosition);
-    QObject::connect(document, &frmDocument::DocChange, m_parts.status, &StatusPanels::ShowCursorPosition);
+    const auto moved = [parts = &m_parts](const frmDocument* changed) {
+        if (changed == parts->children->active())
+            parts->status->ShowCursorPosition(changed);
+    };
+    QObject::connect(document, &frmDocument::SelChange, m_parts.status, moved);
+    QObject::connect(document, &frmDocument::DocChange, m_parts.status, moved);  // the count of lines is in there too
     QObject::connect(document, &frmDocument::AfterFind, m_parts.findBar, &FindBar::AfterFind);
     QObject::connect(document, &frmDocument::ViewChange, m_parts.children, [parts = &m_parts](frmDocument* changed) {
         if (changed == parts->children->active())

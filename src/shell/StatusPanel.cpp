@@ -16,6 +16,7 @@ void StatusPanel::setText(const QString& text) {
         return;
     m_text = text;
     setAccessibleName(text);
+    setToolTip(text);
     update();
 }
 
@@ -34,6 +35,14 @@ int StatusPanel::pictureRoom() const {
     return m_picture.isNull() ? gapWidth : pictureSize + 2 * gapWidth;
 }
 
+QRect StatusPanel::textRoom() const {
+    return rect().adjusted(pictureRoom(), 0, -gapWidth, 0);
+}
+
+bool StatusPanel::isCutOff() const {
+    return fontMetrics().horizontalAdvance(m_text) > textRoom().width();
+}
+
 QSize StatusPanel::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
     return {pictureRoom() + m_letters * metrics.averageCharWidth() + gapWidth,
@@ -49,7 +58,7 @@ void StatusPanel::paintEvent(QPaintEvent*) {
     const QRect inner = rect();
     if (!m_picture.isNull())
         m_picture.paint(&painter, QRect(gapWidth, (inner.height() - pictureSize) / 2, pictureSize, pictureSize));
-    const QRect room = inner.adjusted(pictureRoom(), 0, -gapWidth, 0);
+    const QRect room = textRoom();
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, room.width()));

@@ -3,8 +3,8 @@
 #include <QIcon>
 #include <QWidget>
 
-/// One panel of the status bar: a picture, if any, and a text, cut off with "..." where it is too narrow. A new text
-/// repaints this panel alone and moves nothing.
+/// One panel of the status bar: a picture, if any, and a text, cut off with "..." where it is too narrow; the whole of
+/// it is the tool tip. A new text repaints this panel alone and moves nothing.
 class StatusPanel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
@@ -13,7 +13,10 @@ class StatusPanel : public QWidget {
     explicit StatusPanel(QWidget* parent = nullptr);
 
     QString text() const { return m_text; }
+    /// Whether it is too narrow for its text.
+    bool isCutOff() const;
     void setText(const QString& text);
+    const QIcon& picture() const { return m_picture; }
     void setPicture(const QIcon& picture);
     /// How many letters the panel is to have room for.
     void setRoomFor(int letters);
@@ -30,6 +33,7 @@ class StatusPanel : public QWidget {
 
  private:
     int pictureRoom() const;
+    QRect textRoom() const;
 
     QString m_text;
     QIcon m_picture;

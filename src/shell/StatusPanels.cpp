@@ -14,7 +14,7 @@ namespace {
 enum Panel { Limitations = 1, Position = 2, LastUpdate = 3, Size = 4 };
 
 /// Letters that each panel has room for; the first takes what is left.
-constexpr std::array<int, 4> panelRoom = {0, 32, 22, 16};
+constexpr std::array<int, 4> panelRoom = {0, 48, 22, 16};
 
 }  // namespace
 
@@ -46,6 +46,11 @@ void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
     panel(LastUpdate)->setText(lastUpdate);
     panel(Size)->setText(size);
     panel(Limitations)->setText(document->TextEdit() ? document->GetEditor()->control().limitations() : QString());
+}
+
+void StatusPanels::clear() {
+    for (StatusPanel* each : m_panels)
+        each->setText(QString());
 }
 
 QString StatusPanels::text(int panelNumber) const {

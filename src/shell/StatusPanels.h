@@ -22,6 +22,9 @@ class StatusPanels : public QObject {
     void ShowCursorPosition(const frmDocument* document);
     void ShowDocumentInfo(const frmDocument* document);
 
+    /// No document is left.
+    void clear();
+
     /// Text of panel 1 to 4.
     QString text(int panel) const;
 

@@ -1,7 +1,10 @@
 #include "FrameFixture.h"
+#include "platform/Icons.h"
 #include "shell/ExplorerRequests.h"
+#include "shell/StatusPanel.h"
 
 #include <QContextMenuEvent>
+#include <QDateTime>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMdiArea>
@@ -285,6 +288,76 @@ TEST_F(ChildWindows, TheStatusBarCountsTheLinesOfWhatWasLoadedAndEdited) {
     control().setSelection(1, 1);
     QTest::keyClick(&control(), Qt::Key_Delete);
     EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 2, Col 2, Pos 2"));
+}
+
+TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
+    start();
+    type(QStringLiteral("b\na\nc"));
+    const auto position = [this] { return parts().status->text(2); };
+    const auto told = [this] { return active()->GetCursorPos(); };
+    EXPECT_EQ(position(), QStringLiteral("Ln 3 / 3, Col 2, Pos 6"));
+    const char* commands[] = {"mnuEditUndo",    "mnuEditRedo",          "mnuSelectAll",  "mnuEditCut",
+                              "mnuEditPaste",   "mnuSortLineAscending", "mnuDeleteLine", "mnuEditUndo",
+                              "mnuToUppercase", "mnuDeleteToStart",     "mnuIndent"};
+    for (const char* name : commands) {
+        run(name);
+        EXPECT_EQ(position(), told()) << name;
+    }
+    control().setSelection(0, 0);
+    QTest::keyClick(&control(), Qt::Key_Return);
+    EXPECT_EQ(position(), told());
+    control().setSelection(0, 0);
+    const QString before = position();
+    QTest::keyClick(&control(), Qt::Key_Delete);
+    EXPECT_EQ(position(), told());
+    EXPECT_NE(position(), before);
+}
+
+TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
+    startWith(2);
+    const QString before = parts().status->text(2);
+    CodeMax& behind = documents().first()->GetEditor()->control();
+    behind.type(QStringLiteral("one\ntwo"));
+    behind.setSelection(1, 2);
+    EXPECT_EQ(parts().status->text(2), before);
+    strip().setCurrentIndex(0);
+    EXPECT_EQ(parts().status->text(2), documents().first()->GetCursorPos());
+    EXPECT_NE(parts().status->text(2), before);
+}
+
+TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
+    start();
+    m_frame->resize(1000, 700);
+    open(fileOf(QByteArray(30'000, '\n') + QByteArray(99, 'x')));
+    control().setSelection(30'099, 30'099);
+    QCoreApplication::processEvents();
+    const QString text = QStringLiteral("Ln 30,001 / 30,001, Col 100, Pos 30100");
+    ASSERT_EQ(parts().status->text(2), text);
+    auto* panel = m_frame->findChild<StatusPanel*>(QStringLiteral("sbStatusBar(2)"));
+    EXPECT_EQ(panel->toolTip(), text);
+    EXPECT_FALSE(panel->isCutOff());
+    panel->setText(text.repeated(4));
+    EXPECT_TRUE(panel->isCutOff());
+    EXPECT_EQ(panel->toolTip(), text.repeated(4));
+}
+
+TEST_F(ChildWindows, TheStatusBarShowsTimeAndSizeEachWithItsPicture) {
+    const QString file = fileOf("12345");
+    constexpr time_t seconds = 1'600'000'000;
+    setTime(file, seconds);
+    start();
+    open(file);
+    const QString local = QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"));
+    EXPECT_EQ(parts().status->text(3), local);
+    EXPECT_EQ(parts().status->text(4), QStringLiteral("5"));
+    const auto picture = [this](int panel) {
+        const QString name = QStringLiteral("sbStatusBar(%1)").arg(panel);
+        return m_frame->findChild<StatusPanel*>(name)->picture().pixmap(16).toImage();
+    };
+    EXPECT_EQ(picture(3), Icons::named("save").pixmap(16).toImage());
+    EXPECT_EQ(picture(4), Icons::named("countall").pixmap(16).toImage());
+    EXPECT_TRUE(picture(1).isNull());
+    EXPECT_TRUE(picture(2).isNull());
 }
 
 TEST_F(ChildWindows, AnEmptyPanelShowsAnEmptyBox) {

@@ -63,6 +63,20 @@ TEST_F(DocumentClose, AfterTheLastDocumentTheCommandsStayAsTheyWere) {
     EXPECT_TRUE(entry("mnuReadonly")->isChecked());
 }
 
+TEST_F(DocumentClose, AfterTheLastDocumentTheStatusBarIsEmpty) {
+    start();
+    open(fileOf("a"));
+    run("mnuFileNew");
+    type(QStringLiteral("xy"));
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 1, Pos 1"));
+    EXPECT_EQ(parts().status->text(4), QStringLiteral("1"));
+    run("mnuFileClose");
+    for (int panel = 1; panel <= 4; ++panel)
+        EXPECT_EQ(parts().status->text(panel), QString()) << panel;
+}
+
 TEST_F(DocumentClose, CloseAllGoesFromTheLastTabToTheFirst) {
     start();
     open(fileOf("1", QStringLiteral("1.txt")));

@@ -5,7 +5,9 @@
 #include "shell/ListFile.h"
 #include "shell/SearchToggles.h"
 
+#include <QAbstractButton>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QWheelEvent>
 
@@ -23,6 +25,10 @@ class FindBarOfTheFrame : public FrameFixture {
     void enter(const QString& text) {
         box().setEditText(text);
         QTest::keyClick(&box(), Qt::Key_Return);
+    }
+    QDialog& dialog(const char* entry) {
+        const bool find = QLatin1String(entry) == QLatin1String("mnuFind");
+        return *active()->findChild<QDialog*>(find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog"));
     }
     using Selected = std::pair<qint64, qint64>;
     Selected selection() { return std::minmax(control().SelStart(), control().SelEnd()); }
@@ -156,6 +162,29 @@ TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
     EXPECT_FALSE(entry("mnuRegExp")->isChecked());
     EXPECT_TRUE(entry("mnuWholeWord")->isChecked());
     EXPECT_EQ(box().currentText(), QStringLiteral("sought"));
+}
+
+TEST_F(FindBarOfTheFrame, OpeningTheDialogLeavesTheBar) {
+    start();
+    enter(QStringLiteral("searched"));
+    for (const char* name : {"mnuFind", "mnuReplace"}) {
+        box().setEditText(QStringLiteral("half typed"));
+        run(name);
+        EXPECT_EQ(box().currentText(), QStringLiteral("half typed")) << name;
+        dialog(name).close();
+        EXPECT_EQ(box().currentText(), QStringLiteral("half typed")) << name;
+    }
+}
+
+TEST_F(FindBarOfTheFrame, ADialogsSearchLeavesItsTextInTheBar) {
+    start();
+    type(QStringLiteral("one two"));
+    run("mnuFind");
+    QDialog& find = dialog("mnuFind");
+    find.findChild<QComboBox*>(QStringLiteral("cboFind"))->setEditText(QStringLiteral("one"));
+    find.findChild<QAbstractButton*>(QStringLiteral("cmdFindNext"))->click();
+    EXPECT_EQ(box().currentText(), QStringLiteral("one"));
+    EXPECT_EQ(keys(), QStringList(QStringLiteral("one")));
 }
 
 TEST_F(FindBarOfTheFrame, AnEmptyTextOfADialogChangesNothing) {
