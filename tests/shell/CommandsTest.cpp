@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QMenu>
 #include <QMenuBar>
+#include <QSignalSpy>
 #include <QToolBar>
 
 class CommandsOfTheFrame : public FrameFixture {
@@ -190,9 +191,65 @@ TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
 TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {
     start();
     type(QStringLiteral("one\ntwo"));
+    QSignalSpy chosen(entry("mnuDeleteLine"), &QAction::triggered);
     run("mnuReadonly");
     press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(chosen.count(), 0);
     EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\ntwo"));
+    run("mnuReadonly");
+    press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(chosen.count(), 1);
+}
+
+TEST_F(CommandsOfTheFrame, FindInFilesIsBegunWithAnEmptyText) {
+    start();
+    m_rooms.calls.clear();
+    run("mnuFindInFiles");
+    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("ShowSearchInFiles ")));
+}
+
+TEST_F(CommandsOfTheFrame, APanelsMarkFollowsWhetherItIsSeen) {
+    start();
+    for (auto& [name, panel] :
+         {std::pair{"mnuEditExplorer", &m_rooms.explorer}, {"mnulFindReplacePanel", &m_rooms.search}}) {
+        run(name);
+        EXPECT_TRUE(panel->visible) << name;
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+        panel->stuck = true;
+        run(name);
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+        panel->stuck = false;
+        run(name);
+        EXPECT_FALSE(panel->visible) << name;
+        EXPECT_FALSE(entry(name)->isChecked()) << name;
+        panel->visible = true;
+        m_frame->RefreshCheckedItems();
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+    }
+}
+
+TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
+    start();
+    QStringList expected;
+    for (const ExpectedButton& each : expectedButtons) {
+        expected << QLatin1String("tbToolBar.") + QLatin1String(each.key);
+        if (expected.last() == QLatin1String("tbToolBar.Find"))
+            expected << QStringLiteral("tbToolBar.SearchHistory");
+    }
+    m_frame->resize(1200, 700);
+    QCoreApplication::processEvents();
+    auto* bar = m_frame->findChild<QToolBar*>(QStringLiteral("tbToolBar"));
+    QStringList names;
+    int right = 0;
+    for (QAction* action : bar->actions()) {
+        if (action->isSeparator())
+            continue;
+        const QWidget* widget = bar->widgetForAction(action);
+        names << widget->objectName();
+        EXPECT_GE(widget->x(), right) << widget->objectName().toStdString();
+        right = widget->geometry().right();
+    }
+    EXPECT_EQ(names, expected);
 }
 
 TEST_F(CommandsOfTheFrame, ChecksOutliveAMarkThatWasWiped) {

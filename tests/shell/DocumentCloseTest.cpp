@@ -1,4 +1,5 @@
 #include "FrameFixture.h"
+#include "platform/Icons.h"
 
 #include <QMenu>
 
@@ -184,6 +185,36 @@ TEST_F(DocumentClose, TheTabMenuWorksOnTheActiveDocument) {
     menu->findChild<QAction*>(QStringLiteral("mnuCloseFile"))->trigger();
     menu->hide();
     EXPECT_EQ(strip().count(), 0);
+}
+
+TEST_F(DocumentClose, TheTabMenuShowsThePicturesOfItsCommands) {
+    start();
+    const auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    const std::pair<const char*, const char*> pictures[] = {
+        {"mnuCloseFile", "close"}, {"mnuSaveFile", "save"}, {"mnuReadonly", "readonly"}};
+    for (const auto& [key, picture] : pictures) {
+        const QImage shown = menu->findChild<QAction*>(QLatin1String(key))->icon().pixmap(16).toImage();
+        EXPECT_FALSE(shown.isNull()) << key;
+        EXPECT_EQ(shown, Icons::named(picture).pixmap(16).toImage()) << key;
+    }
+    EXPECT_TRUE(menu->findChild<QAction*>(QStringLiteral("mnuCloseFileExcept"))->icon().isNull());
+}
+
+TEST_F(DocumentClose, TheTabMenuSavesAndClosesTheOthers) {
+    start();
+    open(fileOf("1", QStringLiteral("1.txt")));
+    const QString file = fileOf("2", QStringLiteral("2.txt"));
+    open(file);
+    open(fileOf("3", QStringLiteral("3.txt")));
+    strip().setCurrentIndex(1);
+    type(QStringLiteral("x"));
+    const auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    menu->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->trigger();
+    EXPECT_EQ(bytesOf(file), "x2");
+    EXPECT_EQ(parts().tabs->image(1), 1);
+    menu->findChild<QAction*>(QStringLiteral("mnuCloseFileExcept"))->trigger();
+    EXPECT_EQ(tabs(), QStringList(QStringLiteral("2.txt")));
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
 
 TEST_F(DocumentClose, WithoutTabsThereIsNoTabMenu) {

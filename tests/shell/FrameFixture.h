@@ -62,6 +62,13 @@ class NotedRooms : public RoomsToCome {
     QStringList languages;
 
     bool fails = false;  ///< a call of one of these throws, once it is noted
+    struct Panel {
+        bool visible = false;
+        bool stuck = false;  ///< a toggle leaves it as it is
+        void toggle() { visible = visible != !stuck; }
+    };
+    Panel explorer;
+    Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
 
@@ -81,6 +88,10 @@ class NotedRooms : public RoomsToCome {
     }
     void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
     QStringList languageNames() override { return languages; }
+    bool isExplorerVisible() override { return explorer.visible; }
+    bool isSearchPanelVisible() override { return search.visible; }
+    void ToggleExplorer() override { explorer.toggle(); }
+    void ToggleSearchPanel() override { search.toggle(); }
 
  private:
     void note(const QString& call) {

@@ -111,6 +111,14 @@ TEST_F(RunTimeMenus, MacrosShowWithAHotKeyAndWhenWanted) {
     EXPECT_TRUE(entry("mnuMacroSep02")->isVisible());
 }
 
+TEST_F(RunTimeMenus, AMacroWithAnEmptyDescriptionIsCalledByItsHotKey) {
+    m_rooms.hotKeys = {{1, QStringLiteral("Ctrl+1")}};
+    set("1Display", "1");
+    set("1Desc", "");
+    start();
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl+1")));
+}
+
 TEST_F(RunTimeMenus, TheMacroDialogIsFollowedByTheMenu) {
     start();
     m_rooms.hotKeys = {{2, QStringLiteral("F9")}};
