@@ -1,8 +1,8 @@
 // Any bytes as the definition of a language: either it is sound, or its fault is told by a line. One with rules then
 // colours the same bytes.
 
+#include "editor/RuleLexer.h"
 #include "lang/LanguageFile.h"
-#include "lang/RuleLexer.h"
 
 #include <cstddef>
 #include <cstdint>

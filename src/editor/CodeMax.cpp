@@ -37,6 +37,7 @@ CodeMax::CodeMax(QWidget* parent) : QsciScintillaBase(parent) {
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
             [this](int at, int type, const char*, int length) { textAboutToChange(at, type, length); });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, &CodeMax::lookAtSelectionLater);
+    connect(this, &QsciScintillaBase::SCN_STYLENEEDED, this, [this](int to) { m_colouring.styleTo(to); });
 }
 
 CodeMax::~CodeMax() {
@@ -80,8 +81,10 @@ void CodeMax::closeScope() {
     const bool changed = std::exchange(m_changed, false);
     const Selection now = selection();
     const bool moved = std::exchange(m_toldSelection, now) != now;
-    if (changed)
+    if (changed) {
         showLineNumbers();
+        followPieces();
+    }
     if (changed || moved)
         showBraces();
     if (moved)

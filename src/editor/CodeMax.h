@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/Colouring.h"
 #include "editor/JointedCommands.h"
 #include "editor/LongLines.h"
 #include "editor/SaveFlags.h"
@@ -8,6 +9,7 @@
 #include "editor/TextCodec.h"
 #include "editor/TextMap.h"
 #include "editor/TextSearch.h"
+#include "editor/TokenLooks.h"
 #include "editor/ViewOptions.h"
 #include "platform/SystemError.h"
 
@@ -21,6 +23,7 @@
 #include <vector>
 
 class ControlProfile;
+class TokenTheme;
 struct LoadedText;
 struct Replacements;
 
@@ -139,6 +142,15 @@ class CodeMax : public QsciScintillaBase {
     /// Loads the file anew by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
     bool canReopen() const;
     SystemError reopenAs(int flagWord);
+    /// Colours the text by a language, now and after each load; null: by none. It outlives the control.
+    void setLanguage(const LanguageDefinition* language);
+    const Colouring& colouring() const { return m_colouring; }
+    /// The looks of the token classes, which the control follows from now on; null: those of the program. The theme
+    /// outlives the control.
+    void setTheme(TokenTheme* theme);
+    TokenTheme* theme() const { return m_theme; }
+    /// What the text stands on.
+    QColor baseColour() const;
     /// The text or the selection in rich text, with its colours.
     QByteArray TextRTF() const;
     QByteArray SelRTF() const;
@@ -311,7 +323,10 @@ class CodeMax : public QsciScintillaBase {
     void applyTabs();
     void applyLeftMargin();
     static QColor ViewOptions::*elementMember(Element element);
-    QColor baseColour() const;
+    TokenLooks looks() const;
+    TokenLook textLook() const;
+    void applyTokenLooks();
+    void followPieces();
     void showBraces();
     void clearBraces();
     void newLine();
@@ -349,9 +364,12 @@ class CodeMax : public QsciScintillaBase {
     TextMap m_map{m_text};
     LongLines m_longLines{*this, m_text, m_map};
     JointedCommands m_commands{*this, m_text, m_map};
+    Colouring m_colouring{*this, m_text};
+    TokenTheme* m_theme = nullptr;
 
     TextFormat m_format;
     bool m_coloured = true;
+    bool m_colouredInPieces = false;
     bool m_locked = false;
     bool m_forcedLock = false;
     int m_eolMode = SC_EOL_LF;

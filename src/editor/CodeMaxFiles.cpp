@@ -53,6 +53,7 @@ void CodeMax::takeLoaded(LoadedText loaded) {
     send(SCI_SETSCROLLWIDTH, 1);
     m_numberedLines = -1;
     showLineNumbers();
+    followPieces();
 }
 
 SystemError CodeMax::SaveFile(const QString& path, int flagWord) {
@@ -76,6 +77,8 @@ QString CodeMax::limitations() const {
     QStringList said;
     if (!m_map.joints().empty()) {
         said << tr("Long lines are shown in pieces");
+        if (m_coloured && m_colouring.language() != nullptr)
+            said << tr("colored piece by piece");
         if (m_forcedLock)
             said << tr("locked, since its line ends are mixed");
     }

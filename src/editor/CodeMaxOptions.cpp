@@ -219,8 +219,7 @@ QByteArray CodeMax::SelRTF() const {
 }
 
 QByteArray CodeMax::richText(qint64 from, qint64 to) const {
-    if (m_coloured)
-        send(SCI_COLOURISE, from, to);
+    m_colouring.completeTo(to);
     RtfWriter writer(m_fontName, m_fontSize);
     while (from < to) {
         const qint64 style = send(SCI_GETSTYLEAT, from);

@@ -56,7 +56,7 @@ void CodeMax::setUpView() {
 
 void CodeMax::applyDocumentState() {
     send(SCI_SETCODEPAGE, SC_CP_UTF8);
-    send(SCI_SETLEXER, SCLEX_NULL);
+    m_colouring.setUpDocument(m_coloured);
     send(SCI_SETUNDOCOLLECTION, 1);
     send(SCI_EMPTYUNDOBUFFER);
     send(SCI_SETEOLMODE, m_eolMode);
@@ -85,11 +85,17 @@ void CodeMax::setTextFont(const QString& name, int points) {
 
 void CodeMax::applyColours() {
     const QColor base = baseColour();
-    const QColor text = palette().color(QPalette::Text);
+    const TokenLook textLook = this->textLook();
+    const QColor text = textLook.colour;
     const QColor accent = palette().color(QPalette::Highlight);
     send(SCI_STYLESETFORE, STYLE_DEFAULT, ViewColours::number(text));
     send(SCI_STYLESETBACK, STYLE_DEFAULT, ViewColours::number(base));
+    send(SCI_STYLESETBOLD, STYLE_DEFAULT, textLook.bold);
+    send(SCI_STYLESETITALIC, STYLE_DEFAULT, textLook.italic);
     send(SCI_STYLECLEARALL);
+    applyTokenLooks();
+    send(SCI_STYLESETBOLD, STYLE_LINENUMBER, 0);
+    send(SCI_STYLESETITALIC, STYLE_LINENUMBER, 0);
     send(SCI_STYLESETFORE, STYLE_LINENUMBER, ViewColours::number(blended(text, base, 45)));
     send(SCI_STYLESETBACK, STYLE_LINENUMBER, ViewColours::number(blended(base, text, 5)));
     send(SCI_MARKERSETFORE, Markers::Bookmark, ViewColours::number(blended(text, base, 20)));

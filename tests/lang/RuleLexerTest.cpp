@@ -1,5 +1,5 @@
+#include "editor/RuleLexer.h"
 #include "lang/LanguageFile.h"
-#include "lang/RuleLexer.h"
 #include "platform/Folders.h"
 
 #include <QFile>

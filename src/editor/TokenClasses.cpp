@@ -1,4 +1,4 @@
-#include "lang/TokenClasses.h"
+#include "editor/TokenClasses.h"
 
 #include "editor/ViewColours.h"
 
@@ -50,15 +50,22 @@ double TokenClasses::contrast(const QColor& one, const QColor& other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-QColor TokenClasses::colourOn(const QColor& ground, TokenClass token) {
-    const bool towardsWhite = contrast(ground, Qt::white) > contrast(ground, Qt::black);
-    const Row& row = Rows[static_cast<std::size_t>(token)];
-    const QColor wanted = QColor::fromRgb(towardsWhite ? row.onDark : row.onLight);
+bool TokenClasses::isDark(const QColor& ground) {
+    return contrast(ground, Qt::white) > contrast(ground, Qt::black);
+}
+
+QColor TokenClasses::readableOn(const QColor& ground, const QColor& wanted) {
+    const QColor end = isDark(ground) ? Qt::white : Qt::black;
     constexpr int Step = 5;
     for (int percent = 0; percent < 100; percent += Step) {
-        const QColor colour = ViewColours::blended(wanted, towardsWhite ? Qt::white : Qt::black, percent);
+        const QColor colour = ViewColours::blended(wanted, end, percent);
         if (contrast(colour, ground) >= EnoughContrast)
             return colour;
     }
-    return towardsWhite ? Qt::white : Qt::black;
+    return end;
+}
+
+QColor TokenClasses::colourOn(const QColor& ground, TokenClass token) {
+    const Row& row = Rows[static_cast<std::size_t>(token)];
+    return readableOn(ground, QColor::fromRgb(isDark(ground) ? row.onDark : row.onLight));
 }

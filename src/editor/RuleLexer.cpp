@@ -1,4 +1,4 @@
-#include "lang/RuleLexer.h"
+#include "editor/RuleLexer.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "lang/TokenClasses.h"
+#include "editor/TokenClasses.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lang/LanguageDefinition.h"
+#include "editor/LanguageDefinition.h"
 
 #include <QByteArrayView>
 #include <QSet>

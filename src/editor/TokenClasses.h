@@ -7,7 +7,7 @@
 #include <span>
 
 /// What a piece of a text is, whatever its language: each gets its colour.
-enum class TokenClass {
+enum class TokenClass : unsigned char {
     Text,
     Comment,
     Documentation,
@@ -45,8 +45,11 @@ std::optional<TokenClass> byName(QByteArrayView name);
 double contrast(const QColor& one, const QColor& other);
 inline constexpr double EnoughContrast = 4.5;
 
-/// The colour of a class on this ground. On a ground where it would be hard to read it goes towards black or white
-/// until it is not.
+/// Whether a ground is one for light colours.
+bool isDark(const QColor& ground);
+/// A colour on this ground. Where it would be hard to read it goes towards black or white until it is not.
+QColor readableOn(const QColor& ground, const QColor& wanted);
+/// The colour of a class on this ground, made readable there.
 QColor colourOn(const QColor& ground, TokenClass token);
 
 }  // namespace TokenClasses

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lang/TokenClasses.h"
+#include "editor/TokenClasses.h"
 
 #include <QByteArray>
 #include <QByteArrayList>
