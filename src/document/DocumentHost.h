@@ -14,6 +14,8 @@ class DocumentHost {
     virtual void SetTabCaption(frmDocument* document, bool activeTab) = 0;
     virtual void SetEditModeIcon(frmDocument* document) = 0;
     virtual void ChangeReadOnly() = 0;
+    /// Marks the document's language in the menu.
+    virtual void CheckLangMenu(frmDocument* document) = 0;
     /// The two steps of a document that unloads, in this order.
     virtual void DocClose(frmDocument* document) = 0;
     virtual void DelTab(frmDocument* document) = 0;

@@ -1,5 +1,6 @@
 // What the menus ask of a document, by the view and mode it is for.
 
+#include "document/DocumentHost.h"
 #include "document/DocumentView.h"
 #include "document/LineOperations.h"
 #include "document/frmCountAll.h"
@@ -109,6 +110,7 @@ QString frmDocument::GetLang() const {
 
 void frmDocument::SetLang(const QString& pLang) {
     m_text->SetLang(pLang);
+    gParent->CheckLangMenu(this);
 }
 
 bool frmDocument::LineNumbering() const {

@@ -40,6 +40,7 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       m_control(new CodeMax(this)) {
     setObjectName(QStringLiteral("rtCM1"));
     m_control->setObjectName(QStringLiteral("CodeMax1"));
+    m_control->setTheme(&services.globals.theme);
     m_control->setLineNumbering(true);
     m_globals.profile.connectTo(*m_control);
     setFocusProxy(m_control);
@@ -113,25 +114,34 @@ bool rtCM::report(const SystemError& error, bool ignoreError) {
 }
 
 void rtCM::SetLangFromFile(const QString& pFilename) {
-    // The table of languages is not there yet: what is kept is the name that it will be asked for.
-    m_languageFile = pFilename;
+    const QString language = m_globals.languages.LanguageOfFile(pFilename);
+    if (!language.isEmpty())
+        SetLang(language);
 }
 
 QString rtCM::GetLang() const {
-    return QStringLiteral("");
+    return m_language;
 }
 
-void rtCM::SetLang(const QString&) {
-    // No language is known yet.
+void rtCM::SetLang(const QString& pLang) {
+    const QString name = pLang.toUpper();
+    m_globals.languages.RegisterLanguage(name);
+    const LanguageDefinition* definition = m_globals.languages.definition(name);
+    if (definition == nullptr)
+        return;
+    m_language = name;
+    m_control->setLanguage(definition);
 }
 
 void rtCM::PropertiesLoad() {
     m_globals.profile.load();
     m_globals.profile.applyTo(*m_control);
+    m_globals.theme.load();
 }
 
 void rtCM::PropertiesSave() {
     m_globals.profile.save();
+    m_globals.theme.save();
 }
 
 void rtCM::setTextName(const QString& name) {

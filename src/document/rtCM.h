@@ -53,10 +53,8 @@ class rtCM : public QWidget, public DocumentView {
     bool SaveToTmp(const QString& pFilename);
     bool LoadFromTmp(const QString& pFilename);
 
-    /// Picks the language by the file's name.
+    /// Picks the language by the file's name; one that no language claims leaves it as it is.
     void SetLangFromFile(const QString& pFilename);
-    /// The name that the language was picked by last; empty before the first time.
-    QString languageFile() const { return m_languageFile; }
     /// Name of the language in upper case, "" for none.
     QString GetLang() const;
     /// An unknown name leaves the language as it is.
@@ -264,7 +262,7 @@ class rtCM : public QWidget, public DocumentView {
     const Options& m_options;
     EditorGlobals& m_globals;
     CodeMax* m_control;
-    QString m_languageFile;
+    QString m_language;  ///< upper case; empty without one
     qint64 m_lastHighlightLine = -1;
     bool m_findFailed = false;
     bool m_searchStopped = false;

@@ -5,19 +5,28 @@
 TokenTheme::TokenTheme(RegistryStore& store, QObject* parent) : QObject(parent), m_store(store) {}
 
 void TokenTheme::load() {
-    m_looks.load(m_store);
-    Q_EMIT Changed();
+    if (!m_stored)
+        return;
+    TokenLooks stored;
+    stored.load(m_store);
+    show(stored);
 }
 
 bool TokenTheme::setLooks(const TokenLooks& looks) {
     if (looks == m_looks)
         return true;
-    m_looks = looks;
-    const bool kept = save();
-    Q_EMIT Changed();
-    return kept;
+    show(looks);
+    return save();
 }
 
-bool TokenTheme::save() const {
-    return m_looks.save(m_store) == RegistryCode::Ok;
+bool TokenTheme::save() {
+    m_stored = m_looks.save(m_store) == RegistryCode::Ok;
+    return m_stored;
+}
+
+void TokenTheme::show(const TokenLooks& looks) {
+    if (looks == m_looks)
+        return;
+    m_looks = looks;
+    Q_EMIT Changed();
 }

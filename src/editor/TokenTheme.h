@@ -16,15 +16,19 @@ class TokenTheme : public QObject {
     explicit TokenTheme(RegistryStore& store, QObject* parent = nullptr);
 
     const TokenLooks& looks() const { return m_looks; }
+    /// What the store would not take stands until it does.
     void load();
     /// False when the store did not take it; it counts for this run all the same.
     bool setLooks(const TokenLooks& looks);
-    bool save() const;
+    bool save();
 
  Q_SIGNALS:
     void Changed();
 
  private:
+    void show(const TokenLooks& looks);
+
     RegistryStore& m_store;
     TokenLooks m_looks;
+    bool m_stored = true;
 };

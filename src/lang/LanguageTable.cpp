@@ -65,6 +65,15 @@ QList<LanguageRow> LanguageTable::rows() const {
     return rows;
 }
 
+QStringList LanguageTable::loadedNames() const {
+    QStringList names;
+    for (const Entry& entry : m_entries) {
+        if (entry.LangLoaded)
+            names.append(entry.LangName);
+    }
+    return names;
+}
+
 bool LanguageTable::saveIndex(const QList<LanguageRow>& rows) const {
     makeFolder(m_programFolder);
     QSaveFile file(m_programFolder + IndexFile);

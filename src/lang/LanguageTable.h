@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -40,6 +41,8 @@ class LanguageTable {
     const QList<Entry>& entries() const { return m_entries; }
     /// The languages of the table, each once, by its first entry.
     QList<LanguageRow> rows() const;
+    /// The names of the registered languages, in the order of the table.
+    QStringList loadedNames() const;
     /// Writes the index to the program folder; false: it is as it was.
     bool saveIndex(const QList<LanguageRow>& rows) const;
 

@@ -152,7 +152,7 @@ constexpr CommandRow commands[] = {
     {"mnuSearch", "mnuCountAll", "Count All", "", "countall", on(&Document::CountAll), InText},
 
     menu("", "mnuLanguages", "Languages", InText),
-    {"mnuLanguages", "mnuOrgLanguages", "Organize Languages", "", "lang", on(&Rooms::OrganizeLanguages)},
+    {"mnuLanguages", "mnuOrgLanguages", "Organize Languages", "", "lang", on(&Frame::OrganizeLanguages)},
     gap("mnuLanguages", "mnuLangSep01"),
 
     menu("", "mnuFavorites", "Projects"),

@@ -3,6 +3,7 @@
 #include "document/SaveFormats.h"
 #include "document/frmDocument.h"
 #include "platform/Prompts.h"
+#include "properties/fmrLangProperties.h"
 #include "settings/FileFilters.h"
 #include "shell/Commands.h"
 #include "shell/CoolBar.h"
@@ -12,6 +13,7 @@
 #include "shell/DocumentTabs.h"
 #include "shell/FindBar.h"
 #include "shell/FrameParts.h"
+#include "shell/HelpPages.h"
 #include "shell/MacroMenu.h"
 #include "shell/MdiArrange.h"
 #include "shell/MdiChildren.h"
@@ -179,6 +181,11 @@ void FrameCommands::ToggleToolBand() {
 
 void FrameCommands::ToggleTabBand() {
     toggleBand(m_parts, CoolBar::Tab, "mnuShowFilesTab");
+}
+
+void FrameCommands::OrganizeLanguages() {
+    const auto showHelp = [this](const QString& page) { m_parts.help->show(page); };
+    fmrLangProperties(*m_parts.documentServices, showHelp, m_parts.frame).exec();
 }
 
 void FrameCommands::OrganizeMacros() {

@@ -45,6 +45,7 @@ class FrameCommands {
     void ToggleToolBand();
     void ToggleTabBand();
 
+    void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();
 

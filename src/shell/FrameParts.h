@@ -6,6 +6,7 @@ class DocumentHost;
 class DocumentTabs;
 class ExplorerLink;
 class FindBar;
+class HelpPages;
 class LanguageMenu;
 class MacroMenu;
 class MdiChildren;
@@ -33,6 +34,7 @@ struct FrameParts {
     DocumentServices* documentServices = nullptr;
     ExplorerLink* explorer = nullptr;
     RoomsToCome* rooms = nullptr;
+    HelpPages* help = nullptr;
     MdiChildren* children = nullptr;
     DocumentTabs* tabs = nullptr;
     StatusPanels* status = nullptr;

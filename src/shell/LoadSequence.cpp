@@ -1,5 +1,7 @@
 #include "shell/LoadSequence.h"
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "editor/CodeMax.h"
 #include "platform/BusyPointer.h"
 #include "platform/Paths.h"
@@ -109,11 +111,11 @@ void LoadSequence::LoadOptions() {
 }
 
 void LoadSequence::loadLanguages() {
-    m_parts.rooms->loadLanguages();
+    m_parts.documentServices->globals.languages.LoadLanguageIndex();
 }
 
 void LoadSequence::loadLists() {
-    m_parts.languageMenu->LoadLanguageMenu(m_parts.rooms->languageNames());
+    m_parts.languageMenu->LoadLanguageMenu(m_parts.documentServices->globals.languages.loadedNames());
     m_parts.rooms->LoadRecentFiles();
     m_parts.rooms->LoadRecentProjects();
     m_parts.rooms->LoadFavProjects();

@@ -3,11 +3,11 @@
 #include "document/frmDocument.h"
 #include "platform/Paths.h"
 #include "platform/Prompts.h"
+#include "shell/Commands.h"
 #include "shell/DocumentFiles.h"
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
-#include "shell/RoomsToCome.h"
 
 #include <QPointer>
 #include <QStringList>
@@ -17,6 +17,8 @@
 namespace {
 
 constexpr int waitMilliseconds = 100;
+/// Of a file that was handed over and has none.
+const QString defaultLanguage = QStringLiteral("html");
 
 }  // namespace
 
@@ -56,7 +58,9 @@ void OpenQueue::openOne(const QString& path) {
     const QPointer<frmDocument> document = m_parts.children->active();
     if (!document)
         return;
-    if (document->GetLang().isEmpty())
-        m_parts.rooms->setDefaultLanguage(document);
+    if (document->GetLang().isEmpty()) {
+        document->SetLang(defaultLanguage);
+        m_parts.commands->SetDocumentEnv(document);
+    }
     m_parts.children->maximise(document);
 }

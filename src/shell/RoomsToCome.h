@@ -1,9 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
-
-class frmDocument;
 
 /// Calls of the frame into rooms that are not built yet, each in its final place. Every one does nothing until its room
 /// takes it over and it leaves this list.
@@ -26,14 +23,6 @@ class RoomsToCome {
     virtual void SaveMacros() {}
     /// The macro dialog, modal.
     virtual void ShowMacros() {}
-
-    // The language table.
-    virtual void loadLanguages() {}
-    virtual QStringList languageNames() { return {}; }
-    /// The language dialog, modal.
-    virtual void OrganizeLanguages() {}
-    /// Gives a document without a language the frame's default one.
-    virtual void setDefaultLanguage(frmDocument*) {}
 
     // Recent lists and the session.
     virtual void LoadRecentFiles() {}

@@ -20,6 +20,7 @@
 #include "shell/FrameCommands.h"
 #include "shell/FrameDrops.h"
 #include "shell/FrameParts.h"
+#include "shell/HelpPages.h"
 #include "shell/IgnoringErrors.h"
 #include "shell/LanguageMenu.h"
 #include "shell/LoadSequence.h"
@@ -61,6 +62,7 @@ struct frmMain::Duties {
         : settings(frame.m_services.registry),
           globals(frame.m_services.registry, frame.m_services.programFolder, frame.m_services.shareFolder),
           documentServices{frame.m_services.prompts, options, globals, hexFind},
+          help(frame.m_services.programFolder, frame.m_services.shareFolder),
           systemClose(&frame),
           files(parts),
           saving(parts, files),
@@ -76,6 +78,7 @@ struct frmMain::Duties {
     EditorGlobals globals;
     HexFindState hexFind;
     DocumentServices documentServices;
+    HelpPages help;
     SystemClose systemClose;
     DocumentFiles files;
     DocumentSaving saving;
@@ -137,6 +140,7 @@ void frmMain::buildWindow() {
     m_parts->documentServices = &m_duties->documentServices;
     m_parts->explorer = &m_services.explorer;
     m_parts->rooms = &m_services.rooms;
+    m_parts->help = &m_duties->help;
     m_parts->systemClose = &m_duties->systemClose;
     m_parts->coolBar = coolBar;
     m_parts->children = new MdiChildren(*area);
@@ -279,6 +283,10 @@ void frmMain::SaveDocument(frmDocument* document, bool activeTab, int format) {
 
 void frmMain::ChangeReadOnly() {
     m_duties->files.ChangeReadOnly();
+}
+
+void frmMain::CheckLangMenu(frmDocument* document) {
+    m_parts->languageMenu->CheckLangMenu(document);
 }
 
 void frmMain::DocClose(frmDocument* document) {

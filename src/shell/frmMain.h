@@ -96,6 +96,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SetTabCaption(frmDocument* document, bool activeTab) override;
     Q_INVOKABLE void SetEditModeIcon(frmDocument* document) override;
     Q_INVOKABLE void ChangeReadOnly() override;
+    Q_INVOKABLE void CheckLangMenu(frmDocument* document) override;
     Q_INVOKABLE void DocClose(frmDocument* document) override;
     Q_INVOKABLE void DelTab(frmDocument* document) override;
 

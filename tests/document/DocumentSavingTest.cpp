@@ -209,13 +209,14 @@ TEST_F(DocumentSaving, EveryFormatDropsTheHistoryWhenTheSettingSaysSo) {
 }
 
 TEST_F(DocumentSaving, TheLanguageFollowsTheNameOfTheSaveButNotTheReload) {
-    const QString file = openUmlaut();
-    EXPECT_EQ(view().languageFile(), file);
-    const QString page = path(QStringLiteral("b.html"));
-    ASSERT_TRUE(m_document.SaveFile(page, SaveFormats::Utf8, false));
-    EXPECT_EQ(view().languageFile(), page);
-    m_document.ReloadTextFile(file, SaveFormats::Utf8);
-    EXPECT_EQ(view().languageFile(), page);
+    m_given.globals.languages.LoadLanguageIndex();
+    const QString code = fileOf("one", QStringLiteral("a.cpp"));
+    ASSERT_TRUE(open(code));
+    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
+    ASSERT_TRUE(m_document.SaveFile(path(QStringLiteral("b.html")), SaveFormats::Utf8, false));
+    EXPECT_EQ(m_document.GetLang(), QStringLiteral("HTML"));
+    m_document.ReloadTextFile(code, SaveFormats::Utf8);
+    EXPECT_EQ(m_document.GetLang(), QStringLiteral("HTML"));
 }
 
 // Failures
@@ -302,11 +303,13 @@ TEST_F(DocumentSaving, AFailedSaveOfAnUntitledDocumentLeavesItUntitled) {
 }
 
 TEST_F(DocumentSaving, AFailedSaveUnderANewNameKeepsTheOldOne) {
-    const QString file = fileOf("one");
+    m_given.globals.languages.LoadLanguageIndex();
+    const QString file = fileOf("one", QStringLiteral("a.cpp"));
     ASSERT_TRUE(open(file));
-    EXPECT_FALSE(m_document.SaveFile(m_folder.path(), 1, true));
+    QDir(m_folder.path()).mkdir(QStringLiteral("b.html"));
+    EXPECT_FALSE(m_document.SaveFile(path(QStringLiteral("b.html")), 1, true));
     EXPECT_EQ(m_document.filename, file);
-    EXPECT_EQ(view().languageFile(), file);
+    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
     EXPECT_EQ(m_prompts.messages.size(), 1);
 }
 

@@ -70,6 +70,7 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
         {"mnulFindReplacePanel", &Frame::ToggleSearchPanel},
         {"mnuShowEditToolbar", &Frame::ToggleToolBand},
         {"mnuShowFilesTab", &Frame::ToggleTabBand},
+        {"mnuOrgLanguages", &Frame::OrganizeLanguages},
     };
     expectAims<void (Frame::*)()>(aims, &CommandTarget::frame);
 }
@@ -79,7 +80,6 @@ TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     static constexpr Aim<void (Rooms::*)()> aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
-        {"mnuOrgLanguages", &Rooms::OrganizeLanguages},
         {"mnuAddFavorite", &Rooms::AddFavorite},
         {"mnuDeleteFavorite", &Rooms::DeleteFavorite},
         {"mnuNewProject", &Rooms::NewProject},

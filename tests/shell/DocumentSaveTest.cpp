@@ -124,18 +124,19 @@ TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
 }
 
 TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
+    m_shareFolder = shareFolder();
     start();
-    open(fileOf("a"));
-    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML")});
-    parts().commands->markOnly(QStringLiteral("HTML"));
-    const QAction* html = entry("mnuLanguage(0)");
-    ASSERT_TRUE(html->isChecked());
+    open(fileOf("a", QStringLiteral("a.cpp")));
+    const QAction* code = languageEntry("C++");
+    const QAction* html = languageEntry("HTML");
+    ASSERT_TRUE(code->isChecked());
     m_prompts.answerSavePath(path(QStringLiteral("b.html")));
     run("mnuFileSaveAs");
-    EXPECT_TRUE(html->isChecked());
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_TRUE(code->isChecked());
     run("mnuFileSave");
-    EXPECT_FALSE(html->isChecked()) << "the document has no language";
-    EXPECT_EQ(active()->GetEditor()->languageFile(), path(QStringLiteral("b.html")));
+    EXPECT_TRUE(html->isChecked());
+    EXPECT_FALSE(code->isChecked());
 }
 
 TEST_F(DocumentSave, CaptionsCanBeNamesOnlyAfterEverySave) {

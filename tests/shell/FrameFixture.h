@@ -12,6 +12,7 @@
 #include "shell/FrameParts.h"
 #include "shell/MdiChildren.h"
 #include "shell/MenuSlots.h"
+#include "shell/MenuText.h"
 #include "shell/RoomsToCome.h"
 #include "shell/StatusPanels.h"
 #include "shell/TabStrip.h"
@@ -23,6 +24,7 @@
 #include <QFile>
 #include <QMap>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -59,7 +61,6 @@ class NotedRooms : public RoomsToCome {
  public:
     QStringList calls;
     QMap<int, QString> hotKeys;
-    QStringList languages;
 
     bool fails = false;  ///< a call of one of these throws, once it is noted
     struct Panel {
@@ -80,14 +81,12 @@ class NotedRooms : public RoomsToCome {
     void OpenProject(const QString& path) override { note(QStringLiteral("OpenProject ") + path); }
     void ShowSearchInFiles(const QString& text) override { note(QStringLiteral("ShowSearchInFiles ") + text); }
     void ShowProperties() override { note(QStringLiteral("ShowProperties")); }
-    void setDefaultLanguage(frmDocument*) override { calls << QStringLiteral("setDefaultLanguage"); }
     QString HotKeyText(int macro) override { return hotKeys.value(macro); }
     void ResetHotKeys() override {
         hotKeys.clear();
         calls << QStringLiteral("ResetHotKeys");
     }
     void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
-    QStringList languageNames() override { return languages; }
     bool isExplorerVisible() override { return explorer.visible; }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }
@@ -141,6 +140,13 @@ class FrameFixture : public testing::Test {
     QAction* entry(const char* name) { return parts().commands->entry(name); }
     QAction* button(const char* key) { return parts().commands->button(key); }
     QAction* slot(const char* array, int number) { return parts().menuSlots->slot(array, number); }
+    QAction* languageEntry(const char* name) {
+        for (QAction* one : parts().commands->menu("mnuLanguages")->actions()) {
+            if (one->data().isValid() && MenuText::captionOf(*one) == QLatin1String(name))
+                return one;
+        }
+        return nullptr;
+    }
     void run(const char* name) { entry(name)->trigger(); }
     void open(const QString& file, int flags = 0) { m_frame->OpenFile(file, flags, true, true); }
 

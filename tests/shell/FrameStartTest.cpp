@@ -96,7 +96,25 @@ TEST_F(FrameStart, AFileOfTheCommandLineTakesOverTheUntitledDocumentAMomentLater
     EXPECT_EQ(tabs(), list({"with blank.txt"}));
     EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\r\ntwo"));
     EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
-    EXPECT_TRUE(m_rooms.calls.contains(QStringLiteral("setDefaultLanguage")));
+}
+
+TEST_F(FrameStart, AFileOfTheCommandLineWithoutALanguageHasTheDefaultOne) {
+    m_shareFolder = shareFolder();
+    const QString file = fileOf("one", QStringLiteral("notes.xyz"));
+    start(file);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_TRUE(languageEntry("HTML")->isChecked());
+    EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
+}
+
+TEST_F(FrameStart, AFileOfTheCommandLineHasTheLanguageOfItsName) {
+    m_shareFolder = shareFolder();
+    const QString file = fileOf("one", QStringLiteral("a.rs"));
+    start(file);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("RUST"));
+    EXPECT_TRUE(languageEntry("RUST")->isChecked());
 }
 
 TEST_F(FrameStart, AFileThatIsNotThereIsToldByTheFrame) {

@@ -146,8 +146,8 @@ TEST_F(RunTimeMenus, HotKeysAreResetAfterAQuestion) {
 }
 
 TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
-    m_rooms.languages = {QStringLiteral("HTML"), QStringLiteral("C&D")};
     start();
+    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("C&D")});
     EXPECT_EQ(shown("mnuLanguages"), QStringList({QStringLiteral("Organize Languages"), QStringLiteral("-"),
                                                   QStringLiteral("HTML"), QStringLiteral("C&D")}));
     EXPECT_EQ(entry("mnuLanguage(1)")->data().toInt(), 1);
@@ -159,8 +159,9 @@ TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
 }
 
 TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivation) {
-    m_rooms.languages = {QStringLiteral("HTML"), QStringLiteral("ANSI")};
+    m_shareFolder = shareFolder();
     start();
+    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("ANSI")});
     entry("mnuLanguage(0)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(0)")->isChecked());
     EXPECT_FALSE(entry("mnuShowLineNumber")->isChecked());
@@ -172,8 +173,8 @@ TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivati
 }
 
 TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
-    m_rooms.languages = {QStringLiteral("HTML"), QStringLiteral("ANSI")};
     start();
+    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("ANSI")});
     entry("mnuLanguage(1)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(1)")->isChecked());
     EXPECT_TRUE(entry("mnuANSI")->isChecked());
@@ -185,8 +186,8 @@ TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
 }
 
 TEST_F(RunTimeMenus, WithoutADocumentALanguageIsNotChosen) {
-    m_rooms.languages = {QStringLiteral("HTML")};
     start();
+    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML")});
     run("mnuFileClose");
     entry("mnuLanguage(0)")->trigger();
     EXPECT_FALSE(entry("mnuLanguage(0)")->isChecked());

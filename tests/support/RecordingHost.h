@@ -30,6 +30,7 @@ class RecordingHost : public DocumentHost {
     }
     void SetEditModeIcon(frmDocument*) override { note(QStringLiteral("SetEditModeIcon")); }
     void ChangeReadOnly() override { note(QStringLiteral("ChangeReadOnly")); }
+    void CheckLangMenu(frmDocument*) override { note(QStringLiteral("CheckLangMenu")); }
     void DocClose(frmDocument*) override { note(QStringLiteral("DocClose")); }
     void DelTab(frmDocument*) override { note(QStringLiteral("DelTab")); }
 

@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "hex/HexFindState.h"
+#include "platform/Folders.h"
 #include "settings/MemoryRegistry.h"
 #include "settings/Options.h"
 #include "support/ScriptedPrompts.h"
@@ -16,7 +17,7 @@ struct ScriptedServices {
     Options options;
     MemoryRegistry registry;
     QTemporaryDir programFolder;
-    EditorGlobals globals{registry, programFolder.path(), {}};
+    EditorGlobals globals{registry, programFolder.path(), shareFolder()};
     HexFindState hexFind;
     DocumentServices all{prompts, options, globals, hexFind};
 };

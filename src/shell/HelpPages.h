@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+/// The pages of the help, in the folder `help` of the program folder or else of what was installed, shown by whatever
+/// the desktop opens pages with. Owned by the frame.
+class HelpPages {
+ public:
+    HelpPages(const QString& programFolder, const QString& shareFolder);
+
+    /// Full path of a page, by its file name.
+    QString pathOf(const QString& page) const;
+    /// A page that is missing, or that nothing opens, is passed over.
+    void show(const QString& page) const;
+
+ private:
+    QString m_programFolder;
+    QString m_shareFolder;
+};
