@@ -5,9 +5,6 @@
 
 namespace {
 
-constexpr std::string_view Openers = "([{";
-constexpr std::string_view Closers = ")]}";
-
 /// A pair of braces, seen from one of them: it counts on at its own kind, and back at its partner.
 struct Pair {
     char own = '\0';
@@ -15,11 +12,9 @@ struct Pair {
     bool forwards = true;
 };
 
-Pair pairOf(char brace) {
-    if (const std::size_t opener = Openers.find(brace); opener != std::string_view::npos)
-        return {brace, Closers[opener], true};
-    const std::size_t closer = Closers.find(brace);
-    return {brace, Openers[closer], false};
+Pair pairOf(std::size_t brace, std::string_view braces) {
+    const bool opens = brace % 2 == 0;
+    return {braces[brace], braces[opens ? brace + 1 : brace - 1], opens};
 }
 
 struct Run {
@@ -80,14 +75,14 @@ qint64 searchBackwards(const std::vector<Run>& runs, Counter counter) {
 
 namespace BraceScan {
 
-bool isBrace(char byte) {
-    return Openers.find(byte) != std::string_view::npos || Closers.find(byte) != std::string_view::npos;
-}
-
-Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts) {
-    if (brace < 0 || brace >= text.length() || !isBrace(text.range(brace, 1).front()))
+Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts,
+              std::string_view braces) {
+    if (brace < 0 || brace >= text.length())
         return {};
-    const Pair pair = pairOf(text.range(brace, 1).front());
+    const std::size_t which = braces.find(text.range(brace, 1).front());
+    if (which == std::string_view::npos)
+        return {};
+    const Pair pair = pairOf(which, braces);
     const qint64 from = pair.forwards ? brace + 1 : std::max<qint64>(0, brace - Limit);
     const qint64 to = pair.forwards ? std::min(text.length(), brace + 1 + Limit) : brace;
     const std::vector<Run> runs = runsOf(text, from, to);

@@ -3,6 +3,7 @@
 #include "editor/HeldText.h"
 
 #include <functional>
+#include <string_view>
 
 /// The partner of a brace, looked for no further than a stated distance, so that a step of the caret costs the same in
 /// every text.
@@ -22,10 +23,12 @@ struct Match {
     qint64 partner = -1;
 };
 
-bool isBrace(char byte);
+/// Opening and closing braces by turns.
+inline constexpr std::string_view Usual = "()[]{}";
 
 /// The match of the brace at a byte. Braces for which `counts` answers false are passed over, such as those inside a
 /// comment.
-Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts);
+Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts,
+              std::string_view braces = Usual);
 
 }  // namespace BraceScan

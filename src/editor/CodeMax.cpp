@@ -3,6 +3,7 @@
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
 #include "editor/KeptBookmarks.h"
+#include "editor/LanguageIndent.h"
 #include "editor/LineCommands.h"
 #include "editor/SearchWindows.h"
 #include "editor/Utf8Text.h"
@@ -171,6 +172,8 @@ void CodeMax::type(const QString& text) {
     m_sinceTyped.start();
     for (int done = 0; done < times; ++done)
         putTyped(text, utf8);
+    if (m_options.autoIndent && m_typing && text.size() == 1 && isStream() && !Locked())
+        LanguageIndent::closeTypedLevel(*this);
 }
 
 void CodeMax::putTyped(const QString& text, const QByteArray& utf8) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/BraceScan.h"
 #include "editor/Colouring.h"
 #include "editor/JointedCommands.h"
 #include "editor/LongLines.h"
@@ -328,9 +329,10 @@ class CodeMax : public QsciScintillaBase {
     void applyTokenLooks();
     void followPieces();
     void showBraces();
+    BraceScan::Match braceMatchAt(qint64 place) const;
     void clearBraces();
     void newLine();
-    std::vector<QByteArray> blanksInFront() const;
+    std::vector<QByteArray> frontsOfNewLines() const;
     void insertAtCaret(qint64 range, const QByteArray& utf8);
     QByteArray richText(qint64 from, qint64 to) const;
     void takeLoaded(LoadedText loaded);

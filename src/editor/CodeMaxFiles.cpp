@@ -78,7 +78,7 @@ QString CodeMax::limitations() const {
     if (!m_map.joints().empty()) {
         said << tr("Long lines are shown in pieces");
         if (m_coloured && m_colouring.language() != nullptr)
-            said << tr("colored piece by piece");
+            said << tr("coloured piece by piece");
         if (m_forcedLock)
             said << tr("locked, since its line ends are mixed");
     }

@@ -1,9 +1,10 @@
 // Options of the control: what it shows besides the text, and how keys and mouse act.
 
-#include "editor/BraceScan.h"
+#include "editor/AutoIndent.h"
 #include "editor/CodeMax.h"
 #include "editor/EditScope.h"
 #include "editor/KeptBookmarks.h"
+#include "editor/LanguageIndent.h"
 #include "editor/Margins.h"
 #include "editor/RtfWriter.h"
 #include "editor/ViewColours.h"
@@ -13,8 +14,6 @@
 
 namespace {
 
-/// Blanks at the start of a line that the next one takes over, in bytes.
-constexpr qint64 IndentLimit = 4096;
 constexpr qint64 NoBrace = -1;
 
 QColor colourOf(qint64 number) {
@@ -109,13 +108,9 @@ void CodeMax::showBraces() {
     if (!m_options.braceMatching)
         return clearBraces();
     const qint64 caret = selection().caret;
-    const qint64 styled = send(SCI_GETENDSTYLED);
     BraceScan::Match match;
     for (const qint64 place : {caret - 1, caret}) {
-        const qint64 style = send(SCI_GETSTYLEAT, std::max<qint64>(place, 0));
-        match = BraceScan::matchAt(m_text, place, [&](qint64 byte) {
-            return byte >= styled || place >= styled || send(SCI_GETSTYLEAT, byte) == style;
-        });
+        match = braceMatchAt(place);
         if (match.kind != BraceScan::Match::Kind::None)
             break;
     }
@@ -126,6 +121,18 @@ void CodeMax::showBraces() {
         send(SCI_BRACEHIGHLIGHT, match.brace, match.partner);
     else
         send(SCI_BRACEBADLIGHT, match.brace);
+}
+
+/// Braces of the language; where it is known what they belong to, of the same class, and none in comments and strings.
+BraceScan::Match CodeMax::braceMatchAt(qint64 place) const {
+    if (m_colouring.isProse(place))
+        return {};
+    const auto own = m_colouring.classAt(place);
+    const auto counts = [&](qint64 byte) {
+        const auto token = m_colouring.classAt(byte);
+        return !token || (own ? token == own : !m_colouring.isProse(byte));
+    };
+    return BraceScan::matchAt(m_text, place, counts, m_colouring.brackets());
 }
 
 void CodeMax::clearBraces() {
@@ -145,34 +152,40 @@ void CodeMax::setBlanksForTabs(bool on) {
     applyTabs();
 }
 
+/// The language says what a level is, unless the text is indented by tabs or blanks already, or blanks are wanted in
+/// any case.
 void CodeMax::applyTabs() {
+    const LanguageDefinition* language = m_colouring.language();
+    bool tabs = !m_options.blanksForTabs;
+    if (tabs && language != nullptr)
+        tabs = AutoIndent::indentedByTabs(m_text).value_or(language->indentsWithTabs);
     send(SCI_SETTABWIDTH, m_options.tabWidth);
-    send(SCI_SETUSETABS, !m_options.blanksForTabs);
+    send(SCI_SETUSETABS, tabs);
+    // 0: the width of a tab.
+    send(SCI_SETINDENT, language == nullptr || tabs ? 0 : language->indentWidth);
 }
 
-/// The blanks that the line of each caret begins with, as far as the caret: what stands behind it moves down with its
-/// own.
-std::vector<QByteArray> CodeMax::blanksInFront() const {
+/// What the new line of each caret begins with. What stands behind the caret moves down with its own blanks.
+std::vector<QByteArray> CodeMax::frontsOfNewLines() const {
     std::vector<QByteArray> fronts;
-    for (qint64 range = 0; range < send(SCI_GETSELECTIONS); ++range) {
-        const qint64 from = send(SCI_GETSELECTIONNSTART, range);
-        const qint64 begin = m_map.lineBeginOf(from);
-        const QByteArray front = bytes(begin, std::min(from, begin + IndentLimit));
-        const auto text = std::ranges::find_if(front, [](char byte) { return byte != ' ' && byte != '\t'; });
-        fronts.push_back(front.first(text - front.begin()));
-    }
+    for (qint64 range = 0; range < send(SCI_GETSELECTIONS); ++range)
+        fronts.push_back(LanguageIndent::frontBehind(*this, send(SCI_GETSELECTIONNSTART, range)));
     return fronts;
 }
 
 void CodeMax::newLine() {
     const bool indents = m_options.autoIndent && !Locked();
-    const std::vector<QByteArray> fronts = indents ? blanksInFront() : std::vector<QByteArray>();
+    if (indents && isStream() && send(SCI_GETSELECTIONEMPTY) != 0)
+        LanguageIndent::closeLevelAtLineEnd(*this);
+    const std::vector<QByteArray> fronts = indents ? frontsOfNewLines() : std::vector<QByteArray>();
     m_commands.run(SCI_NEWLINE);
     // A rectangle has become one caret.
     if (std::ssize(fronts) != send(SCI_GETSELECTIONS))
         return;
     for (qint64 range = 0; range < std::ssize(fronts); ++range)
         insertAtCaret(range, fronts[static_cast<std::size_t>(range)]);
+    if (indents && isStream())
+        LanguageIndent::closeLevel(*this);
     m_scrollDue = true;
 }
 

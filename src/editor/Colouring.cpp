@@ -1,5 +1,6 @@
 #include "editor/Colouring.h"
 
+#include "editor/BraceScan.h"
 #include "editor/TokenLooks.h"
 #include "editor/ViewColours.h"
 
@@ -30,6 +31,12 @@ void Colouring::setLanguage(const LanguageDefinition* language) {
     if (language != nullptr && language->lexer.isEmpty())
         m_rules.emplace(*language);
     setUpDocument(m_coloured);
+}
+
+std::string_view Colouring::brackets() const {
+    if (m_language == nullptr)
+        return BraceScan::Usual;
+    return {m_language->brackets.constData(), static_cast<std::size_t>(m_language->brackets.size())};
 }
 
 void Colouring::setUpDocument(bool coloured) {
@@ -93,8 +100,18 @@ void Colouring::styleTo(qint64 byte) {
 
 void Colouring::completeTo(qint64 byte) const {
     const qint64 known = ask(Sci::SCI_GETENDSTYLED);
-    if (m_coloured && known < byte)
-        ask(Sci::SCI_COLOURISE, m_text.lineStart(m_text.lineOf(known)), byte);
+    if (!m_coloured || known >= byte)
+        return;
+    // Whole lines: a lexer does not see that a word ends where it is told to stop.
+    const qint64 behind = m_text.lineOf(byte) + 1;
+    const qint64 end = behind < m_text.lineCount() ? m_text.lineStart(behind) : m_text.length();
+    ask(Sci::SCI_COLOURISE, m_text.lineStart(m_text.lineOf(known)), end);
+}
+
+void Colouring::completeNear(qint64 byte) const {
+    constexpr qint64 Near = 64 * 1024;
+    if (byte - ask(Sci::SCI_GETENDSTYLED) <= Near)
+        completeTo(byte);
 }
 
 std::optional<TokenClass> Colouring::classAt(qint64 byte) const {

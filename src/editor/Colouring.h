@@ -7,6 +7,7 @@
 #include <QColor>
 
 #include <optional>
+#include <string_view>
 #include <vector>
 
 class QsciScintillaBase;
@@ -26,6 +27,9 @@ class Colouring {
     void setLanguage(const LanguageDefinition* language);
     const LanguageDefinition* language() const { return m_language; }
 
+    /// Opening and closing ones by turns; the usual ones without a language.
+    std::string_view brackets() const;
+
     /// To be called when the view shows another document, which knows of no language. `coloured` false: it can't hold
     /// any styles, and stays plain.
     void setUpDocument(bool coloured);
@@ -37,6 +41,8 @@ class Colouring {
     void styleTo(qint64 byte);
     /// Sees to it that the class of everything in front of this byte is known.
     void completeTo(qint64 byte) const;
+    /// The same, unless so much lies before it that it would be felt.
+    void completeNear(qint64 byte) const;
     /// The class of a byte; nothing while it is not known, or without a language.
     std::optional<TokenClass> classAt(qint64 byte) const;
     /// Whether the byte is known to belong to a comment or a string.

@@ -2,6 +2,7 @@
 
 #include "editor/CodeMax.h"
 #include "editor/ControlProfile.h"
+#include "editor/TokenColourPage.h"
 
 #include <QCheckBox>
 #include <QColorDialog>
@@ -111,6 +112,10 @@ ControlProperties::ControlProperties(CodeMax& control) : QDialog(&control), m_co
     pages->addTab(viewPage(), tr("&View"));
     pages->addTab(editingPage(), tr("&Editing"));
     pages->addTab(colourPage(), tr("&Colors"));
+    if (TokenTheme* theme = control.theme()) {
+        m_tokens = new TokenColourPage(*theme, control.baseColour());
+        pages->addTab(m_tokens, tr("&Languages"));
+    }
     pages->addTab(filePage(), tr("&File"));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
@@ -131,6 +136,8 @@ void ControlProperties::accept() {
     m_control.setTabWidth(m_tabWidth->value());
     for (const ColourRow& row : m_colours)
         m_control.setElementColour(static_cast<CodeMax::Element>(row.element), row.colour);
+    if (m_tokens != nullptr)
+        m_tokens->apply();
     const ControlProfile after = ControlProfile::of(m_control);
     if (after != before)
         Q_EMIT m_control.PropertiesChanged(before, after);

@@ -11,6 +11,7 @@ class QFormLayout;
 class QLabel;
 class QPushButton;
 class QSpinBox;
+class TokenColourPage;
 
 /// What one control offers besides the menus: how it shows the text and takes keys, its colours, and the line ends and
 /// encoding of its file. Options act with OK; line ends and encoding at once, by their buttons. Owned by the control,
@@ -49,6 +50,7 @@ class ControlProperties : public QDialog {
 
     CodeMax& m_control;
     std::vector<ColourRow> m_colours;
+    TokenColourPage* m_tokens = nullptr;  ///< null for a control without a theme
     QSpinBox* m_tabWidth = nullptr;
     QComboBox* m_lineEnds = nullptr;
     QPushButton* m_convert = nullptr;

@@ -17,9 +17,14 @@ void selectSpan(CodeMax& control, Span span) {
     ask(control, CodeMax::SCI_SCROLLCARET);
 }
 
+qint64 levelWidth(const CodeMax& control) {
+    const qint64 width = ask(control, CodeMax::SCI_GETINDENT);
+    return width > 0 ? width : ask(control, CodeMax::SCI_GETTABWIDTH);
+}
+
 QByteArray indentation(const CodeMax& control) {
     const bool tabs = ask(control, CodeMax::SCI_GETUSETABS) != 0;
-    return tabs ? QByteArray("\t") : QByteArray(ask(control, CodeMax::SCI_GETTABWIDTH), ' ');
+    return tabs ? QByteArray("\t") : QByteArray(levelWidth(control), ' ');
 }
 
 /// How many bytes at the front of a line, of which no more than one step is given, make one step of indentation.
@@ -86,11 +91,11 @@ void indent(CodeMax& control) {
 }
 
 void unindent(CodeMax& control) {
-    const qint64 tabWidth = ask(control, CodeMax::SCI_GETTABWIDTH);
+    const qint64 width = levelWidth(control);
     const auto [first, last] = TextSpans::selectedLineNumbers(control);
     for (qint64 line = last; line >= first; --line) {
         const qint64 begin = control.map().lineBegin(line);
-        const qint64 length = std::min(tabWidth, control.map().lineEndOf(begin) - begin);
+        const qint64 length = std::min(width, control.map().lineEndOf(begin) - begin);
         const qint64 bytes = indentedBytes(control.heldText().range(begin, length));
         if (bytes > 0)
             ControlText::remove(control, {begin, begin + bytes});

@@ -52,7 +52,7 @@ QWidget* ucLangProperties::buildList() {
     m_list->setUniformRowHeights(true);
     m_list->setMinimumWidth(ListWidth);
     m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-    connect(m_list, &QTreeWidget::currentItemChanged, this, &ucLangProperties::show);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &ucLangProperties::showRow);
     return m_list;
 }
 
@@ -135,7 +135,7 @@ void ucLangProperties::keepEditedPatterns() {
         row->setData(0, TagRole, m_patterns->text());
 }
 
-void ucLangProperties::show(QTreeWidgetItem* row) {
+void ucLangProperties::showRow(QTreeWidgetItem* row) {
     if (row == nullptr)
         return;
     keepEditedPatterns();

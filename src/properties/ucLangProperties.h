@@ -42,7 +42,7 @@ class ucLangProperties : public QWidget {
     void addRow(const QString& name, const QString& patterns);
     QTreeWidgetItem* rowOf(const QString& key) const;
     void keepEditedPatterns();
-    void show(QTreeWidgetItem* row);
+    void showRow(QTreeWidgetItem* row);
     void takeEdit(const QString& text);
     void openProperties();
     void writeIndex();

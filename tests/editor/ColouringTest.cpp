@@ -234,7 +234,7 @@ TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
     ASSERT_FALSE(control.map().joints().empty());
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(ink(error), ink(CodeMax::STYLE_DEFAULT));
-    EXPECT_EQ(control.limitations(), QStringLiteral("Long lines are shown in pieces, colored piece by piece"));
+    EXPECT_EQ(control.limitations(), QStringLiteral("Long lines are shown in pieces, coloured piece by piece"));
     ASSERT_FALSE(control.OpenFile(fileOf("if\n")));
     EXPECT_NE(ink(error), ink(CodeMax::STYLE_DEFAULT));
     EXPECT_EQ(control.limitations(), QString());

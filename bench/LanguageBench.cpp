@@ -1,0 +1,158 @@
+// What colouring costs: the definitions at the start, the first picture of a file, a key, a step to the middle; each
+// next to the same without a language.
+// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+
+#include "editor/CodeMax.h"
+#include "lang/LanguageTable.h"
+#include "platform/Folders.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QPixmap>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+
+namespace {
+
+constexpr qint64 Megabyte = 1'000'000;
+
+/// Source text with everything that a lexer of C++ has to look at.
+std::string block() {
+    std::string text;
+    for (int n = 0; static_cast<qint64>(text.size()) < Megabyte; ++n) {
+        const std::string number = std::to_string(n);
+        text += "/** What step " + number + " is for. */\n#include <step" + number + ".h>\n" + "static int step" +
+                number + "(const char* name, double part) {\n" + "    // A remark that a reader may want.\n" +
+                "    if (name == nullptr || part > 0x" + number + ")\n        return sizeof(\"text " + number +
+                "\\n\") + 'c' + " + number + ";\n    return static_cast<int>(part * 2.5e3);\n}\n\n";
+    }
+    return text;
+}
+
+QString fileOf(qint64 megabytes) {
+    static const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("%1.cpp").arg(megabytes));
+    QFile file(path);
+    if (file.exists() || !file.open(QIODevice::WriteOnly))
+        return path;
+    const std::string text = block();
+    for (qint64 written = 0; written < megabytes * Megabyte; written += static_cast<qint64>(text.size()))
+        file.write(text.data(), static_cast<qint64>(text.size()));
+    return path;
+}
+
+const LanguageDefinition* languageOf(bool coloured) {
+    static LanguageTable table(QStringLiteral("/nowhere"), shareFolder());
+    if (table.entries().isEmpty())
+        table.LoadLanguageIndex();
+    return coloured ? table.definition(QStringLiteral("C++")) : nullptr;
+}
+
+struct Shown {
+    CodeMax control;
+
+    Shown(qint64 megabytes, bool coloured) {
+        control.resize(1000, 700);
+        control.setLineNumbering(true);
+        control.show();
+        if (megabytes > 0)
+            control.OpenFile(fileOf(megabytes));
+        control.setLanguage(languageOf(coloured));
+    }
+    void paint() { benchmark::DoNotOptimize(control.grab()); }
+    void goToMiddle() {
+        const qint64 middle = control.heldText().length() / 2;
+        control.setSelection(middle, middle);
+    }
+    /// Lets the pauses be used until nothing is left to do in them.
+    void settle() {
+        QElapsedTimer time;
+        for (time.start(); time.elapsed() < 3000;)
+            QApplication::processEvents(QEventLoop::AllEvents, 20);
+    }
+};
+
+void loadDefinitions(benchmark::State& state) {
+    for (auto _ : state) {
+        LanguageTable table(QStringLiteral("/nowhere"), shareFolder());
+        table.LoadLanguageIndex();
+        if (table.loadedNames().isEmpty())
+            state.SkipWithError("no language loaded");
+    }
+}
+
+void firstPicture(benchmark::State& state) {
+    const QString path = fileOf(state.range(0));
+    const LanguageDefinition* language = languageOf(state.range(1) != 0);
+    for (auto _ : state) {
+        CodeMax control;
+        control.resize(1000, 700);
+        control.OpenFile(path);
+        control.setLanguage(language);
+        benchmark::DoNotOptimize(control.grab());
+    }
+}
+
+void typeKey(benchmark::State& state) {
+    Shown shown(state.range(0), state.range(1) != 0);
+    shown.goToMiddle();
+    shown.paint();
+    shown.settle();
+    for (auto _ : state) {
+        shown.control.type(QStringLiteral("x"));
+        shown.paint();
+    }
+}
+
+/// A key, and what the program does of its own accord until the next one can be taken.
+void typeKeyAndRest(benchmark::State& state) {
+    Shown shown(state.range(0), state.range(1) != 0);
+    shown.goToMiddle();
+    shown.paint();
+    shown.settle();
+    for (auto _ : state) {
+        shown.control.type(QStringLiteral("x"));
+        shown.control.grab();
+        QApplication::processEvents();
+    }
+}
+
+void jumpToMiddle(benchmark::State& state) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        Shown shown(state.range(0), state.range(1) != 0);
+        shown.paint();
+        state.ResumeTiming();
+        shown.goToMiddle();
+        shown.paint();
+    }
+}
+
+}  // namespace
+
+BENCHMARK(loadDefinitions)->Unit(benchmark::kMillisecond);
+BENCHMARK(firstPicture)->ArgNames({"MB", "coloured"})->ArgsProduct({{10}, {0, 1}})->Unit(benchmark::kMillisecond);
+BENCHMARK(typeKey)
+    ->ArgNames({"MB", "coloured"})
+    ->Args({0, 0})
+    ->Args({50, 0})
+    ->Args({50, 1})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(typeKeyAndRest)
+    ->ArgNames({"MB", "coloured"})
+    ->Args({0, 0})
+    ->Args({50, 0})
+    ->Args({50, 1})
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(jumpToMiddle)->ArgNames({"MB", "coloured"})->ArgsProduct({{50}, {0, 1}})->Unit(benchmark::kMillisecond);
+
+int main(int count, char** arguments) {
+    const QApplication application(count, arguments);
+    benchmark::Initialize(&count, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
