@@ -285,10 +285,6 @@ void frmMain::ChangeReadOnly() {
     m_duties->files.ChangeReadOnly();
 }
 
-void frmMain::CheckLangMenu(frmDocument* document) {
-    m_parts->languageMenu->CheckLangMenu(document);
-}
-
 void frmMain::DocClose(frmDocument* document) {
     if (document != nullptr)
         m_duties->closing.DocClose(document);

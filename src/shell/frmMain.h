@@ -71,7 +71,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void DocChange(frmDocument* pForm);
     Q_INVOKABLE void ShowCursorPosition(frmDocument* pForm);
     Q_INVOKABLE void ShowDocumentInfo(frmDocument* pForm);
-    Q_INVOKABLE void CheckLangMenu(frmDocument* pForm);
+    Q_INVOKABLE void CheckLangMenu(frmDocument* pForm) override;
     /// Greys the Close item of the form, the frame or a document: its close events are ignored. For the frame it nests.
     Q_INVOKABLE void EnableSystemClose(QWidget* pForm, bool pEnable);
     Q_INVOKABLE void CheckMenuItem(const QString& pMenu, bool pChecked);
@@ -96,7 +96,6 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SetTabCaption(frmDocument* document, bool activeTab) override;
     Q_INVOKABLE void SetEditModeIcon(frmDocument* document) override;
     Q_INVOKABLE void ChangeReadOnly() override;
-    Q_INVOKABLE void CheckLangMenu(frmDocument* document) override;
     Q_INVOKABLE void DocClose(frmDocument* document) override;
     Q_INVOKABLE void DelTab(frmDocument* document) override;
 
