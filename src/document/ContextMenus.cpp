@@ -36,9 +36,6 @@ void changeReadOnly(frmDocument& document) {
     document.gParent->ChangeReadOnly();
 }
 
-/// Stands where the document has no such operation yet: the entry is there, disabled.
-void toCome(frmDocument&) {}
-
 using Document = frmDocument;
 
 constexpr Entry gap = {"", "", "-"};
@@ -85,23 +82,34 @@ constexpr Entry hexEntries[] = {
     {"", "mnuHexCopy", "Copy", "copy", call<&Document::Copy>},
     {"", "mnuHexUndo", "Undo", "undo", call<&Document::Undo>, Rule::Unlocked},
     gap,
-    {"", "mnuHexFind", "Find...", "search", toCome},
-    {"", "mnuHexReplace", "Replace...", "", toCome},
+    {"", "mnuHexFind", "Find...", "search", call<&Document::Find>},
+    {"", "mnuHexReplace", "Replace...", "", call<&Document::ReplaceText>},
     {"", "mnuHexGotoPage", "Goto Page...", "", call<&Document::GotoPage>},
     {"", "mnuHexGotoOffset", "Goto Offset...", "", call<&Document::GotoOffset>},
     gap,
     {"", "mnuHexToggleBookmark", "Toggle Bookmark", "bookmark", call<&Document::ToggleBookmark>},
-    {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", toCome},
+    {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", call<&Document::DeleteBookmark>},
     {"", "mnuHexDelAllBookmark", "Bookmark Clear", "bookclear", call<&Document::ClearAllBookmark>},
     gap,
     {"", "mnuHexReadonly", "ReadOnly", "readonly", changeReadOnly, Rule::ShowsLock},
 };
 
+constexpr Entry bookmarkEntries[] = {
+    {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", call<&Document::DeleteBookmark>},
+    {"", "mnuHexDelAllBookmark", "Bookmark Clear", "bookclear", call<&Document::ClearAllBookmark>},
+};
+
+struct MenuRow {
+    const char* key;  ///< also the menu's object name
+    std::span<const Entry> entries;
+};
+
+constexpr MenuRow menuRows[] = {{"EditText", textEntries}, {"HEX", hexEntries}, {"BOOK", bookmarkEntries}};
+
 void addCommand(QMenu& menu, const Entry& entry, frmDocument& document) {
     QAction* action = menu.addAction(QString::fromLatin1(entry.caption));
     action->setObjectName(QString::fromLatin1(entry.name));
     action->setCheckable(entry.rule == Rule::ShowsLock);
-    action->setEnabled(entry.run != toCome);
     if (*entry.icon != '\0')
         action->setIcon(Icons::named(entry.icon));
     QObject::connect(action, &QAction::triggered, &document, [&document, run = entry.run] { run(document); });
@@ -128,7 +136,7 @@ QMenu* build(const char* name, std::span<const Entry> entries, frmDocument& docu
     return menu;
 }
 
-void show(QMenu& menu, std::span<const Entry> entries, bool readOnly, const QPoint& place) {
+void follow(const QMenu& menu, std::span<const Entry> entries, bool readOnly) {
     for (const Entry& entry : entries) {
         if (entry.rule == Rule::Always)
             continue;
@@ -138,20 +146,21 @@ void show(QMenu& menu, std::span<const Entry> entries, bool readOnly, const QPoi
         else
             action->setEnabled(!readOnly);
     }
-    menu.popup(place);
 }
 
 }  // namespace
 
-ContextMenus::ContextMenus(frmDocument& document)
-    : m_document(document),
-      m_text(build("EditText", textEntries, document)),
-      m_hex(build("HEX", hexEntries, document)) {}
-
-void ContextMenus::showText(const QPoint& globalPosition) {
-    show(*m_text, textEntries, m_document.isReadOnly, globalPosition);
+ContextMenus::ContextMenus(frmDocument& document) : m_document(document) {
+    for (const MenuRow& row : menuRows)
+        m_menus.append(build(row.key, row.entries, document));
 }
 
-void ContextMenus::showHex(const QPoint& globalPosition) {
-    show(*m_hex, hexEntries, m_document.isReadOnly, globalPosition);
+void ContextMenus::show(const QString& key, const QPoint& globalPosition) {
+    for (const MenuRow& row : menuRows) {
+        if (key != QLatin1String(row.key))
+            continue;
+        QMenu* menu = m_menus.at(&row - menuRows);
+        follow(*menu, row.entries, m_document.isReadOnly);
+        menu->popup(globalPosition);
+    }
 }

@@ -1,9 +1,11 @@
 #include "document/frmDocument.h"
 
+#include "document/CloseStop.h"
 #include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentServices.h"
+#include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
@@ -45,13 +47,15 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
       m_prompts(services.prompts),
       m_options(services.options),
       m_text(new rtCM(services, this)),
-      m_views{m_text} {
+      m_hex(std::make_unique<HexView>(services, this)),
+      m_views{m_text, m_hex.get()} {
     setObjectName(QStringLiteral("frmDocument"));
     m_text->PropertiesLoad();
     layOut();
     if (!m_options.FontName.isEmpty())
         m_text->setTextFont(m_options.FontName, m_options.FontSize);
     connectTextView();
+    connectHexView();
     m_menus = std::make_unique<ContextMenus>(*this);
     SetDocIcon(NormalIcon);
 }
@@ -65,7 +69,6 @@ void frmDocument::layOut() {
     for (DocumentView* view : m_views)
         layout->addWidget(view->viewWidget());
     bringUp(*m_text);
-    setFocusProxy(m_text);
 }
 
 void frmDocument::connectTextView() {
@@ -74,7 +77,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
     connect(&m_text->control(), &CodeMax::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
-            [this](int x, int y) { m_menus->showText(m_text->mapToGlobal(QPoint(x, y))); });
+            [this](int x, int y) { m_menus->show(QStringLiteral("EditText"), m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
 }
 
@@ -114,7 +117,6 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     const QPointer<frmDocument> alive(this);
     const bool text =
         chooseTextMode(checkBinary, textMode, m_options.CheckHexModeWhenOpen, [&] { return IsBinaryFile(path); });
-    m_hexChosen = !text;
     DocumentView& view = viewFor(text);
     bringUp(view);
     yieldOnce();
@@ -123,7 +125,8 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     const bool loaded = view.load(path);
     if (!alive)
         return false;
-    if (loaded)
+    // A load that yields may have been overtaken by one into the other view.
+    if (loaded && &visibleView() == &view)
         takeFile(path, readOnly);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
@@ -141,22 +144,27 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
+    const CloseStop stop(*this);
     BusyPointer::show();
     const bool saved = visibleView().save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
         return saved;
     }
-    if (saved) {
-        filename = pFilename;
-        isChange = false;
-        isNew = false;
-        SetDocIcon(NormalIcon);  // of a read-only document too, until it is toggled again
-    }
+    if (saved)
+        takeSaved(pFilename);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();
     return saved;
+}
+
+/// What was typed while the view wrote its blocks may not be in the file, and stays a change.
+void frmDocument::takeSaved(const QString& path) {
+    filename = path;
+    isNew = false;
+    isChange = visibleView().isModified();
+    SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
 }
 
 void frmDocument::ReloadFile() {
@@ -185,6 +193,8 @@ void frmDocument::refreshUpdateTimes() {
 }
 
 bool frmDocument::FileNeedToReload() {
+    if (m_loads > 0)
+        return false;  // the document itself is at the file
     QString now;
     QString size;
     LastUpdateTime(now, size);
@@ -216,18 +226,6 @@ void frmDocument::setLocked(bool locked) {
         Q_EMIT FileChange(this);
 }
 
-bool frmDocument::TextEdit() const {
-    return !m_text->isHidden();
-}
-
-void frmDocument::setTextEdit(bool text) {
-    if (!text)
-        return;
-    bringUp(*m_text);
-    if (!filename.isEmpty())
-        OpenFile(filename, isReadOnly, false, true);
-}
-
 bool frmDocument::DocEnabled() const {
     return m_text->isEnabledTo(this);
 }
@@ -249,19 +247,26 @@ void frmDocument::SetDocIcon(int icon) {
         setWindowIcon(QIcon(file));
 }
 
-DocumentView& frmDocument::viewFor(bool) const {
-    // There is no hex view yet: what would open as hex shows as text.
-    return *m_text;
+DocumentView& frmDocument::viewFor(bool text) const {
+    return text ? static_cast<DocumentView&>(*m_text) : *m_hex;
 }
 
 DocumentView& frmDocument::visibleView() const {
     return viewFor(TextEdit());
 }
 
+/// The focus waits in the document while views come and go, so that none of them hands it on to a stranger.
 void frmDocument::bringUp(DocumentView& chosen) {
+    const bool holdsFocus = isAncestorOf(window()->focusWidget());
+    setFocusProxy(nullptr);
+    if (holdsFocus)
+        setFocus();
     for (DocumentView* view : m_views)
         view->viewWidget()->setVisible(view == &chosen);
     chosen.viewWidget()->raise();
+    setFocusProxy(chosen.viewWidget());
+    if (holdsFocus)
+        chosen.viewWidget()->setFocus();
 }
 
 void frmDocument::MarkChanged() {
@@ -286,6 +291,7 @@ void frmDocument::closeEvent(QCloseEvent* event) {
 
 void frmDocument::unload() {
     const QPointer<frmDocument> alive(this);
+    m_hex->finishTyping();
     m_life = Life::Unloading;
     gParent->DocClose(this);
     if (!alive)

@@ -11,16 +11,19 @@
 class ContextMenus;
 class DocumentHost;
 class DocumentView;
+class HexView;
 class Prompts;
 class rtCM;
+class ucHex;
 struct DocumentServices;
 struct Options;
 
-/// One open file: a child window of the frame with a text view (and, once built, a hex view) of the same file, of which
-/// exactly one is visible. The widget of a QMdiSubWindow, owned by it.
+/// One open file: a child window of the frame with a text view and a hex view of the same file, of which exactly one is
+/// visible; which one is the mode. The widget of a QMdiSubWindow, owned by it.
 ///
-/// OpenFile yields to the event loop once, before the load, and wherever a box asks or tells. A close event that
-/// arrives while it runs is ignored. A failed load or save is told by the view; filename, isChange and isNew then stay.
+/// Opening and switching yield to the event loop before the load, opening and saving as hex after each block, and all
+/// of them wherever a box asks or tells. A close event that arrives meanwhile is ignored. A failed load or save is told
+/// by the view; filename, isChange and isNew then stay.
 class frmDocument : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString fIdx MEMBER fIdx)
@@ -32,7 +35,6 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
     Q_PROPERTY(int DocIcon READ DocIcon WRITE SetDocIcon)
-    Q_PROPERTY(bool hexChosen READ hexChosen)
     Q_PROPERTY(qint64 SelStart READ SelStart WRITE setSelStart)
     Q_PROPERTY(qint64 SelLength READ SelLength WRITE setSelLength)
     Q_PROPERTY(bool LineNumbering READ LineNumbering WRITE setLineNumbering)
@@ -71,8 +73,10 @@ class frmDocument : public QWidget {
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
-    /// Loads the file anew into the text view, without a question. To hex: nothing yet, the document stays as it is.
+    /// Switches, see SwitchMode; also to the mode that the document is in, which loads the file anew.
     void setTextEdit(bool text);
+    /// To text when `New_Mode` is true, else to hex. When the other view has changes the user decides over them first.
+    void SwitchMode(bool New_Mode);
     bool DocEnabled() const;
     void setDocEnabled(bool enabled);
     rtCM* GetEditor() const { return m_text; }
@@ -83,9 +87,6 @@ class frmDocument : public QWidget {
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
     void SetDocIcon(int icon);
-
-    /// Whether the last OpenFile chose hex for its file; it shows as text as long as there is no hex view.
-    bool hexChosen() const { return m_hexChosen; }
 
     /// While true a close event of this window is ignored: the Close item is greyed.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
@@ -176,6 +177,7 @@ class frmDocument : public QWidget {
     void FirstBookmark();
     void LastBookmark();
     void ClearAllBookmark();
+    void DeleteBookmark();
 
  Q_SIGNALS:
     /// The changed or locked state moved.
@@ -196,30 +198,35 @@ class frmDocument : public QWidget {
 
     void layOut();
     void connectTextView();
+    void connectHexView();
     bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
     DocumentView& viewFor(bool text) const;
     DocumentView& visibleView() const;
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
+    void takeSaved(const QString& path);
+    bool settleChanges(bool toText);
     void refreshUpdateTimes();
     void MarkChanged();
     void inTextMode(void (rtCM::*operation)());
+    void inHexMode(void (ucHex::*operation)());
     void changeLinesBy(void (rtCM::*operation)());
     void changeLines(QString (*operation)(const QString& text));
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
     class CloseStop;
     void tellOfDialog();
+    void tellOfHexSearch(const QString& text, qint16 findType);
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
     Prompts& m_prompts;
     const Options& m_options;
     rtCM* m_text;
+    std::unique_ptr<HexView> m_hex;
     std::unique_ptr<ContextMenus> m_menus;
     std::vector<DocumentView*> m_views;
     int m_icon = 0;
-    bool m_hexChosen = false;
     bool m_closeGreyed = false;
     int m_loads = 0;
     Life m_life = Life::Open;

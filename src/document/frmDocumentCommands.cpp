@@ -6,6 +6,7 @@
 #include "document/frmCountAll.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
+#include "platform/Prompts.h"
 
 #include <QPointer>
 
@@ -266,11 +267,11 @@ void frmDocument::CountAll() {
     delete box;
 }
 
-// In place for the menus, without effect until what they act on is there: the hex view,
-// printing and the spelling check.
+// In place for the menus, without effect on a text until what they need is there: printing and the spelling check.
 
-void frmDocument::SelectBlock() {}
-void frmDocument::GotoPage() {}
-void frmDocument::GotoOffset() {}
 void frmDocument::PrintContent() {}
-void frmDocument::Spelling() {}
+
+void frmDocument::Spelling() {
+    if (!TextEdit())
+        m_prompts.message(this, QStringLiteral("Spell check is not allowed in Hex mode."));
+}

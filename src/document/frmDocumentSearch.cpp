@@ -1,5 +1,6 @@
 // A document's searches and bookmarks: the visible view's, and what the user is asked and told.
 
+#include "document/CloseStop.h"
 #include "document/DocumentView.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
@@ -7,21 +8,6 @@
 #include "platform/Prompts.h"
 
 #include <QPointer>
-
-/// While it lives no close event ends the document: a loop that yields is at work in it.
-class frmDocument::CloseStop {
- public:
-    explicit CloseStop(frmDocument& document) : m_document(&document) { ++document.m_loads; }
-    ~CloseStop() {
-        if (m_document)
-            --m_document->m_loads;
-    }
-    CloseStop(const CloseStop&) = delete;
-    CloseStop& operator=(const CloseStop&) = delete;
-
- private:
-    QPointer<frmDocument> m_document;
-};
 
 // In the visible view
 

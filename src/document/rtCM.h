@@ -212,6 +212,7 @@ class rtCM : public QWidget, public DocumentView {
     QWidget* viewWidget() override { return this; }
     bool load(const QString& path) override;
     bool save(const QString& path, int format, bool force) override;
+    bool isModified() const override { return FileChanged; }
     bool Locked() const override;
     void setLocked(bool locked) override;
     void Undo() override;

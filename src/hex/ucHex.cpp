@@ -163,6 +163,7 @@ bool ucHex::OpenFile(const QString& pFileName) {
     finishNibble();
     const QPointer<ucHex> guard(this);
     DisableHexControls();
+    setFocus();
     m_undoLog.clear();
     forgetChanges();
     m_modified = false;
@@ -178,7 +179,9 @@ bool ucHex::OpenFile(const QString& pFileName) {
     m_grid1.Reset();
     m_grid2.Reset();
     showCell({});
-    m_parts.PicHex->setFocus();
+    // Whoever has gone elsewhere while it loaded is not called back.
+    if (window()->focusWidget() == this)
+        m_parts.PicHex->setFocus();
     return true;
 }
 
@@ -232,17 +235,19 @@ bool ucHex::writeOver(const QString& target) {
     m_parts.ProgressBar1->show();
     BusyPointer::show();
     m_isBusy = true;
+    const bool wasModified = std::exchange(m_modified, false);  // what is typed from now on may miss the file
     const SystemError error = m_copy.save(target, SetProgress());
     BusyPointer::restore();
     if (!guard)
         return false;
     m_isBusy = false;
     if (error) {
+        m_modified = m_modified || wasModified;
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
-    m_modified = false;
-    forgetChanges();
+    if (!m_modified)
+        forgetChanges();
     m_parts.ProgressBar1->hide();
     return true;
 }

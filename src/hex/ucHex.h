@@ -96,6 +96,8 @@ class ucHex : public QWidget {
     void DoUndos();
     void cmdUndo();
     void cmdCopy();
+    /// A byte of which one digit was typed is written with that one.
+    void finishNibble();
     void cmdGoOffset();
     void cmdGoPage();
     void SelectBlock();
@@ -143,6 +145,10 @@ class ucHex : public QWidget {
  protected:
     void changeEvent(QEvent* event) override;
 
+ protected:
+    /// Goes on to the pane in use.
+    void focusInEvent(QFocusEvent* event) override;
+
  private:
     int filePointerNumber() const { return static_cast<int>(FilePointer().number()); }
     int pageRows() const { return HexPaging::PageRows; }
@@ -185,7 +191,6 @@ class ucHex : public QWidget {
     void typeHex(const QString& text);
     void typeNibble(QChar digit);
     void typeText(const QString& text);
-    void finishNibble();
     void finishNibble(HexCell cell);
 
     void showFindForm(const QString& key, const QString& caption);

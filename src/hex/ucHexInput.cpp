@@ -168,6 +168,11 @@ void ucHex::changeEvent(QEvent* event) {
     paintEditMode(colour == colourOf(ModeInUse));
 }
 
+void ucHex::focusInEvent(QFocusEvent* event) {
+    if (activePane()->isEnabled())
+        activePane()->setFocus(event->reason());
+}
+
 void ucHex::toggleEditMode() {
     ClickLabel* const hexLabel = m_parts.info(HexInfo::HexMode);
     const bool toHex = hexLabel->palette().color(QPalette::WindowText) != colourOf(ModeInUse);

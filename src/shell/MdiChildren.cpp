@@ -21,6 +21,7 @@ void MdiChildren::add(frmDocument* document) {
     for (QAction* action : window->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());
     window->show();
+    document->setFocus();  // else the window would give the focus to the first child of the two views
     bringToFront(document);
 }
 

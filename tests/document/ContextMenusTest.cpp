@@ -127,11 +127,11 @@ TEST_F(ContextMenusOfADocument, TheHexMenuFollowsTheLock) {
     auto* undo = built.last()->findChild<QAction*>(QStringLiteral("mnuHexUndo"));
     auto* readOnly = built.last()->findChild<QAction*>(QStringLiteral("mnuHexReadonly"));
     m_document.ChangeToReadOnly();
-    menus.showHex(QPoint(1, 1));
+    menus.show(QStringLiteral("HEX"), QPoint(1, 1));
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_TRUE(readOnly->isChecked());
     m_document.ChangeToReadOnly();
-    menus.showHex(QPoint(1, 1));
+    menus.show(QStringLiteral("HEX"), QPoint(1, 1));
     EXPECT_TRUE(undo->isEnabled());
     EXPECT_FALSE(readOnly->isChecked());
     built.last()->close();

@@ -1,5 +1,6 @@
 #include "DocumentFixture.h"
 #include "editor/CodeMax.h"
+#include "hex/ucHex.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
@@ -52,6 +53,7 @@ TEST_F(Document, ItsPartsBearTheirNames) {
     EXPECT_EQ(m_document.objectName(), QStringLiteral("frmDocument"));
     EXPECT_EQ(m_document.findChild<rtCM*>(QStringLiteral("rtCM1")), &view());
     EXPECT_EQ(view().findChild<CodeMax*>(QStringLiteral("CodeMax1")), &control());
+    EXPECT_NE(m_document.findChild<ucHex*>(QStringLiteral("ucHex1")), nullptr);
 }
 
 TEST_F(Document, ItsFieldsCanBeReadFromOutside) {
@@ -261,36 +263,29 @@ TEST_F(Document, ABinaryFileChoosesHexWhenItIsCheckedAndTheSettingIsOn) {
     const QString file = fileOf(QByteArray("a\1b", 3));
     m_options.CheckHexModeWhenOpen = true;
     EXPECT_TRUE(m_document.OpenFile(file, false, true, true));
-    EXPECT_TRUE(m_document.hexChosen());
+    EXPECT_FALSE(m_document.TextEdit());
     m_options.CheckHexModeWhenOpen = false;
     EXPECT_TRUE(m_document.OpenFile(file, false, true, true));
-    EXPECT_FALSE(m_document.hexChosen());
+    EXPECT_TRUE(m_document.TextEdit());
     m_options.CheckHexModeWhenOpen = true;
     EXPECT_TRUE(m_document.OpenFile(file, false, false, true));
-    EXPECT_FALSE(m_document.hexChosen());
+    EXPECT_TRUE(m_document.TextEdit());
 }
 
 TEST_F(Document, WithoutTheCheckTheCallerChoosesTheMode) {
     const QString file = fileOf("text");
     EXPECT_TRUE(m_document.OpenFile(file, false, false, false));
-    EXPECT_TRUE(m_document.hexChosen());
+    EXPECT_FALSE(m_document.TextEdit());
     EXPECT_TRUE(m_document.OpenFile(file, false, true, false));
-    EXPECT_FALSE(m_document.hexChosen());
-}
-
-TEST_F(Document, AFileThatChoseHexShowsItsBytesAsTextUntilThereIsAHexView) {
-    ASSERT_TRUE(m_document.OpenFile(fileOf(QByteArray("a\1b", 3)), false, true, true));
     EXPECT_TRUE(m_document.TextEdit());
-    EXPECT_EQ(view().Text(), QStringLiteral("a\1b"));
 }
 
 TEST_F(Document, ReloadingComesBackAsTextWithoutTheBinaryTest) {
     const QString file = fileOf(QByteArray("a\1b", 3));
     ASSERT_TRUE(m_document.OpenFile(file, true, true, true));
-    ASSERT_TRUE(m_document.hexChosen());
+    ASSERT_FALSE(m_document.TextEdit());
     writeFile(file, QByteArray("c\2d", 3));
     m_document.ReloadFile();
-    EXPECT_FALSE(m_document.hexChosen());
     EXPECT_TRUE(m_document.TextEdit());
     EXPECT_EQ(view().Text(), QStringLiteral("c\2d"));
     EXPECT_TRUE(m_document.isReadOnly);
@@ -322,15 +317,6 @@ TEST_F(Document, SettingTextModeKeepsTheTextOfAnUntitledDocument) {
     EXPECT_EQ(view().Text(), QStringLiteral("abc"));
     EXPECT_TRUE(m_document.isChange);
     EXPECT_TRUE(view().FileChanged);
-}
-
-TEST_F(Document, SettingHexModeLeavesTheDocumentAsItIsUntilThereIsAHexView) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
-    m_document.setTextEdit(false);
-    EXPECT_TRUE(m_document.TextEdit());
-    EXPECT_TRUE(m_document.isChange);
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
 }
 
 // Editing

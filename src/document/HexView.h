@@ -1,0 +1,53 @@
+#pragma once
+
+#include "document/DocumentView.h"
+
+class ucHex;
+struct DocumentServices;
+
+/// The hex view as a document asks it: hands each request to one `ucHex`. What makes no sense for bytes does nothing.
+/// Belongs to the document, like the control, which stands among the document's widgets.
+class HexView : public DocumentView {
+ public:
+    HexView(const DocumentServices& services, QWidget* parent);
+
+    ucHex& control() const { return *m_control; }
+    /// A byte of which only the first digit was typed is complete from now on.
+    void finishTyping();
+
+    QWidget* viewWidget() override;
+    bool load(const QString& path) override;
+    bool save(const QString& path, int format, bool force) override;
+    bool isModified() const override;
+    bool Locked() const override;
+    void setLocked(bool locked) override;
+
+    void Undo() override;
+    void Redo() override {}
+    void Cut() override {}
+    void Copy() override;
+    void Paste() override {}
+    void SelectAll() override {}
+
+    void Find() override;
+    void ReplaceText() override;
+    void IncrementalSearch() override {}
+    void ReverseIncrementalSearch() override {}
+    bool FindNext(const QString& text) override;
+    bool FindPrev(const QString& text) override;
+    /// In the pane of digits the text is a byte sequence, and the flags say nothing; in the other only the case counts.
+    bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override;
+
+    void ToggleBookmark() override;
+    void NextBookmark() override;
+    void PrevBookmark() override;
+    void BookmarkFirst() override;
+    void BookmarkLast() override;
+    void ClearAllBookmark() override;
+
+    /// Empty while no file is loaded.
+    QString GetCursorPos() const override;
+
+ private:
+    ucHex* m_control;
+};

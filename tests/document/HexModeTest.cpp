@@ -1,0 +1,433 @@
+#include "HexDocumentFixture.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QSignalSpy>
+
+using documenttest::readFile;
+using documenttest::setTime;
+using documenttest::writeFile;
+
+/// A document in hex mode: loading, editing, saving, and what it tells its frame.
+class HexMode : public HexDocumentFixture {
+ protected:
+    QMenu& menu(const char* key) { return *m_document.findChild<QMenu*>(QLatin1String(key)); }
+    void choose(const char* key, const char* name) { menu(key).findChild<QAction*>(QLatin1String(name))->trigger(); }
+    int bookmarkCount() { return bookmarks().model()->rowCount(); }
+};
+
+TEST_F(HexMode, OpeningTakesTheFile) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(openHex(file));
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_EQ(m_document.filename, file);
+    EXPECT_FALSE(m_document.isNew);
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 0);
+    EXPECT_FALSE(m_document.LastUpdate.isEmpty());
+    EXPECT_EQ(m_document.LastUpdate, m_document.KnownUpdate);
+    EXPECT_EQ(m_host.take(), QStringList({QStringLiteral("SetTabCaption 1"), QStringLiteral("SetEditModeIcon")}));
+    EXPECT_EQ(focused(), &pane(1));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, OpeningReadOnlyShowsItsIcon) {
+    ASSERT_TRUE(openHex(fileOf("one"), true));
+    EXPECT_TRUE(m_document.isReadOnly);
+    EXPECT_EQ(m_document.DocIcon(), 2);
+}
+
+TEST_F(HexMode, TheFirstByteMarksItChangedAndEveryOneIsTold) {
+    QSignalSpy fileChanges(&m_document, &frmDocument::FileChange);
+    QSignalSpy docChanges(&m_document, &frmDocument::DocChange);
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("4"));
+    EXPECT_FALSE(m_document.isChange);
+    press(QStringLiteral("1"));
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 1);
+    pressKey(Qt::Key_Tab);
+    press(QStringLiteral("Z"));
+    EXPECT_EQ(shown(), QByteArray("5A6E65"));
+    EXPECT_EQ(fileChanges.count(), 1);
+    EXPECT_EQ(docChanges.count(), 2);
+}
+
+TEST_F(HexMode, TakingAByteBackLeavesItMarked) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    m_document.Undo();
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_TRUE(m_document.isChange);
+}
+
+TEST_F(HexMode, MovesOfTheCursorAreTold) {
+    ASSERT_TRUE(openHexOf("one"));
+    QSignalSpy moves(&m_document, &frmDocument::SelChange);
+    pressKey(Qt::Key_Right);
+    EXPECT_GE(moves.count(), 1);
+    EXPECT_EQ(m_document.GetCursorPos(), QStringLiteral("Pg 1/1, Pos 1/2"));
+}
+
+TEST_F(HexMode, WithoutAFileThereIsNoPlaceToTell) {
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_document.GetCursorPos(), QString());
+}
+
+TEST_F(HexMode, SavingWritesTheBytesAndMarksItSaved) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    m_host.take();
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("Ane"));
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 0);
+    EXPECT_EQ(m_host.take(), QStringList(QStringLiteral("SetTabCaption 1")));
+}
+
+TEST_F(HexMode, AByteOfOneDigitIsSavedToo) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("7"));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("\x07ne"));
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(HexMode, AnUnchangedDocumentIsWrittenOnlyWhenForced) {
+    ASSERT_TRUE(openHexOf("one"));
+    writeFile(m_document.filename, "two");
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("two"));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
+}
+
+TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
+    ASSERT_TRUE(openHexOf("\xE4\x01"));
+    press(QStringLiteral("FF"));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename, SaveFormats::Unicode));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("\xFF\x01"));
+}
+
+TEST_F(HexMode, SavingUnderAnotherNameGoesOnUnderIt) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString first = m_document.filename;
+    const QString second = fileOf("0123456789", QStringLiteral("b.bin"));
+    EXPECT_TRUE(m_document.SaveFile(second, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(m_document.filename, second);
+    EXPECT_EQ(readFile(second), QByteArray("one3456789"));
+    EXPECT_EQ(readFile(first), QByteArray("one"));
+}
+
+TEST_F(HexMode, TheUndoGoesOnAfterASave) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    ASSERT_TRUE(m_document.SaveFile(m_document.filename));
+    m_document.Undo();
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(HexMode, AFailedSaveLeavesTheDocumentChanged) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString file = m_document.filename;
+    press(QStringLiteral("41"));
+    documenttest::setMode(file, 0444);
+    EXPECT_FALSE(m_document.SaveFile(file));
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_TRUE(m_prompts.messages.first().startsWith(QStringLiteral("13\n")));
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 1);
+    EXPECT_EQ(readFile(file), QByteArray("one"));
+    documenttest::setMode(file, 0644);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("Ane"));
+}
+
+TEST_F(HexMode, ReloadingEndsInTextModeWithoutAQuestion) {
+    const QString file = fileOf(QByteArray("a\1b", 3));
+    ASSERT_TRUE(m_document.OpenFile(file, true, true, true));
+    ASSERT_FALSE(m_document.TextEdit());
+    press(QStringLiteral("41"));
+    m_document.ReloadFile();
+    EXPECT_EQ(m_asked, 0);
+    EXPECT_TRUE(m_document.TextEdit());
+    EXPECT_EQ(view().Text(), QStringLiteral("a\1b"));
+    EXPECT_TRUE(m_document.isReadOnly);
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(HexMode, ReloadingAsTextAfterASaveInAnEncodingIsForTextAlone) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.ReloadTextFile(m_document.filename, SaveFormats::Ansi);
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_EQ(view().Text(), QString());
+}
+
+TEST_F(HexMode, TheLockIsThatOfBothViews) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.ChangeToReadOnly();
+    EXPECT_TRUE(view().Locked());
+    EXPECT_TRUE(hex().Locked());
+    EXPECT_EQ(m_document.DocIcon(), 2);
+    press(QStringLiteral("41"));
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_FALSE(m_document.isChange);
+    m_document.ChangeToReadOnly();
+    EXPECT_FALSE(hex().Locked());
+    EXPECT_EQ(m_document.DocIcon(), 0);
+    press(QStringLiteral("41"));
+    EXPECT_EQ(shown(), QByteArray("416E65"));
+}
+
+TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("7"));
+    m_document.ChangeToReadOnly();
+    EXPECT_EQ(shown(), QByteArray("076E65"));
+    EXPECT_TRUE(m_document.isChange);
+    m_document.ChangeToReadOnly();
+    EXPECT_EQ(m_document.DocIcon(), 1);
+}
+
+TEST_F(HexMode, ChangesOnDiskAreNoticedAsForText) {
+    ASSERT_TRUE(openHexOf("one"));
+    EXPECT_FALSE(m_document.FileNeedToReload());
+    setTime(m_document.filename, documenttest::someTime + 5);
+    m_prompts.answerNo();
+    EXPECT_FALSE(m_document.FileNeedToReload());
+    EXPECT_EQ(m_prompts.questions, QStringList(u'\'' + m_document.filename +
+                                               QStringLiteral("' has been changed, do you want to reload it.")));
+    EXPECT_FALSE(m_document.FileNeedToReload());
+}
+
+// Closing
+
+TEST_F(HexMode, ItClosesChangedWhenAByteOfOneDigitWasTyped) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("7"));
+    bool changed = false;
+    m_host.during[QStringLiteral("DocClose")] = [&] { changed = m_document.isChange; };
+    EXPECT_TRUE(m_document.close());
+    EXPECT_TRUE(changed);
+}
+
+TEST_F(HexMode, TheWorkingCopyGoesWithTheDocument) {
+    auto* document = new frmDocument(&m_host, m_services);
+    ASSERT_TRUE(document->OpenFile(fileOf("one"), false, false, false));
+    const QString copy = document->findChild<ucHex*>(QStringLiteral("ucHex1"))->TempFileName();
+    EXPECT_TRUE(QFile::exists(copy));
+    delete document;
+    EXPECT_FALSE(QFile::exists(copy));
+}
+
+// Commands
+
+TEST_F(HexMode, CommandsOfTextAloneDoNothingToTheBytes) {
+    ASSERT_TRUE(openHexOf("one"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("xyz"));
+    for (void (frmDocument::*command)() :
+         {&frmDocument::Redo, &frmDocument::Cut, &frmDocument::Paste, &frmDocument::IncrementalSearch,
+          &frmDocument::ReverseIncrementalSearch, &frmDocument::SelectAll, &frmDocument::Indent})
+        (m_document.*command)();
+    m_document.ExecMacro(1);
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_EQ(cursor(), 1);
+    EXPECT_FALSE(hex().Modified());
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("xyz"));
+}
+
+TEST_F(HexMode, CopyTakesTheByteOfThePaneInUse) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.Copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("6F"));
+    pressKey(Qt::Key_Tab);
+    m_document.Copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("o"));
+}
+
+TEST_F(HexMode, TheSpellingCheckIsRefused) {
+    m_document.Spelling();
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.Spelling();
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Spell check is not allowed in Hex mode.")));
+}
+
+TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {
+    ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
+    const auto cancelled = [&](void (frmDocument::*command)(), const char* form) {
+        bool came = false;
+        QTimer::singleShot(0, &m_document, [&] {
+            if (auto* shownForm = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+                came = shownForm->objectName() == QLatin1String(form);
+                shownForm->reject();
+            }
+        });
+        (m_document.*command)();
+        QApplication::processEvents();
+        return came;
+    };
+    EXPECT_TRUE(cancelled(&frmDocument::GotoPage, "frmGotoPage"));
+    EXPECT_TRUE(cancelled(&frmDocument::GotoOffset, "frmGotoOffSet"));
+    EXPECT_TRUE(cancelled(&frmDocument::SelectBlock, "frmBlock"));
+    m_document.setTextEdit(true);
+    for (void (frmDocument::*command)() : {&frmDocument::GotoPage, &frmDocument::GotoOffset, &frmDocument::SelectBlock})
+        EXPECT_FALSE(cancelled(command, ""));
+}
+
+// Searches from the find bar
+
+TEST_F(HexMode, TheFindBarSearchesBytesFromThePaneOfDigits) {
+    ASSERT_TRUE(openHexOf("one two one"));
+    QSignalSpy told(&m_document, &frmDocument::AfterFind);
+    m_document.FindNext(QStringLiteral("6F 6E "));
+    EXPECT_EQ(cursor(), 9);
+    m_document.FindPrev(QStringLiteral("6F 6E "));
+    EXPECT_EQ(cursor(), 1);
+    EXPECT_TRUE(m_document.FindText(QStringLiteral("74 77 "), false, true, true));
+    EXPECT_EQ(cursor(), 5);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    EXPECT_EQ(told.count(), 3);
+}
+
+TEST_F(HexMode, TheFindBarSearchesTextFromThePaneOfCharacters) {
+    ASSERT_TRUE(openHexOf("one two ONE"));
+    pressKey(Qt::Key_Tab);
+    m_options.CaseSensitiveOn = false;
+    m_document.FindNext(QStringLiteral("one"));
+    EXPECT_EQ(cursor(), 9);
+    m_options.CaseSensitiveOn = true;
+    m_document.FindNext(QStringLiteral("one"));
+    EXPECT_EQ(cursor(), 1);
+    EXPECT_TRUE(m_document.FindText(QStringLiteral("Two"), false, false, false));
+    EXPECT_EQ(cursor(), 5);
+    EXPECT_FALSE(m_document.FindText(QStringLiteral("Two"), false, true, false));
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("The search string not found.")));
+}
+
+TEST_F(HexMode, WhatIsNotFoundIsTold) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.FindNext(QStringLiteral("FF "));
+    m_document.FindPrev(QStringLiteral("no bytes"));
+    EXPECT_FALSE(m_document.FindText(QString(), false, false, false));
+    EXPECT_EQ(m_prompts.messages, QStringList(3, QStringLiteral("The search string not found.")));
+    EXPECT_EQ(cursor(), 1);
+}
+
+TEST_F(HexMode, AnEmptyTextSearchesForTheLastOneAgain) {
+    ASSERT_TRUE(openHexOf("aXbXcX"));
+    m_document.FindNext(QStringLiteral("58 "));
+    ASSERT_EQ(cursor(), 2);
+    m_document.FindNext(QString());
+    EXPECT_EQ(cursor(), 4);
+}
+
+TEST_F(HexMode, ASearchTellsTheFindBarWhatForAndHow) {
+    struct Row {
+        qint16 type;
+        bool shared;
+        bool expected;
+    };
+    ASSERT_TRUE(openHexOf("one"));
+    m_options.RegExpOn = true;
+    for (const Row& row : {Row{0, true, true}, Row{0, false, false}, Row{1, true, false}, Row{2, false, true}}) {
+        m_options.CaseSensitiveOn = row.shared;
+        QSignalSpy told(&m_document, &frmDocument::AfterFind);
+        hex().FindDown(QStringLiteral("6E "), row.type);
+        ASSERT_EQ(told.count(), 1);
+        EXPECT_EQ(told.first(), QList<QVariant>({QStringLiteral("6E "), row.expected, true, false}));
+    }
+}
+
+// Bookmarks and menus
+
+TEST_F(HexMode, BookmarksAreThoseOfTheBytes) {
+    ASSERT_TRUE(openHexOf(QByteArray(100, 'a')));
+    for (const int moves : {0, 1, 1}) {
+        for (int i = 0; i < moves; ++i)
+            pressKey(Qt::Key_Right);
+        m_document.ToggleBookmark();
+    }
+    EXPECT_EQ(bookmarkCount(), 3);
+    m_document.FirstBookmark();
+    EXPECT_EQ(cursor(), 1);
+    m_document.NextBookmark();
+    EXPECT_EQ(cursor(), 2);
+    m_document.LastBookmark();
+    EXPECT_EQ(cursor(), 3);
+    m_document.PrevBookmark();
+    EXPECT_EQ(cursor(), 2);
+    m_document.ToggleBookmark();
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Bookmark already exists!")));
+    m_document.DeleteBookmark();
+    EXPECT_EQ(bookmarkCount(), 2);
+    m_prompts.answerNo();
+    m_document.ClearAllBookmark();
+    EXPECT_EQ(bookmarkCount(), 2);
+    m_prompts.answerYes();
+    m_document.ClearAllBookmark();
+    EXPECT_EQ(bookmarkCount(), 0);
+    EXPECT_EQ(m_prompts.questions, QStringList(2, QStringLiteral("Clear all bookmarks?")));
+}
+
+TEST_F(HexMode, ABookmarkIsDeletedInHexModeAlone) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.ToggleBookmark();
+    view().show();  // text mode, with the hex view as it was
+    m_document.DeleteBookmark();
+    EXPECT_EQ(bookmarkCount(), 1);
+}
+
+TEST_F(HexMode, ThePanesBringTheirMenuUp) {
+    ASSERT_TRUE(openHexOf("one"));
+    QTest::mouseClick(&pane(2), Qt::RightButton, {}, QPoint(4, 4));
+    EXPECT_TRUE(menu("HEX").isVisible());
+    EXPECT_FALSE(menu("EditText").isVisible());
+    EXPECT_EQ(menu("HEX").pos(), pane(2).mapToGlobal(QPoint(4, 4)));
+    menu("HEX").close();
+}
+
+TEST_F(HexMode, TheListOfBookmarksBringsItsMenuUp) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.ToggleBookmark();
+    pressKey(Qt::Key_Right);
+    m_document.ToggleBookmark();
+    Q_EMIT bookmarks().customContextMenuRequested(QPoint(1, 1));
+    EXPECT_TRUE(menu("BOOK").isVisible());
+    menu("BOOK").close();
+    choose("BOOK", "mnuHexDelBookmark");
+    EXPECT_EQ(bookmarkCount(), 1);
+    m_prompts.answerYes();
+    choose("BOOK", "mnuHexDelAllBookmark");
+    EXPECT_EQ(bookmarkCount(), 0);
+}
+
+TEST_F(HexMode, TheMenuFollowsTheLock) {
+    ASSERT_TRUE(openHexOf("one"));
+    for (const bool readOnly : {false, true}) {
+        m_document.isReadOnly = readOnly;
+        Q_EMIT hex().ContextMenuRequest(1, 1, QStringLiteral("HEX"));
+        EXPECT_EQ(menu("HEX").findChild<QAction*>(QStringLiteral("mnuHexUndo"))->isEnabled(), !readOnly);
+        EXPECT_EQ(menu("HEX").findChild<QAction*>(QStringLiteral("mnuHexReadonly"))->isChecked(), readOnly);
+        menu("HEX").close();
+    }
+}
+
+TEST_F(HexMode, AnEntryOfTheMenuRunsTheOperationOfItsName) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    choose("HEX", "mnuHexCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("41"));
+    choose("HEX", "mnuHexUndo");
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    choose("HEX", "mnuHexToggleBookmark");
+    EXPECT_EQ(bookmarkCount(), 1);
+    choose("HEX", "mnuHexDelBookmark");
+    EXPECT_EQ(bookmarkCount(), 0);
+    choose("HEX", "mnuHexReadonly");
+    EXPECT_EQ(m_host.calls.last(), QStringLiteral("ChangeReadOnly"));
+}

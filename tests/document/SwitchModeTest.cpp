@@ -1,0 +1,377 @@
+#include "HexDocumentFixture.h"
+#include "hex/WorkingCopy.h"
+
+#include <QSignalSpy>
+
+/// The switch of a document between text and hex.
+class SwitchMode : public HexDocumentFixture {};
+
+TEST_F(SwitchMode, ExactlyOneViewIsVisible) {
+    EXPECT_TRUE(view().isVisible());
+    EXPECT_FALSE(hex().isVisible());
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(view().isVisible());
+    EXPECT_TRUE(hex().isVisible());
+    EXPECT_FALSE(m_document.property("TextEdit").toBool());
+    m_document.setProperty("TextEdit", true);
+    EXPECT_TRUE(view().isVisible());
+    EXPECT_FALSE(hex().isVisible());
+    EXPECT_TRUE(m_document.TextEdit());
+}
+
+TEST_F(SwitchMode, ASavedUnchangedDocumentIsAskedNothing) {
+    ASSERT_TRUE(open(fileOf("one")));
+    m_document.setTextEdit(false);
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(m_asked, 0);
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(SwitchMode, CancelLeavesModeTextSelectionAndUndo) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(QStringLiteral("x"));
+    control().setSelection(1, 3);
+    for (const int option : {0, 1}) {
+        answerSwitch(option, "cmdCancel");
+        m_document.setTextEdit(false);
+        EXPECT_TRUE(m_document.TextEdit());
+        EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+        EXPECT_EQ(view().SelText(), QStringLiteral("on"));
+        EXPECT_TRUE(control().CanUndo());
+        EXPECT_TRUE(m_document.isChange);
+        EXPECT_TRUE(view().FileChanged);
+    }
+    EXPECT_EQ(m_asked, 2);
+    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("SaveDocument 1 1")));
+}
+
+TEST_F(SwitchMode, CancelLeavesTheBytesAndTheirUndo) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    answerSwitch(1, "cmdCancel");
+    m_document.setTextEdit(true);
+    EXPECT_EQ(m_asked, 1);
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_EQ(shown(), QByteArray("416E65"));
+    EXPECT_TRUE(hex().Modified());
+    EXPECT_TRUE(m_document.isChange);
+    m_document.Undo();
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+}
+
+TEST_F(SwitchMode, SavingFirstSavesInTheModeThatIsLeft) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(QStringLiteral("x"));
+    m_host.during[QStringLiteral("SaveDocument")] = [&] {
+        EXPECT_TRUE(m_document.TextEdit());
+        EXPECT_TRUE(m_document.SaveFile(file));
+    };
+    answerSwitch(0, "cmdSwitch");
+    m_host.take();
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_host.take().first(), QStringLiteral("SaveDocument 1 1"));
+    EXPECT_EQ(shown(), QByteArray("786F6E65"));
+    EXPECT_EQ(documenttest::readFile(file), QByteArray("xone"));
+
+    press(QStringLiteral("41"));
+    m_host.during[QStringLiteral("SaveDocument")] = [&] {
+        EXPECT_FALSE(m_document.TextEdit());
+        EXPECT_TRUE(m_document.SaveFile(file));
+    };
+    answerSwitch(0, "cmdSwitch");
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().Text(), QStringLiteral("Aone"));
+    EXPECT_EQ(documenttest::readFile(file), QByteArray("Aone"));
+    EXPECT_EQ(m_asked, 2);
+}
+
+TEST_F(SwitchMode, DiscardingLoadsTheFileAsItIsOnDisk) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(QStringLiteral("x"));
+    answerSwitch(1, "cmdSwitch");
+    m_document.setTextEdit(false);
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 0);
+
+    press(QStringLiteral("41"));
+    ASSERT_TRUE(m_document.isChange);
+    answerSwitch(1, "cmdSwitch");
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_EQ(documenttest::readFile(file), QByteArray("one"));
+    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("SaveDocument 1 1")));
+}
+
+TEST_F(SwitchMode, ASaveThatCameToNothingDoesNotHoldTheSwitch) {
+    type(QStringLiteral("abc"));
+    answerSwitch(0, "cmdSwitch");
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SaveDocument 1 1")));
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_FALSE(hex().FileOpen());
+    EXPECT_TRUE(shown().isEmpty());
+}
+
+TEST_F(SwitchMode, AnUntitledTextWaitsInItsViewAndIsAskedAboutEachTime) {
+    type(QStringLiteral("abc"));
+    for (int i = 1; i <= 2; ++i) {
+        answerSwitch(1, "cmdSwitch");
+        m_document.setTextEdit(false);
+        EXPECT_EQ(m_asked, i);
+        EXPECT_FALSE(m_document.TextEdit());
+        EXPECT_TRUE(m_document.isChange);
+        m_document.setTextEdit(true);
+        EXPECT_EQ(m_asked, i);
+        EXPECT_EQ(view().Text(), QStringLiteral("abc"));
+        EXPECT_TRUE(view().FileChanged);
+    }
+    EXPECT_TRUE(control().CanUndo());
+}
+
+TEST_F(SwitchMode, EventsRunOnceBeforeTheBytesAreLoaded) {
+    ASSERT_TRUE(open(fileOf("one")));
+    bool ran = false;
+    QTimer::singleShot(0, &m_document, [&] {
+        ran = true;
+        EXPECT_TRUE(hex().isVisible());
+        EXPECT_FALSE(hex().FileOpen());
+    });
+    m_document.setTextEdit(false);
+    EXPECT_TRUE(ran);
+    EXPECT_TRUE(hex().FileOpen());
+}
+
+TEST_F(SwitchMode, AReadOnlyDocumentStaysSoInTheOtherView) {
+    ASSERT_TRUE(open(fileOf("one")));
+    m_document.ChangeToReadOnly();
+    m_document.setTextEdit(false);
+    EXPECT_TRUE(m_document.isReadOnly);
+    EXPECT_TRUE(m_document.Locked());
+    EXPECT_TRUE(hex().Locked());
+    EXPECT_EQ(m_document.DocIcon(), 2);
+    press(QStringLiteral("41"));
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.isReadOnly);
+    EXPECT_TRUE(view().Locked());
+    type(QStringLiteral("x"));
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+}
+
+TEST_F(SwitchMode, TheFlagsAreThoseOfALoadedFile) {
+    ASSERT_TRUE(open(fileOf("one"), true));
+    m_document.isChange = true;
+    m_document.isNew = true;
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_FALSE(m_document.isNew);
+    EXPECT_TRUE(m_document.isReadOnly);
+    EXPECT_EQ(m_document.LastUpdate, m_document.KnownUpdate);
+}
+
+TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
+    ASSERT_TRUE(open(fileOf("one\ntwo\nthree")));
+    type(QStringLiteral("x"));
+    ASSERT_TRUE(m_document.SaveFile(m_document.filename));
+    control().GotoTextLine(2);
+    m_document.ToggleBookmark();
+    m_document.setTextEdit(false);
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().CurrentLine(), 0);
+    EXPECT_EQ(view().SelLength(), 0);
+    EXPECT_FALSE(control().CanUndo());
+    EXPECT_FALSE(control().BookmarkAt(2));
+}
+
+TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {
+    ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
+    press(QStringLiteral("41"));
+    ASSERT_TRUE(m_document.SaveFile(m_document.filename));
+    pressKey(Qt::Key_End, Qt::ControlModifier);
+    m_document.ToggleBookmark();
+    ASSERT_EQ(bookmarks().model()->rowCount(), 1);
+    ASSERT_GT(cursor(), 1);
+    m_document.setTextEdit(true);
+    m_document.setTextEdit(false);
+    EXPECT_EQ(cursor(), 1);
+    EXPECT_EQ(bookmarks().model()->rowCount(), 0);
+    m_document.Undo();
+    EXPECT_TRUE(shown().startsWith("4161"));
+}
+
+TEST_F(SwitchMode, TheHiddenViewKeepsWhatItHadUntilItIsLoadedAnew) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    m_document.setTextEdit(false);
+    documenttest::writeFile(file, "two");
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().Text(), QStringLiteral("two"));
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+}
+
+TEST_F(SwitchMode, TheLanguageIsPickedByTheFileAgain) {
+    ASSERT_TRUE(openHex(fileOf("int i;", QStringLiteral("a.cpp"))));
+    EXPECT_EQ(view().languageFile(), QString());
+    m_document.setTextEdit(true);
+    EXPECT_EQ(view().languageFile(), path(QStringLiteral("a.cpp")));
+}
+
+TEST_F(SwitchMode, TextModeSetInTextModeLooksAtTheBytesAloneAndReloads) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(QStringLiteral("x"));
+    m_document.setTextEdit(true);
+    EXPECT_EQ(m_asked, 0);
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+
+    m_document.setTextEdit(false);
+    press(QStringLiteral("41"));
+    answerSwitch(1, "cmdSwitch");
+    m_document.setTextEdit(true);
+    ASSERT_EQ(m_asked, 1);
+    answerSwitch(0, "cmdCancel");  // the discarded bytes are in the hidden view still
+    m_document.setTextEdit(true);
+    EXPECT_EQ(m_asked, 2);
+}
+
+TEST_F(SwitchMode, HexModeSetInHexModeReloadsTheBytes) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("41"));
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_asked, 0);
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(SwitchMode, AByteOfOneDigitIsAChangeToo) {
+    ASSERT_TRUE(openHexOf("one"));
+    press(QStringLiteral("4"));
+    answerSwitch(0, "cmdCancel");
+    m_document.setTextEdit(true);
+    EXPECT_EQ(m_asked, 1);
+    EXPECT_EQ(shown(), QByteArray("046E65"));
+}
+
+TEST_F(SwitchMode, AFileThatIsGoneIsToldAndTheViewIsSwitchedAllTheSame) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(QFile::remove(file));
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_FALSE(hex().FileOpen());
+    EXPECT_EQ(m_document.filename, file);
+    m_document.setTextEdit(true);
+    EXPECT_EQ(m_prompts.messages.size(), 2);
+    EXPECT_TRUE(m_document.TextEdit());
+    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+}
+
+TEST_F(SwitchMode, AnEmptyFileGivesAnEmptyHexViewWithoutAWord) {
+    ASSERT_TRUE(open(fileOf("")));
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_FALSE(hex().FileOpen());
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    m_document.setTextEdit(true);
+    type(QStringLiteral("x"));
+    EXPECT_EQ(view().Text(), QStringLiteral("x"));
+}
+
+TEST_F(SwitchMode, TheFocusIsInTheViewThatBecameVisible) {
+    ASSERT_TRUE(open(fileOf("one")));
+    control().setFocus();
+    m_document.setTextEdit(false);
+    EXPECT_EQ(focused(), &pane(1));
+    m_document.setTextEdit(true);
+    EXPECT_EQ(focused(), &control());
+    QPushButton elsewhere(&m_document);
+    elsewhere.show();
+    elsewhere.setFocus();
+    m_document.setTextEdit(false);
+    EXPECT_EQ(focused(), &pane(1));
+    elsewhere.setFocus();
+    m_document.setTextEdit(true);
+    EXPECT_EQ(focused(), &control());
+}
+
+TEST_F(SwitchMode, WithoutAFileTheFocusWaitsInTheHexViewItself) {
+    control().setFocus();
+    m_document.setTextEdit(false);
+    EXPECT_EQ(focused(), &hex());
+    m_document.setTextEdit(true);
+    EXPECT_EQ(focused(), &control());
+}
+
+TEST_F(SwitchMode, TheFocusComesBackToThePaneInUse) {
+    ASSERT_TRUE(openHexOf("one"));
+    pressKey(Qt::Key_Tab);
+    ASSERT_EQ(focused(), &pane(2));
+    QPushButton elsewhere(&m_document);
+    elsewhere.show();
+    elsewhere.setFocus();
+    m_document.setFocus();
+    EXPECT_EQ(focused(), &pane(2));
+}
+
+TEST_F(SwitchMode, WhileItLoadsAnotherSwitchIsLeftOut) {
+    ASSERT_TRUE(open(fileOf("one")));
+    QTimer::singleShot(0, &m_document, [&] { m_document.setTextEdit(true); });
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.TextEdit());
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+}
+
+TEST_F(SwitchMode, ACloseEventWhileItAsksIsIgnored) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(QStringLiteral("x"));
+    bool closed = true;
+    whileAsked<frmSwitch>([&](frmSwitch& form) {
+        closed = m_document.close();
+        form.reject();
+    });
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(closed);
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(SwitchMode, ADocumentThatGoesWhileItAsksIsNotTouchedAgain) {
+    for (const bool confirmed : {true, false}) {
+        auto* document = new frmDocument(&m_host, m_services);
+        document->show();
+        documenttest::typeInto(document->GetEditor()->control(), QStringLiteral("x"));
+        QTimer::singleShot(0, &m_document, [&] {
+            if (confirmed)
+                qobject_cast<frmSwitch*>(QApplication::activeModalWidget())->accept();
+            delete document;
+        });
+        document->setTextEdit(false);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+    EXPECT_TRUE(m_host.calls.isEmpty());
+}
+
+TEST_F(SwitchMode, ADocumentThatGoesWhileItSavesFirstIsNotTouchedAgain) {
+    auto* document = new frmDocument(&m_host, m_services);
+    document->show();
+    documenttest::typeInto(document->GetEditor()->control(), QStringLiteral("x"));
+    m_host.during[QStringLiteral("SaveDocument")] = [&] { delete document; };
+    answerSwitch(0, "cmdSwitch");
+    document->setTextEdit(false);
+    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SaveDocument 1 1")));
+}
+
+TEST_F(SwitchMode, ADocumentThatGoesBeforeTheBytesAreLoadedIsNotTouchedAgain) {
+    auto* document = new frmDocument(&m_host, m_services);
+    ASSERT_TRUE(document->OpenFile(fileOf("one"), false, false, true));
+    m_host.take();
+    QTimer::singleShot(0, &m_document, [&] { delete document; });
+    document->setTextEdit(false);
+    EXPECT_TRUE(m_host.calls.isEmpty());
+}
