@@ -119,6 +119,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
         chooseTextMode(checkBinary, textMode, m_options.CheckHexModeWhenOpen, [&] { return IsBinaryFile(path); });
     DocumentView& view = viewFor(text);
     bringUp(view);
+    view.viewWidget()->setFocus();
     yieldOnce();
     if (!alive)
         return false;

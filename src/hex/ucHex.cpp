@@ -162,8 +162,11 @@ bool ucHex::OpenFile(const QString& pFileName) {
         return false;
     finishNibble();
     const QPointer<ucHex> guard(this);
+    const QWidget* inFocus = window()->focusWidget();
+    const bool holdsFocus = inFocus == nullptr || isAncestorOf(inFocus);
     DisableHexControls();
-    setFocus();
+    if (holdsFocus)
+        setFocus();
     m_undoLog.clear();
     forgetChanges();
     m_modified = false;

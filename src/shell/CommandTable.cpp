@@ -168,9 +168,9 @@ constexpr CommandRow commands[] = {
     gap("mnuFavorites", "mnuFavoritesSep"),
 
     menu("", "mnuTools", "Tools"),
-    {"mnuTools", "mnuAnsiTable", "ANSI Table", "", "", on(&Rooms::ShowAnsiTable)},
-    {"mnuTools", "mnuConvertor", "Data Convertor", "", "", on(&Rooms::ShowConvertor)},
-    {"mnuTools", "mnuCalculator", "Calculator", "", "calc", on(&Rooms::StartCalculator)},
+    {"mnuTools", "mnuAnsiTable", "ANSI Table", "", "", on(&Frame::ShowAnsiTable)},
+    {"mnuTools", "mnuConvertor", "Data Convertor", "", "", on(&Frame::ShowConvertor)},
+    {"mnuTools", "mnuCalculator", "Calculator", "", "calc", on(&Frame::StartCalculator)},
     {"mnuTools", "mnuSpelling", "Spelling", "", "spell", on(&Document::Spelling), InText},
     gap("mnuTools", "mnuToolsSep01"),
     {"mnuTools", "mnuWindowDirectory", "Windows Directory", "", "", on(&Rooms::OpenWindowsDirectory)},

@@ -109,13 +109,25 @@ void DocumentFiles::showOpened(frmDocument* document, const QString& path) {
     document->setCaption(captionFor(path));
     m_parts.explorer->SetFile(path, document->fIdx, DocumentTabs::imageFor(document));
     m_parts.tabs->SetTabCaption(document);
+    m_parts.rooms->AddLRUFile(path);
+    showActive(document);
+    if (isActive(document))
+        document->setFocus();
+}
+
+/// While a document loads in blocks another one may have come to the front.
+bool DocumentFiles::isActive(const frmDocument* document) const {
+    return document == m_parts.children->active();
+}
+
+/// What the frame shows of the active document, when it is that one.
+void DocumentFiles::showActive(frmDocument* document) {
+    if (!isActive(document))
+        return;
     m_parts.languageMenu->CheckLangMenu(document);
     m_parts.status->ShowCursorPosition(document);  // the count of lines is new even where the cursor stayed
     m_parts.status->ShowDocumentInfo(document);
-    m_parts.rooms->AddLRUFile(path);
     m_parts.commands->SetDocumentEnv(document);
-    if (document == m_parts.children->active())
-        document->setFocus();
 }
 
 void DocumentFiles::endOpening() {
@@ -153,10 +165,8 @@ void DocumentFiles::checkFile(const QPointer<frmDocument>& document) {
         return;
     m_parts.children->bringToFront(document);
     document->ReloadFile();
-    if (!document)
-        return;
-    m_parts.status->ShowCursorPosition(document);
-    m_parts.status->ShowDocumentInfo(document);
+    if (document)
+        showActive(document);  // it comes back as text, whatever it was
 }
 
 void DocumentFiles::ChangeReadOnly() {
@@ -173,24 +183,24 @@ void DocumentFiles::SwitchHex(bool hex) {
     if (!document)
         return;
     m_parts.commands->button("ShowHex")->setChecked(hex);
-    if (document->TextEdit() == hex)
-        document->setTextEdit(!hex);
-    if (!document)
+    m_parts.systemClose->enable(false);
+    ignoringErrors([&] {
+        if (document->TextEdit() == hex)
+            document->setTextEdit(!hex);
+    });
+    m_parts.systemClose->enable(true);
+    if (!document || !isActive(document))
         return;
     m_parts.commands->SetEditModeIcon(document);
     m_parts.commands->CheckMenuItem("mnuToggleHex", !document->TextEdit());
-    m_parts.commands->SetDocumentEnv(document);
+    showActive(document);
 }
 
 void DocumentFiles::ActiveFormChange(frmDocument* document) {
     const QPointer<frmDocument> alive(document);
     m_parts.tabs->selectKey(document->fIdx);
-    if (!alive)
-        return;
-    m_parts.status->ShowCursorPosition(document);
-    m_parts.status->ShowDocumentInfo(document);
-    m_parts.languageMenu->CheckLangMenu(document);
-    m_parts.commands->SetDocumentEnv(document);
+    if (alive)
+        showActive(document);
 }
 
 QString DocumentFiles::captionFor(const QString& path) const {

@@ -9,8 +9,9 @@
 class frmDocument;
 struct FrameParts;
 
-/// Making, finding, opening and re-reading documents, and the text and hex switch. Owned by the frame. OpenFile yields:
-/// a second call that arrives in the middle of one waits until the first has returned.
+/// Making, finding, opening and re-reading documents, and the text and hex switch. Owned by the frame. OpenFile and the
+/// switch yield, and grey Close meanwhile; a second OpenFile that arrives in the middle of one waits until the first
+/// has returned.
 class DocumentFiles {
  public:
     explicit DocumentFiles(FrameParts& parts);
@@ -36,6 +37,8 @@ class DocumentFiles {
  private:
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
+    bool isActive(const frmDocument* document) const;
+    void showActive(frmDocument* document);
     void endOpening();
     void checkFile(const QPointer<frmDocument>& document);
 

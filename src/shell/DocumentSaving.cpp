@@ -16,6 +16,7 @@
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
 #include "shell/StatusPanels.h"
+#include "shell/SystemClose.h"
 
 #include <QPointer>
 
@@ -27,7 +28,7 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     QString path = document->filename;
     if (path.isEmpty())
         path = askPath(QLatin1String("Save") + suffix, document->Caption() + QLatin1String(".txt"));
-    if (path.isEmpty() || !alive || !document->SaveFile(path, format, false) || !alive)
+    if (path.isEmpty() || !alive || !save(*document, path, format, false) || !alive)
         return;
     if (!suffix.isEmpty())
         document->ReloadTextFile(path, format);
@@ -49,10 +50,19 @@ void DocumentSaving::SaveAs() {
     if (!document)
         return;
     const QString path = askPath(QStringLiteral("Save As"), document->filename);
-    if (path.isEmpty() || !document || !document->SaveFile(path, SaveFormats::AsLoaded, true) || !document)
+    if (path.isEmpty() || !document || !save(*document, path, SaveFormats::AsLoaded, true) || !document)
         return;
     showSaved(document, path);
     m_parts.rooms->AddLRUFile(path);
+}
+
+/// Bytes are saved in blocks, between which events run: Close is greyed.
+bool DocumentSaving::save(frmDocument& document, const QString& path, int format, bool force) {
+    m_parts.systemClose->enable(false);
+    bool saved = false;
+    ignoringErrors([&] { saved = document.SaveFile(path, format, force); });
+    m_parts.systemClose->enable(true);
+    return saved;
 }
 
 QString DocumentSaving::askPath(const QString& title, const QString& initialName) const {
@@ -70,7 +80,8 @@ QString DocumentSaving::askPath(const QString& title, const QString& initialName
 void DocumentSaving::showSaved(frmDocument* document, const QString& path) {
     document->setCaption(m_files.captionFor(path));
     m_parts.tabs->SetTabCaption(document);
-    m_parts.status->ShowDocumentInfo(document);
+    if (document == m_parts.children->active())
+        m_parts.status->ShowDocumentInfo(document);
 }
 
 void DocumentSaving::SaveAll() {

@@ -26,6 +26,7 @@ class DocumentSaving {
  private:
     /// Asks until the name is free or may be overwritten; empty: cancelled.
     QString askPath(const QString& title, const QString& initialName) const;
+    bool save(frmDocument& document, const QString& path, int format, bool force);
     void showSaved(frmDocument* document, const QString& path);
     void saveTab(int index);
 

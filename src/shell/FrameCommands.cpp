@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "properties/fmrLangProperties.h"
 #include "settings/FileFilters.h"
+#include "shell/Calculator.h"
 #include "shell/Commands.h"
 #include "shell/CoolBar.h"
 #include "shell/DocumentClosing.h"
@@ -22,6 +23,7 @@
 #include "shell/RoomsToCome.h"
 #include "shell/SearchToggles.h"
 #include "shell/SystemClose.h"
+#include "shell/ToolForms.h"
 #include "shell/ViewOptions.h"
 
 #include <QAction>
@@ -195,6 +197,18 @@ void FrameCommands::OrganizeMacros() {
 
 void FrameCommands::ResetKey() {
     m_parts.macroMenu->ResetKeys();
+}
+
+void FrameCommands::ShowAnsiTable() {
+    ToolForms::ShowAnsiTable(m_parts.frame);
+}
+
+void FrameCommands::ShowConvertor() {
+    ToolForms::ShowConvertor(m_parts.frame);
+}
+
+void FrameCommands::StartCalculator() {
+    Calculator::start();
 }
 
 void FrameCommands::Cascade() {

@@ -49,6 +49,10 @@ class FrameCommands {
     void OrganizeMacros();
     void ResetKey();
 
+    void ShowAnsiTable();
+    void ShowConvertor();
+    void StartCalculator();
+
     void Cascade();
     void TileHorizontal();
     void TileVertical();

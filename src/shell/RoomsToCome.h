@@ -60,14 +60,11 @@ class RoomsToCome {
     virtual void ArrangePanels() {}
     virtual void layOutSearchPanel() {}
 
-    // Dialogs and tools.
+    // Dialogs.
     virtual void ShowProperties() {}
-    virtual void ShowAnsiTable() {}
-    virtual void ShowConvertor() {}
     virtual void ShowAbout() {}
 
     // What lies outside the program.
-    virtual void StartCalculator() {}
     virtual void OpenWindowsDirectory() {}
     virtual void OpenSystemDirectory() {}
     virtual void OpenDesktop() {}

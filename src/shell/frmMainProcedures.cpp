@@ -49,7 +49,7 @@ void frmMain::SetTabCaption(frmDocument* document, bool) {
 }
 
 void frmMain::SetEditModeIcon(frmDocument* document) {
-    if (document != nullptr)
+    if (document != nullptr && document == m_parts->children->active())
         m_parts->commands->SetEditModeIcon(document);
 }
 

@@ -1,3 +1,4 @@
+#include "hex/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
 #include "platform/QtPrompts.h"
@@ -10,10 +11,15 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 
+#include <chrono>
 #include <utility>
 
 namespace {
+
+/// Once the window is up and has drawn itself: nobody waits for what a killed process left behind.
+constexpr std::chrono::seconds sweepDelay(2);
 
 /// The process's own duties. Entering the program into the desktop and handing over to a running instance are still to
 /// come: the first does nothing yet, and no running instance is ever found.
@@ -38,6 +44,7 @@ class Program : public StartDuties {
         frmMain frame({prompts, registry, explorer, rooms, m_tail, {}});
         frame.Load();
         frame.show();
+        QTimer::singleShot(sweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
         return QApplication::exec();
     }
 

@@ -1,0 +1,313 @@
+#include "HexDocumentFixture.h"
+
+#include <QProgressBar>
+#include <QScrollBar>
+
+#include <sys/resource.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <limits>
+
+using documenttest::readFile;
+using documenttest::writeFile;
+
+/// Files that a document in hex mode has to stand: sizes around the edges of rows and pages, files that are none, files
+/// that change while they are read or written, and events that come in between.
+class HexLoading : public HexDocumentFixture {
+ protected:
+    /// More than two blocks of a copy.
+    static constexpr qsizetype severalBlocks = 1'300'000;
+
+    static QByteArray bytesOfSize(qsizetype size) {
+        QByteArray bytes;
+        for (qsizetype i = 0; i < size; ++i)
+            bytes += static_cast<char>(i * 7 % 251);
+        return bytes;
+    }
+    static QString description(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
+    QString sparse(qint64 size) const {
+        const QString file = path(QStringLiteral("sparse.bin"));
+        QFile made(file);
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.resize(size));
+        return file;
+    }
+    /// Runs with each pass of the event loop, until it says that it has had its occasion.
+    void whileYielding(std::function<bool()> look) {
+        auto* timer = new QTimer(&m_timers);
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, look = std::move(look)] {
+            if (look())
+                timer->stop();
+        });
+        timer->start(0);
+    }
+    /// Between two blocks.
+    bool isLoading() { return hex().findChild<QProgressBar*>()->isVisible() && !hex().FileOpen(); }
+    void expectUsable() {
+        const QString file = fileOf("sound", QStringLiteral("sound.bin"));
+        EXPECT_TRUE(openHex(file));
+        EXPECT_EQ(m_document.filename, file);
+        EXPECT_EQ(shown(), QByteArray("736F756E64"));
+        press(QStringLiteral("41"));
+        EXPECT_TRUE(m_document.SaveFile(file));
+        EXPECT_EQ(readFile(file), QByteArray("Aound"));
+    }
+
+    QObject m_timers;
+};
+
+TEST_F(HexLoading, FilesAroundTheEdgesOfRowsAndPagesAreShownEditedAndSavedWhole) {
+    for (const int size : {1, 2, 15, 16, 17, 319, 320, 321, 335, 336, 337, 640, 641}) {
+        QByteArray bytes = bytesOfSize(size);
+        ASSERT_TRUE(openHexOf(bytes)) << size;
+        EXPECT_EQ(shown(), bytes.left(320).toHex().toUpper()) << size;
+        EXPECT_EQ(hex().findChild<QScrollBar*>(QStringLiteral("VScroll1"))->isEnabled(), size > 320) << size;
+        EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("Pos 0/%1").arg(size - 1))) << size;
+        pressKey(Qt::Key_End, Qt::ControlModifier);
+        EXPECT_EQ(cursor(), size) << size;
+        press(QStringLiteral("FE"));
+        bytes[size - 1] = '\xFE';
+        ASSERT_TRUE(m_document.SaveFile(m_document.filename)) << size;
+        EXPECT_EQ(readFile(m_document.filename).toHex(), bytes.toHex()) << size;
+    }
+}
+
+TEST_F(HexLoading, AnEmptyFileIsNotTakenAndNothingIsSaid) {
+    EXPECT_FALSE(openHexOf(""));
+    EXPECT_EQ(m_document.filename, QString());
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    expectUsable();
+}
+
+TEST_F(HexLoading, TheLargestFileOpensAndIsWrittenInItsLastByte) {
+    constexpr qint64 most = std::numeric_limits<qint32>::max();
+    const QString file = sparse(most);
+    ASSERT_TRUE(openHex(file));
+    EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("Pos 0/2147483646")));
+    pressKey(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(cursor(), most);
+    m_document.ToggleBookmark();
+    press(QStringLiteral("5A"));
+    EXPECT_TRUE(m_document.isChange);
+    m_document.Undo();
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexLoading, AFileOfOneByteMoreIsRefusedWithABox) {
+    EXPECT_FALSE(openHex(sparse(qint64{std::numeric_limits<qint32>::max()} + 1)));
+    EXPECT_EQ(m_prompts.messages, QStringList(description(EFBIG)));
+    EXPECT_EQ(m_document.filename, QString());
+    EXPECT_TRUE(m_document.isNew);
+    expectUsable();
+}
+
+TEST_F(HexLoading, WhatIsNoFileIsToldAndTheDocumentStaysUsable) {
+    const QString fifo = path(QStringLiteral("fifo"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    for (const QString& each : {fifo, m_folder.path(), QStringLiteral("/dev/null"), path(QStringLiteral("missing"))}) {
+        m_prompts.messages.clear();
+        EXPECT_FALSE(openHex(each)) << each.toStdString();
+        EXPECT_EQ(m_prompts.messages.size(), 1) << each.toStdString();
+        EXPECT_EQ(m_document.filename, QString());
+        EXPECT_FALSE(hex().FileOpen());
+    }
+    expectUsable();
+}
+
+TEST_F(HexLoading, AFileOfTheSystemThatClaimsToBeEmptyIsNotTaken) {
+    EXPECT_FALSE(openHex(QStringLiteral("/proc/self/status")));
+    EXPECT_EQ(m_document.filename, QString());
+    expectUsable();
+}
+
+TEST_F(HexLoading, AFailedLoadLeavesTheFieldsOfTheFileBefore) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString file = m_document.filename;
+    press(QStringLiteral("41"));
+    EXPECT_FALSE(openHex(path(QStringLiteral("missing"))));
+    EXPECT_EQ(m_document.filename, file);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_FALSE(m_document.isNew);
+}
+
+TEST_F(HexLoading, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QString file = fileOf(bytes);
+    bool grown = false;
+    whileYielding([&] {
+        if (!isLoading())
+            return false;
+        QFile more(file);
+        grown = more.open(QIODevice::Append) && more.write("more") == 4;
+        return true;
+    });
+    ASSERT_TRUE(openHex(file));
+    ASSERT_TRUE(grown);
+    EXPECT_TRUE((bytes + "more").startsWith(readFile(hex().TempFileName())));
+    EXPECT_GE(QFile(hex().TempFileName()).size(), bytes.size());
+    EXPECT_EQ(readFile(file), bytes + "more");
+}
+
+TEST_F(HexLoading, AFileThatShrinksWhileItIsReadIsShownAsFarAsItWent) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QString file = fileOf(bytes);
+    bool cut = false;
+    whileYielding([&] {
+        cut = cut || (isLoading() && QFile::resize(file, 600'000));
+        return cut;
+    });
+    ASSERT_TRUE(openHex(file));
+    ASSERT_TRUE(cut);
+    const QByteArray copy = readFile(hex().TempFileName());
+    EXPECT_TRUE(bytes.startsWith(copy));
+    EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("/%1").arg(copy.size() - 1)));
+    EXPECT_EQ(shown(), bytes.left(320).toHex().toUpper());
+}
+
+TEST_F(HexLoading, AFileThatVanishesWhileItIsReadIsWholeOnTheScreen) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QString file = fileOf(bytes);
+    bool gone = false;
+    whileYielding([&] {
+        gone = gone || (isLoading() && QFile::remove(file));
+        return gone;
+    });
+    ASSERT_TRUE(openHex(file));
+    ASSERT_TRUE(gone);
+    EXPECT_EQ(readFile(hex().TempFileName()), bytes);
+    press(QStringLiteral("41"));
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), 'A' + bytes.mid(1));
+}
+
+TEST_F(HexLoading, ASaveThatFailsOnTheWayIsToldAndTheBytesCanBeSavedElsewhere) {
+    const QByteArray bytes = bytesOfSize(2000);
+    ASSERT_TRUE(openHexOf(bytes));
+    const QString file = m_document.filename;
+    press(QStringLiteral("41"));
+    // A limit on the size of files takes the place of a full disk.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit small{1000, before.rlim_max};
+    const QString larger = path(QStringLiteral("larger.bin"));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool saved = m_document.SaveFile(larger, SaveFormats::AsLoaded, true);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(saved);
+    ASSERT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_EQ(m_prompts.messages.first(), QStringLiteral("%1\n%2").arg(EFBIG).arg(description(EFBIG)));
+    EXPECT_EQ(m_document.filename, file);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_TRUE(hex().Modified());
+    EXPECT_EQ(readFile(file), bytes);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), 'A' + bytes.mid(1));
+}
+
+// Events between the blocks
+
+TEST_F(HexLoading, WhileItLoadsItStaysAndTakesNoByte) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QString file = fileOf(bytes);
+    int looks = 0;
+    whileYielding([&] {
+        if (!isLoading())
+            return false;
+        EXPECT_FALSE(m_document.close());
+        EXPECT_FALSE(m_document.FileNeedToReload());
+        m_document.setTextEdit(true);
+        EXPECT_FALSE(m_document.TextEdit());
+        EXPECT_FALSE(m_document.SaveFile(path(QStringLiteral("other"))));
+        EXPECT_FALSE(QFile::exists(path(QStringLiteral("other"))));
+        EXPECT_FALSE(openHex(file));
+        QTest::keyClicks(&pane(1), QStringLiteral("41"));
+        for (void (frmDocument::*command)() :
+             {&frmDocument::Undo, &frmDocument::Copy, &frmDocument::GotoPage, &frmDocument::GotoOffset,
+              &frmDocument::SelectBlock, &frmDocument::ToggleBookmark, &frmDocument::NextBookmark})
+            (m_document.*command)();
+        return ++looks == 3;
+    });
+    ASSERT_TRUE(openHex(file));
+    EXPECT_GE(looks, 1);
+    EXPECT_EQ(readFile(hex().TempFileName()), bytes);
+    EXPECT_EQ(m_document.filename, file);
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(HexLoading, AReloadAsTextInBetweenIsTheOneThatCounts) {
+    const QString file = fileOf(bytesOfSize(severalBlocks));
+    const QString other = fileOf("other text", QStringLiteral("other.txt"));
+    bool opened = false;
+    whileYielding([&] {
+        opened = opened || (isLoading() && open(other));
+        if (opened)
+            type(QStringLiteral("x"));
+        return opened;
+    });
+    openHex(file);
+    ASSERT_TRUE(opened);
+    EXPECT_TRUE(m_document.TextEdit());
+    EXPECT_EQ(m_document.filename, other);
+    EXPECT_EQ(view().Text(), QStringLiteral("xother text"));
+    EXPECT_TRUE(m_document.isChange);
+}
+
+TEST_F(HexLoading, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
+    auto* document = new frmDocument(&m_host, m_services);
+    document->show();
+    const QString file = fileOf(bytesOfSize(severalBlocks));
+    const auto* loading = document->findChild<ucHex*>(QStringLiteral("ucHex1"));
+    whileYielding([&, document] {
+        if (loading->TempFileName().isEmpty())
+            return false;
+        delete document;
+        return true;
+    });
+    EXPECT_FALSE(document->OpenFile(file, false, false, false));
+    EXPECT_TRUE(m_host.calls.isEmpty());
+}
+
+TEST_F(HexLoading, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
+    QByteArray bytes = bytesOfSize(severalBlocks);
+    ASSERT_TRUE(openHexOf(bytes));
+    const QString file = m_document.filename;
+    press(QStringLiteral("41"));
+    bool tried = false;
+    whileYielding([&] {
+        tried = true;
+        EXPECT_FALSE(m_document.close());
+        m_document.setTextEdit(true);
+        EXPECT_FALSE(m_document.TextEdit());
+        EXPECT_FALSE(m_document.FileNeedToReload());
+        QTest::keyClicks(&pane(1), QStringLiteral("42"));
+        return true;
+    });
+    EXPECT_TRUE(m_document.SaveFile(file));
+    ASSERT_TRUE(tried);
+    EXPECT_EQ(m_asked, 0);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(m_document.DocIcon(), 1);
+    EXPECT_EQ(readFile(file).size(), bytes.size());
+    EXPECT_TRUE(m_document.SaveFile(file));
+    bytes[0] = 'B';
+    EXPECT_EQ(readFile(file), bytes);
+    EXPECT_FALSE(m_document.isChange);
+}
+
+TEST_F(HexLoading, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    auto* document = new frmDocument(&m_host, m_services);
+    const QString file = fileOf(bytes);
+    ASSERT_TRUE(document->OpenFile(file, false, false, false));
+    writeFile(file, QByteArray(severalBlocks, 'z'));
+    whileYielding([document] {
+        delete document;
+        return true;
+    });
+    EXPECT_FALSE(document->SaveFile(file, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(readFile(file), bytes);
+}
