@@ -27,7 +27,8 @@ void CodeMax::setUpView() {
     // text.
     send(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
-    send(SCI_SETIDLESTYLING, SC_IDLESTYLING_ALL);
+    // No further than is shown: each key would have all that follows cut again.
+    send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
     send(SCI_SETBUFFEREDDRAW, 0);
     send(SCI_SETSCROLLWIDTH, 1);
     send(SCI_SETSCROLLWIDTHTRACKING, 1);

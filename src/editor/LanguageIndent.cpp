@@ -74,7 +74,7 @@ std::optional<QByteArray> frontByLineAbove(const CodeMax& control, qint64 begin)
     for (qint64 passed = 0; begin > 0 && passed < EmptyLines; ++passed) {
         const qint64 above = control.map().lineBeginOf(begin - 1);
         const qint64 end = control.map().lineEndOf(above);
-        const QByteArray front = frontAt(control, above, end);
+        QByteArray front = frontAt(control, above, end);
         begin = above;
         if (front.size() >= end - above)
             continue;

@@ -14,6 +14,8 @@
 namespace {
 
 constexpr int SwatchSize = 16;
+/// Letters of the column in front of the examples.
+constexpr int CaptionWidth = 16;
 
 /// What each class is called, and an example of it.
 struct ClassRow {
@@ -121,7 +123,7 @@ void TokenColourPage::showClass(int row) {
     const TokenLook look = m_looks.on(m_ground, classOf(row));
     const QString caption = tr(Classes[row].caption);
     QListWidgetItem* item = m_list->item(row);
-    item->setText(caption + QStringLiteral("   ") + QString::fromLatin1(Classes[row].example));
+    item->setText(caption.leftJustified(CaptionWidth) + QString::fromLatin1(Classes[row].example));
     item->setData(Qt::AccessibleTextRole, caption);
     item->setForeground(look.colour);
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);

@@ -38,6 +38,7 @@ ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp sh
     columns->addWidget(buildList());
     columns->addWidget(buildDetails(), 1);
     auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);  // its place has some
     rows->addLayout(columns, 1);
     rows->addWidget(buildButtons());
 }
