@@ -217,10 +217,11 @@ TEST_F(SwitchMode, TheHiddenViewKeepsWhatItHadUntilItIsLoadedAnew) {
 }
 
 TEST_F(SwitchMode, TheLanguageIsPickedByTheFileAgain) {
+    m_given.globals.languages.LoadLanguageIndex();
     ASSERT_TRUE(openHex(fileOf("int i;", QStringLiteral("a.cpp"))));
-    EXPECT_EQ(view().languageFile(), QString());
+    EXPECT_EQ(m_document.GetLang(), QString());
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().languageFile(), path(QStringLiteral("a.cpp")));
+    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
 }
 
 TEST_F(SwitchMode, TextModeSetInTextModeLooksAtTheBytesAloneAndReloads) {
