@@ -107,7 +107,7 @@ namespace LanguageIndent {
 
 QByteArray frontBehind(const CodeMax& control, qint64 byte) {
     const qint64 begin = control.map().lineBeginOf(byte);
-    const QByteArray front = frontAt(control, begin, byte);
+    QByteArray front = frontAt(control, begin, byte);
     if (!lineOpensLevel(control, begin, byte))
         return front;
     return AutoIndent::oneLevelMore(front, unitOf(control));
