@@ -3,6 +3,8 @@
 EditorGlobals::EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder)
     : registry(store),
       languages(programFolder, shareFolder),
+      hotKeys(GlobalObject::defaultHotKeys()),
       macros(store, hotKeys, programFolder),
+      control(store, hotKeys, macros),
       profile(store),
       theme(store) {}

@@ -2,6 +2,7 @@
 
 #include "editor/SharedProfile.h"
 #include "editor/TokenTheme.h"
+#include "lang/GlobalObject.h"
 #include "lang/HotKeys.h"
 #include "lang/LanguageTable.h"
 #include "lang/MacroStore.h"
@@ -9,9 +10,8 @@
 class QString;
 class RegistryStore;
 
-/// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they
-/// show text. The shell owns the one there is, and whoever makes a control gets it by reference. The registry outlives
-/// it.
+/// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they show
+/// text. The shell owns the one there is, and whoever makes a control gets it by reference. The registry outlives it.
 ///
 /// Made empty; it is for its owner to have the languages, hot keys and macros loaded.
 struct EditorGlobals {
@@ -22,6 +22,7 @@ struct EditorGlobals {
     LanguageTable languages;
     HotKeys hotKeys;
     MacroStore macros;
+    GlobalObject control;
     SharedProfile profile;
     TokenTheme theme;
 };

@@ -74,6 +74,7 @@ void frmDocument::layOut() {
 void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
+    connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
     connect(&m_text->control(), &CodeMax::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,

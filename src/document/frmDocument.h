@@ -185,6 +185,8 @@ class frmDocument : public QWidget {
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
+    /// For the status bar, as long as it is true; empty: it is no more.
+    void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
     /// A find or replace dialog of the document has searched, or was closed after a search.

@@ -42,6 +42,7 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
     m_control->setObjectName(QStringLiteral("CodeMax1"));
     m_control->setTheme(&services.globals.theme);
     m_control->setLineNumbering(true);
+    m_control->setGlobals(m_globals.control);
     m_globals.profile.connectTo(*m_control);
     setFocusProxy(m_control);
 
@@ -64,6 +65,7 @@ void rtCM::connectControl() {
     });
     connect(m_control, &CodeMax::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &CodeMax::DropFile, this, &rtCM::DropFile);
+    connect(m_control, &CodeMax::Notice, this, &rtCM::Notice);
     connectSearch();
 }
 

@@ -235,6 +235,8 @@ class rtCM : public QWidget, public DocumentView {
     /// The control's find or replace dialog has searched, or was closed after a search.
     void AfterFind();
     void DropFile(const QString& pFilename);
+    /// For the status bar, as long as it is true; empty: it is no more.
+    void Notice(const QString& text);
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

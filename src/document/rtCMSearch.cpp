@@ -1,8 +1,11 @@
 // The text view's searches and bookmarks: flags, wrap rule, lists of matches.
 
+#include "document/EditorGlobals.h"
 #include "document/MatchList.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "editor/MacroRecorder.h"
+#include "editor/Unrecorded.h"
 #include "platform/Yield.h"
 #include "platform/YieldPace.h"
 #include "settings/Options.h"
@@ -20,6 +23,40 @@ enum Command { FindPrevious = 174, FindFollowing = 176, GoToStart = 189, GoToEnd
 constexpr int marginFrom = 6;
 constexpr int marginTo = 25;
 constexpr int textBeside = 25;
+
+/// In a recording a search is one step, however often the control is asked for it: where it ends is where the control
+/// gets from its start by itself. One that gives the selection back is none.
+class RecordedSearch {
+ public:
+    RecordedSearch(CodeMax& control, int command)
+        : m_control(&control),
+          m_command(command),
+          m_steps(stepCount()),
+          m_anchor(control.AnchorPosition()),
+          m_caret(control.CaretPosition()) {}
+    ~RecordedSearch() {
+        MacroRecorder* recorder = m_control ? m_control->recording() : nullptr;
+        if (recorder == nullptr)
+            return;
+        recorder->cutTo(m_steps);
+        if (m_anchor != m_control->AnchorPosition() || m_caret != m_control->CaretPosition())
+            m_control->noteSearch(m_command);
+    }
+    RecordedSearch(const RecordedSearch&) = delete;
+    RecordedSearch& operator=(const RecordedSearch&) = delete;
+
+ private:
+    qsizetype stepCount() const {
+        const MacroRecorder* recorder = m_control->recording();
+        return recorder == nullptr ? 0 : recorder->steps().size();
+    }
+
+    QPointer<CodeMax> m_control;
+    int m_command;
+    qsizetype m_steps;
+    qint64 m_anchor;
+    qint64 m_caret;
+};
 
 /// Keeps a control from being painted, so that a search that goes on from the other end shows nothing on its way.
 class PaintStop {
@@ -113,11 +150,14 @@ void rtCM::ReverseIncrementalSearch() {
     m_control->ExecuteCmd(258);
 }
 
-/// Keys that no menu has taken. F3 opens the replace dialog with any modifier, so that Alt+F3 opens both.
+/// Keys that no menu has taken and that nobody has given to a command. F3 opens the replace dialog with any modifier,
+/// so that Alt+F3 opens both.
 bool rtCM::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_control || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = *static_cast<QKeyEvent*>(event);
+    if (m_globals.control.isBound(key))
+        return false;
     const bool ctrl = key.modifiers() == Qt::ControlModifier;
     const bool f3 = key.key() == Qt::Key_F3;
     const bool finds = (ctrl && key.key() == Qt::Key_F) || (f3 && key.modifiers() == Qt::AltModifier);
@@ -151,6 +191,7 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
     if (!text.isEmpty())
         SetFindText(text);
     const PaintStop stop(*m_control);
+    const RecordedSearch recorded(*m_control, find);
     const Selected before = selected();
     if (foundBy(find))
         return true;
@@ -188,7 +229,10 @@ rtCM::Selected rtCM::selected() const {
 }
 
 void rtCM::giveBack(const Selected& before) {
-    m_control->setSelection(before.anchor, before.caret);
+    {
+        const CodeMax::Unrecorded part(*m_control);
+        m_control->setSelection(before.anchor, before.caret);
+    }
     HighLightLine();
     Q_EMIT SelChange();
     yieldOnce();

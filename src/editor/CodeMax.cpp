@@ -1,10 +1,12 @@
 #include "editor/CodeMax.h"
 
+#include "editor/ControlCommands.h"
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
 #include "editor/KeptBookmarks.h"
 #include "editor/LanguageIndent.h"
 #include "editor/LineCommands.h"
+#include "editor/MacroRecorder.h"
 #include "editor/SearchWindows.h"
 #include "editor/Utf8Text.h"
 
@@ -20,10 +22,6 @@ namespace {
 constexpr qint64 TypingPause = 2000;
 /// Typed texts of more units than this are inserted as a whole.
 constexpr qsizetype TypedAtOnce = 64;
-/// Numbered commands that keys stand for too.
-constexpr int DeleteToStartCommand = 158;
-constexpr int DeleteToEndCommand = 159;
-constexpr int DeleteLineCommand = 160;
 
 }  // namespace
 
@@ -82,6 +80,8 @@ void CodeMax::closeScope() {
     const bool changed = std::exchange(m_changed, false);
     const Selection now = selection();
     const bool moved = std::exchange(m_toldSelection, now) != now;
+    if (!std::exchange(m_noted, false) && (changed || moved) && m_unrecorded == 0 && recording() != nullptr)
+        recording()->missed();
     if (changed) {
         showLineNumbers();
         followPieces();
@@ -123,6 +123,7 @@ void CodeMax::runCommand(int message) {
     m_typing = false;
     for (int done = 0; done < times; ++done)
         carryOut(message);
+    noteCommand(message, {}, times);
 }
 
 void CodeMax::carryOut(int message) {
@@ -139,12 +140,6 @@ void CodeMax::carryOut(int message) {
             return Redo();
         case SCI_NEWLINE:
             return newLine();
-        case SCI_DELLINELEFT:
-            return ExecuteCmd(DeleteToStartCommand);
-        case SCI_DELLINERIGHT:
-            return ExecuteCmd(DeleteToEndCommand);
-        case SCI_LINEDELETE:
-            return ExecuteCmd(DeleteLineCommand);
         case SCI_TAB:
         case SCI_BACKTAB:
             return tabKey(message);
@@ -174,6 +169,7 @@ void CodeMax::type(const QString& text) {
         putTyped(text, utf8);
     if (m_options.autoIndent && m_typing && text.size() == 1 && isStream() && !Locked())
         LanguageIndent::closeTypedLevel(*this);
+    noteTyped(text, times);
 }
 
 void CodeMax::putTyped(const QString& text, const QByteArray& utf8) {
@@ -369,6 +365,7 @@ void CodeMax::Redo() {
 void CodeMax::SelectAll() {
     const EditScope scope(*this);
     send(SCI_SELECTALL);
+    noteCommand(ControlCommands::SelectAll, {}, 1);
 }
 
 void CodeMax::GotoTextLine(qint64 line) {

@@ -23,14 +23,19 @@
 #include <optional>
 #include <vector>
 
+class ControlGlobals;
 class ControlProfile;
+class MacroPlayer;
+class MacroRecorder;
 class TokenTheme;
 struct LoadedText;
+struct MacroStep;
 struct Replacements;
 
 /// The editing control: text with undo, selection, change events, loading and saving, over Scintilla. Whoever places it
 /// owns it. Lines and columns count from 0 here; positions and lengths are UTF-16 units from the start of the text, a
-/// line end of CR LF counting two. It runs no event loop of its own and so yields to nothing.
+/// line end of CR LF counting two. It yields only while it plays a macro that takes long, and then is no other's to
+/// load or to type into.
 ///
 /// Inside, every text is UTF-8. Lines above a stated length are held in pieces; no position, line number or text that
 /// leaves this class knows of the joints.
@@ -158,8 +163,8 @@ class CodeMax : public QsciScintillaBase {
     /// The one highlighted line, -1 for none.
     void setLineHighlight(qint64 line, const QColor& colour);
 
-    /// Carries out a command by its number (CodeMaxCommands.cpp has the table), as one undo step. Does nothing for a
-    /// number that stands for none, and for a command that edits while the text is locked.
+    /// Carries out a command by its number (ControlCommands has the table), as one undo step. Does nothing for a number
+    /// that stands for none, and for a command that edits while the text is locked.
     void ExecuteCmd(int number, const QString& argument = {});
 
     /// How often the next command, key or typed text is carried out, all of it as one undo step. Used up by it;
@@ -172,6 +177,18 @@ class CodeMax : public QsciScintillaBase {
     void runCommand(int message);
     /// Types a text at the caret, as the keyboard or an input method would.
     void type(const QString& text);
+
+    // Hot keys and macros (CodeMaxMacros.cpp). Without globals there are neither, and keys are those of EditorKeys.
+    ControlGlobals* globals() const { return m_globals; }
+    void setGlobals(ControlGlobals& globals) { m_globals = &globals; }
+    /// The recording that follows this control; null: none does.
+    MacroRecorder* recording() const;
+    /// For a recording: what happens while this lives is told in another way, or not worth telling.
+    class Unrecorded;
+    /// Notes a search that was carried out, as a command that goes by the present text and flags.
+    void noteSearch(int command);
+    /// Whether a macro is being played, which may yield.
+    bool isPlaying() const { return m_player != nullptr; }
 
     /// Where characters and lines lie; for those who read the text for a screen reader or a search.
     const TextMap& map() const { return m_map; }
@@ -260,6 +277,8 @@ class CodeMax : public QsciScintillaBase {
     void FindWrapped();
     /// A command could not do what it is for, a search that finds nothing among them.
     void CommandFailed();
+    /// Something that a status bar shows as long as it is true; empty: it is no more.
+    void Notice(const QString& text);
     /// The properties dialog has changed what a profile tells.
     void PropertiesChanged(const ControlProfile& before, const ControlProfile& after);
 
@@ -272,6 +291,8 @@ class CodeMax : public QsciScintillaBase {
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool event(QEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -286,6 +307,7 @@ class CodeMax : public QsciScintillaBase {
  private:
     class EditScope;
     friend class EditScope;
+    friend class MacroPlayer;
 
     struct Selection {
         qint64 anchor = 0;
@@ -314,6 +336,21 @@ class CodeMax : public QsciScintillaBase {
     void carryOut(int message);
     void tabKey(int message);
     void putTyped(const QString& text, const QByteArray& utf8);
+
+    bool takeHotKey(const QKeyEvent& key);
+    void leaveHotKey();
+    void tellBegunHotKey();
+    void notice(const QString& text);
+    void recordMacro();
+    void playMacro(int n);
+    bool playStep(const MacroStep& step);
+    void playText(const QString& text);
+    bool failedIdly() const;
+    void noteCommand(int number, const QString& argument, int times);
+    void noteTyped(const QString& text, int times);
+    void noteSteps(MacroRecorder& recorder, const MacroStep& step, int times);
+    void noteSearchState(MacroRecorder& recorder, int command) const;
+    void commandFailed();
 
     void setUpView();
     void applyColours();
@@ -354,6 +391,7 @@ class CodeMax : public QsciScintillaBase {
     MatchPlace placeOf(const TextMatch& match) const;
     bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
     void apply(const Replacements& found, const ReplaceWatch& watch);
+    qint64 replaceAllMatches(const ReplaceWatch& watch);
     struct Pieces {
         qint64 first;
         qint64 end;
@@ -391,6 +429,12 @@ class CodeMax : public QsciScintillaBase {
     int m_lastCommand = 0;
     QElapsedTimer m_sinceTyped;
     int m_repeatCount = 1;
+    ControlGlobals* m_globals = nullptr;
+    MacroPlayer* m_player = nullptr;  ///< while a macro is played
+    bool m_failed = false;            ///< the present command
+    bool m_noted = false;             ///< what the present scope did is a step of the recording
+    int m_unrecorded = 0;             ///< how many Unrecorded live
+    bool m_noticed = false;
     bool m_pressedInSelection = false;
     bool m_dragging = false;   ///< out of the selection, as long as the drag lasts
     bool m_addsRange = false;  ///< by a press with Ctrl, until the button comes up

@@ -64,7 +64,7 @@ void CodeMax::goToBookmark(qint64 first, qint64 second, unsigned message) {
     if (held < 0)
         held = send(message, second, BookmarkMask);
     if (held < 0)
-        Q_EMIT CommandFailed();
+        commandFailed();
     else
         goToHeldLine(held);
 }

@@ -52,8 +52,10 @@ QString CodeMax::textOfRanges() const {
 }
 
 void CodeMax::Copy() {
+    const EditScope scope(*this);
     if (send(SCI_GETSELECTIONEMPTY) != 0)
         return;
+    noteCommand(SCI_COPY, {}, 1);
     if (send(SCI_SELECTIONISRECTANGLE) != 0) {
         m_copying = true;
         send(SCI_COPY);
@@ -71,6 +73,7 @@ void CodeMax::Cut() {
         return;
     Copy();
     send(SCI_CLEAR);
+    noteCommand(SCI_CUT, {}, 1);
 }
 
 void CodeMax::Paste() {
@@ -85,4 +88,5 @@ void CodeMax::Paste() {
     else
         replaceSelection(utf8);
     m_scrollDue = true;
+    noteCommand(SCI_PASTE, {}, 1);
 }

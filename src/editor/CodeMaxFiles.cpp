@@ -3,8 +3,10 @@
 #include "editor/CodeMax.h"
 #include "editor/EditScope.h"
 #include "editor/TextLoader.h"
+#include "platform/FileErrors.h"
 #include "platform/UserFileWriter.h"
 
+#include <cerrno>
 #include <optional>
 #include <vector>
 
@@ -23,6 +25,8 @@ SystemError CodeMax::OpenFile(const QString& path) {
 }
 
 SystemError CodeMax::OpenFileAs(const QString& path, int flagWord) {
+    if (isPlaying())
+        return FileErrors::reading(path, SystemError::fromErrno(EBUSY));
     std::optional<TextFormat> format;
     if ((flagWord & ~SaveFlags::ClearHistory) != SaveFlags::AsLoaded)
         format = formatOfSave(flagWord, m_format);

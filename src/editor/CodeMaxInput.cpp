@@ -1,6 +1,7 @@
 // What is typed into the control: keys and input methods.
 
 #include "editor/CodeMax.h"
+#include "editor/ControlGlobals.h"
 #include "editor/EditScope.h"
 #include "editor/EditorKeys.h"
 
@@ -17,15 +18,32 @@ constexpr qint64 SurroundingBytes = 1024;
 }  // namespace
 
 void CodeMax::keyPressEvent(QKeyEvent* event) {
-    if (const int message = EditorKeys::messageFor(*event)) {
-        runCommand(message);
-        event->accept();
-    } else if (EditorKeys::typesText(*event)) {
+    event->accept();
+    if (takeHotKey(*event))
+        return;
+    if (EditorKeys::typesText(*event))
         type(event->text());
-        event->accept();
-    } else {
+    else
         event->ignore();
+}
+
+/// What a second stroke is waited for goes past the menus.
+bool CodeMax::event(QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride || m_globals == nullptr)
+        return QsciScintillaBase::event(event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (m_globals->isAwaited(key)) {
+        event->accept();
+        return true;
     }
+    if (!EditorKeys::isModifier(key))
+        leaveHotKey();
+    return QsciScintillaBase::event(event);
+}
+
+void CodeMax::focusOutEvent(QFocusEvent* event) {
+    leaveHotKey();
+    QsciScintillaBase::focusOutEvent(event);
 }
 
 void CodeMax::inputMethodEvent(QInputMethodEvent* event) {
@@ -36,6 +54,7 @@ void CodeMax::inputMethodEvent(QInputMethodEvent* event) {
     QsciScintillaBase::inputMethodEvent(event);
     for (int done = 1; done < times; ++done)
         putTyped(committed, withOwnLineEnds(committed));
+    noteTyped(committed, times);
 }
 
 /// Only the neighbourhood of the caret: the library's own answer is the whole paragraph, which may be the whole text.

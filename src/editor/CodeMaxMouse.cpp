@@ -38,6 +38,7 @@ void CodeMax::mousePressEvent(QMouseEvent* event) {
     const bool pastes = event->button() == Qt::MiddleButton;
     const EditScope scope(*this, pastes ? EditScope::Grouped : EditScope::Separate);
     m_typing = false;
+    leaveHotKey();
     const QPoint at = event->position().toPoint();
     const qint64 byte = send(SCI_POSITIONFROMPOINT, at.x(), at.y());
     const bool inMargin = isInMargin(at.x());

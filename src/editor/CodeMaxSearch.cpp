@@ -2,10 +2,12 @@
 
 #include "editor/BulkReplace.h"
 #include "editor/CodeMax.h"
+#include "editor/ControlCommands.h"
 #include "editor/EditScope.h"
 #include "editor/Replacement.h"
 #include "editor/SearchHistory.h"
 #include "editor/TextSearch.h"
+#include "editor/Unrecorded.h"
 
 #include <QPointer>
 
@@ -86,7 +88,7 @@ std::shared_ptr<const SearchPattern> CodeMax::notedPattern() {
 SearchOutcome CodeMax::fail(const SearchError& error) {
     if (error)
         m_search.error = error;
-    Q_EMIT CommandFailed();
+    commandFailed();
     return SearchOutcome::Failed;
 }
 
@@ -116,13 +118,19 @@ SearchOutcome CodeMax::outcomeOf(const std::optional<TextMatch>& match, bool wra
 }
 
 SearchOutcome CodeMax::findNext() {
+    const EditScope scope(*this);
     SearchHistory::ofFinds().add(m_search.text);
-    return find(false);
+    const SearchOutcome outcome = find(false);
+    noteCommand(ControlCommands::FindNext, {}, 1);
+    return outcome;
 }
 
 SearchOutcome CodeMax::findPrevious() {
+    const EditScope scope(*this);
     SearchHistory::ofFinds().add(m_search.text);
-    return find(true);
+    const SearchOutcome outcome = find(true);
+    noteCommand(ControlCommands::FindPrevious, {}, 1);
+    return outcome;
 }
 
 SearchOutcome CodeMax::findTyped(bool backwards) {
@@ -193,12 +201,14 @@ SearchOutcome CodeMax::replaceNext() {
         found = onward.next();
     if (found) {
         replaceMatch(onward);
+        noteCommand(ControlCommands::ReplaceNext, {}, 1);
         return SearchOutcome::Found;
     }
     MatchScan again(*pattern, m_text, m_map, 0);
     if (onward.error() || !again.next())
         return fail(onward.error() ? onward.error() : again.error());
     replaceMatch(again);
+    noteCommand(ControlCommands::ReplaceNext, {}, 1);
     Q_EMIT FindWrapped();
     return SearchOutcome::Wrapped;
 }
@@ -219,7 +229,9 @@ SearchOutcome CodeMax::replaceSelectedMatch() {
         if (here.match().empty())
             setSelectionBytes(send(SCI_GETSELECTIONEND), send(SCI_GETSELECTIONEND));
     }
-    return findNext();
+    const SearchOutcome outcome = findNext();
+    noteCommand(ControlCommands::ReplaceSelected, {}, 1);
+    return outcome;
 }
 
 // All matches
@@ -327,6 +339,17 @@ void CodeMax::apply(const Replacements& found, const ReplaceWatch& watch) {
 
 qint64 CodeMax::replaceAll(const ReplaceWatch& watch) {
     const QPointer<CodeMax> alive(this);
+    const Unrecorded part(*this);
+    const qint64 count = replaceAllMatches(watch);
+    if (alive) {
+        const EditScope scope(*this);
+        noteCommand(ControlCommands::ReplaceAll, {}, 1);
+    }
+    return count;
+}
+
+qint64 CodeMax::replaceAllMatches(const ReplaceWatch& watch) {
+    const QPointer<CodeMax> alive(this);
     {
         const EditScope scope(*this);
         setSelectionBytes(0, 0);
@@ -371,6 +394,7 @@ qint64 CodeMax::replaceAllInSelection() {
     apply(found, {});
     setSelectionBytes(range.from, m_text.length() - behind);
     SearchHistory::ofReplacements().add(m_search.replacement);
+    noteCommand(ControlCommands::ReplaceAllInSelection, {}, 1);
     return static_cast<qint64>(found.edits.size());
 }
 

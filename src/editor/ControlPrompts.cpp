@@ -1,8 +1,10 @@
 #include "editor/ControlPrompts.h"
 
 #include "editor/CodeMax.h"
+#include "editor/ControlCommands.h"
 
 #include <QInputDialog>
+#include <QMessageBox>
 #include <QSpinBox>
 
 #include <algorithm>
@@ -47,15 +49,23 @@ namespace ControlPrompts {
 
 void askLine(CodeMax& control) {
     const int lines = static_cast<int>(std::min<qint64>(control.TotalLines(), std::numeric_limits<int>::max()));
-    ask(control, {QStringLiteral("GotoLine"), CodeMax::tr("Go to Line"), CodeMax::tr("Line (1 to %1):").arg(lines),
-                  lines, static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
-                  [](CodeMax& target, int number) { target.GotoTextLine(number - 1); }});
+    ask(control,
+        {QStringLiteral("GotoLine"), CodeMax::tr("Go to Line"), CodeMax::tr("Line (1 to %1):").arg(lines), lines,
+         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
+         [](CodeMax& target, int number) { target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number)); }});
 }
 
 void askRepeatCount(CodeMax& control) {
     ask(control, {QStringLiteral("RepeatCount"), CodeMax::tr("Repeat Count"),
                   CodeMax::tr("Times to repeat the next command:"), CodeMax::LargestRepeatCount, control.repeatCount(),
                   [](CodeMax& target, int number) { target.setRepeatCount(number); }});
+}
+
+void tell(CodeMax& control, const QString& text) {
+    auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmark"), text, QMessageBox::Ok, &control);
+    box->setObjectName(QStringLiteral("ControlMessage"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 }  // namespace ControlPrompts

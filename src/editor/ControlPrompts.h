@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 class CodeMax;
 
 /// The small questions that the control asks by itself. Each is one dialog at a time, not modal, owned by the control;
@@ -11,5 +13,8 @@ void askLine(CodeMax& control);
 
 /// Sets how often the next command or key is to be carried out.
 void askRepeatCount(CodeMax& control);
+
+/// Tells what must not be overlooked.
+void tell(CodeMax& control, const QString& text);
 
 }  // namespace ControlPrompts

@@ -1,6 +1,8 @@
 #include "editor/ControlProperties.h"
 
 #include "editor/CodeMax.h"
+#include "editor/ControlGlobals.h"
+#include "editor/ControlPage.h"
 #include "editor/ControlProfile.h"
 #include "editor/TokenColourPage.h"
 
@@ -117,6 +119,10 @@ ControlProperties::ControlProperties(CodeMax& control) : QDialog(&control), m_co
         pages->addTab(m_tokens, tr("&Languages"));
     }
     pages->addTab(filePage(), tr("&File"));
+    if (ControlGlobals* globals = control.globals())
+        m_brought = globals->propertyPages(control);
+    for (ControlPage* page : m_brought)
+        pages->addTab(page, page->caption());
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
@@ -138,6 +144,8 @@ void ControlProperties::accept() {
         m_control.setElementColour(static_cast<CodeMax::Element>(row.element), row.colour);
     if (m_tokens != nullptr)
         m_tokens->apply();
+    for (ControlPage* page : m_brought)
+        page->apply();
     const ControlProfile after = ControlProfile::of(m_control);
     if (after != before)
         Q_EMIT m_control.PropertiesChanged(before, after);

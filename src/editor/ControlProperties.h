@@ -6,6 +6,7 @@
 #include <vector>
 
 class CodeMax;
+class ControlPage;
 class QComboBox;
 class QFormLayout;
 class QLabel;
@@ -51,6 +52,7 @@ class ControlProperties : public QDialog {
     CodeMax& m_control;
     std::vector<ColourRow> m_colours;
     TokenColourPage* m_tokens = nullptr;  ///< null for a control without a theme
+    QList<ControlPage*> m_brought;        ///< pages of a room above
     QSpinBox* m_tabWidth = nullptr;
     QComboBox* m_lineEnds = nullptr;
     QPushButton* m_convert = nullptr;

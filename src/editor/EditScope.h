@@ -8,17 +8,24 @@ class CodeMax::EditScope {
  public:
     enum Grouping { Separate, Grouped };
 
-    explicit EditScope(CodeMax& control, Grouping grouping = Separate) : m_control(control) {
-        ++m_control.m_scopes;
-        if (grouping == Grouped && !m_control.m_grouped) {
-            m_control.m_grouped = true;
-            m_control.send(SCI_BEGINUNDOACTION);
+    explicit EditScope(CodeMax& control, Grouping grouping = Separate) : m_control(&control) {
+        if (m_control->m_scopes++ == 0)
+            m_control->m_failed = false;
+        if (grouping == Grouped && !m_control->m_grouped) {
+            m_control->m_grouped = true;
+            m_control->send(SCI_BEGINUNDOACTION);
         }
     }
-    ~EditScope() { m_control.closeScope(); }
+    ~EditScope() {
+        if (m_control != nullptr)
+            m_control->closeScope();
+    }
     EditScope(const EditScope&) = delete;
     EditScope& operator=(const EditScope&) = delete;
 
+    /// The control is gone.
+    void abandon() { m_control = nullptr; }
+
  private:
-    CodeMax& m_control;
+    CodeMax* m_control;
 };

@@ -1,5 +1,7 @@
 #include "editor/EditorKeys.h"
 
+#include "editor/ControlCommands.h"
+
 #include <QKeyEvent>
 #include <Qsci/qsciscintillabase.h>
 
@@ -14,13 +16,7 @@ constexpr int Shift = Qt::ShiftModifier;
 constexpr int Ctrl = Qt::ControlModifier;
 constexpr int Alt = Qt::AltModifier;
 
-struct KeyRow {
-    int key;
-    int modifiers;
-    int message;
-};
-
-constexpr auto Keys = std::to_array<KeyRow>({
+constexpr auto Keys = std::to_array<EditorKeys::Row>({
     {Qt::Key_Left, 0, Sci::SCI_CHARLEFT},
     {Qt::Key_Left, Shift, Sci::SCI_CHARLEFTEXTEND},
     {Qt::Key_Left, Ctrl, Sci::SCI_WORDLEFT},
@@ -58,11 +54,11 @@ constexpr auto Keys = std::to_array<KeyRow>({
     {Qt::Key_Delete, 0, Sci::SCI_CLEAR},
     {Qt::Key_Delete, Shift, Sci::SCI_CUT},
     {Qt::Key_Delete, Ctrl, Sci::SCI_DELWORDRIGHT},
-    {Qt::Key_Delete, Ctrl | Shift, Sci::SCI_DELLINERIGHT},
+    {Qt::Key_Delete, Ctrl | Shift, 159},
     {Qt::Key_Backspace, 0, Sci::SCI_DELETEBACK},
     {Qt::Key_Backspace, Shift, Sci::SCI_DELETEBACK},
     {Qt::Key_Backspace, Ctrl, Sci::SCI_DELWORDLEFT},
-    {Qt::Key_Backspace, Ctrl | Shift, Sci::SCI_DELLINELEFT},
+    {Qt::Key_Backspace, Ctrl | Shift, 158},
     {Qt::Key_Backspace, Alt, Sci::SCI_UNDO},
     {Qt::Key_Insert, 0, Sci::SCI_EDITTOGGLEOVERTYPE},
     {Qt::Key_Insert, Shift, Sci::SCI_PASTE},
@@ -80,7 +76,7 @@ constexpr auto Keys = std::to_array<KeyRow>({
     {Qt::Key_X, Ctrl, Sci::SCI_CUT},
     {Qt::Key_C, Ctrl, Sci::SCI_COPY},
     {Qt::Key_V, Ctrl, Sci::SCI_PASTE},
-    {Qt::Key_A, Ctrl, Sci::SCI_SELECTALL},
+    {Qt::Key_A, Ctrl, ControlCommands::SelectAll},
     {Qt::Key_Plus, Ctrl, Sci::SCI_ZOOMIN},
     {Qt::Key_Minus, Ctrl, Sci::SCI_ZOOMOUT},
     {Qt::Key_0, Ctrl, Sci::SCI_SETZOOM},
@@ -88,12 +84,23 @@ constexpr auto Keys = std::to_array<KeyRow>({
 
 }  // namespace
 
-int EditorKeys::messageFor(const QKeyEvent& key) {
+std::span<const EditorKeys::Row> EditorKeys::all() {
+    return Keys;
+}
+
+int EditorKeys::commandFor(const QKeyEvent& key) {
     const int modifiers = static_cast<int>(key.modifiers() & ~Qt::KeypadModifier);
-    const auto row = std::find_if(Keys.begin(), Keys.end(), [&](const KeyRow& candidate) {
+    const auto row = std::find_if(Keys.begin(), Keys.end(), [&](const Row& candidate) {
         return candidate.key == key.key() && candidate.modifiers == modifiers;
     });
-    return row == Keys.end() ? 0 : row->message;
+    return row == Keys.end() ? 0 : row->command;
+}
+
+bool EditorKeys::isModifier(const QKeyEvent& key) {
+    constexpr auto modifiers =
+        std::to_array<int>({Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta, Qt::Key_Super_L,
+                            Qt::Key_Super_R, Qt::Key_Mode_switch});
+    return std::ranges::find(modifiers, key.key()) != modifiers.end();
 }
 
 bool EditorKeys::typesText(const QKeyEvent& key) {

@@ -1,8 +1,11 @@
 #include "editor/IncrementalSearchBar.h"
 
 #include "editor/CodeMax.h"
+#include "editor/ControlCommands.h"
+#include "editor/MacroRecorder.h"
 #include "editor/MatchHighlight.h"
 #include "editor/SearchReport.h"
+#include "editor/Unrecorded.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -104,6 +107,7 @@ void IncrementalSearchBar::begin(bool backwards) {
     m_anchorAtFirst = m_control.AnchorPosition();
     m_caretAtFirst = m_control.CaretPosition();
     m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+    m_stepsAtFirst = m_stepsFrom = recordedSteps();
     m_text->clear();
     SearchReport::show(*m_result, {});
     m_control.setBottomBar(this);
@@ -115,14 +119,36 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
     m_control.setSearchText(text);
     if (text.isEmpty()) {
         m_highlight.reset();
-        m_control.setSelection(m_from, m_from);
+        select(m_from, m_from, m_stepsFrom);
         SearchReport::show(*m_result, {});
         return;
     }
     if (!m_highlight)
         m_highlight = std::make_unique<MatchHighlight>(m_control);
-    m_control.setSelection(m_from, m_from);
-    report(m_control.findTyped(m_backwards), m_backwards);
+    select(m_from, m_from, m_stepsFrom);
+    report(findTyped(), m_backwards);
+}
+
+/// In a recording this is one search for the whole text, however it came to be typed.
+SearchOutcome IncrementalSearchBar::findTyped() {
+    const CodeMax::Unrecorded part(m_control);
+    const SearchOutcome outcome = m_control.findTyped(m_backwards);
+    if (outcome != SearchOutcome::Failed)
+        m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
+    return outcome;
+}
+
+qsizetype IncrementalSearchBar::recordedSteps() const {
+    const MacroRecorder* recorder = m_control.recording();
+    return recorder == nullptr ? 0 : recorder->steps().size();
+}
+
+/// Goes back to where the control was when the recording had so many steps.
+void IncrementalSearchBar::select(qint64 anchor, qint64 caret, qsizetype stepsThen) {
+    const CodeMax::Unrecorded part(m_control);
+    m_control.setSelection(anchor, caret);
+    if (MacroRecorder* recorder = m_control.recording())
+        recorder->cutTo(stepsThen);
 }
 
 /// From the present match on; what is typed after that is looked for from there.
@@ -133,6 +159,7 @@ void IncrementalSearchBar::goOn(bool backwards) {
     m_control.setSearchText(m_text->text());
     report(backwards ? m_control.findPrevious() : m_control.findNext(), backwards);
     m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+    m_stepsFrom = recordedSteps();
 }
 
 void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
@@ -140,7 +167,7 @@ void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
 }
 
 void IncrementalSearchBar::giveBack() {
-    m_control.setSelection(m_anchorAtFirst, m_caretAtFirst);
+    select(m_anchorAtFirst, m_caretAtFirst, m_stepsAtFirst);
     m_control.SendScintilla(QsciScintillaBase::SCI_SCROLLCARET);
 }
 

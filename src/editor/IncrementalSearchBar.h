@@ -32,9 +32,12 @@ class IncrementalSearchBar : public QWidget {
     QToolButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption, Qt::ArrowType arrow);
     void setDirection(bool backwards);
     void searchTyped(const QString& text);
+    SearchOutcome findTyped();
     void goOn(bool backwards);
     void report(SearchOutcome outcome, bool backwards);
     void giveBack();
+    qsizetype recordedSteps() const;
+    void select(qint64 anchor, qint64 caret, qsizetype stepsThen);
     void finish();
 
     CodeMax& m_control;
@@ -46,4 +49,7 @@ class IncrementalSearchBar : public QWidget {
     qint64 m_anchorAtFirst = 0;
     qint64 m_caretAtFirst = 0;
     qint64 m_from = 0;  ///< position from which the typed text is searched
+    // Steps of a recording when the bar was opened, and when the typed text was begun.
+    qsizetype m_stepsAtFirst = 0;
+    qsizetype m_stepsFrom = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 
 /// One stroke of a hot key.
@@ -27,3 +28,5 @@ struct HotKey {
         return first == other.first && (second == other.second || second.isEmpty() || other.second.isEmpty());
     }
 };
+
+Q_DECLARE_METATYPE(HotKey)

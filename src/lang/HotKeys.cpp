@@ -3,6 +3,7 @@
 #include "lang/KeyNames.h"
 #include "settings/RegistryData.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -90,6 +91,18 @@ void HotKeys::reset() {
     m_bindings = m_defaults;
 }
 
+void HotKeys::reset(int command) {
+    m_bindings.removeIf([command](const Binding& binding) { return binding.command == command; });
+    for (const Binding& binding : m_defaults) {
+        if (binding.command == command)
+            bind(command, binding.hotKey);
+    }
+}
+
+bool HotKeys::hasFirst(const HotKeyStroke& stroke) const {
+    return std::ranges::any_of(m_bindings, [&](const Binding& binding) { return binding.hotKey.first == stroke; });
+}
+
 QString HotKeys::HotKeyText(const QString& n) const {
     for (int macro = 1; macro <= Macros; ++macro) {
         if (n != QString::number(macro))
@@ -118,6 +131,13 @@ void HotKeys::save(RegistryStore& store) const {
     for (const Binding& binding : m_bindings)
         lines.append(lineOf(binding));
     store.writeValue(HKEY_CURRENT_USER, Section, Value, RegistryData::fromTexts(lines));
+}
+
+bool HotKeyStrokes::ends(const HotKeyStroke& second) const {
+    const HotKey pressed{m_first, second};
+    return isWaiting() && std::ranges::any_of(m_hotKeys.bindings(), [&](const HotKeys::Binding& binding) {
+               return binding.hotKey == pressed;
+           });
 }
 
 HotKeyStrokes::Answer HotKeyStrokes::press(const HotKeyStroke& stroke) {

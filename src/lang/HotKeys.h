@@ -25,6 +25,7 @@ class HotKeys {
     explicit HotKeys(QList<Binding> defaults = {});
 
     const QList<Binding>& bindings() const { return m_bindings; }
+    bool operator==(const HotKeys&) const = default;
     /// The hot keys of a command, oldest first.
     QList<HotKey> hotKeysOf(int command) const;
     /// The bindings that a new hot key would push out.
@@ -34,6 +35,10 @@ class HotKeys {
     bool bind(int command, const HotKey& hotKey);
     void remove(const HotKey& hotKey);
     void reset();
+    /// The hot keys of one command as they were from the start; they push out what they collide with.
+    void reset(int command);
+    /// Whether a hot key begins with the stroke.
+    bool hasFirst(const HotKeyStroke& stroke) const;
 
     /// The text of the first hot key of macro `n`, "1" to "10"; empty: it has none, or there is no such macro.
     QString HotKeyText(const QString& n) const;
@@ -61,6 +66,10 @@ class HotKeyStrokes {
     Answer press(const HotKeyStroke& stroke);
     /// Whether a second stroke is waited for.
     bool isWaiting() const { return !m_first.isEmpty(); }
+    /// The stroke behind which it is to come; empty: none.
+    const HotKeyStroke& first() const { return m_first; }
+    /// Whether the stroke, as the second one, ends a hot key.
+    bool ends(const HotKeyStroke& second) const;
     /// Forgets a first stroke: the focus went elsewhere, or the mouse was used.
     void forget() { m_first = {}; }
 

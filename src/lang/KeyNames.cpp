@@ -1,5 +1,7 @@
 #include "lang/KeyNames.h"
 
+#include <QKeyEvent>
+
 #include <algorithm>
 #include <array>
 
@@ -61,6 +63,21 @@ constexpr auto Modifiers = std::to_array<ModifierRow>({
     {HotKeyStroke::Alt, Qt::AltModifier, u"Alt + "},
 });
 
+/// The digit of a key in the row above the letters, as a Qt::Key, by its scan code; 0 for other keys.
+int digitAt(quint32 scanCode) {
+#ifdef Q_OS_LINUX
+    constexpr quint32 one = 10;
+    constexpr quint32 zero = 19;
+    if (scanCode == zero)
+        return Qt::Key_0;
+    if (scanCode >= one && scanCode < zero)
+        return Qt::Key_1 + static_cast<int>(scanCode - one);
+#else
+    Q_UNUSED(scanCode)
+#endif
+    return 0;
+}
+
 /// The code of a Qt::Key, 0 for none.
 char16_t codeOf(int key) {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
@@ -95,7 +112,15 @@ QString KeyNames::text(const HotKey& hotKey) {
     return second.isEmpty() ? text(hotKey.first) : text(hotKey.first) + QLatin1String(", ") + second;
 }
 
+std::optional<HotKeyStroke> KeyNames::strokeOf(const QKeyEvent& key) {
+    const auto stroke = strokeOf(key.key(), key.modifiers());
+    const int digit = digitAt(key.nativeScanCode());
+    return stroke || digit == 0 ? stroke : strokeOf(digit, key.modifiers());
+}
+
 std::optional<HotKeyStroke> KeyNames::strokeOf(int key, Qt::KeyboardModifiers held) {
+    if (key == Qt::Key_Backtab)
+        held |= Qt::ShiftModifier;
     const char16_t code = codeOf(key);
     if (code == 0 || held.testFlag(Qt::MetaModifier))
         return std::nullopt;

@@ -1,22 +1,14 @@
 #pragma once
 
+#include "editor/MacroStep.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
 
 #include <optional>
-
-/// One thing that was done while a macro was recorded: a numbered command with its argument, or typed text.
-struct MacroStep {
-    enum class Kind { Command, Text };
-
-    Kind kind = Kind::Command;
-    qint32 command = 0;
-    QString text;  ///< the argument of the command (none: empty), or what was typed
-
-    bool operator==(const MacroStep&) const = default;
-};
+#include <utility>
 
 /// A recorded run of keys and commands.
 ///
@@ -28,6 +20,9 @@ class Macro {
  public:
     /// The longest run of bytes that is read as a macro.
     static constexpr qsizetype MostBytes = 16 * 1024 * 1024;
+
+    Macro() = default;
+    explicit Macro(QList<MacroStep> steps) : m_steps(std::move(steps)) {}
 
     const QList<MacroStep>& steps() const { return m_steps; }
     bool isEmpty() const { return m_steps.isEmpty(); }

@@ -31,15 +31,26 @@ QString MacroStore::folder() const {
     return m_programFolder + QLatin1String("/macros");
 }
 
-std::optional<Macro> MacroStore::macro(int index) const {
-    return isIndex(index) ? Macro::fromBytes(m_bytes[index]) : std::nullopt;
+/// The bytes are looked at once: a macro may be played by another ten thousand times.
+const std::optional<Macro>& MacroStore::macro(int index) const {
+    static const std::optional<Macro> none;
+    if (!isIndex(index))
+        return none;
+    if (!m_macros[index])
+        m_macros[index] = Macro::fromBytes(m_bytes[index]);
+    return *m_macros[index];
+}
+
+void MacroStore::setBytes(int index, const QByteArray& bytes) {
+    m_bytes[index] = bytes;
+    m_macros[index].reset();
 }
 
 bool MacroStore::setMacro(int index, const Macro& macro) {
     const QByteArray bytes = macro.toBytes();
     if (!isIndex(index) || bytes.size() > Macro::MostBytes)
         return false;
-    m_bytes[index] = bytes;
+    setBytes(index, bytes);
     return true;
 }
 
@@ -49,6 +60,10 @@ std::optional<int> MacroStore::freeSlot() const {
             return n;
     }
     return std::nullopt;
+}
+
+QString MacroStore::nameOf(int n) const {
+    return m_settings.PropertyValue(QString::number(n) + QLatin1String("Desc"), QString(), false);
 }
 
 void MacroStore::SaveMacros() {
@@ -85,7 +100,7 @@ bool MacroStore::LoadMacroFile(const QString& pFilename, int pIndex) {
         return false;
     const BoundedFile file = readBounded(pFilename, Macro::MostBytes);
     if (!file.error)
-        m_bytes[pIndex] = file.bytes;
+        setBytes(pIndex, file.bytes);
     return !file.error || file.isTooLong();
 }
 

@@ -24,11 +24,15 @@ class MacroStore {
     MacroStore(RegistryStore& registry, HotKeys& hotKeys, const QString& programFolder);
 
     /// Nothing for an index that is not there, and for bytes that are no macro.
-    std::optional<Macro> macro(int index) const;
+    const std::optional<Macro>& macro(int index) const;
     /// Takes the macro's place; false, and nothing changed, for an index that is not there or a macro that is too long.
     bool setMacro(int index, const Macro& macro);
     /// The first slot without a hot key, from 1; nothing when all are taken.
     std::optional<int> freeSlot() const;
+    /// The name that a person gave to slot `n`; empty: none.
+    QString nameOf(int n) const;
+    /// Takes its name and its place in the menu from slot `n`, which is to hold another macro.
+    void forgetNameOf(int n);
 
     /// Saves hot keys and macros; makes the folder in any case.
     void SaveMacros();
@@ -45,12 +49,14 @@ class MacroStore {
     void ResetHotKeys();
 
  private:
-    void forgetNameOf(int n);
+    void setBytes(int index, const QByteArray& bytes);
     QString folder() const;
 
     RegistryStore& m_registry;
     HotKeys& m_hotKeys;
-    Settings m_settings;
+    mutable Settings m_settings;  ///< its reads change nothing
     QString m_programFolder;
     std::array<QByteArray, Slots> m_bytes;
+    /// What the bytes stand for; not there: not looked at yet.
+    mutable std::array<std::optional<std::optional<Macro>>, Slots> m_macros;
 };

@@ -177,7 +177,7 @@ TEST_F(LoadedLongLine, HasOneStartAndOneEnd) {
 TEST_F(LoadedLongLine, IsDeletedAsAWhole) {
     load("a\n" + longLine(100'000).toUtf8() + "\nb\n");
     control.GotoTextLine(1);
-    control.runCommand(QsciScintillaBase::SCI_LINEDELETE);
+    control.ExecuteCmd(160);
     EXPECT_EQ(control.Text(), QStringLiteral("a\nb\n"));
     control.Undo();
     EXPECT_EQ(control.TotalLines(), 4);
