@@ -198,7 +198,7 @@ constexpr CommandRow commands[] = {
     menu("", "mnuMacro", "Macro", InText),
     {"mnuMacro", "mnuOrganizeMarco", "Organize Marco", "", "macroorg", on(&Frame::OrganizeMacros)},
     {"mnuMacro", "mnuResetKey", "Reset All Hot Keys", "", "", on(&Frame::ResetKey)},
-    {"mnuMacro", "mnuSaveMarco", "Save Marco(s)", "", "", on(&Rooms::SaveMacros), Always, false, false},
+    {"mnuMacro", "mnuSaveMarco", "Save Marco(s)", "", "", on(&Frame::SaveMacros), Always, false, false},
     gap("mnuMacro", "mnuMacroSep01"),
     {"mnuMacro", "mnuRecordMarco", "Record Marco", "", "macrorec", on(&Document::RecordMarco)},
     gap("mnuMacro", "mnuMacroSep02"),

@@ -23,7 +23,7 @@ namespace {
 /// Entries whose check is the truth of their mark.
 constexpr const char* ownChecks[] = {"mnuWholeWord",    "mnuCaseSensitive", "mnuRegExp",         "mnuReadonly",
                                      "mnuToggleHex",    "mnuShowTabSpace",  "mnuShowLeftMargin", "mnuShowLineNumber",
-                                     "mnuHighlightRow", "mnuBraceMatching", "mnuSearchContinue"};
+                                     "mnuHighlightRow", "mnuBraceMatching", "mnuSearchContinue", "mnuRecordMarco"};
 
 bool isSeparator(const CommandRow& row) {
     return qstrcmp(row.caption, "-") == 0;

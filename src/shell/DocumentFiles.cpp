@@ -44,6 +44,7 @@ void DocumentFiles::NewDocument() {
     };
     QObject::connect(document, &frmDocument::SelChange, m_parts.status, moved);
     QObject::connect(document, &frmDocument::DocChange, m_parts.status, moved);  // the count of lines is in there too
+    QObject::connect(document, &frmDocument::Notice, m_parts.status, &StatusPanels::ShowNotice);
     QObject::connect(document, &frmDocument::AfterFind, m_parts.findBar, &FindBar::AfterFind);
     QObject::connect(document, &frmDocument::ViewChange, m_parts.children, [parts = &m_parts](frmDocument* changed) {
         if (changed == parts->children->active())

@@ -191,8 +191,7 @@ void FrameCommands::OrganizeLanguages() {
 }
 
 void FrameCommands::OrganizeMacros() {
-    m_parts.rooms->ShowMacros();
-    m_parts.macroMenu->UpdateMacroMenu();
+    m_parts.macroMenu->ShowMacros();
 }
 
 void FrameCommands::ResetKey() {
@@ -209,6 +208,10 @@ void FrameCommands::ShowConvertor() {
 
 void FrameCommands::StartCalculator() {
     Calculator::start();
+}
+
+void FrameCommands::SaveMacros() {
+    m_parts.macroMenu->SaveMacros();
 }
 
 void FrameCommands::Cascade() {

@@ -48,6 +48,7 @@ class FrameCommands {
     void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();
+    void SaveMacros();
 
     void ShowAnsiTable();
     void ShowConvertor();

@@ -94,15 +94,18 @@ void LoadSequence::readFirstSettings() {
 }
 
 void LoadSequence::createEditorGlobals() {
-    m_parts.rooms->createEditorGlobals();
+    // Made with the frame, since documents are given it by reference.
 }
 
 void LoadSequence::loadMacroFiles() {
-    m_parts.rooms->loadMacroFiles();
+    m_parts.documentServices->globals.macros.LoadMacros();
 }
 
 void LoadSequence::PropertiesLoad() {
-    m_parts.rooms->PropertiesLoad();
+    EditorGlobals& globals = m_parts.documentServices->globals;
+    globals.profile.load();
+    globals.theme.load();
+    globals.hotKeys.load(*m_parts.registry);
 }
 
 void LoadSequence::LoadOptions() {

@@ -1,12 +1,17 @@
 #include "shell/MacroMenu.h"
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "platform/Prompts.h"
+#include "properties/frmMacro.h"
+#include "properties/ucMarco.h"
 #include "settings/Settings.h"
 #include "shell/Commands.h"
 #include "shell/FrameParts.h"
+#include "shell/HelpPages.h"
 #include "shell/MenuSlots.h"
 #include "shell/MenuText.h"
-#include "shell/RoomsToCome.h"
+#include "shell/StatusPanels.h"
 
 #include <QAction>
 
@@ -17,6 +22,26 @@ constexpr int macros = 10;
 }  // namespace
 
 MacroMenu::MacroMenu(FrameParts& parts) : m_parts(parts) {}
+
+EditorGlobals& MacroMenu::globals() const {
+    return m_parts.documentServices->globals;
+}
+
+void MacroMenu::follow() {
+    connect(&globals().control, &GlobalObject::macrosChanged, this, &MacroMenu::UpdateMacroMenu);
+    connect(&globals().control.recorder(), &MacroRecorder::changed, this, &MacroMenu::showRecording);
+}
+
+void MacroMenu::showRecording() {
+    const MacroRecorder& recorder = globals().control.recorder();
+    m_parts.commands->CheckMenuItem("mnuRecordMarco", recorder.isRecording());
+    if (!recorder.isRecording())
+        return m_parts.status->ShowRecording({});
+    const QString steps =
+        tr("Recording a macro: %n step(s). Record Marco again ends it.", "", static_cast<int>(recorder.steps().size()));
+    const QString missed = recorder.missedCount() == 0 ? QString() : tr(" Mouse, Undo and the like are left out.");
+    m_parts.status->ShowRecording(steps + missed);
+}
 
 void MacroMenu::UpdateMacroMenu() {
     m_parts.commands->entry("mnuMacroSep02")->setVisible(true);
@@ -34,20 +59,30 @@ void MacroMenu::UpdateMacroMenu() {
 }
 
 QString MacroMenu::captionOf(int macro) const {
-    const QString hotKey = m_parts.rooms->HotKeyText(macro);
+    const QString number = QString::number(macro);
+    const QString hotKey = globals().hotKeys.HotKeyText(number);
     if (hotKey.isEmpty())
         return {};
-    const QString number = QString::number(macro);
     if (m_parts.settings->forFrame(number + QLatin1String("Display")) != QLatin1String("1"))
         return {};
     return m_parts.settings->PropertyValue(number + QLatin1String("Desc"), hotKey, false);
 }
 
 void MacroMenu::ResetKeys() {
-    const QString question =
-        QStringLiteral("Reset all hot keys will delete all marcos, do you want to reset all hot keys ?");
-    if (!m_parts.prompts->askYesNo(m_parts.frame, question))
+    if (!m_parts.prompts->askYesNo(m_parts.frame, ucMarco::ResetQuestion()))
         return;
-    m_parts.rooms->ResetHotKeys();
+    globals().macros.ResetHotKeys();
+    UpdateMacroMenu();
+}
+
+void MacroMenu::SaveMacros() {
+    globals().macros.SaveMacros();
+}
+
+void MacroMenu::ShowMacros() {
+    frmMacro dialog({*m_parts.prompts, *m_parts.settings, globals().hotKeys, globals().macros}, m_parts.frame);
+    connect(&dialog.panel(), &ucMarco::UpdateMacroMenu, this, &MacroMenu::UpdateMacroMenu);
+    connect(&dialog.panel(), &ucMarco::helpWanted, this, [this](const QString& page) { m_parts.help->show(page); });
+    dialog.exec();
     UpdateMacroMenu();
 }

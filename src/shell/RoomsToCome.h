@@ -8,22 +8,6 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // The control's global object: macros, hot keys, language colours.
-    virtual void createEditorGlobals() {}
-    /// Every "N.dem" of the macros folder into slot N.
-    virtual void loadMacroFiles() {}
-    /// Makes the macros folder when it is missing and writes the slots.
-    virtual void saveMacroFiles() {}
-    virtual void PropertiesLoad() {}
-    virtual void PropertiesSave() {}
-    /// The hot key of macro 1 to 10 as text; empty: the macro is not there.
-    virtual QString HotKeyText(int) { return {}; }
-    /// Takes the hot keys back to their defaults, the macros' among them.
-    virtual void ResetHotKeys() {}
-    virtual void SaveMacros() {}
-    /// The macro dialog, modal.
-    virtual void ShowMacros() {}
-
     // Recent lists and the session.
     virtual void LoadRecentFiles() {}
     virtual void LoadRecentProjects() {}

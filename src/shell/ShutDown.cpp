@@ -1,8 +1,11 @@
 #include "shell/ShutDown.h"
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "shell/FindBar.h"
 #include "shell/FrameParts.h"
+#include "shell/MacroMenu.h"
 #include "shell/MdiChildren.h"
 #include "shell/RoomsToCome.h"
 #include "shell/frmMain.h"
@@ -70,11 +73,14 @@ void ShutDown::SaveSearchKeys() {
 }
 
 void ShutDown::PropertiesSave() {
-    m_parts.rooms->PropertiesSave();
+    EditorGlobals& globals = m_parts.documentServices->globals;
+    globals.profile.save();
+    globals.theme.save();
+    globals.hotKeys.save(*m_parts.registry);
 }
 
 void ShutDown::saveMacroFiles() {
-    m_parts.rooms->saveMacroFiles();
+    m_parts.macroMenu->SaveMacros();
 }
 
 void ShutDown::unloadForms() {

@@ -11,7 +11,7 @@
 
 namespace {
 
-enum Panel { Limitations = 1, Position = 2, LastUpdate = 3, Size = 4 };
+enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
 
 /// Letters that each panel has room for; the first takes what is left.
 constexpr std::array<int, 4> panelRoom = {0, 48, 22, 16};
@@ -45,12 +45,31 @@ void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
     document->LastUpdateTime(lastUpdate, size);
     panel(LastUpdate)->setText(lastUpdate);
     panel(Size)->setText(size);
-    panel(Limitations)->setText(document->TextEdit() ? document->GetEditor()->control().limitations() : QString());
+    m_limitations = document->TextEdit() ? document->GetEditor()->control().limitations() : QString();
+    showFirst();
+}
+
+void StatusPanels::ShowNotice(const QString& text) {
+    m_notice = text;
+    showFirst();
+}
+
+void StatusPanels::ShowRecording(const QString& text) {
+    m_recording = text;
+    showFirst();
+}
+
+void StatusPanels::showFirst() {
+    const QString& rest = m_recording.isEmpty() ? m_limitations : m_recording;
+    panel(First)->setText(m_notice.isEmpty() ? rest : m_notice);
 }
 
 void StatusPanels::clear() {
     for (StatusPanel* each : m_panels)
         each->setText(QString());
+    m_notice.clear();
+    m_limitations.clear();
+    showFirst();
 }
 
 QString StatusPanels::text(int panelNumber) const {

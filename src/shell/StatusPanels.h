@@ -8,7 +8,8 @@ class QStatusBar;
 class StatusPanel;
 class frmDocument;
 
-/// What the status bar shows of the active document: 1 what was switched off for its size, 2 cursor position, 3 last
+/// What the status bar shows of the active document: 1 a notice of its text view, else the recording of a macro, else
+/// what was switched off for its size, 2 cursor position, 3 last
 /// update of the file, 4 its size. Owned by the frame.
 class StatusPanels : public QObject {
     Q_OBJECT
@@ -24,6 +25,9 @@ class StatusPanels : public QObject {
 
     /// No document is left.
     void clear();
+    /// Until an empty text comes.
+    void ShowNotice(const QString& text);
+    void ShowRecording(const QString& text);
 
     /// Text of panel 1 to 4.
     QString text(int panel) const;
@@ -35,5 +39,10 @@ class StatusPanels : public QObject {
  private:
     StatusPanel* panel(int number) const { return m_panels.at(static_cast<size_t>(number - 1)); }
 
+    void showFirst();
+
     std::array<StatusPanel*, 4> m_panels{};
+    QString m_notice;
+    QString m_recording;
+    QString m_limitations;
 };

@@ -172,6 +172,7 @@ void frmMain::run(const CommandTarget& target) {
 
 void frmMain::connectParts() {
     connect(m_parts->children, &MdiChildren::activated, this, &frmMain::ActiveFormChange);
+    m_parts->macroMenu->follow();
     connect(m_parts->status, &StatusPanels::textWanted, this,
             [this](const QString& text) { m_services.prompts.message(this, text); });
     connect(m_duties->strip, &TabStrip::menuWanted, this, [this](const QPoint& place) {

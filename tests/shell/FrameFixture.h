@@ -1,8 +1,12 @@
 #pragma once
 
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "lang/GlobalObject.h"
+#include "lang/HotKeys.h"
 #include "settings/MemoryRegistry.h"
 #include "settings/Options.h"
 #include "settings/Settings.h"
@@ -22,7 +26,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
-#include <QMap>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QTemporaryDir>
@@ -60,7 +63,6 @@ class NotedExplorer : public ExplorerLink {
 class NotedRooms : public RoomsToCome {
  public:
     QStringList calls;
-    QMap<int, QString> hotKeys;
 
     bool fails = false;  ///< a call of one of these throws, once it is noted
     struct Panel {
@@ -81,12 +83,6 @@ class NotedRooms : public RoomsToCome {
     void OpenProject(const QString& path) override { note(QStringLiteral("OpenProject ") + path); }
     void ShowSearchInFiles(const QString& text) override { note(QStringLiteral("ShowSearchInFiles ") + text); }
     void ShowProperties() override { note(QStringLiteral("ShowProperties")); }
-    QString HotKeyText(int macro) override { return hotKeys.value(macro); }
-    void ResetHotKeys() override {
-        hotKeys.clear();
-        calls << QStringLiteral("ResetHotKeys");
-    }
-    void ShowMacros() override { calls << QStringLiteral("ShowMacros"); }
     bool isExplorerVisible() override { return explorer.visible; }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }
@@ -118,6 +114,14 @@ class FrameFixture : public testing::Test {
         Settings(m_registry).write(QString::fromLatin1(key), QString::fromLatin1(value));
     }
 
+    /// Gives macro `n` the hot key Ctrl and a letter, as a store had it at the last end.
+    void bindMacro(int n, char16_t letter) {
+        HotKeys keys(GlobalObject::defaultHotKeys());
+        keys.load(m_registry);
+        keys.bind(HotKeys::MacroCommandBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
+        keys.save(m_registry);
+    }
+
     QString path(const QString& name) const { return m_folder.filePath(name); }
     QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
         QFile file(path(name));
@@ -131,6 +135,7 @@ class FrameFixture : public testing::Test {
         return opened.readAll();
     }
 
+    EditorGlobals& globals() { return parts().documentServices->globals; }
     FrameParts& parts() { return m_frame->parts(); }
     const QList<frmDocument*>& documents() { return parts().children->documents(); }
     frmDocument* active() { return parts().children->active(); }

@@ -19,7 +19,6 @@ class RunTimeMenus : public FrameFixture {
         slot(array, number)->setData(tag);
         slot(array, number)->setVisible(true);
     }
-    QStringList shownMacros() { return shown("mnuMacro").mid(5); }
 };
 
 TEST_F(RunTimeMenus, EverySlotIsThereUnderItsName) {
@@ -93,56 +92,6 @@ TEST_F(RunTimeMenus, TheHiddenWindowEntrySelectsTheTabOfItsTag) {
     slot("mnuOpenWindows", 0)->setEnabled(true);
     slot("mnuOpenWindows", 0)->trigger();
     EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
-}
-
-TEST_F(RunTimeMenus, MacrosShowWithAHotKeyAndWhenWanted) {
-    m_rooms.hotKeys = {{1, QStringLiteral("Ctrl+1")}, {3, QStringLiteral("Ctrl+3")}, {10, QStringLiteral("Ctrl+0")}};
-    set("1Display", "1");
-    set("2Display", "1");
-    set("3Display", "0");
-    set("10Display", "1");
-    set("10Desc", "Sort & go");
-    start();
-    EXPECT_EQ(shownMacros(), QStringList({QStringLiteral("Ctrl+1"), QStringLiteral("Sort & go")}));
-    EXPECT_TRUE(slot("mnuExecMacro", 10)->isVisible());
-    m_rooms.hotKeys.clear();
-    m_frame->UpdateMacroMenu();
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
-    EXPECT_TRUE(entry("mnuMacroSep02")->isVisible());
-}
-
-TEST_F(RunTimeMenus, AMacroWithAnEmptyDescriptionIsCalledByItsHotKey) {
-    m_rooms.hotKeys = {{1, QStringLiteral("Ctrl+1")}};
-    set("1Display", "1");
-    set("1Desc", "");
-    start();
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl+1")));
-}
-
-TEST_F(RunTimeMenus, TheMacroDialogIsFollowedByTheMenu) {
-    start();
-    m_rooms.hotKeys = {{2, QStringLiteral("F9")}};
-    set("2Display", "1");
-    run("mnuOrganizeMarco");
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("ShowMacros"));
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("F9")));
-}
-
-TEST_F(RunTimeMenus, HotKeysAreResetAfterAQuestion) {
-    m_rooms.hotKeys = {{2, QStringLiteral("F9")}};
-    set("2Display", "1");
-    start();
-    m_rooms.calls.clear();
-    m_prompts.answerNo();
-    run("mnuResetKey");
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("F9")));
-    m_prompts.answerYes();
-    run("mnuResetKey");
-    EXPECT_EQ(m_prompts.questions.last(),
-              QStringLiteral("Reset all hot keys will delete all marcos, do you want to reset all hot keys ?"));
-    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("ResetHotKeys")));
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
 }
 
 TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
