@@ -1,0 +1,95 @@
+// What a person waits for while a macro is played many times: fifty steps of typing, moving, selecting and deleting, on
+// a text of a thousand lines. Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+
+#include "editor/CodeMax.h"
+#include "lang/GlobalObject.h"
+#include "lang/HotKeys.h"
+#include "lang/MacroStore.h"
+#include "settings/MemoryRegistry.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using Sci = QsciScintillaBase;
+
+constexpr int Steps = 50;
+constexpr int InnerTimes = 1000;
+constexpr int Inner = 2;
+constexpr int PlayOuter = 214;
+constexpr int PlayInner = 213 + Inner;
+constexpr int SetRepeatCount = 187;
+
+/// A line is begun, typed with a mistake that is mended, and left for the one below.
+Macro fiftySteps() {
+    Macro macro;
+    macro.addCommand(Sci::SCI_LINEEND);
+    macro.addCommand(Sci::SCI_NEWLINE);
+    const int rounds = 6;
+    for (int round = 0; round < rounds; ++round) {
+        macro.addText(QStringLiteral("value"));
+        macro.addCommand(Sci::SCI_CHARLEFT);
+        macro.addCommand(Sci::SCI_CHARLEFTEXTEND);
+        macro.addCommand(Sci::SCI_DELETEBACK);
+        macro.addText(QStringLiteral("x "));
+        macro.addCommand(Sci::SCI_WORDLEFT);
+        macro.addCommand(Sci::SCI_LINEEND);
+    }
+    macro.addCommand(Sci::SCI_VCHOME);
+    macro.addCommand(Sci::SCI_LINEENDEXTEND);
+    macro.addCommand(125);
+    macro.addCommand(Sci::SCI_LINEUP);
+    macro.addCommand(160);
+    while (macro.steps().size() < Steps)
+        macro.addCommand(macro.steps().size() % 2 == 0 ? Sci::SCI_CHARRIGHT : Sci::SCI_CHARLEFT);
+    return macro;
+}
+
+void play(benchmark::State& state) {
+    const QTemporaryDir home;
+    MemoryRegistry registry;
+    HotKeys hotKeys(GlobalObject::defaultHotKeys());
+    MacroStore macros(registry, hotKeys, home.path());
+    GlobalObject globals(registry, hotKeys, macros);
+    Macro outer;
+    outer.addCommand(SetRepeatCount, QString::number(InnerTimes));
+    outer.addCommand(PlayInner);
+    macros.setMacro(0, outer);
+    macros.setMacro(Inner - 1, fiftySteps());
+    for (auto _ : state) {
+        state.PauseTiming();
+        CodeMax control;
+        control.setGlobals(globals);
+        control.resize(800, 600);
+        control.show();
+        control.setText(QStringLiteral("some text that stands here\n").repeated(1000));
+        control.setSelection(0, 0);
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+        control.setRepeatCount(static_cast<int>(state.range(0)) / InnerTimes);
+        control.ExecuteCmd(PlayOuter);
+    }
+    state.SetComplexityN(state.range(0));
+    state.counters["us/step"] =
+        benchmark::Counter(static_cast<double>(state.range(0)) * Steps * 1e-6,
+                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(play)
+    ->Name("play a macro of 50 steps so many times")
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->Complexity();
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const QApplication application(count, arguments);
+    benchmark::Initialize(&count, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
