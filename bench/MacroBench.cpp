@@ -73,9 +73,6 @@ void play(benchmark::State& state) {
         control.ExecuteCmd(PlayOuter);
     }
     state.SetComplexityN(state.range(0));
-    state.counters["us/step"] =
-        benchmark::Counter(static_cast<double>(state.range(0)) * Steps * 1e-6,
-                           benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(play)
     ->Name("play a macro of 50 steps so many times")

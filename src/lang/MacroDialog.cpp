@@ -21,6 +21,7 @@ namespace {
 constexpr qsizetype MostRows = 1000;
 constexpr qsizetype LongestText = 60;
 constexpr int VerdictLines = 2;
+constexpr int ListWidth = 380;
 
 QString shortened(QString text) {
     text.replace(u'\n', QChar(0x21B5)).replace(u'\t', QChar(0x2192));
@@ -50,6 +51,7 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Record Marco"));
     m_list->setObjectName(QStringLiteral("lstSteps"));
+    m_list->setMinimumWidth(ListWidth);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
     m_hotKey->setObjectName(QStringLiteral("txtHotKey"));
     m_verdict->setObjectName(QStringLiteral("lblVerdict"));
@@ -59,9 +61,9 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
     auto* recorded = new QLabel(tr("&Recorded:"));
     recorded->setBuddy(m_list);
     auto* note =
-        new QLabel(tr("What was done %n time(s) with the mouse, with Undo, or by commands of the program that "
-                      "are none of the text view could not be recorded. It will not be played.",
-                      "", missed));
+        new QLabel(tr("Left out, and not played, is what was done with the mouse, with Undo, or by commands of "
+                      "the program that are none of the text view: %1 in all.")
+                       .arg(missed));
     note->setObjectName(QStringLiteral("lblMissed"));
     note->setWordWrap(true);
     note->setVisible(missed > 0);
@@ -97,7 +99,7 @@ void MacroDialog::fillSteps() {
     for (const MacroStep& step : m_steps.first(std::min(m_steps.size(), MostRows)))
         m_list->addItem(rowOf(step));
     if (m_steps.size() > MostRows)
-        m_list->addItem(tr("and %n more", "", static_cast<int>(m_steps.size() - MostRows)));
+        m_list->addItem(tr("and %1 more").arg(m_steps.size() - MostRows));
 }
 
 std::optional<int> MacroDialog::slotOf(const HotKey& hotKey) const {

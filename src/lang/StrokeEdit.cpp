@@ -32,7 +32,7 @@ bool empties(const QKeyEvent& key) {
 StrokeEdit::StrokeEdit(QWidget* parent) : QLineEdit(parent) {
     setReadOnly(true);
     setContextMenuPolicy(Qt::NoContextMenu);
-    setPlaceholderText(tr("Press one key or two, one after the other"));
+    setPlaceholderText(tr("Press one key or two"));
 }
 
 void StrokeEdit::setHotKey(const HotKey& hotKey) {

@@ -37,10 +37,11 @@ void MacroMenu::showRecording() {
     m_parts.commands->CheckMenuItem("mnuRecordMarco", recorder.isRecording());
     if (!recorder.isRecording())
         return m_parts.status->ShowRecording({});
-    const QString steps =
-        tr("Recording a macro: %n step(s). Record Marco again ends it.", "", static_cast<int>(recorder.steps().size()));
-    const QString missed = recorder.missedCount() == 0 ? QString() : tr(" Mouse, Undo and the like are left out.");
-    m_parts.status->ShowRecording(steps + missed);
+    const qsizetype count = recorder.steps().size();
+    const QString steps = count == 1 ? tr("Recording a macro: 1 step") : tr("Recording a macro: %1 steps").arg(count);
+    const int missed = recorder.missedCount();
+    const QString leftOut = missed == 0 ? QString() : tr(", %1 left out").arg(missed);
+    m_parts.status->ShowRecording(steps + leftOut + tr(". Record Marco ends it."));
 }
 
 void MacroMenu::UpdateMacroMenu() {
