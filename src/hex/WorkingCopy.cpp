@@ -20,6 +20,8 @@
 namespace {
 
 constexpr int SecondsOfADay = 86'400;
+/// What is read and written at once within a block stays in the processor's own memory on the way.
+constexpr qint64 PieceSize = 65'536;
 
 SystemError systemError(int number) {
     return SystemError::fromErrno(number);
@@ -55,7 +57,8 @@ class WorkingCopy::Source : public ByteSource {
 
     SystemError next(BytePieces& pieces) override {
         report();
-        m_buffer.resize(static_cast<qsizetype>(std::min(m_blockSize, length() - m_at)));
+        m_buffer.resize(
+            static_cast<qsizetype>(std::min({PieceSize, m_blockSize - m_at % m_blockSize, length() - m_at})));
         const qint64 count = m_file->read(m_at, m_buffer.data(), m_buffer.size());
         if (count != m_buffer.size())
             return systemError(count < 0 ? errno : EIO);
@@ -65,9 +68,11 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
-    /// The blocks given so far are written. A view that has gone meanwhile does not end the save of its bytes.
+    /// The pieces given so far are written; told after each block. A view that has gone meanwhile does not end the save
+    /// of its bytes.
     void report() {
-        if (m_at > 0 && m_isWatched)
+        const bool isBlock = m_at > 0 && (m_at % m_blockSize == 0 || m_at == length());
+        if (isBlock && m_isWatched)
             m_isWatched = m_progress(percentDone(m_at, length(), m_blockSize));
     }
     bool isWatched() const { return m_isWatched; }

@@ -275,14 +275,16 @@ void ucHex::FillGrid() {
 
 void ucHex::fillCells() {
     const int rows = m_paging.rows();
-    std::array<char, HexPaging::PageBytes> bytes{};
-    const qint64 count = m_copy.read(FilePointer(), bytes.data(), qint64{rows} * HexPaging::BytesPerRow);
+    // One row more than is seen, as the grids have it.
+    std::array<char, HexPaging::PageBytes + HexPaging::BytesPerRow> bytes{};
+    const int shown = (rows + 1) * HexPaging::BytesPerRow;
+    const qint64 count = m_copy.read(FilePointer(), bytes.data(), shown);
     for (const int number : {1, 2}) {
         pane(number)->beginFill();
         grid(number).setPointer(FilePointer());
         grid(number).setRows(rows);
     }
-    for (int at = 0; at < rows * HexPaging::BytesPerRow; ++at) {
+    for (int at = 0; at < shown; ++at) {
         const HexCell cell{at / HexPaging::BytesPerRow, at % HexPaging::BytesPerRow};
         const int byte = at < count ? static_cast<quint8>(bytes[static_cast<std::size_t>(at)]) : HexText::NoByte;
         m_grid1.setValue(cell.row, cell.col, HexText::ByteToHexCell(byte));

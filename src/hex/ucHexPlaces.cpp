@@ -12,11 +12,14 @@
 #include <QGuiApplication>
 #include <QTreeView>
 
+#include <cerrno>
 #include <limits>
 
 namespace {
 
 constexpr int NotFound = -1;
+/// Its text is a dozen times as long in memory.
+constexpr qint64 MostCopied = 256 * 1024 * 1024;
 constexpr qint64 LastPosition = std::numeric_limits<qint32>::max();
 
 QString hexOf(Offset offset) {
@@ -252,6 +255,10 @@ void ucHex::gotoPage(qint64 page) {
 void ucHex::copyBlock(Offset one, Offset other, BlockForm form) {
     finishNibble();
     const std::optional<HexBlock> block = HexBlock::between(one, other, m_copy.length());
+    if (block && block->size() > MostCopied) {
+        m_prompts.message(this, SystemError::fromErrno(ENOMEM).description);
+        return;
+    }
     const std::optional<QByteArray> bytes = block && m_fileOpen ? block->bytesIn(m_copy) : std::nullopt;
     if (!bytes)
         return;

@@ -1,6 +1,7 @@
 #include "MemoryBytes.h"
 #include "hex/HexSearch.h"
 #include "hex/HexText.h"
+#include "platform/Windows1252.h"
 
 #include <gtest/gtest.h>
 
@@ -264,6 +265,28 @@ TEST_F(Searching, TakesUpperAndLowerCaseOfWindows1252Alike) {
     m_file.bytes = "[{\xD7\xF7";
     for (const auto& needle : {u"{{"_qs, u"\u00F7\u00D7"_qs})
         EXPECT_EQ(down(text(needle, HexFindType::AnyCase), 1), -1);
+}
+
+TEST_F(Searching, TakesEachByteForItsLowerCaseAndNoOther) {
+    const auto lowerOf = [](int byte) {
+        const int lower = Windows1252::byteOf(QChar::toLower(Windows1252::characterOf(static_cast<quint8>(byte))));
+        return lower < 0 ? byte : lower;
+    };
+    for (int what = 0; what < 256; ++what) {
+        const QString needle(QChar(Windows1252::characterOf(static_cast<quint8>(what))));
+        for (int there = 0; there < 256; ++there) {
+            // Long enough for the fast way, with a rest.
+            m_file.bytes = QByteArray(70, what == '-' ? '+' : '-') + QByteArray(4, static_cast<char>(there));
+            const bool isSame = lowerOf(what) == lowerOf(there);
+            ASSERT_EQ(HexSearch(m_file)
+                          .findDown(*HexNeedle::make(needle, HexFindType::AnyCase), FilePosition(1), false)
+                          .has_value(),
+                      isSame)
+                << what << ' ' << there;
+            m_file.bytes = QByteArray(64, static_cast<char>(there));
+            ASSERT_EQ(HexSearch(m_file).count(*HexNeedle::make(needle, HexFindType::AnyCase)) > 0, isSame);
+        }
+    }
 }
 
 TEST_F(Searching, EndsWhereTheFileCannotBeRead) {

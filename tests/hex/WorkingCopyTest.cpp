@@ -366,6 +366,19 @@ TEST_F(WorkingCopies, AreSavedInBlocksOverTheStartOfTheTarget) {
     EXPECT_EQ(bytesOf(m_folder.filePath(u"new"_qs)), bytesOf(path));
 }
 
+TEST_F(WorkingCopies, OfBlocksLargerThanTheirPiecesTellAfterEachBlock) {
+    QByteArray bytes;
+    for (int i = 0; i < 450'001; ++i)
+        bytes += static_cast<char>(i % 251);
+    WorkingCopy copy(m_calls, 200'000);
+    ASSERT_FALSE(copy.load(file(bytes), watching()));
+    m_percents.clear();
+    const QString target = m_folder.filePath(u"target"_qs);
+    ASSERT_FALSE(copy.save(target, watching()));
+    EXPECT_EQ(m_percents, (std::vector<int>{50, 100, 100}));
+    EXPECT_EQ(bytesOf(target), bytes);
+}
+
 TEST_F(WorkingCopies, SavedToALongerFileLeaveItsTail) {
     auto hex = copy();
     ASSERT_FALSE(hex->load(file("short"), watching()));

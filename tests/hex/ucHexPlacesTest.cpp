@@ -4,6 +4,9 @@
 #include <QGuiApplication>
 #include <QSignalSpy>
 
+#include <unistd.h>
+
+#include <cerrno>
 #include <random>
 
 namespace {
@@ -321,4 +324,14 @@ TEST_F(AnyUseOfTheHexView, AgreesWithAnArrayOfBytes) {
         ASSERT_EQ(bytesOf(at(u"saved"_qs)).left(model.size()), model);
         QFile::remove(at(u"saved"_qs));
     }
+}
+
+TEST_F(HexPlaces, OfABlockTooLargeForTheClipboardAreRefused) {
+    const QString path = file({});
+    ASSERT_EQ(::truncate(path.toUtf8().constData(), 2147483647), 0);
+    ASSERT_TRUE(m_hex->OpenFile(path));
+    QGuiApplication::clipboard()->setText(u"before"_qs);
+    m_hex->copyBlock(Offset(0), Offset(2147483646), BlockForm::CSource);
+    EXPECT_EQ(m_prompts.messages, QStringList(SystemError::fromErrno(ENOMEM).description));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_qs);
 }

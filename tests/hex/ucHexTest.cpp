@@ -601,3 +601,11 @@ TEST_F(TheHexView, LeavesTheLabelsBelowWhereTheyAre) {
         EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << number;
     }
 }
+
+TEST_F(TheHexView, HoldsOneRowMoreThanItShows) {
+    const QByteArray bytes = someBytes(400);
+    open(bytes);
+    EXPECT_EQ(grid(1)->Value(20, 0), HexText::ByteToHexCell(static_cast<quint8>(bytes[320])));
+    EXPECT_EQ(grid(2)->Value(20, 15), HexText::ByteToTextCell(static_cast<quint8>(bytes[335])));
+    EXPECT_EQ(grid(1)->Value(21, 0), QString());
+}
