@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,open,save,lines] [--runs N] [--without-others] [--quick]
+usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,hex] [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
 display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
@@ -16,6 +16,8 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          fsync of the copy. They take turns.
   lines  a million lines of 20 to 90 letters: from the command until they stand sorted in the control, against sort of the
          same file with LC_ALL=C, in turn; and until their trailing blanks are gone. From inside, by EditorBench.
+  hex    the byte view over 1 GB beside cp, cp with fsync, grep and a bare search by blocks; the next page from the key
+         until it is painted; a million matches; memory. From inside, by HexBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -225,6 +227,19 @@ def benchLines(bench, inside, quick):
               f"| {OWN}: trim | {spread(trims, 1000, 2)} | |")
 
 
+def benchHex(bench, inside):
+    run = subprocess.run([inside, "--benchmark_format=json"], check=True, capture_output=True,
+                         env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+    rows = [row for row in json.loads(run.stdout)["benchmarks"] if row.get("run_type") == "iteration"]
+    bench.ownFailed |= any(row.get("error_occurred") for row in rows)
+    bench.say("", "The byte view: milliseconds", "", "| | ms |", "|---|---|",
+              *(f"| {row['name'].removesuffix('/real_time')} | {row['real_time']:.2f} |" for row in rows
+                if "more_MB" not in row))
+    for row in rows:
+        if "more_MB" in row:
+            bench.say("", f"A file of 2 GB holds {row['more_MB']:.1f} MB more than one of a page.")
+
+
 def processor():
     for line in Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
         if line.startswith("model name"):
@@ -236,7 +251,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,open,save,lines")
+    parser.add_argument("--only", default="start,open,save,lines,hex")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -266,6 +281,8 @@ def main():
             benchSave(bench, [own], wanted.quick)
         if "lines" in wanted.only:
             benchLines(bench, str(build / "bench" / "EditorBench"), wanted.quick)
+        if "hex" in wanted.only:
+            benchHex(bench, str(build / "bench" / "HexBench"))
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

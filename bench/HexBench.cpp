@@ -1,0 +1,303 @@
+// What a person waits for in the byte view, each beside what the system needs for the same: opening, the next page,
+// searching, counting and marking, saving; and the memory of a large file.
+// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+
+#include "hex/GridPane.h"
+#include "hex/HexFindState.h"
+#include "hex/HexText.h"
+#include "hex/ucHex.h"
+#include "platform/QtPrompts.h"
+#include "settings/Options.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstring>
+#include <fstream>
+#include <optional>
+#include <random>
+#include <string>
+
+namespace {
+
+constexpr qint64 Megabyte = 1'000'000;
+constexpr qint64 MostBytes = 2'147'483'647;
+constexpr std::size_t SearchBlock = 32'000;
+/// At the end of each file and nowhere else; with letters, so that it can be searched for with and without case.
+const QByteArray Last = "Needle\x01\x02";
+/// What is counted and marked.
+const QByteArray Often = "OFTEN";
+
+/// Files are made once, of bytes without order, and go with the process.
+class Files {
+ public:
+    QString path(qint64 size) {
+        QString path = m_folder.filePath(QStringLiteral("%1.bin").arg(size));
+        if (QFile::exists(path))
+            return path;
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("cannot make the file");
+        const QByteArray block = someBytes(Megabyte);
+        for (qint64 written = 0; written < size; written += block.size())
+            file.write(block.constData(), std::min<qint64>(block.size(), size - written));
+        file.seek(size - Last.size());
+        file.write(Last);
+        return path;
+    }
+    /// So many matches of `Often`, twenty bytes apart.
+    QString pathOfMatches(qint64 matches) {
+        QString path = m_folder.filePath(QStringLiteral("%1.often").arg(matches));
+        QFile file(path);
+        if (!file.exists() && file.open(QIODevice::WriteOnly))
+            file.write((Often + QByteArray(15, '.')).repeated(matches));
+        return path;
+    }
+    /// Takes no room on the disk.
+    QString pathOfHole(qint64 size) {
+        QString path = m_folder.filePath(QStringLiteral("%1.hole").arg(size));
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly))
+            file.resize(size);
+        return path;
+    }
+    QString target() const { return m_folder.filePath(QStringLiteral("target")); }
+
+ private:
+    static QByteArray someBytes(qint64 size) {
+        std::mt19937 random(5);
+        QByteArray bytes;
+        bytes.reserve(size);
+        while (bytes.size() < size) {
+            const std::uint32_t word = random();
+            bytes.append(reinterpret_cast<const char*>(&word), sizeof word);
+        }
+        return bytes;
+    }
+
+    QTemporaryDir m_folder;
+};
+
+Files& files() {
+    static Files made;
+    return made;
+}
+
+struct Shown {
+    QtPrompts prompts;
+    Options options;
+    HexFindState findState;
+    ucHex view{prompts, options, findState};
+
+    Shown() {
+        options.ContinueSearch = false;
+        view.resize(1000, 640);
+        view.show();
+        view.activateWindow();
+        QApplication::processEvents();
+    }
+    explicit Shown(const QString& path) : Shown() {
+        if (!view.OpenFile(path))
+            qFatal("cannot open the file");
+        QApplication::processEvents();
+    }
+    GridPane* pane() const { return view.findChild<GridPane*>(QStringLiteral("PicHex")); }
+};
+
+/// Megabytes that the process holds now.
+double heldMemory() {
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;) {
+        if (word == "VmRSS:") {
+            double kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes / 1024;
+        }
+    }
+    return 0;
+}
+
+int run(const QString& command) {
+    return std::system(command.toUtf8().constData());
+}
+
+QString sequence(const QByteArray& bytes) {
+    return HexText::SpaceHexText(QString::fromLatin1(bytes.toHex().toUpper()));
+}
+
+/// Each begins with a disk that has nothing left to write.
+template <typename Act>
+void timed(benchmark::State& state, Act act) {
+    for (auto _ : state) {
+        state.PauseTiming();
+        QFile::remove(files().target());
+        ::sync();
+        state.ResumeTiming();
+        act();
+    }
+}
+
+void open(benchmark::State& state) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    std::optional<Shown> shown;
+    for (auto _ : state) {
+        state.PauseTiming();
+        shown.reset();
+        shown.emplace();
+        ::sync();
+        state.ResumeTiming();
+        shown->view.OpenFile(path);
+        QApplication::processEvents();
+        state.PauseTiming();
+        shown.reset();
+        state.ResumeTiming();
+    }
+}
+
+void openAsCp(benchmark::State& state) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    timed(state, [&] { run(QStringLiteral("cp '%1' '%2'").arg(path, files().target())); });
+}
+
+void saved(benchmark::State& state) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    Shown shown(path);
+    timed(state, [&] { shown.view.SaveFile(files().target(), true); });
+}
+
+void savedAsCp(benchmark::State& state) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    timed(state, [&] {
+        run(QStringLiteral("cp '%1' '%2'").arg(path, files().target()));
+        const int handle = ::open(files().target().toUtf8().constData(), O_RDONLY | O_CLOEXEC);
+        ::fsync(handle);
+        ::close(handle);
+    });
+}
+
+/// How much more is held with a file of the most bytes than with one of a page.
+void memory(benchmark::State& state) {
+    for (auto _ : state) {
+        Shown shown(files().pathOfHole(320));
+        const double before = heldMemory();
+        shown.view.OpenFile(files().pathOfHole(MostBytes));
+        shown.view.MoveLastPage();
+        QApplication::processEvents();
+        state.counters["more_MB"] = heldMemory() - before;
+    }
+}
+
+/// From the key until the page is painted.
+void nextPage(benchmark::State& state) {
+    Shown shown(files().path(state.range(0) * Megabyte));
+    GridPane* const pane = shown.pane();
+    for (auto _ : state) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_PageDown, Qt::NoModifier);
+        QApplication::sendEvent(pane, &key);
+        QApplication::processEvents();
+        if (shown.view.FilePointer().number() > state.range(0) * Megabyte - 1000)
+            shown.view.MoveFirstPage();
+    }
+}
+
+/// The match at the end of the file, from the top.
+void find(benchmark::State& state, const QString& text, HexFindType type) {
+    Shown shown(files().path(state.range(0) * Megabyte));
+    for (auto _ : state) {
+        state.PauseTiming();
+        shown.view.MoveFirstPage();
+        state.ResumeTiming();
+        if (shown.view.FindDown(text, static_cast<qint16>(type)) != state.range(0) * Megabyte - Last.size() + 1)
+            state.SkipWithError("not found where it is");
+    }
+}
+
+void findAsGrep(benchmark::State& state, const QString& options) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    const QString command =
+        QStringLiteral("LC_ALL=C grep -obUaP%1 'Needle\\x01\\x02' '%2' > /dev/null").arg(options, path);
+    for (auto _ : state) {
+        if (run(command) != 0)
+            state.SkipWithError("not found");
+    }
+}
+
+/// The least that a search by blocks can do.
+void findAsBlocks(benchmark::State& state) {
+    const QString path = files().path(state.range(0) * Megabyte);
+    for (auto _ : state) {
+        const int handle = ::open(path.toUtf8().constData(), O_RDONLY | O_CLOEXEC);
+        std::array<char, SearchBlock> block{};
+        bool found = false;
+        const auto step = static_cast<off_t>(SearchBlock) - Last.size();
+        for (off_t at = 0; !found; at += step) {
+            const ssize_t count = ::pread(handle, block.data(), block.size(), at);
+            if (count <= 0)
+                break;
+            found = ::memmem(block.data(), static_cast<std::size_t>(count), Last.constData(),
+                             static_cast<std::size_t>(Last.size())) != nullptr;
+        }
+        ::close(handle);
+        if (!found)
+            state.SkipWithError("not found");
+    }
+}
+
+void countMatches(benchmark::State& state) {
+    Shown shown(files().pathOfMatches(state.range(0)));
+    for (auto _ : state) {
+        if (shown.view.CountBytes(sequence(Often), 0) != state.range(0))
+            state.SkipWithError("counted otherwise");
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void markMatches(benchmark::State& state) {
+    Shown shown(files().pathOfMatches(state.range(0)));
+    for (auto _ : state) {
+        if (shown.view.MarkAll(sequence(Often), 0) != state.range(0))
+            state.SkipWithError("marked otherwise");
+        QApplication::processEvents();
+        state.PauseTiming();
+        shown.view.cmdClearBookmark();
+        state.ResumeTiming();
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+}  // namespace
+
+#define QUILLMARK_BENCH(function) BENCHMARK(function)->Unit(benchmark::kMillisecond)->UseRealTime()
+#define QUILLMARK_CAPTURE(function, ...) \
+    BENCHMARK_CAPTURE(function, __VA_ARGS__)->Unit(benchmark::kMillisecond)->UseRealTime()
+
+QUILLMARK_BENCH(memory)->Iterations(1);
+QUILLMARK_BENCH(openAsCp)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(open)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(openAsCp)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(savedAsCp)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(saved)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(savedAsCp)->Arg(1000)->Iterations(3);
+QUILLMARK_BENCH(nextPage)->Arg(1)->Arg(1000);
+QUILLMARK_BENCH(findAsBlocks)->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(find, sequence, sequence(Last), HexFindType::Bytes)->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(find, exact, QString::fromLatin1(Last), HexFindType::ExactCase)->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(find, any_case, QString::fromLatin1(Last.toUpper()), HexFindType::AnyCase)->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(findAsGrep, exact, QString())->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(findAsGrep, any_case, QStringLiteral("i"))->Arg(1000)->Iterations(5);
+QUILLMARK_BENCH(countMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
+QUILLMARK_BENCH(markMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,71 @@
+// Any text as an offset or a page to go to, in a file of any length: the page shown begins at a whole row of the file
+// and the cell that is asked for lies in it.
+
+#include "hex/HexPaging.h"
+#include "hex/TypedPlace.h"
+
+#include <QString>
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr qint64 LongestFile = 2'147'483'647;
+
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+void requireWholeRow(const HexPaging& paging) {
+    require(paging.FilePointer().number() >= 1);
+    require(paging.FilePointer().number() % HexPaging::BytesPerRow == 1);
+}
+
+void checkOffset(HexPaging& paging, qint64 offset) {
+    const HexCell cell = paging.goToTyped(Offset(offset));
+    requireWholeRow(paging);
+    require(cell.row == 0 && cell.col >= 0 && cell.col < HexPaging::BytesPerRow);
+    require(paging.FilePointer().number() <= paging.length() + 1);
+}
+
+void checkMoves(HexPaging& paging) {
+    for (const auto move : {&HexPaging::MovePreviousLine, &HexPaging::MoveNextLine, &HexPaging::MoveNextPage,
+                            &HexPaging::MovePreviousPage, &HexPaging::MoveLastPage, &HexPaging::MoveFirstPage}) {
+        (paging.*move)();
+        requireWholeRow(paging);
+        require(paging.scrollPosition() >= 0 && paging.scrollPosition() <= HexPaging::ScrollMaximum);
+        require(paging.rows() >= 2 && paging.rows() <= HexPaging::PageRows);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    quint32 number = 0;
+    if (size < sizeof number)
+        return 0;
+    std::memcpy(&number, data, sizeof number);
+    HexPaging paging;
+    paging.open(1 + number % LongestFile);
+    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data) + sizeof number,
+                                           static_cast<qsizetype>(size - sizeof number));
+    for (const QString& typed : {text, QStringLiteral("&H") + text}) {
+        const auto offset = TypedPlace::offsetOf(typed);
+        if (offset)
+            checkOffset(paging, *offset);
+        checkMoves(paging);
+    }
+    const auto page = TypedPlace::pageOf(text);
+    require(!page || *page >= 1);
+    if (page) {
+        paging.goToPage(*page);
+        requireWholeRow(paging);
+        require(paging.FilePointer().number() <= paging.length() + 1);
+        checkMoves(paging);
+    }
+    return 0;
+}
