@@ -9,10 +9,16 @@
 
 namespace {
 
+/// What the system copies at once; longer than the blocks that are told of, as that is a fourth faster.
+constexpr qint64 RunLength = 4'194'304;
+/// What goes through memory at once stays in the processor's own.
+constexpr qint64 PieceLength = 65'536;
+
 /// Copies one block behind the other from one handle to the other.
 class BlockCopier {
  public:
-    BlockCopier(FileSystemCalls& calls, int from, int to) : m_calls(calls), m_from(from), m_to(to) {}
+    BlockCopier(FileSystemCalls& calls, int from, int to, qint64 end)
+        : m_calls(calls), m_from(from), m_to(to), m_end(end) {}
 
     /// Short at the end of the file; `error` says why when the copy failed.
     qint64 copy(qint64 at, qint64 length, SystemError& error) {
@@ -39,28 +45,37 @@ class BlockCopier {
         return std::max<qint64>(end, at);
     }
 
+    /// How much of the block is copied; the system may be ahead of it.
     qint64 copyRanges(qint64 at, qint64 length) {
-        qint64 done = 0;
-        while (m_copiesRanges && done < length) {
-            off_t from = at + done;
-            off_t to = at + done;
-            const ssize_t count = uninterrupted(
-                [&] { return m_calls.copyRange(m_from, &from, m_to, &to, static_cast<size_t>(length - done)); });
+        m_rangesTo = std::max(m_rangesTo, at);
+        while (m_copiesRanges && m_rangesTo < at + length) {
+            off_t from = m_rangesTo;
+            off_t to = m_rangesTo;
+            const auto run = static_cast<size_t>(runFrom(from, at + length));
+            const ssize_t count = uninterrupted([&] { return m_calls.copyRange(m_from, &from, m_to, &to, run); });
             if (count <= 0)
                 m_copiesRanges = false;
             else
-                done += count;
+                m_rangesTo += count;
         }
-        return done;
+        return std::clamp<qint64>(m_rangesTo - at, 0, length);
+    }
+
+    /// To the end of the block at least, and not into the next hole: the system would fill it.
+    qint64 runFrom(qint64 at, qint64 endOfBlock) {
+        const off_t hole = m_calls.lseek(m_from, at, SEEK_HOLE);
+        const qint64 end = std::min({at + RunLength, m_end, static_cast<qint64>(hole)});
+        return std::max(end, endOfBlock) - at;
     }
 
     qint64 copyThroughMemory(qint64 at, qint64 length, SystemError& error) {
         qint64 done = 0;
         if (length > 0)
-            m_buffer.resize(std::max<qsizetype>(m_buffer.size(), length));
+            m_buffer.resize(std::min(PieceLength, std::max<qsizetype>(m_buffer.size(), length)));
         while (done < length) {
-            const ssize_t count = uninterrupted(
-                [&] { return m_calls.pread(m_from, m_buffer.data(), static_cast<size_t>(length - done), at + done); });
+            const auto piece = static_cast<size_t>(std::min<qint64>(m_buffer.size(), length - done));
+            const ssize_t count =
+                uninterrupted([&] { return m_calls.pread(m_from, m_buffer.data(), piece, at + done); });
             if (count < 0)
                 error = SystemError::fromErrno(errno);
             if (count <= 0 || !write(at + done, count, error))
@@ -87,6 +102,8 @@ class BlockCopier {
     FileSystemCalls& m_calls;
     int m_from;
     int m_to;
+    qint64 m_end;                ///< no byte behind it is taken
+    qint64 m_rangesTo = 0;       ///< behind what the system has copied
     bool m_copiesRanges = true;  ///< until the system refuses
     qint64 m_nextData = 0;       ///< behind what is known to be a hole
     QByteArray m_buffer;
@@ -105,7 +122,7 @@ SystemError copyFile(FileSystemCalls& calls, int from, int to, qint64 length, qi
                      const CopyProgress& progress) {
     if (calls.cloneFile(to, from) == 0)
         return progress(100) ? SystemError() : SystemError::fromErrno(ECANCELED);
-    BlockCopier copier(calls, from, to);
+    BlockCopier copier(calls, from, to, length);
     SystemError error;
     qint64 done = 0;
     while (done < length) {

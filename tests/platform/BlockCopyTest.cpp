@@ -156,6 +156,26 @@ TEST_F(BlockCopying, EndsWhenNobodyWatchesAnyMore) {
     EXPECT_EQ(m_percents.size(), 2U);
 }
 
+TEST_F(BlockCopying, TakesBlocksShorterAndLongerThanItsPieces) {
+    for (const qint64 block : {1'000, 65'536, 100'000, 5'000'000}) {
+        for (const bool copiesRanges : {true, false}) {
+            FailingFileSystem calls;
+            calls.fail(SystemCall::Clone, 0, EXDEV);
+            if (!copiesRanges)
+                calls.fail(SystemCall::CopyRange, 0, EXDEV);
+            fill(230'001);
+            std::vector<int> percents;
+            EXPECT_FALSE(copyFile(calls, m_from, m_to, 230'001, block, [&](int percent) {
+                percents.push_back(percent);
+                return true;
+            }));
+            EXPECT_EQ(copied(), m_bytes) << block;
+            EXPECT_EQ(static_cast<qint64>(percents.size()), (230'001 + block - 1) / block);
+            ASSERT_EQ(::ftruncate(m_to, 0), 0);
+        }
+    }
+}
+
 TEST_F(BlockCopying, HolesStayHoles) {
     const qint64 length = 3'000'000'000;
     ASSERT_EQ(::pwrite(m_from, "in the middle", 13, 1'500'000'000), 13);
