@@ -4,9 +4,33 @@
 #include "hex/HexNeedle.h"
 #include "hex/ucHex.h"
 
+#include <QScrollArea>
+
+namespace {
+
+/// Of the two panes, by the number of its grid.
+constexpr int textPane = 2;
+
+void showCursor(QScrollArea& area, const ucHex& control) {
+    const bool inText = control.ActiveGrid() == textPane;
+    auto* cursor = control.findChild<QWidget*>(inText ? QStringLiteral("Shape2") : QStringLiteral("Shape1"));
+    if (cursor != nullptr)
+        area.ensureWidgetVisible(cursor, 0, 0);
+}
+
+}  // namespace
+
 HexView::HexView(const DocumentServices& services, QWidget* parent)
-    : m_control(new ucHex(services.prompts, services.options, services.hexFind, parent)) {
+    : m_area(new QScrollArea(parent)),
+      m_control(new ucHex(services.prompts, services.options, services.hexFind, parent)) {
     m_control->setObjectName(QStringLiteral("ucHex1"));
+    m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setWidgetResizable(true);
+    m_area->setWidget(m_control);
+    m_area->setFocusPolicy(Qt::NoFocus);
+    m_area->setFocusProxy(m_control);
+    QObject::connect(m_control, &ucHex::PositionChanged, m_area,
+                     [area = m_area, control = m_control] { showCursor(*area, *control); });
 }
 
 void HexView::finishTyping() {
@@ -14,7 +38,7 @@ void HexView::finishTyping() {
 }
 
 QWidget* HexView::viewWidget() {
-    return m_control;
+    return m_area;
 }
 
 bool HexView::load(const QString& path) {
@@ -63,7 +87,6 @@ bool HexView::FindPrev(const QString& text) {
 }
 
 bool HexView::FindText(const QString& text, bool, bool caseSensitive, bool) {
-    constexpr int textPane = 2;
     const HexFindType byCase = caseSensitive ? HexFindType::ExactCase : HexFindType::AnyCase;
     const HexFindType type = m_control->ActiveGrid() == textPane ? byCase : HexFindType::Bytes;
     return m_control->FindDown(text, static_cast<qint16>(type)) >= 0;

@@ -2,11 +2,13 @@
 
 #include "document/DocumentView.h"
 
+class QScrollArea;
 class ucHex;
 struct DocumentServices;
 
 /// The hex view as a document asks it: hands each request to one `ucHex`. What makes no sense for bytes does nothing.
-/// Belongs to the document, like the control, which stands among the document's widgets.
+/// Belongs to the document, like the control, which stands among the document's widgets. The control has a least size;
+/// in a smaller window it is scrolled, and follows its cursor.
 class HexView : public DocumentView {
  public:
     HexView(const DocumentServices& services, QWidget* parent);
@@ -49,5 +51,6 @@ class HexView : public DocumentView {
     QString GetCursorPos() const override;
 
  private:
+    QScrollArea* m_area;
     ucHex* m_control;
 };

@@ -204,6 +204,24 @@ TEST_F(HexMode, ChangesOnDiskAreNoticedAsForText) {
     EXPECT_FALSE(m_document.FileNeedToReload());
 }
 
+TEST_F(HexMode, InASmallWindowItIsScrolledAndFollowsItsCursor) {
+    ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
+    m_document.resize(300, 200);
+    QApplication::processEvents();
+    const auto seen = [&] { return QRect(QPoint(), m_document.size()); };
+    const auto at = [&](int row, int col) {
+        const QRect cell = pane(1).cellRect({row, col});
+        return QRect(pane(1).mapTo(&m_document, cell.topLeft()), cell.size());
+    };
+    EXPECT_GE(hex().height(), pane(1).height());
+    pressKey(Qt::Key_Right);
+    EXPECT_TRUE(seen().contains(at(0, 1)));
+    pressKey(Qt::Key_PageDown, Qt::ControlModifier);
+    pressKey(Qt::Key_End);
+    EXPECT_TRUE(seen().contains(at(19, 15)));
+    EXPECT_FALSE(seen().contains(at(0, 1)));
+}
+
 // Closing
 
 TEST_F(HexMode, ItClosesChangedWhenAByteOfOneDigitWasTyped) {
