@@ -509,3 +509,14 @@ TEST_F(TextView, MacrosOutsideTheirNumbersDoNothing) {
     m_view.RecordMacro();
     EXPECT_EQ(m_view.Text(), QStringLiteral("a"));
 }
+
+TEST_F(TextView, PlaysTheTenMacrosByTheirNumbersAndNoOther) {
+    for (int n = 1; n <= 10; ++n) {
+        Macro macro;
+        macro.addText(QString::number(n) + u' ');
+        ASSERT_TRUE(m_services.globals.macros.setMacro(n - 1, macro));
+    }
+    for (int n = -1; n <= 12; ++n)
+        m_view.ExecMacro(n);
+    EXPECT_EQ(m_view.Text(), QStringLiteral("1 2 3 4 5 6 7 8 9 10 "));
+}
