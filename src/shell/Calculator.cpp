@@ -12,7 +12,7 @@ constexpr const char* programs[] = {"kcalc",     "gnome-calculator", "qalculate-
 
 QString Calculator::find() {
     for (const char* program : programs) {
-        const QString path = QStandardPaths::findExecutable(QString::fromLatin1(program));
+        QString path = QStandardPaths::findExecutable(QString::fromLatin1(program));
         if (!path.isEmpty())
             return path;
     }
