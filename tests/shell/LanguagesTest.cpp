@@ -1,4 +1,6 @@
 #include "FrameFixture.h"
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "platform/Folders.h"
 #include "shell/HelpPages.h"
 
@@ -97,6 +99,30 @@ TEST_F(FrameLanguages, TheTickFollowsLoadsChoicesAndActivation) {
     QCoreApplication::processEvents();
     EXPECT_EQ(marked(), QStringList(QStringLiteral("C++")));
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
+}
+
+TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) {
+    TokenLooks looks;
+    looks.setItalic(TokenClass::Keyword, true);
+    ASSERT_EQ(looks.save(m_registry), RegistryCode::Ok);
+    start();
+    TokenTheme& theme = parts().documentServices->globals.theme;
+    EXPECT_EQ(theme.looks(), looks);
+    open(fileOf("if", QStringLiteral("a.cpp")));
+    const frmDocument* first = active();
+    open(fileOf("if", QStringLiteral("b.cpp")));
+    constexpr unsigned long keyword = 5;
+    const auto italic = [](const frmDocument* document) {
+        return document->GetEditor()->control().SendScintilla(CodeMax::SCI_STYLEGETITALIC, keyword) != 0;
+    };
+    EXPECT_TRUE(italic(first));
+    theme.setLooks(TokenLooks());
+    EXPECT_FALSE(italic(first));
+    EXPECT_FALSE(italic(active()));
+    EXPECT_TRUE(m_frame->close());
+    TokenLooks stored;
+    stored.load(m_registry);
+    EXPECT_EQ(stored, TokenLooks());
 }
 
 TEST_F(FrameLanguages, OrganizingThemShowsTheFormAlone) {
