@@ -12,6 +12,7 @@
 #include <QColor>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -27,6 +28,12 @@ std::string_view utf8Of(const QByteArray& text) {
 QColor rowHighlightColour(const Options& options) {
     const Colour colour = Colour::fromNumber(options.RowHighlightColor);
     return {colour.red, colour.green, colour.blue};
+}
+
+/// The colour that nobody has chosen is made for light ground.
+CodeMax::HighlightColour highlightKind(const Options& options) {
+    static const qint32 unchosen = Options().RowHighlightColor;
+    return options.RowHighlightColor == unchosen ? CodeMax::HighlightColour::Adapts : CodeMax::HighlightColour::AsItIs;
 }
 
 }  // namespace
@@ -265,6 +272,15 @@ void rtCM::DecreaseFontSize() {
 
 void rtCM::DefaultFontSize() {
     setTextFont(FontName(), m_options.FontSize);
+    m_control->resetZoom();
+}
+
+QFont rtCM::textFont() const {
+    return QFont(FontName(), std::max(FontSize(), 1));
+}
+
+void rtCM::setTextFont(const QFont& font) {
+    setTextFont(font.family(), font.pointSize() > 0 ? font.pointSize() : FontSize());
 }
 
 void rtCM::changeSelected(QString (*change)(const QString& text)) {
@@ -319,7 +335,7 @@ void rtCM::HighLightLine() {
     if (leaves && m_lastHighlightLine >= 0 && m_lastHighlightLine < TotalLines())
         UnHighLightLine(m_lastHighlightLine);
     if (gMyHighlight)
-        m_control->setLineHighlight(now, rowHighlightColour(m_options));
+        m_control->setLineHighlight(now, rowHighlightColour(m_options), highlightKind(m_options));
     m_lastHighlightLine = gMyHighlight ? now : -1;
 }
 

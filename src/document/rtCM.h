@@ -4,11 +4,13 @@
 #include "document/SaveFormats.h"
 
 #include <QColor>
+#include <QFont>
 #include <QWidget>
 
 #include <functional>
 
 class CodeMax;
+class KeptView;
 class Prompts;
 struct DocumentServices;
 struct EditorGlobals;
@@ -26,6 +28,25 @@ class rtCM : public QWidget, public DocumentView {
     Q_PROPERTY(bool FileChanged MEMBER FileChanged)
     Q_PROPERTY(bool ClickLeftMarginBookmark MEMBER ClickLeftMarginBookmark)
     Q_PROPERTY(bool gMyHighlight MEMBER gMyHighlight)
+    Q_PROPERTY(QString Text READ Text WRITE setText)
+    Q_PROPERTY(QString SelText READ SelText WRITE setSelText)
+    Q_PROPERTY(QString TextRTF READ TextRTF)
+    Q_PROPERTY(QString SelRTF READ SelRTF)
+    Q_PROPERTY(qint64 SelStart READ SelStart WRITE setSelStart)
+    Q_PROPERTY(qint64 SelEnd READ SelEnd WRITE setSelEnd)
+    Q_PROPERTY(qint64 SelLength READ SelLength WRITE setSelLength)
+    Q_PROPERTY(qint64 TotalLines READ TotalLines)
+    Q_PROPERTY(qint64 CurrentLine READ CurrentLine)
+    Q_PROPERTY(qint64 CurrentColumn READ CurrentColumn)
+    Q_PROPERTY(qint64 LastHighlightLine READ LastHighlightLine)
+    Q_PROPERTY(bool VScrollVisible READ VScrollVisible WRITE setVScrollVisible)
+    Q_PROPERTY(bool HScrollVisible READ HScrollVisible WRITE setHScrollVisible)
+    Q_PROPERTY(bool DragDrop READ DragDrop WRITE setDragDrop)
+    Q_PROPERTY(qint64 LineNumberStart READ LineNumberStart WRITE setLineNumberStart)
+    Q_PROPERTY(QColor BackColor READ BackColor WRITE setBackColor)
+    Q_PROPERTY(QFont font READ textFont WRITE setTextFont)
+    Q_PROPERTY(bool Enabled READ isEnabled WRITE setEnabled)
+    Q_PROPERTY(WId hwnd READ hwnd)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool LineNumbering READ LineNumbering WRITE setLineNumbering)
     Q_PROPERTY(bool DisplayLeftMargin READ DisplayLeftMargin WRITE setDisplayLeftMargin)
@@ -44,6 +65,22 @@ class rtCM : public QWidget, public DocumentView {
     bool ClickLeftMarginBookmark = true;
     bool gMyHighlight = false;
 
+    CodeMax& control() const { return *m_control; }
+    /// First and last selected line in the order they were selected.
+    void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
+    /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
+    /// forwards. What `change` raises goes on to the caller, and then nothing has been replaced.
+    void changeSelected(QString (*change)(const QString& text));
+    /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
+    /// whenever 20 ms have passed, so the view may be gone when they return; the list they have given is good then too.
+    void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
+                      bool pWholeWord);
+    /// The list holds where each replacement lies, with the length of `pReplace`. One undo step.
+    void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
+                         bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
+    QWidget* viewWidget() override { return this; }
+
+ public Q_SLOTS:
     bool OpenFile(const QString& pFilename, bool bIgnoreError = false);
     /// Loads without picking the language again. A format other than AsLoaded says which encoding the file has; without
     /// one it is found out.
@@ -63,7 +100,6 @@ class rtCM : public QWidget, public DocumentView {
     void PropertiesLoad();
     void PropertiesSave();
 
-    CodeMax& control() const { return *m_control; }
     /// What a screen reader calls the text.
     void setTextName(const QString& name);
 
@@ -81,8 +117,6 @@ class rtCM : public QWidget, public DocumentView {
     void setSelEnd(qint64 position);
     qint64 SelLength() const;
     void setSelLength(qint64 length);
-    /// First and last selected line in the order they were selected.
-    void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
     qint64 SelTotalLines() const;
     qint64 CurrentLine() const;
     qint64 CurrentColumn() const;
@@ -95,13 +129,12 @@ class rtCM : public QWidget, public DocumentView {
     QString FontName() const;
     int FontSize() const;
     void setTextFont(const QString& name, int points);
+    QFont textFont() const;
+    void setTextFont(const QFont& font);
     void IncreaseFontSize();
     void DecreaseFontSize();
     void DefaultFontSize();
 
-    /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
-    /// forwards. What `change` raises goes on to the caller, and then nothing has been replaced.
-    void changeSelected(QString (*change)(const QString& text));
     void SpacesToTabs();
     void TabsToSpaces();
 
@@ -178,14 +211,7 @@ class rtCM : public QWidget, public DocumentView {
     bool FindNext(const QString& pFindText) override;
     bool FindPrev(const QString& pFindText) override;
     bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
-    /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
-    /// whenever 20 ms have passed, so the view may be gone when they return; the list they have given is good then too.
-    void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
-                      bool pWholeWord);
-    /// The list holds where each replacement lies, with the length of `pReplace`. One undo step.
-    void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
-                         bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
-    /// Called while one of the two above yields: it ends with what it has.
+    /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has.
     void StopSearch();
 
     void ToggleBookmark() override;
@@ -209,7 +235,6 @@ class rtCM : public QWidget, public DocumentView {
     void UnHighLightLine(qint64 pLine);
     qint64 LastHighlightLine() const { return m_lastHighlightLine; }
 
-    QWidget* viewWidget() override { return this; }
     bool load(const QString& path) override;
     bool save(const QString& path, int format, bool force) override;
     bool isModified() const override { return FileChanged; }
@@ -248,16 +273,11 @@ class rtCM : public QWidget, public DocumentView {
     bool nothingSelected() const;
     QByteArray wholeText() const;
 
-    struct Selected {
-        qint64 anchor;
-        qint64 caret;
-    };
     void connectSearch();
     void takeProgramFlags();
     bool foundBy(int command);
     bool findAround(const QString& text, int find, int goToEnd);
-    Selected selected() const;
-    void giveBack(const Selected& before);
+    void giveBack(const KeptView& before);
     void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
     void clickLeftMargin(Qt::MouseButton button, int x, int y);
 

@@ -4,6 +4,7 @@
 #include "document/MatchList.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "editor/KeptView.h"
 #include "editor/MacroRecorder.h"
 #include "editor/Unrecorded.h"
 #include "platform/Yield.h"
@@ -192,14 +193,14 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
         SetFindText(text);
     const PaintStop stop(*m_control);
     const RecordedSearch recorded(*m_control, find);
-    const Selected before = selected();
+    const KeptView before(*m_control);
     if (foundBy(find))
         return true;
     if (!m_options.ContinueSearch) {
         giveBack(before);
         return false;
     }
-    const Selected between = selected();
+    const KeptView between(*m_control);
     m_control->ExecuteCmd(goToEnd);
     if (foundBy(find))
         return true;
@@ -212,11 +213,14 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     setSearchCaseSensitive(CaseSensitiveOn);
     setSearchWholeWord(WholeWord);
     SetFindText(pText);
+    const KeptView before(*m_control);
     if (foundBy(FindFollowing))
         return true;
-    if (!m_options.ContinueSearch)
+    if (!m_options.ContinueSearch) {
+        giveBack(before);
         return false;
-    const Selected between = selected();
+    }
+    const KeptView between(*m_control);
     m_control->ExecuteCmd(GoToStart);
     if (foundBy(FindFollowing))
         return true;
@@ -224,14 +228,11 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     return false;
 }
 
-rtCM::Selected rtCM::selected() const {
-    return {m_control->AnchorPosition(), m_control->CaretPosition()};
-}
-
-void rtCM::giveBack(const Selected& before) {
+/// The control has gone around the end of the text by itself, or was sent to the other end.
+void rtCM::giveBack(const KeptView& before) {
     {
         const CodeMax::Unrecorded part(*m_control);
-        m_control->setSelection(before.anchor, before.caret);
+        m_control->giveBack(before);
     }
     HighLightLine();
     Q_EMIT SelChange();

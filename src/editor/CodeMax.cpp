@@ -4,6 +4,7 @@
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
 #include "editor/KeptBookmarks.h"
+#include "editor/KeptView.h"
 #include "editor/LanguageIndent.h"
 #include "editor/LineCommands.h"
 #include "editor/MacroRecorder.h"
@@ -314,6 +315,23 @@ void CodeMax::setSelEnd(qint64 position) {
 void CodeMax::setSelection(qint64 anchor, qint64 caret) {
     const EditScope scope(*this);
     setSelectionBytes(m_map.byteOf(std::max<qint64>(anchor, 0)), m_map.byteOf(std::max<qint64>(caret, 0)));
+}
+
+qint64 CodeMax::AnchorPosition() const {
+    return m_map.positionOf(selection().anchor);
+}
+
+qint64 CodeMax::CaretPosition() const {
+    return m_map.positionOf(selection().caret);
+}
+
+TextMatch CodeMax::selectedBytes() const {
+    return {send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)};
+}
+
+void CodeMax::giveBack(const KeptView& kept) {
+    const EditScope scope(*this);
+    kept.giveBackTo(*this);
 }
 
 qint64 CodeMax::StartLineNo() const {

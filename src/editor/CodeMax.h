@@ -25,6 +25,7 @@
 
 class ControlGlobals;
 class ControlProfile;
+class KeptView;
 class MacroPlayer;
 class MacroRecorder;
 class TokenTheme;
@@ -77,6 +78,8 @@ class CodeMax : public QsciScintillaBase {
     qint64 SelEnd() const;
     void setSelEnd(qint64 position);
     void setSelection(qint64 anchor, qint64 caret);
+    /// Goes back to where the control was, as long as the text is the same.
+    void giveBack(const KeptView& kept);
 
     /// The selection object: where it began and where the caret is.
     qint64 StartLineNo() const;
@@ -102,7 +105,9 @@ class CodeMax : public QsciScintillaBase {
 
     QString FontName() const;
     int FontSize() const;
+    /// Not the zoom, which comes on top of it.
     void setTextFont(const QString& name, int points);
+    void resetZoom();
 
     bool LineNumbering() const;
     void setLineNumbering(bool on);
@@ -160,12 +165,14 @@ class CodeMax : public QsciScintillaBase {
     /// The text or the selection in rich text, with its colours.
     QByteArray TextRTF() const;
     QByteArray SelRTF() const;
-    /// The one highlighted line, -1 for none.
-    void setLineHighlight(qint64 line, const QColor& colour);
+    /// The one highlighted line, -1 for none. A colour that adapts is one for dark text on light ground, turned into
+    /// its like where the ground is dark; any other is shown as it is.
+    enum class HighlightColour { AsItIs, Adapts };
+    void setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind = HighlightColour::AsItIs);
 
     /// Carries out a command by its number (ControlCommands has the table), as one undo step. Does nothing for a number
     /// that stands for none, and for a command that edits while the text is locked.
-    void ExecuteCmd(int number, const QString& argument = {});
+    Q_INVOKABLE void ExecuteCmd(int number, const QString& argument = {});
 
     /// How often the next command, key or typed text is carried out, all of it as one undo step. Used up by it;
     /// Escape sets it back to 1.
@@ -215,8 +222,10 @@ class CodeMax : public QsciScintillaBase {
 
     SearchOutcome findNext();
     SearchOutcome findPrevious();
-    /// The same for a text that is still being typed: the history knows nothing of it.
-    SearchOutcome findTyped(bool backwards);
+    /// The same for a text that is still being typed: the history knows nothing of it. Backwards it takes the last
+    /// match that begins in front of the selection, or where that begins if `alsoHere`, however far it goes: what is
+    /// typed further makes it longer.
+    SearchOutcome findTyped(bool backwards, bool alsoHere = false);
     /// The text made ready for a search; null when there is none or it is no valid expression.
     std::shared_ptr<const SearchPattern> searchPattern();
     /// Finds the next match and puts the replacement in its place, which is selected then.
@@ -229,11 +238,16 @@ class CodeMax : public QsciScintillaBase {
     /// the caret stands at the start. `take` may yield: the text can't be edited meanwhile, and the visit ends when
     /// another one was loaded or the control is gone. Returns the number of matches.
     qint64 findAll(const std::function<bool(const MatchPlace&)>& take);
-    /// Replaces all matches, or those within the selection, as one undo step; the number of them.
+    /// Replaces all matches as one undo step; the number of them.
     qint64 replaceAll(const ReplaceWatch& watch = {});
-    qint64 replaceAllInSelection();
-    /// How many matches there are, in the whole text or within the selection, which stays as it is.
-    qint64 countMatches(bool inSelection);
+    /// The same for those within a range of held bytes, which is selected then.
+    qint64 replaceAllIn(const TextMatch& range);
+    /// How many matches there are, in the whole text or within a range of held bytes. The selection stays as it is.
+    qint64 countMatches();
+    qint64 countMatches(const TextMatch& range);
+    TextMatch selectedBytes() const;
+    /// Whether what is selected is what a search has found, and not a choice of the person's.
+    bool isMatchSelected() const { return m_search.selected == selectedBytes(); }
     /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
     void setBottomBar(QWidget* bar);
     /// Counts edits and loads: a place in the text is good as long as this is the same.
@@ -378,10 +392,12 @@ class CodeMax : public QsciScintillaBase {
 
     template <typename Value>
     void changeSearch(Value& part, const Value& value);
+    std::shared_ptr<const SearchPattern> patternToFind();
     std::shared_ptr<const SearchPattern> notedPattern();
     SearchOutcome find(bool backwards);
     SearchOutcome findOnward(const SearchPattern& pattern);
     SearchOutcome findBackward(const SearchPattern& pattern);
+    SearchOutcome findTypedBackward(const SearchPattern& pattern, bool alsoHere);
     void placeBottomBar();
     SearchOutcome outcomeOf(const std::optional<TextMatch>& match, bool wrapped);
     SearchOutcome fail(const SearchError& error = {});
@@ -445,6 +461,7 @@ class CodeMax : public QsciScintillaBase {
     bool m_lineNumbering = false;
     qint64 m_numberedLines = -1;
     QColor m_highlight;
+    HighlightColour m_highlightKind = HighlightColour::AsItIs;
     ViewOptions m_options;
     QString m_path;
     bool m_converted = false;  ///< line ends, since the last load or save

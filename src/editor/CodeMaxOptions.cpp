@@ -38,7 +38,7 @@ void CodeMax::setDisplayLeftMargin(bool on) {
 }
 
 void CodeMax::applyLeftMargin() {
-    const QColor text = palette().color(QPalette::Text);
+    const QColor text = textLook().colour;
     const QColor own = m_options.leftMarginColour;
     const QColor shown = own.isValid() ? own : ViewColours::blended(baseColour(), text, 5);
     send(SCI_SETMARGINBACKN, Margins::Bookmarks, ViewColours::number(shown));

@@ -78,9 +78,7 @@ std::shared_ptr<const SearchPattern> CodeMax::searchPattern() {
 /// The pattern of a search that begins: its text goes into the history, and searchError() says why there is none.
 std::shared_ptr<const SearchPattern> CodeMax::notedPattern() {
     SearchHistory::ofFinds().add(m_search.text);
-    auto pattern = searchPattern();
-    m_search.error = m_search.pattern->error();
-    return pattern;
+    return patternToFind();
 }
 
 // One match
@@ -102,6 +100,7 @@ void CodeMax::selectMatch(const TextMatch& match) {
     setSelectionBytes(match.from, match.to);
     if (line < first || line >= first + send(SCI_LINESONSCREEN))
         send(SCI_VERTICALCENTRECARET);
+    m_search.selected = match;
     m_search.emptyMatch.reset();
     if (match.empty())
         m_search.emptyMatch = {match.from, m_changes};
@@ -133,17 +132,27 @@ SearchOutcome CodeMax::findPrevious() {
     return outcome;
 }
 
-SearchOutcome CodeMax::findTyped(bool backwards) {
-    return find(backwards);
+SearchOutcome CodeMax::findTyped(bool backwards, bool alsoHere) {
+    const EditScope scope(*this);
+    const auto pattern = patternToFind();
+    if (!pattern)
+        return fail();
+    return backwards ? findTypedBackward(*pattern, alsoHere) : findOnward(*pattern);
 }
 
 SearchOutcome CodeMax::find(bool backwards) {
     const EditScope scope(*this);
-    const auto pattern = searchPattern();
-    m_search.error = m_search.pattern->error();
+    const auto pattern = patternToFind();
     if (!pattern)
         return fail();
     return backwards ? findBackward(*pattern) : findOnward(*pattern);
+}
+
+/// Null where there is none; searchError() says why.
+std::shared_ptr<const SearchPattern> CodeMax::patternToFind() {
+    auto pattern = searchPattern();
+    m_search.error = m_search.pattern->error();
+    return pattern;
 }
 
 SearchOutcome CodeMax::findOnward(const SearchPattern& pattern) {
@@ -172,6 +181,16 @@ SearchOutcome CodeMax::findBackward(const SearchPattern& pattern) {
     if (error)
         return fail(error);
     const auto last = lastMatchBefore(pattern, m_text, m_map, m_text.length(), true, error);
+    return last ? outcomeOf(last, true) : fail(error);
+}
+
+SearchOutcome CodeMax::findTypedBackward(const SearchPattern& pattern, bool alsoHere) {
+    SearchError error;
+    const qint64 from = send(SCI_GETSELECTIONSTART);
+    const auto before = lastMatchBegunBefore(pattern, m_text, m_map, from, alsoHere, error);
+    if (before || error)
+        return before ? outcomeOf(before, false) : fail(error);
+    const auto last = lastMatchBegunBefore(pattern, m_text, m_map, m_text.length(), true, error);
     return last ? outcomeOf(last, true) : fail(error);
 }
 
@@ -277,17 +296,19 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
     return count;
 }
 
-qint64 CodeMax::countMatches(bool inSelection) {
+qint64 CodeMax::countMatches() {
+    return countMatches({0, m_text.length()});
+}
+
+qint64 CodeMax::countMatches(const TextMatch& range) {
     const auto pattern = notedPattern();
     if (!pattern)
         return 0;
-    const qint64 from = inSelection ? send(SCI_GETSELECTIONSTART) : 0;
-    const qint64 to = inSelection ? send(SCI_GETSELECTIONEND) : m_text.length();
-    MatchScan scan(*pattern, m_text, m_map, from);
-    scan.stopBehind(to);
+    MatchScan scan(*pattern, m_text, m_map, range.from);
+    scan.stopBehind(range.to);
     qint64 count = 0;
     while (scan.next())
-        count += scan.match().to <= to ? 1 : 0;
+        count += scan.match().to <= range.to ? 1 : 0;
     m_search.error = scan.error();
     return count;
 }
@@ -376,14 +397,13 @@ qint64 CodeMax::replaceAllMatches(const ReplaceWatch& watch) {
     return static_cast<qint64>(found.edits.size());
 }
 
-qint64 CodeMax::replaceAllInSelection() {
+qint64 CodeMax::replaceAllIn(const TextMatch& range) {
     const EditScope scope(*this, EditScope::Grouped);
     const auto pattern = notedPattern();
     if (!pattern || Locked()) {
         fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
         return 0;
     }
-    const TextMatch range{send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)};
     const qint64 behind = m_text.length() - range.to;
     Replacements found;
     collect(found, *pattern, range, {});
@@ -396,12 +416,4 @@ qint64 CodeMax::replaceAllInSelection() {
     SearchHistory::ofReplacements().add(m_search.replacement);
     noteCommand(ControlCommands::ReplaceAllInSelection, {}, 1);
     return static_cast<qint64>(found.edits.size());
-}
-
-qint64 CodeMax::AnchorPosition() const {
-    return m_map.positionOf(selection().anchor);
-}
-
-qint64 CodeMax::CaretPosition() const {
-    return m_map.positionOf(selection().caret);
 }

@@ -84,6 +84,10 @@ void CodeMax::setTextFont(const QString& name, int points) {
     showLineNumbers();
 }
 
+void CodeMax::resetZoom() {
+    send(SCI_SETZOOM, 0);
+}
+
 void CodeMax::applyColours() {
     const QColor base = baseColour();
     const TokenLook textLook = this->textLook();
@@ -113,7 +117,7 @@ void CodeMax::applyColours() {
     send(SCI_SETCARETFORE, ViewColours::number(text));
     send(SCI_SETSELFORE, 1, ViewColours::number(palette().color(QPalette::HighlightedText)));
     send(SCI_SETSELBACK, 1, ViewColours::number(accent));
-    setLineHighlight(m_highlight.isValid() ? CurrentLine() : -1, m_highlight);
+    setLineHighlight(m_highlight.isValid() ? CurrentLine() : -1, m_highlight, m_highlightKind);
 }
 
 void CodeMax::changeEvent(QEvent* event) {
@@ -123,12 +127,16 @@ void CodeMax::changeEvent(QEvent* event) {
 }
 
 /// The line is always the caret's: Scintilla keeps its highlight there and needs no colour for each line.
-void CodeMax::setLineHighlight(qint64 line, const QColor& colour) {
+void CodeMax::setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind) {
     m_highlight = line < 0 ? QColor() : colour;
+    m_highlightKind = kind;
     send(SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
-    const QColor shown = m_options.rowHighlight.isValid() ? m_options.rowHighlight : m_highlight;
-    if (m_highlight.isValid())
-        send(SCI_SETCARETLINEBACK, ViewColours::number(readableOn(baseColour(), shown)));
+    if (!m_highlight.isValid())
+        return;
+    const QColor own = m_options.rowHighlight;
+    const bool adapts = !own.isValid() && kind == HighlightColour::Adapts;
+    const QColor shown = own.isValid() ? own : m_highlight;
+    send(SCI_SETCARETLINEBACK, ViewColours::number(adapts ? readableOn(baseColour(), shown) : shown));
 }
 
 bool CodeMax::LineNumbering() const {

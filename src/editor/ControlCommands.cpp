@@ -5,6 +5,7 @@
 #include "editor/ControlPrompts.h"
 #include "editor/ControlProperties.h"
 #include "editor/LineCommands.h"
+#include "editor/MatchHighlight.h"
 #include "editor/SearchWindows.h"
 
 #include <QCoreApplication>
@@ -30,6 +31,12 @@ void setRepeatCount(CodeMax& control, const QString& argument) {
         ControlPrompts::askRepeatCount(control);
     else
         control.setRepeatCount(argument.toInt());
+}
+
+/// What a person searches for without a window of its own stays marked.
+void findAndMark(CodeMax& control, SearchOutcome (CodeMax::*find)()) {
+    (control.*find)();
+    MatchHighlight::of(control).keep();
 }
 
 constexpr Row Rows[] = {
@@ -82,9 +89,9 @@ constexpr Row Rows[] = {
     {258, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Reverse incremental search"),
      [](CodeMax& control, Text) { SearchWindows::openIncremental(control, true); }},
     {176, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Find next"),
-     [](CodeMax& control, Text) { control.findNext(); }},
+     [](CodeMax& control, Text) { findAndMark(control, &CodeMax::findNext); }},
     {174, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Find previous"),
-     [](CodeMax& control, Text) { control.findPrevious(); }},
+     [](CodeMax& control, Text) { findAndMark(control, &CodeMax::findPrevious); }},
     {170, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace next match"),
      [](CodeMax& control, Text) { control.replaceNext(); }},
     {173, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace match and find next"),
@@ -92,7 +99,7 @@ constexpr Row Rows[] = {
     {171, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace all matches"),
      [](CodeMax& control, Text) { control.replaceAll(); }},
     {172, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace all matches in selection"),
-     [](CodeMax& control, Text) { control.replaceAllInSelection(); }},
+     [](CodeMax& control, Text) { control.replaceAllIn(control.selectedBytes()); }},
     {179, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Set text to find"),
      [](CodeMax& control, Text text) { control.setSearchText(text); }},
     {180, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Set replacement text"),

@@ -78,6 +78,8 @@ constexpr auto Keys = std::to_array<EditorKeys::Row>({
     {Qt::Key_V, Ctrl, Sci::SCI_PASTE},
     {Qt::Key_A, Ctrl, ControlCommands::SelectAll},
     {Qt::Key_Plus, Ctrl, Sci::SCI_ZOOMIN},
+    {Qt::Key_Plus, Ctrl | Shift, Sci::SCI_ZOOMIN},
+    {Qt::Key_Equal, Ctrl, Sci::SCI_ZOOMIN},
     {Qt::Key_Minus, Ctrl, Sci::SCI_ZOOMOUT},
     {Qt::Key_0, Ctrl, Sci::SCI_SETZOOM},
 });

@@ -1,16 +1,21 @@
 #include "editor/FindDialog.h"
 
 #include "editor/CodeMax.h"
-#include "editor/MatchHighlight.h"
+#include "editor/ControlText.h"
+#include "editor/DialogPlace.h"
 #include "editor/SearchHistory.h"
+#include "editor/SearchRange.h"
 #include "editor/SearchReport.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 
 namespace {
 
@@ -27,7 +32,8 @@ QString FindDialog::nameOf(Kind kind) {
     return kind == Kind::Find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog");
 }
 
-FindDialog::FindDialog(CodeMax& control, Kind kind) : QDialog(&control), m_control(control), m_kind(kind) {
+FindDialog::FindDialog(CodeMax& control, Kind kind)
+    : QDialog(&control), m_control(control), m_kind(kind), m_range(std::make_unique<SearchRange>(control)) {
     setObjectName(nameOf(kind));
     setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
     auto* grid = new QGridLayout(this);
@@ -47,6 +53,7 @@ FindDialog::FindDialog(CodeMax& control, Kind kind) : QDialog(&control), m_contr
     });
     for (const QCheckBox* check : {m_matchCase, m_wholeWord, m_regExp})
         connect(check, &QCheckBox::clicked, this, &FindDialog::giveControl);
+    connect(qApp, &QApplication::focusChanged, this, &FindDialog::focusMoved);
 }
 
 FindDialog::~FindDialog() = default;
@@ -123,6 +130,8 @@ void FindDialog::begin() {
     m_searched = false;
     takeControl();
     SearchReport::show(*m_result, {});
+    if (!isVisible())
+        placeInCorner();
     show();
     raise();
     activateWindow();
@@ -138,7 +147,7 @@ void FindDialog::done(int result) {
 
 void FindDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    m_highlight = std::make_unique<MatchHighlight>(m_control);
+    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
 }
 
 void FindDialog::hideEvent(QHideEvent* event) {
@@ -146,13 +155,49 @@ void FindDialog::hideEvent(QHideEvent* event) {
     m_highlight.reset();
 }
 
-/// What is selected within a line, else what was searched for last.
+/// Another text in the same window is worked on: this one's dialog would only be in the way, and be taken for that
+/// text's.
+void FindDialog::focusMoved(QWidget*, QWidget* now) {
+    const auto* other = qobject_cast<const CodeMax*>(now);
+    if (isVisible() && other != nullptr && other != &m_control && other->window() == m_control.window())
+        reject();
+}
+
+void FindDialog::keyPressEvent(QKeyEvent* event) {
+    const bool shift = event->modifiers() == Qt::ShiftModifier;
+    if (event->key() != Qt::Key_F3 || (!shift && event->modifiers() != Qt::NoModifier))
+        return QDialog::keyPressEvent(event);
+    if (!m_find->currentText().isEmpty())
+        shift ? findPrevious() : findNext();
+}
+
+// Place on the screen
+
+void FindDialog::placeInCorner() {
+    adjustSize();
+    const QRect text(m_control.mapToGlobal(QPoint()), m_control.size());
+    move(DialogPlace::cornerOf(text, frameGeometry().size(), m_control.screen()->availableGeometry()));
+}
+
+void FindDialog::uncoverMatch() {
+    const auto at = [this](unsigned message, qint64 byte) {
+        return static_cast<int>(ControlText::ask(m_control, message, 0, byte));
+    };
+    const auto [from, to] = m_control.selectedBytes();
+    const QPoint begin(at(CodeMax::SCI_POINTXFROMPOSITION, from), at(CodeMax::SCI_POINTYFROMPOSITION, from));
+    const QPoint end(at(CodeMax::SCI_POINTXFROMPOSITION, to), at(CodeMax::SCI_POINTYFROMPOSITION, to));
+    const QPoint below(0, static_cast<int>(ControlText::ask(m_control, CodeMax::SCI_TEXTHEIGHT)));
+    const QWidget& text = *m_control.viewport();
+    const QRect match = QRect(text.mapToGlobal(begin), text.mapToGlobal(end + below)).normalized();
+    move(DialogPlace::besideMatch(match, frameGeometry(), m_control.screen()->availableGeometry()));
+}
+
+/// What is selected within a line, else what was searched for last, wherever that was.
 QString FindDialog::textToBegin() const {
     const bool oneLine = m_control.StartLineNo() == m_control.EndLineNo();
-    if (!oneLine || m_control.SelEnd() - m_control.SelStart() > LongestBegin)
-        return m_control.searchText();
-    const QString selected = m_control.SelText();
-    return selected.isEmpty() ? m_control.searchText() : selected;
+    const bool shortEnough = m_control.SelEnd() - m_control.SelStart() <= LongestBegin;
+    const QString selected = oneLine && shortEnough ? m_control.SelText() : QString();
+    return selected.isEmpty() ? SearchHistory::ofFinds().newestOr(m_control.searchText()) : selected;
 }
 
 void FindDialog::takeControl() {
@@ -161,9 +206,10 @@ void FindDialog::takeControl() {
     m_wholeWord->setChecked(m_control.SearchWholeWord());
     m_regExp->setChecked(m_control.SearchRegExp());
     m_inSelection->setChecked(m_control.StartLineNo() != m_control.EndLineNo());
+    m_range->takeSelection();
     if (m_kind == Kind::Replace) {
         m_preserveCase->setChecked(m_control.PreserveCase());
-        m_replacement->setEditText(m_control.replacementText());
+        m_replacement->setEditText(SearchHistory::ofReplacements().newestOr(m_control.replacementText()));
     }
     fillHistories();
     m_find->setEditText(text);
@@ -225,20 +271,27 @@ void FindDialog::replace() {
 
 void FindDialog::replaceAll() {
     giveControl();
-    const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllInSelection() : m_control.replaceAll();
+    const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllIn(chosenRange()) : m_control.replaceAll();
     finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
 }
 
 void FindDialog::count() {
     giveControl();
-    const qint64 count = m_control.countMatches(m_inSelection->isChecked());
+    const qint64 count = m_inSelection->isChecked() ? m_control.countMatches(chosenRange()) : m_control.countMatches();
     finishAll(count, tr("%n found", "", static_cast<int>(count)));
+}
+
+/// Of another text than that in which it was chosen there is no range but the selection.
+TextMatch FindDialog::chosenRange() const {
+    return m_range->range().value_or(m_control.selectedBytes());
 }
 
 void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
     SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
     if (outcome == SearchOutcome::Failed)
         showError();
+    else
+        uncoverMatch();
     tellOfSearch();
 }
 

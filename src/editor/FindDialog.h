@@ -1,22 +1,26 @@
 #pragma once
 
+#include "editor/MatchHighlight.h"
+#include "editor/TextSearch.h"
+
 #include <QDialog>
 
 #include <memory>
 
 class CodeMax;
-class MatchHighlight;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
+class SearchRange;
 enum class SearchOutcome;
 
 /// The control's find dialog, and its replace dialog, which has some more in it. Modeless; a child of the control and
 /// gone with it. Flags and text that it searches with become the control's. What went wrong is told in the dialog
-/// itself. The control raises AfterFind after each search, and when the dialog is closed after one: whoever only looked
-/// at it has searched for nothing.
+/// itself. "Within the selection" is what was selected when it was opened, or was selected anew since. It closes when
+/// another text of the window gets the focus. The control raises AfterFind after each search, and when the dialog is
+/// closed after one: whoever only looked at it has searched for nothing.
 class FindDialog : public QDialog {
     Q_OBJECT
 
@@ -34,6 +38,7 @@ class FindDialog : public QDialog {
  protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     void layOutFields(QGridLayout& grid);
@@ -47,6 +52,10 @@ class FindDialog : public QDialog {
     void fillHistories();
     void giveControl();
     QString textToBegin() const;
+    void focusMoved(QWidget* before, QWidget* now);
+    void placeInCorner();
+    void uncoverMatch();
+    TextMatch chosenRange() const;
 
     void findNext();
     void findPrevious();
@@ -70,5 +79,6 @@ class FindDialog : public QDialog {
     QCheckBox* m_inSelection = nullptr;
     QLabel* m_result = nullptr;
     bool m_searched = false;  ///< since it was opened
-    std::unique_ptr<MatchHighlight> m_highlight;
+    std::unique_ptr<SearchRange> m_range;
+    std::unique_ptr<MatchHighlight::Hold> m_highlight;
 };

@@ -2,6 +2,7 @@
 
 #include "editor/CodeMax.h"
 #include "editor/ControlCommands.h"
+#include "editor/KeptView.h"
 #include "editor/MacroRecorder.h"
 #include "editor/MatchHighlight.h"
 #include "editor/SearchReport.h"
@@ -50,6 +51,7 @@ IncrementalSearchBar::IncrementalSearchBar(CodeMax& control)
     m_text->setObjectName(QStringLiteral("txtIncrementalSearch"));
     m_text->setMaximumWidth(TextWidth);
     m_text->installEventFilter(this);
+    control.installEventFilter(this);
     m_caption->setBuddy(m_text);
     m_result->setObjectName(QStringLiteral("lblIncrementalSearch"));
 
@@ -104,10 +106,10 @@ void IncrementalSearchBar::begin(bool backwards) {
         goOn(backwards);
         return;
     }
-    m_anchorAtFirst = m_control.AnchorPosition();
-    m_caretAtFirst = m_control.CaretPosition();
+    m_atFirst = std::make_unique<KeptView>(m_control);
     m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
     m_stepsAtFirst = m_stepsFrom = recordedSteps();
+    m_standsOnMatch = false;
     m_text->clear();
     SearchReport::show(*m_result, {});
     m_control.setBottomBar(this);
@@ -119,20 +121,20 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
     m_control.setSearchText(text);
     if (text.isEmpty()) {
         m_highlight.reset();
-        select(m_from, m_from, m_stepsFrom);
+        goBackTo(m_from, m_stepsFrom);
         SearchReport::show(*m_result, {});
         return;
     }
     if (!m_highlight)
-        m_highlight = std::make_unique<MatchHighlight>(m_control);
-    select(m_from, m_from, m_stepsFrom);
+        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+    goBackTo(m_from, m_stepsFrom);
     report(findTyped(), m_backwards);
 }
 
 /// In a recording this is one search for the whole text, however it came to be typed.
 SearchOutcome IncrementalSearchBar::findTyped() {
     const CodeMax::Unrecorded part(m_control);
-    const SearchOutcome outcome = m_control.findTyped(m_backwards);
+    const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
     if (outcome != SearchOutcome::Failed)
         m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
     return outcome;
@@ -143,10 +145,14 @@ qsizetype IncrementalSearchBar::recordedSteps() const {
     return recorder == nullptr ? 0 : recorder->steps().size();
 }
 
-/// Goes back to where the control was when the recording had so many steps.
-void IncrementalSearchBar::select(qint64 anchor, qint64 caret, qsizetype stepsThen) {
+/// Where the control was when the recording had so many steps.
+void IncrementalSearchBar::goBackTo(qint64 position, qsizetype stepsThen) {
     const CodeMax::Unrecorded part(m_control);
-    m_control.setSelection(anchor, caret);
+    m_control.setSelection(position, position);
+    cutRecording(stepsThen);
+}
+
+void IncrementalSearchBar::cutRecording(qsizetype stepsThen) {
     if (MacroRecorder* recorder = m_control.recording())
         recorder->cutTo(stepsThen);
 }
@@ -158,7 +164,8 @@ void IncrementalSearchBar::goOn(bool backwards) {
         return;
     m_control.setSearchText(m_text->text());
     report(backwards ? m_control.findPrevious() : m_control.findNext(), backwards);
-    m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+    m_from = m_control.SelStart();
+    m_standsOnMatch = true;
     m_stepsFrom = recordedSteps();
 }
 
@@ -167,8 +174,9 @@ void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
 }
 
 void IncrementalSearchBar::giveBack() {
-    select(m_anchorAtFirst, m_caretAtFirst, m_stepsAtFirst);
-    m_control.SendScintilla(QsciScintillaBase::SCI_SCROLLCARET);
+    const CodeMax::Unrecorded part(m_control);
+    m_control.giveBack(*m_atFirst);
+    cutRecording(m_stepsAtFirst);
 }
 
 void IncrementalSearchBar::finish() {
@@ -178,15 +186,30 @@ void IncrementalSearchBar::finish() {
     m_control.setFocus();
 }
 
+/// Keys of the text field that no menu is to have, and Escape in the text, where the caret stays.
 bool IncrementalSearchBar::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress && event->type() != QEvent::ShortcutOverride)
+    const bool pressed = event->type() == QEvent::KeyPress;
+    if (!pressed && event->type() != QEvent::ShortcutOverride)
         return QWidget::eventFilter(watched, event);
     const auto& key = *static_cast<QKeyEvent*>(event);
-    if (!isOwnKey(key))
+    if (watched == &m_control && pressed && key.key() == Qt::Key_Escape && !isHidden())
+        finish();
+    if (watched != m_text || !isOwnKey(key))
         return QWidget::eventFilter(watched, event);
     event->accept();
-    if (event->type() == QEvent::ShortcutOverride)
-        return true;
+    if (pressed)
+        act(key);
+    return true;
+}
+
+/// On a button of the bar.
+void IncrementalSearchBar::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(event->key() == Qt::Key_Escape);
+    if (event->isAccepted())
+        act(*event);
+}
+
+void IncrementalSearchBar::act(const QKeyEvent& key) {
     const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
     if (key.key() == Qt::Key_Escape) {
         giveBack();
@@ -198,5 +221,4 @@ bool IncrementalSearchBar::eventFilter(QObject* watched, QEvent* event) {
     } else {
         goOn(shift != m_backwards);
     }
-    return true;
 }

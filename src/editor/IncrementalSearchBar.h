@@ -1,20 +1,23 @@
 #pragma once
 
+#include "editor/MatchHighlight.h"
+
 #include <QWidget>
 
 #include <memory>
 
 class CodeMax;
-class MatchHighlight;
+class KeptView;
 class QHBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QToolButton;
 enum class SearchOutcome;
 
 /// The slim bar under the text in which one searches while typing. The control's flags count. Enter and F3 go to the
-/// next match, with Shift to the one before; Escape gives the caret back and closes the bar, its button closes it where
-/// the search has come to. A child of the control.
+/// next match, with Shift to the one before; Escape gives the caret back and closes the bar, its button and Escape in
+/// the text close it where the search has come to. A child of the control.
 class IncrementalSearchBar : public QWidget {
     Q_OBJECT
 
@@ -27,6 +30,7 @@ class IncrementalSearchBar : public QWidget {
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     QToolButton* addButton(QHBoxLayout& row, const QString& name, const QString& caption, Qt::ArrowType arrow);
@@ -37,18 +41,20 @@ class IncrementalSearchBar : public QWidget {
     void report(SearchOutcome outcome, bool backwards);
     void giveBack();
     qsizetype recordedSteps() const;
-    void select(qint64 anchor, qint64 caret, qsizetype stepsThen);
+    void goBackTo(qint64 position, qsizetype stepsThen);
+    void cutRecording(qsizetype stepsThen);
     void finish();
+    void act(const QKeyEvent& key);
 
     CodeMax& m_control;
     QLabel* m_caption;
     QLineEdit* m_text;
     QLabel* m_result;
-    std::unique_ptr<MatchHighlight> m_highlight;
+    std::unique_ptr<MatchHighlight::Hold> m_highlight;
     bool m_backwards = false;
-    qint64 m_anchorAtFirst = 0;
-    qint64 m_caretAtFirst = 0;
-    qint64 m_from = 0;  ///< position from which the typed text is searched
+    std::unique_ptr<KeptView> m_atFirst;
+    qint64 m_from = 0;             ///< position from which the typed text is searched
+    bool m_standsOnMatch = false;  ///< there, so that what is typed may make it longer
     // Steps of a recording when the bar was opened, and when the typed text was begun.
     qsizetype m_stepsAtFirst = 0;
     qsizetype m_stepsFrom = 0;

@@ -2,6 +2,9 @@
 
 #include "editor/CodeMax.h"
 #include "editor/TextSearch.h"
+#include "editor/ViewColours.h"
+
+#include <QKeyEvent>
 
 #include <algorithm>
 
@@ -40,23 +43,70 @@ qint64 ask(const CodeMax& control, unsigned message, qint64 first = 0, qint64 se
 
 }  // namespace
 
-MatchHighlight::MatchHighlight(CodeMax& control) : m_control(control) {
+MatchHighlight& MatchHighlight::of(CodeMax& control) {
+    auto* highlight = control.findChild<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly);
+    return highlight != nullptr ? *highlight : *new MatchHighlight(control);
+}
+
+MatchHighlight::MatchHighlight(CodeMax& control) : QObject(&control), m_control(control) {
     m_later.setSingleShot(true);
     m_later.setInterval(DelayMilliseconds);
     connect(&m_later, &QTimer::timeout, this, &MatchHighlight::refresh);
-    connect(&control, &CodeMax::SearchChanged, &m_later, qOverload<>(&QTimer::start));
-    connect(&control, &QsciScintillaBase::SCN_UPDATEUI, &m_later, qOverload<>(&QTimer::start));
+    connect(&control, &CodeMax::SearchChanged, this, [this] {
+        m_kept = false;
+        m_later.start();
+    });
+    connect(&control, &QsciScintillaBase::SCN_UPDATEUI, this, &MatchHighlight::refreshLater);
     ask(control, Sci::SCI_INDICSETSTYLE, Indicator, Sci::INDIC_STRAIGHTBOX);
     ask(control, Sci::SCI_INDICSETALPHA, Indicator, FillAlpha);
     ask(control, Sci::SCI_INDICSETOUTLINEALPHA, Indicator, OutlineAlpha);
     ask(control, Sci::SCI_INDICSETUNDER, Indicator, 1);
-    const QColor colour = control.palette().color(QPalette::Highlight);
-    ask(control, Sci::SCI_INDICSETFORE, Indicator, colour.red() | colour.green() << 8 | colour.blue() << 16);
-    m_later.start();
+    takeColour();
+    control.installEventFilter(this);
 }
 
 MatchHighlight::~MatchHighlight() {
     clear();
+}
+
+MatchHighlight::Hold::Hold(CodeMax& control) : m_highlight(&MatchHighlight::of(control)) {
+    ++m_highlight->m_holds;
+    m_highlight->m_later.start();
+}
+
+MatchHighlight::Hold::~Hold() {
+    if (m_highlight && --m_highlight->m_holds == 0)
+        m_highlight->refresh();
+}
+
+void MatchHighlight::keep() {
+    m_kept = true;
+    m_later.start();
+}
+
+void MatchHighlight::dismiss() {
+    m_kept = false;
+    refresh();
+}
+
+void MatchHighlight::refreshLater() {
+    if (wanted())
+        m_later.start();
+}
+
+void MatchHighlight::takeColour() {
+    const QColor colour = m_control.palette().color(QPalette::Highlight);
+    ask(m_control, Sci::SCI_INDICSETFORE, Indicator, ViewColours::number(colour));
+}
+
+bool MatchHighlight::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != &m_control)
+        return QObject::eventFilter(watched, event);
+    if (event->type() == QEvent::PaletteChange)
+        takeColour();
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+        dismiss();
+    return QObject::eventFilter(watched, event);
 }
 
 void MatchHighlight::clear() {
@@ -84,7 +134,7 @@ std::vector<TextMatch> MatchHighlight::visibleMatches() const {
 
 /// Marks are put only where they differ from those that are there: putting them makes the control tell of a change.
 void MatchHighlight::refresh() {
-    std::vector<TextMatch> found = visibleMatches();
+    std::vector<TextMatch> found = wanted() ? visibleMatches() : std::vector<TextMatch>();
     if (found == m_marked && m_markedAt == m_control.changeCount())
         return;
     clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <vector>
@@ -8,24 +9,49 @@
 class CodeMax;
 struct TextMatch;
 
-/// Marks all matches of a control's search text in the part of the text that can be seen, as long as this object lives.
-/// Belongs to the window in which the text is typed. The work is bounded by what fits on a screen.
+/// Marks all matches of a control's search text in the part of the text that can be seen: as long as a window is open
+/// in which the text is typed, and after a search until Escape is pressed in the text or something else is searched
+/// for. Each control has one, its child. The work is bounded by what fits on a screen.
 class MatchHighlight : public QObject {
     Q_OBJECT
 
  public:
-    explicit MatchHighlight(CodeMax& control);
+    /// Made when it is first asked for.
+    static MatchHighlight& of(CodeMax& control);
     ~MatchHighlight() override;
 
+    /// Keeps the marks on the screen for its own life.
+    class Hold {
+     public:
+        explicit Hold(CodeMax& control);
+        ~Hold();
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+     private:
+        QPointer<MatchHighlight> m_highlight;
+    };
+    /// Called when a search has been made: what it looked for stays marked.
+    void keep();
+    void dismiss();
     /// Brings the marks up to date at once instead of when the event loop is idle.
     void refresh();
 
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+    explicit MatchHighlight(CodeMax& control);
+    void refreshLater();
+    void takeColour();
     std::vector<TextMatch> visibleMatches() const;
     void clear();
+    bool wanted() const { return m_kept || m_holds > 0; }
 
     CodeMax& m_control;
     QTimer m_later;
+    int m_holds = 0;
+    bool m_kept = false;
     std::vector<TextMatch> m_marked;
     quint64 m_markedAt = 0;
 };

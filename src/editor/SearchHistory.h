@@ -13,6 +13,7 @@ class SearchHistory {
 
     /// Puts a text on top. Nothing is kept of an empty text or one with a line end in it.
     void add(const QString& text);
+    QString newestOr(const QString& other) const { return m_entries.value(0, other); }
     const QStringList& entries() const { return m_entries; }
     /// All entries, divided by line feeds.
     QString text() const { return m_entries.join(u'\n'); }

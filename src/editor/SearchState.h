@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/SearchPattern.h"
+#include "editor/TextSearch.h"
 
 #include <QString>
 
@@ -36,7 +37,8 @@ struct SearchState {
     bool preserveCase = false;
     QString text;
     QString replacement;
-    SearchError error;  ///< of the last search
+    SearchError error;                  ///< of the last search
+    std::optional<TextMatch> selected;  ///< what the last search has selected
 
     /// Made of text and flags when it is needed; not there: to be made.
     std::shared_ptr<const SearchPattern> pattern;

@@ -3,6 +3,7 @@
 #include "editor/CodeMax.h"
 #include "editor/FindDialog.h"
 #include "editor/IncrementalSearchBar.h"
+#include "editor/MatchHighlight.h"
 
 namespace {
 
@@ -33,6 +34,7 @@ void openIncremental(CodeMax& control, bool backwards) {
 void removeFrom(CodeMax& control) {
     qDeleteAll(control.findChildren<FindDialog*>(QString(), Qt::FindDirectChildrenOnly));
     qDeleteAll(control.findChildren<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(control.findChildren<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 }  // namespace SearchWindows

@@ -201,21 +201,37 @@ std::string_view MatchScan::group(int number) const {
     return from == PCRE2_UNSET || to < from ? std::string_view() : subject().substr(from, to - from);
 }
 
-std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
-                                         qint64 limit, bool emptyAtLimit, SearchError& error) {
+namespace {
+
+template <typename Accept>
+std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 limit,
+                                   SearchError& error, Accept accepts) {
     std::optional<TextMatch> last;
     for (qint64 reach = FirstReach; !last; reach *= ReachGrowth) {
         const qint64 begin = map.lineBeginOf(std::max<qint64>(0, limit - reach));
         MatchScan scan(pattern, text, map, begin);
         scan.stopBehind(limit);
         while (scan.next()) {
-            const TextMatch& match = scan.match();
-            if (match.to <= limit && (match.from < limit || emptyAtLimit))
-                last = match;
+            if (accepts(scan.match()))
+                last = scan.match();
         }
         error = scan.error();
         if (begin == 0 || error)
             break;
     }
     return last;
+}
+
+}  // namespace
+
+std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
+                                         qint64 limit, bool emptyAtLimit, SearchError& error) {
+    return lastMatch(pattern, text, map, limit, error,
+                     [&](const TextMatch& match) { return match.to <= limit && (match.from < limit || emptyAtLimit); });
+}
+
+std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
+                                              qint64 limit, bool alsoAtLimit, SearchError& error) {
+    return lastMatch(pattern, text, map, limit, error,
+                     [&](const TextMatch& match) { return match.from < limit || alsoAtLimit; });
 }

@@ -86,3 +86,7 @@ class MatchScan {
 /// match does not depend on one that began in a line before.
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                          qint64 limit, bool emptyAtLimit, SearchError& error);
+
+/// The last match that begins in front of `limit`, or at it as well, wherever it ends; found in the same way.
+std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
+                                              qint64 limit, bool alsoAtLimit, SearchError& error);

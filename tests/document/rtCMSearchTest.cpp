@@ -5,9 +5,12 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 using documenttest::typeInto;
 
@@ -149,6 +152,69 @@ TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
         EXPECT_FALSE(m_view.FindText(QStringLiteral("four"), false, false, false));
         EXPECT_EQ(selected(), Selected(7, 5));
     }
+}
+
+TEST_F(TextViewSearch, FindTextThatFailsLeavesTheSelectionThoughThereIsAMatchBefore) {
+    hold("one two");
+    select(7, 4);
+    EXPECT_FALSE(m_view.FindText(QStringLiteral("one"), false, false, false));
+    EXPECT_EQ(selected(), Selected(7, 4));
+}
+
+TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
+    CodeMax& control = m_view.control();
+    m_view.resize(400, 200);
+    m_view.show();
+    hold("one\n");
+    m_view.AddText(QStringLiteral("two\n").repeated(200));
+    const auto ask = [&](unsigned message) { return control.SendScintilla(message); };
+    for (const bool goesOn : {false, true}) {
+        m_options.ContinueSearch = goesOn;
+        for (const char* text : {"one", "nowhere"}) {
+            if (goesOn && QByteArray(text) == "one")
+                continue;
+            select(40, 44);
+            control.SendScintilla(CodeMax::SCI_ADDSELECTION, 50UL, 48L);
+            control.SendScintilla(CodeMax::SCI_SETFIRSTVISIBLELINE, 100UL);
+            EXPECT_FALSE(next(text));
+            EXPECT_EQ(ask(CodeMax::SCI_GETSELECTIONS), 2);
+            EXPECT_EQ(selected(), Selected(48, 50));
+            EXPECT_EQ(ask(CodeMax::SCI_GETFIRSTVISIBLELINE), 100);
+        }
+    }
+}
+
+TEST_F(TextViewSearch, AFailureLeavesARectangle) {
+    CodeMax& control = m_view.control();
+    hold("one\ntwo\nsix");
+    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONANCHOR, 5UL);
+    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONCARET, 11UL);
+    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONCARETVIRTUALSPACE, 2UL);
+    EXPECT_FALSE(next("one"));
+    EXPECT_NE(control.SendScintilla(CodeMax::SCI_SELECTIONISRECTANGLE), 0);
+    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
+    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONCARET), 11);
+    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(m_view.Text().count(u'-'), 2);
+}
+
+TEST_F(TextViewSearch, AFailureOfTheSecondTryLetsEventsRunToo) {
+    m_options.ContinueSearch = true;
+    hold("one\ntwo");
+    const auto fails = [&](const std::function<bool()>& search) {
+        select(5, 5);
+        bool ran = false;
+        QTimer::singleShot(0, &m_view, [&] { ran = true; });
+        EXPECT_FALSE(search());
+        EXPECT_TRUE(ran);
+        EXPECT_GE(m_moves.count(), 1);
+        EXPECT_EQ(selected(), Selected(5, 5));
+        EXPECT_EQ(m_view.LastHighlightLine(), 1);
+    };
+    fails([&] { return next("four"); });
+    fails([&] { return previous("four"); });
+    fails([&] { return m_view.FindText(QStringLiteral("four"), false, false, false); });
 }
 
 TEST_F(TextViewSearch, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun) {
@@ -326,6 +392,49 @@ TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
     EXPECT_EQ(ignored, (std::vector<bool>{false, true, true}));
 }
 
+class TextViewPainting : public TextViewSearch {
+ protected:
+    struct Paints : QObject {
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    };
+
+    TextViewPainting() {
+        hold("one");
+        m_view.control().SendScintilla(CodeMax::SCI_SETCARETPERIOD, 0UL);
+        m_view.show();
+        settle();
+        m_view.control().viewport()->installEventFilter(&m_paints);
+    }
+    static void settle() {
+        for (int round = 0; round < 5; ++round)
+            QTest::qWait(10);
+    }
+    int paintsSince() {
+        settle();
+        return std::exchange(m_paints.count, 0);
+    }
+
+    Paints m_paints;
+};
+
+TEST_F(TextViewPainting, IsDoneForACommandThatFailsInALoopAndForNoOther) {
+    Q_EMIT m_view.control().CommandFailed();
+    EXPECT_EQ(paintsSince(), 0);
+    m_view.IgnoreCmdFailure = true;
+    Q_EMIT m_view.control().CommandFailed();
+    EXPECT_GE(paintsSince(), 1);
+}
+
+TEST_F(TextViewPainting, IsDoneAfterASearchThatMovedNothing) {
+    EXPECT_EQ(paintsSince(), 0);
+    EXPECT_FALSE(next("two"));
+    EXPECT_GE(paintsSince(), 1);
+}
+
 TEST_F(TextViewSearch, ALoopOverMatchesLetsEventsRunAndCanBeStopped) {
     const QString text = manyMatches();
     m_view.setText(text);
@@ -461,6 +570,32 @@ TEST_F(TextViewMargin, ARightClickOpensTheMenuAndTogglesNothing) {
     EXPECT_EQ(m_clicks.count(), 0);
     EXPECT_EQ(m_presses.count(), 1);
     EXPECT_EQ(m_menus.count(), 1);
+}
+
+TEST_F(TextViewMargin, NoOtherButtonTogglesWhereverItIsPressed) {
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const int x : {6, 24, 25, 120})
+            click(x, button);
+    }
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_clicks.count(), 0);
+    EXPECT_EQ(m_presses.count(), 8);
+    EXPECT_EQ(m_menus.count(), 4);
+}
+
+TEST_F(TextViewMargin, TwoQuickClicksToggleTwice) {
+    click(10);
+    EXPECT_TRUE(marked());
+    CodeMax& control = m_view.control();
+    const auto y = static_cast<int>(control.SendScintilla(CodeMax::SCI_POINTYFROMPOSITION, 0UL,
+                                                          control.SendScintilla(CodeMax::SCI_POSITIONFROMLINE, 2UL))) +
+                   2;
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPoint(10, y), control.viewport()->mapToGlobal(QPoint(10, y)),
+                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(control.viewport(), &second);
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_presses.count(), 2);
+    EXPECT_EQ(m_clicks.count(), 2);
 }
 
 TEST_F(TextViewMargin, AClickTogglesNothingWhenSwitchedOff) {

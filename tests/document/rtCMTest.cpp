@@ -413,8 +413,10 @@ TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
     m_options.FontSize = 13;
     const QString name = m_view.FontName();
     m_view.IncreaseFontSize();
+    m_view.control().runCommand(QsciScintillaBase::SCI_ZOOMIN);
     m_view.DefaultFontSize();
     EXPECT_EQ(m_view.FontSize(), 13);
+    EXPECT_EQ(m_view.control().SendScintilla(QsciScintillaBase::SCI_GETZOOM), 0);
     EXPECT_EQ(m_view.FontName(), name);
 }
 
@@ -440,6 +442,39 @@ TEST_F(TextView, HandsItsPropertiesToTheControl) {
     m_view.setLineNumberStart(10);
     EXPECT_EQ(control.LineNumberStart(), 10);
     EXPECT_EQ(m_view.LineNumberStart(), 10);
+}
+
+TEST_F(TextView, HandsItsFontToTheControl) {
+    m_view.setProperty("font", QFont(QStringLiteral("monospace"), 17));
+    EXPECT_EQ(m_view.control().FontName(), QStringLiteral("monospace"));
+    EXPECT_EQ(m_view.control().FontSize(), 17);
+    EXPECT_EQ(m_view.property("font").value<QFont>().pointSize(), 17);
+    QFont inPixels(QStringLiteral("serif"));
+    inPixels.setPixelSize(30);
+    m_view.setProperty("font", inPixels);
+    EXPECT_EQ(m_view.FontName(), QStringLiteral("serif"));
+    EXPECT_EQ(m_view.FontSize(), 17);
+}
+
+TEST_F(TextView, HandsOnWhetherItIsEnabledAndItsWindow) {
+    showLarge();
+    EXPECT_NE(m_view.property("hwnd").toULongLong(), 0U);
+    EXPECT_EQ(m_view.property("hwnd").toULongLong(), m_view.control().effectiveWinId());
+    EXPECT_TRUE(m_view.property("Enabled").toBool());
+    m_view.setProperty("Enabled", false);
+    EXPECT_FALSE(m_view.control().isEnabled());
+    m_view.setProperty("Enabled", true);
+    EXPECT_TRUE(m_view.control().isEnabled());
+}
+
+TEST_F(TextView, OnlyTheUnchosenColourOfTheHighlightAdaptsToADarkGround) {
+    const auto shown = [&] { return m_view.control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEBACK); };
+    m_view.setBackColor(QColor(10, 10, 40));
+    m_view.HighLightLine();
+    EXPECT_NE(shown(), Options().RowHighlightColor);
+    m_options.RowHighlightColor = 15194062;
+    m_view.HighLightLine();
+    EXPECT_EQ(shown(), 15194062);
 }
 
 TEST_F(TextView, ColoursItsMargins) {

@@ -1,6 +1,8 @@
 #include "editor/BraceScan.h"
 #include "editor/CodeMax.h"
 #include "editor/Margins.h"
+#include "editor/TokenClasses.h"
+#include "editor/ViewColours.h"
 
 #include <QDragEnterEvent>
 #include <QFile>
@@ -132,6 +134,39 @@ TEST_F(CodeMaxOptions, NumbersFollowTheZoom) {
     EXPECT_GT(ask(CodeMax::SCI_GETMARGINWIDTHN, Margins::Numbers), before);
     key(Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(ask(CodeMax::SCI_GETMARGINWIDTHN, Margins::Numbers), before);
+}
+
+TEST_F(CodeMaxOptions, PlusZoomsWhereverTheKeyboardHasIt) {
+    key(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(ask(CodeMax::SCI_GETZOOM), 1);
+    key(Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_EQ(ask(CodeMax::SCI_GETZOOM), 2);
+    control.resetZoom();
+    EXPECT_EQ(ask(CodeMax::SCI_GETZOOM), 0);
+}
+
+TEST_F(CodeMaxOptions, TextCanBeReadOnABackgroundOfItsOwn) {
+    for (const QColor& ground : {QColor(10, 10, 40), QColor(250, 250, 240), QColor(120, 120, 120)}) {
+        control.setElementColour(CodeMax::BackgroundElement, ground);
+        const long shown = ask(CodeMax::SCI_STYLEGETFORE, CodeMax::STYLE_DEFAULT);
+        const QColor text(shown & 0xFF, shown >> 8 & 0xFF, shown >> 16 & 0xFF);
+        EXPECT_GE(TokenClasses::contrast(ground, text), 4.5) << ground.name().toStdString();
+    }
+    control.setElementColour(CodeMax::BackgroundElement, {});
+    EXPECT_EQ(ask(CodeMax::SCI_STYLEGETFORE, CodeMax::STYLE_DEFAULT),
+              ViewColours::number(control.palette().color(QPalette::Text)));
+}
+
+TEST_F(CodeMaxOptions, OnlyAHighlightThatAdaptsIsTurnedOnDarkGround) {
+    const QColor pale(205, 215, 231);
+    control.setElementColour(CodeMax::BackgroundElement, QColor(10, 10, 40));
+    control.setLineHighlight(0, pale);
+    EXPECT_EQ(ask(CodeMax::SCI_GETCARETLINEBACK), ViewColours::number(pale));
+    control.setLineHighlight(0, pale, CodeMax::HighlightColour::Adapts);
+    EXPECT_NE(ask(CodeMax::SCI_GETCARETLINEBACK), ViewColours::number(pale));
+    control.setElementColour(CodeMax::RowHighlightElement, QColor(1, 2, 3));
+    control.setElementColour(CodeMax::BackgroundElement, Qt::white);
+    EXPECT_EQ(ask(CodeMax::SCI_GETCARETLINEBACK), ViewColours::number(QColor(1, 2, 3)));
 }
 
 TEST_F(CodeMaxOptions, CtrlAndTheWheelZoom) {

@@ -116,8 +116,8 @@ TEST_F(FindNext, FailsWithoutAText) {
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
     EXPECT_EQ(control.replaceAll(), 0);
-    EXPECT_EQ(control.replaceAllInSelection(), 0);
-    EXPECT_EQ(control.countMatches(false), 0);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+    EXPECT_EQ(control.countMatches(), 0);
     EXPECT_EQ(allFound(), Places());
     EXPECT_EQ(failures.count(), 7);
     EXPECT_TRUE(control.searchError());
@@ -187,6 +187,15 @@ TEST_F(FindNext, SeesTheTextInFrontOfTheSelection) {
     look("\\bb", Expression);
     control.setSelection(1, 1);
     EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+}
+
+TEST_F(FindNext, GoesOnFromTheNewestOfSeveralCaretsAndLeavesOneSelection) {
+    hold("one two one two", "one");
+    control.setSelection(14, 14);
+    control.SendScintilla(QsciScintillaBase::SCI_ADDSELECTION, 1UL, 1L);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.SelStart(), 8);
+    EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_GETSELECTIONS), 1);
 }
 
 TEST_F(FindNext, WorksInALockedDocument) {
@@ -316,8 +325,8 @@ TEST_F(FindAll, CountsWithoutMoving) {
     hold("a a a a", "a");
     control.setSelection(5, 1);
     forgetSignals();
-    EXPECT_EQ(control.countMatches(false), 4);
-    EXPECT_EQ(control.countMatches(true), 2);
+    EXPECT_EQ(control.countMatches(), 4);
+    EXPECT_EQ(control.countMatches(control.selectedBytes()), 2);
     EXPECT_EQ(control.AnchorPosition(), 5);
     EXPECT_EQ(moves.count(), 0);
 }
@@ -378,7 +387,7 @@ TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
     EXPECT_EQ(control.replaceAll(), 0);
-    EXPECT_EQ(control.replaceAllInSelection(), 0);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(control.Text(), QStringLiteral("one one"));
@@ -437,7 +446,7 @@ TEST_F(ReplaceAll, KeepsToTheSelection) {
     hold("aa aa aa aa", "aa");
     replaceBy("bcd");
     control.setSelection(1, 10);
-    EXPECT_EQ(control.replaceAllInSelection(), 2);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 2);
     EXPECT_EQ(control.Text(), QStringLiteral("aa bcd bcd aa"));
     EXPECT_EQ(selected(), Selected(1, 12));
     EXPECT_EQ(changes.count(), 1);

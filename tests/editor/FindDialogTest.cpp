@@ -76,7 +76,7 @@ TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
 
 TEST_F(FindDialogWindow, OpensWithTheLastTextWhereLinesAreSelected) {
     control.setText(QStringLiteral("one two\nthree"));
-    control.setSearchText(QStringLiteral("last"));
+    SearchHistory::ofFinds().add(QStringLiteral("last"));
     control.SelectAll();
     FindDialog& dialog = openFind();
     EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), QStringLiteral("last"));
@@ -154,6 +154,93 @@ TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
     EXPECT_TRUE(result(dialog).contains(QStringLiteral("5")));
     EXPECT_EQ(in<QComboBox>(dialog, "cboFind").lineEdit()->cursorPosition(), 4);
     EXPECT_EQ(told.count(), 2);
+}
+
+TEST_F(FindDialogWindow, BeginsWithTheNewestTextOfAnyControl) {
+    CodeMax other;
+    other.setText(QStringLiteral("newest"));
+    other.setSearchText(QStringLiteral("newest"));
+    other.setReplacementText(QStringLiteral("by"));
+    other.replaceNext();
+    control.setSearchText(QStringLiteral("older"));
+    EXPECT_EQ(in<QComboBox>(openFind(), "cboFind").currentText(), QStringLiteral("newest"));
+    EXPECT_EQ(in<QComboBox>(openReplace(), "cboReplace").currentText(), QStringLiteral("by"));
+}
+
+TEST_F(FindDialogWindow, GoesOnByF3) {
+    control.setText(QStringLiteral("one two one"));
+    for (FindDialog* dialog : {&openFind(), &openReplace()}) {
+        control.setSelection(0, 0);
+        enter(*dialog, "cboFind", "one");
+        auto* field = in<QComboBox>(*dialog, "cboFind").lineEdit();
+        QTest::keyClick(field, Qt::Key_F3);
+        QTest::keyClick(field, Qt::Key_F3);
+        EXPECT_EQ(control.SelStart(), 8);
+        QTest::keyClick(&in<QPushButton>(*dialog, "cmdClose"), Qt::Key_F3, Qt::ShiftModifier);
+        EXPECT_EQ(control.SelStart(), 0);
+        enter(*dialog, "cboFind", "");
+        QTest::keyClick(field, Qt::Key_F3);
+        EXPECT_EQ(control.SelStart(), 0);
+    }
+}
+
+TEST_F(FindDialogWindow, OpensInTheUpperRightCornerOfTheText) {
+    control.move(100, 50);
+    FindDialog& dialog = openFind();
+    const QRect text(control.mapToGlobal(QPoint()), control.size());
+    EXPECT_LT(dialog.frameGeometry().right(), text.right());
+    EXPECT_GT(dialog.frameGeometry().right(), text.center().x());
+    EXPECT_GT(dialog.frameGeometry().top(), text.top());
+    EXPECT_LT(dialog.frameGeometry().top(), text.center().y());
+}
+
+TEST_F(FindDialogWindow, StepsAsideForAMatchItCovers) {
+    control.resize(500, 500);
+    control.setText(QStringLiteral("\n\n\n") + QString(60, u' ') + QStringLiteral("one\n"));
+    FindDialog& dialog = openFind();
+    dialog.move(control.mapToGlobal(QPoint(0, 0)));
+    dialog.resize(500, 150);
+    enter(dialog, "cboFind", "one");
+    press(dialog, "cmdFindNext");
+    const auto y = static_cast<int>(control.SendScintilla(QsciScintillaBase::SCI_POINTYFROMPOSITION, 0UL, 63L));
+    EXPECT_GT(dialog.frameGeometry().top(), control.viewport()->mapToGlobal(QPoint(0, y)).y());
+    const QPoint place = dialog.pos();
+    press(dialog, "cmdFindNext");
+    EXPECT_EQ(dialog.pos(), place);
+}
+
+TEST_F(FindDialogWindow, ClosesWhenAnotherTextOfTheWindowGetsTheFocus) {
+    QWidget window;
+    auto* first = new CodeMax(&window);
+    auto* second = new CodeMax(&window);
+    window.show();
+    SearchWindows::openFind(*first);
+    auto* dialog = first->findChild<FindDialog*>();
+    CodeMax elsewhere;
+    Q_EMIT qApp->focusChanged(dialog, first);
+    Q_EMIT qApp->focusChanged(dialog, &elsewhere);
+    EXPECT_TRUE(dialog->isVisible());
+    Q_EMIT qApp->focusChanged(dialog, second);
+    EXPECT_FALSE(dialog->isVisible());
+}
+
+TEST_F(FindDialogWindow, KeepsToTheRangeThatWasChosen) {
+    control.setText(QStringLiteral("x a a\na a\na"));
+    control.setSelection(2, 8);
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "a");
+    press(dialog, "cmdFindNext");
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 "))) << result(dialog).toStdString();
+    control.setSelection(0, 0);
+    control.setSelText(QStringLiteral("aaa\n"));
+    press(dialog, "cmdFindNext");
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 "))) << result(dialog).toStdString();
+    control.setSelection(0, 2);
+    press(dialog, "cmdFindNext");
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("2 "))) << result(dialog).toStdString();
 }
 
 TEST_F(FindDialogWindow, Counts) {
@@ -284,6 +371,20 @@ TEST_F(ReplaceDialogWindow, KeepsToTheSelectedLines) {
     enter(dialog, "cboReplace", "b");
     press(dialog, "cmdReplaceAll");
     EXPECT_EQ(control.Text(), QStringLiteral("b\nb\na"));
+}
+
+TEST_F(ReplaceDialogWindow, ReplacesInTheChosenRangeAfterSingleReplacements) {
+    control.setText(QStringLiteral("a\na\na\na"));
+    control.setSelection(0, 5);
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "a");
+    enter(dialog, "cboReplace", "long");
+    control.setSelection(0, 0);
+    press(dialog, "cmdReplace");
+    press(dialog, "cmdReplace");
+    EXPECT_EQ(control.Text(), QStringLiteral("long\na\na\na"));
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), QStringLiteral("long\nlong\nlong\na"));
 }
 
 TEST_F(ReplaceDialogWindow, ReplacesNothingInALockedText) {

@@ -76,6 +76,63 @@ TEST_F(SearchBar, GoesToFurtherMatchesByEnterAndF3) {
     EXPECT_FALSE(told().isEmpty());
 }
 
+TEST_F(SearchBar, SearchingBackwardsGoesOnWithTheMatchItStandsOn) {
+    control.setSelection(19, 19);
+    open(true);
+    type("t");
+    EXPECT_EQ(selected(), Selected(18, 19));
+    type("wo");
+    EXPECT_EQ(selected(), Selected(18, 21));
+    key(Qt::Key_Up);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    type("\\");
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(selected(), Selected(4, 7));
+}
+
+TEST_F(SearchBar, WhatIsTypedBehindAMatchFoundBackwardsMakesItLonger) {
+    control.setSelection(13, 13);
+    open(true);
+    type("o");
+    EXPECT_EQ(selected(), Selected(8, 9));
+    key(Qt::Key_Up);
+    EXPECT_EQ(selected(), Selected(6, 7));
+    key(Qt::Key_Up);
+    EXPECT_EQ(selected(), Selected(0, 1));
+    type("ne");
+    EXPECT_EQ(selected(), Selected(0, 3));
+}
+
+TEST_F(SearchBar, EscapeGivesBackSeveralRangesAndThePartInSight) {
+    control.setText(QStringLiteral("one two\n").repeated(200));
+    control.setSelection(0, 3);
+    control.SendScintilla(QsciScintillaBase::SCI_ADDSELECTION, 8UL, 11L);
+    control.SendScintilla(QsciScintillaBase::SCI_SETFIRSTVISIBLELINE, 50UL);
+    open();
+    type("two");
+    EXPECT_NE(control.SendScintilla(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE), 50);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE), 50);
+    EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_GETSELECTIONS), 2);
+    EXPECT_EQ(selected(), Selected(11, 8));
+}
+
+TEST_F(SearchBar, EscapeInTheTextClosesItWhereTheSearchHasComeTo) {
+    open();
+    type("three");
+    QTest::keyClick(&control, Qt::Key_Escape);
+    EXPECT_FALSE(bar().isVisible());
+    EXPECT_EQ(selected(), Selected(12, 17));
+}
+
+TEST_F(SearchBar, EscapeOnAButtonClosesIt) {
+    open();
+    type("three");
+    QTest::keyClick(bar().findChild<QToolButton*>(QStringLiteral("cmdIncrementalNext")), Qt::Key_Escape);
+    EXPECT_FALSE(bar().isVisible());
+    EXPECT_EQ(selected(), Selected(0, 0));
+}
+
 TEST_F(SearchBar, EnterKeepsToTheDirection) {
     control.setSelection(21, 21);
     open(true);
