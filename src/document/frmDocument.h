@@ -33,6 +33,7 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool isReadOnly MEMBER isReadOnly)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
+    Q_PROPERTY(bool DocEnabled READ DocEnabled WRITE setDocEnabled)
     Q_PROPERTY(QString Caption READ Caption WRITE setCaption)
     Q_PROPERTY(int DocIcon READ DocIcon WRITE SetDocIcon)
     Q_PROPERTY(qint64 SelStart READ SelStart WRITE setSelStart)
@@ -60,16 +61,16 @@ class frmDocument : public QWidget {
     QString Caption() const;
     void setCaption(const QString& caption);
 
-    bool OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode);
+    Q_INVOKABLE bool OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode);
     /// `pFormat` is one of SaveFormats and concerns the text view alone; `pFlag` (write even when nothing was edited)
     /// the hex view alone.
-    bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
-    void ReloadFile();
+    Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
+    Q_INVOKABLE void ReloadFile();
     /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5).
-    void ReloadTextFile(const QString& pFilename, int pFormat);
+    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
-    bool FileNeedToReload();
-    void ChangeToReadOnly();
+    Q_INVOKABLE bool FileNeedToReload();
+    Q_INVOKABLE void ChangeToReadOnly();
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
@@ -80,30 +81,30 @@ class frmDocument : public QWidget {
     bool DocEnabled() const;
     void setDocEnabled(bool enabled);
     rtCM* GetEditor() const { return m_text; }
-    QString GetCursorPos() const;
-    QString GetLang() const;
-    void SetLang(const QString& pLang);
+    Q_INVOKABLE QString GetCursorPos() const;
+    Q_INVOKABLE QString GetLang() const;
+    Q_INVOKABLE void SetLang(const QString& pLang);
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
-    void SetDocIcon(int icon);
+    Q_INVOKABLE void SetDocIcon(int icon);
 
     /// While true a close event of this window is ignored: the Close item is greyed.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
 
     // Searches and bookmarks (frmDocumentSearch.cpp). Those of one match answer the user with a box when there is none;
     // those of all matches yield, and the document does not close meanwhile.
-    bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord);
+    Q_INVOKABLE bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord);
     void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                       bool pWholeWord);
     void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
                          bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
     /// Ends one of the two above, which give what they have gathered.
-    void StopSearch();
+    Q_INVOKABLE void StopSearch();
     /// The line counts from 1.
-    void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
+    Q_INVOKABLE void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
     /// The line counts from 0.
-    void GotoTextLine(qint64 pLine);
+    Q_INVOKABLE void GotoTextLine(qint64 pLine);
     qint64 SelStart() const;
     void setSelStart(qint64 position);
     qint64 SelLength() const;
