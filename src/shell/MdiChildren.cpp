@@ -17,6 +17,8 @@ MdiChildren::MdiChildren(QMdiArea& area) : QObject(&area), m_area(area) {
 void MdiChildren::add(frmDocument* document) {
     m_documents.append(document);
     QMdiSubWindow* window = m_area.addSubWindow(document);
+    window->setWindowIcon(document->windowIcon());
+    connect(document, &QWidget::windowIconChanged, window, &QWidget::setWindowIcon);
     // The frame has its own keys for closing and walking; two owners of one key would cancel each other.
     for (QAction* action : window->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());

@@ -148,6 +148,17 @@ TEST_F(ChildWindows, ArrangingIconsPutsMinimisedWindowsAlongTheLowerEdge) {
     EXPECT_TRUE(window(0)->isMinimized());
 }
 
+TEST_F(ChildWindows, AWindowBearsThePictureOfItsDocumentsState) {
+    startWith(2);
+    const auto picture = [](const QWidget& bearer) { return bearer.windowIcon().pixmap(16).toImage(); };
+    const QImage untouched = picture(*window(1));
+    EXPECT_EQ(untouched, Icons::named("doc-normal").pixmap(16).toImage());
+    type(QStringLiteral("x"));
+    EXPECT_NE(picture(*window(1)), untouched);
+    EXPECT_EQ(picture(*window(1)), picture(*active()));
+    EXPECT_EQ(picture(*window(0)), untouched);
+}
+
 TEST_F(ChildWindows, AChosenTabBringsItsDocumentForward) {
     startWith(3);
     strip().setCurrentIndex(0);
