@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr qreal fadedOpacity = 0.4;
+
 class SvgIcon : public QIconEngine {
  public:
     explicit SvgIcon(QString path) : m_path(std::move(path)) {}
@@ -34,6 +36,8 @@ class SvgIcon : public QIconEngine {
             drawn = draw(size);
         if (mode == QIcon::Normal || mode == QIcon::Active)
             return drawn;
+        if (mode == QIcon::Disabled)
+            return faded(drawn);
         const QStyleOption option;
         return QApplication::style()->generatedIconPixmap(mode, drawn, &option);
     }
@@ -42,6 +46,16 @@ class SvgIcon : public QIconEngine {
     bool isNull() override { return false; }
 
  private:
+    /// The style's own grey is made for light windows; on dark ones it looks like that of a picture that can be chosen.
+    static QPixmap faded(const QPixmap& picture) {
+        QPixmap pixmap(picture.size());
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setOpacity(fadedOpacity);
+        painter.drawPixmap(0, 0, picture);
+        return pixmap;
+    }
+
     QPixmap draw(const QSize& size) const {
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);

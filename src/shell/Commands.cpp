@@ -6,6 +6,7 @@
 #include "shell/CoolBar.h"
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
+#include "shell/MenuStyle.h"
 #include "shell/MenuText.h"
 #include "shell/RoomsToCome.h"
 #include "shell/ToolTable.h"
@@ -78,6 +79,7 @@ void Commands::addRow(QMenuBar& menuBar, const CommandRow& row) {
 void Commands::addMenu(QMenuBar& menuBar, const CommandRow& row) {
     auto* added = new QMenu(QString::fromLatin1(row.caption), &menuBar);
     added->setObjectName(QString::fromLatin1(row.name));
+    MenuStyle::giveTo(*added);
     if (QMenu* parent = menu(row.parent))
         parent->addMenu(added);
     else

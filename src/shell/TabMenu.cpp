@@ -6,6 +6,7 @@
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
+#include "shell/MenuStyle.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ constexpr TabEntry entries[] = {
 TabMenu::TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent)
     : QMenu(parent), m_parts(parts), m_commands(commands) {
     setObjectName(QStringLiteral("Tab"));
+    MenuStyle::giveTo(*this);
     BuildTabMenu();
 }
 
