@@ -190,7 +190,7 @@ class frmDocument : public QWidget {
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
-    /// A find or replace dialog of the document has searched, or was closed after a search.
+    /// A find or replace dialog of the document has searched, or was closed.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:

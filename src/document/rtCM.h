@@ -257,7 +257,7 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner is to show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog has searched, or was closed after a search.
+    /// The control's find or replace dialog has searched, or was closed.
     void AfterFind();
     void DropFile(const QString& pFilename);
     /// For the status bar, as long as it is true; empty: it is no more.

@@ -282,8 +282,7 @@ class CodeMax : public QsciScintillaBase {
     void ShowMenu(int x, int y);
     /// Once a file dropped on the control.
     void DropFile(const QString& path);
-    /// The find or replace dialog has searched, or was closed after a search: text and flags are those of its last
-    /// search.
+    /// The find or replace dialog has searched, or was closed: text and flags are those of its last search.
     void AfterFind();
     /// What is searched for is another text, or is taken in another way.
     void SearchChanged();

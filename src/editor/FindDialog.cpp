@@ -127,7 +127,6 @@ void FindDialog::layOutButtons(QGridLayout& grid) {
 // Opening and closing
 
 void FindDialog::begin() {
-    m_searched = false;
     takeControl();
     SearchReport::show(*m_result, {});
     if (!isVisible())
@@ -141,8 +140,7 @@ void FindDialog::begin() {
 
 void FindDialog::done(int result) {
     QDialog::done(result);
-    if (m_searched)
-        Q_EMIT m_control.AfterFind();
+    Q_EMIT m_control.AfterFind();
 }
 
 void FindDialog::showEvent(QShowEvent* event) {
@@ -304,7 +302,6 @@ void FindDialog::finishAll(qint64 count, const QString& sentence) {
 }
 
 void FindDialog::tellOfSearch() {
-    m_searched = true;
     fillHistories();
     Q_EMIT m_control.AfterFind();
 }

@@ -20,7 +20,7 @@ enum class SearchOutcome;
 /// gone with it. Flags and text that it searches with become the control's. What went wrong is told in the dialog
 /// itself. "Within the selection" is what was selected when it was opened, or was selected anew since. It closes when
 /// another text of the window gets the focus. The control raises AfterFind after each search, and when the dialog is
-/// closed after one: whoever only looked at it has searched for nothing.
+/// closed.
 class FindDialog : public QDialog {
     Q_OBJECT
 
@@ -78,7 +78,6 @@ class FindDialog : public QDialog {
     QCheckBox* m_preserveCase = nullptr;
     QCheckBox* m_inSelection = nullptr;
     QLabel* m_result = nullptr;
-    bool m_searched = false;  ///< since it was opened
     std::unique_ptr<SearchRange> m_range;
     std::unique_ptr<MatchHighlight::Hold> m_highlight;
 };

@@ -651,8 +651,9 @@ TEST_F(TextViewDialogs, OpenWithTheProgramWideFlags) {
     EXPECT_FALSE(m_view.SearchCaseSensitive());
     m_view.ReplaceText();
     EXPECT_TRUE(shown("ReplaceDialog"));
-    closeAll();
     EXPECT_EQ(m_told.count(), 0);
+    closeAll();
+    EXPECT_EQ(m_told.count(), 2);
 }
 
 TEST_F(TextViewDialogs, OpenByTheirKeys) {

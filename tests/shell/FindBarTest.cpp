@@ -164,7 +164,7 @@ TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
     EXPECT_EQ(box().currentText(), QStringLiteral("sought"));
 }
 
-TEST_F(FindBarOfTheFrame, OpeningTheDialogLeavesTheBar) {
+TEST_F(FindBarOfTheFrame, OpeningADialogLeavesTheBarAndClosingItBringsTheLastSearch) {
     start();
     enter(QStringLiteral("searched"));
     for (const char* name : {"mnuFind", "mnuReplace"}) {
@@ -172,7 +172,7 @@ TEST_F(FindBarOfTheFrame, OpeningTheDialogLeavesTheBar) {
         run(name);
         EXPECT_EQ(box().currentText(), QStringLiteral("half typed")) << name;
         dialog(name).close();
-        EXPECT_EQ(box().currentText(), QStringLiteral("half typed")) << name;
+        EXPECT_EQ(box().currentText(), QStringLiteral("searched")) << name;
     }
 }
 
