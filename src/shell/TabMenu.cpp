@@ -50,9 +50,10 @@ void TabMenu::BuildTabMenu() {
     findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
 }
 
-// Not in the slot itself: there gcc's own check of the member call reads a copy of `this` that it never made.
+// Neither in the slot itself nor over a copy of `this`: there gcc's check of the member call reads what it never wrote.
 void TabMenu::run(void (FrameCommands::*command)()) {
-    ignoringErrors([&] { (m_commands.*command)(); });
+    FrameCommands& commands = m_commands;
+    ignoringErrors([&commands, command] { (commands.*command)(); });
 }
 
 void TabMenu::showAt(const QPoint& globalPosition) {
