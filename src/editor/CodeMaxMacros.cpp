@@ -10,6 +10,8 @@
 #include "editor/MacroPlayer.h"
 #include "editor/MacroRecorder.h"
 
+#include <QPointer>
+
 #include <utility>
 
 // Hot keys
@@ -168,8 +170,10 @@ void CodeMax::playText(const QString& text) {
     }
 }
 
-/// False when the step failed and left everything as it was.
+/// False when the step failed and left everything as it was. A step that plays another macro yields, and the control
+/// may be gone behind it: then it is the player that ends.
 bool CodeMax::playStep(const MacroStep& step) {
+    const QPointer<CodeMax> alive(this);
     m_failed = false;
     const quint64 changes = m_changes;
     const Selection before = selection();
@@ -180,5 +184,7 @@ bool CodeMax::playStep(const MacroStep& step) {
         if (row != nullptr && ControlCommands::canBePlayed(*row, step.text))
             ExecuteCmd(step.command, step.text);
     }
+    if (!alive)
+        return true;
     return !m_failed || m_changes != changes || selection() != before;
 }

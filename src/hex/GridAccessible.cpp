@@ -24,10 +24,14 @@ void tellQt(QAccessibleEvent* event) {
 
 QAccessible::UpdateHandler handler = tellQt;
 
-void tell(GridPane& pane, QAccessible::Event what, HexCell cell) {
-    QAccessibleEvent event(&pane, what);
+void tellOf(QAccessibleEvent& event, HexCell cell) {
     event.setChild(indexOf(cell));
     handler(&event);
+}
+
+void tell(GridPane& pane, QAccessible::Event what, HexCell cell) {
+    QAccessibleEvent event(&pane, what);
+    tellOf(event, cell);
 }
 
 }  // namespace
@@ -57,8 +61,9 @@ void GridAccessible::caretMoved(GridPane& pane) {
 }
 
 void GridAccessible::cellChanged(GridPane& pane, HexCell cell) {
-    for (const QAccessible::Event what : {QAccessible::NameChanged, QAccessible::ValueChanged})
-        tell(pane, what, cell);
+    tell(pane, QAccessible::NameChanged, cell);
+    QAccessibleValueChangeEvent event(&pane, pane.grid().Value(cell.row, cell.col));
+    tellOf(event, cell);
 }
 
 void GridAccessible::pageChanged(GridPane& pane) {
