@@ -1,6 +1,7 @@
 #include "shell/MdiChildren.h"
 
 #include "document/frmDocument.h"
+#include "shell/ChildWindow.h"
 
 #include <QAction>
 #include <QMdiArea>
@@ -16,7 +17,10 @@ MdiChildren::MdiChildren(QMdiArea& area) : QObject(&area), m_area(area) {
 
 void MdiChildren::add(frmDocument* document) {
     m_documents.append(document);
-    QMdiSubWindow* window = m_area.addSubWindow(document);
+    auto* window = new ChildWindow;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->setWidget(document);
+    m_area.addSubWindow(window);
     window->setWindowIcon(document->windowIcon());
     connect(document, &QWidget::windowIconChanged, window, &QWidget::setWindowIcon);
     // The frame has its own keys for closing and walking; two owners of one key would cancel each other.
