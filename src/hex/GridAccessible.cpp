@@ -56,7 +56,8 @@ void GridAccessible::tellThrough(QAccessible::UpdateHandler to) {
 }
 
 void GridAccessible::caretMoved(GridPane& pane) {
-    if (pane.hasFocus())
+    // While a page is filled the cursor may stand where it has no row any more.
+    if (pane.hasFocus() && pane.grid().cell().row < pane.grid().Rows())
         tell(pane, QAccessible::Focus, pane.grid().cell());
 }
 
@@ -140,5 +141,6 @@ int GridAccessible::rowCount() const {
 }
 
 QList<QAccessibleInterface*> GridAccessible::selectedCells() const {
-    return {child(indexOf(grid().cell()))};
+    QAccessibleInterface* const cell = child(indexOf(grid().cell()));
+    return cell == nullptr ? QList<QAccessibleInterface*>() : QList<QAccessibleInterface*>{cell};
 }

@@ -42,7 +42,7 @@ class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterfac
     int columnCount() const override;
     int rowCount() const override;
 
-    int selectedCellCount() const override { return 1; }
+    int selectedCellCount() const override { return static_cast<int>(selectedCells().size()); }
     QList<QAccessibleInterface*> selectedCells() const override;
     int selectedColumnCount() const override { return 0; }
     int selectedRowCount() const override { return 0; }
