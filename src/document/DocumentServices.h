@@ -1,5 +1,7 @@
 #pragma once
 
+#include "hex/HexStorage.h"
+
 class Prompts;
 struct EditorGlobals;
 struct HexFindState;
@@ -11,4 +13,5 @@ struct DocumentServices {
     const Options& options;
     EditorGlobals& globals;
     HexFindState& hexFind;
+    HexStorage hexStorage{};
 };

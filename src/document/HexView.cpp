@@ -22,7 +22,7 @@ void showCursor(QScrollArea& area, const ucHex& control) {
 
 HexView::HexView(const DocumentServices& services, QWidget* parent)
     : m_area(new QScrollArea(parent)),
-      m_control(new ucHex(services.prompts, services.options, services.hexFind, parent)) {
+      m_control(new ucHex(services.prompts, services.options, services.hexFind, parent, services.hexStorage)) {
     m_control->setObjectName(QStringLiteral("ucHex1"));
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);

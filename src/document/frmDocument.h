@@ -190,6 +190,11 @@ class frmDocument : public QWidget {
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
+    /// The hex view asks for the desktop's properties of a file, for the desktop's calculator, and for the chooser of
+    /// the program's language.
+    void PropertiesRequest(const QString& path);
+    void CalculatorRequest();
+    void LanguageRequest();
     /// A find or replace dialog of the document has searched, or was closed.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 

@@ -18,6 +18,9 @@ void frmDocument::connectHexView() {
     connect(control, &ucHex::DataChanged, this, &frmDocument::MarkChanged);
     connect(control, &ucHex::PositionChanged, this, [this] { Q_EMIT SelChange(this); });
     connect(control, &ucHex::SearchDone, this, &frmDocument::tellOfHexSearch);
+    connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
+    connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
+    connect(control, &ucHex::LanguageRequest, this, &frmDocument::LanguageRequest);
     connect(control, &ucHex::ContextMenuRequest, this, [this, control](int x, int y, const QString& key) {
         m_menus->show(key, control->mapToGlobal(QPoint(x, y)));
     });

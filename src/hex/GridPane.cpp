@@ -67,11 +67,14 @@ GridPane::GridPane(Grid& grid, const QString& widest, QWidget* parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled);
     setBackgroundRole(QPalette::Base);
-    const int cellWidth = static_cast<int>(QFontMetricsF(font()).horizontalAdvance(widest)) + 2 * CellMargin;
+    InitializeGrid(static_cast<int>(QFontMetricsF(font()).horizontalAdvance(widest)) + 2 * CellMargin);
+}
+
+void GridPane::InitializeGrid(int cellWidth) {
     setFixedSize(cellWidth * Grid::Columns, Height);
-    connect(&grid, &Grid::valueChanged, this, [this](int row, int col) { updateCell({row, col}); });
-    connect(&grid, &Grid::rowsChanged, this, qOverload<>(&QWidget::update));
-    connect(&grid, &Grid::cursorChanged, this, &GridPane::moveCursor);
+    connect(&m_grid, &Grid::valueChanged, this, [this](int row, int col) { updateCell({row, col}); });
+    connect(&m_grid, &Grid::rowsChanged, this, qOverload<>(&QWidget::update));
+    connect(&m_grid, &Grid::cursorChanged, this, &GridPane::moveCursor);
     moveCursor();
 }
 
@@ -97,12 +100,11 @@ void GridPane::setBorder(bool hasBorder) {
 }
 
 QRect GridPane::cellRect(HexCell cell) const {
-    const int cellWidth = width() / Grid::Columns;
-    return {cell.col * cellWidth, cell.row * RowHeight, cellWidth, RowHeight};
+    return {cell.col * CellWidth(), cell.row * CellHeight, CellWidth(), CellHeight};
 }
 
 std::optional<HexCell> GridPane::cellAt(const QPoint& point) const {
-    const HexCell cell{point.y() / RowHeight, point.x() / (width() / Grid::Columns)};
+    const HexCell cell{point.y() / CellHeight, point.x() / CellWidth()};
     return rect().contains(point) && cell.row < m_grid.Rows() ? std::optional(cell) : std::nullopt;
 }
 
@@ -161,11 +163,10 @@ void GridPane::paintEvent(QPaintEvent* event) {
     const QColor changedBase = HexColours::changedBase(palette());
     for (const QRect& part : event->region()) {
         painter.fillRect(part, palette().color(QPalette::Base));
-        const int cellWidth = width() / Grid::Columns;
-        const int lastRow = std::min(part.bottom() / RowHeight, m_grid.Rows() - 1);
-        const int lastCol = std::min(part.right() / cellWidth, Grid::Columns - 1);
-        for (int row = part.top() / RowHeight; row <= lastRow; ++row) {
-            for (int col = part.left() / cellWidth; col <= lastCol; ++col) {
+        const int lastRow = std::min(part.bottom() / CellHeight, m_grid.Rows() - 1);
+        const int lastCol = std::min(part.right() / CellWidth(), Grid::Columns - 1);
+        for (int row = part.top() / CellHeight; row <= lastRow; ++row) {
+            for (int col = part.left() / CellWidth(); col <= lastCol; ++col) {
                 const QRect cell = cellRect({row, col});
                 const bool marked = isMarked({row, col});
                 if (marked)
@@ -197,11 +198,10 @@ void GridPane::keyPressEvent(QKeyEvent* event) {
         return;
     // Keys with Alt are the menu's, and Del types nothing.
     const bool types = !event->modifiers().testAnyFlags(Qt::AltModifier | Qt::MetaModifier);
-    if (types && event->key() != Qt::Key_Delete && !event->text().isEmpty()) {
-        Q_EMIT typed(event->text());
-        return;
-    }
-    QWidget::keyPressEvent(event);
+    if (types && event->key() != Qt::Key_Delete && !event->text().isEmpty())
+        Q_EMIT typed(event->text(), &taken);
+    if (!taken)
+        QWidget::keyPressEvent(event);
 }
 
 void GridPane::inputMethodEvent(QInputMethodEvent* event) {
@@ -214,7 +214,7 @@ void GridPane::inputMethodEvent(QInputMethodEvent* event) {
 void GridPane::mousePressEvent(QMouseEvent* event) {
     m_grid.setHasFocus(true);
     const QPoint at = event->position().toPoint();
-    m_grid.pressMouse(at.y() / RowHeight, at.x() / (width() / Grid::Columns));
+    m_grid.pressMouse(at.y() / CellHeight, at.x() / CellWidth());
 }
 
 void GridPane::mouseReleaseEvent(QMouseEvent* event) {

@@ -22,6 +22,8 @@ class GridPane : public QWidget {
  public:
     static constexpr int RowHeight = 19;
     static constexpr int Height = RowHeight * HexPaging::PageRows;
+    static constexpr int CellHeight = Height / 20;  ///< whatever rows are in use
+    int CellWidth() const { return width() / HexPaging::BytesPerRow; }
 
     /// `widest` is the longest text of a cell. The grid outlives the pane.
     GridPane(Grid& grid, const QString& widest, QWidget* parent = nullptr);
@@ -52,8 +54,9 @@ class GridPane : public QWidget {
  Q_SIGNALS:
     /// Before the grid looks at the key; `taken` ends its way.
     void keyPressed(QKeyEvent* event, bool* taken);
-    /// What a key or an input method typed. Control characters are among it.
-    void typed(const QString& text);
+    /// What a key or an input method typed; control characters are among it. Unless it is `taken` the key is left as it
+    /// came.
+    void typed(const QString& text, bool* taken);
     void focusGained();
     void focusLost();
     void wheelTurned(int notches);
@@ -76,6 +79,8 @@ class GridPane : public QWidget {
  private:
     class Cursor;
 
+    /// Takes its size, listens to the grid and puts the cursor on its cell.
+    void InitializeGrid(int cellWidth);
     void DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const;
     void paintDivider(QPainter& painter) const;
     const QStaticText& laidOut(const QString& text) const;

@@ -1,6 +1,7 @@
 #include "hex/HexDialog.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 namespace {
@@ -33,14 +34,29 @@ QWidget* HexDialog::makeButtons() {
     return row;
 }
 
+QLabel* HexDialog::makeLabel(const QString& name, const QString& caption, QWidget* box) {
+    auto* label = new QLabel(caption, this);
+    label->setObjectName(name);
+    label->setBuddy(box);
+    if (m_firstLabel == nullptr)
+        m_firstLabel = label;
+    return label;
+}
+
+void HexDialog::setTag(const QString& tag) {
+    m_tag = tag;
+    if (m_firstLabel != nullptr)
+        m_firstLabel->setProperty("Tag", tag);
+}
+
 void HexDialog::accept() {
     if (!checkInput())
         return;
-    m_tag = QStringLiteral("OK");
+    setTag(QStringLiteral("OK"));
     QDialog::accept();
 }
 
 void HexDialog::reject() {
-    m_tag = QStringLiteral("CANCEL");
+    setTag(QStringLiteral("CANCEL"));
     QDialog::reject();
 }

@@ -2,7 +2,7 @@
 
 #include <QDialog>
 
-class QPushButton;
+class QLabel;
 
 /// What the small modal forms of the hex view have in common: an OK button that looks at the input first, a cancel
 /// button that Esc presses too, and "OK" or "CANCEL" as the answer. Made for one question by whoever asks it.
@@ -26,7 +26,12 @@ class HexDialog : public QDialog {
 
     /// `Command1` and `Command2`; to be added last.
     QWidget* makeButtons();
+    /// A label of that name before a box. The first one of a form carries the answer, too, as its property "Tag".
+    QLabel* makeLabel(const QString& name, const QString& caption, QWidget* box);
 
  private:
+    void setTag(const QString& tag);
+
     QString m_tag;
+    QLabel* m_firstLabel = nullptr;
 };

@@ -1,6 +1,7 @@
 #include "hex/HexSearch.h"
 
 #include <algorithm>
+#include <utility>
 
 /// A block that a long needle fills would not let the search advance.
 qint64 HexSearch::blockFor(const HexNeedle& needle) const {
@@ -17,26 +18,28 @@ bool HexSearch::read(const HexNeedle& needle, qint64 at, qint64 size, QByteArray
     return true;
 }
 
-std::optional<FilePosition> HexSearch::scanDown(const HexNeedle& needle, qint64 start) const {
+bool HexSearch::scanDown(const HexNeedle& needle, qint64 start, std::optional<FilePosition>& found) const {
     const qint64 length = m_bytes.length();
     const qint64 size = blockFor(needle);
     QByteArray block;
     for (qint64 at = start; at <= length; at += size - needle.overlap()) {
         if (!read(needle, at, size, block))
-            return std::nullopt;
-        if (const qsizetype found = needle.firstIn(block); found >= 0)
-            return FilePosition(at + found);
-        if (length - at < size)
+            return false;
+        if (const qsizetype index = needle.firstIn(block); index >= 0)
+            found = FilePosition(at + index);
+        if (found || length - at < size)
             break;
     }
-    return std::nullopt;
+    return true;
 }
 
 std::optional<FilePosition> HexSearch::findDown(const HexNeedle& needle, FilePosition start, bool goesOn) const {
     if (start.number() > m_bytes.length())
         return std::nullopt;
-    const std::optional<FilePosition> found = scanDown(needle, start.number());
-    return found || !goesOn ? found : scanDown(needle, 1);
+    std::optional<FilePosition> found;
+    if (scanDown(needle, start.number(), found) && !found && goesOn)
+        scanDown(needle, 1, found);
+    return found;
 }
 
 std::optional<FilePosition> HexSearch::findUp(const HexNeedle& needle, FilePosition cursor, bool goesOn) const {
@@ -89,7 +92,14 @@ qint64 HexSearch::count(const HexNeedle& needle) const {
     return forEachMatch(needle, [](FilePosition) {});
 }
 
-qint64 HexSearch::replaceAll(const HexNeedle& needle, const QByteArray& replacement) {
+HexSearch::Replaced HexSearch::replaceAll(const HexNeedle& needle, const QByteArray& replacement) {
     const std::string_view bytes(replacement.constData(), static_cast<std::size_t>(replacement.size()));
-    return forEachMatch(needle, [&](FilePosition at) { m_bytes.write(at, bytes); });
+    Replaced replaced;
+    forEachMatch(needle, [&](FilePosition at) {
+        if (SystemError error = m_bytes.write(at, bytes))
+            replaced.error = std::move(error);
+        else
+            ++replaced.matches;
+    });
+    return replaced;
 }

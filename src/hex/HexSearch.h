@@ -29,14 +29,20 @@ class HexSearch {
     /// Each match from the top, overlapping ones too, and how many there were.
     qint64 forEachMatch(const HexNeedle& needle, const std::function<void(FilePosition)>& visit) const;
     qint64 count(const HexNeedle& needle) const;
+    /// Matches that were overwritten, and why others were not.
+    struct Replaced {
+        qint64 matches = 0;
+        SystemError error;
+    };
     /// Lays the replacement over each match, whatever its length. A match is taken from the bytes as they were when its
     /// block was read.
-    qint64 replaceAll(const HexNeedle& needle, const QByteArray& replacement);
+    Replaced replaceAll(const HexNeedle& needle, const QByteArray& replacement);
 
  private:
     qint64 blockFor(const HexNeedle& needle) const;
     bool read(const HexNeedle& needle, qint64 at, qint64 size, QByteArray& block) const;
-    std::optional<FilePosition> scanDown(const HexNeedle& needle, qint64 start) const;
+    /// False when a block can't be read.
+    bool scanDown(const HexNeedle& needle, qint64 start, std::optional<FilePosition>& found) const;
 
     ByteStore& m_bytes;
     qint64 m_blockSize;

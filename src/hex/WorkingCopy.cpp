@@ -27,6 +27,12 @@ SystemError systemError(int number) {
     return SystemError::fromErrno(number);
 }
 
+/// The private one, made when it is not there.
+SystemError GetTempFolder(QString& folder) {
+    folder = temporaryFolder();
+    return makePrivateFolder(folder);
+}
+
 QString MakeTempFileName(const QString& folder, QTime time) {
     return folder + QStringLiteral("/~hextemp") + time.toString(QStringLiteral("hhmmss")) + QStringLiteral(".tmp");
 }
@@ -100,11 +106,15 @@ SystemError WorkingCopy::load(const QString& source, const CopyProgress& progres
         return systemError(ENODATA);
     if (reader.size() > MostBytes)
         return systemError(EFBIG);
+    return CopyToTempFile(reader, progress);
+}
+
+SystemError WorkingCopy::CopyToTempFile(const FileReader& source, const CopyProgress& progress) {
     m_file.reset();
     std::shared_ptr<File> file;
-    if (SystemError error = make(file))
+    if (SystemError error = MakeTempFile(file))
         return error;
-    SystemError error = copyFile(m_calls, reader.handle(), file->handle(), reader.size(), m_blockSize, progress);
+    SystemError error = copyFile(m_calls, source.handle(), file->handle(), source.size(), m_blockSize, progress);
     if (error.number == ECANCELED)
         return error;  // this object may be gone
     if (!error)
@@ -118,9 +128,9 @@ SystemError WorkingCopy::load(const QString& source, const CopyProgress& progres
     return error;
 }
 
-SystemError WorkingCopy::make(std::shared_ptr<File>& file) {
-    const QString folder = temporaryFolder();
-    if (SystemError error = makePrivateFolder(folder))
+SystemError WorkingCopy::MakeTempFile(std::shared_ptr<File>& file) {
+    QString folder;
+    if (SystemError error = GetTempFolder(folder))
         return error;
     SystemError error = systemError(EEXIST);
     if (!m_name.isEmpty())

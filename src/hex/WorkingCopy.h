@@ -11,6 +11,8 @@
 #include <functional>
 #include <memory>
 
+class FileReader;
+
 /// The copy of a user's file in the private temporary folder that a hex view reads and edits; the file itself is
 /// touched by save() alone. One belongs to one view. Its file is locked while it is in use and goes with it.
 ///
@@ -53,7 +55,9 @@ class WorkingCopy : public ByteStore {
     class File;
     class Source;
 
-    SystemError make(std::shared_ptr<File>& file);
+    SystemError MakeTempFile(std::shared_ptr<File>& file);
+    /// Nothing is kept of a copy that fails.
+    SystemError CopyToTempFile(const FileReader& source, const CopyProgress& progress);
 
     FileSystemCalls& m_calls;
     qint64 m_blockSize;

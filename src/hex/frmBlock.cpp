@@ -5,6 +5,7 @@
 #include <QButtonGroup>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QLabel>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -51,8 +52,8 @@ frmBlock::frmBlock(QWidget* parent)
         connect(m_mode[i], &QRadioButton::clicked, this, &frmBlock::applyMode);
     }
     auto* layout = new QFormLayout(this);
-    layout->addRow(QStringLiteral("First Offset (Dec):"), m_first);
-    layout->addRow(QStringLiteral("Last Offset (Dec):"), m_last);
+    layout->addRow(makeLabel(QStringLiteral("Label1(0)"), QStringLiteral("First Offset (Dec):"), m_first), m_first);
+    layout->addRow(makeLabel(QStringLiteral("Label1(1)"), QStringLiteral("Last Offset (Dec):"), m_last), m_last);
     layout->addRow(m_mode[0]);
     layout->addRow(makeCopyFrame());
     layout->addRow(m_mode[1]);

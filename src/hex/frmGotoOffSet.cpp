@@ -14,9 +14,6 @@ frmGotoOffSet::frmGotoOffSet(Prompts& prompts, QWidget* parent)
       m_prompts(prompts),
       m_text(new KeyFilterEdit(KeyFilterEdit::hexKeys(), this)),
       m_hex(new QRadioButton(QStringLiteral("&Hex"), this)) {
-    auto* label = new QLabel(QStringLiteral("&Offset:"), this);
-    label->setObjectName(QStringLiteral("Label1"));
-    label->setBuddy(m_text);
     m_text->setObjectName(QStringLiteral("Text1"));
     auto* decimal = new QRadioButton(QStringLiteral("&Dec"), this);
     decimal->setObjectName(QStringLiteral("Option1(0)"));
@@ -27,7 +24,7 @@ frmGotoOffSet::frmGotoOffSet(Prompts& prompts, QWidget* parent)
     bases->addWidget(m_hex);
     bases->addStretch();
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(label);
+    layout->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("&Offset:"), m_text));
     layout->addWidget(m_text);
     layout->addLayout(bases);
     layout->addWidget(makeButtons());

@@ -12,14 +12,11 @@ frmGotoPage::frmGotoPage(Prompts& prompts, qint64 pages, QWidget* parent)
     : HexDialog(QStringLiteral("frmGotoPage"), QStringLiteral("Go to Page"), parent),
       m_prompts(prompts),
       m_text(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)) {
-    auto* label = new QLabel(QStringLiteral("&Page:"), this);
-    label->setObjectName(QStringLiteral("Label1"));
-    label->setBuddy(m_text);
     auto* range = new QLabel(QStringLiteral("1  -  ") + QString::number(pages), this);
     range->setObjectName(QStringLiteral("Label2"));
     m_text->setObjectName(QStringLiteral("Text1"));
     auto* heading = new QHBoxLayout;
-    heading->addWidget(label);
+    heading->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("&Page:"), m_text));
     heading->addWidget(range);
     heading->addStretch();
     auto* layout = new QVBoxLayout(this);

@@ -23,6 +23,8 @@
 namespace {
 
 constexpr int LinesOfANotch = 3;
+/// In a cell whose byte is there and can't be read.
+const QString Unreadable = QStringLiteral("??");
 
 bool isEmptyFile(const QString& path) {
     FileReader reader;
@@ -35,8 +37,14 @@ int ucHex::rowHeight() const {
     return GridPane::RowHeight;
 }
 
-ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent)
-    : QWidget(parent), m_prompts(prompts), m_options(options), m_findState(findState), m_parts(this, m_grid1, m_grid2) {
+ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent,
+             const HexStorage& storage)
+    : QWidget(parent),
+      m_prompts(prompts),
+      m_options(options),
+      m_findState(findState),
+      m_copy(storage.calls, storage.blockSize),
+      m_parts(this, m_grid1, m_grid2) {
     m_grid1.setObjectName(QStringLiteral("grid1"));
     m_grid2.setObjectName(QStringLiteral("grid2"));
     for (const int number : {1, 2}) {
@@ -84,7 +92,12 @@ void ucHex::connectGrid(int number) {
 void ucHex::connectPane(int number) {
     GridPane* const source = pane(number);
     connect(source, &GridPane::keyPressed, this, [this](QKeyEvent* event, bool* taken) { *taken = HandleKey(*event); });
-    connect(source, &GridPane::typed, this, number == 1 ? &ucHex::typeHex : &ucHex::typeText);
+    connect(source, &GridPane::typed, this, [this, number](const QString& text, bool* taken) {
+        if (refusesTyping())
+            return;
+        *taken = true;
+        number == 1 ? typeHex(text) : typeText(text);
+    });
     connect(source, &GridPane::focusGained, this, [this, number] { enterPane(number); });
     source->setMarks([this](HexCell cell) { return isChanged(cell); });
     connect(source, &GridPane::wheelTurned, this, &ucHex::turnWheel);
@@ -269,6 +282,7 @@ void ucHex::FillGrid() {
     m_scrollSync = false;
     m_parts.info(HexInfo::Page)->setText(m_paging.PageCaption());
     m_grid1.Refresh();
+    m_grid2.Refresh();  // does not follow the other one while it is in use itself
     showCell(m_grid1.cell());
     Q_EMIT PositionChanged();
 }
@@ -286,8 +300,9 @@ void ucHex::fillCells() {
     }
     for (int at = 0; at < shown; ++at) {
         const HexCell cell{at / HexPaging::BytesPerRow, at % HexPaging::BytesPerRow};
-        const int byte = at < count ? static_cast<quint8>(bytes[static_cast<std::size_t>(at)]) : HexText::NoByte;
-        m_grid1.setValue(cell.row, cell.col, HexText::ByteToHexCell(byte));
+        const bool isRead = at < count;
+        const int byte = isRead ? static_cast<quint8>(bytes[static_cast<std::size_t>(at)]) : HexText::NoByte;
+        m_grid1.setValue(cell.row, cell.col, isRead ? HexText::ByteToHexCell(byte) : Unreadable);
         m_grid2.setValue(cell.row, cell.col, HexText::ByteToTextCell(byte));
     }
     for (const int number : {1, 2})

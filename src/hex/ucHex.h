@@ -7,6 +7,7 @@
 #include "hex/HexFindState.h"
 #include "hex/HexPaging.h"
 #include "hex/HexParts.h"
+#include "hex/HexStorage.h"
 #include "hex/HexUndoLog.h"
 #include "hex/WorkingCopy.h"
 
@@ -38,7 +39,8 @@ class ucHex : public QWidget {
 
  public:
     /// Prompts, options and find state outlive it.
-    ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent = nullptr);
+    ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent = nullptr,
+          const HexStorage& storage = {});
     ~ucHex() override;
 
     /// False: the file has no byte, then the view stays as it was; or it can't be loaded, then the view is shut.
@@ -144,8 +146,6 @@ class ucHex : public QWidget {
 
  protected:
     void changeEvent(QEvent* event) override;
-
- protected:
     /// Goes on to the pane in use.
     void focusInEvent(QFocusEvent* event) override;
 
@@ -191,6 +191,9 @@ class ucHex : public QWidget {
     void typeHex(const QString& text);
     void typeNibble(QChar digit);
     void typeText(const QString& text);
+    /// Shows what there is, and tells why with the next pass of the event loop: an edit may be the first step of
+    /// something else.
+    void refuseEdit(const SystemError& error);
     void finishNibble(HexCell cell);
 
     void showFindForm(const QString& key, const QString& caption);

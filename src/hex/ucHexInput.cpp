@@ -13,6 +13,8 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 
+#include <cerrno>
+
 namespace {
 
 constexpr qint32 ModeInUse = 255;
@@ -48,8 +50,6 @@ bool ucHex::HandleKey(const QKeyEvent& event) {
 }
 
 void ucHex::typeHex(const QString& text) {
-    if (refusesTyping())
-        return;
     for (const QChar character : text) {
         if (character == u'\r')
             finishNibble();
@@ -76,7 +76,7 @@ void ucHex::typeText(const QString& text) {
     for (const QChar character : text) {
         const int byte = Windows1252::byteOf(character.unicode());
         const HexCell cell = m_grid2.cell();
-        if (refusesTyping() || byte <= 0 || m_paging.IsPastEnd(cell))
+        if (byte <= 0 || m_paging.IsPastEnd(cell))
             continue;
         m_grid2.setValue(cell.row, cell.col, HexText::ByteToTextCell(byte));
         m_grid1.setValue(cell.row, cell.col, HexText::ByteToHexCell(byte));
@@ -105,16 +105,19 @@ void ucHex::SaveData(int row, int col) {
     const char now = static_cast<char>(HexText::HexCellToByte(m_grid1.Value(row, col)));
     char before = 0;
     if (m_copy.read(position, &before, 1) != 1)
-        return;
-    if (const SystemError error = m_copy.write(position, {&now, 1})) {
-        m_prompts.message(this, error.description);
-        FillGrid();
-        return;
-    }
+        return refuseEdit(SystemError::fromErrno(EIO));
+    if (const SystemError error = m_copy.write(position, {&now, 1}))
+        return refuseEdit(error);
     m_undoLog.add({FilePointer(), cell, static_cast<quint8>(before)});
     m_changes.type(position, static_cast<quint8>(before), static_cast<quint8>(now));
     m_modified = true;
     Q_EMIT DataChanged();
+}
+
+void ucHex::refuseEdit(const SystemError& error) {
+    FillGrid();
+    QMetaObject::invokeMethod(
+        this, [this, why = error.description] { m_prompts.message(this, why); }, Qt::QueuedConnection);
 }
 
 void ucHex::cmdUndo() {
@@ -132,8 +135,7 @@ void ucHex::DoUndos() {
     const FilePosition position = entry->pointer + row * HexPaging::BytesPerRow + col;
     if (const SystemError error = m_copy.write(position, {&byte, 1})) {
         m_undoLog.add(*entry);
-        m_prompts.message(this, error.description);
-        return;
+        return refuseEdit(error);
     }
     m_changes.restore(position, entry->value);
     if (entry->pointer != FilePointer()) {

@@ -135,9 +135,11 @@ int ucHex::ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFin
     const std::optional<QByteArray> replacement = HexText::bytesOfHexText(pReplace);
     if (!m_fileOpen || !needle || !replacement)
         return 0;
-    const qint64 replaced = HexSearch(m_copy).replaceAll(*needle, *replacement);
+    const HexSearch::Replaced replaced = HexSearch(m_copy).replaceAll(*needle, *replacement);
     FillGrid();
-    return static_cast<int>(replaced);
+    if (replaced.error)
+        m_prompts.message(this, replaced.error.description);
+    return static_cast<int>(replaced.matches);
 }
 
 void ucHex::ReplaceBytes(const QString& pHexText, int position) {
@@ -218,10 +220,12 @@ void ucHex::cmdNextBookmark() {
 }
 
 void ucHex::DeleteBookmark() {
+    finishNibble();
     m_parts.bookmarks->remove(selectedBookmark());
 }
 
 void ucHex::cmdClearBookmark() {
+    finishNibble();
     if (m_fileOpen)
         m_parts.bookmarks->clear();
 }
@@ -259,9 +263,13 @@ void ucHex::copyBlock(Offset one, Offset other, BlockForm form) {
         m_prompts.message(this, SystemError::fromErrno(ENOMEM).description);
         return;
     }
-    const std::optional<QByteArray> bytes = block && m_fileOpen ? block->bytesIn(m_copy) : std::nullopt;
-    if (!bytes)
+    if (!block || !m_fileOpen)
         return;
+    const std::optional<QByteArray> bytes = block->bytesIn(m_copy);
+    if (!bytes) {
+        m_prompts.message(this, SystemError::fromErrno(EIO).description);
+        return;
+    }
     BusyPointer::show();
     QGuiApplication::clipboard()->setText(blockText(*bytes, form));
     FillGrid();

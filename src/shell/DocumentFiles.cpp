@@ -5,6 +5,7 @@
 #include "platform/Prompts.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
+#include "shell/Calculator.h"
 #include "shell/Commands.h"
 #include "shell/DocumentTabs.h"
 #include "shell/ExplorerLink.h"
@@ -30,6 +31,15 @@ constexpr int lockFlag = 1;
 
 DocumentFiles::DocumentFiles(FrameParts& parts) : m_parts(parts) {}
 
+/// What a document asks for that lies outside of it.
+void DocumentFiles::answerRequests(const frmDocument& document) {
+    QObject::connect(&document, &frmDocument::PropertiesRequest, m_parts.frame,
+                     [rooms = m_parts.rooms](const QString& path) { rooms->ShowFileProperties(path); });
+    QObject::connect(&document, &frmDocument::CalculatorRequest, m_parts.frame, [] { Calculator::start(); });
+    QObject::connect(&document, &frmDocument::LanguageRequest, m_parts.frame,
+                     [rooms = m_parts.rooms] { rooms->ChooseLanguage(); });
+}
+
 void DocumentFiles::NewDocument() {
     ++m_documentCounter;
     const QPointer<frmDocument> document = new frmDocument(m_parts.host, *m_parts.documentServices);
@@ -50,6 +60,7 @@ void DocumentFiles::NewDocument() {
         if (changed == parts->children->active())
             parts->commands->SetDocumentEnv(changed);
     });
+    answerRequests(*document);
     m_parts.children->add(document);
     m_parts.tabs->AddDocumentTab(document);
     if (document)

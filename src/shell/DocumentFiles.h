@@ -35,6 +35,7 @@ class DocumentFiles {
     QString captionFor(const QString& path) const;
 
  private:
+    void answerRequests(const frmDocument& document);
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
     bool isActive(const frmDocument* document) const;

@@ -47,12 +47,16 @@ class RoomsToCome {
     // Dialogs.
     virtual void ShowProperties() {}
     virtual void ShowAbout() {}
+    /// Lets the language of the program be chosen, and keeps it.
+    virtual void ChooseLanguage() {}
 
     // What lies outside the program.
     virtual void OpenWindowsDirectory() {}
     virtual void OpenSystemDirectory() {}
     virtual void OpenDesktop() {}
     virtual void OpenMyDocuments() {}
+    /// The desktop's properties of a file; without a path nothing is shown.
+    virtual void ShowFileProperties(const QString&) {}
     virtual void ShowHelp() {}
     virtual void OpenWebSite() {}
     virtual void SendEmail() {}

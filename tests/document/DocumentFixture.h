@@ -68,6 +68,8 @@ inline constexpr time_t someTime = 1'700'000'000;
 /// One document with a noted frame, scripted answers and a folder for its files.
 class DocumentFixture : public testing::Test {
  protected:
+    explicit DocumentFixture(qint64 hexBlockSize = WorkingCopy::BlockSize) : m_given(hexBlockSize) {}
+
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
     /// A file of those bytes in the folder, at a fixed time.

@@ -17,6 +17,8 @@
 /// A document on the screen, with its hex view and somebody who answers its forms.
 class HexDocumentFixture : public DocumentFixture {
  protected:
+    using DocumentFixture::DocumentFixture;
+
     void SetUp() override {
         m_document.show();
         m_document.activateWindow();

@@ -17,8 +17,7 @@ using documenttest::writeFile;
 /// that change while they are read or written, and events that come in between.
 class HexLoading : public HexDocumentFixture {
  protected:
-    /// More than two blocks of a copy.
-    static constexpr qsizetype severalBlocks = 1'300'000;
+    using HexDocumentFixture::HexDocumentFixture;
 
     static QByteArray bytesOfSize(qsizetype size) {
         QByteArray bytes;
@@ -55,6 +54,21 @@ class HexLoading : public HexDocumentFixture {
     }
 
     QObject m_timers;
+};
+
+/// The same with files of several small blocks, each of which is read and written by itself.
+class HexLoadingInBlocks : public HexLoading {
+ protected:
+    static constexpr qsizetype blockSize = 1'000;
+    static constexpr qsizetype severalBlocks = 7 * blockSize + 300;
+
+    HexLoadingInBlocks() : HexLoading(blockSize) {
+        for (const SystemCall call : {SystemCall::Clone, SystemCall::CopyRange})
+            m_given.hexCalls.fail(call, 0, EOPNOTSUPP);
+    }
+    void failAt(SystemCall call, int fromNow, int error) {
+        m_given.hexCalls.fail(call, m_given.hexCalls.count(call) + fromNow, error);
+    }
 };
 
 TEST_F(HexLoading, FilesAroundTheEdgesOfRowsAndPagesAreShownEditedAndSavedWhole) {
@@ -131,7 +145,7 @@ TEST_F(HexLoading, AFailedLoadLeavesTheFieldsOfTheFileBefore) {
     EXPECT_FALSE(m_document.isNew);
 }
 
-TEST_F(HexLoading, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
+TEST_F(HexLoadingInBlocks, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
     const QByteArray bytes = bytesOfSize(severalBlocks);
     const QString file = fileOf(bytes);
     bool grown = false;
@@ -149,12 +163,12 @@ TEST_F(HexLoading, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
     EXPECT_EQ(readFile(file), bytes + "more");
 }
 
-TEST_F(HexLoading, AFileThatShrinksWhileItIsReadIsShownAsFarAsItWent) {
+TEST_F(HexLoadingInBlocks, AFileThatShrinksWhileItIsReadIsShownAsFarAsItWent) {
     const QByteArray bytes = bytesOfSize(severalBlocks);
     const QString file = fileOf(bytes);
     bool cut = false;
     whileYielding([&] {
-        cut = cut || (isLoading() && QFile::resize(file, 600'000));
+        cut = cut || (isLoading() && QFile::resize(file, severalBlocks / 2));
         return cut;
     });
     ASSERT_TRUE(openHex(file));
@@ -165,7 +179,7 @@ TEST_F(HexLoading, AFileThatShrinksWhileItIsReadIsShownAsFarAsItWent) {
     EXPECT_EQ(shown(), bytes.left(320).toHex().toUpper());
 }
 
-TEST_F(HexLoading, AFileThatVanishesWhileItIsReadIsWholeOnTheScreen) {
+TEST_F(HexLoadingInBlocks, AFileThatVanishesWhileItIsReadIsWholeOnTheScreen) {
     const QByteArray bytes = bytesOfSize(severalBlocks);
     const QString file = fileOf(bytes);
     bool gone = false;
@@ -207,9 +221,54 @@ TEST_F(HexLoading, ASaveThatFailsOnTheWayIsToldAndTheBytesCanBeSavedElsewhere) {
     EXPECT_EQ(readFile(file), 'A' + bytes.mid(1));
 }
 
+TEST_F(HexLoadingInBlocks, AReadThatFailsOnTheWayIsToldAndNothingIsLost) {
+    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QString file = fileOf(bytes, QStringLiteral("worn.bin"));
+    failAt(SystemCall::ReadAt, 3, EIO);
+    EXPECT_FALSE(openHex(file));
+    EXPECT_EQ(m_prompts.messages, QStringList(description(EIO)));
+    EXPECT_FALSE(hex().FileOpen());
+    EXPECT_FALSE(hex().findChild<QProgressBar*>()->isVisible());
+    EXPECT_EQ(m_document.filename, QString());
+    EXPECT_TRUE(m_document.isNew);
+    EXPECT_FALSE(QFile::exists(hex().TempFileName()));
+    EXPECT_EQ(readFile(file), bytes);
+    ASSERT_TRUE(openHex(file));
+    EXPECT_EQ(readFile(hex().TempFileName()), bytes);
+    expectUsable();
+}
+
+TEST_F(HexLoadingInBlocks, AReadThatFailsWhileAnotherFileIsShownLeavesThatFileAsItWas) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString before = m_document.filename;
+    const QString file = fileOf(bytesOfSize(severalBlocks), QStringLiteral("worn.bin"));
+    failAt(SystemCall::ReadAt, 2, EIO);
+    EXPECT_FALSE(openHex(file));
+    EXPECT_EQ(m_prompts.messages, QStringList(description(EIO)));
+    EXPECT_EQ(m_document.filename, before);
+    EXPECT_EQ(readFile(before), QByteArray("one"));
+    ASSERT_TRUE(openHex(before));
+    EXPECT_EQ(shown(), QByteArray("6F6E65"));
+}
+
+TEST_F(HexLoadingInBlocks, AReadOfTheCopyThatFailsWhileItIsSavedIsToldAndTheBytesAreSavedByTheNext) {
+    QByteArray bytes = bytesOfSize(severalBlocks);
+    ASSERT_TRUE(openHexOf(bytes));
+    press(QStringLiteral("41"));
+    failAt(SystemCall::ReadAt, 3, EIO);
+    EXPECT_FALSE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("%1\n%2").arg(EIO).arg(description(EIO))));
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(readFile(m_document.filename).size(), bytes.size());
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    bytes[0] = 'A';
+    EXPECT_EQ(readFile(m_document.filename), bytes);
+    EXPECT_FALSE(m_document.isChange);
+}
+
 // Events between the blocks
 
-TEST_F(HexLoading, WhileItLoadsItStaysAndTakesNoByte) {
+TEST_F(HexLoadingInBlocks, WhileItLoadsItStaysAndTakesNoByte) {
     const QByteArray bytes = bytesOfSize(severalBlocks);
     const QString file = fileOf(bytes);
     int looks = 0;
@@ -238,7 +297,7 @@ TEST_F(HexLoading, WhileItLoadsItStaysAndTakesNoByte) {
     EXPECT_TRUE(m_document.close());
 }
 
-TEST_F(HexLoading, AReloadAsTextInBetweenIsTheOneThatCounts) {
+TEST_F(HexLoadingInBlocks, AReloadAsTextInBetweenIsTheOneThatCounts) {
     const QString file = fileOf(bytesOfSize(severalBlocks));
     const QString other = fileOf("other text", QStringLiteral("other.txt"));
     bool opened = false;
@@ -256,7 +315,7 @@ TEST_F(HexLoading, AReloadAsTextInBetweenIsTheOneThatCounts) {
     EXPECT_TRUE(m_document.isChange);
 }
 
-TEST_F(HexLoading, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
+TEST_F(HexLoadingInBlocks, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     document->show();
     const QString file = fileOf(bytesOfSize(severalBlocks));
@@ -271,7 +330,7 @@ TEST_F(HexLoading, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
     EXPECT_TRUE(m_host.calls.isEmpty());
 }
 
-TEST_F(HexLoading, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
+TEST_F(HexLoadingInBlocks, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
     QByteArray bytes = bytesOfSize(severalBlocks);
     ASSERT_TRUE(openHexOf(bytes));
     const QString file = m_document.filename;
@@ -298,7 +357,7 @@ TEST_F(HexLoading, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
     EXPECT_FALSE(m_document.isChange);
 }
 
-TEST_F(HexLoading, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {
+TEST_F(HexLoadingInBlocks, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {
     const QByteArray bytes = bytesOfSize(severalBlocks);
     auto* document = new frmDocument(&m_host, m_services);
     const QString file = fileOf(bytes);

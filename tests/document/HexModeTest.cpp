@@ -267,6 +267,32 @@ TEST_F(HexMode, CopyTakesTheByteOfThePaneInUse) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("o"));
 }
 
+TEST_F(HexMode, WhatLiesOutsideOfItIsAskedOfTheFrame) {
+    QSignalSpy properties(&m_document, &frmDocument::PropertiesRequest);
+    QSignalSpy calculator(&m_document, &frmDocument::CalculatorRequest);
+    QSignalSpy language(&m_document, &frmDocument::LanguageRequest);
+    ASSERT_TRUE(openHexOf("one"));
+    hex().cmdProperties();
+    ASSERT_EQ(properties.count(), 1);
+    EXPECT_EQ(properties[0][0].toString(), QString());
+    EXPECT_EQ(calculator.count() + language.count(), 0);
+    hex().cmdCalculator();
+    EXPECT_EQ(calculator.count(), 1);
+    hex().cmdLanguage();
+    EXPECT_EQ(language.count(), 1);
+}
+
+TEST_F(HexMode, NobodyGivesTheNameForASaveOfItsOwn) {
+    ASSERT_TRUE(openHexOf("one"));
+    EXPECT_EQ(hex().SaveAsName(), QString());
+    press(QStringLiteral("41"));
+    hex().cmdSaveAs();
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
+    ASSERT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(hex().SaveAsName(), QString());
+}
+
 TEST_F(HexMode, TheSpellingCheckIsRefused) {
     m_document.Spelling();
     EXPECT_TRUE(m_prompts.messages.isEmpty());

@@ -15,11 +15,15 @@ struct Told {
         int child;
     };
     static inline std::vector<Event> events;
+    static inline int ofNoCell = 0;  ///< events of cells that nobody could ask for
 
     Told() {
         events.clear();
+        ofNoCell = 0;
         GridAccessible::tellThrough([](QAccessibleEvent* event) {
             events.push_back({event->type(), event->object(), event->child()});
+            if (event->child() >= QAccessible::queryAccessibleInterface(event->object())->childCount())
+                ++ofNoCell;
         });
     }
     ~Told() { GridAccessible::tellThrough(nullptr); }
@@ -169,4 +173,24 @@ TEST_F(PanesForReaders, TellOfATypedByte) {
     EXPECT_EQ(Told::last(QAccessible::NameChanged, pane(1)), 2);
     EXPECT_EQ(Told::last(QAccessible::ValueChanged, pane(2)), 2);
     EXPECT_FALSE(Told::has(QAccessible::TableModelChanged, pane(1)));
+}
+
+TEST_F(PanesForReaders, TellOfNoCellThatIsNotThere) {
+    open(someBytes(640));
+    const Told told;
+    for (const int number : {1, 2}) {
+        pane(number)->setFocus();
+        m_hex->MoveFirstPage();
+        QTest::mouseClick(pane(number), Qt::LeftButton, {}, pane(number)->cellRect({19, 12}).center());
+        m_hex->MoveLastPage();
+        m_hex->gotoPage(3);
+        EXPECT_EQ(accessible(number)->childCount(), 32);
+        for (QAccessibleInterface* cell : table(number)->selectedCells())
+            EXPECT_NE(cell, nullptr);
+        EXPECT_EQ(table(number)->selectedCellCount(), table(number)->selectedCells().size());
+        m_hex->MoveFirstPage();
+    }
+    open("abc");
+    EXPECT_EQ(Told::ofNoCell, 0);
+    EXPECT_FALSE(Told::events.empty());
 }

@@ -423,7 +423,7 @@ TEST_F(APane, PassesKeysClicksAndFocusOn) {
 
 TEST_F(APane, TellsWhatWasTyped) {
     QString all;
-    QObject::connect(&m_pane, &GridPane::typed, [&](const QString& text) { all += text; });
+    QObject::connect(&m_pane, &GridPane::typed, [&](const QString& text, bool*) { all += text; });
     QTest::keyClicks(&m_pane, u"aB"_qs);
     QTest::keyClick(&m_pane, Qt::Key_Return);
     QTest::keyClick(&m_pane, Qt::Key_Backspace);

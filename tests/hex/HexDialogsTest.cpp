@@ -140,6 +140,34 @@ TEST_F(HexForms, FillABlockWithAByte) {
     EXPECT_EQ(workingBytes().left(10), someBytes(10));
 }
 
+TEST_F(HexForms, CarryTheirAnswerOnTheirFirstLabel) {
+    struct Case {
+        void (ucHex::*open)();
+        const char* label;
+        QStringList filled;
+    };
+    open(someBytes(400));
+    const Case cases[] = {{&ucHex::cmdGoOffset, "Label1", {u"Text1"_qs}},
+                          {&ucHex::cmdGoPage, "Label1", {u"Text1"_qs}},
+                          {&ucHex::SelectBlock, "Label1(0)", {u"Text1"_qs, u"Text2"_qs}}};
+    for (const Case& one : cases) {
+        for (const auto& [button, answer] :
+             {std::pair(u"Command1"_qs, u"OK"_qs), std::pair(u"Command2"_qs, u"CANCEL"_qs)}) {
+            whileOpen([&, pressed = button, expected = answer](const QDialog* form) {
+                for (const QString& name : one.filled)
+                    set(form, name, u"1"_qs);
+                const auto* label = form->findChild<QLabel*>(QString::fromLatin1(one.label));
+                ASSERT_NE(label, nullptr) << one.label;
+                EXPECT_FALSE(label->property("Tag").isValid());
+                click(form, pressed);
+                EXPECT_EQ(label->property("Tag").toString(), expected);
+                EXPECT_EQ(form->property("Tag").toString(), expected);
+            });
+            (m_hex.get()->*one.open)();
+        }
+    }
+}
+
 TEST_F(HexForms, OpenNothingWithoutAFile) {
     m_hex->cmdGoOffset();
     m_hex->cmdGoPage();

@@ -8,6 +8,7 @@
 #include "hex/OffsetPane.h"
 #include "hex/ucHex.h"
 #include "settings/Options.h"
+#include "support/FailingFileSystem.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QApplication>
@@ -112,5 +113,7 @@ class HexFixture : public testing::Test {
     ScriptedPrompts m_prompts;
     Options m_options;
     HexFindState m_findState;
-    std::unique_ptr<ucHex> m_hex = std::make_unique<ucHex>(m_prompts, m_options, m_findState);
+    FailingFileSystem m_calls;
+    std::unique_ptr<ucHex> m_hex =
+        std::make_unique<ucHex>(m_prompts, m_options, m_findState, nullptr, HexStorage{.calls = m_calls});
 };

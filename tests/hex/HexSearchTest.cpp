@@ -236,19 +236,19 @@ TEST_F(Searching, CountsAMatchOncePerBlockThatHoldsIt) {
 
 TEST_F(Searching, ReplacesInPlaceAndPastAShorterMatch) {
     m_file.bytes = "ab..ab..ab";
-    EXPECT_EQ(HexSearch(m_file, 100).replaceAll(sequence("ab"), "xyz"), 3);
+    EXPECT_EQ(HexSearch(m_file, 100).replaceAll(sequence("ab"), "xyz").matches, 3);
     EXPECT_EQ(m_file.bytes, "xyz.xyz.xy");
 }
 
 TEST_F(Searching, TakesLaterMatchesOfABlockFromItsOldBytes) {
     m_file.bytes = "abab....";
-    EXPECT_EQ(HexSearch(m_file, Block).replaceAll(sequence("ab"), "xyz"), 2);
+    EXPECT_EQ(HexSearch(m_file, Block).replaceAll(sequence("ab"), "xyz").matches, 2);
     EXPECT_EQ(m_file.bytes, "xyxyz...");
 }
 
 TEST_F(Searching, ReplacesNothingWhenNothingIsFound) {
     m_file.bytes = "abab";
-    EXPECT_EQ(HexSearch(m_file, Block).replaceAll(sequence("x"), "y"), 0);
+    EXPECT_EQ(HexSearch(m_file, Block).replaceAll(sequence("x"), "y").matches, 0);
     EXPECT_EQ(m_file.bytes, "abab");
 }
 

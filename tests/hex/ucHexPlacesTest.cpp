@@ -169,6 +169,19 @@ TEST_F(HexMarks, AreVisitedInTheOrderOfTheList) {
     EXPECT_EQ(cursor(), 501);
 }
 
+TEST_F(HexMarks, MoveThePaneOfDigitsAloneWhenTheOtherIsInUse) {
+    open(someBytes(1000));
+    m_hex->AddBookMark(u"1FF"_qs, u"511"_qs, false);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    m_hex->cmdFirstBookmark();
+    EXPECT_EQ(pointer(), 497);
+    EXPECT_EQ(grid(1)->cell(), (HexCell{0, 15}));
+    EXPECT_EQ(grid(2)->cell(), (HexCell{0, 1}));
+    EXPECT_EQ(info(3), u"497"_qs);
+    EXPECT_TRUE(pane(2)->hasFocus());
+}
+
 TEST_F(HexMarks, AreRemovedOneOrAllWithoutMovingTheView) {
     open(someBytes(1000));
     for (const int offset : {1, 2, 3})

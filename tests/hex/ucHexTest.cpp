@@ -416,6 +416,22 @@ TEST_F(TypingInHex, IsRefusedWhileLockedOrCtrlIsDown) {
     EXPECT_EQ(workingBytes(), "\xCC" + someBytes(40).mid(1));
 }
 
+TEST_F(TypingInHex, LeavesAKeyThatIsRefusedAsItCame) {
+    open(someBytes(40));
+    const auto isTaken = [this](int number, const QString& text, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QKeyEvent event(QEvent::KeyPress, Qt::Key_A, modifiers, text);
+        QApplication::sendEvent(pane(number), &event);
+        return event.isAccepted();
+    };
+    for (const int number : {1, 2}) {
+        m_hex->setLocked(true);
+        EXPECT_FALSE(isTaken(number, u"a"_qs));
+        m_hex->setLocked(false);
+        EXPECT_FALSE(isTaken(number, u"\u0001"_qs, Qt::ControlModifier));
+        EXPECT_TRUE(isTaken(number, u"z"_qs));
+    }
+}
+
 TEST_F(TypingInHex, IsTakenBackThirtyOneTimes) {
     open(QByteArray(40, '\0'));
     for (int i = 1; i <= 32; ++i) {
@@ -600,6 +616,17 @@ TEST_F(TheHexView, LeavesTheLabelsBelowWhereTheyAre) {
         const auto* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
         EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << number;
     }
+}
+
+TEST_F(TheHexView, TakesTheCursorOfThePaneInUseBackToAByteToo) {
+    open(someBytes(1000));
+    press(Qt::Key_Tab);
+    QTest::mouseClick(pane(2), Qt::LeftButton, {}, pane(2)->cellRect({19, 12}).center());
+    ASSERT_EQ(grid(2)->cell(), (HexCell{19, 12}));
+    scroll(u"MoveLastPage"_qs);
+    for (const int number : {1, 2})
+        EXPECT_EQ(grid(number)->cell(), (HexCell{19, 7})) << number;
+    EXPECT_EQ(info(3), u"999"_qs);
 }
 
 TEST_F(TheHexView, HoldsOneRowMoreThanItShows) {

@@ -83,6 +83,8 @@ class NotedRooms : public RoomsToCome {
     void OpenProject(const QString& path) override { note(QStringLiteral("OpenProject ") + path); }
     void ShowSearchInFiles(const QString& text) override { note(QStringLiteral("ShowSearchInFiles ") + text); }
     void ShowProperties() override { note(QStringLiteral("ShowProperties")); }
+    void ShowFileProperties(const QString& path) override { note(QStringLiteral("ShowFileProperties ") + path); }
+    void ChooseLanguage() override { note(QStringLiteral("ChooseLanguage")); }
     bool isExplorerVisible() override { return explorer.visible; }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }

@@ -10,6 +10,7 @@
 #include "shell/SystemClose.h"
 
 #include <QDialog>
+#include <QMenuBar>
 #include <QTimer>
 
 /// Documents in hex mode, as the frame holds them.
@@ -317,6 +318,49 @@ TEST_F(HexDocuments, ExitChosenWhileBytesAreSavedRunsWhenTheyAre) {
     EXPECT_EQ(bytesOf(file).size(), severalBlocks);
     EXPECT_EQ(bytesOf(file).at(0), 'A');
     EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(HexDocuments, WhatTheyAskForOutsideGoesToTheRoomOfIt) {
+    start();
+    open(binary());
+    m_rooms.take();
+    hex().cmdProperties();
+    hex().cmdLanguage();
+    EXPECT_EQ(m_rooms.take(), QStringList({QStringLiteral("ShowFileProperties "), QStringLiteral("ChooseLanguage")}));
+    QTemporaryDir programs;
+    QFile program(programs.filePath(QStringLiteral("xcalc")));
+    ASSERT_TRUE(program.open(QIODevice::WriteOnly));
+    program.write("#!/bin/sh\n/usr/bin/touch '" + QFile::encodeName(programs.path()) + "/started'\n");
+    program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    program.close();
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(programs.path()));
+    hex().cmdCalculator();
+    qputenv("PATH", before);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(programs.filePath(QStringLiteral("started"))); }, 20'000));
+}
+
+TEST_F(HexDocuments, ArrangingTheWindowsLeavesTheKeyboardInTheBytes) {
+    start();
+    m_frame->activateWindow();
+    open(fileOf("text"));
+    open(binary(QStringLiteral("b.bin")));
+    open(binary());
+    parts().children->maximise(active());
+    QApplication::processEvents();
+    for (const char* command : {"mnuWindowCascade", "mnuWindowTileHorizontal", "mnuWindowTileVertical"}) {
+        for (const bool fromMenu : {false, true}) {
+            active()->setFocus();
+            ASSERT_EQ(m_frame->focusWidget(), &pane());
+            if (fromMenu)
+                m_frame->menuBar()->setFocus(Qt::MenuBarFocusReason);
+            run(command);
+            QApplication::processEvents();
+            EXPECT_EQ(m_frame->focusWidget(), &pane()) << command << fromMenu;
+            parts().children->maximise(active());
+            EXPECT_EQ(m_frame->focusWidget(), &pane()) << command << fromMenu;
+        }
+    }
 }
 
 // The Tools menu
