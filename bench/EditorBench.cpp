@@ -269,6 +269,7 @@ BENCHMARK(indentLines)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTi
 BENCHMARK(trimLines)->Arg(250'000)->Arg(500'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond)->UseRealTime();
 QUILLMARK_BENCH(save, lines_1GB, 1000, '\n')->Iterations(3);
 QUILLMARK_BENCH(save, one_line_100MB, 100, ' ');
+QUILLMARK_BENCH(findAll, lines_20MB, 20, '\n', "compute");
 QUILLMARK_BENCH(findAll, lines_200MB, 200, '\n', "compute");
 QUILLMARK_BENCH(findAll, lines_not_ascii_200MB, 200, '\n', "größe");
 QUILLMARK_BENCH(findAll, one_line_100MB, 100, ' ', "compute");

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,hex] [--runs N] [--without-others] [--quick]
+usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,search,hex] [--runs N] [--without-others]
+              [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
 display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
@@ -15,7 +16,11 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          no thread of the program was at work or waited for the disk. Against it: cp of the same file to a new name and
          fsync of the copy. They take turns.
   lines  a million lines of 20 to 90 letters: from the command until they stand sorted in the control, against sort of the
-         same file with LC_ALL=C, in turn; and until their trailing blanks are gone. From inside, by EditorBench.
+         same file with LC_ALL=C, in turn; and until their trailing blanks are gone, of half of them and of all. From
+         inside, by EditorBench.
+  search all matches of a word with the list of them against grep -o and wc -l over the same file, of a tenth of it and of
+         all; a million matches replaced against sed; and a step of the caret with all that is told of it in 1 GB against
+         an empty text. From inside, by EditorBench, editor and yardstick in turn.
   hex    the byte view over 1 GB beside cp, cp with fsync, grep and a bare search by blocks; the next page from the key
          until it is painted; a million matches; memory. From inside, by HexBench.
 
@@ -197,11 +202,17 @@ def writeUnordered(path):
             file.write("".join(chosen.choices(letters, k=chosen.randint(20, 90))) + "  \n")
 
 
-def timesInside(program, lines, name):
-    """Milliseconds of one benchmark over a million lines, a run each."""
-    run = subprocess.run([program, f"--benchmark_filter=^{name}/1000000", "--benchmark_format=json"], check=True,
-                         capture_output=True, env={**os.environ, "QT_QPA_PLATFORM": "offscreen", "QUILLMARK_LINES": lines})
-    return [row["real_time"] for row in json.loads(run.stdout)["benchmarks"]]
+MILLISECONDS = {"ns": 1e-6, "us": 1e-3, "ms": 1, "s": 1000}
+
+
+def timeInside(program, name, **environment):
+    """Milliseconds of one benchmark of EditorBench."""
+    run = subprocess.run([program, f"--benchmark_filter=^{name}(/|$)", "--benchmark_format=json"], check=True,
+                         capture_output=True, env={**os.environ, "QT_QPA_PLATFORM": "offscreen", **environment})
+    rows = json.loads(run.stdout)["benchmarks"]
+    if len(rows) != 1:
+        sys.exit(f"{len(rows)} benchmarks are named {name}")
+    return rows[0]["real_time"] * MILLISECONDS[rows[0]["time_unit"]]
 
 
 def timeOfSort(source, target):
@@ -213,18 +224,41 @@ def timeOfSort(source, target):
 def benchLines(bench, inside, quick):
     source, target = Path(bench.scratch, "unordered.txt"), Path(bench.scratch, "ordered.txt")
     writeUnordered(source)
-    plain, own, trims = [], [], []
+    plain, own, half, trims = [], [], [], []
     for _ in range(1 if quick else 5):
         plain.append(timeOfSort(source, target))
-        own += timesInside(inside, str(source), "sortLines")
-        trims += timesInside(inside, str(source), "trimLines")
+        own.append(timeInside(inside, "sortLines/1000000", QUILLMARK_LINES=str(source)))
+        half.append(timeInside(inside, "trimLines/500000"))
+        trims.append(timeInside(inside, "trimLines/1000000", QUILLMARK_LINES=str(source)))
     for path in (source, target):
         path.unlink()
     base = statistics.median(plain)
     bench.say("", "A million lines: seconds, median (range)", "", "| | s | against sort |", "|---|---|---|",
               f"| sort with LC_ALL=C | {spread(plain, 1000, 2)} | 1 |",
               f"| {OWN}: sort ascending | {spread(own, 1000, 2)} | {statistics.median(own) / base:.2f} |",
-              f"| {OWN}: trim | {spread(trims, 1000, 2)} | |")
+              f"| {OWN}: trim | {spread(trims, 1000, 2)} | |",
+              f"| {OWN}: trim of half as many | {spread(half, 1000, 2)} | |")
+
+
+# What is measured, by the name of its benchmark, and the benchmark to hold it against.
+SEARCHES = [("all matches in 200 MB, with their list", "findAll/lines_200MB", "grep/lines_200MB", "grep -o and wc -l"),
+            ("all matches in 20 MB, with their list", "findAll/lines_20MB", "findAll/lines_200MB", "200 MB"),
+            ("a million matches replaced", "replaceAll/lines_60MB", "sed/lines_60MB", "sed"),
+            ("a million matches replaced in one line", "replaceAll/one_line_60MB", "sed/lines_60MB", "sed"),
+            ("a step of the caret in 1 GB", "step/lines_1GB", "step/empty", "an empty text")]
+
+
+def benchSearch(bench, inside, quick):
+    names = list(dict.fromkeys(name for _, own, base, _ in SEARCHES for name in (own, base)))
+    taken = {name: [] for name in names}
+    for _ in range(1 if quick else 5):
+        for name in names:
+            taken[name].append(timeInside(inside, name, LC_ALL="C"))
+    bench.say("", "Searching: milliseconds, median (range)", "", "| | ms | against | ms | times |", "|---|---|---|---|---|")
+    for title, own, base, against in SEARCHES:
+        ratio = statistics.median(taken[own]) / statistics.median(taken[base])
+        bench.say(f"| {OWN}: {title} | {spread(taken[own], 1, 3 if 'step' in own else 0)} | {against} "
+                  f"| {spread(taken[base], 1, 3 if 'step' in base else 0)} | {ratio:.2f} |")
 
 
 def benchHex(bench, inside):
@@ -251,7 +285,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,open,save,lines,hex")
+    parser.add_argument("--only", default="start,open,save,lines,search,hex")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -281,6 +315,8 @@ def main():
             benchSave(bench, [own], wanted.quick)
         if "lines" in wanted.only:
             benchLines(bench, str(build / "bench" / "EditorBench"), wanted.quick)
+        if "search" in wanted.only:
+            benchSearch(bench, str(build / "bench" / "EditorBench"), wanted.quick)
         if "hex" in wanted.only:
             benchHex(bench, str(build / "bench" / "HexBench"))
         wanted.table.parent.mkdir(parents=True, exist_ok=True)

@@ -35,8 +35,8 @@ struct Replacements;
 
 /// The editing control: text with undo, selection, change events, loading and saving, over Scintilla. Whoever places it
 /// owns it. Lines and columns count from 0 here; positions and lengths are UTF-16 units from the start of the text, a
-/// line end of CR LF counting two. It yields only while it plays a macro that takes long, and then is no other's to
-/// load or to type into.
+/// line end of CR LF counting two. It yields while it plays a macro that takes long, and then is no other's to load or
+/// to type into; and while a search takes long, if its watch does.
 ///
 /// Inside, every text is UTF-8. Lines above a stated length are held in pieces; no position, line number or text that
 /// leaves this class knows of the joints.
@@ -165,6 +165,12 @@ class CodeMax : public QsciScintillaBase {
     /// The text or the selection in rich text, with its colours.
     QByteArray TextRTF() const;
     QByteArray SelRTF() const;
+    /// Take the plain text of rich text. What is none leaves the text as it is: false, and CommandFailed.
+    bool setTextRTF(const QString& rtf);
+    bool setSelRTF(const QString& rtf);
+    /// Pictures for the left margin: the first stands at bookmarks in place of their sign. None: the sign.
+    QList<QPixmap> hImageList() const { return m_options.images; }
+    void setHImageList(const QList<QPixmap>& images);
     /// The one highlighted line, -1 for none. A colour that adapts is one for dark text on light ground, turned into
     /// its like where the ground is dark; any other is shown as it is.
     enum class HighlightColour { AsItIs, Adapts };
@@ -219,6 +225,10 @@ class CodeMax : public QsciScintillaBase {
     void setReplacementText(const QString& text) { m_search.replacement = text; }
     /// What was searched for by all controls, newest first, divided by line feeds.
     static QString FindHistory();
+
+    /// Asked every 20 ms while a search goes on; false stops it. It may yield: the search ends by itself when the text
+    /// was changed meanwhile, and does not touch a control that is gone.
+    void setSearchWatch(std::function<bool()> goesOn) { m_searchWatch = std::move(goesOn); }
 
     SearchOutcome findNext();
     SearchOutcome findPrevious();
@@ -373,6 +383,7 @@ class CodeMax : public QsciScintillaBase {
     bool numbersAreTexts() const;
     void applyTabs();
     void applyLeftMargin();
+    void showBookmarkSign();
     static QColor ViewOptions::*elementMember(Element element);
     TokenLooks looks() const;
     TokenLook textLook() const;
@@ -393,16 +404,22 @@ class CodeMax : public QsciScintillaBase {
     void changeSearch(Value& part, const Value& value);
     std::shared_ptr<const SearchPattern> patternToFind();
     std::shared_ptr<const SearchPattern> notedPattern();
+    SearchOutcome findNoted(bool backwards);
     SearchOutcome find(bool backwards);
     SearchOutcome findOnward(const SearchPattern& pattern);
     SearchOutcome findBackward(const SearchPattern& pattern);
-    SearchOutcome findTypedBackward(const SearchPattern& pattern, bool alsoHere);
+    template <typename Rule>
+    SearchOutcome findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere);
     void placeBottomBar();
     SearchOutcome outcomeOf(const std::optional<TextMatch>& match, bool wrapped);
     SearchOutcome fail(const SearchError& error = {});
     bool isEmptyMatchTaken(const TextMatch& match) const;
     void selectMatch(const TextMatch& match);
     void replaceMatch(const MatchScan& scan);
+    MatchScan::Watch watchOfSearch() const;
+    std::unique_ptr<MatchScan> foundOnward(const SearchPattern& pattern, bool& wrapped, SearchError& error);
+    std::shared_ptr<const SearchPattern> patternToReplace();
+    bool isSelected(const TextMatch& match) const;
     MatchPlace placeOf(const TextMatch& match) const;
     bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
     void apply(const Replacements& found, const ReplaceWatch& watch);
@@ -430,6 +447,7 @@ class CodeMax : public QsciScintillaBase {
     int m_eolMode = SC_EOL_LF;
 
     SearchState m_search;
+    std::function<bool()> m_searchWatch;
     quint64 m_changes = 0;
     QWidget* m_bottomBar = nullptr;
 

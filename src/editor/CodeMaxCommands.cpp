@@ -4,6 +4,8 @@
 #include "editor/ControlCommands.h"
 #include "editor/EditScope.h"
 
+#include <QPointer>
+
 #include <algorithm>
 #include <utility>
 
@@ -22,8 +24,12 @@ void CodeMax::ExecuteCmd(int number, const QString& argument) {
     m_typing = false;
     const bool leavesCount = row->kind == Kind::Sets || row->kind == Kind::Asks;
     const int times = leavesCount ? 1 : takeRepeatCount();
-    for (int done = 0; done < times; ++done)
+    const QPointer<CodeMax> alive(this);
+    for (int done = 0; done < times && !(row->kind == Kind::Searches && m_failed); ++done) {
         row->run(*this, argument);
+        if (!alive)
+            return;
+    }
     noteCommand(number, argument, times);
 }
 

@@ -52,6 +52,7 @@ void CodeMax::takeLoaded(LoadedText loaded) {
     m_forcedLock = m_map.joints().kind() == JointKind::Listed;
     m_typing = false;
     m_changed = false;
+    m_grouped = false;  // the group was one of the text that went
     ++m_changes;
     applyDocumentState();
     send(SCI_SETSCROLLWIDTH, 1);

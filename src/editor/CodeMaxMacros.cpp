@@ -141,12 +141,12 @@ void CodeMax::playMacro(int n) {
     QString warning;
     {
         MacroPlayer player(*this, *m_globals);
-        EditScope scope(*this, EditScope::Grouped);
+        const EditScope scope(*this, EditScope::Grouped);
         m_typing = false;
         m_player = &player;
         player.play(n, times);
         if (!player.controlLives())
-            return scope.abandon();
+            return;
         m_player = nullptr;
         m_repeatCount = 1;
         noteCommand(ControlCommands::MacroBase + n, {}, times);

@@ -6,6 +6,7 @@
 #include "editor/KeptBookmarks.h"
 #include "editor/LanguageIndent.h"
 #include "editor/Margins.h"
+#include "editor/RtfReader.h"
 #include "editor/RtfWriter.h"
 #include "editor/ViewColours.h"
 
@@ -43,6 +44,18 @@ void CodeMax::applyLeftMargin() {
     const QColor shown = own.isValid() ? own : ViewColours::blended(baseColour(), text, 5);
     send(SCI_SETMARGINBACKN, Margins::Bookmarks, ViewColours::number(shown));
     send(SCI_SETMARGINWIDTHN, Margins::Bookmarks, m_options.leftMargin ? Margins::BookmarksWidth : 0);
+}
+
+void CodeMax::setHImageList(const QList<QPixmap>& images) {
+    m_options.images = images;
+    showBookmarkSign();
+}
+
+void CodeMax::showBookmarkSign() {
+    if (m_options.images.isEmpty())
+        send(SCI_MARKERDEFINE, Markers::Bookmark, SC_MARK_BOOKMARK);
+    else
+        SendScintilla(SCI_MARKERDEFINEPIXMAP, static_cast<unsigned long>(Markers::Bookmark), m_options.images.first());
 }
 
 QColor CodeMax::baseColour() const {
@@ -229,6 +242,24 @@ QByteArray CodeMax::TextRTF() const {
 QByteArray CodeMax::SelRTF() const {
     const auto [anchor, caret] = selection();
     return richText(std::min(anchor, caret), std::max(anchor, caret));
+}
+
+bool CodeMax::setTextRTF(const QString& rtf) {
+    const std::optional<QString> text = plainTextOfRtf(rtf);
+    if (text)
+        setText(QString::fromUtf8(withOwnLineEnds(*text)));
+    else
+        Q_EMIT CommandFailed();
+    return text.has_value();
+}
+
+bool CodeMax::setSelRTF(const QString& rtf) {
+    const std::optional<QString> text = plainTextOfRtf(rtf);
+    if (text)
+        setSelText(QString::fromUtf8(withOwnLineEnds(*text)));
+    else
+        Q_EMIT CommandFailed();
+    return text.has_value();
 }
 
 QByteArray CodeMax::richText(qint64 from, qint64 to) const {

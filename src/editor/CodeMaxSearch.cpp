@@ -4,10 +4,12 @@
 #include "editor/CodeMax.h"
 #include "editor/ControlCommands.h"
 #include "editor/EditScope.h"
+#include "editor/MacroPlayer.h"
 #include "editor/Replacement.h"
 #include "editor/SearchHistory.h"
 #include "editor/TextSearch.h"
 #include "editor/Unrecorded.h"
+#include "platform/YieldPace.h"
 
 #include <QPointer>
 
@@ -117,18 +119,20 @@ SearchOutcome CodeMax::outcomeOf(const std::optional<TextMatch>& match, bool wra
 }
 
 SearchOutcome CodeMax::findNext() {
-    const EditScope scope(*this);
-    SearchHistory::ofFinds().add(m_search.text);
-    const SearchOutcome outcome = find(false);
-    noteCommand(ControlCommands::FindNext, {}, 1);
-    return outcome;
+    return findNoted(false);
 }
 
 SearchOutcome CodeMax::findPrevious() {
+    return findNoted(true);
+}
+
+SearchOutcome CodeMax::findNoted(bool backwards) {
+    const QPointer<CodeMax> alive(this);
     const EditScope scope(*this);
     SearchHistory::ofFinds().add(m_search.text);
-    const SearchOutcome outcome = find(true);
-    noteCommand(ControlCommands::FindPrevious, {}, 1);
+    const SearchOutcome outcome = find(backwards);
+    if (alive)
+        noteCommand(backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext, {}, 1);
     return outcome;
 }
 
@@ -137,7 +141,7 @@ SearchOutcome CodeMax::findTyped(bool backwards, bool alsoHere) {
     const auto pattern = patternToFind();
     if (!pattern)
         return fail();
-    return backwards ? findTypedBackward(*pattern, alsoHere) : findOnward(*pattern);
+    return backwards ? findLast(lastMatchBegunBefore, *pattern, alsoHere) : findOnward(*pattern);
 }
 
 SearchOutcome CodeMax::find(bool backwards) {
@@ -155,43 +159,68 @@ std::shared_ptr<const SearchPattern> CodeMax::patternToFind() {
     return pattern;
 }
 
+/// While a macro is played it is the player that is asked.
+MatchScan::Watch CodeMax::watchOfSearch() const {
+    std::function<bool()> asked = m_searchWatch;
+    if (m_player != nullptr)
+        asked = [player = m_player] { return player->goesOn(); };
+    if (!asked)
+        return {};
+    const QPointer<const CodeMax> alive(this);
+    return [alive, asked, changes = m_changes, pace = YieldPace()]() mutable {
+        return !pace.due() || (asked() && alive && alive->m_changes == changes);
+    };
+}
+
+/// The next match behind the selection, else the first of the text; null with or without an error. With one, the
+/// control may be gone.
+std::unique_ptr<MatchScan> CodeMax::foundOnward(const SearchPattern& pattern, bool& wrapped, SearchError& error) {
+    auto scan = std::make_unique<MatchScan>(pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
+    scan->watchedBy(watchOfSearch());
+    if (scan->next() && (!isEmptyMatchTaken(scan->match()) || scan->next()))
+        return scan;
+    error = scan->error();
+    if (error)
+        return nullptr;
+    wrapped = true;
+    scan = std::make_unique<MatchScan>(pattern, m_text, m_map, 0);
+    scan->watchedBy(watchOfSearch());
+    if (scan->next())
+        return scan;
+    error = scan->error();
+    return nullptr;
+}
+
 SearchOutcome CodeMax::findOnward(const SearchPattern& pattern) {
-    MatchScan onward(pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
-    bool found = onward.next();
-    if (found && isEmptyMatchTaken(onward.match()))
-        found = onward.next();
-    if (found)
-        return outcomeOf(onward.match(), false);
-    if (onward.error())
-        return fail(onward.error());
-    MatchScan again(pattern, m_text, m_map, 0);
-    if (again.next())
-        return outcomeOf(again.match(), true);
-    return fail(again.error());
+    const QPointer<CodeMax> alive(this);
+    bool wrapped = false;
+    SearchError error;
+    const auto found = foundOnward(pattern, wrapped, error);
+    if (!alive)
+        return SearchOutcome::Failed;
+    return found ? outcomeOf(found->match(), wrapped) : fail(error);
 }
 
 SearchOutcome CodeMax::findBackward(const SearchPattern& pattern) {
     const qint64 from = send(SCI_GETSELECTIONSTART);
     const bool nothingSelected = from == send(SCI_GETSELECTIONEND);
-    const bool emptyHere = nothingSelected && !isEmptyMatchTaken({from, from});
-    SearchError error;
-    const auto before = lastMatchBefore(pattern, m_text, m_map, from, emptyHere, error);
-    if (before)
-        return outcomeOf(before, false);
-    if (error)
-        return fail(error);
-    const auto last = lastMatchBefore(pattern, m_text, m_map, m_text.length(), true, error);
-    return last ? outcomeOf(last, true) : fail(error);
+    return findLast(lastMatchBefore, pattern, nothingSelected && !isEmptyMatchTaken({from, from}));
 }
 
-SearchOutcome CodeMax::findTypedBackward(const SearchPattern& pattern, bool alsoHere) {
+/// The last match in front of the selection, as the one or the other rule takes it, else the last of the text.
+template <typename Rule>
+SearchOutcome CodeMax::findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere) {
+    const QPointer<CodeMax> alive(this);
     SearchError error;
-    const qint64 from = send(SCI_GETSELECTIONSTART);
-    const auto before = lastMatchBegunBefore(pattern, m_text, m_map, from, alsoHere, error);
-    if (before || error)
-        return before ? outcomeOf(before, false) : fail(error);
-    const auto last = lastMatchBegunBefore(pattern, m_text, m_map, m_text.length(), true, error);
-    return last ? outcomeOf(last, true) : fail(error);
+    bool wrapped = false;
+    auto found = lastMatch(pattern, m_text, m_map, send(SCI_GETSELECTIONSTART), alsoHere, error, watchOfSearch());
+    if (!found && !error) {
+        wrapped = true;
+        found = lastMatch(pattern, m_text, m_map, m_text.length(), true, error, watchOfSearch());
+    }
+    if (!alive)
+        return SearchOutcome::Failed;
+    return error ? fail(error) : outcomeOf(found, wrapped);
 }
 
 /// Puts the replacement in place of the scan's match and selects it.
@@ -207,49 +236,65 @@ void CodeMax::replaceMatch(const MatchScan& scan) {
     SearchHistory::ofReplacements().add(m_search.replacement);
 }
 
+/// What a replacement begins with: the pattern, or null when it has been told why there is none to be made.
+std::shared_ptr<const SearchPattern> CodeMax::patternToReplace() {
+    auto pattern = notedPattern();
+    if (pattern && !Locked())
+        return pattern;
+    fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+    return nullptr;
+}
+
 SearchOutcome CodeMax::replaceNext() {
+    const QPointer<CodeMax> alive(this);
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = notedPattern();
+    const auto pattern = patternToReplace();
     if (!pattern)
-        return fail();
-    if (Locked())
-        return fail({tr("The text is locked."), -1});
-    MatchScan onward(*pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
-    bool found = onward.next();
-    if (found && isEmptyMatchTaken(onward.match()))
-        found = onward.next();
-    if (found) {
-        replaceMatch(onward);
-        noteCommand(ControlCommands::ReplaceNext, {}, 1);
-        return SearchOutcome::Found;
-    }
-    MatchScan again(*pattern, m_text, m_map, 0);
-    if (onward.error() || !again.next())
-        return fail(onward.error() ? onward.error() : again.error());
-    replaceMatch(again);
+        return SearchOutcome::Failed;
+    bool wrapped = false;
+    SearchError error;
+    const auto found = foundOnward(*pattern, wrapped, error);
+    if (!alive)
+        return SearchOutcome::Failed;
+    if (!found || Locked())
+        return fail(error);
+    replaceMatch(*found);
     noteCommand(ControlCommands::ReplaceNext, {}, 1);
+    if (!wrapped)
+        return SearchOutcome::Found;
     Q_EMIT FindWrapped();
     return SearchOutcome::Wrapped;
 }
 
+/// Joints at the ends of a match lie outside of it, so places are compared and not bytes.
+bool CodeMax::isSelected(const TextMatch& match) const {
+    const bool nothingSelected = send(SCI_GETSELECTIONEMPTY) != 0;
+    return m_map.positionOf(match.from) == SelStart() && m_map.positionOf(match.to) == SelEnd() &&
+           (!nothingSelected || isEmptyMatchTaken(match));
+}
+
 SearchOutcome CodeMax::replaceSelectedMatch() {
+    const QPointer<CodeMax> alive(this);
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = notedPattern();
+    const auto pattern = patternToReplace();
     if (!pattern)
-        return fail();
-    if (Locked())
-        return fail({tr("The text is locked."), -1});
+        return SearchOutcome::Failed;
     MatchScan here(*pattern, m_text, m_map, send(SCI_GETSELECTIONSTART));
     here.stopBehind(send(SCI_GETSELECTIONEND));
-    const bool nothingSelected = send(SCI_GETSELECTIONEMPTY) != 0;
-    if (here.next() && m_map.positionOf(here.match().from) == SelStart() &&
-        m_map.positionOf(here.match().to) == SelEnd() && (!nothingSelected || isEmptyMatchTaken(here.match()))) {
+    here.watchedBy(watchOfSearch());
+    const bool found = here.next();
+    if (!alive)
+        return SearchOutcome::Failed;
+    if (here.error())
+        return fail(here.error());
+    if (found && isSelected(here.match())) {
         replaceMatch(here);
         if (here.match().empty())
             setSelectionBytes(send(SCI_GETSELECTIONEND), send(SCI_GETSELECTIONEND));
     }
     const SearchOutcome outcome = findNext();
-    noteCommand(ControlCommands::ReplaceSelected, {}, 1);
+    if (alive)
+        noteCommand(ControlCommands::ReplaceSelected, {}, 1);
     return outcome;
 }
 
@@ -278,6 +323,7 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
     qint64 count = 0;
     bool goesOn = true;
     MatchScan scan(*pattern, m_text, m_map, 0);
+    scan.watchedBy(watchOfSearch());
     while (goesOn && scan.next()) {
         ++count;
         goesOn = take(placeOf(scan.match()));
@@ -288,8 +334,11 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
             return count;
         }
     }
+    if (!alive)
+        return count;
     const EditScope scope(*this);
-    if (count == 0)
+    m_search.error = scan.error();
+    if (count == 0 || m_changes != changes)
         fail(scan.error());
     else
         outcomeOf(scan.match(), true);
@@ -301,15 +350,18 @@ qint64 CodeMax::countMatches() {
 }
 
 qint64 CodeMax::countMatches(const TextMatch& range) {
+    const QPointer<CodeMax> alive(this);
     const auto pattern = notedPattern();
     if (!pattern)
         return 0;
     MatchScan scan(*pattern, m_text, m_map, range.from);
     scan.stopBehind(range.to);
+    scan.watchedBy(watchOfSearch());
     qint64 count = 0;
     while (scan.next())
         count += scan.match().to <= range.to ? 1 : 0;
-    m_search.error = scan.error();
+    if (alive)
+        m_search.error = scan.error();
     return count;
 }
 
@@ -323,6 +375,7 @@ bool CodeMax::collect(Replacements& found, const SearchPattern& pattern, const T
                                   [this](const QString& text) { return heldForm(text); });
     MatchScan scan(pattern, m_text, m_map, range.from);
     scan.stopBehind(range.to);
+    scan.watchedBy(watchOfSearch());
     while (scan.next()) {
         if (scan.match().to > range.to)
             continue;
@@ -339,6 +392,8 @@ bool CodeMax::collect(Replacements& found, const SearchPattern& pattern, const T
         if (!goesOn)
             break;
     }
+    if (!alive || m_changes != changes)
+        return false;
     m_search.error = scan.error();
     return true;
 }
@@ -377,11 +432,9 @@ qint64 CodeMax::replaceAllMatches(const ReplaceWatch& watch) {
     }
     if (!alive)
         return 0;
-    const auto pattern = notedPattern();
-    if (!pattern || Locked()) {
-        fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+    const auto pattern = patternToReplace();
+    if (!pattern)
         return 0;
-    }
     Replacements found;
     const bool sameText = collect(found, *pattern, {0, m_text.length()}, watch);
     if (!alive)
@@ -398,16 +451,17 @@ qint64 CodeMax::replaceAllMatches(const ReplaceWatch& watch) {
 }
 
 qint64 CodeMax::replaceAllIn(const TextMatch& range) {
+    const QPointer<CodeMax> alive(this);
     const EditScope scope(*this, EditScope::Grouped);
-    const auto pattern = notedPattern();
-    if (!pattern || Locked()) {
-        fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+    const auto pattern = patternToReplace();
+    if (!pattern)
         return 0;
-    }
     const qint64 behind = m_text.length() - range.to;
     Replacements found;
-    collect(found, *pattern, range, {});
-    if (found.edits.empty()) {
+    const bool sameText = collect(found, *pattern, range, {});
+    if (!alive)
+        return 0;
+    if (!sameText || found.edits.empty()) {
         fail();
         return 0;
     }

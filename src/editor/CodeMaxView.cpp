@@ -42,7 +42,7 @@ void CodeMax::setUpView() {
     send(SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
     // A click there means the bookmark and not the line's text.
     send(SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
-    send(SCI_MARKERDEFINE, Markers::Bookmark, SC_MARK_BOOKMARK);
+    showBookmarkSign();
     send(SCI_SETMARGINTYPEN, Margins::Numbers, SC_MARGIN_NUMBER);
     send(SCI_SETMARGINLEFT, 0, 4);
     send(SCI_SETMULTIPLESELECTION, 1);

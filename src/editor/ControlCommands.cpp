@@ -9,6 +9,7 @@
 #include "editor/SearchWindows.h"
 
 #include <QCoreApplication>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -35,8 +36,10 @@ void setRepeatCount(CodeMax& control, const QString& argument) {
 
 /// What a person searches for without a window of its own stays marked.
 void findAndMark(CodeMax& control, SearchOutcome (CodeMax::*find)()) {
+    const QPointer<CodeMax> alive(&control);
     (control.*find)();
-    MatchHighlight::of(control).keep();
+    if (alive)
+        MatchHighlight::of(control).keep();
 }
 
 constexpr Row Rows[] = {

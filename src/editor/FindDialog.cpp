@@ -14,6 +14,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 
@@ -252,31 +253,42 @@ void FindDialog::enableButtons() {
 
 // Searching
 
-void FindDialog::findNext() {
+/// The control may be gone when its search returns, and this dialog with it.
+template <typename Search>
+void FindDialog::search(Search search, bool backwards) {
+    const QPointer<FindDialog> alive(this);
     giveControl();
-    finishSearch(m_control.findNext(), false);
+    const SearchOutcome outcome = search();
+    if (alive)
+        finishSearch(outcome, backwards);
+}
+
+void FindDialog::findNext() {
+    search([this] { return m_control.findNext(); }, false);
 }
 
 void FindDialog::findPrevious() {
-    giveControl();
-    finishSearch(m_control.findPrevious(), true);
+    search([this] { return m_control.findPrevious(); }, true);
 }
 
 void FindDialog::replace() {
-    giveControl();
-    finishSearch(m_control.replaceSelectedMatch(), false);
+    search([this] { return m_control.replaceSelectedMatch(); }, false);
 }
 
 void FindDialog::replaceAll() {
+    const QPointer<FindDialog> alive(this);
     giveControl();
     const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllIn(chosenRange()) : m_control.replaceAll();
-    finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
+    if (alive)
+        finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
 }
 
 void FindDialog::count() {
+    const QPointer<FindDialog> alive(this);
     giveControl();
     const qint64 count = m_inSelection->isChecked() ? m_control.countMatches(chosenRange()) : m_control.countMatches();
-    finishAll(count, tr("%n found", "", static_cast<int>(count)));
+    if (alive)
+        finishAll(count, tr("%n found", "", static_cast<int>(count)));
 }
 
 /// Of another text than that in which it was chosen there is no range but the selection.

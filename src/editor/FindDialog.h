@@ -57,6 +57,8 @@ class FindDialog : public QDialog {
     void uncoverMatch();
     TextMatch chosenRange() const;
 
+    template <typename Search>
+    void search(Search search, bool backwards);
     void findNext();
     void findPrevious();
     void replace();

@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QToolButton>
 
 namespace {
@@ -128,14 +129,18 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
     if (!m_highlight)
         m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
     goBackTo(m_from, m_stepsFrom);
-    report(findTyped(), m_backwards);
+    const QPointer<IncrementalSearchBar> alive(this);
+    const SearchOutcome outcome = findTyped();
+    if (alive)
+        report(outcome, m_backwards);
 }
 
 /// In a recording this is one search for the whole text, however it came to be typed.
 SearchOutcome IncrementalSearchBar::findTyped() {
     const CodeMax::Unrecorded part(m_control);
+    const QPointer<IncrementalSearchBar> alive(this);
     const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
-    if (outcome != SearchOutcome::Failed)
+    if (alive && outcome != SearchOutcome::Failed)
         m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
     return outcome;
 }
@@ -163,7 +168,11 @@ void IncrementalSearchBar::goOn(bool backwards) {
     if (m_text->text().isEmpty())
         return;
     m_control.setSearchText(m_text->text());
-    report(backwards ? m_control.findPrevious() : m_control.findNext(), backwards);
+    const QPointer<IncrementalSearchBar> alive(this);
+    const SearchOutcome outcome = backwards ? m_control.findPrevious() : m_control.findNext();
+    if (!alive)
+        return;
+    report(outcome, backwards);
     m_from = m_control.SelStart();
     m_standsOnMatch = true;
     m_stepsFrom = recordedSteps();

@@ -34,7 +34,7 @@ void MacroPlayer::play(int n, int times) {
 
 void MacroPlayer::playOnce(const QList<MacroStep>& steps) {
     for (const MacroStep& step : steps) {
-        if (!m_control->playStep(step)) {
+        if (!m_control->playStep(step) && !m_stopped) {
             m_remark = whyNothingWasDone(step);
             m_stopped = true;
         }
@@ -43,6 +43,11 @@ void MacroPlayer::playOnce(const QList<MacroStep>& steps) {
         if (m_stopped)
             return;
     }
+}
+
+bool MacroPlayer::goesOn() {
+    yield();
+    return !m_stopped;
 }
 
 void MacroPlayer::yield() {

@@ -27,6 +27,9 @@ class MacroPlayer {
     /// nothing for instance, and when a macro comes to be played within itself.
     void play(int n, int times);
 
+    /// For a step that takes long by itself: yields, and says whether the step is to go on.
+    bool goesOn();
+
     bool controlLives() const { return !m_control.isNull(); }
     /// What is worth a look at the status bar; empty: nothing.
     const QString& remark() const { return m_remark; }

@@ -4,6 +4,7 @@
 #include "editor/TextSearch.h"
 #include "editor/ViewColours.h"
 
+#include <QElapsedTimer>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -17,6 +18,8 @@ constexpr int Indicator = Sci::INDIC_CONTAINER;
 constexpr qint64 MostBytes = 256 * 1024;
 constexpr std::size_t MostMatches = 5000;
 constexpr int DelayMilliseconds = 30;
+/// After this no more matches are looked for: the marks are a help that nobody waits for.
+constexpr qint64 LongestMilliseconds = 40;
 constexpr int FillAlpha = 60;
 constexpr int OutlineAlpha = 160;
 
@@ -127,6 +130,9 @@ std::vector<TextMatch> MatchHighlight::visibleMatches() const {
     const qint64 end = behind < text.lineCount() ? text.lineStart(behind) : text.length();
     const TextUpTo visible(text, std::min(end, text.lineStart(text.lineOf(std::min(from + MostBytes, end)) + 1)));
     MatchScan scan(*pattern, visible, m_control.map(), from);
+    QElapsedTimer taken;
+    taken.start();
+    scan.watchedBy([&taken] { return taken.elapsed() < LongestMilliseconds; });
     while (found.size() < MostMatches && scan.next())
         found.push_back(scan.match());
     return found;

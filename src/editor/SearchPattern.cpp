@@ -103,6 +103,14 @@ void SearchPattern::compile(const QByteArray& utf8, SearchFlags flags, bool asci
     }
     // Where no compiled form can be had, the interpreter does the same more slowly.
     pcre2_jit_compile(m_code.get(), PCRE2_JIT_COMPLETE | PCRE2_JIT_PARTIAL_HARD);
+    m_seesTextAsOne = flags.regExp && (utf8.contains("\\G") || utf8.contains("(*"));
+    m_mayTakeLong = flags.regExp && !m_seesTextAsOne;
+    if (m_mayTakeLong) {
+        m_codeAtStart.reset(pcre2_compile(reinterpret_cast<PCRE2_SPTR>(utf8.constData()),
+                                          static_cast<std::size_t>(utf8.size()), options | PCRE2_ANCHORED, &number,
+                                          &offset, context.get()));
+        pcre2_jit_compile(m_codeAtStart.get(), PCRE2_JIT_COMPLETE | PCRE2_JIT_PARTIAL_HARD);
+    }
 
     std::uint32_t lookBehind = 0;
     std::uint32_t namesCrOrLf = 0;

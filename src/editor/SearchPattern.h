@@ -42,7 +42,15 @@ class SearchPattern {
     /// A CR LF is nowhere spoken of by its halves, so no search begins between them.
     bool keepsCrLfWhole() const { return m_keepsCrLfWhole; }
 
+    /// What it finds depends on where the search began, or its parts give up the search as a whole: it is to see all of
+    /// the text at once, from one start.
+    bool seesTextAsOne() const { return m_seesTextAsOne; }
+    /// One try at it may take long, so that it is made for a few starts at a time.
+    bool mayTakeLong() const { return m_mayTakeLong; }
+
     const pcre2_real_code_8* code() const { return m_code.get(); }
+    /// The same for one start alone; there for what may take long.
+    const pcre2_real_code_8* codeAtStart() const { return m_codeAtStart.get(); }
     pcre2_real_match_context_8* limits() const { return m_limits.get(); }
 
  private:
@@ -59,8 +67,11 @@ class SearchPattern {
 
     SearchError m_error;
     std::unique_ptr<pcre2_real_code_8, FreeCode> m_code;
+    std::unique_ptr<pcre2_real_code_8, FreeCode> m_codeAtStart;
     std::unique_ptr<pcre2_real_match_context_8, FreeLimits> m_limits;
     std::unique_ptr<Stack> m_stack;
     int m_lookBehind = 0;
     bool m_keepsCrLfWhole = true;
+    bool m_seesTextAsOne = false;
+    bool m_mayTakeLong = false;
 };

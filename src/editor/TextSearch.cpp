@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <chrono>
 
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <pcre2.h>
@@ -41,6 +42,20 @@ qint64 windowEnd(const HeldText& text, qint64 at) {
     return splitsLineEnd(text, end) ? end + 1 : end;
 }
 
+/// What a try is meant to take, in nanoseconds; far from it the next one gets more or fewer starts.
+constexpr qint64 ShortTry = 1'000'000;
+constexpr qint64 LongTry = 8'000'000;
+constexpr qint64 ReachStep = 2;
+
+qint64 nanosecondsNow() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+}
+
+SearchError stopped() {
+    return {QCoreApplication::translate("Search", "The search was stopped."), -1};
+}
+
 SearchError givenUp() {
     return {QCoreApplication::translate("Search", "The expression takes too many steps; the search was stopped."), -1};
 }
@@ -58,7 +73,8 @@ MatchScan::MatchScan(const SearchPattern& pattern, const HeldText& text, const T
       m_data(pcre2_match_data_create_from_pattern(pattern.code(), nullptr)),
       m_next(from),
       m_stopBehind(text.length()),
-      m_windowSize(window) {}
+      m_windowSize(window),
+      m_reach(std::min(window, FirstReach)) {}
 
 MatchScan::~MatchScan() = default;
 
@@ -98,8 +114,9 @@ std::size_t MatchScan::offsetOf(qint64 held) const {
 void MatchScan::openWindow(qint64 at, qint64 size) {
     const qint64 back = (m_pattern.lookBehind() + SpareCharacters) * CharacterAndJoint;
     m_windowSize = size;
-    m_windowFrom = characterStart(m_text, std::max<qint64>(0, at - back));
-    m_windowTo = windowEnd(m_text, at + size);
+    const bool whole = m_pattern.seesTextAsOne();
+    m_windowFrom = whole ? 0 : characterStart(m_text, std::max<qint64>(0, at - back));
+    m_windowTo = whole ? m_text.length() : windowEnd(m_text, at + size);
     m_open = true;
     m_firstJoint = m_joints.before(m_windowFrom);
     if (m_joints.empty())
@@ -121,11 +138,29 @@ std::string_view MatchScan::subject() const {
 
 // Matching
 
-int MatchScan::tryMatch(std::string_view subject) const {
+int MatchScan::matchWithin(std::string_view subject) {
     const std::uint32_t partial = m_windowTo < m_text.length() ? PCRE2_PARTIAL_HARD : 0U;
     const char* const bytes = subject.empty() ? "" : subject.data();
-    return pcre2_match(m_pattern.code(), reinterpret_cast<PCRE2_SPTR>(bytes), subject.size(), offsetOf(m_next),
-                       PCRE2_NO_UTF_CHECK | partial, m_data.get(), m_pattern.limits());
+    return pcre2_match(m_alone ? m_pattern.codeAtStart() : m_pattern.code(), reinterpret_cast<PCRE2_SPTR>(bytes),
+                       subject.size(), offsetOf(m_next), PCRE2_NO_UTF_CHECK | partial, m_data.get(),
+                       m_pattern.limits());
+}
+
+int MatchScan::tryMatch(std::string_view subject) {
+    if (!m_pattern.mayTakeLong())
+        return matchWithin(subject);
+    const qint64 begun = nanosecondsNow();
+    const int result = matchWithin(subject);
+    if (result < 0 && !m_alone)
+        adaptReach(nanosecondsNow() - begun);
+    return result;
+}
+
+void MatchScan::adaptReach(qint64 nanoseconds) {
+    if (nanoseconds > LongTry)
+        m_reach = std::max<qint64>(1, m_reach / ReachStep);
+    else if (nanoseconds < ShortTry)
+        m_reach = std::min(m_reach * ReachStep, LargestReach);
 }
 
 bool MatchScan::next() {
@@ -133,11 +168,15 @@ bool MatchScan::next() {
         if (m_next > m_stopBehind)
             return finish();
         if (!m_open)
-            openWindow(m_next, m_windowSize);
+            openWindow(m_next, m_pattern.mayTakeLong() ? m_reach : m_windowSize);
         const std::string_view searched = subject();
         const int result = tryMatch(searched);
-        if (widen(result, searched.size()))
-            continue;
+        if (goFurther(result, searched)) {
+            if (!m_goesOn || m_goesOn())
+                continue;
+            m_error = stopped();
+            return finish();
+        }
         if (result < 0) {
             if (result != PCRE2_ERROR_NOMATCH)
                 m_error = givenUp();
@@ -149,22 +188,56 @@ bool MatchScan::next() {
     return false;
 }
 
-/// Opens a further window when text behind this one could turn the result of a try into another.
-bool MatchScan::widen(int result, std::size_t size) {
-    if (m_windowTo >= m_text.length())
+/// Whether another try may find what this one has not, or something else: with text behind the window, or from further
+/// on.
+bool MatchScan::goFurther(int result, std::string_view subject) {
+    const bool more = m_windowTo < m_text.length();
+    if (result == PCRE2_ERROR_NOMATCH && m_alone)
+        return goBehind(subject);
+    if (!more || (result < 0 && result != PCRE2_ERROR_NOMATCH && result != PCRE2_ERROR_PARTIAL))
         return false;
     const std::size_t* const ends = pcre2_get_ovector_pointer(m_data.get());
-    if (result == PCRE2_ERROR_NOMATCH) {
-        m_next = m_windowTo;
-        openWindow(m_next, std::min(m_windowSize * 2, LargestWindow));
-        return true;
-    }
-    const bool touchesEnd = result >= 0 && ends[1] == size;
-    if (!touchesEnd && result != PCRE2_ERROR_PARTIAL)
+    if (result == PCRE2_ERROR_NOMATCH)
+        goBehindWindow();
+    else if (result == PCRE2_ERROR_PARTIAL)
+        widen(ends[0]);
+    else if (ends[1] == subject.size())
+        widen(pcre2_get_startchar(m_data.get()));
+    else
         return false;
-    m_next = heldBeforeJoint(touchesEnd ? pcre2_get_startchar(m_data.get()) : ends[0]);
-    openWindow(m_next, std::max(m_windowSize, m_windowTo - m_next) * 2);
     return true;
+}
+
+/// Nothing begins at the one start that was tried.
+bool MatchScan::goBehind(std::string_view subject) {
+    const std::size_t start = offsetOf(m_next);
+    m_alone = m_open = false;
+    if (start >= subject.size())
+        return false;
+    m_next = heldBeforeJoint(behindCharacter(subject, start));
+    return true;
+}
+
+void MatchScan::goBehindWindow() {
+    m_next = m_windowTo;
+    openWindow(m_next, m_pattern.mayTakeLong() ? m_reach : std::min(m_windowSize * 2, LargestWindow));
+}
+
+/// Text behind the window could turn what was found at this start into something else.
+void MatchScan::widen(std::size_t start) {
+    m_next = heldBeforeJoint(start);
+    m_alone = m_pattern.mayTakeLong();
+    openWindow(m_next, std::max(m_windowSize, m_windowTo - m_next) * 2);
+}
+
+/// Where the search goes on behind a start that has been tried, as it would by itself.
+std::size_t MatchScan::behindCharacter(std::string_view subject, std::size_t at) const {
+    std::size_t further = at + 1;
+    while (further < subject.size() && isContinuation(subject[further]))
+        ++further;
+    if (m_pattern.keepsCrLfWhole() && subject.substr(further - 1, 2) == "\r\n")
+        ++further;
+    return further;
 }
 
 void MatchScan::takeMatch(std::string_view subject) {
@@ -173,18 +246,15 @@ void MatchScan::takeMatch(std::string_view subject) {
     m_match.to = heldBeforeJoint(to);
     m_match.from = ends[0] == to ? m_match.to : heldBehindJoint(ends[0]);
     m_next = m_match.to;
+    m_alone = false;
+    m_open = !m_pattern.mayTakeLong() || m_windowTo - m_next <= m_reach;
     if (!m_match.empty())
         return;
     if (to >= subject.size()) {
         m_done = true;
         return;
     }
-    std::size_t further = to + 1;
-    while (further < subject.size() && isContinuation(subject[further]))
-        ++further;
-    if (m_pattern.keepsCrLfWhole() && subject.substr(to, 2) == "\r\n")
-        ++further;
-    m_next = heldBeforeJoint(further);
+    m_next = heldBeforeJoint(behindCharacter(subject, to));
 }
 
 bool MatchScan::finish() {
@@ -205,12 +275,13 @@ namespace {
 
 template <typename Accept>
 std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 limit,
-                                   SearchError& error, Accept accepts) {
+                                   SearchError& error, const MatchScan::Watch& goesOn, Accept accepts) {
     std::optional<TextMatch> last;
     for (qint64 reach = FirstReach; !last; reach *= ReachGrowth) {
         const qint64 begin = map.lineBeginOf(std::max<qint64>(0, limit - reach));
         MatchScan scan(pattern, text, map, begin);
         scan.stopBehind(limit);
+        scan.watchedBy(goesOn);
         while (scan.next()) {
             if (accepts(scan.match()))
                 last = scan.match();
@@ -225,13 +296,15 @@ std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText&
 }  // namespace
 
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
-                                         qint64 limit, bool emptyAtLimit, SearchError& error) {
-    return lastMatch(pattern, text, map, limit, error,
+                                         qint64 limit, bool emptyAtLimit, SearchError& error,
+                                         const MatchScan::Watch& goesOn) {
+    return lastMatch(pattern, text, map, limit, error, goesOn,
                      [&](const TextMatch& match) { return match.to <= limit && (match.from < limit || emptyAtLimit); });
 }
 
 std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
-                                              qint64 limit, bool alsoAtLimit, SearchError& error) {
-    return lastMatch(pattern, text, map, limit, error,
+                                              qint64 limit, bool alsoAtLimit, SearchError& error,
+                                              const MatchScan::Watch& goesOn) {
+    return lastMatch(pattern, text, map, limit, error, goesOn,
                      [&](const TextMatch& match) { return match.from < limit || alsoAtLimit; });
 }

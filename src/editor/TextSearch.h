@@ -4,10 +4,12 @@
 #include "editor/SearchPattern.h"
 #include "editor/TextMap.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 struct pcre2_real_match_data_8;
 
@@ -26,10 +28,18 @@ struct TextMatch {
 ///
 /// Reads the text in place, through a window that grows as a match needs it; where there are joints, through a copy of
 /// that window. What is read in place is asked for anew at every step, but a text that has changed is not searched on.
+///
+/// However long it takes to the next match, the time between two calls of its watch is short: an expression that takes
+/// long is tried at few starts at a time, and a start that needs more text alone.
 class MatchScan {
  public:
     /// Bytes of the first window.
     static constexpr qint64 FirstWindow = 64 * 1024;
+    /// Bytes of a window of what may take long, unless a match needs more.
+    static constexpr qint64 FirstReach = 1024;
+    static constexpr qint64 LargestReach = 16 * 1024;
+    /// Asked between two tries; false: the search is given up, and the text not looked at again.
+    using Watch = std::function<bool()>;
 
     /// Pattern (without an error), text and map outlive the scan. Begins at the held byte `from`.
     MatchScan(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 from,
@@ -40,6 +50,7 @@ class MatchScan {
 
     /// Matches that begin behind this held byte are not looked for.
     void stopBehind(qint64 last) { m_stopBehind = last; }
+    void watchedBy(Watch goesOn) { m_goesOn = std::move(goesOn); }
     /// Goes on to the next match; false when there is none, or when the search had to be given up (see error()).
     bool next();
     const TextMatch& match() const { return m_match; }
@@ -55,8 +66,14 @@ class MatchScan {
 
     void openWindow(qint64 at, qint64 size);
     std::string_view subject() const;
-    int tryMatch(std::string_view subject) const;
-    bool widen(int result, std::size_t size);
+    int tryMatch(std::string_view subject);
+    int matchWithin(std::string_view subject);
+    void adaptReach(qint64 nanoseconds);
+    bool goFurther(int result, std::string_view subject);
+    bool goBehind(std::string_view subject);
+    void goBehindWindow();
+    void widen(std::size_t start);
+    std::size_t behindCharacter(std::string_view subject, std::size_t at) const;
     void takeMatch(std::string_view subject);
     bool finish();
     std::size_t offsetOf(qint64 held) const;
@@ -76,6 +93,9 @@ class MatchScan {
     bool m_open = false;
     bool m_done = false;
     qint64 m_firstJoint = 0;  ///< number of the first joint in the window
+    qint64 m_reach;           ///< bytes of the next window of what may take long
+    bool m_alone = false;     ///< only the match that begins at m_next is looked for: its window was too small
+    Watch m_goesOn;
     std::string m_copy;
     TextMatch m_match;
     SearchError m_error;
@@ -85,8 +105,10 @@ class MatchScan {
 /// when `emptyAtLimit` says so. Goes back by lines, so that it finds what a search from the top would, as long as that
 /// match does not depend on one that began in a line before.
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
-                                         qint64 limit, bool emptyAtLimit, SearchError& error);
+                                         qint64 limit, bool emptyAtLimit, SearchError& error,
+                                         const MatchScan::Watch& goesOn = {});
 
 /// The last match that begins in front of `limit`, or at it as well, wherever it ends; found in the same way.
 std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
-                                              qint64 limit, bool alsoAtLimit, SearchError& error);
+                                              qint64 limit, bool alsoAtLimit, SearchError& error,
+                                              const MatchScan::Watch& goesOn = {});

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QColor>
+#include <QList>
+#include <QPixmap>
 
 /// How one control shows its text and takes its keys, beyond what Scintilla keeps for it. A colour that is not valid
 /// stands for the desktop's.
@@ -15,4 +17,5 @@ struct ViewOptions {
     QColor background;
     QColor leftMarginColour;
     QColor rowHighlight;
+    QList<QPixmap> images;
 };

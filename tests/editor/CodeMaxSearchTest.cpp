@@ -3,6 +3,7 @@
 #include "editor/SearchHistory.h"
 
 #include <QFile>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -166,6 +167,69 @@ TEST_F(FindNext, GivesUpAnExpressionThatExplodes) {
     EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
     EXPECT_EQ(control.replaceAll(), 0);
     EXPECT_EQ(failures.count(), 3);
+}
+
+namespace {
+
+/// Each line takes the expression some milliseconds.
+constexpr const char* Slow = "(a|aa)+$";
+QString slowLines() {
+    QString text = QStringLiteral("first");
+    for (int line = 0; line < 3000; ++line)
+        text += QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n");
+    return text;
+}
+
+}  // namespace
+
+TEST_F(FindNext, IsStoppedByItsWatch) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    control.setSelection(2, 4);
+    int asked = 0;
+    control.setSearchWatch([&asked] { return ++asked % 3 != 0; });
+    for (const auto& search :
+         {&CodeMax::findNext, &CodeMax::findPrevious, &CodeMax::replaceNext, &CodeMax::replaceSelectedMatch}) {
+        asked = 0;
+        EXPECT_EQ((control.*search)(), SearchOutcome::Failed);
+        EXPECT_EQ(asked, 3);
+        EXPECT_TRUE(control.searchError());
+        EXPECT_EQ(selected(), Selected(2, 4));
+    }
+    EXPECT_EQ(control.countMatches(), 0);
+    EXPECT_TRUE(control.searchError());
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_FALSE(control.CanUndo() && control.Text() != slowLines());
+    EXPECT_TRUE(allFound().empty());
+}
+
+TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    control.setSearchWatch([this] {
+        control.setText(QStringLiteral("another"));
+        return true;
+    });
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.Text(), QStringLiteral("another"));
+    control.setText(slowLines());
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+}
+
+TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
+    for (const int command : {170, 174, 176}) {
+        auto* gone = new CodeMax;
+        gone->setText(slowLines());
+        gone->setSearchRegExp(true);
+        gone->setSearchText(QString::fromLatin1(Slow));
+        const QPointer<CodeMax> alive(gone);
+        gone->setSearchWatch([gone] {
+            delete gone;
+            return true;
+        });
+        gone->ExecuteCmd(command);
+        EXPECT_FALSE(alive) << command;
+    }
 }
 
 TEST_F(FindNext, TakesEachEmptyMatchOnce) {

@@ -106,6 +106,10 @@ constexpr const char* Patterns[] = {
     "(?m-s).+?$",
     "\\Bb\\B",
     "(a)?b(?(1)a|ä)",
+    "\\G[ab]",
+    "(*COMMIT)ab|b",
+    "a(*COMMIT)b",
+    "x|a(*SKIP)b",
 };
 
 std::string randomText(std::mt19937& random, bool withCr) {
@@ -219,6 +223,57 @@ TEST(MatchScan, GivesUpAnExpressionThatExplodes) {
     EXPECT_TRUE(scan.error());
     EXPECT_EQ(scan.error().position, -1);
     EXPECT_FALSE(scan.next());
+}
+
+namespace {
+
+/// Lines of which each takes an expression like (a|aa)+$ some milliseconds, none of them so long that it is given up.
+std::string slowLines(int count) {
+    std::string text;
+    for (int line = 0; line < count; ++line)
+        text += std::string(22, 'a') + "!\n";
+    return text;
+}
+
+}  // namespace
+
+TEST(MatchScan, AsksItsWatchHoweverLongItTakesToTheNextMatch) {
+    const SearchedText text(slowLines(3000));
+    const SearchPattern pattern = expression("(a|aa)+$");
+    MatchScan scan(pattern, text.held, text.map, 0, 64);
+    int asked = 0;
+    scan.watchedBy([&asked] { return ++asked < 20; });
+    EXPECT_FALSE(scan.next());
+    EXPECT_EQ(asked, 20);
+    EXPECT_EQ(scan.error().sentence, QStringLiteral("The search was stopped."));
+    EXPECT_FALSE(scan.next());
+    EXPECT_EQ(asked, 20);
+}
+
+TEST(MatchScan, AsksItsWatchBetweenTheWindowsOfALiteralText) {
+    const SearchedText text(std::string(3'000'000, 'a'));
+    const SearchPattern pattern(QStringLiteral("b"), {});
+    MatchScan scan(pattern, text.held, text.map, 0);
+    int asked = 0;
+    scan.watchedBy([&asked] { return ++asked > 0; });
+    EXPECT_FALSE(scan.next());
+    EXPECT_GT(asked, 3);
+    EXPECT_FALSE(scan.error());
+}
+
+TEST(MatchScan, FindsAMatchBehindTextThatTakesLong) {
+    std::string letters = slowLines(2) + std::string(10'000, 'x') + "\naaa\n";
+    const auto at = static_cast<qint64>(letters.size()) - 4;
+    const SearchedText text(letters);
+    EXPECT_EQ(allMatches(text, expression("(a|aa)+$")), (Matches{{at, at + 3}}));
+}
+
+TEST(LastMatch, CanBeStopped) {
+    const SearchedText text(std::string(3'000'000, 'a'));
+    const SearchPattern pattern(QStringLiteral("b"), {});
+    SearchError error;
+    EXPECT_FALSE(lastMatchBefore(pattern, text.held, text.map, 3'000'000, true, error, [] { return false; }));
+    EXPECT_TRUE(error);
 }
 
 TEST(MatchScan, GivesUpAnExpressionThatNeedsTooMuchMemory) {
