@@ -5,6 +5,8 @@
 
 #include <QColor>
 #include <QFont>
+#include <QList>
+#include <QPixmap>
 #include <QWidget>
 
 #include <functional>
@@ -165,6 +167,12 @@ class rtCM : public QWidget, public DocumentView {
     // Properties of the control (rtCMProperties.cpp)
     QString TextRTF() const;
     QString SelRTF() const;
+    /// Their set sides take the plain text. What is no rich text leaves the text as it is: false.
+    bool setTextRTF(const QString& pRTF);
+    bool setSelRTF(const QString& pRTF);
+    /// Pictures of the left margin, the first of them for bookmarks.
+    QList<QPixmap> hImageList() const;
+    void setHImageList(const QList<QPixmap>& images);
     WId hwnd() const;
     bool DisplayLeftMargin() const;
     void setDisplayLeftMargin(bool on);
@@ -278,6 +286,7 @@ class rtCM : public QWidget, public DocumentView {
     bool foundBy(int command);
     bool findAround(const QString& text, int find, int goToEnd);
     void giveBack(const KeptView& before);
+    bool searchGoesOn();
     void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
     void clickLeftMargin(Qt::MouseButton button, int x, int y);
 

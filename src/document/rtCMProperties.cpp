@@ -18,6 +18,22 @@ QString rtCM::SelRTF() const {
     return QString::fromLatin1(m_control->SelRTF());
 }
 
+bool rtCM::setTextRTF(const QString& pRTF) {
+    return m_control->setTextRTF(pRTF);
+}
+
+bool rtCM::setSelRTF(const QString& pRTF) {
+    return m_control->setSelRTF(pRTF);
+}
+
+QList<QPixmap> rtCM::hImageList() const {
+    return m_control->hImageList();
+}
+
+void rtCM::setHImageList(const QList<QPixmap>& images) {
+    m_control->setHImageList(images);
+}
+
 WId rtCM::hwnd() const {
     return m_control->effectiveWinId();
 }

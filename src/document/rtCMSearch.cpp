@@ -4,6 +4,7 @@
 #include "document/MatchList.h"
 #include "document/rtCM.h"
 #include "editor/CodeMax.h"
+#include "editor/InputStop.h"
 #include "editor/KeptView.h"
 #include "editor/MacroRecorder.h"
 #include "editor/Unrecorded.h"
@@ -86,6 +87,7 @@ void rtCM::connectSearch() {
             Redraw();
     });
     connect(m_control, &CodeMax::AfterFind, this, &rtCM::AfterFind);
+    m_control->setSearchWatch([this] { return searchGoesOn(); });
     m_control->installEventFilter(this);
     connect(m_control, &CodeMax::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
         Q_EMIT MouseDown(button, x, y);
@@ -157,6 +159,10 @@ bool rtCM::eventFilter(QObject* watched, QEvent* event) {
     if (watched != m_control || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = *static_cast<QKeyEvent*>(event);
+    if (IgnoreCmdFailure && key.key() == Qt::Key_Escape) {
+        StopSearch();
+        return true;
+    }
     if (m_globals.control.isBound(key))
         return false;
     const bool ctrl = key.modifiers() == Qt::ControlModifier;
@@ -170,13 +176,32 @@ bool rtCM::eventFilter(QObject* watched, QEvent* event) {
     return finds || replaces || QWidget::eventFilter(watched, event);
 }
 
+/// Called while a search takes long. In the loops over all matches the program goes on as it does between two matches;
+/// while one match is looked for, nobody is prepared for what a person could do meanwhile: only Esc is heard.
+bool rtCM::searchGoesOn() {
+    const QPointer<rtCM> alive(this);
+    if (IgnoreCmdFailure) {
+        yieldOnce();
+        return alive && !m_searchStopped;
+    }
+    const InputStop input;
+    yieldOnce();
+    if (!alive)
+        return false;
+    m_searchStopped = input.escaped();
+    return !m_searchStopped;
+}
+
 // One match
 
 /// Whether the command found its match without going around an end of the text.
 bool rtCM::foundBy(int command) {
+    const QPointer<rtCM> alive(this);
     m_findFailed = false;
+    if (!IgnoreCmdFailure)
+        m_searchStopped = false;
     m_control->ExecuteCmd(command);
-    return !m_findFailed;
+    return alive && !m_findFailed;
 }
 
 bool rtCM::FindNext(const QString& pFindText) {
@@ -191,12 +216,15 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
     takeProgramFlags();
     if (!text.isEmpty())
         SetFindText(text);
+    const QPointer<rtCM> alive(this);
     const PaintStop stop(*m_control);
     const RecordedSearch recorded(*m_control, find);
     const KeptView before(*m_control);
     if (foundBy(find))
         return true;
-    if (!m_options.ContinueSearch) {
+    if (!alive)
+        return false;
+    if (!m_options.ContinueSearch || m_searchStopped) {
         giveBack(before);
         return false;
     }
@@ -204,6 +232,8 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
     m_control->ExecuteCmd(goToEnd);
     if (foundBy(find))
         return true;
+    if (!alive)
+        return false;
     giveBack(between);
     return false;
 }
@@ -213,10 +243,13 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     setSearchCaseSensitive(CaseSensitiveOn);
     setSearchWholeWord(WholeWord);
     SetFindText(pText);
+    const QPointer<rtCM> alive(this);
     const KeptView before(*m_control);
     if (foundBy(FindFollowing))
         return true;
-    if (!m_options.ContinueSearch) {
+    if (!alive)
+        return false;
+    if (!m_options.ContinueSearch || m_searchStopped) {
         giveBack(before);
         return false;
     }
@@ -224,6 +257,8 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     m_control->ExecuteCmd(GoToStart);
     if (foundBy(FindFollowing))
         return true;
+    if (!alive)
+        return false;
     giveBack(between);
     return false;
 }

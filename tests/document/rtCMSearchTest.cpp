@@ -66,6 +66,40 @@ class TextViewSearch : public testing::Test {
     QSignalSpy m_moves{&m_view, &rtCM::SelChange};
 };
 
+// What takes long
+
+TEST_F(TextViewSearch, EscEndsASearchForOneMatchThatTakesLong) {
+    QString text;
+    for (int line = 0; line < 3000; ++line)
+        text += QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n");
+    m_view.setText(text);
+    select(1, 3);
+    m_options.RegExpOn = true;
+    m_options.ContinueSearch = true;
+    QTimer typist;
+    bool typed = false;
+    QObject::connect(&typist, &QTimer::timeout, [&] {
+        typeInto(m_view.control(), QStringLiteral("x"));
+        EXPECT_FALSE(m_view.close());
+        QTest::keyClick(&m_view.control(), Qt::Key_Escape);
+        typed = true;
+        typist.stop();
+    });
+    typist.start(0);
+    EXPECT_FALSE(next("(a|aa)+$"));
+    EXPECT_TRUE(typed);
+    EXPECT_EQ(selected(), Selected(1, 3));
+    EXPECT_EQ(m_view.Text(), text);
+}
+
+TEST_F(TextViewSearch, EscEndsAListOfAllMatches) {
+    m_view.setText(manyMatches());
+    QTimer::singleShot(0, [&] { QTest::keyClick(&m_view.control(), Qt::Key_Escape); });
+    const QString list = all("a");
+    EXPECT_LT(list.count(u'\t'), 200'000);
+    EXPECT_GT(list.count(u'\t'), 0);
+}
+
 // One match
 
 TEST_F(TextViewSearch, FindNextSelectsTheMatchBehindTheSelection) {

@@ -497,6 +497,40 @@ TEST_F(TextView, GivesItsTextInRichText) {
     EXPECT_TRUE(m_view.SelRTF().contains(QStringLiteral(" a}")));
 }
 
+TEST_F(TextView, TakesThePlainTextOfRichText) {
+    EXPECT_TRUE(m_view.setTextRTF(QStringLiteral("{\\rtf1 one\\par two}")));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("one\ntwo"));
+    select(0, 3);
+    EXPECT_TRUE(m_view.setSelRTF(QStringLiteral("{\\rtf1 {\\b 1}}")));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("1\ntwo"));
+    EXPECT_FALSE(m_view.setTextRTF(QStringLiteral("one")));
+    EXPECT_FALSE(m_view.setSelRTF(QStringLiteral("{\\rtf1 one")));
+    EXPECT_EQ(m_view.Text(), QStringLiteral("1\ntwo"));
+}
+
+TEST_F(TextView, ShowsAPictureAtItsBookmarks) {
+    EXPECT_TRUE(m_view.hImageList().isEmpty());
+    QPixmap red(10, 10);
+    red.fill(QColor(255, 0, 0));
+    m_view.setText(QStringLiteral("a\nb"));
+    showLarge();
+    m_view.EnableBookmarkAt(1, true);
+    const auto hasRed = [&] {
+        const QImage margin = m_view.control().viewport()->grab(QRect(0, 0, 25, 20)).toImage();
+        for (int x = 0; x < margin.width(); ++x) {
+            if (margin.pixelColor(x, margin.height() / 2) == QColor(255, 0, 0))
+                return true;
+        }
+        return false;
+    };
+    EXPECT_FALSE(hasRed());
+    m_view.setHImageList({red});
+    EXPECT_TRUE(hasRed());
+    EXPECT_EQ(m_view.hImageList().size(), 1);
+    m_view.setHImageList({});
+    EXPECT_FALSE(hasRed());
+}
+
 TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
     m_view.Properties();
     auto* dialog = m_view.findChild<QDialog*>(QStringLiteral("ControlProperties"));
