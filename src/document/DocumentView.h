@@ -38,6 +38,8 @@ class DocumentView {
     virtual bool FindNext(const QString& text) = 0;
     virtual bool FindPrev(const QString& text) = 0;
     virtual bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) = 0;
+    /// Whether the person has ended the last of them, so that it is not known what there is to be found.
+    virtual bool wasSearchStopped() const { return false; }
 
     virtual void ToggleBookmark() = 0;
     virtual void NextBookmark() = 0;

@@ -28,7 +28,7 @@ void frmDocument::ReverseIncrementalSearch() {
 }
 
 void frmDocument::answerSearch(bool found, const QPointer<frmDocument>& alive) {
-    if (alive && !found)
+    if (alive && !found && !alive->visibleView().wasSearchStopped())
         alive->m_prompts.message(alive, QStringLiteral("The search string not found."));
 }
 

@@ -219,6 +219,7 @@ class rtCM : public QWidget, public DocumentView {
     bool FindNext(const QString& pFindText) override;
     bool FindPrev(const QString& pFindText) override;
     bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
+    bool wasSearchStopped() const override { return m_searchStopped; }
     /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has.
     void StopSearch();
 

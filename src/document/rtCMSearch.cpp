@@ -7,6 +7,7 @@
 #include "editor/InputStop.h"
 #include "editor/KeptView.h"
 #include "editor/MacroRecorder.h"
+#include "editor/SearchReport.h"
 #include "editor/Unrecorded.h"
 #include "platform/Yield.h"
 #include "platform/YieldPace.h"
@@ -201,7 +202,10 @@ bool rtCM::foundBy(int command) {
     if (!IgnoreCmdFailure)
         m_searchStopped = false;
     m_control->ExecuteCmd(command);
-    return alive && !m_findFailed;
+    if (!alive)
+        return false;
+    m_control->notice(SearchReport::errorSentence(*m_control));
+    return !m_findFailed;
 }
 
 bool rtCM::FindNext(const QString& pFindText) {
@@ -295,8 +299,10 @@ void rtCM::overAllMatches(const std::function<void(const std::function<bool()>& 
         });
     } catch (const std::exception&) {
     }
-    if (alive)
-        IgnoreCmdFailure = false;
+    if (!alive)
+        return;
+    IgnoreCmdFailure = false;
+    m_control->notice(SearchReport::errorSentence(*m_control));
 }
 
 void rtCM::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,

@@ -200,6 +200,8 @@ class CodeMax : public QsciScintillaBase {
     class Unrecorded;
     /// Notes a search that was carried out, as a command that goes by the present text and flags.
     void noteSearch(int command);
+    /// Tells a status bar of something (see Notice), until it is told otherwise or the next key.
+    void notice(const QString& text);
     /// Whether a macro is being played, which may yield.
     bool isPlaying() const { return m_player != nullptr; }
 
@@ -363,7 +365,6 @@ class CodeMax : public QsciScintillaBase {
     bool takeHotKey(const QKeyEvent& key);
     void leaveHotKey();
     void tellBegunHotKey();
-    void notice(const QString& text);
     void recordMacro();
     void playMacro(int n);
     bool playStep(const MacroStep& step);
@@ -416,7 +417,7 @@ class CodeMax : public QsciScintillaBase {
     bool isEmptyMatchTaken(const TextMatch& match) const;
     void selectMatch(const TextMatch& match);
     void replaceMatch(const MatchScan& scan);
-    MatchScan::Watch watchOfSearch() const;
+    MatchScan::Watch watchOfSearch();
     std::unique_ptr<MatchScan> foundOnward(const SearchPattern& pattern, bool& wrapped, SearchError& error);
     std::shared_ptr<const SearchPattern> patternToReplace();
     bool isSelected(const TextMatch& match) const;

@@ -7,6 +7,7 @@
 #include "editor/MacroPlayer.h"
 #include "editor/Replacement.h"
 #include "editor/SearchHistory.h"
+#include "editor/SearchNotice.h"
 #include "editor/TextSearch.h"
 #include "editor/Unrecorded.h"
 #include "platform/YieldPace.h"
@@ -160,11 +161,16 @@ std::shared_ptr<const SearchPattern> CodeMax::patternToFind() {
 }
 
 /// While a macro is played it is the player that is asked.
-MatchScan::Watch CodeMax::watchOfSearch() const {
-    std::function<bool()> asked = m_searchWatch;
+MatchScan::Watch CodeMax::watchOfSearch() {
+    std::function<bool()> asked;
     if (m_player != nullptr)
         asked = [player = m_player] { return player->goesOn(); };
-    if (!asked)
+    else if (m_searchWatch)
+        asked = [watch = m_searchWatch, notice = std::make_shared<SearchNotice>(*this)] {
+            notice->lookAtClock();
+            return watch();
+        };
+    else
         return {};
     const QPointer<const CodeMax> alive(this);
     return [alive, asked, changes = m_changes, pace = YieldPace()]() mutable {
@@ -175,7 +181,8 @@ MatchScan::Watch CodeMax::watchOfSearch() const {
 /// The next match behind the selection, else the first of the text; null with or without an error. With one, the
 /// control may be gone.
 std::unique_ptr<MatchScan> CodeMax::foundOnward(const SearchPattern& pattern, bool& wrapped, SearchError& error) {
-    auto scan = std::make_unique<MatchScan>(pattern, m_text, m_map, send(SCI_GETSELECTIONEND));
+    const qint64 from = send(SCI_GETSELECTIONEND);
+    auto scan = std::make_unique<MatchScan>(pattern, m_text, m_map, from);
     scan->watchedBy(watchOfSearch());
     if (scan->next() && (!isEmptyMatchTaken(scan->match()) || scan->next()))
         return scan;
@@ -185,6 +192,8 @@ std::unique_ptr<MatchScan> CodeMax::foundOnward(const SearchPattern& pattern, bo
     wrapped = true;
     scan = std::make_unique<MatchScan>(pattern, m_text, m_map, 0);
     scan->watchedBy(watchOfSearch());
+    if (!pattern.seesTextAsOne())
+        scan->stopBehind(from);
     if (scan->next())
         return scan;
     error = scan->error();

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QPointer>
 #include <QSignalSpy>
+#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -70,6 +71,38 @@ TEST_F(DocumentSearch, ADocumentThatGoesWhileTheSearchYieldsTellsNothing) {
     EXPECT_EQ(m_prompts.messages, QStringList());
 }
 
+TEST_F(DocumentSearch, WhatWasNotLookedForToTheEndIsNotToldAsNotFound) {
+    view().setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    m_options.RegExpOn = true;
+    QSignalSpy told(&m_document, &frmDocument::Notice);
+    QTimer typist;
+    QObject::connect(&typist, &QTimer::timeout, &m_document, [&] {
+        if (told.isEmpty())
+            QTest::keyClick(&view().control(), Qt::Key_Escape);
+    });
+    typist.start(0);
+    m_document.FindNext(QStringLiteral("(a|aa)+$"));
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told.takeFirst()[0].toString(), QStringLiteral("The search was stopped."));
+    EXPECT_FALSE(m_document.FindText(QStringLiteral("(a|aa)+$"), true, false, false));
+    typist.stop();
+    ASSERT_FALSE(told.isEmpty());
+    EXPECT_EQ(told.last()[0].toString(), QStringLiteral("The search was stopped."));
+    EXPECT_EQ(m_prompts.messages, QStringList());
+    m_document.FindNext(QStringLiteral("b"));
+    EXPECT_EQ(m_prompts.messages, QStringList{NotFound});
+    EXPECT_EQ(told.last()[0].toString(), QString());
+}
+
+TEST_F(DocumentSearch, AWrongExpressionIsToldInTheStatusBarToo) {
+    m_options.RegExpOn = true;
+    const QSignalSpy told(&m_document, &frmDocument::Notice);
+    m_document.FindNext(QStringLiteral("(two"));
+    EXPECT_EQ(m_prompts.messages, QStringList{NotFound});
+    ASSERT_EQ(told.count(), 1);
+    EXPECT_EQ(told[0][0].toString(), QStringLiteral("Wrong at character 5: missing closing parenthesis"));
+}
+
 TEST_F(DocumentSearch, AllMatchesAreListedAndReplaced) {
     QString list;
     m_document.FindAllMatch(QStringLiteral("two"), list, false, false, false);
@@ -85,7 +118,7 @@ TEST_F(DocumentSearch, AllMatchesAreListedAndReplaced) {
 }
 
 TEST_F(DocumentSearch, IsNotClosedWhileItsMatchesAreListed) {
-    view().setText(QStringLiteral("a ").repeated(200'000));
+    view().setText(QStringLiteral("a ").repeated(1'000'000));
     bool closed = false;
     QTimer closer;
     QObject::connect(&closer, &QTimer::timeout, [&] {
@@ -96,11 +129,11 @@ TEST_F(DocumentSearch, IsNotClosedWhileItsMatchesAreListed) {
     QString list;
     for (int round = 0; round < 100; ++round) {
         m_document.FindAllMatch(QStringLiteral("a"), list, false, false, false);
-        if (list.count(u'\t') < 200'000)
+        if (list.count(u'\t') < 1'000'000)
             break;
     }
     closer.stop();
-    EXPECT_LT(list.count(u'\t'), 200'000);
+    EXPECT_LT(list.count(u'\t'), 1'000'000);
     EXPECT_FALSE(closed);
     EXPECT_TRUE(m_document.close());
 }

@@ -196,11 +196,42 @@ TEST_F(FindNext, IsStoppedByItsWatch) {
         EXPECT_TRUE(control.searchError());
         EXPECT_EQ(selected(), Selected(2, 4));
     }
+    for (const bool backwards : {false, true}) {
+        asked = 0;
+        EXPECT_EQ(control.findTyped(backwards), SearchOutcome::Failed);
+        EXPECT_EQ(asked, 3);
+        EXPECT_EQ(selected(), Selected(2, 4));
+    }
     EXPECT_EQ(control.countMatches(), 0);
     EXPECT_TRUE(control.searchError());
     EXPECT_EQ(control.replaceAll(), 0);
     EXPECT_FALSE(control.CanUndo() && control.Text() != slowLines());
     EXPECT_TRUE(allFound().empty());
+}
+
+TEST_F(FindNext, IsNotBegunAgainForTheRestOfARepeatCountWhenItWasStopped) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    int asked = 0;
+    control.setSearchWatch([&asked] { return ++asked < 3; });
+    for (const int command : {170, 173, 174, 176}) {
+        asked = 0;
+        control.setRepeatCount(50);
+        control.ExecuteCmd(command);
+        EXPECT_EQ(asked, 3) << command;
+        EXPECT_EQ(control.repeatCount(), 1);
+    }
+}
+
+TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    const QSignalSpy told(&control, &CodeMax::Notice);
+    control.setSearchWatch([&told] { return told.isEmpty(); });
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    ASSERT_EQ(told.count(), 2);
+    EXPECT_EQ(told[0][0].toString(), QStringLiteral("Searching. Esc stops it."));
+    EXPECT_EQ(told[1][0].toString(), QString());
 }
 
 TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
@@ -217,11 +248,12 @@ TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
 }
 
 TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
-    for (const int command : {170, 174, 176}) {
+    for (const int command : {170, 171, 172, 173, 174, 176}) {
         auto* gone = new CodeMax;
         gone->setText(slowLines());
         gone->setSearchRegExp(true);
         gone->setSearchText(QString::fromLatin1(Slow));
+        gone->SelectAll();
         const QPointer<CodeMax> alive(gone);
         gone->setSearchWatch([gone] {
             delete gone;

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -400,4 +401,40 @@ TEST_F(ReplaceDialogWindow, StandsBesideTheFindDialog) {
     FindDialog& replace = openReplace();
     EXPECT_TRUE(find.isVisible());
     EXPECT_TRUE(replace.isVisible());
+}
+
+TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
+    for (const char* button : {"cmdFindNext", "cmdFindPrevious", "cmdReplace", "cmdReplaceAll", "cmdCount"}) {
+        auto* gone = new CodeMax;
+        gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+        gone->setSearchRegExp(true);
+        SearchWindows::openReplace(*gone);
+        const QPointer<FindDialog> dialog = gone->findChild<FindDialog*>();
+        enter(*dialog, "cboFind", "(a|aa)+$");
+        gone->setSearchWatch([gone] {
+            delete gone;
+            return true;
+        });
+        press(*dialog, button);
+        EXPECT_FALSE(dialog) << button;
+    }
+}
+
+TEST_F(ReplaceDialogWindow, SaysThatASearchWasStopped) {
+    control.setText(QStringLiteral("b") + QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    control.setSearchWatch([] { return false; });
+    FindDialog& dialog = openReplace();
+    check(dialog, "chkRegExp");
+    enter(dialog, "cboFind", "(a|aa)+$");
+    for (const char* button : {"cmdFindNext", "cmdReplaceAll", "cmdCount"}) {
+        press(dialog, button);
+        EXPECT_EQ(result(dialog), QStringLiteral("The search was stopped.")) << button;
+    }
+    enter(dialog, "cboFind", "b|(a|aa)+$");
+    enter(dialog, "cboReplace", "c");
+    press(dialog, "cmdCount");
+    EXPECT_EQ(result(dialog), QStringLiteral("1 found. The search was stopped."));
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(result(dialog), QStringLiteral("1 replaced. The search was stopped."));
+    EXPECT_TRUE(control.Text().startsWith(QStringLiteral("ca")));
 }

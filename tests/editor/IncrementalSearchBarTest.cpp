@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QTest>
 #include <QToolButton>
 
@@ -232,4 +233,36 @@ TEST_F(SearchBar, ItsKeysComeBeforeThoseOfMenus) {
     other.ignore();
     QCoreApplication::sendEvent(&field(), &other);
     EXPECT_FALSE(other.isAccepted());
+}
+
+TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
+    auto* gone = new CodeMax;
+    gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    gone->show();
+    gone->setSearchRegExp(true);
+    SearchWindows::openIncremental(*gone, false);
+    const QPointer<IncrementalSearchBar> goneBar = gone->findChild<IncrementalSearchBar*>();
+    auto* goneField = goneBar->findChild<QLineEdit*>();
+    goneField->setText(QStringLiteral("(a|aa)+$"));
+    gone->setSearchWatch([gone] {
+        delete gone;
+        return true;
+    });
+    QTest::keyClick(goneField, Qt::Key_Return);
+    EXPECT_FALSE(goneBar);
+}
+
+TEST_F(SearchBar, SaysThatASearchWasStopped) {
+    control.setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    control.setSearchRegExp(true);
+    control.setSelection(3, 3);
+    control.setSearchWatch([] { return false; });
+    for (const bool backwards : {false, true}) {
+        open(backwards);
+        field().clear();
+        QTest::keyClicks(&field(), QStringLiteral("(a|aa)+$"));
+        EXPECT_EQ(told(), QStringLiteral("The search was stopped."));
+        EXPECT_EQ(selected(), Selected(3, 3));
+        key(Qt::Key_Escape);
+    }
 }

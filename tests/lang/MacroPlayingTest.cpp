@@ -191,6 +191,24 @@ TEST_F(MacroPlaying, EscapeStopsAndUndoTakesBackWhatWasPlayed) {
     EXPECT_EQ(control.Text(), QString());
 }
 
+TEST_F(MacroPlaying, EscapeStopsASearchThatTakesLong) {
+    const QString slow = u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000);
+    control.setText(slow);
+    control.setSelection(0, 0);
+    put(1, {text(u"x"_qs), command(179, u"(a|aa)+$"_qs), command(230), command(176), text(u"y"_qs)});
+    QSignalSpy told(&control, &CodeMax::Notice);
+    sendLater(Qt::Key_A, u"a"_qs);
+    sendLater(Qt::Key_Escape);
+    play(1);
+    EXPECT_FALSE(control.isPlaying());
+    EXPECT_EQ(told.first()[0].toString(), u"Playing a macro. Esc stops it."_qs);
+    EXPECT_EQ(told.last()[0].toString(), u"The macro was stopped."_qs);
+    EXPECT_EQ(control.Text(), u'x' + slow);
+    EXPECT_TRUE(control.updatesEnabled());
+    control.Undo();
+    EXPECT_EQ(control.Text(), slow);
+}
+
 TEST_F(MacroPlaying, NothingIsTypedLoadedOrClosedMeanwhile) {
     putEndless();
     const QString file = home.filePath(u"other.txt"_qs);

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+
+class CodeMax;
+
+/// Tells a person that a search of a control takes long, and how to end it, until this object goes. The search's watch
+/// owns it.
+class SearchNotice {
+ public:
+    explicit SearchNotice(CodeMax& control);
+    ~SearchNotice();
+    SearchNotice(const SearchNotice&) = delete;
+    SearchNotice& operator=(const SearchNotice&) = delete;
+
+    /// Called again and again as long as the search goes on.
+    void lookAtClock();
+
+ private:
+    QPointer<CodeMax> m_control;
+    QElapsedTimer m_since;
+    bool m_shown = false;
+};
