@@ -2,9 +2,9 @@
 
 #include "hex/HexText.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace {
 
@@ -25,12 +25,22 @@ QString inBase(const QString& decimal, int base) {
 }
 
 QString fromBase(const QString& digits, int base) {
-    bool isNumber = false;
-    const quint32 number = digits.toUInt(&isNumber, base);
-    return isNumber ? QString::number(static_cast<qint32>(number)) : QString();
+    const std::optional<quint32> number = NumberConversion::numberOfDigits(digits, base);
+    return number ? QString::number(static_cast<qint32>(*number)) : QString();
 }
 
 }  // namespace
+
+/// Qt would take signs, blanks and the prefixes of programming languages, too.
+std::optional<quint32> NumberConversion::numberOfDigits(const QString& digits, int base) {
+    const auto isDigit = [base](QChar digit) {
+        const int value = HexText::nibbleOf(digit);
+        return value >= 0 && value < base;
+    };
+    bool isNumber = std::all_of(digits.begin(), digits.end(), isDigit);
+    const quint32 number = isNumber ? digits.toUInt(&isNumber, base) : 0;
+    return isNumber ? std::optional(number) : std::nullopt;
+}
 
 QString NumberConversion::DecToHex(const QString& decimal) {
     return inBase(decimal, 16);

@@ -2,9 +2,14 @@
 
 #include <QString>
 
+#include <optional>
+
 /// Conversions of one number between texts of different bases. Numbers are signed and have 32 bits, negative ones their
 /// two's complement form; a text that is no such number gives an empty one.
 namespace NumberConversion {
+
+/// Digits of that base and nothing else, in 32 bits.
+std::optional<quint32> numberOfDigits(const QString& digits, int base);
 
 QString DecToHex(const QString& decimal);
 QString DecToOct(const QString& decimal);

@@ -1,5 +1,7 @@
 #include "hex/TypedPlace.h"
 
+#include "hex/NumberConversion.h"
+
 #include <algorithm>
 
 namespace {
@@ -9,11 +11,11 @@ constexpr double Largest = 1e15;
 }  // namespace
 
 std::optional<qint64> TypedPlace::offsetOf(const QString& text) {
-    bool isNumber = false;
     if (text.startsWith(QStringLiteral("&H"))) {
-        const quint32 number = text.mid(2).toUInt(&isNumber, 16);
-        return isNumber ? std::optional<qint64>(static_cast<qint32>(number)) : std::nullopt;
+        const std::optional<quint32> number = NumberConversion::numberOfDigits(text.mid(2), 16);
+        return number ? std::optional<qint64>(static_cast<qint32>(*number)) : std::nullopt;
     }
+    bool isNumber = false;
     const double number = text.toDouble(&isNumber);
     return isNumber && qAbs(number) < Largest ? std::optional<qint64>(qRound64(number)) : std::nullopt;
 }

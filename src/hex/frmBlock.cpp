@@ -1,6 +1,7 @@
 #include "hex/frmBlock.h"
 
 #include "hex/KeyFilterEdit.h"
+#include "hex/NumberConversion.h"
 
 #include <QButtonGroup>
 #include <QFormLayout>
@@ -126,9 +127,8 @@ bool frmBlock::fills() const {
 }
 
 std::optional<quint8> frmBlock::fillByte() const {
-    bool isNumber = false;
-    const uint byte = m_byte->text().trimmed().toUInt(&isNumber, 16);
-    return isNumber && byte <= 0xFF ? std::optional(static_cast<quint8>(byte)) : std::nullopt;
+    const std::optional<quint32> byte = NumberConversion::numberOfDigits(m_byte->text().trimmed(), 16);
+    return byte && *byte <= 0xFF ? std::optional(static_cast<quint8>(*byte)) : std::nullopt;
 }
 
 BlockForm frmBlock::form() const {

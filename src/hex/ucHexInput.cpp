@@ -95,6 +95,8 @@ void ucHex::finishNibble(HexCell cell) {
         return;
     m_grid1.setValue(cell.row, cell.col, u'0' + text);
     SaveData(cell.row, cell.col);
+    if (cell == m_grid1.cell())
+        showCell(cell);
 }
 
 void ucHex::SaveData(int row, int col) {

@@ -46,6 +46,18 @@ TEST(Conversions, OfBinaryTextHaveNoLimit) {
     EXPECT_EQ(cvBinToDec(QString(2000, u'1')), QString());
 }
 
+TEST(Conversions, TakeNothingButDigitsOfTheirBase) {
+    for (const auto& text : {u"0x10"_qs, u"-1"_qs, u"+1"_qs, u" 1"_qs, u"1 "_qs, u"G"_qs, u"\u0661"_qs, QString()}) {
+        EXPECT_EQ(NumberConversion::numberOfDigits(text, 16), std::nullopt) << text.toStdString();
+        EXPECT_EQ(NumberConversion::HexToDec(text), QString()) << text.toStdString();
+        EXPECT_EQ(NumberConversion::OctToDec(text), QString()) << text.toStdString();
+    }
+    EXPECT_EQ(NumberConversion::OctToDec(u"8"_qs), QString());
+    EXPECT_EQ(NumberConversion::numberOfDigits(u"fFfFfFfF"_qs, 16), 0xFFFFFFFFU);
+    EXPECT_EQ(NumberConversion::numberOfDigits(u"100000000"_qs, 16), std::nullopt);
+    EXPECT_EQ(NumberConversion::numberOfDigits(u"0000000000017"_qs, 8), 15U);
+}
+
 TEST(Conversions, OfAPairOfDigits) {
     EXPECT_EQ(GetVal(u"FF"_qs), 255);
     EXPECT_EQ(GetVal(u"0a"_qs), 10);

@@ -369,6 +369,49 @@ TEST_F(HexFindForm, RefusesInPlaceWhatIsNoByte) {
     EXPECT_EQ(history("hex_findtext.txt"), "(no such file)");
 }
 
+TEST_F(HexFindForm, StandsAnyTextInEveryBox) {
+    const QByteArray bytes(1000, '.');
+    const QString texts[] = {QString(),
+                             u" "_qs,
+                             u"-1"_qs,
+                             u"99999999999999999999"_qs,
+                             u"xyz"_qs,
+                             u"1 2 3"_qs,
+                             u"\n\r"_qs,
+                             u"\U0001F600"_qs,
+                             u"\xD800"_qs,
+                             QString(QChar(0)),
+                             u"%1 %2 \"&\""_qs,
+                             QString(100'000, u'9'),
+                             QString(99'999, u'F')};
+    for (const Page& page : Pages) {
+        open(bytes);
+        use(page, [&](OnPage on) {
+            for (const char* filled : {"Text1", "Text2"}) {
+                if (on.box(filled) == nullptr)
+                    continue;
+                for (const QString& text : texts) {
+                    // What is looked for is nowhere in the file, so that nothing is replaced.
+                    on.set("Text1", on.button("Option2(0)") != nullptr ? u"nowhere"_qs : u"FEFEFE"_qs);
+                    if (on.box("Text2") != nullptr)
+                        on.set("Text2", u"41"_qs);
+                    on.set(filled, text);
+                    for (const char* button :
+                         {"cmdFindNext", "cmdCount", "cmdMarkAll", "cmdReplace", "cmdReplaceAll"}) {
+                        if (on.button(button) != nullptr)
+                            on.click(button);
+                    }
+                    EXPECT_TRUE(on.page->isVisible());
+                }
+            }
+        });
+        takeMessages();
+        EXPECT_EQ(workingBytes().size(), bytes.size()) << page.name;
+        EXPECT_EQ(workingBytes(), bytes) << page.name;
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    }
+}
+
 TEST_F(HexFindForm, TellsCountsAndMarksInTheWordsOfEachPage) {
     struct Case {
         Page page;

@@ -7,14 +7,12 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <random>
 
 namespace {
 
 using FindingInHex = HexFixture;
 using HexMarks = HexFixture;
 using HexPlaces = HexFixture;
-using AnyUseOfTheHexView = HexFixture;
 
 }  // namespace
 
@@ -245,98 +243,6 @@ TEST_F(HexPlaces, OfABlockAreCopiedAsText) {
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"01 02 "_qs);
     m_hex->copyBlock(Offset(39), Offset(90), BlockForm::CSource);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"unsigned char data[1] = {\r\n\t0x27\r\n};"_qs);
-}
-
-/// Everything a person does, in any order, against an array of bytes and the plain rules of each step.
-TEST_F(AnyUseOfTheHexView, AgreesWithAnArrayOfBytes) {
-    struct Edit {
-        qint64 position;
-        char before;
-    };
-    std::mt19937 random(77);
-    const auto below = [&](qint64 number) { return static_cast<qint64>(random() % static_cast<quint32>(number)); };
-    for (int run = 0; run < 12; ++run) {
-        QByteArray model = someBytes(1 + below(run % 2 == 0 ? 400 : 2000));
-        std::vector<Edit> edits;
-        open(model);
-        for (int step = 0; step < 150; ++step) {
-            switch (below(12)) {
-                case 0:
-                case 1: {
-                    const int byte = static_cast<int>(below(256));
-                    ASSERT_EQ(m_hex->ActiveGrid() == 1, pane(1)->hasFocus());
-                    pane(1)->setFocus();
-                    const qint64 position = cursor();
-                    type(HexText::ByteToHexCell(byte));
-                    edits.push_back({position, model[position - 1]});
-                    model[position - 1] = static_cast<char>(byte);
-                    break;
-                }
-                case 2: {
-                    pane(2)->setFocus();
-                    const qint64 position = cursor();
-                    type(u"q"_qs);
-                    edits.push_back({position, model[position - 1]});
-                    model[position - 1] = 'q';
-                    break;
-                }
-                case 3:
-                    m_hex->cmdUndo();
-                    if (!edits.empty()) {
-                        model[edits.back().position - 1] = edits.back().before;
-                        ASSERT_EQ(cursor(), edits.back().position);
-                        edits.pop_back();
-                    }
-                    break;
-                case 4: {
-                    const char what = static_cast<char>(below(250));
-                    const qint64 from = cursor();
-                    const qsizetype next = from < model.size() ? model.indexOf(what, from) : -1;
-                    const qsizetype around = from < model.size() ? model.indexOf(what) : -1;
-                    const qsizetype expected = next >= 0 ? next : around;
-                    ASSERT_EQ(m_hex->FindDown(HexText::ByteToHexCell(static_cast<quint8>(what)) + u' ', 0),
-                              expected < 0 ? -1 : expected + 1);
-                    break;
-                }
-                case 5: {
-                    const char what = static_cast<char>(below(250));
-                    const QString text = HexText::ByteToHexCell(static_cast<quint8>(what)) + u' ';
-                    ASSERT_EQ(m_hex->CountBytes(text, 0), model.count(what));
-                    ASSERT_EQ(m_hex->ReplaceAll(text, u"EE "_qs, 0), model.count(what));
-                    model.replace(what, '\xEE');
-                    break;
-                }
-                case 6:
-                    press(below(2) == 0 ? Qt::Key_PageDown : Qt::Key_PageUp);
-                    break;
-                case 7:
-                    press(below(2) == 0 ? Qt::Key_Down : Qt::Key_Up);
-                    break;
-                case 8:
-                    press(below(2) == 0 ? Qt::Key_Right : Qt::Key_Left);
-                    break;
-                case 9:
-                    press(below(2) == 0 ? Qt::Key_Home : Qt::Key_End, Qt::ControlModifier);
-                    break;
-                case 10:
-                    scrollBar()->setValue(static_cast<int>(below(101)));
-                    break;
-                default:
-                    select(static_cast<int>(below(20)), static_cast<int>(below(16)));
-            }
-            if (edits.size() > 31)
-                edits.erase(edits.begin());
-            ASSERT_NO_FATAL_FAILURE(expectShown(model)) << "run " << run << " step " << step;
-            ASSERT_GE(cursor(), 1);
-            ASSERT_LE(cursor(), model.size());
-            ASSERT_EQ(grid(1)->cell(), grid(2)->cell());
-            ASSERT_EQ(info(3), QString::number(cursor() - 1));
-        }
-        ASSERT_EQ(workingBytes(), model);
-        ASSERT_TRUE(m_hex->SaveFile(at(u"saved"_qs), true));
-        ASSERT_EQ(bytesOf(at(u"saved"_qs)).left(model.size()), model);
-        QFile::remove(at(u"saved"_qs));
-    }
 }
 
 TEST_F(HexPlaces, OfABlockTooLargeForTheClipboardAreRefused) {
