@@ -268,8 +268,11 @@ def benchHex(bench, inside):
     bench.ownFailed |= any(row.get("error_occurred") for row in rows)
     bench.say("", "The byte view: milliseconds", "", "| | ms |", "|---|---|",
               *(f"| {row['name'].removesuffix('/real_time')} | {row['real_time']:.2f} |" for row in rows
-                if "more_MB" not in row))
+                if "more_MB" not in row and "own_ms" not in row))
     for row in rows:
+        if "own_ms" in row:
+            bench.say("", f"{row['name'].partition('/')[0]}: {row['own_ms']:.0f} ms against {row['yardstick_ms']:.0f}, "
+                          f"{row['own_ms'] / row['yardstick_ms']:.2f} times.")
         if "more_MB" in row:
             bench.say("", f"A file of 2 GB holds {row['more_MB']:.1f} MB more than one of a page.")
 

@@ -16,6 +16,12 @@ enum class HexFindType : qint16 {
 /// What is searched for, ready to be found in blocks of bytes. Never empty. Case is that of Windows-1252.
 class HexNeedle {
  public:
+    /// A byte in lower and in upper case; the same twice when it is no letter.
+    struct Letter {
+        quint8 lower;
+        quint8 upper;
+    };
+
     /// Nothing when the text is empty, no byte sequence, or holds a character that is no byte.
     static std::optional<HexNeedle> make(const QString& text, HexFindType type);
 
@@ -23,17 +29,19 @@ class HexNeedle {
     /// By how many bytes the blocks of a search overlap: the number of characters of a text, one less of a sequence.
     qsizetype overlap() const { return m_overlap; }
 
-    /// Makes a block fit to be searched in. To be called once for a block.
-    void prepare(QByteArray& block) const;
-    /// Index of the first match in a prepared block at `from` or behind it; -1 when there is none.
+    /// Index of the first match in a block at `from` or behind it; -1 when there is none.
     qsizetype firstIn(QByteArrayView block, qsizetype from = 0) const;
-    /// Index of the last match in a prepared block; -1 when there is none.
+    /// Index of the last match in a block; -1 when there is none.
     qsizetype lastIn(QByteArrayView block) const;
 
  private:
     HexNeedle(QByteArray bytes, qsizetype overlap, bool ignoresCase);
 
+    qsizetype firstAnyCase(QByteArrayView block, qsizetype from) const;
+
     QByteArray m_bytes;
     qsizetype m_overlap;
     bool m_ignoresCase;
+    Letter m_first;
+    Letter m_last;
 };

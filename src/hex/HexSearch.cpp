@@ -8,13 +8,12 @@ qint64 HexSearch::blockFor(const HexNeedle& needle) const {
     return needle.overlap() < m_blockSize ? m_blockSize : m_blockSize + needle.overlap();
 }
 
-bool HexSearch::read(const HexNeedle& needle, qint64 at, qint64 size, QByteArray& block) const {
+bool HexSearch::read(qint64 at, qint64 size, QByteArray& block) const {
     block.resize(static_cast<qsizetype>(size));
     const qint64 count = m_bytes.read(FilePosition(at), block.data(), size);
     if (count < 0)
         return false;
     block.resize(static_cast<qsizetype>(count));
-    needle.prepare(block);
     return true;
 }
 
@@ -23,7 +22,7 @@ bool HexSearch::scanDown(const HexNeedle& needle, qint64 start, std::optional<Fi
     const qint64 size = blockFor(needle);
     QByteArray block;
     for (qint64 at = start; at <= length; at += size - needle.overlap()) {
-        if (!read(needle, at, size, block))
+        if (!read(at, size, block))
             return false;
         if (const qsizetype index = needle.firstIn(block); index >= 0)
             found = FilePosition(at + index);
@@ -57,7 +56,7 @@ std::optional<FilePosition> HexSearch::findUp(const HexNeedle& needle, FilePosit
         if (isLast)
             size = std::max<qint64>(at, needle.overlap());  // and stays so small when the search goes on from the end
         at = isLast ? 1 : at - m_blockSize;
-        if (!read(needle, at, size, block))
+        if (!read(at, size, block))
             return std::nullopt;
         if (const qsizetype found = needle.lastIn(block); found >= 0)
             return FilePosition(at + found);
@@ -76,7 +75,7 @@ qint64 HexSearch::forEachMatch(const HexNeedle& needle, const std::function<void
     qint64 matches = 0;
     QByteArray block;
     for (qint64 at = 1; at <= length; at += size - needle.overlap()) {
-        if (!read(needle, at, size, block))
+        if (!read(at, size, block))
             break;
         for (qsizetype found = needle.firstIn(block); found >= 0; found = needle.firstIn(block, found + 1)) {
             ++matches;

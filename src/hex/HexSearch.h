@@ -40,7 +40,7 @@ class HexSearch {
 
  private:
     qint64 blockFor(const HexNeedle& needle) const;
-    bool read(const HexNeedle& needle, qint64 at, qint64 size, QByteArray& block) const;
+    bool read(qint64 at, qint64 size, QByteArray& block) const;
     /// False when a block can't be read.
     bool scanDown(const HexNeedle& needle, qint64 start, std::optional<FilePosition>& found) const;
 

@@ -296,3 +296,42 @@ TEST_F(Searching, EndsWhereTheFileCannotBeRead) {
     EXPECT_EQ(up(sequence("ab"), 4, true), -1);
     EXPECT_EQ(count(sequence("ab")), 0);
 }
+
+TEST_F(Searching, AnyCaseAgreesWithAPlainSearchOfLowerCaseInLongBlocks) {
+    static constexpr quint8 Letters[] = {'a', 'A', 'b', 0xE4, 0xC4, 0xD7, 0xF7, 0x8A, 0x9A};
+    const auto someBytes = [](std::mt19937& random, unsigned length) {
+        QByteArray bytes;
+        for (unsigned i = 0; i < length; ++i)
+            bytes += static_cast<char>(Letters[random() % std::size(Letters)]);
+        return bytes;
+    };
+    const auto decoded = [](const QByteArray& bytes) {
+        QString text;
+        for (const char byte : bytes)
+            text += QChar(Windows1252::characterOf(static_cast<quint8>(byte)));
+        return text;
+    };
+    std::mt19937 random(29);
+    int hits = 0;
+    for (int run = 0; run < 2000; ++run) {
+        m_file.bytes = someBytes(random, 1 + random() % 400);
+        const QByteArray what = someBytes(random, 1 + random() % 5);
+        const qsizetype start = static_cast<qsizetype>(random() % static_cast<unsigned>(m_file.bytes.size()));
+        const qsizetype index = decoded(m_file.bytes).toLower().indexOf(decoded(what).toLower(), start);
+        hits += index >= 0 ? 1 : 0;
+        const HexNeedle needle = text(decoded(what), HexFindType::AnyCase);
+        EXPECT_EQ(numberOf(HexSearch(m_file).findDown(needle, FilePosition(start + 1), false)),
+                  index < 0 ? -1 : index + 1);
+    }
+    EXPECT_GT(hits, 500);
+    EXPECT_LT(hits, 1500);
+}
+
+TEST_F(Searching, ANeedleThatNearlyMatchesEverywhereIsStillFound) {
+    m_file.bytes = QByteArray(20'000, 'A') + 'B' + QByteArray(100, 'a') + "end";
+    const QString needle = QString(100, u'a') + u'b' + QString(100, u'A');
+    EXPECT_EQ(numberOf(HexSearch(m_file).findDown(text(needle, HexFindType::AnyCase), FilePosition(1), false)), 19'901);
+    EXPECT_EQ(numberOf(HexSearch(m_file).findDown(text(needle + u'b', HexFindType::AnyCase), FilePosition(1), false)),
+              -1);
+    EXPECT_EQ(HexSearch(m_file).count(text(needle, HexFindType::AnyCase)), 1);
+}
