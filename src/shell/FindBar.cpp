@@ -2,6 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "editor/CodeMax.h"
+#include "editor/SearchHistory.h"
 #include "shell/Commands.h"
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
@@ -120,7 +121,10 @@ void FindBar::takeFindHistory() {
 }
 
 void FindBar::LoadSearchKeys() {
-    setKeys(SearchKeys::fromLines(ListFile::read(listPath())));
+    const QStringList lines = ListFile::read(listPath());
+    setKeys(SearchKeys::fromLines(lines));
+    for (const QString& line : lines)
+        SearchHistory::ofFinds().add(line);
 }
 
 void FindBar::SaveSearchKeys() const {

@@ -27,6 +27,7 @@ class FindBar : public QObject {
     void FindNext();
     void FindPrevious();
 
+    /// Fills the find history of the controls too, which ends with the program.
     void LoadSearchKeys();
     void SaveSearchKeys() const;
 

@@ -288,3 +288,14 @@ TEST_F(FindBarOfTheFrame, OneKeyWalksFromTheDocumentToTheBarToTheTabs) {
     QTest::keyClick(&control(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_TRUE(box().hasFocus());
 }
+
+TEST_F(FindBarOfTheFrame, WhatWasSearchedForInAnEarlierRunIsOfferedByTheFindDialogToo) {
+    ListFile::write(listFile(), {QStringLiteral("older"), QStringLiteral("of the last run")});
+    start();
+    type(QStringLiteral("text"));
+    run("mnuFind");
+    const auto* offered = dialog("mnuFind").findChild<QComboBox*>();
+    EXPECT_EQ(offered->itemText(0), QStringLiteral("of the last run"));
+    EXPECT_EQ(offered->itemText(1), QStringLiteral("older"));
+    EXPECT_EQ(offered->currentText(), QStringLiteral("of the last run"));
+}
