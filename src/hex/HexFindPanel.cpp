@@ -95,6 +95,8 @@ QComboBox* HexFindPanel::addBox(const char* name, const char* label, const char*
     connect(box, &QComboBox::editTextChanged, m_refusal, &QLabel::clear);
     m_boxes->addWidget(caption);
     m_boxes->addWidget(box);
+    if (m_term != nullptr)
+        setTabOrder(m_term, box);
     return box;
 }
 

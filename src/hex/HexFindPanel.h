@@ -46,7 +46,7 @@ class HexFindPanel : public QWidget {
     const HexFindDesk& desk() const { return m_desk; }
     ucHex* view() const;
 
-    /// One with a label and the name of its file as its tag.
+    /// One below the others, with a label and the name of its file as its tag. Tab reaches it after the term.
     QComboBox* addBox(const char* name, const char* label, const char* history);
     QPushButton* addButton(const char* name, const char* caption, const char* shortcut);
     static KeyFilterEdit* editOf(const QComboBox* box);

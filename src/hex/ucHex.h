@@ -11,6 +11,7 @@
 #include "hex/HexUndoLog.h"
 #include "hex/WorkingCopy.h"
 
+#include <QPointer>
 #include <QWidget>
 
 class Prompts;
@@ -196,6 +197,10 @@ class ucHex : public QWidget {
     void refuseEdit(const SystemError& error);
     void finishNibble(HexCell cell);
 
+    /// A form over the window that the view is in; goes with the view. It is no child of the view: the area of a child
+    /// window would take the keys of its tabs.
+    template <typename Form, typename... Arguments>
+    QPointer<Form> makeForm(Arguments&&... arguments);
     void showFindForm(const QString& key, const QString& caption);
     void placeClearOfTopRow(QWidget& form) const;
     void selectInBoth(HexCell cell);

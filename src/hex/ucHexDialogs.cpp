@@ -14,6 +14,7 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -28,11 +29,18 @@ constexpr int RowsInSight = 3;  ///< above a form that must not hide a match
 
 }  // namespace
 
+template <typename Form, typename... Arguments>
+QPointer<Form> ucHex::makeForm(Arguments&&... arguments) {
+    QPointer<Form> form(new Form(std::forward<Arguments>(arguments)..., window()));
+    connect(this, &QObject::destroyed, form, [raw = form.data()] { delete raw; });
+    return form;
+}
+
 void ucHex::cmdGoOffset() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const QPointer<frmGotoOffSet> form(new frmGotoOffSet(m_prompts, this));
+    const auto form = makeForm<frmGotoOffSet>(m_prompts);
     if (askWith(form))
         gotoOffset(form->value());
     delete form;
@@ -42,7 +50,7 @@ void ucHex::cmdGoPage() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const QPointer<frmGotoPage> form(new frmGotoPage(m_prompts, m_paging.typedPages(), this));
+    const auto form = makeForm<frmGotoPage>(m_prompts, m_paging.typedPages());
     if (askWith(form))
         gotoPage(form->value());
     delete form;
@@ -52,7 +60,7 @@ void ucHex::SelectBlock() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const QPointer<frmBlock> form(new frmBlock(this));
+    const auto form = makeForm<frmBlock>();
     if (askWith(form)) {
         if (!form->fills())
             copyBlock(form->first(), form->last(), form->form());
@@ -63,13 +71,13 @@ void ucHex::SelectBlock() {
 }
 
 void ucHex::cmdConversion() {
-    const QPointer<frmConvert> form(new frmConvert(this));
+    const auto form = makeForm<frmConvert>();
     form->exec();
     delete form;
 }
 
 void ucHex::cmdCharTable() {
-    const QPointer<frmAnsiTable> form(new frmAnsiTable(this));
+    const auto form = makeForm<frmAnsiTable>();
     form->exec();
     delete form;
 }
@@ -121,7 +129,7 @@ void ucHex::showFindForm(const QString& key, const QString& caption) {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const QPointer<frmFindReplace> form(new frmFindReplace({m_prompts, m_options, m_findState}, this));
+    const auto form = makeForm<frmFindReplace>(HexFindDesk{m_prompts, m_options, m_findState});
     form->InitControl(this, key, caption, m_locked);
     placeClearOfTopRow(*form);
     form->exec();

@@ -631,6 +631,45 @@ TEST_F(HexFindForm, KeepsWhatWasSearchedAndPutInItsPlace) {
     use(FindHex, [&](OnPage on) { EXPECT_EQ(on.text("Text1"), u"10 "_qs); });
 }
 
+TEST_F(HexFindForm, IsWalkedByTabInTheOrderOfItsPage) {
+    open("..ab..");
+    for (const Page& page : Pages) {
+        use(page, [&](OnPage on) {
+            QStringList walked;
+            on.box("Text1")->setFocus();
+            for (int i = 0; i < 12; ++i) {
+                walked += QApplication::focusWidget()->objectName();
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            }
+            const bool isText = on.button("Option2(0)") != nullptr;
+            QStringList expected{u"Text1"_qs};
+            if (on.box("Text2") != nullptr)
+                expected += u"Text2"_qs;
+            expected += isText ? u"Option2(0)"_qs : u"Option1(0)"_qs;
+            if (isText)
+                expected += u"Option1(0)"_qs;
+            expected += QStringList({u"cmdFindNext"_qs, u"cmdCount"_qs, u"cmdMarkAll"_qs});
+            if (on.box("Text2") != nullptr)
+                expected += QStringList({u"cmdReplace"_qs, u"cmdReplaceAll"_qs});
+            expected += u"cmdClose"_qs;
+            EXPECT_EQ(walked.mid(0, expected.size()), expected) << walked.join(u' ').toStdString();
+        });
+    }
+}
+
+TEST_F(HexFindForm, ChangesPagesByKeys) {
+    open("..ab..");
+    whileOpen([](const QDialog* form) {
+        const auto* tabs = form->findChild<QTabBar*>(u"TabStrip1"_qs);
+        const int last = tabs->currentIndex();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(tabs->currentIndex(), last - 1);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(tabs->currentIndex(), last);
+    });
+    m_hex->cmdFindHex();
+}
+
 /// A button that is pressed by its key acts when it is seen to be down.
 TEST_F(HexFindForm, CanBeUsedByKeysAlone) {
     open("..ab..");

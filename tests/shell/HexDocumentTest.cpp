@@ -11,6 +11,7 @@
 
 #include <QDialog>
 #include <QMenuBar>
+#include <QTabBar>
 #include <QTimer>
 
 /// Documents in hex mode, as the frame holds them.
@@ -361,6 +362,46 @@ TEST_F(HexDocuments, ArrangingTheWindowsLeavesTheKeyboardInTheBytes) {
             EXPECT_EQ(m_frame->focusWidget(), &pane()) << command << fromMenu;
         }
     }
+}
+
+TEST_F(HexDocuments, KeysOfAFormStayInTheForm) {
+    start();
+    open(fileOf("text"));
+    open(binary());
+    frmDocument* const before = active();
+    m_frame->activateWindow();
+    QApplication::processEvents();
+    QTimer::singleShot(0, m_frame.get(), [&] {
+        auto* form = QApplication::activeModalWidget();
+        ASSERT_NE(form, nullptr);
+        auto* tabs = form->findChild<QTabBar*>(QStringLiteral("TabStrip1"));
+        ASSERT_NE(tabs, nullptr);
+        form->activateWindow();
+        QApplication::processEvents();
+        QWidget* const focused = form->focusWidget();
+        ASSERT_EQ(tabs->currentIndex(), 3);
+        QTest::keyPress(focused, Qt::Key_Control, Qt::ControlModifier);
+        QTest::keyClick(focused, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QTest::keyRelease(focused, Qt::Key_Control);
+        EXPECT_EQ(tabs->currentIndex(), 2);
+        EXPECT_EQ(active(), before);
+        form->close();
+    });
+    run("mnuFind");
+    EXPECT_EQ(active(), before);
+}
+
+TEST_F(HexDocuments, FormsGoWithTheirDocument) {
+    start();
+    open(binary());
+    QTimer::singleShot(0, m_frame.get(), [&] {
+        ASSERT_NE(QApplication::activeModalWidget(), nullptr);
+        parts().children->unload(active());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    });
+    hex().cmdFindHex();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 // The Tools menu
