@@ -54,6 +54,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     layOut();
     if (!m_options.FontName.isEmpty())
         m_text->setTextFont(m_options.FontName, m_options.FontSize);
+    m_text->HighLightLine();  // nothing moves the caret of an empty document
     connectTextView();
     connectHexView();
     m_menus = std::make_unique<ContextMenus>(*this);

@@ -49,6 +49,11 @@ TEST_F(Document, BeginsUntitledAndUntouchedInTextMode) {
     EXPECT_TRUE(m_host.calls.isEmpty());
 }
 
+TEST_F(Document, ShowsTheHighlightOfItsRowFromTheStart) {
+    EXPECT_EQ(view().LastHighlightLine(), 0);
+    EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+}
+
 TEST_F(Document, ItsPartsBearTheirNames) {
     EXPECT_EQ(m_document.objectName(), QStringLiteral("frmDocument"));
     EXPECT_EQ(m_document.findChild<rtCM*>(QStringLiteral("rtCM1")), &view());
