@@ -3,6 +3,7 @@
 #include "document/DocumentHost.h"
 #include "document/frmDocument.h"
 #include "platform/Icons.h"
+#include "platform/MenuStyle.h"
 
 #include <QAction>
 #include <QMenu>
@@ -117,6 +118,7 @@ void addCommand(QMenu& menu, const Entry& entry, frmDocument& document) {
 
 void addSubMenu(QMenu& menu, const Entry& entry) {
     QMenu* added = menu.addMenu(QString::fromLatin1(entry.caption));
+    MenuStyle::giveTo(*added);
     added->setObjectName(QString::fromLatin1(entry.name));
     added->menuAction()->setObjectName(QString::fromLatin1(entry.name));
 }
@@ -124,6 +126,7 @@ void addSubMenu(QMenu& menu, const Entry& entry) {
 QMenu* build(const char* name, std::span<const Entry> entries, frmDocument& document) {
     auto* menu = new QMenu(&document);
     menu->setObjectName(QString::fromLatin1(name));
+    MenuStyle::giveTo(*menu);
     for (const Entry& entry : entries) {
         QMenu* place = *entry.menu == '\0' ? menu : menu->findChild<QMenu*>(QString::fromLatin1(entry.menu));
         if (*entry.name == '\0')

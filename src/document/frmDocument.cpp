@@ -11,6 +11,7 @@
 #include "editor/CodeMax.h"
 #include "platform/BusyPointer.h"
 #include "platform/FileInfo.h"
+#include "platform/Icons.h"
 #include "platform/Paths.h"
 #include "platform/Prompts.h"
 #include "platform/Yield.h"
@@ -18,7 +19,6 @@
 #include "settings/Options.h"
 
 #include <QCloseEvent>
-#include <QFileInfo>
 #include <QIcon>
 #include <QPointer>
 #include <QVBoxLayout>
@@ -34,7 +34,7 @@ constexpr int margin = (marginInTwips + twipsPerPixel - 1) / twipsPerPixel;
 
 enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };
 
-constexpr std::array iconFiles{":/icons/doc-normal.svg", ":/icons/doc-changed.svg", ":/icons/doc-locked.svg"};
+constexpr std::array iconNames{"doc-normal", "doc-changed", "doc-locked"};
 
 // Qt takes these three characters in a window title for the place of its own mark and doubles them to mean themselves.
 const QLatin1String titleMark("[*]");
@@ -245,9 +245,8 @@ void frmDocument::SetDocIcon(int icon) {
     if (icon < NormalIcon || icon > ReadOnlyIcon)
         return;
     m_icon = icon;
-    const QString file = QLatin1String(iconFiles[static_cast<size_t>(icon)]);
-    if (QFileInfo::exists(file))
-        setWindowIcon(QIcon(file));
+    if (const QIcon picture = Icons::named(iconNames[static_cast<size_t>(icon)]); !picture.isNull())
+        setWindowIcon(picture);
 }
 
 DocumentView& frmDocument::viewFor(bool text) const {

@@ -3,7 +3,7 @@
 #include "editor/CodeMax.h"
 #include "editor/EditScope.h"
 #include "editor/TokenTheme.h"
-#include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 
 void CodeMax::setLanguage(const LanguageDefinition* language) {
     if (language == m_colouring.language())
@@ -32,7 +32,7 @@ TokenLook CodeMax::textLook() const {
     const QColor base = baseColour();
     TokenLook look = looks().on(base, TokenClass::Text);
     if (!looks().ownColour(TokenLooks::groundOf(base), TokenClass::Text).isValid())
-        look.colour = TokenClasses::readableOn(base, palette().color(QPalette::Text));
+        look.colour = Contrast::readableOn(base, palette().color(QPalette::Text));
     return look;
 }
 

@@ -9,6 +9,7 @@
 #include "editor/RtfReader.h"
 #include "editor/RtfWriter.h"
 #include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 
 #include <algorithm>
 #include <iterator>
@@ -41,7 +42,7 @@ void CodeMax::setDisplayLeftMargin(bool on) {
 void CodeMax::applyLeftMargin() {
     const QColor text = textLook().colour;
     const QColor own = m_options.leftMarginColour;
-    const QColor shown = own.isValid() ? own : ViewColours::blended(baseColour(), text, 5);
+    const QColor shown = own.isValid() ? own : Contrast::blended(baseColour(), text, 5);
     send(SCI_SETMARGINBACKN, Margins::Bookmarks, ViewColours::number(shown));
     send(SCI_SETMARGINWIDTHN, Margins::Bookmarks, m_options.leftMargin ? Margins::BookmarksWidth : 0);
 }

@@ -3,13 +3,14 @@
 #include "editor/CodeMax.h"
 #include "editor/Margins.h"
 #include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 
 #include <QEvent>
 #include <QPaintEvent>
 
 #include <algorithm>
 
-using ViewColours::blended;
+using Contrast::blended;
 using ViewColours::readableOn;
 
 namespace {

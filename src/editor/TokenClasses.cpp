@@ -1,10 +1,9 @@
 #include "editor/TokenClasses.h"
 
-#include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace {
 
@@ -26,14 +25,6 @@ constexpr auto Rows = std::to_array<Row>({
 });
 static_assert(Rows.size() == TokenClasses::Count);
 
-double linear(double part) {
-    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-}
-
-double luminance(const QColor& colour) {
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) + 0.0722 * linear(colour.blueF());
-}
-
 }  // namespace
 
 std::span<const Row> TokenClasses::table() {
@@ -45,27 +36,7 @@ std::optional<TokenClass> TokenClasses::byName(QByteArrayView name) {
     return row == Rows.end() ? std::nullopt : std::optional(row->token);
 }
 
-double TokenClasses::contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-bool TokenClasses::isDark(const QColor& ground) {
-    return contrast(ground, Qt::white) > contrast(ground, Qt::black);
-}
-
-QColor TokenClasses::readableOn(const QColor& ground, const QColor& wanted) {
-    const QColor end = isDark(ground) ? Qt::white : Qt::black;
-    constexpr int Step = 5;
-    for (int percent = 0; percent < 100; percent += Step) {
-        const QColor colour = ViewColours::blended(wanted, end, percent);
-        if (contrast(colour, ground) >= EnoughContrast)
-            return colour;
-    }
-    return end;
-}
-
 QColor TokenClasses::colourOn(const QColor& ground, TokenClass token) {
     const Row& row = Rows[static_cast<std::size_t>(token)];
-    return readableOn(ground, QColor::fromRgb(isDark(ground) ? row.onDark : row.onLight));
+    return Contrast::readableOn(ground, QColor::fromRgb(Contrast::isDark(ground) ? row.onDark : row.onLight));
 }

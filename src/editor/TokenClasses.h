@@ -41,14 +41,6 @@ std::span<const Row> table();
 
 std::optional<TokenClass> byName(QByteArrayView name);
 
-/// How far two colours differ in lightness to the eye, from 1 to 21.
-double contrast(const QColor& one, const QColor& other);
-inline constexpr double EnoughContrast = 4.5;
-
-/// Whether a ground is one for light colours.
-bool isDark(const QColor& ground);
-/// A colour on this ground. Where it would be hard to read it goes towards black or white until it is not.
-QColor readableOn(const QColor& ground, const QColor& wanted);
 /// The colour of a class on this ground, made readable there.
 QColor colourOn(const QColor& ground, TokenClass token);
 

@@ -1,5 +1,6 @@
 #include "editor/TokenLooks.h"
 
+#include "platform/Contrast.h"
 #include "settings/Colour.h"
 #include "settings/RegistryData.h"
 #include "settings/RegistryStore.h"
@@ -91,7 +92,7 @@ const TokenLooks::StoredRow TokenLooks::StoredRow::Rows[] = {
 TokenLook TokenLooks::on(const QColor& ground, TokenClass token) const {
     const QColor chosen = ownColour(groundOf(ground), token);
     const QColor colour =
-        chosen.isValid() ? TokenClasses::readableOn(ground, chosen) : TokenClasses::colourOn(ground, token);
+        chosen.isValid() ? Contrast::readableOn(ground, chosen) : TokenClasses::colourOn(ground, token);
     return {colour, bold(token), italic(token)};
 }
 

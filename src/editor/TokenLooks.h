@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/TokenClasses.h"
+#include "platform/Contrast.h"
 
 #include <array>
 #include <optional>
@@ -21,7 +22,7 @@ struct TokenLook {
 class TokenLooks {
  public:
     enum Ground { Light, Dark };
-    static Ground groundOf(const QColor& colour) { return TokenClasses::isDark(colour) ? Dark : Light; }
+    static Ground groundOf(const QColor& colour) { return Contrast::isDark(colour) ? Dark : Light; }
 
     /// The look of a class on a ground, its colour made readable there.
     TokenLook on(const QColor& ground, TokenClass token) const;

@@ -6,11 +6,6 @@ long number(const QColor& colour) {
     return colour.red() | colour.green() << 8 | colour.blue() << 16;
 }
 
-QColor blended(const QColor& one, const QColor& other, int percentOfOther) {
-    const auto mix = [percentOfOther](int a, int b) { return (a * (100 - percentOfOther) + b * percentOfOther) / 100; };
-    return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
-}
-
 bool isDark(const QColor& colour) {
     return colour.lightness() < 128;
 }

@@ -8,9 +8,6 @@ namespace ViewColours {
 /// Scintilla takes colours as blue-green-red.
 long number(const QColor& colour);
 
-/// `one` with so many parts of a hundred of `other`.
-QColor blended(const QColor& one, const QColor& other, int percentOfOther);
-
 bool isDark(const QColor& colour);
 
 /// A stored colour meant for dark text on light ground keeps its hue on dark ground and changes its lightness.

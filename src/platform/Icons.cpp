@@ -1,7 +1,10 @@
 #include "platform/Icons.h"
 
+#include "platform/Contrast.h"
+
 #include <QApplication>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
@@ -15,6 +18,14 @@
 namespace {
 
 constexpr qreal fadedOpacity = 0.4;
+
+/// A colour as the files have it, for light windows, and what stands for it on dark ones.
+struct ColourPair {
+    const char* onLight;
+    const char* onDark;
+};
+
+constexpr ColourPair colourPairs[] = {{"#5c6675", "#b4becc"}, {"#2563d0", "#8ab4f8"}};
 
 class SvgIcon : public QIconEngine {
  public:
@@ -31,6 +42,9 @@ class SvgIcon : public QIconEngine {
 
     /// Size in device pixels.
     QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal) override {
+        const bool onDark = Contrast::isDark(QGuiApplication::palette().color(QPalette::Window));
+        if (onDark != std::exchange(m_onDark, onDark))
+            m_drawn.clear();
         QPixmap& drawn = m_drawn[{size.width(), size.height()}];
         if (drawn.isNull())
             drawn = draw(size);
@@ -59,13 +73,24 @@ class SvgIcon : public QIconEngine {
     QPixmap draw(const QSize& size) const {
         QPixmap pixmap(size);
         pixmap.fill(Qt::transparent);
-        QSvgRenderer renderer(m_path);
+        QSvgRenderer renderer(source());
         QPainter painter(&pixmap);
         renderer.render(&painter);
         return pixmap;
     }
 
+    QByteArray source() const {
+        QFile file(m_path);
+        QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        for (const ColourPair& pair : colourPairs) {
+            if (m_onDark)
+                bytes.replace(pair.onLight, pair.onDark);
+        }
+        return bytes;
+    }
+
     QString m_path;
+    bool m_onDark = false;  ///< what m_drawn was drawn for
     QHash<std::pair<int, int>, QPixmap> m_drawn;
 };
 

@@ -2,11 +2,11 @@
 
 #include "document/frmDocument.h"
 #include "platform/Icons.h"
+#include "platform/MenuStyle.h"
 #include "shell/CommandTable.h"
 #include "shell/CoolBar.h"
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
-#include "shell/MenuStyle.h"
 #include "shell/MenuText.h"
 #include "shell/RoomsToCome.h"
 #include "shell/ToolTable.h"

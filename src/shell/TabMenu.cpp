@@ -2,11 +2,11 @@
 
 #include "document/frmDocument.h"
 #include "platform/Icons.h"
+#include "platform/MenuStyle.h"
 #include "shell/FrameCommands.h"
 #include "shell/FrameParts.h"
 #include "shell/IgnoringErrors.h"
 #include "shell/MdiChildren.h"
-#include "shell/MenuStyle.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "hex/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
+#include "platform/PlaceholderColour.h"
 #include "platform/QtPrompts.h"
 #include "settings/SqliteRegistry.h"
 #include "shell/CommandLine.h"
@@ -37,6 +38,7 @@ class Program : public StartDuties {
         QApplication application(count, m_arguments);
         QApplication::setApplicationName(QStringLiteral("quillmark"));
         QApplication::setApplicationDisplayName(QString());
+        PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
         QtPrompts prompts;
         NoExplorer explorer;

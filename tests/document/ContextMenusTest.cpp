@@ -1,6 +1,7 @@
 #include "DocumentFixture.h"
 #include "document/ContextMenus.h"
 #include "editor/CodeMax.h"
+#include "platform/MenuStyle.h"
 
 #include <QAction>
 #include <QMenu>
@@ -43,6 +44,11 @@ class ContextMenusOfADocument : public DocumentFixture {
         return names;
     }
 };
+
+TEST_F(ContextMenusOfADocument, AllHaveTheStyleOfTheMenus) {
+    for (const char* key : {"EditText", "HEX", "BOOK", "mnuChangeCase", "mnuLineDelete"})
+        EXPECT_NE(qobject_cast<MenuStyle*>(menu(key).style()), nullptr) << key;
+}
 
 TEST_F(ContextMenusOfADocument, TheTextMenuHasItsEntriesInTheirOrder) {
     EXPECT_EQ(listOf(menu("EditText")), QStringList({"mnuCopy Copy",

@@ -2,6 +2,7 @@
 #include "editor/LongLines.h"
 #include "editor/TokenTheme.h"
 #include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 #include "settings/MemoryRegistry.h"
 
 #include <QApplication>
@@ -175,7 +176,7 @@ TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
         const QColor base(QString::fromLatin1(ground));
         control.setElementColour(CodeMax::BackgroundElement, base);
         for (int style = 0; style < TokenClasses::Count; ++style)
-            EXPECT_GE(TokenClasses::contrast(ink(style), base), 4.5) << ground << ' ' << style;
+            EXPECT_GE(Contrast::between(ink(style), base), 4.5) << ground << ' ' << style;
     }
 }
 

@@ -1,4 +1,5 @@
 #include "editor/TokenTheme.h"
+#include "platform/Contrast.h"
 #include "settings/MemoryRegistry.h"
 #include "settings/RegistryData.h"
 #include "settings/modRegistry.h"
@@ -46,7 +47,7 @@ TEST(TokenLooks, AColourThatCouldNotBeReadIsMadeReadable) {
     TokenLooks looks;
     looks.setOwnColour(TokenLooks::Light, TokenClass::Comment, QColor(240, 240, 200));
     const QColor shown = looks.on(LightGround, TokenClass::Comment).colour;
-    EXPECT_GE(TokenClasses::contrast(shown, LightGround), TokenClasses::EnoughContrast);
+    EXPECT_GE(Contrast::between(shown, LightGround), Contrast::Enough);
     EXPECT_EQ(looks.ownColour(TokenLooks::Light, TokenClass::Comment), QColor(240, 240, 200));
 }
 

@@ -1,8 +1,12 @@
-#include "shell/MenuStyle.h"
+#include "platform/MenuStyle.h"
+
+#include "platform/Contrast.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMenu>
 #include <QPainter>
+#include <QPointer>
 #include <QStyleOptionMenuItem>
 
 namespace {
@@ -11,8 +15,18 @@ const QLatin1String knownStyle("fusion");
 
 bool isLit(const QStyleOptionMenuItem& item) {
     constexpr QStyle::State chosen = QStyle::State_Selected | QStyle::State_Enabled;
-    // A checked picture stands on a plate of its own.
-    return (item.state & chosen) == chosen && !item.icon.isNull() && !item.checked;
+    return (item.state & chosen) == chosen && !item.icon.isNull();
+}
+
+/// A checked picture stands on a plate that is half the highlight and half the window.
+QColor colourOn(const QStyleOptionMenuItem& item) {
+    const QColor light = item.palette.color(QPalette::HighlightedText);
+    if (!item.checked)
+        return light;
+    const QColor text = item.palette.color(QPalette::WindowText);
+    const QColor plate =
+        Contrast::blended(item.palette.color(QPalette::Window), item.palette.color(QPalette::Highlight), 50);
+    return Contrast::between(light, plate) > Contrast::between(text, plate) ? light : text;
 }
 
 QIcon inOneColour(const QIcon& icon, int side, qreal ratio, const QColor& colour) {
@@ -25,13 +39,17 @@ QIcon inOneColour(const QIcon& icon, int side, qreal ratio, const QColor& colour
 
 }  // namespace
 
-MenuStyle::MenuStyle(QMenu& menu) : QProxyStyle(knownStyle) {
-    setParent(&menu);
+MenuStyle::MenuStyle() : QProxyStyle(knownStyle) {
+    setParent(qApp);
 }
 
 void MenuStyle::giveTo(QMenu& menu) {
-    if (QApplication::style()->name() == knownStyle)
-        menu.setStyle(new MenuStyle(menu));
+    static QPointer<MenuStyle> shared;
+    if (QApplication::style()->name() != knownStyle)
+        return;
+    if (shared.isNull())
+        shared = new MenuStyle;
+    menu.setStyle(shared);
 }
 
 void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
@@ -43,6 +61,6 @@ void MenuStyle::drawControl(ControlElement element, const QStyleOption* option, 
     }
     QStyleOptionMenuItem lit(*item);
     lit.icon = inOneColour(item->icon, pixelMetric(PM_SmallIconSize, option, widget),
-                           painter->device()->devicePixelRatio(), item->palette.color(QPalette::HighlightedText));
+                           painter->device()->devicePixelRatio(), colourOn(*item));
     QProxyStyle::drawControl(element, &lit, painter, widget);
 }

@@ -4,8 +4,9 @@
 
 class QMenu;
 
-/// Draws the picture of the chosen entry of a menu in the colour of its text: our pictures are grey and blue, and would
-/// be lost on the highlight. Owned by its menu.
+/// Draws the picture of the chosen entry of a menu in one colour that is seen there: our pictures are grey and blue,
+/// and would be lost on the highlight, and on the plate that a checked one stands on. One for all menus, the
+/// application's.
 class MenuStyle : public QProxyStyle {
     Q_OBJECT
 
@@ -17,5 +18,5 @@ class MenuStyle : public QProxyStyle {
                      const QWidget* widget) const override;
 
  private:
-    explicit MenuStyle(QMenu& menu);
+    MenuStyle();
 };

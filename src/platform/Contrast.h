@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QColor>
+
+/// How well one colour is seen on another, and colours made so that they are.
+namespace Contrast {
+
+/// What text needs that anybody is to read.
+inline constexpr double Enough = 4.5;
+
+/// How far two colours differ in lightness to the eye, from 1 to 21.
+double between(const QColor& one, const QColor& other);
+
+/// Whether a ground is one for light colours.
+bool isDark(const QColor& ground);
+
+/// `one` with so many parts of a hundred of `other`.
+QColor blended(const QColor& one, const QColor& other, int percentOfOther);
+
+/// A colour on this ground. Where it would be hard to read it goes towards black or white until it is not.
+QColor readableOn(const QColor& ground, const QColor& wanted);
+
+}  // namespace Contrast
