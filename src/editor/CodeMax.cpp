@@ -4,7 +4,6 @@
 #include "editor/EditScope.h"
 #include "editor/EditorAccessible.h"
 #include "editor/KeptBookmarks.h"
-#include "editor/KeptView.h"
 #include "editor/LanguageIndent.h"
 #include "editor/LineCommands.h"
 #include "editor/MacroRecorder.h"
@@ -15,14 +14,31 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
+
+using Sci = QsciScintillaBase;
 
 namespace {
 
 /// Milliseconds without a key after which typing begins a new undo step.
 constexpr qint64 TypingPause = 2000;
+/// Commands that are made of several edits.
+constexpr auto Composed = std::to_array<int>({Sci::SCI_PASTE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_NEWLINE});
+/// Commands that take or put in something wherever something is selected.
+constexpr auto Edits = std::to_array<int>({Sci::SCI_NEWLINE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_CLEAR,
+                                           Sci::SCI_DELETEBACK, Sci::SCI_DELWORDRIGHT, Sci::SCI_DELWORDLEFT});
+/// Commands that keep to a column.
+constexpr auto Vertical = std::to_array<int>(
+    {Sci::SCI_LINEUP, Sci::SCI_LINEDOWN, Sci::SCI_LINEUPEXTEND, Sci::SCI_LINEDOWNEXTEND, Sci::SCI_LINEUPRECTEXTEND,
+     Sci::SCI_LINEDOWNRECTEXTEND, Sci::SCI_PAGEUP, Sci::SCI_PAGEDOWN, Sci::SCI_PAGEUPEXTEND, Sci::SCI_PAGEDOWNEXTEND,
+     Sci::SCI_PAGEUPRECTEXTEND, Sci::SCI_PAGEDOWNRECTEXTEND});
 /// Typed texts of more units than this are inserted as a whole.
 constexpr qsizetype TypedAtOnce = 64;
+
+bool contains(std::span<const int> messages, int message) {
+    return std::ranges::find(messages, message) != messages.end();
+}
 
 }  // namespace
 
@@ -114,16 +130,22 @@ void CodeMax::runCommand(int message) {
     // What has grown in pieces is cut again with it; taking back and bringing back are no edits of their own.
     const bool takesBack = message == SCI_UNDO || message == SCI_REDO;
     const int times = message == SCI_CANCEL ? std::min(takeRepeatCount(), 1) : takeRepeatCount();
-    constexpr std::array Composed{SCI_PASTE, SCI_TAB, SCI_BACKTAB, SCI_NEWLINE};
-    const bool composed = std::ranges::find(Composed, message) != Composed.end();
+    const bool composed = contains(Composed, message);
     const bool grouped = !takesBack && (times > 1 || composed || !m_map.joints().empty());
     const EditScope scope(*this, grouped ? EditScope::Grouped : EditScope::Separate);
     // Deletions one after the other are taken back together, all else one by one.
     if (std::exchange(m_lastCommand, message) != message || message == SCI_NEWLINE || m_typing)
         breakUndo();
     m_typing = false;
+    const bool vertical = contains(Vertical, message);
+    if (vertical)
+        chooseColumn();
+    if (contains(Edits, message))
+        loosenRectangle();
     for (int done = 0; done < times; ++done)
         carryOut(message);
+    if (vertical)
+        knowColumn();
     noteCommand(message, {}, times);
 }
 
@@ -162,6 +184,7 @@ void CodeMax::type(const QString& text) {
     const int times = takeRepeatCount();
     const bool outgrows = m_longLines.wouldOutgrow(selection().caret, utf8.size() * times);
     const EditScope scope(*this, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
+    loosenRectangle();
     if (!m_typing || times > 1 || m_sinceTyped.elapsed() > TypingPause)
         breakUndo();
     m_typing = times == 1;
@@ -279,72 +302,6 @@ QString CodeMax::GetLine(qint64 line) const {
 
 qint64 CodeMax::TotalLines() const {
     return m_map.lineCount();
-}
-
-// Selection
-
-CodeMax::Selection CodeMax::selection() const {
-    return {send(SCI_GETANCHOR), send(SCI_GETCURRENTPOS)};
-}
-
-void CodeMax::setSelectionBytes(qint64 anchor, qint64 caret) {
-    send(SCI_SETSEL, anchor, caret);
-}
-
-/// Whether the selection is one run of text, not a rectangle and not several.
-bool CodeMax::isStream() const {
-    return send(SCI_GETSELECTIONS) == 1 && send(SCI_SELECTIONISRECTANGLE) == 0;
-}
-
-qint64 CodeMax::SelStart() const {
-    return m_map.positionOf(send(SCI_GETSELECTIONSTART));
-}
-
-qint64 CodeMax::SelEnd() const {
-    return m_map.positionOf(send(SCI_GETSELECTIONEND));
-}
-
-void CodeMax::setSelStart(qint64 position) {
-    setSelection(position, std::max(position, SelEnd()));
-}
-
-void CodeMax::setSelEnd(qint64 position) {
-    setSelection(std::min(position, SelStart()), position);
-}
-
-void CodeMax::setSelection(qint64 anchor, qint64 caret) {
-    const EditScope scope(*this);
-    setSelectionBytes(m_map.byteOf(std::max<qint64>(anchor, 0)), m_map.byteOf(std::max<qint64>(caret, 0)));
-}
-
-qint64 CodeMax::AnchorPosition() const {
-    return m_map.positionOf(selection().anchor);
-}
-
-qint64 CodeMax::CaretPosition() const {
-    return m_map.positionOf(selection().caret);
-}
-
-TextMatch CodeMax::selectedBytes() const {
-    return {send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)};
-}
-
-void CodeMax::giveBack(const KeptView& kept) {
-    const EditScope scope(*this);
-    kept.giveBackTo(*this);
-}
-
-qint64 CodeMax::StartLineNo() const {
-    return m_map.lineOf(selection().anchor);
-}
-
-qint64 CodeMax::EndLineNo() const {
-    return m_map.lineOf(selection().caret);
-}
-
-qint64 CodeMax::EndColNo() const {
-    const qint64 caret = selection().caret;
-    return m_map.positionOf(caret) - m_map.positionOf(m_map.lineBeginOf(caret));
 }
 
 // Commands

@@ -400,6 +400,11 @@ class CodeMax : public QsciScintillaBase {
     void takeLoaded(LoadedText loaded);
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
     bool isStream() const;
+    void loosenRectangle();
+    void loosenAtTop();
+    void cutRectangleAnew();
+    void knowColumn();
+    void chooseColumn();
 
     template <typename Value>
     void changeSearch(Value& part, const Value& value);
@@ -473,6 +478,12 @@ class CodeMax : public QsciScintillaBase {
     bool m_dragging = false;   ///< out of the selection, as long as the drag lasts
     bool m_addsRange = false;  ///< by a press with Ctrl, until the button comes up
     bool m_copying = false;
+    struct Place {
+        qint64 caret = -1;
+        quint64 changes = 0;
+        bool operator==(const Place&) const = default;
+    };
+    Place m_columnKnownAt;  ///< where the caret stood when Scintilla last knew the column that it keeps to
 
     QString m_fontName;
     int m_fontSize = 10;

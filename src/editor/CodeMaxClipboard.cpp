@@ -72,6 +72,7 @@ void CodeMax::Cut() {
     if (Locked() || send(SCI_GETSELECTIONEMPTY) != 0)
         return;
     Copy();
+    loosenRectangle();
     send(SCI_CLEAR);
     noteCommand(SCI_CUT, {}, 1);
 }
@@ -83,6 +84,9 @@ void CodeMax::Paste() {
     const EditScope scope(*this, EditScope::Grouped);
     bool rectangular = false;
     const QByteArray utf8 = fromMimeData(mime, rectangular);
+    if (rectangular)
+        loosenAtTop();
+    loosenRectangle();
     if (rectangular || !isStream())
         send(SCI_PASTE);
     else

@@ -30,6 +30,8 @@ void CodeMax::ExecuteCmd(int number, const QString& argument) {
         if (!alive)
             return;
     }
+    if (row->kind == Kind::Edits)
+        cutRectangleAnew();
     noteCommand(number, argument, times);
 }
 

@@ -48,9 +48,14 @@ void CodeMax::focusOutEvent(QFocusEvent* event) {
 
 void CodeMax::inputMethodEvent(QInputMethodEvent* event) {
     const QString committed = event->commitString();
+    const bool types = !committed.isEmpty() || !event->preeditString().isEmpty();
+    if (types)
+        leaveHotKey();
     const int times = committed.isEmpty() ? 1 : takeRepeatCount();
     const bool outgrows = m_longLines.wouldOutgrow(selection().caret, committed.toUtf8().size() * times);
     const EditScope scope(*this, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
+    if (types)
+        loosenRectangle();
     QsciScintillaBase::inputMethodEvent(event);
     for (int done = 1; done < times; ++done)
         putTyped(committed, withOwnLineEnds(committed));

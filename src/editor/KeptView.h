@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QtGlobal>
+#include "editor/SelectedRanges.h"
 
-#include <vector>
+#include <QtGlobal>
 
 class CodeMax;
 
@@ -21,18 +21,13 @@ class KeptView {
         qint64 byte;
         qint64 beyond;
     };
-    struct Range {
-        End anchor;
-        End caret;
-    };
-
-    void giveBackRanges(CodeMax& control) const;
     void giveBackRectangle(CodeMax& control) const;
 
     quint64 m_changes;
     bool m_rectangle;
-    std::vector<Range> m_ranges;  ///< the rectangle's corners alone where there is one
-    qint64 m_main;
+    SelectedRanges m_ranges;
+    End m_anchor;  ///< of the rectangle, where there is one
+    End m_caret;
     qint64 m_firstLine;
     qint64 m_left;
 };

@@ -96,6 +96,21 @@ TEST_F(CodeMaxRectangle, IsCopiedAndPastedAsARectangle) {
     EXPECT_EQ(control.Text(), QStringLiteral("ab1\ncd2\nef3"));
 }
 
+TEST_F(CodeMaxRectangle, IsPastedOverAnotherFromItsTopOn) {
+    control.setText(QStringLiteral("ab1\ncd2\nef3"));
+    selectRectangle(2, 1);
+    control.Copy();
+    control.setText(QStringLiteral("123456\n123456\n123456"));
+    control.setSelection(2, 2);
+    for (const int command :
+         {CodeMax::SCI_LINEDOWNRECTEXTEND, CodeMax::SCI_CHARRIGHTRECTEXTEND, CodeMax::SCI_CHARRIGHTRECTEXTEND})
+        control.ExecuteCmd(command);
+    control.Paste();
+    EXPECT_EQ(control.Text(), QStringLiteral("12ab56\n12cd56\n123456"));
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("123456\n123456\n123456"));
+}
+
 TEST_F(CodeMaxRectangle, IsCut) {
     control.setText(QStringLiteral("ab1\ncd2"));
     selectRectangle(2, 1);

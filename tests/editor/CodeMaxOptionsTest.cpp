@@ -1,11 +1,14 @@
 #include "editor/BraceScan.h"
 #include "editor/CodeMax.h"
+#include "editor/ControlCommands.h"
 #include "editor/Margins.h"
-#include "editor/TokenClasses.h"
 #include "editor/ViewColours.h"
+#include "platform/Contrast.h"
 
+#include <QClipboard>
 #include <QDragEnterEvent>
 #include <QFile>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
@@ -150,7 +153,7 @@ TEST_F(CodeMaxOptions, TextCanBeReadOnABackgroundOfItsOwn) {
         control.setElementColour(CodeMax::BackgroundElement, ground);
         const long shown = ask(CodeMax::SCI_STYLEGETFORE, CodeMax::STYLE_DEFAULT);
         const QColor text(shown & 0xFF, shown >> 8 & 0xFF, shown >> 16 & 0xFF);
-        EXPECT_GE(TokenClasses::contrast(ground, text), 4.5) << ground.name().toStdString();
+        EXPECT_GE(Contrast::between(ground, text), 4.5) << ground.name().toStdString();
     }
     control.setElementColour(CodeMax::BackgroundElement, {});
     EXPECT_EQ(ask(CodeMax::SCI_STYLEGETFORE, CodeMax::STYLE_DEFAULT),
@@ -271,6 +274,72 @@ TEST_F(CodeMaxCarets, ARectangleTakesWhatIsTyped) {
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
     control.type(QStringLiteral("-"));
     EXPECT_EQ(control.Text(), QStringLiteral("-one\n-two\n-three"));
+}
+
+TEST_F(CodeMaxCarets, NoCommandEditsOrStandsOutsideARectangle) {
+    const QStringList before{QStringLiteral("alpha beta"), QStringLiteral("gamma del"), QStringLiteral("zeta eta x"),
+                             QString()};
+    for (const int steps : {0, 1, 3}) {
+        for (const bool typed : {false, true}) {
+            for (const ControlCommands::Row& row : ControlCommands::all()) {
+                if (row.kind != ControlCommands::Kind::Keyed && row.kind != ControlCommands::Kind::Edits)
+                    continue;
+                put(before.join(u'\n'), 6);
+                key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+                for (int step = 0; step < steps; ++step)
+                    key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+                if (typed)
+                    control.type(QStringLiteral("-"));
+                // As a font of another size does, this has Scintilla look at its styles anew at the next edit.
+                control.SendScintilla(CodeMax::SCI_STYLESETSIZE, 40UL, 10L + row.number % 2);
+                control.ExecuteCmd(row.number);
+                EXPECT_TRUE(control.Text().endsWith(before[2] + u'\n')) << row.caption;
+                QList<qint64> carets;
+                for (qint64 range = 0; range < ask(CodeMax::SCI_GETSELECTIONS); ++range)
+                    carets << ask(CodeMax::SCI_GETSELECTIONNCARET, range);
+                EXPECT_TRUE(carets.contains(ask(CodeMax::SCI_GETCURRENTPOS))) << row.caption;
+            }
+        }
+    }
+}
+
+TEST_F(CodeMaxCarets, WordsAreDeletedInEachLineOfARectangle) {
+    put(QStringLiteral("alpha beta\ngamma del\nzeta eta"), 6);
+    key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    control.type(QStringLiteral("x"));
+    control.type(QStringLiteral("y "));
+    key(Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha beta\ngamma del\nzeta eta"));
+    EXPECT_EQ(control.CaretPosition(), 17);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha -beta\ngamma -del\nzeta eta"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha -\nbeta\ngamma -\ndel\nzeta eta"));
+}
+
+TEST_F(CodeMaxCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn) {
+    const QString lines = QStringLiteral("one two three\none two three\nx\none two three");
+    put(lines, 0);
+    control.setSelection(8, 8);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 22);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 29);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 38) << "through the short line";
+    put(lines, 0);
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted "));
+    control.Paste();
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.EndColNo(), 7);
+    put(lines, 0);
+    control.setSearchText(QStringLiteral("two"));
+    control.findNext();
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.EndColNo(), 7);
+    control.ExecuteCmd(159);
+    key(Qt::Key_Up);
+    EXPECT_EQ(control.EndColNo(), 7);
 }
 
 TEST_F(CodeMaxCarets, AltAndTheMouseSelectARectangle) {

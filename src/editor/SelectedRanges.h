@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <vector>
+
+class CodeMax;
+
+/// All that is selected in a control, range by range; those of a rectangle line by line. Good until the next edit.
+class SelectedRanges {
+ public:
+    explicit SelectedRanges(const CodeMax& control);
+
+    /// Selects them, each for itself: what was a rectangle is none any more.
+    void select(const CodeMax& control) const;
+
+ private:
+    /// One end of a range, in bytes, and how far behind the end of its line it lies.
+    struct End {
+        qint64 byte;
+        qint64 beyond;
+    };
+    struct Range {
+        End anchor;
+        End caret;
+    };
+
+    std::vector<Range> m_ranges;
+    qint64 m_main;
+};
