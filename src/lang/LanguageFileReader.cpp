@@ -87,6 +87,8 @@ QString LanguageFileReader::takeRules(const Words& words) {
 }
 
 QString LanguageFileReader::takeKeywords(const Words& words) {
+    if (!m_hasRules && m_definition.lexer.isEmpty())
+        return QStringLiteral("\"keywords\" belongs behind \"lexer\" or \"rules\"");
     const auto set = numberOf(words[0], (m_hasRules ? RuleKeywordSets : LanguageDefinition::KeywordSets) - 1);
     if (!set)
         return quoted("\"%1\" is no number of a set of keywords", words[0]);
@@ -96,8 +98,8 @@ QString LanguageFileReader::takeKeywords(const Words& words) {
 }
 
 QString LanguageFileReader::takeProperty(const Words& words) {
-    if (m_hasRules)
-        return QStringLiteral("only a lexer has properties");
+    if (m_definition.lexer.isEmpty())
+        return QStringLiteral("\"property\" belongs behind \"lexer\"");
     for (const auto& property : m_definition.properties) {
         if (property.first == words[0])
             return quoted("the property \"%1\" stands here a second time", words[0]);

@@ -8,9 +8,11 @@
 #include "lang/StrokeEdit.h"
 
 #include <QAccessible>
+#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -46,14 +48,19 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
       m_control(&control),
       m_list(new QListWidget),
       m_hotKey(new StrokeEdit),
+      m_name(new QLineEdit),
+      m_display(new QCheckBox(tr("&Display in Marco Menu"))),
       m_verdict(new QLabel) {
     setObjectName(QStringLiteral("MacroDialog"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Record Marco"));
     m_list->setObjectName(QStringLiteral("lstSteps"));
+    m_list->setAccessibleName(tr("Recorded"));
     m_list->setMinimumWidth(ListWidth);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
     m_hotKey->setObjectName(QStringLiteral("txtHotKey"));
+    m_name->setObjectName(QStringLiteral("txtName"));
+    m_display->setObjectName(QStringLiteral("chkDisplay"));
     m_verdict->setObjectName(QStringLiteral("lblVerdict"));
     m_verdict->setWordWrap(true);
     m_verdict->setAlignment(Qt::AlignTop);
@@ -79,12 +86,14 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
 
     auto* form = new QFormLayout;
     form->addRow(tr("&Hot key:"), m_hotKey);
+    form->addRow(m_verdict);
+    form->addRow(tr("&Name:"), m_name);
+    form->addRow(m_display);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(recorded);
     layout->addWidget(m_list, 1);
     layout->addWidget(note);
     layout->addLayout(form);
-    layout->addWidget(m_verdict);
     layout->addWidget(buttons);
     fillSteps();
     connect(m_hotKey, &StrokeEdit::hotKeyChanged, this, &MacroDialog::judge);
@@ -112,8 +121,7 @@ std::optional<int> MacroDialog::slotOf(const HotKey& hotKey) const {
 
 HotKeyVerdict MacroDialog::verdictOf(const HotKey& hotKey) const {
     if (hotKey.first.isEmpty())
-        return {false, tr("Press the hot key that is to play the macro. Name and menu entry are given under Macro, "
-                          "Organize Marco.")};
+        return {false, tr("Press the hot key that is to play the macro.")};
     const auto menuCommand = [this](const HotKeyStroke& stroke) {
         return m_control ? MenuKeys::commandOf(stroke, *m_control) : QString();
     };
@@ -140,6 +148,13 @@ void MacroDialog::tell(const HotKeyVerdict& verdict) {
     QAccessible::updateAccessibility(&told);
 }
 
+void MacroDialog::nameSlot(int slot, bool isReplaced) {
+    if (!isReplaced || !m_name->text().isEmpty())
+        m_macros.setNameOf(slot, m_name->text());
+    if (!isReplaced || m_display->isChecked())
+        m_macros.setDisplayOf(slot, m_display->isChecked());
+}
+
 void MacroDialog::accept() {
     const HotKey hotKey = m_hotKey->hotKey();
     if (!verdictOf(hotKey).accepted)
@@ -148,10 +163,9 @@ void MacroDialog::accept() {
     const int slot = replaced.value_or(m_macros.freeSlot().value_or(0));
     if (!m_macros.setMacro(slot - 1, Macro(m_steps)))
         return tell({false, tr("The macro is too long to be kept.")});
-    if (!replaced) {
-        m_macros.forgetNameOf(slot);
+    if (!replaced)
         m_hotKeys.bind(HotKeys::MacroCommandBase + slot, hotKey);
-    }
+    nameSlot(slot, replaced.has_value());
     Q_EMIT kept();
     QDialog::accept();
 }

@@ -11,14 +11,17 @@
 class CodeMax;
 class HotKeys;
 class MacroStore;
+class QCheckBox;
 class QLabel;
+class QLineEdit;
 class QListWidget;
 class QPushButton;
 class StrokeEdit;
 
-/// What comes at the end of a recording: it shows the steps and asks which hot key plays them. The macro takes the
-/// first free slot, or that of the macro whose hot key is chosen anew. Cancelled, it keeps nothing. A child of the
-/// control, modal to its window, and gone when closed; the tables outlive it.
+/// What comes at the end of a recording: it shows the steps and asks which hot key plays them, what the macro is
+/// called, and whether it is in the menu. The macro takes the first free slot, or that of the macro whose hot key is
+/// chosen anew; there what is left empty stays as it was. Cancelled, it keeps nothing. A child of the control, modal to
+/// its window, and gone when closed; the tables outlive it.
 class MacroDialog : public QDialog {
     Q_OBJECT
 
@@ -36,6 +39,7 @@ class MacroDialog : public QDialog {
     void judge(const HotKey& hotKey);
     void tell(const HotKeyVerdict& verdict);
     HotKeyVerdict verdictOf(const HotKey& hotKey) const;
+    void nameSlot(int slot, bool isReplaced);
     /// The slot whose macro has just this hot key.
     std::optional<int> slotOf(const HotKey& hotKey) const;
 
@@ -45,6 +49,8 @@ class MacroDialog : public QDialog {
     QPointer<CodeMax> m_control;
     QListWidget* m_list;
     StrokeEdit* m_hotKey;
+    QLineEdit* m_name;
+    QCheckBox* m_display;
     QLabel* m_verdict;
     QPushButton* m_keep = nullptr;
 };

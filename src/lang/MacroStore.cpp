@@ -121,7 +121,14 @@ void MacroStore::ResetHotKeys() {
 }
 
 void MacroStore::forgetNameOf(int n) {
-    const QString number = QString::number(n);
-    m_settings.write(number + QLatin1String("Display"), QStringLiteral("0"));
-    m_settings.write(number + QLatin1String("Desc"), {});
+    setDisplayOf(n, false);
+    setNameOf(n, {});
+}
+
+void MacroStore::setNameOf(int n, const QString& name) {
+    m_settings.write(QString::number(n) + QLatin1String("Desc"), name);
+}
+
+void MacroStore::setDisplayOf(int n, bool on) {
+    m_settings.write(QString::number(n) + QLatin1String("Display"), QString::number(on ? 1 : 0));
 }

@@ -31,6 +31,9 @@ class MacroStore {
     std::optional<int> freeSlot() const;
     /// The name that a person gave to slot `n`; empty: none.
     QString nameOf(int n) const;
+    void setNameOf(int n, const QString& name);
+    /// Gives slot `n` a place in the menu, or takes it.
+    void setDisplayOf(int n, bool on);
     /// Takes its name and its place in the menu from slot `n`, which is to hold another macro.
     void forgetNameOf(int n);
 

@@ -81,6 +81,12 @@ QWidget* ucLangProperties::buildDetails() {
     rows->addSpacing(style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
     rows->addWidget(new QLabel(tr("Sample Syntax Highlight:")));
     rows->addWidget(m_sample, 1);
+    m_fault = new QLabel;
+    m_fault->setObjectName(QStringLiteral("lblFault"));
+    m_fault->setWordWrap(true);
+    m_fault->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_fault->hide();
+    rows->addWidget(m_fault);
     return details;
 }
 
@@ -145,6 +151,15 @@ void ucLangProperties::showRow(QTreeWidgetItem* row) {
     const QString name = m_shown;
     m_sample->OpenFile(m_services.globals.languages.samplePath(name));
     m_sample->SetLang(name);
+    showFault(name);
+}
+
+/// A definition with a slip in it colours nothing; here is where its author looks.
+void ucLangProperties::showFault(const QString& name) {
+    const LanguageTable& languages = m_services.globals.languages;
+    const bool loaded = languages.definition(name) != nullptr;
+    m_fault->setText(loaded ? QString() : tr("No colors: %1").arg(languages.lastError()));
+    m_fault->setVisible(!loaded);
 }
 
 void ucLangProperties::takeEdit(const QString& text) {

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QTreeWidget;
@@ -43,6 +44,7 @@ class ucLangProperties : public QWidget {
     QTreeWidgetItem* rowOf(const QString& key) const;
     void keepEditedPatterns();
     void showRow(QTreeWidgetItem* row);
+    void showFault(const QString& name);
     void takeEdit(const QString& text);
     void openProperties();
     void writeIndex();
@@ -52,6 +54,7 @@ class ucLangProperties : public QWidget {
     QTreeWidget* m_list = nullptr;
     QLineEdit* m_patterns = nullptr;
     rtCM* m_sample = nullptr;
+    QLabel* m_fault = nullptr;  ///< why the language has no colours
     QPushButton* m_save = nullptr;
     QString m_shown;  ///< key of the row whose patterns are in the box
     bool m_changed = false;

@@ -115,6 +115,24 @@ TEST_F(HotKeyTyping, TheFocusAndTheMouseLeaveTheFirstStroke) {
     EXPECT_EQ(globals.begunHotKey(), QString());
 }
 
+TEST_F(HotKeyTyping, TextOfAnInputMethodLeavesTheFirstStroke) {
+    hotKeys.bind(214, {{HotKeyStroke::Ctrl, u"K"_qs}, {0, u"C"_qs}});
+    QInputMethodEvent nothing;
+    QInputMethodEvent onTheWay(u"ka"_qs, {});
+    QInputMethodEvent commit;
+    commit.setCommitString(u"か"_qs);
+    key(Qt::Key_K, Qt::ControlModifier);
+    QCoreApplication::sendEvent(&control, &nothing);
+    EXPECT_EQ(globals.begunHotKey(), u"Ctrl + K"_qs);
+    for (QInputMethodEvent* event : {&onTheWay, &commit}) {
+        key(Qt::Key_K, Qt::ControlModifier);
+        QCoreApplication::sendEvent(&control, event);
+        EXPECT_EQ(globals.begunHotKey(), QString());
+    }
+    type("c");
+    EXPECT_EQ(control.Text(), u"かc"_qs);
+}
+
 TEST_F(HotKeyTyping, SwallowsNoTypingThatItDoesNotOwn) {
     for (int n = 1; n <= 10; ++n)
         hotKeys.bind(213 + n, {{HotKeyStroke::Ctrl, u"K"_qs}, {0, QString(QChar(u'A' + n))}});

@@ -120,9 +120,18 @@ TEST(LanguageFile, WhatIsWrongIsToldWithFileAndLine) {
 TEST(LanguageFile, RulesAreReadAsStrictly) {
     EXPECT_EQ(errorOf("rules\nlexer cpp"), u"X.lng:2: \"lexer\" and \"rules\" can't both be there"_qs);
     EXPECT_EQ(errorOf("rules case"), u"X.lng:1: \"case\" is not \"nocase\""_qs);
-    EXPECT_EQ(errorOf("rules\nproperty fold 0"), u"X.lng:2: only a lexer has properties"_qs);
+    EXPECT_EQ(errorOf("rules\nproperty fold 0"), u"X.lng:2: \"property\" belongs behind \"lexer\""_qs);
     EXPECT_EQ(errorOf("rules\nclass comment 1"), u"X.lng:2: \"class\" belongs behind \"lexer\""_qs);
     EXPECT_EQ(errorOf("rules\nkeywords 4 x"), u"X.lng:2: \"4\" is no number of a set of keywords"_qs);
+}
+
+TEST(LanguageFile, WhatGoesByLexerOrRulesStandsBehindThem) {
+    EXPECT_EQ(errorOf("keywords 5 x\nrules"), u"X.lng:1: \"keywords\" belongs behind \"lexer\" or \"rules\""_qs);
+    EXPECT_EQ(errorOf("property fold 0\nrules"), u"X.lng:1: \"property\" belongs behind \"lexer\""_qs);
+    EXPECT_EQ(errorOf("property fold 0\nlexer cpp"), u"X.lng:1: \"property\" belongs behind \"lexer\""_qs);
+    EXPECT_EQ(errorOf("class comment 1\nlexer cpp"), u"X.lng:1: \"class\" belongs behind \"lexer\""_qs);
+    EXPECT_EQ(errorOf("operators +\nrules"), u"X.lng:1: this belongs behind \"rules\""_qs);
+    EXPECT_EQ(errorOf("comment #\nbrackets ()\nindent 2\nafter {\nat }\nlexer cpp"), QString());
 }
 
 TEST(LanguageFile, ALexerIsFoundByItsVeryName) {

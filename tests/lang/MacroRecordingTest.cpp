@@ -3,6 +3,8 @@
 #include "editor/FindDialog.h"
 #include "editor/IncrementalSearchBar.h"
 
+#include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QInputDialog>
@@ -352,6 +354,44 @@ TEST_F(MacroRecording, TheHotKeyOfAMacroChosenAgainReplacesItInItsSlot) {
     EXPECT_EQ(store.macro(3), Macro(Steps{text(u"new"_qs)}));
     EXPECT_FALSE(store.macro(0).has_value());
     EXPECT_EQ(store.nameOf(4), u"My macro"_qs);
+}
+
+TEST_F(MacroRecording, ANameAndAPlaceInTheMenuAreGivenWithTheHotKey) {
+    begin();
+    type("x");
+    control.ExecuteCmd(Record);
+    part<QLineEdit>("txtName").setText(u"Sort & go"_qs);
+    part<QCheckBox>("chkDisplay").setChecked(true);
+    press(Qt::Key_M, Qt::ControlModifier);
+    keep();
+    EXPECT_EQ(store.nameOf(1), u"Sort & go"_qs);
+    EXPECT_EQ(Settings(registry).forFrame(u"1Display"_qs), u"1"_qs);
+
+    begin();
+    type("y");
+    control.ExecuteCmd(Record);
+    press(Qt::Key_M, Qt::ControlModifier);
+    keep();
+    EXPECT_EQ(store.macro(0), Macro(Steps{text(u"y"_qs)}));
+    EXPECT_EQ(store.nameOf(1), u"Sort & go"_qs) << "what is left empty stays";
+    EXPECT_EQ(Settings(registry).forFrame(u"1Display"_qs), u"1"_qs);
+}
+
+TEST_F(MacroRecording, EachFieldOfTheDialogHasANameToBeReadOut) {
+    begin();
+    type("x");
+    control.ExecuteCmd(Record);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
+    QStringList reached;
+    for (int field = 0; field < 6; ++field) {
+        QWidget* focused = QApplication::focusWidget();
+        reached << focused->objectName();
+        EXPECT_FALSE(QAccessible::queryAccessibleInterface(focused)->text(QAccessible::Name).isEmpty())
+            << reached.last().toStdString();
+        QTest::keyClick(focused, Qt::Key_Tab);
+    }
+    EXPECT_EQ(reached, (QStringList{u"txtHotKey"_qs, u"txtName"_qs, u"chkDisplay"_qs, u"cmdCancel"_qs, u"lstSteps"_qs,
+                                    u"txtHotKey"_qs}));
 }
 
 TEST_F(MacroRecording, ANewMacroHasNoNameOfOneThatLostItsHotKey) {

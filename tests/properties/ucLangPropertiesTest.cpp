@@ -229,6 +229,23 @@ TEST_F(LanguagePanel, AMissingDefinitionLeavesTheSampleAsItWasColoured) {
     EXPECT_EQ(given.prompts.messages, QStringList());
 }
 
+TEST_F(LanguagePanel, TheFaultOfADefinitionIsToldWithItsLine) {
+    put(QStringLiteral("GLUE.lng"), "rules\nstick\n");
+    panel.InitObjects(false);
+    const QLabel& fault = *part<QLabel>("lblFault");
+    EXPECT_TRUE(fault.isHidden());
+    select(2);
+    EXPECT_FALSE(fault.isHidden());
+    EXPECT_EQ(fault.text(), QStringLiteral("No colors: ") + path(QStringLiteral("GLUE.lng")) +
+                                QStringLiteral(":2: \"stick\" is unknown"));
+    select(1);
+    EXPECT_TRUE(fault.isHidden());
+    put(QStringLiteral("GLUE.lng"), "rules\n");
+    select(2);
+    EXPECT_TRUE(fault.isHidden()) << "mended meanwhile";
+    EXPECT_EQ(given.prompts.messages, QStringList());
+}
+
 TEST_F(LanguagePanel, WithoutAnIndexTheListIsEmptyAndNothingFails) {
     put(QStringLiteral("languages.idx"), "");
     panel.InitObjects(true);
