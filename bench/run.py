@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,search,hex] [--runs N] [--without-others]
-              [--quick]
+usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,search,hex,languages,macros] [--runs N]
+              [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
 display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
@@ -23,6 +23,10 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          an empty text. From inside, by EditorBench, editor and yardstick in turn.
   hex    the byte view over 1 GB beside cp, cp with fsync, grep and a bare search by blocks; the next page from the key
          until it is painted; a million matches; memory. From inside, by HexBench.
+  languages
+         the definitions at the start; the first picture, a key and a step to the middle in coloured text, each next to
+         the same without colours. From inside, by LanguageBench.
+  macros a macro of fifty steps played a thousand and ten thousand times. From inside, by MacroBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -277,6 +281,27 @@ def benchHex(bench, inside):
             bench.say("", f"A file of 2 GB holds {row['more_MB']:.1f} MB more than one of a page.")
 
 
+LANGUAGE_GOALS = {"loadDefinitions": 25, "firstPicture/MB:10/coloured:1": 150, "typeKey/MB:50/coloured:1": 16,
+                  "typeKeyAndRest/MB:50/coloured:1": 50, "jumpToMiddle/MB:50/coloured:1": 50}
+MACRO_GOALS = {"play a macro of 50 steps so many times/1000": 2_500, "play a macro of 50 steps so many times/10000": 25_000}
+
+
+def benchGoals(bench, inside, title, goals):
+    """The figures of a program that measures from inside, next to the most that they may be."""
+    run = subprocess.run([inside, "--benchmark_format=json"], check=True, capture_output=True,
+                         env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
+    rows = [row for row in json.loads(run.stdout)["benchmarks"] if row.get("run_type") == "iteration"]
+    bench.ownFailed |= any(row.get("error_occurred") for row in rows)
+    bench.say("", f"{title}: milliseconds", "", "| | ms | goal |", "|---|---|---|")
+    for row in rows:
+        name, taken = row["name"].removesuffix("/real_time"), row["real_time"]
+        goal = goals.pop(name, None)
+        verdict = "" if goal is None else f"{goal}, {'met' if taken <= goal else 'missed'}"
+        bench.say(f"| {name} | {taken:.2f} | {verdict} |")
+    if goals:
+        sys.exit(f"Not measured: {', '.join(goals)}")
+
+
 def processor():
     for line in Path("/proc/cpuinfo").read_text(encoding="utf-8").splitlines():
         if line.startswith("model name"):
@@ -288,7 +313,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,open,save,lines,search,hex")
+    parser.add_argument("--only", default="start,open,save,lines,search,hex,languages,macros")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -322,6 +347,10 @@ def main():
             benchSearch(bench, str(build / "bench" / "EditorBench"), wanted.quick)
         if "hex" in wanted.only:
             benchHex(bench, str(build / "bench" / "HexBench"))
+        if "languages" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "LanguageBench"), "Languages", LANGUAGE_GOALS)
+        if "macros" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "MacroBench"), "Macros", MACRO_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

@@ -108,6 +108,59 @@ TEST_F(MacrosOfTheFrame, ArePlayedFromTheirEntries) {
     EXPECT_EQ(control().Text(), QStringLiteral("abc"));
 }
 
+TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
+    start();
+    m_frame->NewDocument();
+    ASSERT_EQ(documents().size(), 2);
+    const frmDocument* other = documents().first() == active() ? documents().last() : documents().first();
+    QString typed;
+    for (int n = 1; n <= 10; ++n) {
+        putMacro(n, QString::number(n) + u' ');
+        slot("mnuExecMacro", n)->trigger();
+        typed += QString::number(n) + u' ';
+        EXPECT_EQ(control().Text(), typed) << n;
+    }
+    EXPECT_EQ(other->GetEditor()->control().Text(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, AnEntryWithoutAMacroDoesNothing) {
+    start();
+    type(QStringLiteral("text"));
+    putMacro(5, QStringLiteral("x"));
+    for (int n = 0; n <= 10; ++n) {
+        if (n != 5)
+            slot("mnuExecMacro", n)->trigger();
+    }
+    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
+TEST_F(MacrosOfTheFrame, ArePlayedByTheRepeatCountAndTakenBackAtOnce) {
+    start();
+    putMacro(10, QStringLiteral("ab"));
+    control().setRepeatCount(3);
+    slot("mnuExecMacro", 10)->trigger();
+    EXPECT_EQ(control().Text(), QStringLiteral("ababab"));
+    run("mnuEditUndo");
+    EXPECT_EQ(control().Text(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, AreNotPlayedInHexModeOrWithoutADocument) {
+    start();
+    open(fileOf("text"));
+    putMacro(1, QStringLiteral("x"));
+    run("mnuToggleHex");
+    ASSERT_FALSE(active()->TextEdit());
+    slot("mnuExecMacro", 1)->trigger();
+    run("mnuToggleHex");
+    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    run("mnuAllFileClose");
+    ASSERT_EQ(active(), nullptr);
+    slot("mnuExecMacro", 1)->trigger();
+    run("mnuRecordMarco");
+    EXPECT_FALSE(globals().control.recorder().isRecording());
+}
+
 TEST_F(MacrosOfTheFrame, ARecordingIsMarkedAndToldUntilItEnds) {
     start();
     run("mnuRecordMarco");
@@ -137,6 +190,19 @@ TEST_F(MacrosOfTheFrame, ARecordedOneIsInTheMenuAsSoonAsItIsWantedThere) {
     set("1Display", "1");
     m_frame->UpdateMacroMenu();
     EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Shift + M")));
+}
+
+TEST_F(MacrosOfTheFrame, OneThatGetsItsNameWhenItIsKeptIsInTheMenuAtOnce) {
+    start();
+    run("mnuRecordMarco");
+    type(QStringLiteral("a"));
+    run("mnuRecordMarco");
+    auto* asked = control().findChild<MacroDialog*>();
+    ASSERT_NE(asked, nullptr);
+    asked->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("First"));
+    asked->findChild<QCheckBox*>(QStringLiteral("chkDisplay"))->click();
+    keepUnder(Qt::Key_M);
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("First")));
 }
 
 TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
