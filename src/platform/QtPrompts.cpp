@@ -39,6 +39,12 @@ QString folderOf(const QString& file) {
     return QFileInfo(file).absolutePath();
 }
 
+/// What a box stands over: the whole window, as the asking part of it may go meanwhile, and as the area of a child
+/// window would take the box's Ctrl+Tab for its own.
+QWidget* windowOf(QWidget* parent) {
+    return parent == nullptr ? nullptr : parent->window();
+}
+
 void setUp(QMessageBox& box, const QString& text, const QString& title) {
     box.setWindowTitle(title.isEmpty() ? QStringLiteral("Quillmark") : title);
     box.setTextFormat(Qt::PlainText);
@@ -102,14 +108,14 @@ QStringList nameFilters(const QString& filters) {
 }
 
 void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
-    QMessageBox box(parent);
+    QMessageBox box(windowOf(parent));
     setUp(box, text, title);
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
 }
 
 bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title) {
-    ButtonsOnlyBox box(parent);
+    ButtonsOnlyBox box(windowOf(parent));
     setUp(box, text, title);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.exec();
@@ -117,7 +123,7 @@ bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& ti
 }
 
 OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
-    QFileDialog dialog(parent);
+    QFileDialog dialog(windowOf(parent));
     setUp(dialog, question, m_lastFolder);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     const QCheckBox* readOnly = addReadOnlyBox(dialog);
@@ -129,7 +135,7 @@ OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& questi
 }
 
 QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
-    QFileDialog dialog(parent);
+    QFileDialog dialog(windowOf(parent));
     setUp(dialog, question, m_lastFolder);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);

@@ -235,6 +235,24 @@ TEST_F(HexDocuments, F6LeadsBackToThePaneInUse) {
     EXPECT_EQ(round.last(), QStringLiteral("PicText")) << round.join(u' ').toStdString();
 }
 
+TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
+    start();
+    open(binary());
+    m_frame->activateWindow();
+    QApplication::processEvents();
+    ASSERT_EQ(m_frame->focusWidget(), &pane());
+    QTest::keyClick(&pane(), Qt::Key_F6);
+    QStringList walked;
+    for (int i = 0; i < 40 && !hex().isAncestorOf(m_frame->focusWidget()); ++i)
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    for (int i = 0; i < 10 && qobject_cast<GridPane*>(m_frame->focusWidget()) == nullptr; ++i) {
+        walked << m_frame->focusWidget()->objectName();
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+    }
+    EXPECT_TRUE(walked.contains(QStringLiteral("lsBookmark"))) << walked.join(u' ').toStdString();
+    EXPECT_EQ(walked.filter(QStringLiteral("tbScroll.")).size(), 6) << walked.join(u' ').toStdString();
+}
+
 // Loading and saving let events run
 
 TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {

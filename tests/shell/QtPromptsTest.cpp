@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -40,6 +41,27 @@ TEST(QtPrompts, AMessageShowsItsTextAsItStands) {
         QTest::keyClick(&box, Qt::Key_Escape);
     });
     prompts.message(nullptr, QStringLiteral("/a <b>\nFile not found!"), QString());
+}
+
+TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {
+    QtPrompts prompts;
+    QWidget window;
+    window.show();
+    auto* part = new QWidget(&window);
+    whenShown<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.parentWidget(), &window);
+        delete std::exchange(part, nullptr);
+        box.accept();
+    });
+    prompts.message(part, QStringLiteral("text"), QString());
+    EXPECT_EQ(part, nullptr);
+    part = new QWidget(&window);
+    whenShown<QMessageBox>([&](QMessageBox& box) {
+        EXPECT_EQ(box.parentWidget(), &window);
+        delete std::exchange(part, nullptr);
+        box.button(QMessageBox::Yes)->click();
+    });
+    EXPECT_TRUE(prompts.askYesNo(part, QStringLiteral("text"), QString()));
 }
 
 TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {
