@@ -31,7 +31,7 @@ bool CodeMax::takeHotKey(const QKeyEvent& key) {
 
 void CodeMax::tellBegunHotKey() {
     const QString begun = m_globals == nullptr ? QString() : m_globals->begunHotKey();
-    notice(begun.isEmpty() ? QString() : tr("%1 was pressed. Waiting for the second key; Esc leaves it.").arg(begun));
+    notice(begun.isEmpty() ? QString() : tr("%1: press the second key, or Esc to leave.").arg(begun));
 }
 
 void CodeMax::leaveHotKey() {

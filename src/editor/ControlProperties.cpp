@@ -116,7 +116,7 @@ ControlProperties::ControlProperties(CodeMax& control) : QDialog(&control), m_co
     pages->addTab(colourPage(), tr("&Colors"));
     if (TokenTheme* theme = control.theme()) {
         m_tokens = new TokenColourPage(*theme, control.baseColour());
-        pages->addTab(m_tokens, tr("&Languages"));
+        pages->addTab(m_tokens, tr("Lan&guages"));
     }
     pages->addTab(filePage(), tr("&File"));
     if (ControlGlobals* globals = control.globals())
@@ -238,7 +238,7 @@ QWidget* ControlProperties::filePage() {
     for (const LineEndRow& row : lineEnds)
         m_lineEnds->addItem(tr(row.caption), row.mode);
     m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.lineEndMode()));
-    m_convert = new QPushButton(tr("Con&vert"));
+    m_convert = new QPushButton(tr("Conver&t"));
     m_convert->setObjectName(QStringLiteral("cmdConvert"));
     m_convert->setToolTip(tr("Cannot be undone"));
     m_encoding = new QComboBox;

@@ -138,7 +138,7 @@ void TokenColourPage::showChosen() {
     QPixmap swatch(SwatchSize, SwatchSize);
     swatch.fill(look.colour);
     m_colour->setIcon(QIcon(swatch));
-    m_colour->setText(tr("&Color: %1").arg(own.isValid() ? own.name().toUpper() : tr("Default")));
+    m_colour->setText(tr("Colo&r: %1").arg(own.isValid() ? own.name().toUpper() : tr("Default")));
     m_default->setEnabled(own.isValid());
     m_bold->setChecked(look.bold);
     m_italic->setChecked(look.italic);

@@ -88,7 +88,7 @@ QPushButton* KeysPage::addButton(const QString& name, const QString& caption, vo
 
 void KeysPage::layOut() {
     auto* grid = new QGridLayout(this);
-    grid->addWidget(labelFor(*m_filter, tr("Sho&w:")), 0, 0);
+    grid->addWidget(labelFor(*m_filter, tr("S&how:")), 0, 0);
     grid->addWidget(m_filter, 0, 1, 1, 2);
     grid->addWidget(m_list, 1, 0, 1, 3);
     grid->addWidget(labelFor(*m_present, tr("&Present keys:")), 2, 0);

@@ -38,7 +38,7 @@ void MacroMenu::showRecording() {
     if (!recorder.isRecording())
         return m_parts.status->ShowRecording({});
     const qsizetype count = recorder.steps().size();
-    const QString steps = count == 1 ? tr("Recording a macro: 1 step") : tr("Recording a macro: %1 steps").arg(count);
+    const QString steps = count == 1 ? tr("Recording: 1 step") : tr("Recording: %1 steps").arg(count);
     const int missed = recorder.missedCount();
     const QString leftOut = missed == 0 ? QString() : tr(", %1 left out").arg(missed);
     m_parts.status->ShowRecording(steps + leftOut + tr(". Record Marco ends it."));

@@ -1,5 +1,6 @@
 #include "editor/CodeMax.h"
 #include "editor/ControlProperties.h"
+#include "support/Mnemonics.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -193,6 +194,10 @@ TEST_F(PropertiesOfAControl, AnEditedTextIsNotOpenedAgain) {
     EXPECT_FALSE(control.reopenAs(SaveFlags::Ansi));
     EXPECT_EQ(control.Text(), QStringLiteral("xa\r\nb"));
     EXPECT_FALSE(part<QPushButton>(open(), "cmdReopen").isEnabled());
+}
+
+TEST_F(PropertiesOfAControl, NoLetterStandsForTwoThings) {
+    EXPECT_EQ(doubledMnemonics(open()), QStringList());
 }
 
 TEST_F(PropertiesOfAControl, EachCanBeReachedByKeyAndHasAName) {

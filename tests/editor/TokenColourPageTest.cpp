@@ -57,7 +57,7 @@ TEST_F(TokenColourPageTest, AChosenColourActsWhenApplied) {
     EXPECT_FALSE(part<QPushButton>("cmdTokenDefault")->isEnabled());
     pick(QColor(0, 90, 0));
     EXPECT_EQ(list().item(static_cast<int>(TokenClass::String))->foreground().color(), QColor(0, 90, 0));
-    EXPECT_EQ(part<QPushButton>("cmdTokenColor")->text(), QStringLiteral("&Color: #005A00"));
+    EXPECT_EQ(part<QPushButton>("cmdTokenColor")->text(), QStringLiteral("Colo&r: #005A00"));
     EXPECT_EQ(theme.looks(), TokenLooks());
     page.apply();
     EXPECT_EQ(theme.looks().ownColour(TokenLooks::Light, TokenClass::String), QColor(0, 90, 0));

@@ -73,7 +73,7 @@ TEST_F(HotKeyTyping, ASecondStrokeIsWaitedForAndSaid) {
     const QSignalSpy told(&control, &CodeMax::Notice);
     key(Qt::Key_K, Qt::ControlModifier);
     ASSERT_EQ(told.size(), 1);
-    EXPECT_EQ(told.last()[0].toString(), u"Ctrl + K was pressed. Waiting for the second key; Esc leaves it."_qs);
+    EXPECT_EQ(told.last()[0].toString(), u"Ctrl + K: press the second key, or Esc to leave."_qs);
     key(Qt::Key_Control, Qt::ControlModifier);
     EXPECT_EQ(told.size(), 1);
     key(Qt::Key_C, Qt::ControlModifier);

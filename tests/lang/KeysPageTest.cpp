@@ -1,8 +1,10 @@
 #include "MacroFixture.h"
 #include "editor/ControlCommands.h"
 #include "editor/ControlProperties.h"
+#include "editor/TokenTheme.h"
 #include "lang/KeyNames.h"
 #include "lang/KeysPage.h"
+#include "support/Mnemonics.h"
 
 #include <QAccessible>
 #include <QComboBox>
@@ -171,6 +173,16 @@ TEST_F(KeysOfTheControl, TheFilterShowsCommandsAndKeysThatHaveItsText) {
     of<QLineEdit>("txtFilter").setText(u"delete LINE"_qs);
     EXPECT_FALSE(row(160)->isHidden());
     EXPECT_TRUE(row(Sci::SCI_CUT)->isHidden());
+}
+
+TEST_F(KeysOfTheControl, NoLetterStandsForTwoThingsInTheProperties) {
+    TokenTheme theme(registry);
+    control.setTheme(&theme);
+    open();
+    ASSERT_EQ(properties->findChild<QTabWidget*>()->count(), 6);
+    EXPECT_EQ(doubledMnemonics(*properties), QStringList());
+    delete properties;
+    control.setTheme(nullptr);
 }
 
 TEST_F(KeysOfTheControl, EachFieldHasANameToBeReadOut) {

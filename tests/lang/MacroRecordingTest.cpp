@@ -2,6 +2,7 @@
 #include "editor/ControlCommands.h"
 #include "editor/FindDialog.h"
 #include "editor/IncrementalSearchBar.h"
+#include "support/Mnemonics.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -381,6 +382,7 @@ TEST_F(MacroRecording, EachFieldOfTheDialogHasANameToBeReadOut) {
     begin();
     type("x");
     control.ExecuteCmd(Record);
+    EXPECT_EQ(doubledMnemonics(*dialog()), QStringList());
     ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
     QStringList reached;
     for (int field = 0; field < 6; ++field) {

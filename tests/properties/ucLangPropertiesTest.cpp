@@ -6,6 +6,7 @@
 #include "properties/fmrLangProperties.h"
 #include "properties/ucLangProperties.h"
 #include "support/AnotherUser.h"
+#include "support/Mnemonics.h"
 #include "support/ScriptedServices.h"
 
 #include <QCoreApplication>
@@ -297,6 +298,7 @@ TEST_F(LanguagePanel, HelpShowsThePageOfLanguages) {
 TEST_F(LanguagePanel, TheFormShowsItAlone) {
     fmrLangProperties form(given.all, [](const QString&) {});
     EXPECT_EQ(form.objectName(), QStringLiteral("fmrLangProperties"));
+    EXPECT_EQ(doubledMnemonics(form), QStringList());
     QTimer::singleShot(0, &form, [&] {
         EXPECT_TRUE(form.isModal());
         EXPECT_EQ(form.findChild<QTreeWidget*>(QStringLiteral("lvLang"))->topLevelItemCount(), 3);

@@ -4,6 +4,7 @@
 #include "properties/ucMarco.h"
 #include "settings/MemoryRegistry.h"
 #include "settings/Settings.h"
+#include "support/Mnemonics.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QAccessible>
@@ -245,6 +246,7 @@ TEST_F(MacroPanel, EscapeClosesTheFormAndSavesToo) {
 TEST_F(MacroPanel, EachFieldIsReachedByTabAndHasANameToBeReadOut) {
     threeMacros();
     open();
+    EXPECT_EQ(doubledMnemonics(*form), QStringList());
     ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
     list().setFocus();
     QStringList reached;

@@ -165,10 +165,10 @@ TEST_F(MacrosOfTheFrame, ARecordingIsMarkedAndToldUntilItEnds) {
     start();
     run("mnuRecordMarco");
     EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
-    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording a macro: 0 step")));
+    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 0 step")));
     type(QStringLiteral("a"));
     control().ExecuteCmd(100);
-    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording a macro: 2 step")));
+    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 2 step")));
     EXPECT_FALSE(statusText().contains(QLatin1String("left out")));
     control().setSelection(0, 0);
     EXPECT_TRUE(statusText().contains(QLatin1String("left out")));
@@ -209,7 +209,7 @@ TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
     start();
     globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, QStringLiteral("K")}, {0, QStringLiteral("C")}});
     QTest::keyClick(&control(), Qt::Key_K, Qt::ControlModifier);
-    EXPECT_EQ(statusText(), QStringLiteral("Ctrl + K was pressed. Waiting for the second key; Esc leaves it."));
+    EXPECT_EQ(statusText(), QStringLiteral("Ctrl + K: press the second key, or Esc to leave."));
     QTest::keyClick(&control(), Qt::Key_Escape);
     EXPECT_EQ(statusText(), QString());
 }
