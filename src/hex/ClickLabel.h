@@ -15,7 +15,7 @@ class ClickLabel : public QLabel {
 
  protected:
     void mouseReleaseEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton)
+        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
             Q_EMIT clicked();
     }
 };

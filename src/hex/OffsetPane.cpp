@@ -5,6 +5,7 @@
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWheelEvent>
 
 namespace {
 
@@ -38,6 +39,10 @@ void OffsetPane::paintEvent(QPaintEvent*) {
 }
 
 void OffsetPane::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
         Q_EMIT clicked();
+}
+
+void OffsetPane::wheelEvent(QWheelEvent* event) {
+    Q_EMIT wheelTurned(event);
 }

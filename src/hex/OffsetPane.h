@@ -15,10 +15,13 @@ class OffsetPane : public QWidget {
 
  Q_SIGNALS:
     void clicked();
+    /// For the pane that turns the page.
+    void wheelTurned(QWheelEvent* event);
 
  protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
  private:
     QStringList m_texts;

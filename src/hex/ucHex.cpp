@@ -5,31 +5,21 @@
 #include "hex/HexMarker.h"
 #include "hex/HexText.h"
 #include "hex/OffsetPane.h"
-#include "platform/BusyPointer.h"
-#include "platform/FileReader.h"
-#include "platform/Prompts.h"
-#include "platform/Yield.h"
 
 #include <QAction>
-#include <QPointer>
-#include <QProgressBar>
+#include <QCoreApplication>
 #include <QScrollBar>
 #include <QToolBar>
 #include <QTreeView>
+#include <QWheelEvent>
 
 #include <array>
-#include <utility>
 
 namespace {
 
 constexpr int LinesOfANotch = 3;
 /// In a cell whose byte is there and can't be read.
 const QString Unreadable = QStringLiteral("??");
-
-bool isEmptyFile(const QString& path) {
-    FileReader reader;
-    return !reader.open(path) && reader.size() == 0;
-}
 
 }  // namespace
 
@@ -115,6 +105,8 @@ void ucHex::connectParts() {
     connect(m_parts.VScroll1, &QScrollBar::valueChanged, this, &ucHex::SetOffsetPosition);
     connect(m_parts.lblSelect, &ClickLabel::clicked, this, &ucHex::toggleOffsetMode);
     connect(m_parts.PicOffSet, &OffsetPane::clicked, this, &ucHex::toggleOffsetMode);
+    connect(m_parts.PicOffSet, &OffsetPane::wheelTurned, this,
+            [this](QWheelEvent* event) { QCoreApplication::sendEvent(m_parts.PicHex, event); });
     for (const ClickLabel* label : m_parts.Label2)
         connect(label, &ClickLabel::clicked, this, &ucHex::toggleOffsetMode);
     for (const ClickLabel* label : m_parts.lblInfo) {
@@ -135,137 +127,6 @@ void ucHex::tellContextMenu(const QWidget* from, const QPoint& at, const QString
         return;
     const QPoint here = from->mapTo(this, at);
     Q_EMIT ContextMenuRequest(here.x(), here.y(), key);
-}
-
-// Loading and saving
-
-void ucHex::setControlsEnabled(bool enabled) {
-    for (const int number : {1, 2}) {
-        pane(number)->setEnabled(enabled);
-        pane(number)->setCursorShown(enabled);
-    }
-    m_parts.VScroll1->setEnabled(enabled && m_paging.scrolls());
-    m_parts.setScrollButtonsEnabled(enabled);
-    for (HexMarker* sign : m_parts.Sign)
-        sign->setVisible(enabled);
-    m_parts.lblSelect->setVisible(enabled);
-}
-
-void ucHex::DisableHexControls() {
-    Q_EMIT HexDisabled();
-    setControlsEnabled(false);
-}
-
-void ucHex::EnableHexControls() {
-    setControlsEnabled(true);
-    Q_EMIT HexEnabled();
-}
-
-CopyProgress ucHex::SetProgress() {
-    return [guard = QPointer<ucHex>(this)](int percent) {
-        if (guard)
-            guard->m_parts.ProgressBar1->setValue(percent);
-        yieldOnce();
-        return !guard.isNull();
-    };
-}
-
-bool ucHex::OpenFile(const QString& pFileName) {
-    if (m_isBusy || isEmptyFile(pFileName))
-        return false;
-    finishNibble();
-    const QPointer<ucHex> guard(this);
-    const QWidget* inFocus = window()->focusWidget();
-    const bool holdsFocus = inFocus == nullptr || isAncestorOf(inFocus);
-    DisableHexControls();
-    if (holdsFocus)
-        setFocus();
-    m_undoLog.clear();
-    forgetChanges();
-    m_modified = false;
-    m_isBusy = true;
-    const bool loaded = LoadFile(pFileName);
-    if (!guard)
-        return false;
-    m_isBusy = false;
-    if (!loaded)
-        return false;
-    FillGrid();
-    EnableHexControls();
-    m_grid1.Reset();
-    m_grid2.Reset();
-    showCell({});
-    // Whoever has gone elsewhere while it loaded is not called back.
-    if (window()->focusWidget() == this)
-        m_parts.PicHex->setFocus();
-    return true;
-}
-
-bool ucHex::LoadFile(const QString& pFileName) {
-    const QPointer<ucHex> guard(this);
-    m_fileOpen = false;
-    m_parts.ProgressBar1->setValue(0);
-    m_parts.ProgressBar1->show();
-    const SystemError error = m_copy.load(pFileName, SetProgress());
-    if (!guard)
-        return false;
-    m_parts.ProgressBar1->hide();
-    if (error) {
-        m_prompts.message(this, error.description);
-        return false;
-    }
-    m_fileOpen = true;
-    m_paging.open(m_copy.length());
-    for (const int number : {1, 2})
-        grid(number).setMax(m_copy.length());
-    m_scrollSync = true;
-    m_parts.VScroll1->setValue(0);
-    m_scrollSync = false;
-    m_parts.VScroll1->setEnabled(m_paging.scrolls());
-    m_parts.info(HexInfo::FileSize)->setText(QString::number(m_copy.length()));
-    m_parts.info(HexInfo::PageBytes)->setText(QString::number(HexPaging::PageBytes));
-    m_parts.bookmarks->clear();
-    return true;
-}
-
-bool ucHex::SaveFile(const QString& pFileName, bool force) {
-    if (m_isBusy)
-        return false;
-    if (!m_fileOpen)
-        return true;
-    finishNibble();
-    return (!force && !m_modified) || writeOver(pFileName);
-}
-
-void ucHex::cmdSaveAs() {
-    const QString target = m_saveAsName.left(m_saveAsName.indexOf(QChar(u'\0'))).trimmed();
-    if (m_isBusy || !m_fileOpen || target.isEmpty())
-        return;
-    finishNibble();
-    writeOver(target);
-}
-
-bool ucHex::writeOver(const QString& target) {
-    const QPointer<ucHex> guard(this);
-    m_parts.ProgressBar1->setValue(0);
-    m_parts.ProgressBar1->show();
-    BusyPointer::show();
-    m_isBusy = true;
-    const bool wasModified = std::exchange(m_modified, false);  // what is typed from now on may miss the file
-    const SystemError error = m_copy.save(target, SetProgress());
-    BusyPointer::restore();
-    if (!guard)
-        return false;
-    m_isBusy = false;
-    if (error) {
-        m_modified = m_modified || wasModified;
-        m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
-        return false;
-    }
-    if (!m_modified)
-        forgetChanges();
-    m_parts.ProgressBar1->hide();
-    return true;
 }
 
 // The page

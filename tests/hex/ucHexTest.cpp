@@ -189,11 +189,12 @@ TEST_F(TheHexView, FollowsItsScrollBarAndMovesIt) {
 TEST_F(TheHexView, TurnsThreeLinesANotchWithOnePage) {
     open(someBytes(1000));
     QSignalSpy filled(m_hex.get(), &ucHex::PositionChanged);
-    const auto turn = [&](int delta) {
-        QWheelEvent event(QPointF(5, 5), pane(1)->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, delta), Qt::NoButton,
+    const auto turnOver = [](QWidget* part, int delta) {
+        QWheelEvent event(QPointF(5, 5), part->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, delta), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(pane(1), &event);
+        QApplication::sendEvent(part, &event);
     };
+    const auto turn = [&](int delta) { turnOver(pane(1), delta); };
     turn(-120);
     EXPECT_EQ(pointer(), 49);
     EXPECT_EQ(filled.count(), 1);
@@ -205,6 +206,8 @@ TEST_F(TheHexView, TurnsThreeLinesANotchWithOnePage) {
     filled.clear();
     turn(120);
     EXPECT_EQ(filled.count(), 0);
+    turnOver(part<OffsetPane>(u"PicOffSet"_qs), -120);
+    EXPECT_EQ(pointer(), 49);
 }
 
 TEST_F(TheHexView, PagesByKeys) {
@@ -272,6 +275,13 @@ TEST_F(TheHexView, ShowsOffsetsInEitherRadix) {
     EXPECT_EQ(caption->text(), u"Offset - DEC"_qs);
     QTest::mouseClick(part<ClickLabel>(u"Label2(3)"_qs), Qt::LeftButton);
     EXPECT_TRUE(m_hex->OffsetHexMode());
+    // Who lets the button go elsewhere has thought better of it.
+    for (QWidget* clicked :
+         {static_cast<QWidget*>(caption), static_cast<QWidget*>(part<OffsetPane>(u"PicOffSet"_qs))}) {
+        QTest::mousePress(clicked, Qt::LeftButton);
+        QTest::mouseRelease(clicked, Qt::LeftButton, {}, QPoint(-20, -20));
+        EXPECT_TRUE(m_hex->OffsetHexMode());
+    }
 }
 
 TEST_F(TheHexView, ExchangesTheEditModeByAClickOnItsLabelsOnly) {
