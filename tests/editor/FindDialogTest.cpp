@@ -2,6 +2,7 @@
 #include "editor/FindDialog.h"
 #include "editor/SearchHistory.h"
 #include "editor/SearchWindows.h"
+#include "support/Mnemonics.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -57,6 +58,11 @@ using FindDialogWindow = Dialogs;
 using ReplaceDialogWindow = Dialogs;
 
 }  // namespace
+
+TEST_F(ReplaceDialogWindow, NoLetterStandsForTwoThings) {
+    EXPECT_EQ(doubledMnemonics(openFind()), QStringList());
+    EXPECT_EQ(doubledMnemonics(openReplace()), QStringList());
+}
 
 TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
     control.setText(QStringLiteral("one two\nthree"));
