@@ -287,7 +287,7 @@ class rtCM : public QWidget, public DocumentView {
     bool foundBy(int command);
     bool findAround(const QString& text, int find, int goToEnd);
     void giveBack(const KeptView& before);
-    bool searchGoesOn();
+    bool searchGoesOn(bool takesLong);
     void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
     void clickLeftMargin(Qt::MouseButton button, int x, int y);
 

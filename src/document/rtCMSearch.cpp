@@ -88,7 +88,7 @@ void rtCM::connectSearch() {
             Redraw();
     });
     connect(m_control, &CodeMax::AfterFind, this, &rtCM::AfterFind);
-    m_control->setSearchWatch([this] { return searchGoesOn(); });
+    m_control->setSearchWatch([this](bool takesLong) { return searchGoesOn(takesLong); });
     m_control->installEventFilter(this);
     connect(m_control, &CodeMax::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
         Q_EMIT MouseDown(button, x, y);
@@ -178,15 +178,16 @@ bool rtCM::eventFilter(QObject* watched, QEvent* event) {
 }
 
 /// Called while a search takes long. In the loops over all matches the program goes on as it does between two matches;
-/// while one match is looked for, nobody is prepared for what a person could do meanwhile: only Esc is heard.
-bool rtCM::searchGoesOn() {
+/// while one match is looked for, nobody is prepared for what a person could do meanwhile: only Esc is heard, and
+/// before it takes long what is typed waits, as a person types on while the first letters are looked for.
+bool rtCM::searchGoesOn(bool takesLong) {
     const QPointer<rtCM> alive(this);
     if (IgnoreCmdFailure) {
         yieldOnce();
         return alive && !m_searchStopped;
     }
     const InputStop input;
-    yieldOnce();
+    takesLong ? yieldOnce() : yieldWithoutInput();
     if (!alive)
         return false;
     m_searchStopped = input.escaped();

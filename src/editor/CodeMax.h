@@ -228,9 +228,10 @@ class CodeMax : public QsciScintillaBase {
     /// What was searched for by all controls, newest first, divided by line feeds.
     static QString FindHistory();
 
-    /// Asked every 20 ms while a search goes on; false stops it. It may yield: the search ends by itself when the text
-    /// was changed meanwhile, and does not touch a control that is gone.
-    void setSearchWatch(std::function<bool()> goesOn) { m_searchWatch = std::move(goesOn); }
+    /// Asked every 20 ms while a search goes on; false stops it. It is told whether the search takes so long by now
+    /// that a Notice says so. It may yield: the search ends by itself when the text was changed meanwhile, and does not
+    /// touch a control that is gone.
+    void setSearchWatch(std::function<bool(bool takesLong)> goesOn) { m_searchWatch = std::move(goesOn); }
 
     SearchOutcome findNext();
     SearchOutcome findPrevious();
@@ -453,7 +454,7 @@ class CodeMax : public QsciScintillaBase {
     int m_eolMode = SC_EOL_LF;
 
     SearchState m_search;
-    std::function<bool()> m_searchWatch;
+    std::function<bool(bool)> m_searchWatch;
     quint64 m_changes = 0;
     QWidget* m_bottomBar = nullptr;
 

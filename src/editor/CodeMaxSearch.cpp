@@ -167,8 +167,7 @@ MatchScan::Watch CodeMax::watchOfSearch() {
         asked = [player = m_player] { return player->goesOn(); };
     else if (m_searchWatch)
         asked = [watch = m_searchWatch, notice = std::make_shared<SearchNotice>(*this)] {
-            notice->lookAtClock();
-            return watch();
+            return watch(notice->lookAtClock());
         };
     else
         return {};

@@ -18,9 +18,10 @@ SearchNotice::~SearchNotice() {
         m_control->notice({});
 }
 
-void SearchNotice::lookAtClock() {
+bool SearchNotice::lookAtClock() {
     if (m_shown || !m_control || m_since.elapsed() < DelayMilliseconds)
-        return;
+        return m_shown;
     m_shown = true;
     m_control->notice(CodeMax::tr("Searching. Esc stops it."));
+    return true;
 }

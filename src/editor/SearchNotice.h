@@ -14,8 +14,8 @@ class SearchNotice {
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
 
-    /// Called again and again as long as the search goes on.
-    void lookAtClock();
+    /// Called again and again as long as the search goes on; true: it takes long, and that is told.
+    bool lookAtClock();
 
  private:
     QPointer<CodeMax> m_control;

@@ -187,7 +187,7 @@ TEST_F(FindNext, IsStoppedByItsWatch) {
     look(Slow, Expression);
     control.setSelection(2, 4);
     int asked = 0;
-    control.setSearchWatch([&asked] { return ++asked % 3 != 0; });
+    control.setSearchWatch([&asked](bool) { return ++asked % 3 != 0; });
     for (const auto& search :
          {&CodeMax::findNext, &CodeMax::findPrevious, &CodeMax::replaceNext, &CodeMax::replaceSelectedMatch}) {
         asked = 0;
@@ -213,7 +213,7 @@ TEST_F(FindNext, IsNotBegunAgainForTheRestOfARepeatCountWhenItWasStopped) {
     control.setText(slowLines());
     look(Slow, Expression);
     int asked = 0;
-    control.setSearchWatch([&asked] { return ++asked < 3; });
+    control.setSearchWatch([&asked](bool) { return ++asked < 3; });
     for (const int command : {170, 173, 174, 176}) {
         asked = 0;
         control.setRepeatCount(50);
@@ -227,8 +227,14 @@ TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
     control.setText(slowLines());
     look(Slow, Expression);
     const QSignalSpy told(&control, &CodeMax::Notice);
-    control.setSearchWatch([&told] { return told.isEmpty(); });
+    bool knew = false;
+    control.setSearchWatch([&](bool takesLong) {
+        EXPECT_EQ(takesLong, !told.isEmpty());
+        knew = takesLong;
+        return !takesLong;
+    });
     EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_TRUE(knew);
     ASSERT_EQ(told.count(), 2);
     EXPECT_EQ(told[0][0].toString(), QStringLiteral("Searching. Esc stops it."));
     EXPECT_EQ(told[1][0].toString(), QString());
@@ -237,7 +243,7 @@ TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
 TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
     control.setText(slowLines());
     look(Slow, Expression);
-    control.setSearchWatch([this] {
+    control.setSearchWatch([this](bool) {
         control.setText(QStringLiteral("another"));
         return true;
     });
@@ -255,7 +261,7 @@ TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
         gone->setSearchText(QString::fromLatin1(Slow));
         gone->SelectAll();
         const QPointer<CodeMax> alive(gone);
-        gone->setSearchWatch([gone] {
+        gone->setSearchWatch([gone](bool) {
             delete gone;
             return true;
         });

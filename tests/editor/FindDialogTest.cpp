@@ -417,7 +417,7 @@ TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
         SearchWindows::openReplace(*gone);
         const QPointer<FindDialog> dialog = gone->findChild<FindDialog*>();
         enter(*dialog, "cboFind", "(a|aa)+$");
-        gone->setSearchWatch([gone] {
+        gone->setSearchWatch([gone](bool) {
             delete gone;
             return true;
         });
@@ -428,7 +428,7 @@ TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
 
 TEST_F(ReplaceDialogWindow, SaysThatASearchWasStopped) {
     control.setText(QStringLiteral("b") + QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
-    control.setSearchWatch([] { return false; });
+    control.setSearchWatch([](bool) { return false; });
     FindDialog& dialog = openReplace();
     check(dialog, "chkRegExp");
     enter(dialog, "cboFind", "(a|aa)+$");

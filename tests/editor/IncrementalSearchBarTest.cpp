@@ -244,7 +244,7 @@ TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
     const QPointer<IncrementalSearchBar> goneBar = gone->findChild<IncrementalSearchBar*>();
     auto* goneField = goneBar->findChild<QLineEdit*>();
     goneField->setText(QStringLiteral("(a|aa)+$"));
-    gone->setSearchWatch([gone] {
+    gone->setSearchWatch([gone](bool) {
         delete gone;
         return true;
     });
@@ -256,7 +256,7 @@ TEST_F(SearchBar, SaysThatASearchWasStopped) {
     control.setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
     control.setSearchRegExp(true);
     control.setSelection(3, 3);
-    control.setSearchWatch([] { return false; });
+    control.setSearchWatch([](bool) { return false; });
     for (const bool backwards : {false, true}) {
         open(backwards);
         field().clear();
