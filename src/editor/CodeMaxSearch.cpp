@@ -329,18 +329,19 @@ qint64 CodeMax::findAll(const std::function<bool(const MatchPlace&)>& take) {
     const ScanLock lock(*this);
     const quint64 changes = m_changes;
     qint64 count = 0;
-    bool goesOn = true;
     MatchScan scan(*pattern, m_text, m_map, 0);
     scan.watchedBy(watchOfSearch());
-    while (goesOn && scan.next()) {
+    while (scan.next()) {
         ++count;
-        goesOn = take(placeOf(scan.match()));
+        const bool goesOn = take(placeOf(scan.match()));
         if (!alive)
             return count;
         if (m_changes != changes) {
             fail();
             return count;
         }
+        if (!goesOn)
+            scan.stop();
     }
     if (!alive)
         return count;
@@ -398,7 +399,7 @@ bool CodeMax::collect(Replacements& found, const SearchPattern& pattern, const T
         if (!alive || m_changes != changes)
             return false;
         if (!goesOn)
-            break;
+            scan.stop();
     }
     if (!alive || m_changes != changes)
         return false;

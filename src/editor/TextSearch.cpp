@@ -174,8 +174,8 @@ bool MatchScan::next() {
         if (goFurther(result, searched)) {
             if (!m_goesOn || m_goesOn())
                 continue;
-            m_error = stopped();
-            return finish();
+            stop();
+            return false;
         }
         if (result < 0) {
             if (result != PCRE2_ERROR_NOMATCH)
@@ -255,6 +255,11 @@ void MatchScan::takeMatch(std::string_view subject) {
         return;
     }
     m_next = heldBeforeJoint(behindCharacter(subject, to));
+}
+
+void MatchScan::stop() {
+    m_error = stopped();
+    m_done = true;
 }
 
 bool MatchScan::finish() {

@@ -51,6 +51,8 @@ class MatchScan {
     /// Matches that begin behind this held byte are not looked for.
     void stopBehind(qint64 last) { m_stopBehind = last; }
     void watchedBy(Watch goesOn) { m_goesOn = std::move(goesOn); }
+    /// There is no next match then, and error() says that the search was stopped.
+    void stop();
     /// Goes on to the next match; false when there is none, or when the search had to be given up (see error()).
     bool next();
     const TextMatch& match() const { return m_match; }

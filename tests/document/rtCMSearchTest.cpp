@@ -96,6 +96,58 @@ TEST_F(TextViewSearch, EscEndsAListOfAllMatches) {
     EXPECT_GT(list.count(u'\t'), 0);
 }
 
+TEST_F(TextViewSearch, EscLetsAReplacementOfAllEndWithWhatItFound) {
+    const QString rest = QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000);
+    m_view.setText(u'b' + rest);
+    QSignalSpy told(&m_view, &rtCM::Notice);
+    QTimer::singleShot(0, &m_view, [&] { QTest::keyClick(&m_view.control(), Qt::Key_Escape); });
+    EXPECT_EQ(replaced("b|(a|aa)+$", "c", true), QStringLiteral("0,0,1\t"));
+    EXPECT_EQ(m_view.Text(), u'c' + rest);
+    ASSERT_FALSE(told.isEmpty());
+    EXPECT_EQ(told.last()[0].toString(), QStringLiteral("The search was stopped."));
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), u'b' + rest);
+}
+
+TEST_F(TextViewSearch, SaysThatAListOfAllMatchesWasStopped) {
+    m_view.setText(manyMatches());
+    QSignalSpy told(&m_view, &rtCM::Notice);
+    QTimer::singleShot(0, &m_view, [&] { m_view.StopSearch(); });
+    EXPECT_LT(all("a").count(u'\t'), Many);
+    ASSERT_FALSE(told.isEmpty());
+    EXPECT_EQ(told.last()[0].toString(), QStringLiteral("The search was stopped."));
+}
+
+TEST_F(TextViewSearch, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
+    const QString text = QStringLiteral("c c") + QString(60, u'a') + QStringLiteral("\nc b");
+    constexpr const char* Wild = "(a+)+b|c";
+    const QString tooMany = QStringLiteral("The expression takes too many steps; the search was stopped.");
+    m_view.setText(text);
+    m_view.FileChanged = false;
+    m_options.RegExpOn = true;
+    QSignalSpy told(&m_view, &rtCM::Notice);
+    const auto isTold = [&] { return !told.isEmpty() && told.takeLast()[0].toString() == tooMany; };
+
+    select(3, 3);
+    EXPECT_FALSE(next(Wild));
+    EXPECT_TRUE(isTold());
+    EXPECT_EQ(selected(), Selected(3, 3));
+    select(text.size(), text.size());
+    EXPECT_FALSE(previous(Wild));
+    EXPECT_TRUE(isTold());
+    EXPECT_EQ(selected(), Selected(text.size(), text.size()));
+    EXPECT_EQ(all(Wild, true), QStringLiteral("0,0,1\t0,2,1\t"));
+    EXPECT_TRUE(isTold());
+    EXPECT_FALSE(m_view.FileChanged);
+
+    EXPECT_EQ(replaced(Wild, "d", true), QStringLiteral("0,0,1\t0,2,1\t"));
+    EXPECT_TRUE(isTold());
+    EXPECT_EQ(m_view.Text(), QStringLiteral("d d") + text.mid(3));
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), text);
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
 // One match
 
 TEST_F(TextViewSearch, FindNextSelectsTheMatchBehindTheSelection) {
