@@ -281,9 +281,14 @@ def benchHex(bench, inside):
             bench.say("", f"A file of 2 GB holds {row['more_MB']:.1f} MB more than one of a page.")
 
 
-LANGUAGE_GOALS = {"loadDefinitions": 25, "firstPicture/MB:10/coloured:1": 150, "typeKey/MB:50/coloured:1": 16,
-                  "typeKeyAndRest/MB:50/coloured:1": 50, "jumpToMiddle/MB:50/coloured:1": 50}
-MACRO_GOALS = {"play a macro of 50 steps so many times/1000": 2_500, "play a macro of 50 steps so many times/10000": 25_000}
+# The most that a figure may be: milliseconds, more than those of another row where one is named.
+LANGUAGE_GOALS = {"loadDefinitions": (10, None),
+                  "firstPicture/MB:10/coloured:1": (50, "firstPicture/MB:10/coloured:0"),
+                  "typeKey/MB:50/coloured:1": (16, None),
+                  "typeKeyAndRest/MB:50/coloured:1": (50, None),
+                  "jumpToMiddle/MB:50/coloured:1": (50, None)}
+MACRO_GOALS = {"play a macro of 50 steps so many times/1000": (500, None),
+               "play a macro of 50 steps so many times/10000": (5_000, None)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -292,14 +297,17 @@ def benchGoals(bench, inside, title, goals):
                          env={**os.environ, "QT_QPA_PLATFORM": "offscreen"})
     rows = [row for row in json.loads(run.stdout)["benchmarks"] if row.get("run_type") == "iteration"]
     bench.ownFailed |= any(row.get("error_occurred") for row in rows)
+    taken = {row["name"].removesuffix("/real_time"): row["real_time"] for row in rows}
+    if missing := goals.keys() - taken.keys():
+        sys.exit(f"Not measured: {', '.join(missing)}")
     bench.say("", f"{title}: milliseconds", "", "| | ms | goal |", "|---|---|---|")
-    for row in rows:
-        name, taken = row["name"].removesuffix("/real_time"), row["real_time"]
-        goal = goals.pop(name, None)
-        verdict = "" if goal is None else f"{goal}, {'met' if taken <= goal else 'missed'}"
-        bench.say(f"| {name} | {taken:.2f} | {verdict} |")
-    if goals:
-        sys.exit(f"Not measured: {', '.join(goals)}")
+    for name, own in taken.items():
+        verdict = ""
+        if name in goals:
+            allowed, beside = goals[name]
+            most = allowed + taken.get(beside, 0)
+            verdict = f"{most:.0f}, {'met' if own <= most else 'missed'}"
+        bench.say(f"| {name} | {own:.2f} | {verdict} |")
 
 
 def processor():
