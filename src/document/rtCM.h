@@ -286,6 +286,7 @@ class rtCM : public QWidget, public DocumentView {
     void takeProgramFlags();
     bool foundBy(int command);
     bool findAround(const QString& text, int find, int goToEnd);
+    bool foundAround(int find, int goToEnd);
     void giveBack(const KeptView& before);
     bool searchGoesOn(bool takesLong);
     void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);

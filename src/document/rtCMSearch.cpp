@@ -221,9 +221,22 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
     takeProgramFlags();
     if (!text.isEmpty())
         SetFindText(text);
-    const QPointer<rtCM> alive(this);
     const PaintStop stop(*m_control);
     const RecordedSearch recorded(*m_control, find);
+    return foundAround(find, goToEnd);
+}
+
+bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) {
+    setSearchRegExp(RegExpOn);
+    setSearchCaseSensitive(CaseSensitiveOn);
+    setSearchWholeWord(WholeWord);
+    SetFindText(pText);
+    return foundAround(FindFollowing, GoToStart);
+}
+
+/// From the caret on and, when the search may go on, from the other end; the view stays where it is without a match.
+bool rtCM::foundAround(int find, int goToEnd) {
+    const QPointer<rtCM> alive(this);
     const KeptView before(*m_control);
     if (foundBy(find))
         return true;
@@ -236,31 +249,6 @@ bool rtCM::findAround(const QString& text, int find, int goToEnd) {
     const KeptView between(*m_control);
     m_control->ExecuteCmd(goToEnd);
     if (foundBy(find))
-        return true;
-    if (!alive)
-        return false;
-    giveBack(between);
-    return false;
-}
-
-bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) {
-    setSearchRegExp(RegExpOn);
-    setSearchCaseSensitive(CaseSensitiveOn);
-    setSearchWholeWord(WholeWord);
-    SetFindText(pText);
-    const QPointer<rtCM> alive(this);
-    const KeptView before(*m_control);
-    if (foundBy(FindFollowing))
-        return true;
-    if (!alive)
-        return false;
-    if (!m_options.ContinueSearch || m_searchStopped) {
-        giveBack(before);
-        return false;
-    }
-    const KeptView between(*m_control);
-    m_control->ExecuteCmd(GoToStart);
-    if (foundBy(FindFollowing))
         return true;
     if (!alive)
         return false;
