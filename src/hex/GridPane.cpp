@@ -3,6 +3,7 @@
 #include "hex/Grid.h"
 #include "hex/GridAccessible.h"
 #include "hex/HexColours.h"
+#include "platform/Contrast.h"
 
 #include <QContextMenuEvent>
 #include <QFontMetricsF>
@@ -20,9 +21,9 @@ namespace {
 constexpr int FontPixels = 14;
 constexpr int CellMargin = 3;
 constexpr int EighthsOfANotch = 120;
-constexpr double ShadeOfPassive = 0.2;
-constexpr double EdgeOfPassive = 0.6;
-constexpr double ShareOfDivider = 0.15;
+constexpr int PassiveShadePercent = 20;
+constexpr int PassiveEdgePercent = 60;
+constexpr int DividerPercent = 15;
 
 }  // namespace
 
@@ -46,11 +47,11 @@ class GridPane::Cursor : public QWidget {
             painter.fillRect(rect(), marked ? HexColours::changedText(palette()) : text);
             painter.setPen(base);
         } else {
-            const QColor shade = HexColours::blended(text, base, ShadeOfPassive);
+            const QColor shade = Contrast::blended(base, text, PassiveShadePercent);
             painter.fillRect(rect(), shade);
-            painter.setPen(HexColours::blended(text, base, EdgeOfPassive));
+            painter.setPen(Contrast::blended(base, text, PassiveEdgePercent));
             painter.drawRect(rect().adjusted(0, 0, -1, -1));
-            painter.setPen(HexColours::readableOn(shade, marked ? HexColours::changedText(palette()) : text));
+            painter.setPen(Contrast::readableOn(shade, marked ? HexColours::changedText(palette()) : text));
         }
         m_pane.DrawCell(painter, rect(), cell);
     }
@@ -186,8 +187,7 @@ void GridPane::paintEvent(QPaintEvent* event) {
 /// Between the halves of the rows, so that a column is found at a glance.
 void GridPane::paintDivider(QPainter& painter) const {
     const int x = cellRect({0, Grid::Columns / 2}).left();
-    painter.setPen(
-        HexColours::blended(palette().color(QPalette::Text), palette().color(QPalette::Base), ShareOfDivider));
+    painter.setPen(Contrast::blended(palette().color(QPalette::Base), palette().color(QPalette::Text), DividerPercent));
     painter.drawLine(x, 0, x, height() - 1);
 }
 

@@ -2,9 +2,9 @@
 
 #include "hex/ClickLabel.h"
 #include "hex/GridPane.h"
-#include "hex/HexColours.h"
 #include "hex/HexText.h"
 #include "hex/ucHex.h"
+#include "platform/Contrast.h"
 #include "platform/Prompts.h"
 #include "platform/Windows1252.h"
 #include "settings/Colour.h"
@@ -28,7 +28,7 @@ QColor colourOf(qint32 number) {
 /// The two colours are fixed, so on a dark window they stand on a light ground.
 void paintMode(QWidget* label, qint32 number) {
     const QColor window = label->parentWidget()->palette().color(QPalette::Window);
-    const bool isTooDark = HexColours::contrast(colourOf(OtherMode), window) < HexColours::Readable;
+    const bool isTooDark = Contrast::between(colourOf(OtherMode), window) < Contrast::Enough;
     QPalette palette;
     palette.setColor(QPalette::WindowText, colourOf(number));
     if (isTooDark)

@@ -1,6 +1,7 @@
 #include "HexFixture.h"
 #include "hex/HexChanges.h"
 #include "hex/HexColours.h"
+#include "platform/Contrast.h"
 
 #include <QPalette>
 
@@ -54,25 +55,18 @@ TEST(Changes, LookAtTheByteThatIsThereNow) {
     EXPECT_TRUE(changes.isMarked(Place, 4));
 }
 
-TEST(Colours, CountContrastFromOneToTwentyOne) {
-    EXPECT_NEAR(HexColours::contrast(Qt::white, Qt::black), 21, 0.01);
-    EXPECT_NEAR(HexColours::contrast(Qt::black, Qt::white), 21, 0.01);
-    EXPECT_NEAR(HexColours::contrast(Qt::red, Qt::red), 1, 0.01);
-    EXPECT_NEAR(HexColours::contrast(Qt::red, Qt::white), 4.0, 0.01);
-}
-
 TEST(Colours, OfChangesCanBeReadInEveryTheme) {
     for (int grey = 0; grey <= 255; grey += 5) {
         const QColor base(grey, grey, grey);
         const QPalette palette = paletteOf(grey > 127 ? Qt::black : Qt::white, base);
         const QColor changed = HexColours::changedText(palette);
-        EXPECT_GE(HexColours::contrast(changed, HexColours::changedBase(palette)), 4.5) << grey;
+        EXPECT_GE(Contrast::between(changed, HexColours::changedBase(palette)), 4.5) << grey;
         if (grey < 64 || grey > 192) {
             EXPECT_NE(changed.rgb(), palette.color(QPalette::Text).rgb()) << grey;
         }
     }
     const QPalette light = paletteOf(Qt::black, Qt::white);
-    EXPECT_GE(HexColours::contrast(HexColours::changedText(light), Qt::white), 4.5);
+    EXPECT_GE(Contrast::between(HexColours::changedText(light), Qt::white), 4.5);
 }
 
 TEST_F(MarksOfChanges, TellTypedBytesApartInBothPanes) {

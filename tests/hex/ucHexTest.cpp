@@ -1,5 +1,5 @@
 #include "HexFixture.h"
-#include "hex/HexColours.h"
+#include "platform/Contrast.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -599,8 +599,8 @@ TEST_F(TheHexView, ShowsItsEditModeOnALightGroundInADarkTheme) {
     const auto contrastOf = [this](int number) {
         const QWidget* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
         const QWidget* ground = label->autoFillBackground() ? label : m_hex.get();
-        return HexColours::contrast(label->palette().color(QPalette::WindowText),
-                                    ground->palette().color(QPalette::Window));
+        return Contrast::between(label->palette().color(QPalette::WindowText),
+                                 ground->palette().color(QPalette::Window));
     };
     open(someBytes(400));
     QTest::mouseClick(part<ClickLabel>(u"lblInfo(0)"_qs), Qt::LeftButton);
