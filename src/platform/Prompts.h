@@ -22,7 +22,7 @@ struct OpenAnswer {
 /// Every question and message the program puts to the person before it. The frame owns one and hands it down; tests
 /// give a scripted one. All calls are modal and run the event loop until they are answered.
 class Prompts {
-public:
+ public:
     virtual ~Prompts() = default;
 
     /// A box with the text and OK. An empty title stands for "Quillmark".

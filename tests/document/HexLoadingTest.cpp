@@ -27,7 +27,7 @@ class HexLoading : public HexDocumentFixture {
     }
     static QString description(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
     QString sparse(qint64 size) const {
-        const QString file = path(QStringLiteral("sparse.bin"));
+        QString file = path(QStringLiteral("sparse.bin"));
         QFile made(file);
         EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.resize(size));
         return file;
