@@ -30,7 +30,10 @@ void ask(CodeMax& control, const Question& question) {
         dialog->setInputMode(QInputDialog::IntInput);
         dialog->setWindowTitle(question.title);
         QObject::connect(dialog, &QInputDialog::intValueSelected, &control,
-                         [&control, answer = question.answer](int number) { answer(control, number); });
+                         [&control, answer = question.answer](int number) {
+                             control.setFocus();  // the keyboard may have been in a bar of the control before
+                             answer(control, number);
+                         });
     }
     dialog->setLabelText(question.label);
     dialog->setIntRange(1, question.largest);

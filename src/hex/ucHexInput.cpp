@@ -44,9 +44,13 @@ bool ucHex::HandleKey(const QKeyEvent& event) {
     const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
     if (isTab && m_fileOpen)
         pane(m_activeGrid == 1 ? 2 : 1)->setFocus(Qt::TabFocusReason);
-    if (event.key() == Qt::Key_F3)
+    const bool isRepeat = event.key() == Qt::Key_F3;
+    if (isRepeat)
         repeatSearch(QString());
-    return isTab || event.key() == Qt::Key_F3;
+    const bool isUndo = event.matches(QKeySequence::Undo);  // no entry of the menus has it, as the text control does
+    if (isUndo && !m_locked)
+        cmdUndo();
+    return isTab || isRepeat || isUndo;
 }
 
 void ucHex::typeHex(const QString& text) {

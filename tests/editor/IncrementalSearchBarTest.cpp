@@ -1,9 +1,11 @@
 #include "editor/CodeMax.h"
+#include "editor/ControlPrompts.h"
 #include "editor/IncrementalSearchBar.h"
 #include "editor/SearchHistory.h"
 #include "editor/SearchWindows.h"
 
 #include <QAction>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
@@ -265,4 +267,16 @@ TEST_F(SearchBar, SaysThatASearchWasStopped) {
         EXPECT_EQ(selected(), Selected(3, 3));
         key(Qt::Key_Escape);
     }
+}
+
+TEST_F(SearchBar, LeavesTheKeyboardToTheTextOnceALineIsGoneTo) {
+    open();
+    type("o");
+    ASSERT_EQ(control.window()->focusWidget(), &field());
+    ControlPrompts::askLine(control);
+    auto* prompt = control.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    prompt->setIntValue(3);
+    prompt->accept();
+    EXPECT_EQ(control.CurrentLine(), 2);
+    EXPECT_EQ(control.window()->focusWidget(), &control);
 }

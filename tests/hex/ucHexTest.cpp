@@ -646,3 +646,27 @@ TEST_F(TheHexView, HoldsOneRowMoreThanItShows) {
     EXPECT_EQ(grid(2)->Value(20, 15), HexText::ByteToTextCell(static_cast<quint8>(bytes[335])));
     EXPECT_EQ(grid(1)->Value(21, 0), QString());
 }
+
+TEST_F(TheHexView, TakesBackByTheUndoKeyInBothPanes) {
+    open("abc");
+    type(u"78"_qs);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    type(u"y"_qs);
+    EXPECT_EQ(workingBytes(), "xyc");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(workingBytes(), "xbc");
+    press(Qt::Key_Tab);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(workingBytes(), "abc");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    expectShown("abc");
+}
+
+TEST_F(TheHexView, TakesNothingBackByAKeyWhileItIsLocked) {
+    open("abc");
+    type(u"78"_qs);
+    m_hex->setLocked(true);
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(workingBytes(), "xbc");
+}
