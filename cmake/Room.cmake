@@ -1,7 +1,8 @@
 # quillmark_room(NAME [USES target...])
 #
-# Makes the static library of one room from src/NAME. Its headers are included as "NAME/Header.h", through a folder that
-# holds this room alone; src/rooms.txt says which other rooms it sees, and an include of any other does not build.
+# Makes the static library of one room from src/NAME and its sub-folders. Its headers are included by their path below src/
+# ("NAME/folder/Header.h"), through a folder that holds this room alone; src/rooms.txt says which other rooms it sees, and
+# an include of any other does not build. The order of the sub-folders is kept by scripts/check-rooms.
 
 set(QUILLMARK_ROOM_TABLE ${CMAKE_SOURCE_DIR}/src/rooms.txt)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${QUILLMARK_ROOM_TABLE})
@@ -13,7 +14,9 @@ function(quillmark_rooms_below name out)
     message(FATAL_ERROR "${QUILLMARK_ROOM_TABLE} has no room ${name}")
   endif()
   string(REGEX REPLACE "^[^:]*:" "" below "${line}")
+  string(REGEX REPLACE "/[a-z]+" "" below "${below}")
   string(REGEX MATCHALL "[a-z]+" below "${below}")
+  list(REMOVE_DUPLICATES below)
   set(built)
   foreach(room ${below})
     if(TARGET ${room})
@@ -25,7 +28,7 @@ endfunction()
 
 function(quillmark_room name)
   cmake_parse_arguments(ROOM "" "" "USES" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp ${CMAKE_SOURCE_DIR}/src/${name}/*.h)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/src/${name}/*.cpp ${CMAKE_SOURCE_DIR}/src/${name}/*.h)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
 
   set(doorway ${CMAKE_BINARY_DIR}/rooms/${name})

@@ -15,6 +15,15 @@ GOOD = {
     "high/C.h": '#include "middle/B.h"\n#include "low/A.h"\n',
 }
 
+FOLDER_TABLE = "low:\nmiddle: low\nhigh: low middle\nhigh/a: low\nhigh/b: middle high/a\n"
+WITH_FOLDERS = {
+    "low/A.h": "#include <QString>\n",
+    "middle/B.h": '#include "low/A.h"\n',
+    "high/a/A.h": '#include "low/A.h"\n',
+    "high/b/B.h": '#include "high/a/A.h"\n#include "middle/B.h"\n',
+    "high/C.h": '#include "high/b/B.h"\n#include "high/a/A.h"\n',
+}
+
 
 def check(files, table=TABLE):
     """Exit code and output of the check over a tree of these files."""
@@ -54,6 +63,33 @@ class CheckRooms(unittest.TestCase):
 
     def test_a_longer_circle_across_rooms_is_told(self):
         self.expectFault("circle:", {**GOOD, "low/A.h": '#include "high/C.h"\n'})
+
+    def test_a_sub_folder_is_included_by_what_its_line_allows(self):
+        self.assertEqual(check(WITH_FOLDERS, FOLDER_TABLE), (0, ""))
+
+    def test_an_include_against_the_order_of_sub_folders_is_told(self):
+        self.expectFault("high/a/D.h:1: high/a may not include high/b", {**WITH_FOLDERS, "high/a/D.h": '#include "high/b/B.h"\n'},
+                         FOLDER_TABLE)
+
+    def test_a_sub_folder_does_not_see_what_stands_directly_in_its_room(self):
+        self.expectFault("high/b/D.h:1: high/b may not include high", {**WITH_FOLDERS, "high/b/D.h": '#include "high/C.h"\n'},
+                         FOLDER_TABLE)
+
+    def test_a_sub_folder_sees_fewer_rooms_than_its_room_does(self):
+        self.expectFault("high/a/D.h:1: high/a may not include middle", {**WITH_FOLDERS, "high/a/D.h": '#include "middle/B.h"\n'},
+                         FOLDER_TABLE)
+
+    def test_a_sub_folder_that_is_allowed_more_than_its_room_is_a_fault_of_the_table(self):
+        self.expectFault("high/a would include middle, which high may not", WITH_FOLDERS,
+                         "low:\nmiddle: low\nhigh: low\nhigh/a: middle\nhigh/b: high/a\n")
+
+    def test_a_sub_folder_without_a_line_is_told_where_others_have_one(self):
+        self.expectFault("high/c/D.h: stands in no room", {**WITH_FOLDERS, "high/c/D.h": ""}, FOLDER_TABLE)
+
+    def test_one_sub_folder_of_a_lower_room_can_be_allowed_alone(self):
+        table = FOLDER_TABLE + "top: high/a\n"
+        self.assertEqual(check({**WITH_FOLDERS, "top/D.h": '#include "high/a/A.h"\n'}, table), (0, ""))
+        self.expectFault("top/D.h:1: top may not include high/b", {**WITH_FOLDERS, "top/D.h": '#include "high/b/B.h"\n'}, table)
 
     def test_a_file_named_without_its_room_is_told(self):
         self.expectFault('write "low/A.h"', {**GOOD, "low/D.cpp": '#include "A.h"\n'})
