@@ -4,14 +4,14 @@
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
-#include "document/LineOperations.h"
-#include "document/MatchList.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
-#include "hex/HexFindState.h"
-#include "platform/QtPrompts.h"
-#include "settings/MemoryRegistry.h"
+#include "editor/control/CodeMax.h"
+#include "hex/bytes/HexFindState.h"
 #include "settings/Options.h"
+#include "settings/registry/MemoryRegistry.h"
+#include "text/lines/LineOperations.h"
+#include "text/search/MatchList.h"
+#include "widgets/QtPrompts.h"
 
 #include <QApplication>
 #include <QFile>

@@ -2,12 +2,12 @@
 // searching, counting and marking, saving; and the memory of a large file.
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
-#include "hex/GridPane.h"
-#include "hex/HexFindState.h"
-#include "hex/HexText.h"
+#include "hex/bytes/HexFindState.h"
+#include "hex/bytes/HexText.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
-#include "platform/QtPrompts.h"
 #include "settings/Options.h"
+#include "widgets/QtPrompts.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

@@ -2,7 +2,7 @@
 // next to the same without a language.
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
 

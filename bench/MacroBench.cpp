@@ -1,11 +1,11 @@
 // What a person waits for while a macro is played many times: fifty steps of typing, moving, selecting and deleting, on
 // a text of a thousand lines. Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
-#include "editor/CodeMax.h"
-#include "lang/GlobalObject.h"
-#include "lang/HotKeys.h"
-#include "lang/MacroStore.h"
-#include "settings/MemoryRegistry.h"
+#include "editor/control/CodeMax.h"
+#include "keys/GlobalObject.h"
+#include "keys/HotKeys.h"
+#include "keys/MacroStore.h"
+#include "settings/registry/MemoryRegistry.h"
 
 #include <QApplication>
 #include <QTemporaryDir>

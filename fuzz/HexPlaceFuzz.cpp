@@ -1,8 +1,8 @@
 // Any text as an offset or a page to go to, in a file of any length: the page shown begins at a whole row of the file
 // and the cell that is asked for lies in it.
 
-#include "hex/HexPaging.h"
-#include "hex/TypedPlace.h"
+#include "hex/bytes/HexPaging.h"
+#include "hex/forms/TypedPlace.h"
 
 #include <QString>
 

@@ -1,10 +1,10 @@
 // Any text as a byte sequence or a text to search for: it is brought into form, means the bytes it says, and is found
 // where a plain search finds it.
 
-#include "hex/ByteStore.h"
-#include "hex/HexNeedle.h"
-#include "hex/HexSearch.h"
-#include "hex/HexText.h"
+#include "hex/bytes/ByteStore.h"
+#include "hex/bytes/HexNeedle.h"
+#include "hex/bytes/HexSearch.h"
+#include "hex/bytes/HexText.h"
 
 #include <QByteArray>
 

@@ -1,7 +1,7 @@
 // Any bytes as the definition of a language: either it is sound, or its fault is told by a line. One with rules then
 // colours the same bytes.
 
-#include "editor/RuleLexer.h"
+#include "editor/language/RuleLexer.h"
 #include "lang/LanguageFile.h"
 
 #include <cstddef>

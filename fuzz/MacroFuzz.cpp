@@ -1,7 +1,7 @@
 // Any bytes as a macro, with and without what stands before its steps: what is read gives the same macro when it is
 // written and read again.
 
-#include "lang/Macro.h"
+#include "keys/Macro.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Any text as a number in each base: what is a number comes back from every other base, what is none is nowhere one.
 
-#include "hex/NumberConversion.h"
+#include "hex/forms/NumberConversion.h"
 
 #include <QString>
 

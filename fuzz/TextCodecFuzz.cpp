@@ -1,6 +1,6 @@
 // Bytes of any kind must come back unchanged through the codec, whatever the size of the parts they are read in.
 
-#include "editor/TextCodec.h"
+#include "text/codec/TextCodec.h"
 
 #include <algorithm>
 #include <cstddef>

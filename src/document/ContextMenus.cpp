@@ -2,8 +2,8 @@
 
 #include "document/DocumentHost.h"
 #include "document/frmDocument.h"
-#include "platform/Icons.h"
-#include "platform/MenuStyle.h"
+#include "widgets/Icons.h"
+#include "widgets/MenuStyle.h"
 
 #include <QAction>
 #include <QMenu>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hex/HexStorage.h"
+#include "hex/bytes/HexStorage.h"
 
 class Prompts;
 struct EditorGlobals;

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "editor/SharedProfile.h"
-#include "editor/TokenTheme.h"
-#include "lang/GlobalObject.h"
-#include "lang/HotKeys.h"
+#include "editor/language/TokenTheme.h"
+#include "editor/profile/SharedProfile.h"
+#include "keys/GlobalObject.h"
+#include "keys/HotKeys.h"
+#include "keys/MacroStore.h"
 #include "lang/LanguageTable.h"
-#include "lang/MacroStore.h"
 
 class QString;
 class RegistryStore;

@@ -1,7 +1,7 @@
 #include "document/HexView.h"
 
 #include "document/DocumentServices.h"
-#include "hex/HexNeedle.h"
+#include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
 
 #include <QScrollArea>

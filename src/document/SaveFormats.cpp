@@ -1,6 +1,6 @@
 #include "document/SaveFormats.h"
 
-#include "editor/SaveFlags.h"
+#include "text/codec/SaveFlags.h"
 
 #include <algorithm>
 #include <array>

@@ -8,15 +8,15 @@
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
-#include "platform/BusyPointer.h"
+#include "editor/control/CodeMax.h"
 #include "platform/FileInfo.h"
-#include "platform/Icons.h"
+#include "platform/FileType.h"
 #include "platform/Paths.h"
-#include "platform/Prompts.h"
 #include "platform/Yield.h"
-#include "settings/FileType.h"
 #include "settings/Options.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/Icons.h"
+#include "widgets/Prompts.h"
 
 #include <QCloseEvent>
 #include <QIcon>

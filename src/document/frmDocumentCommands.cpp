@@ -2,11 +2,11 @@
 
 #include "document/DocumentHost.h"
 #include "document/DocumentView.h"
-#include "document/LineOperations.h"
 #include "document/frmCountAll.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "platform/Prompts.h"
+#include "text/lines/LineOperations.h"
+#include "widgets/Prompts.h"
 
 #include <QPointer>
 

@@ -7,11 +7,11 @@
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
 #include "document/rtCM.h"
-#include "hex/HexNeedle.h"
+#include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
-#include "platform/Prompts.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
+#include "widgets/Prompts.h"
 
 void frmDocument::connectHexView() {
     const ucHex* control = &m_hex->control();

@@ -4,8 +4,8 @@
 #include "document/DocumentView.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
-#include "platform/Prompts.h"
+#include "editor/control/CodeMax.h"
+#include "widgets/Prompts.h"
 
 #include <QPointer>
 

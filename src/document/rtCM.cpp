@@ -3,11 +3,11 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/NumberText.h"
-#include "document/TextCounts.h"
-#include "editor/CodeMax.h"
-#include "platform/Prompts.h"
+#include "editor/control/CodeMax.h"
 #include "settings/Colour.h"
 #include "settings/Options.h"
+#include "text/lines/TextCounts.h"
+#include "widgets/Prompts.h"
 
 #include <QColor>
 #include <QVBoxLayout>

@@ -1,7 +1,7 @@
 // Properties of the control that the text view hands on, and the colours of its elements.
 
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 
 namespace {
 

@@ -1,17 +1,17 @@
 // The text view's searches and bookmarks: flags, wrap rule, lists of matches.
 
 #include "document/EditorGlobals.h"
-#include "document/MatchList.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
-#include "editor/InputStop.h"
-#include "editor/KeptView.h"
-#include "editor/MacroRecorder.h"
-#include "editor/SearchReport.h"
-#include "editor/Unrecorded.h"
+#include "editor/control/CodeMax.h"
+#include "editor/control/KeptView.h"
+#include "editor/control/MacroRecorder.h"
+#include "editor/control/Unrecorded.h"
+#include "editor/windows/SearchReport.h"
 #include "platform/Yield.h"
 #include "platform/YieldPace.h"
 #include "settings/Options.h"
+#include "text/search/MatchList.h"
+#include "widgets/InputStop.h"
 
 #include <QKeyEvent>
 #include <QPointer>

@@ -1,11 +1,11 @@
 #include "hex/HexParts.h"
 
-#include "hex/ClickLabel.h"
-#include "hex/GridPane.h"
-#include "hex/HexMarker.h"
-#include "hex/HexPaging.h"
-#include "hex/OffsetPane.h"
-#include "platform/Icons.h"
+#include "hex/bytes/HexPaging.h"
+#include "hex/grid/GridPane.h"
+#include "hex/grid/HexMarker.h"
+#include "hex/grid/OffsetPane.h"
+#include "widgets/ClickLabel.h"
+#include "widgets/Icons.h"
 
 #include <QAction>
 #include <QGridLayout>

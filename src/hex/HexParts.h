@@ -1,6 +1,6 @@
 #pragma once
 
-#include "hex/HexBookmarks.h"
+#include "hex/bytes/HexBookmarks.h"
 
 #include <QObject>
 

@@ -1,10 +1,10 @@
 #include "hex/ucHex.h"
 
-#include "hex/ClickLabel.h"
-#include "hex/GridPane.h"
-#include "hex/HexMarker.h"
-#include "hex/HexText.h"
-#include "hex/OffsetPane.h"
+#include "hex/bytes/HexText.h"
+#include "hex/grid/GridPane.h"
+#include "hex/grid/HexMarker.h"
+#include "hex/grid/OffsetPane.h"
+#include "widgets/ClickLabel.h"
 
 #include <QAction>
 #include <QCoreApplication>

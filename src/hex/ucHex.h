@@ -1,15 +1,15 @@
 #pragma once
 
-#include "hex/BlockExport.h"
-#include "hex/Grid.h"
-#include "hex/HexBlock.h"
-#include "hex/HexChanges.h"
-#include "hex/HexFindState.h"
-#include "hex/HexPaging.h"
 #include "hex/HexParts.h"
-#include "hex/HexStorage.h"
-#include "hex/HexUndoLog.h"
-#include "hex/WorkingCopy.h"
+#include "hex/bytes/BlockExport.h"
+#include "hex/bytes/HexBlock.h"
+#include "hex/bytes/HexChanges.h"
+#include "hex/bytes/HexFindState.h"
+#include "hex/bytes/HexPaging.h"
+#include "hex/bytes/HexStorage.h"
+#include "hex/bytes/HexUndoLog.h"
+#include "hex/bytes/WorkingCopy.h"
+#include "hex/grid/Grid.h"
 
 #include <QPointer>
 #include <QWidget>

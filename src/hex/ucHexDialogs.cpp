@@ -1,13 +1,13 @@
 // The forms that the view opens. They are modal and run the event loop; the view may go meanwhile, and they with it.
 
-#include "hex/GridPane.h"
-#include "hex/HexFindDesk.h"
-#include "hex/frmAnsiTable.h"
-#include "hex/frmBlock.h"
-#include "hex/frmConvert.h"
-#include "hex/frmFindReplace.h"
-#include "hex/frmGotoOffSet.h"
-#include "hex/frmGotoPage.h"
+#include "hex/find/HexFindDesk.h"
+#include "hex/find/frmFindReplace.h"
+#include "hex/forms/frmAnsiTable.h"
+#include "hex/forms/frmBlock.h"
+#include "hex/forms/frmConvert.h"
+#include "hex/forms/frmGotoOffSet.h"
+#include "hex/forms/frmGotoPage.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 
 #include <QPointer>

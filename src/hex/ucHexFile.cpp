@@ -1,13 +1,13 @@
 // Loading a file into the view and saving it.
 
-#include "hex/ClickLabel.h"
-#include "hex/GridPane.h"
-#include "hex/HexMarker.h"
+#include "hex/grid/GridPane.h"
+#include "hex/grid/HexMarker.h"
 #include "hex/ucHex.h"
-#include "platform/BusyPointer.h"
 #include "platform/FileReader.h"
-#include "platform/Prompts.h"
 #include "platform/Yield.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/ClickLabel.h"
+#include "widgets/Prompts.h"
 
 #include <QPointer>
 #include <QProgressBar>

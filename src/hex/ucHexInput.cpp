@@ -1,13 +1,13 @@
 // Keys of the view: what they do to a byte, how that is taken back, and what else they reach.
 
-#include "hex/ClickLabel.h"
-#include "hex/GridPane.h"
-#include "hex/HexText.h"
+#include "hex/bytes/HexText.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
-#include "platform/Contrast.h"
-#include "platform/Prompts.h"
-#include "platform/Windows1252.h"
 #include "settings/Colour.h"
+#include "text/codec/Windows1252.h"
+#include "widgets/ClickLabel.h"
+#include "widgets/Contrast.h"
+#include "widgets/Prompts.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,12 +1,12 @@
 // Where the view goes: matches, bookmarks, offsets, pages, blocks.
 
-#include "hex/GridPane.h"
-#include "hex/HexSearch.h"
-#include "hex/HexText.h"
+#include "hex/bytes/HexSearch.h"
+#include "hex/bytes/HexText.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
-#include "platform/BusyPointer.h"
-#include "platform/Prompts.h"
 #include "settings/Options.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/Prompts.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

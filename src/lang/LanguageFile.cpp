@@ -1,8 +1,8 @@
 #include "lang/LanguageFile.h"
 
-#include "lang/BoundedFile.h"
 #include "lang/LanguageFileReader.h"
-#include "lang/TextLines.h"
+#include "settings/files/BoundedFile.h"
+#include "settings/files/TextLines.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "lang/LanguageTable.h"
 
-#include "lang/BoundedFile.h"
 #include "lang/LanguageFile.h"
-#include "lang/TextLines.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
+#include "settings/files/BoundedFile.h"
+#include "settings/files/TextLines.h"
 
 #include <QSaveFile>
 

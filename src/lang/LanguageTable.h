@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/LanguageDefinition.h"
+#include "editor/language/LanguageDefinition.h"
 
 #include <QHash>
 #include <QList>

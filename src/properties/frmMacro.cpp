@@ -1,6 +1,6 @@
 #include "properties/frmMacro.h"
 
-#include "lang/MacroStore.h"
+#include "keys/MacroStore.h"
 #include "properties/ucMarco.h"
 
 #include <QHBoxLayout>

@@ -1,9 +1,9 @@
 #include "properties/ucMarco.h"
 
-#include "lang/HotKeys.h"
-#include "lang/MacroStore.h"
-#include "platform/Prompts.h"
+#include "keys/HotKeys.h"
+#include "keys/MacroStore.h"
 #include "settings/Settings.h"
+#include "widgets/Prompts.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #include "settings/FileFilters.h"
 
-#include "settings/modRegistry.h"
+#include "settings/registry/modRegistry.h"
 
 namespace {
 

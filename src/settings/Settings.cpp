@@ -1,6 +1,6 @@
 #include "settings/Settings.h"
 
-#include "settings/modRegistry.h"
+#include "settings/registry/modRegistry.h"
 
 #include <algorithm>
 #include <array>

@@ -1,14 +1,14 @@
-#include "hex/WorkingCopy.h"
+#include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
-#include "platform/PlaceholderColour.h"
-#include "platform/QtPrompts.h"
-#include "settings/SqliteRegistry.h"
-#include "shell/CommandLine.h"
-#include "shell/ExplorerLink.h"
-#include "shell/RoomsToCome.h"
-#include "shell/StartUp.h"
-#include "shell/frmMain.h"
+#include "settings/registry/SqliteRegistry.h"
+#include "shell/commands/RoomsToCome.h"
+#include "shell/documents/ExplorerLink.h"
+#include "shell/frame/frmMain.h"
+#include "shell/start/CommandLine.h"
+#include "shell/start/StartUp.h"
+#include "widgets/PlaceholderColour.h"
+#include "widgets/QtPrompts.h"
 
 #include <QApplication>
 #include <QDir>

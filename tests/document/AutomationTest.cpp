@@ -1,6 +1,6 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>

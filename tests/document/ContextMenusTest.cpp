@@ -1,7 +1,7 @@
-#include "DocumentFixture.h"
 #include "document/ContextMenus.h"
-#include "editor/CodeMax.h"
-#include "platform/MenuStyle.h"
+#include "document/DocumentFixture.h"
+#include "editor/control/CodeMax.h"
+#include "widgets/MenuStyle.h"
 
 #include <QAction>
 #include <QMenu>

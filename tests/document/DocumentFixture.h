@@ -2,7 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 #include "platform/FileErrors.h"
 #include "settings/Options.h"
 #include "support/RecordingHost.h"

@@ -1,5 +1,5 @@
-#include "DocumentFixture.h"
-#include "editor/CodeMax.h"
+#include "document/DocumentFixture.h"
+#include "editor/control/CodeMax.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "DocumentFixture.h"
+#include "document/DocumentFixture.h"
 
 using documenttest::setTime;
 using documenttest::someTime;

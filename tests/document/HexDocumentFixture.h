@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DocumentFixture.h"
+#include "document/DocumentFixture.h"
 #include "document/frmSwitch.h"
-#include "hex/FilePosition.h"
-#include "hex/Grid.h"
-#include "hex/GridPane.h"
+#include "hex/bytes/FilePosition.h"
+#include "hex/grid/Grid.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 
 #include <QApplication>

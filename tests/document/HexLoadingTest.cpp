@@ -1,4 +1,4 @@
-#include "HexDocumentFixture.h"
+#include "document/HexDocumentFixture.h"
 
 #include <QProgressBar>
 #include <QScrollBar>

@@ -1,4 +1,4 @@
-#include "HexDocumentFixture.h"
+#include "document/HexDocumentFixture.h"
 
 #include <QAction>
 #include <QClipboard>

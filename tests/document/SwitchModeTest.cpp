@@ -1,5 +1,5 @@
-#include "HexDocumentFixture.h"
-#include "hex/WorkingCopy.h"
+#include "document/HexDocumentFixture.h"
+#include "hex/bytes/WorkingCopy.h"
 
 #include <QSignalSpy>
 

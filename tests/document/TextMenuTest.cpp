@@ -1,4 +1,4 @@
-#include "DocumentFixture.h"
+#include "document/DocumentFixture.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -1,6 +1,6 @@
-#include "DocumentFixture.h"
+#include "document/DocumentFixture.h"
 #include "document/rtCM.h"
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 
 #include <QMouseEvent>
 #include <QPointer>

@@ -1,4 +1,4 @@
-#include "HexFixture.h"
+#include "hex/HexFixture.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

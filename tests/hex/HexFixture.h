@@ -1,15 +1,15 @@
 #pragma once
 
-#include "hex/ClickLabel.h"
-#include "hex/Grid.h"
-#include "hex/GridPane.h"
-#include "hex/HexFindState.h"
-#include "hex/HexText.h"
-#include "hex/OffsetPane.h"
+#include "hex/bytes/HexFindState.h"
+#include "hex/bytes/HexText.h"
+#include "hex/grid/Grid.h"
+#include "hex/grid/GridPane.h"
+#include "hex/grid/OffsetPane.h"
 #include "hex/ucHex.h"
 #include "settings/Options.h"
 #include "support/FailingFileSystem.h"
 #include "support/ScriptedPrompts.h"
+#include "widgets/ClickLabel.h"
 
 #include <QApplication>
 #include <QFile>

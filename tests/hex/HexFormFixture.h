@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HexFixture.h"
+#include "hex/HexFixture.h"
 
 #include <QAbstractButton>
 #include <QComboBox>

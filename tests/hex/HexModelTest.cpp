@@ -1,5 +1,5 @@
-#include "HexFixture.h"
-#include "platform/Windows1252.h"
+#include "hex/HexFixture.h"
+#include "text/codec/Windows1252.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
-#include "HexFixture.h"
-#include "platform/Contrast.h"
+#include "hex/HexFixture.h"
+#include "widgets/Contrast.h"
 
 #include <QAction>
 #include <QClipboard>

@@ -2,7 +2,7 @@
 // led by "|", a letter for the class of each character. QUILLMARK_WRITE_GOLDEN=1 in the environment writes them anew
 // instead of comparing; look at what has changed before you keep it.
 
-#include "editor/CodeMax.h"
+#include "editor/control/CodeMax.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
 

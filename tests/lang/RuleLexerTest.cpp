@@ -1,4 +1,4 @@
-#include "editor/RuleLexer.h"
+#include "editor/language/RuleLexer.h"
 #include "lang/LanguageFile.h"
 #include "platform/Folders.h"
 

@@ -1,9 +1,9 @@
-#include "lang/HotKeys.h"
-#include "lang/MacroStore.h"
+#include "keys/HotKeys.h"
+#include "keys/MacroStore.h"
 #include "properties/frmMacro.h"
 #include "properties/ucMarco.h"
-#include "settings/MemoryRegistry.h"
 #include "settings/Settings.h"
+#include "settings/registry/MemoryRegistry.h"
 #include "support/Mnemonics.h"
 #include "support/ScriptedPrompts.h"
 

@@ -1,6 +1,6 @@
 #include "settings/FileFilters.h"
-#include "settings/MemoryRegistry.h"
-#include "settings/modRegistry.h"
+#include "settings/registry/MemoryRegistry.h"
+#include "settings/registry/modRegistry.h"
 
 #include <gtest/gtest.h>
 

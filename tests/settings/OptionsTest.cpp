@@ -1,8 +1,8 @@
 #include "settings/Colour.h"
-#include "settings/MemoryRegistry.h"
 #include "settings/Options.h"
 #include "settings/SettingText.h"
 #include "settings/Settings.h"
+#include "settings/registry/MemoryRegistry.h"
 
 #include <gtest/gtest.h>
 

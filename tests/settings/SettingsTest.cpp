@@ -1,7 +1,7 @@
-#include "settings/MemoryRegistry.h"
 #include "settings/Settings.h"
-#include "settings/SqliteRegistry.h"
-#include "settings/modRegistry.h"
+#include "settings/registry/MemoryRegistry.h"
+#include "settings/registry/SqliteRegistry.h"
+#include "settings/registry/modRegistry.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -2,10 +2,10 @@
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
-#include "hex/HexFindState.h"
+#include "hex/bytes/HexFindState.h"
 #include "platform/Folders.h"
-#include "settings/MemoryRegistry.h"
 #include "settings/Options.h"
+#include "settings/registry/MemoryRegistry.h"
 #include "support/FailingFileSystem.h"
 #include "support/ScriptedPrompts.h"
 

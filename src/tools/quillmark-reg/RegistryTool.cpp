@@ -1,8 +1,8 @@
 #include "tools/quillmark-reg/RegistryTool.h"
 
 #include "platform/Folders.h"
-#include "settings/SqliteRegistry.h"
-#include "settings/modRegistry.h"
+#include "settings/registry/SqliteRegistry.h"
+#include "settings/registry/modRegistry.h"
 
 #include <QCommandLineParser>
 #include <QFile>

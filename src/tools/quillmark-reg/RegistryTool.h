@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/RegistryText.h"
+#include "settings/registry/RegistryText.h"
 
 #include <QStringList>
 

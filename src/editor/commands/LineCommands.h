@@ -1,0 +1,34 @@
+#pragma once
+
+#include "text/lines/LineSort.h"
+
+class CodeMax;
+
+/// Commands that act on whole lines, or from the caret to an end of its line. They run inside a scope of the control;
+/// those that change the text, on one that may be edited.
+namespace LineCommands {
+
+void deleteToStart(CodeMax& control);
+void deleteToEnd(CodeMax& control);
+
+/// The selected lines, or the caret's, with their line ends.
+void deleteLines(CodeMax& control);
+/// The same to the clipboard.
+void cutLines(CodeMax& control);
+
+void selectLines(CodeMax& control);
+/// The caret's block of lines between lines of blanks; nothing on such a line.
+void selectParagraph(CodeMax& control);
+void selectWord(CodeMax& control);
+
+/// Puts a tab, or a tab's width of blanks as it is set, in front of each selected line; of several lines the empty
+/// ones stay empty.
+void indent(CodeMax& control);
+/// Takes up to a tab's width of blanks from the front of each selected line.
+void unindent(CodeMax& control);
+
+/// Sorts the selected lines and leaves them selected. With nothing selected there is nothing to sort: a file is not
+/// turned over by a slip of the mouse.
+void sort(CodeMax& control, LineSort::Order order);
+
+}  // namespace LineCommands

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "editor/control/MacroStep.h"
+#include "platform/YieldPace.h"
+
+#include <QList>
+#include <QPointer>
+
+#include <memory>
+#include <vector>
+
+class CodeMax;
+class ControlGlobals;
+class InputStop;
+
+/// One play of a macro on a control, with the macros that it plays in its turn. It yields as soon as it takes long;
+/// from then on keys and mouse do nothing but for Escape, which stops it. The control may be gone when play() returns.
+class MacroPlayer {
+ public:
+    /// Both outlive this object, but for a control that goes while it yields.
+    MacroPlayer(CodeMax& control, ControlGlobals& globals);
+    ~MacroPlayer();
+    MacroPlayer(const MacroPlayer&) = delete;
+    MacroPlayer& operator=(const MacroPlayer&) = delete;
+
+    /// Plays macro `n`, from 1, so many times. It ends early when a command has nothing to do, a search that finds
+    /// nothing for instance, and when a macro comes to be played within itself.
+    void play(int n, int times);
+
+    /// For a step that takes long by itself: yields, and says whether the step is to go on.
+    bool goesOn();
+
+    bool controlLives() const { return !m_control.isNull(); }
+    /// What is worth a look at the status bar; empty: nothing.
+    const QString& remark() const { return m_remark; }
+    /// What must not be overlooked; empty: nothing.
+    const QString& warning() const { return m_warning; }
+
+ private:
+    void playOnce(const QList<MacroStep>& steps);
+    void yield();
+    QString whyNothingWasDone(const MacroStep& step) const;
+
+    QPointer<CodeMax> m_control;
+    ControlGlobals& m_globals;
+    std::vector<int> m_running;
+    bool m_stopped = false;
+    QString m_remark;
+    QString m_warning;
+    YieldPace m_pace;
+    std::unique_ptr<InputStop> m_input;
+};

@@ -1,0 +1,19 @@
+#include "editor/control/KeptBookmarks.h"
+
+#include "editor/control/ControlText.h"
+#include "editor/held/Margins.h"
+
+KeptBookmarks::KeptBookmarks(CodeMax& control) : m_control(control), m_lineCount(control.TotalLines()) {
+    constexpr qint64 mask = 1 << Markers::Bookmark;
+    const auto next = [&](qint64 held) { return ControlText::ask(control, CodeMax::SCI_MARKERNEXT, held, mask); };
+    for (qint64 held = next(0); held >= 0; held = next(held + 1))
+        m_lines.push_back(control.map().lineOf(control.heldText().lineStart(held)));
+}
+
+KeptBookmarks::~KeptBookmarks() {
+    if (m_lines.empty() || m_control.TotalLines() != m_lineCount)
+        return;
+    m_control.ClearAllBookmarks();
+    for (const qint64 line : m_lines)
+        m_control.setBookmarkAt(line, true);
+}

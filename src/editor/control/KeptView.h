@@ -1,0 +1,33 @@
+#pragma once
+
+#include "editor/control/SelectedRanges.h"
+
+#include <QtGlobal>
+
+class CodeMax;
+
+/// Where a control stands: all that is selected in it, several ranges or a rectangle too, and what of the text is in
+/// sight. Good until the next edit or load; after that it gives nothing back.
+class KeptView {
+ public:
+    explicit KeptView(const CodeMax& control);
+
+    /// For the control itself, which tells of the move.
+    void giveBackTo(CodeMax& control) const;
+
+ private:
+    /// One end of a range, in bytes, and how far behind the end of its line it lies.
+    struct End {
+        qint64 byte;
+        qint64 beyond;
+    };
+    void giveBackRectangle(CodeMax& control) const;
+
+    quint64 m_changes;
+    bool m_rectangle;
+    SelectedRanges m_ranges;
+    End m_anchor;  ///< of the rectangle, where there is one
+    End m_caret;
+    qint64 m_firstLine;
+    qint64 m_left;
+};

@@ -1,0 +1,85 @@
+#include "editor/control/MacroRecorder.h"
+
+#include "editor/commands/ControlCommands.h"
+#include "editor/control/CodeMax.h"
+
+#include <utility>
+
+bool MacroRecorder::follows(const CodeMax& control) const {
+    return m_recording && m_control.data() == &control;
+}
+
+void MacroRecorder::begin(CodeMax& control) {
+    m_steps.clear();
+    m_missed = 0;
+    m_control = &control;
+    m_recording = true;
+    m_death = connect(&control, &QObject::destroyed, this, [this] {
+        m_steps.clear();
+        end();
+    });
+    Q_EMIT changed();
+}
+
+QList<MacroStep> MacroRecorder::finish() {
+    disconnect(m_death);
+    end();
+    return std::exchange(m_steps, {});
+}
+
+void MacroRecorder::end() {
+    m_recording = false;
+    m_control = nullptr;
+    Q_EMIT changed();
+}
+
+/// Whether what is typed now goes on with the text of the last step; one that was repeated is for itself.
+bool MacroRecorder::typingGoesOn() const {
+    if (m_steps.isEmpty() || m_steps.last().kind != MacroStep::Kind::Text)
+        return false;
+    const qsizetype count = m_steps.size();
+    return count == 1 || m_steps[count - 2].kind == MacroStep::Kind::Text ||
+           m_steps[count - 2].command != ControlCommands::RepeatCount;
+}
+
+void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
+    const bool wasOpen = std::exchange(m_open, mayGoOn);
+    const bool goesOn = mayGoOn && wasOpen && step.kind == MacroStep::Kind::Text && typingGoesOn();
+    if (goesOn)
+        m_steps.last().text += step.text;
+    else
+        m_steps.append(step);
+    Q_EMIT changed();
+}
+
+/// A macro that was played may have set it otherwise.
+void MacroRecorder::addSetting(const MacroStep& step) {
+    constexpr int firstSwitch = 230;
+    const auto group = [](int command) { return command < firstSwitch ? command : command / 2 * 2; };
+    for (auto known = m_steps.crbegin(); known != m_steps.crend(); ++known) {
+        const ControlCommands::Row* row =
+            known->kind == MacroStep::Kind::Command ? ControlCommands::find(known->command) : nullptr;
+        if (row == nullptr)
+            continue;
+        if (row->kind == ControlCommands::Kind::Plays)
+            break;
+        if (row->kind == ControlCommands::Kind::Sets && group(known->command) == group(step.command)) {
+            if (*known == step)
+                return;
+            break;
+        }
+    }
+    add(step);
+}
+
+void MacroRecorder::cutTo(qsizetype count) {
+    if (count >= m_steps.size())
+        return;
+    m_steps.resize(count);
+    Q_EMIT changed();
+}
+
+void MacroRecorder::missed() {
+    ++m_missed;
+    Q_EMIT changed();
+}

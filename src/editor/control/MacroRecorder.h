@@ -1,0 +1,52 @@
+#pragma once
+
+#include "editor/control/MacroStep.h"
+
+#include <QList>
+#include <QObject>
+#include <QPointer>
+
+class CodeMax;
+
+/// The steps of a macro while it is recorded. It follows the one control that it was begun in, and is over without a
+/// macro when that goes.
+class MacroRecorder : public QObject {
+    Q_OBJECT
+
+ public:
+    using QObject::QObject;
+
+    bool isRecording() const { return m_recording; }
+    bool follows(const CodeMax& control) const;
+
+    void begin(CodeMax& control);
+    /// Ends the recording, and gives what was recorded.
+    QList<MacroStep> finish();
+
+    const QList<MacroStep>& steps() const { return m_steps; }
+    /// Typed text goes on with the text that was typed just before, where that may be.
+    void add(const MacroStep& step, bool mayGoOn = true);
+    /// Adds a command that sets something for later ones, unless the steps have it set so already.
+    void addSetting(const MacroStep& step);
+    /// Takes steps back that turned out to be none, until so many are left.
+    void cutTo(qsizetype count);
+
+    /// Something happened in the control that no step stands for: the mouse, a command of the program, an undo.
+    void missed();
+    int missedCount() const { return m_missed; }
+
+ Q_SIGNALS:
+    /// Begun, ended, or one step further.
+    void changed();
+
+ private:
+    void end();
+    bool typingGoesOn() const;
+
+    bool m_recording = false;
+    QPointer<CodeMax> m_control;
+    QMetaObject::Connection m_death;
+    QList<MacroStep> m_steps;
+    bool m_open = false;  ///< typed text may go on with the last step
+    int m_missed = 0;
+};

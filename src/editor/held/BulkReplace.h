@@ -1,0 +1,53 @@
+#pragma once
+
+#include "text/held/HeldText.h"
+#include "text/search/TextSearch.h"
+
+#include <QByteArray>
+
+#include <vector>
+
+class QsciScintillaBase;
+
+/// Matches and what takes their place, in the order of the text.
+struct Replacements {
+    struct Edit {
+        TextMatch match;
+        qsizetype textFrom = 0;  ///< into the texts
+        qsizetype textLength = 0;
+    };
+    std::vector<Edit> edits;
+    QByteArray texts;
+};
+
+/// Carries out many replacements in few edits: what lies near together is put in anew along with the little text
+/// between, where no mark of a line would suffer from it. The control's undo group is the caller's.
+class BulkReplace {
+ public:
+    /// All three outlive this object; the text is the view's.
+    BulkReplace(QsciScintillaBase& view, const HeldText& text, const Replacements& wanted);
+
+    /// From the last to the first, so that no edit moves a match that is still to come.
+    void apply();
+
+ private:
+    struct Run {
+        std::size_t first = 0;
+        std::size_t end = 0;
+    };
+    void findMarkedLines();
+    Run runThatEnds(std::size_t end) const;
+    bool textHoldsCr() const;
+    bool maySplitLineEnd(const Replacements::Edit& edit) const;
+    qint64 lastMarkUpTo(qint64 place) const;
+    void followMark(const TextMatch& range);
+    void putIn(const Run& run);
+    void replace(const TextMatch& range, const char* text, qsizetype length);
+
+    QsciScintillaBase& m_view;
+    const HeldText& m_text;
+    const Replacements& m_wanted;
+    std::vector<qint64> m_markedLines;  ///< where they begin, in front of the edits made so far
+    bool m_holdsCr = false;             ///< the text between the matches, or what is put in
+    QByteArray m_run;
+};

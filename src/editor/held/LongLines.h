@@ -1,0 +1,30 @@
+#pragma once
+
+#include "text/held/HeldText.h"
+#include "text/held/TextMap.h"
+
+class QsciScintillaBase;
+
+/// Keeps the lines of an edited text short enough to lay out: cuts what has grown too long into pieces and takes away
+/// joints that have come to stand beside a line end. Works inside the undo group of the edit that made it necessary.
+class LongLines {
+ public:
+    /// All three belong to the control and outlive this object.
+    LongLines(QsciScintillaBase& view, const HeldText& text, TextMap& map) : m_view(view), m_text(text), m_map(map) {}
+
+    /// Whether an edit that adds `bytes` at `at` makes the line there too long.
+    bool wouldOutgrow(qint64 at, qint64 bytes) const;
+
+    /// The bytes from `low` to `high` have just changed.
+    void keepShort(qint64 low, qint64 high);
+
+ private:
+    void removeIdleJoints(qint64 low, qint64 high);
+    bool isIdle(qint64 joint) const;
+    void cut(qint64 begin);
+    bool chooseJoint();
+
+    QsciScintillaBase& m_view;
+    const HeldText& m_text;
+    TextMap& m_map;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/SystemError.h"
+#include "text/codec/TextCodec.h"
+#include "text/held/Joints.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QsciScintillaBase;
+
+/// A text read from a file into a Scintilla document of its own, and what was found out on the way.
+struct LoadedText {
+    SystemError error;         ///< set: there is no document
+    void* document = nullptr;  ///< a reference to it is the receiver's to release
+    TextFormat format;
+    bool ascii = true;
+    bool styled = true;  ///< false: too large to be coloured
+    JointKind jointKind = JointKind::None;
+    std::vector<qint64> joints;  ///< byte offsets
+    QString firstLineEnd;        ///< of the file; empty when it has one line
+};
+
+namespace TextLoader {
+
+/// Texts of more bytes than this are held without style bytes, and so without colours.
+inline constexpr qint64 ColouringLimit = 64LL * 1024 * 1024;
+/// Files of more bytes are refused with the description of EFBIG.
+inline constexpr qint64 SizeLimit = 2'147'483'647;
+
+/// Reads a file, by the given format or, without one, by what its bytes tell. `host` is any view; the document is made
+/// through it and does not appear in it.
+LoadedText load(const QString& path, std::optional<TextFormat> format, QsciScintillaBase& host);
+
+}  // namespace TextLoader

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "text/held/HeldText.h"
+
+#include <functional>
+#include <string_view>
+
+/// The partner of a brace, looked for no further than a stated distance, so that a step of the caret costs the same in
+/// every text.
+namespace BraceScan {
+
+/// Bytes looked at on the way.
+inline constexpr qint64 Limit = 256 * 1024;
+
+struct Match {
+    enum class Kind {
+        None,      ///< no brace there, or its partner may lie beyond the limit
+        Pair,      ///< `brace` and `partner` belong together
+        Unmatched  ///< the text ends before a partner comes
+    };
+    Kind kind = Kind::None;
+    qint64 brace = -1;
+    qint64 partner = -1;
+};
+
+/// Opening and closing braces by turns.
+inline constexpr std::string_view Usual = "()[]{}";
+
+/// The match of the brace at a byte. Braces for which `counts` answers false are passed over, such as those inside a
+/// comment.
+Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts,
+              std::string_view braces = Usual);
+
+}  // namespace BraceScan

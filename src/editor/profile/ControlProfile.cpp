@@ -1,0 +1,124 @@
+#include "editor/profile/ControlProfile.h"
+
+#include "editor/control/CodeMax.h"
+#include "settings/Colour.h"
+#include "settings/registry/RegistryData.h"
+#include "settings/registry/RegistryStore.h"
+#include "settings/registry/modRegistry.h"
+
+#include <iterator>
+
+namespace {
+
+constexpr qint32 LargestColour = 0xFFFFFF;
+
+/// A property: its name in the store, the numbers it may have, and where a control keeps it.
+struct Row {
+    const char* name;
+    qint32 smallest;
+    qint32 largest;
+    std::optional<qint32> (*ask)(const CodeMax& control);
+    void (*put)(CodeMax& control, std::optional<qint32> value);
+};
+
+template <bool (CodeMax::*Value)() const, void (CodeMax::*Set)(bool)>
+constexpr Row flag(const char* name) {
+    return {name, 0, 1, [](const CodeMax& control) -> std::optional<qint32> { return (control.*Value)() ? 1 : 0; },
+            [](CodeMax& control, std::optional<qint32> value) {
+                if (value && (*value != 0) != (control.*Value)())
+                    (control.*Set)(*value != 0);
+            }};
+}
+
+/// Not told: the desktop's.
+template <CodeMax::Element Element>
+constexpr Row colour(const char* name) {
+    return {name, 0, LargestColour,
+            [](const CodeMax& control) -> std::optional<qint32> {
+                const QColor own = control.elementColour(Element);
+                if (!own.isValid())
+                    return std::nullopt;
+                return Colour{own.red(), own.green(), own.blue()}.number();
+            },
+            [](CodeMax& control, std::optional<qint32> value) {
+                const Colour own = Colour::fromNumber(value.value_or(0));
+                const QColor wanted = value ? QColor(own.red, own.green, own.blue) : QColor();
+                if (wanted != control.elementColour(Element))
+                    control.setElementColour(Element, wanted);
+            }};
+}
+
+constexpr Row Rows[] = {
+    flag<&CodeMax::WordWrap, &CodeMax::setWordWrap>("WordWrap"),
+    flag<&CodeMax::DisplayWhitespace, &CodeMax::setDisplayWhitespace>("DisplayWhitespace"),
+    flag<&CodeMax::LineNumbering, &CodeMax::setLineNumbering>("LineNumbering"),
+    flag<&CodeMax::DisplayLeftMargin, &CodeMax::setDisplayLeftMargin>("DisplayLeftMargin"),
+    flag<&CodeMax::BraceMatching, &CodeMax::setBraceMatching>("BraceMatching"),
+    flag<&CodeMax::BlanksForTabs, &CodeMax::setBlanksForTabs>("BlanksForTabs"),
+    flag<&CodeMax::AutoIndent, &CodeMax::setAutoIndent>("AutoIndent"),
+    flag<&CodeMax::DragDrop, &CodeMax::setDragDrop>("DragDrop"),
+    {"TabWidth", 1, CodeMax::LargestTabWidth,
+     [](const CodeMax& control) -> std::optional<qint32> { return control.TabWidth(); },
+     [](CodeMax& control, std::optional<qint32> value) { control.setTabWidth(value.value_or(control.TabWidth())); }},
+    colour<CodeMax::BackgroundElement>("BackgroundColor"),
+    colour<CodeMax::LeftMarginElement>("LeftMarginColor"),
+    colour<CodeMax::RowHighlightElement>("RowHighlightColor"),
+};
+
+QString storedUnder() {
+    return programKey() + QStringLiteral("/Languages");
+}
+
+std::optional<qint32> stored(RegistryStore& store, const Row& row) {
+    RegistryValue value;
+    const int code = store.readValue(HKEY_CURRENT_USER, storedUnder(), QString::fromLatin1(row.name), value);
+    if (code != RegistryCode::Ok || value.type != RegistryType::Integer || value.data.size() != sizeof(qint32))
+        return std::nullopt;
+    const qint32 number = RegistryData::littleEndian(value);
+    return number >= row.smallest && number <= row.largest ? std::optional(number) : std::nullopt;
+}
+
+int store(RegistryStore& store, const Row& row, std::optional<qint32> value) {
+    const QString name = QString::fromLatin1(row.name);
+    if (value)
+        return store.writeValue(HKEY_CURRENT_USER, storedUnder(), name, RegistryData::fromInteger(*value));
+    const int code = store.deleteValue(HKEY_CURRENT_USER, storedUnder(), name);
+    return code == RegistryCode::NotFound ? RegistryCode::Ok : code;
+}
+
+}  // namespace
+
+ControlProfile ControlProfile::of(const CodeMax& control) {
+    static_assert(std::size(Rows) == Count);
+    ControlProfile profile;
+    for (std::size_t row = 0; row < Count; ++row)
+        profile.m_values[row] = Rows[row].ask(control);
+    return profile;
+}
+
+void ControlProfile::applyTo(CodeMax& control) const {
+    for (std::size_t row = 0; row < Count; ++row)
+        Rows[row].put(control, m_values[row]);
+}
+
+void ControlProfile::load(RegistryStore& store) {
+    for (std::size_t row = 0; row < Count; ++row)
+        m_values[row] = stored(store, Rows[row]);
+}
+
+int ControlProfile::save(RegistryStore& store) const {
+    return store.runBatch([&] {
+        for (std::size_t row = 0; row < Count; ++row) {
+            if (const int code = ::store(store, Rows[row], m_values[row]); code != RegistryCode::Ok)
+                return code;
+        }
+        return RegistryCode::Ok;
+    });
+}
+
+void ControlProfile::takeChanges(const ControlProfile& before, const ControlProfile& after) {
+    for (std::size_t row = 0; row < Count; ++row) {
+        if (before.m_values[row] != after.m_values[row])
+            m_values[row] = after.m_values[row];
+    }
+}

@@ -1,0 +1,74 @@
+#include "editor/windows/ControlPrompts.h"
+
+#include "editor/commands/ControlCommands.h"
+#include "editor/control/CodeMax.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QSpinBox>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+struct Question {
+    QString name;
+    QString title;
+    QString label;
+    int largest = 1;
+    int value = 1;
+    void (*answer)(CodeMax& control, int number);
+};
+
+void ask(CodeMax& control, const Question& question) {
+    auto* dialog = control.findChild<QInputDialog*>(question.name);
+    if (dialog == nullptr) {
+        dialog = new QInputDialog(&control);
+        dialog->setObjectName(question.name);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setInputMode(QInputDialog::IntInput);
+        dialog->setWindowTitle(question.title);
+        QObject::connect(dialog, &QInputDialog::intValueSelected, &control,
+                         [&control, answer = question.answer](int number) {
+                             control.setFocus();  // the keyboard may have been in a bar of the control before
+                             answer(control, number);
+                         });
+    }
+    dialog->setLabelText(question.label);
+    dialog->setIntRange(1, question.largest);
+    dialog->setIntValue(question.value);
+    if (auto* box = dialog->findChild<QSpinBox*>()) {
+        box->setAccessibleName(question.label);
+        box->selectAll();
+    }
+    dialog->show();
+    dialog->activateWindow();
+}
+
+}  // namespace
+
+namespace ControlPrompts {
+
+void askLine(CodeMax& control) {
+    const int lines = static_cast<int>(std::min<qint64>(control.TotalLines(), std::numeric_limits<int>::max()));
+    ask(control,
+        {QStringLiteral("GotoLine"), CodeMax::tr("Go to Line"), CodeMax::tr("Line (1 to %1):").arg(lines), lines,
+         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
+         [](CodeMax& target, int number) { target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number)); }});
+}
+
+void askRepeatCount(CodeMax& control) {
+    ask(control, {QStringLiteral("RepeatCount"), CodeMax::tr("Repeat Count"),
+                  CodeMax::tr("Times to repeat the next command:"), CodeMax::LargestRepeatCount, control.repeatCount(),
+                  [](CodeMax& target, int number) { target.setRepeatCount(number); }});
+}
+
+void tell(CodeMax& control, const QString& text) {
+    auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmark"), text, QMessageBox::Ok, &control);
+    box->setObjectName(QStringLiteral("ControlMessage"));
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+}  // namespace ControlPrompts

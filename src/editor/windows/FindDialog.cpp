@@ -1,0 +1,328 @@
+#include "editor/windows/FindDialog.h"
+
+#include "editor/control/CodeMax.h"
+#include "editor/control/ControlText.h"
+#include "editor/control/SearchHistory.h"
+#include "editor/windows/SearchRange.h"
+#include "editor/windows/SearchReport.h"
+#include "widgets/DialogPlace.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScreen>
+
+namespace {
+
+/// A selection of more units is not taken for a text to search for.
+constexpr qint64 LongestBegin = 200;
+constexpr int FieldWidth = 32;  // characters
+constexpr int CheckRow = 2;
+constexpr int ResultRow = 5;
+constexpr int ButtonColumn = 2;
+
+}  // namespace
+
+QString FindDialog::nameOf(Kind kind) {
+    return kind == Kind::Find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog");
+}
+
+FindDialog::FindDialog(CodeMax& control, Kind kind)
+    : QDialog(&control), m_control(control), m_kind(kind), m_range(std::make_unique<SearchRange>(control)) {
+    setObjectName(nameOf(kind));
+    setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
+    auto* grid = new QGridLayout(this);
+    layOutFields(*grid);
+    layOutChecks(*grid);
+    layOutButtons(*grid);
+    m_result = new QLabel(this);
+    m_result->setObjectName(QStringLiteral("lblResult"));
+    m_result->setWordWrap(true);
+    grid->addWidget(m_result, ResultRow, 0, 1, ButtonColumn);
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(ResultRow, 1);
+    connect(m_find, &QComboBox::editTextChanged, this, [this] {
+        SearchReport::show(*m_result, {});
+        enableButtons();
+        giveControl();
+    });
+    for (const QCheckBox* check : {m_matchCase, m_wholeWord, m_regExp})
+        connect(check, &QCheckBox::clicked, this, &FindDialog::giveControl);
+    connect(qApp, &QApplication::focusChanged, this, &FindDialog::focusMoved);
+}
+
+FindDialog::~FindDialog() = default;
+
+// Layout
+
+QComboBox* FindDialog::addField(QGridLayout& grid, int row, const QString& name, const QString& caption) {
+    auto* label = new QLabel(caption, this);
+    auto* field = new QComboBox(this);
+    field->setObjectName(name);
+    field->setEditable(true);
+    field->setInsertPolicy(QComboBox::NoInsert);
+    field->setMinimumContentsLength(FieldWidth);
+    field->setCompleter(nullptr);
+    field->setAccessibleName(QString(caption).remove(u'&').remove(u':'));
+    label->setBuddy(field);
+    grid.addWidget(label, row, 0);
+    grid.addWidget(field, row, 1);
+    return field;
+}
+
+void FindDialog::layOutFields(QGridLayout& grid) {
+    m_find = addField(grid, 0, QStringLiteral("cboFind"), tr("Fi&nd what:"));
+    if (m_kind == Kind::Replace)
+        m_replacement = addField(grid, 1, QStringLiteral("cboReplace"), tr("Re&place with:"));
+}
+
+QCheckBox* FindDialog::addCheck(QGridLayout& grid, int row, int column, const QString& name, const QString& caption) {
+    auto* check = new QCheckBox(caption, this);
+    check->setObjectName(name);
+    grid.addWidget(check, row, column);
+    return check;
+}
+
+void FindDialog::layOutChecks(QGridLayout& grid) {
+    m_matchCase = addCheck(grid, CheckRow, 0, QStringLiteral("chkMatchCase"), tr("Match &case"));
+    m_wholeWord = addCheck(grid, CheckRow + 1, 0, QStringLiteral("chkWholeWord"), tr("&Whole word"));
+    m_regExp = addCheck(grid, CheckRow + 2, 0, QStringLiteral("chkRegExp"), tr("Regular e&xpression"));
+    m_inSelection = addCheck(grid, CheckRow, 1, QStringLiteral("chkInSelection"), tr("&All within the selection"));
+    m_inSelection->setToolTip(tr("Concerns Count and Replace All"));
+    if (m_kind == Kind::Replace)
+        m_preserveCase = addCheck(grid, CheckRow + 1, 1, QStringLiteral("chkPreserveCase"), tr("Preser&ve case"));
+}
+
+QPushButton* FindDialog::addButton(QGridLayout& grid, int row, const QString& name, const QString& caption,
+                                   void (FindDialog::*act)()) {
+    auto* button = new QPushButton(caption, this);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, act);
+    grid.addWidget(button, row, ButtonColumn, Qt::AlignTop);
+    return button;
+}
+
+void FindDialog::layOutButtons(QGridLayout& grid) {
+    int row = 0;
+    addButton(grid, row++, QStringLiteral("cmdFindNext"), tr("&Find Next"), &FindDialog::findNext)->setDefault(true);
+    addButton(grid, row++, QStringLiteral("cmdFindPrevious"), tr("Find Previo&us"), &FindDialog::findPrevious);
+    if (m_kind == Kind::Replace) {
+        addButton(grid, row++, QStringLiteral("cmdReplace"), tr("&Replace"), &FindDialog::replace);
+        addButton(grid, row++, QStringLiteral("cmdReplaceAll"), tr("Replace A&ll"), &FindDialog::replaceAll);
+    }
+    addButton(grid, row++, QStringLiteral("cmdCount"), tr("C&ount"), &FindDialog::count);
+    auto* close = new QPushButton(tr("Close"), this);
+    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setAutoDefault(false);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+    grid.addWidget(close, row, ButtonColumn, Qt::AlignTop);
+}
+
+// Opening and closing
+
+void FindDialog::begin() {
+    takeControl();
+    SearchReport::show(*m_result, {});
+    if (!isVisible())
+        placeInCorner();
+    show();
+    raise();
+    activateWindow();
+    m_find->setFocus();
+    m_find->lineEdit()->selectAll();
+}
+
+void FindDialog::done(int result) {
+    QDialog::done(result);
+    Q_EMIT m_control.AfterFind();
+}
+
+void FindDialog::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+}
+
+void FindDialog::hideEvent(QHideEvent* event) {
+    QDialog::hideEvent(event);
+    m_highlight.reset();
+}
+
+/// Another text in the same window is worked on: this one's dialog would only be in the way, and be taken for that
+/// text's.
+void FindDialog::focusMoved(QWidget*, QWidget* now) {
+    const auto* other = qobject_cast<const CodeMax*>(now);
+    if (isVisible() && other != nullptr && other != &m_control && other->window() == m_control.window())
+        reject();
+}
+
+void FindDialog::keyPressEvent(QKeyEvent* event) {
+    const bool shift = event->modifiers() == Qt::ShiftModifier;
+    if (event->key() != Qt::Key_F3 || (!shift && event->modifiers() != Qt::NoModifier))
+        return QDialog::keyPressEvent(event);
+    if (!m_find->currentText().isEmpty())
+        shift ? findPrevious() : findNext();
+}
+
+// Place on the screen
+
+void FindDialog::placeInCorner() {
+    adjustSize();
+    const QRect text(m_control.mapToGlobal(QPoint()), m_control.size());
+    move(DialogPlace::cornerOf(text, frameGeometry().size(), m_control.screen()->availableGeometry()));
+}
+
+void FindDialog::uncoverMatch() {
+    const auto at = [this](unsigned message, qint64 byte) {
+        return static_cast<int>(ControlText::ask(m_control, message, 0, byte));
+    };
+    const auto [from, to] = m_control.selectedBytes();
+    const QPoint begin(at(CodeMax::SCI_POINTXFROMPOSITION, from), at(CodeMax::SCI_POINTYFROMPOSITION, from));
+    const QPoint end(at(CodeMax::SCI_POINTXFROMPOSITION, to), at(CodeMax::SCI_POINTYFROMPOSITION, to));
+    const QPoint below(0, static_cast<int>(ControlText::ask(m_control, CodeMax::SCI_TEXTHEIGHT)));
+    const QWidget& text = *m_control.viewport();
+    const QRect match = QRect(text.mapToGlobal(begin), text.mapToGlobal(end + below)).normalized();
+    move(DialogPlace::besideMatch(match, frameGeometry(), m_control.screen()->availableGeometry()));
+}
+
+/// What is selected within a line, else what was searched for last, wherever that was.
+QString FindDialog::textToBegin() const {
+    const bool oneLine = m_control.StartLineNo() == m_control.EndLineNo();
+    const bool shortEnough = m_control.SelEnd() - m_control.SelStart() <= LongestBegin;
+    const QString selected = oneLine && shortEnough ? m_control.SelText() : QString();
+    return selected.isEmpty() ? SearchHistory::ofFinds().newestOr(m_control.searchText()) : selected;
+}
+
+void FindDialog::takeControl() {
+    const QString text = textToBegin();
+    m_matchCase->setChecked(m_control.SearchCaseSensitive());
+    m_wholeWord->setChecked(m_control.SearchWholeWord());
+    m_regExp->setChecked(m_control.SearchRegExp());
+    m_inSelection->setChecked(m_control.StartLineNo() != m_control.EndLineNo());
+    m_range->takeSelection();
+    if (m_kind == Kind::Replace) {
+        m_preserveCase->setChecked(m_control.PreserveCase());
+        m_replacement->setEditText(SearchHistory::ofReplacements().newestOr(m_control.replacementText()));
+    }
+    fillHistories();
+    m_find->setEditText(text);
+    enableButtons();
+}
+
+void FindDialog::fillHistories() {
+    const auto fill = [](QComboBox& field, const QStringList& entries) {
+        const QSignalBlocker quiet(field);
+        const QString text = field.currentText();
+        const int at = field.lineEdit()->cursorPosition();
+        field.clear();
+        field.addItems(entries);
+        field.setEditText(text);
+        field.lineEdit()->setCursorPosition(at);
+    };
+    fill(*m_find, SearchHistory::ofFinds().entries());
+    if (m_replacement != nullptr)
+        fill(*m_replacement, SearchHistory::ofReplacements().entries());
+}
+
+void FindDialog::giveControl() {
+    m_control.setSearchCaseSensitive(m_matchCase->isChecked());
+    m_control.setSearchWholeWord(m_wholeWord->isChecked());
+    m_control.setSearchRegExp(m_regExp->isChecked());
+    m_control.setSearchText(m_find->currentText());
+    if (m_kind == Kind::Find)
+        return;
+    m_control.setPreserveCase(m_preserveCase->isChecked());
+    m_control.setReplacementText(m_replacement->currentText());
+}
+
+/// An empty text finds nothing; a locked text is not replaced in.
+void FindDialog::enableButtons() {
+    const bool something = !m_find->currentText().isEmpty();
+    for (auto* button : findChildren<QPushButton*>()) {
+        const QString name = button->objectName();
+        const bool edits = name.startsWith(QStringLiteral("cmdReplace"));
+        button->setEnabled(name == QStringLiteral("cmdClose") || (something && !(edits && m_control.Locked())));
+    }
+}
+
+// Searching
+
+/// The control may be gone when its search returns, and this dialog with it.
+template <typename Search>
+void FindDialog::search(Search search, bool backwards) {
+    const QPointer<FindDialog> alive(this);
+    giveControl();
+    const SearchOutcome outcome = search();
+    if (alive)
+        finishSearch(outcome, backwards);
+}
+
+void FindDialog::findNext() {
+    search([this] { return m_control.findNext(); }, false);
+}
+
+void FindDialog::findPrevious() {
+    search([this] { return m_control.findPrevious(); }, true);
+}
+
+void FindDialog::replace() {
+    search([this] { return m_control.replaceSelectedMatch(); }, false);
+}
+
+void FindDialog::replaceAll() {
+    const QPointer<FindDialog> alive(this);
+    giveControl();
+    const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllIn(chosenRange()) : m_control.replaceAll();
+    if (alive)
+        finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
+}
+
+void FindDialog::count() {
+    const QPointer<FindDialog> alive(this);
+    giveControl();
+    const qint64 count = m_inSelection->isChecked() ? m_control.countMatches(chosenRange()) : m_control.countMatches();
+    if (alive)
+        finishAll(count, tr("%n found", "", static_cast<int>(count)));
+}
+
+/// Of another text than that in which it was chosen there is no range but the selection.
+TextMatch FindDialog::chosenRange() const {
+    return m_range->range().value_or(m_control.selectedBytes());
+}
+
+void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
+    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    if (outcome == SearchOutcome::Failed)
+        showError();
+    else
+        uncoverMatch();
+    tellOfSearch();
+}
+
+void FindDialog::finishAll(qint64 count, const QString& sentence) {
+    const QString error = SearchReport::errorSentence(m_control);
+    const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
+    SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + QStringLiteral(". ") + error);
+    showError();
+    tellOfSearch();
+}
+
+void FindDialog::tellOfSearch() {
+    fillHistories();
+    Q_EMIT m_control.AfterFind();
+}
+
+/// The caret goes to where the expression is wrong.
+void FindDialog::showError() {
+    const qint64 position = m_control.searchError().position;
+    if (position < 0)
+        return;
+    m_find->setFocus();
+    m_find->lineEdit()->setCursorPosition(static_cast<int>(position));
+}

@@ -1,0 +1,233 @@
+#include "editor/windows/IncrementalSearchBar.h"
+
+#include "editor/commands/ControlCommands.h"
+#include "editor/control/CodeMax.h"
+#include "editor/control/KeptView.h"
+#include "editor/control/MacroRecorder.h"
+#include "editor/control/Unrecorded.h"
+#include "editor/windows/MatchHighlight.h"
+#include "editor/windows/SearchReport.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QToolButton>
+
+namespace {
+
+constexpr int Padding = 3;
+constexpr int TextWidth = 240;
+
+/// Keys that mean this bar while it is typed in, whatever a menu makes of them.
+bool isOwnKey(const QKeyEvent& key) {
+    const Qt::KeyboardModifiers others = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+    if (others != Qt::NoModifier)
+        return false;
+    switch (key.key()) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+        case Qt::Key_F3:
+        case Qt::Key_Escape:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+IncrementalSearchBar::IncrementalSearchBar(CodeMax& control)
+    : QWidget(&control),
+      m_control(control),
+      m_caption(new QLabel(this)),
+      m_text(new QLineEdit(this)),
+      m_result(new QLabel(this)) {
+    setObjectName(QStringLiteral("IncrementalSearchBar"));
+    setAutoFillBackground(true);
+    setCursor(Qt::ArrowCursor);
+    m_text->setObjectName(QStringLiteral("txtIncrementalSearch"));
+    m_text->setMaximumWidth(TextWidth);
+    m_text->installEventFilter(this);
+    control.installEventFilter(this);
+    m_caption->setBuddy(m_text);
+    m_result->setObjectName(QStringLiteral("lblIncrementalSearch"));
+
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(Padding, Padding, Padding, Padding);
+    row->addWidget(m_caption);
+    row->addWidget(m_text, 1);
+    const auto* previous = addButton(*row, QStringLiteral("cmdIncrementalPrevious"), tr("Previous match"), Qt::UpArrow);
+    const auto* next = addButton(*row, QStringLiteral("cmdIncrementalNext"), tr("Next match"), Qt::DownArrow);
+    row->addWidget(m_result);
+    row->addStretch(1);
+    const auto* close = addButton(*row, QStringLiteral("cmdIncrementalClose"), tr("Close"), Qt::NoArrow);
+
+    connect(m_text, &QLineEdit::textEdited, this, &IncrementalSearchBar::searchTyped);
+    connect(previous, &QToolButton::clicked, this, [this] { goOn(true); });
+    connect(next, &QToolButton::clicked, this, [this] { goOn(false); });
+    connect(close, &QToolButton::clicked, this, &IncrementalSearchBar::finish);
+    hide();
+}
+
+IncrementalSearchBar::~IncrementalSearchBar() = default;
+
+QToolButton* IncrementalSearchBar::addButton(QHBoxLayout& row, const QString& name, const QString& caption,
+                                             Qt::ArrowType arrow) {
+    auto* button = new QToolButton(this);
+    button->setObjectName(name);
+    button->setAccessibleName(caption);
+    button->setToolTip(caption);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    if (arrow == Qt::NoArrow)
+        button->setText(caption);
+    else
+        button->setArrowType(arrow);
+    row.addWidget(button);
+    return button;
+}
+
+void IncrementalSearchBar::setDirection(bool backwards) {
+    m_backwards = backwards;
+    m_caption->setText(backwards ? tr("Search &backwards:") : tr("&Search:"));
+    m_text->setAccessibleName(backwards ? tr("Search backwards") : tr("Search"));
+}
+
+void IncrementalSearchBar::begin(bool backwards) {
+    const bool open = !isHidden();
+    setDirection(backwards);
+    if (open) {
+        m_text->setFocus();
+        if (m_text->text().isEmpty())
+            m_text->setText(m_control.searchText());
+        goOn(backwards);
+        return;
+    }
+    m_atFirst = std::make_unique<KeptView>(m_control);
+    m_from = backwards ? m_control.SelEnd() : m_control.SelStart();
+    m_stepsAtFirst = m_stepsFrom = recordedSteps();
+    m_standsOnMatch = false;
+    m_text->clear();
+    SearchReport::show(*m_result, {});
+    m_control.setBottomBar(this);
+    show();
+    m_text->setFocus();
+}
+
+void IncrementalSearchBar::searchTyped(const QString& text) {
+    m_control.setSearchText(text);
+    if (text.isEmpty()) {
+        m_highlight.reset();
+        goBackTo(m_from, m_stepsFrom);
+        SearchReport::show(*m_result, {});
+        return;
+    }
+    if (!m_highlight)
+        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+    goBackTo(m_from, m_stepsFrom);
+    const QPointer<IncrementalSearchBar> alive(this);
+    const SearchOutcome outcome = findTyped();
+    if (alive)
+        report(outcome, m_backwards);
+}
+
+/// In a recording this is one search for the whole text, however it came to be typed.
+SearchOutcome IncrementalSearchBar::findTyped() {
+    const CodeMax::Unrecorded part(m_control);
+    const QPointer<IncrementalSearchBar> alive(this);
+    const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
+    if (alive && outcome != SearchOutcome::Failed)
+        m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
+    return outcome;
+}
+
+qsizetype IncrementalSearchBar::recordedSteps() const {
+    const MacroRecorder* recorder = m_control.recording();
+    return recorder == nullptr ? 0 : recorder->steps().size();
+}
+
+/// Where the control was when the recording had so many steps.
+void IncrementalSearchBar::goBackTo(qint64 position, qsizetype stepsThen) {
+    const CodeMax::Unrecorded part(m_control);
+    m_control.setSelection(position, position);
+    cutRecording(stepsThen);
+}
+
+void IncrementalSearchBar::cutRecording(qsizetype stepsThen) {
+    if (MacroRecorder* recorder = m_control.recording())
+        recorder->cutTo(stepsThen);
+}
+
+/// From the present match on; what is typed after that is looked for from there.
+void IncrementalSearchBar::goOn(bool backwards) {
+    setDirection(backwards);
+    if (m_text->text().isEmpty())
+        return;
+    m_control.setSearchText(m_text->text());
+    const QPointer<IncrementalSearchBar> alive(this);
+    const SearchOutcome outcome = backwards ? m_control.findPrevious() : m_control.findNext();
+    if (!alive)
+        return;
+    report(outcome, backwards);
+    m_from = m_control.SelStart();
+    m_standsOnMatch = true;
+    m_stepsFrom = recordedSteps();
+}
+
+void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
+    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+}
+
+void IncrementalSearchBar::giveBack() {
+    const CodeMax::Unrecorded part(m_control);
+    m_control.giveBack(*m_atFirst);
+    cutRecording(m_stepsAtFirst);
+}
+
+void IncrementalSearchBar::finish() {
+    m_highlight.reset();
+    hide();
+    m_control.setBottomBar(nullptr);
+    m_control.setFocus();
+}
+
+/// Keys of the text field that no menu is to have, and Escape in the text, where the caret stays.
+bool IncrementalSearchBar::eventFilter(QObject* watched, QEvent* event) {
+    const bool pressed = event->type() == QEvent::KeyPress;
+    if (!pressed && event->type() != QEvent::ShortcutOverride)
+        return QWidget::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (watched == &m_control && pressed && key.key() == Qt::Key_Escape && !isHidden())
+        finish();
+    if (watched != m_text || !isOwnKey(key))
+        return QWidget::eventFilter(watched, event);
+    event->accept();
+    if (pressed)
+        act(key);
+    return true;
+}
+
+/// On a button of the bar.
+void IncrementalSearchBar::keyPressEvent(QKeyEvent* event) {
+    event->setAccepted(event->key() == Qt::Key_Escape);
+    if (event->isAccepted())
+        act(*event);
+}
+
+void IncrementalSearchBar::act(const QKeyEvent& key) {
+    const bool shift = key.modifiers().testFlag(Qt::ShiftModifier);
+    if (key.key() == Qt::Key_Escape) {
+        giveBack();
+        finish();
+    } else if (key.key() == Qt::Key_Up || key.key() == Qt::Key_Down) {
+        goOn(key.key() == Qt::Key_Up);
+    } else if (key.key() == Qt::Key_F3) {
+        goOn(shift);
+    } else {
+        goOn(shift != m_backwards);
+    }
+}

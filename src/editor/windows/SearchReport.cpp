@@ -1,0 +1,35 @@
+#include "editor/windows/SearchReport.h"
+
+#include "editor/control/CodeMax.h"
+
+#include <QAccessible>
+#include <QLabel>
+
+namespace SearchReport {
+
+QString errorSentence(const CodeMax& control) {
+    const SearchError& error = control.searchError();
+    if (error.position < 0)
+        return error.sentence;
+    return CodeMax::tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);
+}
+
+QString sentence(const CodeMax& control, SearchOutcome outcome, bool backwards) {
+    if (outcome == SearchOutcome::Found)
+        return {};
+    if (outcome == SearchOutcome::Wrapped)
+        return backwards ? CodeMax::tr("Went on from the end") : CodeMax::tr("Went on from the start");
+    const QString error = errorSentence(control);
+    return error.isEmpty() ? CodeMax::tr("Not found") : error;
+}
+
+void show(QLabel& label, const QString& sentence) {
+    label.setText(sentence);
+    label.setAccessibleName(sentence);
+    if (sentence.isEmpty() || !QAccessible::isActive())
+        return;
+    QAccessibleEvent said(&label, QAccessible::Alert);
+    QAccessible::updateAccessibility(&said);
+}
+
+}  // namespace SearchReport

@@ -1,0 +1,40 @@
+#include "editor/windows/SearchWindows.h"
+
+#include "editor/control/CodeMax.h"
+#include "editor/windows/FindDialog.h"
+#include "editor/windows/IncrementalSearchBar.h"
+#include "editor/windows/MatchHighlight.h"
+
+namespace {
+
+FindDialog& dialogOf(CodeMax& control, FindDialog::Kind kind) {
+    auto* dialog = control.findChild<FindDialog*>(FindDialog::nameOf(kind), Qt::FindDirectChildrenOnly);
+    return dialog != nullptr ? *dialog : *new FindDialog(control, kind);
+}
+
+}  // namespace
+
+namespace SearchWindows {
+
+void openFind(CodeMax& control) {
+    dialogOf(control, FindDialog::Kind::Find).begin();
+}
+
+void openReplace(CodeMax& control) {
+    dialogOf(control, FindDialog::Kind::Replace).begin();
+}
+
+void openIncremental(CodeMax& control, bool backwards) {
+    auto* bar = control.findChild<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly);
+    if (bar == nullptr)
+        bar = new IncrementalSearchBar(control);
+    bar->begin(backwards);
+}
+
+void removeFrom(CodeMax& control) {
+    qDeleteAll(control.findChildren<FindDialog*>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(control.findChildren<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly));
+    qDeleteAll(control.findChildren<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly));
+}
+
+}  // namespace SearchWindows

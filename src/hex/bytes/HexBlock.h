@@ -1,0 +1,25 @@
+#pragma once
+
+#include "hex/bytes/ByteStore.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+/// A run of bytes of a file, both ends belonging to it.
+struct HexBlock {
+    FilePosition first;
+    FilePosition last;
+
+    qint64 size() const { return last - first + 1; }
+    bool operator==(const HexBlock&) const = default;
+
+    /// Between two offsets in either order, cut to the file. Nothing when one has no 32-bit position or the file no
+    /// byte.
+    static std::optional<HexBlock> between(Offset one, Offset other, qint64 length);
+
+    /// Nothing when it can't be read.
+    std::optional<QByteArray> bytesIn(const ByteStore& file) const;
+    /// Overwrites each byte of it.
+    SystemError fill(ByteStore& file, quint8 byte) const;
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "hex/bytes/FilePosition.h"
+
+#include <QHash>
+
+/// Which bytes were typed since a file was loaded or saved and are not what they were then. Keeps what each byte was,
+/// so its size is that of the edits and not of the file. Belongs to the view.
+class HexChanges {
+ public:
+    void clear() { m_before.clear(); }
+
+    /// A byte was typed in the place of another.
+    void type(FilePosition at, quint8 before, quint8 now);
+    /// A byte was taken back.
+    void restore(FilePosition at, quint8 now);
+
+    /// Whether the byte that is there now is to be marked.
+    bool isMarked(FilePosition at, quint8 now) const;
+    qsizetype count() const { return m_before.size(); }
+
+ private:
+    QHash<qint64, quint8> m_before;  ///< by position
+};

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "hex/bytes/ByteStore.h"
+#include "hex/bytes/HexNeedle.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <optional>
+
+/// Searches a file block by block and overwrites what it finds; the file is never in memory as a whole and never
+/// changes its length. Yields to nothing. A file that can't be read any further has no more matches.
+///
+/// Two oddities are meant: a match of a text that is just the last bytes of a block is met again at the start of the
+/// next, and the upward search leaves gaps once it has gone on from the end.
+class HexSearch {
+ public:
+    static constexpr qint64 BlockSize = 32'000;
+
+    /// `bytes` outlive it.
+    explicit HexSearch(ByteStore& bytes, qint64 blockSize = BlockSize) : m_bytes(bytes), m_blockSize(blockSize) {}
+
+    /// The first match from `start` on; with `goesOn` once more from the top of the file. A start behind the end finds
+    /// nothing.
+    std::optional<FilePosition> findDown(const HexNeedle& needle, FilePosition start, bool goesOn) const;
+    /// The last match before the byte at `cursor`; with `goesOn` once more from the end of the file.
+    std::optional<FilePosition> findUp(const HexNeedle& needle, FilePosition cursor, bool goesOn) const;
+
+    /// Each match from the top, overlapping ones too, and how many there were.
+    qint64 forEachMatch(const HexNeedle& needle, const std::function<void(FilePosition)>& visit) const;
+    qint64 count(const HexNeedle& needle) const;
+    /// Matches that were overwritten, and why others were not.
+    struct Replaced {
+        qint64 matches = 0;
+        SystemError error;
+    };
+    /// Lays the replacement over each match, whatever its length. A match is taken from the bytes as they were when its
+    /// block was read.
+    Replaced replaceAll(const HexNeedle& needle, const QByteArray& replacement);
+
+ private:
+    qint64 blockFor(const HexNeedle& needle) const;
+    bool read(qint64 at, qint64 size, QByteArray& block) const;
+    /// False when a block can't be read.
+    bool scanDown(const HexNeedle& needle, qint64 start, std::optional<FilePosition>& found) const;
+
+    ByteStore& m_bytes;
+    qint64 m_blockSize;
+};

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "hex/bytes/ByteStore.h"
+#include "platform/BlockCopy.h"
+#include "platform/FileSystemCalls.h"
+#include "platform/SystemError.h"
+
+#include <QString>
+#include <QTime>
+
+#include <functional>
+#include <memory>
+
+class FileReader;
+
+/// The copy of a user's file in the private temporary folder that a hex view reads and edits; the file itself is
+/// touched by save() alone. One belongs to one view. Its file is locked while it is in use and goes with it.
+///
+/// load() and save() yield through their progress. Both stand it that the working copy goes meanwhile: progress has to
+/// answer false then. Errors are the system's, with its description alone.
+class WorkingCopy : public ByteStore {
+ public:
+    /// Positions have 32 bits.
+    static constexpr qint64 MostBytes = 2'147'483'647;
+    static constexpr qint64 BlockSize = 512'000;
+
+    using Clock = std::function<QTime()>;
+
+    /// `calls` outlive it.
+    explicit WorkingCopy(FileSystemCalls& calls = FileSystemCalls::system(), qint64 blockSize = BlockSize,
+                         Clock clock = QTime::currentTime);
+    ~WorkingCopy() override;
+    Q_DISABLE_COPY_MOVE(WorkingCopy)
+
+    /// Makes the copy afresh, under the name of the one before if there was one. Regular files of 1 byte up to
+    /// MostBytes. A file that can't be opened or is too long leaves the copy that was there; a copy that fails leaves
+    /// none.
+    SystemError load(const QString& source, const CopyProgress& progress);
+
+    /// Writes the bytes over the start of a file, which keeps what it has behind them. Without an open copy: EBADF.
+    SystemError save(const QString& target, const CopyProgress& progress);
+
+    bool isOpen() const { return m_file != nullptr; }
+    /// Empty until the first load, then kept.
+    QString name() const { return m_name; }
+
+    qint64 length() const override;
+    qint64 read(FilePosition from, char* buffer, qint64 count) const override;
+    SystemError write(FilePosition from, std::string_view bytes) override;
+
+    /// Removes the working copies that processes left behind when they were killed: those that nobody has locked.
+    static void removeAbandoned(FileSystemCalls& calls = FileSystemCalls::system());
+
+ private:
+    class File;
+    class Source;
+
+    SystemError MakeTempFile(std::shared_ptr<File>& file);
+    /// Nothing is kept of a copy that fails.
+    SystemError CopyToTempFile(const FileReader& source, const CopyProgress& progress);
+
+    FileSystemCalls& m_calls;
+    qint64 m_blockSize;
+    Clock m_clock;
+    QString m_name;
+    std::shared_ptr<File> m_file;
+};

@@ -1,0 +1,83 @@
+#include "hex/bytes/WorkingCopyFile.h"
+
+#include "platform/Paths.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+constexpr mode_t Private = 0600;
+
+/// Locks a file that was just made. One that a sweep of another process took for abandoned is gone or held by now.
+bool takeLock(FileSystemCalls& calls, int handle) {
+    const auto lock = [&] { return calls.flock(handle, LOCK_EX | LOCK_NB); };
+    if (uninterrupted(lock) != 0)
+        return errno != EWOULDBLOCK;  // a file system without locks: nobody can sweep there either
+    struct stat status {};
+    return calls.fstat(handle, &status) == 0 && status.st_nlink > 0;
+}
+
+}  // namespace
+
+std::shared_ptr<WorkingCopy::File> WorkingCopy::File::make(FileSystemCalls& calls, const QString& path,
+                                                           SystemError& error) {
+    const QByteArray name = localName(path).value_or(QByteArray());
+    const int handle = uninterrupted([&] {
+        return calls.open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC, Private);
+    });
+    if (handle < 0) {
+        error = SystemError::fromErrno(errno);
+        return nullptr;
+    }
+    if (!takeLock(calls, handle)) {
+        calls.close(handle);
+        error = SystemError::fromErrno(EEXIST);
+        return nullptr;
+    }
+    error = {};
+    return std::make_shared<File>(calls, name, handle);
+}
+
+/// By its name first: the lock holds until the name is gone, so that no sweep meets it.
+WorkingCopy::File::~File() {
+    m_calls.unlink(m_name.constData());
+    m_calls.close(m_handle);
+}
+
+SystemError WorkingCopy::File::measure() {
+    struct stat status {};
+    if (m_calls.fstat(m_handle, &status) != 0)
+        return SystemError::fromErrno(errno);
+    m_length = status.st_size;
+    return {};
+}
+
+qint64 WorkingCopy::File::read(qint64 at, char* buffer, qint64 count) const {
+    qint64 done = 0;
+    while (done < count) {
+        const ssize_t got = uninterrupted(
+            [&] { return m_calls.pread(m_handle, buffer + done, static_cast<size_t>(count - done), at + done); });
+        if (got < 0)
+            return -1;
+        if (got == 0)
+            break;
+        done += got;
+    }
+    return done;
+}
+
+SystemError WorkingCopy::File::write(qint64 at, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
+        const ssize_t count = uninterrupted([&] { return m_calls.pwritev(m_handle, &part, 1, at); });
+        if (count <= 0)
+            return SystemError::fromErrno(count == 0 ? EIO : errno);
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+        at += count;
+    }
+    return {};
+}

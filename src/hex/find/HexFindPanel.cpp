@@ -1,0 +1,254 @@
+#include "hex/find/HexFindPanel.h"
+
+#include "hex/bytes/HexFindState.h"
+#include "hex/bytes/HexText.h"
+#include "hex/ucHex.h"
+#include "settings/Options.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/ComboHistory.h"
+#include "widgets/KeyFilterEdit.h"
+#include "widgets/Prompts.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int TermWidth = 32;  ///< characters
+constexpr int LinesOfRefusal = 2;
+
+/// What in a text is no character of Windows-1252, by which it could be told to a person.
+QString strangerIn(const QString& text) {
+    for (const char32_t character : text.toUcs4()) {
+        QString one = QString::fromUcs4(&character, 1);
+        if (!HexText::bytesOfText(one))
+            return one;
+    }
+    return {};
+}
+
+}  // namespace
+
+HexFindPanel::HexFindPanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent)
+    : QWidget(parent),
+      m_rules(rules),
+      m_desk(desk),
+      m_boxes(new QVBoxLayout),
+      m_buttons(new QVBoxLayout),
+      m_refusal(new QLabel(this)) {
+    setObjectName(QString::fromLatin1(rules.name));
+    m_term = addBox("Text1", rules.label, rules.findHistory);
+    connect(editOf(m_term), &QLineEdit::textEdited, this, &HexFindPanel::termEdited);
+    connect(m_term, &QComboBox::textActivated, this, &HexFindPanel::termEdited);
+    connect(this, &HexFindPanel::termEdited, this, &HexFindPanel::forgetFound);
+    if (rules.isText)
+        connect(editOf(m_term), &KeyFilterEdit::enterPressed, this, &HexFindPanel::termEdited);
+    if (!rules.replaces())
+        connect(editOf(m_term), &KeyFilterEdit::enterPressed, this, &HexFindPanel::cmdFindNext);
+
+    auto* options = new QHBoxLayout;
+    options->addWidget(addOptions(" Direction: ", rules.isText ? "Option2" : "Option1", {"&Up", "&Down"}, m_direction));
+    m_direction[1]->setChecked(true);
+    if (rules.isText)
+        options->addWidget(addOptions(" Case: ", "Option1", {"Not Match Case", "Match Case"}, m_case));
+    options->addStretch();
+    m_refusal->setObjectName(QStringLiteral("lblRefusal"));
+    m_refusal->setWordWrap(true);
+    m_refusal->setTextFormat(Qt::PlainText);
+    m_refusal->setMinimumHeight(LinesOfRefusal * m_refusal->fontMetrics().lineSpacing());
+    m_refusal->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+
+    auto* left = new QVBoxLayout;
+    left->addLayout(m_boxes);
+    left->addLayout(options);
+    left->addWidget(m_refusal, 1);
+    auto* all = new QHBoxLayout(this);
+    all->addLayout(left, 1);
+    all->addLayout(m_buttons);
+
+    m_buttons->addStretch();
+    m_findNext = addButton("cmdFindNext", "Find Next", "Alt+F");
+    connect(m_findNext, &QPushButton::clicked, this, &HexFindPanel::cmdFindNext);
+    connect(addButton("cmdCount", "Count", "Alt+C"), &QPushButton::clicked, this, &HexFindPanel::cmdCount);
+    connect(addButton("cmdMarkAll", "Mark All", "Alt+M"), &QPushButton::clicked, this, &HexFindPanel::cmdMarkAll);
+}
+
+QComboBox* HexFindPanel::addBox(const char* name, const char* label, const char* history) {
+    auto* box = new QComboBox(this);
+    box->setObjectName(QString::fromLatin1(name));
+    box->setProperty("Tag", QString::fromLatin1(history));
+    box->setLineEdit(new KeyFilterEdit(m_rules.isText ? KeyFilterEdit::anyKeys() : KeyFilterEdit::hexKeys(), box));
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setCompleter(nullptr);
+    box->setMinimumContentsLength(TermWidth);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    auto* caption = new QLabel(QString::fromLatin1(label), this);
+    caption->setBuddy(box);
+    box->setAccessibleName(caption->text());
+    editOf(box)->setAccessibleName(caption->text());
+    connect(box, &QComboBox::editTextChanged, m_refusal, &QLabel::clear);
+    m_boxes->addWidget(caption);
+    m_boxes->addWidget(box);
+    if (m_term != nullptr)
+        setTabOrder(m_term, box);
+    return box;
+}
+
+QGroupBox* HexFindPanel::addOptions(const char* title, const char* name, const std::array<const char*, 2>& captions,
+                                    std::array<QRadioButton*, 2>& options) {
+    auto* frame = new QGroupBox(QString::fromLatin1(title), this);
+    auto* layout = new QVBoxLayout(frame);
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        options[i] = new QRadioButton(QString::fromLatin1(captions[i]), frame);
+        options[i]->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
+        layout->addWidget(options[i]);
+    }
+    return frame;
+}
+
+/// The captions have no letter underlined, so the keys are told by the tool tips.
+QPushButton* HexFindPanel::addButton(const char* name, const char* caption, const char* shortcut) {
+    auto* button = new QPushButton(QString::fromLatin1(caption), this);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setShortcut(QKeySequence(QString::fromLatin1(shortcut)));
+    button->setToolTip(
+        QStringLiteral("%1 (%2)").arg(button->text(), button->shortcut().toString(QKeySequence::NativeText)));
+    m_buttons->insertWidget(m_buttons->count() - 1, button);
+    return button;
+}
+
+KeyFilterEdit* HexFindPanel::editOf(const QComboBox* box) {
+    return static_cast<KeyFilterEdit*>(box->lineEdit());
+}
+
+void HexFindPanel::InitControl(ucHex* view, bool) {
+    m_view = view;
+    LoadComboHistory(QString::fromLatin1(m_rules.findHistory), *m_term);
+    if (m_rules.isText)
+        m_case[m_desk.options.CaseSensitiveOn ? 1 : 0]->setChecked(true);
+    forgetFound();
+}
+
+void HexFindPanel::letGoOfView() {
+    m_view = nullptr;
+}
+
+ucHex* HexFindPanel::view() const {
+    return m_view;
+}
+
+void HexFindPanel::focusTerm() {
+    m_term->setFocus();
+    m_term->lineEdit()->selectAll();
+}
+
+QString HexFindPanel::term() const {
+    return m_term->currentText();
+}
+
+HexFindType HexFindPanel::findType() const {
+    if (!m_rules.isText)
+        return HexFindType::Bytes;
+    return m_case[1]->isChecked() ? HexFindType::ExactCase : HexFindType::AnyCase;
+}
+
+// What may be worked with
+
+bool HexFindPanel::checkInput() {
+    return checkBox(m_term);
+}
+
+bool HexFindPanel::checkBox(QComboBox* box) {
+    if (!m_rules.isText)
+        box->setEditText(HexText::NormalizeHexText(box->currentText()));
+    const QString text = box->currentText();
+    if (text.trimmed().isEmpty()) {
+        box->setFocus();
+        return false;
+    }
+    if (!m_rules.isText && !HexText::bytesOfHexText(text))
+        return refuse(box, QStringLiteral("Only the digits 0 to 9 and A to F make a byte sequence."));
+    if (const QString stranger = m_rules.isText ? strangerIn(text) : QString(); !stranger.isEmpty())
+        return refuse(box,
+                      QStringLiteral("“%1” is no character of Windows-1252, so no byte stands for it.").arg(stranger));
+    return true;
+}
+
+bool HexFindPanel::refuse(QComboBox* box, const QString& why) {
+    m_refusal->setText(why);
+    box->setFocus();
+    QAccessibleEvent event(m_refusal, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
+    return false;
+}
+
+// The buttons
+
+int HexFindPanel::search() {
+    BusyPointer::show();
+    const auto type = static_cast<qint16>(findType());
+    const int position = m_direction[0]->isChecked() ? m_view->FindUp(term(), type) : m_view->FindDown(term(), type);
+    BusyPointer::restore();
+    return position;
+}
+
+void HexFindPanel::cmdFindNext() {
+    if (m_view == nullptr || !checkInput())
+        return;
+    fitReplacement();
+    if (!searchOn())
+        tellMiss(QStringLiteral("Find Completed"));
+}
+
+bool HexFindPanel::searchOn() {
+    const int position = search();
+    if (position < 0)
+        return false;
+    m_foundAt = position;
+    m_desk.state.HexFindActive = true;
+    keepMatch();
+    keepHistories();
+    return true;
+}
+
+void HexFindPanel::tellMiss(const QString& completed) {
+    if (m_foundAt != NothingFound)
+        return tell(completed);
+    m_desk.state.HexFindActive = false;
+    tell(QStringLiteral("Not Found"));
+}
+
+void HexFindPanel::cmdCount() {
+    tellNumber(m_rules.counted, &ucHex::CountBytes);
+}
+
+void HexFindPanel::cmdMarkAll() {
+    tellNumber(m_rules.marked, &ucHex::MarkAll);
+}
+
+void HexFindPanel::tellNumber(const char* text, int (ucHex::*work)(const QString&, qint16)) {
+    if (m_view == nullptr || !checkInput())
+        return;
+    BusyPointer::show();
+    const int number = (m_view->*work)(term(), static_cast<qint16>(findType()));
+    BusyPointer::restore();
+    tell(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
+}
+
+void HexFindPanel::tell(const QString& text) {
+    const QPointer<HexFindPanel> guard(this);
+    m_desk.prompts.message(window(), text);
+    if (guard)
+        keepHistories();
+}
+
+void HexFindPanel::keepHistories() {
+    AddComboHistory(*m_term, m_term->currentText(), ComboHistorySize, RaiseComboHistory);
+    SaveComboHistory(QString::fromLatin1(m_rules.findHistory), *m_term);
+}

@@ -1,0 +1,103 @@
+#include "hex/find/HexReplacePanel.h"
+
+#include "hex/bytes/HexText.h"
+#include "hex/ucHex.h"
+#include "widgets/BusyPointer.h"
+#include "widgets/ComboHistory.h"
+#include "widgets/KeyFilterEdit.h"
+
+#include <QComboBox>
+#include <QPushButton>
+
+namespace {
+
+constexpr const char* Tag = "Tag";
+
+}  // namespace
+
+HexReplacePanel::HexReplacePanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent)
+    : HexFindPanel(rules, desk, parent),
+      m_replacement(addBox("Text2", "Replace With:", rules.replaceHistory)),
+      m_replace(addButton("cmdReplace", "Replace", "Alt+R")),
+      m_replaceAll(addButton("cmdReplaceAll", "Replace All", "Alt+A")) {
+    connect(this, &HexFindPanel::termEdited, m_replace, [this] { m_replace->setProperty(Tag, QString()); });
+    if (!rules.isText)
+        connect(editOf(m_replacement), &QLineEdit::textEdited, this, &HexReplacePanel::forgetFound);
+    connect(editOf(m_replacement), &KeyFilterEdit::enterPressed, this, &HexReplacePanel::cmdFindNext);
+    connect(m_replace, &QPushButton::clicked, this, &HexReplacePanel::cmdReplace);
+    connect(m_replaceAll, &QPushButton::clicked, this, &HexReplacePanel::cmdReplaceAll);
+}
+
+void HexReplacePanel::InitControl(ucHex* view, bool locked) {
+    HexFindPanel::InitControl(view, locked);
+    LoadComboHistory(QString::fromLatin1(rules().replaceHistory), *m_replacement);
+    m_replace->setEnabled(!locked);
+    m_replaceAll->setEnabled(!locked);
+    m_replace->setProperty(Tag, QString());
+}
+
+bool HexReplacePanel::checkInput() {
+    return HexFindPanel::checkInput() && checkBox(m_replacement);
+}
+
+void HexReplacePanel::fitReplacement() {
+    if (rules().fillsBeforeSearch)
+        fillReplacement();
+}
+
+void HexReplacePanel::fillReplacement() {
+    const QString text = m_replacement->currentText();
+    if (text.size() < term().size())
+        m_replacement->setEditText(text + term().mid(text.size()));
+}
+
+QString HexReplacePanel::hexText() const {
+    QString text = m_replacement->currentText();
+    if (!rules().isText)
+        return text;
+    const QByteArray digits = HexText::bytesOfText(text).value_or(QByteArray()).toHex().toUpper();
+    return HexText::SpaceHexText(QString::fromLatin1(digits));
+}
+
+void HexReplacePanel::keepMatch() {
+    m_replace->setProperty(Tag, QStringLiteral("replace"));
+}
+
+void HexReplacePanel::cmdReplace() {
+    if (view() == nullptr || !checkInput())
+        return;
+    fitReplacement();
+    const QPointer<HexReplacePanel> guard(this);
+    if (!m_replace->property(Tag).toString().isEmpty())
+        view()->ReplaceBytes(hexText(), foundAt());
+    if (!guard || view() == nullptr)
+        return;
+    if (searchOn())
+        return;
+    if (foundAt() > 0)
+        view()->FillGrid();
+    tellMiss(QStringLiteral("Replace Completed"));
+}
+
+void HexReplacePanel::cmdReplaceAll() {
+    if (view() == nullptr || !checkInput())
+        return;
+    fillReplacement();
+    if (rules().cutsForAll)
+        m_replacement->setEditText(m_replacement->currentText().left(term().size()));
+    BusyPointer::show();
+    const int number = view()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
+    BusyPointer::restore();
+    if (number == 0)
+        return tell(QStringLiteral("Not Found"));
+    forgetFound();
+    if (rules().isText)
+        m_replace->setProperty(Tag, QString());
+    tell(QString::fromLatin1(rules().replacedAll).arg(number));
+}
+
+void HexReplacePanel::keepHistories() {
+    HexFindPanel::keepHistories();
+    AddComboHistory(*m_replacement, m_replacement->currentText(), ComboHistorySize, RaiseComboHistory);
+    SaveComboHistory(QString::fromLatin1(rules().replaceHistory), *m_replacement);
+}

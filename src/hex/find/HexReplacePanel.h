@@ -1,0 +1,33 @@
+#pragma once
+
+#include "hex/find/HexFindPanel.h"
+
+/// A page that puts something in the place of what it finds. Belongs to the form.
+class HexReplacePanel : public HexFindPanel {
+    Q_OBJECT
+
+ public:
+    HexReplacePanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent = nullptr);
+
+    void InitControl(ucHex* view, bool locked) override;
+
+ protected:
+    bool checkInput() override;
+    void fitReplacement() override;
+    void keepMatch() override;
+    void keepHistories() override;
+
+ private Q_SLOTS:
+    void cmdReplace();
+    void cmdReplaceAll();
+
+ private:
+    /// The term's tail behind a shorter replacement.
+    void fillReplacement();
+    /// The replacement as blank-separated hex digits.
+    QString hexText() const;
+
+    QComboBox* m_replacement;
+    QPushButton* m_replace;  ///< its tag says that a match waits to be replaced
+    QPushButton* m_replaceAll;
+};

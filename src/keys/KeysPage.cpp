@@ -1,0 +1,216 @@
+#include "keys/KeysPage.h"
+
+#include "editor/commands/ControlCommands.h"
+#include "editor/control/CodeMax.h"
+#include "keys/KeyNames.h"
+#include "keys/MacroStore.h"
+#include "keys/MenuKeys.h"
+#include "keys/StrokeEdit.h"
+
+#include <QAccessible>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include <array>
+
+namespace {
+
+enum Column { Name, Keys };
+
+constexpr int NameWidth = 220;
+constexpr int ListWidth = 420;
+constexpr int VerdictLines = 2;
+
+QLabel* labelFor(QWidget& field, const QString& caption) {
+    auto* label = new QLabel(caption);
+    label->setBuddy(&field);
+    return label;
+}
+
+}  // namespace
+
+KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, CodeMax& control)
+    : m_registry(registry),
+      m_hotKeys(hotKeys),
+      m_edited(hotKeys),
+      m_macros(macros),
+      m_control(&control),
+      m_filter(new QLineEdit),
+      m_list(new QTreeWidget),
+      m_present(new QComboBox),
+      m_new(new StrokeEdit),
+      m_verdict(new QLabel) {
+    setObjectName(QStringLiteral("KeysPage"));
+    m_filter->setObjectName(QStringLiteral("txtFilter"));
+    m_filter->setClearButtonEnabled(true);
+    m_list->setObjectName(QStringLiteral("lvKeys"));
+    m_list->setAccessibleName(tr("Commands and their keys"));
+    m_list->setRootIsDecorated(false);
+    m_list->setHeaderLabels({tr("Command"), tr("Keys")});
+    m_list->setMinimumWidth(ListWidth);
+    m_list->header()->resizeSection(Name, NameWidth);
+    m_present->setObjectName(QStringLiteral("cmbPresent"));
+    m_new->setObjectName(QStringLiteral("txtNewKey"));
+    m_verdict->setObjectName(QStringLiteral("lblVerdict"));
+    m_verdict->setWordWrap(true);
+    m_verdict->setAlignment(Qt::AlignTop);
+    m_verdict->setMinimumHeight(VerdictLines * m_verdict->fontMetrics().lineSpacing());
+    m_add = addButton(QStringLiteral("cmdAddKey"), tr("&Add"), &KeysPage::add);
+    m_remove = addButton(QStringLiteral("cmdRemoveKey"), tr("Re&move"), &KeysPage::remove);
+    m_reset = addButton(QStringLiteral("cmdResetKey"), tr("Re&set"), &KeysPage::reset);
+    m_reset->setToolTip(tr("Gives this command the keys it had at first"));
+    m_resetAll = addButton(QStringLiteral("cmdResetAllKeys"), tr("Reset a&ll"), &KeysPage::resetAll);
+    m_resetAll->setToolTip(tr("Gives all commands the keys they had at first; macros keep theirs"));
+    layOut();
+    fill();
+    connect(m_filter, &QLineEdit::textChanged, this, &KeysPage::filter);
+    connect(m_list, &QTreeWidget::currentItemChanged, this, &KeysPage::select);
+    connect(m_new, &StrokeEdit::hotKeyChanged, this, &KeysPage::judge);
+    connect(m_new, &StrokeEdit::refused, this, [this] {
+        tell({false, tr("A hot key is made of letters, digits, and keys such as F1, Home or Insert.")});
+    });
+    m_list->setCurrentItem(m_list->topLevelItem(0));
+    select();
+}
+
+QPushButton* KeysPage::addButton(const QString& name, const QString& caption, void (KeysPage::*act)()) {
+    auto* button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this, act);
+    return button;
+}
+
+void KeysPage::layOut() {
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(labelFor(*m_filter, tr("S&how:")), 0, 0);
+    grid->addWidget(m_filter, 0, 1, 1, 2);
+    grid->addWidget(m_list, 1, 0, 1, 3);
+    grid->addWidget(labelFor(*m_present, tr("&Present keys:")), 2, 0);
+    grid->addWidget(m_present, 2, 1);
+    grid->addWidget(m_remove, 2, 2);
+    grid->addWidget(labelFor(*m_new, tr("Ne&w key:")), 3, 0);
+    grid->addWidget(m_new, 3, 1);
+    grid->addWidget(m_add, 3, 2);
+    grid->addWidget(m_verdict, 4, 0, 1, 3);
+    auto* resets = new QHBoxLayout;
+    resets->addStretch(1);
+    resets->addWidget(m_reset);
+    resets->addWidget(m_resetAll);
+    grid->addLayout(resets, 5, 0, 1, 3);
+    grid->setRowStretch(1, 1);
+    grid->setColumnStretch(1, 1);
+}
+
+/// Macros that have no hot key are none, and stay away.
+void KeysPage::fill() {
+    for (const ControlCommands::Row& row : ControlCommands::all()) {
+        if (row.kind == ControlCommands::Kind::Sets)
+            continue;
+        if (row.kind == ControlCommands::Kind::Plays && m_edited.hotKeysOf(row.number).isEmpty())
+            continue;
+        auto* item = new QTreeWidgetItem({commandName(row.number, m_macros)});
+        item->setData(Name, Qt::UserRole, row.number);
+        m_list->addTopLevelItem(item);
+    }
+    showKeys();
+}
+
+void KeysPage::showKeys() {
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = m_list->topLevelItem(i);
+        QStringList texts;
+        for (const HotKey& hotKey : m_edited.hotKeysOf(item->data(Name, Qt::UserRole).toInt()))
+            texts << KeyNames::text(hotKey);
+        item->setText(Keys, texts.join(QStringLiteral("; ")));
+    }
+}
+
+void KeysPage::filter(const QString& words) {
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = m_list->topLevelItem(i);
+        const bool fits = item->text(Name).contains(words, Qt::CaseInsensitive) ||
+                          item->text(Keys).contains(words, Qt::CaseInsensitive);
+        item->setHidden(!fits);
+    }
+}
+
+int KeysPage::chosen() const {
+    const QTreeWidgetItem* item = m_list->currentItem();
+    return item == nullptr ? 0 : item->data(Name, Qt::UserRole).toInt();
+}
+
+void KeysPage::select() {
+    m_present->clear();
+    for (const HotKey& hotKey : m_edited.hotKeysOf(chosen()))
+        m_present->addItem(KeyNames::text(hotKey), QVariant::fromValue(hotKey));
+    m_present->setEnabled(m_present->count() > 0);
+    m_remove->setEnabled(m_present->count() > 0);
+    m_reset->setEnabled(chosen() != 0);
+    m_new->setHotKey({});
+}
+
+HotKeyVerdict KeysPage::verdictOf(const HotKey& hotKey) const {
+    const auto menuCommand = [this](const HotKeyStroke& stroke) {
+        return m_control ? MenuKeys::commandOf(stroke, *m_control) : QString();
+    };
+    return HotKeyVerdict::of(hotKey, chosen(), m_edited, m_macros, menuCommand);
+}
+
+void KeysPage::judge(const HotKey& hotKey) {
+    tell(verdictOf(hotKey));
+}
+
+void KeysPage::tell(const HotKeyVerdict& verdict) {
+    m_add->setEnabled(verdict.accepted && chosen() != 0);
+    m_verdict->setText(verdict.sentence);
+    m_new->setAccessibleDescription(verdict.sentence);
+    if (verdict.sentence.isEmpty())
+        return;
+    QAccessibleEvent told(m_verdict, QAccessible::Alert);
+    QAccessible::updateAccessibility(&told);
+}
+
+void KeysPage::add() {
+    m_edited.bind(chosen(), m_new->hotKey());
+    changed();
+}
+
+void KeysPage::remove() {
+    m_edited.remove(m_present->currentData().value<HotKey>());
+    changed();
+}
+
+void KeysPage::reset() {
+    m_edited.reset(chosen());
+    changed();
+}
+
+void KeysPage::resetAll() {
+    const HotKeys before = m_edited;
+    m_edited.reset();
+    for (const HotKeys::Binding& binding : before.bindings()) {
+        const ControlCommands::Row* row = ControlCommands::find(binding.command);
+        if (row != nullptr && row->kind == ControlCommands::Kind::Plays)
+            m_edited.bind(binding.command, binding.hotKey);
+    }
+    changed();
+}
+
+void KeysPage::changed() {
+    showKeys();
+    select();
+}
+
+void KeysPage::apply() {
+    if (m_edited == m_hotKeys)
+        return;
+    m_hotKeys = m_edited;
+    m_hotKeys.save(m_registry);
+    Q_EMIT applied();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "editor/windows/ControlPage.h"
+#include "keys/HotKeyVerdict.h"
+#include "keys/HotKeys.h"
+
+#include <QPointer>
+
+class CodeMax;
+class MacroStore;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+class RegistryStore;
+class StrokeEdit;
+
+/// The page of the control's properties on which its commands get other keys. It works on a table of its own, which
+/// takes the place of the shared one, and is saved, when OK is chosen. The tables outlive it.
+class KeysPage : public ControlPage {
+    Q_OBJECT
+
+ public:
+    KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, CodeMax& control);
+
+    QString caption() const override { return tr("&Keys"); }
+    void apply() override;
+
+ Q_SIGNALS:
+    void applied();
+
+ private:
+    void layOut();
+    QPushButton* addButton(const QString& name, const QString& caption, void (KeysPage::*act)());
+    void fill();
+    void showKeys();
+    void filter(const QString& words);
+    void select();
+    void judge(const HotKey& hotKey);
+    void tell(const HotKeyVerdict& verdict);
+    void add();
+    void remove();
+    void reset();
+    void resetAll();
+    void changed();
+    int chosen() const;
+    HotKeyVerdict verdictOf(const HotKey& hotKey) const;
+
+    RegistryStore& m_registry;
+    HotKeys& m_hotKeys;
+    HotKeys m_edited;
+    const MacroStore& m_macros;
+    QPointer<CodeMax> m_control;
+    QLineEdit* m_filter;
+    QTreeWidget* m_list;
+    QComboBox* m_present;
+    StrokeEdit* m_new;
+    QLabel* m_verdict;
+    QPushButton* m_add = nullptr;
+    QPushButton* m_remove = nullptr;
+    QPushButton* m_reset = nullptr;
+    QPushButton* m_resetAll = nullptr;
+};

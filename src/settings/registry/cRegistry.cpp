@@ -1,0 +1,251 @@
+#include "settings/registry/cRegistry.h"
+
+#include "settings/registry/RegistryData.h"
+#include "settings/registry/RegistryWalk.h"
+
+namespace {
+
+constexpr qint32 RaisedNumber = 26001;
+constexpr int SectionBuffer = 255;
+constexpr int Raising = -1;
+
+/// "%NAME%" gives way to the variable of that name; a "%" that closes no known name may open the next.
+QString withEnvironment(const QString& text) {
+    QString result;
+    qsizetype done = 0;
+    qsizetype open = text.indexOf(u'%');
+    while (open >= 0) {
+        const qsizetype close = text.indexOf(u'%', open + 1);
+        const QByteArray name = close < 0 ? QByteArray() : text.mid(open + 1, close - open - 1).toLocal8Bit();
+        if (name.isEmpty() || !qEnvironmentVariableIsSet(name.constData())) {
+            open = close;
+            continue;
+        }
+        result += QStringView(text).mid(done, open - done);
+        result += qEnvironmentVariable(name.constData());
+        done = close + 1;
+        open = text.indexOf(u'%', done);
+    }
+    return result + text.mid(done);
+}
+
+bool hasReference(const QString& text) {
+    const qsizetype first = text.indexOf(u'%');
+    return first >= 0 && text.indexOf(u'%', first + 2) >= 0;
+}
+
+QString textOf(const QVariant& value) {
+    if (value.typeId() == QMetaType::Bool) {
+        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
+    }
+    return value.toString();
+}
+
+/// What was written as a string ends in its terminating zero; what is empty has none to drop.
+QString withoutLast(const QString& units) {
+    return units.chopped(units.isEmpty() ? 0 : 1);
+}
+
+/// The upper bound less the lower bound less one is what counts as the length: the last byte stays behind.
+QByteArray withoutLast(const QByteArray& bytes) {
+    return bytes.chopped(bytes.isEmpty() ? 0 : 1);
+}
+
+bool isShortOrLong(const QVariant& value) {
+    const int type = value.typeId();
+    return type == QMetaType::Short || type == QMetaType::UShort || type == QMetaType::Int || type == QMetaType::UInt;
+}
+
+QString quoted(const QString& path) {
+    const bool already = path.size() > 1 && path.startsWith(u'"') && path.endsWith(u'"');
+    return already ? path : u'"' + path + u'"';
+}
+
+QString orUsual(const QString& text, const QString& usual) {
+    return text.isEmpty() ? usual : text;
+}
+
+}  // namespace
+
+cRegistry::cRegistry(RegistryStore& store) : m_store(store) {}
+
+bool cRegistry::KeyExists() {
+    m_lastError = {};
+    return m_store.openKey(ClassKey, SectionKey) == RegistryCode::Ok;
+}
+
+bool cRegistry::CreateKey() {
+    m_lastError = {};
+    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok) {
+        return raise(QStringLiteral("Failed to create registry Key: '") + SectionKey);
+    }
+    return true;
+}
+
+bool cRegistry::DeleteKey() {
+    m_lastError = {};
+    if (m_store.deleteKey(ClassKey, SectionKey) != RegistryCode::Ok) {
+        return raise(QStringLiteral("Failed to delete registry Key: '") + QString::number(ClassKey) +
+                     QStringLiteral("',Section: '") + SectionKey);
+    }
+    return true;
+}
+
+bool cRegistry::DeleteValue() {
+    m_lastError = {};
+    if (m_store.openKey(ClassKey, SectionKey) != RegistryCode::Ok) {
+        return raise(QStringLiteral("Failed to open key '") + QString::number(ClassKey) +
+                     QStringLiteral("',Section: '") + SectionKey + QStringLiteral("' for delete access"));
+    }
+    return m_store.deleteValue(ClassKey, SectionKey, ValueKey) == RegistryCode::Ok;
+}
+
+QVariant cRegistry::Value() {
+    m_lastError = {};
+    RegistryValue value;
+    const int code = m_store.readValue(ClassKey, SectionKey, ValueKey, value);
+    if (code != RegistryCode::Ok && code != RegistryCode::MoreData) {
+        return Default;
+    }
+    ValueType = value.type;
+    switch (value.type) {
+        case RegistryType::String:
+        case RegistryType::StringList:
+            return withoutLast(RegistryData::units(value));
+        case RegistryType::ExpandString:
+            return withEnvironment(withoutLast(RegistryData::units(value)));
+        case RegistryType::Integer:
+            return RegistryData::littleEndian(value);
+        case RegistryType::IntegerBigEndian:
+            return RegistryData::bigEndian(value);
+        default:
+            return value.data;
+    }
+}
+
+bool cRegistry::setValue(const QVariant& value) {
+    m_lastError = {};
+    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok) {
+        return raiseNotSet(value);
+    }
+    bool unfit = false;
+    const int result = writeByType(value, unfit);
+    if (unfit || result == Raising) {
+        return raiseNotSet(value);
+    }
+    m_currentValue = value;
+    return true;
+}
+
+int cRegistry::writeByType(const QVariant& value, bool& unfit) {
+    const auto write = [this](const RegistryValue& stored) {
+        return m_store.writeValue(ClassKey, SectionKey, ValueKey, stored);
+    };
+    switch (ValueType) {
+        case RegistryType::String:
+        case RegistryType::ExpandString: {
+            const QString text = textOf(value);
+            const qint32 type = hasReference(text) ? RegistryType::ExpandString : RegistryType::String;
+            return write(RegistryData::fromText(text, type));
+        }
+        case RegistryType::Binary:
+            unfit = value.typeId() != QMetaType::QByteArray;
+            return unfit ? RegistryCode::InvalidData : write({RegistryType::Binary, withoutLast(value.toByteArray())});
+        case RegistryType::Integer:
+        case RegistryType::IntegerBigEndian:
+            return isShortOrLong(value) ? write(RegistryData::fromInteger(static_cast<qint32>(value.toLongLong())))
+                                        : RegistryCode::Ok;
+        default:
+            return RegistryCode::InvalidData;
+    }
+}
+
+void cRegistry::EnumerateValues(QStringList& sKeyNames, qint32& iKeyCount) {
+    m_lastError = {};
+    iKeyCount = 0;
+    sKeyNames.clear();
+    if (m_store.valueNames(ClassKey, SectionKey, sKeyNames) == RegistryCode::Ok) {
+        iKeyCount = static_cast<qint32>(sKeyNames.size());
+    }
+}
+
+void cRegistry::EnumerateSections(QStringList& sSect, qint32& iSectCount) {
+    m_lastError = {};
+    sSect = walkSubKeys(m_store, ClassKey, SectionKey, SectionBuffer);
+    iSectCount = static_cast<qint32>(sSect.size());
+}
+
+bool cRegistry::CreateEXEAssociation(const QString& sExePath, const QString& sClassName, const QString& sClassDesc,
+                                     const QString& sAssociation, const QString& sOpenMenuText, bool bSupportPrint,
+                                     const QString& sPrintMenuText, bool bSupportNew, const QString& sNewMenuText,
+                                     bool bSupportInstall, const QString& sInstallMenuText, qint32 lDefaultIconIndex) {
+    m_lastError = {};
+    const QString path = quoted(sExePath);
+    const struct {
+        bool wanted;
+        QString name;
+        QString menuText;
+        QString command;
+    } verbs[] = {
+        {true, QStringLiteral("open"), orUsual(sOpenMenuText, QStringLiteral("&Open")), QStringLiteral(" \"%1\"")},
+        {bSupportPrint, QStringLiteral("print"), orUsual(sPrintMenuText, QStringLiteral("&Print")),
+         QStringLiteral(" /p \"%1\"")},
+        {bSupportInstall, QStringLiteral("add"), orUsual(sInstallMenuText, QStringLiteral("&Install ") + sClassName),
+         QStringLiteral(" /a \"%1\"")},
+        {bSupportNew, QStringLiteral("new"), orUsual(sNewMenuText, QStringLiteral("&New")),
+         QStringLiteral(" /n \"%1\"")},
+    };
+    if (!writeClassText(u'.' + sAssociation, sClassName) || !writeClassText(sClassName, sClassDesc)) {
+        return false;
+    }
+    for (const auto& verb : verbs) {
+        const QString section = sClassName + QStringLiteral("/shell/") + verb.name;
+        if (verb.wanted && !writeVerb(section, verb.menuText, path + verb.command)) {
+            return false;
+        }
+    }
+    return lDefaultIconIndex <= -1 || writeClassText(sClassName + QStringLiteral("/DefaultIcon"),
+                                                     path + u',' + QString::number(lDefaultIconIndex));
+}
+
+bool cRegistry::CreateAdditionalEXEAssociations(const QString& sClassName, const QStringList& vItems) {
+    m_lastError = {};
+    if (vItems.size() % 3 != 0) {
+        return raise(QStringLiteral(
+            "Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"));
+    }
+    if (m_store.openKey(HKEY_CLASSES_ROOT, sClassName) != RegistryCode::Ok) {
+        return raise(QStringLiteral("Error - attempt to create additional associations before class defined."));
+    }
+    for (qsizetype i = 0; i < vItems.size(); i += 3) {
+        if (!writeVerb(sClassName + QStringLiteral("/shell/") + vItems[i], vItems[i + 1], vItems[i + 2])) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Writes a default value below the classes root, with the fields of this object untouched.
+bool cRegistry::writeClassText(const QString& section, const QString& text) {
+    cRegistry classes(m_store);
+    classes.ClassKey = HKEY_CLASSES_ROOT;
+    classes.SectionKey = section;
+    const bool written = classes.setValue(text);
+    m_lastError = classes.lastError();
+    return written;
+}
+
+bool cRegistry::writeVerb(const QString& section, const QString& menuText, const QString& command) {
+    return writeClassText(section, menuText) && writeClassText(section + QStringLiteral("/command"), command);
+}
+
+bool cRegistry::raise(const QString& description) {
+    m_lastError = {RaisedNumber, QStringLiteral("Quillmark.cRegistry"), description};
+    return false;
+}
+
+bool cRegistry::raiseNotSet(const QVariant& value) {
+    return raise(QStringLiteral("Failed to set registry value Key: '") + QString::number(ClassKey) +
+                 QStringLiteral("',Section: '") + SectionKey + QStringLiteral("',Key: '") + ValueKey +
+                 QStringLiteral("' to value: '") + textOf(value) + u'\'');
+}

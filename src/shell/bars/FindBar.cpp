@@ -1,0 +1,145 @@
+#include "shell/bars/FindBar.h"
+
+#include "document/frmDocument.h"
+#include "editor/control/CodeMax.h"
+#include "editor/control/SearchHistory.h"
+#include "settings/files/ListFile.h"
+#include "shell/bars/SearchKeys.h"
+#include "shell/commands/Commands.h"
+#include "shell/commands/SearchToggles.h"
+#include "shell/documents/MdiChildren.h"
+#include "shell/frame/FrameParts.h"
+#include "shell/start/IgnoringErrors.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+namespace {
+
+constexpr int placeWidth = 170;
+constexpr int gapInTwips = 40;
+constexpr int twipsPerPixel = 15;
+
+QString listPath() {
+    return ListFile::path(QStringLiteral("lastsearchkeys.idx"));
+}
+
+}  // namespace
+
+FindBar::FindBar(FrameParts& parts) : QObject(parts.frame), m_parts(parts), m_box(new QComboBox(parts.frame)) {
+    m_box->setObjectName(QStringLiteral("cmbSearch"));
+    m_box->setAccessibleName(QStringLiteral("Search text"));
+    m_box->setToolTip(QStringLiteral("Search text (F6)"));
+    m_box->setEditable(true);
+    m_box->setInsertPolicy(QComboBox::NoInsert);
+    m_box->setCompleter(nullptr);  // it would change what is typed
+    m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_box->hide();
+    m_box->installEventFilter(this);
+    connect(m_box->lineEdit(), &QLineEdit::returnPressed, this, &FindBar::find);
+}
+
+void FindBar::placeIn(QWidget& place) {
+    auto* row = new QHBoxLayout(&place);
+    row->setContentsMargins(gapInTwips / twipsPerPixel, 0, gapInTwips / twipsPerPixel, 0);
+    row->addWidget(m_box);
+    place.setFixedWidth(placeWidth);
+    m_box->show();
+}
+
+QWidget* FindBar::widget() const {
+    return m_box;
+}
+
+QString FindBar::text() const {
+    return m_box->currentText();
+}
+
+QStringList FindBar::keys() const {
+    QStringList keys;
+    for (int i = 0; i < m_box->count(); ++i)
+        keys << m_box->itemText(i);
+    return keys;
+}
+
+void FindBar::setKeys(const QStringList& keys) {
+    const QString shown = text();
+    m_box->clear();
+    m_box->addItems(keys);
+    m_box->setCurrentIndex(-1);
+    m_box->setEditText(shown);
+}
+
+void FindBar::AddSearchKey(const QString& pText, bool pMoveToTop) {
+    QStringList list = keys();
+    const SearchKeys::Change change = SearchKeys::AddSearchKey(list, pText, pMoveToTop);
+    if (change == SearchKeys::Change::Nothing)
+        return;
+    setKeys(list);
+    if (change == SearchKeys::Change::Raised)
+        m_box->setEditText(pText);
+}
+
+void FindBar::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord) {
+    if (pText.isEmpty())
+        return;
+    m_parts.searchToggles->SetRegExpOption(pRegExp);
+    m_parts.searchToggles->SetCaseOption(pCaseSensitive);
+    m_parts.searchToggles->SetWholeWordOption(pWholeWord);
+    AddSearchKey(pText, true);
+    m_box->setEditText(pText);
+}
+
+void FindBar::find() {
+    const QString wanted = text();
+    if (frmDocument* document = m_parts.children->active()) {
+        ignoringErrors([&] {
+            document->FindText(wanted, m_parts.commands->isChecked("mnuRegExp"),
+                               m_parts.commands->isChecked("mnuCaseSensitive"),
+                               m_parts.commands->isChecked("mnuWholeWord"));
+        });
+    }
+    AddSearchKey(wanted, true);
+}
+
+void FindBar::FindNext() {
+    if (frmDocument* document = m_parts.children->active())
+        document->FindNext(text());
+}
+
+void FindBar::FindPrevious() {
+    if (frmDocument* document = m_parts.children->active())
+        document->FindPrev(text());
+}
+
+void FindBar::takeFindHistory() {
+    const QStringList entries = CodeMax::FindHistory().split(u'\n');
+    for (const QString& entry : entries)
+        AddSearchKey(entry, false);
+}
+
+void FindBar::LoadSearchKeys() {
+    const QStringList lines = ListFile::read(listPath());
+    setKeys(SearchKeys::fromLines(lines));
+    for (const QString& line : lines)
+        SearchHistory::ofFinds().add(line);
+}
+
+void FindBar::SaveSearchKeys() const {
+    ListFile::write(listPath(), SearchKeys::toLines(keys()));
+}
+
+bool FindBar::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Wheel)
+        return true;  // it would put an older text in the place of what is typed
+    if (event->type() == QEvent::FocusIn)
+        takeFindHistory();
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        if (frmDocument* document = m_parts.children->active())
+            document->setFocus();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,77 @@
+#include "shell/bars/StatusPanels.h"
+
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+#include "editor/control/CodeMax.h"
+#include "shell/bars/StatusPanel.h"
+#include "shell/start/IgnoringErrors.h"
+#include "widgets/Icons.h"
+
+#include <QStatusBar>
+
+namespace {
+
+enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
+
+/// Letters that each panel has room for; the first takes what is left.
+constexpr std::array<int, 4> panelRoom = {0, 48, 22, 16};
+
+}  // namespace
+
+StatusPanels::StatusPanels(QStatusBar& bar) : QObject(&bar) {
+    bar.setObjectName(QStringLiteral("sbStatusBar"));
+    for (size_t i = 0; i < m_panels.size(); ++i) {
+        auto* added = new StatusPanel(&bar);
+        added->setObjectName(QStringLiteral("sbStatusBar(%1)").arg(i + 1));
+        added->setRoomFor(panelRoom.at(i));
+        bar.addPermanentWidget(added, i == 0 ? 1 : 0);
+        connect(added, &StatusPanel::doubleClicked, this, [this, added] { Q_EMIT textWanted(added->text()); });
+        m_panels.at(i) = added;
+    }
+}
+
+void StatusPanels::putPictures() {
+    panel(Size)->setPicture(Icons::named("countall"));
+    panel(LastUpdate)->setPicture(Icons::named("save"));
+}
+
+void StatusPanels::ShowCursorPosition(const frmDocument* document) {
+    ignoringErrors([&] { panel(Position)->setText(document->GetCursorPos()); });
+}
+
+void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
+    QString lastUpdate;
+    QString size;
+    document->LastUpdateTime(lastUpdate, size);
+    panel(LastUpdate)->setText(lastUpdate);
+    panel(Size)->setText(size);
+    m_limitations = document->TextEdit() ? document->GetEditor()->control().limitations() : QString();
+    showFirst();
+}
+
+void StatusPanels::ShowNotice(const QString& text) {
+    m_notice = text;
+    showFirst();
+}
+
+void StatusPanels::ShowRecording(const QString& text) {
+    m_recording = text;
+    showFirst();
+}
+
+void StatusPanels::showFirst() {
+    const QString& rest = m_recording.isEmpty() ? m_limitations : m_recording;
+    panel(First)->setText(m_notice.isEmpty() ? rest : m_notice);
+}
+
+void StatusPanels::clear() {
+    for (StatusPanel* each : m_panels)
+        each->setText(QString());
+    m_notice.clear();
+    m_limitations.clear();
+    showFirst();
+}
+
+QString StatusPanels::text(int panelNumber) const {
+    return panel(panelNumber)->text();
+}

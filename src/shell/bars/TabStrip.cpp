@@ -1,0 +1,25 @@
+#include "shell/bars/TabStrip.h"
+
+#include <QContextMenuEvent>
+#include <QMouseEvent>
+
+TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
+    setObjectName(QStringLiteral("TabStrip1"));
+    setAccessibleName(QStringLiteral("Open documents"));
+    setExpanding(false);
+    setUsesScrollButtons(true);
+    setElideMode(Qt::ElideNone);
+    setFocusPolicy(Qt::TabFocus);  // a click leaves the focus in the text
+}
+
+void TabStrip::mouseReleaseEvent(QMouseEvent* event) {
+    QTabBar::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton && count() > 0)
+        Q_EMIT menuWanted(event->globalPosition().toPoint());
+}
+
+void TabStrip::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() == QContextMenuEvent::Keyboard && count() > 0)
+        Q_EMIT menuWanted(mapToGlobal(tabRect(currentIndex()).center()));
+}

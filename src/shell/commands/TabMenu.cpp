@@ -1,0 +1,65 @@
+#include "shell/commands/TabMenu.h"
+
+#include "document/frmDocument.h"
+#include "shell/commands/FrameCommands.h"
+#include "shell/documents/MdiChildren.h"
+#include "shell/frame/FrameParts.h"
+#include "shell/start/IgnoringErrors.h"
+#include "widgets/Icons.h"
+#include "widgets/MenuStyle.h"
+
+namespace {
+
+struct TabEntry {
+    const char* key;  ///< empty: a separator
+    const char* caption;
+    const char* icon;
+    void (FrameCommands::*command)();
+};
+
+constexpr TabEntry entries[] = {
+    {"mnuCloseFile", "Close File", "close", &FrameCommands::Close},
+    {"mnuCloseFileExcept", "Close All Files Except This", "", &FrameCommands::CloseExcept},
+    {"", "-", "", nullptr},
+    {"mnuSaveFile", "Save File", "save", &FrameCommands::Save},
+    {"", "-", "", nullptr},
+    {"mnuReadonly", "ReadOnly", "readonly", &FrameCommands::ChangeReadOnly},
+};
+
+}  // namespace
+
+TabMenu::TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent)
+    : QMenu(parent), m_parts(parts), m_commands(commands) {
+    setObjectName(QStringLiteral("Tab"));
+    MenuStyle::giveTo(*this);
+    BuildTabMenu();
+}
+
+void TabMenu::BuildTabMenu() {
+    for (const TabEntry& entry : entries) {
+        if (*entry.key == '\0') {
+            addSeparator();
+            continue;
+        }
+        QAction* action = addAction(QString::fromLatin1(entry.caption));
+        action->setObjectName(QString::fromLatin1(entry.key));
+        if (*entry.icon != '\0')
+            action->setIcon(Icons::named(entry.icon));
+        connect(action, &QAction::triggered, this, [this, command = entry.command] { run(command); });
+    }
+    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
+}
+
+// Neither in the slot itself nor over a copy of `this`: there gcc's check of the member call reads what it never wrote.
+void TabMenu::run(void (FrameCommands::*command)()) {
+    FrameCommands& commands = m_commands;
+    ignoringErrors([&commands, command] { (commands.*command)(); });
+}
+
+void TabMenu::showAt(const QPoint& globalPosition) {
+    const frmDocument* document = m_parts.children->active();
+    const bool readOnly = document != nullptr && document->isReadOnly;
+    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setChecked(readOnly);
+    findChild<QAction*>(QStringLiteral("mnuSaveFile"))->setEnabled(!readOnly);
+    popup(globalPosition);
+}

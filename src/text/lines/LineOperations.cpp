@@ -1,0 +1,118 @@
+#include "text/lines/LineOperations.h"
+
+#include "text/lines/clsConcat.h"
+
+#include <QList>
+#include <QStringView>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace {
+
+/// Longer texts the control cannot hold.
+constexpr qsizetype longestText = 1'000'000'000;
+
+QStringView withoutTrailing(QStringView piece) {
+    while (piece.endsWith(u' '))
+        piece.chop(1);
+    return piece;
+}
+
+QStringView withoutLeading(QStringView piece) {
+    while (piece.startsWith(u' '))
+        piece = piece.sliced(1);
+    return piece;
+}
+
+qsizetype longestOf(const QList<QStringView>& pieces) {
+    qsizetype longest = 0;
+    for (const QStringView piece : pieces)
+        longest = std::max(longest, piece.size());
+    return longest;
+}
+
+/// Half of a number, halves rounded to the even one.
+qsizetype halfToEven(qsizetype number) {
+    const qsizetype half = number / 2;
+    return number % 2 == 0 || half % 2 == 0 ? half : half + 1;
+}
+
+/// A line between blanks.
+struct Placed {
+    qsizetype left = 0;
+    QStringView text;
+    qsizetype right = 0;
+
+    qsizetype length() const { return left + text.size() + right; }
+};
+
+/// What becomes of a line, given the longest length among all.
+using NewForm = Placed (*)(QStringView piece, qsizetype longest);
+
+/// Puts each line into its new form. The line end behind the last, which is added as to all, is taken away again.
+QString transformed(const QString& text, NewForm newForm) {
+    const QString lineEnd = LineOperations::lineEndOf(text);
+    const QList<QStringView> pieces = QStringView(text).split(lineEnd);
+    const qsizetype longest = longestOf(pieces);
+    qsizetype length = 0;
+    qsizetype mostBlanks = 0;
+    for (const QStringView piece : pieces) {
+        const Placed placed = newForm(piece, longest);
+        length += placed.length() + lineEnd.size();
+        mostBlanks = std::max({mostBlanks, placed.left, placed.right});
+        if (length > longestText)
+            throw std::length_error("the lines would become too long");
+    }
+
+    const QString blanks(mostBlanks, u' ');
+    clsConcat result;
+    result.ReInit();
+    for (const QStringView piece : pieces) {
+        const Placed placed = newForm(piece, longest);
+        result.SConcat(QStringView(blanks).first(placed.left));
+        result.SConcat(placed.text);
+        result.SConcat(QStringView(blanks).first(placed.right));
+        result.SConcat(lineEnd);
+    }
+    QString lines = result.GetString();
+    lines.chop(lineEnd.size());
+    return lines;
+}
+
+}  // namespace
+
+namespace LineOperations {
+
+QString lineEndOf(const QString& text) {
+    for (const QString& lineEnd : {QStringLiteral("\r\n"), QStringLiteral("\n"), QStringLiteral("\r")}) {
+        if (text.contains(lineEnd))
+            return lineEnd;
+    }
+    return QStringLiteral("\r\n");
+}
+
+QString TrimTailed(const QString& text) {
+    return transformed(text, [](QStringView piece, qsizetype) { return Placed{0, withoutTrailing(piece), 0}; });
+}
+
+QString AlignLeft(const QString& text) {
+    return transformed(text, [](QStringView piece, qsizetype) { return Placed{0, withoutLeading(piece), 0}; });
+}
+
+QString AlignRight(const QString& text) {
+    return transformed(text, [](QStringView piece, qsizetype longest) {
+        const QStringView kept = withoutTrailing(piece);
+        return Placed{longest - kept.size(), kept, 0};
+    });
+}
+
+QString AlignCenter(const QString& text) {
+    return transformed(text, [](QStringView piece, qsizetype longest) {
+        const QStringView kept = withoutLeading(withoutTrailing(piece));
+        const qsizetype beside = halfToEven(longest - kept.size());
+        return Placed{beside, kept, beside};
+    });
+}
+
+}  // namespace LineOperations

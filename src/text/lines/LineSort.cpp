@@ -1,0 +1,68 @@
+#include "text/lines/LineSort.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+namespace {
+
+/// A line with its first bytes as a number, which settles most comparisons without a look at the text.
+struct Line {
+    std::uint64_t head = 0;
+    std::string_view text;
+};
+
+std::uint64_t headOf(std::string_view text) {
+    std::uint64_t head = 0;
+    for (std::size_t at = 0; at < sizeof head; ++at)
+        head = head << 8U | (at < text.size() ? static_cast<unsigned char>(text[at]) : 0U);
+    return head;
+}
+
+/// Bytes of UTF-8 stand in the order of the characters they make.
+bool less(const Line& one, const Line& other) {
+    return one.head != other.head ? one.head < other.head : one.text < other.text;
+}
+
+struct Split {
+    std::vector<Line> lines;
+    std::vector<std::string_view> ends;
+};
+
+std::size_t lineEndLength(std::string_view text, std::size_t at) {
+    if (at >= text.size())
+        return 0;
+    return text.substr(at, 2) == "\r\n" ? 2 : 1;
+}
+
+Split split(std::string_view text) {
+    Split result;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t end = std::min(text.find_first_of("\r\n", at), text.size());
+        const std::string_view line = text.substr(at, end - at);
+        result.lines.push_back({headOf(line), line});
+        result.ends.push_back(text.substr(end, lineEndLength(text, end)));
+        at = end + result.ends.back().size();
+    }
+    return result;
+}
+
+}  // namespace
+
+namespace LineSort {
+
+std::string sorted(std::string_view text, Order order) {
+    auto [lines, ends] = split(text);
+    if (order == Order::Ascending)
+        std::ranges::stable_sort(lines, less);
+    else
+        std::ranges::stable_sort(lines, [](const Line& one, const Line& other) { return less(other, one); });
+
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < lines.size(); ++at)
+        result.append(lines[at].text).append(ends[at]);
+    return result;
+}
+
+}  // namespace LineSort

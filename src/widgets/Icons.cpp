@@ -1,0 +1,102 @@
+#include "widgets/Icons.h"
+
+#include "widgets/Contrast.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QGuiApplication>
+#include <QHash>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmap>
+#include <QStyle>
+#include <QStyleOption>
+#include <QSvgRenderer>
+
+#include <utility>
+
+namespace {
+
+constexpr qreal fadedOpacity = 0.4;
+
+/// A colour as the files have it, for light windows, and what stands for it on dark ones.
+struct ColourPair {
+    const char* onLight;
+    const char* onDark;
+};
+
+constexpr ColourPair colourPairs[] = {{"#5c6675", "#b4becc"}, {"#2563d0", "#8ab4f8"}};
+
+class SvgIcon : public QIconEngine {
+ public:
+    explicit SvgIcon(QString path) : m_path(std::move(path)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        const qreal ratio = painter->device()->devicePixelRatio();
+        painter->drawPixmap(rect, scaledPixmap(rect.size() * ratio, mode, state, ratio));
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+
+    /// Size in device pixels.
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal) override {
+        const bool onDark = Contrast::isDark(QGuiApplication::palette().color(QPalette::Window));
+        if (onDark != std::exchange(m_onDark, onDark))
+            m_drawn.clear();
+        QPixmap& drawn = m_drawn[{size.width(), size.height()}];
+        if (drawn.isNull())
+            drawn = draw(size);
+        if (mode == QIcon::Normal || mode == QIcon::Active)
+            return drawn;
+        if (mode == QIcon::Disabled)
+            return faded(drawn);
+        const QStyleOption option;
+        return QApplication::style()->generatedIconPixmap(mode, drawn, &option);
+    }
+
+    QIconEngine* clone() const override { return new SvgIcon(m_path); }
+    bool isNull() override { return false; }
+
+ private:
+    /// The style's own grey is made for light windows; on dark ones it looks like that of a picture that can be chosen.
+    static QPixmap faded(const QPixmap& picture) {
+        QPixmap pixmap(picture.size());
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setOpacity(fadedOpacity);
+        painter.drawPixmap(0, 0, picture);
+        return pixmap;
+    }
+
+    QPixmap draw(const QSize& size) const {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QSvgRenderer renderer(source());
+        QPainter painter(&pixmap);
+        renderer.render(&painter);
+        return pixmap;
+    }
+
+    QByteArray source() const {
+        QFile file(m_path);
+        QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        for (const ColourPair& pair : colourPairs) {
+            if (m_onDark)
+                bytes.replace(pair.onLight, pair.onDark);
+        }
+        return bytes;
+    }
+
+    QString m_path;
+    bool m_onDark = false;  ///< what m_drawn was drawn for
+    QHash<std::pair<int, int>, QPixmap> m_drawn;
+};
+
+}  // namespace
+
+QIcon Icons::named(const char* name) {
+    const QString path = QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name));
+    return QFile::exists(path) ? QIcon(new SvgIcon(path)) : QIcon();
+}

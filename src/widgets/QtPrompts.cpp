@@ -1,0 +1,147 @@
+#include "widgets/QtPrompts.h"
+
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QScreen>
+
+namespace {
+
+/// No path that a file can have is longer.
+constexpr qsizetype longestText = 6000;
+/// Logical pixels that a box gives its text at least before it breaks a line.
+constexpr int narrowestText = 400;
+
+/// Whether the box with the text stays well inside its screen, in lines as narrow as they get.
+bool fits(const QMessageBox& box, const QString& text) {
+    const QRect lines =
+        box.fontMetrics().boundingRect(QRect(0, 0, narrowestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text);
+    return lines.height() <= box.screen()->availableGeometry().height() * 3 / 5;
+}
+
+/// Cut in the middle until its buttons can be seen.
+QString fitting(const QMessageBox& box, const QString& text) {
+    qsizetype kept = qMin(text.size(), longestText);
+    QString shown = text;
+    while (kept > 0 && (shown.size() > longestText + 1 || !fits(box, shown))) {
+        shown = text.left(kept / 2) + u'\u2026' + text.right(kept / 2);
+        kept = kept * 2 / 3;
+    }
+    return shown;
+}
+
+QString folderOf(const QString& file) {
+    return QFileInfo(file).absolutePath();
+}
+
+/// What a box stands over: the whole window, as the asking part of it may go meanwhile, and as the area of a child
+/// window would take the box's Ctrl+Tab for its own.
+QWidget* windowOf(QWidget* parent) {
+    return parent == nullptr ? nullptr : parent->window();
+}
+
+void setUp(QMessageBox& box, const QString& text, const QString& title) {
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Quillmark") : title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(fitting(box, text));
+}
+
+/// Goes away by one of its buttons and by nothing else.
+class ButtonsOnlyBox : public QMessageBox {
+ public:
+    explicit ButtonsOnlyBox(QWidget* parent) : QMessageBox(parent) {
+        setWindowFlags((windowFlags() | Qt::CustomizeWindowHint) & ~Qt::WindowCloseButtonHint);
+    }
+
+ protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Escape || event->matches(QKeySequence::Cancel)) {
+            event->accept();
+            return;
+        }
+        QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override { event->ignore(); }
+};
+
+void setUp(QFileDialog& dialog, const FileQuestion& question, const QString& lastFolder) {
+    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
+                      QFileDialog::HideNameFilterDetails);
+    dialog.setWindowTitle(question.title);
+    const QStringList filters = nameFilters(question.filters);
+    if (!filters.isEmpty())
+        dialog.setNameFilters(filters);
+    const QString folder = question.folder.isEmpty() ? lastFolder : question.folder;
+    dialog.setDirectory(folder.isEmpty() ? QDir::currentPath() : folder);
+    if (!question.initialName.isEmpty())
+        dialog.selectFile(question.initialName);
+}
+
+QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
+    auto* box = new QCheckBox(QStringLiteral("Open as &read-only"), &dialog);
+    box->setObjectName(QStringLiteral("chkReadOnly"));
+    if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
+        grid->addWidget(box, grid->rowCount(), 0, 1, grid->columnCount());
+    return box;
+}
+
+}  // namespace
+
+QStringList nameFilters(const QString& filters) {
+    const QStringList parts = filters.split(u'|');
+    QStringList names;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts.at(i + 1).split(u';', Qt::SkipEmptyParts);
+        for (QString& pattern : patterns) {
+            pattern = pattern.trimmed();
+            if (pattern == QLatin1String("*.*"))
+                pattern = QStringLiteral("*");
+        }
+        names.append(QStringLiteral("%1 (%2)").arg(parts.at(i), patterns.join(u' ')));
+    }
+    return names;
+}
+
+void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
+    QMessageBox box(windowOf(parent));
+    setUp(box, text, title);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
+bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title) {
+    ButtonsOnlyBox box(windowOf(parent));
+    setUp(box, text, title);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.exec();
+    return box.clickedButton() == box.button(QMessageBox::Yes);
+}
+
+OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(windowOf(parent));
+    setUp(dialog, question, m_lastFolder);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    const QCheckBox* readOnly = addReadOnlyBox(dialog);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    const QStringList files = dialog.selectedFiles();
+    m_lastFolder = folderOf(files.value(0));
+    return {files, readOnly->isChecked()};
+}
+
+QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
+    QFileDialog dialog(windowOf(parent));
+    setUp(dialog, question, m_lastFolder);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    QString file = dialog.selectedFiles().value(0);
+    m_lastFolder = folderOf(file);
+    return file;
+}

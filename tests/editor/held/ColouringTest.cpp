@@ -1,0 +1,253 @@
+#include "editor/control/CodeMax.h"
+#include "editor/held/LongLines.h"
+#include "editor/held/ViewColours.h"
+#include "editor/language/TokenTheme.h"
+#include "settings/registry/MemoryRegistry.h"
+#include "widgets/Contrast.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPalette>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Near enough to C, by the library's lexer.
+LanguageDefinition lexed() {
+    LanguageDefinition language;
+    language.lexer = "cpp";
+    language.keywords[0] = "if return";
+    language.keywords[1] = "int";
+    language.properties = {{"lexer.cpp.backquoted.strings", "1"}};
+    language.brackets = "(){}";
+    for (const int style : {1, 2})
+        language.classOfStyle[style] = TokenClass::Comment;
+    for (const int style : {6, 7, 20})
+        language.classOfStyle[style] = TokenClass::String;
+    language.classOfStyle[4] = TokenClass::Number;
+    language.classOfStyle[5] = TokenClass::Keyword;
+    language.classOfStyle[10] = TokenClass::Operator;
+    language.classOfStyle[12] = TokenClass::Error;
+    language.classOfStyle[16] = TokenClass::Type;
+    return language;
+}
+
+/// By rules of its own.
+LanguageDefinition ruled() {
+    LanguageDefinition language;
+    language.rules.strings = {{{"\"", "\""}, '\\', false}};
+    language.rules.operators = "()=";
+    language.lineComments = {"#"};
+    language.blockComments = {{"<<", ">>"}};
+    language.keywords[0] = "if return";
+    for (int style = 0; style < TokenClasses::Count; ++style)
+        language.classOfStyle[style] = static_cast<TokenClass>(style);
+    return language;
+}
+
+class ColouringTest : public testing::Test {
+ protected:
+    ColouringTest() {
+        control.resize(600, 400);
+        control.show();
+    }
+
+    long ask(unsigned message, unsigned long first = 0) const { return control.SendScintilla(message, first, 0L); }
+    std::optional<TokenClass> classOf(const QByteArray& piece) {
+        const auto byte = control.Text().toUtf8().indexOf(piece);
+        EXPECT_GE(byte, 0) << piece.constData();
+        control.colouring().completeTo(byte + piece.size());
+        return control.colouring().classAt(byte);
+    }
+    QColor inkOf(const QByteArray& piece) {
+        const auto byte = control.Text().toUtf8().indexOf(piece);
+        control.colouring().completeTo(byte + piece.size());
+        return ink(static_cast<int>(ask(CodeMax::SCI_GETSTYLEAT, byte)));
+    }
+    QColor ink(int style) const {
+        const long number = ask(CodeMax::SCI_STYLEGETFORE, style);
+        return {static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
+                static_cast<int>(number >> 16 & 0xFF)};
+    }
+    QString fileOf(const QByteArray& bytes) const {
+        QFile file(folder.filePath(QStringLiteral("a")));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    LanguageDefinition byLexer = lexed();
+    LanguageDefinition byRules = ruled();
+    MemoryRegistry registry;
+    TokenTheme theme{registry};
+    QTemporaryDir folder;
+    CodeMax control;
+};
+
+}  // namespace
+
+TEST_F(ColouringTest, WithoutALanguageNothingHasAClass) {
+    control.setText(QStringLiteral("if (1) // x"));
+    EXPECT_EQ(classOf("if"), std::nullopt);
+    EXPECT_EQ(ask(CodeMax::SCI_GETLEXER), CodeMax::SCLEX_NULL);
+}
+
+TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
+    control.setLanguage(&byLexer);
+    control.setText(QStringLiteral("if (int x = 12) return `raw`; // note"));
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    EXPECT_EQ(classOf("int"), TokenClass::Type);
+    EXPECT_EQ(classOf("x"), TokenClass::Text);
+    EXPECT_EQ(classOf("12"), TokenClass::Number);
+    EXPECT_EQ(classOf("return"), TokenClass::Keyword);
+    EXPECT_EQ(classOf("`raw"), TokenClass::String);
+    EXPECT_EQ(classOf("//"), TokenClass::Comment);
+}
+
+TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
+    control.setLanguage(&byRules);
+    control.setText(QStringLiteral("if x = \"y\\\"z\" # note\n<< long\nmore >> return"));
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    EXPECT_EQ(classOf("x"), TokenClass::Text);
+    EXPECT_EQ(classOf("z\""), TokenClass::String);
+    EXPECT_EQ(classOf("# note"), TokenClass::Comment);
+    EXPECT_EQ(classOf("more"), TokenClass::Comment);
+    EXPECT_EQ(classOf("return"), TokenClass::Keyword);
+}
+
+TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
+    control.setLanguage(&byRules);
+    control.setText(QStringLiteral("a\nif\n>> if"));
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    control.setSelection(0, 0);
+    control.type(QStringLiteral("<<"));
+    EXPECT_EQ(classOf("if"), TokenClass::Comment);
+    control.Undo();
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+}
+
+TEST_F(ColouringTest, AnotherLanguageCutsTheTextAnew) {
+    control.setText(QStringLiteral("# note\nif x"));
+    control.setLanguage(&byRules);
+    EXPECT_EQ(classOf("# note"), TokenClass::Comment);
+    control.setLanguage(&byLexer);
+    EXPECT_NE(classOf("# note"), TokenClass::Comment);
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    control.setLanguage(nullptr);
+    EXPECT_EQ(classOf("if"), std::nullopt);
+    EXPECT_EQ(inkOf("if"), inkOf("x"));
+}
+
+TEST_F(ColouringTest, TheLanguageStaysThroughALoad) {
+    for (const LanguageDefinition* language : {&byLexer, &byRules}) {
+        control.setLanguage(language);
+        ASSERT_FALSE(control.OpenFile(fileOf("if x\n")));
+        EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    }
+}
+
+TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
+    control.setLanguage(&byRules);
+    ASSERT_FALSE(control.OpenFile(fileOf(QByteArray("if x = 1\n").repeated(500'000))));
+    control.grab();
+    const long cut = ask(CodeMax::SCI_GETENDSTYLED);
+    EXPECT_GT(cut, 0);
+    EXPECT_LT(cut, control.heldText().length() / 2);
+    EXPECT_EQ(control.colouring().classAt(cut), std::nullopt);
+}
+
+TEST_F(ColouringTest, OddBytesAndNulsDoNoHarm) {
+    for (const LanguageDefinition* language : {&byLexer, &byRules}) {
+        control.setLanguage(language);
+        ASSERT_FALSE(control.OpenFile(fileOf(QByteArray("if \0\xC3\xA4 \"\xE2\x82\xAC\n\0\n", 13))));
+        EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+        control.colouring().completeTo(control.heldText().length());
+        control.grab();
+    }
+}
+
+TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
+    control.setLanguage(&byRules);
+    for (const char* ground :
+         {"#ffffff", "#1e1e1e", "#000000", "#808080", "#fdf6e3", "#ffff00", "#0000ff", "#767676"}) {
+        const QColor base(QString::fromLatin1(ground));
+        control.setElementColour(CodeMax::BackgroundElement, base);
+        for (int style = 0; style < TokenClasses::Count; ++style)
+            EXPECT_GE(Contrast::between(ink(style), base), 4.5) << ground << ' ' << style;
+    }
+}
+
+TEST_F(ColouringTest, TheThemeFollowsThePalette) {
+    control.setLanguage(&byRules);
+    QPalette dark = control.palette();
+    dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
+    dark.setColor(QPalette::Text, QColor(0xE0, 0xE0, 0xE0));
+    const auto keyword = static_cast<int>(TokenClass::Keyword);
+    QPalette light = dark;
+    light.setColor(QPalette::Base, Qt::white);
+    light.setColor(QPalette::Text, Qt::black);
+    control.setPalette(light);
+    EXPECT_EQ(ink(keyword), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
+    control.setPalette(dark);
+    EXPECT_EQ(ink(keyword), TokenClasses::colourOn(QColor(0x1E, 0x1E, 0x1E), TokenClass::Keyword));
+    EXPECT_EQ(ink(CodeMax::STYLE_DEFAULT), QColor(0xE0, 0xE0, 0xE0));
+}
+
+TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
+    CodeMax other;
+    for (CodeMax* one : {&control, &other}) {
+        one->setElementColour(CodeMax::BackgroundElement, Qt::white);
+        one->setTheme(&theme);
+        one->setLanguage(&byRules);
+    }
+    TokenLooks looks;
+    looks.setOwnColour(TokenLooks::Light, TokenClass::Keyword, QColor(120, 0, 60));
+    looks.setItalic(TokenClass::Keyword, true);
+    EXPECT_TRUE(theme.setLooks(looks));
+    const auto keyword = static_cast<unsigned long>(TokenClass::Keyword);
+    for (CodeMax* one : {&control, &other}) {
+        EXPECT_EQ(one->SendScintilla(CodeMax::SCI_STYLEGETFORE, keyword), ViewColours::number(QColor(120, 0, 60)));
+        EXPECT_EQ(one->SendScintilla(CodeMax::SCI_STYLEGETITALIC, keyword), 1);
+    }
+    control.setTheme(nullptr);
+    EXPECT_EQ(ink(static_cast<int>(keyword)), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
+}
+
+TEST_F(ColouringTest, OnesOwnTextColourIsThatOfAllPlainText) {
+    control.setTheme(&theme);
+    control.setElementColour(CodeMax::BackgroundElement, Qt::white);
+    TokenLooks looks;
+    looks.setOwnColour(TokenLooks::Light, TokenClass::Text, QColor(80, 40, 0));
+    theme.setLooks(looks);
+    EXPECT_EQ(ink(CodeMax::STYLE_DEFAULT), QColor(80, 40, 0));
+    control.setElementColour(CodeMax::BackgroundElement, Qt::black);
+    EXPECT_NE(ink(CodeMax::STYLE_DEFAULT), QColor(80, 40, 0));
+}
+
+TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
+    control.setLanguage(&byLexer);
+    const int error = 12;
+    EXPECT_NE(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    ASSERT_FALSE(control.OpenFile(fileOf("if \"" + QByteArray(400'000, 'x') + "\"\nreturn 1\n")));
+    ASSERT_FALSE(control.map().joints().empty());
+    EXPECT_EQ(classOf("if"), TokenClass::Keyword);
+    EXPECT_EQ(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_EQ(control.limitations(), QStringLiteral("Long lines are shown in pieces, coloured piece by piece"));
+    ASSERT_FALSE(control.OpenFile(fileOf("if\n")));
+    EXPECT_NE(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_EQ(control.limitations(), QString());
+}
+
+TEST_F(ColouringTest, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
+    control.setLanguage(&byLexer);
+    control.setText(QStringLiteral("if"));
+    control.AddText(QString(400'000, u'x'));
+    ASSERT_FALSE(control.map().joints().empty());
+    EXPECT_EQ(ink(12), ink(CodeMax::STYLE_DEFAULT));
+    control.Undo();
+    ASSERT_TRUE(control.map().joints().empty());
+    EXPECT_NE(ink(12), ink(CodeMax::STYLE_DEFAULT));
+}

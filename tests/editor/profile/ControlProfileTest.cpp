@@ -1,0 +1,242 @@
+#include "editor/control/CodeMax.h"
+#include "editor/profile/ControlProfile.h"
+#include "editor/profile/SharedProfile.h"
+#include "editor/windows/ControlProperties.h"
+#include "settings/registry/MemoryRegistry.h"
+#include "settings/registry/RegistryData.h"
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace {
+
+const QString key = QStringLiteral("Software/Quillmark/Languages");
+
+/// Says no to every write from the given one on.
+class FullRegistry : public MemoryRegistry {
+ public:
+    int left = 3;
+    int writeValue(RegistryRoot root, const QString& path, const QString& name, const RegistryValue& value) override {
+        return left-- > 0 ? MemoryRegistry::writeValue(root, path, name, value) : RegistryCode::DiskFull;
+    }
+};
+
+struct AProfile : testing::Test {
+    MemoryRegistry registry;
+
+    std::optional<qint32> stored(const char* name) {
+        RegistryValue value;
+        const int code = registry.readValue(HKEY_CURRENT_USER, key, QString::fromLatin1(name), value);
+        EXPECT_TRUE(code != RegistryCode::Ok || value.type == RegistryType::Integer);
+        return code == RegistryCode::Ok ? std::optional(RegistryData::littleEndian(value)) : std::nullopt;
+    }
+    void put(const char* name, const RegistryValue& value) {
+        EXPECT_EQ(registry.writeValue(HKEY_CURRENT_USER, key, QString::fromLatin1(name), value), RegistryCode::Ok);
+    }
+    static void change(CodeMax& control) {
+        control.setWordWrap(true);
+        control.setDisplayWhitespace(true);
+        control.setLineNumbering(true);
+        control.setDisplayLeftMargin(false);
+        control.setBraceMatching(false);
+        control.setBlanksForTabs(true);
+        control.setAutoIndent(false);
+        control.setDragDrop(false);
+        control.setTabWidth(7);
+        control.setElementColour(CodeMax::BackgroundElement, QColor(1, 2, 3));
+        control.setElementColour(CodeMax::LeftMarginElement, QColor(4, 5, 6));
+        control.setElementColour(CodeMax::RowHighlightElement, QColor(0, 0, 0));
+    }
+};
+
+/// Some controls with a profile in common, and the dialog of the first.
+struct ASharedProfile : AProfile {
+    SharedProfile shared{registry};
+    CodeMax first;
+    CodeMax second;
+
+    ASharedProfile() {
+        shared.connectTo(first);
+        shared.connectTo(second);
+    }
+    template <typename Change>
+    void inDialog(Change change) {
+        first.ExecuteCmd(224);
+        auto& dialog = *first.findChild<ControlProperties*>();
+        change(dialog);
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+    }
+    static void tick(const ControlProperties& dialog, const char* name) {
+        dialog.findChild<QCheckBox*>(QString::fromLatin1(name))->click();
+    }
+};
+
+}  // namespace
+
+TEST_F(AProfile, BringsAllOfItFromOneControlToAnotherThroughTheStore) {
+    CodeMax one;
+    change(one);
+    EXPECT_EQ(ControlProfile::of(one).save(registry), RegistryCode::Ok);
+    CodeMax other;
+    ASSERT_NE(ControlProfile::of(other), ControlProfile::of(one));
+    ControlProfile profile;
+    profile.load(registry);
+    profile.applyTo(other);
+    EXPECT_EQ(ControlProfile::of(other), ControlProfile::of(one));
+    EXPECT_TRUE(other.WordWrap());
+    EXPECT_TRUE(other.DisplayWhitespace());
+    EXPECT_TRUE(other.LineNumbering());
+    EXPECT_FALSE(other.DisplayLeftMargin());
+    EXPECT_FALSE(other.BraceMatching());
+    EXPECT_TRUE(other.BlanksForTabs());
+    EXPECT_FALSE(other.AutoIndent());
+    EXPECT_FALSE(other.DragDrop());
+    EXPECT_EQ(other.TabWidth(), 7);
+    EXPECT_EQ(other.elementColour(CodeMax::BackgroundElement), QColor(1, 2, 3));
+    EXPECT_EQ(other.elementColour(CodeMax::LeftMarginElement), QColor(4, 5, 6));
+    EXPECT_EQ(other.elementColour(CodeMax::RowHighlightElement), QColor(0, 0, 0));
+}
+
+TEST_F(AProfile, IsStoredAsNumbersUnderTheNamesOfTheProperties) {
+    CodeMax control;
+    change(control);
+    ControlProfile::of(control).save(registry);
+    EXPECT_EQ(stored("WordWrap"), 1);
+    EXPECT_EQ(stored("AutoIndent"), 0);
+    EXPECT_EQ(stored("TabWidth"), 7);
+    EXPECT_EQ(stored("BackgroundColor"), 1 | 2 << 8 | 3 << 16);
+}
+
+TEST_F(AProfile, OfAnEmptyStoreLeavesAControlAsItIs) {
+    CodeMax control;
+    const ControlProfile fresh = ControlProfile::of(control);
+    ControlProfile profile;
+    profile.load(registry);
+    EXPECT_EQ(profile, ControlProfile());
+    profile.applyTo(control);
+    EXPECT_EQ(ControlProfile::of(control), fresh);
+}
+
+TEST_F(AProfile, TakesNothingThatCannotBeRead) {
+    put("WordWrap", RegistryData::fromInteger(2));
+    put("AutoIndent", RegistryData::fromText(QStringLiteral("0")));
+    put("TabWidth", RegistryData::fromInteger(0));
+    put("BackgroundColor", RegistryData::fromInteger(-1));
+    put("LeftMarginColor", RegistryData::fromInteger(0x1000000));
+    put("DragDrop", {RegistryType::Integer, QByteArray("\0\0", 2)});
+    ControlProfile profile;
+    profile.load(registry);
+    EXPECT_EQ(profile, ControlProfile());
+    put("TabWidth", RegistryData::fromInteger(65));
+    put("BraceMatching", RegistryData::fromInteger(0));
+    profile.load(registry);
+    CodeMax control;
+    profile.applyTo(control);
+    EXPECT_EQ(control.TabWidth(), 4);
+    EXPECT_FALSE(control.BraceMatching());
+}
+
+TEST_F(AProfile, ForgetsAColourThatWasReset) {
+    CodeMax control;
+    control.setElementColour(CodeMax::BackgroundElement, QColor(1, 2, 3));
+    ControlProfile::of(control).save(registry);
+    ASSERT_TRUE(stored("BackgroundColor"));
+    control.setElementColour(CodeMax::BackgroundElement, QColor());
+    EXPECT_EQ(ControlProfile::of(control).save(registry), RegistryCode::Ok);
+    EXPECT_FALSE(stored("BackgroundColor"));
+}
+
+TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
+    const RegistryValue other = RegistryData::fromText(QStringLiteral("Ctrl + 1"));
+    put("Other", other);
+    CodeMax control;
+    ControlProfile::of(control).save(registry);
+    RegistryValue value;
+    EXPECT_EQ(registry.readValue(HKEY_CURRENT_USER, key, QStringLiteral("Other"), value), RegistryCode::Ok);
+    EXPECT_EQ(value, other);
+}
+
+TEST_F(AProfile, SaysWhyItWasNotStored) {
+    FullRegistry full;
+    CodeMax control;
+    EXPECT_EQ(ControlProfile::of(control).save(full), RegistryCode::DiskFull);
+}
+
+TEST_F(ASharedProfile, ChangesAllControlsAtOnceAndTheStore) {
+    inDialog([](const ControlProperties& dialog) {
+        tick(dialog, "chkWordWrap");
+        dialog.findChild<QSpinBox*>(QStringLiteral("numTabWidth"))->setValue(3);
+    });
+    EXPECT_TRUE(second.WordWrap());
+    EXPECT_EQ(second.TabWidth(), 3);
+    EXPECT_EQ(stored("WordWrap"), 1);
+    EXPECT_EQ(stored("TabWidth"), 3);
+}
+
+TEST_F(ASharedProfile, LeavesToEachControlWhatTheDialogLeftAlone) {
+    first.setBraceMatching(false);
+    second.setDisplayWhitespace(true);
+    inDialog([](const ControlProperties& dialog) { tick(dialog, "chkAutoIndent"); });
+    EXPECT_FALSE(first.BraceMatching());
+    EXPECT_TRUE(second.BraceMatching());
+    EXPECT_TRUE(second.DisplayWhitespace());
+    EXPECT_FALSE(second.AutoIndent());
+    EXPECT_FALSE(stored("BraceMatching"));
+    EXPECT_EQ(stored("AutoIndent"), 0);
+}
+
+TEST_F(ASharedProfile, IsHowControlsToComeBegin) {
+    inDialog([](const ControlProperties& dialog) { tick(dialog, "chkBlanksForTabs"); });
+    CodeMax third;
+    shared.connectTo(third);
+    shared.applyTo(third);
+    EXPECT_TRUE(third.BlanksForTabs());
+    SharedProfile ofNextRun(registry);
+    ofNextRun.load();
+    CodeMax later;
+    ofNextRun.applyTo(later);
+    EXPECT_TRUE(later.BlanksForTabs());
+}
+
+TEST_F(ASharedProfile, TakesBackAColourEverywhere) {
+    for (CodeMax* control : {&first, &second})
+        control->setElementColour(CodeMax::LeftMarginElement, QColor(9, 9, 9));
+    inDialog([](const ControlProperties& dialog) {
+        dialog.findChild<QPushButton*>(QStringLiteral("cmdResetLeftMargin"))->click();
+    });
+    EXPECT_FALSE(second.elementColour(CodeMax::LeftMarginElement).isValid());
+}
+
+TEST(SharedProfile, KeepsForTheRunWhatTheStoreWouldNotTake) {
+    FullRegistry full;
+    full.left = 0;
+    SharedProfile shared(full);
+    CodeMax control;
+    shared.connectTo(control);
+    const ControlProfile before = ControlProfile::of(control);
+    control.setTabWidth(7);
+    Q_EMIT control.PropertiesChanged(before, ControlProfile::of(control));
+    shared.load();
+    CodeMax other;
+    shared.applyTo(other);
+    EXPECT_EQ(other.TabWidth(), 7);
+    full.left = 100;
+    EXPECT_TRUE(shared.save());
+    shared.load();
+    other.setTabWidth(2);
+    shared.applyTo(other);
+    EXPECT_EQ(other.TabWidth(), 7);
+}
+
+TEST_F(ASharedProfile, HearsNothingOfADialogThatChangedNothing) {
+    QSignalSpy changes(&shared, &SharedProfile::Changed);
+    inDialog([](const ControlProperties&) {});
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_FALSE(stored("TabWidth"));
+}

@@ -1,0 +1,99 @@
+#include "editor/control/CodeMax.h"
+#include "editor/rtf/RtfReader.h"
+#include "editor/rtf/RtfWriter.h"
+
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+QString read(const char* rtf) {
+    return plainTextOfRtf(QString::fromUtf8(rtf)).value_or(QStringLiteral("(none)"));
+}
+
+}  // namespace
+
+TEST(RtfReader, TakesTheTextAndLeavesItsLooks) {
+    EXPECT_EQ(
+        read("{\\rtf1\\ansi{\\fonttbl{\\f0 Courier;}}{\\colortbl;\\red1\\green2\\blue3;}\\f0\\fs20 one {\\b two}}"),
+        QStringLiteral("one two"));
+    EXPECT_EQ(read("{\\rtf1{\\*\\generator someone;}{\\info{\\title none}}one}"), QStringLiteral("one"));
+    EXPECT_EQ(read("{\\rtf1 a{\\pict\\bin3 }}}}b}"), QStringLiteral("ab"));
+}
+
+TEST(RtfReader, EndsLinesAndParagraphs) {
+    EXPECT_EQ(read("{\\rtf1 a\\par\r\nb\\line c\\\nd\r\ne}"), QStringLiteral("a\nb\nc\nde"));
+    EXPECT_EQ(read("{\\rtf1 a\\tab b\\pard c}"), QStringLiteral("a\tbc"));
+}
+
+TEST(RtfReader, KnowsCharacters) {
+    EXPECT_EQ(read("{\\rtf1 \\'e4\\'80\\{\\}\\\\\\~x}"), QString::fromUtf8("ä€{}\\\u00A0x"));
+    EXPECT_EQ(read("{\\rtf1\\uc1 \\u228?\\u-10179?\\u-8704?}"), QString::fromUtf8("ä😀"));
+    EXPECT_EQ(read("{\\rtf1\\uc2\\u228 ab{\\uc0\\u228}x}"), QString::fromUtf8("ääx"));
+    EXPECT_EQ(read("{\\rtf1\\u228\\'e4b}"), QString::fromUtf8("äb"));
+    EXPECT_EQ(read("{\\rtf1 \\emdash\\lquote x\\rquote}"), QString::fromUtf8("—‘x’"));
+    EXPECT_EQ(read("{\\rtf1 größe}"), QString::fromUtf8("größe"));
+}
+
+TEST(RtfReader, GivesNothingForWhatIsNoneOrBreaksOff) {
+    for (const char* bad :
+         {"", "one", "{one}", "{\\rtf1 one", "{\\rtf1 one\\", "{\\rtf1 \\'g0}", "{\\rtf1 \\'e", "\\rtf1"})
+        EXPECT_FALSE(plainTextOfRtf(QString::fromUtf8(bad))) << bad;
+    EXPECT_FALSE(plainTextOfRtf(QStringLiteral("{\\rtf1") + QString(5000, u'{') + QString(5001, u'}')));
+    EXPECT_EQ(read("{\\rtf1 one} and more"), QStringLiteral("one"));
+}
+
+TEST(RtfReader, GetsBackWhatTheWriterWrote) {
+    std::mt19937 random(5);
+    static const char* const parts[] = {"a", " ", "\\", "{", "}", "\t", "ä", "漢", "😀", "\n", "1", "-", "?", "'"};
+    for (int round = 0; round < 300; ++round) {
+        RtfWriter writer(QStringLiteral("Some Font"), 10);
+        QString text;
+        for (unsigned run = random() % 4; run > 0; --run) {
+            QString piece;
+            for (unsigned length = random() % 20; length > 0; --length)
+                piece += QString::fromUtf8(parts[random() % 14]);
+            writer.append(piece, {QColor(static_cast<int>(random() % 256), 0, 0), random() % 2 == 0, false});
+            text += piece;
+        }
+        ASSERT_EQ(plainTextOfRtf(QString::fromLatin1(writer.finished())), text) << round;
+    }
+}
+
+TEST(RtfReader, SurvivesAnyTextBehindItsBeginning) {
+    std::mt19937 random(6);
+    static const char* const parts[] = {"\\",          "{", "}", "u",  "bin", "-",  "9",
+                                        "99999999999", "'", "*", "uc", " ",   "par"};
+    int read = 0;
+    for (int round = 0; round < 3000; ++round) {
+        QString rtf = QStringLiteral("{\\rtf1");
+        for (unsigned length = random() % 30; length > 0; --length)
+            rtf += QLatin1String(parts[random() % 13]);
+        read += plainTextOfRtf(rtf) ? 1 : 0;
+    }
+    EXPECT_GT(read, 0);
+    EXPECT_LT(read, 3000);
+}
+
+TEST(RtfReader, GivesTheControlItsText) {
+    CodeMax control;
+    QSignalSpy failures(&control, &CodeMax::CommandFailed);
+    QSignalSpy changes(&control, &CodeMax::Change);
+    control.convertLineEnds(CodeMax::SC_EOL_CRLF);
+    EXPECT_TRUE(control.setTextRTF(QStringLiteral("{\\rtf1 one\\par two}")));
+    EXPECT_EQ(control.Text(), QStringLiteral("one\r\ntwo"));
+    EXPECT_EQ(changes.count(), 1);
+    control.setSelection(0, 3);
+    EXPECT_TRUE(control.setSelRTF(QStringLiteral("{\\rtf1 1}")));
+    EXPECT_EQ(control.Text(), QStringLiteral("1\r\ntwo"));
+    EXPECT_EQ(failures.count(), 0);
+    EXPECT_FALSE(control.setTextRTF(QStringLiteral("two")));
+    EXPECT_FALSE(control.setSelRTF(QStringLiteral("two")));
+    EXPECT_EQ(control.Text(), QStringLiteral("1\r\ntwo"));
+    EXPECT_EQ(failures.count(), 2);
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("one\r\ntwo"));
+}

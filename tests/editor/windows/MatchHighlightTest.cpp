@@ -1,0 +1,176 @@
+#include "editor/control/CodeMax.h"
+#include "editor/windows/MatchHighlight.h"
+#include "editor/windows/SearchWindows.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+struct Highlight : testing::Test {
+    CodeMax control;
+    std::unique_ptr<MatchHighlight::Hold> window;
+
+    MatchHighlight& highlight() { return MatchHighlight::of(control); }
+
+    void hold(const QString& text) {
+        control.resize(500, 300);
+        control.show();
+        control.setText(text);
+        window = std::make_unique<MatchHighlight::Hold>(control);
+    }
+    void look(const char* text) {
+        control.setSearchText(QString::fromUtf8(text));
+        highlight().refresh();
+    }
+    bool marked(qint64 byte) const {
+        return control.SendScintilla(QsciScintillaBase::SCI_INDICATORVALUEAT,
+                                     static_cast<unsigned long>(QsciScintillaBase::INDIC_CONTAINER),
+                                     static_cast<long>(byte)) != 0;
+    }
+    std::string marks(qint64 from, qint64 to) const {
+        std::string row;
+        for (qint64 byte = from; byte < to; ++byte)
+            row += marked(byte) ? '#' : '.';
+        return row;
+    }
+};
+
+}  // namespace
+
+TEST_F(Highlight, MarksAllMatchesInSight) {
+    hold(QStringLiteral("one two one"));
+    look("one");
+    EXPECT_EQ(marks(0, 11), "###.....###");
+    look("two");
+    EXPECT_EQ(marks(0, 11), "....###....");
+    look("");
+    EXPECT_EQ(marks(0, 11), "...........");
+    look("one");
+    window.reset();
+    EXPECT_EQ(marks(0, 11), "...........");
+}
+
+TEST_F(Highlight, FollowsTheFlagsAndEdits) {
+    hold(QStringLiteral("one ONE"));
+    look("one");
+    EXPECT_EQ(marks(0, 7), "###.###");
+    control.setSearchCaseSensitive(true);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 7), "###....");
+    control.setSelection(0, 1);
+    control.setSelText(QString());
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 6), "......");
+}
+
+TEST_F(Highlight, LeavesAloneWhatIsOutOfSight) {
+    hold(QStringLiteral("a\n").repeated(100'000));
+    look("a");
+    EXPECT_TRUE(marked(0));
+    EXPECT_FALSE(marked(199'998));
+    control.runCommand(QsciScintillaBase::SCI_DOCUMENTEND);
+    highlight().refresh();
+    EXPECT_FALSE(marked(0));
+    EXPECT_TRUE(marked(199'998));
+}
+
+TEST_F(Highlight, TakesNoEmptyMatchesAndNoInvalidExpression) {
+    hold(QStringLiteral("a\nb"));
+    control.setSearchRegExp(true);
+    look("^");
+    EXPECT_EQ(marks(0, 3), "...");
+    look("(");
+    EXPECT_EQ(marks(0, 3), "...");
+}
+
+TEST_F(Highlight, RunsAcrossTheJointsOfALongLine) {
+    hold(QStringLiteral("x").repeated(200'000));
+    look("x+");
+    control.setSearchRegExp(true);
+    highlight().refresh();
+    EXPECT_TRUE(marked(0));
+    EXPECT_TRUE(marked(5000));
+}
+
+TEST_F(Highlight, ComesAndGoesWithTheBar) {
+    hold(QStringLiteral("one two one"));
+    window.reset();
+    SearchWindows::openIncremental(control, false);
+    auto* field = control.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
+    QTest::keyClicks(field, QStringLiteral("o"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return marked(8); }));
+    EXPECT_EQ(marks(0, 11), "#.....#.#..");
+    QTest::keyClick(field, Qt::Key_Escape);
+    EXPECT_EQ(marks(0, 11), "...........");
+}
+
+TEST_F(Highlight, StaysAsLongAsOneOfTwoWindowsIsOpen) {
+    hold(QStringLiteral("one two one"));
+    auto second = std::make_unique<MatchHighlight::Hold>(control);
+    look("one");
+    second.reset();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+    window.reset();
+    EXPECT_EQ(marks(0, 11), "...........");
+}
+
+TEST_F(Highlight, OfTheFindDialogOutlivesTheBar) {
+    hold(QStringLiteral("one two one"));
+    window.reset();
+    SearchWindows::openFind(control);
+    SearchWindows::openIncremental(control, false);
+    auto* field = control.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
+    QTest::keyClicks(field, QStringLiteral("one"));
+    QTest::keyClick(field, Qt::Key_Escape);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+}
+
+TEST_F(Highlight, OfASearchWithoutAWindowStaysUntilEscape) {
+    hold(QStringLiteral("one two one"));
+    window.reset();
+    control.setSearchText(QStringLiteral("one"));
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "...........");
+    control.ExecuteCmd(176);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+    QTest::keyClick(&control, Qt::Key_Right);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+    QTest::keyClick(&control, Qt::Key_Escape);
+    EXPECT_EQ(marks(0, 11), "...........");
+    control.ExecuteCmd(174);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "###.....###");
+}
+
+TEST_F(Highlight, OfASearchEndsWithAnotherText) {
+    hold(QStringLiteral("one two one"));
+    window.reset();
+    control.setSearchText(QStringLiteral("one"));
+    control.ExecuteCmd(176);
+    highlight().refresh();
+    control.setSearchText(QStringLiteral("two"));
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "...........");
+    control.ExecuteCmd(176);
+    highlight().refresh();
+    EXPECT_EQ(marks(0, 11), "....###....");
+}
+
+TEST_F(Highlight, HasTheColourOfThePalette) {
+    hold(QStringLiteral("one"));
+    QPalette palette = control.palette();
+    palette.setColor(QPalette::Highlight, QColor(1, 2, 3));
+    control.setPalette(palette);
+    EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_INDICGETFORE,
+                                    static_cast<unsigned long>(QsciScintillaBase::INDIC_CONTAINER)),
+              1 | 2 << 8 | 3 << 16);
+}

@@ -1,0 +1,91 @@
+#include "editor/control/CodeMax.h"
+#include "editor/windows/SearchRange.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Chosen : testing::Test {
+    CodeMax control;
+    SearchRange range{control};
+
+    Chosen() {
+        control.setText(QStringLiteral("one two three four"));
+        control.setSelection(4, 13);
+    }
+    std::pair<qint64, qint64> places() const {
+        const auto [from, to] = range.range().value_or(TextMatch{-1, -1});
+        return {from, to};
+    }
+    void insert(qint64 at, const char* text) {
+        control.setSelection(at, at);
+        control.setSelText(QString::fromUtf8(text));
+    }
+    void remove(qint64 from, qint64 to) {
+        control.SendScintilla(CodeMax::SCI_DELETERANGE, static_cast<unsigned long>(from), static_cast<long>(to - from));
+    }
+};
+
+using SearchRangeOfAControl = Chosen;
+using Places = std::pair<qint64, qint64>;
+
+}  // namespace
+
+TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
+    const SearchRange fresh(control);
+    EXPECT_FALSE(fresh.range());
+    EXPECT_EQ(places(), Places(4, 13));
+}
+
+TEST_F(SearchRangeOfAControl, IsWhatIsSelectedAnewButNoCaretAndNoMatch) {
+    control.setSelection(2, 2);
+    EXPECT_EQ(places(), Places(4, 13));
+    control.setSearchText(QStringLiteral("four"));
+    control.findNext();
+    EXPECT_EQ(control.SelText(), QStringLiteral("four"));
+    EXPECT_EQ(places(), Places(4, 13));
+    control.setSelection(8, 2);
+    EXPECT_EQ(places(), Places(2, 8));
+    control.findNext();
+    range.takeSelection();
+    EXPECT_EQ(places(), Places(14, 18));
+}
+
+TEST_F(SearchRangeOfAControl, GoesAlongWithEdits) {
+    insert(0, "ab");
+    EXPECT_EQ(places(), Places(6, 15));
+    insert(17, "ab");
+    EXPECT_EQ(places(), Places(6, 15));
+    insert(8, "ab");
+    EXPECT_EQ(places(), Places(6, 17));
+    remove(0, 2);
+    EXPECT_EQ(places(), Places(4, 15));
+    remove(2, 6);
+    EXPECT_EQ(places(), Places(2, 11));
+    remove(10, 13);
+    EXPECT_EQ(places(), Places(2, 10));
+    remove(0, 12);
+    EXPECT_EQ(places(), Places(0, 0));
+}
+
+TEST_F(SearchRangeOfAControl, HoldsWhatIsPutInAtItsEnds) {
+    insert(4, "a");
+    EXPECT_EQ(places(), Places(4, 14));
+    insert(14, "b");
+    EXPECT_EQ(places(), Places(4, 15));
+}
+
+TEST_F(SearchRangeOfAControl, EndsWithALoad) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("another text of some length");
+    file.close();
+    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    EXPECT_FALSE(range.range());
+    insert(0, "a");
+    EXPECT_FALSE(range.range());
+}

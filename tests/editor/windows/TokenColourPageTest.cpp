@@ -1,0 +1,119 @@
+#include "editor/control/CodeMax.h"
+#include "editor/language/TokenTheme.h"
+#include "editor/windows/ControlProperties.h"
+#include "editor/windows/TokenColourPage.h"
+#include "settings/registry/MemoryRegistry.h"
+
+#include <QCheckBox>
+#include <QColorDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class TokenColourPageTest : public testing::Test {
+ protected:
+    template <typename Widget>
+    Widget* part(const char* name) {
+        return page.findChild<Widget*>(QString::fromLatin1(name));
+    }
+    QListWidget& list() { return *part<QListWidget>("lstClasses"); }
+    void choose(TokenClass token) { list().setCurrentRow(static_cast<int>(token)); }
+    void pick(const QColor& colour) {
+        part<QPushButton>("cmdTokenColor")->click();
+        auto* dialog = page.findChild<QColorDialog*>();
+        ASSERT_NE(dialog, nullptr);
+        dialog->setCurrentColor(colour);
+        dialog->accept();
+        QCoreApplication::sendPostedEvents(dialog, QEvent::DeferredDelete);
+    }
+
+    MemoryRegistry registry;
+    TokenTheme theme{registry};
+    TokenColourPage page{theme, Qt::white};
+};
+
+}  // namespace
+
+TEST_F(TokenColourPageTest, ShowsEveryClassInItsLook) {
+    ASSERT_EQ(list().count(), TokenClasses::Count);
+    for (const TokenClasses::Row& row : TokenClasses::table()) {
+        const QListWidgetItem* item = list().item(static_cast<int>(row.token));
+        EXPECT_EQ(item->foreground().color(), QColor::fromRgb(row.onLight)) << row.name;
+        EXPECT_EQ(item->font().bold(), row.bold) << row.name;
+        EXPECT_EQ(item->font().italic(), row.italic) << row.name;
+        EXPECT_FALSE(item->data(Qt::AccessibleTextRole).toString().isEmpty()) << row.name;
+    }
+    EXPECT_EQ(list().palette().color(QPalette::Base), QColor(Qt::white));
+}
+
+TEST_F(TokenColourPageTest, AChosenColourActsWhenApplied) {
+    choose(TokenClass::String);
+    EXPECT_FALSE(part<QPushButton>("cmdTokenDefault")->isEnabled());
+    pick(QColor(0, 90, 0));
+    EXPECT_EQ(list().item(static_cast<int>(TokenClass::String))->foreground().color(), QColor(0, 90, 0));
+    EXPECT_EQ(part<QPushButton>("cmdTokenColor")->text(), QStringLiteral("Colo&r: #005A00"));
+    EXPECT_EQ(theme.looks(), TokenLooks());
+    page.apply();
+    EXPECT_EQ(theme.looks().ownColour(TokenLooks::Light, TokenClass::String), QColor(0, 90, 0));
+    EXPECT_FALSE(theme.looks().ownColour(TokenLooks::Dark, TokenClass::String).isValid());
+    part<QPushButton>("cmdTokenDefault")->click();
+    page.apply();
+    EXPECT_EQ(theme.looks(), TokenLooks());
+}
+
+TEST_F(TokenColourPageTest, BoldAndItalicAreOfTheChosenClass) {
+    choose(TokenClass::Keyword);
+    EXPECT_TRUE(part<QCheckBox>("chkTokenBold")->isChecked());
+    part<QCheckBox>("chkTokenBold")->click();
+    part<QCheckBox>("chkTokenItalic")->click();
+    choose(TokenClass::Text);
+    EXPECT_FALSE(part<QCheckBox>("chkTokenItalic")->isChecked());
+    page.apply();
+    EXPECT_FALSE(theme.looks().bold(TokenClass::Keyword));
+    EXPECT_TRUE(theme.looks().italic(TokenClass::Keyword));
+    EXPECT_FALSE(theme.looks().italic(TokenClass::Text));
+}
+
+TEST_F(TokenColourPageTest, AColourThatCouldNotBeReadIsToldToBeShownOtherwise) {
+    choose(TokenClass::Comment);
+    EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
+    pick(QColor(255, 255, 180));
+    EXPECT_TRUE(part<QLabel>("lblTokenNote")->text().startsWith(QStringLiteral("Shown as #")));
+    choose(TokenClass::Number);
+    EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
+}
+
+TEST_F(TokenColourPageTest, AllGoBackToTheThemeAtOnce) {
+    choose(TokenClass::Number);
+    pick(Qt::black);
+    choose(TokenClass::Type);
+    part<QCheckBox>("chkTokenItalic")->click();
+    part<QPushButton>("cmdTokenDefaultAll")->click();
+    EXPECT_FALSE(part<QCheckBox>("chkTokenItalic")->isChecked());
+    page.apply();
+    EXPECT_EQ(theme.looks(), TokenLooks());
+}
+
+TEST_F(TokenColourPageTest, ThePropertiesDialogHasItForAControlWithATheme) {
+    CodeMax control;
+    {
+        const ControlProperties plain(control);
+        EXPECT_EQ(plain.findChild<TokenColourPage*>(), nullptr);
+    }
+    control.setTheme(&theme);
+    ControlProperties dialog(control);
+    auto* tokens = dialog.findChild<TokenColourPage*>();
+    ASSERT_NE(tokens, nullptr);
+    EXPECT_GE(dialog.findChild<QTabWidget*>(QStringLiteral("tabPages"))->indexOf(tokens), 0);
+    tokens->findChild<QListWidget*>()->setCurrentRow(static_cast<int>(TokenClass::Error));
+    tokens->findChild<QCheckBox*>(QStringLiteral("chkTokenBold"))->click();
+    EXPECT_EQ(theme.looks(), TokenLooks());
+    dialog.accept();
+    EXPECT_TRUE(theme.looks().bold(TokenClass::Error));
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "editor/control/CodeMax.h"
+#include "editor/control/MacroRecorder.h"
+#include "keys/GlobalObject.h"
+#include "keys/HotKeys.h"
+#include "keys/MacroDialog.h"
+#include "keys/MacroStore.h"
+#include "keys/StrokeEdit.h"
+#include "settings/registry/MemoryRegistry.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+/// A control with hot keys and macros, and somebody at its keyboard.
+class MacroFixture : public testing::Test {
+ protected:
+    static constexpr int Record = 213;
+    using Steps = QList<MacroStep>;
+
+    MacroFixture() {
+        control.setGlobals(globals);
+        control.resize(600, 400);
+        control.show();
+        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard"));
+    }
+
+    static MacroStep command(int number, const QString& argument = {}) {
+        return {MacroStep::Kind::Command, number, argument};
+    }
+    static MacroStep text(const QString& typed) { return {MacroStep::Kind::Text, 0, typed}; }
+    static HotKey hotKey(int modifiers, char16_t code) { return {{modifiers, QString(QChar(code))}, {}}; }
+
+    void key(Qt::Key key, Qt::KeyboardModifiers held = {}) { QTest::keyClick(&control, key, held); }
+    void type(const char* typed) { QTest::keyClicks(&control, QString::fromUtf8(typed)); }
+    Steps recorded() { return globals.recorder().steps(); }
+    bool recording() { return globals.recorder().isRecording(); }
+    MacroDialog* dialog() { return control.findChild<MacroDialog*>(); }
+    template <typename Widget>
+    Widget& part(const char* name) {
+        return *dialog()->findChild<Widget*>(QString::fromLatin1(name));
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(&part<StrokeEdit>("txtHotKey"), key, held);
+    }
+    QString verdict() { return part<QLabel>("lblVerdict").text(); }
+    bool canKeep() { return part<QPushButton>("cmdKeep").isEnabled(); }
+    void keep() {
+        part<QPushButton>("cmdKeep").click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    /// Ends the recording and keeps it under that hot key.
+    void keepAs(Qt::Key hotKey, Qt::KeyboardModifiers held = Qt::ControlModifier | Qt::ShiftModifier) {
+        control.ExecuteCmd(Record);
+        ASSERT_NE(dialog(), nullptr);
+        press(hotKey, held);
+        ASSERT_TRUE(canKeep()) << verdict().toStdString();
+        keep();
+    }
+    void put(int n, const Steps& steps) { ASSERT_TRUE(store.setMacro(n - 1, Macro(steps))); }
+    void play(int n) { control.ExecuteCmd(Record + n); }
+    QString toldInABox() {
+        const auto* box = control.findChild<QMessageBox*>(QStringLiteral("ControlMessage"));
+        return box == nullptr ? QString() : box->text();
+    }
+
+    QTemporaryDir home;
+    MemoryRegistry registry;
+    HotKeys hotKeys{GlobalObject::defaultHotKeys()};
+    MacroStore store{registry, hotKeys, home.path()};
+    GlobalObject globals{registry, hotKeys, store};
+    CodeMax control;
+};

@@ -1,0 +1,293 @@
+#include "keys/HotKeys.h"
+#include "keys/MacroStore.h"
+#include "settings/registry/MemoryRegistry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+const HotKey CtrlM = {{HotKeyStroke::Ctrl, QStringLiteral("M")}, {}};
+
+Macro sample() {
+    Macro macro;
+    macro.addCommand(179, u"größe"_qs);
+    macro.addText(u"naïve 😀\n"_qs);
+    macro.addCommand(160);
+    return macro;
+}
+
+Macro longer() {
+    Macro macro = sample();
+    macro.addText(QString(500, u'x'));
+    return macro;
+}
+
+class MacroStoreTest : public testing::Test {
+ protected:
+    QString file(const QString& name) const { return home.filePath(QStringLiteral("macros/") + name); }
+    static QByteArray bytesOf(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    void put(const QString& name, const QByteArray& bytes) {
+        QDir().mkpath(home.filePath(QStringLiteral("macros")));
+        QFile written(file(name));
+        ASSERT_TRUE(written.open(QIODevice::WriteOnly));
+        ASSERT_EQ(written.write(bytes), bytes.size());
+    }
+    MacroStore another() { return {registry, hotKeys, home.path()}; }
+
+    QTemporaryDir home;
+    MemoryRegistry registry;
+    HotKeys hotKeys;
+    Settings settings{registry};
+    MacroStore store{registry, hotKeys, home.path()};
+};
+
+}  // namespace
+
+TEST(Macro, ItsBytesGiveItBack) {
+    EXPECT_EQ(Macro::fromBytes(sample().toBytes()), sample());
+    EXPECT_EQ(Macro::fromBytes(longer().toBytes()), longer());
+}
+
+TEST(Macro, TypedTextThatFollowsGoesOn) {
+    Macro macro;
+    macro.addText(u"a"_qs);
+    macro.addText({});
+    macro.addText(u"b"_qs);
+    macro.addCommand(100);
+    macro.addText(u"c"_qs);
+    ASSERT_EQ(macro.steps().size(), 3);
+    EXPECT_EQ(macro.steps()[0].text, u"ab"_qs);
+    EXPECT_EQ(macro.steps()[2].text, u"c"_qs);
+}
+
+TEST(Macro, AMarkAtTheStartOfATextStays) {
+    Macro macro;
+    macro.addText(QString(QChar(0xFEFF)) + u'x');
+    EXPECT_EQ(Macro::fromBytes(macro.toBytes()), macro);
+}
+
+TEST(Macro, AnEmptyOneHasNoBytes) {
+    EXPECT_TRUE(Macro().toBytes().isEmpty());
+    EXPECT_FALSE(Macro::fromBytes({}).has_value());
+}
+
+TEST(Macro, WhatStandsBehindItIsLeftAlone) {
+    EXPECT_EQ(Macro::fromBytes(sample().toBytes() + longer().toBytes()), sample());
+}
+
+TEST(Macro, CutAnywhereItIsNone) {
+    const QByteArray bytes = sample().toBytes();
+    for (qsizetype length = 0; length < bytes.size(); ++length)
+        EXPECT_FALSE(Macro::fromBytes(bytes.left(length)).has_value()) << length;
+}
+
+TEST(Macro, WithAnyByteChangedItIsNone) {
+    for (qsizetype at = 0; at < sample().toBytes().size(); ++at) {
+        QByteArray bytes = sample().toBytes();
+        bytes[at] = static_cast<char>(bytes[at] ^ 1);
+        EXPECT_FALSE(Macro::fromBytes(bytes).has_value()) << at;
+    }
+}
+
+TEST(Macro, StepsWithAnUnknownKindOrUnsoundTextAreNone) {
+    EXPECT_FALSE(Macro::fromSteps(QByteArray("\3\0\0\0\0", 5)).has_value());
+    EXPECT_FALSE(Macro::fromSteps(QByteArray("\2\1\0\0\0\xFF", 6)).has_value());
+    EXPECT_FALSE(Macro::fromSteps(QByteArray("\2\xFF\xFF\xFF\xFFx", 6)).has_value());
+    EXPECT_TRUE(Macro::fromSteps(QByteArray("\2\1\0\0\0x", 6)).has_value());
+}
+
+TEST(Macro, MoreThanSixteenMegabytesAreNone) {
+    QByteArray bytes = sample().toBytes();
+    bytes.resize(Macro::MostBytes);
+    EXPECT_TRUE(Macro::fromBytes(bytes).has_value());
+    bytes.resize(Macro::MostBytes + 1);
+    EXPECT_FALSE(Macro::fromBytes(bytes).has_value());
+}
+
+TEST_F(MacroStoreTest, AnEmptyStoreMakesTheFolderAndNoFile) {
+    store.SaveMacros();
+    const QDir folder(home.filePath(u"macros"_qs));
+    EXPECT_TRUE(folder.exists());
+    EXPECT_TRUE(folder.isEmpty());
+    EXPECT_FALSE(store.SaveMacroFile(file(u"0.dem"_qs), 0));
+}
+
+TEST_F(MacroStoreTest, AllTenComeBack) {
+    for (int index = 0; index < 10; ++index) {
+        Macro macro;
+        macro.addCommand(100 + index);
+        ASSERT_TRUE(store.setMacro(index, macro));
+    }
+    store.SaveMacros();
+    MacroStore loaded = another();
+    loaded.LoadMacros();
+    for (int index = 0; index < 10; ++index) {
+        ASSERT_TRUE(loaded.macro(index).has_value()) << index;
+        EXPECT_EQ(loaded.macro(index)->steps()[0].command, 100 + index);
+    }
+}
+
+TEST_F(MacroStoreTest, IndicesOutsideAreRefused) {
+    for (const int index : {-1, 10}) {
+        EXPECT_FALSE(store.setMacro(index, sample()));
+        EXPECT_FALSE(store.macro(index).has_value());
+        EXPECT_FALSE(store.SaveMacroFile(file(u"x.dem"_qs), index));
+        EXPECT_FALSE(store.LoadMacroFile(file(u"x.dem"_qs), index));
+    }
+}
+
+TEST_F(MacroStoreTest, AShorterOneKeepsTheTailOfTheLongerInItsFileAndInTheNextStart) {
+    store.setMacro(3, longer());
+    store.SaveMacros();
+    const QByteArray before = bytesOf(file(u"3.dem"_qs));
+    store.setMacro(3, sample());
+    store.SaveMacros();
+    const QByteArray after = bytesOf(file(u"3.dem"_qs));
+    const QByteArray head = sample().toBytes();
+    EXPECT_EQ(after, head + before.sliced(head.size()));
+
+    MacroStore loaded = another();
+    loaded.LoadMacros();
+    EXPECT_EQ(loaded.macro(3), sample());
+    QFile::remove(file(u"3.dem"_qs));
+    EXPECT_TRUE(loaded.SaveMacroFile(file(u"3.dem"_qs), 3));
+    EXPECT_EQ(bytesOf(file(u"3.dem"_qs)), after);
+}
+
+TEST_F(MacroStoreTest, AnEmptiedOneLeavesItsFile) {
+    store.setMacro(0, sample());
+    store.SaveMacros();
+    store.setMacro(0, {});
+    store.SaveMacros();
+    EXPECT_EQ(bytesOf(file(u"0.dem"_qs)), sample().toBytes());
+}
+
+TEST_F(MacroStoreTest, ForeignBytesPlayNothingAndAreKept) {
+    put(u"2.dem"_qs, "something else");
+    store.LoadMacros();
+    EXPECT_FALSE(store.macro(2).has_value());
+    store.SaveMacros();
+    EXPECT_EQ(bytesOf(file(u"2.dem"_qs)), "something else");
+}
+
+TEST_F(MacroStoreTest, AFileThatIsTooLongPlaysNothingAndStopsNothing) {
+    put(u"0.dem"_qs, sample().toBytes());
+    ASSERT_TRUE(QFile::resize(file(u"0.dem"_qs), Macro::MostBytes + 1));
+    put(u"1.dem"_qs, sample().toBytes());
+    store.LoadMacros();
+    EXPECT_FALSE(store.macro(0).has_value());
+    EXPECT_EQ(store.macro(1), sample());
+    store.SaveMacros();
+    EXPECT_EQ(QFileInfo(file(u"0.dem"_qs)).size(), Macro::MostBytes + 1);
+}
+
+TEST_F(MacroStoreTest, ANameThatIsNoNumberStopsTheLoading) {
+    put(u"1.dem"_qs, sample().toBytes());
+    put(u"2a.dem"_qs, sample().toBytes());
+    put(u"3.dem"_qs, sample().toBytes());
+    store.LoadMacros();
+    EXPECT_EQ(store.macro(1), sample());
+    EXPECT_FALSE(store.macro(3).has_value());
+}
+
+TEST_F(MacroStoreTest, AnIndexThatIsNotThereStopsTheLoading) {
+    put(u"1.dem"_qs, sample().toBytes());
+    put(u"10.dem"_qs, sample().toBytes());
+    put(u"2.dem"_qs, sample().toBytes());
+    store.LoadMacros();
+    EXPECT_EQ(store.macro(1), sample());
+    EXPECT_FALSE(store.macro(2).has_value());
+}
+
+TEST_F(MacroStoreTest, NamesAreTakenByTheirLastThreeCharactersAndWhatStandsBeforeTheFirstDot) {
+    put(u"4.old.dem"_qs, sample().toBytes());
+    put(u"5.xdem"_qs, sample().toBytes());
+    put(u"6.txt"_qs, sample().toBytes());
+    put(u"7.DEM"_qs, sample().toBytes());
+    store.LoadMacros();
+    EXPECT_EQ(store.macro(4), sample());
+    EXPECT_EQ(store.macro(5), sample());
+    EXPECT_FALSE(store.macro(6).has_value());
+    EXPECT_FALSE(store.macro(7).has_value());
+}
+
+TEST_F(MacroStoreTest, FoldersAndPipesOfThatNameAreNotLookedAt) {
+    QDir().mkpath(file(u"0.dem"_qs));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(file(u"1.dem"_qs)).constData(), 0600), 0);
+    put(u"2.dem"_qs, sample().toBytes());
+    store.LoadMacros();
+    EXPECT_EQ(store.macro(2), sample());
+    store.setMacro(0, sample());
+    store.setMacro(1, sample());
+    EXPECT_FALSE(store.SaveMacroFile(file(u"0.dem"_qs), 0));
+    EXPECT_FALSE(store.SaveMacroFile(file(u"1.dem"_qs), 1));
+}
+
+TEST_F(MacroStoreTest, AFileThatIsGoneIsNotLoaded) {
+    EXPECT_FALSE(store.LoadMacroFile(file(u"0.dem"_qs), 0));
+}
+
+TEST_F(MacroStoreTest, WithoutAFolderNothingIsLoadedOrMade) {
+    store.LoadMacros();
+    EXPECT_FALSE(QFileInfo::exists(home.filePath(u"macros"_qs)));
+}
+
+TEST_F(MacroStoreTest, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
+    store.setMacro(4, sample());
+    hotKeys.bind(218, CtrlM);
+    settings.write(u"5Display"_qs, u"1"_qs);
+    settings.write(u"5Desc"_qs, u"Fifth"_qs);
+    store.DeleteMacro(5);
+    EXPECT_EQ(hotKeys.HotKeyText(u"5"_qs), QString());
+    EXPECT_EQ(settings.PropertyValue(u"5Display"_qs, {}, false), u"0"_qs);
+    EXPECT_EQ(settings.PropertyValue(u"5Desc"_qs, u"none"_qs, false), u"none"_qs);
+
+    HotKeys savedKeys({{218, CtrlM}});
+    savedKeys.load(registry);
+    EXPECT_EQ(savedKeys.HotKeyText(u"5"_qs), QString());
+    MacroStore loaded = another();
+    loaded.LoadMacros();
+    EXPECT_EQ(loaded.macro(4), sample());
+}
+
+TEST_F(MacroStoreTest, DeletingASlotThatIsNotThereDoesNothing) {
+    hotKeys.bind(213, CtrlM);
+    store.DeleteMacro(0);
+    store.DeleteMacro(11);
+    EXPECT_EQ(hotKeys.hotKeysOf(213).size(), 1);
+    EXPECT_FALSE(QFileInfo::exists(home.filePath(u"macros"_qs)));
+}
+
+TEST_F(MacroStoreTest, AResetClearsAllHotKeysAndNames) {
+    for (int n = 1; n <= 10; ++n) {
+        hotKeys.bind(213 + n, {{HotKeyStroke::Ctrl, QString(QChar(111 + n))}, {}});
+        settings.write(QString::number(n) + u"Display"_qs, u"1"_qs);
+        settings.write(QString::number(n) + u"Desc"_qs, u"Name"_qs);
+    }
+    store.ResetHotKeys();
+    for (int n = 1; n <= 10; ++n) {
+        EXPECT_EQ(hotKeys.HotKeyText(QString::number(n)), QString());
+        EXPECT_EQ(settings.PropertyValue(QString::number(n) + u"Display"_qs, {}, false), u"0"_qs);
+        EXPECT_EQ(settings.PropertyValue(QString::number(n) + u"Desc"_qs, u"none"_qs, false), u"none"_qs);
+    }
+    EXPECT_TRUE(QFileInfo::exists(home.filePath(u"macros"_qs)));
+}
+
+TEST_F(MacroStoreTest, TheFirstSlotWithoutAHotKeyIsFree) {
+    EXPECT_EQ(store.freeSlot(), 1);
+    for (int n = 1; n <= 10; ++n) {
+        EXPECT_EQ(store.freeSlot(), n);
+        hotKeys.bind(213 + n, {{HotKeyStroke::Ctrl, QString(QChar(111 + n))}, {}});
+    }
+    EXPECT_FALSE(store.freeSlot().has_value());
+    hotKeys.remove({{HotKeyStroke::Ctrl, QString(QChar(114))}, {}});
+    EXPECT_EQ(store.freeSlot(), 3);
+}

@@ -1,0 +1,204 @@
+#include "settings/registry/MemoryRegistry.h"
+#include "settings/registry/RegistryData.h"
+#include "settings/registry/RegistryText.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+constexpr RegistryRoot Root = HKEY_CURRENT_USER;
+using RegistryText::KeyName;
+
+class RegistryTextTest : public testing::Test {
+ protected:
+    QString exported(RegistryStore& from) {
+        return RegistryText::exportKey(from, KeyName{Root, {}}).value_or(QString());
+    }
+
+    /// What comes out of a text that came out of the store must be the store.
+    void expectRoundTrip() {
+        const QString text = QString::fromUtf8(exported(store).toUtf8());
+        const RegistryText::Parsed parsed = RegistryText::parse(text);
+        ASSERT_EQ(parsed.line, 0) << qPrintable(parsed.problem) << "\n" << qPrintable(text);
+        MemoryRegistry copy;
+        ASSERT_EQ(RegistryText::import(copy, parsed.entries), RegistryCode::Ok);
+        expectSame(store, copy, QString());
+    }
+    void expectSame(RegistryStore& left, RegistryStore& right, const QString& path) {
+        QStringList names;
+        QStringList others;
+        left.valueNames(Root, path, names);
+        right.valueNames(Root, path, others);
+        ASSERT_EQ(names, others);
+        for (const QString& name : names) {
+            RegistryValue one;
+            RegistryValue other;
+            left.readValue(Root, path, name, one);
+            right.readValue(Root, path, name, other);
+            ASSERT_EQ(one, other) << qPrintable(path) << " " << qPrintable(name) << " type " << one.type;
+        }
+        left.subKeys(Root, path, names);
+        right.subKeys(Root, path, others);
+        ASSERT_EQ(names, others);
+        for (const QString& name : names) {
+            expectSame(left, right, path + u'/' + name);
+        }
+    }
+    void put(const QString& name, const RegistryValue& value) {
+        store.writeValue(Root, QStringLiteral("k"), name, value);
+    }
+    int lineOf(const char* text) { return RegistryText::parse(QString::fromUtf8(text)).line; }
+
+    MemoryRegistry store;
+};
+
+const QString Odd = QStringLiteral("a\\b\"c\n\r\t]=[;#@:,'ünïcödé 世界 😀\u2028\u00A0\uFEFF\u200E") +
+                    QChar(QChar::Null) + QStringLiteral("\x7F\x01 end ");
+
+}  // namespace
+
+TEST_F(RegistryTextTest, LooksAsThePersonExpects) {
+    store.createKey(Root, QStringLiteral("Software/Empty"));
+    const QString key = QStringLiteral("Software/Quillmark");
+    store.writeValue(Root, key, QString(), RegistryData::fromText(QStringLiteral("default")));
+    store.writeValue(Root, key, QStringLiteral("a"), RegistryData::fromText(QStringLiteral("Grüße\n\"x\"\\")));
+    store.writeValue(Root, key, QStringLiteral("b"), RegistryData::fromInteger(-42));
+    store.writeValue(Root, key, QStringLiteral("c"), {RegistryType::Binary, QByteArray("\0\xFF", 2)});
+    store.writeValue(Root, key, QStringLiteral("d"),
+                     RegistryData::fromTexts({QStringLiteral("x"), QStringLiteral("y z")}));
+    store.writeValue(Root, key, QStringLiteral("e"),
+                     RegistryData::fromText(QStringLiteral("%PATH%"), RegistryType::ExpandString));
+    store.writeValue(Root, key, QStringLiteral("f"), {RegistryType::IntegerBigEndian, QByteArray("\0\0\1\2", 4)});
+    store.writeValue(Root, key, QStringLiteral("g"), {11, QByteArray("\1", 1)});
+    EXPECT_EQ(RegistryText::exportKey(store, {Root, QStringLiteral("Software")}),
+              QStringLiteral("quillmark-registry 1\n"
+                             "\n[HKCU/Software]\n"
+                             "\n[HKCU/Software/Empty]\n"
+                             "\n[HKCU/Software/Quillmark]\n"
+                             "@ = string:\"default\"\n"
+                             "\"a\" = string:\"Grüße\\n\\\"x\\\"\\\\\"\n"
+                             "\"b\" = dword:-42\n"
+                             "\"c\" = binary:00 ff\n"
+                             "\"d\" = multi:\"x\",\"y z\"\n"
+                             "\"e\" = expand:\"%PATH%\"\n"
+                             "\"f\" = dword-be:258\n"
+                             "\"g\" = hex(11):01\n"));
+    expectRoundTrip();
+}
+
+TEST_F(RegistryTextTest, AMissingKeyGivesNoText) {
+    EXPECT_FALSE(RegistryText::exportKey(store, {Root, QStringLiteral("none")}));
+}
+
+TEST_F(RegistryTextTest, OddNamesAndTextsComeBack) {
+    store.writeValue(Root, Odd + u'/' + Odd, Odd, RegistryData::fromText(Odd));
+    store.createKey(Root, QStringLiteral(" blank /]/[x]"));
+    put(QStringLiteral("@"), RegistryData::fromText(QString()));
+    put(QString(), RegistryData::fromText(QStringLiteral("default")));
+    put(QStringLiteral("half"), RegistryData::fromText(QString(QChar(0xD800)) + u'x' + QChar(0xDC00)));
+    put(QStringLiteral("list"),
+        RegistryData::fromTexts({Odd.section(QChar(QChar::Null), 0, 0), QStringLiteral("\",\"")}));
+    expectRoundTrip();
+}
+
+TEST_F(RegistryTextTest, DataOfNoUsualFormComesBack) {
+    int number = 0;
+    for (const qint32 type : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 11, 1000}) {
+        for (const QByteArray& data :
+             {QByteArray(), QByteArray("\0", 1), QByteArray("\0\0", 2), QByteArray("a\0", 2), QByteArray("a\0\0\0", 4),
+              QByteArray("a\0\0", 3), QByteArray("\0\0\0\0", 4), QByteArray("\1\2\3\4\5", 5),
+              QByteArray("a\0\0\0\0\0\0\0", 8), QByteArray("\0\0a\0\0\0\0\0", 8), QByteArray("\x00\xD8\x00\x00", 4)}) {
+            put(QString::number(number++), {type, data});
+        }
+    }
+    expectRoundTrip();
+}
+
+TEST_F(RegistryTextTest, EveryCharacterComesBack) {
+    QString all;
+    for (char32_t character = 0; character < 0x11000; ++character) {
+        all += QChar::fromUcs4(character);
+    }
+    put(QStringLiteral("all"), RegistryData::fromText(all));
+    expectRoundTrip();
+}
+
+TEST_F(RegistryTextTest, ChanceComesBack) {
+    std::mt19937 chance(20260720);
+    const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
+    for (int i = 0; i < 500; ++i) {
+        QByteArray data;
+        for (int length = below(24); length > 0; --length) {
+            data.append(static_cast<char>(below(3) == 0 ? below(256) : 0));
+        }
+        put(QString::number(i), {below(13), data});
+    }
+    expectRoundTrip();
+}
+
+TEST_F(RegistryTextTest, ReadsWhatAPersonWrites) {
+    const RegistryText::Parsed parsed = RegistryText::parse(
+        QStringLiteral("\n# a remark\r\nquillmark-registry 1\r\n; another\r\n  [hkey_current_user/A/B]  \r\n"
+                       "  \"n\"=string: \"1\" \r\n@  =  dword:0xff\r\n\"h\" = hex(12): 00FF 1a\n\"e\" = multi:\n"));
+    ASSERT_EQ(parsed.line, 0) << qPrintable(parsed.problem);
+    ASSERT_EQ(RegistryText::import(store, parsed.entries), RegistryCode::Ok);
+    RegistryValue value;
+    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("n"), value);
+    EXPECT_EQ(value, RegistryData::fromText(QStringLiteral("1")));
+    store.readValue(Root, QStringLiteral("a/b"), QString(), value);
+    EXPECT_EQ(value, RegistryData::fromInteger(255));
+    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("h"), value);
+    EXPECT_EQ(value, (RegistryValue{12, QByteArray("\0\xFF\x1A", 3)}));
+    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("e"), value);
+    EXPECT_EQ(value, RegistryData::fromTexts({}));
+}
+
+TEST_F(RegistryTextTest, ALineThatIsNotUnderstoodIsNamed) {
+    EXPECT_EQ(lineOf("something else\n"), 1);
+    EXPECT_EQ(lineOf("\n\nquillmark-registry 2\n"), 3);
+    EXPECT_GT(lineOf(""), 0);
+    for (const char* line : {"[HKCU/a",
+                             "[HKXX/a]",
+                             "[]",
+                             "[HKCU/\\x]",
+                             "junk",
+                             "\"a\"",
+                             "\"a\" string:\"x\"",
+                             "\"a\" = string:x",
+                             "\"a\" = string:\"x",
+                             "\"a\" = string:\"x\"y",
+                             "\"a = string:\"x\"",
+                             "\"a\" = dword:",
+                             "\"a\" = dword:x",
+                             "\"a\" = dword:4294967296",
+                             "\"a\" = binary:0",
+                             "\"a\" = binary:zz",
+                             "\"a\" = hex(x):00",
+                             "\"a\" = hex(1:00",
+                             "\"a\" = multi:\"x\"\"y\"",
+                             "\"a\" = multi:\"x\",",
+                             "\"a\" = real:1",
+                             "\"a\" = ",
+                             "@ string:\"x\"",
+                             "\"\\u{110000}\" = dword:1",
+                             "\"\\u{12\" = dword:1",
+                             "\"\\u{}\" = dword:1",
+                             "\"\\q\" = dword:1"}) {
+        const QByteArray text = QByteArray("quillmark-registry 1\n[HKCU/a]\n") + line + "\n\"b\" = dword:1\n";
+        EXPECT_EQ(lineOf(text.constData()), 3) << line;
+        EXPECT_TRUE(RegistryText::parse(QString::fromUtf8(text)).entries.isEmpty());
+    }
+    EXPECT_EQ(lineOf("quillmark-registry 1\n\"a\" = dword:1\n"), 2) << "no key yet";
+}
+
+TEST_F(RegistryTextTest, KeysAreNamedByEitherNameOfTheirRoot) {
+    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("hkcr/.txt"))->root, HKEY_CLASSES_ROOT);
+    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("HKEY_LOCAL_MACHINE"))->root, HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("HKCU/a/b"))->path, QStringLiteral("a/b"));
+    EXPECT_FALSE(RegistryText::keyFromText(QStringLiteral("Software")));
+    EXPECT_FALSE(RegistryText::keyFromText(QString()));
+    EXPECT_EQ(RegistryText::keyToText({HKEY_LOCAL_MACHINE, QStringLiteral("a/b")}), QStringLiteral("HKLM/a/b"));
+    EXPECT_EQ(RegistryText::keyToText({HKEY_CLASSES_ROOT, {}}), QStringLiteral("HKCR"));
+}

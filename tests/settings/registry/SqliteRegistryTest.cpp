@@ -1,0 +1,477 @@
+#include "settings/registry/RegistryData.h"
+#include "settings/registry/SqliteRegistry.h"
+#include "settings/registry/modRegistry.h"
+#include "support/AnotherUser.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <functional>
+#include <memory>
+
+namespace {
+
+constexpr RegistryRoot Root = HKEY_CURRENT_USER;
+const QString Key = QStringLiteral("Software/Quillmark/general");
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+void putContent(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+class SqliteRegistryTest : public testing::Test {
+ protected:
+    QString write(RegistryStore& store, const QString& name, const QString& text) {
+        return SetRegString(store, Root, Key, name, text) ? QStringLiteral("written") : QStringLiteral("refused");
+    }
+    QString read(RegistryStore& store, const QString& name) { return GetRegString(store, Root, Key, name); }
+    QString damaged(int number) const { return m_path + QStringLiteral(".damaged-%1").arg(number); }
+
+    /// A store of many pages.
+    QByteArray filledStore() {
+        {
+            SqliteRegistry store(m_path);
+            store.runBatch([&] {
+                for (int i = 0; i < 500; ++i) {
+                    SetRegString(store, Root, Key, QString::number(i), QString(200, u'x'));
+                }
+                return RegistryCode::Ok;
+            });
+        }
+        return contentOf(m_path);
+    }
+
+    /// The start goes on with defaults, what was found stands aside unchanged, and the new store works.
+    void expectSetAside(SqliteRegistry& store, const QByteArray& found, int number = 1) {
+        EXPECT_EQ(read(store, QStringLiteral("1")), QString());
+        EXPECT_EQ(contentOf(damaged(number)), found);
+        EXPECT_FALSE(QFile::exists(m_path));
+        EXPECT_EQ(write(store, QStringLiteral("1")), QStringLiteral("written"));
+        SqliteRegistry later(m_path);
+        EXPECT_EQ(read(later, QStringLiteral("1")), QStringLiteral("new"));
+    }
+    QString write(RegistryStore& store, const QString& name) { return write(store, name, QStringLiteral("new")); }
+
+    /// Gives folder and file these rights, and lets everybody pass the private folders above them.
+    void setRights(mode_t folder, mode_t file) const {
+        ASSERT_EQ(::chmod(QFile::encodeName(m_path).constData(), file), 0);
+        ASSERT_EQ(::chmod(QFile::encodeName(m_folder).constData(), folder), 0);
+        for (QDir above(m_folder); !above.isRoot(); above.setPath(QFileInfo(above.path()).path())) {
+            struct stat status {};
+            const QByteArray name = QFile::encodeName(above.path());
+            ASSERT_EQ(::stat(name.constData(), &status), 0);
+            ASSERT_EQ(::chmod(name.constData(), status.st_mode | S_IXOTH), 0);
+        }
+    }
+
+    QTemporaryDir m_home;
+    QString m_folder = m_home.filePath(QStringLiteral("config/quillmark"));
+    QString m_path = m_folder + QStringLiteral("/registry.db");
+};
+
+class DamagedStore : public SqliteRegistryTest, public testing::WithParamInterface<QByteArray> {};
+
+}  // namespace
+
+TEST_F(SqliteRegistryTest, ReadingAndDeletingInAFirstStartLeaveNothingBehind) {
+    SqliteRegistry store(m_path);
+    QStringList names;
+    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(store.openKey(Root, Key), RegistryCode::NotFound);
+    EXPECT_EQ(store.subKeys(Root, Key, names), RegistryCode::NotFound);
+    EXPECT_FALSE(DeleteRegTree(store, Root, Key));
+    EXPECT_FALSE(DeleteRegValue(store, Root, Key, QStringLiteral("n")));
+    EXPECT_FALSE(WriteRegValue(store, Root, Key, QStringLiteral("n"), QString()));
+    EXPECT_TRUE(QDir(m_home.path()).isEmpty());
+}
+
+TEST_F(SqliteRegistryTest, TheFirstWriteMakesFolderAndFileForTheOwnerAlone) {
+    {
+        SqliteRegistry store(m_path);
+        EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    }
+    struct stat status {};
+    ASSERT_EQ(::stat(QFile::encodeName(m_path).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    ASSERT_EQ(::stat(QFile::encodeName(m_folder).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0700U);
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{QStringLiteral("registry.db")});
+}
+
+TEST_F(SqliteRegistryTest, WhatIsWrittenIsThereForTheNextProcess) {
+    {
+        SqliteRegistry store(m_path);
+        write(store, QStringLiteral("n"), QStringLiteral("ünï"));
+        store.createKey(HKEY_CLASSES_ROOT, QStringLiteral("Empty"));
+    }
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(read(store, QStringLiteral("N")), QStringLiteral("ünï"));
+    EXPECT_EQ(store.openKey(HKEY_CLASSES_ROOT, QStringLiteral("empty")), RegistryCode::Ok);
+}
+
+TEST_F(SqliteRegistryTest, TwoOpenStoresSeeEachOthersWrites) {
+    SqliteRegistry one(m_path);
+    SqliteRegistry two(m_path);
+    EXPECT_EQ(read(two, QStringLiteral("n")), QString());
+    write(one, QStringLiteral("n"), QStringLiteral("1"));
+    EXPECT_EQ(read(two, QStringLiteral("n")), QStringLiteral("1"));
+    write(two, QStringLiteral("n"), QStringLiteral("2"));
+    EXPECT_EQ(read(one, QStringLiteral("n")), QStringLiteral("2"));
+}
+
+TEST_F(SqliteRegistryTest, AStoreWhoseFileIsRemovedBeginsANewOne) {
+    SqliteRegistry store(m_path);
+    write(store, QStringLiteral("n"));
+    ASSERT_TRUE(QDir(m_folder).removeRecursively());
+    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(write(store, QStringLiteral("m")), QStringLiteral("written"));
+    SqliteRegistry later(m_path);
+    EXPECT_EQ(read(later, QStringLiteral("m")), QStringLiteral("new"));
+}
+
+TEST_F(SqliteRegistryTest, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites) {
+    putContent(m_home.filePath(QStringLiteral("config")), "a file in the way");
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(store.createKey(Root, Key), RegistryCode::AccessDenied);
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("refused"));
+    EXPECT_EQ(store.runBatch([] { return RegistryCode::Ok; }), RegistryCode::AccessDenied);
+    EXPECT_EQ(contentOf(m_home.filePath(QStringLiteral("config"))), QByteArray("a file in the way"));
+}
+
+TEST_F(SqliteRegistryTest, AStoreInAFolderThatCannotBeWrittenIsRead) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can act for two users";
+    }
+    {
+        SqliteRegistry store(m_path);
+        write(store, QStringLiteral("n"), QStringLiteral("1"));
+    }
+    setRights(0755, 0644);
+    EXPECT_TRUE(asSomebodyElse([this] {
+        SqliteRegistry store(m_path);
+        const bool readFirst = read(store, QStringLiteral("n")) == QLatin1String("1");
+        const bool refused = write(store, QStringLiteral("n"), QStringLiteral("2")) == QLatin1String("refused");
+        return readFirst && refused && read(store, QStringLiteral("n")) == QLatin1String("1");
+    }));
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{QStringLiteral("registry.db")});
+}
+
+TEST_F(SqliteRegistryTest, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only root can act for two users";
+    }
+    const QByteArray content = filledStore();
+    setRights(0755, 0600);
+    EXPECT_TRUE(asSomebodyElse([this] {
+        SqliteRegistry store(m_path);
+        return read(store, QStringLiteral("1")).isEmpty() &&
+               write(store, QStringLiteral("1")) == QLatin1String("refused");
+    }));
+    EXPECT_EQ(contentOf(m_path), content);
+}
+
+TEST_F(SqliteRegistryTest, AnEmptyFileIsAnEmptyStore) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    putContent(m_path, QByteArray());
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(read(store, QStringLiteral("n")), QStringLiteral("new"));
+    EXPECT_FALSE(QFile::exists(damaged(1)));
+}
+
+TEST_P(DamagedStore, IsSetAsideByTheFirstRead) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    putContent(m_path, GetParam());
+    SqliteRegistry store(m_path);
+    expectSetAside(store, GetParam());
+}
+
+TEST_P(DamagedStore, IsSetAsideByTheFirstWriteWhichIsNotLost) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    putContent(m_path, GetParam());
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(contentOf(damaged(1)), GetParam());
+    SqliteRegistry later(m_path);
+    EXPECT_EQ(read(later, QStringLiteral("n")), QStringLiteral("new"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Garbage, DamagedStore,
+                         testing::Values(QByteArray("xy"), QByteArray(15, 'x'), QByteArray("SQLite format 3"),
+                                         QByteArray("SQLite format 3\0", 16), QByteArray(99, '\0'),
+                                         QByteArray(100'000, '\xA5'), QByteArray("[general]\nShowFullPath=1\n")),
+                         [](const auto& each) { return "Case" + std::to_string(each.index); });
+
+TEST_F(SqliteRegistryTest, AStoreCutShortAnywhereIsSetAside) {
+    const QByteArray whole = filledStore();
+    ASSERT_GT(whole.size(), 40'000);
+    for (const qsizetype size :
+         {qsizetype(50), qsizetype(100), qsizetype(4000), qsizetype(4096), whole.size() / 2, whole.size() - 4097}) {
+        QFile::remove(m_path);
+        QFile::remove(damaged(1));
+        putContent(m_path, whole.first(size));
+        SqliteRegistry store(m_path);
+        expectSetAside(store, whole.first(size));
+    }
+}
+
+TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenLaterIsFoundByTheReadThatMeetsIt) {
+    QByteArray bytes = filledStore();
+    bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
+    putContent(m_path, bytes);
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(store.openKey(Root, QStringLiteral("Software")), RegistryCode::Ok) << "the first pages are whole";
+    expectSetAside(store, bytes);
+}
+
+TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenInAWriteDoesNotLoseTheWrite) {
+    QByteArray bytes = filledStore();
+    bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
+    putContent(m_path, bytes);
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(write(store, QStringLiteral("1")), QStringLiteral("written"));
+    EXPECT_EQ(read(store, QStringLiteral("1")), QStringLiteral("new"));
+    EXPECT_TRUE(QFile::exists(damaged(1)));
+}
+
+TEST_F(SqliteRegistryTest, ABatchThatMeetsABrokenPageRunsAgainOnTheNewStore) {
+    QByteArray bytes = filledStore();
+    bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
+    putContent(m_path, bytes);
+    SqliteRegistry store(m_path);
+    int runs = 0;
+    EXPECT_EQ(store.runBatch([&] {
+        ++runs;
+        write(store, QStringLiteral("1"));
+        write(store, QStringLiteral("2"));
+        return RegistryCode::Ok;
+    }),
+              RegistryCode::Ok);
+    EXPECT_EQ(runs, 2);
+    EXPECT_EQ(read(store, QStringLiteral("1")), QStringLiteral("new"));
+    EXPECT_EQ(read(store, QStringLiteral("2")), QStringLiteral("new"));
+}
+
+TEST_F(SqliteRegistryTest, TheTablesOfAnotherProgramAreSetAside) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    for (const char* sql :
+         {"CREATE TABLE bookmarks(url)", "CREATE TABLE registry_key(x); CREATE TABLE registry_value(y)",
+          "PRAGMA application_id = 0x516D5267; CREATE TABLE registry_key(x)",
+          "PRAGMA journal_mode = WAL; CREATE TABLE bookmarks(url)"}) {
+        QFile::remove(m_path);
+        QFile::remove(damaged(1));
+        sqlite3* other = nullptr;
+        ASSERT_EQ(sqlite3_open(QFile::encodeName(m_path).constData(), &other), SQLITE_OK);
+        ASSERT_EQ(sqlite3_exec(other, sql, nullptr, nullptr, nullptr), SQLITE_OK);
+        sqlite3_close(other);
+        const QByteArray found = contentOf(m_path);
+        ASSERT_TRUE(found.startsWith("SQLite format 3"));
+        SqliteRegistry store(m_path);
+        expectSetAside(store, found);
+    }
+}
+
+TEST_F(SqliteRegistryTest, EachDamagedFileGetsANumberOfItsOwn) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    for (int number = 1; number <= 3; ++number) {
+        QFile::remove(m_path);
+        const QByteArray garbage = "garbage " + QByteArray::number(number);
+        putContent(m_path, garbage);
+        SqliteRegistry store(m_path);
+        expectSetAside(store, garbage, number);
+    }
+    EXPECT_EQ(contentOf(damaged(1)), QByteArray("garbage 1"));
+}
+
+TEST_F(SqliteRegistryTest, WhatBelongsToADamagedFileIsNotPlayedIntoTheNewStore) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    putContent(m_path, "garbage");
+    putContent(m_path + QStringLiteral("-wal"), "log");
+    {
+        SqliteRegistry store(m_path);
+        expectSetAside(store, "garbage");
+    }
+    EXPECT_FALSE(QFile::exists(m_path + QStringLiteral("-wal")));
+    EXPECT_EQ(contentOf(damaged(1) + QStringLiteral("-wal")), QByteArray("log"));
+}
+
+TEST_F(SqliteRegistryTest, AFifoOrAFolderInThePlaceIsSetAsideAndNeverOpened) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_TRUE(QFileInfo::exists(damaged(1)));
+
+    ASSERT_TRUE(QFile::remove(m_path));
+    ASSERT_TRUE(QDir().mkdir(m_path));
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_TRUE(QFileInfo(damaged(2)).isDir());
+}
+
+TEST_F(SqliteRegistryTest, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
+    filledStore();
+    SqliteRegistry open(m_path);
+    EXPECT_EQ(read(open, QStringLiteral("1")), QString(200, u'x'));
+    // Another process finds damage, and begins anew.
+    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+        ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
+    }
+    SqliteRegistry fresh(m_path);
+    write(fresh, QStringLiteral("fresh"));
+    EXPECT_EQ(write(open, QStringLiteral("mine")), QStringLiteral("written"));
+    EXPECT_EQ(read(fresh, QStringLiteral("mine")), QStringLiteral("new"));
+    EXPECT_EQ(read(open, QStringLiteral("fresh")), QStringLiteral("new"));
+}
+
+TEST_F(SqliteRegistryTest, AStoreThatEndsAfterAnotherSetItAsideTakesNothingAlong) {
+    filledStore();
+    auto open = std::make_unique<SqliteRegistry>(m_path);
+    EXPECT_EQ(read(*open, QStringLiteral("1")), QString(200, u'x'));
+    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+        ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
+    }
+    SqliteRegistry fresh(m_path);
+    write(fresh, QStringLiteral("fresh"));
+    open.reset();
+    EXPECT_TRUE(QFile::exists(m_path + QStringLiteral("-wal")));
+    SqliteRegistry later(m_path);
+    EXPECT_EQ(read(later, QStringLiteral("fresh")), QStringLiteral("new"));
+}
+
+TEST_F(SqliteRegistryTest, ALinkToTheStoreIsFollowed) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    const QString target = m_home.filePath(QStringLiteral("dotfiles.db"));
+    ASSERT_TRUE(QFile::link(target, m_path));
+    SqliteRegistry store(m_path);
+    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_TRUE(QFileInfo(m_path).isSymLink());
+    EXPECT_TRUE(contentOf(target).startsWith("SQLite format 3"));
+}
+
+namespace {
+
+constexpr int Writers = 8;
+constexpr int ValuesEach = 1000;
+
+QString valueName(int writer, int number) {
+    return QStringLiteral("w%1-%2").arg(writer).arg(number);
+}
+
+/// Writes its values and acknowledges each by a byte in the pipe. Runs in a process of its own.
+[[noreturn]] void writeAll(const QString& path, int writer, int acknowledgements) {
+    SqliteRegistry store(path);
+    for (int number = 0; number < ValuesEach; ++number) {
+        const QString name = valueName(writer, number);
+        if (!SetRegString(store, Root, Key, name, name) || ::write(acknowledgements, "+", 1) != 1) {
+            ::_exit(1);
+        }
+    }
+    ::_exit(0);
+}
+
+struct Writer {
+    pid_t process = -1;
+    int acknowledgements = -1;
+    int acknowledged = 0;
+
+    /// Counts what has been acknowledged until there are `enough` or no more come.
+    void follow(int enough) {
+        char bytes[64];
+        while (acknowledged < enough) {
+            const ssize_t count = ::read(acknowledgements, bytes, sizeof bytes);
+            if (count <= 0) {
+                return;
+            }
+            acknowledged += static_cast<int>(count);
+        }
+    }
+};
+
+Writer startWriter(const QString& path, int number) {
+    int ends[2];
+    EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+    Writer writer;
+    writer.process = ::fork();
+    if (writer.process == 0) {
+        ::close(ends[0]);
+        writeAll(path, number, ends[1]);
+    }
+    ::close(ends[1]);
+    writer.acknowledgements = ends[0];
+    return writer;
+}
+
+}  // namespace
+
+TEST_F(SqliteRegistryTest, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
+    std::vector<Writer> writers;
+    writers.reserve(Writers);
+    for (int number = 0; number < Writers; ++number) {
+        writers.push_back(startWriter(m_path, number));
+    }
+    writers[0].follow(200);
+    ASSERT_EQ(::kill(writers[0].process, SIGKILL), 0);
+    for (Writer& writer : writers) {
+        writer.follow(ValuesEach + 1);
+        ::close(writer.acknowledgements);
+        int status = 0;
+        ASSERT_EQ(::waitpid(writer.process, &status, 0), writer.process);
+        const bool killed = &writer == &writers[0];
+        EXPECT_EQ(killed ? WIFSIGNALED(status) : WIFEXITED(status) && WEXITSTATUS(status) == 0, true);
+    }
+    EXPECT_GE(writers[0].acknowledged, 200);
+    EXPECT_LT(writers[0].acknowledged, ValuesEach) << "it was not killed in between";
+    SqliteRegistry store(m_path);
+    for (int number = 0; number < Writers; ++number) {
+        if (number > 0) {
+            EXPECT_EQ(writers[number].acknowledged, ValuesEach);
+        }
+        for (int value = 0; value < writers[number].acknowledged; ++value) {
+            ASSERT_EQ(read(store, valueName(number, value)), valueName(number, value));
+        }
+    }
+    EXPECT_FALSE(QFile::exists(damaged(1)));
+}
+
+TEST_F(SqliteRegistryTest, WritersThatFindADamagedStoreTogetherLoseNothing) {
+    ASSERT_TRUE(QDir().mkpath(m_folder));
+    putContent(m_path, QByteArray(10'000, '\x33'));
+    std::vector<Writer> writers;
+    writers.reserve(Writers);
+    for (int number = 0; number < 4; ++number) {
+        writers.push_back(startWriter(m_path, number));
+    }
+    for (Writer& writer : writers) {
+        writer.follow(ValuesEach + 1);
+        ::close(writer.acknowledgements);
+        int status = 0;
+        ::waitpid(writer.process, &status, 0);
+        EXPECT_EQ(writer.acknowledged, ValuesEach);
+    }
+    SqliteRegistry store(m_path);
+    for (int number = 0; number < 4; ++number) {
+        for (int value = 0; value < ValuesEach; ++value) {
+            ASSERT_EQ(read(store, valueName(number, value)), valueName(number, value));
+        }
+    }
+    EXPECT_TRUE(QFile::exists(damaged(1)));
+    EXPECT_FALSE(QFile::exists(damaged(2)));
+}

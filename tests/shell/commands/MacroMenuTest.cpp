@@ -1,0 +1,247 @@
+#include "keys/MacroDialog.h"
+#include "keys/MacroStore.h"
+#include "keys/StrokeEdit.h"
+#include "properties/frmMacro.h"
+#include "properties/ucMarco.h"
+#include "shell/FrameFixture.h"
+#include "shell/commands/MenuText.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+class MacrosOfTheFrame : public FrameFixture {
+ protected:
+    QStringList shownMacros() {
+        QStringList captions;
+        for (const QAction* action : parts().commands->menu("mnuMacro")->actions()) {
+            if (action->isVisible())
+                captions << MenuText::captionOf(*action);
+        }
+        return captions.mid(5);
+    }
+    QString statusText() { return parts().status->text(1); }
+    void keepUnder(Qt::Key key) {
+        auto* asked = control().findChild<MacroDialog*>();
+        ASSERT_NE(asked, nullptr);
+        QTest::keyClick(asked->findChild<StrokeEdit*>(), key, Qt::ControlModifier | Qt::ShiftModifier);
+        asked->findChild<QPushButton*>(QStringLiteral("cmdKeep"))->click();
+    }
+    void putMacro(int n, const QString& typed) {
+        Macro macro;
+        macro.addText(typed);
+        ASSERT_TRUE(globals().macros.setMacro(n - 1, macro));
+    }
+    QString macroFolder() const { return m_programFolder.filePath(QStringLiteral("macros")); }
+};
+
+TEST_F(MacrosOfTheFrame, ShowWithAHotKeyAndWhenWanted) {
+    bindMacro(1, u'Q');
+    bindMacro(3, u'W');
+    bindMacro(10, u'E');
+    set("1Display", "1");
+    set("2Display", "1");
+    set("3Display", "0");
+    set("10Display", "1");
+    set("10Desc", "Sort & go");
+    start();
+    EXPECT_EQ(shownMacros(), QStringList({QStringLiteral("Ctrl + Q"), QStringLiteral("Sort & go")}));
+    EXPECT_TRUE(slot("mnuExecMacro", 10)->isVisible());
+    globals().hotKeys.reset();
+    m_frame->UpdateMacroMenu();
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+    EXPECT_TRUE(entry("mnuMacroSep02")->isVisible());
+}
+
+TEST_F(MacrosOfTheFrame, WithAnEmptyNameAreCalledByTheirHotKey) {
+    bindMacro(1, u'Q');
+    set("1Display", "1");
+    set("1Desc", "");
+    start();
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Q")));
+}
+
+TEST_F(MacrosOfTheFrame, AreOrganizedInADialogThatTheMenuFollows) {
+    bindMacro(2, u'Q');
+    start();
+    QString title;
+    QStringList during;
+    QTimer::singleShot(0, m_frame.get(), [&] {
+        auto* form = m_frame->findChild<frmMacro*>();
+        title = form->windowTitle();
+        form->findChild<QCheckBox*>(QStringLiteral("chkDisplay"))->click();
+        during = shownMacros();
+        form->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("Mine"));
+        form->findChild<QPushButton*>(QStringLiteral("cmdClose"))->click();
+    });
+    run("mnuOrganizeMarco");
+    EXPECT_EQ(title, QStringLiteral("Organize Marco"));
+    EXPECT_EQ(during, QStringList(QStringLiteral("Ctrl + Q")));
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Mine")));
+    EXPECT_TRUE(QDir(macroFolder()).exists());
+}
+
+TEST_F(MacrosOfTheFrame, LoseTheirHotKeysAfterAQuestion) {
+    bindMacro(2, u'Q');
+    set("2Display", "1");
+    start();
+    m_prompts.answerNo();
+    run("mnuResetKey");
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Q")));
+    m_prompts.answerYes();
+    run("mnuResetKey");
+    EXPECT_EQ(m_prompts.questions.last(),
+              QStringLiteral("Reset all hot keys will delete all marcos, do you want to reset all hot keys ?"));
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+    EXPECT_EQ(globals().hotKeys, HotKeys(GlobalObject::defaultHotKeys()));
+}
+
+TEST_F(MacrosOfTheFrame, ArePlayedFromTheirEntries) {
+    bindMacro(4, u'Q');
+    set("4Display", "1");
+    start();
+    putMacro(4, QStringLiteral("abc"));
+    slot("mnuExecMacro", 4)->trigger();
+    EXPECT_EQ(control().Text(), QStringLiteral("abc"));
+}
+
+TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
+    start();
+    m_frame->NewDocument();
+    ASSERT_EQ(documents().size(), 2);
+    const frmDocument* other = documents().first() == active() ? documents().last() : documents().first();
+    QString typed;
+    for (int n = 1; n <= 10; ++n) {
+        putMacro(n, QString::number(n) + u' ');
+        slot("mnuExecMacro", n)->trigger();
+        typed += QString::number(n) + u' ';
+        EXPECT_EQ(control().Text(), typed) << n;
+    }
+    EXPECT_EQ(other->GetEditor()->control().Text(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, AnEntryWithoutAMacroDoesNothing) {
+    start();
+    type(QStringLiteral("text"));
+    putMacro(5, QStringLiteral("x"));
+    for (int n = 0; n <= 10; ++n) {
+        if (n != 5)
+            slot("mnuExecMacro", n)->trigger();
+    }
+    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
+TEST_F(MacrosOfTheFrame, ArePlayedByTheRepeatCountAndTakenBackAtOnce) {
+    start();
+    putMacro(10, QStringLiteral("ab"));
+    control().setRepeatCount(3);
+    slot("mnuExecMacro", 10)->trigger();
+    EXPECT_EQ(control().Text(), QStringLiteral("ababab"));
+    run("mnuEditUndo");
+    EXPECT_EQ(control().Text(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, AreNotPlayedInHexModeOrWithoutADocument) {
+    start();
+    open(fileOf("text"));
+    putMacro(1, QStringLiteral("x"));
+    run("mnuToggleHex");
+    ASSERT_FALSE(active()->TextEdit());
+    slot("mnuExecMacro", 1)->trigger();
+    run("mnuToggleHex");
+    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    run("mnuAllFileClose");
+    ASSERT_EQ(active(), nullptr);
+    slot("mnuExecMacro", 1)->trigger();
+    run("mnuRecordMarco");
+    EXPECT_FALSE(globals().control.recorder().isRecording());
+}
+
+TEST_F(MacrosOfTheFrame, ARecordingIsMarkedAndToldUntilItEnds) {
+    start();
+    run("mnuRecordMarco");
+    EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
+    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 0 step")));
+    type(QStringLiteral("a"));
+    control().ExecuteCmd(100);
+    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 2 step")));
+    EXPECT_FALSE(statusText().contains(QLatin1String("left out")));
+    control().setSelection(0, 0);
+    EXPECT_TRUE(statusText().contains(QLatin1String("left out")));
+    m_frame->SetDocumentEnv(active());
+    EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
+    run("mnuRecordMarco");
+    EXPECT_FALSE(entry("mnuRecordMarco")->isChecked());
+    EXPECT_EQ(statusText(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, ARecordedOneIsInTheMenuAsSoonAsItIsWantedThere) {
+    set("1Display", "0");
+    start();
+    run("mnuRecordMarco");
+    type(QStringLiteral("a"));
+    run("mnuRecordMarco");
+    keepUnder(Qt::Key_M);
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+    set("1Display", "1");
+    m_frame->UpdateMacroMenu();
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Shift + M")));
+}
+
+TEST_F(MacrosOfTheFrame, OneThatGetsItsNameWhenItIsKeptIsInTheMenuAtOnce) {
+    start();
+    run("mnuRecordMarco");
+    type(QStringLiteral("a"));
+    run("mnuRecordMarco");
+    auto* asked = control().findChild<MacroDialog*>();
+    ASSERT_NE(asked, nullptr);
+    asked->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("First"));
+    asked->findChild<QCheckBox*>(QStringLiteral("chkDisplay"))->click();
+    keepUnder(Qt::Key_M);
+    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("First")));
+}
+
+TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
+    start();
+    globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, QStringLiteral("K")}, {0, QStringLiteral("C")}});
+    QTest::keyClick(&control(), Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(statusText(), QStringLiteral("Ctrl + K: press the second key, or Esc to leave."));
+    QTest::keyClick(&control(), Qt::Key_Escape);
+    EXPECT_EQ(statusText(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
+    start();
+    run("mnuRecordMarco");
+    type(QStringLiteral("again"));
+    run("mnuRecordMarco");
+    keepUnder(Qt::Key_M);
+    m_prompts.answerNo();
+    m_frame->close();
+    EXPECT_TRUE(QFile::exists(macroFolder() + QLatin1String("/0.dem")));
+    m_frame.reset();
+    start();
+    QTest::keyClick(&control(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(control().Text(), QStringLiteral("again"));
+}
+
+TEST_F(MacrosOfTheFrame, TheHiddenEntrySavesThem) {
+    start();
+    putMacro(2, QStringLiteral("x"));
+    EXPECT_FALSE(entry("mnuSaveMarco")->isVisible());
+    run("mnuSaveMarco");
+    EXPECT_TRUE(QFile::exists(macroFolder() + QLatin1String("/1.dem")));
+}
+
+TEST_F(MacrosOfTheFrame, AHotKeyTakesF3AndItsLikeFromTheView) {
+    start();
+    putMacro(1, QStringLiteral("x"));
+    globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl | HotKeyStroke::Shift, QString(QChar(114))}, {}});
+    QTest::keyClick(&control(), Qt::Key_F3, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(control().Text(), QStringLiteral("x"));
+    EXPECT_TRUE(control().findChildren<QDialog*>().isEmpty());
+}

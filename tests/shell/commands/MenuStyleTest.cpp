@@ -1,0 +1,19 @@
+#include "shell/FrameFixture.h"
+#include "shell/commands/CommandTable.h"
+#include "widgets/MenuStyle.h"
+
+#include <QMenu>
+
+using MenuStyleOfTheFrame = FrameFixture;
+
+TEST_F(MenuStyleOfTheFrame, IsThatOfEveryMenu) {
+    start();
+    QList<const QMenu*> menus{m_frame->findChild<QMenu*>(QStringLiteral("Tab"))};
+    for (const CommandRow& row : commandTable()) {
+        if (const QMenu* menu = parts().commands->menu(row.name))
+            menus.append(menu);
+    }
+    EXPECT_GT(menus.size(), 10);
+    for (const QMenu* menu : menus)
+        EXPECT_NE(qobject_cast<MenuStyle*>(menu->style()), nullptr) << menu->objectName().toStdString();
+}

@@ -1,0 +1,205 @@
+#include "shell/FrameFixture.h"
+#include "shell/commands/LanguageMenu.h"
+
+using DocumentSave = FrameFixture;
+
+TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
+    start();
+    const QString file = fileOf("old");
+    open(file);
+    type(QStringLiteral("new "));
+    m_rooms.calls.clear();
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "new old");
+    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_FALSE(active()->isChange);
+    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("AddLRUFile ") + file));
+    EXPECT_EQ(parts().status->text(4), QStringLiteral("7"));
+}
+
+TEST_F(DocumentSave, AnUntitledDocumentAsksForItsName) {
+    start();
+    type(QStringLiteral("x"));
+    const QString file = path(QStringLiteral("new.txt"));
+    m_prompts.answerSavePath(file);
+    run("mnuFileSave");
+    EXPECT_EQ(m_prompts.fileDialogs.front().title, QStringLiteral("Save"));
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, QStringLiteral("Document1.txt"));
+    EXPECT_FALSE(m_prompts.fileDialogs.front().filters.isEmpty());
+    EXPECT_EQ(bytesOf(file), "x");
+    EXPECT_EQ(tabs(), QStringList(QStringLiteral("new.txt")));
+    EXPECT_EQ(active()->Caption(), file);
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(DocumentSave, ACancelledDialogSavesNothing) {
+    start();
+    type(QStringLiteral("x"));
+    m_rooms.calls.clear();
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSave");
+    EXPECT_TRUE(active()->isChange);
+    EXPECT_EQ(active()->filename, QString());
+    EXPECT_TRUE(m_rooms.calls.isEmpty());
+}
+
+TEST_F(DocumentSave, NoToOverwritingShowsTheDialogAgain) {
+    start();
+    type(QStringLiteral("x"));
+    const QString file = fileOf("old");
+    m_prompts.answerSavePath(file);
+    m_prompts.answerNo();
+    m_prompts.answerSavePath(file);
+    m_prompts.answerYes();
+    run("mnuFileSave");
+    const QString asked = file + QLatin1String(" already exist !\nOverwrite it ?");
+    EXPECT_EQ(m_prompts.questions, QStringList({asked, asked}));
+    EXPECT_EQ(m_prompts.fileDialogs.size(), 2U);
+    EXPECT_EQ(bytesOf(file), "x");
+}
+
+TEST_F(DocumentSave, EachEncodingHasItsTitleAndItsBytes) {
+    struct Case {
+        const char* command;
+        const char* title;
+        QByteArray bytes;
+    };
+    const Case cases[] = {{"mnuANSI", "Save (ANSI)", "\xFC"},
+                          {"mnuUTF8", "Save (UTF-8)", "\xEF\xBB\xBF\xC3\xBC"},
+                          {"mnuUnicode", "Save (Unicode)", QByteArray("\xFF\xFE\xFC\0", 4)},
+                          {"mnuNoBOM", "Save (No Byte Order Mark)", "\xC3\xBC"}};
+    start();
+    for (const Case& each : cases) {
+        run("mnuFileNew");
+        type(QStringLiteral("ü"));
+        const QString file = path(QString::fromLatin1(each.command));
+        m_prompts.answerSavePath(file);
+        run(each.command);
+        EXPECT_EQ(m_prompts.fileDialogs.back().title, QString::fromLatin1(each.title));
+        EXPECT_EQ(bytesOf(file), each.bytes) << each.command;
+        EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ü")) << each.command;
+        EXPECT_FALSE(active()->isChange);
+    }
+}
+
+TEST_F(DocumentSave, AnEncodingOfANamedDocumentRewritesItsFileAndDropsTheUndo) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(QStringLiteral("ü"));
+    run("mnuUTF8");
+    EXPECT_EQ(bytesOf(file),
+              "\xEF\xBB\xBF\xC3\xBC"
+              "a");
+    EXPECT_FALSE(control().CanUndo());
+    EXPECT_TRUE(m_prompts.fileDialogs.empty());
+}
+
+TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(QStringLiteral("漢"));
+    m_rooms.calls.clear();
+    run("mnuANSI");
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_EQ(bytesOf(file), "a");
+    EXPECT_TRUE(active()->isChange);
+    EXPECT_EQ(parts().tabs->image(0), 2);
+    EXPECT_TRUE(m_rooms.calls.isEmpty());
+}
+
+TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
+    start();
+    open(fileOf("a"));
+    const QString target = path(QStringLiteral("c.txt"));
+    m_prompts.answerSavePath(target);
+    run("mnuFileSaveAs");
+    EXPECT_EQ(m_prompts.fileDialogs.front().title, QStringLiteral("Save As"));
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, path(QStringLiteral("a.txt")));
+    EXPECT_EQ(active()->filename, target);
+    EXPECT_EQ(tabs(), QStringList(QStringLiteral("c.txt")));
+    EXPECT_EQ(bytesOf(target), "a");
+    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("AddLRUFile ") + target);
+}
+
+TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
+    m_shareFolder = shareFolder();
+    start();
+    open(fileOf("a", QStringLiteral("a.cpp")));
+    const QAction* code = languageEntry("C++");
+    const QAction* html = languageEntry("HTML");
+    ASSERT_TRUE(code->isChecked());
+    m_prompts.answerSavePath(path(QStringLiteral("b.html")));
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_TRUE(code->isChecked());
+    run("mnuFileSave");
+    EXPECT_TRUE(html->isChecked());
+    EXPECT_FALSE(code->isChecked());
+}
+
+TEST_F(DocumentSave, CaptionsCanBeNamesOnlyAfterEverySave) {
+    set("ShowFullPath", "0");
+    start();
+    m_prompts.answerSavePath(path(QStringLiteral("a.txt")));
+    run("mnuFileSave");
+    EXPECT_EQ(active()->Caption(), QStringLiteral("a.txt"));
+    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("a.txt")));
+    m_prompts.answerSavePath(path(QStringLiteral("b.txt")));
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->Caption(), QStringLiteral("b.txt"));
+    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("b.txt")));
+}
+
+TEST_F(DocumentSave, ACancelledSaveAsMovesNothing) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(QStringLiteral("x"));
+    const QString taken = fileOf("taken", QStringLiteral("taken.txt"));
+    m_prompts.answerSavePath(taken);
+    m_prompts.answerNo();
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_TRUE(active()->isChange);
+    EXPECT_EQ(bytesOf(taken), "taken");
+    EXPECT_EQ(bytesOf(file), "a");
+}
+
+TEST_F(DocumentSave, SaveAllTakesEveryTabAndReturnsToTheFirstChosen) {
+    start();
+    const QString first = fileOf("1", QStringLiteral("1.txt"));
+    open(first);
+    type(QStringLiteral("x"));
+    open(fileOf("2", QStringLiteral("2.txt")));
+    run("mnuReadonly");
+    run("mnuFileNew");
+    run("mnuFileNew");
+    strip().setCurrentIndex(1);
+    m_prompts.answerSavePath(path(QStringLiteral("3.txt")));
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSaveAll");
+    EXPECT_EQ(bytesOf(first), "x1");
+    EXPECT_EQ(m_prompts.messages,
+              QStringList(path(QStringLiteral("2.txt")) + QLatin1String(" is locked and will not be saved.")));
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, QStringLiteral("Document3.txt"));
+    EXPECT_EQ(bytesOf(path(QStringLiteral("3.txt"))), "");
+    EXPECT_EQ(strip().currentIndex(), 1);
+    EXPECT_EQ(active()->filename, path(QStringLiteral("2.txt")));
+}
+
+TEST_F(DocumentSave, AFailedSaveLeavesCaptionTabAndLists) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(QStringLiteral("x"));
+    m_rooms.calls.clear();
+    ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0400), 0);
+    run("mnuFileSave");
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_EQ(bytesOf(file), "a");
+    EXPECT_TRUE(active()->isChange);
+    EXPECT_TRUE(m_rooms.calls.isEmpty());
+}

@@ -1,0 +1,121 @@
+#include "shell/FrameFixture.h"
+#include "shell/bars/FindBar.h"
+#include "shell/documents/SystemClose.h"
+
+#include <QComboBox>
+#include <QDateTime>
+#include <QMenu>
+
+#include <stdexcept>
+
+/// What a call throws reaches neither the event loop nor the person.
+class FailingCalls : public FrameFixture {
+ protected:
+    void failInTheNextBox() {
+        m_prompts.whileShown([] { throw std::runtime_error("no box"); });
+    }
+};
+
+TEST_F(FailingCalls, OfMenuEntriesAndSlotsLeaveTheFrameStanding) {
+    start();
+    m_rooms.calls.clear();
+    m_rooms.fails = true;
+    run("mnuFileProperties");
+    run("mnuFindInFiles");
+    slot("mnuFavoriteProject", 1)->setData(QStringLiteral("/a.qmp"));
+    slot("mnuFavoriteProject", 1)->trigger();
+    EXPECT_EQ(m_rooms.calls, QStringList({QStringLiteral("ShowProperties"), QStringLiteral("ShowSearchInFiles "),
+                                          QStringLiteral("OpenProject /a.qmp")}));
+    EXPECT_TRUE(m_frame->isVisible());
+    EXPECT_EQ(tabs(), QStringList(QStringLiteral("Document1")));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(FailingCalls, OfADocumentLeaveTheFrameStanding) {
+    start();
+    parts().findBar->AddSearchKey(QStringLiteral("absent"), true);
+    auto* box = m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch"));
+    box->setEditText(QStringLiteral("absent"));
+    const std::function<void()> calls[] = {[&] { run("mnuFindNext"); }, [&] { button("FindPrev")->trigger(); },
+                                           [&] { QTest::keyClick(&control(), Qt::Key_F3); },
+                                           [&] { QTest::keyClick(box, Qt::Key_Return); }};
+    for (const auto& call : calls) {
+        m_prompts.messages.clear();
+        failInTheNextBox();
+        call();
+        EXPECT_EQ(m_prompts.messages.size(), 1);
+    }
+    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+}
+
+TEST_F(FailingCalls, OfTheFindBarStillKeepTheText) {
+    start();
+    auto* box = m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch"));
+    box->setEditText(QStringLiteral("absent"));
+    failInTheNextBox();
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_EQ(box->itemText(0), QStringLiteral("absent"));
+}
+
+TEST_F(FailingCalls, WhileAFileOpensDoNotKeepTheNextOneFromOpening) {
+    start();
+    m_rooms.fails = true;
+    open(fileOf("1", QStringLiteral("1.txt")));
+    EXPECT_FALSE(parts().systemClose->isGreyed());
+    open(fileOf("2", QStringLiteral("2.txt")));
+    EXPECT_EQ(tabs(), QStringList({QStringLiteral("1.txt"), QStringLiteral("2.txt")}));
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("2"));
+    EXPECT_TRUE(m_frame->close());
+}
+
+TEST_F(FailingCalls, OfTheTabMenuLeaveTheFrameStanding) {
+    start();
+    const QString file = fileOf("1");
+    open(file);
+    type(QStringLiteral("x"));
+    m_rooms.fails = true;
+    m_frame->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->trigger();
+    EXPECT_EQ(bytesOf(file), "x1");
+    EXPECT_EQ(parts().tabs->image(0), 1);
+}
+
+TEST_F(FailingCalls, OfOneDocumentDoNotKeepTheOthersFromBeingSaved) {
+    start();
+    const QString files[] = {fileOf("1", QStringLiteral("1.txt")), fileOf("2", QStringLiteral("2.txt"))};
+    for (const QString& file : files) {
+        open(file);
+        type(QStringLiteral("x"));
+    }
+    m_rooms.fails = true;
+    run("mnuFileSaveAll");
+    EXPECT_EQ(bytesOf(files[0]), "x1");
+    EXPECT_EQ(bytesOf(files[1]), "x2");
+    EXPECT_EQ(strip().currentIndex(), 1);
+}
+
+TEST_F(FailingCalls, OfTheQuestionWhetherToSaveStillCloseTheDocument) {
+    start();
+    type(QStringLiteral("x"));
+    failInTheNextBox();
+    run("mnuFileClose");
+    EXPECT_TRUE(documents().isEmpty());
+    EXPECT_EQ(strip().count(), 0);
+    EXPECT_TRUE(m_explorer.calls.contains(QStringLiteral("RemoveFile F1")));
+}
+
+TEST_F(FailingCalls, WhenTheApplicationComesBackLeaveTheNextCheckToRun) {
+    const QString file = fileOf("1");
+    start();
+    open(file);
+    QFile::remove(file);
+    failInTheNextBox();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("'%1' has been deleted!").arg(file)));
+    QFile again(fileOf("again"));
+    ASSERT_TRUE(again.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(again.setFileTime(QDateTime::fromSecsSinceEpoch(1'600'000'000), QFileDevice::FileModificationTime));
+    again.close();
+    m_prompts.answerYes();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("again"));
+}

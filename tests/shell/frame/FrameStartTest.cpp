@@ -1,0 +1,213 @@
+#include "shell/FrameFixture.h"
+#include "shell/bars/CoolBar.h"
+#include "shell/start/frmOpenCheck.h"
+
+#include <QAccessible>
+#include <QMenu>
+
+using FrameStart = FrameFixture;
+
+namespace {
+
+QStringList list(std::initializer_list<const char*> names) {
+    QStringList all;
+    for (const char* name : names)
+        all << QString::fromLatin1(name);
+    return all;
+}
+
+}  // namespace
+
+TEST_F(FrameStart, RunsItsStepsInTheirOrder) {
+    start();
+    EXPECT_EQ(m_steps, list({"putStatusPictures", "prepareMenuPictures", "loadOpenCheck",    "hookOpenCheck",
+                             "readFirstSettings", "createEditorGlobals", "loadMacroFiles",   "PropertiesLoad",
+                             "LoadOptions",       "loadLanguages",       "loadLists",        "setLoaded",
+                             "placeSearchBox",    "buildCoolBar",        "startNewDocument", "layOutPanels",
+                             "followCommandLine", "UpdateMacroMenu",     "restoreSession",   "markViewParts",
+                             "setCommandStates",  "makeTabMenu",         "setCaption"}));
+    EXPECT_TRUE(m_frame->isLoaded());
+}
+
+TEST_F(FrameStart, ShowsOneUntitledDocumentMaximised) {
+    start();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    EXPECT_EQ(active()->Caption(), QStringLiteral("Document1"));
+    EXPECT_TRUE(active()->isNew);
+    EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
+    EXPECT_EQ(tabs(), list({"Document1"}));
+    EXPECT_TRUE(m_frame->windowTitle().startsWith(QLatin1String("Quillmark")));
+    EXPECT_NE(QGuiApplication::overrideCursor() == nullptr, false);
+}
+
+TEST_F(FrameStart, WithoutANewDocumentThereIsNoTabAndNoCommandChanges) {
+    set("StartNewDocument", "0");
+    start();
+    EXPECT_TRUE(documents().isEmpty());
+    EXPECT_EQ(strip().count(), 0);
+    EXPECT_TRUE(entry("mnuFileSave")->isEnabled());
+    for (const char* name : {"mnuFileSave", "mnuFileSaveAs", "mnuANSI", "mnuFileSaveAll", "mnuFileClose",
+                             "mnuAllFileClose", "mnuFileCloseExcept", "mnuEditUndo", "mnuEditPaste", "mnuReadonly",
+                             "mnuToggleHex", "mnuWindowCascade", "mnuWindowTileVertical", "mnuWindowArrangeIcons"})
+        run(name);
+    EXPECT_FALSE(entry("mnuReadonly")->isChecked());
+    EXPECT_FALSE(entry("mnuToggleHex")->isChecked());
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(FrameStart, LeavesTheStoreEmpty) {
+    start();
+    QStringList names;
+    m_registry.subKeys(HKEY_CURRENT_USER, QString(), names);
+    EXPECT_TRUE(names.isEmpty());
+}
+
+TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
+    start();
+    EXPECT_FALSE(m_rooms.calls.contains(QStringLiteral("RestoreSession")));
+    set("LoadLastFiles", "1");
+    for (const char* tail : {"", "-d"}) {
+        m_rooms.calls.clear();
+        start(QString::fromLatin1(tail));
+        EXPECT_TRUE(m_rooms.calls.contains(QStringLiteral("RestoreSession"))) << tail;
+    }
+    for (const char* tail : {"\"\"", "/a;/b", "/p.qmp"}) {
+        m_rooms.calls.clear();
+        start(QString::fromLatin1(tail));
+        EXPECT_FALSE(m_rooms.calls.contains(QStringLiteral("RestoreSession"))) << tail;
+    }
+}
+
+TEST_F(FrameStart, HandsProjectsAndFoldersToTheirRooms) {
+    start(QStringLiteral("\"/p q.Qmp\""));
+    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("OpenProject /p q.Qmp"));
+    start(path(QString()));
+    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("ShowSearchInFiles ") + path(QString()));
+    start(QStringLiteral("a;b"));
+    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("ShowSearchInFiles a;b"));
+}
+
+TEST_F(FrameStart, AFileOfTheCommandLineTakesOverTheUntitledDocumentAMomentLater) {
+    const QString file = fileOf("one\r\ntwo", QStringLiteral("with blank.txt"));
+    start(u'"' + file + u'"');
+    EXPECT_EQ(tabs(), list({"Document1"}));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
+    EXPECT_EQ(tabs(), list({"with blank.txt"}));
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\r\ntwo"));
+    EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
+}
+
+TEST_F(FrameStart, AFileOfTheCommandLineWithoutALanguageHasTheDefaultOne) {
+    m_shareFolder = shareFolder();
+    const QString file = fileOf("one", QStringLiteral("notes.xyz"));
+    start(file);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_TRUE(languageEntry("HTML")->isChecked());
+    EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
+}
+
+TEST_F(FrameStart, AFileOfTheCommandLineHasTheLanguageOfItsName) {
+    m_shareFolder = shareFolder();
+    const QString file = fileOf("one", QStringLiteral("a.rs"));
+    start(file);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
+    EXPECT_EQ(active()->GetLang(), QStringLiteral("RUST"));
+    EXPECT_TRUE(languageEntry("RUST")->isChecked());
+}
+
+TEST_F(FrameStart, AFileThatIsNotThereIsToldByTheFrame) {
+    start(path(QStringLiteral("gone.txt")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
+    EXPECT_EQ(m_prompts.messages, QStringList(path(QStringLiteral("gone.txt")) + QLatin1String("\nFile not found!")));
+    EXPECT_EQ(tabs(), list({"Document1"}));
+}
+
+TEST_F(FrameStart, ATailOfAHundredThousandCharactersIsToldAsNotFound) {
+    start(u'/' + QString(99'999, u'x'));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
+    EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("x\nFile not found!")));
+}
+
+TEST_F(FrameStart, ANameThatIsNotUtf8IsToldAsNotFound) {
+    const QString replaced = path(QStringLiteral("\uFFFD"));
+    fileOf("x", QStringLiteral("\uFFFD"));
+    start(path(QString(QChar(0xDCFF))));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
+    EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("\nFile not found!")));
+    EXPECT_NE(active()->filename, replaced);
+}
+
+TEST_F(FrameStart, TheHiddenWindowBearsItsCaptionAndIsHookedUnlessAFurtherInstanceIsAskedFor) {
+    for (const bool hooked : {true, false}) {
+        start(hooked ? QString() : QStringLiteral("-d"));
+        frmOpenCheck* found = nullptr;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->windowTitle() == QLatin1String("QuillmarkOpen"))
+                found = qobject_cast<frmOpenCheck*>(widget);
+        }
+        ASSERT_NE(found, nullptr);
+        EXPECT_FALSE(found->isVisible());
+        EXPECT_EQ(found->isHooked(), hooked);
+        m_frame.reset();
+    }
+}
+
+TEST_F(FrameStart, MarksTheBandsAndTogglesThem) {
+    start();
+    auto* bar = m_frame->findChild<CoolBar*>(QStringLiteral("CoolBar1"));
+    ASSERT_NE(bar, nullptr);
+    EXPECT_TRUE(entry("mnuShowEditToolbar")->isChecked());
+    EXPECT_TRUE(entry("mnuShowFilesTab")->isChecked());
+    run("mnuShowEditToolbar");
+    EXPECT_FALSE(entry("mnuShowEditToolbar")->isChecked());
+    EXPECT_FALSE(m_frame->findChild<QWidget*>(QStringLiteral("tbToolBar"))->isVisible());
+    EXPECT_TRUE(bar->isVisible());
+    run("mnuShowFilesTab");
+    EXPECT_FALSE(bar->isVisible());
+    run("mnuShowEditToolbar");
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_FALSE(strip().isVisible());
+}
+
+TEST_F(FrameStart, PartsBearTheirNames) {
+    start();
+    for (const char* name :
+         {"TabStrip1", "CoolBar1", "tbToolBar", "tbToolBar.Save", "tbToolBar.ShowHex", "sbStatusBar", "sbStatusBar(1)",
+          "sbStatusBar(4)", "frmDocument", "mnuFile", "CoolBar1.Tool", "CoolBar1.Tab"})
+        EXPECT_NE(m_frame->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
+    EXPECT_NE(m_frame->findChild<QAction*>(QStringLiteral("mnuFileSaveAs")), nullptr);
+    EXPECT_NE(m_frame->findChild<QMenu*>(QStringLiteral("Tab")), nullptr);
+    EXPECT_EQ(m_frame->findChildren<QWidget*>(QStringLiteral("Tab")).size(), 1);
+    EXPECT_EQ(m_frame->objectName(), QStringLiteral("frmMain"));
+}
+
+TEST_F(FrameStart, WhateverTakesTheFocusHasANameForReaders) {
+    start();
+    int named = 0;
+    for (QWidget* widget : m_frame->findChildren<QWidget*>()) {
+        if (!widget->isVisible() || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy() != nullptr)
+            continue;
+        QAccessibleInterface* reader = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(reader, nullptr);
+        EXPECT_FALSE(reader->text(QAccessible::Name).isEmpty())
+            << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
+        ++named;
+    }
+    EXPECT_GT(named, 2);
+}
+
+TEST_F(FrameStart, PathsThatComeTogetherOpenInOneRoundInTheirOrder) {
+    start();
+    const QString first = fileOf("1", QStringLiteral("1.txt"));
+    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    m_frame->OpenFileFromCmd(u'"' + first + u'"');
+    m_frame->OpenFileFromCmd(path(QString()));
+    m_frame->OpenFileFromCmd(QString());
+    m_frame->OpenFileFromCmd(second);
+    m_frame->OpenFileFromCmd(first);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return documents().size() == 2 && active()->filename == first; }));
+    EXPECT_EQ(tabs(), list({"1.txt", "2.txt"}));
+    EXPECT_EQ(m_prompts.messages, QStringList(QLatin1String("Directory search : ") + path(QString())));
+}

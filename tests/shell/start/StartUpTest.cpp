@@ -1,0 +1,80 @@
+#include "shell/start/StartUp.h"
+
+#include <QStringList>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class NotedDuties : public StartDuties {
+ public:
+    bool previous = false;
+    bool takes = false;
+    QStringList calls;
+
+    void RegisterShellExtension() override { calls << QStringLiteral("register"); }
+    void UnregisterShellExtension() override { calls << QStringLiteral("unregister"); }
+    bool previousInstanceRuns() override {
+        calls << QStringLiteral("look");
+        return previous;
+    }
+    bool handOver(const QString& path) override {
+        calls << QStringLiteral("give ") + path;
+        return takes;
+    }
+    int runFrame() override {
+        calls << QStringLiteral("frame");
+        return 7;
+    }
+};
+
+class Main : public testing::Test {
+ protected:
+    int run(const char* tail) {
+        const CommandLine::Surroundings around{[](const QString& path) { return path == QLatin1String("/src"); },
+                                               QStringLiteral("/home/u")};
+        return runMain(QString::fromLatin1(tail), around, duties);
+    }
+
+    NotedDuties duties;
+};
+
+}  // namespace
+
+TEST_F(Main, RegistersAndEndsWithoutAFrame) {
+    EXPECT_EQ(run("-r"), 0);
+    EXPECT_EQ(duties.calls, QStringList({QStringLiteral("register")}));
+}
+
+TEST_F(Main, UnregistersAndEndsWithoutAFrame) {
+    EXPECT_EQ(run("-u"), 0);
+    EXPECT_EQ(duties.calls, QStringList({QStringLiteral("unregister")}));
+}
+
+TEST_F(Main, ADocumentGoesToTheRunningInstanceAndTheProcessEnds) {
+    duties.previous = true;
+    duties.takes = true;
+    EXPECT_EQ(run("\"x y.txt\""), 0);
+    EXPECT_EQ(duties.calls, QStringList({QStringLiteral("look"), QStringLiteral("give /home/u/x y.txt")}));
+}
+
+TEST_F(Main, ADocumentThatNobodyTakesOpensHere) {
+    duties.previous = true;
+    EXPECT_EQ(run("/x"), 7);
+    EXPECT_EQ(duties.calls, QStringList({QStringLiteral("look"), QStringLiteral("give /x"), QStringLiteral("frame")}));
+}
+
+TEST_F(Main, WithoutARunningInstanceTheFrameComesUp) {
+    EXPECT_EQ(run("-r "), 7);
+    EXPECT_EQ(duties.calls, QStringList({QStringLiteral("look"), QStringLiteral("frame")}));
+}
+
+TEST_F(Main, FoldersListsProjectsAndTheSwitchNeverLookForARunningInstance) {
+    duties.previous = true;
+    duties.takes = true;
+    for (const char* tail : {"", "  ", "-d", " -d ", "/src", "/a;/b", "/p.qmp", "\"\""}) {
+        duties.calls.clear();
+        EXPECT_EQ(run(tail), 7) << tail;
+        EXPECT_EQ(duties.calls, QStringList({QStringLiteral("frame")})) << tail;
+    }
+}
