@@ -5,7 +5,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "hex/bytes/HexFindState.h"
 #include "settings/Options.h"
 #include "settings/registry/MemoryRegistry.h"
@@ -69,7 +69,7 @@ Files& files() {
 }
 
 struct Shown {
-    CodeMax control;
+    TextControl control;
     Shown(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
         control.resize(1000, 700);
         control.setLineNumbering(true);
@@ -83,7 +83,7 @@ struct Shown {
 void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     const QString path = files().path(megabytes, lineEnd, word);
     for (auto _ : state) {
-        CodeMax control;
+        TextControl control;
         control.resize(1000, 700);
         control.OpenFile(path);
         benchmark::DoNotOptimize(control.grab());
@@ -150,7 +150,7 @@ QString unorderedLines(qint64 count) {
 
 /// Brings the text back before each round, which is not counted.
 template <typename Act>
-void onAllLines(benchmark::State& state, CodeMax& control, Act act) {
+void onAllLines(benchmark::State& state, TextControl& control, Act act) {
     control.setText(unorderedLines(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();

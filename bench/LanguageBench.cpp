@@ -2,7 +2,7 @@
 // next to the same without a language.
 // Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
 
@@ -53,7 +53,7 @@ const LanguageDefinition* languageOf(bool coloured) {
 }
 
 struct Shown {
-    CodeMax control;
+    TextControl control;
 
     Shown(qint64 megabytes, bool coloured) {
         control.resize(1000, 700);
@@ -89,7 +89,7 @@ void firstPicture(benchmark::State& state) {
     const QString path = fileOf(state.range(0));
     const LanguageDefinition* language = languageOf(state.range(1) != 0);
     for (auto _ : state) {
-        CodeMax control;
+        TextControl control;
         control.resize(1000, 700);
         control.OpenFile(path);
         control.setLanguage(language);

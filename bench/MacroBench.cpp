@@ -1,7 +1,7 @@
 // What a person waits for while a macro is played many times: fifty steps of typing, moving, selecting and deleting, on
 // a text of a thousand lines. Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
@@ -61,7 +61,7 @@ void play(benchmark::State& state) {
     macros.setMacro(Inner - 1, fiftySteps());
     for (auto _ : state) {
         state.PauseTiming();
-        CodeMax control;
+        TextControl control;
         control.setGlobals(globals);
         control.resize(800, 600);
         control.show();

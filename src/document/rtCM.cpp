@@ -3,7 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/NumberText.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "settings/Colour.h"
 #include "settings/Options.h"
 #include "text/lines/TextCounts.h"
@@ -31,9 +31,10 @@ QColor rowHighlightColour(const Options& options) {
 }
 
 /// The colour that nobody has chosen is made for light ground.
-CodeMax::HighlightColour highlightKind(const Options& options) {
+TextControl::HighlightColour highlightKind(const Options& options) {
     static const qint32 unchosen = Options().RowHighlightColor;
-    return options.RowHighlightColor == unchosen ? CodeMax::HighlightColour::Adapts : CodeMax::HighlightColour::AsItIs;
+    return options.RowHighlightColor == unchosen ? TextControl::HighlightColour::Adapts
+                                                 : TextControl::HighlightColour::AsItIs;
 }
 
 }  // namespace
@@ -44,9 +45,9 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       m_prompts(services.prompts),
       m_options(services.options),
       m_globals(services.globals),
-      m_control(new CodeMax(this)) {
+      m_control(new TextControl(this)) {
     setObjectName(QStringLiteral("rtCM1"));
-    m_control->setObjectName(QStringLiteral("CodeMax1"));
+    m_control->setObjectName(QStringLiteral("TextControl1"));
     m_control->setTheme(&services.globals.theme);
     m_control->setLineNumbering(true);
     m_control->setGlobals(m_globals.control);
@@ -62,17 +63,17 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
 rtCM::~rtCM() = default;
 
 void rtCM::connectControl() {
-    connect(m_control, &CodeMax::Change, this, [this] {
+    connect(m_control, &TextControl::Change, this, [this] {
         FileChanged = true;
         Q_EMIT Change();
     });
-    connect(m_control, &CodeMax::SelChange, this, [this] {
+    connect(m_control, &TextControl::SelChange, this, [this] {
         HighLightLine();
         Q_EMIT SelChange();
     });
-    connect(m_control, &CodeMax::ShowMenu, this, &rtCM::ShowMenu);
-    connect(m_control, &CodeMax::DropFile, this, &rtCM::DropFile);
-    connect(m_control, &CodeMax::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
+    connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
+    connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
     connectSearch();
 }
 

@@ -11,7 +11,7 @@
 
 #include <functional>
 
-class CodeMax;
+class TextControl;
 class KeptView;
 class Prompts;
 struct DocumentServices;
@@ -67,7 +67,7 @@ class rtCM : public QWidget, public DocumentView {
     bool ClickLeftMarginBookmark = true;
     bool gMyHighlight = false;
 
-    CodeMax& control() const { return *m_control; }
+    TextControl& control() const { return *m_control; }
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
     /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
@@ -295,7 +295,7 @@ class rtCM : public QWidget, public DocumentView {
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
-    CodeMax* m_control;
+    TextControl* m_control;
     QString m_language;  ///< upper case; empty without one
     qint64 m_lastHighlightLine = -1;
     bool m_findFailed = false;

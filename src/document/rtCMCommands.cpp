@@ -1,7 +1,7 @@
 // What the text view has its control do.
 
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Properties of the control that the text view hands on, and the colours of its elements.
 
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 namespace {
 
@@ -95,15 +95,15 @@ void rtCM::setLineNumberStart(qint64 number) {
 }
 
 QColor rtCM::BackColor() const {
-    return m_control->elementColour(CodeMax::BackgroundElement);
+    return m_control->elementColour(TextControl::BackgroundElement);
 }
 
 void rtCM::setBackColor(const QColor& pColor) {
-    m_control->setElementColour(CodeMax::BackgroundElement, pColor);
+    m_control->setElementColour(TextControl::BackgroundElement, pColor);
 }
 
 void rtCM::SetLeftMarginColor(const QColor& pColor) {
-    m_control->setElementColour(CodeMax::LeftMarginElement, pColor);
+    m_control->setElementColour(TextControl::LeftMarginElement, pColor);
 }
 
 void rtCM::SetActiveMargin(const QColor& pColor) {

@@ -2,9 +2,9 @@
 
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
+#include "editor/control/TextControl.h"
 #include "editor/control/Unrecorded.h"
 #include "editor/windows/SearchReport.h"
 #include "platform/Yield.h"
@@ -31,7 +31,7 @@ constexpr int textBeside = 25;
 /// gets from its start by itself. One that gives the selection back is none.
 class RecordedSearch {
  public:
-    RecordedSearch(CodeMax& control, int command)
+    RecordedSearch(TextControl& control, int command)
         : m_control(&control),
           m_command(command),
           m_steps(stepCount()),
@@ -54,7 +54,7 @@ class RecordedSearch {
         return recorder == nullptr ? 0 : recorder->steps().size();
     }
 
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
     int m_command;
     qsizetype m_steps;
     qint64 m_anchor;
@@ -64,7 +64,7 @@ class RecordedSearch {
 /// Keeps a control from being painted, so that a search that goes on from the other end shows nothing on its way.
 class PaintStop {
  public:
-    explicit PaintStop(CodeMax& control) : m_control(&control) { control.setUpdatesEnabled(false); }
+    explicit PaintStop(TextControl& control) : m_control(&control) { control.setUpdatesEnabled(false); }
     ~PaintStop() {
         if (!m_control)
             return;
@@ -75,22 +75,22 @@ class PaintStop {
     PaintStop& operator=(const PaintStop&) = delete;
 
  private:
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
 };
 
 }  // namespace
 
 void rtCM::connectSearch() {
-    connect(m_control, &CodeMax::FindWrapped, this, [this] { m_findFailed = true; });
-    connect(m_control, &CodeMax::CommandFailed, this, [this] {
+    connect(m_control, &TextControl::FindWrapped, this, [this] { m_findFailed = true; });
+    connect(m_control, &TextControl::CommandFailed, this, [this] {
         m_findFailed = true;
         if (IgnoreCmdFailure)
             Redraw();
     });
-    connect(m_control, &CodeMax::AfterFind, this, &rtCM::AfterFind);
+    connect(m_control, &TextControl::AfterFind, this, &rtCM::AfterFind);
     m_control->setSearchWatch([this](bool takesLong) { return searchGoesOn(takesLong); });
     m_control->installEventFilter(this);
-    connect(m_control, &CodeMax::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
+    connect(m_control, &TextControl::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
         Q_EMIT MouseDown(button, x, y);
         clickLeftMargin(button, x, y);
     });
@@ -259,7 +259,7 @@ bool rtCM::foundAround(int find, int goToEnd) {
 /// The control has gone around the end of the text by itself, or was sent to the other end.
 void rtCM::giveBack(const KeptView& before) {
     {
-        const CodeMax::Unrecorded part(*m_control);
+        const TextControl::Unrecorded part(*m_control);
         m_control->giveBack(before);
     }
     HighLightLine();

@@ -26,10 +26,10 @@ class GlobalObject : public QObject, public ControlGlobals {
     QString begunHotKey() const override;
     void forgetHotKey() override { m_strokes.forget(); }
     MacroRecorder& recorder() override { return m_recorder; }
-    bool mayRecord(CodeMax& control) override;
-    void keepMacro(CodeMax& control, const QList<MacroStep>& steps) override;
+    bool mayRecord(TextControl& control) override;
+    void keepMacro(TextControl& control, const QList<MacroStep>& steps) override;
     QList<MacroStep> macro(int n) const override;
-    QList<ControlPage*> propertyPages(CodeMax& control) override;
+    QList<ControlPage*> propertyPages(TextControl& control) override;
 
  Q_SIGNALS:
     /// A macro was recorded, or hot keys are others now.

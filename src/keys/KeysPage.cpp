@@ -1,7 +1,7 @@
 #include "keys/KeysPage.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "keys/KeyNames.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -34,7 +34,7 @@ QLabel* labelFor(QWidget& field, const QString& caption) {
 
 }  // namespace
 
-KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, CodeMax& control)
+KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, TextControl& control)
     : m_registry(registry),
       m_hotKeys(hotKeys),
       m_edited(hotKeys),

@@ -6,7 +6,7 @@
 
 #include <QPointer>
 
-class CodeMax;
+class TextControl;
 class MacroStore;
 class QComboBox;
 class QLabel;
@@ -23,7 +23,7 @@ class KeysPage : public ControlPage {
     Q_OBJECT
 
  public:
-    KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, CodeMax& control);
+    KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, TextControl& control);
 
     QString caption() const override { return tr("&Keys"); }
     void apply() override;
@@ -52,7 +52,7 @@ class KeysPage : public ControlPage {
     HotKeys& m_hotKeys;
     HotKeys m_edited;
     const MacroStore& m_macros;
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
     QLineEdit* m_filter;
     QTreeWidget* m_list;
     QComboBox* m_present;

@@ -1,7 +1,7 @@
 #include "keys/MacroDialog.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -40,7 +40,7 @@ QString rowOf(const MacroStep& step) {
 }  // namespace
 
 MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed,
-                         CodeMax& control)
+                         TextControl& control)
     : QDialog(&control),
       m_hotKeys(hotKeys),
       m_macros(macros),

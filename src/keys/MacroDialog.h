@@ -8,7 +8,7 @@
 
 #include <optional>
 
-class CodeMax;
+class TextControl;
 class HotKeys;
 class MacroStore;
 class QCheckBox;
@@ -27,7 +27,7 @@ class MacroDialog : public QDialog {
 
  public:
     /// `missed`: how many things were done meanwhile that no step stands for.
-    MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, CodeMax& control);
+    MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, TextControl& control);
 
     void accept() override;
 
@@ -46,7 +46,7 @@ class MacroDialog : public QDialog {
     HotKeys& m_hotKeys;
     MacroStore& m_macros;
     QList<MacroStep> m_steps;
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
     QListWidget* m_list;
     StrokeEdit* m_hotKey;
     QLineEdit* m_name;

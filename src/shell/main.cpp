@@ -3,7 +3,7 @@
 #include "platform/Paths.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
-#include "shell/documents/ExplorerLink.h"
+#include "shell/documents/PanelLink.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
 #include "shell/start/StartUp.h"
@@ -41,7 +41,7 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
         QtPrompts prompts;
-        NoExplorer explorer;
+        NoPanel explorer;
         RoomsToCome rooms;
         frmMain frame({prompts, registry, explorer, rooms, m_tail, {}});
         frame.Load();

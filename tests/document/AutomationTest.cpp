@@ -1,6 +1,6 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
@@ -75,8 +75,8 @@ TEST(Automation, ReachesTheOperationsOfADocument) {
 }
 
 TEST(Automation, ReachesTheCommandsOfTheControl) {
-    EXPECT_EQ(unreachable(CodeMax::staticMetaObject, names("ExecuteCmd")), QStringList());
-    CodeMax control;
+    EXPECT_EQ(unreachable(TextControl::staticMetaObject, names("ExecuteCmd")), QStringList());
+    TextControl control;
     control.setText(QStringLiteral("one"));
     EXPECT_TRUE(QMetaObject::invokeMethod(&control, "ExecuteCmd", Q_ARG(int, 137)));
     EXPECT_EQ(control.SelText(), QStringLiteral("one"));

@@ -1,6 +1,6 @@
 #include "document/ContextMenus.h"
 #include "document/DocumentFixture.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "widgets/MenuStyle.h"
 
 #include <QAction>

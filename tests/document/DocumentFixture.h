@@ -2,7 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "platform/FileErrors.h"
 #include "settings/Options.h"
 #include "support/RecordingHost.h"
@@ -80,7 +80,7 @@ class DocumentFixture : public testing::Test {
     }
 
     rtCM& view() { return *m_document.GetEditor(); }
-    CodeMax& control() { return view().control(); }
+    TextControl& control() { return view().control(); }
     void type(const QString& text) { documenttest::typeInto(control(), text); }
 
     bool open(const QString& file, bool readOnly = false) { return m_document.OpenFile(file, readOnly, false, true); }

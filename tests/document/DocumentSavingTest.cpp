@@ -1,5 +1,5 @@
 #include "document/DocumentFixture.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 #include "document/DocumentFixture.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "hex/ucHex.h"
 
 #include <QAccessible>
@@ -57,7 +57,7 @@ TEST_F(Document, ShowsTheHighlightOfItsRowFromTheStart) {
 TEST_F(Document, ItsPartsBearTheirNames) {
     EXPECT_EQ(m_document.objectName(), QStringLiteral("frmDocument"));
     EXPECT_EQ(m_document.findChild<rtCM*>(QStringLiteral("rtCM1")), &view());
-    EXPECT_EQ(view().findChild<CodeMax*>(QStringLiteral("CodeMax1")), &control());
+    EXPECT_EQ(view().findChild<TextControl*>(QStringLiteral("TextControl1")), &control());
     EXPECT_NE(m_document.findChild<ucHex*>(QStringLiteral("ucHex1")), nullptr);
 }
 

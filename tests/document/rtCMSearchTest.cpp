@@ -1,6 +1,6 @@
 #include "document/DocumentFixture.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QMouseEvent>
 #include <QPointer>
@@ -244,7 +244,7 @@ TEST_F(TextViewSearch, FindTextThatFailsLeavesTheSelectionThoughThereIsAMatchBef
 }
 
 TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
-    CodeMax& control = m_view.control();
+    TextControl& control = m_view.control();
     m_view.resize(400, 200);
     m_view.show();
     hold("one\n");
@@ -256,27 +256,27 @@ TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
             if (goesOn && QByteArray(text) == "one")
                 continue;
             select(40, 44);
-            control.SendScintilla(CodeMax::SCI_ADDSELECTION, 50UL, 48L);
-            control.SendScintilla(CodeMax::SCI_SETFIRSTVISIBLELINE, 100UL);
+            control.SendScintilla(TextControl::SCI_ADDSELECTION, 50UL, 48L);
+            control.SendScintilla(TextControl::SCI_SETFIRSTVISIBLELINE, 100UL);
             EXPECT_FALSE(next(text));
-            EXPECT_EQ(ask(CodeMax::SCI_GETSELECTIONS), 2);
+            EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 2);
             EXPECT_EQ(selected(), Selected(48, 50));
-            EXPECT_EQ(ask(CodeMax::SCI_GETFIRSTVISIBLELINE), 100);
+            EXPECT_EQ(ask(TextControl::SCI_GETFIRSTVISIBLELINE), 100);
         }
     }
 }
 
 TEST_F(TextViewSearch, AFailureLeavesARectangle) {
-    CodeMax& control = m_view.control();
+    TextControl& control = m_view.control();
     hold("one\ntwo\nsix");
-    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONANCHOR, 5UL);
-    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONCARET, 11UL);
-    control.SendScintilla(CodeMax::SCI_SETRECTANGULARSELECTIONCARETVIRTUALSPACE, 2UL);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONANCHOR, 5UL);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONCARET, 11UL);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONCARETVIRTUALSPACE, 2UL);
     EXPECT_FALSE(next("one"));
-    EXPECT_NE(control.SendScintilla(CodeMax::SCI_SELECTIONISRECTANGLE), 0);
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONCARET), 11);
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
+    EXPECT_NE(control.SendScintilla(TextControl::SCI_SELECTIONISRECTANGLE), 0);
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARET), 11);
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
     control.type(QStringLiteral("-"));
     EXPECT_EQ(m_view.Text().count(u'-'), 2);
 }
@@ -423,7 +423,7 @@ TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
 }
 
 TEST_F(TextViewSearch, AnEmptyDocumentIsSentNoCommand) {
-    QSignalSpy failures(&m_view.control(), &CodeMax::CommandFailed);
+    QSignalSpy failures(&m_view.control(), &TextControl::CommandFailed);
     m_view.SetFindText(QStringLiteral("kept"));
     EXPECT_EQ(all("x", true), QString());
     EXPECT_EQ(replaced("x", "y", true), QString());
@@ -467,7 +467,8 @@ TEST_F(TextViewSearch, ReplaceAllMatchEndsWhenTheReplacementHoldsTheText) {
 TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
     hold("one");
     std::vector<bool> ignored;
-    QObject::connect(&m_view.control(), &CodeMax::CommandFailed, [&] { ignored.push_back(m_view.IgnoreCmdFailure); });
+    QObject::connect(&m_view.control(), &TextControl::CommandFailed,
+                     [&] { ignored.push_back(m_view.IgnoreCmdFailure); });
     next("two");
     all("two");
     replaced("two", "x");
@@ -486,7 +487,7 @@ class TextViewPainting : public TextViewSearch {
 
     TextViewPainting() {
         hold("one");
-        m_view.control().SendScintilla(CodeMax::SCI_SETCARETPERIOD, 0UL);
+        m_view.control().SendScintilla(TextControl::SCI_SETCARETPERIOD, 0UL);
         m_view.show();
         settle();
         m_view.control().viewport()->installEventFilter(&m_paints);
@@ -605,9 +606,9 @@ class TextViewMargin : public TextViewSearch {
     }
     /// A click into line 2 that far from the left.
     void click(int x, Qt::MouseButton button = Qt::LeftButton) {
-        CodeMax& control = m_view.control();
-        const long start = control.SendScintilla(CodeMax::SCI_POSITIONFROMLINE, 2UL);
-        const auto y = static_cast<int>(control.SendScintilla(CodeMax::SCI_POINTYFROMPOSITION, 0UL, start)) + 2;
+        TextControl& control = m_view.control();
+        const long start = control.SendScintilla(TextControl::SCI_POSITIONFROMLINE, 2UL);
+        const auto y = static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, start)) + 2;
         mouse(QEvent::MouseButtonPress, button, {x, y});
         mouse(QEvent::MouseButtonRelease, button, {x, y});
     }
@@ -668,10 +669,11 @@ TEST_F(TextViewMargin, NoOtherButtonTogglesWhereverItIsPressed) {
 TEST_F(TextViewMargin, TwoQuickClicksToggleTwice) {
     click(10);
     EXPECT_TRUE(marked());
-    CodeMax& control = m_view.control();
-    const auto y = static_cast<int>(control.SendScintilla(CodeMax::SCI_POINTYFROMPOSITION, 0UL,
-                                                          control.SendScintilla(CodeMax::SCI_POSITIONFROMLINE, 2UL))) +
-                   2;
+    TextControl& control = m_view.control();
+    const auto y =
+        static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL,
+                                               control.SendScintilla(TextControl::SCI_POSITIONFROMLINE, 2UL))) +
+        2;
     QMouseEvent second(QEvent::MouseButtonDblClick, QPoint(10, y), control.viewport()->mapToGlobal(QPoint(10, y)),
                        Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &second);

@@ -1,6 +1,6 @@
 #include "document/DocumentFixture.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QCheckBox>
 #include <QContextMenuEvent>
@@ -423,7 +423,7 @@ TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
 // Properties handed on
 
 TEST_F(TextView, HandsItsPropertiesToTheControl) {
-    CodeMax& control = m_view.control();
+    TextControl& control = m_view.control();
     for (const bool on : {true, false}) {
         m_view.setDisplayLeftMargin(on);
         m_view.setDisplayWhitespace(on);
@@ -478,16 +478,16 @@ TEST_F(TextView, OnlyTheUnchosenColourOfTheHighlightAdaptsToADarkGround) {
 }
 
 TEST_F(TextView, ColoursItsMargins) {
-    CodeMax& control = m_view.control();
+    TextControl& control = m_view.control();
     m_view.SetActiveMargin();
-    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(50, 50, 200));
+    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(50, 50, 200));
     m_view.SetActiveMargin(QColor(1, 2, 3));
-    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(1, 2, 3));
+    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(1, 2, 3));
     m_view.SetInactiveMargin();
-    EXPECT_EQ(control.elementColour(CodeMax::LeftMarginElement), QColor(220, 220, 220));
+    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(220, 220, 220));
     m_view.setBackColor(QColor(4, 5, 6));
     EXPECT_EQ(m_view.BackColor(), QColor(4, 5, 6));
-    EXPECT_EQ(control.elementColour(CodeMax::BackgroundElement), QColor(4, 5, 6));
+    EXPECT_EQ(control.elementColour(TextControl::BackgroundElement), QColor(4, 5, 6));
 }
 
 TEST_F(TextView, GivesItsTextInRichText) {

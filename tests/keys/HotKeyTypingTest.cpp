@@ -36,7 +36,7 @@ class HotKeyAndMenu : public HotKeyTyping {
 
     QMainWindow window;
     QAction* save = nullptr;
-    CodeMax* inner = new CodeMax(&window);
+    TextControl* inner = new TextControl(&window);
     int saved = 0;
 };
 
@@ -45,10 +45,10 @@ class HotKeyAndMenu : public HotKeyTyping {
 TEST_F(HotKeyTyping, EveryKeyOfTheControlDoesThroughTheTableWhatItDoesWithout) {
     const QString before = u"one two\n  three\nfour five\n"_qs;
     for (const EditorKeys::Row& row : EditorKeys::all()) {
-        CodeMax plain;
-        CodeMax keyed;
+        TextControl plain;
+        TextControl keyed;
         keyed.setGlobals(globals);
-        for (CodeMax* each : {&plain, &keyed}) {
+        for (TextControl* each : {&plain, &keyed}) {
             each->resize(600, 400);
             each->show();
             each->setText(before);
@@ -70,7 +70,7 @@ TEST_F(HotKeyTyping, OneStrokePlaysItsMacro) {
 
 TEST_F(HotKeyTyping, ASecondStrokeIsWaitedForAndSaid) {
     hotKeys.bind(214, ctrlKCtrlC);
-    const QSignalSpy told(&control, &CodeMax::Notice);
+    const QSignalSpy told(&control, &TextControl::Notice);
     key(Qt::Key_K, Qt::ControlModifier);
     ASSERT_EQ(told.size(), 1);
     EXPECT_EQ(told.last()[0].toString(), u"Ctrl + K: press the second key, or Esc to leave."_qs);

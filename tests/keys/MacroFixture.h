@@ -1,7 +1,7 @@
 #pragma once
 
-#include "editor/control/CodeMax.h"
 #include "editor/control/MacroRecorder.h"
+#include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroDialog.h"
@@ -76,5 +76,5 @@ class MacroFixture : public testing::Test {
     HotKeys hotKeys{GlobalObject::defaultHotKeys()};
     MacroStore store{registry, hotKeys, home.path()};
     GlobalObject globals{registry, hotKeys, store};
-    CodeMax control;
+    TextControl control;
 };

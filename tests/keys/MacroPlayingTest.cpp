@@ -45,7 +45,7 @@ TEST_F(MacroPlaying, EachOfTheTenHasItsNumber) {
 }
 
 TEST_F(MacroPlaying, AnEmptySlotPlaysNothing) {
-    const QSignalSpy changed(&control, &CodeMax::Change);
+    const QSignalSpy changed(&control, &TextControl::Change);
     play(7);
     EXPECT_TRUE(changed.isEmpty());
     EXPECT_FALSE(control.CanUndo());
@@ -57,7 +57,7 @@ TEST_F(MacroPlaying, IsOneUndoStepHoweverOftenItIsRepeated) {
     control.SendScintilla(Sci::SCI_EMPTYUNDOBUFFER);
     put(1, {text(u"- "_qs), command(Sci::SCI_LINEEND), command(Sci::SCI_DELETEBACK), command(Sci::SCI_LINEDOWN),
             command(Sci::SCI_VCHOME)});
-    const QSignalSpy changed(&control, &CodeMax::Change);
+    const QSignalSpy changed(&control, &TextControl::Change);
     control.setRepeatCount(3);
     play(1);
     EXPECT_EQ(control.Text(), u"- on\n- tw\n- thre\nfour\n"_qs);
@@ -154,7 +154,7 @@ TEST_F(MacroPlaying, ASearchThatFindsNothingEndsIt) {
     control.setText(u"a b a b a"_qs);
     control.setSelection(0, 0);
     put(1, {command(179, u"a"_qs), command(231), command(233), command(237), command(176), text(u"x"_qs)});
-    QSignalSpy told(&control, &CodeMax::Notice);
+    QSignalSpy told(&control, &TextControl::Notice);
     control.setRepeatCount(100);
     play(1);
     EXPECT_EQ(control.Text(), u"x b x b x"_qs);
@@ -179,7 +179,7 @@ TEST_F(MacroPlaying, ReplacesWithWhatWasRecorded) {
 
 TEST_F(MacroPlaying, EscapeStopsAndUndoTakesBackWhatWasPlayed) {
     putEndless();
-    QSignalSpy told(&control, &CodeMax::Notice);
+    QSignalSpy told(&control, &TextControl::Notice);
     sendLater(Qt::Key_Escape);
     play(1);
     EXPECT_FALSE(control.isPlaying());
@@ -196,7 +196,7 @@ TEST_F(MacroPlaying, EscapeStopsASearchThatTakesLong) {
     control.setText(slow);
     control.setSelection(0, 0);
     put(1, {text(u"x"_qs), command(179, u"(a|aa)+$"_qs), command(230), command(176), text(u"y"_qs)});
-    QSignalSpy told(&control, &CodeMax::Notice);
+    QSignalSpy told(&control, &TextControl::Notice);
     sendLater(Qt::Key_A, u"a"_qs);
     sendLater(Qt::Key_Escape);
     play(1);
@@ -234,14 +234,14 @@ TEST_F(MacroPlaying, NothingIsTypedLoadedOrClosedMeanwhile) {
 }
 
 TEST_F(MacroPlaying, AControlThatGoesMeanwhileTakesThePlayWithIt) {
-    auto* other = new CodeMax;
+    auto* other = new TextControl;
     other->setGlobals(globals);
     other->show();
     put(1, {command(187, u"9999"_qs), command(215)});
     put(2, {text(u"x"_qs)});
     other->setRepeatCount(9999);
     QTimer::singleShot(0, other, [other] { delete other; });
-    const QPointer<CodeMax> alive(other);
+    const QPointer<TextControl> alive(other);
     other->ExecuteCmd(214);
     EXPECT_TRUE(alive.isNull());
 }
@@ -252,7 +252,7 @@ namespace {
 
 class AnySteps {
  public:
-    AnySteps(CodeMax& control, unsigned seed) : m_control(control), m_random(seed) {}
+    AnySteps(TextControl& control, unsigned seed) : m_control(control), m_random(seed) {}
 
     void doOne() {
         if (below(6) == 0)
@@ -296,7 +296,7 @@ class AnySteps {
         }
     }
 
-    CodeMax& m_control;
+    TextControl& m_control;
     std::mt19937 m_random;
 };
 

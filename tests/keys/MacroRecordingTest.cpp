@@ -222,7 +222,7 @@ TEST_F(MacroRecording, TheSameCommandEndsItInADialogThatShowsTheSteps) {
 }
 
 TEST_F(MacroRecording, WithoutAStepThereIsNothingToKeep) {
-    const QSignalSpy told(&control, &CodeMax::Notice);
+    const QSignalSpy told(&control, &TextControl::Notice);
     begin();
     control.ExecuteCmd(Record);
     EXPECT_EQ(dialog(), nullptr);
@@ -231,7 +231,7 @@ TEST_F(MacroRecording, WithoutAStepThereIsNothingToKeep) {
 }
 
 TEST_F(MacroRecording, FollowsOneControlAndCanBeEndedInAnother) {
-    CodeMax other;
+    TextControl other;
     other.setGlobals(globals);
     begin();
     other.type(u"elsewhere"_qs);
@@ -244,7 +244,7 @@ TEST_F(MacroRecording, FollowsOneControlAndCanBeEndedInAnother) {
 
 TEST_F(MacroRecording, IsOverWithItsControl) {
     {
-        CodeMax other;
+        TextControl other;
         other.setGlobals(globals);
         other.ExecuteCmd(Record);
         other.type(u"x"_qs);

@@ -2,7 +2,7 @@
 // led by "|", a letter for the class of each character. QUILLMARK_WRITE_GOLDEN=1 in the environment writes them anew
 // instead of comparing; look at what has changed before you keep it.
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
 
@@ -32,7 +32,7 @@ class GoldenColours : public testing::Test {
 
     /// The sample as a control colours it.
     QStringList coloured(const QString& name) {
-        CodeMax control;
+        TextControl control;
         control.setLanguage(table.definition(name));
         EXPECT_FALSE(control.OpenFile(table.samplePath(name)));
         const qint64 length = control.heldText().length();

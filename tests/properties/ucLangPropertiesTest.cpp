@@ -1,6 +1,6 @@
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/ControlProperties.h"
 #include "platform/FileErrors.h"
 #include "properties/fmrLangProperties.h"
@@ -93,7 +93,7 @@ TEST_F(LanguagePanel, AnotherRowShowsItsPatternsAndItsColouredSample) {
     EXPECT_EQ(box().text(), QStringLiteral("*.SEW"));
     EXPECT_EQ(sample().Text(), QStringLiteral("sew one\n"));
     EXPECT_EQ(sample().GetLang(), QStringLiteral("SEW"));
-    const CodeMax& control = sample().control();
+    const TextControl& control = sample().control();
     control.colouring().completeTo(3);
     EXPECT_EQ(control.colouring().classAt(0), TokenClass::Keyword);
     EXPECT_EQ(given.prompts.messages, QStringList());
@@ -111,7 +111,7 @@ TEST_F(LanguagePanel, TheKeyboardGoesThroughTheRowsAndTheControls) {
         const auto* control = part<QWidget>(name);
         EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus) << name;
     }
-    for (const char* name : {"lvLang", "txtExt", "CodeMax1"})
+    for (const char* name : {"lvLang", "txtExt", "TextControl1"})
         EXPECT_FALSE(part<QWidget>(name)->accessibleName().isEmpty()) << name;
 }
 

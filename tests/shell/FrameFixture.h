@@ -4,7 +4,7 @@
 #include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
 #include "settings/Options.h"
@@ -13,12 +13,12 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/MenuText.h"
 #include "shell/commands/RoomsToCome.h"
-#include "shell/documents/ExplorerLink.h"
 #include "shell/documents/MdiChildren.h"
+#include "shell/documents/PanelLink.h"
 #include "shell/frame/FrameParts.h"
 #include "shell/frame/frmMain.h"
 #include "support/ScriptedPrompts.h"
@@ -38,7 +38,7 @@
 #include <stdexcept>
 
 /// The side panel as a list of what it was told.
-class NotedExplorer : public ExplorerLink {
+class NotedExplorer : public PanelLink {
  public:
     QStringList calls;
     bool busy = false;
@@ -141,7 +141,7 @@ class FrameFixture : public testing::Test {
     FrameParts& parts() { return m_frame->parts(); }
     const QList<frmDocument*>& documents() { return parts().children->documents(); }
     frmDocument* active() { return parts().children->active(); }
-    CodeMax& control() { return active()->GetEditor()->control(); }
+    TextControl& control() { return active()->GetEditor()->control(); }
     void type(const QString& text) { control().type(text); }
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(QStringLiteral("TabStrip1")); }
     QAction* entry(const char* name) { return parts().commands->entry(name); }

@@ -1,6 +1,6 @@
 #include "editor/access/EditorAccessible.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <algorithm>
 
@@ -9,14 +9,14 @@ using Sci = QsciScintillaBase;
 namespace {
 
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    if (className != QLatin1String("CodeMax"))
+    if (className != QLatin1String("TextControl"))
         return nullptr;
-    return new EditorAccessible(qobject_cast<CodeMax*>(object));
+    return new EditorAccessible(qobject_cast<TextControl*>(object));
 }
 
 }  // namespace
 
-EditorAccessible::EditorAccessible(CodeMax* control) : QAccessibleWidget(control, QAccessible::EditableText) {}
+EditorAccessible::EditorAccessible(TextControl* control) : QAccessibleWidget(control, QAccessible::EditableText) {}
 
 void EditorAccessible::install() {
     static const bool installed = [] {
@@ -26,7 +26,7 @@ void EditorAccessible::install() {
     Q_UNUSED(installed)
 }
 
-void EditorAccessible::textAboutToChange(CodeMax& control, qint64 at, qint64 length, bool inserts) {
+void EditorAccessible::textAboutToChange(TextControl& control, qint64 at, qint64 length, bool inserts) {
     if (!QAccessible::isActive())
         return;
     const auto position = static_cast<int>(control.map().positionOf(at));
@@ -47,7 +47,7 @@ void EditorAccessible::textAboutToChange(CodeMax& control, qint64 at, qint64 len
         Qt::QueuedConnection);
 }
 
-void EditorAccessible::selectionChanged(CodeMax& control) {
+void EditorAccessible::selectionChanged(TextControl& control) {
     if (!QAccessible::isActive())
         return;
     QAccessibleTextSelectionEvent event(&control, static_cast<int>(control.SelStart()),
@@ -56,8 +56,8 @@ void EditorAccessible::selectionChanged(CodeMax& control) {
     QAccessible::updateAccessibility(&event);
 }
 
-CodeMax& EditorAccessible::control() const {
-    return *static_cast<CodeMax*>(widget());
+TextControl& EditorAccessible::control() const {
+    return *static_cast<TextControl*>(widget());
 }
 
 qint64 EditorAccessible::send(unsigned message, qint64 first, qint64 second) const {

@@ -2,7 +2,7 @@
 
 #include <QAccessibleWidget>
 
-class CodeMax;
+class TextControl;
 
 /// What a screen reader is told of the editing control: its text, caret and selection. The library's own object counts
 /// characters from the start of the text at every key and paint; this one asks the control's map. Offsets are positions
@@ -11,7 +11,7 @@ class EditorAccessible : public QAccessibleWidget,
                          public QAccessibleTextInterface,
                          public QAccessibleEditableTextInterface {
  public:
-    explicit EditorAccessible(CodeMax* control);
+    explicit EditorAccessible(TextControl* control);
 
     /// Puts itself before the library's factory. To be called when a first control of the library exists, since that
     /// brings the library's own.
@@ -19,8 +19,8 @@ class EditorAccessible : public QAccessibleWidget,
 
     /// The control tells of an edit before it happens (in bytes), and of a selection that has moved. Free of cost while
     /// nobody listens.
-    static void textAboutToChange(CodeMax& control, qint64 at, qint64 length, bool inserts);
-    static void selectionChanged(CodeMax& control);
+    static void textAboutToChange(TextControl& control, qint64 at, qint64 length, bool inserts);
+    static void selectionChanged(TextControl& control);
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessible::State state() const override;
@@ -52,7 +52,7 @@ class EditorAccessible : public QAccessibleWidget,
         qint64 from = 0;
         qint64 to = 0;
     };
-    CodeMax& control() const;
+    TextControl& control() const;
     qint64 send(unsigned message, qint64 first = 0, qint64 second = 0) const;
     Bytes unitAround(qint64 byte, QAccessible::TextBoundaryType type) const;
     QString give(Bytes unit, int* start, int* end) const;

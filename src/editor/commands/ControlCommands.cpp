@@ -2,7 +2,7 @@
 
 #include "editor/commands/CaseCommands.h"
 #include "editor/commands/LineCommands.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/ControlPrompts.h"
 #include "editor/windows/ControlProperties.h"
 #include "editor/windows/MatchHighlight.h"
@@ -20,14 +20,14 @@ using ControlCommands::Row;
 using Sci = QsciScintillaBase;
 using Text = const QString&;
 
-void goToLine(CodeMax& control, const QString& argument) {
+void goToLine(TextControl& control, const QString& argument) {
     if (argument.isEmpty())
         ControlPrompts::askLine(control);
     else
         control.GotoTextLine(argument.toLongLong() - 1);
 }
 
-void setRepeatCount(CodeMax& control, const QString& argument) {
+void setRepeatCount(TextControl& control, const QString& argument) {
     if (argument.isEmpty())
         ControlPrompts::askRepeatCount(control);
     else
@@ -35,8 +35,8 @@ void setRepeatCount(CodeMax& control, const QString& argument) {
 }
 
 /// What a person searches for without a window of its own stays marked.
-void findAndMark(CodeMax& control, SearchOutcome (CodeMax::*find)()) {
-    const QPointer<CodeMax> alive(&control);
+void findAndMark(TextControl& control, SearchOutcome (TextControl::*find)()) {
+    const QPointer<TextControl> alive(&control);
     (control.*find)();
     if (alive)
         MatchHighlight::of(control).keep();
@@ -45,97 +45,97 @@ void findAndMark(CodeMax& control, SearchOutcome (CodeMax::*find)()) {
 constexpr Row Rows[] = {
     // Of words, lines and the selection
     {100, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Word to upper case"),
-     [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::upper); }},
+     [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::upper); }},
     {106, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Word to lower case"),
-     [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::lower); }},
+     [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::lower); }},
     {113, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Capitalize word"),
-     [](CodeMax& control, Text) { CaseCommands::changeWord(control, TextCase::capitalised); }},
+     [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::capitalised); }},
     {125, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Selection to upper case"),
-     [](CodeMax& control, Text) { CaseCommands::changeSelection(control, TextCase::upper); }},
+     [](TextControl& control, Text) { CaseCommands::changeSelection(control, TextCase::upper); }},
     {147, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Selection to lower case"),
-     [](CodeMax& control, Text) { CaseCommands::changeSelection(control, TextCase::lower); }},
+     [](TextControl& control, Text) { CaseCommands::changeSelection(control, TextCase::lower); }},
     {158, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Delete to start of line"),
-     [](CodeMax& control, Text) { LineCommands::deleteToStart(control); }},
+     [](TextControl& control, Text) { LineCommands::deleteToStart(control); }},
     {159, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Delete to end of line"),
-     [](CodeMax& control, Text) { LineCommands::deleteToEnd(control); }},
+     [](TextControl& control, Text) { LineCommands::deleteToEnd(control); }},
     {160, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Delete line"),
-     [](CodeMax& control, Text) { LineCommands::deleteLines(control); }},
+     [](TextControl& control, Text) { LineCommands::deleteLines(control); }},
     {161, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Cut line"),
-     [](CodeMax& control, Text) { LineCommands::cutLines(control); }},
+     [](TextControl& control, Text) { LineCommands::cutLines(control); }},
     {135, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Select paragraph"),
-     [](CodeMax& control, Text) { LineCommands::selectParagraph(control); }},
+     [](TextControl& control, Text) { LineCommands::selectParagraph(control); }},
     {136, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Select line"),
-     [](CodeMax& control, Text) { LineCommands::selectLines(control); }},
+     [](TextControl& control, Text) { LineCommands::selectLines(control); }},
     {137, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Select all"),
-     [](CodeMax& control, Text) { control.SelectAll(); }},
+     [](TextControl& control, Text) { control.SelectAll(); }},
     {267, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Select word"),
-     [](CodeMax& control, Text) { LineCommands::selectWord(control); }},
+     [](TextControl& control, Text) { LineCommands::selectWord(control); }},
     {163, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Indent"),
-     [](CodeMax& control, Text) { LineCommands::indent(control); }},
+     [](TextControl& control, Text) { LineCommands::indent(control); }},
     {127, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Unindent"),
-     [](CodeMax& control, Text) { LineCommands::unindent(control); }},
+     [](TextControl& control, Text) { LineCommands::unindent(control); }},
     {253, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Sort lines ascending"),
-     [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
+     [](TextControl& control, Text) { LineCommands::sort(control, LineSort::Order::Ascending); }},
     {254, Kind::Edits, QT_TRANSLATE_NOOP("ControlCommands", "Sort lines descending"),
-     [](CodeMax& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
+     [](TextControl& control, Text) { LineCommands::sort(control, LineSort::Order::Descending); }},
     {187, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Set repeat count"), setRepeatCount},
     {192, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Go to line"), goToLine},
     {224, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Properties"),
-     [](CodeMax& control, Text) { ControlProperties::show(control); }},
+     [](TextControl& control, Text) { ControlProperties::show(control); }},
     // Searching
     {178, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Find"),
-     [](CodeMax& control, Text) { SearchWindows::openFind(control); }},
+     [](TextControl& control, Text) { SearchWindows::openFind(control); }},
     {169, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Replace"),
-     [](CodeMax& control, Text) { SearchWindows::openReplace(control); }},
+     [](TextControl& control, Text) { SearchWindows::openReplace(control); }},
     {257, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Incremental search"),
-     [](CodeMax& control, Text) { SearchWindows::openIncremental(control, false); }},
+     [](TextControl& control, Text) { SearchWindows::openIncremental(control, false); }},
     {258, Kind::Asks, QT_TRANSLATE_NOOP("ControlCommands", "Reverse incremental search"),
-     [](CodeMax& control, Text) { SearchWindows::openIncremental(control, true); }},
+     [](TextControl& control, Text) { SearchWindows::openIncremental(control, true); }},
     {176, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Find next"),
-     [](CodeMax& control, Text) { findAndMark(control, &CodeMax::findNext); }},
+     [](TextControl& control, Text) { findAndMark(control, &TextControl::findNext); }},
     {174, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Find previous"),
-     [](CodeMax& control, Text) { findAndMark(control, &CodeMax::findPrevious); }},
+     [](TextControl& control, Text) { findAndMark(control, &TextControl::findPrevious); }},
     {170, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace next match"),
-     [](CodeMax& control, Text) { control.replaceNext(); }},
+     [](TextControl& control, Text) { control.replaceNext(); }},
     {173, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace match and find next"),
-     [](CodeMax& control, Text) { control.replaceSelectedMatch(); }},
+     [](TextControl& control, Text) { control.replaceSelectedMatch(); }},
     {171, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace all matches"),
-     [](CodeMax& control, Text) { control.replaceAll(); }},
+     [](TextControl& control, Text) { control.replaceAll(); }},
     {172, Kind::Searches, QT_TRANSLATE_NOOP("ControlCommands", "Replace all matches in selection"),
-     [](CodeMax& control, Text) { control.replaceAllIn(control.selectedBytes()); }},
+     [](TextControl& control, Text) { control.replaceAllIn(control.selectedBytes()); }},
     {179, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Set text to find"),
-     [](CodeMax& control, Text text) { control.setSearchText(text); }},
+     [](TextControl& control, Text text) { control.setSearchText(text); }},
     {180, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Set replacement text"),
-     [](CodeMax& control, Text text) { control.setReplacementText(text); }},
+     [](TextControl& control, Text text) { control.setReplacementText(text); }},
     {230, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Regular expressions on"),
-     [](CodeMax& control, Text) { control.setSearchRegExp(true); }},
+     [](TextControl& control, Text) { control.setSearchRegExp(true); }},
     {231, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Regular expressions off"),
-     [](CodeMax& control, Text) { control.setSearchRegExp(false); }},
+     [](TextControl& control, Text) { control.setSearchRegExp(false); }},
     {232, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Whole words on"),
-     [](CodeMax& control, Text) { control.setSearchWholeWord(true); }},
+     [](TextControl& control, Text) { control.setSearchWholeWord(true); }},
     {233, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Whole words off"),
-     [](CodeMax& control, Text) { control.setSearchWholeWord(false); }},
+     [](TextControl& control, Text) { control.setSearchWholeWord(false); }},
     {234, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Preserve case on"),
-     [](CodeMax& control, Text) { control.setPreserveCase(true); }},
+     [](TextControl& control, Text) { control.setPreserveCase(true); }},
     {235, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Preserve case off"),
-     [](CodeMax& control, Text) { control.setPreserveCase(false); }},
+     [](TextControl& control, Text) { control.setPreserveCase(false); }},
     {236, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Match case on"),
-     [](CodeMax& control, Text) { control.setSearchCaseSensitive(true); }},
+     [](TextControl& control, Text) { control.setSearchCaseSensitive(true); }},
     {237, Kind::Sets, QT_TRANSLATE_NOOP("ControlCommands", "Match case off"),
-     [](CodeMax& control, Text) { control.setSearchCaseSensitive(false); }},
+     [](TextControl& control, Text) { control.setSearchCaseSensitive(false); }},
     // Bookmarks
     {204, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Toggle bookmark"),
-     [](CodeMax& control, Text) { control.ToggleBookmark(); }},
+     [](TextControl& control, Text) { control.ToggleBookmark(); }},
     {205, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Previous bookmark"),
-     [](CodeMax& control, Text) { control.PrevBookmark(); }},
+     [](TextControl& control, Text) { control.PrevBookmark(); }},
     {206, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Next bookmark"),
-     [](CodeMax& control, Text) { control.NextBookmark(); }},
+     [](TextControl& control, Text) { control.NextBookmark(); }},
     {207, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Clear all bookmarks"),
-     [](CodeMax& control, Text) { control.ClearAllBookmarks(); }},
+     [](TextControl& control, Text) { control.ClearAllBookmarks(); }},
     {208, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "First bookmark"),
-     [](CodeMax& control, Text) { control.FirstBookmark(); }},
+     [](TextControl& control, Text) { control.FirstBookmark(); }},
     {209, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Last bookmark"),
-     [](CodeMax& control, Text) { control.LastBookmark(); }},
+     [](TextControl& control, Text) { control.LastBookmark(); }},
     // Macros
     {213, Kind::Records, QT_TRANSLATE_NOOP("ControlCommands", "Record macro"), nullptr},
     {214, Kind::Plays, QT_TRANSLATE_NOOP("ControlCommands", "Play macro 1"), nullptr},
@@ -178,9 +178,9 @@ constexpr Row Rows[] = {
     {Sci::SCI_DOCUMENTSTART, Kind::Keyed, QT_TRANSLATE_NOOP("ControlCommands", "Start of text"), nullptr},
     {Sci::SCI_DOCUMENTEND, Kind::Keyed, QT_TRANSLATE_NOOP("ControlCommands", "End of text"), nullptr},
     {189, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Go to start of text"),
-     [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
+     [](TextControl& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
     {191, Kind::Looks, QT_TRANSLATE_NOOP("ControlCommands", "Go to end of text"),
-     [](CodeMax& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
+     [](TextControl& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
     // The caret with the selection
     {Sci::SCI_CHARLEFTEXTEND, Kind::Keyed, QT_TRANSLATE_NOOP("ControlCommands", "Select left"), nullptr},
     {Sci::SCI_CHARRIGHTEXTEND, Kind::Keyed, QT_TRANSLATE_NOOP("ControlCommands", "Select right"), nullptr},

@@ -4,7 +4,7 @@
 
 #include <span>
 
-class CodeMax;
+class TextControl;
 
 /// The commands of the control by their numbers, those that keys stand for among them: a number of four digits is the
 /// Scintilla message that carries the command out.
@@ -27,7 +27,7 @@ struct Row {
     int number;
     Kind kind;
     const char* caption;
-    void (*run)(CodeMax& control, const QString& argument);  ///< null where the control itself carries it out
+    void (*run)(TextControl& control, const QString& argument);  ///< null where the control itself carries it out
 };
 
 constexpr int RepeatCount = 187;

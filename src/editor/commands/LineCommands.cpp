@@ -1,29 +1,29 @@
 #include "editor/commands/LineCommands.h"
 
-#include "editor/control/ControlText.h"
 #include "editor/control/KeptBookmarks.h"
+#include "editor/control/ScintillaCalls.h"
 
 #include <algorithm>
 
-using ControlText::ask;
-using ControlText::caret;
+using ScintillaCalls::ask;
+using ScintillaCalls::caret;
 
 namespace {
 
-void selectSpan(CodeMax& control, Span span) {
+void selectSpan(TextControl& control, Span span) {
     if (span.empty())
         return;
-    ControlText::select(control, span.from, span.to);
-    ask(control, CodeMax::SCI_SCROLLCARET);
+    ScintillaCalls::select(control, span.from, span.to);
+    ask(control, TextControl::SCI_SCROLLCARET);
 }
 
-qint64 levelWidth(const CodeMax& control) {
-    const qint64 width = ask(control, CodeMax::SCI_GETINDENT);
-    return width > 0 ? width : ask(control, CodeMax::SCI_GETTABWIDTH);
+qint64 levelWidth(const TextControl& control) {
+    const qint64 width = ask(control, TextControl::SCI_GETINDENT);
+    return width > 0 ? width : ask(control, TextControl::SCI_GETTABWIDTH);
 }
 
-QByteArray indentation(const CodeMax& control) {
-    const bool tabs = ask(control, CodeMax::SCI_GETUSETABS) != 0;
+QByteArray indentation(const TextControl& control) {
+    const bool tabs = ask(control, TextControl::SCI_GETUSETABS) != 0;
     return tabs ? QByteArray("\t") : QByteArray(levelWidth(control), ' ');
 }
 
@@ -38,45 +38,45 @@ qint64 indentedBytes(std::string_view front) {
 
 namespace LineCommands {
 
-void deleteToStart(CodeMax& control) {
+void deleteToStart(TextControl& control) {
     const qint64 at = caret(control);
-    ControlText::remove(control, {control.map().lineBeginOf(at), at});
-    ask(control, CodeMax::SCI_SETEMPTYSELECTION, caret(control));
+    ScintillaCalls::remove(control, {control.map().lineBeginOf(at), at});
+    ask(control, TextControl::SCI_SETEMPTYSELECTION, caret(control));
 }
 
-void deleteToEnd(CodeMax& control) {
+void deleteToEnd(TextControl& control) {
     const qint64 at = caret(control);
-    ask(control, CodeMax::SCI_SETEMPTYSELECTION, at);
-    ControlText::remove(control, {at, control.map().lineEndOf(at)});
+    ask(control, TextControl::SCI_SETEMPTYSELECTION, at);
+    ScintillaCalls::remove(control, {at, control.map().lineEndOf(at)});
 }
 
-void deleteLines(CodeMax& control) {
+void deleteLines(TextControl& control) {
     const Span lines = TextSpans::selectedLines(control);
-    ask(control, CodeMax::SCI_SETEMPTYSELECTION, lines.from);
-    ControlText::remove(control, lines);
+    ask(control, TextControl::SCI_SETEMPTYSELECTION, lines.from);
+    ScintillaCalls::remove(control, lines);
 }
 
-void cutLines(CodeMax& control) {
+void cutLines(TextControl& control) {
     const Span lines = TextSpans::selectedLines(control);
     if (lines.empty())
         return;
-    ControlText::select(control, lines.from, lines.to);
+    ScintillaCalls::select(control, lines.from, lines.to);
     control.Cut();
 }
 
-void selectLines(CodeMax& control) {
+void selectLines(TextControl& control) {
     selectSpan(control, TextSpans::selectedLines(control));
 }
 
-void selectParagraph(CodeMax& control) {
+void selectParagraph(TextControl& control) {
     selectSpan(control, TextSpans::paragraphAtCaret(control));
 }
 
-void selectWord(CodeMax& control) {
+void selectWord(TextControl& control) {
     selectSpan(control, TextSpans::wordAtCaret(control));
 }
 
-void indent(CodeMax& control) {
+void indent(TextControl& control) {
     const QByteArray step = indentation(control);
     const auto [first, last] = TextSpans::selectedLineNumbers(control);
     const qint64 at = caret(control);
@@ -84,13 +84,13 @@ void indent(CodeMax& control) {
     for (qint64 line = last; line >= first; --line) {
         const qint64 begin = control.map().lineBegin(line);
         if (first == last || control.map().lineEndOf(begin) > begin)
-            ControlText::replace(control, {begin, begin}, step);
+            ScintillaCalls::replace(control, {begin, begin}, step);
     }
     if (follows)
-        ask(control, CodeMax::SCI_SETEMPTYSELECTION, at + step.size());
+        ask(control, TextControl::SCI_SETEMPTYSELECTION, at + step.size());
 }
 
-void unindent(CodeMax& control) {
+void unindent(TextControl& control) {
     const qint64 width = levelWidth(control);
     const auto [first, last] = TextSpans::selectedLineNumbers(control);
     for (qint64 line = last; line >= first; --line) {
@@ -98,11 +98,11 @@ void unindent(CodeMax& control) {
         const qint64 length = std::min(width, control.map().lineEndOf(begin) - begin);
         const qint64 bytes = indentedBytes(control.heldText().range(begin, length));
         if (bytes > 0)
-            ControlText::remove(control, {begin, begin + bytes});
+            ScintillaCalls::remove(control, {begin, begin + bytes});
     }
 }
 
-void sort(CodeMax& control, LineSort::Order order) {
+void sort(TextControl& control, LineSort::Order order) {
     if (TextSpans::selection(control).empty())
         return;
     const KeptBookmarks kept(control);
@@ -112,8 +112,8 @@ void sort(CodeMax& control, LineSort::Order order) {
     const auto size = static_cast<qsizetype>(after.size());
     const QByteArray sorted = QByteArray::fromRawData(after.data(), size);
     if (sorted != before)
-        ControlText::replace(control, lines, sorted);
-    ControlText::select(control, lines.from, sorted == before ? lines.to : lines.from + size);
+        ScintillaCalls::replace(control, lines, sorted);
+    ScintillaCalls::select(control, lines.from, sorted == before ? lines.to : lines.from + size);
 }
 
 }  // namespace LineCommands

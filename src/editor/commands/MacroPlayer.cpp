@@ -1,14 +1,14 @@
 #include "editor/commands/MacroPlayer.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
 #include "editor/control/ControlGlobals.h"
+#include "editor/control/TextControl.h"
 #include "platform/Yield.h"
 #include "widgets/InputStop.h"
 
 #include <algorithm>
 
-MacroPlayer::MacroPlayer(CodeMax& control, ControlGlobals& globals) : m_control(&control), m_globals(globals) {}
+MacroPlayer::MacroPlayer(TextControl& control, ControlGlobals& globals) : m_control(&control), m_globals(globals) {}
 
 MacroPlayer::~MacroPlayer() {
     if (m_control && m_input)
@@ -19,7 +19,7 @@ void MacroPlayer::play(int n, int times) {
     if (m_stopped)
         return;
     if (std::ranges::find(m_running, n) != m_running.end()) {
-        m_warning = CodeMax::tr("Macro %1 runs into itself. It was stopped.").arg(n);
+        m_warning = TextControl::tr("Macro %1 runs into itself. It was stopped.").arg(n);
         m_stopped = true;
         return;
     }
@@ -54,18 +54,18 @@ void MacroPlayer::yield() {
     if (!m_input) {
         m_input = std::make_unique<InputStop>();
         m_control->setUpdatesEnabled(false);
-        m_control->notice(CodeMax::tr("Playing a macro. Esc stops it."));
+        m_control->notice(TextControl::tr("Playing a macro. Esc stops it."));
     }
     yieldOnce();
     if (m_input->escaped())
-        m_remark = CodeMax::tr("The macro was stopped.");
+        m_remark = TextControl::tr("The macro was stopped.");
     m_stopped = m_stopped || !m_control || m_input->escaped();
 }
 
 QString MacroPlayer::whyNothingWasDone(const MacroStep& step) const {
     const ControlCommands::Row* row = ControlCommands::find(step.command);
     if (row != nullptr && row->kind == ControlCommands::Kind::Searches)
-        return CodeMax::tr("The macro has ended: \"%1\" was not found.").arg(m_control->searchText());
-    return CodeMax::tr("The macro has ended: there was nothing to do for \"%1\".")
+        return TextControl::tr("The macro has ended: \"%1\" was not found.").arg(m_control->searchText());
+    return TextControl::tr("The macro has ended: there was nothing to do for \"%1\".")
         .arg(ControlCommands::captionOf(step.command));
 }

@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-class CodeMax;
+class TextControl;
 class ControlGlobals;
 class InputStop;
 
@@ -18,7 +18,7 @@ class InputStop;
 class MacroPlayer {
  public:
     /// Both outlive this object, but for a control that goes while it yields.
-    MacroPlayer(CodeMax& control, ControlGlobals& globals);
+    MacroPlayer(TextControl& control, ControlGlobals& globals);
     ~MacroPlayer();
     MacroPlayer(const MacroPlayer&) = delete;
     MacroPlayer& operator=(const MacroPlayer&) = delete;
@@ -41,7 +41,7 @@ class MacroPlayer {
     void yield();
     QString whyNothingWasDone(const MacroStep& step) const;
 
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
     ControlGlobals& m_globals;
     std::vector<int> m_running;
     bool m_stopped = false;

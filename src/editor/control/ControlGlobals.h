@@ -7,7 +7,7 @@
 
 #include <optional>
 
-class CodeMax;
+class TextControl;
 class ControlPage;
 class MacroRecorder;
 class QKeyEvent;
@@ -42,12 +42,12 @@ class ControlGlobals {
     /// The one recording of the process.
     virtual MacroRecorder& recorder() = 0;
     /// Whether there is room for one more macro; says so when there is not.
-    virtual bool mayRecord(CodeMax& control) = 0;
+    virtual bool mayRecord(TextControl& control) = 0;
     /// Asks which hot key the macro is to have, and keeps it then.
-    virtual void keepMacro(CodeMax& control, const QList<MacroStep>& steps) = 0;
+    virtual void keepMacro(TextControl& control, const QList<MacroStep>& steps) = 0;
     /// The steps of macro `n`, from 1; empty when there is none.
     virtual QList<MacroStep> macro(int n) const = 0;
 
     /// Pages for the properties dialog of a control, which owns them then.
-    virtual QList<ControlPage*> propertyPages(CodeMax& control) = 0;
+    virtual QList<ControlPage*> propertyPages(TextControl& control) = 0;
 };

@@ -1,11 +1,13 @@
 #include "editor/control/KeptBookmarks.h"
 
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
 #include "editor/held/Margins.h"
 
-KeptBookmarks::KeptBookmarks(CodeMax& control) : m_control(control), m_lineCount(control.TotalLines()) {
+KeptBookmarks::KeptBookmarks(TextControl& control) : m_control(control), m_lineCount(control.TotalLines()) {
     constexpr qint64 mask = 1 << Markers::Bookmark;
-    const auto next = [&](qint64 held) { return ControlText::ask(control, CodeMax::SCI_MARKERNEXT, held, mask); };
+    const auto next = [&](qint64 held) {
+        return ScintillaCalls::ask(control, TextControl::SCI_MARKERNEXT, held, mask);
+    };
     for (qint64 held = next(0); held >= 0; held = next(held + 1))
         m_lines.push_back(control.map().lineOf(control.heldText().lineStart(held)));
 }

@@ -1,12 +1,12 @@
 #include "editor/control/KeptView.h"
 
-#include "editor/control/CodeMax.h"
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
+#include "editor/control/TextControl.h"
 
-using ControlText::ask;
+using ScintillaCalls::ask;
 using Sci = QsciScintillaBase;
 
-KeptView::KeptView(const CodeMax& control)
+KeptView::KeptView(const TextControl& control)
     : m_changes(control.changeCount()),
       m_rectangle(ask(control, Sci::SCI_SELECTIONISRECTANGLE) != 0),
       m_ranges(control),
@@ -17,7 +17,7 @@ KeptView::KeptView(const CodeMax& control)
       m_firstLine(ask(control, Sci::SCI_GETFIRSTVISIBLELINE)),
       m_left(ask(control, Sci::SCI_GETXOFFSET)) {}
 
-void KeptView::giveBackTo(CodeMax& control) const {
+void KeptView::giveBackTo(TextControl& control) const {
     if (control.changeCount() != m_changes)
         return;
     m_rectangle ? giveBackRectangle(control) : m_ranges.select(control);
@@ -25,7 +25,7 @@ void KeptView::giveBackTo(CodeMax& control) const {
     ask(control, Sci::SCI_SETXOFFSET, m_left);
 }
 
-void KeptView::giveBackRectangle(CodeMax& control) const {
+void KeptView::giveBackRectangle(TextControl& control) const {
     ask(control, Sci::SCI_SETRECTANGULARSELECTIONANCHOR, m_anchor.byte);
     ask(control, Sci::SCI_SETRECTANGULARSELECTIONANCHORVIRTUALSPACE, m_anchor.beyond);
     ask(control, Sci::SCI_SETRECTANGULARSELECTIONCARET, m_caret.byte);

@@ -1,14 +1,14 @@
 #include "editor/control/LanguageIndent.h"
 
-#include "editor/control/CodeMax.h"
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
+#include "editor/control/TextControl.h"
 #include "editor/language/AutoIndent.h"
 #include "editor/language/BraceScan.h"
 
 #include <algorithm>
 #include <optional>
 
-using ControlText::ask;
+using ScintillaCalls::ask;
 
 namespace {
 
@@ -17,29 +17,29 @@ constexpr qint64 FrontLimit = 4096;
 /// Empty lines that are passed over on the way up.
 constexpr qint64 EmptyLines = 1000;
 
-AutoIndent::Unit unitOf(const CodeMax& control) {
-    const auto tabWidth = static_cast<int>(ask(control, CodeMax::SCI_GETTABWIDTH));
-    const auto width = static_cast<int>(ask(control, CodeMax::SCI_GETINDENT));
-    return {width > 0 ? width : tabWidth, tabWidth, ask(control, CodeMax::SCI_GETUSETABS) != 0};
+AutoIndent::Unit unitOf(const TextControl& control) {
+    const auto tabWidth = static_cast<int>(ask(control, TextControl::SCI_GETTABWIDTH));
+    const auto width = static_cast<int>(ask(control, TextControl::SCI_GETINDENT));
+    return {width > 0 ? width : tabWidth, tabWidth, ask(control, TextControl::SCI_GETUSETABS) != 0};
 }
 
-QByteArray frontAt(const CodeMax& control, qint64 begin, qint64 end) {
+QByteArray frontAt(const TextControl& control, qint64 begin, qint64 end) {
     const QByteArray looked = control.bytes(begin, std::min(end, begin + FrontLimit));
     return AutoIndent::frontOf(looked).toByteArray();
 }
 
-QByteArray frontOfLineAt(const CodeMax& control, qint64 byte) {
+QByteArray frontOfLineAt(const TextControl& control, qint64 byte) {
     const qint64 begin = control.map().lineBeginOf(byte);
     return frontAt(control, begin, control.map().lineEndOf(byte));
 }
 
-bool isBlankByte(const CodeMax& control, qint64 byte) {
+bool isBlankByte(const TextControl& control, qint64 byte) {
     const char c = control.heldText().range(byte, 1).front();
     return c == ' ' || c == '\t';
 }
 
 /// The end of what stands in front of a byte in its line, blanks and comments aside.
-qint64 codeEnd(const CodeMax& control, qint64 begin, qint64 byte) {
+qint64 codeEnd(const TextControl& control, qint64 begin, qint64 byte) {
     const Colouring& colouring = control.colouring();
     colouring.completeNear(byte);
     const auto isComment = [&](qint64 at) {
@@ -51,7 +51,7 @@ qint64 codeEnd(const CodeMax& control, qint64 begin, qint64 byte) {
     return byte;
 }
 
-bool lineOpensLevel(const CodeMax& control, qint64 begin, qint64 byte) {
+bool lineOpensLevel(const TextControl& control, qint64 begin, qint64 byte) {
     const LanguageDefinition* language = control.colouring().language();
     const qint64 end = codeEnd(control, begin, byte);
     return language != nullptr && end > begin && !control.colouring().isProse(end - 1) &&
@@ -59,7 +59,7 @@ bool lineOpensLevel(const CodeMax& control, qint64 begin, qint64 byte) {
 }
 
 /// Front of the line that holds the partner of a closing bracket.
-std::optional<QByteArray> frontOfPartner(const CodeMax& control, qint64 bracket) {
+std::optional<QByteArray> frontOfPartner(const TextControl& control, qint64 bracket) {
     const Colouring& colouring = control.colouring();
     const BraceScan::Match match = BraceScan::matchAt(
         control.heldText(), bracket, [&](qint64 byte) { return !colouring.isProse(byte); }, colouring.brackets());
@@ -70,7 +70,7 @@ std::optional<QByteArray> frontOfPartner(const CodeMax& control, qint64 bracket)
 
 /// Front of a line a level before the last line above that is not empty, or as that one when it has just opened a
 /// level.
-std::optional<QByteArray> frontByLineAbove(const CodeMax& control, qint64 begin) {
+std::optional<QByteArray> frontByLineAbove(const TextControl& control, qint64 begin) {
     for (qint64 passed = 0; begin > 0 && passed < EmptyLines; ++passed) {
         const qint64 above = control.map().lineBeginOf(begin - 1);
         const qint64 end = control.map().lineEndOf(above);
@@ -89,11 +89,11 @@ std::optional<QByteArray> frontByLineAbove(const CodeMax& control, qint64 begin)
 }
 
 /// The caret, where it stands at the front's end, stays there.
-void replaceFront(CodeMax& control, Span front, const QByteArray& wanted) {
-    const bool follows = ControlText::caret(control) == front.to;
-    ControlText::replace(control, front, wanted);
+void replaceFront(TextControl& control, Span front, const QByteArray& wanted) {
+    const bool follows = ScintillaCalls::caret(control) == front.to;
+    ScintillaCalls::replace(control, front, wanted);
     if (follows)
-        ask(control, CodeMax::SCI_SETEMPTYSELECTION, front.from + wanted.size());
+        ask(control, TextControl::SCI_SETEMPTYSELECTION, front.from + wanted.size());
 }
 
 bool isClosingBracket(const LanguageDefinition& language, char c) {
@@ -105,7 +105,7 @@ bool isClosingBracket(const LanguageDefinition& language, char c) {
 
 namespace LanguageIndent {
 
-QByteArray frontBehind(const CodeMax& control, qint64 byte) {
+QByteArray frontBehind(const TextControl& control, qint64 byte) {
     const qint64 begin = control.map().lineBeginOf(byte);
     QByteArray front = frontAt(control, begin, byte);
     if (!lineOpensLevel(control, begin, byte))
@@ -113,9 +113,9 @@ QByteArray frontBehind(const CodeMax& control, qint64 byte) {
     return AutoIndent::oneLevelMore(front, unitOf(control));
 }
 
-void closeLevel(CodeMax& control) {
+void closeLevel(TextControl& control) {
     const LanguageDefinition* language = control.colouring().language();
-    const qint64 begin = control.map().lineBeginOf(ControlText::caret(control));
+    const qint64 begin = control.map().lineBeginOf(ScintillaCalls::caret(control));
     const qint64 end = control.map().lineEndOf(begin);
     const QByteArray front = frontAt(control, begin, end);
     const qint64 mark = begin + front.size();
@@ -132,11 +132,11 @@ void closeLevel(CodeMax& control) {
         replaceFront(control, {begin, mark}, *wanted);
 }
 
-void closeTypedLevel(CodeMax& control) {
+void closeTypedLevel(TextControl& control) {
     const LanguageDefinition* language = control.colouring().language();
     if (language == nullptr || language->unindentAt.isEmpty())
         return;
-    const qint64 caret = ControlText::caret(control);
+    const qint64 caret = ScintillaCalls::caret(control);
     const qint64 begin = control.map().lineBeginOf(caret);
     if (caret - begin > FrontLimit)
         return;
@@ -149,9 +149,9 @@ void closeTypedLevel(CodeMax& control) {
         closeLevel(control);
 }
 
-void closeLevelAtLineEnd(CodeMax& control) {
+void closeLevelAtLineEnd(TextControl& control) {
     const LanguageDefinition* language = control.colouring().language();
-    const qint64 caret = ControlText::caret(control);
+    const qint64 caret = ScintillaCalls::caret(control);
     const qint64 begin = control.map().lineBeginOf(caret);
     if (language == nullptr || caret - begin > FrontLimit)
         return;

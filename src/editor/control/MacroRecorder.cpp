@@ -1,15 +1,15 @@
 #include "editor/control/MacroRecorder.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <utility>
 
-bool MacroRecorder::follows(const CodeMax& control) const {
+bool MacroRecorder::follows(const TextControl& control) const {
     return m_recording && m_control.data() == &control;
 }
 
-void MacroRecorder::begin(CodeMax& control) {
+void MacroRecorder::begin(TextControl& control) {
     m_steps.clear();
     m_missed = 0;
     m_control = &control;

@@ -1,6 +1,6 @@
 #include "editor/control/SearchNotice.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 namespace {
 
@@ -9,7 +9,7 @@ constexpr qint64 DelayMilliseconds = 500;
 
 }  // namespace
 
-SearchNotice::SearchNotice(CodeMax& control) : m_control(&control) {
+SearchNotice::SearchNotice(TextControl& control) : m_control(&control) {
     m_since.start();
 }
 
@@ -22,6 +22,6 @@ bool SearchNotice::lookAtClock() {
     if (m_shown || !m_control || m_since.elapsed() < DelayMilliseconds)
         return m_shown;
     m_shown = true;
-    m_control->notice(CodeMax::tr("Searching. Esc stops it."));
+    m_control->notice(TextControl::tr("Searching. Esc stops it."));
     return true;
 }

@@ -3,13 +3,13 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
-class CodeMax;
+class TextControl;
 
 /// Tells a person that a search of a control takes long, and how to end it, until this object goes. The search's watch
 /// owns it.
 class SearchNotice {
  public:
-    explicit SearchNotice(CodeMax& control);
+    explicit SearchNotice(TextControl& control);
     ~SearchNotice();
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
@@ -18,7 +18,7 @@ class SearchNotice {
     bool lookAtClock();
 
  private:
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
     QElapsedTimer m_since;
     bool m_shown = false;
 };

@@ -1,14 +1,14 @@
 #include "editor/control/SelectedRanges.h"
 
-#include "editor/control/CodeMax.h"
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
+#include "editor/control/TextControl.h"
 
 #include <iterator>
 
-using ControlText::ask;
+using ScintillaCalls::ask;
 using Sci = QsciScintillaBase;
 
-SelectedRanges::SelectedRanges(const CodeMax& control) : m_main(ask(control, Sci::SCI_GETMAINSELECTION)) {
+SelectedRanges::SelectedRanges(const TextControl& control) : m_main(ask(control, Sci::SCI_GETMAINSELECTION)) {
     for (qint64 range = 0; range < ask(control, Sci::SCI_GETSELECTIONS); ++range)
         m_ranges.push_back({{ask(control, Sci::SCI_GETSELECTIONNANCHOR, range),
                              ask(control, Sci::SCI_GETSELECTIONNANCHORVIRTUALSPACE, range)},
@@ -16,7 +16,7 @@ SelectedRanges::SelectedRanges(const CodeMax& control) : m_main(ask(control, Sci
                              ask(control, Sci::SCI_GETSELECTIONNCARETVIRTUALSPACE, range)}});
 }
 
-void SelectedRanges::select(const CodeMax& control) const {
+void SelectedRanges::select(const TextControl& control) const {
     ask(control, Sci::SCI_CLEARSELECTIONS);
     for (qint64 range = 0; range < std::ssize(m_ranges); ++range) {
         const auto& [anchor, caret] = m_ranges[static_cast<std::size_t>(range)];

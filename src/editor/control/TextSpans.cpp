@@ -1,24 +1,24 @@
 #include "editor/control/TextSpans.h"
 
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
 
 #include <algorithm>
 
-using ControlText::ask;
-using ControlText::caret;
+using ScintillaCalls::ask;
+using ScintillaCalls::caret;
 
 namespace {
 
-qint64 scintillaWordStart(const CodeMax& control, qint64 byte) {
-    return ask(control, CodeMax::SCI_WORDSTARTPOSITION, byte, 1);
+qint64 scintillaWordStart(const TextControl& control, qint64 byte) {
+    return ask(control, TextControl::SCI_WORDSTARTPOSITION, byte, 1);
 }
 
-qint64 scintillaWordEnd(const CodeMax& control, qint64 byte) {
-    return ask(control, CodeMax::SCI_WORDENDPOSITION, byte, 1);
+qint64 scintillaWordEnd(const TextControl& control, qint64 byte) {
+    return ask(control, TextControl::SCI_WORDENDPOSITION, byte, 1);
 }
 
 /// Scintilla's words end at a joint: goes on with what lies on its other side.
-qint64 wordStart(const CodeMax& control, qint64 byte) {
+qint64 wordStart(const TextControl& control, qint64 byte) {
     qint64 start = scintillaWordStart(control, byte);
     while (control.map().joints().isJoint(start - 1)) {
         const qint64 before = scintillaWordStart(control, start - 1);
@@ -29,7 +29,7 @@ qint64 wordStart(const CodeMax& control, qint64 byte) {
     return start;
 }
 
-qint64 wordEnd(const CodeMax& control, qint64 byte) {
+qint64 wordEnd(const TextControl& control, qint64 byte) {
     qint64 end = scintillaWordEnd(control, byte);
     while (control.map().joints().isJoint(end)) {
         const qint64 behind = scintillaWordEnd(control, end + 1);
@@ -40,7 +40,7 @@ qint64 wordEnd(const CodeMax& control, qint64 byte) {
     return end;
 }
 
-bool isBlankLine(const CodeMax& control, qint64 line) {
+bool isBlankLine(const TextControl& control, qint64 line) {
     const qint64 begin = control.map().lineBegin(line);
     const qint64 end = control.map().lineEndOf(begin);
     bool blank = true;
@@ -54,35 +54,35 @@ bool isBlankLine(const CodeMax& control, qint64 line) {
 
 namespace TextSpans {
 
-Span selection(const CodeMax& control) {
-    Span whole{ask(control, CodeMax::SCI_GETSELECTIONSTART), ask(control, CodeMax::SCI_GETSELECTIONEND)};
-    const qint64 count = ask(control, CodeMax::SCI_GETSELECTIONS);
+Span selection(const TextControl& control) {
+    Span whole{ask(control, TextControl::SCI_GETSELECTIONSTART), ask(control, TextControl::SCI_GETSELECTIONEND)};
+    const qint64 count = ask(control, TextControl::SCI_GETSELECTIONS);
     for (qint64 part = 0; part < count; ++part) {
-        whole.from = std::min(whole.from, ask(control, CodeMax::SCI_GETSELECTIONNSTART, part));
-        whole.to = std::max(whole.to, ask(control, CodeMax::SCI_GETSELECTIONNEND, part));
+        whole.from = std::min(whole.from, ask(control, TextControl::SCI_GETSELECTIONNSTART, part));
+        whole.to = std::max(whole.to, ask(control, TextControl::SCI_GETSELECTIONNEND, part));
     }
     return whole;
 }
 
-Span wordAtCaret(const CodeMax& control) {
+Span wordAtCaret(const TextControl& control) {
     const qint64 at = caret(control);
     return {wordStart(control, at), wordEnd(control, at)};
 }
 
-LineRange selectedLineNumbers(const CodeMax& control) {
+LineRange selectedLineNumbers(const TextControl& control) {
     const Span chosen = selection(control);
     const TextMap& map = control.map();
     const bool endsAtStart = !chosen.empty() && map.lineBeginOf(chosen.to) == chosen.to;
     return {map.lineOf(chosen.from), map.lineOf(chosen.to) - (endsAtStart ? 1 : 0)};
 }
 
-Span selectedLines(const CodeMax& control) {
+Span selectedLines(const TextControl& control) {
     const auto [first, last] = selectedLineNumbers(control);
     const TextMap& map = control.map();
     return {map.lineBegin(first), map.nextLineOf(map.lineBegin(last))};
 }
 
-Span paragraphAtCaret(const CodeMax& control) {
+Span paragraphAtCaret(const TextControl& control) {
     const TextMap& map = control.map();
     qint64 first = map.lineOf(caret(control));
     if (isBlankLine(control, first))

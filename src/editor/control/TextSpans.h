@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-class CodeMax;
+class TextControl;
 
 /// Bytes of the held text, from the first to before the last.
 struct Span {
@@ -23,17 +23,17 @@ struct LineRange {
 namespace TextSpans {
 
 /// From the first to the last place that is selected, in whatever way.
-Span selection(const CodeMax& control);
+Span selection(const TextControl& control);
 
 /// The word around the caret, or the one that begins or ends there; empty when there is none.
-Span wordAtCaret(const CodeMax& control);
+Span wordAtCaret(const TextControl& control);
 
 /// The lines that the selection touches. A line at whose start the selection ends is not touched.
-LineRange selectedLineNumbers(const CodeMax& control);
+LineRange selectedLineNumbers(const TextControl& control);
 /// The same with their line ends.
-Span selectedLines(const CodeMax& control);
+Span selectedLines(const TextControl& control);
 
 /// The lines around the caret up to the next ones that hold nothing but blanks; empty when the caret's does so itself.
-Span paragraphAtCaret(const CodeMax& control);
+Span paragraphAtCaret(const TextControl& control);
 
 }  // namespace TextSpans

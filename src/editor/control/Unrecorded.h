@@ -1,12 +1,12 @@
 #pragma once
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QPointer>
 
-class CodeMax::Unrecorded {
+class TextControl::Unrecorded {
  public:
-    explicit Unrecorded(CodeMax& control) : m_control(&control) { ++m_control->m_unrecorded; }
+    explicit Unrecorded(TextControl& control) : m_control(&control) { ++m_control->m_unrecorded; }
     ~Unrecorded() {
         if (m_control)
             --m_control->m_unrecorded;
@@ -15,5 +15,5 @@ class CodeMax::Unrecorded {
     Unrecorded& operator=(const Unrecorded&) = delete;
 
  private:
-    QPointer<CodeMax> m_control;
+    QPointer<TextControl> m_control;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "text/held/HeldText.h"
-#include "text/search/TextSearch.h"
+#include "text/search/MatchScan.h"
 
 #include <QByteArray>
 

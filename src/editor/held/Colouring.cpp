@@ -1,6 +1,6 @@
 #include "editor/held/Colouring.h"
 
-#include "editor/held/ViewColours.h"
+#include "editor/held/ScintillaColour.h"
 #include "editor/language/BraceScan.h"
 #include "editor/language/TokenLooks.h"
 
@@ -68,7 +68,7 @@ void Colouring::setUpStyles(const TokenLooks& looks, const QColor& ground, bool 
         if (isPlain || isOfTheView(style))
             continue;
         const TokenLook look = looks.on(ground, token);
-        ask(Sci::SCI_STYLESETFORE, style, ViewColours::number(look.colour));
+        ask(Sci::SCI_STYLESETFORE, style, ScintillaColour::number(look.colour));
         ask(Sci::SCI_STYLESETBOLD, style, look.bold);
         ask(Sci::SCI_STYLESETITALIC, style, look.italic);
     }

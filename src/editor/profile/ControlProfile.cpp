@@ -1,6 +1,6 @@
 #include "editor/profile/ControlProfile.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "settings/Colour.h"
 #include "settings/registry/RegistryData.h"
 #include "settings/registry/RegistryStore.h"
@@ -17,30 +17,30 @@ struct Row {
     const char* name;
     qint32 smallest;
     qint32 largest;
-    std::optional<qint32> (*ask)(const CodeMax& control);
-    void (*put)(CodeMax& control, std::optional<qint32> value);
+    std::optional<qint32> (*ask)(const TextControl& control);
+    void (*put)(TextControl& control, std::optional<qint32> value);
 };
 
-template <bool (CodeMax::*Value)() const, void (CodeMax::*Set)(bool)>
+template <bool (TextControl::*Value)() const, void (TextControl::*Set)(bool)>
 constexpr Row flag(const char* name) {
-    return {name, 0, 1, [](const CodeMax& control) -> std::optional<qint32> { return (control.*Value)() ? 1 : 0; },
-            [](CodeMax& control, std::optional<qint32> value) {
+    return {name, 0, 1, [](const TextControl& control) -> std::optional<qint32> { return (control.*Value)() ? 1 : 0; },
+            [](TextControl& control, std::optional<qint32> value) {
                 if (value && (*value != 0) != (control.*Value)())
                     (control.*Set)(*value != 0);
             }};
 }
 
 /// Not told: the desktop's.
-template <CodeMax::Element Element>
+template <TextControl::Element Element>
 constexpr Row colour(const char* name) {
     return {name, 0, LargestColour,
-            [](const CodeMax& control) -> std::optional<qint32> {
+            [](const TextControl& control) -> std::optional<qint32> {
                 const QColor own = control.elementColour(Element);
                 if (!own.isValid())
                     return std::nullopt;
                 return Colour{own.red(), own.green(), own.blue()}.number();
             },
-            [](CodeMax& control, std::optional<qint32> value) {
+            [](TextControl& control, std::optional<qint32> value) {
                 const Colour own = Colour::fromNumber(value.value_or(0));
                 const QColor wanted = value ? QColor(own.red, own.green, own.blue) : QColor();
                 if (wanted != control.elementColour(Element))
@@ -49,20 +49,22 @@ constexpr Row colour(const char* name) {
 }
 
 constexpr Row Rows[] = {
-    flag<&CodeMax::WordWrap, &CodeMax::setWordWrap>("WordWrap"),
-    flag<&CodeMax::DisplayWhitespace, &CodeMax::setDisplayWhitespace>("DisplayWhitespace"),
-    flag<&CodeMax::LineNumbering, &CodeMax::setLineNumbering>("LineNumbering"),
-    flag<&CodeMax::DisplayLeftMargin, &CodeMax::setDisplayLeftMargin>("DisplayLeftMargin"),
-    flag<&CodeMax::BraceMatching, &CodeMax::setBraceMatching>("BraceMatching"),
-    flag<&CodeMax::BlanksForTabs, &CodeMax::setBlanksForTabs>("BlanksForTabs"),
-    flag<&CodeMax::AutoIndent, &CodeMax::setAutoIndent>("AutoIndent"),
-    flag<&CodeMax::DragDrop, &CodeMax::setDragDrop>("DragDrop"),
-    {"TabWidth", 1, CodeMax::LargestTabWidth,
-     [](const CodeMax& control) -> std::optional<qint32> { return control.TabWidth(); },
-     [](CodeMax& control, std::optional<qint32> value) { control.setTabWidth(value.value_or(control.TabWidth())); }},
-    colour<CodeMax::BackgroundElement>("BackgroundColor"),
-    colour<CodeMax::LeftMarginElement>("LeftMarginColor"),
-    colour<CodeMax::RowHighlightElement>("RowHighlightColor"),
+    flag<&TextControl::WordWrap, &TextControl::setWordWrap>("WordWrap"),
+    flag<&TextControl::DisplayWhitespace, &TextControl::setDisplayWhitespace>("DisplayWhitespace"),
+    flag<&TextControl::LineNumbering, &TextControl::setLineNumbering>("LineNumbering"),
+    flag<&TextControl::DisplayLeftMargin, &TextControl::setDisplayLeftMargin>("DisplayLeftMargin"),
+    flag<&TextControl::BraceMatching, &TextControl::setBraceMatching>("BraceMatching"),
+    flag<&TextControl::BlanksForTabs, &TextControl::setBlanksForTabs>("BlanksForTabs"),
+    flag<&TextControl::AutoIndent, &TextControl::setAutoIndent>("AutoIndent"),
+    flag<&TextControl::DragDrop, &TextControl::setDragDrop>("DragDrop"),
+    {"TabWidth", 1, TextControl::LargestTabWidth,
+     [](const TextControl& control) -> std::optional<qint32> { return control.TabWidth(); },
+     [](TextControl& control, std::optional<qint32> value) {
+         control.setTabWidth(value.value_or(control.TabWidth()));
+     }},
+    colour<TextControl::BackgroundElement>("BackgroundColor"),
+    colour<TextControl::LeftMarginElement>("LeftMarginColor"),
+    colour<TextControl::RowHighlightElement>("RowHighlightColor"),
 };
 
 QString storedUnder() {
@@ -88,7 +90,7 @@ int store(RegistryStore& store, const Row& row, std::optional<qint32> value) {
 
 }  // namespace
 
-ControlProfile ControlProfile::of(const CodeMax& control) {
+ControlProfile ControlProfile::of(const TextControl& control) {
     static_assert(std::size(Rows) == Count);
     ControlProfile profile;
     for (std::size_t row = 0; row < Count; ++row)
@@ -96,7 +98,7 @@ ControlProfile ControlProfile::of(const CodeMax& control) {
     return profile;
 }
 
-void ControlProfile::applyTo(CodeMax& control) const {
+void ControlProfile::applyTo(TextControl& control) const {
     for (std::size_t row = 0; row < Count; ++row)
         Rows[row].put(control, m_values[row]);
 }

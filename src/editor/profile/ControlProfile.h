@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <optional>
 
-class CodeMax;
+class TextControl;
 class RegistryStore;
 
 /// How controls show text and take keys, as it is kept from run to run: what the properties dialog offers but for the
@@ -14,8 +14,8 @@ class RegistryStore;
 class ControlProfile {
  public:
     /// What a control has at the moment.
-    static ControlProfile of(const CodeMax& control);
-    void applyTo(CodeMax& control) const;
+    static ControlProfile of(const TextControl& control);
+    void applyTo(TextControl& control) const;
 
     /// Takes what is stored; what is not, or cannot be read, is no longer told.
     void load(RegistryStore& store);

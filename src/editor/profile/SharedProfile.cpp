@@ -1,6 +1,6 @@
 #include "editor/profile/SharedProfile.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "settings/registry/RegistryStore.h"
 
 SharedProfile::SharedProfile(RegistryStore& store, QObject* parent) : QObject(parent), m_store(store) {}
@@ -15,8 +15,8 @@ bool SharedProfile::save() {
     return m_stored;
 }
 
-void SharedProfile::connectTo(CodeMax& control) {
-    connect(&control, &CodeMax::PropertiesChanged, this, &SharedProfile::take);
+void SharedProfile::connectTo(TextControl& control) {
+    connect(&control, &TextControl::PropertiesChanged, this, &SharedProfile::take);
     connect(this, &SharedProfile::Changed, &control,
             [&control](const ControlProfile& before, const ControlProfile& after) {
                 ControlProfile own = ControlProfile::of(control);

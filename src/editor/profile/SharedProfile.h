@@ -23,8 +23,8 @@ class SharedProfile : public QObject {
     bool save();
 
     /// From now on the control and the others follow each other. It is as it was until applyTo.
-    void connectTo(CodeMax& control);
-    void applyTo(CodeMax& control) const { m_profile.applyTo(control); }
+    void connectTo(TextControl& control);
+    void applyTo(TextControl& control) const { m_profile.applyTo(control); }
 
  Q_SIGNALS:
     void Changed(const ControlProfile& before, const ControlProfile& after);

@@ -1,7 +1,7 @@
 #include "editor/windows/ControlPrompts.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QInputDialog>
 #include <QMessageBox>
@@ -18,10 +18,10 @@ struct Question {
     QString label;
     int largest = 1;
     int value = 1;
-    void (*answer)(CodeMax& control, int number);
+    void (*answer)(TextControl& control, int number);
 };
 
-void ask(CodeMax& control, const Question& question) {
+void ask(TextControl& control, const Question& question) {
     auto* dialog = control.findChild<QInputDialog*>(question.name);
     if (dialog == nullptr) {
         dialog = new QInputDialog(&control);
@@ -50,21 +50,23 @@ void ask(CodeMax& control, const Question& question) {
 
 namespace ControlPrompts {
 
-void askLine(CodeMax& control) {
+void askLine(TextControl& control) {
     const int lines = static_cast<int>(std::min<qint64>(control.TotalLines(), std::numeric_limits<int>::max()));
     ask(control,
-        {QStringLiteral("GotoLine"), CodeMax::tr("Go to Line"), CodeMax::tr("Line (1 to %1):").arg(lines), lines,
-         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
-         [](CodeMax& target, int number) { target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number)); }});
+        {QStringLiteral("GotoLine"), TextControl::tr("Go to Line"), TextControl::tr("Line (1 to %1):").arg(lines),
+         lines, static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
+         [](TextControl& target, int number) {
+             target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number));
+         }});
 }
 
-void askRepeatCount(CodeMax& control) {
-    ask(control, {QStringLiteral("RepeatCount"), CodeMax::tr("Repeat Count"),
-                  CodeMax::tr("Times to repeat the next command:"), CodeMax::LargestRepeatCount, control.repeatCount(),
-                  [](CodeMax& target, int number) { target.setRepeatCount(number); }});
+void askRepeatCount(TextControl& control) {
+    ask(control, {QStringLiteral("RepeatCount"), TextControl::tr("Repeat Count"),
+                  TextControl::tr("Times to repeat the next command:"), TextControl::LargestRepeatCount,
+                  control.repeatCount(), [](TextControl& target, int number) { target.setRepeatCount(number); }});
 }
 
-void tell(CodeMax& control, const QString& text) {
+void tell(TextControl& control, const QString& text) {
     auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmark"), text, QMessageBox::Ok, &control);
     box->setObjectName(QStringLiteral("ControlMessage"));
     box->setAttribute(Qt::WA_DeleteOnClose);

@@ -2,19 +2,19 @@
 
 #include <QString>
 
-class CodeMax;
+class TextControl;
 
 /// The small questions that the control asks by itself. Each is one dialog at a time, not modal, owned by the control;
 /// it takes no number outside its bounds, and Escape leaves it. Nothing here waits for an answer.
 namespace ControlPrompts {
 
 /// Moves the caret to the start of a line, counted from 1.
-void askLine(CodeMax& control);
+void askLine(TextControl& control);
 
 /// Sets how often the next command or key is to be carried out.
-void askRepeatCount(CodeMax& control);
+void askRepeatCount(TextControl& control);
 
 /// Tells what must not be overlooked.
-void tell(CodeMax& control, const QString& text);
+void tell(TextControl& control, const QString& text);
 
 }  // namespace ControlPrompts

@@ -1,7 +1,7 @@
 #include "editor/windows/ControlProperties.h"
 
-#include "editor/control/CodeMax.h"
 #include "editor/control/ControlGlobals.h"
+#include "editor/control/TextControl.h"
 #include "editor/profile/ControlProfile.h"
 #include "editor/windows/ControlPage.h"
 #include "editor/windows/TokenColourPage.h"
@@ -27,23 +27,25 @@ namespace {
 struct BoxRow {
     const char* name;
     const char* caption;
-    bool (CodeMax::*value)() const;
-    void (CodeMax::*set)(bool on);
+    bool (TextControl::*value)() const;
+    void (TextControl::*set)(bool on);
 };
 
 constexpr BoxRow viewBoxes[] = {
-    {"chkWordWrap", QT_TR_NOOP("&Wrap long lines"), &CodeMax::WordWrap, &CodeMax::setWordWrap},
-    {"chkWhitespace", QT_TR_NOOP("Show &tabs and spaces"), &CodeMax::DisplayWhitespace, &CodeMax::setDisplayWhitespace},
-    {"chkLineNumbers", QT_TR_NOOP("Line &numbers"), &CodeMax::LineNumbering, &CodeMax::setLineNumbering},
-    {"chkLeftMargin", QT_TR_NOOP("&Left margin"), &CodeMax::DisplayLeftMargin, &CodeMax::setDisplayLeftMargin},
-    {"chkBraces", QT_TR_NOOP("&Brace matching"), &CodeMax::BraceMatching, &CodeMax::setBraceMatching},
+    {"chkWordWrap", QT_TR_NOOP("&Wrap long lines"), &TextControl::WordWrap, &TextControl::setWordWrap},
+    {"chkWhitespace", QT_TR_NOOP("Show &tabs and spaces"), &TextControl::DisplayWhitespace,
+     &TextControl::setDisplayWhitespace},
+    {"chkLineNumbers", QT_TR_NOOP("Line &numbers"), &TextControl::LineNumbering, &TextControl::setLineNumbering},
+    {"chkLeftMargin", QT_TR_NOOP("&Left margin"), &TextControl::DisplayLeftMargin, &TextControl::setDisplayLeftMargin},
+    {"chkBraces", QT_TR_NOOP("&Brace matching"), &TextControl::BraceMatching, &TextControl::setBraceMatching},
 };
 
 constexpr BoxRow editingBoxes[] = {
-    {"chkBlanksForTabs", QT_TR_NOOP("&Blanks instead of tabs"), &CodeMax::BlanksForTabs, &CodeMax::setBlanksForTabs},
-    {"chkAutoIndent", QT_TR_NOOP("Begin new lines as &indented as the last"), &CodeMax::AutoIndent,
-     &CodeMax::setAutoIndent},
-    {"chkDragDrop", QT_TR_NOOP("&Drag text with the mouse"), &CodeMax::DragDrop, &CodeMax::setDragDrop},
+    {"chkBlanksForTabs", QT_TR_NOOP("&Blanks instead of tabs"), &TextControl::BlanksForTabs,
+     &TextControl::setBlanksForTabs},
+    {"chkAutoIndent", QT_TR_NOOP("Begin new lines as &indented as the last"), &TextControl::AutoIndent,
+     &TextControl::setAutoIndent},
+    {"chkDragDrop", QT_TR_NOOP("&Drag text with the mouse"), &TextControl::DragDrop, &TextControl::setDragDrop},
 };
 
 struct LineEndRow {
@@ -52,9 +54,9 @@ struct LineEndRow {
 };
 
 constexpr LineEndRow lineEnds[] = {
-    {QT_TR_NOOP("LF (Unix)"), CodeMax::SC_EOL_LF},
-    {QT_TR_NOOP("CR LF (Windows)"), CodeMax::SC_EOL_CRLF},
-    {QT_TR_NOOP("CR (old Macintosh)"), CodeMax::SC_EOL_CR},
+    {QT_TR_NOOP("LF (Unix)"), TextControl::SC_EOL_LF},
+    {QT_TR_NOOP("CR LF (Windows)"), TextControl::SC_EOL_CRLF},
+    {QT_TR_NOOP("CR (old Macintosh)"), TextControl::SC_EOL_CR},
 };
 
 struct EncodingRow {
@@ -70,7 +72,7 @@ constexpr EncodingRow encodings[] = {
     {QT_TR_NOOP("Unicode (UTF-16)"), SaveFlags::Utf16WithMark},
 };
 
-void addBoxes(const CodeMax& control, QFormLayout& form, std::span<const BoxRow> rows) {
+void addBoxes(const TextControl& control, QFormLayout& form, std::span<const BoxRow> rows) {
     for (const BoxRow& row : rows) {
         auto* box = new QCheckBox(ControlProperties::tr(row.caption));
         box->setObjectName(QString::fromLatin1(row.name));
@@ -79,7 +81,7 @@ void addBoxes(const CodeMax& control, QFormLayout& form, std::span<const BoxRow>
     }
 }
 
-void takeBoxes(CodeMax& control, const QDialog& dialog, std::span<const BoxRow> rows) {
+void takeBoxes(TextControl& control, const QDialog& dialog, std::span<const BoxRow> rows) {
     for (const BoxRow& row : rows) {
         const bool on = dialog.findChild<QCheckBox*>(QString::fromLatin1(row.name))->isChecked();
         if (on != (control.*row.value)())
@@ -96,7 +98,7 @@ QHBoxLayout* beside(QWidget* first, QWidget* second) {
 
 }  // namespace
 
-void ControlProperties::show(CodeMax& control) {
+void ControlProperties::show(TextControl& control) {
     auto* dialog = control.findChild<ControlProperties*>();
     if (dialog == nullptr)
         dialog = new ControlProperties(control);
@@ -104,7 +106,7 @@ void ControlProperties::show(CodeMax& control) {
     dialog->activateWindow();
 }
 
-ControlProperties::ControlProperties(CodeMax& control) : QDialog(&control), m_control(control) {
+ControlProperties::ControlProperties(TextControl& control) : QDialog(&control), m_control(control) {
     setObjectName(QStringLiteral("ControlProperties"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Properties"));
@@ -141,7 +143,7 @@ void ControlProperties::accept() {
     takeBoxes(m_control, *this, editingBoxes);
     m_control.setTabWidth(m_tabWidth->value());
     for (const ColourRow& row : m_colours)
-        m_control.setElementColour(static_cast<CodeMax::Element>(row.element), row.colour);
+        m_control.setElementColour(static_cast<TextControl::Element>(row.element), row.colour);
     if (m_tokens != nullptr)
         m_tokens->apply();
     for (ControlPage* page : m_brought)
@@ -164,7 +166,7 @@ QWidget* ControlProperties::editingPage() {
     auto* form = new QFormLayout(page);
     m_tabWidth = new QSpinBox;
     m_tabWidth->setObjectName(QStringLiteral("numTabWidth"));
-    m_tabWidth->setRange(1, CodeMax::LargestTabWidth);
+    m_tabWidth->setRange(1, TextControl::LargestTabWidth);
     m_tabWidth->setValue(m_control.TabWidth());
     form->addRow(tr("Tab &width:"), m_tabWidth);
     addBoxes(m_control, *form, editingBoxes);
@@ -176,9 +178,9 @@ QWidget* ControlProperties::editingPage() {
 QWidget* ControlProperties::colourPage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
-    addColour(*form, tr("&Background:"), QStringLiteral("Background"), CodeMax::BackgroundElement);
-    addColour(*form, tr("&Left margin:"), QStringLiteral("LeftMargin"), CodeMax::LeftMarginElement);
-    addColour(*form, tr("&Row of the caret:"), QStringLiteral("RowHighlight"), CodeMax::RowHighlightElement);
+    addColour(*form, tr("&Background:"), QStringLiteral("Background"), TextControl::BackgroundElement);
+    addColour(*form, tr("&Left margin:"), QStringLiteral("LeftMargin"), TextControl::LeftMarginElement);
+    addColour(*form, tr("&Row of the caret:"), QStringLiteral("RowHighlight"), TextControl::RowHighlightElement);
     return page;
 }
 
@@ -190,7 +192,7 @@ void ControlProperties::addColour(QFormLayout& form, const QString& caption, con
     const QString plain = QString(caption).remove(u'&').remove(u':');
     reset->setAccessibleName(tr("Reset") + u' ' + plain);
     m_colours.push_back(
-        {element, plain, choose, reset, m_control.elementColour(static_cast<CodeMax::Element>(element))});
+        {element, plain, choose, reset, m_control.elementColour(static_cast<TextControl::Element>(element))});
     connect(choose, &QPushButton::clicked, this, [this, element] { chooseColour(element); });
     connect(reset, &QPushButton::clicked, this, [this, element] {
         colourRow(element).colour = QColor();

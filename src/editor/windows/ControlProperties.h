@@ -5,7 +5,7 @@
 
 #include <vector>
 
-class CodeMax;
+class TextControl;
 class ControlPage;
 class QComboBox;
 class QFormLayout;
@@ -22,9 +22,9 @@ class ControlProperties : public QDialog {
 
  public:
     /// Shows the dialog of a control, the one that is open if there is one.
-    static void show(CodeMax& control);
+    static void show(TextControl& control);
 
-    explicit ControlProperties(CodeMax& control);
+    explicit ControlProperties(TextControl& control);
 
     void accept() override;
 
@@ -49,7 +49,7 @@ class ControlProperties : public QDialog {
     };
     ColourRow& colourRow(int element);
 
-    CodeMax& m_control;
+    TextControl& m_control;
     std::vector<ColourRow> m_colours;
     TokenColourPage* m_tokens = nullptr;  ///< null for a control without a theme
     QList<ControlPage*> m_brought;        ///< pages of a room above

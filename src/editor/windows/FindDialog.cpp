@@ -1,8 +1,8 @@
 #include "editor/windows/FindDialog.h"
 
-#include "editor/control/CodeMax.h"
-#include "editor/control/ControlText.h"
+#include "editor/control/ScintillaCalls.h"
 #include "editor/control/SearchHistory.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/SearchRange.h"
 #include "editor/windows/SearchReport.h"
 #include "widgets/DialogPlace.h"
@@ -33,7 +33,7 @@ QString FindDialog::nameOf(Kind kind) {
     return kind == Kind::Find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog");
 }
 
-FindDialog::FindDialog(CodeMax& control, Kind kind)
+FindDialog::FindDialog(TextControl& control, Kind kind)
     : QDialog(&control), m_control(control), m_kind(kind), m_range(std::make_unique<SearchRange>(control)) {
     setObjectName(nameOf(kind));
     setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
@@ -157,7 +157,7 @@ void FindDialog::hideEvent(QHideEvent* event) {
 /// Another text in the same window is worked on: this one's dialog would only be in the way, and be taken for that
 /// text's.
 void FindDialog::focusMoved(QWidget*, QWidget* now) {
-    const auto* other = qobject_cast<const CodeMax*>(now);
+    const auto* other = qobject_cast<const TextControl*>(now);
     if (isVisible() && other != nullptr && other != &m_control && other->window() == m_control.window())
         reject();
 }
@@ -180,12 +180,12 @@ void FindDialog::placeInCorner() {
 
 void FindDialog::uncoverMatch() {
     const auto at = [this](unsigned message, qint64 byte) {
-        return static_cast<int>(ControlText::ask(m_control, message, 0, byte));
+        return static_cast<int>(ScintillaCalls::ask(m_control, message, 0, byte));
     };
     const auto [from, to] = m_control.selectedBytes();
-    const QPoint begin(at(CodeMax::SCI_POINTXFROMPOSITION, from), at(CodeMax::SCI_POINTYFROMPOSITION, from));
-    const QPoint end(at(CodeMax::SCI_POINTXFROMPOSITION, to), at(CodeMax::SCI_POINTYFROMPOSITION, to));
-    const QPoint below(0, static_cast<int>(ControlText::ask(m_control, CodeMax::SCI_TEXTHEIGHT)));
+    const QPoint begin(at(TextControl::SCI_POINTXFROMPOSITION, from), at(TextControl::SCI_POINTYFROMPOSITION, from));
+    const QPoint end(at(TextControl::SCI_POINTXFROMPOSITION, to), at(TextControl::SCI_POINTYFROMPOSITION, to));
+    const QPoint below(0, static_cast<int>(ScintillaCalls::ask(m_control, TextControl::SCI_TEXTHEIGHT)));
     const QWidget& text = *m_control.viewport();
     const QRect match = QRect(text.mapToGlobal(begin), text.mapToGlobal(end + below)).normalized();
     move(DialogPlace::besideMatch(match, frameGeometry(), m_control.screen()->availableGeometry()));

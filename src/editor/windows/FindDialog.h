@@ -1,13 +1,13 @@
 #pragma once
 
 #include "editor/windows/MatchHighlight.h"
-#include "text/search/TextSearch.h"
+#include "text/search/MatchScan.h"
 
 #include <QDialog>
 
 #include <memory>
 
-class CodeMax;
+class TextControl;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
@@ -27,7 +27,7 @@ class FindDialog : public QDialog {
  public:
     enum class Kind { Find, Replace };
 
-    FindDialog(CodeMax& control, Kind kind);
+    FindDialog(TextControl& control, Kind kind);
     ~FindDialog() override;
     static QString nameOf(Kind kind);
 
@@ -70,7 +70,7 @@ class FindDialog : public QDialog {
     void showError();
     void enableButtons();
 
-    CodeMax& m_control;
+    TextControl& m_control;
     Kind m_kind;
     QComboBox* m_find = nullptr;
     QComboBox* m_replacement = nullptr;

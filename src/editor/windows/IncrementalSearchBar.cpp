@@ -1,9 +1,9 @@
 #include "editor/windows/IncrementalSearchBar.h"
 
 #include "editor/commands/ControlCommands.h"
-#include "editor/control/CodeMax.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
+#include "editor/control/TextControl.h"
 #include "editor/control/Unrecorded.h"
 #include "editor/windows/MatchHighlight.h"
 #include "editor/windows/SearchReport.h"
@@ -40,7 +40,7 @@ bool isOwnKey(const QKeyEvent& key) {
 
 }  // namespace
 
-IncrementalSearchBar::IncrementalSearchBar(CodeMax& control)
+IncrementalSearchBar::IncrementalSearchBar(TextControl& control)
     : QWidget(&control),
       m_control(control),
       m_caption(new QLabel(this)),
@@ -137,7 +137,7 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
 
 /// In a recording this is one search for the whole text, however it came to be typed.
 SearchOutcome IncrementalSearchBar::findTyped() {
-    const CodeMax::Unrecorded part(m_control);
+    const TextControl::Unrecorded part(m_control);
     const QPointer<IncrementalSearchBar> alive(this);
     const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
     if (alive && outcome != SearchOutcome::Failed)
@@ -152,7 +152,7 @@ qsizetype IncrementalSearchBar::recordedSteps() const {
 
 /// Where the control was when the recording had so many steps.
 void IncrementalSearchBar::goBackTo(qint64 position, qsizetype stepsThen) {
-    const CodeMax::Unrecorded part(m_control);
+    const TextControl::Unrecorded part(m_control);
     m_control.setSelection(position, position);
     cutRecording(stepsThen);
 }
@@ -183,7 +183,7 @@ void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
 }
 
 void IncrementalSearchBar::giveBack() {
-    const CodeMax::Unrecorded part(m_control);
+    const TextControl::Unrecorded part(m_control);
     m_control.giveBack(*m_atFirst);
     cutRecording(m_stepsAtFirst);
 }

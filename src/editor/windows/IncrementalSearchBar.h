@@ -6,7 +6,7 @@
 
 #include <memory>
 
-class CodeMax;
+class TextControl;
 class KeptView;
 class QHBoxLayout;
 class QKeyEvent;
@@ -22,7 +22,7 @@ class IncrementalSearchBar : public QWidget {
     Q_OBJECT
 
  public:
-    explicit IncrementalSearchBar(CodeMax& control);
+    explicit IncrementalSearchBar(TextControl& control);
     ~IncrementalSearchBar() override;
 
     /// Opens the bar to search from the caret. When it is open already it turns that way and goes a match further.
@@ -46,7 +46,7 @@ class IncrementalSearchBar : public QWidget {
     void finish();
     void act(const QKeyEvent& key);
 
-    CodeMax& m_control;
+    TextControl& m_control;
     QLabel* m_caption;
     QLineEdit* m_text;
     QLabel* m_result;

@@ -1,8 +1,8 @@
 #include "editor/windows/MatchHighlight.h"
 
-#include "editor/control/CodeMax.h"
-#include "editor/held/ViewColours.h"
-#include "text/search/TextSearch.h"
+#include "editor/control/TextControl.h"
+#include "editor/held/ScintillaColour.h"
+#include "text/search/MatchScan.h"
 
 #include <QElapsedTimer>
 #include <QKeyEvent>
@@ -40,22 +40,22 @@ class TextUpTo : public HeldText {
     qint64 m_end;
 };
 
-qint64 ask(const CodeMax& control, unsigned message, qint64 first = 0, qint64 second = 0) {
+qint64 ask(const TextControl& control, unsigned message, qint64 first = 0, qint64 second = 0) {
     return control.SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));
 }
 
 }  // namespace
 
-MatchHighlight& MatchHighlight::of(CodeMax& control) {
+MatchHighlight& MatchHighlight::of(TextControl& control) {
     auto* highlight = control.findChild<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly);
     return highlight != nullptr ? *highlight : *new MatchHighlight(control);
 }
 
-MatchHighlight::MatchHighlight(CodeMax& control) : QObject(&control), m_control(control) {
+MatchHighlight::MatchHighlight(TextControl& control) : QObject(&control), m_control(control) {
     m_later.setSingleShot(true);
     m_later.setInterval(DelayMilliseconds);
     connect(&m_later, &QTimer::timeout, this, &MatchHighlight::refresh);
-    connect(&control, &CodeMax::SearchChanged, this, [this] {
+    connect(&control, &TextControl::SearchChanged, this, [this] {
         m_kept = false;
         m_later.start();
     });
@@ -72,7 +72,7 @@ MatchHighlight::~MatchHighlight() {
     clear();
 }
 
-MatchHighlight::Hold::Hold(CodeMax& control) : m_highlight(&MatchHighlight::of(control)) {
+MatchHighlight::Hold::Hold(TextControl& control) : m_highlight(&MatchHighlight::of(control)) {
     ++m_highlight->m_holds;
     m_highlight->m_later.start();
 }
@@ -99,7 +99,7 @@ void MatchHighlight::refreshLater() {
 
 void MatchHighlight::takeColour() {
     const QColor colour = m_control.palette().color(QPalette::Highlight);
-    ask(m_control, Sci::SCI_INDICSETFORE, Indicator, ViewColours::number(colour));
+    ask(m_control, Sci::SCI_INDICSETFORE, Indicator, ScintillaColour::number(colour));
 }
 
 bool MatchHighlight::eventFilter(QObject* watched, QEvent* event) {

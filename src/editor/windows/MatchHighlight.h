@@ -6,7 +6,7 @@
 
 #include <vector>
 
-class CodeMax;
+class TextControl;
 struct TextMatch;
 
 /// Marks all matches of a control's search text in the part of the text that can be seen: as long as a window is open
@@ -17,13 +17,13 @@ class MatchHighlight : public QObject {
 
  public:
     /// Made when it is first asked for.
-    static MatchHighlight& of(CodeMax& control);
+    static MatchHighlight& of(TextControl& control);
     ~MatchHighlight() override;
 
     /// Keeps the marks on the screen for its own life.
     class Hold {
      public:
-        explicit Hold(CodeMax& control);
+        explicit Hold(TextControl& control);
         ~Hold();
         Hold(const Hold&) = delete;
         Hold& operator=(const Hold&) = delete;
@@ -41,14 +41,14 @@ class MatchHighlight : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    explicit MatchHighlight(CodeMax& control);
+    explicit MatchHighlight(TextControl& control);
     void refreshLater();
     void takeColour();
     std::vector<TextMatch> visibleMatches() const;
     void clear();
     bool wanted() const { return m_kept || m_holds > 0; }
 
-    CodeMax& m_control;
+    TextControl& m_control;
     QTimer m_later;
     int m_holds = 0;
     bool m_kept = false;

@@ -1,13 +1,13 @@
 #include "editor/windows/SearchRange.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <algorithm>
 
 using Sci = QsciScintillaBase;
 
-SearchRange::SearchRange(CodeMax& control) : m_control(control) {
-    connect(&control, &CodeMax::SelChange, this, &SearchRange::takeSelectedAnew);
+SearchRange::SearchRange(TextControl& control) : m_control(control) {
+    connect(&control, &TextControl::SelChange, this, &SearchRange::takeSelectedAnew);
     connect(&control, &QsciScintillaBase::SCN_MODIFIED, this,
             [this](int at, int type, const char*, int length) { textAboutToChange(at, type, length); });
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "text/search/TextSearch.h"
+#include "text/search/MatchScan.h"
 
 #include <QObject>
 
 #include <optional>
 
-class CodeMax;
+class TextControl;
 
 /// What a person has selected in a control to search within. It stays when a search selects its match, goes along with
 /// edits, and becomes the new selection when they select anew. A load ends it.
@@ -15,7 +15,7 @@ class SearchRange : public QObject {
 
  public:
     /// The control outlives this object. Nothing is chosen before the first selection.
-    explicit SearchRange(CodeMax& control);
+    explicit SearchRange(TextControl& control);
 
     /// Takes what is selected now, even if that is a match.
     void takeSelection();
@@ -26,7 +26,7 @@ class SearchRange : public QObject {
     void takeSelectedAnew();
     void textAboutToChange(int at, int type, int length);
 
-    CodeMax& m_control;
+    TextControl& m_control;
     std::optional<TextMatch> m_range;
     quint64 m_changes = 0;  ///< of the control, as far as the range has followed
 };

@@ -1,26 +1,26 @@
 #include "editor/windows/SearchReport.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 
 #include <QAccessible>
 #include <QLabel>
 
 namespace SearchReport {
 
-QString errorSentence(const CodeMax& control) {
+QString errorSentence(const TextControl& control) {
     const SearchError& error = control.searchError();
     if (error.position < 0)
         return error.sentence;
-    return CodeMax::tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);
+    return TextControl::tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);
 }
 
-QString sentence(const CodeMax& control, SearchOutcome outcome, bool backwards) {
+QString sentence(const TextControl& control, SearchOutcome outcome, bool backwards) {
     if (outcome == SearchOutcome::Found)
         return {};
     if (outcome == SearchOutcome::Wrapped)
-        return backwards ? CodeMax::tr("Went on from the end") : CodeMax::tr("Went on from the start");
+        return backwards ? TextControl::tr("Went on from the end") : TextControl::tr("Went on from the start");
     const QString error = errorSentence(control);
-    return error.isEmpty() ? CodeMax::tr("Not found") : error;
+    return error.isEmpty() ? TextControl::tr("Not found") : error;
 }
 
 void show(QLabel& label, const QString& sentence) {

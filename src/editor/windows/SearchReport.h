@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class CodeMax;
+class TextControl;
 class QLabel;
 enum class SearchOutcome;
 
@@ -10,9 +10,9 @@ enum class SearchOutcome;
 namespace SearchReport {
 
 /// Empty when there is nothing to say: a match was found in the direction of the search.
-QString sentence(const CodeMax& control, SearchOutcome outcome, bool backwards);
+QString sentence(const TextControl& control, SearchOutcome outcome, bool backwards);
 /// Why nothing was replaced or counted; empty: there was nothing to find.
-QString errorSentence(const CodeMax& control);
+QString errorSentence(const TextControl& control);
 /// Shows a sentence and lets a screen reader say it.
 void show(QLabel& label, const QString& sentence);
 

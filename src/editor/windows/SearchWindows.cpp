@@ -1,13 +1,13 @@
 #include "editor/windows/SearchWindows.h"
 
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/FindDialog.h"
 #include "editor/windows/IncrementalSearchBar.h"
 #include "editor/windows/MatchHighlight.h"
 
 namespace {
 
-FindDialog& dialogOf(CodeMax& control, FindDialog::Kind kind) {
+FindDialog& dialogOf(TextControl& control, FindDialog::Kind kind) {
     auto* dialog = control.findChild<FindDialog*>(FindDialog::nameOf(kind), Qt::FindDirectChildrenOnly);
     return dialog != nullptr ? *dialog : *new FindDialog(control, kind);
 }
@@ -16,22 +16,22 @@ FindDialog& dialogOf(CodeMax& control, FindDialog::Kind kind) {
 
 namespace SearchWindows {
 
-void openFind(CodeMax& control) {
+void openFind(TextControl& control) {
     dialogOf(control, FindDialog::Kind::Find).begin();
 }
 
-void openReplace(CodeMax& control) {
+void openReplace(TextControl& control) {
     dialogOf(control, FindDialog::Kind::Replace).begin();
 }
 
-void openIncremental(CodeMax& control, bool backwards) {
+void openIncremental(TextControl& control, bool backwards) {
     auto* bar = control.findChild<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly);
     if (bar == nullptr)
         bar = new IncrementalSearchBar(control);
     bar->begin(backwards);
 }
 
-void removeFrom(CodeMax& control) {
+void removeFrom(TextControl& control) {
     qDeleteAll(control.findChildren<FindDialog*>(QString(), Qt::FindDirectChildrenOnly));
     qDeleteAll(control.findChildren<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly));
     qDeleteAll(control.findChildren<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly));

@@ -4,8 +4,8 @@
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "shell/bars/TabStrip.h"
-#include "shell/documents/ExplorerLink.h"
 #include "shell/documents/MdiChildren.h"
+#include "shell/documents/PanelLink.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 
@@ -41,7 +41,7 @@ QString captionOf(const QString& tabText) {
 
 }  // namespace
 
-DocumentTabs::DocumentTabs(TabStrip& strip, MdiChildren& children, ExplorerLink& explorer)
+DocumentTabs::DocumentTabs(TabStrip& strip, MdiChildren& children, PanelLink& explorer)
     : QObject(&strip),
       m_strip(strip),
       m_children(children),

@@ -5,7 +5,7 @@
 
 #include <array>
 
-class ExplorerLink;
+class PanelLink;
 class MdiChildren;
 class TabStrip;
 class frmDocument;
@@ -16,7 +16,7 @@ class DocumentTabs : public QObject {
     Q_OBJECT
 
  public:
-    DocumentTabs(TabStrip& strip, MdiChildren& children, ExplorerLink& explorer);
+    DocumentTabs(TabStrip& strip, MdiChildren& children, PanelLink& explorer);
 
     /// Empties the strip.
     void clear();
@@ -47,7 +47,7 @@ class DocumentTabs : public QObject {
 
     TabStrip& m_strip;
     MdiChildren& m_children;
-    ExplorerLink& m_explorer;
+    PanelLink& m_explorer;
     std::array<QIcon, 3> m_images;
     bool m_inClick = false;
 };

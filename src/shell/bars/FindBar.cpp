@@ -1,11 +1,11 @@
 #include "shell/bars/FindBar.h"
 
 #include "document/frmDocument.h"
-#include "editor/control/CodeMax.h"
 #include "editor/control/SearchHistory.h"
+#include "editor/control/TextControl.h"
 #include "settings/files/ListFile.h"
-#include "shell/bars/SearchKeys.h"
-#include "shell/commands/Commands.h"
+#include "shell/bars/FindBarTexts.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameParts.h"
@@ -74,11 +74,11 @@ void FindBar::setKeys(const QStringList& keys) {
 
 void FindBar::AddSearchKey(const QString& pText, bool pMoveToTop) {
     QStringList list = keys();
-    const SearchKeys::Change change = SearchKeys::AddSearchKey(list, pText, pMoveToTop);
-    if (change == SearchKeys::Change::Nothing)
+    const FindBarTexts::Change change = FindBarTexts::AddSearchKey(list, pText, pMoveToTop);
+    if (change == FindBarTexts::Change::Nothing)
         return;
     setKeys(list);
-    if (change == SearchKeys::Change::Raised)
+    if (change == FindBarTexts::Change::Raised)
         m_box->setEditText(pText);
 }
 
@@ -115,20 +115,20 @@ void FindBar::FindPrevious() {
 }
 
 void FindBar::takeFindHistory() {
-    const QStringList entries = CodeMax::FindHistory().split(u'\n');
+    const QStringList entries = TextControl::FindHistory().split(u'\n');
     for (const QString& entry : entries)
         AddSearchKey(entry, false);
 }
 
 void FindBar::LoadSearchKeys() {
     const QStringList lines = ListFile::read(listPath());
-    setKeys(SearchKeys::fromLines(lines));
+    setKeys(FindBarTexts::fromLines(lines));
     for (const QString& line : lines)
         SearchHistory::ofFinds().add(line);
 }
 
 void FindBar::SaveSearchKeys() const {
-    ListFile::write(listPath(), SearchKeys::toLines(keys()));
+    ListFile::write(listPath(), FindBarTexts::toLines(keys()));
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {

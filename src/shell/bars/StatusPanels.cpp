@@ -2,7 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "shell/bars/StatusPanel.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"

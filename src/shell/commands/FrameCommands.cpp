@@ -7,15 +7,15 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/MenuText.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/SearchToggles.h"
-#include "shell/commands/ViewOptions.h"
+#include "shell/commands/ViewToggles.h"
 #include "shell/documents/DocumentClosing.h"
-#include "shell/documents/DocumentFiles.h"
+#include "shell/documents/DocumentOpening.h"
 #include "shell/documents/DocumentSaving.h"
 #include "shell/documents/MdiArrange.h"
 #include "shell/documents/MdiChildren.h"
@@ -38,7 +38,8 @@ void toggleBand(const FrameParts& parts, CoolBar::Band band, const char* entry) 
 
 }  // namespace
 
-FrameCommands::FrameCommands(FrameParts& parts, DocumentFiles& files, DocumentSaving& saving, DocumentClosing& closing)
+FrameCommands::FrameCommands(FrameParts& parts, DocumentOpening& files, DocumentSaving& saving,
+                             DocumentClosing& closing)
     : m_parts(parts), m_files(files), m_saving(saving), m_closing(closing) {}
 
 void FrameCommands::New() {
@@ -162,9 +163,9 @@ void FrameCommands::toggleView(const char* entry) {
     frmDocument* document = m_parts.children->active();
     if (document == nullptr)
         return;
-    const ViewOption& option = viewOption(entry);
+    const ViewToggle& option = viewToggle(entry);
     (document->*option.turn)(!(document->*option.isOn)());
-    m_parts.commands->showViewOption(option, *document);
+    m_parts.commands->showViewToggle(option, *document);
 }
 
 void FrameCommands::ToggleExplorer() {

@@ -1,7 +1,7 @@
 #pragma once
 
 class DocumentClosing;
-class DocumentFiles;
+class DocumentOpening;
 class DocumentSaving;
 struct FrameParts;
 
@@ -9,7 +9,7 @@ struct FrameParts;
 /// frame; forwards, and decides nothing.
 class FrameCommands {
  public:
-    FrameCommands(FrameParts& parts, DocumentFiles& files, DocumentSaving& saving, DocumentClosing& closing);
+    FrameCommands(FrameParts& parts, DocumentOpening& files, DocumentSaving& saving, DocumentClosing& closing);
 
     void New();
     void Open();
@@ -72,7 +72,7 @@ class FrameCommands {
     void arrange(int mode);
 
     FrameParts& m_parts;
-    DocumentFiles& m_files;
+    DocumentOpening& m_files;
     DocumentSaving& m_saving;
     DocumentClosing& m_closing;
 };

@@ -1,7 +1,7 @@
 #include "shell/commands/LanguageMenu.h"
 
 #include "document/frmDocument.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/MenuText.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameParts.h"

@@ -6,7 +6,7 @@
 #include "properties/ucMarco.h"
 #include "settings/Settings.h"
 #include "shell/bars/StatusPanels.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/MenuText.h"
 #include "shell/frame/FrameParts.h"

@@ -1,6 +1,6 @@
 #include "shell/commands/MenuSlots.h"
 
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/FrameCommands.h"
 
 #include <QAction>
@@ -27,7 +27,7 @@ std::span<const SlotArray> MenuSlots::table() {
     return arrays;
 }
 
-MenuSlots::MenuSlots(Commands& commands, FrameCommands& run) : m_commands(commands) {
+MenuSlots::MenuSlots(CommandEntries& commands, FrameCommands& run) : m_commands(commands) {
     QAction* projects = commands.addItem("mnuFavorites", "mnuProjects", [] {});
     projects->setText(QStringLiteral("Project(s)"));
     projects->setEnabled(false);

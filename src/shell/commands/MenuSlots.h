@@ -2,7 +2,7 @@
 
 #include <span>
 
-class Commands;
+class CommandEntries;
 class FrameCommands;
 class QAction;
 
@@ -23,7 +23,7 @@ struct SlotArray {
 class MenuSlots {
  public:
     /// Makes the slots. `run` of the frame is told the slot that was chosen.
-    MenuSlots(Commands& commands, FrameCommands& run);
+    MenuSlots(CommandEntries& commands, FrameCommands& run);
 
     QAction* slot(const char* array, int number) const;
 
@@ -32,5 +32,5 @@ class MenuSlots {
  private:
     void addArray(const SlotArray& array, FrameCommands& run);
 
-    Commands& m_commands;
+    CommandEntries& m_commands;
 };

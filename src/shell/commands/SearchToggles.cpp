@@ -1,7 +1,7 @@
 #include "shell/commands/SearchToggles.h"
 
 #include "settings/Options.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 
 #include <algorithm>
 #include <cstring>
@@ -22,7 +22,7 @@ constexpr Toggle toggles[] = {wholeWord, regExp, caseSensitive, continueSearch};
 
 }  // namespace
 
-SearchToggles::SearchToggles(Options& options, Commands& commands) : m_options(options), m_commands(commands) {}
+SearchToggles::SearchToggles(Options& options, CommandEntries& commands) : m_options(options), m_commands(commands) {}
 
 void SearchToggles::SetWholeWordOption(bool pOn) {
     set(wholeWord.entry, pOn);

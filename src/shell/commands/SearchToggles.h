@@ -1,6 +1,6 @@
 #pragma once
 
-class Commands;
+class CommandEntries;
 struct Options;
 
 /// The four switches of text search. Each setter writes the program-wide variable and the check mark of its menu entry
@@ -8,7 +8,7 @@ struct Options;
 /// by the frame.
 class SearchToggles {
  public:
-    SearchToggles(Options& options, Commands& commands);
+    SearchToggles(Options& options, CommandEntries& commands);
 
     void SetWholeWordOption(bool pOn);
     void SetRegExpOption(bool pOn);
@@ -24,5 +24,5 @@ class SearchToggles {
     void set(const char* entry, bool on);
 
     Options& m_options;
-    Commands& m_commands;
+    CommandEntries& m_commands;
 };

@@ -8,10 +8,10 @@
 #include "settings/Options.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/StatusPanels.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/RoomsToCome.h"
-#include "shell/documents/DocumentFiles.h"
+#include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/documents/SystemClose.h"
 #include "shell/frame/FrameParts.h"
@@ -20,7 +20,7 @@
 
 #include <QPointer>
 
-DocumentSaving::DocumentSaving(FrameParts& parts, const DocumentFiles& files) : m_parts(parts), m_files(files) {}
+DocumentSaving::DocumentSaving(FrameParts& parts, const DocumentOpening& files) : m_parts(parts), m_files(files) {}
 
 void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     const QPointer<frmDocument> alive(document);

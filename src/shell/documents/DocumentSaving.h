@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class DocumentFiles;
+class DocumentOpening;
 class frmDocument;
 struct FrameParts;
 
@@ -10,7 +10,7 @@ struct FrameParts;
 /// event loop; a cancelled one leaves everything as it was.
 class DocumentSaving {
  public:
-    DocumentSaving(FrameParts& parts, const DocumentFiles& files);
+    DocumentSaving(FrameParts& parts, const DocumentOpening& files);
 
     /// `format` is one of SaveFormats. An untitled document raises the save dialog.
     void SaveDocument(frmDocument* document, bool activeTab, int format);
@@ -31,5 +31,5 @@ class DocumentSaving {
     void saveTab(int index);
 
     FrameParts& m_parts;
-    const DocumentFiles& m_files;
+    const DocumentOpening& m_files;
 };

@@ -2,8 +2,8 @@
 
 #include "document/frmDocument.h"
 #include "platform/Paths.h"
-#include "shell/commands/Commands.h"
-#include "shell/documents/DocumentFiles.h"
+#include "shell/commands/CommandEntries.h"
+#include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
@@ -22,7 +22,7 @@ const QString defaultLanguage = QStringLiteral("html");
 
 }  // namespace
 
-OpenQueue::OpenQueue(FrameParts& parts, DocumentFiles& files) : m_parts(parts), m_files(files) {
+OpenQueue::OpenQueue(FrameParts& parts, DocumentOpening& files) : m_parts(parts), m_files(files) {
     m_timer.setObjectName(QStringLiteral("TimerOpen"));
     m_timer.setSingleShot(true);
     m_timer.setInterval(waitMilliseconds);

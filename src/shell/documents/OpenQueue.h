@@ -3,7 +3,7 @@
 #include <QString>
 #include <QTimer>
 
-class DocumentFiles;
+class DocumentOpening;
 struct FrameParts;
 
 /// Paths that came from outside and wait to be opened, each behind one tab character, and the timer that opens them 100
@@ -12,7 +12,7 @@ class OpenQueue : public QObject {
     Q_OBJECT
 
  public:
-    OpenQueue(FrameParts& parts, DocumentFiles& files);
+    OpenQueue(FrameParts& parts, DocumentOpening& files);
 
     void OpenFileFromCmd(const QString& pFile);
     QString PendingOpenFiles() const { return m_pending; }
@@ -22,7 +22,7 @@ class OpenQueue : public QObject {
     void openOne(const QString& path);
 
     FrameParts& m_parts;
-    DocumentFiles& m_files;
+    DocumentOpening& m_files;
     QString m_pending;
     QTimer m_timer;
 };

@@ -1,7 +1,7 @@
 #include "shell/frame/FrameDrops.h"
 
-#include "shell/documents/DocumentFiles.h"
-#include "shell/documents/ExplorerLink.h"
+#include "shell/documents/DocumentOpening.h"
+#include "shell/documents/PanelLink.h"
 #include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
 
@@ -12,7 +12,7 @@
 
 #include <algorithm>
 
-FrameDrops::FrameDrops(FrameParts& parts, DocumentFiles& files) : m_parts(parts), m_files(files) {}
+FrameDrops::FrameDrops(FrameParts& parts, DocumentOpening& files) : m_parts(parts), m_files(files) {}
 
 bool FrameDrops::carriesFiles(const QMimeData& data) {
     return std::ranges::any_of(data.urls(), [](const QUrl& url) { return url.isLocalFile(); });

@@ -2,14 +2,14 @@
 
 #include <QStringList>
 
-class DocumentFiles;
+class DocumentOpening;
 class QMimeData;
 struct FrameParts;
 
 /// Files dropped on the frame. Owned by the frame.
 class FrameDrops {
  public:
-    FrameDrops(FrameParts& parts, DocumentFiles& files);
+    FrameDrops(FrameParts& parts, DocumentOpening& files);
 
     static bool carriesFiles(const QMimeData& data);
     /// Opens the files in the order of the drop, once the drop itself has ended, so that a box does not hold up the
@@ -18,5 +18,5 @@ class FrameDrops {
 
  private:
     FrameParts& m_parts;
-    DocumentFiles& m_files;
+    DocumentOpening& m_files;
 };

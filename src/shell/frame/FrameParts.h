@@ -1,10 +1,10 @@
 #pragma once
 
-class Commands;
+class CommandEntries;
 class CoolBar;
 class DocumentHost;
 class DocumentTabs;
-class ExplorerLink;
+class PanelLink;
 class FindBar;
 class HelpPages;
 class LanguageMenu;
@@ -32,14 +32,14 @@ struct FrameParts {
     Settings* settings = nullptr;
     Options* options = nullptr;
     DocumentServices* documentServices = nullptr;
-    ExplorerLink* explorer = nullptr;
+    PanelLink* explorer = nullptr;
     RoomsToCome* rooms = nullptr;
     HelpPages* help = nullptr;
     MdiChildren* children = nullptr;
     DocumentTabs* tabs = nullptr;
     StatusPanels* status = nullptr;
     CoolBar* coolBar = nullptr;
-    Commands* commands = nullptr;
+    CommandEntries* commands = nullptr;
     MenuSlots* menuSlots = nullptr;
     LanguageMenu* languageMenu = nullptr;
     MacroMenu* macroMenu = nullptr;

@@ -2,7 +2,7 @@
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
@@ -11,13 +11,13 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
 #include "shell/bars/StatusPanels.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/SearchToggles.h"
-#include "shell/documents/ExplorerLink.h"
 #include "shell/documents/MdiChildren.h"
+#include "shell/documents/PanelLink.h"
 #include "shell/frame/FrameParts.h"
 #include "shell/frame/frmMain.h"
 #include "widgets/BusyPointer.h"
@@ -86,7 +86,7 @@ void LoadSequence::hookOpenCheck() {
 }
 
 void LoadSequence::readFirstSettings() {
-    const CodeMax fresh;
+    const TextControl fresh;
     m_parts.options->FontName = fresh.FontName();
     m_parts.options->FontSize = static_cast<qint16>(fresh.FontSize());
     loadFirstOptions(*m_parts.settings, *m_parts.options);

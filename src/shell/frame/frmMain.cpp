@@ -12,8 +12,8 @@
 #include "shell/bars/FocusRound.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/CommandTable.h"
-#include "shell/commands/Commands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/MacroMenu.h"
@@ -23,7 +23,7 @@
 #include "shell/commands/TabMenu.h"
 #include "shell/commands/WindowMenu.h"
 #include "shell/documents/DocumentClosing.h"
-#include "shell/documents/DocumentFiles.h"
+#include "shell/documents/DocumentOpening.h"
 #include "shell/documents/DocumentSaving.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/documents/OpenQueue.h"
@@ -80,7 +80,7 @@ struct frmMain::Duties {
     DocumentServices documentServices;
     HelpPages help;
     SystemClose systemClose;
-    DocumentFiles files;
+    DocumentOpening files;
     DocumentSaving saving;
     DocumentClosing closing;
     FrameCommands commands;
@@ -149,7 +149,7 @@ void frmMain::buildWindow() {
 }
 
 void frmMain::buildCommands() {
-    m_parts->commands = new Commands(
+    m_parts->commands = new CommandEntries(
         *m_parts, *menuBar(), *m_duties->toolBar, [this](const CommandTarget& target) { run(target); }, this);
     m_duties->menuSlots = std::make_unique<MenuSlots>(*m_parts->commands, m_duties->commands);
     m_duties->searchToggles = std::make_unique<SearchToggles>(m_duties->options, *m_parts->commands);

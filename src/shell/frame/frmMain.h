@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-class ExplorerLink;
+class PanelLink;
 class Prompts;
 class RegistryStore;
 class RoomsToCome;
@@ -17,7 +17,7 @@ class RoomsToCome;
 struct FrameServices {
     Prompts& prompts;
     RegistryStore& registry;
-    ExplorerLink& explorer;
+    PanelLink& explorer;
     RoomsToCome& rooms;
     QString tail;  ///< command line tail, untrimmed
     /// Told the name of each step of start and end as it begins; may be empty.

@@ -4,7 +4,7 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
 #include "shell/bars/StatusPanels.h"
-#include "shell/commands/Commands.h"
+#include "shell/commands/CommandEntries.h"
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/documents/MdiChildren.h"

@@ -1,6 +1,6 @@
 #include "text/search/Replacement.h"
 
-#include "text/search/TextSearch.h"
+#include "text/search/MatchScan.h"
 
 #include <algorithm>
 

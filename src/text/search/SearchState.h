@@ -1,7 +1,7 @@
 #pragma once
 
+#include "text/search/MatchScan.h"
 #include "text/search/SearchPattern.h"
-#include "text/search/TextSearch.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/held/LongLines.h"
-#include "editor/held/ViewColours.h"
+#include "editor/held/ScintillaColour.h"
 #include "editor/language/TokenTheme.h"
 #include "settings/registry/MemoryRegistry.h"
 #include "widgets/Contrast.h"
@@ -65,10 +65,10 @@ class ColouringTest : public testing::Test {
     QColor inkOf(const QByteArray& piece) {
         const auto byte = control.Text().toUtf8().indexOf(piece);
         control.colouring().completeTo(byte + piece.size());
-        return ink(static_cast<int>(ask(CodeMax::SCI_GETSTYLEAT, byte)));
+        return ink(static_cast<int>(ask(TextControl::SCI_GETSTYLEAT, byte)));
     }
     QColor ink(int style) const {
-        const long number = ask(CodeMax::SCI_STYLEGETFORE, style);
+        const long number = ask(TextControl::SCI_STYLEGETFORE, style);
         return {static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
                 static_cast<int>(number >> 16 & 0xFF)};
     }
@@ -84,7 +84,7 @@ class ColouringTest : public testing::Test {
     MemoryRegistry registry;
     TokenTheme theme{registry};
     QTemporaryDir folder;
-    CodeMax control;
+    TextControl control;
 };
 
 }  // namespace
@@ -92,7 +92,7 @@ class ColouringTest : public testing::Test {
 TEST_F(ColouringTest, WithoutALanguageNothingHasAClass) {
     control.setText(QStringLiteral("if (1) // x"));
     EXPECT_EQ(classOf("if"), std::nullopt);
-    EXPECT_EQ(ask(CodeMax::SCI_GETLEXER), CodeMax::SCLEX_NULL);
+    EXPECT_EQ(ask(TextControl::SCI_GETLEXER), TextControl::SCLEX_NULL);
 }
 
 TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
@@ -153,7 +153,7 @@ TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
     control.setLanguage(&byRules);
     ASSERT_FALSE(control.OpenFile(fileOf(QByteArray("if x = 1\n").repeated(500'000))));
     control.grab();
-    const long cut = ask(CodeMax::SCI_GETENDSTYLED);
+    const long cut = ask(TextControl::SCI_GETENDSTYLED);
     EXPECT_GT(cut, 0);
     EXPECT_LT(cut, control.heldText().length() / 2);
     EXPECT_EQ(control.colouring().classAt(cut), std::nullopt);
@@ -174,7 +174,7 @@ TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
     for (const char* ground :
          {"#ffffff", "#1e1e1e", "#000000", "#808080", "#fdf6e3", "#ffff00", "#0000ff", "#767676"}) {
         const QColor base(QString::fromLatin1(ground));
-        control.setElementColour(CodeMax::BackgroundElement, base);
+        control.setElementColour(TextControl::BackgroundElement, base);
         for (int style = 0; style < TokenClasses::Count; ++style)
             EXPECT_GE(Contrast::between(ink(style), base), 4.5) << ground << ' ' << style;
     }
@@ -193,13 +193,13 @@ TEST_F(ColouringTest, TheThemeFollowsThePalette) {
     EXPECT_EQ(ink(keyword), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
     control.setPalette(dark);
     EXPECT_EQ(ink(keyword), TokenClasses::colourOn(QColor(0x1E, 0x1E, 0x1E), TokenClass::Keyword));
-    EXPECT_EQ(ink(CodeMax::STYLE_DEFAULT), QColor(0xE0, 0xE0, 0xE0));
+    EXPECT_EQ(ink(TextControl::STYLE_DEFAULT), QColor(0xE0, 0xE0, 0xE0));
 }
 
 TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
-    CodeMax other;
-    for (CodeMax* one : {&control, &other}) {
-        one->setElementColour(CodeMax::BackgroundElement, Qt::white);
+    TextControl other;
+    for (TextControl* one : {&control, &other}) {
+        one->setElementColour(TextControl::BackgroundElement, Qt::white);
         one->setTheme(&theme);
         one->setLanguage(&byRules);
     }
@@ -208,9 +208,10 @@ TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
     looks.setItalic(TokenClass::Keyword, true);
     EXPECT_TRUE(theme.setLooks(looks));
     const auto keyword = static_cast<unsigned long>(TokenClass::Keyword);
-    for (CodeMax* one : {&control, &other}) {
-        EXPECT_EQ(one->SendScintilla(CodeMax::SCI_STYLEGETFORE, keyword), ViewColours::number(QColor(120, 0, 60)));
-        EXPECT_EQ(one->SendScintilla(CodeMax::SCI_STYLEGETITALIC, keyword), 1);
+    for (TextControl* one : {&control, &other}) {
+        EXPECT_EQ(one->SendScintilla(TextControl::SCI_STYLEGETFORE, keyword),
+                  ScintillaColour::number(QColor(120, 0, 60)));
+        EXPECT_EQ(one->SendScintilla(TextControl::SCI_STYLEGETITALIC, keyword), 1);
     }
     control.setTheme(nullptr);
     EXPECT_EQ(ink(static_cast<int>(keyword)), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
@@ -218,26 +219,26 @@ TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
 
 TEST_F(ColouringTest, OnesOwnTextColourIsThatOfAllPlainText) {
     control.setTheme(&theme);
-    control.setElementColour(CodeMax::BackgroundElement, Qt::white);
+    control.setElementColour(TextControl::BackgroundElement, Qt::white);
     TokenLooks looks;
     looks.setOwnColour(TokenLooks::Light, TokenClass::Text, QColor(80, 40, 0));
     theme.setLooks(looks);
-    EXPECT_EQ(ink(CodeMax::STYLE_DEFAULT), QColor(80, 40, 0));
-    control.setElementColour(CodeMax::BackgroundElement, Qt::black);
-    EXPECT_NE(ink(CodeMax::STYLE_DEFAULT), QColor(80, 40, 0));
+    EXPECT_EQ(ink(TextControl::STYLE_DEFAULT), QColor(80, 40, 0));
+    control.setElementColour(TextControl::BackgroundElement, Qt::black);
+    EXPECT_NE(ink(TextControl::STYLE_DEFAULT), QColor(80, 40, 0));
 }
 
 TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
     control.setLanguage(&byLexer);
     const int error = 12;
-    EXPECT_NE(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
     ASSERT_FALSE(control.OpenFile(fileOf("if \"" + QByteArray(400'000, 'x') + "\"\nreturn 1\n")));
     ASSERT_FALSE(control.map().joints().empty());
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
-    EXPECT_EQ(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_EQ(ink(error), ink(TextControl::STYLE_DEFAULT));
     EXPECT_EQ(control.limitations(), QStringLiteral("Long lines are shown in pieces, coloured piece by piece"));
     ASSERT_FALSE(control.OpenFile(fileOf("if\n")));
-    EXPECT_NE(ink(error), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
     EXPECT_EQ(control.limitations(), QString());
 }
 
@@ -246,8 +247,8 @@ TEST_F(ColouringTest, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
     control.setText(QStringLiteral("if"));
     control.AddText(QString(400'000, u'x'));
     ASSERT_FALSE(control.map().joints().empty());
-    EXPECT_EQ(ink(12), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_EQ(ink(12), ink(TextControl::STYLE_DEFAULT));
     control.Undo();
     ASSERT_TRUE(control.map().joints().empty());
-    EXPECT_NE(ink(12), ink(CodeMax::STYLE_DEFAULT));
+    EXPECT_NE(ink(12), ink(TextControl::STYLE_DEFAULT));
 }

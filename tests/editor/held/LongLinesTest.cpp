@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "text/held/Joints.h"
 
 #include <QClipboard>
@@ -26,7 +26,7 @@ QString longLine(qint64 length) {
 /// A control with a text from a file, as a person gets it.
 struct LoadedLongLine : testing::Test {
     QTemporaryDir folder;
-    CodeMax control;
+    TextControl control;
 
     LoadedLongLine() {
         control.resize(700, 400);
@@ -273,7 +273,7 @@ TEST_F(LoadedLongLine, IsCutWhenItGrowsByTyping) {
 
 TEST_F(LoadedLongLine, TellsOfOneChangeWhenPasted) {
     QGuiApplication::clipboard()->setText(longLine(200'000));
-    QSignalSpy changes(&control, &CodeMax::Change);
+    QSignalSpy changes(&control, &TextControl::Change);
     control.Paste();
     EXPECT_EQ(changes.count(), 1);
 }

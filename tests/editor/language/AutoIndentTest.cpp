@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/language/AutoIndent.h"
 #include "text/held/StringText.h"
 
@@ -40,7 +40,7 @@ class LanguageIndentTest : public testing::Test {
         const qsizetype caret = text.indexOf(u'|');
         control.setText(text.remove(caret, 1));
         control.setSelection(caret, caret);
-        control.SendScintilla(CodeMax::SCI_EMPTYUNDOBUFFER);
+        control.SendScintilla(TextControl::SCI_EMPTYUNDOBUFFER);
     }
     QString shown() const { return control.Text().insert(control.CaretPosition(), u'|'); }
     void enter() { QTest::keyClick(&control, Qt::Key_Return); }
@@ -50,7 +50,7 @@ class LanguageIndentTest : public testing::Test {
     }
 
     LanguageDefinition language = curly();
-    CodeMax control;
+    TextControl control;
 };
 
 }  // namespace

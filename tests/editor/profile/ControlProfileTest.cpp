@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/profile/ControlProfile.h"
 #include "editor/profile/SharedProfile.h"
 #include "editor/windows/ControlProperties.h"
@@ -39,7 +39,7 @@ struct AProfile : testing::Test {
     void put(const char* name, const RegistryValue& value) {
         EXPECT_EQ(registry.writeValue(HKEY_CURRENT_USER, key, QString::fromLatin1(name), value), RegistryCode::Ok);
     }
-    static void change(CodeMax& control) {
+    static void change(TextControl& control) {
         control.setWordWrap(true);
         control.setDisplayWhitespace(true);
         control.setLineNumbering(true);
@@ -49,17 +49,17 @@ struct AProfile : testing::Test {
         control.setAutoIndent(false);
         control.setDragDrop(false);
         control.setTabWidth(7);
-        control.setElementColour(CodeMax::BackgroundElement, QColor(1, 2, 3));
-        control.setElementColour(CodeMax::LeftMarginElement, QColor(4, 5, 6));
-        control.setElementColour(CodeMax::RowHighlightElement, QColor(0, 0, 0));
+        control.setElementColour(TextControl::BackgroundElement, QColor(1, 2, 3));
+        control.setElementColour(TextControl::LeftMarginElement, QColor(4, 5, 6));
+        control.setElementColour(TextControl::RowHighlightElement, QColor(0, 0, 0));
     }
 };
 
 /// Some controls with a profile in common, and the dialog of the first.
 struct ASharedProfile : AProfile {
     SharedProfile shared{registry};
-    CodeMax first;
-    CodeMax second;
+    TextControl first;
+    TextControl second;
 
     ASharedProfile() {
         shared.connectTo(first);
@@ -80,10 +80,10 @@ struct ASharedProfile : AProfile {
 }  // namespace
 
 TEST_F(AProfile, BringsAllOfItFromOneControlToAnotherThroughTheStore) {
-    CodeMax one;
+    TextControl one;
     change(one);
     EXPECT_EQ(ControlProfile::of(one).save(registry), RegistryCode::Ok);
-    CodeMax other;
+    TextControl other;
     ASSERT_NE(ControlProfile::of(other), ControlProfile::of(one));
     ControlProfile profile;
     profile.load(registry);
@@ -98,13 +98,13 @@ TEST_F(AProfile, BringsAllOfItFromOneControlToAnotherThroughTheStore) {
     EXPECT_FALSE(other.AutoIndent());
     EXPECT_FALSE(other.DragDrop());
     EXPECT_EQ(other.TabWidth(), 7);
-    EXPECT_EQ(other.elementColour(CodeMax::BackgroundElement), QColor(1, 2, 3));
-    EXPECT_EQ(other.elementColour(CodeMax::LeftMarginElement), QColor(4, 5, 6));
-    EXPECT_EQ(other.elementColour(CodeMax::RowHighlightElement), QColor(0, 0, 0));
+    EXPECT_EQ(other.elementColour(TextControl::BackgroundElement), QColor(1, 2, 3));
+    EXPECT_EQ(other.elementColour(TextControl::LeftMarginElement), QColor(4, 5, 6));
+    EXPECT_EQ(other.elementColour(TextControl::RowHighlightElement), QColor(0, 0, 0));
 }
 
 TEST_F(AProfile, IsStoredAsNumbersUnderTheNamesOfTheProperties) {
-    CodeMax control;
+    TextControl control;
     change(control);
     ControlProfile::of(control).save(registry);
     EXPECT_EQ(stored("WordWrap"), 1);
@@ -114,7 +114,7 @@ TEST_F(AProfile, IsStoredAsNumbersUnderTheNamesOfTheProperties) {
 }
 
 TEST_F(AProfile, OfAnEmptyStoreLeavesAControlAsItIs) {
-    CodeMax control;
+    TextControl control;
     const ControlProfile fresh = ControlProfile::of(control);
     ControlProfile profile;
     profile.load(registry);
@@ -136,18 +136,18 @@ TEST_F(AProfile, TakesNothingThatCannotBeRead) {
     put("TabWidth", RegistryData::fromInteger(65));
     put("BraceMatching", RegistryData::fromInteger(0));
     profile.load(registry);
-    CodeMax control;
+    TextControl control;
     profile.applyTo(control);
     EXPECT_EQ(control.TabWidth(), 4);
     EXPECT_FALSE(control.BraceMatching());
 }
 
 TEST_F(AProfile, ForgetsAColourThatWasReset) {
-    CodeMax control;
-    control.setElementColour(CodeMax::BackgroundElement, QColor(1, 2, 3));
+    TextControl control;
+    control.setElementColour(TextControl::BackgroundElement, QColor(1, 2, 3));
     ControlProfile::of(control).save(registry);
     ASSERT_TRUE(stored("BackgroundColor"));
-    control.setElementColour(CodeMax::BackgroundElement, QColor());
+    control.setElementColour(TextControl::BackgroundElement, QColor());
     EXPECT_EQ(ControlProfile::of(control).save(registry), RegistryCode::Ok);
     EXPECT_FALSE(stored("BackgroundColor"));
 }
@@ -155,7 +155,7 @@ TEST_F(AProfile, ForgetsAColourThatWasReset) {
 TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
     const RegistryValue other = RegistryData::fromText(QStringLiteral("Ctrl + 1"));
     put("Other", other);
-    CodeMax control;
+    TextControl control;
     ControlProfile::of(control).save(registry);
     RegistryValue value;
     EXPECT_EQ(registry.readValue(HKEY_CURRENT_USER, key, QStringLiteral("Other"), value), RegistryCode::Ok);
@@ -164,7 +164,7 @@ TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
 
 TEST_F(AProfile, SaysWhyItWasNotStored) {
     FullRegistry full;
-    CodeMax control;
+    TextControl control;
     EXPECT_EQ(ControlProfile::of(control).save(full), RegistryCode::DiskFull);
 }
 
@@ -193,37 +193,37 @@ TEST_F(ASharedProfile, LeavesToEachControlWhatTheDialogLeftAlone) {
 
 TEST_F(ASharedProfile, IsHowControlsToComeBegin) {
     inDialog([](const ControlProperties& dialog) { tick(dialog, "chkBlanksForTabs"); });
-    CodeMax third;
+    TextControl third;
     shared.connectTo(third);
     shared.applyTo(third);
     EXPECT_TRUE(third.BlanksForTabs());
     SharedProfile ofNextRun(registry);
     ofNextRun.load();
-    CodeMax later;
+    TextControl later;
     ofNextRun.applyTo(later);
     EXPECT_TRUE(later.BlanksForTabs());
 }
 
 TEST_F(ASharedProfile, TakesBackAColourEverywhere) {
-    for (CodeMax* control : {&first, &second})
-        control->setElementColour(CodeMax::LeftMarginElement, QColor(9, 9, 9));
+    for (TextControl* control : {&first, &second})
+        control->setElementColour(TextControl::LeftMarginElement, QColor(9, 9, 9));
     inDialog([](const ControlProperties& dialog) {
         dialog.findChild<QPushButton*>(QStringLiteral("cmdResetLeftMargin"))->click();
     });
-    EXPECT_FALSE(second.elementColour(CodeMax::LeftMarginElement).isValid());
+    EXPECT_FALSE(second.elementColour(TextControl::LeftMarginElement).isValid());
 }
 
 TEST(SharedProfile, KeepsForTheRunWhatTheStoreWouldNotTake) {
     FullRegistry full;
     full.left = 0;
     SharedProfile shared(full);
-    CodeMax control;
+    TextControl control;
     shared.connectTo(control);
     const ControlProfile before = ControlProfile::of(control);
     control.setTabWidth(7);
     Q_EMIT control.PropertiesChanged(before, ControlProfile::of(control));
     shared.load();
-    CodeMax other;
+    TextControl other;
     shared.applyTo(other);
     EXPECT_EQ(other.TabWidth(), 7);
     full.left = 100;

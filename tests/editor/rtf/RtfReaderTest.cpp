@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/rtf/RtfReader.h"
 #include "editor/rtf/RtfWriter.h"
 
@@ -79,10 +79,10 @@ TEST(RtfReader, SurvivesAnyTextBehindItsBeginning) {
 }
 
 TEST(RtfReader, GivesTheControlItsText) {
-    CodeMax control;
-    QSignalSpy failures(&control, &CodeMax::CommandFailed);
-    QSignalSpy changes(&control, &CodeMax::Change);
-    control.convertLineEnds(CodeMax::SC_EOL_CRLF);
+    TextControl control;
+    QSignalSpy failures(&control, &TextControl::CommandFailed);
+    QSignalSpy changes(&control, &TextControl::Change);
+    control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_TRUE(control.setTextRTF(QStringLiteral("{\\rtf1 one\\par two}")));
     EXPECT_EQ(control.Text(), QStringLiteral("one\r\ntwo"));
     EXPECT_EQ(changes.count(), 1);

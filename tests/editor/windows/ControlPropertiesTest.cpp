@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/ControlProperties.h"
 #include "support/Mnemonics.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 struct PropertiesOfAControl : testing::Test {
     QTemporaryDir folder;
-    CodeMax control;
+    TextControl control;
 
     PropertiesOfAControl() {
         control.resize(600, 400);
@@ -108,28 +108,28 @@ TEST_F(PropertiesOfAControl, ColoursAreChosenAndReset) {
     }
     click(dialog, "cmdResetLeftMargin");
     click(dialog, "cmdOK");
-    EXPECT_EQ(control.elementColour(CodeMax::BackgroundElement), QColor(1, 2, 3));
-    EXPECT_EQ(control.elementColour(CodeMax::RowHighlightElement), QColor(1, 2, 3));
-    EXPECT_FALSE(control.elementColour(CodeMax::LeftMarginElement).isValid());
+    EXPECT_EQ(control.elementColour(TextControl::BackgroundElement), QColor(1, 2, 3));
+    EXPECT_EQ(control.elementColour(TextControl::RowHighlightElement), QColor(1, 2, 3));
+    EXPECT_FALSE(control.elementColour(TextControl::LeftMarginElement).isValid());
 }
 
 TEST_F(PropertiesOfAControl, ARowHighlightOfItsOwnGoesBeforeTheOneGiven) {
-    control.setElementColour(CodeMax::BackgroundElement, QColor(255, 255, 255));
+    control.setElementColour(TextControl::BackgroundElement, QColor(255, 255, 255));
     control.setLineHighlight(0, QColor(200, 250, 200));
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETCARETLINEBACK), 200 | 250 << 8 | 200 << 16);
-    control.setElementColour(CodeMax::RowHighlightElement, QColor(250, 200, 200));
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETCARETLINEBACK), 250 | 200 << 8 | 200 << 16);
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEBACK), 200 | 250 << 8 | 200 << 16);
+    control.setElementColour(TextControl::RowHighlightElement, QColor(250, 200, 200));
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEBACK), 250 | 200 << 8 | 200 << 16);
     control.setLineHighlight(-1, QColor());
-    EXPECT_EQ(control.SendScintilla(CodeMax::SCI_GETCARETLINEVISIBLE), 0);
+    EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEVISIBLE), 0);
 }
 
 TEST_F(PropertiesOfAControl, LineEndsAreConverted) {
     ASSERT_FALSE(control.OpenFile(fileOf("a\nb\r\nc\rd")));
     control.setBookmarkAt(2, true);
-    QSignalSpy changes(&control, &CodeMax::Change);
+    QSignalSpy changes(&control, &TextControl::Change);
     ControlProperties& dialog = open();
     auto& ends = part<QComboBox>(dialog, "cmbLineEnds");
-    EXPECT_EQ(ends.currentData().toInt(), CodeMax::SC_EOL_LF);
+    EXPECT_EQ(ends.currentData().toInt(), TextControl::SC_EOL_LF);
     ends.setCurrentIndex(1);
     click(dialog, "cmdConvert");
     EXPECT_EQ(control.Text(), QStringLiteral("a\r\nb\r\nc\r\nd"));
@@ -148,7 +148,7 @@ TEST_F(PropertiesOfAControl, LineEndsStayWhileLockedOrHeldInPieces) {
     control.setText(QStringLiteral("a\n"));
     control.setLocked(true);
     EXPECT_FALSE(part<QPushButton>(open(), "cmdConvert").isEnabled());
-    control.convertLineEnds(CodeMax::SC_EOL_CRLF);
+    control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_EQ(control.Text(), QStringLiteral("a\n"));
     delete control.findChild<ControlProperties*>();
     control.setLocked(false);
@@ -157,7 +157,7 @@ TEST_F(PropertiesOfAControl, LineEndsStayWhileLockedOrHeldInPieces) {
     ControlProperties& dialog = open();
     EXPECT_FALSE(part<QPushButton>(dialog, "cmdConvert").isEnabled());
     EXPECT_TRUE(part<QLabel>(dialog, "lblFileNote").text().contains(QStringLiteral("pieces")));
-    control.convertLineEnds(CodeMax::SC_EOL_CRLF);
+    control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_TRUE(control.Text() == text);
 }
 
@@ -185,7 +185,7 @@ TEST_F(PropertiesOfAControl, AnEditedTextIsNotOpenedAgain) {
     EXPECT_FALSE(control.canReopen());
     ASSERT_FALSE(control.OpenFile(fileOf("a\nb")));
     EXPECT_TRUE(control.canReopen());
-    control.convertLineEnds(CodeMax::SC_EOL_CRLF);
+    control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_FALSE(control.canReopen());
     ASSERT_FALSE(control.SaveFile(folder.filePath(QStringLiteral("a.txt")), SaveFlags::AsLoaded));
     EXPECT_TRUE(control.canReopen());

@@ -1,5 +1,5 @@
-#include "editor/control/CodeMax.h"
 #include "editor/control/SearchHistory.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/FindDialog.h"
 #include "editor/windows/SearchWindows.h"
 #include "support/Mnemonics.h"
@@ -21,9 +21,9 @@
 namespace {
 
 struct Dialogs : testing::Test {
-    std::unique_ptr<CodeMax> owned = std::make_unique<CodeMax>();
-    CodeMax& control = *owned;
-    QSignalSpy told{&control, &CodeMax::AfterFind};
+    std::unique_ptr<TextControl> owned = std::make_unique<TextControl>();
+    TextControl& control = *owned;
+    QSignalSpy told{&control, &TextControl::AfterFind};
 
     Dialogs() {
         control.resize(500, 300);
@@ -164,7 +164,7 @@ TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
 }
 
 TEST_F(FindDialogWindow, BeginsWithTheNewestTextOfAnyControl) {
-    CodeMax other;
+    TextControl other;
     other.setText(QStringLiteral("newest"));
     other.setSearchText(QStringLiteral("newest"));
     other.setReplacementText(QStringLiteral("by"));
@@ -218,12 +218,12 @@ TEST_F(FindDialogWindow, StepsAsideForAMatchItCovers) {
 
 TEST_F(FindDialogWindow, ClosesWhenAnotherTextOfTheWindowGetsTheFocus) {
     QWidget window;
-    auto* first = new CodeMax(&window);
-    auto* second = new CodeMax(&window);
+    auto* first = new TextControl(&window);
+    auto* second = new TextControl(&window);
     window.show();
     SearchWindows::openFind(*first);
     auto* dialog = first->findChild<FindDialog*>();
-    CodeMax elsewhere;
+    TextControl elsewhere;
     Q_EMIT qApp->focusChanged(dialog, first);
     Q_EMIT qApp->focusChanged(dialog, &elsewhere);
     EXPECT_TRUE(dialog->isVisible());
@@ -411,7 +411,7 @@ TEST_F(ReplaceDialogWindow, StandsBesideTheFindDialog) {
 
 TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
     for (const char* button : {"cmdFindNext", "cmdFindPrevious", "cmdReplace", "cmdReplaceAll", "cmdCount"}) {
-        auto* gone = new CodeMax;
+        auto* gone = new TextControl;
         gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
         gone->setSearchRegExp(true);
         SearchWindows::openReplace(*gone);

@@ -1,5 +1,5 @@
-#include "editor/control/CodeMax.h"
 #include "editor/control/SearchHistory.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/ControlPrompts.h"
 #include "editor/windows/IncrementalSearchBar.h"
 #include "editor/windows/SearchWindows.h"
@@ -17,7 +17,7 @@
 namespace {
 
 struct SearchBar : testing::Test {
-    CodeMax control;
+    TextControl control;
 
     SearchBar() {
         control.resize(500, 300);
@@ -238,7 +238,7 @@ TEST_F(SearchBar, ItsKeysComeBeforeThoseOfMenus) {
 }
 
 TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
-    auto* gone = new CodeMax;
+    auto* gone = new TextControl;
     gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
     gone->show();
     gone->setSearchRegExp(true);

@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/MatchHighlight.h"
 #include "editor/windows/SearchWindows.h"
 
@@ -11,7 +11,7 @@
 namespace {
 
 struct Highlight : testing::Test {
-    CodeMax control;
+    TextControl control;
     std::unique_ptr<MatchHighlight::Hold> window;
 
     MatchHighlight& highlight() { return MatchHighlight::of(control); }

@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/windows/SearchRange.h"
 
 #include <QFile>
@@ -9,7 +9,7 @@
 namespace {
 
 struct Chosen : testing::Test {
-    CodeMax control;
+    TextControl control;
     SearchRange range{control};
 
     Chosen() {
@@ -25,7 +25,8 @@ struct Chosen : testing::Test {
         control.setSelText(QString::fromUtf8(text));
     }
     void remove(qint64 from, qint64 to) {
-        control.SendScintilla(CodeMax::SCI_DELETERANGE, static_cast<unsigned long>(from), static_cast<long>(to - from));
+        control.SendScintilla(TextControl::SCI_DELETERANGE, static_cast<unsigned long>(from),
+                              static_cast<long>(to - from));
     }
 };
 

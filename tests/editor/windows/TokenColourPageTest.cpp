@@ -1,4 +1,4 @@
-#include "editor/control/CodeMax.h"
+#include "editor/control/TextControl.h"
 #include "editor/language/TokenTheme.h"
 #include "editor/windows/ControlProperties.h"
 #include "editor/windows/TokenColourPage.h"
@@ -101,7 +101,7 @@ TEST_F(TokenColourPageTest, AllGoBackToTheThemeAtOnce) {
 }
 
 TEST_F(TokenColourPageTest, ThePropertiesDialogHasItForAControlWithATheme) {
-    CodeMax control;
+    TextControl control;
     {
         const ControlProperties plain(control);
         EXPECT_EQ(plain.findChild<TokenColourPage*>(), nullptr);

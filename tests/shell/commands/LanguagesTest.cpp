@@ -113,7 +113,7 @@ TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) 
     open(fileOf("if", QStringLiteral("b.cpp")));
     constexpr unsigned long keyword = 5;
     const auto italic = [](const frmDocument* document) {
-        return document->GetEditor()->control().SendScintilla(CodeMax::SCI_STYLEGETITALIC, keyword) != 0;
+        return document->GetEditor()->control().SendScintilla(TextControl::SCI_STYLEGETITALIC, keyword) != 0;
     };
     EXPECT_TRUE(italic(first));
     theme.setLooks(TokenLooks());

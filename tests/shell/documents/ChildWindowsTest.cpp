@@ -1,6 +1,6 @@
 #include "shell/FrameFixture.h"
 #include "shell/bars/StatusPanel.h"
-#include "shell/commands/ExplorerRequests.h"
+#include "shell/commands/PanelRequests.h"
 #include "widgets/Icons.h"
 
 #include <QContextMenuEvent>
@@ -327,7 +327,7 @@ TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
 TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
     startWith(2);
     const QString before = parts().status->text(2);
-    CodeMax& behind = documents().first()->GetEditor()->control();
+    TextControl& behind = documents().first()->GetEditor()->control();
     behind.type(QStringLiteral("one\ntwo"));
     behind.setSelection(1, 2);
     EXPECT_EQ(parts().status->text(2), before);

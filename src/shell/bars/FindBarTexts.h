@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QStringList>
+
+/// The texts that were searched for, the newest first, at most 30. A text is compared exactly and kept as it came.
+namespace FindBarTexts {
+
+constexpr int most = 30;
+
+enum class Change {
+    Nothing,
+    Added,
+    Raised,  ///< it stood there and was moved to the top
+};
+
+/// Puts a text on top of the list. One that stands there is moved only when that is wanted; a blank one is passed over.
+Change AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop);
+
+/// The list from the lines of its file, which has the oldest first.
+QStringList fromLines(const QStringList& lines);
+QStringList toLines(const QStringList& keys);
+
+}  // namespace FindBarTexts

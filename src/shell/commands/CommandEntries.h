@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QSet>
+
+#include <functional>
+
+class QAction;
+class QMenu;
+class QMenuBar;
+class QToolBar;
+class QWidget;
+class frmDocument;
+struct CommandRow;
+struct CommandTarget;
+struct DocumentState;
+struct FrameParts;
+struct ToolRow;
+struct ViewToggle;
+
+/// The commands as entries of the menu bar and buttons of the tool bar, made from their tables. Owned by the frame.
+/// Enabled flags and check marks live in the entries and nowhere else; SetDocumentEnv rebuilds them from a document.
+///
+/// An entry's check is kept apart from the mark that is shown, since marking a language goes over all marks: those come
+/// back from the checks with RefreshCheckedItems.
+class CommandEntries : public QObject {
+    Q_OBJECT
+
+ public:
+    /// `run` carries out a target; the entries call it.
+    using Runner = std::function<void(const CommandTarget&)>;
+
+    CommandEntries(FrameParts& parts, QMenuBar& menuBar, QToolBar& toolBar, Runner run, QObject* parent = nullptr);
+
+    /// The entry or button of that name or key; null when there is none.
+    QAction* entry(const QByteArray& name) const;
+    QAction* button(const QByteArray& key) const;
+    QMenu* menu(const QByteArray& name) const;
+    /// Where the find bar stands in the tool bar.
+    QWidget* searchPlace() const { return m_searchPlace; }
+
+    /// An entry beyond the table, at the end of its menu; it can be found and marked like the others.
+    QAction* addItem(const QByteArray& menuName, const QByteArray& name, std::function<void()> chosen);
+    void removeItem(QAction* item);
+
+    void CheckMenuItem(const QByteArray& name, bool checked);
+    /// The entry's check, whatever mark is shown.
+    bool isChecked(const QByteArray& name) const;
+    /// Marks the entries of that caption, of whatever kind, and no others; with an empty one none.
+    void markOnly(const QString& caption);
+
+    /// Without a document everything stays as it was.
+    void SetDocumentEnv(const frmDocument* document);
+    /// The entries that need a project; `changed`: there is something to save though no project has a name.
+    void SetProjectMenus(const QString& projectFilename, bool changed);
+    /// Shows the document's mode on the button for it.
+    void SetEditModeIcon(const frmDocument* document);
+    void showViewToggle(const ViewToggle& option, const frmDocument& document);
+    /// Every mark from the state that is its truth.
+    void RefreshCheckedItems();
+
+ private:
+    void buildMenus(QMenuBar& menuBar);
+    void buildButtons(QToolBar& toolBar);
+    void addRow(QMenuBar& menuBar, const CommandRow& row);
+    void addMenu(QMenuBar& menuBar, const CommandRow& row);
+    void addEntry(const CommandRow& row);
+    void addButton(QToolBar& toolBar, const ToolRow& row);
+    void addPlace(QToolBar& toolBar, const ToolRow& row);
+    void enlist(const QByteArray& name, QAction* action);
+    void enableFor(const DocumentState& state);
+    /// An entry without a mark of its own has a box only while it is marked.
+    void showMark(QAction* action, bool marked);
+
+    FrameParts& m_parts;
+    Runner m_run;
+    QList<QAction*> m_items;
+    QHash<QByteArray, QAction*> m_entries;
+    QHash<QByteArray, QAction*> m_buttons;
+    QHash<QByteArray, QMenu*> m_menus;
+    QSet<QAction*> m_markable;
+    QSet<QByteArray> m_checks;
+    QWidget* m_searchPlace = nullptr;
+};

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+/// What the frame tells the side panel, and asks of it. Documents are named by their key. Whoever supplies the link
+/// keeps it for the life of the frame.
+class PanelLink {
+ public:
+    virtual ~PanelLink() = default;
+
+    /// First call only: the panel makes its lists ready.
+    virtual void InitObjects() = 0;
+    /// A document came to be.
+    virtual void AddFile(const QString& caption, const QString& key) = 0;
+    /// Its file or state changed; `image` is that of its tab. An empty file leaves the row's text.
+    virtual void SetFile(const QString& file, const QString& key, int image) = 0;
+    virtual void RemoveFile(const QString& key) = 0;
+    /// The document was chosen by its tab.
+    virtual void FileSelected(const QString& key) = 0;
+
+    /// A drag of rows out of the panel's own file list is under way.
+    virtual bool Busy() const = 0;
+    virtual void OpenSelectedFiles() = 0;
+    /// Icons of the files' types in the lists.
+    virtual void setDefaultSysIcon(bool on) = 0;
+};
+
+/// Stands where the side panel will stand: takes every notice and does nothing with it.
+class NoPanel : public PanelLink {
+ public:
+    void InitObjects() override {}
+    void AddFile(const QString&, const QString&) override {}
+    void SetFile(const QString&, const QString&, int) override {}
+    void RemoveFile(const QString&) override {}
+    void FileSelected(const QString&) override {}
+    bool Busy() const override { return false; }
+    void OpenSelectedFiles() override {}
+    void setDefaultSysIcon(bool) override {}
+};

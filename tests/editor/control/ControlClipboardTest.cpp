@@ -1,0 +1,135 @@
+#include "editor/control/TextControl.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+using Ranges = std::vector<std::pair<int, int>>;
+
+struct Ranged : testing::Test {
+    TextControl control;
+
+    Ranged() {
+        control.resize(600, 400);
+        control.show();
+        QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
+    }
+    /// Anchor and caret of each.
+    void select(const Ranges& ranges) {
+        control.setSelection(ranges.front().first, ranges.front().second);
+        for (auto range = ranges.begin() + 1; range != ranges.end(); ++range)
+            control.SendScintilla(TextControl::SCI_ADDSELECTION, static_cast<unsigned long>(range->second),
+                                  static_cast<long>(range->first));
+    }
+    /// By keys, from the start of the text.
+    void selectRectangle(int columns, int lines) {
+        control.setSelection(0, 0);
+        for (int step = 0; step < columns; ++step)
+            QTest::keyClick(&control, Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+        for (int step = 0; step < lines; ++step)
+            QTest::keyClick(&control, Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    }
+    static QString held() { return QGuiApplication::clipboard()->text(); }
+};
+
+/// What the control hands to whoever wants its selection.
+struct Offering : TextControl {
+    using TextControl::toMimeData;
+};
+
+using TextControlSeveralRanges = Ranged;
+using TextControlRectangle = Ranged;
+
+}  // namespace
+
+TEST_F(TextControlSeveralRanges, AreCopiedOneALineInTheOrderOfTheText) {
+    control.setText(QStringLiteral("one two three"));
+    select({{8, 13}, {0, 3}});
+    control.Copy();
+    EXPECT_EQ(held(), QStringLiteral("one\nthree"));
+    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+}
+
+TEST_F(TextControlSeveralRanges, AreCopiedWhenTheNewestIsACaretAlone) {
+    control.setText(QStringLiteral("one two"));
+    select({{0, 3}, {5, 5}});
+    ASSERT_EQ(control.AnchorPosition(), control.CaretPosition());
+    QTest::keyClick(&control, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(held(), QStringLiteral("one"));
+}
+
+TEST_F(TextControlSeveralRanges, AreCutWithNothingLost) {
+    control.setText(QStringLiteral("one two three"));
+    select({{0, 4}, {8, 10}, {6, 6}});
+    control.Cut();
+    EXPECT_EQ(control.Text(), QStringLiteral("two ree"));
+    EXPECT_EQ(held(), QStringLiteral("one \nth"));
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+}
+
+TEST_F(TextControlSeveralRanges, OfNothingLeaveTheClipboardAlone) {
+    control.setText(QStringLiteral("one two"));
+    select({{1, 1}, {5, 5}});
+    control.Copy();
+    control.Cut();
+    EXPECT_EQ(held(), QStringLiteral("kept"));
+    EXPECT_EQ(control.Text(), QStringLiteral("one two"));
+}
+
+TEST_F(TextControlRectangle, IsCopiedAndPastedAsARectangle) {
+    control.setText(QStringLiteral("ab1\ncd2\nef3"));
+    selectRectangle(2, 2);
+    control.Copy();
+    EXPECT_EQ(held(), QStringLiteral("ab\ncd\nef\n"));
+    control.setSelection(2, 2);
+    control.Paste();
+    EXPECT_EQ(control.Text(), QStringLiteral("abab1\ncdcd2\nefef3"));
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("ab1\ncd2\nef3"));
+}
+
+TEST_F(TextControlRectangle, IsPastedOverAnotherFromItsTopOn) {
+    control.setText(QStringLiteral("ab1\ncd2\nef3"));
+    selectRectangle(2, 1);
+    control.Copy();
+    control.setText(QStringLiteral("123456\n123456\n123456"));
+    control.setSelection(2, 2);
+    for (const int command : {TextControl::SCI_LINEDOWNRECTEXTEND, TextControl::SCI_CHARRIGHTRECTEXTEND,
+                              TextControl::SCI_CHARRIGHTRECTEXTEND})
+        control.ExecuteCmd(command);
+    control.Paste();
+    EXPECT_EQ(control.Text(), QStringLiteral("12ab56\n12cd56\n123456"));
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("123456\n123456\n123456"));
+}
+
+TEST_F(TextControlRectangle, IsCut) {
+    control.setText(QStringLiteral("ab1\ncd2"));
+    selectRectangle(2, 1);
+    control.Cut();
+    EXPECT_EQ(control.Text(), QStringLiteral("1\n2"));
+    EXPECT_EQ(held(), QStringLiteral("ab\ncd\n"));
+}
+
+TEST(TextControlPrimarySelection, HasNoMoreThanAMegabyte) {
+    Offering control;
+    const QString most(1024 * 1024, u'a');
+    control.setText(most);
+    control.SelectAll();
+    std::unique_ptr<QMimeData> offered(control.toMimeData(most.toUtf8(), false));
+    EXPECT_EQ(offered->text().size(), most.size());
+    control.AddText(QStringLiteral("b"));
+    control.SelectAll();
+    offered.reset(control.toMimeData((most + u'b').toUtf8(), false));
+    EXPECT_FALSE(offered->hasText());
+    control.Copy();
+    EXPECT_EQ(QGuiApplication::clipboard()->text().size(), most.size() + 1);
+}

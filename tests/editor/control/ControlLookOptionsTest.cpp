@@ -1,0 +1,419 @@
+#include "editor/commands/ControlCommands.h"
+#include "editor/control/TextControl.h"
+#include "editor/held/Margins.h"
+#include "editor/held/ScintillaColour.h"
+#include "editor/language/BraceScan.h"
+#include "widgets/Contrast.h"
+
+#include <QClipboard>
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Control : testing::Test {
+    TextControl control;
+
+    Control() {
+        control.resize(600, 400);
+        control.show();
+    }
+    void put(const QString& text, qint64 at) {
+        control.setText(text);
+        control.setSelection(at, at);
+        control.SendScintilla(TextControl::SCI_EMPTYUNDOBUFFER);
+    }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&control, key, modifiers); }
+    long ask(unsigned message, unsigned long first = 0) const { return control.SendScintilla(message, first, 0L); }
+    QString marginText(unsigned long line) const {
+        QByteArray text(ask(TextControl::SCI_MARGINGETTEXT, line), '\0');
+        control.SendScintilla(TextControl::SCI_MARGINGETTEXT, line, text.data());
+        return QString::fromLatin1(text);
+    }
+    void paint() { control.grab(); }
+};
+
+using TextControlOptions = Control;
+using TextControlAutoIndent = Control;
+using TextControlBraces = Control;
+using TextControlCarets = Control;
+using TextControlDragging = Control;
+using TextControlRichText = Control;
+
+/// Colour of a pixel of the control in the middle of a margin.
+QColor marginColour(TextControl& control, int x) {
+    return control.grab().toImage().pixelColor(x, control.height() - 8);
+}
+
+}  // namespace
+
+TEST_F(TextControlOptions, BeginAsStated) {
+    EXPECT_TRUE(control.DisplayLeftMargin());
+    EXPECT_FALSE(control.DisplayWhitespace());
+    EXPECT_TRUE(control.VScrollVisible());
+    EXPECT_TRUE(control.HScrollVisible());
+    EXPECT_TRUE(control.DragDrop());
+    EXPECT_TRUE(control.BraceMatching());
+    EXPECT_TRUE(control.AutoIndent());
+    EXPECT_FALSE(control.WordWrap());
+    EXPECT_EQ(control.TabWidth(), 4);
+    EXPECT_FALSE(control.BlanksForTabs());
+    EXPECT_EQ(control.LineNumberStart(), 1);
+}
+
+TEST_F(TextControlOptions, AreWhatTheyWereSetTo) {
+    control.setDisplayWhitespace(true);
+    control.setVScrollVisible(false);
+    control.setHScrollVisible(false);
+    control.setWordWrap(true);
+    EXPECT_TRUE(control.DisplayWhitespace());
+    EXPECT_FALSE(control.VScrollVisible());
+    EXPECT_FALSE(control.HScrollVisible());
+    EXPECT_TRUE(control.WordWrap());
+    control.setTabWidth(0);
+    EXPECT_EQ(control.TabWidth(), 1);
+    control.setTabWidth(1000);
+    EXPECT_EQ(control.TabWidth(), 64);
+}
+
+TEST_F(TextControlOptions, OutlastALoad) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("a")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("a\n");
+    file.close();
+    control.setTabWidth(3);
+    control.setBlanksForTabs(true);
+    control.setDisplayWhitespace(true);
+    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    EXPECT_EQ(ask(TextControl::SCI_GETTABWIDTH), 3);
+    EXPECT_EQ(ask(TextControl::SCI_GETUSETABS), 0);
+    EXPECT_TRUE(control.DisplayWhitespace());
+}
+
+TEST_F(TextControlOptions, TheLeftMarginCanBeHidden) {
+    control.setDisplayLeftMargin(false);
+    EXPECT_EQ(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Bookmarks), 0);
+    control.setDisplayLeftMargin(true);
+    EXPECT_EQ(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Bookmarks), Margins::BookmarksWidth);
+}
+
+TEST_F(TextControlOptions, LinesAreNumberedFromWhereTheyStart) {
+    put(QStringLiteral("a\nb\nc"), 0);
+    control.setLineNumbering(true);
+    control.setLineNumberStart(998);
+    paint();
+    EXPECT_EQ(marginText(0), QStringLiteral("998"));
+    EXPECT_EQ(marginText(2), QStringLiteral("1000"));
+    const long wide = ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers);
+    control.setLineNumberStart(1);
+    paint();
+    EXPECT_LT(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers), wide);
+    EXPECT_EQ(ask(TextControl::SCI_GETMARGINTYPEN, Margins::Numbers), TextControl::SC_MARGIN_NUMBER);
+}
+
+TEST_F(TextControlOptions, ElementsTakeAColourOfTheirOwn) {
+    EXPECT_FALSE(control.elementColour(TextControl::BackgroundElement).isValid());
+    control.setElementColour(TextControl::BackgroundElement, QColor(10, 200, 30));
+    control.setElementColour(TextControl::LeftMarginElement, QColor(50, 50, 200));
+    EXPECT_EQ(marginColour(control, 300), QColor(10, 200, 30));
+    EXPECT_EQ(marginColour(control, 10), QColor(50, 50, 200));
+    control.setElementColour(TextControl::BackgroundElement, {});
+    EXPECT_EQ(marginColour(control, 300), control.palette().color(QPalette::Base));
+}
+
+TEST_F(TextControlOptions, NumbersFollowTheZoom) {
+    control.setLineNumbering(true);
+    const long before = ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers);
+    for (int step = 0; step < 5; ++step)
+        key(Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers), before);
+    key(Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers), before);
+}
+
+TEST_F(TextControlOptions, PlusZoomsWhereverTheKeyboardHasIt) {
+    key(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 1);
+    key(Qt::Key_Equal, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 2);
+    control.resetZoom();
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 0);
+}
+
+TEST_F(TextControlOptions, TextCanBeReadOnABackgroundOfItsOwn) {
+    for (const QColor& ground : {QColor(10, 10, 40), QColor(250, 250, 240), QColor(120, 120, 120)}) {
+        control.setElementColour(TextControl::BackgroundElement, ground);
+        const long shown = ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT);
+        const QColor text(shown & 0xFF, shown >> 8 & 0xFF, shown >> 16 & 0xFF);
+        EXPECT_GE(Contrast::between(ground, text), 4.5) << ground.name().toStdString();
+    }
+    control.setElementColour(TextControl::BackgroundElement, {});
+    EXPECT_EQ(ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT),
+              ScintillaColour::number(control.palette().color(QPalette::Text)));
+}
+
+TEST_F(TextControlOptions, OnlyAHighlightThatAdaptsIsTurnedOnDarkGround) {
+    const QColor pale(205, 215, 231);
+    control.setElementColour(TextControl::BackgroundElement, QColor(10, 10, 40));
+    control.setLineHighlight(0, pale);
+    EXPECT_EQ(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(pale));
+    control.setLineHighlight(0, pale, TextControl::HighlightColour::Adapts);
+    EXPECT_NE(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(pale));
+    control.setElementColour(TextControl::RowHighlightElement, QColor(1, 2, 3));
+    control.setElementColour(TextControl::BackgroundElement, Qt::white);
+    EXPECT_EQ(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(QColor(1, 2, 3)));
+}
+
+TEST_F(TextControlOptions, CtrlAndTheWheelZoom) {
+    const int size = control.FontSize();
+    const auto turn = [this](int angle, Qt::KeyboardModifiers held) {
+        const QPointF at(100, 100);
+        QWheelEvent event(at, control.viewport()->mapToGlobal(at), {}, QPoint(0, angle), Qt::NoButton, held,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(control.viewport(), &event);
+    };
+    turn(120, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 1);
+    turn(-120, Qt::ControlModifier);
+    turn(-120, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
+    turn(-120, {});
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
+    EXPECT_EQ(control.FontSize(), size);
+    turn(60, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
+    turn(60, Qt::ControlModifier);
+    EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 0);
+}
+
+TEST_F(TextControlAutoIndent, ANewLineTakesTheBlanksOfTheOneAbove) {
+    put(QStringLiteral("\t  a"), 4);
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("\t  a\n\t  "));
+    EXPECT_EQ(control.SelStart(), 8);
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("\t  a"));
+    EXPECT_FALSE(control.CanUndo());
+}
+
+TEST_F(TextControlAutoIndent, TakesOnlyTheBlanksInFrontOfTheCaret) {
+    put(QStringLiteral("    a"), 2);
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("  \n    a"));
+    put(QStringLiteral("    a"), 0);
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("\n    a"));
+}
+
+TEST_F(TextControlAutoIndent, GivesEachOfSeveralCaretsItsOwn) {
+    put(QStringLiteral("  one\n\ttwo\nthree"), 5);
+    control.SendScintilla(TextControl::SCI_ADDSELECTION, 10UL, 10L);
+    control.SendScintilla(TextControl::SCI_ADDSELECTION, 13UL, 13L);
+    key(Qt::Key_Return);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("  one\n  -\n\ttwo\n\t-\nth\n-ree"));
+    control.Undo();
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("  one\n\ttwo\nthree"));
+    EXPECT_FALSE(control.CanUndo());
+}
+
+TEST_F(TextControlAutoIndent, CanBeSwitchedOff) {
+    control.setAutoIndent(false);
+    put(QStringLiteral("  a"), 3);
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("  a\n"));
+}
+
+TEST_F(TextControlAutoIndent, KeepsStillWhileLocked) {
+    put(QStringLiteral("  a"), 3);
+    control.setLocked(true);
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("  a"));
+}
+
+TEST_F(TextControlBraces, AreShownOnEitherSideOfTheCaret) {
+    put(QStringLiteral("a (b) c"), 0);
+    const auto changesThePicture = [this](qint64 caret) {
+        control.setSelection(caret, caret);
+        control.setBraceMatching(true);
+        const QImage on = control.grab().toImage();
+        control.setBraceMatching(false);
+        return control.grab().toImage() != on;
+    };
+    for (const qint64 caret : {2, 3, 4, 5})
+        EXPECT_TRUE(changesThePicture(caret)) << caret;
+    for (const qint64 caret : {0, 1, 6, 7})
+        EXPECT_FALSE(changesThePicture(caret)) << caret;
+}
+
+TEST_F(TextControlCarets, SeveralTakeWhatIsTyped) {
+    put(QStringLiteral("one\ntwo"), 0);
+    control.SendScintilla(TextControl::SCI_ADDSELECTION, 4UL, 4L);
+    key(Qt::Key_X);
+    EXPECT_EQ(control.Text(), QStringLiteral("xone\nxtwo"));
+    control.type(QString(100, u'y'));
+    EXPECT_EQ(control.Text().count(u'y'), 200);
+    key(Qt::Key_Backspace);
+    EXPECT_EQ(control.Text().count(u'y'), 198);
+    key(Qt::Key_Escape);
+    EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 1);
+}
+
+TEST_F(TextControlCarets, ARectangleTakesWhatIsTyped) {
+    put(QStringLiteral("one\ntwo\nthree"), 0);
+    key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("-one\n-two\n-three"));
+}
+
+TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
+    const QStringList before{QStringLiteral("alpha beta"), QStringLiteral("gamma del"), QStringLiteral("zeta eta x"),
+                             QString()};
+    for (const int steps : {0, 1, 3}) {
+        for (const bool typed : {false, true}) {
+            for (const ControlCommands::Row& row : ControlCommands::all()) {
+                if (row.kind != ControlCommands::Kind::Keyed && row.kind != ControlCommands::Kind::Edits)
+                    continue;
+                put(before.join(u'\n'), 6);
+                key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+                for (int step = 0; step < steps; ++step)
+                    key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+                if (typed)
+                    control.type(QStringLiteral("-"));
+                // As a font of another size does, this has Scintilla look at its styles anew at the next edit.
+                control.SendScintilla(TextControl::SCI_STYLESETSIZE, 40UL, 10L + row.number % 2);
+                control.ExecuteCmd(row.number);
+                EXPECT_TRUE(control.Text().endsWith(before[2] + u'\n')) << row.caption;
+                QList<qint64> carets;
+                for (qint64 range = 0; range < ask(TextControl::SCI_GETSELECTIONS); ++range)
+                    carets << ask(TextControl::SCI_GETSELECTIONNCARET, range);
+                EXPECT_TRUE(carets.contains(ask(TextControl::SCI_GETCURRENTPOS))) << row.caption;
+            }
+        }
+    }
+}
+
+TEST_F(TextControlCarets, WordsAreDeletedInEachLineOfARectangle) {
+    put(QStringLiteral("alpha beta\ngamma del\nzeta eta"), 6);
+    key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    control.type(QStringLiteral("x"));
+    control.type(QStringLiteral("y "));
+    key(Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha beta\ngamma del\nzeta eta"));
+    EXPECT_EQ(control.CaretPosition(), 17);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha -beta\ngamma -del\nzeta eta"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(control.Text(), QStringLiteral("alpha -\nbeta\ngamma -\ndel\nzeta eta"));
+}
+
+TEST_F(TextControlCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn) {
+    const QString lines = QStringLiteral("one two three\none two three\nx\none two three");
+    put(lines, 0);
+    control.setSelection(8, 8);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 22);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 29);
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.CaretPosition(), 38) << "through the short line";
+    put(lines, 0);
+    QGuiApplication::clipboard()->setText(QStringLiteral("pasted "));
+    control.Paste();
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.EndColNo(), 7);
+    put(lines, 0);
+    control.setSearchText(QStringLiteral("two"));
+    control.findNext();
+    key(Qt::Key_Down);
+    EXPECT_EQ(control.EndColNo(), 7);
+    control.ExecuteCmd(159);
+    key(Qt::Key_Up);
+    EXPECT_EQ(control.EndColNo(), 7);
+}
+
+TEST_F(TextControlCarets, AltAndTheMouseSelectARectangle) {
+    put(QStringLiteral("aaaa\nbbbb\ncccc"), 0);
+    const auto place = [this](qint64 byte) {
+        return QPoint(static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, byte)),
+                      static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, byte)) + 3);
+    };
+    const QPoint from = place(1);
+    const QPoint to = place(13);
+    QTest::mousePress(control.viewport(), Qt::LeftButton, Qt::AltModifier, from);
+    QMouseEvent move(QEvent::MouseMove, to, control.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
+                     Qt::AltModifier);
+    QCoreApplication::sendEvent(control.viewport(), &move);
+    QTest::mouseRelease(control.viewport(), Qt::LeftButton, Qt::AltModifier, to);
+    EXPECT_NE(ask(TextControl::SCI_SELECTIONISRECTANGLE), 0);
+    EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 3);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("a-a\nb-b\nc-c"));
+}
+
+TEST_F(TextControlCarets, CtrlAndAClickAddACaret) {
+    put(QStringLiteral("aaaa\nbbbb"), 0);
+    const QPoint at(static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, 7L)),
+                    static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, 7L)) + 3);
+    QTest::mouseClick(control.viewport(), Qt::LeftButton, Qt::ControlModifier, at);
+    EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 2);
+    control.type(QStringLiteral("-"));
+    EXPECT_EQ(control.Text(), QStringLiteral("-aaaa\nbb-bb"));
+}
+
+TEST_F(TextControlDragging, OffRefusesTextAndTakesFiles) {
+    QMimeData text;
+    text.setText(QStringLiteral("text"));
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a"))});
+    const auto enters = [this](const QMimeData& data) {
+        QDragEnterEvent event(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        event.ignore();
+        QCoreApplication::sendEvent(control.viewport(), &event);
+        return event.isAccepted();
+    };
+    EXPECT_TRUE(enters(text));
+    control.setDragDrop(false);
+    EXPECT_FALSE(enters(text));
+    EXPECT_TRUE(enters(files));
+    put(QStringLiteral("a"), 0);
+    QDropEvent drop(QPointF(50, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(control.viewport(), &drop);
+    EXPECT_EQ(control.Text(), QStringLiteral("a"));
+}
+
+TEST_F(TextControlDragging, OffAPressIntoTheSelectionEndsIt) {
+    put(QStringLiteral("word"), 0);
+    control.setDragDrop(false);
+    control.SelectAll();
+    const auto x = static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, 2L));
+    QTest::mousePress(control.viewport(), Qt::LeftButton, {}, QPoint(x, 4));
+    EXPECT_EQ(control.SelStart(), control.SelEnd());
+}
+
+TEST_F(TextControlRichText, HoldsTheTextOrTheSelection) {
+    put(QStringLiteral("a{b}\nc"), 0);
+    EXPECT_TRUE(control.TextRTF().startsWith("{\\rtf1"));
+    EXPECT_TRUE(control.TextRTF().contains(" a\\{b\\}\\par\nc}"));
+    EXPECT_FALSE(control.SelRTF().contains("\\{b"));
+    control.setSelection(4, 1);
+    EXPECT_TRUE(control.SelRTF().contains(" \\{b\\}}"));
+}
+
+TEST_F(TextControlRichText, HasNoJoints) {
+    put(QString(100'000, u'w'), 0);
+    ASSERT_FALSE(control.map().joints().empty());
+    const QByteArray rtf = control.TextRTF();
+    EXPECT_FALSE(rtf.contains("\\par"));
+    EXPECT_TRUE(rtf.contains(QByteArray(100'000, 'w')));
+}

@@ -1,0 +1,710 @@
+#include "editor/control/SearchHistory.h"
+#include "editor/control/TextControl.h"
+#include "text/held/Joints.h"
+
+#include <QFile>
+#include <QPointer>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <tuple>
+
+namespace {
+
+struct Searched : testing::Test {
+    TextControl control;
+    QSignalSpy wraps{&control, &TextControl::FindWrapped};
+    QSignalSpy failures{&control, &TextControl::CommandFailed};
+    QSignalSpy changes{&control, &TextControl::Change};
+    QSignalSpy moves{&control, &TextControl::SelChange};
+
+    Searched() {
+        control.resize(600, 300);
+        control.show();
+    }
+    void hold(const char* text, const char* find, SearchFlags flags = {}) {
+        control.setText(QString::fromUtf8(text));
+        look(find, flags);
+        forgetSignals();
+    }
+    void look(const char* find, SearchFlags flags = {}) {
+        control.setSearchCaseSensitive(flags.caseSensitive);
+        control.setSearchRegExp(flags.regExp);
+        control.setSearchWholeWord(flags.wholeWord);
+        control.setSearchText(QString::fromUtf8(find));
+    }
+    void replaceBy(const char* text) { control.setReplacementText(QString::fromUtf8(text)); }
+    void forgetSignals() {
+        for (QSignalSpy* spy : {&wraps, &failures, &changes, &moves})
+            spy->clear();
+    }
+    std::pair<qint64, qint64> selected() const { return {control.SelStart(), control.SelEnd()}; }
+
+    using Place = std::tuple<qint64, qint64, qint64>;
+    static Place placeOf(const MatchPlace& place) { return {place.line, place.position, place.length}; }
+    std::vector<Place> allFound() {
+        std::vector<Place> places;
+        control.findAll([&](const MatchPlace& place) {
+            places.push_back(placeOf(place));
+            return true;
+        });
+        return places;
+    }
+    std::vector<Place> allReplaced() {
+        std::vector<Place> places;
+        ReplaceWatch watch;
+        watch.replaced = [&](const MatchPlace& place) { places.push_back(placeOf(place)); };
+        control.replaceAll(watch);
+        return places;
+    }
+};
+
+using Places = std::vector<Searched::Place>;
+using Selected = std::pair<qint64, qint64>;
+
+using FindNext = Searched;
+using FindPrevious = Searched;
+using FindAll = Searched;
+using ReplaceNext = Searched;
+using ReplaceAll = Searched;
+using FindHistoryOfControls = Searched;
+
+constexpr SearchFlags Expression{.regExp = true};
+
+}  // namespace
+
+TEST_F(FindNext, SelectsOneMatchAfterTheOther) {
+    hold("ä one\none", "one");
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(2, 5));
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(6, 9));
+    EXPECT_EQ(moves.count(), 2);
+    EXPECT_EQ(wraps.count() + failures.count() + changes.count(), 0);
+}
+
+TEST_F(FindNext, GoesOnFromTheStartAndTellsOfIt) {
+    hold("one two", "one");
+    control.setSelection(5, 5);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_EQ(wraps.count(), 2);
+    EXPECT_EQ(failures.count(), 0);
+}
+
+TEST_F(FindNext, FailsWhereThereIsNothingAndLeavesTheSelection) {
+    hold("one two", "three");
+    control.setSelection(5, 2);
+    forgetSignals();
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.AnchorPosition(), 5);
+    EXPECT_EQ(control.CaretPosition(), 2);
+    EXPECT_FALSE(control.searchError());
+    EXPECT_EQ(failures.count(), 1);
+    EXPECT_EQ(wraps.count() + moves.count(), 0);
+}
+
+TEST_F(FindNext, FailsWithoutAText) {
+    hold("one", "");
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+    EXPECT_EQ(control.countMatches(), 0);
+    EXPECT_EQ(allFound(), Places());
+    EXPECT_EQ(failures.count(), 7);
+    EXPECT_TRUE(control.searchError());
+}
+
+TEST_F(FindNext, FailsInAnEmptyDocument) {
+    hold("", "one");
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(failures.count(), 4);
+    EXPECT_EQ(changes.count(), 0);
+}
+
+TEST_F(FindNext, FollowsTheFlags) {
+    hold("Ones ONE one", "ONE", {.caseSensitive = true});
+    control.findNext();
+    EXPECT_EQ(selected(), Selected(5, 8));
+    look("one", {.wholeWord = true});
+    control.setSelection(0, 0);
+    control.findNext();
+    EXPECT_EQ(selected(), Selected(5, 8));
+    look("o.e", Expression);
+    control.setSelection(0, 0);
+    control.findNext();
+    EXPECT_EQ(selected(), Selected(0, 3));
+    look("o.e");
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+}
+
+TEST_F(FindNext, TellsWhereAnExpressionIsWrong) {
+    hold("one", "on(e", Expression);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.searchError().position, 4);
+    EXPECT_EQ(failures.count(), 1);
+    look("one");
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_FALSE(control.searchError());
+}
+
+TEST_F(FindNext, GivesUpAnExpressionThatExplodes) {
+    hold("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!", "^(a+)+$", Expression);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_TRUE(control.searchError());
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(failures.count(), 3);
+}
+
+namespace {
+
+/// Each line takes the expression some milliseconds.
+constexpr const char* Slow = "(a|aa)+$";
+QString slowLines() {
+    QString text = QStringLiteral("first");
+    for (int line = 0; line < 3000; ++line)
+        text += QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n");
+    return text;
+}
+
+}  // namespace
+
+TEST_F(FindNext, IsStoppedByItsWatch) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    control.setSelection(2, 4);
+    int asked = 0;
+    control.setSearchWatch([&asked](bool) { return ++asked % 3 != 0; });
+    for (const auto& search : {&TextControl::findNext, &TextControl::findPrevious, &TextControl::replaceNext,
+                               &TextControl::replaceSelectedMatch}) {
+        asked = 0;
+        EXPECT_EQ((control.*search)(), SearchOutcome::Failed);
+        EXPECT_EQ(asked, 3);
+        EXPECT_TRUE(control.searchError());
+        EXPECT_EQ(selected(), Selected(2, 4));
+    }
+    for (const bool backwards : {false, true}) {
+        asked = 0;
+        EXPECT_EQ(control.findTyped(backwards), SearchOutcome::Failed);
+        EXPECT_EQ(asked, 3);
+        EXPECT_EQ(selected(), Selected(2, 4));
+    }
+    EXPECT_EQ(control.countMatches(), 0);
+    EXPECT_TRUE(control.searchError());
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_FALSE(control.CanUndo() && control.Text() != slowLines());
+    EXPECT_TRUE(allFound().empty());
+}
+
+TEST_F(FindNext, IsNotBegunAgainForTheRestOfARepeatCountWhenItWasStopped) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    int asked = 0;
+    control.setSearchWatch([&asked](bool) { return ++asked < 3; });
+    for (const int command : {170, 173, 174, 176}) {
+        asked = 0;
+        control.setRepeatCount(50);
+        control.ExecuteCmd(command);
+        EXPECT_EQ(asked, 3) << command;
+        EXPECT_EQ(control.repeatCount(), 1);
+    }
+}
+
+TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    const QSignalSpy told(&control, &TextControl::Notice);
+    bool knew = false;
+    control.setSearchWatch([&](bool takesLong) {
+        EXPECT_EQ(takesLong, !told.isEmpty());
+        knew = takesLong;
+        return !takesLong;
+    });
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_TRUE(knew);
+    ASSERT_EQ(told.count(), 2);
+    EXPECT_EQ(told[0][0].toString(), QStringLiteral("Searching. Esc stops it."));
+    EXPECT_EQ(told[1][0].toString(), QString());
+}
+
+TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
+    control.setText(slowLines());
+    look(Slow, Expression);
+    control.setSearchWatch([this](bool) {
+        control.setText(QStringLiteral("another"));
+        return true;
+    });
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.Text(), QStringLiteral("another"));
+    control.setText(slowLines());
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+}
+
+TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
+    for (const int command : {170, 171, 172, 173, 174, 176}) {
+        auto* gone = new TextControl;
+        gone->setText(slowLines());
+        gone->setSearchRegExp(true);
+        gone->setSearchText(QString::fromLatin1(Slow));
+        gone->SelectAll();
+        const QPointer<TextControl> alive(gone);
+        gone->setSearchWatch([gone](bool) {
+            delete gone;
+            return true;
+        });
+        gone->ExecuteCmd(command);
+        EXPECT_FALSE(alive) << command;
+    }
+}
+
+TEST_F(FindNext, TakesEachEmptyMatchOnce) {
+    hold("a\nb\nc", "^", Expression);
+    std::vector<qint64> places;
+    for (int step = 0; step < 4; ++step) {
+        control.findNext();
+        places.push_back(control.SelStart());
+    }
+    EXPECT_EQ(places, (std::vector<qint64>{0, 2, 4, 0}));
+    EXPECT_EQ(wraps.count(), 1);
+}
+
+TEST_F(FindNext, SeesTheTextInFrontOfTheSelection) {
+    hold("abab", "(?<=a)b", Expression);
+    control.setSelection(1, 1);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(1, 2));
+    look("\\bb", Expression);
+    control.setSelection(1, 1);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+}
+
+TEST_F(FindNext, GoesOnFromTheNewestOfSeveralCaretsAndLeavesOneSelection) {
+    hold("one two one two", "one");
+    control.setSelection(14, 14);
+    control.SendScintilla(QsciScintillaBase::SCI_ADDSELECTION, 1UL, 1L);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.SelStart(), 8);
+    EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_GETSELECTIONS), 1);
+}
+
+TEST_F(FindNext, WorksInALockedDocument) {
+    hold("one", "one");
+    control.setLocked(true);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+}
+
+TEST_F(FindNext, FindsWhatWasTypedForALoneSurrogate) {
+    hold("", "");
+    control.type(QStringLiteral("x") + QChar(0xDC00));
+    control.setSearchText(QString(QChar(0xD83D)));
+    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(selected(), Selected(1, 2));
+}
+
+TEST_F(FindPrevious, SelectsOneMatchBeforeTheOther) {
+    hold("one\none x", "one");
+    control.setSelection(9, 9);
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Wrapped);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    EXPECT_EQ(wraps.count(), 1);
+}
+
+TEST_F(FindPrevious, TakesWholeMatchesOfAnExpression) {
+    hold("x 12345 y", "\\d+", Expression);
+    control.setSelection(9, 9);
+    control.findPrevious();
+    EXPECT_EQ(selected(), Selected(2, 7));
+}
+
+TEST_F(FindPrevious, TakesEachEmptyMatchOnce) {
+    hold("a\nb\nc", "^", Expression);
+    control.setSelection(5, 5);
+    std::vector<qint64> places;
+    for (int step = 0; step < 4; ++step) {
+        control.findPrevious();
+        places.push_back(control.SelStart());
+    }
+    EXPECT_EQ(places, (std::vector<qint64>{4, 2, 0, 4}));
+    EXPECT_EQ(wraps.count(), 1);
+}
+
+TEST_F(FindPrevious, FindsAnEmptyMatchAtTheEnd) {
+    hold("ab", "$", Expression);
+    control.setSelection(2, 2);
+    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(2, 2));
+}
+
+TEST_F(FindAll, ListsEachMatchOnceAndSelectsTheLast) {
+    hold("one\nöne one\n", "one");
+    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {1, 8, 3}}));
+    EXPECT_EQ(selected(), Selected(8, 11));
+    EXPECT_EQ(moves.count(), 1);
+    EXPECT_EQ(wraps.count(), 1);
+    EXPECT_EQ(failures.count(), 0);
+}
+
+TEST_F(FindAll, StandsAtTheStartWhenThereIsNothing) {
+    hold("one two", "three");
+    control.setSelection(3, 5);
+    forgetSignals();
+    EXPECT_EQ(allFound(), Places());
+    EXPECT_EQ(selected(), Selected(0, 0));
+    EXPECT_EQ(failures.count(), 1);
+}
+
+TEST_F(FindAll, StopsWhenTold) {
+    hold("a a a a", "a");
+    int seen = 0;
+    EXPECT_EQ(control.findAll([&](const MatchPlace&) { return ++seen < 2; }), 2);
+    EXPECT_EQ(selected(), Selected(2, 3));
+}
+
+TEST_F(FindAll, EndsWhenAnotherTextIsLoadedMeanwhile) {
+    QTemporaryDir folder;
+    QFile file(folder.filePath(QStringLiteral("other")));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("x");
+    file.close();
+    hold("a a a a", "a");
+    EXPECT_EQ(control.findAll([&](const MatchPlace&) { return !control.OpenFile(file.fileName()); }), 1);
+    EXPECT_EQ(control.Text(), QStringLiteral("x"));
+    EXPECT_FALSE(control.Locked());
+    control.type(QStringLiteral("y"));
+    EXPECT_EQ(control.Text(), QStringLiteral("yx"));
+}
+
+TEST_F(FindAll, OutlivesTheControl) {
+    auto mortal = std::make_unique<TextControl>();
+    mortal->setText(QStringLiteral("a a a"));
+    mortal->setSearchText(QStringLiteral("a"));
+    EXPECT_EQ(mortal->findAll([&](const MatchPlace&) {
+        mortal.reset();
+        return true;
+    }),
+              1);
+    mortal = std::make_unique<TextControl>();
+    mortal->setText(QStringLiteral("a a a"));
+    mortal->setSearchText(QStringLiteral("a"));
+    ReplaceWatch watch;
+    watch.goesOn = [&] {
+        mortal.reset();
+        return true;
+    };
+    EXPECT_EQ(mortal->replaceAll(watch), 0);
+}
+
+TEST_F(FindAll, KeepsTheTextFromBeingEditedMeanwhile) {
+    hold("a a a", "a");
+    EXPECT_EQ(control.findAll([&](const MatchPlace&) {
+        control.type(QStringLiteral("b"));
+        return true;
+    }),
+              3);
+    EXPECT_EQ(control.Text(), QStringLiteral("a a a"));
+    control.type(QStringLiteral("b"));
+    EXPECT_EQ(control.Text(), QStringLiteral("a a b"));
+}
+
+TEST_F(FindAll, CountsWithoutMoving) {
+    hold("a a a a", "a");
+    control.setSelection(5, 1);
+    forgetSignals();
+    EXPECT_EQ(control.countMatches(), 4);
+    EXPECT_EQ(control.countMatches(control.selectedBytes()), 2);
+    EXPECT_EQ(control.AnchorPosition(), 5);
+    EXPECT_EQ(moves.count(), 0);
+}
+
+TEST_F(ReplaceNext, PutsTheReplacementInPlaceOfTheNextMatch) {
+    hold("one two one", "one");
+    replaceBy("three");
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.Text(), QStringLiteral("three two one"));
+    EXPECT_EQ(control.SelText(), QStringLiteral("three"));
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.Text(), QStringLiteral("three two three"));
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(changes.count(), 2);
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("three two one"));
+}
+
+TEST_F(ReplaceNext, GoesOnFromTheStart) {
+    hold("one two", "one");
+    replaceBy("1");
+    control.setSelection(5, 5);
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(control.Text(), QStringLiteral("1 two"));
+    EXPECT_EQ(wraps.count(), 1);
+}
+
+TEST_F(ReplaceNext, OfTheSelectionFindsFirstAndReplacesThen) {
+    hold("one two one", "(o)ne", Expression);
+    replaceBy("$1");
+    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
+    EXPECT_EQ(control.Text(), QStringLiteral("one two one"));
+    EXPECT_EQ(selected(), Selected(0, 3));
+    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
+    EXPECT_EQ(control.Text(), QStringLiteral("o two one"));
+    EXPECT_EQ(selected(), Selected(6, 9));
+    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.Text(), QStringLiteral("o two o"));
+}
+
+TEST_F(ReplaceNext, OfTheSelectionTakesEachEmptyMatchOnce) {
+    hold("a\nb", "^", Expression);
+    replaceBy("> ");
+    control.replaceSelectedMatch();
+    EXPECT_EQ(control.Text(), QStringLiteral("a\nb"));
+    control.replaceSelectedMatch();
+    EXPECT_EQ(control.Text(), QStringLiteral("> a\nb"));
+    EXPECT_EQ(selected(), Selected(4, 4));
+    control.replaceSelectedMatch();
+    EXPECT_EQ(control.Text(), QStringLiteral("> a\n> b"));
+}
+
+TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
+    hold("one one", "one");
+    replaceBy("1");
+    control.setSelection(0, 3);
+    control.setLocked(true);
+    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+    EXPECT_EQ(failures.count(), 4);
+    EXPECT_EQ(changes.count(), 0);
+    EXPECT_EQ(control.Text(), QStringLiteral("one one"));
+    EXPECT_TRUE(control.Locked());
+    EXPECT_TRUE(control.searchError());
+}
+
+TEST_F(ReplaceAll, IsOneChangeAndOneUndoStep) {
+    hold("one\nöne one", "one");
+    replaceBy("größer");
+    EXPECT_EQ(allReplaced(), (Places{{0, 0, 6}, {1, 11, 6}}));
+    EXPECT_EQ(control.Text(), QString::fromUtf8("größer\nöne größer"));
+    EXPECT_EQ(selected(), Selected(11, 17));
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(wraps.count(), 1);
+    control.Undo();
+    EXPECT_EQ(control.Text(), QString::fromUtf8("one\nöne one"));
+    control.Redo();
+    EXPECT_EQ(control.Text(), QString::fromUtf8("größer\nöne größer"));
+}
+
+TEST_F(ReplaceAll, EndsWhenTheReplacementHoldsTheText) {
+    hold("a a", "a");
+    replaceBy("aa");
+    EXPECT_EQ(control.replaceAll(), 2);
+    EXPECT_EQ(control.Text(), QStringLiteral("aa aa"));
+}
+
+TEST_F(ReplaceAll, PutsLinesInAndTakesThemAway) {
+    hold("a;b;c\nd", "[;\\n]", Expression);
+    replaceBy("\\n\\n");
+    EXPECT_EQ(allReplaced(), (Places{{0, 1, 2}, {2, 4, 2}, {4, 7, 2}}));
+    EXPECT_EQ(control.Text(), QStringLiteral("a\n\nb\n\nc\n\nd"));
+    look("\\n+", Expression);
+    replaceBy("");
+    EXPECT_EQ(allReplaced(), (Places{{0, 1, 0}, {0, 2, 0}, {0, 3, 0}}));
+    EXPECT_EQ(control.Text(), QStringLiteral("abcd"));
+}
+
+TEST_F(ReplaceAll, TakesEmptyMatches) {
+    hold("a\nb\n", "^", Expression);
+    replaceBy("> ");
+    EXPECT_EQ(control.replaceAll(), 2);
+    EXPECT_EQ(control.Text(), QStringLiteral("> a\n> b\n"));
+}
+
+TEST_F(ReplaceAll, FollowsTheCaseOfEachMatchWhenTold) {
+    hold("red RED Red rEd", "red");
+    replaceBy("blue");
+    control.setPreserveCase(true);
+    control.replaceAll();
+    EXPECT_EQ(control.Text(), QStringLiteral("blue BLUE Blue blue"));
+}
+
+TEST_F(ReplaceAll, KeepsToTheSelection) {
+    hold("aa aa aa aa", "aa");
+    replaceBy("bcd");
+    control.setSelection(1, 10);
+    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 2);
+    EXPECT_EQ(control.Text(), QStringLiteral("aa bcd bcd aa"));
+    EXPECT_EQ(selected(), Selected(1, 12));
+    EXPECT_EQ(changes.count(), 1);
+    control.Undo();
+    EXPECT_EQ(control.Text(), QStringLiteral("aa aa aa aa"));
+}
+
+TEST_F(ReplaceAll, ReplacesWhatWasFoundUntilItIsStopped) {
+    hold("a a a a", "a");
+    replaceBy("b");
+    int asked = 0;
+    ReplaceWatch watch;
+    watch.goesOn = [&] { return ++asked < 2; };
+    EXPECT_EQ(control.replaceAll(watch), 2);
+    EXPECT_EQ(control.Text(), QStringLiteral("b b a a"));
+}
+
+TEST_F(ReplaceAll, KeepsBookmarksOnTheirLines) {
+    hold("one\ntwo one\nthree", "one");
+    replaceBy("1");
+    for (const qint64 line : {0, 1, 2})
+        control.setBookmarkAt(line, true);
+    control.replaceAll();
+    control.Undo();
+    for (const qint64 line : {0, 1, 2})
+        EXPECT_TRUE(control.BookmarkAt(line)) << line;
+}
+
+TEST_F(FindHistoryOfControls, HasTheNewestInFront) {
+    hold("text", "first");
+    control.findNext();
+    control.setSearchText(QStringLiteral("second"));
+    control.findPrevious();
+    control.setSearchText(QStringLiteral("first"));
+    control.findNext();
+    const QStringList entries = TextControl::FindHistory().split(u'\n');
+    ASSERT_GE(entries.size(), 2);
+    EXPECT_EQ(entries[0], QStringLiteral("first"));
+    EXPECT_EQ(entries[1], QStringLiteral("second"));
+    EXPECT_EQ(entries.count(QStringLiteral("first")), 1);
+}
+
+TEST(SearchHistory, KeepsNeitherEmptyTextsNorLinesNorTooMany) {
+    SearchHistory history;
+    history.add(QString());
+    history.add(QStringLiteral("a\nb"));
+    EXPECT_TRUE(history.entries().isEmpty());
+    for (int number = 0; number < 40; ++number)
+        history.add(QString::number(number));
+    EXPECT_EQ(history.entries().size(), SearchHistory::Most);
+    EXPECT_EQ(history.entries().first(), QStringLiteral("39"));
+}
+
+namespace {
+
+/// A control with one line far too long, cut into pieces.
+struct SearchedLongLine : Searched {
+    QTemporaryDir folder;
+
+    void load(const QByteArray& bytes) {
+        QFile file(folder.filePath(QStringLiteral("text")));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        ASSERT_FALSE(control.OpenFile(file.fileName()));
+        ASSERT_FALSE(control.map().joints().empty());
+        forgetSignals();
+    }
+};
+
+QByteArray words(qsizetype size, std::mt19937& random) {
+    static const char* const some[] = {"one", "two ", "größe", "漢字 ", "1", "\U0001F600"};
+    QByteArray line;
+    while (line.size() < size)
+        line += some[random() % 6];
+    return line;
+}
+
+}  // namespace
+
+TEST_F(SearchedLongLine, GivesThePlacesOfTheTextWithoutJoints) {
+    std::mt19937 random(3);
+    const QByteArray bytes = words(200'000, random) + "\r\n" + words(100'000, random) + "\r\none";
+    load(bytes);
+    const QString text = QString::fromUtf8(bytes);
+    look("one");
+    Places expected;
+    for (qsizetype at = text.indexOf(QStringLiteral("one")); at >= 0; at = text.indexOf(QStringLiteral("one"), at + 3))
+        expected.emplace_back(text.left(at).count(u'\n'), at, 3);
+    EXPECT_EQ(allFound(), expected);
+    EXPECT_EQ(selected(), Selected(text.size() - 3, text.size()));
+    control.findPrevious();
+    EXPECT_EQ(control.SelStart(), std::get<1>(expected[expected.size() - 2]));
+}
+
+TEST_F(SearchedLongLine, IsReplacedAsIfThereWereNoJoints) {
+    for (const char* replacement : {"", "x", "a much longer one than before", "\r\n", "1\n2"}) {
+        std::mt19937 random(4);
+        const QByteArray bytes = words(150'000, random) + "\r\n" + words(80'000, random);
+        load(bytes);
+        look("e1|one");
+        control.setSearchRegExp(true);
+        replaceBy(replacement);
+        QString expected = QString::fromUtf8(bytes);
+        const QString lines = QString::fromUtf8(replacement).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        const QString held = QString(lines).replace(u'\n', QStringLiteral("\r\n"));
+        expected.replace(QRegularExpression(QStringLiteral("e1|one")), held);
+        EXPECT_GT(control.replaceAll(), 1000);
+        EXPECT_EQ(control.Text(), expected) << replacement;
+        EXPECT_EQ(control.TotalLines(), expected.count(u'\n') + 1);
+        control.Undo();
+        EXPECT_EQ(control.Text(), QString::fromUtf8(bytes));
+        EXPECT_EQ(control.TotalLines(), 2);
+    }
+}
+
+TEST_F(SearchedLongLine, FindsAMatchThatIsLongerThanManyPieces) {
+    load("start" + QByteArray(300'000, 'x') + "end\nsecond");
+    look("start.*end", Expression);
+    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(0, 300'008));
+    replaceBy("$0$0");
+    EXPECT_EQ(control.replaceAll(), 1);
+    EXPECT_EQ(control.Text().size(), 2 * 300'008 + 7);
+    EXPECT_EQ(control.TotalLines(), 2);
+}
+
+TEST_F(SearchedLongLine, IsSearchedWhereItsLineEndsAreMixed) {
+    load("one\r\ntwo\n" + QByteArray(100'000, 'x') + "one\rthree");
+    ASSERT_TRUE(control.Locked());
+    look("one$", Expression);
+    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, 100'009, 3}}));
+}
+
+TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
+    hold("one One two", "");
+    control.ExecuteCmd(179, QStringLiteral("o.E"));
+    control.ExecuteCmd(180, QStringLiteral("tHree"));
+    control.ExecuteCmd(230);
+    control.ExecuteCmd(232);
+    control.ExecuteCmd(234);
+    control.ExecuteCmd(236);
+    EXPECT_TRUE(control.SearchRegExp() && control.SearchWholeWord() && control.PreserveCase());
+    control.ExecuteCmd(176);
+    EXPECT_EQ(failures.count(), 1);
+    control.ExecuteCmd(237);
+    control.ExecuteCmd(191);
+    EXPECT_EQ(selected(), Selected(11, 11));
+    control.ExecuteCmd(174);
+    EXPECT_EQ(selected(), Selected(4, 7));
+    control.ExecuteCmd(189);
+    EXPECT_EQ(selected(), Selected(0, 0));
+    control.setRepeatCount(2);
+    control.ExecuteCmd(170);
+    EXPECT_EQ(control.Text(), QStringLiteral("three Three two"));
+    for (const int off : {231, 233, 235})
+        control.ExecuteCmd(off);
+    EXPECT_FALSE(control.SearchRegExp() || control.SearchWholeWord() || control.PreserveCase());
+}

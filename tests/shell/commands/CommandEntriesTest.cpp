@@ -1,0 +1,310 @@
+#include "shell/FrameFixture.h"
+#include "shell/bars/CoolBar.h"
+#include "shell/commands/CommandTable.h"
+#include "shell/commands/ExpectedCommands.h"
+#include "shell/commands/MenuText.h"
+#include "shell/commands/ToolTable.h"
+#include "shell/commands/ViewToggles.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QDialog>
+#include <QMenu>
+#include <QMenuBar>
+#include <QSignalSpy>
+#include <QToolBar>
+
+class CommandsOfTheFrame : public FrameFixture {
+ protected:
+    QStringList marked() {
+        QStringList names;
+        for (const CommandRow& row : commandTable()) {
+            if (entry(row.name)->isChecked())
+                names << QString::fromLatin1(row.name);
+        }
+        return names;
+    }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        control().setFocus();
+        QTest::keyClick(&control(), key, modifiers);
+    }
+    void expectEnabled(char state) {
+        for (const ExpectedCommand& expected : expectedCommands) {
+            if (QLatin1String(expected.enabled) == QLatin1String("TLHX"))
+                continue;
+            EXPECT_EQ(entry(expected.name)->isEnabled(), strchr(expected.enabled, state) != nullptr) << expected.name;
+        }
+        for (const ExpectedButton& expected : expectedButtons)
+            EXPECT_EQ(button(expected.key)->isEnabled(), strchr(expected.enabled, state) != nullptr) << expected.key;
+    }
+};
+
+TEST_F(CommandsOfTheFrame, EveryRowIsAnEntryOfItsMenu) {
+    start();
+    for (const CommandRow& row : commandTable()) {
+        QAction* action = entry(row.name);
+        ASSERT_NE(action, nullptr) << row.name;
+        EXPECT_EQ(action->objectName(), QString::fromLatin1(row.name));
+        EXPECT_EQ(MenuText::captionOf(*action), QString::fromLatin1(row.caption)) << row.name;
+        EXPECT_EQ(action->shortcut().toString(), QString::fromLatin1(row.key)) << row.name;
+        EXPECT_EQ(action->icon().isNull(), *row.icon == '\0') << row.name;
+        EXPECT_EQ(action->isVisible(), row.visible) << row.name;
+        const QMenu* menu = parts().commands->menu(row.parent);
+        const QList<QAction*> neighbours = menu == nullptr ? m_frame->menuBar()->actions() : menu->actions();
+        EXPECT_TRUE(neighbours.contains(action)) << row.name;
+    }
+}
+
+TEST_F(CommandsOfTheFrame, EveryEntryIsEnabledByTheStateOfItsDocument) {
+    start();
+    expectEnabled('T');
+    run("mnuReadonly");
+    expectEnabled('L');
+    run("mnuReadonly");
+    expectEnabled('T');
+}
+
+TEST_F(CommandsOfTheFrame, AfterTheLastDocumentSaveStaysEnabledAndDoesNothing) {
+    start();
+    run("mnuReadonly");
+    run("mnuReadonly");
+    run("mnuFileClose");
+    ASSERT_EQ(active(), nullptr);
+    expectEnabled('T');
+    run("mnuFileSave");
+    EXPECT_TRUE(m_prompts.fileDialogs.empty());
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(CommandsOfTheFrame, WithoutADocumentNoCommandDoesAnything) {
+    start();
+    run("mnuFileClose");
+    const QStringList before = marked();
+    for (const CommandRow& row : commandTable()) {
+        if (row.target.document != nullptr)
+            run(row.name);
+    }
+    for (const ViewToggle& option : viewToggles())
+        run(option.entry);
+    for (const char* name : {"mnuFindNext", "mnuFindPrevious", "mnuToggleHex", "mnuReadonly"})
+        run(name);
+    EXPECT_EQ(marked(), before);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(CommandsOfTheFrame, AViewOptionTurnsTheSameByEntryAndByButton) {
+    start();
+    for (const ViewToggle& option : viewToggles()) {
+        const bool before = (active()->*option.isOn)();
+        EXPECT_EQ(entry(option.entry)->isChecked(), before) << option.entry;
+        run(option.entry);
+        EXPECT_EQ((active()->*option.isOn)(), !before) << option.entry;
+        EXPECT_EQ(entry(option.entry)->isChecked(), !before) << option.entry;
+        if (*option.button == '\0')
+            continue;
+        EXPECT_EQ(button(option.button)->isChecked(), !before) << option.entry;
+        button(option.button)->trigger();
+        EXPECT_EQ((active()->*option.isOn)(), before) << option.entry;
+        EXPECT_EQ(entry(option.entry)->isChecked(), before) << option.entry;
+        EXPECT_EQ(button(option.button)->isChecked(), before) << option.entry;
+    }
+}
+
+TEST_F(CommandsOfTheFrame, ViewOptionsFollowTheActiveDocument) {
+    start();
+    run("mnuShowTabSpace");
+    run("mnuFileNew");
+    EXPECT_FALSE(entry("mnuShowTabSpace")->isChecked());
+    EXPECT_FALSE(button("ShowSpace")->isChecked());
+    strip().setCurrentIndex(0);
+    EXPECT_TRUE(entry("mnuShowTabSpace")->isChecked());
+    EXPECT_TRUE(button("ShowSpace")->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, ViewOptionsFollowThePropertiesOfTheControl) {
+    start();
+    active()->Properties();
+    auto* dialog = active()->findChild<QDialog*>(QStringLiteral("ControlProperties"));
+    ASSERT_NE(dialog, nullptr);
+    dialog->findChild<QCheckBox*>(QStringLiteral("chkWhitespace"))->click();
+    dialog->accept();
+    EXPECT_TRUE(entry("mnuShowTabSpace")->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, EveryButtonRunsItsCommand) {
+    start();
+    button("New")->trigger();
+    EXPECT_EQ(documents().size(), 2);
+    type(QStringLiteral("ab"));
+    button("Undo")->trigger();
+    EXPECT_EQ(active()->GetEditor()->Text(), QString());
+    button("Redo")->trigger();
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ab"));
+    run("mnuSelectAll");
+    button("Cut")->trigger();
+    EXPECT_EQ(active()->GetEditor()->Text(), QString());
+    button("Paste")->trigger();
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ab"));
+    button("WindowCascade")->trigger();
+    EXPECT_FALSE(parts().children->windowOf(active())->isMaximized());
+}
+
+TEST_F(CommandsOfTheFrame, AButtonTellsItsKey) {
+    start();
+    EXPECT_EQ(button("Save")->toolTip(), QStringLiteral("Save (Ctrl+S)"));
+    EXPECT_EQ(button("FindPrev")->toolTip(), QStringLiteral("Find Previous (Shift+F3)"));
+    EXPECT_EQ(button("SaveAs")->toolTip(), QStringLiteral("Save As"));
+    for (const ToolRow& row : toolTable()) {
+        if (row.isGap())
+            continue;
+        const QString name = QStringLiteral("tbToolBar.") + QLatin1String(row.key);
+        EXPECT_NE(m_frame->findChild<QWidget*>(name), nullptr) << row.key;
+    }
+}
+
+TEST_F(CommandsOfTheFrame, TheBarsPutWhatHasNoRoomIntoAMenu) {
+    start();
+    auto* bar = m_frame->findChild<QToolBar*>(QStringLiteral("tbToolBar"));
+    m_frame->resize(400, 400);
+    QCoreApplication::processEvents();
+    auto* more = bar->findChild<QWidget*>(QStringLiteral("qt_toolbar_ext_button"));
+    ASSERT_NE(more, nullptr);
+    EXPECT_TRUE(more->isVisible());
+    EXPECT_FALSE(bar->widgetForAction(button("WindowV"))->isVisible());
+    m_frame->resize(1000, 700);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(more->isVisible());
+    EXPECT_TRUE(bar->widgetForAction(button("WindowV"))->isVisible());
+}
+
+TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
+    start();
+    type(QStringLiteral("one\ntwo"));
+    press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\n"));
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(active()->GetEditor()->SelText(), QStringLiteral("one\n"));
+    press(Qt::Key_F2, Qt::ControlModifier);
+    EXPECT_TRUE(control().BookmarkAt(control().CurrentLine()));
+}
+
+TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {
+    start();
+    type(QStringLiteral("one\ntwo"));
+    QSignalSpy chosen(entry("mnuDeleteLine"), &QAction::triggered);
+    run("mnuReadonly");
+    press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(chosen.count(), 0);
+    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\ntwo"));
+    run("mnuReadonly");
+    press(Qt::Key_L, Qt::ControlModifier);
+    EXPECT_EQ(chosen.count(), 1);
+}
+
+TEST_F(CommandsOfTheFrame, FindInFilesIsBegunWithAnEmptyText) {
+    start();
+    m_rooms.calls.clear();
+    run("mnuFindInFiles");
+    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("ShowSearchInFiles ")));
+}
+
+TEST_F(CommandsOfTheFrame, APanelsMarkFollowsWhetherItIsSeen) {
+    start();
+    for (auto& [name, panel] :
+         {std::pair{"mnuEditExplorer", &m_rooms.explorer}, {"mnulFindReplacePanel", &m_rooms.search}}) {
+        run(name);
+        EXPECT_TRUE(panel->visible) << name;
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+        panel->stuck = true;
+        run(name);
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+        panel->stuck = false;
+        run(name);
+        EXPECT_FALSE(panel->visible) << name;
+        EXPECT_FALSE(entry(name)->isChecked()) << name;
+        panel->visible = true;
+        m_frame->RefreshCheckedItems();
+        EXPECT_TRUE(entry(name)->isChecked()) << name;
+    }
+}
+
+TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
+    start();
+    QStringList expected;
+    for (const ExpectedButton& each : expectedButtons) {
+        expected << QLatin1String("tbToolBar.") + QLatin1String(each.key);
+        if (expected.last() == QLatin1String("tbToolBar.Find"))
+            expected << QStringLiteral("tbToolBar.SearchHistory");
+    }
+    m_frame->resize(1200, 700);
+    QCoreApplication::processEvents();
+    auto* bar = m_frame->findChild<QToolBar*>(QStringLiteral("tbToolBar"));
+    QStringList names;
+    int right = 0;
+    for (QAction* action : bar->actions()) {
+        if (action->isSeparator())
+            continue;
+        const QWidget* widget = bar->widgetForAction(action);
+        names << widget->objectName();
+        EXPECT_GE(widget->x(), right) << widget->objectName().toStdString();
+        right = widget->geometry().right();
+    }
+    EXPECT_EQ(names, expected);
+}
+
+TEST_F(CommandsOfTheFrame, ChecksOutliveAMarkThatWasWiped) {
+    start();
+    run("mnuCaseSensitive");
+    parts().commands->markOnly(QStringLiteral("nothing"));
+    EXPECT_TRUE(marked().isEmpty());
+    EXPECT_TRUE(parts().commands->isChecked("mnuCaseSensitive"));
+    m_frame->RefreshCheckedItems();
+    EXPECT_TRUE(entry("mnuCaseSensitive")->isChecked());
+    EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
+    EXPECT_TRUE(entry("mnuShowEditToolbar")->isChecked());
+    EXPECT_TRUE(entry("mnuShowFilesTab")->isChecked());
+    EXPECT_TRUE(entry("mnuSearchContinue")->isChecked());
+    EXPECT_FALSE(entry("mnuEditExplorer")->isChecked());
+    EXPECT_FALSE(entry("mnulFindReplacePanel")->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, AProjectEnablesItsEntries) {
+    start();
+    const auto enabled = [this] {
+        QStringList names;
+        for (const char* name :
+             {"mnuAddFavorite", "mnuCloseProject", "mnuDeleteFavorite", "mnuSaveProject", "mnuSaveProjectAs"}) {
+            if (entry(name)->isEnabled())
+                names << QString::fromLatin1(name);
+        }
+        return names;
+    };
+    EXPECT_TRUE(enabled().isEmpty());
+    m_frame->SetProjectMenus(true);
+    EXPECT_EQ(enabled(), QStringList({QStringLiteral("mnuSaveProject"), QStringLiteral("mnuSaveProjectAs")}));
+    m_frame->ProjectFilename = QStringLiteral("/p.qmp");
+    m_frame->SetProjectMenus(false);
+    EXPECT_EQ(enabled().size(), 5);
+    EXPECT_TRUE(entry("mnuNewProject")->isEnabled());
+}
+
+TEST_F(CommandsOfTheFrame, ASaveBringsTheCommandsUpToDate) {
+    start();
+    open(fileOf("x"));
+    parts().commands->markOnly(QStringLiteral("nothing"));
+    run("mnuFileSave");
+    EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, EveryMenuCanBeWalkedByKeys) {
+    start();
+    QMenuBar* bar = m_frame->menuBar();
+    bar->setActiveAction(entry("mnuFile"));
+    for (const CommandRow& row : commandTable()) {
+        if (*row.parent != '\0')
+            continue;
+        EXPECT_EQ(bar->activeAction()->objectName(), QString::fromLatin1(row.name));
+        QTest::keyClick(bar, Qt::Key_Right);
+    }
+    EXPECT_EQ(bar->activeAction(), entry("mnuFile"));
+}
