@@ -12,16 +12,16 @@ namespace {
 
 /// Menus and buttons in the number an editor has, none of which does anything.
 void fill(QMainWindow& window) {
-    static constexpr int menus = 8;
-    static constexpr int entries = 12;
-    static constexpr int buttons = 24;
-    for (int menu = 0; menu < menus; ++menu) {
-        QMenu* popup = window.menuBar()->addMenu(QStringLiteral("Menu %1").arg(menu));
-        for (int entry = 0; entry < entries; ++entry)
-            popup->addAction(QStringLiteral("Entry %1").arg(entry));
+    static constexpr int Menus = 8;
+    static constexpr int Entries = 12;
+    static constexpr int Buttons = 24;
+    for (int menu = 0; menu < Menus; ++menu) {
+        QMenu* popup = window.menuBar()->addMenu(u"Menu %1"_qs.arg(menu));
+        for (int entry = 0; entry < Entries; ++entry)
+            popup->addAction(u"Entry %1"_qs.arg(entry));
     }
-    QToolBar* bar = window.addToolBar(QStringLiteral("Tools"));
-    for (int button = 0; button < buttons; ++button)
+    QToolBar* bar = window.addToolBar(u"Tools"_qs);
+    for (int button = 0; button < Buttons; ++button)
         bar->addAction(window.style()->standardIcon(static_cast<QStyle::StandardPixmap>(button)), QString());
 }
 
@@ -32,8 +32,8 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QMainWindow window;
     fill(window);
-    window.setCentralWidget(new QPlainTextEdit(QStringLiteral("A text field"), &window));
-    window.statusBar()->showMessage(QStringLiteral("Ready"));
+    window.setCentralWidget(new QPlainTextEdit(u"A text field"_qs, &window));
+    window.statusBar()->showMessage(u"Ready"_qs);
     window.resize(1000, 680);
     window.show();
     return QApplication::exec();

@@ -42,10 +42,8 @@ std::string block(char lineEnd, const std::string& word) {
 class Files {
  public:
     QString path(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
-        const QString name = QStringLiteral("%1-%2-%3.txt")
-                                 .arg(megabytes)
-                                 .arg(static_cast<int>(lineEnd))
-                                 .arg(QString::fromStdString(word));
+        const QString name =
+            u"%1-%2-%3.txt"_qs.arg(megabytes).arg(static_cast<int>(lineEnd)).arg(QString::fromStdString(word));
         QString path = m_folder.filePath(name);
         if (!QFile::exists(path)) {
             QFile file(path);
@@ -57,7 +55,7 @@ class Files {
         }
         return path;
     }
-    QString target() const { return m_folder.filePath(QStringLiteral("saved.txt")); }
+    QString target() const { return m_folder.filePath(u"saved.txt"_qs); }
 
  private:
     QTemporaryDir m_folder;
@@ -94,10 +92,10 @@ void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::st
 void typeKey(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
-    shown.control.type(QStringLiteral("x"));
+    shown.control.type(u"x"_qs);
     shown.paint();
     for (auto _ : state) {
-        shown.control.type(QStringLiteral("x"));
+        shown.control.type(u"x"_qs);
         shown.paint();
     }
 }
@@ -143,7 +141,7 @@ QString unorderedLines(qint64 count) {
     for (qint64 line = 0; line < count; ++line) {
         for (auto left = 20 + random() % 71; left > 0; --left)
             text += QChar(u'a' + static_cast<char16_t>(random() % 26));
-        text += QStringLiteral("  \n");
+        text += u"  \n"_qs;
     }
     return text;
 }
@@ -220,7 +218,7 @@ void replaceAll(benchmark::State& state, qint64 megabytes, char lineEnd, const s
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSearchCaseSensitive(true);
     shown.control.setSearchText(QString::fromStdString(word));
-    shown.control.setReplacementText(QStringLiteral("calculate"));
+    shown.control.setReplacementText(u"calculate"_qs);
     for (auto _ : state) {
         if (undoes)
             state.PauseTiming();

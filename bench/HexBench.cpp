@@ -43,7 +43,7 @@ const QByteArray Often = "OFTEN";
 class Files {
  public:
     QString path(qint64 size) {
-        QString path = m_folder.filePath(QStringLiteral("%1.bin").arg(size));
+        QString path = m_folder.filePath(u"%1.bin"_qs.arg(size));
         if (QFile::exists(path))
             return path;
         QFile file(path);
@@ -58,7 +58,7 @@ class Files {
     }
     /// So many matches of `Often`, twenty bytes apart.
     QString pathOfMatches(qint64 matches) {
-        QString path = m_folder.filePath(QStringLiteral("%1.often").arg(matches));
+        QString path = m_folder.filePath(u"%1.often"_qs.arg(matches));
         QFile file(path);
         if (!file.exists() && file.open(QIODevice::WriteOnly))
             file.write((Often + QByteArray(15, '.')).repeated(matches));
@@ -66,13 +66,13 @@ class Files {
     }
     /// Takes no room on the disk.
     QString pathOfHole(qint64 size) {
-        QString path = m_folder.filePath(QStringLiteral("%1.hole").arg(size));
+        QString path = m_folder.filePath(u"%1.hole"_qs.arg(size));
         QFile file(path);
         if (file.open(QIODevice::WriteOnly))
             file.resize(size);
         return path;
     }
-    QString target() const { return m_folder.filePath(QStringLiteral("target")); }
+    QString target() const { return m_folder.filePath(u"target"_qs); }
 
  private:
     static QByteArray someBytes(qint64 size) {
@@ -112,7 +112,7 @@ struct Shown {
             qFatal("cannot open the file");
         QApplication::processEvents();
     }
-    GridPane* pane() const { return view.findChild<GridPane*>(QStringLiteral("PicHex")); }
+    GridPane* pane() const { return view.findChild<GridPane*>(u"PicHex"_qs); }
 };
 
 /// Megabytes that the process holds now.
@@ -166,7 +166,7 @@ void inTurn(benchmark::State& state, const std::function<double()>& yardstick, c
 
 /// Made once before, so that no side pays for memory that the machine hands out for the first time.
 double copied(const QString& path) {
-    return milliseconds([&] { run(QStringLiteral("cp '%1' '%2'").arg(path, files().target())); });
+    return milliseconds([&] { run(u"cp '%1' '%2'"_qs.arg(path, files().target())); });
 }
 
 void openBesideCp(benchmark::State& state) {
@@ -238,8 +238,7 @@ void find(benchmark::State& state, const QString& text, HexFindType type) {
 
 void findAsGrep(benchmark::State& state, const QString& options) {
     const QString path = files().path(state.range(0) * Megabyte);
-    const QString command =
-        QStringLiteral("LC_ALL=C grep -obUaP%1 'Needle\\x01\\x02' '%2' > /dev/null").arg(options, path);
+    const QString command = u"LC_ALL=C grep -obUaP%1 'Needle\\x01\\x02' '%2' > /dev/null"_qs.arg(options, path);
     for (auto _ : state) {
         if (run(command) != 0)
             state.SkipWithError("not found");
@@ -304,7 +303,7 @@ QUILLMARK_CAPTURE(find, sequence, sequence(Last), HexFindType::Bytes)->Arg(1000)
 QUILLMARK_CAPTURE(find, exact, QString::fromLatin1(Last), HexFindType::ExactCase)->Arg(1000)->Iterations(5);
 QUILLMARK_CAPTURE(find, any_case, QString::fromLatin1(Last.toUpper()), HexFindType::AnyCase)->Arg(1000)->Iterations(5);
 QUILLMARK_CAPTURE(findAsGrep, exact, QString())->Arg(1000)->Iterations(5);
-QUILLMARK_CAPTURE(findAsGrep, any_case, QStringLiteral("i"))->Arg(1000)->Iterations(5);
+QUILLMARK_CAPTURE(findAsGrep, any_case, u"i"_qs)->Arg(1000)->Iterations(5);
 QUILLMARK_BENCH(countMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
 QUILLMARK_BENCH(markMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
 

@@ -35,7 +35,7 @@ std::string block() {
 
 QString fileOf(qint64 megabytes) {
     static const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("%1.cpp").arg(megabytes));
+    const QString path = folder.filePath(u"%1.cpp"_qs.arg(megabytes));
     QFile file(path);
     if (file.exists() || !file.open(QIODevice::WriteOnly))
         return path;
@@ -46,10 +46,10 @@ QString fileOf(qint64 megabytes) {
 }
 
 const LanguageDefinition* languageOf(bool coloured) {
-    static LanguageTable table(QStringLiteral("/nowhere"), shareFolder());
+    static LanguageTable table(u"/nowhere"_qs, shareFolder());
     if (table.entries().isEmpty())
         table.LoadLanguageIndex();
-    return coloured ? table.definition(QStringLiteral("C++")) : nullptr;
+    return coloured ? table.definition(u"C++"_qs) : nullptr;
 }
 
 struct Shown {
@@ -78,7 +78,7 @@ struct Shown {
 
 void loadDefinitions(benchmark::State& state) {
     for (auto _ : state) {
-        LanguageTable table(QStringLiteral("/nowhere"), shareFolder());
+        LanguageTable table(u"/nowhere"_qs, shareFolder());
         table.LoadLanguageIndex();
         if (table.loadedNames().isEmpty())
             state.SkipWithError("no language loaded");
@@ -103,7 +103,7 @@ void typeKey(benchmark::State& state) {
     shown.paint();
     shown.settle();
     for (auto _ : state) {
-        shown.control.type(QStringLiteral("x"));
+        shown.control.type(u"x"_qs);
         shown.paint();
     }
 }
@@ -115,7 +115,7 @@ void typeKeyAndRest(benchmark::State& state) {
     shown.paint();
     shown.settle();
     for (auto _ : state) {
-        shown.control.type(QStringLiteral("x"));
+        shown.control.type(u"x"_qs);
         shown.control.grab();
         QApplication::processEvents();
     }

@@ -30,11 +30,11 @@ Macro fiftySteps() {
     macro.addCommand(Sci::SCI_NEWLINE);
     const int rounds = 6;
     for (int round = 0; round < rounds; ++round) {
-        macro.addText(QStringLiteral("value"));
+        macro.addText(u"value"_qs);
         macro.addCommand(Sci::SCI_CHARLEFT);
         macro.addCommand(Sci::SCI_CHARLEFTEXTEND);
         macro.addCommand(Sci::SCI_DELETEBACK);
-        macro.addText(QStringLiteral("x "));
+        macro.addText(u"x "_qs);
         macro.addCommand(Sci::SCI_WORDLEFT);
         macro.addCommand(Sci::SCI_LINEEND);
     }
@@ -65,7 +65,7 @@ void play(benchmark::State& state) {
         control.setGlobals(globals);
         control.resize(800, 600);
         control.show();
-        control.setText(QStringLiteral("some text that stands here\n").repeated(1000));
+        control.setText(u"some text that stands here\n"_qs.repeated(1000));
         control.setSelection(0, 0);
         QCoreApplication::processEvents();
         state.ResumeTiming();

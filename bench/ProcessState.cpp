@@ -27,10 +27,10 @@ std::filesystem::path folderOf(pid_t process) {
 ProcessState::ProcessState(pid_t process) : m_process(process) {}
 
 long ProcessState::ticks() const {
-    static constexpr int fieldsBeforeTimes = 11;
+    static constexpr int FieldsBeforeTimes = 11;
     std::istringstream fields(fieldsBehindName(folderOf(m_process) / "stat"));
     std::string passed;
-    for (int field = 0; field < fieldsBeforeTimes; ++field)
+    for (int field = 0; field < FieldsBeforeTimes; ++field)
         fields >> passed;
     long user = 0;
     long system = 0;

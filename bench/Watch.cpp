@@ -22,7 +22,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* usage =
+constexpr const char* Usage =
     "usage: Watch [--end] [--save FILE] [--timeout SECONDS] [--picture FILE.pgm] PROGRAM [ARGUMENT]...\n"
     "\n"
     "Starts a program on $DISPLAY, watches the screen from outside, ends the program and prints one line of figures, "
@@ -40,14 +40,14 @@ constexpr const char* usage =
     "still loading; only when that changes nothing is it the end.\n";
 
 /// What is counted as "the same picture", and as "only a caret", in parts of the window's pixels.
-constexpr double samePicture = 0.001;
-constexpr double onlyACaret = 0.0002;
-constexpr double stillFor = 700.0;
+constexpr double SamePicture = 0.001;
+constexpr double OnlyACaret = 0.0002;
+constexpr double StillFor = 700.0;
 /// A program that stands still may spend this much on its caret meanwhile.
-constexpr long idleTicks = 3;
-constexpr std::size_t mostPictures = 400;
-constexpr int firstPresses = 20;
-constexpr double betweenPresses = 25.0;
+constexpr long IdleTicks = 3;
+constexpr std::size_t MostPictures = 400;
+constexpr int FirstPresses = 20;
+constexpr double BetweenPresses = 25.0;
 
 struct Wanted {
     bool end = false;
@@ -100,10 +100,10 @@ void Watch::look() {
     const int changed = m_pictures.empty() ? 1 : differingPixels(picture, m_pictures.back().second);
     if (changed == 0)
         return;
-    if (m_pictures.empty() || changed > onlyACaret * m_screen.windowPixels())
+    if (m_pictures.empty() || changed > OnlyACaret * m_screen.windowPixels())
         m_lastChange = when;
     m_pictures.emplace_back(when, std::move(picture));
-    if (m_pictures.size() > mostPictures)
+    if (m_pictures.size() > MostPictures)
         m_pictures.pop_front();
 }
 
@@ -113,13 +113,13 @@ bool Watch::waitUntilStill(const ProcessState& process) {
     while (!isLate()) {
         look();
         const long used = process.ticks();
-        if (used > ticks + idleTicks) {
+        if (used > ticks + IdleTicks) {
             ticks = used;
             idleSince = now();
         }
         if (process.hasEnded())
             return false;
-        if (m_mapped >= 0 && now() - std::max(m_lastChange, idleSince) > stillFor)
+        if (m_mapped >= 0 && now() - std::max(m_lastChange, idleSince) > StillFor)
             return true;
     }
     return false;
@@ -127,11 +127,11 @@ bool Watch::waitUntilStill(const ProcessState& process) {
 
 void Watch::pressEndAtFirst() {
     const double begun = now();
-    for (int pressed = 0; pressed < firstPresses; ++pressed) {
+    for (int pressed = 0; pressed < FirstPresses; ++pressed) {
         m_screen.press("End", true);
         do
             look();
-        while (now() < begun + (pressed + 1) * betweenPresses);
+        while (now() < begun + (pressed + 1) * BetweenPresses);
     }
 }
 
@@ -158,7 +158,7 @@ double Watch::sameSince() const {
     const WatchedScreen::Picture& last = m_pictures.back().second;
     double since = m_pictures.back().first;
     for (auto at = m_pictures.rbegin(); at != m_pictures.rend(); ++at) {
-        if (differingPixels(at->second, last) > samePicture * m_screen.windowPixels())
+        if (differingPixels(at->second, last) > SamePicture * m_screen.windowPixels())
             break;
         since = at->first;
     }
@@ -191,7 +191,7 @@ double Watch::save(const ProcessState& process) {
         const bool busy = running[0] + running[1] + running[2] + running[3] >= 3;
         if (changed || busy || process.isWriting())
             lastWork = now();
-        if (written && now() - lastWork > stillFor)
+        if (written && now() - lastWork > StillFor)
             return lastWork - begun;
     }
     return -1.0;
@@ -261,7 +261,7 @@ bool parse(int argc, char** argv, Wanted& wanted) {
 int main(int argc, char** argv) {
     Wanted wanted;
     if (!parse(argc, argv, wanted)) {
-        std::fputs(usage, stderr);
+        std::fputs(Usage, stderr);
         return 2;
     }
     WatchedScreen screen;

@@ -27,7 +27,7 @@ struct WatchedScreen::Parts {
 namespace {
 
 /// Below this a window is a tool tip, a hidden helper or a splash, not the program's window.
-constexpr int leastWindowPixels = 200 * 150;
+constexpr int LeastWindowPixels = 200 * 150;
 
 bool shareImage(Display* display, XImage*& image, XShmSegmentInfo& segment) {
     const int number = DefaultScreen(display);
@@ -64,7 +64,7 @@ void WatchedScreen::Parts::takeEvents(bool& drawn) {
         } else if (event.type == MapNotify) {
             XWindowAttributes seen;
             if (XGetWindowAttributes(display, event.xmap.window, &seen) != 0 &&
-                seen.width * seen.height >= leastWindowPixels)
+                seen.width * seen.height >= LeastWindowPixels)
                 windowPixels = std::max(windowPixels, seen.width * seen.height);
         }
     }
@@ -143,7 +143,7 @@ bool WatchedScreen::hasFocusedWindow() const {
         top = parent;
     }
     XWindowAttributes seen;
-    return XGetWindowAttributes(m_parts->display, top, &seen) != 0 && seen.width * seen.height >= leastWindowPixels;
+    return XGetWindowAttributes(m_parts->display, top, &seen) != 0 && seen.width * seen.height >= LeastWindowPixels;
 }
 
 void WatchedScreen::press(const std::string& key, bool control) {

@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     paging.open(1 + number % LongestFile);
     const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data) + sizeof number,
                                            static_cast<qsizetype>(size - sizeof number));
-    for (const QString& typed : {text, QStringLiteral("&H") + text}) {
+    for (const QString& typed : {text, u"&H"_qs + text}) {
         const auto offset = TypedPlace::offsetOf(typed);
         if (offset)
             checkOffset(paging, *offset);

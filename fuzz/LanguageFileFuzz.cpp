@@ -20,7 +20,7 @@ void require(bool condition) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    const LanguageFile::Result result = LanguageFile::parse(bytes, QStringLiteral("X"));
+    const LanguageFile::Result result = LanguageFile::parse(bytes, u"X"_qs);
     require(result.definition.has_value() == result.error.isEmpty());
     if (!result.definition) {
         require(result.error.startsWith(QLatin1String("X:")));

@@ -39,27 +39,27 @@ void changeReadOnly(frmDocument& document) {
 
 using Document = frmDocument;
 
-constexpr Entry gap = {"", "", "-"};
+constexpr Entry Gap = {"", "", "-"};
 
-constexpr Entry textEntries[] = {
+constexpr Entry TextEntries[] = {
     {"", "mnuCopy", "Copy", "copy", call<&Document::Copy>},
     {"", "mnuPaste", "Paste", "paste", call<&Document::Paste>, Rule::Unlocked},
     {"", "mnuCut", "Cut", "cut", call<&Document::Cut>, Rule::Unlocked},
-    gap,
+    Gap,
     {"", "mnuUndo", "Undo", "undo", call<&Document::Undo>, Rule::Unlocked},
     {"", "mnuRedo", "Redo", "redo", call<&Document::Redo>, Rule::Unlocked},
-    gap,
+    Gap,
     {"", "mnuFind", "Find...", "search", call<&Document::Find>},
     {"", "mnuReplace", "Replace...", "", call<&Document::ReplaceText>},
     {"", "mnuIncSearch", "Incremental Search", "", call<&Document::IncrementalSearch>},
     {"", "mnuRevIncSearch", "Reverse Incremental Search", "", call<&Document::ReverseIncrementalSearch>},
     {"", "mnuGoto", "Go to...", "", call<&Document::GotoLine>},
-    gap,
+    Gap,
     {"", "mnuSelectWord", "Select Word", "", call<&Document::SelectWord>},
     {"", "mnuSelectLine", "Select Line", "selectline", call<&Document::SelectLine>},
     {"", "mnuSelectPara", "Select Paragraph", "", call<&Document::SelectPara>},
     {"", "mnuSelectAll", "Select All", "selectall", call<&Document::SelectAll>},
-    gap,
+    Gap,
     {"", "mnuIndent", "Indent", "indent", call<&Document::Indent>, Rule::Unlocked},
     {"", "mnuUnindent", "Unindent", "unindent", call<&Document::Unindent>, Rule::Unlocked},
     {"", "mnuChangeCase", "Change Case", "", nullptr, Rule::Unlocked},
@@ -70,32 +70,32 @@ constexpr Entry textEntries[] = {
     {"mnuLineDelete", "mnuDeleteLine", "Delete Line", "", call<&Document::LineDelete>},
     {"mnuLineDelete", "mnuDeleteToStart", "Delete to Start of Line", "", call<&Document::LineDeleteToStart>},
     {"mnuLineDelete", "mnuDeleteToEnd", "Delete to End of Line", "", call<&Document::LineDeleteToEnd>},
-    gap,
+    Gap,
     {"", "mnuToggleBookmark", "Toggle Bookmark", "bookmark", call<&Document::ToggleBookmark>},
     {"", "mnuFirstBookmark", "First Bookmark", "", call<&Document::FirstBookmark>},
     {"", "mnuLastBookmark", "Last Bookmark", "", call<&Document::LastBookmark>},
-    gap,
+    Gap,
     {"", "mnuReadonly", "ReadOnly", "readonly", changeReadOnly, Rule::ShowsLock},
     {"", "mnuProp", "Properties...", "prop", call<&Document::Properties>},
 };
 
-constexpr Entry hexEntries[] = {
+constexpr Entry HexEntries[] = {
     {"", "mnuHexCopy", "Copy", "copy", call<&Document::Copy>},
     {"", "mnuHexUndo", "Undo", "undo", call<&Document::Undo>, Rule::Unlocked},
-    gap,
+    Gap,
     {"", "mnuHexFind", "Find...", "search", call<&Document::Find>},
     {"", "mnuHexReplace", "Replace...", "", call<&Document::ReplaceText>},
     {"", "mnuHexGotoPage", "Goto Page...", "", call<&Document::GotoPage>},
     {"", "mnuHexGotoOffset", "Goto Offset...", "", call<&Document::GotoOffset>},
-    gap,
+    Gap,
     {"", "mnuHexToggleBookmark", "Toggle Bookmark", "bookmark", call<&Document::ToggleBookmark>},
     {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", call<&Document::DeleteBookmark>},
     {"", "mnuHexDelAllBookmark", "Bookmark Clear", "bookclear", call<&Document::ClearAllBookmark>},
-    gap,
+    Gap,
     {"", "mnuHexReadonly", "ReadOnly", "readonly", changeReadOnly, Rule::ShowsLock},
 };
 
-constexpr Entry bookmarkEntries[] = {
+constexpr Entry BookmarkEntries[] = {
     {"", "mnuHexDelBookmark", "Delete Selected Bookmark", "", call<&Document::DeleteBookmark>},
     {"", "mnuHexDelAllBookmark", "Bookmark Clear", "bookclear", call<&Document::ClearAllBookmark>},
 };
@@ -105,7 +105,7 @@ struct MenuRow {
     std::span<const Entry> entries;
 };
 
-constexpr MenuRow menuRows[] = {{"EditText", textEntries}, {"HEX", hexEntries}, {"BOOK", bookmarkEntries}};
+constexpr MenuRow MenuRows[] = {{"EditText", TextEntries}, {"HEX", HexEntries}, {"BOOK", BookmarkEntries}};
 
 void addCommand(QMenu& menu, const Entry& entry, frmDocument& document) {
     QAction* action = menu.addAction(QString::fromLatin1(entry.caption));
@@ -154,15 +154,15 @@ void follow(const QMenu& menu, std::span<const Entry> entries, bool readOnly) {
 }  // namespace
 
 ContextMenus::ContextMenus(frmDocument& document) : m_document(document) {
-    for (const MenuRow& row : menuRows)
+    for (const MenuRow& row : MenuRows)
         m_menus.append(build(row.key, row.entries, document));
 }
 
 void ContextMenus::show(const QString& key, const QPoint& globalPosition) {
-    for (const MenuRow& row : menuRows) {
+    for (const MenuRow& row : MenuRows) {
         if (key != QLatin1String(row.key))
             continue;
-        QMenu* menu = m_menus.at(&row - menuRows);
+        QMenu* menu = m_menus.at(&row - MenuRows);
         follow(*menu, row.entries, m_document.isReadOnly);
         menu->popup(globalPosition);
     }

@@ -9,11 +9,11 @@
 namespace {
 
 /// Of the two panes, by the number of its grid.
-constexpr int textPane = 2;
+constexpr int TextPane = 2;
 
 void showCursor(QScrollArea& area, const ucHex& control) {
-    const bool inText = control.ActiveGrid() == textPane;
-    auto* cursor = control.findChild<QWidget*>(inText ? QStringLiteral("Shape2") : QStringLiteral("Shape1"));
+    const bool inText = control.ActiveGrid() == TextPane;
+    auto* cursor = control.findChild<QWidget*>(inText ? u"Shape2"_qs : u"Shape1"_qs);
     if (cursor != nullptr)
         area.ensureWidgetVisible(cursor, 0, 0);
 }
@@ -23,7 +23,7 @@ void showCursor(QScrollArea& area, const ucHex& control) {
 HexView::HexView(const DocumentServices& services, QWidget* parent)
     : m_area(new QScrollArea(parent)),
       m_control(new ucHex(services.prompts, services.options, services.hexFind, parent, services.hexStorage)) {
-    m_control->setObjectName(QStringLiteral("ucHex1"));
+    m_control->setObjectName(u"ucHex1"_qs);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
     m_area->setWidget(m_control);
@@ -88,7 +88,7 @@ bool HexView::FindPrev(const QString& text) {
 
 bool HexView::FindText(const QString& text, bool, bool caseSensitive, bool) {
     const HexFindType byCase = caseSensitive ? HexFindType::ExactCase : HexFindType::AnyCase;
-    const HexFindType type = m_control->ActiveGrid() == textPane ? byCase : HexFindType::Bytes;
+    const HexFindType type = m_control->ActiveGrid() == TextPane ? byCase : HexFindType::Bytes;
     return m_control->FindDown(text, static_cast<qint16>(type)) >= 0;
 }
 

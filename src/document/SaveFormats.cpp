@@ -10,10 +10,10 @@ namespace SaveFormats {
 const SaveFormat& row(int number) {
     static const std::array<SaveFormat, 5> table{{
         {AsLoaded, QString(), SaveFlags::AsLoaded},
-        {Ansi, QStringLiteral(" (ANSI)"), SaveFlags::Ansi},
-        {Utf8, QStringLiteral(" (UTF-8)"), SaveFlags::Utf8WithMark},
-        {Unicode, QStringLiteral(" (Unicode)"), SaveFlags::Utf16WithMark},
-        {NoByteOrderMark, QStringLiteral(" (No Byte Order Mark)"), SaveFlags::Utf8},
+        {Ansi, u" (ANSI)"_qs, SaveFlags::Ansi},
+        {Utf8, u" (UTF-8)"_qs, SaveFlags::Utf8WithMark},
+        {Unicode, u" (Unicode)"_qs, SaveFlags::Utf16WithMark},
+        {NoByteOrderMark, u" (No Byte Order Mark)"_qs, SaveFlags::Utf8},
     }};
     const auto found =
         std::find_if(table.begin(), table.end(), [&](const SaveFormat& f) { return f.number == number; });

@@ -10,10 +10,10 @@
 
 namespace {
 
-constexpr int captionColumn = 0;
-constexpr int totalColumn = 1;
-constexpr int selectedColumn = 2;
-constexpr int columnGap = 24;
+constexpr int CaptionColumn = 0;
+constexpr int TotalColumn = 1;
+constexpr int SelectedColumn = 2;
+constexpr int ColumnGap = 24;
 
 struct Row {
     const char* caption;
@@ -22,7 +22,7 @@ struct Row {
     qint64 CountedText::*count;
 };
 
-constexpr Row rows[] = {
+constexpr Row Rows[] = {
     {"Words:", "lbW", "lbSelW", &CountedText::words},
     {"Lines:", "lbL", "lbSelL", &CountedText::lines},
     {"Characters(with spaces):", "lbC", "lbSelC", &CountedText::characters},
@@ -38,20 +38,21 @@ QLabel* heading(const QString& text) {
 }  // namespace
 
 frmCountAll::frmCountAll(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmCountAll"));
-    setWindowTitle(QStringLiteral("Quillmark"));
+    setObjectName(u"frmCountAll"_qs);
+    setWindowTitle(u"Quillmark"_qs);
 
-    auto* frame = new QGroupBox(QStringLiteral(" Statistics "));
+    auto* frame = new QGroupBox(u" Statistics "_qs);
     auto* grid = new QGridLayout(frame);
-    grid->setHorizontalSpacing(columnGap);
-    grid->addWidget(heading(QStringLiteral("Total")), 0, totalColumn);
-    grid->addWidget(heading(QStringLiteral("Selected")), 0, selectedColumn);
-    for (const Row& row : rows)
+    grid->setHorizontalSpacing(ColumnGap);
+    grid->addWidget(heading(u"Total"_qs), 0, TotalColumn);
+    grid->addWidget(heading(u"Selected"_qs), 0, SelectedColumn);
+    for (const Row& row : Rows) {
         addRow(*grid, QString::fromLatin1(row.caption), QString::fromLatin1(row.total),
                QString::fromLatin1(row.selected));
+    }
 
-    auto* close = new QPushButton(QStringLiteral("Close"));
-    close->setObjectName(QStringLiteral("cmdClose"));
+    auto* close = new QPushButton(u"Close"_qs);
+    close->setObjectName(u"cmdClose"_qs);
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
 
@@ -64,8 +65,8 @@ frmCountAll::frmCountAll(QWidget* parent) : QDialog(parent) {
 
 void frmCountAll::addRow(QGridLayout& grid, const QString& caption, const QString& total, const QString& selected) {
     const int row = grid.rowCount();
-    grid.addWidget(new QLabel(caption), row, captionColumn);
-    for (const auto& [name, column] : {std::pair(total, totalColumn), std::pair(selected, selectedColumn)}) {
+    grid.addWidget(new QLabel(caption), row, CaptionColumn);
+    for (const auto& [name, column] : {std::pair(total, TotalColumn), std::pair(selected, SelectedColumn)}) {
         auto* label = new QLabel;
         label->setObjectName(name);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -75,7 +76,7 @@ void frmCountAll::addRow(QGridLayout& grid, const QString& caption, const QStrin
 }
 
 void frmCountAll::setCounts(const CountedText& total, const CountedText& selected) {
-    for (const Row& row : rows) {
+    for (const Row& row : Rows) {
         put(row.total, total.*row.count);
         put(row.selected, selected.*row.count);
     }

@@ -28,13 +28,13 @@
 
 namespace {
 
-constexpr int marginInTwips = 10;
-constexpr int twipsPerPixel = 15;
-constexpr int margin = (marginInTwips + twipsPerPixel - 1) / twipsPerPixel;
+constexpr int MarginInTwips = 10;
+constexpr int TwipsPerPixel = 15;
+constexpr int Margin = (MarginInTwips + TwipsPerPixel - 1) / TwipsPerPixel;
 
 enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };
 
-constexpr std::array iconNames{"doc-normal", "doc-changed", "doc-locked"};
+constexpr std::array IconNames{"doc-normal", "doc-changed", "doc-locked"};
 
 // Qt takes these three characters in a window title for the place of its own mark and doubles them to mean themselves.
 const QLatin1String titleMark("[*]");
@@ -49,7 +49,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
       m_views{m_text, m_hex.get()} {
-    setObjectName(QStringLiteral("frmDocument"));
+    setObjectName(u"frmDocument"_qs);
     m_text->PropertiesLoad();
     layOut();
     if (!m_options.FontName.isEmpty())
@@ -65,7 +65,7 @@ frmDocument::~frmDocument() = default;
 
 void frmDocument::layOut() {
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setContentsMargins(Margin, Margin, Margin, Margin);
     layout->setSpacing(0);
     for (DocumentView* view : m_views)
         layout->addWidget(view->viewWidget());
@@ -79,7 +79,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
     connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
-            [this](int x, int y) { m_menus->show(QStringLiteral("EditText"), m_text->mapToGlobal(QPoint(x, y))); });
+            [this](int x, int y) { m_menus->show(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
 }
 
@@ -203,10 +203,9 @@ bool frmDocument::FileNeedToReload() {
     LastUpdateTime(now, size);
     const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
     if (change == DiskChange::Rewritten)
-        return m_prompts.askYesNo(this,
-                                  QStringLiteral("'%1' has been changed, do you want to reload it.").arg(filename));
+        return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename));
     if (change == DiskChange::Deleted)
-        m_prompts.message(this, QStringLiteral("'%1' has been deleted!").arg(filename));
+        m_prompts.message(this, u"'%1' has been deleted!"_qs.arg(filename));
     return false;
 }
 
@@ -245,7 +244,7 @@ void frmDocument::SetDocIcon(int icon) {
     if (icon < NormalIcon || icon > ReadOnlyIcon)
         return;
     m_icon = icon;
-    if (const QIcon picture = Icons::named(iconNames[static_cast<size_t>(icon)]); !picture.isNull())
+    if (const QIcon picture = Icons::named(IconNames[static_cast<size_t>(icon)]); !picture.isNull())
         setWindowIcon(picture);
 }
 

@@ -273,5 +273,5 @@ void frmDocument::PrintContent() {}
 
 void frmDocument::Spelling() {
     if (!TextEdit())
-        m_prompts.message(this, QStringLiteral("Spell check is not allowed in Hex mode."));
+        m_prompts.message(this, u"Spell check is not allowed in Hex mode."_qs);
 }

@@ -29,7 +29,7 @@ void frmDocument::ReverseIncrementalSearch() {
 
 void frmDocument::answerSearch(bool found, const QPointer<frmDocument>& alive) {
     if (alive && !found && !alive->visibleView().wasSearchStopped())
-        alive->m_prompts.message(alive, QStringLiteral("The search string not found."));
+        alive->m_prompts.message(alive, u"The search string not found."_qs);
 }
 
 void frmDocument::FindNext(const QString& pFindText) {
@@ -97,7 +97,7 @@ void frmDocument::LastBookmark() {
 
 void frmDocument::ClearAllBookmark() {
     const QPointer<frmDocument> alive(this);
-    if (m_prompts.askYesNo(this, QStringLiteral("Clear all bookmarks?")) && alive)
+    if (m_prompts.askYesNo(this, u"Clear all bookmarks?"_qs) && alive)
         visibleView().ClearAllBookmark();
 }
 

@@ -17,9 +17,9 @@
 
 namespace {
 
-constexpr int largestStepSize = 70;
-constexpr int smallestStepSize = 5;
-constexpr int stepSize = 2;
+constexpr int LargestStepSize = 70;
+constexpr int SmallestStepSize = 5;
+constexpr int StepSize = 2;
 
 std::string_view utf8Of(const QByteArray& text) {
     return {text.constData(), static_cast<std::size_t>(text.size())};
@@ -46,8 +46,8 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       m_options(services.options),
       m_globals(services.globals),
       m_control(new TextControl(this)) {
-    setObjectName(QStringLiteral("rtCM1"));
-    m_control->setObjectName(QStringLiteral("TextControl1"));
+    setObjectName(u"rtCM1"_qs);
+    m_control->setObjectName(u"TextControl1"_qs);
     m_control->setTheme(&services.globals.theme);
     m_control->setLineNumbering(true);
     m_control->setGlobals(m_globals.control);
@@ -262,13 +262,13 @@ void rtCM::setTextFont(const QString& name, int points) {
 }
 
 void rtCM::IncreaseFontSize() {
-    if (FontSize() != largestStepSize)
-        setTextFont(FontName(), FontSize() + stepSize);
+    if (FontSize() != LargestStepSize)
+        setTextFont(FontName(), FontSize() + StepSize);
 }
 
 void rtCM::DecreaseFontSize() {
-    if (FontSize() != smallestStepSize)
-        setTextFont(FontName(), FontSize() - stepSize);
+    if (FontSize() != SmallestStepSize)
+        setTextFont(FontName(), FontSize() - StepSize);
 }
 
 void rtCM::DefaultFontSize() {
@@ -383,8 +383,7 @@ void rtCM::Paste() {
 }
 
 QString rtCM::GetCursorPos() const {
-    return QStringLiteral("Ln %1 / %2, Col %3, Pos %4")
-        .arg(groupedNumber(CurrentLine() + 1), groupedNumber(TotalLines()))
+    return u"Ln %1 / %2, Col %3, Pos %4"_qs.arg(groupedNumber(CurrentLine() + 1), groupedNumber(TotalLines()))
         .arg(CurrentColumn() + 1)
         .arg(SelStart() + 1);
 }

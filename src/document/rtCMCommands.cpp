@@ -5,9 +5,9 @@
 
 namespace {
 
-constexpr int gotoLineCommand = 192;
-constexpr int firstMacro = 214;
-constexpr int macroCount = 10;
+constexpr int GotoLineCommand = 192;
+constexpr int FirstMacro = 214;
+constexpr int MacroCount = 10;
 
 }  // namespace
 
@@ -92,10 +92,10 @@ void rtCM::Properties() {
 }
 
 void rtCM::ExecMacro(int n) {
-    if (n >= 1 && n <= macroCount)
-        m_control->ExecuteCmd(firstMacro + n - 1);
+    if (n >= 1 && n <= MacroCount)
+        m_control->ExecuteCmd(FirstMacro + n - 1);
 }
 
 void rtCM::GotoLine() {
-    m_control->ExecuteCmd(gotoLineCommand);
+    m_control->ExecuteCmd(GotoLineCommand);
 }

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr QColor activeMargin(50, 50, 200);
-constexpr QColor inactiveMargin(220, 220, 220);
+constexpr QColor ActiveMargin(50, 50, 200);
+constexpr QColor InactiveMargin(220, 220, 220);
 
 }  // namespace
 
@@ -107,9 +107,9 @@ void rtCM::SetLeftMarginColor(const QColor& pColor) {
 }
 
 void rtCM::SetActiveMargin(const QColor& pColor) {
-    SetLeftMarginColor(pColor.isValid() ? pColor : activeMargin);
+    SetLeftMarginColor(pColor.isValid() ? pColor : ActiveMargin);
 }
 
 void rtCM::SetInactiveMargin() {
-    SetLeftMarginColor(inactiveMargin);
+    SetLeftMarginColor(InactiveMargin);
 }

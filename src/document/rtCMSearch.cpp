@@ -23,9 +23,9 @@ namespace {
 enum Command { FindPrevious = 174, FindFollowing = 176, GoToStart = 189, GoToEnd = 191 };
 
 /// Pixels of the control in which a click means the bookmark, and how far to the right of them the text is asked for.
-constexpr int marginFrom = 6;
-constexpr int marginTo = 25;
-constexpr int textBeside = 25;
+constexpr int MarginFrom = 6;
+constexpr int MarginTo = 25;
+constexpr int TextBeside = 25;
 
 /// In a recording a search is one step, however often the control is asked for it: where it ends is where the control
 /// gets from its start by itself. One that gives the selection back is none.
@@ -296,7 +296,7 @@ void rtCM::overAllMatches(const std::function<void(const std::function<bool()>& 
 
 void rtCM::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                         bool pWholeWord) {
-    pListResults = QStringLiteral("");
+    pListResults = u""_qs;
     if (pFindText.isEmpty() || m_control->heldText().length() == 0)
         return;
     setSearchRegExp(pRegExp);
@@ -315,7 +315,7 @@ void rtCM::FindAllMatch(const QString& pFindText, QString& pListResults, bool pR
 
 void rtCM::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
                            bool pCaseSensitive, bool pPreserveCase, bool pWholeWord) {
-    pListResults = QStringLiteral("");
+    pListResults = u""_qs;
     if (pFindText.isEmpty() || m_control->heldText().length() == 0)
         return;
     setSearchRegExp(pRegExp);
@@ -363,9 +363,9 @@ void rtCM::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {
 }
 
 void rtCM::clickLeftMargin(Qt::MouseButton button, int x, int y) {
-    if (!ClickLeftMarginBookmark || button != Qt::LeftButton || x < marginFrom || x >= marginTo)
+    if (!ClickLeftMarginBookmark || button != Qt::LeftButton || x < MarginFrom || x >= MarginTo)
         return;
-    const qint64 line = m_control->lineAtPoint(x + textBeside, y);
+    const qint64 line = m_control->lineAtPoint(x + TextBeside, y);
     const bool bookmarked = !m_control->BookmarkAt(line);
     m_control->setBookmarkAt(line, bookmarked);
     Q_EMIT ClickLeftMargin(line, bookmarked);

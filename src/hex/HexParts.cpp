@@ -60,7 +60,7 @@ constexpr std::array<InfoRow, HexParts::InfoCount> InfoRows{{
 }};
 
 QString arrayName(const char* name, std::size_t index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+    return u"%1(%2)"_qs.arg(QLatin1String(name)).arg(index);
 }
 
 }  // namespace
@@ -72,7 +72,7 @@ HexParts::HexParts(QWidget* view, Grid& grid1, Grid& grid2) {
     makeScrollButtons(view);
     makeInfo(view);
     ProgressBar1 = new QProgressBar(view);
-    ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+    ProgressBar1->setObjectName(u"ProgressBar1"_qs);
     ProgressBar1->setRange(0, 100);
     ProgressBar1->hide();
     layOut(view);
@@ -80,24 +80,24 @@ HexParts::HexParts(QWidget* view, Grid& grid1, Grid& grid2) {
 
 void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicOffSet = new OffsetPane(view);
-    PicOffSet->setObjectName(QStringLiteral("PicOffSet"));
-    PicOffSet->setAccessibleName(QStringLiteral("Offsets"));
-    PicHex = new GridPane(grid1, QStringLiteral("00"), view);
-    PicHex->setObjectName(QStringLiteral("PicHex"));
-    PicHex->setAccessibleName(QStringLiteral("Hex"));
-    PicHex->setCursorName(QStringLiteral("Shape1"));
-    PicText = new GridPane(grid2, QStringLiteral("0"), view);
-    PicText->setObjectName(QStringLiteral("PicText"));
-    PicText->setAccessibleName(QStringLiteral("Text"));
-    PicText->setCursorName(QStringLiteral("Shape2"));
+    PicOffSet->setObjectName(u"PicOffSet"_qs);
+    PicOffSet->setAccessibleName(u"Offsets"_qs);
+    PicHex = new GridPane(grid1, u"00"_qs, view);
+    PicHex->setObjectName(u"PicHex"_qs);
+    PicHex->setAccessibleName(u"Hex"_qs);
+    PicHex->setCursorName(u"Shape1"_qs);
+    PicText = new GridPane(grid2, u"0"_qs, view);
+    PicText->setObjectName(u"PicText"_qs);
+    PicText->setAccessibleName(u"Text"_qs);
+    PicText->setCursorName(u"Shape2"_qs);
     VScroll1 = new QScrollBar(Qt::Vertical, view);
-    VScroll1->setObjectName(QStringLiteral("VScroll1"));
+    VScroll1->setObjectName(u"VScroll1"_qs);
     VScroll1->setRange(0, HexPaging::ScrollMaximum);
 }
 
 void HexParts::makeRuler(QWidget* view) {
     lblSelect = new ClickLabel(view);
-    lblSelect->setObjectName(QStringLiteral("lblSelect"));
+    lblSelect->setObjectName(u"lblSelect"_qs);
     ruler = new QWidget(view);
     ruler->setFixedSize(PicHex->width(), RulerHeight);
     for (std::size_t i = 0; i < Label2.size(); ++i) {
@@ -117,11 +117,11 @@ void HexParts::makeRuler(QWidget* view) {
 
 void HexParts::makeBookmarks(QWidget* view) {
     bookmarks = new HexBookmarks(view);
-    fmInfo = new QGroupBox(QStringLiteral("Bookmarks (Hex,Dec)"), view);
-    fmInfo->setObjectName(QStringLiteral("fmInfo"));
+    fmInfo = new QGroupBox(u"Bookmarks (Hex,Dec)"_qs, view);
+    fmInfo->setObjectName(u"fmInfo"_qs);
     lsBookmark = new QTreeView(fmInfo);
-    lsBookmark->setObjectName(QStringLiteral("lsBookmark"));
-    lsBookmark->setAccessibleName(QStringLiteral("Bookmarks"));
+    lsBookmark->setObjectName(u"lsBookmark"_qs);
+    lsBookmark->setAccessibleName(u"Bookmarks"_qs);
     lsBookmark->setModel(bookmarks);
     lsBookmark->setRootIsDecorated(false);
     lsBookmark->setUniformRowHeights(true);
@@ -132,7 +132,7 @@ void HexParts::makeBookmarks(QWidget* view) {
 
 void HexParts::makeScrollButtons(QWidget* view) {
     tbScroll = new QToolBar(view);
-    tbScroll->setObjectName(QStringLiteral("tbScroll"));
+    tbScroll->setObjectName(u"tbScroll"_qs);
     for (const ScrollButton& button : ScrollButtons) {
         if (button.key == nullptr) {
             tbScroll->addSeparator();
@@ -140,7 +140,7 @@ void HexParts::makeScrollButtons(QWidget* view) {
         }
         QAction* action = tbScroll->addAction(Icons::named(button.icon), QString::fromLatin1(button.toolTip));
         action->setData(QString::fromLatin1(button.key));
-        tbScroll->widgetForAction(action)->setObjectName(QStringLiteral("tbScroll.%1").arg(QLatin1String(button.key)));
+        tbScroll->widgetForAction(action)->setObjectName(u"tbScroll.%1"_qs.arg(QLatin1String(button.key)));
         tbScroll->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
     }
 }
@@ -206,9 +206,9 @@ void HexParts::setScrollButtonsEnabled(bool enabled) const {
 }
 
 void HexParts::captionRuler(bool hexMode) const {
-    lblSelect->setText(hexMode ? QStringLiteral("Offset - HEX") : QStringLiteral("Offset - DEC"));
+    lblSelect->setText(hexMode ? u"Offset - HEX"_qs : u"Offset - DEC"_qs);
     for (std::size_t i = 0; i < Label2.size(); ++i)
-        Label2[i]->setText(QStringLiteral("%1").arg(i, 2, hexMode ? 16 : 10, QLatin1Char('0')).toUpper());
+        Label2[i]->setText(u"%1"_qs.arg(i, 2, hexMode ? 16 : 10, QLatin1Char('0')).toUpper());
 }
 
 void HexParts::moveMarkers(int row, int col) const {

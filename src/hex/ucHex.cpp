@@ -19,7 +19,7 @@ namespace {
 
 constexpr int LinesOfANotch = 3;
 /// In a cell whose byte is there and can't be read.
-const QString Unreadable = QStringLiteral("??");
+const QString Unreadable = u"??"_qs;
 
 }  // namespace
 
@@ -35,8 +35,8 @@ ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, 
       m_findState(findState),
       m_copy(storage.calls, storage.blockSize),
       m_parts(this, m_grid1, m_grid2) {
-    m_grid1.setObjectName(QStringLiteral("grid1"));
-    m_grid2.setObjectName(QStringLiteral("grid2"));
+    m_grid1.setObjectName(u"grid1"_qs);
+    m_grid2.setObjectName(u"grid2"_qs);
     for (const int number : {1, 2}) {
         grid(number).setParent(this);  // to be found by its name
         connectGrid(number);
@@ -92,7 +92,7 @@ void ucHex::connectPane(int number) {
     source->setMarks([this](HexCell cell) { return isChanged(cell); });
     connect(source, &GridPane::wheelTurned, this, &ucHex::turnWheel);
     connect(source, &GridPane::rightReleased, this,
-            [this, source](const QPoint& at) { tellContextMenu(source, at, QStringLiteral("HEX")); });
+            [this, source](const QPoint& at) { tellContextMenu(source, at, u"HEX"_qs); });
     if (number == 1)
         connect(source, &GridPane::focusLost, this, qOverload<>(&ucHex::finishNibble));
 }
@@ -119,7 +119,7 @@ void ucHex::connectParts() {
     connect(m_parts.lsBookmark, &QTreeView::activated, this, &ucHex::GotoSelectedBookmark);
     m_parts.lsBookmark->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_parts.lsBookmark, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& at) { tellContextMenu(m_parts.lsBookmark, at, QStringLiteral("BOOK")); });
+            [this](const QPoint& at) { tellContextMenu(m_parts.lsBookmark, at, u"BOOK"_qs); });
 }
 
 void ucHex::tellContextMenu(const QWidget* from, const QPoint& at, const QString& key) {
@@ -262,8 +262,8 @@ void ucHex::SetScrollPosition() {
 }
 
 QString ucHex::GetCursorPos() const {
-    return QStringLiteral("Pg %1, Pos %2/%3")
-        .arg(m_paging.PageCaption(), m_parts.info(HexInfo::OffsetDec)->text(), QString::number(m_paging.length() - 1));
+    return u"Pg %1, Pos %2/%3"_qs.arg(m_paging.PageCaption(), m_parts.info(HexInfo::OffsetDec)->text(),
+                                      QString::number(m_paging.length() - 1));
 }
 
 // The cursor

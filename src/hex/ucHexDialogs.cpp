@@ -110,19 +110,19 @@ void ucHex::ReplaceDialog(bool) {
 }
 
 void ucHex::cmdFindHex() {
-    showFindForm(QStringLiteral("FindHex"), QStringLiteral("Find Hex"));
+    showFindForm(u"FindHex"_qs, u"Find Hex"_qs);
 }
 
 void ucHex::cmdFindText() {
-    showFindForm(QStringLiteral("FindText"), QStringLiteral("Find Text"));
+    showFindForm(u"FindText"_qs, u"Find Text"_qs);
 }
 
 void ucHex::cmdReplaceHex() {
-    showFindForm(QStringLiteral("ReplaceHex"), QStringLiteral("Replace Hex"));
+    showFindForm(u"ReplaceHex"_qs, u"Replace Hex"_qs);
 }
 
 void ucHex::cmdReplaceText() {
-    showFindForm(QStringLiteral("ReplaceText"), QStringLiteral("Replace Text"));
+    showFindForm(u"ReplaceText"_qs, u"Replace Text"_qs);
 }
 
 void ucHex::showFindForm(const QString& key, const QString& caption) {

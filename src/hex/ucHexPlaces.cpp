@@ -95,7 +95,7 @@ bool ucHex::searchFromBar(const QString& text, HexFindDirection direction) {
 }
 
 void ucHex::FindNextItem() {
-    repeatSearch(QStringLiteral("Not Found"));
+    repeatSearch(u"Not Found"_qs);
 }
 
 void ucHex::repeatSearch(const QString& notFound) {
@@ -160,7 +160,7 @@ void ucHex::AddBookMark(const QString& hexText, const QString& decimalText, bool
     if (m_parts.bookmarks->add(hexText, decimalText))
         selectBookmark(m_parts.bookmarks->count() - 1);
     else if (!silent)
-        m_prompts.message(this, QStringLiteral("Bookmark already exists!"));
+        m_prompts.message(this, u"Bookmark already exists!"_qs);
 }
 
 void ucHex::cmdBookmark() {

@@ -15,8 +15,8 @@ QString tr(const char* text) {
 
 /// Whether the stroke is what somebody presses to type: letters, digits, the blank, and what goes with them.
 bool isTyped(const HotKeyStroke& stroke) {
-    constexpr int keepsTyping = HotKeyStroke::Ctrl | HotKeyStroke::Alt;
-    if ((stroke.modifiers & keepsTyping) != 0 || stroke.key.isEmpty())
+    constexpr int KeepsTyping = HotKeyStroke::Ctrl | HotKeyStroke::Alt;
+    if ((stroke.modifiers & KeepsTyping) != 0 || stroke.key.isEmpty())
         return false;
     const char16_t code = stroke.key.front().unicode();
     const bool letter = code >= u'A' && code <= u'Z';
@@ -48,5 +48,5 @@ HotKeyVerdict HotKeyVerdict::of(const HotKey& hotKey, int command, const HotKeys
     }
     if (losers.isEmpty())
         return {true, {}};
-    return {true, tr("This hot key will be taken away from %1.").arg(losers.join(QStringLiteral(", ")))};
+    return {true, tr("This hot key will be taken away from %1.").arg(losers.join(u", "_qs))};
 }

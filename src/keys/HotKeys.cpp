@@ -8,8 +8,8 @@
 
 namespace {
 
-const QString Section = QStringLiteral("Software/Quillmark/Languages");
-const QString Value = QStringLiteral("HotKeys");
+const QString Section = u"Software/Quillmark/Languages"_qs;
+const QString Value = u"HotKeys"_qs;
 constexpr int Fields = 5;
 constexpr int AllModifiers = HotKeyStroke::Shift | HotKeyStroke::Ctrl | HotKeyStroke::Alt;
 
@@ -19,8 +19,7 @@ int codeOf(const HotKeyStroke& stroke) {
 
 QString lineOf(const HotKeys::Binding& binding) {
     const auto& [first, second] = binding.hotKey;
-    return QStringLiteral("%1 %2 %3 %4 %5")
-        .arg(binding.command)
+    return u"%1 %2 %3 %4 %5"_qs.arg(binding.command)
         .arg(first.modifiers)
         .arg(codeOf(first))
         .arg(second.modifiers)

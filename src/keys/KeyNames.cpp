@@ -66,12 +66,12 @@ constexpr auto Modifiers = std::to_array<ModifierRow>({
 /// The digit of a key in the row above the letters, as a Qt::Key, by its scan code; 0 for other keys.
 int digitAt(quint32 scanCode) {
 #ifdef Q_OS_LINUX
-    constexpr quint32 one = 10;
-    constexpr quint32 zero = 19;
-    if (scanCode == zero)
+    constexpr quint32 One = 10;
+    constexpr quint32 Zero = 19;
+    if (scanCode == Zero)
         return Qt::Key_0;
-    if (scanCode >= one && scanCode < zero)
-        return Qt::Key_1 + static_cast<int>(scanCode - one);
+    if (scanCode >= One && scanCode < Zero)
+        return Qt::Key_1 + static_cast<int>(scanCode - One);
 #else
     Q_UNUSED(scanCode)
 #endif
@@ -84,7 +84,7 @@ char16_t codeOf(int key) {
         return static_cast<char16_t>(key);
     // Shift makes a key of its own of the tabulator.
     const int plain = key == Qt::Key_Backtab ? static_cast<int>(Qt::Key_Tab) : key;
-    const auto row = std::find_if(Keys.begin(), Keys.end(), [plain](const KeyRow& one) { return one.key == plain; });
+    const auto row = std::find_if(Keys.begin(), Keys.end(), [plain](const KeyRow& One) { return One.key == plain; });
     return row == Keys.end() ? u'\0' : row->code;
 }
 
@@ -94,7 +94,7 @@ QString KeyNames::KeyName(const QString& pKey) {
     if (pKey.size() != 1)
         return pKey;
     const char16_t code = pKey.front().unicode();
-    const auto row = std::find_if(Keys.begin(), Keys.end(), [code](const KeyRow& one) { return one.code == code; });
+    const auto row = std::find_if(Keys.begin(), Keys.end(), [code](const KeyRow& One) { return One.code == code; });
     return row == Keys.end() ? pKey : QString::fromUtf16(row->name);
 }
 

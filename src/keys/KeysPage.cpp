@@ -45,26 +45,26 @@ KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& 
       m_present(new QComboBox),
       m_new(new StrokeEdit),
       m_verdict(new QLabel) {
-    setObjectName(QStringLiteral("KeysPage"));
-    m_filter->setObjectName(QStringLiteral("txtFilter"));
+    setObjectName(u"KeysPage"_qs);
+    m_filter->setObjectName(u"txtFilter"_qs);
     m_filter->setClearButtonEnabled(true);
-    m_list->setObjectName(QStringLiteral("lvKeys"));
+    m_list->setObjectName(u"lvKeys"_qs);
     m_list->setAccessibleName(tr("Commands and their keys"));
     m_list->setRootIsDecorated(false);
     m_list->setHeaderLabels({tr("Command"), tr("Keys")});
     m_list->setMinimumWidth(ListWidth);
     m_list->header()->resizeSection(Name, NameWidth);
-    m_present->setObjectName(QStringLiteral("cmbPresent"));
-    m_new->setObjectName(QStringLiteral("txtNewKey"));
-    m_verdict->setObjectName(QStringLiteral("lblVerdict"));
+    m_present->setObjectName(u"cmbPresent"_qs);
+    m_new->setObjectName(u"txtNewKey"_qs);
+    m_verdict->setObjectName(u"lblVerdict"_qs);
     m_verdict->setWordWrap(true);
     m_verdict->setAlignment(Qt::AlignTop);
     m_verdict->setMinimumHeight(VerdictLines * m_verdict->fontMetrics().lineSpacing());
-    m_add = addButton(QStringLiteral("cmdAddKey"), tr("&Add"), &KeysPage::add);
-    m_remove = addButton(QStringLiteral("cmdRemoveKey"), tr("Re&move"), &KeysPage::remove);
-    m_reset = addButton(QStringLiteral("cmdResetKey"), tr("Re&set"), &KeysPage::reset);
+    m_add = addButton(u"cmdAddKey"_qs, tr("&Add"), &KeysPage::add);
+    m_remove = addButton(u"cmdRemoveKey"_qs, tr("Re&move"), &KeysPage::remove);
+    m_reset = addButton(u"cmdResetKey"_qs, tr("Re&set"), &KeysPage::reset);
     m_reset->setToolTip(tr("Gives this command the keys it had at first"));
-    m_resetAll = addButton(QStringLiteral("cmdResetAllKeys"), tr("Reset a&ll"), &KeysPage::resetAll);
+    m_resetAll = addButton(u"cmdResetAllKeys"_qs, tr("Reset a&ll"), &KeysPage::resetAll);
     m_resetAll->setToolTip(tr("Gives all commands the keys they had at first; macros keep theirs"));
     layOut();
     fill();
@@ -127,7 +127,7 @@ void KeysPage::showKeys() {
         QStringList texts;
         for (const HotKey& hotKey : m_edited.hotKeysOf(item->data(Name, Qt::UserRole).toInt()))
             texts << KeyNames::text(hotKey);
-        item->setText(Keys, texts.join(QStringLiteral("; ")));
+        item->setText(Keys, texts.join(u"; "_qs));
     }
 }
 

@@ -34,7 +34,7 @@ QString rowOf(const MacroStep& step) {
     if (step.kind == MacroStep::Kind::Text)
         return MacroDialog::tr("Type \"%1\"").arg(shortened(step.text));
     const QString caption = ControlCommands::captionOf(step.command);
-    return step.text.isEmpty() ? caption : caption + QStringLiteral(": ") + shortened(step.text);
+    return step.text.isEmpty() ? caption : caption + u": "_qs + shortened(step.text);
 }
 
 }  // namespace
@@ -51,17 +51,17 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
       m_name(new QLineEdit),
       m_display(new QCheckBox(tr("&Display in Marco Menu"))),
       m_verdict(new QLabel) {
-    setObjectName(QStringLiteral("MacroDialog"));
+    setObjectName(u"MacroDialog"_qs);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Record Marco"));
-    m_list->setObjectName(QStringLiteral("lstSteps"));
+    m_list->setObjectName(u"lstSteps"_qs);
     m_list->setAccessibleName(tr("Recorded"));
     m_list->setMinimumWidth(ListWidth);
     m_list->setSelectionMode(QAbstractItemView::NoSelection);
-    m_hotKey->setObjectName(QStringLiteral("txtHotKey"));
-    m_name->setObjectName(QStringLiteral("txtName"));
-    m_display->setObjectName(QStringLiteral("chkDisplay"));
-    m_verdict->setObjectName(QStringLiteral("lblVerdict"));
+    m_hotKey->setObjectName(u"txtHotKey"_qs);
+    m_name->setObjectName(u"txtName"_qs);
+    m_display->setObjectName(u"chkDisplay"_qs);
+    m_verdict->setObjectName(u"lblVerdict"_qs);
     m_verdict->setWordWrap(true);
     m_verdict->setAlignment(Qt::AlignTop);
     m_verdict->setMinimumHeight(VerdictLines * m_verdict->fontMetrics().lineSpacing());
@@ -71,16 +71,16 @@ MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<Macro
         new QLabel(tr("Left out, and not played, is what was done with the mouse, with Undo, or by commands of "
                       "the program that are none of the text view: %1 in all.")
                        .arg(missed));
-    note->setObjectName(QStringLiteral("lblMissed"));
+    note->setObjectName(u"lblMissed"_qs);
     note->setWordWrap(true);
     note->setVisible(missed > 0);
 
     auto* buttons = new QDialogButtonBox;
     m_keep = buttons->addButton(tr("&Keep"), QDialogButtonBox::AcceptRole);
-    m_keep->setObjectName(QStringLiteral("cmdKeep"));
+    m_keep->setObjectName(u"cmdKeep"_qs);
     m_keep->setDefault(true);
     QPushButton* cancel = buttons->addButton(QDialogButtonBox::Cancel);
-    cancel->setObjectName(QStringLiteral("cmdCancel"));
+    cancel->setObjectName(u"cmdCancel"_qs);
     connect(buttons, &QDialogButtonBox::accepted, this, &MacroDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &MacroDialog::reject);
 
@@ -128,9 +128,10 @@ HotKeyVerdict MacroDialog::verdictOf(const HotKey& hotKey) const {
     const auto slot = slotOf(hotKey);
     const int command = HotKeys::MacroCommandBase + slot.value_or(m_macros.freeSlot().value_or(0));
     HotKeyVerdict verdict = HotKeyVerdict::of(hotKey, command, m_hotKeys, m_macros, menuCommand);
-    if (verdict.accepted && slot)
+    if (verdict.accepted && slot) {
         verdict.sentence = tr("The macro \"%1\" has this hot key. It will be replaced.")
                                .arg(commandName(HotKeys::MacroCommandBase + *slot, m_macros));
+    }
     if (verdict.accepted && !slot && !m_macros.freeSlot())
         return {false, tr("There are ten macros already. Choose the hot key of the one to replace.")};
     return verdict;

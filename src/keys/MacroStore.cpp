@@ -70,7 +70,7 @@ void MacroStore::SaveMacros() {
     m_hotKeys.save(m_registry);
     makeFolder(folder());
     for (int index = 0; index < Slots; ++index)
-        SaveMacroFile(folder() + QStringLiteral("/%1.dem").arg(index), index);
+        SaveMacroFile(folder() + u"/%1.dem"_qs.arg(index), index);
 }
 
 bool MacroStore::SaveMacroFile(const QString& pFilename, int pIndex) {

@@ -15,7 +15,7 @@ bool stands(const QKeySequence& sequence, const HotKeyStroke& stroke) {
 }
 
 QString plain(const QString& caption) {
-    return QString(caption).remove(u'&').remove(QStringLiteral("..."));
+    return QString(caption).remove(u'&').remove(u"..."_qs);
 }
 
 }  // namespace

@@ -62,12 +62,12 @@ QString LanguageFileReader::take(const QByteArray& line) {
 
 QString LanguageFileReader::finish() const {
     const bool hasEither = m_hasRules || !m_definition.lexer.isEmpty();
-    return hasEither ? QString() : QStringLiteral("neither \"lexer\" nor \"rules\" is there");
+    return hasEither ? QString() : u"neither \"lexer\" nor \"rules\" is there"_qs;
 }
 
 QString LanguageFileReader::takeLexer(const Words& words) {
     if (m_hasRules)
-        return QStringLiteral("\"lexer\" and \"rules\" can't both be there");
+        return u"\"lexer\" and \"rules\" can't both be there"_qs;
     if (!LexerNames::isKnown(words[0]))
         return quoted("there is no lexer \"%1\"", words[0]);
     m_definition.lexer = words[0];
@@ -76,7 +76,7 @@ QString LanguageFileReader::takeLexer(const Words& words) {
 
 QString LanguageFileReader::takeRules(const Words& words) {
     if (!m_definition.lexer.isEmpty())
-        return QStringLiteral("\"lexer\" and \"rules\" can't both be there");
+        return u"\"lexer\" and \"rules\" can't both be there"_qs;
     if (!words.isEmpty() && words[0] != "nocase")
         return quoted("\"%1\" is not \"nocase\"", words[0]);
     m_hasRules = true;
@@ -88,7 +88,7 @@ QString LanguageFileReader::takeRules(const Words& words) {
 
 QString LanguageFileReader::takeKeywords(const Words& words) {
     if (!m_hasRules && m_definition.lexer.isEmpty())
-        return QStringLiteral("\"keywords\" belongs behind \"lexer\" or \"rules\"");
+        return u"\"keywords\" belongs behind \"lexer\" or \"rules\""_qs;
     const auto set = numberOf(words[0], (m_hasRules ? RuleKeywordSets : LanguageDefinition::KeywordSets) - 1);
     if (!set)
         return quoted("\"%1\" is no number of a set of keywords", words[0]);
@@ -99,7 +99,7 @@ QString LanguageFileReader::takeKeywords(const Words& words) {
 
 QString LanguageFileReader::takeProperty(const Words& words) {
     if (m_definition.lexer.isEmpty())
-        return QStringLiteral("\"property\" belongs behind \"lexer\"");
+        return u"\"property\" belongs behind \"lexer\""_qs;
     for (const auto& property : m_definition.properties) {
         if (property.first == words[0])
             return quoted("the property \"%1\" stands here a second time", words[0]);
@@ -118,10 +118,10 @@ QString LanguageFileReader::takeComment(const Words& words) {
 
 QString LanguageFileReader::takeBrackets(const Words& words) {
     if (words[0].size() % 2 != 0)
-        return QStringLiteral("a bracket has no other");
+        return u"a bracket has no other"_qs;
     for (qsizetype at = 0; at < words[0].size(); ++at) {
         if (words[0][at] < 0 || words[0].indexOf(words[0][at]) != at)
-            return QStringLiteral("brackets are characters of ASCII, each once");
+            return u"brackets are characters of ASCII, each once"_qs;
     }
     m_definition.brackets = words[0];
     return {};
@@ -150,7 +150,7 @@ QString LanguageFileReader::takeAt(const Words& words) {
 
 QString LanguageFileReader::takeClass(const Words& words) {
     if (m_definition.lexer.isEmpty())
-        return QStringLiteral("\"class\" belongs behind \"lexer\"");
+        return u"\"class\" belongs behind \"lexer\""_qs;
     const auto token = TokenClasses::byName(words[0]);
     if (!token)
         return quoted("there is no class \"%1\"", words[0]);
@@ -167,7 +167,7 @@ QString LanguageFileReader::takeClass(const Words& words) {
 }
 
 QString LanguageFileReader::unlessRules() const {
-    return m_hasRules ? QString() : QStringLiteral("this belongs behind \"rules\"");
+    return m_hasRules ? QString() : u"this belongs behind \"rules\""_qs;
 }
 
 QString LanguageFileReader::takeWords(const Words& words) {

@@ -12,7 +12,7 @@
 
 namespace {
 
-const QString IndexFile = QStringLiteral("languages.idx");
+const QString IndexFile = u"languages.idx"_qs;
 constexpr int Mark = 2;  ///< characters before and behind a name
 
 /// The name between the marks of a line that opens a record.

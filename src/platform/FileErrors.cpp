@@ -11,11 +11,11 @@ SystemError sentence(const QString& form, const QString& path, const SystemError
 }  // namespace
 
 SystemError FileErrors::reading(const QString& path, const SystemError& cause) {
-    return sentence(QStringLiteral("'%1' can't be read: %2"), path, cause);
+    return sentence(u"'%1' can't be read: %2"_qs, path, cause);
 }
 
 SystemError FileErrors::writing(const QString& path, const SystemError& cause) {
-    return sentence(QStringLiteral("'%1' can't be written: %2"), path, cause);
+    return sentence(u"'%1' can't be written: %2"_qs, path, cause);
 }
 
 SystemError FileErrors::unlessRegular(mode_t mode) {
@@ -23,5 +23,5 @@ SystemError FileErrors::unlessRegular(mode_t mode) {
         return {};
     if (S_ISDIR(mode))
         return SystemError::fromErrno(EISDIR);
-    return {EINVAL, QStringLiteral("It is not a regular file")};
+    return {EINVAL, u"It is not a regular file"_qs};
 }

@@ -20,12 +20,10 @@ QByteArray readHead(int handle, qsizetype size) {
     qsizetype filled = 0;
     while (filled < size) {
         const ssize_t count = ::read(handle, bytes.data() + filled, static_cast<size_t>(size - filled));
-        if (count < 0 && errno == EINTR) {
+        if (count < 0 && errno == EINTR)
             continue;
-        }
-        if (count <= 0) {
+        if (count <= 0)
             break;
-        }
         filled += count;
     }
     return bytes.first(filled);
@@ -35,13 +33,11 @@ QByteArray readHead(int handle, qsizetype size) {
 
 QByteArray fileHead(const QString& path, qsizetype size) {
     const std::optional<QByteArray> name = localName(path);
-    if (!name || !isNormalFile(path)) {
+    if (!name || !isNormalFile(path))
         return {};
-    }
     const int handle = ::open(name->constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (handle < 0) {
+    if (handle < 0)
         return {};
-    }
     // Looked at once more: the path may name another file by now.
     QByteArray bytes = isRegular(handle) ? readHead(handle, size) : QByteArray();
     ::close(handle);

@@ -25,7 +25,7 @@ std::tm localTime(const struct statx_timestamp& stamp) {
 }
 
 QString padded(int number, int width = 2) {
-    return QStringLiteral("%1").arg(number, width, 10, QLatin1Char('0'));
+    return u"%1"_qs.arg(number, width, 10, QLatin1Char('0'));
 }
 
 QString shortDate(const std::tm& time) {
@@ -38,8 +38,7 @@ QString clock(int hour, const std::tm& time) {
 
 QString createdText(const std::tm& time) {
     const int hour = time.tm_hour % 12 == 0 ? 12 : time.tm_hour % 12;
-    return shortDate(time) + u' ' + clock(hour, time) +
-           (time.tm_hour < 12 ? QStringLiteral(" AM") : QStringLiteral(" PM"));
+    return shortDate(time) + u' ' + clock(hour, time) + (time.tm_hour < 12 ? u" AM"_qs : u" PM"_qs);
 }
 
 QString modifiedText(const std::tm& time) {

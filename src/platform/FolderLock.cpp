@@ -16,22 +16,19 @@ constexpr useconds_t PauseUs = 300;
 
 FolderLock::FolderLock(const QString& folder)
     : m_handle(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-    if (m_handle < 0) {
+    if (m_handle < 0)
         return;
-    }
     // Asked for again and again rather than waited for: a stopped process must not stop this one.
     const QDeadlineTimer deadline(PatienceMs);
     while (::flock(m_handle, LOCK_EX | LOCK_NB) != 0) {
         const bool held = errno == EWOULDBLOCK || errno == EINTR;
-        if (!held || deadline.hasExpired()) {
+        if (!held || deadline.hasExpired())
             return;
-        }
         ::usleep(PauseUs);
     }
 }
 
 FolderLock::~FolderLock() {
-    if (m_handle >= 0) {
+    if (m_handle >= 0)
         ::close(m_handle);
-    }
 }

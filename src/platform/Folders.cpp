@@ -29,13 +29,12 @@ QString homeFolder() {
     if (!home.isEmpty())
         return home;
     const passwd* user = ::getpwuid(::geteuid());
-    return user == nullptr ? QStringLiteral("/") : pathText(user->pw_dir).value_or(QStringLiteral("/"));
+    return user == nullptr ? u"/"_qs : pathText(user->pw_dir).value_or(u"/"_qs);
 }
 
 QString userFolder(const char* variable, const QString& underHome) {
     const QString folder = folderFromEnvironment(variable);
-    return absolutePath((folder.isEmpty() ? homeFolder() + u'/' + underHome : folder) + QStringLiteral("/quillmark"),
-                        {});
+    return absolutePath((folder.isEmpty() ? homeFolder() + u'/' + underHome : folder) + u"/quillmark"_qs, {});
 }
 
 QString parentOf(const QString& path) {
@@ -93,28 +92,28 @@ QString executableFolder() {
     std::array<char, PATH_MAX> buffer;
     const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
     if (length <= 0)
-        return QStringLiteral("/");
-    return parentOf(pathText({buffer.data(), length}).value_or(QStringLiteral("/")));
+        return u"/"_qs;
+    return parentOf(pathText({buffer.data(), length}).value_or(u"/"_qs));
 }
 
 QString configFolder() {
-    return userFolder("XDG_CONFIG_HOME", QStringLiteral(".config"));
+    return userFolder("XDG_CONFIG_HOME", u".config"_qs);
 }
 
 QString ProgramFolder(const QString& executable) {
-    if (IsFolderPath(executable + QStringLiteral("/languages")) && isWritableFolder(executable))
+    if (IsFolderPath(executable + u"/languages"_qs) && isWritableFolder(executable))
         return executable;
-    return userFolder("XDG_DATA_HOME", QStringLiteral(".local/share"));
+    return userFolder("XDG_DATA_HOME", u".local/share"_qs);
 }
 
 QString shareFolder(const QString& executable) {
-    return absolutePath(parentOf(executable) + QStringLiteral("/share/quillmark"), {});
+    return absolutePath(parentOf(executable) + u"/share/quillmark"_qs, {});
 }
 
 QString temporaryFolder() {
     const QString folder = folderFromEnvironment("TMPDIR");
-    const QString stem = (folder.isEmpty() ? QStringLiteral("/var/tmp") : folder) + QStringLiteral("/quillmark-") +
-                         QString::number(::geteuid());
+    const QString stem =
+        (folder.isEmpty() ? u"/var/tmp"_qs : folder) + u"/quillmark-"_qs + QString::number(::geteuid());
     QString name = absolutePath(stem, {});
     for (int i = 1; i < NamesToTry && isTakenByOthers(name); ++i)
         name = absolutePath(stem, {}) + u'.' + QString::number(i);

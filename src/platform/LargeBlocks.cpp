@@ -12,21 +12,21 @@
 
 namespace {
 
-constexpr std::size_t hugePage = std::size_t{2} << 20;
-constexpr std::size_t largeBlock = std::size_t{32} << 20;
+constexpr std::size_t HugePage = std::size_t{2} << 20;
+constexpr std::size_t LargeBlock = std::size_t{32} << 20;
 
 void* largeMemory(std::size_t size) noexcept {
-    if (size > SIZE_MAX - hugePage)
+    if (size > SIZE_MAX - HugePage)
         return nullptr;
-    const std::size_t whole = (size + hugePage - 1) / hugePage * hugePage;
-    void* block = std::aligned_alloc(hugePage, whole);
+    const std::size_t whole = (size + HugePage - 1) / HugePage * HugePage;
+    void* block = std::aligned_alloc(HugePage, whole);
     if (block != nullptr)
         madvise(block, whole, MADV_HUGEPAGE);  // a wish; refused, the pages are small ones
     return block;
 }
 
 void* memory(std::size_t size) noexcept {
-    return size < largeBlock ? std::malloc(size == 0 ? 1 : size) : largeMemory(size);
+    return size < LargeBlock ? std::malloc(size == 0 ? 1 : size) : largeMemory(size);
 }
 
 }  // namespace

@@ -42,8 +42,8 @@ QString absolutePath(const QString& path, const QString& workingFolder) {
         return path;
     const QString whole = path.startsWith(u'/') ? path : workingFolder + u'/' + path;
     QStringList elements = whole.split(u'/', Qt::SkipEmptyParts);
-    const bool endsOpen = whole.endsWith(u'/') || elements.endsWith(QStringLiteral("."));
-    elements.removeAll(QStringLiteral("."));
+    const bool endsOpen = whole.endsWith(u'/') || elements.endsWith(u"."_qs);
+    elements.removeAll(u"."_qs);
     QString result = u'/' + elements.join(u'/');
     if (endsOpen && !elements.isEmpty())
         result += u'/';

@@ -7,11 +7,11 @@
 fmrLangProperties::fmrLangProperties(const DocumentServices& services, ucLangProperties::ShowHelp showHelp,
                                      QWidget* parent)
     : QDialog(parent), m_panel(new ucLangProperties(services, std::move(showHelp), this)) {
-    setObjectName(QStringLiteral("fmrLangProperties"));
+    setObjectName(u"fmrLangProperties"_qs);
     setWindowTitle(tr("Organize Languages"));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     QPushButton* close = buttons->button(QDialogButtonBox::Close);
-    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setObjectName(u"cmdClose"_qs);
     close->setAutoDefault(false);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* rows = new QVBoxLayout(this);

@@ -9,10 +9,10 @@
 
 frmMacro::frmMacro(const MacroPanelServices& services, QWidget* parent)
     : QDialog(parent), m_macros(services.macros), m_panel(new ucMarco(services, this)) {
-    setObjectName(QStringLiteral("frmMacro"));
-    setWindowTitle(QStringLiteral("Organize Marco"));
+    setObjectName(u"frmMacro"_qs);
+    setWindowTitle(u"Organize Marco"_qs);
     auto* close = new QPushButton(tr("&Close"));
-    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setObjectName(u"cmdClose"_qs);
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::accept);
     auto* buttons = new QHBoxLayout;

@@ -19,7 +19,7 @@ constexpr int KeyRole = Qt::UserRole;
 constexpr int TagRole = Qt::UserRole + 1;
 constexpr int ListWidth = 180;
 constexpr QSize SampleSize(420, 280);
-const QString HelpPage = QStringLiteral("languages.html");
+const QString HelpPage = u"languages.html"_qs;
 
 QPushButton* buttonOf(const QString& caption, const char* name) {
     auto* button = new QPushButton(caption);
@@ -33,7 +33,7 @@ QPushButton* buttonOf(const QString& caption, const char* name) {
 
 ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp showHelp, QWidget* parent)
     : QWidget(parent), m_services(services), m_showHelp(std::move(showHelp)) {
-    setObjectName(QStringLiteral("ucLangProperties1"));
+    setObjectName(u"ucLangProperties1"_qs);
     auto* columns = new QHBoxLayout;
     columns->addWidget(buildList());
     columns->addWidget(buildDetails(), 1);
@@ -45,7 +45,7 @@ ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp sh
 
 QWidget* ucLangProperties::buildList() {
     m_list = new QTreeWidget;
-    m_list->setObjectName(QStringLiteral("lvLang"));
+    m_list->setObjectName(u"lvLang"_qs);
     m_list->setAccessibleName(tr("Languages"));
     m_list->setHeaderLabels({tr("Languages")});
     m_list->header()->setSectionsClickable(false);
@@ -63,7 +63,7 @@ QWidget* ucLangProperties::buildDetails() {
     rows->setContentsMargins(0, 0, 0, 0);
     auto* patternsLabel = new QLabel(tr("Associated File Extension:"));
     m_patterns = new QLineEdit;
-    m_patterns->setObjectName(QStringLiteral("txtExt"));
+    m_patterns->setObjectName(u"txtExt"_qs);
     m_patterns->setAccessibleName(tr("Associated File Extension"));
     m_patterns->setPlaceholderText(tr("*.abc,*.abd"));
     patternsLabel->setBuddy(m_patterns);
@@ -82,7 +82,7 @@ QWidget* ucLangProperties::buildDetails() {
     rows->addWidget(new QLabel(tr("Sample Syntax Highlight:")));
     rows->addWidget(m_sample, 1);
     m_fault = new QLabel;
-    m_fault->setObjectName(QStringLiteral("lblFault"));
+    m_fault->setObjectName(u"lblFault"_qs);
     m_fault->setWordWrap(true);
     m_fault->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_fault->hide();

@@ -42,21 +42,21 @@ ucMarco::ucMarco(const MacroPanelServices& services, QWidget* parent)
       m_list(new QTreeWidget),
       m_id(new QLineEdit(this)),
       m_display(new QCheckBox(tr("Display in &Marco Menu"))) {
-    setObjectName(QStringLiteral("ucMarco1"));
-    m_list->setObjectName(QStringLiteral("ListView1"));
-    m_list->setAccessibleName(QStringLiteral("Available Marco(s)"));
+    setObjectName(u"ucMarco1"_qs);
+    m_list->setObjectName(u"ListView1"_qs);
+    m_list->setAccessibleName(u"Available Marco(s)"_qs);
     m_list->setRootIsDecorated(false);
     m_list->setAllColumnsShowFocus(true);
     m_list->setHeaderLabels({tr("Name"), tr("Hot Key")});
     m_list->header()->resizeSection(Name, NameWidth);
     m_list->setMinimumSize(ListSize);
-    m_id->setObjectName(QStringLiteral("txtID"));
+    m_id->setObjectName(u"txtID"_qs);
     m_id->hide();
-    m_display->setObjectName(QStringLiteral("chkDisplay"));
-    m_delete = addButton(QStringLiteral("cmdDelete"), tr("&Delete"), &ucMarco::deleteChosen);
-    m_reset = addButton(QStringLiteral("cmdReset"), tr("&Reset"), &ucMarco::reset);
+    m_display->setObjectName(u"chkDisplay"_qs);
+    m_delete = addButton(u"cmdDelete"_qs, tr("&Delete"), &ucMarco::deleteChosen);
+    m_reset = addButton(u"cmdReset"_qs, tr("&Reset"), &ucMarco::reset);
     m_reset->setToolTip(tr("Resets all hot keys, and so deletes all macros"));
-    m_help = addButton(QStringLiteral("cmdHelp"), tr("&Help"), &ucMarco::help);
+    m_help = addButton(u"cmdHelp"_qs, tr("&Help"), &ucMarco::help);
     layOut();
     connect(m_list, &QTreeWidget::currentItemChanged, this, &ucMarco::selectRow);
     connect(m_list, &QTreeWidget::itemChanged, this, &ucMarco::takeRow);
@@ -66,7 +66,7 @@ ucMarco::ucMarco(const MacroPanelServices& services, QWidget* parent)
 }
 
 QString ucMarco::ResetQuestion() {
-    return QStringLiteral("Reset all hot keys will delete all marcos, do you want to reset all hot keys ?");
+    return u"Reset all hot keys will delete all marcos, do you want to reset all hot keys ?"_qs;
 }
 
 QPushButton* ucMarco::addButton(const QString& name, const QString& caption, void (ucMarco::*act)()) {
@@ -88,12 +88,12 @@ QLineEdit* ucMarco::addField(const QString& name, const QString& caption, QVBoxL
 }
 
 void ucMarco::layOut() {
-    auto* frame = new QGroupBox(QStringLiteral(" Available Marco(s) "));
+    auto* frame = new QGroupBox(u" Available Marco(s) "_qs);
     auto* inner = new QVBoxLayout(frame);
     inner->addWidget(m_list);
     auto* column = new QVBoxLayout;
-    m_name = addField(QStringLiteral("txtName"), tr("&Name:"), *column);
-    m_key = addField(QStringLiteral("txtKey"), tr("Hot &key:"), *column);
+    m_name = addField(u"txtName"_qs, tr("&Name:"), *column);
+    m_key = addField(u"txtKey"_qs, tr("Hot &key:"), *column);
     m_key->setReadOnly(true);
     column->addWidget(m_display);
     column->addStretch(1);
@@ -178,7 +178,7 @@ void ucMarco::deleteChosen() {
     if (row == nullptr)
         return;
     const int n = slotOf(*row);
-    if (!m_services.prompts.askYesNo(this, QStringLiteral("Delete macro ") + row->text(Name)))
+    if (!m_services.prompts.askYesNo(this, u"Delete macro "_qs + row->text(Name)))
         return;
     m_services.macros.DeleteMacro(n);
     LoadMacro();
@@ -194,7 +194,7 @@ void ucMarco::reset() {
 }
 
 void ucMarco::help() {
-    Q_EMIT helpWanted(QStringLiteral("macro.html"));
+    Q_EMIT helpWanted(u"macro.html"_qs);
 }
 
 void ucMarco::SaveProp() {

@@ -27,24 +27,22 @@ std::span<const FileFilter> builtinFilters() {
 
 QString builtinFilterString() {
     QStringList parts;
-    for (const FileFilter& filter : BuiltinFilters) {
+    for (const FileFilter& filter : BuiltinFilters)
         parts << QString::fromLatin1(filter.description) << QString::fromLatin1(filter.patterns);
-    }
     return parts.join(u'|');
 }
 
 QString GetFilterString(RegistryStore& store) {
-    const QString section = QStringLiteral("FilenameFilters");
+    const QString section = u"FilenameFilters"_qs;
     QStringList names;
     EnumRegSections(store, section, names);
-    if (names.isEmpty()) {
+    if (names.isEmpty())
         return builtinFilterString();
-    }
     QStringList parts;
     for (const QString& name : names) {
         const QString key = programKey() + u'/' + section + u'/' + name;
-        parts << GetRegString(store, HKEY_CURRENT_USER, key, QStringLiteral("desc"))
-              << GetRegString(store, HKEY_CURRENT_USER, key, QStringLiteral("filter"));
+        parts << GetRegString(store, HKEY_CURRENT_USER, key, u"desc"_qs)
+              << GetRegString(store, HKEY_CURRENT_USER, key, u"filter"_qs);
     }
     return parts.join(u'|');
 }

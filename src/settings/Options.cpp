@@ -16,9 +16,8 @@ struct Reading {
 template <auto Member, auto Parse>
 bool takeParsed(Options& options, const QString& text) {
     const auto value = Parse(text);
-    if (value) {
+    if (value)
         options.*Member = *value;
-    }
     return value.has_value();
 }
 
@@ -31,9 +30,8 @@ bool takeOne(Options& options, const QString& text) {
 template <bool Options::*Member>
 bool takeNumberOne(Options& options, const QString& text) {
     const std::optional<double> number = SettingText::toNumber(text);
-    if (number) {
+    if (number)
         options.*Member = *number == 1;
-    }
     return number.has_value();
 }
 
@@ -45,9 +43,8 @@ bool takeFontName(Options& options, const QString& text) {
 /// A size below one point shows no letter: it is no size.
 bool takeFontSize(Options& options, const QString& text) {
     const std::optional<qint16> points = SettingText::toShort(text);
-    if (!points || *points < 1) {
+    if (!points || *points < 1)
         return false;
-    }
     options.FontSize = *points;
     return true;
 }
@@ -82,15 +79,13 @@ bool read(Settings& settings, const Reading& reading, Options& options) {
 }  // namespace
 
 void loadFirstOptions(Settings& settings, Options& options) {
-    for (const Reading& reading : FirstGroup) {
+    for (const Reading& reading : FirstGroup)
         read(settings, reading, options);
-    }
 }
 
 void LoadOptions(Settings& settings, Options& options) {
     for (const Reading& reading : SecondGroup) {
-        if (!read(settings, reading, options)) {
+        if (!read(settings, reading, options))
             return;
-        }
     }
 }

@@ -8,14 +8,12 @@ namespace {
 template <typename Integer>
 std::optional<Integer> toInteger(const QString& text) {
     const std::optional<double> number = SettingText::toNumber(text);
-    if (!number) {
+    if (!number)
         return std::nullopt;
-    }
     const double rounded = std::nearbyint(*number);
     using Limits = std::numeric_limits<Integer>;
-    if (rounded < Limits::min() || rounded > Limits::max()) {
+    if (rounded < Limits::min() || rounded > Limits::max())
         return std::nullopt;
-    }
     return static_cast<Integer>(rounded);
 }
 
@@ -31,9 +29,8 @@ namespace SettingText {
 
 std::optional<double> toNumber(const QString& text) {
     const QString trimmed = text.trimmed();
-    if (trimmed.startsWith(QLatin1String("&H"), Qt::CaseInsensitive)) {
+    if (trimmed.startsWith(QLatin1String("&H"), Qt::CaseInsensitive))
         return hexNumber(trimmed.mid(2));
-    }
     bool valid = false;
     const double number = trimmed.toDouble(&valid);
     return valid && std::isfinite(number) ? std::optional(number) : std::nullopt;
@@ -41,9 +38,8 @@ std::optional<double> toNumber(const QString& text) {
 
 std::optional<bool> toBoolean(const QString& text) {
     const QString word = text.trimmed().toLower();
-    if (word == QLatin1String("true") || word == QLatin1String("false")) {
+    if (word == QLatin1String("true") || word == QLatin1String("false"))
         return word == QLatin1String("true");
-    }
     const std::optional<double> number = toNumber(text);
     return number ? std::optional(*number != 0) : std::nullopt;
 }

@@ -97,11 +97,11 @@ void Settings::write(const QString& key, const QString& value) {
 }
 
 bool Settings::StartNewDocument() {
-    return forFrame(QStringLiteral("StartNewDocument")) == QLatin1String("1");
+    return forFrame(u"StartNewDocument"_qs) == QLatin1String("1");
 }
 
 bool Settings::LoadLastFiles() {
-    return forFrame(QStringLiteral("LoadLastFiles")) == QLatin1String("1");
+    return forFrame(u"LoadLastFiles"_qs) == QLatin1String("1");
 }
 
 std::span<const SettingRow> Settings::table() {

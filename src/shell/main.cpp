@@ -20,7 +20,7 @@
 namespace {
 
 /// Once the window is up and has drawn itself: nobody waits for what a killed process left behind.
-constexpr std::chrono::seconds sweepDelay(2);
+constexpr std::chrono::seconds SweepDelay(2);
 
 /// The process's own duties. Entering the program into the desktop and handing over to a running instance are still to
 /// come: the first does nothing yet, and no running instance is ever found.
@@ -36,7 +36,7 @@ class Program : public StartDuties {
     int runFrame() override {
         int count = 1;
         QApplication application(count, m_arguments);
-        QApplication::setApplicationName(QStringLiteral("quillmark"));
+        QApplication::setApplicationName(u"quillmark"_qs);
         QApplication::setApplicationDisplayName(QString());
         PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
@@ -46,7 +46,7 @@ class Program : public StartDuties {
         frmMain frame({prompts, registry, explorer, rooms, m_tail, {}});
         frame.Load();
         frame.show();
-        QTimer::singleShot(sweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
+        QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
         return QApplication::exec();
     }
 

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr qreal fadedOpacity = 0.4;
+constexpr qreal FadedOpacity = 0.4;
 
 /// A colour as the files have it, for light windows, and what stands for it on dark ones.
 struct ColourPair {
@@ -25,7 +25,7 @@ struct ColourPair {
     const char* onDark;
 };
 
-constexpr ColourPair colourPairs[] = {{"#5c6675", "#b4becc"}, {"#2563d0", "#8ab4f8"}};
+constexpr ColourPair ColourPairs[] = {{"#5c6675", "#b4becc"}, {"#2563d0", "#8ab4f8"}};
 
 class SvgIcon : public QIconEngine {
  public:
@@ -65,7 +65,7 @@ class SvgIcon : public QIconEngine {
         QPixmap pixmap(picture.size());
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        painter.setOpacity(fadedOpacity);
+        painter.setOpacity(FadedOpacity);
         painter.drawPixmap(0, 0, picture);
         return pixmap;
     }
@@ -82,7 +82,7 @@ class SvgIcon : public QIconEngine {
     QByteArray source() const {
         QFile file(m_path);
         QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        for (const ColourPair& pair : colourPairs) {
+        for (const ColourPair& pair : ColourPairs) {
             if (m_onDark)
                 bytes.replace(pair.onLight, pair.onDark);
         }
@@ -97,6 +97,6 @@ class SvgIcon : public QIconEngine {
 }  // namespace
 
 QIcon Icons::named(const char* name) {
-    const QString path = QStringLiteral(":/icons/%1.svg").arg(QLatin1String(name));
+    const QString path = u":/icons/%1.svg"_qs.arg(QLatin1String(name));
     return QFile::exists(path) ? QIcon(new SvgIcon(path)) : QIcon();
 }

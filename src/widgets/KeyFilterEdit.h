@@ -13,8 +13,8 @@ class KeyFilterEdit : public QLineEdit {
     explicit KeyFilterEdit(const QString& allowed, QWidget* parent = nullptr);
 
     static QString anyKeys() { return {}; }
-    static QString decimalKeys() { return QStringLiteral("0123456789"); }
-    static QString hexKeys() { return QStringLiteral("0123456789ABCDEF"); }
+    static QString decimalKeys() { return u"0123456789"_qs; }
+    static QString hexKeys() { return u"0123456789ABCDEF"_qs; }
 
  Q_SIGNALS:
     void enterPressed();

@@ -14,8 +14,8 @@ namespace {
 const QLatin1String knownStyle("fusion");
 
 bool isLit(const QStyleOptionMenuItem& item) {
-    constexpr QStyle::State chosen = QStyle::State_Selected | QStyle::State_Enabled;
-    return (item.state & chosen) == chosen && !item.icon.isNull();
+    constexpr QStyle::State Chosen = QStyle::State_Selected | QStyle::State_Enabled;
+    return (item.state & Chosen) == Chosen && !item.icon.isNull();
 }
 
 /// A checked picture stands on a plate that is half the highlight and half the window.

@@ -41,9 +41,10 @@ bool PlaceholderColour::eventFilter(QObject* watched, QEvent* event) {
 void PlaceholderColour::mend() {
     const QPalette shown = QApplication::palette();
     QPalette own = shown;
-    for (const auto group : {QPalette::Active, QPalette::Inactive})
+    for (const auto group : {QPalette::Active, QPalette::Inactive}) {
         own.setColor(group, QPalette::PlaceholderText,
                      faintOn(shown.color(group, QPalette::Base), shown.color(group, QPalette::Text)));
+    }
     if (own.color(QPalette::PlaceholderText) != shown.color(QPalette::PlaceholderText))
         QApplication::setPalette(own);
 }

@@ -13,22 +13,22 @@
 namespace {
 
 /// No path that a file can have is longer.
-constexpr qsizetype longestText = 6000;
+constexpr qsizetype LongestText = 6000;
 /// Logical pixels that a box gives its text at least before it breaks a line.
-constexpr int narrowestText = 400;
+constexpr int NarrowestText = 400;
 
 /// Whether the box with the text stays well inside its screen, in lines as narrow as they get.
 bool fits(const QMessageBox& box, const QString& text) {
     const QRect lines =
-        box.fontMetrics().boundingRect(QRect(0, 0, narrowestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text);
+        box.fontMetrics().boundingRect(QRect(0, 0, NarrowestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, text);
     return lines.height() <= box.screen()->availableGeometry().height() * 3 / 5;
 }
 
 /// Cut in the middle until its buttons can be seen.
 QString fitting(const QMessageBox& box, const QString& text) {
-    qsizetype kept = qMin(text.size(), longestText);
+    qsizetype kept = qMin(text.size(), LongestText);
     QString shown = text;
-    while (kept > 0 && (shown.size() > longestText + 1 || !fits(box, shown))) {
+    while (kept > 0 && (shown.size() > LongestText + 1 || !fits(box, shown))) {
         shown = text.left(kept / 2) + u'\u2026' + text.right(kept / 2);
         kept = kept * 2 / 3;
     }
@@ -46,7 +46,7 @@ QWidget* windowOf(QWidget* parent) {
 }
 
 void setUp(QMessageBox& box, const QString& text, const QString& title) {
-    box.setWindowTitle(title.isEmpty() ? QStringLiteral("Quillmark") : title);
+    box.setWindowTitle(title.isEmpty() ? u"Quillmark"_qs : title);
     box.setTextFormat(Qt::PlainText);
     box.setText(fitting(box, text));
 }
@@ -83,8 +83,8 @@ void setUp(QFileDialog& dialog, const FileQuestion& question, const QString& las
 }
 
 QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
-    auto* box = new QCheckBox(QStringLiteral("Open as &read-only"), &dialog);
-    box->setObjectName(QStringLiteral("chkReadOnly"));
+    auto* box = new QCheckBox(u"Open as &read-only"_qs, &dialog);
+    box->setObjectName(u"chkReadOnly"_qs);
     if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
         grid->addWidget(box, grid->rowCount(), 0, 1, grid->columnCount());
     return box;
@@ -100,9 +100,9 @@ QStringList nameFilters(const QString& filters) {
         for (QString& pattern : patterns) {
             pattern = pattern.trimmed();
             if (pattern == QLatin1String("*.*"))
-                pattern = QStringLiteral("*");
+                pattern = u"*"_qs;
         }
-        names.append(QStringLiteral("%1 (%2)").arg(parts.at(i), patterns.join(u' ')));
+        names.append(u"%1 (%2)"_qs.arg(parts.at(i), patterns.join(u' ')));
     }
     return names;
 }

@@ -77,7 +77,7 @@ TEST(Automation, ReachesTheOperationsOfADocument) {
 TEST(Automation, ReachesTheCommandsOfTheControl) {
     EXPECT_EQ(unreachable(TextControl::staticMetaObject, names("ExecuteCmd")), QStringList());
     TextControl control;
-    control.setText(QStringLiteral("one"));
+    control.setText(u"one"_qs);
     EXPECT_TRUE(QMetaObject::invokeMethod(&control, "ExecuteCmd", Q_ARG(int, 137)));
-    EXPECT_EQ(control.SelText(), QStringLiteral("one"));
+    EXPECT_EQ(control.SelText(), u"one"_qs);
 }

@@ -20,12 +20,12 @@ class ContextMenusOfADocument : public DocumentFixture {
         QStringList list;
         for (const QAction* action : menu.actions()) {
             if (action->isSeparator()) {
-                list << QStringLiteral("-");
+                list << u"-"_qs;
                 continue;
             }
             list << action->objectName() + u' ' + action->text();
             if (action->menu() != nullptr)
-                list << QStringLiteral("(") << listOf(*action->menu()) << QStringLiteral(")");
+                list << u"("_qs << listOf(*action->menu()) << u")"_qs;
         }
         return list;
     }
@@ -46,8 +46,9 @@ class ContextMenusOfADocument : public DocumentFixture {
 };
 
 TEST_F(ContextMenusOfADocument, AllHaveTheStyleOfTheMenus) {
-    for (const char* key : {"EditText", "HEX", "BOOK", "mnuChangeCase", "mnuLineDelete"})
+    for (const char* key : {"EditText", "HEX", "BOOK", "mnuChangeCase", "mnuLineDelete"}) {
         EXPECT_NE(qobject_cast<MenuStyle*>(menu(key).style()), nullptr) << key;
+    }
 }
 
 TEST_F(ContextMenusOfADocument, TheTextMenuHasItsEntriesInTheirOrder) {
@@ -94,7 +95,7 @@ TEST_F(ContextMenusOfADocument, TheTextMenuHasItsEntriesInTheirOrder) {
 
 TEST_F(ContextMenusOfADocument, TheHexMenuHasItsEntriesInTheirOrder) {
     QStringList entries = listOf(menu("HEX"));
-    entries.removeAll(QStringLiteral("-"));
+    entries.removeAll(u"-"_qs);
     EXPECT_EQ(entries,
               QStringList({"mnuHexCopy Copy", "mnuHexUndo Undo", "mnuHexFind Find...", "mnuHexReplace Replace...",
                            "mnuHexGotoPage Goto Page...", "mnuHexGotoOffset Goto Offset...",
@@ -105,8 +106,9 @@ TEST_F(ContextMenusOfADocument, TheHexMenuHasItsEntriesInTheirOrder) {
 TEST_F(ContextMenusOfADocument, EntriesWithAPictureHaveIt) {
     for (const char* name :
          {"mnuCopy", "mnuPaste", "mnuCut", "mnuUndo", "mnuRedo", "mnuFind", "mnuSelectLine", "mnuSelectAll",
-          "mnuIndent", "mnuUnindent", "mnuToUpper", "mnuToLower", "mnuToggleBookmark", "mnuReadonly", "mnuProp"})
+          "mnuIndent", "mnuUnindent", "mnuToUpper", "mnuToLower", "mnuToggleBookmark", "mnuReadonly", "mnuProp"}) {
         EXPECT_FALSE(text(name).icon().isNull()) << name;
+    }
     EXPECT_TRUE(text("mnuGoto").icon().isNull());
 }
 
@@ -128,51 +130,51 @@ TEST_F(ContextMenusOfADocument, WhatWouldChangeTheTextIsOffForAReadOnlyDocument)
 
 TEST_F(ContextMenusOfADocument, TheHexMenuFollowsTheLock) {
     ContextMenus menus(m_document);
-    const QList<QMenu*> built = m_document.findChildren<QMenu*>(QStringLiteral("HEX"));
+    const QList<QMenu*> built = m_document.findChildren<QMenu*>(u"HEX"_qs);
     ASSERT_EQ(built.size(), 2);
-    auto* undo = built.last()->findChild<QAction*>(QStringLiteral("mnuHexUndo"));
-    auto* readOnly = built.last()->findChild<QAction*>(QStringLiteral("mnuHexReadonly"));
+    auto* undo = built.last()->findChild<QAction*>(u"mnuHexUndo"_qs);
+    auto* readOnly = built.last()->findChild<QAction*>(u"mnuHexReadonly"_qs);
     m_document.ChangeToReadOnly();
-    menus.show(QStringLiteral("HEX"), QPoint(1, 1));
+    menus.show(u"HEX"_qs, QPoint(1, 1));
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_TRUE(readOnly->isChecked());
     m_document.ChangeToReadOnly();
-    menus.show(QStringLiteral("HEX"), QPoint(1, 1));
+    menus.show(u"HEX"_qs, QPoint(1, 1));
     EXPECT_TRUE(undo->isEnabled());
     EXPECT_FALSE(readOnly->isChecked());
     built.last()->close();
 }
 
 TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
-    control().type(QStringLiteral("one two"));
+    control().type(u"one two"_qs);
     text("mnuSelectAll").trigger();
-    EXPECT_EQ(view().SelText(), QStringLiteral("one two"));
+    EXPECT_EQ(view().SelText(), u"one two"_qs);
     text("mnuToUpper").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("ONE TWO"));
+    EXPECT_EQ(view().Text(), u"ONE TWO"_qs);
     text("mnuUndo").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("one two"));
+    EXPECT_EQ(view().Text(), u"one two"_qs);
     text("mnuRedo").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("ONE TWO"));
+    EXPECT_EQ(view().Text(), u"ONE TWO"_qs);
     text("mnuSelectAll").trigger();
     text("mnuToLower").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("one two"));
+    EXPECT_EQ(view().Text(), u"one two"_qs);
     control().setSelection(7, 7);
     text("mnuSelectWord").trigger();
-    EXPECT_EQ(view().SelText(), QStringLiteral("two"));
+    EXPECT_EQ(view().SelText(), u"two"_qs);
     text("mnuCut").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("one "));
+    EXPECT_EQ(view().Text(), u"one "_qs);
     text("mnuPaste").trigger();
     text("mnuPaste").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("one twotwo"));
+    EXPECT_EQ(view().Text(), u"one twotwo"_qs);
     control().setSelection(3, 3);
     text("mnuDeleteToEnd").trigger();
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     text("mnuDeleteLine").trigger();
     EXPECT_EQ(view().Text(), QString());
 }
 
 TEST_F(ContextMenusOfADocument, BookmarksAreSetAndWalked) {
-    control().type(QStringLiteral("1\n2\n3"));
+    control().type(u"1\n2\n3"_qs);
     for (const int line : {2, 0}) {
         control().GotoTextLine(line);
         text("mnuToggleBookmark").trigger();
@@ -188,7 +190,7 @@ TEST_F(ContextMenusOfADocument, ReadOnlyIsAskedOfTheFrame) {
     m_host.take();
     text("mnuReadonly").trigger();
     hex("mnuHexReadonly").trigger();
-    EXPECT_EQ(m_host.take(), QStringList({QStringLiteral("ChangeReadOnly"), QStringLiteral("ChangeReadOnly")}));
+    EXPECT_EQ(m_host.take(), QStringList({u"ChangeReadOnly"_qs, u"ChangeReadOnly"_qs}));
 }
 
 TEST_F(ContextMenusOfADocument, TheRightButtonBringsTheMenuUpWhenItIsReleased) {

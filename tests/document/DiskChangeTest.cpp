@@ -4,9 +4,9 @@
 
 namespace {
 
-const QString loaded = QStringLiteral("2026/01/02 03:04:05");
-const QString later = QStringLiteral("2026/01/02 03:04:06");
-const QString latest = QStringLiteral("2026/01/02 03:04:07");
+const QString loaded = u"2026/01/02 03:04:05"_qs;
+const QString later = u"2026/01/02 03:04:06"_qs;
+const QString latest = u"2026/01/02 03:04:07"_qs;
 
 bool there() {
     return true;
@@ -49,8 +49,8 @@ TEST(DiskChange, AnEarlierTimeIsAChangeToo) {
 
 TEST(DiskChange, AMissingFileIsToldOnce) {
     QString known = loaded;
-    EXPECT_EQ(checkDiskChange(QStringLiteral("zero"), loaded, known, gone), DiskChange::Deleted);
-    EXPECT_EQ(checkDiskChange(QStringLiteral("zero"), loaded, known, notAsked), DiskChange::None);
+    EXPECT_EQ(checkDiskChange(u"zero"_qs, loaded, known, gone), DiskChange::Deleted);
+    EXPECT_EQ(checkDiskChange(u"zero"_qs, loaded, known, notAsked), DiskChange::None);
 }
 
 TEST(DiskChange, AFileBackAtTheLoadedTimeIsNoChange) {

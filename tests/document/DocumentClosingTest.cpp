@@ -12,7 +12,7 @@
 /// How a document unloads, and when it does not.
 class DocumentClosing : public DocumentFixture {
  protected:
-    const QStringList m_unloadCalls{QStringLiteral("DocClose"), QStringLiteral("DelTab")};
+    const QStringList m_unloadCalls{u"DocClose"_qs, u"DelTab"_qs};
 };
 
 TEST_F(DocumentClosing, TheFrameIsToldOfTheUnloadThenOfTheTab) {
@@ -31,7 +31,7 @@ TEST_F(DocumentClosing, TheFrameIsToldOnce) {
 }
 
 TEST_F(DocumentClosing, ASecondCloseDuringTheQuestionIsIgnored) {
-    m_host.during[QStringLiteral("DocClose")] = [&] {
+    m_host.during[u"DocClose"_qs] = [&] {
         QCloseEvent second;
         QCoreApplication::sendEvent(&m_document, &second);
         EXPECT_FALSE(second.isAccepted());
@@ -43,7 +43,7 @@ TEST_F(DocumentClosing, ASecondCloseDuringTheQuestionIsIgnored) {
 
 TEST_F(DocumentClosing, AnUntouchedDocumentAsksNothing) {
     ASSERT_TRUE(open(fileOf("one")));
-    m_host.during[QStringLiteral("DocClose")] = [&] { EXPECT_FALSE(m_document.isChange); };
+    m_host.during[u"DocClose"_qs] = [&] { EXPECT_FALSE(m_document.isChange); };
     EXPECT_TRUE(m_document.close());
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
@@ -71,20 +71,20 @@ TEST_F(DocumentClosing, AnEventThatClosesItWhileItLoadsIsIgnored) {
     EXPECT_TRUE(open(fileOf("one")));
     EXPECT_TRUE(tried);
     EXPECT_FALSE(closed);
-    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("DocClose")));
+    EXPECT_FALSE(m_host.calls.contains(u"DocClose"_qs));
     EXPECT_TRUE(m_document.close());
 }
 
 TEST_F(DocumentClosing, ACloseWhileItTellsItsFailedLoadIsIgnored) {
     bool closed = true;
     m_prompts.whileShown([&] { closed = m_document.close(); });
-    EXPECT_FALSE(open(path(QStringLiteral("missing"))));
+    EXPECT_FALSE(open(path(u"missing"_qs)));
     EXPECT_FALSE(closed);
     EXPECT_TRUE(m_document.close());
 }
 
 TEST_F(DocumentClosing, CloseStaysGreyedUntilTheOuterOfTwoLoadsHasEnded) {
-    const QString inner = fileOf("inner", QStringLiteral("inner.txt"));
+    const QString inner = fileOf("inner", u"inner.txt"_qs);
     bool closed = true;
     QTimer::singleShot(0, &m_document, [&] {
         EXPECT_TRUE(open(inner));
@@ -92,7 +92,7 @@ TEST_F(DocumentClosing, CloseStaysGreyedUntilTheOuterOfTwoLoadsHasEnded) {
     });
     EXPECT_TRUE(open(fileOf("outer")));
     EXPECT_FALSE(closed);
-    EXPECT_EQ(view().Text(), QStringLiteral("outer"));
+    EXPECT_EQ(view().Text(), u"outer"_qs);
     EXPECT_TRUE(m_document.close());
 }
 
@@ -107,15 +107,15 @@ TEST_F(DocumentClosing, ADocumentThatGoesWhileItLetsEventsRunIsNotTouchedAgain) 
 TEST_F(DocumentClosing, ADocumentThatGoesWhileItsFailedLoadIsToldIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     m_prompts.whileShown([&] { delete document; });
-    EXPECT_FALSE(document->OpenFile(path(QStringLiteral("missing")), false, false, true));
+    EXPECT_FALSE(document->OpenFile(path(u"missing"_qs), false, false, true));
     EXPECT_TRUE(m_host.calls.isEmpty());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(DocumentClosing, AFailureOutsideTheViewsIsToldAndFreesClose) {
-    m_host.during[QStringLiteral("SetTabCaption")] = [] { throw std::runtime_error("the tab is gone"); };
+    m_host.during[u"SetTabCaption"_qs] = [] { throw std::runtime_error("the tab is gone"); };
     EXPECT_FALSE(open(fileOf("one")));
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("the tab is gone")));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"the tab is gone"_qs));
     // The pointer stays busy until the next operation has ended.
     EXPECT_NE(QGuiApplication::overrideCursor(), nullptr);
     m_host.during.clear();
@@ -127,12 +127,12 @@ TEST_F(DocumentClosing, AFailureOutsideTheViewsIsToldAndFreesClose) {
 TEST_F(DocumentClosing, AsAChildWindowItClosesWithItsFrameAndStaysWhenCloseIsGreyed) {
     QMdiArea area;
     QPointer<frmDocument> document = new frmDocument(&m_host, m_services);
-    document->setCaption(QStringLiteral("Document1"));
+    document->setCaption(u"Document1"_qs);
     QPointer<QMdiSubWindow> child = area.addSubWindow(document);
     child->setAttribute(Qt::WA_DeleteOnClose);
     area.show();
     document->show();
-    EXPECT_EQ(child->windowTitle(), QStringLiteral("Document1"));
+    EXPECT_EQ(child->windowTitle(), u"Document1"_qs);
 
     document->setCloseGreyed(true);
     EXPECT_FALSE(child->close());

@@ -26,10 +26,10 @@ struct DocumentCommands : DocumentFixture {
 
 using Operation = void (frmDocument::*)();
 
-constexpr Operation lineOperations[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
+constexpr Operation LineOperations[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
                                         &frmDocument::AlignCenter};
 
-constexpr Operation edits[] = {
+constexpr Operation Edits[] = {
     &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
     &frmDocument::AlignCenter,       &frmDocument::SortLineAscending, &frmDocument::SortLineDescending,
     &frmDocument::LineCut,           &frmDocument::LineDelete,        &frmDocument::LineDeleteToEnd,
@@ -45,7 +45,7 @@ TEST_F(DocumentCommands, ChangeTheSelectedLines) {
         Operation operation;
         const char* expected;
     };
-    constexpr Row rows[] = {{&frmDocument::TrimTailed, " b\na\n"},
+    constexpr Row Rows[] = {{&frmDocument::TrimTailed, " b\na\n"},
                             {&frmDocument::AlignLeft, "b \na\n"},
                             {&frmDocument::AlignRight, "  b\n  a\n   "},
                             {&frmDocument::AlignCenter, " b \n a \n    "},
@@ -57,11 +57,11 @@ TEST_F(DocumentCommands, ChangeTheSelectedLines) {
                             {&frmDocument::Unindent, "b \na\n"},
                             {&frmDocument::LineCut, ""},
                             {&frmDocument::LineDelete, ""}};
-    for (const Row& row : rows) {
-        putSelected(QStringLiteral(" b \na\n"));
+    for (const Row& row : Rows) {
+        putSelected(u" b \na\n"_qs);
         EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
         m_document.Undo();
-        EXPECT_EQ(view().Text(), QStringLiteral(" b \na\n")) << row.expected;
+        EXPECT_EQ(view().Text(), u" b \na\n"_qs) << row.expected;
         EXPECT_FALSE(control().CanUndo()) << row.expected;
     }
 }
@@ -71,14 +71,14 @@ TEST_F(DocumentCommands, ChangeWhatIsAtTheCaret) {
         Operation operation;
         const char* expected;
     };
-    constexpr Row rows[] = {
+    constexpr Row Rows[] = {
         {&frmDocument::ToUppercase, "one TWO\nx"},    {&frmDocument::ToLowercase, "one two\nx"},
         {&frmDocument::ToCapitalize, "one Two\nx"},   {&frmDocument::LineDeleteToStart, "O\nx"},
         {&frmDocument::LineDeleteToEnd, "one tw\nx"}, {&frmDocument::LineDelete, "x"},
         {&frmDocument::Indent, "\tone twO\nx"},
     };
-    for (const Row& row : rows) {
-        put(QStringLiteral("one twO\nx"), 6, 6);
+    for (const Row& row : Rows) {
+        put(u"one twO\nx"_qs, 6, 6);
         EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
     }
 }
@@ -88,12 +88,12 @@ TEST_F(DocumentCommands, SelectWhatIsAtTheCaret) {
         Operation operation;
         const char* expected;
     };
-    constexpr Row rows[] = {{&frmDocument::SelectWord, "two"},
+    constexpr Row Rows[] = {{&frmDocument::SelectWord, "two"},
                             {&frmDocument::SelectLine, "one two\n"},
                             {&frmDocument::SelectPara, "zero\none two\n"},
                             {&frmDocument::SelectAll, "zero\none two\n\nthree"}};
-    for (const Row& row : rows) {
-        put(QStringLiteral("zero\none two\n\nthree"), 11, 11);
+    for (const Row& row : Rows) {
+        put(u"zero\none two\n\nthree"_qs, 11, 11);
         (m_document.*row.operation)();
         EXPECT_EQ(view().SelText(), QString::fromLatin1(row.expected));
     }
@@ -101,19 +101,19 @@ TEST_F(DocumentCommands, SelectWhatIsAtTheCaret) {
 
 TEST_F(DocumentCommands, OnLinesWithoutASelectionDoNothing) {
     QSignalSpy changes(&m_document, &frmDocument::DocChange);
-    for (const Operation operation : lineOperations) {
-        put(QStringLiteral("  a  "), 2, 2);
+    for (const Operation operation : LineOperations) {
+        put(u"  a  "_qs, 2, 2);
         changes.clear();
-        EXPECT_EQ(textAfter(operation), QStringLiteral("  a  "));
+        EXPECT_EQ(textAfter(operation), u"  a  "_qs);
         EXPECT_EQ(changes.count(), 0);
     }
 }
 
 TEST_F(DocumentCommands, ABackwardSelectionWorksAndEndsForward) {
-    put(QStringLiteral("x\n  a \n b"), 9, 2);
+    put(u"x\n  a \n b"_qs, 9, 2);
     m_document.TrimTailed();
-    EXPECT_EQ(view().Text(), QStringLiteral("x\n  a\n b"));
-    EXPECT_EQ(view().SelText(), QStringLiteral("  a\n b"));
+    EXPECT_EQ(view().Text(), u"x\n  a\n b"_qs);
+    EXPECT_EQ(view().SelText(), u"  a\n b"_qs);
     qint64 first = -1;
     qint64 last = -1;
     view().GetSelStartEnd(first, last);
@@ -122,14 +122,14 @@ TEST_F(DocumentCommands, ABackwardSelectionWorksAndEndsForward) {
 }
 
 TEST_F(DocumentCommands, ASelectionThatEndsInALineEndKeepsIt) {
-    put(QStringLiteral("a \nb"), 0, 3);
+    put(u"a \nb"_qs, 0, 3);
     m_document.TrimTailed();
-    EXPECT_EQ(view().Text(), QStringLiteral("a\nb"));
-    EXPECT_EQ(view().SelText(), QStringLiteral("a\n"));
+    EXPECT_EQ(view().Text(), u"a\nb"_qs);
+    EXPECT_EQ(view().SelText(), u"a\n"_qs);
 }
 
 TEST_F(DocumentCommands, AreOneChangeForTheDocument) {
-    putSelected(QStringLiteral("a \nb "));
+    putSelected(u"a \nb "_qs);
     QSignalSpy changes(&m_document, &frmDocument::DocChange);
     m_document.TrimTailed();
     EXPECT_EQ(changes.count(), 1);
@@ -137,13 +137,13 @@ TEST_F(DocumentCommands, AreOneChangeForTheDocument) {
 }
 
 TEST_F(DocumentCommands, LeaveTheRowHighlightWithTheCaret) {
-    putSelected(QStringLiteral("a \nb \nc"));
+    putSelected(u"a \nb \nc"_qs);
     m_document.TrimTailed();
     EXPECT_EQ(view().LastHighlightLine(), 2);
     EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
-    put(QStringLiteral("a\nb\nc"), 5, 2);
+    put(u"a\nb\nc"_qs, 5, 2);
     m_document.LineDelete();
-    EXPECT_EQ(view().Text(), QStringLiteral("a\n"));
+    EXPECT_EQ(view().Text(), u"a\n"_qs);
     EXPECT_EQ(view().LastHighlightLine(), 1);
     EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
 }
@@ -159,10 +159,10 @@ TEST_F(DocumentCommands, ThatWouldFillTheMemoryLeaveTheTextQuietly) {
 }
 
 TEST_F(DocumentCommands, ThatEditKeepStillInALockedDocument) {
-    const QString text = QStringLiteral("  b \t\n a b ");
+    const QString text = u"  b \t\n a b "_qs;
     put(text, 10, 1);
     m_document.setLocked(true);
-    for (const Operation operation : edits) {
+    for (const Operation operation : Edits) {
         EXPECT_EQ(textAfter(operation), text);
         EXPECT_EQ(view().SelText(), text.sliced(1, 9));
     }
@@ -170,46 +170,47 @@ TEST_F(DocumentCommands, ThatEditKeepStillInALockedDocument) {
 }
 
 TEST_F(DocumentCommands, TakeAnEmptyDocument) {
-    for (const Operation operation : edits) {
+    for (const Operation operation : Edits) {
         put(QString(), 0, 0);
-        EXPECT_EQ(textAfter(operation), operation == &frmDocument::Indent ? QStringLiteral("\t") : QString());
+        EXPECT_EQ(textAfter(operation), operation == &frmDocument::Indent ? u"\t"_qs : QString());
     }
 }
 
 TEST_F(DocumentCommands, OnLinesTakeARectangleForTheTextFromItsStartToItsEnd) {
-    put(QStringLiteral("a \nb \nc "), 0, 0);
+    put(u"a \nb \nc "_qs, 0, 0);
     control().SendScintilla(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, 0UL);
     control().SendScintilla(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, 8UL);
     ASSERT_NE(control().SendScintilla(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
     m_document.TrimTailed();
-    EXPECT_EQ(view().Text(), QStringLiteral("a\nb\nc"));
+    EXPECT_EQ(view().Text(), u"a\nb\nc"_qs);
 }
 
 TEST_F(DocumentCommands, OnLinesReachALineHeldInPieces) {
     const QString line = QString(100'000, u'y');
-    putSelected(line + QStringLiteral("  \n z"));
+    putSelected(line + u"  \n z"_qs);
     ASSERT_FALSE(control().map().joints().empty());
     m_document.TrimTailed();
-    EXPECT_TRUE(view().Text() == line + QStringLiteral("\n z"));
+    EXPECT_TRUE(view().Text() == line + u"\n z"_qs);
     m_document.AlignLeft();
-    EXPECT_TRUE(view().Text() == line + QStringLiteral("\nz"));
+    EXPECT_TRUE(view().Text() == line + u"\nz"_qs);
     m_document.AlignRight();
     EXPECT_TRUE(view().Text() == line + u'\n' + QString(99'999, u' ') + u'z');
     EXPECT_EQ(view().SelLength(), 200'001);
 }
 
 TEST_F(DocumentCommands, OfTextAloneDoNothingInHexMode) {
-    constexpr Operation textAlone[] = {
+    constexpr Operation TextAlone[] = {
         &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
         &frmDocument::AlignCenter,       &frmDocument::SortLineAscending, &frmDocument::SortLineDescending,
         &frmDocument::LineCut,           &frmDocument::LineDelete,        &frmDocument::LineDeleteToEnd,
         &frmDocument::LineDeleteToStart, &frmDocument::IncreaseFontSize,  &frmDocument::DecreaseFontSize,
         &frmDocument::DefaultFontSize,   &frmDocument::CountAll};
-    putSelected(QStringLiteral("b \n a"));
+    putSelected(u"b \n a"_qs);
     const int size = view().FontSize();
     setHexMode(true);
-    for (const Operation operation : textAlone)
-        EXPECT_EQ(textAfter(operation), QStringLiteral("b \n a"));
+    for (const Operation operation : TextAlone) {
+        EXPECT_EQ(textAfter(operation), u"b \n a"_qs);
+    }
     EXPECT_EQ(view().FontSize(), size);
 }
 
@@ -218,39 +219,39 @@ TEST_F(DocumentCommands, ForBothModesReachTheHiddenText) {
         Operation operation;
         const char* expected;
     };
-    constexpr Row rows[] = {{&frmDocument::SpacesToTabs, "b\ta"},  {&frmDocument::ToUppercaseSel, "B A"},
+    constexpr Row Rows[] = {{&frmDocument::SpacesToTabs, "b\ta"},  {&frmDocument::ToUppercaseSel, "B A"},
                             {&frmDocument::ToLowercaseSel, "b a"}, {&frmDocument::ToUppercase, "b A"},
                             {&frmDocument::ToCapitalize, "b A"},   {&frmDocument::Indent, "\tb a"}};
     setHexMode(true);
-    for (const Row& row : rows) {
-        putSelected(QStringLiteral("b a"));
+    for (const Row& row : Rows) {
+        putSelected(u"b a"_qs);
         EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
     }
-    put(QStringLiteral("b a"), 3, 3);
+    put(u"b a"_qs, 3, 3);
     m_document.SelectWord();
-    EXPECT_EQ(view().SelText(), QStringLiteral("a"));
+    EXPECT_EQ(view().SelText(), u"a"_qs);
     m_document.SelectAll();
-    EXPECT_EQ(view().SelText(), QStringLiteral("b a"));
+    EXPECT_EQ(view().SelText(), u"b a"_qs);
 }
 
 TEST_F(DocumentCommands, OfTheHexViewDoNothingToText) {
-    put(QStringLiteral("b a"), 1, 2);
+    put(u"b a"_qs, 1, 2);
     for (const Operation operation : {&frmDocument::SelectBlock, &frmDocument::GotoPage, &frmDocument::GotoOffset}) {
-        EXPECT_EQ(textAfter(operation), QStringLiteral("b a"));
-        EXPECT_EQ(view().SelText(), QStringLiteral(" "));
+        EXPECT_EQ(textAfter(operation), u"b a"_qs);
+        EXPECT_EQ(view().SelText(), u" "_qs);
     }
 }
 
 TEST_F(DocumentCommands, SpacesAndTabsAreReplacedOneByOne) {
-    put(QStringLiteral("x  y\tz  "), 1, 6);
+    put(u"x  y\tz  "_qs, 1, 6);
     m_document.SpacesToTabs();
-    EXPECT_EQ(view().Text(), QStringLiteral("x\t\ty\tz  "));
-    EXPECT_EQ(view().SelText(), QStringLiteral("\t\ty\tz"));
+    EXPECT_EQ(view().Text(), u"x\t\ty\tz  "_qs);
+    EXPECT_EQ(view().SelText(), u"\t\ty\tz"_qs);
     m_document.TabsToSpaces();
-    EXPECT_EQ(view().Text(), QStringLiteral("x  y z  "));
+    EXPECT_EQ(view().Text(), u"x  y z  "_qs);
     m_document.Undo();
     m_document.Undo();
-    EXPECT_EQ(view().Text(), QStringLiteral("x  y\tz  "));
+    EXPECT_EQ(view().Text(), u"x  y\tz  "_qs);
 }
 
 TEST_F(DocumentCommands, TogglesReachTheTextView) {
@@ -268,22 +269,21 @@ TEST_F(DocumentCommands, TogglesReachTheTextView) {
 }
 
 TEST_F(DocumentCommands, StatisticsShowTheWholeTextAndTheSelection) {
-    put(QStringLiteral("one two\n\tthree\n"), 0, 3);
+    put(u"one two\n\tthree\n"_qs, 0, 3);
     QStringList shown;
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
         ASSERT_NE(box, nullptr);
         for (const char* name : {"lbW", "lbL", "lbC", "lbCN", "lbSelW", "lbSelL", "lbSelC", "lbSelCN"})
             shown << box->findChild<QLabel*>(QString::fromLatin1(name))->text();
-        box->findChild<QPushButton*>(QStringLiteral("cmdClose"))->click();
+        box->findChild<QPushButton*>(u"cmdClose"_qs)->click();
     });
     m_document.CountAll();
-    EXPECT_EQ(shown, QStringList({QStringLiteral("3"), QStringLiteral("3"), QStringLiteral("15"), QStringLiteral("11"),
-                                  QStringLiteral("1"), QStringLiteral("1"), QStringLiteral("3"), QStringLiteral("3")}));
+    EXPECT_EQ(shown, QStringList({u"3"_qs, u"3"_qs, u"15"_qs, u"11"_qs, u"1"_qs, u"1"_qs, u"3"_qs, u"3"_qs}));
 }
 
 TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
-    put(QStringLiteral("one"), 2, 2);
+    put(u"one"_qs, 2, 2);
     QStringList shown;
     QTimer::singleShot(0, [&] {
         auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
@@ -293,7 +293,7 @@ TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
         box->close();
     });
     m_document.CountAll();
-    EXPECT_EQ(shown, QStringList(4, QStringLiteral("0")));
+    EXPECT_EQ(shown, QStringList(4, u"0"_qs));
 }
 
 TEST_F(DocumentCommands, StatisticsOutliveTheirDocument) {

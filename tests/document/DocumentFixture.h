@@ -61,7 +61,7 @@ inline QString writeFailure(const QString& path, int number) {
     return FileErrors::writing(path, SystemError::fromErrno(number)).description;
 }
 
-inline constexpr time_t someTime = 1'700'000'000;
+inline constexpr time_t SomeTime = 1'700'000'000;
 
 }  // namespace documenttest
 
@@ -73,9 +73,9 @@ class DocumentFixture : public testing::Test {
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
     /// A file of those bytes in the folder, at a fixed time.
-    QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
+    QString fileOf(const QByteArray& bytes, const QString& name = u"a.txt"_qs) const {
         documenttest::writeFile(path(name), bytes);
-        documenttest::setTime(path(name), documenttest::someTime);
+        documenttest::setTime(path(name), documenttest::SomeTime);
         return path(name);
     }
 

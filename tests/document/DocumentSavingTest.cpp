@@ -11,7 +11,7 @@ using documenttest::readFailure;
 using documenttest::readFile;
 using documenttest::setMode;
 using documenttest::setTime;
-using documenttest::someTime;
+using documenttest::SomeTime;
 using documenttest::writeFailure;
 
 class DocumentSaving : public DocumentFixture {
@@ -27,8 +27,8 @@ class DocumentSaving : public DocumentFixture {
 };
 
 TEST_F(DocumentSaving, SavingAnUntitledDocumentNamesIt) {
-    type(QStringLiteral("abc"));
-    const QString file = path(QStringLiteral("new.txt"));
+    type(u"abc"_qs);
+    const QString file = path(u"new.txt"_qs);
     EXPECT_TRUE(m_document.SaveFile(file, 1, false));
     EXPECT_EQ(readFile(file), "abc");
     EXPECT_EQ(m_document.filename, file);
@@ -41,7 +41,7 @@ TEST_F(DocumentSaving, SavingAnUntitledDocumentNamesIt) {
 }
 
 TEST_F(DocumentSaving, SavingAnUntouchedDocumentWritesAnEmptyFile) {
-    const QString file = path(QStringLiteral("new.txt"));
+    const QString file = path(u"new.txt"_qs);
     EXPECT_TRUE(m_document.SaveFile(file, 1, false));
     EXPECT_EQ(readFile(file), QByteArray());
     EXPECT_FALSE(m_document.isNew);
@@ -51,21 +51,21 @@ TEST_F(DocumentSaving, SavingAnUntouchedDocumentWritesAnEmptyFile) {
 TEST_F(DocumentSaving, SavingAnEditedFileClearsTheChange) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_host.calls.clear();
     EXPECT_TRUE(save());
     EXPECT_EQ(readFile(file), "xone");
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(view().FileChanged);
     EXPECT_EQ(m_document.DocIcon(), 0);
-    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SetTabCaption 1")));
+    EXPECT_EQ(m_host.calls, QStringList(u"SetTabCaption 1"_qs));
 }
 
 TEST_F(DocumentSaving, ASaveUnderANewNameTakesThatName) {
     const QString first = fileOf("one");
     ASSERT_TRUE(open(first));
-    type(QStringLiteral("x"));
-    const QString second = path(QStringLiteral("b.txt"));
+    type(u"x"_qs);
+    const QString second = path(u"b.txt"_qs);
     EXPECT_TRUE(m_document.SaveFile(second, 1, true));
     EXPECT_EQ(m_document.filename, second);
     EXPECT_EQ(readFile(first), "one");
@@ -86,7 +86,7 @@ TEST_F(DocumentSaving, ASaveLeavesTheIconOfAReadOnlyDocumentNormalUntilTheNextTo
 TEST_F(DocumentSaving, ThePointerIsBusyWhileItSaves) {
     ASSERT_TRUE(open(fileOf("one")));
     bool busy = false;
-    m_host.during[QStringLiteral("SetTabCaption")] = [&] {
+    m_host.during[u"SetTabCaption"_qs] = [&] {
         busy = QGuiApplication::overrideCursor() && QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
     };
     EXPECT_TRUE(save());
@@ -111,9 +111,9 @@ TEST_F(DocumentSaving, EachFormatComesBackFromTheReloadAsTheSameText) {
     for (const int format : {2, 3, 4, 5}) {
         ASSERT_TRUE(save(format));
         m_document.ReloadTextFile(file, format);
-        EXPECT_EQ(view().Text(), QStringLiteral("\u00e4\n")) << format;
+        EXPECT_EQ(view().Text(), u"\u00e4\n"_qs) << format;
         ASSERT_TRUE(open(file));
-        EXPECT_EQ(view().Text(), QStringLiteral("\u00e4\n")) << format;
+        EXPECT_EQ(view().Text(), u"\u00e4\n"_qs) << format;
     }
 }
 
@@ -149,19 +149,19 @@ TEST_F(DocumentSaving, TheReloadTakesTheEncodingThatWasWrittenAndDoesNotGuess) {
     // Saved as ANSI these two characters are the very bytes of an a with dots in UTF-8.
     const QString file = fileOf("\xC3\x83\xC2\xA4");
     ASSERT_TRUE(open(file));
-    ASSERT_EQ(view().Text(), QStringLiteral("\u00c3\u00a4"));
+    ASSERT_EQ(view().Text(), u"\u00c3\u00a4"_qs);
     ASSERT_TRUE(save(SaveFormats::Ansi));
     ASSERT_EQ(readFile(file), "\xC3\xA4");
     m_document.ReloadTextFile(file, SaveFormats::Ansi);
-    EXPECT_EQ(view().Text(), QStringLiteral("\u00c3\u00a4"));
+    EXPECT_EQ(view().Text(), u"\u00c3\u00a4"_qs);
     m_document.ReloadFile();
-    EXPECT_EQ(view().Text(), QStringLiteral("\u00e4"));
+    EXPECT_EQ(view().Text(), u"\u00e4"_qs);
 }
 
 TEST_F(DocumentSaving, TheReloadAfterASaveDropsTheUndoHistoryEvenWithTheSettingOff) {
     const QString file = openUmlaut();
     m_options.ClearRedoAfterSave = false;
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     ASSERT_TRUE(save(SaveFormats::Utf8));
     ASSERT_TRUE(control().CanUndo());
     m_document.ReloadTextFile(file, SaveFormats::Utf8);
@@ -171,10 +171,10 @@ TEST_F(DocumentSaving, TheReloadAfterASaveDropsTheUndoHistoryEvenWithTheSettingO
 
 TEST_F(DocumentSaving, TheReloadAfterASaveTouchesNoFlagOfTheDocument) {
     const QString file = openUmlaut();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.SetDocIcon(2);
     const QString loadedAt = m_document.LastUpdate;
-    setTime(file, someTime + 60);
+    setTime(file, SomeTime + 60);
     m_host.calls.clear();
     m_document.ReloadTextFile(file, SaveFormats::Utf8);
     EXPECT_TRUE(m_document.isChange);
@@ -186,7 +186,7 @@ TEST_F(DocumentSaving, TheReloadAfterASaveTouchesNoFlagOfTheDocument) {
 
 TEST_F(DocumentSaving, ASaveKeepsTheHistoryUnlessTheSettingDropsIt) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_options.ClearRedoAfterSave = false;
     ASSERT_TRUE(save());
     EXPECT_TRUE(control().CanUndo());
@@ -194,14 +194,14 @@ TEST_F(DocumentSaving, ASaveKeepsTheHistoryUnlessTheSettingDropsIt) {
     ASSERT_TRUE(save());
     EXPECT_FALSE(control().CanUndo());
     EXPECT_FALSE(control().CanRedo());
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+    EXPECT_EQ(view().Text(), u"xone"_qs);
 }
 
 TEST_F(DocumentSaving, EveryFormatDropsTheHistoryWhenTheSettingSaysSo) {
     ASSERT_TRUE(open(fileOf("one")));
     m_options.ClearRedoAfterSave = true;
     for (const int format : {1, 2, 3, 4, 5}) {
-        type(QStringLiteral("x"));
+        type(u"x"_qs);
         ASSERT_TRUE(control().CanUndo());
         ASSERT_TRUE(save(format));
         EXPECT_FALSE(control().CanUndo()) << format;
@@ -210,13 +210,13 @@ TEST_F(DocumentSaving, EveryFormatDropsTheHistoryWhenTheSettingSaysSo) {
 
 TEST_F(DocumentSaving, TheLanguageFollowsTheNameOfTheSaveButNotTheReload) {
     m_given.globals.languages.LoadLanguageIndex();
-    const QString code = fileOf("one", QStringLiteral("a.cpp"));
+    const QString code = fileOf("one", u"a.cpp"_qs);
     ASSERT_TRUE(open(code));
-    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
-    ASSERT_TRUE(m_document.SaveFile(path(QStringLiteral("b.html")), SaveFormats::Utf8, false));
-    EXPECT_EQ(m_document.GetLang(), QStringLiteral("HTML"));
+    EXPECT_EQ(m_document.GetLang(), u"C++"_qs);
+    ASSERT_TRUE(m_document.SaveFile(path(u"b.html"_qs), SaveFormats::Utf8, false));
+    EXPECT_EQ(m_document.GetLang(), u"HTML"_qs);
     m_document.ReloadTextFile(code, SaveFormats::Utf8);
-    EXPECT_EQ(m_document.GetLang(), QStringLiteral("HTML"));
+    EXPECT_EQ(m_document.GetLang(), u"HTML"_qs);
 }
 
 // Failures
@@ -225,22 +225,22 @@ TEST_F(DocumentSaving, AFailedSaveLeavesTheDocumentChangedAndTheFileWhole) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
     const QString loadedAt = m_document.LastUpdate;
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     setMode(file, 0444);
-    setTime(file, someTime + 60);
+    setTime(file, SomeTime + 60);
     m_host.calls.clear();
 
     EXPECT_FALSE(save());
     EXPECT_EQ(m_prompts.messages, QStringList(writeFailure(file, EACCES)));
     EXPECT_EQ(readFile(file), "one");
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+    EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_EQ(m_document.filename, file);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_TRUE(view().FileChanged);
     EXPECT_EQ(m_document.DocIcon(), 1);
     EXPECT_NE(m_document.LastUpdate, loadedAt);
     EXPECT_EQ(m_document.KnownUpdate, m_document.LastUpdate);
-    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SetTabCaption 1")));
+    EXPECT_EQ(m_host.calls, QStringList(u"SetTabCaption 1"_qs));
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
@@ -267,8 +267,8 @@ TEST_F(DocumentSaving, ASaveThatHasNoRoomLeavesTheOldFileWholeAndTheTextChanged)
 
 TEST_F(DocumentSaving, ASaveKeepsInodeLinksAndMode) {
     const QString file = fileOf("one");
-    const QString hard = path(QStringLiteral("hard.txt"));
-    const QString soft = path(QStringLiteral("soft.txt"));
+    const QString hard = path(u"hard.txt"_qs);
+    const QString soft = path(u"soft.txt"_qs);
     ASSERT_EQ(::link(QFile::encodeName(file).constData(), QFile::encodeName(hard).constData()), 0);
     ASSERT_TRUE(QFile::link(file, soft));
     setMode(file, 0640);
@@ -276,7 +276,7 @@ TEST_F(DocumentSaving, ASaveKeepsInodeLinksAndMode) {
     ASSERT_EQ(::stat(QFile::encodeName(file).constData(), &before), 0);
     ASSERT_TRUE(open(soft));
     for (const int format : {1, 2, 3, 4, 5}) {
-        type(QStringLiteral("x"));
+        type(u"x"_qs);
         ASSERT_TRUE(save(format));
     }
     struct stat after {};
@@ -289,12 +289,12 @@ TEST_F(DocumentSaving, ASaveKeepsInodeLinksAndMode) {
 }
 
 TEST_F(DocumentSaving, AFailedSaveOfAnUntitledDocumentLeavesItUntitled) {
-    const QString file = path(QStringLiteral("missing/new.txt"));
+    const QString file = path(u"missing/new.txt"_qs);
     EXPECT_FALSE(m_document.SaveFile(file, 1, false));
     EXPECT_TRUE(m_document.isNew);
     EXPECT_EQ(m_document.filename, QString());
     EXPECT_EQ(m_document.LastUpdate, QString());
-    type(QStringLiteral("abc"));
+    type(u"abc"_qs);
     EXPECT_FALSE(m_document.SaveFile(file, 1, false));
     EXPECT_TRUE(m_document.isChange);
     EXPECT_FALSE(m_document.isNew);
@@ -304,19 +304,19 @@ TEST_F(DocumentSaving, AFailedSaveOfAnUntitledDocumentLeavesItUntitled) {
 
 TEST_F(DocumentSaving, AFailedSaveUnderANewNameKeepsTheOldOne) {
     m_given.globals.languages.LoadLanguageIndex();
-    const QString file = fileOf("one", QStringLiteral("a.cpp"));
+    const QString file = fileOf("one", u"a.cpp"_qs);
     ASSERT_TRUE(open(file));
-    QDir(m_folder.path()).mkdir(QStringLiteral("b.html"));
-    EXPECT_FALSE(m_document.SaveFile(path(QStringLiteral("b.html")), 1, true));
+    QDir(m_folder.path()).mkdir(u"b.html"_qs);
+    EXPECT_FALSE(m_document.SaveFile(path(u"b.html"_qs), 1, true));
     EXPECT_EQ(m_document.filename, file);
-    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
+    EXPECT_EQ(m_document.GetLang(), u"C++"_qs);
     EXPECT_EQ(m_prompts.messages.size(), 1);
 }
 
 TEST_F(DocumentSaving, WhatAnsiCannotHoldIsToldWithItsPlaceAndNotWritten) {
     const QString file = fileOf("one\ntw\xD0\x96");
     ASSERT_TRUE(open(file));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     EXPECT_FALSE(save(SaveFormats::Ansi));
     ASSERT_EQ(m_prompts.messages.size(), 1);
     EXPECT_TRUE(m_prompts.messages.front().contains(QLatin1Char('2'))) << m_prompts.messages.front().toStdString();
@@ -330,14 +330,14 @@ TEST_F(DocumentSaving, AReloadThatFailsAfterASaveIsTold) {
     ASSERT_TRUE(QFile::remove(file));
     m_document.ReloadTextFile(file, SaveFormats::Utf8);
     EXPECT_EQ(m_prompts.messages, QStringList(readFailure(file, ENOENT)));
-    EXPECT_EQ(view().Text(), QStringLiteral("\u00e4\n"));
+    EXPECT_EQ(view().Text(), u"\u00e4\n"_qs);
     EXPECT_EQ(m_document.filename, file);
 }
 
 TEST_F(DocumentSaving, ADocumentThatGoesWhileItsErrorIsShownIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     m_prompts.whileShown([&] { delete document; });
-    EXPECT_FALSE(document->SaveFile(path(QStringLiteral("missing/new.txt")), 1, false));
+    EXPECT_FALSE(document->SaveFile(path(u"missing/new.txt"_qs), 1, false));
     EXPECT_TRUE(m_host.calls.isEmpty());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }

@@ -1,7 +1,7 @@
 #include "document/DocumentFixture.h"
 
 using documenttest::setTime;
-using documenttest::someTime;
+using documenttest::SomeTime;
 using documenttest::writeFile;
 
 /// The check whether somebody else changed the file of a document.
@@ -13,9 +13,9 @@ class FileCheck : public DocumentFixture {
     }
 
     QString changedQuestion() const {
-        return QLatin1Char('\'') + m_file + QStringLiteral("' has been changed, do you want to reload it.");
+        return QLatin1Char('\'') + m_file + u"' has been changed, do you want to reload it."_qs;
     }
-    QString deletedMessage() const { return QLatin1Char('\'') + m_file + QStringLiteral("' has been deleted!"); }
+    QString deletedMessage() const { return QLatin1Char('\'') + m_file + u"' has been deleted!"_qs; }
 
     void expectNothingTold() {
         EXPECT_TRUE(m_prompts.questions.isEmpty());
@@ -39,31 +39,31 @@ TEST_F(FileCheck, AnUntitledDocumentAsksNothing) {
 
 TEST_F(FileCheck, AChangedFileAsksWhetherToReload) {
     writeFile(m_file, "two");
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     m_prompts.answerYes();
     EXPECT_TRUE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions, QStringList(changedQuestion()));
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     m_document.ReloadFile();
-    EXPECT_EQ(view().Text(), QStringLiteral("two"));
+    EXPECT_EQ(view().Text(), u"two"_qs);
     EXPECT_FALSE(m_document.FileNeedToReload());
 }
 
 TEST_F(FileCheck, NoKeepsTheTextAndTheQuestionReturnsOnlyWithAnotherTime) {
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions.size(), 1);
-    setTime(m_file, someTime + 2);
+    setTime(m_file, SomeTime + 2);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions, QStringList({changedQuestion(), changedQuestion()}));
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
 }
 
 TEST_F(FileCheck, AnOlderTimeIsAChangeToo) {
-    setTime(m_file, someTime - 1);
+    setTime(m_file, SomeTime - 1);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions.size(), 1);
@@ -71,23 +71,23 @@ TEST_F(FileCheck, AnOlderTimeIsAChangeToo) {
 
 TEST_F(FileCheck, ARewriteWithinTheSameSecondIsNotNoticed) {
     writeFile(m_file, "something longer");
-    setTime(m_file, someTime);
+    setTime(m_file, SomeTime);
     EXPECT_FALSE(m_document.FileNeedToReload());
     expectNothingTold();
 }
 
 TEST_F(FileCheck, AFileBackAtTheLoadedTimeAsksNothing) {
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
-    setTime(m_file, someTime);
+    setTime(m_file, SomeTime);
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions.size(), 1);
     EXPECT_EQ(m_document.KnownUpdate, m_document.LastUpdate);
 }
 
 TEST_F(FileCheck, ADeletedFileIsToldOnceAndTheDocumentStays) {
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     ASSERT_TRUE(QFile::remove(m_file));
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.messages, QStringList(deletedMessage()));
@@ -96,7 +96,7 @@ TEST_F(FileCheck, ADeletedFileIsToldOnceAndTheDocumentStays) {
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(m_document.filename, m_file);
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+    EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
 
@@ -121,23 +121,23 @@ TEST_F(FileCheck, AFileThatComesBackWithAnotherTimeAsks) {
     ASSERT_TRUE(QFile::remove(m_file));
     EXPECT_FALSE(m_document.FileNeedToReload());
     fileOf("two");
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     m_prompts.answerYes();
     EXPECT_TRUE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions, QStringList(changedQuestion()));
 }
 
 TEST_F(FileCheck, ASaveMakesTheFileTheKnownOne) {
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     ASSERT_TRUE(m_document.SaveFile(m_file, 1, false));
     EXPECT_FALSE(m_document.FileNeedToReload());
     expectNothingTold();
 }
 
 TEST_F(FileCheck, AFileNameWithPercentSignsIsShownAsItIs) {
-    m_file = fileOf("one", QStringLiteral("100%1 %2.txt"));
+    m_file = fileOf("one", u"100%1 %2.txt"_qs);
     ASSERT_TRUE(open(m_file));
-    setTime(m_file, someTime + 1);
+    setTime(m_file, SomeTime + 1);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
     EXPECT_EQ(m_prompts.questions, QStringList(changedQuestion()));
@@ -148,14 +148,14 @@ TEST_F(FileCheck, TimeAndSizeAreGivenAsTexts) {
     QString size;
     m_document.LastUpdateTime(time, size);
     EXPECT_EQ(time, m_document.LastUpdate);
-    EXPECT_EQ(time.size(), QStringLiteral("2023/11/14 22:13:20").size());
-    EXPECT_EQ(size, QStringLiteral("3"));
+    EXPECT_EQ(time.size(), u"2023/11/14 22:13:20"_qs.size());
+    EXPECT_EQ(size, u"3"_qs);
 }
 
 TEST_F(FileCheck, AnUntitledDocumentHasNeitherTimeNorSize) {
     const frmDocument untitled(&m_host, m_services);
-    QString time = QStringLiteral("before");
-    QString size = QStringLiteral("before");
+    QString time = u"before"_qs;
+    QString size = u"before"_qs;
     untitled.LastUpdateTime(time, size);
     EXPECT_EQ(time, QString());
     EXPECT_EQ(size, QString());

@@ -25,12 +25,10 @@ class HexDocumentFixture : public DocumentFixture {
         QApplication::processEvents();
     }
 
-    ucHex& hex() { return *m_document.findChild<ucHex*>(QStringLiteral("ucHex1")); }
-    GridPane& pane(int number) {
-        return *hex().findChild<GridPane*>(number == 1 ? QStringLiteral("PicHex") : QStringLiteral("PicText"));
-    }
-    Grid& grid() { return *hex().findChild<Grid*>(QStringLiteral("grid1")); }
-    QTreeView& bookmarks() { return *hex().findChild<QTreeView*>(QStringLiteral("lsBookmark")); }
+    ucHex& hex() { return *m_document.findChild<ucHex*>(u"ucHex1"_qs); }
+    GridPane& pane(int number) { return *hex().findChild<GridPane*>(number == 1 ? u"PicHex"_qs : u"PicText"_qs); }
+    Grid& grid() { return *hex().findChild<Grid*>(u"grid1"_qs); }
+    QTreeView& bookmarks() { return *hex().findChild<QTreeView*>(u"lsBookmark"_qs); }
     /// Position of the byte under the cursor, from 1.
     qint64 cursor() { return (grid().Pointer() + grid().Row() * 16 + grid().Col()).number(); }
     /// Without a window manager nobody gives the activation back once a form has closed.
@@ -45,7 +43,7 @@ class HexDocumentFixture : public DocumentFixture {
     bool openHex(const QString& file, bool readOnly = false) {
         return m_document.OpenFile(file, readOnly, false, false);
     }
-    bool openHexOf(const QByteArray& bytes) { return openHex(fileOf(bytes, QStringLiteral("a.bin"))); }
+    bool openHexOf(const QByteArray& bytes) { return openHex(fileOf(bytes, u"a.bin"_qs)); }
     /// By real keys, into whatever has the focus.
     void press(const QString& keys) { QTest::keyClicks(focused(), keys); }
     void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
@@ -74,7 +72,7 @@ class HexDocumentFixture : public DocumentFixture {
     }
     void answerSwitch(int option, const char* button) {
         whileAsked<frmSwitch>([option, button](frmSwitch& form) {
-            form.findChild<QRadioButton*>(QStringLiteral("Option1(%1)").arg(option))->click();
+            form.findChild<QRadioButton*>(u"Option1(%1)"_qs.arg(option))->click();
             form.findChild<QPushButton*>(QLatin1String(button))->click();
         });
     }

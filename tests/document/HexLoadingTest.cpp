@@ -27,7 +27,7 @@ class HexLoading : public HexDocumentFixture {
     }
     static QString description(int error) { return QString::fromLocal8Bit(std::strerror(error)); }
     QString sparse(qint64 size) const {
-        QString file = path(QStringLiteral("sparse.bin"));
+        QString file = path(u"sparse.bin"_qs);
         QFile made(file);
         EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.resize(size));
         return file;
@@ -44,11 +44,11 @@ class HexLoading : public HexDocumentFixture {
     /// Between two blocks.
     bool isLoading() { return hex().findChild<QProgressBar*>()->isVisible() && !hex().FileOpen(); }
     void expectUsable() {
-        const QString file = fileOf("sound", QStringLiteral("sound.bin"));
+        const QString file = fileOf("sound", u"sound.bin"_qs);
         EXPECT_TRUE(openHex(file));
         EXPECT_EQ(m_document.filename, file);
         EXPECT_EQ(shown(), QByteArray("736F756E64"));
-        press(QStringLiteral("41"));
+        press(u"41"_qs);
         EXPECT_TRUE(m_document.SaveFile(file));
         EXPECT_EQ(readFile(file), QByteArray("Aound"));
     }
@@ -59,10 +59,10 @@ class HexLoading : public HexDocumentFixture {
 /// The same with files of several small blocks, each of which is read and written by itself.
 class HexLoadingInBlocks : public HexLoading {
  protected:
-    static constexpr qsizetype blockSize = 1'000;
-    static constexpr qsizetype severalBlocks = 7 * blockSize + 300;
+    static constexpr qsizetype BlockSize = 1'000;
+    static constexpr qsizetype SeveralBlocks = 7 * BlockSize + 300;
 
-    HexLoadingInBlocks() : HexLoading(blockSize) {
+    HexLoadingInBlocks() : HexLoading(BlockSize) {
         for (const SystemCall call : {SystemCall::Clone, SystemCall::CopyRange})
             m_given.hexCalls.fail(call, 0, EOPNOTSUPP);
     }
@@ -76,11 +76,11 @@ TEST_F(HexLoading, FilesAroundTheEdgesOfRowsAndPagesAreShownEditedAndSavedWhole)
         QByteArray bytes = bytesOfSize(size);
         ASSERT_TRUE(openHexOf(bytes)) << size;
         EXPECT_EQ(shown(), bytes.left(320).toHex().toUpper()) << size;
-        EXPECT_EQ(hex().findChild<QScrollBar*>(QStringLiteral("VScroll1"))->isEnabled(), size > 320) << size;
-        EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("Pos 0/%1").arg(size - 1))) << size;
+        EXPECT_EQ(hex().findChild<QScrollBar*>(u"VScroll1"_qs)->isEnabled(), size > 320) << size;
+        EXPECT_TRUE(m_document.GetCursorPos().endsWith(u"Pos 0/%1"_qs.arg(size - 1))) << size;
         pressKey(Qt::Key_End, Qt::ControlModifier);
         EXPECT_EQ(cursor(), size) << size;
-        press(QStringLiteral("FE"));
+        press(u"FE"_qs);
         bytes[size - 1] = '\xFE';
         ASSERT_TRUE(m_document.SaveFile(m_document.filename)) << size;
         EXPECT_EQ(readFile(m_document.filename).toHex(), bytes.toHex()) << size;
@@ -95,14 +95,14 @@ TEST_F(HexLoading, AnEmptyFileIsNotTakenAndNothingIsSaid) {
 }
 
 TEST_F(HexLoading, TheLargestFileOpensAndIsWrittenInItsLastByte) {
-    constexpr qint64 most = std::numeric_limits<qint32>::max();
-    const QString file = sparse(most);
+    constexpr qint64 Most = std::numeric_limits<qint32>::max();
+    const QString file = sparse(Most);
     ASSERT_TRUE(openHex(file));
-    EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("Pos 0/2147483646")));
+    EXPECT_TRUE(m_document.GetCursorPos().endsWith(u"Pos 0/2147483646"_qs));
     pressKey(Qt::Key_End, Qt::ControlModifier);
-    EXPECT_EQ(cursor(), most);
+    EXPECT_EQ(cursor(), Most);
     m_document.ToggleBookmark();
-    press(QStringLiteral("5A"));
+    press(u"5A"_qs);
     EXPECT_TRUE(m_document.isChange);
     m_document.Undo();
     EXPECT_TRUE(m_prompts.messages.isEmpty());
@@ -117,9 +117,9 @@ TEST_F(HexLoading, AFileOfOneByteMoreIsRefusedWithABox) {
 }
 
 TEST_F(HexLoading, WhatIsNoFileIsToldAndTheDocumentStaysUsable) {
-    const QString fifo = path(QStringLiteral("fifo"));
+    const QString fifo = path(u"fifo"_qs);
     ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-    for (const QString& each : {fifo, m_folder.path(), QStringLiteral("/dev/null"), path(QStringLiteral("missing"))}) {
+    for (const QString& each : {fifo, m_folder.path(), u"/dev/null"_qs, path(u"missing"_qs)}) {
         m_prompts.messages.clear();
         EXPECT_FALSE(openHex(each)) << each.toStdString();
         EXPECT_EQ(m_prompts.messages.size(), 1) << each.toStdString();
@@ -130,7 +130,7 @@ TEST_F(HexLoading, WhatIsNoFileIsToldAndTheDocumentStaysUsable) {
 }
 
 TEST_F(HexLoading, AFileOfTheSystemThatClaimsToBeEmptyIsNotTaken) {
-    EXPECT_FALSE(openHex(QStringLiteral("/proc/self/status")));
+    EXPECT_FALSE(openHex(u"/proc/self/status"_qs));
     EXPECT_EQ(m_document.filename, QString());
     expectUsable();
 }
@@ -138,15 +138,15 @@ TEST_F(HexLoading, AFileOfTheSystemThatClaimsToBeEmptyIsNotTaken) {
 TEST_F(HexLoading, AFailedLoadLeavesTheFieldsOfTheFileBefore) {
     ASSERT_TRUE(openHexOf("one"));
     const QString file = m_document.filename;
-    press(QStringLiteral("41"));
-    EXPECT_FALSE(openHex(path(QStringLiteral("missing"))));
+    press(u"41"_qs);
+    EXPECT_FALSE(openHex(path(u"missing"_qs)));
     EXPECT_EQ(m_document.filename, file);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_FALSE(m_document.isNew);
 }
 
 TEST_F(HexLoadingInBlocks, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
     const QString file = fileOf(bytes);
     bool grown = false;
     whileYielding([&] {
@@ -164,23 +164,23 @@ TEST_F(HexLoadingInBlocks, AFileThatGrowsWhileItIsReadIsShownAsItWasOrIs) {
 }
 
 TEST_F(HexLoadingInBlocks, AFileThatShrinksWhileItIsReadIsShownAsFarAsItWent) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
     const QString file = fileOf(bytes);
     bool cut = false;
     whileYielding([&] {
-        cut = cut || (isLoading() && QFile::resize(file, severalBlocks / 2));
+        cut = cut || (isLoading() && QFile::resize(file, SeveralBlocks / 2));
         return cut;
     });
     ASSERT_TRUE(openHex(file));
     ASSERT_TRUE(cut);
     const QByteArray copy = readFile(hex().TempFileName());
     EXPECT_TRUE(bytes.startsWith(copy));
-    EXPECT_TRUE(m_document.GetCursorPos().endsWith(QStringLiteral("/%1").arg(copy.size() - 1)));
+    EXPECT_TRUE(m_document.GetCursorPos().endsWith(u"/%1"_qs.arg(copy.size() - 1)));
     EXPECT_EQ(shown(), bytes.left(320).toHex().toUpper());
 }
 
 TEST_F(HexLoadingInBlocks, AFileThatVanishesWhileItIsReadIsWholeOnTheScreen) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
     const QString file = fileOf(bytes);
     bool gone = false;
     whileYielding([&] {
@@ -190,7 +190,7 @@ TEST_F(HexLoadingInBlocks, AFileThatVanishesWhileItIsReadIsWholeOnTheScreen) {
     ASSERT_TRUE(openHex(file));
     ASSERT_TRUE(gone);
     EXPECT_EQ(readFile(hex().TempFileName()), bytes);
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     EXPECT_TRUE(m_document.SaveFile(file));
     EXPECT_EQ(readFile(file), 'A' + bytes.mid(1));
 }
@@ -199,20 +199,20 @@ TEST_F(HexLoading, ASaveThatFailsOnTheWayIsToldAndTheBytesCanBeSavedElsewhere) {
     const QByteArray bytes = bytesOfSize(2000);
     ASSERT_TRUE(openHexOf(bytes));
     const QString file = m_document.filename;
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     // A limit on the size of files takes the place of a full disk.
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{1000, before.rlim_max};
-    const QString larger = path(QStringLiteral("larger.bin"));
+    const QString larger = path(u"larger.bin"_qs);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
     const bool saved = m_document.SaveFile(larger, SaveFormats::AsLoaded, true);
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
     std::signal(SIGXFSZ, handler);
     EXPECT_FALSE(saved);
     ASSERT_EQ(m_prompts.messages.size(), 1);
-    EXPECT_EQ(m_prompts.messages.first(), QStringLiteral("%1\n%2").arg(EFBIG).arg(description(EFBIG)));
+    EXPECT_EQ(m_prompts.messages.first(), u"%1\n%2"_qs.arg(EFBIG).arg(description(EFBIG)));
     EXPECT_EQ(m_document.filename, file);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_TRUE(hex().Modified());
@@ -222,8 +222,8 @@ TEST_F(HexLoading, ASaveThatFailsOnTheWayIsToldAndTheBytesCanBeSavedElsewhere) {
 }
 
 TEST_F(HexLoadingInBlocks, AReadThatFailsOnTheWayIsToldAndNothingIsLost) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
-    const QString file = fileOf(bytes, QStringLiteral("worn.bin"));
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
+    const QString file = fileOf(bytes, u"worn.bin"_qs);
     failAt(SystemCall::ReadAt, 3, EIO);
     EXPECT_FALSE(openHex(file));
     EXPECT_EQ(m_prompts.messages, QStringList(description(EIO)));
@@ -241,7 +241,7 @@ TEST_F(HexLoadingInBlocks, AReadThatFailsOnTheWayIsToldAndNothingIsLost) {
 TEST_F(HexLoadingInBlocks, AReadThatFailsWhileAnotherFileIsShownLeavesThatFileAsItWas) {
     ASSERT_TRUE(openHexOf("one"));
     const QString before = m_document.filename;
-    const QString file = fileOf(bytesOfSize(severalBlocks), QStringLiteral("worn.bin"));
+    const QString file = fileOf(bytesOfSize(SeveralBlocks), u"worn.bin"_qs);
     failAt(SystemCall::ReadAt, 2, EIO);
     EXPECT_FALSE(openHex(file));
     EXPECT_EQ(m_prompts.messages, QStringList(description(EIO)));
@@ -252,12 +252,12 @@ TEST_F(HexLoadingInBlocks, AReadThatFailsWhileAnotherFileIsShownLeavesThatFileAs
 }
 
 TEST_F(HexLoadingInBlocks, AReadOfTheCopyThatFailsWhileItIsSavedIsToldAndTheBytesAreSavedByTheNext) {
-    QByteArray bytes = bytesOfSize(severalBlocks);
+    QByteArray bytes = bytesOfSize(SeveralBlocks);
     ASSERT_TRUE(openHexOf(bytes));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     failAt(SystemCall::ReadAt, 3, EIO);
     EXPECT_FALSE(m_document.SaveFile(m_document.filename));
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("%1\n%2").arg(EIO).arg(description(EIO))));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"%1\n%2"_qs.arg(EIO).arg(description(EIO))));
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(readFile(m_document.filename).size(), bytes.size());
     EXPECT_TRUE(m_document.SaveFile(m_document.filename));
@@ -269,7 +269,7 @@ TEST_F(HexLoadingInBlocks, AReadOfTheCopyThatFailsWhileItIsSavedIsToldAndTheByte
 // Events between the blocks
 
 TEST_F(HexLoadingInBlocks, WhileItLoadsItStaysAndTakesNoByte) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
     const QString file = fileOf(bytes);
     int looks = 0;
     whileYielding([&] {
@@ -279,10 +279,10 @@ TEST_F(HexLoadingInBlocks, WhileItLoadsItStaysAndTakesNoByte) {
         EXPECT_FALSE(m_document.FileNeedToReload());
         m_document.setTextEdit(true);
         EXPECT_FALSE(m_document.TextEdit());
-        EXPECT_FALSE(m_document.SaveFile(path(QStringLiteral("other"))));
-        EXPECT_FALSE(QFile::exists(path(QStringLiteral("other"))));
+        EXPECT_FALSE(m_document.SaveFile(path(u"other"_qs)));
+        EXPECT_FALSE(QFile::exists(path(u"other"_qs)));
         EXPECT_FALSE(openHex(file));
-        QTest::keyClicks(&pane(1), QStringLiteral("41"));
+        QTest::keyClicks(&pane(1), u"41"_qs);
         for (void (frmDocument::*command)() :
              {&frmDocument::Undo, &frmDocument::Copy, &frmDocument::GotoPage, &frmDocument::GotoOffset,
               &frmDocument::SelectBlock, &frmDocument::ToggleBookmark, &frmDocument::NextBookmark})
@@ -298,28 +298,28 @@ TEST_F(HexLoadingInBlocks, WhileItLoadsItStaysAndTakesNoByte) {
 }
 
 TEST_F(HexLoadingInBlocks, AReloadAsTextInBetweenIsTheOneThatCounts) {
-    const QString file = fileOf(bytesOfSize(severalBlocks));
-    const QString other = fileOf("other text", QStringLiteral("other.txt"));
+    const QString file = fileOf(bytesOfSize(SeveralBlocks));
+    const QString other = fileOf("other text", u"other.txt"_qs);
     bool opened = false;
     whileYielding([&] {
         opened = opened || (isLoading() && open(other));
         if (opened)
-            type(QStringLiteral("x"));
+            type(u"x"_qs);
         return opened;
     });
     openHex(file);
     ASSERT_TRUE(opened);
     EXPECT_TRUE(m_document.TextEdit());
     EXPECT_EQ(m_document.filename, other);
-    EXPECT_EQ(view().Text(), QStringLiteral("xother text"));
+    EXPECT_EQ(view().Text(), u"xother text"_qs);
     EXPECT_TRUE(m_document.isChange);
 }
 
 TEST_F(HexLoadingInBlocks, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     document->show();
-    const QString file = fileOf(bytesOfSize(severalBlocks));
-    const auto* loading = document->findChild<ucHex*>(QStringLiteral("ucHex1"));
+    const QString file = fileOf(bytesOfSize(SeveralBlocks));
+    const auto* loading = document->findChild<ucHex*>(u"ucHex1"_qs);
     whileYielding([&, document] {
         if (loading->TempFileName().isEmpty())
             return false;
@@ -331,10 +331,10 @@ TEST_F(HexLoadingInBlocks, ADocumentThatGoesBetweenTwoBlocksIsNotTouchedAgain) {
 }
 
 TEST_F(HexLoadingInBlocks, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
-    QByteArray bytes = bytesOfSize(severalBlocks);
+    QByteArray bytes = bytesOfSize(SeveralBlocks);
     ASSERT_TRUE(openHexOf(bytes));
     const QString file = m_document.filename;
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     bool tried = false;
     whileYielding([&] {
         tried = true;
@@ -342,7 +342,7 @@ TEST_F(HexLoadingInBlocks, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
         m_document.setTextEdit(true);
         EXPECT_FALSE(m_document.TextEdit());
         EXPECT_FALSE(m_document.FileNeedToReload());
-        QTest::keyClicks(&pane(1), QStringLiteral("42"));
+        QTest::keyClicks(&pane(1), u"42"_qs);
         return true;
     });
     EXPECT_TRUE(m_document.SaveFile(file));
@@ -358,11 +358,11 @@ TEST_F(HexLoadingInBlocks, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
 }
 
 TEST_F(HexLoadingInBlocks, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {
-    const QByteArray bytes = bytesOfSize(severalBlocks);
+    const QByteArray bytes = bytesOfSize(SeveralBlocks);
     auto* document = new frmDocument(&m_host, m_services);
     const QString file = fileOf(bytes);
     ASSERT_TRUE(document->OpenFile(file, false, false, false));
-    writeFile(file, QByteArray(severalBlocks, 'z'));
+    writeFile(file, QByteArray(SeveralBlocks, 'z'));
     whileYielding([document] {
         delete document;
         return true;

@@ -29,7 +29,7 @@ TEST_F(HexMode, OpeningTakesTheFile) {
     EXPECT_EQ(m_document.DocIcon(), 0);
     EXPECT_FALSE(m_document.LastUpdate.isEmpty());
     EXPECT_EQ(m_document.LastUpdate, m_document.KnownUpdate);
-    EXPECT_EQ(m_host.take(), QStringList({QStringLiteral("SetTabCaption 1"), QStringLiteral("SetEditModeIcon")}));
+    EXPECT_EQ(m_host.take(), QStringList({u"SetTabCaption 1"_qs, u"SetEditModeIcon"_qs}));
     EXPECT_EQ(focused(), &pane(1));
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
@@ -44,13 +44,13 @@ TEST_F(HexMode, TheFirstByteMarksItChangedAndEveryOneIsTold) {
     QSignalSpy fileChanges(&m_document, &frmDocument::FileChange);
     QSignalSpy docChanges(&m_document, &frmDocument::DocChange);
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("4"));
+    press(u"4"_qs);
     EXPECT_FALSE(m_document.isChange);
-    press(QStringLiteral("1"));
+    press(u"1"_qs);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(m_document.DocIcon(), 1);
     pressKey(Qt::Key_Tab);
-    press(QStringLiteral("Z"));
+    press(u"Z"_qs);
     EXPECT_EQ(shown(), QByteArray("5A6E65"));
     EXPECT_EQ(fileChanges.count(), 1);
     EXPECT_EQ(docChanges.count(), 2);
@@ -58,7 +58,7 @@ TEST_F(HexMode, TheFirstByteMarksItChangedAndEveryOneIsTold) {
 
 TEST_F(HexMode, TakingAByteBackLeavesItMarked) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     m_document.Undo();
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     EXPECT_TRUE(m_document.isChange);
@@ -69,7 +69,7 @@ TEST_F(HexMode, MovesOfTheCursorAreTold) {
     QSignalSpy moves(&m_document, &frmDocument::SelChange);
     pressKey(Qt::Key_Right);
     EXPECT_GE(moves.count(), 1);
-    EXPECT_EQ(m_document.GetCursorPos(), QStringLiteral("Pg 1/1, Pos 1/2"));
+    EXPECT_EQ(m_document.GetCursorPos(), u"Pg 1/1, Pos 1/2"_qs);
 }
 
 TEST_F(HexMode, WithoutAFileThereIsNoPlaceToTell) {
@@ -79,18 +79,18 @@ TEST_F(HexMode, WithoutAFileThereIsNoPlaceToTell) {
 
 TEST_F(HexMode, SavingWritesTheBytesAndMarksItSaved) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     m_host.take();
     EXPECT_TRUE(m_document.SaveFile(m_document.filename));
     EXPECT_EQ(readFile(m_document.filename), QByteArray("Ane"));
     EXPECT_FALSE(m_document.isChange);
     EXPECT_EQ(m_document.DocIcon(), 0);
-    EXPECT_EQ(m_host.take(), QStringList(QStringLiteral("SetTabCaption 1")));
+    EXPECT_EQ(m_host.take(), QStringList(u"SetTabCaption 1"_qs));
 }
 
 TEST_F(HexMode, AByteOfOneDigitIsSavedToo) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("7"));
+    press(u"7"_qs);
     EXPECT_TRUE(m_document.SaveFile(m_document.filename));
     EXPECT_EQ(readFile(m_document.filename), QByteArray("\x07ne"));
     EXPECT_FALSE(m_document.isChange);
@@ -107,7 +107,7 @@ TEST_F(HexMode, AnUnchangedDocumentIsWrittenOnlyWhenForced) {
 
 TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
     ASSERT_TRUE(openHexOf("\xE4\x01"));
-    press(QStringLiteral("FF"));
+    press(u"FF"_qs);
     EXPECT_TRUE(m_document.SaveFile(m_document.filename, SaveFormats::Unicode));
     EXPECT_EQ(readFile(m_document.filename), QByteArray("\xFF\x01"));
 }
@@ -115,7 +115,7 @@ TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
 TEST_F(HexMode, SavingUnderAnotherNameGoesOnUnderIt) {
     ASSERT_TRUE(openHexOf("one"));
     const QString first = m_document.filename;
-    const QString second = fileOf("0123456789", QStringLiteral("b.bin"));
+    const QString second = fileOf("0123456789", u"b.bin"_qs);
     EXPECT_TRUE(m_document.SaveFile(second, SaveFormats::AsLoaded, true));
     EXPECT_EQ(m_document.filename, second);
     EXPECT_EQ(readFile(second), QByteArray("one3456789"));
@@ -124,7 +124,7 @@ TEST_F(HexMode, SavingUnderAnotherNameGoesOnUnderIt) {
 
 TEST_F(HexMode, TheUndoGoesOnAfterASave) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     ASSERT_TRUE(m_document.SaveFile(m_document.filename));
     m_document.Undo();
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
@@ -134,11 +134,11 @@ TEST_F(HexMode, TheUndoGoesOnAfterASave) {
 TEST_F(HexMode, AFailedSaveLeavesTheDocumentChanged) {
     ASSERT_TRUE(openHexOf("one"));
     const QString file = m_document.filename;
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     documenttest::setMode(file, 0444);
     EXPECT_FALSE(m_document.SaveFile(file));
     EXPECT_EQ(m_prompts.messages.size(), 1);
-    EXPECT_TRUE(m_prompts.messages.first().startsWith(QStringLiteral("13\n")));
+    EXPECT_TRUE(m_prompts.messages.first().startsWith(u"13\n"_qs));
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(m_document.DocIcon(), 1);
     EXPECT_EQ(readFile(file), QByteArray("one"));
@@ -151,11 +151,11 @@ TEST_F(HexMode, ReloadingEndsInTextModeWithoutAQuestion) {
     const QString file = fileOf(QByteArray("a\1b", 3));
     ASSERT_TRUE(m_document.OpenFile(file, true, true, true));
     ASSERT_FALSE(m_document.TextEdit());
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     m_document.ReloadFile();
     EXPECT_EQ(m_asked, 0);
     EXPECT_TRUE(m_document.TextEdit());
-    EXPECT_EQ(view().Text(), QStringLiteral("a\1b"));
+    EXPECT_EQ(view().Text(), u"a\1b"_qs);
     EXPECT_TRUE(m_document.isReadOnly);
     EXPECT_FALSE(m_document.isChange);
 }
@@ -173,19 +173,19 @@ TEST_F(HexMode, TheLockIsThatOfBothViews) {
     EXPECT_TRUE(view().Locked());
     EXPECT_TRUE(hex().Locked());
     EXPECT_EQ(m_document.DocIcon(), 2);
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     EXPECT_FALSE(m_document.isChange);
     m_document.ChangeToReadOnly();
     EXPECT_FALSE(hex().Locked());
     EXPECT_EQ(m_document.DocIcon(), 0);
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("416E65"));
 }
 
 TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("7"));
+    press(u"7"_qs);
     m_document.ChangeToReadOnly();
     EXPECT_EQ(shown(), QByteArray("076E65"));
     EXPECT_TRUE(m_document.isChange);
@@ -196,11 +196,11 @@ TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {
 TEST_F(HexMode, ChangesOnDiskAreNoticedAsForText) {
     ASSERT_TRUE(openHexOf("one"));
     EXPECT_FALSE(m_document.FileNeedToReload());
-    setTime(m_document.filename, documenttest::someTime + 5);
+    setTime(m_document.filename, documenttest::SomeTime + 5);
     m_prompts.answerNo();
     EXPECT_FALSE(m_document.FileNeedToReload());
-    EXPECT_EQ(m_prompts.questions, QStringList(u'\'' + m_document.filename +
-                                               QStringLiteral("' has been changed, do you want to reload it.")));
+    EXPECT_EQ(m_prompts.questions,
+              QStringList(u'\'' + m_document.filename + u"' has been changed, do you want to reload it."_qs));
     EXPECT_FALSE(m_document.FileNeedToReload());
 }
 
@@ -226,9 +226,9 @@ TEST_F(HexMode, InASmallWindowItIsScrolledAndFollowsItsCursor) {
 
 TEST_F(HexMode, ItClosesChangedWhenAByteOfOneDigitWasTyped) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("7"));
+    press(u"7"_qs);
     bool changed = false;
-    m_host.during[QStringLiteral("DocClose")] = [&] { changed = m_document.isChange; };
+    m_host.during[u"DocClose"_qs] = [&] { changed = m_document.isChange; };
     EXPECT_TRUE(m_document.close());
     EXPECT_TRUE(changed);
 }
@@ -236,7 +236,7 @@ TEST_F(HexMode, ItClosesChangedWhenAByteOfOneDigitWasTyped) {
 TEST_F(HexMode, TheWorkingCopyGoesWithTheDocument) {
     auto* document = new frmDocument(&m_host, m_services);
     ASSERT_TRUE(document->OpenFile(fileOf("one"), false, false, false));
-    const QString copy = document->findChild<ucHex*>(QStringLiteral("ucHex1"))->TempFileName();
+    const QString copy = document->findChild<ucHex*>(u"ucHex1"_qs)->TempFileName();
     EXPECT_TRUE(QFile::exists(copy));
     delete document;
     EXPECT_FALSE(QFile::exists(copy));
@@ -246,7 +246,7 @@ TEST_F(HexMode, TheWorkingCopyGoesWithTheDocument) {
 
 TEST_F(HexMode, CommandsOfTextAloneDoNothingToTheBytes) {
     ASSERT_TRUE(openHexOf("one"));
-    QGuiApplication::clipboard()->setText(QStringLiteral("xyz"));
+    QGuiApplication::clipboard()->setText(u"xyz"_qs);
     for (void (frmDocument::*command)() :
          {&frmDocument::Redo, &frmDocument::Cut, &frmDocument::Paste, &frmDocument::IncrementalSearch,
           &frmDocument::ReverseIncrementalSearch, &frmDocument::SelectAll, &frmDocument::Indent})
@@ -255,16 +255,16 @@ TEST_F(HexMode, CommandsOfTextAloneDoNothingToTheBytes) {
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     EXPECT_EQ(cursor(), 1);
     EXPECT_FALSE(hex().Modified());
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("xyz"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"xyz"_qs);
 }
 
 TEST_F(HexMode, CopyTakesTheByteOfThePaneInUse) {
     ASSERT_TRUE(openHexOf("one"));
     m_document.Copy();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("6F"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"6F"_qs);
     pressKey(Qt::Key_Tab);
     m_document.Copy();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("o"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"o"_qs);
 }
 
 TEST_F(HexMode, WhatLiesOutsideOfItIsAskedOfTheFrame) {
@@ -285,7 +285,7 @@ TEST_F(HexMode, WhatLiesOutsideOfItIsAskedOfTheFrame) {
 TEST_F(HexMode, NobodyGivesTheNameForASaveOfItsOwn) {
     ASSERT_TRUE(openHexOf("one"));
     EXPECT_EQ(hex().SaveAsName(), QString());
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     hex().cmdSaveAs();
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
@@ -298,7 +298,7 @@ TEST_F(HexMode, TheSpellingCheckIsRefused) {
     EXPECT_TRUE(m_prompts.messages.isEmpty());
     ASSERT_TRUE(openHexOf("one"));
     m_document.Spelling();
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Spell check is not allowed in Hex mode.")));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Spell check is not allowed in Hex mode."_qs));
 }
 
 TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {
@@ -319,8 +319,10 @@ TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {
     EXPECT_TRUE(cancelled(&frmDocument::GotoOffset, "frmGotoOffSet"));
     EXPECT_TRUE(cancelled(&frmDocument::SelectBlock, "frmBlock"));
     m_document.setTextEdit(true);
-    for (void (frmDocument::*command)() : {&frmDocument::GotoPage, &frmDocument::GotoOffset, &frmDocument::SelectBlock})
+    for (void (frmDocument::*command)() :
+         {&frmDocument::GotoPage, &frmDocument::GotoOffset, &frmDocument::SelectBlock}) {
         EXPECT_FALSE(cancelled(command, ""));
+    }
 }
 
 // Searches from the find bar
@@ -328,11 +330,11 @@ TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {
 TEST_F(HexMode, TheFindBarSearchesBytesFromThePaneOfDigits) {
     ASSERT_TRUE(openHexOf("one two one"));
     QSignalSpy told(&m_document, &frmDocument::AfterFind);
-    m_document.FindNext(QStringLiteral("6F 6E "));
+    m_document.FindNext(u"6F 6E "_qs);
     EXPECT_EQ(cursor(), 9);
-    m_document.FindPrev(QStringLiteral("6F 6E "));
+    m_document.FindPrev(u"6F 6E "_qs);
     EXPECT_EQ(cursor(), 1);
-    EXPECT_TRUE(m_document.FindText(QStringLiteral("74 77 "), false, true, true));
+    EXPECT_TRUE(m_document.FindText(u"74 77 "_qs, false, true, true));
     EXPECT_EQ(cursor(), 5);
     EXPECT_TRUE(m_prompts.messages.isEmpty());
     EXPECT_EQ(told.count(), 3);
@@ -342,29 +344,29 @@ TEST_F(HexMode, TheFindBarSearchesTextFromThePaneOfCharacters) {
     ASSERT_TRUE(openHexOf("one two ONE"));
     pressKey(Qt::Key_Tab);
     m_options.CaseSensitiveOn = false;
-    m_document.FindNext(QStringLiteral("one"));
+    m_document.FindNext(u"one"_qs);
     EXPECT_EQ(cursor(), 9);
     m_options.CaseSensitiveOn = true;
-    m_document.FindNext(QStringLiteral("one"));
+    m_document.FindNext(u"one"_qs);
     EXPECT_EQ(cursor(), 1);
-    EXPECT_TRUE(m_document.FindText(QStringLiteral("Two"), false, false, false));
+    EXPECT_TRUE(m_document.FindText(u"Two"_qs, false, false, false));
     EXPECT_EQ(cursor(), 5);
-    EXPECT_FALSE(m_document.FindText(QStringLiteral("Two"), false, true, false));
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("The search string not found.")));
+    EXPECT_FALSE(m_document.FindText(u"Two"_qs, false, true, false));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"The search string not found."_qs));
 }
 
 TEST_F(HexMode, WhatIsNotFoundIsTold) {
     ASSERT_TRUE(openHexOf("one"));
-    m_document.FindNext(QStringLiteral("FF "));
-    m_document.FindPrev(QStringLiteral("no bytes"));
+    m_document.FindNext(u"FF "_qs);
+    m_document.FindPrev(u"no bytes"_qs);
     EXPECT_FALSE(m_document.FindText(QString(), false, false, false));
-    EXPECT_EQ(m_prompts.messages, QStringList(3, QStringLiteral("The search string not found.")));
+    EXPECT_EQ(m_prompts.messages, QStringList(3, u"The search string not found."_qs));
     EXPECT_EQ(cursor(), 1);
 }
 
 TEST_F(HexMode, AnEmptyTextSearchesForTheLastOneAgain) {
     ASSERT_TRUE(openHexOf("aXbXcX"));
-    m_document.FindNext(QStringLiteral("58 "));
+    m_document.FindNext(u"58 "_qs);
     ASSERT_EQ(cursor(), 2);
     m_document.FindNext(QString());
     EXPECT_EQ(cursor(), 4);
@@ -381,9 +383,9 @@ TEST_F(HexMode, ASearchTellsTheFindBarWhatForAndHow) {
     for (const Row& row : {Row{0, true, true}, Row{0, false, false}, Row{1, true, false}, Row{2, false, true}}) {
         m_options.CaseSensitiveOn = row.shared;
         QSignalSpy told(&m_document, &frmDocument::AfterFind);
-        hex().FindDown(QStringLiteral("6E "), row.type);
+        hex().FindDown(u"6E "_qs, row.type);
         ASSERT_EQ(told.count(), 1);
-        EXPECT_EQ(told.first(), QList<QVariant>({QStringLiteral("6E "), row.expected, true, false}));
+        EXPECT_EQ(told.first(), QList<QVariant>({u"6E "_qs, row.expected, true, false}));
     }
 }
 
@@ -406,7 +408,7 @@ TEST_F(HexMode, BookmarksAreThoseOfTheBytes) {
     m_document.PrevBookmark();
     EXPECT_EQ(cursor(), 2);
     m_document.ToggleBookmark();
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Bookmark already exists!")));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Bookmark already exists!"_qs));
     m_document.DeleteBookmark();
     EXPECT_EQ(bookmarkCount(), 2);
     m_prompts.answerNo();
@@ -415,7 +417,7 @@ TEST_F(HexMode, BookmarksAreThoseOfTheBytes) {
     m_prompts.answerYes();
     m_document.ClearAllBookmark();
     EXPECT_EQ(bookmarkCount(), 0);
-    EXPECT_EQ(m_prompts.questions, QStringList(2, QStringLiteral("Clear all bookmarks?")));
+    EXPECT_EQ(m_prompts.questions, QStringList(2, u"Clear all bookmarks?"_qs));
 }
 
 TEST_F(HexMode, ABookmarkIsDeletedInHexModeAlone) {
@@ -454,18 +456,18 @@ TEST_F(HexMode, TheMenuFollowsTheLock) {
     ASSERT_TRUE(openHexOf("one"));
     for (const bool readOnly : {false, true}) {
         m_document.isReadOnly = readOnly;
-        Q_EMIT hex().ContextMenuRequest(1, 1, QStringLiteral("HEX"));
-        EXPECT_EQ(menu("HEX").findChild<QAction*>(QStringLiteral("mnuHexUndo"))->isEnabled(), !readOnly);
-        EXPECT_EQ(menu("HEX").findChild<QAction*>(QStringLiteral("mnuHexReadonly"))->isChecked(), readOnly);
+        Q_EMIT hex().ContextMenuRequest(1, 1, u"HEX"_qs);
+        EXPECT_EQ(menu("HEX").findChild<QAction*>(u"mnuHexUndo"_qs)->isEnabled(), !readOnly);
+        EXPECT_EQ(menu("HEX").findChild<QAction*>(u"mnuHexReadonly"_qs)->isChecked(), readOnly);
         menu("HEX").close();
     }
 }
 
 TEST_F(HexMode, AnEntryOfTheMenuRunsTheOperationOfItsName) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     choose("HEX", "mnuHexCopy");
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("41"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"41"_qs);
     choose("HEX", "mnuHexUndo");
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     choose("HEX", "mnuHexToggleBookmark");
@@ -473,5 +475,5 @@ TEST_F(HexMode, AnEntryOfTheMenuRunsTheOperationOfItsName) {
     choose("HEX", "mnuHexDelBookmark");
     EXPECT_EQ(bookmarkCount(), 0);
     choose("HEX", "mnuHexReadonly");
-    EXPECT_EQ(m_host.calls.last(), QStringLiteral("ChangeReadOnly"));
+    EXPECT_EQ(m_host.calls.last(), u"ChangeReadOnly"_qs);
 }

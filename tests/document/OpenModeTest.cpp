@@ -34,6 +34,7 @@ TEST(OpenMode, WithTheBinaryCheckTheContentDecidesAndTheWishDoesNot) {
 }
 
 TEST(OpenMode, WithTheSettingOffTheBinaryCheckAlwaysGivesText) {
-    for (const bool wish : {false, true})
+    for (const bool wish : {false, true}) {
         EXPECT_TRUE(chooseTextMode(true, wish, false, notAsked));
+    }
 }

@@ -24,32 +24,32 @@ TEST_F(SwitchMode, ASavedUnchangedDocumentIsAskedNothing) {
     m_document.setTextEdit(false);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     EXPECT_EQ(m_asked, 0);
     EXPECT_FALSE(m_document.isChange);
 }
 
 TEST_F(SwitchMode, CancelLeavesModeTextSelectionAndUndo) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     control().setSelection(1, 3);
     for (const int option : {0, 1}) {
         answerSwitch(option, "cmdCancel");
         m_document.setTextEdit(false);
         EXPECT_TRUE(m_document.TextEdit());
-        EXPECT_EQ(view().Text(), QStringLiteral("xone"));
-        EXPECT_EQ(view().SelText(), QStringLiteral("on"));
+        EXPECT_EQ(view().Text(), u"xone"_qs);
+        EXPECT_EQ(view().SelText(), u"on"_qs);
         EXPECT_TRUE(control().CanUndo());
         EXPECT_TRUE(m_document.isChange);
         EXPECT_TRUE(view().FileChanged);
     }
     EXPECT_EQ(m_asked, 2);
-    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("SaveDocument 1 1")));
+    EXPECT_FALSE(m_host.calls.contains(u"SaveDocument 1 1"_qs));
 }
 
 TEST_F(SwitchMode, CancelLeavesTheBytesAndTheirUndo) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     answerSwitch(1, "cmdCancel");
     m_document.setTextEdit(true);
     EXPECT_EQ(m_asked, 1);
@@ -64,26 +64,26 @@ TEST_F(SwitchMode, CancelLeavesTheBytesAndTheirUndo) {
 TEST_F(SwitchMode, SavingFirstSavesInTheModeThatIsLeft) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
-    type(QStringLiteral("x"));
-    m_host.during[QStringLiteral("SaveDocument")] = [&] {
+    type(u"x"_qs);
+    m_host.during[u"SaveDocument"_qs] = [&] {
         EXPECT_TRUE(m_document.TextEdit());
         EXPECT_TRUE(m_document.SaveFile(file));
     };
     answerSwitch(0, "cmdSwitch");
     m_host.take();
     m_document.setTextEdit(false);
-    EXPECT_EQ(m_host.take().first(), QStringLiteral("SaveDocument 1 1"));
+    EXPECT_EQ(m_host.take().first(), u"SaveDocument 1 1"_qs);
     EXPECT_EQ(shown(), QByteArray("786F6E65"));
     EXPECT_EQ(documenttest::readFile(file), QByteArray("xone"));
 
-    press(QStringLiteral("41"));
-    m_host.during[QStringLiteral("SaveDocument")] = [&] {
+    press(u"41"_qs);
+    m_host.during[u"SaveDocument"_qs] = [&] {
         EXPECT_FALSE(m_document.TextEdit());
         EXPECT_TRUE(m_document.SaveFile(file));
     };
     answerSwitch(0, "cmdSwitch");
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("Aone"));
+    EXPECT_EQ(view().Text(), u"Aone"_qs);
     EXPECT_EQ(documenttest::readFile(file), QByteArray("Aone"));
     EXPECT_EQ(m_asked, 2);
 }
@@ -91,35 +91,35 @@ TEST_F(SwitchMode, SavingFirstSavesInTheModeThatIsLeft) {
 TEST_F(SwitchMode, DiscardingLoadsTheFileAsItIsOnDisk) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     answerSwitch(1, "cmdSwitch");
     m_document.setTextEdit(false);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     EXPECT_FALSE(m_document.isChange);
     EXPECT_EQ(m_document.DocIcon(), 0);
 
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     ASSERT_TRUE(m_document.isChange);
     answerSwitch(1, "cmdSwitch");
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     EXPECT_FALSE(m_document.isChange);
     EXPECT_EQ(documenttest::readFile(file), QByteArray("one"));
-    EXPECT_FALSE(m_host.calls.contains(QStringLiteral("SaveDocument 1 1")));
+    EXPECT_FALSE(m_host.calls.contains(u"SaveDocument 1 1"_qs));
 }
 
 TEST_F(SwitchMode, ASaveThatCameToNothingDoesNotHoldTheSwitch) {
-    type(QStringLiteral("abc"));
+    type(u"abc"_qs);
     answerSwitch(0, "cmdSwitch");
     m_document.setTextEdit(false);
-    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SaveDocument 1 1")));
+    EXPECT_EQ(m_host.calls, QStringList(u"SaveDocument 1 1"_qs));
     EXPECT_FALSE(m_document.TextEdit());
     EXPECT_FALSE(hex().FileOpen());
     EXPECT_TRUE(shown().isEmpty());
 }
 
 TEST_F(SwitchMode, AnUntitledTextWaitsInItsViewAndIsAskedAboutEachTime) {
-    type(QStringLiteral("abc"));
+    type(u"abc"_qs);
     for (int i = 1; i <= 2; ++i) {
         answerSwitch(1, "cmdSwitch");
         m_document.setTextEdit(false);
@@ -128,7 +128,7 @@ TEST_F(SwitchMode, AnUntitledTextWaitsInItsViewAndIsAskedAboutEachTime) {
         EXPECT_TRUE(m_document.isChange);
         m_document.setTextEdit(true);
         EXPECT_EQ(m_asked, i);
-        EXPECT_EQ(view().Text(), QStringLiteral("abc"));
+        EXPECT_EQ(view().Text(), u"abc"_qs);
         EXPECT_TRUE(view().FileChanged);
     }
     EXPECT_TRUE(control().CanUndo());
@@ -155,13 +155,13 @@ TEST_F(SwitchMode, AReadOnlyDocumentStaysSoInTheOtherView) {
     EXPECT_TRUE(m_document.Locked());
     EXPECT_TRUE(hex().Locked());
     EXPECT_EQ(m_document.DocIcon(), 2);
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
     m_document.setTextEdit(true);
     EXPECT_TRUE(m_document.isReadOnly);
     EXPECT_TRUE(view().Locked());
-    type(QStringLiteral("x"));
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    type(u"x"_qs);
+    EXPECT_EQ(view().Text(), u"one"_qs);
 }
 
 TEST_F(SwitchMode, TheFlagsAreThoseOfALoadedFile) {
@@ -177,7 +177,7 @@ TEST_F(SwitchMode, TheFlagsAreThoseOfALoadedFile) {
 
 TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
     ASSERT_TRUE(open(fileOf("one\ntwo\nthree")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     ASSERT_TRUE(m_document.SaveFile(m_document.filename));
     control().GotoTextLine(2);
     m_document.ToggleBookmark();
@@ -191,7 +191,7 @@ TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
 
 TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {
     ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     ASSERT_TRUE(m_document.SaveFile(m_document.filename));
     pressKey(Qt::Key_End, Qt::ControlModifier);
     m_document.ToggleBookmark();
@@ -210,29 +210,29 @@ TEST_F(SwitchMode, TheHiddenViewKeepsWhatItHadUntilItIsLoadedAnew) {
     ASSERT_TRUE(open(file));
     m_document.setTextEdit(false);
     documenttest::writeFile(file, "two");
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("two"));
+    EXPECT_EQ(view().Text(), u"two"_qs);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
 }
 
 TEST_F(SwitchMode, TheLanguageIsPickedByTheFileAgain) {
     m_given.globals.languages.LoadLanguageIndex();
-    ASSERT_TRUE(openHex(fileOf("int i;", QStringLiteral("a.cpp"))));
+    ASSERT_TRUE(openHex(fileOf("int i;", u"a.cpp"_qs)));
     EXPECT_EQ(m_document.GetLang(), QString());
     m_document.setTextEdit(true);
-    EXPECT_EQ(m_document.GetLang(), QStringLiteral("C++"));
+    EXPECT_EQ(m_document.GetLang(), u"C++"_qs);
 }
 
 TEST_F(SwitchMode, TextModeSetInTextModeLooksAtTheBytesAloneAndReloads) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.setTextEdit(true);
     EXPECT_EQ(m_asked, 0);
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
 
     m_document.setTextEdit(false);
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     answerSwitch(1, "cmdSwitch");
     m_document.setTextEdit(true);
     ASSERT_EQ(m_asked, 1);
@@ -243,7 +243,7 @@ TEST_F(SwitchMode, TextModeSetInTextModeLooksAtTheBytesAloneAndReloads) {
 
 TEST_F(SwitchMode, HexModeSetInHexModeReloadsTheBytes) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("41"));
+    press(u"41"_qs);
     m_document.setTextEdit(false);
     EXPECT_EQ(m_asked, 0);
     EXPECT_EQ(shown(), QByteArray("6F6E65"));
@@ -252,7 +252,7 @@ TEST_F(SwitchMode, HexModeSetInHexModeReloadsTheBytes) {
 
 TEST_F(SwitchMode, AByteOfOneDigitIsAChangeToo) {
     ASSERT_TRUE(openHexOf("one"));
-    press(QStringLiteral("4"));
+    press(u"4"_qs);
     answerSwitch(0, "cmdCancel");
     m_document.setTextEdit(true);
     EXPECT_EQ(m_asked, 1);
@@ -271,7 +271,7 @@ TEST_F(SwitchMode, AFileThatIsGoneIsToldAndTheViewIsSwitchedAllTheSame) {
     m_document.setTextEdit(true);
     EXPECT_EQ(m_prompts.messages.size(), 2);
     EXPECT_TRUE(m_document.TextEdit());
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
 }
 
 TEST_F(SwitchMode, AnEmptyFileGivesAnEmptyHexViewWithoutAWord) {
@@ -281,8 +281,8 @@ TEST_F(SwitchMode, AnEmptyFileGivesAnEmptyHexViewWithoutAWord) {
     EXPECT_FALSE(hex().FileOpen());
     EXPECT_TRUE(m_prompts.messages.isEmpty());
     m_document.setTextEdit(true);
-    type(QStringLiteral("x"));
-    EXPECT_EQ(view().Text(), QStringLiteral("x"));
+    type(u"x"_qs);
+    EXPECT_EQ(view().Text(), u"x"_qs);
 }
 
 TEST_F(SwitchMode, TheFocusIsInTheViewThatBecameVisible) {
@@ -331,7 +331,7 @@ TEST_F(SwitchMode, WhileItLoadsAnotherSwitchIsLeftOut) {
 
 TEST_F(SwitchMode, ACloseEventWhileItAsksIsIgnored) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     bool closed = true;
     whileAsked<frmSwitch>([&](frmSwitch& form) {
         closed = m_document.close();
@@ -346,7 +346,7 @@ TEST_F(SwitchMode, ADocumentThatGoesWhileItAsksIsNotTouchedAgain) {
     for (const bool confirmed : {true, false}) {
         auto* document = new frmDocument(&m_host, m_services);
         document->show();
-        documenttest::typeInto(document->GetEditor()->control(), QStringLiteral("x"));
+        documenttest::typeInto(document->GetEditor()->control(), u"x"_qs);
         QTimer::singleShot(0, &m_document, [&] {
             if (confirmed)
                 qobject_cast<frmSwitch*>(QApplication::activeModalWidget())->accept();
@@ -361,11 +361,11 @@ TEST_F(SwitchMode, ADocumentThatGoesWhileItAsksIsNotTouchedAgain) {
 TEST_F(SwitchMode, ADocumentThatGoesWhileItSavesFirstIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     document->show();
-    documenttest::typeInto(document->GetEditor()->control(), QStringLiteral("x"));
-    m_host.during[QStringLiteral("SaveDocument")] = [&] { delete document; };
+    documenttest::typeInto(document->GetEditor()->control(), u"x"_qs);
+    m_host.during[u"SaveDocument"_qs] = [&] { delete document; };
     answerSwitch(0, "cmdSwitch");
     document->setTextEdit(false);
-    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("SaveDocument 1 1")));
+    EXPECT_EQ(m_host.calls, QStringList(u"SaveDocument 1 1"_qs));
 }
 
 TEST_F(SwitchMode, ADocumentThatGoesBeforeTheBytesAreLoadedIsNotTouchedAgain) {

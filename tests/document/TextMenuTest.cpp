@@ -21,7 +21,7 @@ struct Chosen {
     const char* clipboard = "held";
 };
 
-constexpr Chosen entries[] = {
+constexpr Chosen Entries[] = {
     {"mnuCopy", "one two", 0, 3, "[one] two", "", "one"},
     {"mnuPaste", "one two", 0, 3, "held[] two"},
     {"mnuCut", "one two", 0, 4, "[]two", "", "one "},
@@ -59,12 +59,12 @@ class TextMenu : public DocumentFixture {
         m_document.resize(400, 300);
         m_document.show();
     }
-    QMenu& menu() { return *m_document.findChild<QMenu*>(QStringLiteral("EditText")); }
+    QMenu& menu() { return *m_document.findChild<QMenu*>(u"EditText"_qs); }
     QAction& entry(const char* name) { return *menu().findChild<QAction*>(QString::fromLatin1(name)); }
 
     void prepare(const Chosen& chosen) {
         const QByteArray name(chosen.name);
-        QGuiApplication::clipboard()->setText(QStringLiteral("held"));
+        QGuiApplication::clipboard()->setText(u"held"_qs);
         view().setText(QString());
         control().type(QString::fromLatin1(chosen.text));
         control().setSelection(chosen.anchor, chosen.caret);
@@ -83,8 +83,7 @@ class TextMenu : public DocumentFixture {
         for (qint64 line = 0; line < view().TotalLines(); ++line) {
             if (control().BookmarkAt(line))
                 seen += u'*';
-            const QString text =
-                view().GetLine(line) + (line + 1 < view().TotalLines() ? QStringLiteral("\n") : QString());
+            const QString text = view().GetLine(line) + (line + 1 < view().TotalLines() ? u"\n"_qs : QString());
             for (qsizetype unit = 0; unit <= text.size(); ++unit) {
                 const bool behindLast = unit == text.size();
                 if (behindLast && line + 1 < view().TotalLines())
@@ -114,20 +113,21 @@ class TextMenu : public DocumentFixture {
 };
 
 TEST_F(TextMenu, EachEntryDoesWhatItIsCalled) {
-    for (const Chosen& chosen : entries) {
+    for (const Chosen& chosen : Entries) {
         prepare(chosen);
         entry(chosen.name).trigger();
-        if (*chosen.opens != '\0')
+        if (*chosen.opens != '\0') {
             EXPECT_EQ(windowSeen().toStdString(), chosen.opens) << chosen.name;
-        else
+        } else {
             EXPECT_EQ(textSeen().toStdString(), chosen.seen) << chosen.name;
+        }
         EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), chosen.clipboard) << chosen.name;
     }
 }
 
 TEST_F(TextMenu, NoEntryIsForgotten) {
-    QStringList known{QStringLiteral("mnuChangeCase"), QStringLiteral("mnuLineDelete")};
-    for (const Chosen& chosen : entries)
+    QStringList known{u"mnuChangeCase"_qs, u"mnuLineDelete"_qs};
+    for (const Chosen& chosen : Entries)
         known << QString::fromLatin1(chosen.name);
     QStringList there;
     for (const QAction* action : menu().findChildren<QAction*>()) {

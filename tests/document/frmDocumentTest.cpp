@@ -8,7 +8,7 @@
 using documenttest::readFailure;
 using documenttest::setMode;
 using documenttest::setTime;
-using documenttest::someTime;
+using documenttest::SomeTime;
 using documenttest::writeFile;
 
 namespace {
@@ -55,20 +55,20 @@ TEST_F(Document, ShowsTheHighlightOfItsRowFromTheStart) {
 }
 
 TEST_F(Document, ItsPartsBearTheirNames) {
-    EXPECT_EQ(m_document.objectName(), QStringLiteral("frmDocument"));
-    EXPECT_EQ(m_document.findChild<rtCM*>(QStringLiteral("rtCM1")), &view());
-    EXPECT_EQ(view().findChild<TextControl*>(QStringLiteral("TextControl1")), &control());
-    EXPECT_NE(m_document.findChild<ucHex*>(QStringLiteral("ucHex1")), nullptr);
+    EXPECT_EQ(m_document.objectName(), u"frmDocument"_qs);
+    EXPECT_EQ(m_document.findChild<rtCM*>(u"rtCM1"_qs), &view());
+    EXPECT_EQ(view().findChild<TextControl*>(u"TextControl1"_qs), &control());
+    EXPECT_NE(m_document.findChild<ucHex*>(u"ucHex1"_qs), nullptr);
 }
 
 TEST_F(Document, ItsFieldsCanBeReadFromOutside) {
-    m_document.fIdx = QStringLiteral("F7");
-    m_document.setCaption(QStringLiteral("Document7"));
+    m_document.fIdx = u"F7"_qs;
+    m_document.setCaption(u"Document7"_qs);
     const QString file = fileOf("text");
     ASSERT_TRUE(open(file, true));
     m_document.setLocked(true);
-    EXPECT_EQ(m_document.property("fIdx").toString(), QStringLiteral("F7"));
-    EXPECT_EQ(m_document.property("Caption").toString(), QStringLiteral("Document7"));
+    EXPECT_EQ(m_document.property("fIdx").toString(), u"F7"_qs);
+    EXPECT_EQ(m_document.property("Caption").toString(), u"Document7"_qs);
     EXPECT_EQ(m_document.property("filename").toString(), file);
     EXPECT_TRUE(m_document.property("isReadOnly").toBool());
     EXPECT_TRUE(m_document.property("Locked").toBool());
@@ -85,10 +85,10 @@ TEST_F(Document, TheTextLiesWithinANarrowMargin) {
 }
 
 TEST_F(Document, TakesTheFontOfTheSettings) {
-    m_options.FontName = QStringLiteral("Monospace");
+    m_options.FontName = u"Monospace"_qs;
     m_options.FontSize = 17;
     const frmDocument document(&m_host, m_services);
-    EXPECT_EQ(document.GetEditor()->FontName(), QStringLiteral("Monospace"));
+    EXPECT_EQ(document.GetEditor()->FontName(), u"Monospace"_qs);
     EXPECT_EQ(document.GetEditor()->FontSize(), 17);
 }
 
@@ -99,16 +99,16 @@ TEST_F(Document, TheFocusGoesToTheText) {
 }
 
 TEST_F(Document, TheCaptionNamesWindowAndTextAlike) {
-    m_document.setCaption(QStringLiteral("/home/u/notes.txt"));
-    EXPECT_EQ(m_document.Caption(), QStringLiteral("/home/u/notes.txt"));
-    EXPECT_EQ(m_document.windowTitle(), QStringLiteral("/home/u/notes.txt"));
+    m_document.setCaption(u"/home/u/notes.txt"_qs);
+    EXPECT_EQ(m_document.Caption(), u"/home/u/notes.txt"_qs);
+    EXPECT_EQ(m_document.windowTitle(), u"/home/u/notes.txt"_qs);
     const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control());
     ASSERT_NE(accessible, nullptr);
-    EXPECT_EQ(accessible->text(QAccessible::Name), QStringLiteral("/home/u/notes.txt"));
+    EXPECT_EQ(accessible->text(QAccessible::Name), u"/home/u/notes.txt"_qs);
 }
 
 TEST_F(Document, ACaptionWithTheMarkOfWindowTitlesComesBackWhole) {
-    for (const QString& caption : {QStringLiteral("a[*].txt"), QStringLiteral("[*][*]"), QStringLiteral("[[*]*]")}) {
+    for (const QString& caption : {u"a[*].txt"_qs, u"[*][*]"_qs, u"[[*]*]"_qs}) {
         m_document.setCaption(caption);
         EXPECT_EQ(m_document.Caption(), caption);
         EXPECT_FALSE(m_document.isWindowModified());
@@ -125,7 +125,7 @@ TEST_F(Document, OpeningTakesTheFile) {
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(m_document.isReadOnly);
     EXPECT_FALSE(view().FileChanged);
-    EXPECT_EQ(view().Text(), QStringLiteral("one\ntwo\n"));
+    EXPECT_EQ(view().Text(), u"one\ntwo\n"_qs);
     EXPECT_EQ(m_document.DocIcon(), 0);
     EXPECT_FALSE(m_document.LastUpdate.isEmpty());
     EXPECT_EQ(m_document.KnownUpdate, m_document.LastUpdate);
@@ -134,13 +134,13 @@ TEST_F(Document, OpeningTakesTheFile) {
 
 TEST_F(Document, OpeningTellsTheFrameTabCaptionThenMode) {
     ASSERT_TRUE(open(fileOf("text")));
-    EXPECT_EQ(m_host.calls, QStringList({QStringLiteral("SetTabCaption 1"), QStringLiteral("SetEditModeIcon")}));
+    EXPECT_EQ(m_host.calls, QStringList({u"SetTabCaption 1"_qs, u"SetEditModeIcon"_qs}));
 }
 
 TEST_F(Document, TheFrameIsToldWhenTheFieldsAreThoseOfTheFile) {
     const QString file = fileOf("text");
     bool told = false;
-    m_host.during[QStringLiteral("SetTabCaption")] = [&] {
+    m_host.during[u"SetTabCaption"_qs] = [&] {
         told = true;
         EXPECT_EQ(m_document.filename, file);
         EXPECT_FALSE(m_document.isNew);
@@ -173,25 +173,25 @@ TEST_F(Document, ALockSetBeforeTheLoadOutlivesIt) {
     m_document.setLocked(true);
     ASSERT_TRUE(open(fileOf("text"), true));
     EXPECT_TRUE(m_document.Locked());
-    type(QStringLiteral("x"));
-    EXPECT_EQ(view().Text(), QStringLiteral("text"));
+    type(u"x"_qs);
+    EXPECT_EQ(view().Text(), u"text"_qs);
     EXPECT_FALSE(m_document.isChange);
 }
 
 TEST_F(Document, OpeningAnotherFileDropsTheEdits) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     ASSERT_TRUE(m_document.isChange);
-    const QString other = fileOf("two", QStringLiteral("b.txt"));
+    const QString other = fileOf("two", u"b.txt"_qs);
     ASSERT_TRUE(open(other));
     EXPECT_EQ(m_document.filename, other);
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(view().FileChanged);
-    EXPECT_EQ(view().Text(), QStringLiteral("two"));
+    EXPECT_EQ(view().Text(), u"two"_qs);
 }
 
 TEST_F(Document, OpeningIntoAnEditedUntitledDocumentMakesItASavedOne) {
-    type(QStringLiteral("abc"));
+    type(u"abc"_qs);
     ASSERT_TRUE(m_document.isChange);
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
@@ -204,10 +204,10 @@ TEST_F(Document, OpeningIntoAnEditedUntitledDocumentMakesItASavedOne) {
 
 TEST_F(Document, AFailedLoadOfAnUntitledDocumentLeavesItUntouched) {
     const Fields before = fieldsOf(m_document);
-    EXPECT_FALSE(open(path(QStringLiteral("missing.txt"))));
+    EXPECT_FALSE(open(path(u"missing.txt"_qs)));
     EXPECT_EQ(fieldsOf(m_document), before);
     ASSERT_EQ(m_prompts.messages.size(), 1);
-    EXPECT_EQ(m_prompts.messages.front(), readFailure(path(QStringLiteral("missing.txt")), ENOENT));
+    EXPECT_EQ(m_prompts.messages.front(), readFailure(path(u"missing.txt"_qs), ENOENT));
     EXPECT_EQ(m_document.LastUpdate, QString());
 }
 
@@ -215,18 +215,18 @@ TEST_F(Document, AFailedLoadLeavesFileTextAndChangesAndRefreshesTheTimes) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
     const QString loadedAt = m_document.LastUpdate;
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     const Fields before = fieldsOf(m_document);
-    setTime(file, someTime + 60);
+    setTime(file, SomeTime + 60);
     m_host.calls.clear();
 
-    EXPECT_FALSE(open(path(QStringLiteral("missing.txt")), true));
+    EXPECT_FALSE(open(path(u"missing.txt"_qs), true));
     EXPECT_EQ(fieldsOf(m_document), before);
     EXPECT_TRUE(view().FileChanged);
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+    EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_NE(m_document.LastUpdate, loadedAt);
     EXPECT_EQ(m_document.KnownUpdate, m_document.LastUpdate);
-    EXPECT_EQ(m_host.calls, QStringList({QStringLiteral("SetTabCaption 1"), QStringLiteral("SetEditModeIcon")}));
+    EXPECT_EQ(m_host.calls, QStringList({u"SetTabCaption 1"_qs, u"SetEditModeIcon"_qs}));
     EXPECT_FALSE(pointerIsBusy());
 }
 
@@ -238,7 +238,7 @@ TEST_F(Document, AFolderIsToldAndNotOpened) {
 }
 
 TEST_F(Document, AFifoIsToldAndNotWaitedFor) {
-    const QString fifo = path(QStringLiteral("fifo"));
+    const QString fifo = path(u"fifo"_qs);
     ASSERT_EQ(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     EXPECT_FALSE(m_document.OpenFile(fifo, false, true, true));
     ASSERT_EQ(m_prompts.messages.size(), 1);
@@ -247,7 +247,7 @@ TEST_F(Document, AFifoIsToldAndNotWaitedFor) {
 
 TEST_F(Document, ThePointerIsBusyWhileItLoads) {
     bool busy = false;
-    m_host.during[QStringLiteral("SetEditModeIcon")] = [&] { busy = pointerIsBusy(); };
+    m_host.during[u"SetEditModeIcon"_qs] = [&] { busy = pointerIsBusy(); };
     ASSERT_TRUE(open(fileOf("text")));
     EXPECT_TRUE(busy);
     EXPECT_FALSE(pointerIsBusy());
@@ -258,7 +258,7 @@ TEST_F(Document, ItIsNotToldAsChangedByALoad) {
     QObject::connect(&m_document, &frmDocument::FileChange, [&] { ++changes; });
     QObject::connect(&m_document, &frmDocument::DocChange, [&] { ++changes; });
     ASSERT_TRUE(open(fileOf("one")));
-    ASSERT_TRUE(open(fileOf("two", QStringLiteral("b.txt"))));
+    ASSERT_TRUE(open(fileOf("two", u"b.txt"_qs)));
     EXPECT_EQ(changes, 0);
 }
 
@@ -292,34 +292,34 @@ TEST_F(Document, ReloadingComesBackAsTextWithoutTheBinaryTest) {
     writeFile(file, QByteArray("c\2d", 3));
     m_document.ReloadFile();
     EXPECT_TRUE(m_document.TextEdit());
-    EXPECT_EQ(view().Text(), QStringLiteral("c\2d"));
+    EXPECT_EQ(view().Text(), u"c\2d"_qs);
     EXPECT_TRUE(m_document.isReadOnly);
     EXPECT_EQ(m_document.DocIcon(), 2);
 }
 
 TEST_F(Document, ReloadingDropsTheEdits) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.ReloadFile();
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(view().FileChanged);
     EXPECT_FALSE(control().CanUndo());
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
 }
 
 TEST_F(Document, SettingTextModeInTextModeLoadsTheFileAnew) {
     ASSERT_TRUE(open(fileOf("one"), true));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     EXPECT_FALSE(m_document.isChange);
     EXPECT_TRUE(m_document.isReadOnly);
 }
 
 TEST_F(Document, SettingTextModeKeepsTheTextOfAnUntitledDocument) {
-    type(QStringLiteral("abc"));
+    type(u"abc"_qs);
     m_document.setTextEdit(true);
-    EXPECT_EQ(view().Text(), QStringLiteral("abc"));
+    EXPECT_EQ(view().Text(), u"abc"_qs);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_TRUE(view().FileChanged);
 }
@@ -341,13 +341,13 @@ TEST_F(Document, TheFirstEditMarksItChangedAndTouched) {
         EXPECT_EQ(document, &m_document);
         EXPECT_EQ(fileChanges, 1);
     });
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_EQ(fileChanges, 1);
     EXPECT_EQ(docChanges, 1);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_FALSE(m_document.isNew);
     EXPECT_EQ(m_document.filename, QString());
-    type(QStringLiteral("bc"));
+    type(u"bc"_qs);
     EXPECT_EQ(fileChanges, 1);
     EXPECT_EQ(docChanges, 3);
 }
@@ -355,7 +355,7 @@ TEST_F(Document, TheFirstEditMarksItChangedAndTouched) {
 TEST_F(Document, AnEditOfASavedDocumentMarksItChanged) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_FALSE(m_document.isNew);
     EXPECT_EQ(m_document.filename, file);
@@ -364,28 +364,28 @@ TEST_F(Document, AnEditOfASavedDocumentMarksItChanged) {
 
 TEST_F(Document, UndoingTheEditIsAnEditToo) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     int docChanges = 0;
     QObject::connect(&m_document, &frmDocument::DocChange, [&] { ++docChanges; });
     m_document.Undo();
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     EXPECT_EQ(docChanges, 1);
     EXPECT_TRUE(m_document.isChange);
     m_document.Redo();
-    EXPECT_EQ(view().Text(), QStringLiteral("xone"));
+    EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_EQ(docChanges, 2);
 }
 
 TEST_F(Document, TheEditingCommandsReachTheText) {
     ASSERT_TRUE(open(fileOf("one")));
     m_document.SelectAll();
-    EXPECT_EQ(view().SelText(), QStringLiteral("one"));
+    EXPECT_EQ(view().SelText(), u"one"_qs);
     m_document.Copy();
     m_document.Cut();
     EXPECT_EQ(view().Text(), QString());
     m_document.Paste();
     m_document.Paste();
-    EXPECT_EQ(view().Text(), QStringLiteral("oneone"));
+    EXPECT_EQ(view().Text(), u"oneone"_qs);
 }
 
 TEST_F(Document, MovesOfTheCaretAreTold) {
@@ -404,17 +404,17 @@ TEST_F(Document, MovesOfTheCaretAreTold) {
 }
 
 TEST_F(Document, TheCursorIsToldByLineColumnAndPosition) {
-    EXPECT_EQ(m_document.GetCursorPos(), QStringLiteral("Ln 1 / 1, Col 1, Pos 1"));
+    EXPECT_EQ(m_document.GetCursorPos(), u"Ln 1 / 1, Col 1, Pos 1"_qs);
     ASSERT_TRUE(open(fileOf("one\ntwo\nthree")));
     view().setSelStart(6);
     view().setSelEnd(6);
-    EXPECT_EQ(m_document.GetCursorPos(), QStringLiteral("Ln 2 / 3, Col 3, Pos 7"));
+    EXPECT_EQ(m_document.GetCursorPos(), u"Ln 2 / 3, Col 3, Pos 7"_qs);
 }
 
 TEST_F(Document, LinesOfTheCursorAreShownWithThousandsSeparators) {
     ASSERT_TRUE(open(fileOf(QByteArray("\n").repeated(1'234'566))));
     view().GotoTextLine(1'233);
-    EXPECT_EQ(m_document.GetCursorPos(), QStringLiteral("Ln 1,234 / 1,234,567, Col 1, Pos 1234"));
+    EXPECT_EQ(m_document.GetCursorPos(), u"Ln 1,234 / 1,234,567, Col 1, Pos 1234"_qs);
 }
 
 TEST_F(Document, EnablingConcernsTheTextView) {
@@ -428,8 +428,8 @@ TEST_F(Document, EnablingConcernsTheTextView) {
 }
 
 TEST_F(Document, ADroppedFileGoesToTheFrame) {
-    Q_EMIT control().DropFile(QStringLiteral("/home/u/ b.txt"));
-    EXPECT_EQ(m_host.calls, QStringList(QStringLiteral("OpenFile /home/u/ b.txt 0 1 1")));
+    Q_EMIT control().DropFile(u"/home/u/ b.txt"_qs);
+    EXPECT_EQ(m_host.calls, QStringList(u"OpenFile /home/u/ b.txt 0 1 1"_qs));
 }
 
 // Read-only
@@ -443,9 +443,9 @@ TEST_F(Document, TogglingReadOnlyLocksAndUnlocks) {
     EXPECT_TRUE(m_document.Locked());
     EXPECT_EQ(m_document.DocIcon(), 2);
     EXPECT_EQ(told, 1);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.Paste();
-    EXPECT_EQ(view().Text(), QStringLiteral("one"));
+    EXPECT_EQ(view().Text(), u"one"_qs);
     m_document.ChangeToReadOnly();
     EXPECT_FALSE(m_document.isReadOnly);
     EXPECT_FALSE(m_document.Locked());
@@ -456,7 +456,7 @@ TEST_F(Document, TogglingReadOnlyLocksAndUnlocks) {
 
 TEST_F(Document, TogglingReadOnlyOfAChangedDocumentComesBackToTheChangedIcon) {
     ASSERT_TRUE(open(fileOf("one")));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_document.ChangeToReadOnly();
     EXPECT_EQ(m_document.DocIcon(), 2);
     EXPECT_TRUE(m_document.isChange);

@@ -9,7 +9,7 @@
 namespace {
 
 QRadioButton& option(const frmSwitch& form, int index) {
-    return *form.findChild<QRadioButton*>(QStringLiteral("Option1(%1)").arg(index));
+    return *form.findChild<QRadioButton*>(u"Option1(%1)"_qs.arg(index));
 }
 
 QPushButton& button(const frmSwitch& form, const char* name) {
@@ -20,11 +20,11 @@ QPushButton& button(const frmSwitch& form, const char* name) {
 
 TEST(frmSwitch, SaysWhereTheSwitchLeads) {
     const frmSwitch toHex(false);
-    EXPECT_EQ(option(toHex, 0).text(), QStringLiteral("Save the file before switching to hex mode."));
-    EXPECT_EQ(option(toHex, 1).text(), QStringLiteral("Discard the changes and switch to hex mode."));
+    EXPECT_EQ(option(toHex, 0).text(), u"Save the file before switching to hex mode."_qs);
+    EXPECT_EQ(option(toHex, 1).text(), u"Discard the changes and switch to hex mode."_qs);
     const frmSwitch toText(true);
-    EXPECT_EQ(option(toText, 0).text(), QStringLiteral("Save the file before switching to text mode."));
-    EXPECT_EQ(option(toText, 1).text(), QStringLiteral("Discard the changes and switch to text mode."));
+    EXPECT_EQ(option(toText, 0).text(), u"Save the file before switching to text mode."_qs);
+    EXPECT_EQ(option(toText, 1).text(), u"Discard the changes and switch to text mode."_qs);
 }
 
 TEST(frmSwitch, ComesUpModalWithSavingSelectedAndNothingDecided) {
@@ -32,7 +32,7 @@ TEST(frmSwitch, ComesUpModalWithSavingSelectedAndNothingDecided) {
     form.show();
     form.activateWindow();
     QCoreApplication::processEvents();
-    EXPECT_EQ(form.objectName(), QStringLiteral("frmSwitch"));
+    EXPECT_EQ(form.objectName(), u"frmSwitch"_qs);
     EXPECT_TRUE(form.isModal());
     EXPECT_TRUE(option(form, 0).isChecked());
     EXPECT_TRUE(option(form, 0).hasFocus());

@@ -38,20 +38,20 @@ class TextViewSearch : public testing::Test {
     bool next(const char* text) { return m_view.FindNext(QString::fromUtf8(text)); }
     bool previous(const char* text) { return m_view.FindPrev(QString::fromUtf8(text)); }
     QString all(const char* text, bool regExp = false, bool caseSensitive = false, bool wholeWord = false) {
-        QString list = QStringLiteral("old");
+        QString list = u"old"_qs;
         m_view.FindAllMatch(QString::fromUtf8(text), list, regExp, caseSensitive, wholeWord);
         return list;
     }
     QString replaced(const char* text, const char* by, bool regExp = false, bool caseSensitive = false,
                      bool preserveCase = false, bool wholeWord = false) {
-        QString list = QStringLiteral("old");
+        QString list = u"old"_qs;
         m_view.ReplaceAllMatch(QString::fromUtf8(text), QString::fromUtf8(by), list, regExp, caseSensitive,
                                preserveCase, wholeWord);
         return list;
     }
     /// So many matches that a loop over them yields on any machine.
     static constexpr qsizetype Many = 1'000'000;
-    static QString manyMatches() { return QStringLiteral("a ").repeated(Many); }
+    static QString manyMatches() { return u"a "_qs.repeated(Many); }
 
     ScriptedServices m_given;
     Options& m_options = m_given.options;
@@ -67,7 +67,7 @@ class TextViewSearch : public testing::Test {
 TEST_F(TextViewSearch, EscEndsASearchForOneMatchThatTakesLong) {
     QString text;
     for (int line = 0; line < 3000; ++line)
-        text += QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n");
+        text += u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs;
     m_view.setText(text);
     select(1, 3);
     m_options.RegExpOn = true;
@@ -75,7 +75,7 @@ TEST_F(TextViewSearch, EscEndsASearchForOneMatchThatTakesLong) {
     QTimer typist;
     bool typed = false;
     QObject::connect(&typist, &QTimer::timeout, [&] {
-        typeInto(m_view.control(), QStringLiteral("x"));
+        typeInto(m_view.control(), u"x"_qs);
         EXPECT_FALSE(m_view.close());
         QTest::keyClick(&m_view.control(), Qt::Key_Escape);
         typed = true;
@@ -97,14 +97,14 @@ TEST_F(TextViewSearch, EscEndsAListOfAllMatches) {
 }
 
 TEST_F(TextViewSearch, EscLetsAReplacementOfAllEndWithWhatItFound) {
-    const QString rest = QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000);
+    const QString rest = u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000);
     m_view.setText(u'b' + rest);
     QSignalSpy told(&m_view, &rtCM::Notice);
     QTimer::singleShot(0, &m_view, [&] { QTest::keyClick(&m_view.control(), Qt::Key_Escape); });
-    EXPECT_EQ(replaced("b|(a|aa)+$", "c", true), QStringLiteral("0,0,1\t"));
+    EXPECT_EQ(replaced("b|(a|aa)+$", "c", true), u"0,0,1\t"_qs);
     EXPECT_EQ(m_view.Text(), u'c' + rest);
     ASSERT_FALSE(told.isEmpty());
-    EXPECT_EQ(told.last()[0].toString(), QStringLiteral("The search was stopped."));
+    EXPECT_EQ(told.last()[0].toString(), u"The search was stopped."_qs);
     m_view.Undo();
     EXPECT_EQ(m_view.Text(), u'b' + rest);
 }
@@ -115,13 +115,13 @@ TEST_F(TextViewSearch, SaysThatAListOfAllMatchesWasStopped) {
     QTimer::singleShot(0, &m_view, [&] { m_view.StopSearch(); });
     EXPECT_LT(all("a").count(u'\t'), Many);
     ASSERT_FALSE(told.isEmpty());
-    EXPECT_EQ(told.last()[0].toString(), QStringLiteral("The search was stopped."));
+    EXPECT_EQ(told.last()[0].toString(), u"The search was stopped."_qs);
 }
 
 TEST_F(TextViewSearch, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
-    const QString text = QStringLiteral("c c") + QString(60, u'a') + QStringLiteral("\nc b");
+    const QString text = u"c c"_qs + QString(60, u'a') + u"\nc b"_qs;
     constexpr const char* Wild = "(a+)+b|c";
-    const QString tooMany = QStringLiteral("The expression takes too many steps; the search was stopped.");
+    const QString tooMany = u"The expression takes too many steps; the search was stopped."_qs;
     m_view.setText(text);
     m_view.FileChanged = false;
     m_options.RegExpOn = true;
@@ -136,13 +136,13 @@ TEST_F(TextViewSearch, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
     EXPECT_FALSE(previous(Wild));
     EXPECT_TRUE(isTold());
     EXPECT_EQ(selected(), Selected(text.size(), text.size()));
-    EXPECT_EQ(all(Wild, true), QStringLiteral("0,0,1\t0,2,1\t"));
+    EXPECT_EQ(all(Wild, true), u"0,0,1\t0,2,1\t"_qs);
     EXPECT_TRUE(isTold());
     EXPECT_FALSE(m_view.FileChanged);
 
-    EXPECT_EQ(replaced(Wild, "d", true), QStringLiteral("0,0,1\t0,2,1\t"));
+    EXPECT_EQ(replaced(Wild, "d", true), u"0,0,1\t0,2,1\t"_qs);
     EXPECT_TRUE(isTold());
-    EXPECT_EQ(m_view.Text(), QStringLiteral("d d") + text.mid(3));
+    EXPECT_EQ(m_view.Text(), u"d d"_qs + text.mid(3));
     m_view.Undo();
     EXPECT_EQ(m_view.Text(), text);
     EXPECT_EQ(m_prompts.messages, QStringList());
@@ -172,7 +172,7 @@ TEST_F(TextViewSearch, AnEmptyTextRepeatsTheLastOne) {
 
 TEST_F(TextViewSearch, TheTextCanBeSetAheadOfTheSearch) {
     hold("one two");
-    m_view.SetFindText(QStringLiteral("two"));
+    m_view.SetFindText(u"two"_qs);
     EXPECT_EQ(selected(), Selected(0, 0));
     EXPECT_TRUE(next(""));
     EXPECT_EQ(selected(), Selected(4, 7));
@@ -231,7 +231,7 @@ TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
         EXPECT_EQ(selected(), Selected(7, 5));
         EXPECT_FALSE(previous("four"));
         EXPECT_EQ(selected(), Selected(7, 5));
-        EXPECT_FALSE(m_view.FindText(QStringLiteral("four"), false, false, false));
+        EXPECT_FALSE(m_view.FindText(u"four"_qs, false, false, false));
         EXPECT_EQ(selected(), Selected(7, 5));
     }
 }
@@ -239,7 +239,7 @@ TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
 TEST_F(TextViewSearch, FindTextThatFailsLeavesTheSelectionThoughThereIsAMatchBefore) {
     hold("one two");
     select(7, 4);
-    EXPECT_FALSE(m_view.FindText(QStringLiteral("one"), false, false, false));
+    EXPECT_FALSE(m_view.FindText(u"one"_qs, false, false, false));
     EXPECT_EQ(selected(), Selected(7, 4));
 }
 
@@ -248,7 +248,7 @@ TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
     m_view.resize(400, 200);
     m_view.show();
     hold("one\n");
-    m_view.AddText(QStringLiteral("two\n").repeated(200));
+    m_view.AddText(u"two\n"_qs.repeated(200));
     const auto ask = [&](unsigned message) { return control.SendScintilla(message); };
     for (const bool goesOn : {false, true}) {
         m_options.ContinueSearch = goesOn;
@@ -277,7 +277,7 @@ TEST_F(TextViewSearch, AFailureLeavesARectangle) {
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARET), 11);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
-    control.type(QStringLiteral("-"));
+    control.type(u"-"_qs);
     EXPECT_EQ(m_view.Text().count(u'-'), 2);
 }
 
@@ -296,7 +296,7 @@ TEST_F(TextViewSearch, AFailureOfTheSecondTryLetsEventsRunToo) {
     };
     fails([&] { return next("four"); });
     fails([&] { return previous("four"); });
-    fails([&] { return m_view.FindText(QStringLiteral("four"), false, false, false); });
+    fails([&] { return m_view.FindText(u"four"_qs, false, false, false); });
 }
 
 TEST_F(TextViewSearch, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun) {
@@ -332,24 +332,24 @@ TEST_F(TextViewSearch, AnInvalidExpressionIsNotFound) {
     select(2, 1);
     EXPECT_FALSE(next("a(b"));
     EXPECT_FALSE(previous("[z"));
-    EXPECT_FALSE(m_view.FindText(QStringLiteral("+"), true, false, false));
+    EXPECT_FALSE(m_view.FindText(u"+"_qs, true, false, false));
     EXPECT_EQ(all("(", true), QString());
     EXPECT_EQ(replaced("(", "x", true), QString());
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a(b"));
+    EXPECT_EQ(m_view.Text(), u"a(b"_qs);
 }
 
 TEST_F(TextViewSearch, FindTextGoesByTheFlagsItIsGiven) {
     hold("One ones onE");
     m_options.CaseSensitiveOn = true;
-    EXPECT_TRUE(m_view.FindText(QStringLiteral("ONE"), false, false, true));
+    EXPECT_TRUE(m_view.FindText(u"ONE"_qs, false, false, true));
     EXPECT_EQ(selected(), Selected(0, 3));
-    EXPECT_TRUE(m_view.FindText(QStringLiteral("ONE"), false, false, true));
+    EXPECT_TRUE(m_view.FindText(u"ONE"_qs, false, false, true));
     EXPECT_EQ(selected(), Selected(9, 12));
     EXPECT_TRUE(m_options.CaseSensitiveOn);
     EXPECT_FALSE(m_options.WholeWord);
-    EXPECT_FALSE(m_view.FindText(QStringLiteral("ONE"), false, true, false));
+    EXPECT_FALSE(m_view.FindText(u"ONE"_qs, false, true, false));
     select(0, 0);
-    EXPECT_TRUE(m_view.FindText(QStringLiteral("o.es"), true, true, false));
+    EXPECT_TRUE(m_view.FindText(u"o.es"_qs, true, true, false));
     EXPECT_EQ(selected(), Selected(4, 8));
 }
 
@@ -357,7 +357,7 @@ TEST_F(TextViewSearch, FindTextGoesAroundTheEndWithContinueSearch) {
     m_options.ContinueSearch = true;
     hold("one two");
     select(7, 7);
-    EXPECT_TRUE(m_view.FindText(QStringLiteral("one"), false, false, false));
+    EXPECT_TRUE(m_view.FindText(u"one"_qs, false, false, false));
     EXPECT_EQ(selected(), Selected(0, 3));
 }
 
@@ -365,23 +365,23 @@ TEST_F(TextViewSearch, ALockedDocumentIsSearchedAndNotReplacedIn) {
     hold("one one");
     m_view.setLocked(true);
     EXPECT_TRUE(next("one"));
-    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t0,4,3\t"));
+    EXPECT_EQ(all("one"), u"0,0,3\t0,4,3\t"_qs);
     EXPECT_EQ(replaced("one", "1"), QString());
-    EXPECT_EQ(m_view.Text(), QStringLiteral("one one"));
+    EXPECT_EQ(m_view.Text(), u"one one"_qs);
     EXPECT_EQ(m_changes.count(), 0);
     EXPECT_FALSE(m_view.FileChanged);
 }
 
 TEST_F(TextViewSearch, OneLineOfManyMegabytesIsSearchedThrough) {
     m_options.ContinueSearch = true;
-    const QString line = QString(5'000'000, u'x') + QStringLiteral("needle") + QString(5'000'000, u'x');
+    const QString line = QString(5'000'000, u'x') + u"needle"_qs + QString(5'000'000, u'x');
     m_view.setText(line);
     EXPECT_TRUE(next("needle"));
     EXPECT_EQ(selected(), Selected(5'000'000, 5'000'006));
     select(10'000'006, 10'000'006);
     EXPECT_TRUE(previous("needle"));
-    EXPECT_EQ(all("needle"), QStringLiteral("0,5000000,6\t"));
-    EXPECT_EQ(replaced("needle", "thread!"), QStringLiteral("0,5000000,7\t"));
+    EXPECT_EQ(all("needle"), u"0,5000000,6\t"_qs);
+    EXPECT_EQ(replaced("needle", "thread!"), u"0,5000000,7\t"_qs);
     EXPECT_EQ(m_view.TotalLines(), 1);
     EXPECT_EQ(m_view.Text().size(), 10'000'007);
 }
@@ -391,7 +391,7 @@ TEST_F(TextViewSearch, OneLineOfManyMegabytesIsSearchedThrough) {
 TEST_F(TextViewSearch, FindAllMatchListsLinePositionAndLength) {
     hold("one\r\nöne one\r\n\U0001F600one");
     select(3, 5);
-    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t1,9,3\t2,16,3\t"));
+    EXPECT_EQ(all("one"), u"0,0,3\t1,9,3\t2,16,3\t"_qs);
     EXPECT_EQ(selected(), Selected(16, 19));
     EXPECT_FALSE(m_view.IgnoreCmdFailure);
     EXPECT_EQ(m_changes.count(), 0);
@@ -399,17 +399,17 @@ TEST_F(TextViewSearch, FindAllMatchListsLinePositionAndLength) {
 
 TEST_F(TextViewSearch, FindAllMatchGoesByTheFlagsItIsGiven) {
     hold("One ones one");
-    EXPECT_EQ(all("one"), QStringLiteral("0,0,3\t0,4,3\t0,9,3\t"));
-    EXPECT_EQ(all("one", false, true), QStringLiteral("0,4,3\t0,9,3\t"));
-    EXPECT_EQ(all("one", false, false, true), QStringLiteral("0,0,3\t0,9,3\t"));
-    EXPECT_EQ(all("o\\w+", true), QStringLiteral("0,0,3\t0,4,4\t0,9,3\t"));
+    EXPECT_EQ(all("one"), u"0,0,3\t0,4,3\t0,9,3\t"_qs);
+    EXPECT_EQ(all("one", false, true), u"0,4,3\t0,9,3\t"_qs);
+    EXPECT_EQ(all("one", false, false, true), u"0,0,3\t0,9,3\t"_qs);
+    EXPECT_EQ(all("o\\w+", true), u"0,0,3\t0,4,4\t0,9,3\t"_qs);
     EXPECT_TRUE(m_view.SearchRegExp());
     EXPECT_FALSE(m_options.RegExpOn);
 }
 
 TEST_F(TextViewSearch, FindAllMatchListsAnEmptyMatchOnceALine) {
     hold("a\nb\nc");
-    EXPECT_EQ(all("^", true), QStringLiteral("0,0,0\t1,2,0\t2,4,0\t"));
+    EXPECT_EQ(all("^", true), u"0,0,0\t1,2,0\t2,4,0\t"_qs);
 }
 
 TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
@@ -424,44 +424,44 @@ TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
 
 TEST_F(TextViewSearch, AnEmptyDocumentIsSentNoCommand) {
     QSignalSpy failures(&m_view.control(), &TextControl::CommandFailed);
-    m_view.SetFindText(QStringLiteral("kept"));
+    m_view.SetFindText(u"kept"_qs);
     EXPECT_EQ(all("x", true), QString());
     EXPECT_EQ(replaced("x", "y", true), QString());
     EXPECT_EQ(failures.count(), 0);
-    EXPECT_EQ(m_view.control().searchText(), QStringLiteral("kept"));
+    EXPECT_EQ(m_view.control().searchText(), u"kept"_qs);
     EXPECT_FALSE(m_view.SearchRegExp());
     EXPECT_EQ(m_changes.count(), 0);
 }
 
 TEST_F(TextViewSearch, ReplaceAllMatchListsWhereTheReplacementsLie) {
     hold("one\none one");
-    EXPECT_EQ(replaced("one", "three"), QStringLiteral("0,0,5\t1,6,5\t1,12,5\t"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("three\nthree three"));
+    EXPECT_EQ(replaced("one", "three"), u"0,0,5\t1,6,5\t1,12,5\t"_qs);
+    EXPECT_EQ(m_view.Text(), u"three\nthree three"_qs);
     EXPECT_EQ(selected(), Selected(12, 17));
     EXPECT_TRUE(m_view.FileChanged);
     EXPECT_GE(m_changes.count(), 1);
     m_view.Undo();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("one\none one"));
+    EXPECT_EQ(m_view.Text(), u"one\none one"_qs);
 }
 
 TEST_F(TextViewSearch, ReplaceAllMatchListsTheLengthOfTheReplacementAsItWasGiven) {
     hold("ab");
-    EXPECT_EQ(replaced("(a)(b)", "$2$1$2", true), QStringLiteral("0,0,6\t"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("bab"));
+    EXPECT_EQ(replaced("(a)(b)", "$2$1$2", true), u"0,0,6\t"_qs);
+    EXPECT_EQ(m_view.Text(), u"bab"_qs);
 }
 
 TEST_F(TextViewSearch, ReplaceAllMatchGoesByTheFlagsItIsGiven) {
     hold("one One ONE ones");
     replaced("one", "two", false, false, true, true);
-    EXPECT_EQ(m_view.Text(), QStringLiteral("two Two TWO ones"));
+    EXPECT_EQ(m_view.Text(), u"two Two TWO ones"_qs);
     replaced("TWO", "x", false, true);
-    EXPECT_EQ(m_view.Text(), QStringLiteral("two Two x ones"));
+    EXPECT_EQ(m_view.Text(), u"two Two x ones"_qs);
 }
 
 TEST_F(TextViewSearch, ReplaceAllMatchEndsWhenTheReplacementHoldsTheText) {
     hold("a b a");
-    EXPECT_EQ(replaced("a", "aaa"), QStringLiteral("0,0,3\t0,6,3\t"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("aaa b aaa"));
+    EXPECT_EQ(replaced("a", "aaa"), u"0,0,3\t0,6,3\t"_qs);
+    EXPECT_EQ(m_view.Text(), u"aaa b aaa"_qs);
 }
 
 TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
@@ -561,9 +561,9 @@ TEST_F(TextViewSearch, AViewThatGoesMeanwhileEndsTheLoop) {
         QString list;
         for (int round = 0; round < 100 && alive; ++round) {
             if (replaces)
-                mortal->ReplaceAllMatch(QStringLiteral("a"), QStringLiteral("a"), list, false, false, false, false);
+                mortal->ReplaceAllMatch(u"a"_qs, u"a"_qs, list, false, false, false, false);
             else
-                mortal->FindAllMatch(QStringLiteral("a"), list, false, false, false);
+                mortal->FindAllMatch(u"a"_qs, list, false, false, false);
         }
         EXPECT_FALSE(alive);
         EXPECT_LT(list.count(u'\t'), Many);
@@ -692,10 +692,10 @@ TEST_F(TextViewMargin, AClickTogglesNothingWhenSwitchedOff) {
 
 TEST_F(TextViewMargin, TheMouseIsToldOfBeforeTheBookmark) {
     QStringList order;
-    QObject::connect(&m_view, &rtCM::MouseDown, [&] { order << QStringLiteral("mouse"); });
-    QObject::connect(&m_view, &rtCM::ClickLeftMargin, [&] { order << QStringLiteral("margin"); });
+    QObject::connect(&m_view, &rtCM::MouseDown, [&] { order << u"mouse"_qs; });
+    QObject::connect(&m_view, &rtCM::ClickLeftMargin, [&] { order << u"margin"_qs; });
     click(10);
-    EXPECT_EQ(order, (QStringList{QStringLiteral("mouse"), QStringLiteral("margin")}));
+    EXPECT_EQ(order, (QStringList{u"mouse"_qs, u"margin"_qs}));
 }
 
 // The control's windows
@@ -768,8 +768,8 @@ TEST_F(TextViewDialogs, TheBarOpensBothWays) {
     m_view.IncrementalSearch();
     EXPECT_TRUE(shown("IncrementalSearchBar"));
     EXPECT_TRUE(m_view.SearchCaseSensitive());
-    auto* field = m_view.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
-    typeInto(*field, QStringLiteral("one"));
+    auto* field = m_view.findChild<QWidget*>(u"txtIncrementalSearch"_qs);
+    typeInto(*field, u"one"_qs);
     EXPECT_EQ(selected(), Selected(8, 11));
     m_view.ReverseIncrementalSearch();
     EXPECT_EQ(selected(), Selected(0, 3));

@@ -21,7 +21,7 @@ class TextView : public testing::Test {
  protected:
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
-    QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
+    QString fileOf(const QByteArray& bytes, const QString& name = u"a.txt"_qs) const {
         writeFile(path(name), bytes);
         return path(name);
     }
@@ -68,7 +68,7 @@ TEST_F(TextView, BeginsByTheSettings) {
 }
 
 TEST_F(TextView, ItsFlagsCanBeReadFromOutside) {
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_TRUE(m_view.property("FileChanged").toBool());
     EXPECT_TRUE(m_view.property("gMyHighlight").toBool());
     EXPECT_TRUE(m_view.property("ClickLeftMarginBookmark").toBool());
@@ -79,26 +79,26 @@ TEST_F(TextView, ItsFlagsCanBeReadFromOutside) {
 
 TEST_F(TextView, TheChangedFlagFollowsEditsLoadsAndSaves) {
     const QString file = fileOf("one");
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_TRUE(m_view.FileChanged);
     EXPECT_TRUE(m_view.OpenFile(file));
     EXPECT_FALSE(m_view.FileChanged);
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_TRUE(m_view.ReloadFile(file));
     EXPECT_FALSE(m_view.FileChanged);
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_TRUE(m_view.SaveFile(file, 1));
     EXPECT_FALSE(m_view.FileChanged);
-    type(QStringLiteral("a"));
-    EXPECT_TRUE(m_view.SaveToTmp(path(QStringLiteral("tmp"))));
+    type(u"a"_qs);
+    EXPECT_TRUE(m_view.SaveToTmp(path(u"tmp"_qs)));
     EXPECT_FALSE(m_view.FileChanged);
-    type(QStringLiteral("a"));
-    EXPECT_TRUE(m_view.LoadFromTmp(path(QStringLiteral("tmp"))));
+    type(u"a"_qs);
+    EXPECT_TRUE(m_view.LoadFromTmp(path(u"tmp"_qs)));
     EXPECT_FALSE(m_view.FileChanged);
 }
 
 TEST_F(TextView, AFailureLeavesTheChangedFlag) {
-    const QString missing = path(QStringLiteral("missing/a"));
+    const QString missing = path(u"missing/a"_qs);
     for (const bool changed : {false, true}) {
         m_view.FileChanged = changed;
         EXPECT_FALSE(m_view.OpenFile(missing));
@@ -111,7 +111,7 @@ TEST_F(TextView, AFailureLeavesTheChangedFlag) {
 }
 
 TEST_F(TextView, LoadsAndSavesThatFailAreToldByTheirDescription) {
-    const QString missing = path(QStringLiteral("missing/a"));
+    const QString missing = path(u"missing/a"_qs);
     EXPECT_FALSE(m_view.OpenFile(missing));
     EXPECT_FALSE(m_view.ReloadFile(missing));
     EXPECT_FALSE(m_view.SaveFile(missing, 1));
@@ -121,51 +121,51 @@ TEST_F(TextView, LoadsAndSavesThatFailAreToldByTheirDescription) {
 }
 
 TEST_F(TextView, LoadsThatAreToIgnoreErrorsTellNobody) {
-    const QString missing = path(QStringLiteral("missing"));
+    const QString missing = path(u"missing"_qs);
     EXPECT_FALSE(m_view.OpenFile(missing, true));
     EXPECT_FALSE(m_view.ReloadFile(missing, true));
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(TextView, TemporaryCopiesThatFailTellNobody) {
-    EXPECT_FALSE(m_view.SaveToTmp(path(QStringLiteral("missing/a"))));
-    EXPECT_FALSE(m_view.LoadFromTmp(path(QStringLiteral("missing/a"))));
+    EXPECT_FALSE(m_view.SaveToTmp(path(u"missing/a"_qs)));
+    EXPECT_FALSE(m_view.LoadFromTmp(path(u"missing/a"_qs)));
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(TextView, ATemporaryCopyIsUnicodeAndComesBack) {
-    m_view.setText(QStringLiteral("\u00e4"));
-    const QString copy = path(QStringLiteral("tmp"));
+    m_view.setText(u"\u00e4"_qs);
+    const QString copy = path(u"tmp"_qs);
     ASSERT_TRUE(m_view.SaveToTmp(copy));
     EXPECT_EQ(readFile(copy), QByteArray("\xFF\xFE\xE4\0", 4));
     m_view.setText(QString());
     ASSERT_TRUE(m_view.LoadFromTmp(copy));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00e4"));
+    EXPECT_EQ(m_view.Text(), u"\u00e4"_qs);
 }
 
 TEST_F(TextView, TheLanguageIsPickedByLoadsAndSavesButNotByReloads) {
     m_given.globals.languages.LoadLanguageIndex();
-    const QString page = fileOf("a", QStringLiteral("a.html"));
-    const QString code = path(QStringLiteral("a.cpp"));
+    const QString page = fileOf("a", u"a.html"_qs);
+    const QString code = path(u"a.cpp"_qs);
     EXPECT_TRUE(m_view.OpenFile(page));
-    EXPECT_EQ(m_view.GetLang(), QStringLiteral("HTML"));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs);
     EXPECT_TRUE(m_view.SaveFile(code, 1));
-    EXPECT_EQ(m_view.GetLang(), QStringLiteral("C++"));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
     EXPECT_TRUE(m_view.ReloadFile(page));
-    EXPECT_EQ(m_view.GetLang(), QStringLiteral("C++"));
-    EXPECT_TRUE(m_view.SaveToTmp(path(QStringLiteral("tmp.py"))));
-    EXPECT_TRUE(m_view.LoadFromTmp(path(QStringLiteral("tmp.py"))));
-    EXPECT_EQ(m_view.GetLang(), QStringLiteral("C++"));
-    EXPECT_FALSE(m_view.OpenFile(path(QStringLiteral("missing.py")), true));
-    EXPECT_EQ(m_view.GetLang(), QStringLiteral("C++"));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveToTmp(path(u"tmp.py"_qs)));
+    EXPECT_TRUE(m_view.LoadFromTmp(path(u"tmp.py"_qs)));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_FALSE(m_view.OpenFile(path(u"missing.py"_qs), true));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
 }
 
 TEST_F(TextView, AReloadWithAFormatDoesNotGuess) {
     const QString file = fileOf("\xC3\xA4");
     EXPECT_TRUE(m_view.ReloadFile(file));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00e4"));
+    EXPECT_EQ(m_view.Text(), u"\u00e4"_qs);
     EXPECT_TRUE(m_view.ReloadFile(file, false, SaveFormats::Ansi));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("\u00c3\u00a4"));
+    EXPECT_EQ(m_view.Text(), u"\u00c3\u00a4"_qs);
 }
 
 // Events
@@ -176,7 +176,7 @@ TEST_F(TextView, TheChangedFlagIsSetBeforeTheChangeIsTold) {
         ++told;
         EXPECT_TRUE(m_view.FileChanged);
     });
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     EXPECT_EQ(told, 1);
     m_view.Undo();
     EXPECT_EQ(told, 2);
@@ -243,43 +243,43 @@ TEST_F(TextView, EachDroppedFileIsToldByItself) {
     QStringList dropped;
     QObject::connect(&m_view, &rtCM::DropFile, [&](const QString& file) { dropped.append(file); });
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/home/u/a b.txt")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+    data.setUrls({QUrl::fromLocalFile(u"/home/u/a b.txt"_qs), QUrl::fromLocalFile(u"/b"_qs)});
     QWidget* surface = m_view.control().viewport();
     QDragEnterEvent enter(QPoint(100, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(surface, &enter);
     QDropEvent drop(QPointF(100, 30), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(surface, &drop);
-    EXPECT_EQ(dropped, QStringList({QStringLiteral("/home/u/a b.txt"), QStringLiteral("/b")}));
+    EXPECT_EQ(dropped, QStringList({u"/home/u/a b.txt"_qs, u"/b"_qs}));
     EXPECT_EQ(m_view.Text(), QString());
 }
 
 // Text and selection
 
 TEST_F(TextView, TheSelectionLengthIsTheDistanceOfItsEnds) {
-    m_view.setText(QStringLiteral("one two"));
+    m_view.setText(u"one two"_qs);
     m_view.setSelStart(4);
     m_view.setSelEnd(4);
     EXPECT_EQ(m_view.SelLength(), 0);
     m_view.setSelLength(3);
     EXPECT_EQ(m_view.SelEnd(), 7);
-    EXPECT_EQ(m_view.SelText(), QStringLiteral("two"));
+    EXPECT_EQ(m_view.SelText(), u"two"_qs);
     EXPECT_EQ(m_view.SelLength(), 3);
 }
 
 TEST_F(TextView, TheTextCanBeReadAndWrittenByLineAndSelection) {
-    m_view.setText(QStringLiteral("one\ntwo"));
+    m_view.setText(u"one\ntwo"_qs);
     EXPECT_EQ(m_view.TotalLines(), 2);
-    EXPECT_EQ(m_view.GetLine(1), QStringLiteral("two"));
+    EXPECT_EQ(m_view.GetLine(1), u"two"_qs);
     m_view.SelectAll();
-    m_view.setSelText(QStringLiteral("three"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("three"));
-    m_view.AddText(QStringLiteral(" four"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("three four"));
+    m_view.setSelText(u"three"_qs);
+    EXPECT_EQ(m_view.Text(), u"three"_qs);
+    m_view.AddText(u" four"_qs);
+    EXPECT_EQ(m_view.Text(), u"three four"_qs);
     EXPECT_TRUE(m_view.FileChanged);
 }
 
 TEST_F(TextView, CaretAndSelectedLinesAreGivenInTheOrderOfTheSelection) {
-    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    m_view.setText(u"one\ntwo\nthree"_qs);
     select(9, 1);
     EXPECT_EQ(m_view.CurrentLine(), 0);
     EXPECT_EQ(m_view.CurrentColumn(), 1);
@@ -291,7 +291,7 @@ TEST_F(TextView, CaretAndSelectedLinesAreGivenInTheOrderOfTheSelection) {
 }
 
 TEST_F(TextView, SelectedLinesAreCountedInBothDirections) {
-    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    m_view.setText(u"one\ntwo\nthree"_qs);
     select(2, 2);
     EXPECT_EQ(m_view.SelTotalLines(), 0);
     select(0, 2);
@@ -303,7 +303,7 @@ TEST_F(TextView, SelectedLinesAreCountedInBothDirections) {
 }
 
 TEST_F(TextView, CountsCoverTheWholeTextOrTheSelection) {
-    m_view.setText(QStringLiteral("one two\r\n\tthree "));
+    m_view.setText(u"one two\r\n\tthree "_qs);
     EXPECT_EQ(m_view.TotalWords(), 3);
     EXPECT_EQ(m_view.TotalChars(), 16);
     EXPECT_EQ(m_view.TotalCharsNoSpace(), 11);
@@ -318,25 +318,25 @@ TEST_F(TextView, CountsCoverTheWholeTextOrTheSelection) {
 }
 
 TEST_F(TextView, ATextOfBlanksHasNoWords) {
-    m_view.setText(QStringLiteral(" \t\n "));
+    m_view.setText(u" \t\n "_qs);
     EXPECT_EQ(m_view.TotalWords(), 0);
     m_view.SelectAll();
     EXPECT_EQ(m_view.SelTotalWords(), 0);
 }
 
 TEST_F(TextView, BlanksBecomeTabsAndTabsBlanksInOneStepEach) {
-    m_view.setText(QStringLiteral("a b  c"));
+    m_view.setText(u"a b  c"_qs);
     m_view.SelectAll();
     m_view.SpacesToTabs();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a\tb\t\tc"));
+    EXPECT_EQ(m_view.Text(), u"a\tb\t\tc"_qs);
     m_view.Undo();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a b  c"));
+    EXPECT_EQ(m_view.Text(), u"a b  c"_qs);
     m_view.Redo();
     m_view.SelectAll();
     m_view.TabsToSpaces();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a b  c"));
+    EXPECT_EQ(m_view.Text(), u"a b  c"_qs);
     m_view.Undo();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a\tb\t\tc"));
+    EXPECT_EQ(m_view.Text(), u"a\tb\t\tc"_qs);
 }
 
 // Row highlight
@@ -354,7 +354,7 @@ TEST_F(TextView, TheHighlightHasTheColourOfTheSetting) {
 }
 
 TEST_F(TextView, WithTheHighlightOffNoLineIsRemembered) {
-    m_view.setText(QStringLiteral("one\ntwo"));
+    m_view.setText(u"one\ntwo"_qs);
     m_view.GotoTextLine(1);
     ASSERT_TRUE(highlightShown());
     m_view.gMyHighlight = false;
@@ -371,7 +371,7 @@ TEST_F(TextView, WithTheHighlightOffNoLineIsRemembered) {
 }
 
 TEST_F(TextView, DeletingTheHighlightedLineMovesTheHighlightToTheCaret) {
-    m_view.setText(QStringLiteral("one\ntwo\nthree"));
+    m_view.setText(u"one\ntwo\nthree"_qs);
     m_view.GotoTextLine(2);
     ASSERT_EQ(m_view.LastHighlightLine(), 2);
     select(3, 13);
@@ -382,7 +382,7 @@ TEST_F(TextView, DeletingTheHighlightedLineMovesTheHighlightToTheCaret) {
 }
 
 TEST_F(TextView, OnlyTheHighlightedLineLosesItsHighlight) {
-    m_view.setText(QStringLiteral("one\ntwo"));
+    m_view.setText(u"one\ntwo"_qs);
     m_view.GotoTextLine(1);
     m_view.UnHighLightLine(0);
     EXPECT_TRUE(highlightShown());
@@ -436,8 +436,9 @@ TEST_F(TextView, HandsItsPropertiesToTheControl) {
              {control.DisplayLeftMargin(), control.DisplayWhitespace(), control.BraceMatching(),
               control.VScrollVisible(), control.HScrollVisible(), control.DragDrop(), control.LineNumbering(),
               m_view.DisplayLeftMargin(), m_view.DisplayWhitespace(), m_view.BraceMatching(), m_view.VScrollVisible(),
-              m_view.HScrollVisible(), m_view.DragDrop(), m_view.LineNumbering()})
+              m_view.HScrollVisible(), m_view.DragDrop(), m_view.LineNumbering()}) {
             EXPECT_EQ(shown, on);
+        }
     }
     m_view.setLineNumberStart(10);
     EXPECT_EQ(control.LineNumberStart(), 10);
@@ -445,14 +446,14 @@ TEST_F(TextView, HandsItsPropertiesToTheControl) {
 }
 
 TEST_F(TextView, HandsItsFontToTheControl) {
-    m_view.setProperty("font", QFont(QStringLiteral("monospace"), 17));
-    EXPECT_EQ(m_view.control().FontName(), QStringLiteral("monospace"));
+    m_view.setProperty("font", QFont(u"monospace"_qs, 17));
+    EXPECT_EQ(m_view.control().FontName(), u"monospace"_qs);
     EXPECT_EQ(m_view.control().FontSize(), 17);
     EXPECT_EQ(m_view.property("font").value<QFont>().pointSize(), 17);
-    QFont inPixels(QStringLiteral("serif"));
+    QFont inPixels(u"serif"_qs);
     inPixels.setPixelSize(30);
     m_view.setProperty("font", inPixels);
-    EXPECT_EQ(m_view.FontName(), QStringLiteral("serif"));
+    EXPECT_EQ(m_view.FontName(), u"serif"_qs);
     EXPECT_EQ(m_view.FontSize(), 17);
 }
 
@@ -491,28 +492,28 @@ TEST_F(TextView, ColoursItsMargins) {
 }
 
 TEST_F(TextView, GivesItsTextInRichText) {
-    m_view.setText(QStringLiteral("a\nb"));
+    m_view.setText(u"a\nb"_qs);
     select(0, 1);
-    EXPECT_TRUE(m_view.TextRTF().contains(QStringLiteral(" a\\par\nb}")));
-    EXPECT_TRUE(m_view.SelRTF().contains(QStringLiteral(" a}")));
+    EXPECT_TRUE(m_view.TextRTF().contains(u" a\\par\nb}"_qs));
+    EXPECT_TRUE(m_view.SelRTF().contains(u" a}"_qs));
 }
 
 TEST_F(TextView, TakesThePlainTextOfRichText) {
-    EXPECT_TRUE(m_view.setTextRTF(QStringLiteral("{\\rtf1 one\\par two}")));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("one\ntwo"));
+    EXPECT_TRUE(m_view.setTextRTF(u"{\\rtf1 one\\par two}"_qs));
+    EXPECT_EQ(m_view.Text(), u"one\ntwo"_qs);
     select(0, 3);
-    EXPECT_TRUE(m_view.setSelRTF(QStringLiteral("{\\rtf1 {\\b 1}}")));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("1\ntwo"));
-    EXPECT_FALSE(m_view.setTextRTF(QStringLiteral("one")));
-    EXPECT_FALSE(m_view.setSelRTF(QStringLiteral("{\\rtf1 one")));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("1\ntwo"));
+    EXPECT_TRUE(m_view.setSelRTF(u"{\\rtf1 {\\b 1}}"_qs));
+    EXPECT_EQ(m_view.Text(), u"1\ntwo"_qs);
+    EXPECT_FALSE(m_view.setTextRTF(u"one"_qs));
+    EXPECT_FALSE(m_view.setSelRTF(u"{\\rtf1 one"_qs));
+    EXPECT_EQ(m_view.Text(), u"1\ntwo"_qs);
 }
 
 TEST_F(TextView, ShowsAPictureAtItsBookmarks) {
     EXPECT_TRUE(m_view.hImageList().isEmpty());
     QPixmap red(10, 10);
     red.fill(QColor(255, 0, 0));
-    m_view.setText(QStringLiteral("a\nb"));
+    m_view.setText(u"a\nb"_qs);
     showLarge();
     m_view.EnableBookmarkAt(1, true);
     const auto hasRed = [&] {
@@ -533,9 +534,9 @@ TEST_F(TextView, ShowsAPictureAtItsBookmarks) {
 
 TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
     m_view.Properties();
-    auto* dialog = m_view.findChild<QDialog*>(QStringLiteral("ControlProperties"));
+    auto* dialog = m_view.findChild<QDialog*>(u"ControlProperties"_qs);
     ASSERT_NE(dialog, nullptr);
-    dialog->findChild<QCheckBox*>(QStringLiteral("chkWordWrap"))->click();
+    dialog->findChild<QCheckBox*>(u"chkWordWrap"_qs)->click();
     dialog->accept();
     rtCM present(m_services);
     EXPECT_FALSE(present.control().WordWrap());
@@ -550,10 +551,10 @@ TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
 }
 
 TEST_F(TextView, AsksForALineAndGoesThere) {
-    m_view.setText(QStringLiteral("a\nb\nc"));
+    m_view.setText(u"a\nb\nc"_qs);
     showLarge();
     m_view.GotoLine();
-    auto* prompt = m_view.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    auto* prompt = m_view.findChild<QInputDialog*>(u"GotoLine"_qs);
     ASSERT_NE(prompt, nullptr);
     prompt->setIntValue(3);
     prompt->accept();
@@ -563,20 +564,20 @@ TEST_F(TextView, AsksForALineAndGoesThere) {
 TEST_F(TextView, AsksForARepeatCount) {
     showLarge();
     m_view.SetRepeatCount();
-    auto* prompt = m_view.findChild<QInputDialog*>(QStringLiteral("RepeatCount"));
+    auto* prompt = m_view.findChild<QInputDialog*>(u"RepeatCount"_qs);
     ASSERT_NE(prompt, nullptr);
     prompt->setIntValue(3);
     prompt->accept();
-    type(QStringLiteral("a"));
-    EXPECT_EQ(m_view.Text(), QStringLiteral("aaa"));
+    type(u"a"_qs);
+    EXPECT_EQ(m_view.Text(), u"aaa"_qs);
 }
 
 TEST_F(TextView, MacrosOutsideTheirNumbersDoNothing) {
-    m_view.setText(QStringLiteral("a"));
+    m_view.setText(u"a"_qs);
     for (const int number : {-1, 0, 1, 10, 11})
         m_view.ExecMacro(number);
     m_view.RecordMacro();
-    EXPECT_EQ(m_view.Text(), QStringLiteral("a"));
+    EXPECT_EQ(m_view.Text(), u"a"_qs);
 }
 
 TEST_F(TextView, PlaysTheTenMacrosByTheirNumbersAndNoOther) {
@@ -587,5 +588,5 @@ TEST_F(TextView, PlaysTheTenMacrosByTheirNumbersAndNoOther) {
     }
     for (int n = -1; n <= 12; ++n)
         m_view.ExecMacro(n);
-    EXPECT_EQ(m_view.Text(), QStringLiteral("1 2 3 4 5 6 7 8 9 10 "));
+    EXPECT_EQ(m_view.Text(), u"1 2 3 4 5 6 7 8 9 10 "_qs);
 }

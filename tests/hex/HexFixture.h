@@ -65,9 +65,9 @@ class HexFixture : public testing::Test {
         EXPECT_NE(found, nullptr) << name.toStdString();
         return found;
     }
-    Grid* grid(int number) const { return part<Grid>(QStringLiteral("grid%1").arg(number)); }
+    Grid* grid(int number) const { return part<Grid>(u"grid%1"_qs.arg(number)); }
     GridPane* pane(int number) const { return part<GridPane>(number == 1 ? u"PicHex"_qs : u"PicText"_qs); }
-    QString info(int number) const { return part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number))->text(); }
+    QString info(int number) const { return part<QLabel>(u"lblInfo(%1)"_qs.arg(number))->text(); }
     QScrollBar* scrollBar() const { return part<QScrollBar>(u"VScroll1"_qs); }
     QTreeView* bookmarks() const { return part<QTreeView>(u"lsBookmark"_qs); }
     QStringList bookmarkTexts() const {
@@ -92,8 +92,9 @@ class HexFixture : public testing::Test {
 
     /// Whether the screen shows these bytes and both panes agree.
     void expectShown(const QByteArray& bytes) {
-        for (const int number : {1, 2})
+        for (const int number : {1, 2}) {
             ASSERT_EQ(grid(number)->Pointer(), m_hex->FilePointer());
+        }
         ASSERT_EQ(grid(1)->Rows(), grid(2)->Rows());
         for (int row = 0; row < grid(1)->Rows(); ++row) {
             for (int col = 0; col < 16; ++col) {

@@ -126,7 +126,7 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
             m_panes[number - 1] = pane(number);
         }
         for (std::size_t i = 0; i < m_labels.size(); ++i)
-            m_labels[i] = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(i));
+            m_labels[i] = part<QLabel>(u"lblInfo(%1)"_qs.arg(i));
         m_list = bookmarks();
         m_bar = scrollBar();
     }
@@ -195,13 +195,13 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
         typeDigits(m_panes[0], anyCase(QString::number(digit, 16)));
         if (writes)
             m_model.type(index, static_cast<char>(digit));
-        const std::array<std::function<void()>, 6> ways{[this] { key(m_panes[0], Qt::Key_Return, u"\r"_qs); },
+        const std::array<std::function<void()>, 6> Ways{[this] { key(m_panes[0], Qt::Key_Return, u"\r"_qs); },
                                                         [this] { key(m_panes[0], Qt::Key_Tab); },
                                                         [this] { m_hex->cmdCopy(); },
                                                         [this] { m_hex->MoveLastPage(); },
                                                         [this] { turn(-1); },
                                                         [this] { m_hex->CountBytes(u"00 "_qs, 0); }};
-        ways[static_cast<std::size_t>(below(ways.size()))]();
+        Ways[static_cast<std::size_t>(below(Ways.size()))]();
     }
     void typeACharacter() {
         m_panes[1]->setFocus();
@@ -320,8 +320,8 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
         EXPECT_EQ(at(2), 0);
     }
     void loadAnother() {
-        static constexpr qsizetype lengths[] = {1, 2, 15, 16, 17, 319, 320, 321, 335, 336, 337, 640, 641};
-        m_model.disk = anyBytes(either() ? lengths[below(std::size(lengths))] : 1 + below(2000));
+        static constexpr qsizetype Lengths[] = {1, 2, 15, 16, 17, 319, 320, 321, 335, 336, 337, 640, 641};
+        m_model.disk = anyBytes(either() ? Lengths[below(std::size(Lengths))] : 1 + below(2000));
         m_path = file(m_model.disk);
         reload();
     }
@@ -359,11 +359,11 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
             void (ucHex::*go)();
             int expected;
         };
-        const Way ways[] = {{&ucHex::cmdFirstBookmark, 0},
+        const Way Ways[] = {{&ucHex::cmdFirstBookmark, 0},
                             {&ucHex::cmdLastBookmark, last},
                             {&ucHex::cmdNextBookmark, std::min(selected + 1, last)},
                             {&ucHex::cmdPreviousBookmark, selected < 0 ? -1 : std::max(selected - 1, 0)}};
-        const Way& way = ways[below(std::size(ways))];
+        const Way& way = Ways[below(std::size(Ways))];
         const qsizetype before = at(1);
         (m_hex.get()->*way.go)();
         if (last < 0 || way.expected < 0) {
@@ -388,22 +388,22 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
     }
 
     void pressAKey() {
-        static constexpr int keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up,       Qt::Key_Down,
+        static constexpr int Keys[] = {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up,       Qt::Key_Down,
                                        Qt::Key_Home, Qt::Key_End,   Qt::Key_PageDown, Qt::Key_PageUp};
         struct Step {
             int row;
             int col;
         };
-        static constexpr Step steps[] = {{0, -1}, {0, 1}, {-1, 0}, {1, 0}};
-        const qsizetype which = below(std::size(keys));
+        static constexpr Step Steps[] = {{0, -1}, {0, 1}, {-1, 0}, {1, 0}};
+        const qsizetype which = below(std::size(Keys));
         const bool ctrl = which > 3 && either();
         const int number = activeNumber();
         const HexCell before = cellOf(number);
         const int top = pointer();
-        key(activePane(), keys[which], {}, ctrl ? Qt::ControlModifier : Qt::NoModifier);
+        key(activePane(), Keys[which], {}, ctrl ? Qt::ControlModifier : Qt::NoModifier);
         if (which > 3)
             return;
-        const HexCell to{before.row + steps[which].row, before.col + steps[which].col};
+        const HexCell to{before.row + Steps[which].row, before.col + Steps[which].col};
         const bool isOnPage = to.row >= 0 && to.row < m_grids[0]->Rows() && to.col >= 0 && to.col < Grid::Columns;
         if (!isOnPage || top > m_model.bytes.size())
             return;
@@ -454,13 +454,13 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
             void (ucHex::*go)();
             bool (HexPaging::*expected)();
         };
-        static constexpr Way ways[] = {{&ucHex::MoveFirstPage, &HexPaging::MoveFirstPage},
+        static constexpr Way Ways[] = {{&ucHex::MoveFirstPage, &HexPaging::MoveFirstPage},
                                        {&ucHex::MovePreviousPage, &HexPaging::MovePreviousPage},
                                        {&ucHex::MovePreviousLine, &HexPaging::MovePreviousLine},
                                        {&ucHex::MoveNextLine, &HexPaging::MoveNextLine},
                                        {&ucHex::MoveNextPage, &HexPaging::MoveNextPage},
                                        {&ucHex::MoveLastPage, &HexPaging::MoveLastPage}};
-        const Way& way = ways[below(std::size(ways))];
+        const Way& way = Ways[below(std::size(Ways))];
         HexPaging expected = page();
         (expected.*way.expected)();
         (m_hex.get()->*way.go)();
@@ -495,14 +495,16 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
         ASSERT_EQ(pointer() % 16, 1);
         ASSERT_GE(pointer(), 1);
         ASSERT_LE(pointer(), m_model.bytes.size() + 1);
-        for (const Grid* each : m_grids)
+        for (const Grid* each : m_grids) {
             ASSERT_EQ(each->Pointer(), m_hex->FilePointer());
+        }
         ASSERT_EQ(m_grids[0]->Rows(), page().rows());
         ASSERT_EQ(m_grids[1]->Rows(), page().rows());
         ASSERT_NO_FATAL_FAILURE(expectPageShown());
         const bool isBehindTheEnd = pointer() > m_model.bytes.size();
-        for (const int number : {1, 2})
+        for (const int number : {1, 2}) {
             ASSERT_TRUE(isBehindTheEnd || isOnAByte(number)) << number;
+        }
         ASSERT_EQ(cellOf(1), cellOf(2));
         ASSERT_EQ(m_labels[0]->text(), m_grids[0]->Value(cellOf(1).row, cellOf(1).col));
         ASSERT_EQ(m_labels[3]->text(), QString::number(at(1)));

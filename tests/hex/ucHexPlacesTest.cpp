@@ -228,8 +228,9 @@ TEST_F(HexPlaces, OfAPageBeginIt) {
     m_hex->gotoPage(99);
     EXPECT_EQ(pointer(), 641);
     EXPECT_EQ(info(4), u"3/2"_qs);
-    for (int col = 0; col < 16; ++col)
+    for (int col = 0; col < 16; ++col) {
         EXPECT_EQ(grid(1)->Value(0, col), u"-1"_qs);
+    }
     type(u"ff"_qs);
     EXPECT_EQ(workingBytes(), someBytes(640));
     m_hex->MovePreviousLine();

@@ -27,10 +27,12 @@ QString reasonOf(int number) {
 
 TEST_F(TheHexView, IsShutUntilAFileIsLoaded) {
     EXPECT_FALSE(m_hex->FileOpen());
-    for (const auto& name : {u"PicHex"_qs, u"PicText"_qs, u"VScroll1"_qs, u"tbScroll.MoveNextPage"_qs})
+    for (const auto& name : {u"PicHex"_qs, u"PicText"_qs, u"VScroll1"_qs, u"tbScroll.MoveNextPage"_qs}) {
         EXPECT_FALSE(part<QWidget>(name)->isEnabled()) << name.toStdString();
-    for (const auto& name : {u"Shape1"_qs, u"Shape2"_qs, u"Sign(0)"_qs, u"Sign(1)"_qs, u"lblSelect"_qs})
+    }
+    for (const auto& name : {u"Shape1"_qs, u"Shape2"_qs, u"Sign(0)"_qs, u"Sign(1)"_qs, u"lblSelect"_qs}) {
         EXPECT_FALSE(part<QWidget>(name)->isVisible()) << name.toStdString();
+    }
     EXPECT_EQ(info(1), u"000 "_qs);
     EXPECT_EQ(info(4), u"0 of 0 "_qs);
     EXPECT_EQ(info(5), u"0 Bytes "_qs);
@@ -286,7 +288,7 @@ TEST_F(TheHexView, ShowsOffsetsInEitherRadix) {
 
 TEST_F(TheHexView, ExchangesTheEditModeByAClickOnItsLabelsOnly) {
     const auto colour = [this](int number) {
-        return part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number))->palette().color(QPalette::WindowText);
+        return part<QLabel>(u"lblInfo(%1)"_qs.arg(number))->palette().color(QPalette::WindowText);
     };
     const QColor red(255, 0, 0);
     const QColor green(0, 64, 0);
@@ -597,7 +599,7 @@ TEST_F(TheHexView, ShowsItsFieldsToScripts) {
 
 TEST_F(TheHexView, ShowsItsEditModeOnALightGroundInADarkTheme) {
     const auto contrastOf = [this](int number) {
-        const QWidget* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
+        const QWidget* label = part<QLabel>(u"lblInfo(%1)"_qs.arg(number));
         const QWidget* ground = label->autoFillBackground() ? label : m_hex.get();
         return Contrast::between(label->palette().color(QPalette::WindowText),
                                  ground->palette().color(QPalette::Window));
@@ -623,7 +625,7 @@ TEST_F(TheHexView, LeavesTheLabelsBelowWhereTheyAre) {
     QApplication::processEvents();
     EXPECT_EQ(part<QLabel>(u"lblInfo(8)"_qs)->x(), before);
     for (int number = 0; number < 9; ++number) {
-        const auto* label = part<QLabel>(QStringLiteral("lblInfo(%1)").arg(number));
+        const auto* label = part<QLabel>(u"lblInfo(%1)"_qs.arg(number));
         EXPECT_GE(label->width(), label->fontMetrics().horizontalAdvance(label->text())) << number;
     }
 }
@@ -634,8 +636,9 @@ TEST_F(TheHexView, TakesTheCursorOfThePaneInUseBackToAByteToo) {
     QTest::mouseClick(pane(2), Qt::LeftButton, {}, pane(2)->cellRect({19, 12}).center());
     ASSERT_EQ(grid(2)->cell(), (HexCell{19, 12}));
     scroll(u"MoveLastPage"_qs);
-    for (const int number : {1, 2})
+    for (const int number : {1, 2}) {
         EXPECT_EQ(grid(number)->cell(), (HexCell{19, 7})) << number;
+    }
     EXPECT_EQ(info(3), u"999"_qs);
 }
 

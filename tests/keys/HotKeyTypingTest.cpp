@@ -159,8 +159,8 @@ TEST_F(HotKeyTyping, AKeyTakenFromACommandDoesItNoMore) {
 }
 
 TEST_F(HotKeyTyping, AShiftedDigitIsTheKeyOfItsPlace) {
-    constexpr quint32 placeOfOne = 10;
-    QKeyEvent shifted(QEvent::KeyPress, Qt::Key_Exclam, Qt::ControlModifier | Qt::ShiftModifier, placeOfOne, 0, 0);
+    constexpr quint32 PlaceOfOne = 10;
+    QKeyEvent shifted(QEvent::KeyPress, Qt::Key_Exclam, Qt::ControlModifier | Qt::ShiftModifier, PlaceOfOne, 0, 0);
     ASSERT_TRUE(KeyNames::strokeOf(shifted).has_value());
     EXPECT_EQ(KeyNames::text(*KeyNames::strokeOf(shifted)), u"Ctrl + Shift + 1"_qs);
     QKeyEvent elsewhere(QEvent::KeyPress, Qt::Key_Exclam, Qt::ControlModifier, 60, 0, 0);

@@ -38,17 +38,21 @@ TEST(KeyNames, EveryKeyOfTheTableHasItsName) {
          {144, "Lock"},    {112, "F1"},       {113, "F2"},   {114, "F3"},     {115, "F4"},    {116, "F5"},
          {117, "F6"},      {118, "F7"},       {119, "F8"},   {120, "F9"},     {121, "F10"},   {122, "F11"},
          {123, "F12"},     {124, "F13"},      {125, "F14"},  {126, "F15"},    {127, "F16"}});
-    for (const Row& row : rows)
+    for (const Row& row : rows) {
         EXPECT_EQ(KeyNames::KeyName(QString(QChar(row.code))), QLatin1String(row.name));
+    }
 }
 
 TEST(KeyNames, OtherKeysShowAsTheyStand) {
-    for (char16_t code = u'0'; code <= u'9'; ++code)
+    for (char16_t code = u'0'; code <= u'9'; ++code) {
         EXPECT_EQ(KeyNames::KeyName(QString(QChar(code))), QString(QChar(code)));
-    for (char16_t code = u'A'; code <= u'Z'; ++code)
+    }
+    for (char16_t code = u'A'; code <= u'Z'; ++code) {
         EXPECT_EQ(KeyNames::KeyName(QString(QChar(code))), QString(QChar(code)));
-    for (const char16_t code : {41, 43, 44, 128, 143, 145})
+    }
+    for (const char16_t code : {41, 43, 44, 128, 143, 145}) {
         EXPECT_EQ(KeyNames::KeyName(QString(QChar(code))), QString(QChar(code)));
+    }
     EXPECT_EQ(KeyNames::KeyName({}), QString());
 }
 
@@ -98,10 +102,12 @@ TEST(KeyNames, PressedKeysBecomeStrokesThatNameThem) {
 
 TEST(HotKeys, EveryMacroShowsTheHotKeyOfItsCommand) {
     HotKeys keys;
-    for (int macro = 1; macro <= 10; ++macro)
+    for (int macro = 1; macro <= 10; ++macro) {
         EXPECT_TRUE(keys.bind(213 + macro, oneStroke(Ctrl, static_cast<char16_t>(111 + macro))));
-    for (int macro = 1; macro <= 10; ++macro)
+    }
+    for (int macro = 1; macro <= 10; ++macro) {
         EXPECT_EQ(keys.HotKeyText(QString::number(macro)), u"Ctrl + F%1"_qs.arg(macro));
+    }
 }
 
 TEST(HotKeys, OtherTextsAreNoMacro) {
@@ -109,8 +115,9 @@ TEST(HotKeys, OtherTextsAreNoMacro) {
     keys.bind(213, oneStroke(Ctrl, u'A'));
     keys.bind(214, oneStroke(Ctrl, u'B'));
     keys.bind(224, oneStroke(Ctrl, u'C'));
-    for (const QString& n : {u"11"_qs, u"0"_qs, u"-1"_qs, u" 1"_qs, u"01"_qs, u"1.0"_qs, u"one"_qs, QString()})
+    for (const QString& n : {u"11"_qs, u"0"_qs, u"-1"_qs, u" 1"_qs, u"01"_qs, u"1.0"_qs, u"one"_qs, QString()}) {
         EXPECT_EQ(keys.HotKeyText(n), QString()) << n.toStdString();
+    }
     EXPECT_EQ(keys.HotKeyText(u"2"_qs), QString());
 }
 

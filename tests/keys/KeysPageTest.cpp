@@ -65,8 +65,9 @@ TEST_F(KeysOfTheControl, EveryNumberedCommandIsThereAndOnlyUsedMacros) {
     Settings(registry).write(u"3Desc"_qs, u"My macro"_qs);
     open();
     for (const int number : {100, 106, 113, 125, 147, 158, 159, 160, 161, 135, 136, 137, 163, 127, 169,
-                             178, 187, 204, 206, 205, 207, 208, 209, 213, 224, 253, 254, 257, 258, 267})
+                             178, 187, 204, 206, 205, 207, 208, 209, 213, 224, 253, 254, 257, 258, 267}) {
         EXPECT_NE(row(number), nullptr) << number;
+    }
     EXPECT_EQ(row(216)->text(0), u"My macro"_qs);
     EXPECT_EQ(row(214), nullptr);
 }

@@ -29,7 +29,7 @@ class MacroFixture : public testing::Test {
         control.setGlobals(globals);
         control.resize(600, 400);
         control.show();
-        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard"));
+        QGuiApplication::clipboard()->setText(u"clipboard"_qs);
     }
 
     static MacroStep command(int number, const QString& argument = {}) {
@@ -67,7 +67,7 @@ class MacroFixture : public testing::Test {
     void put(int n, const Steps& steps) { ASSERT_TRUE(store.setMacro(n - 1, Macro(steps))); }
     void play(int n) { control.ExecuteCmd(Record + n); }
     QString toldInABox() {
-        const auto* box = control.findChild<QMessageBox*>(QStringLiteral("ControlMessage"));
+        const auto* box = control.findChild<QMessageBox*>(u"ControlMessage"_qs);
         return box == nullptr ? QString() : box->text();
     }
 

@@ -281,8 +281,8 @@ class AnySteps {
         m_control.setSearchRegExp(below(2) == 0);
         m_control.setSearchCaseSensitive(below(2) == 0);
         m_control.setReplacementText(u"R"_qs);
-        static constexpr int searches[] = {176, 176, 174, 170, 171, 172, 173};
-        m_control.ExecuteCmd(searches[below(std::size(searches))]);
+        static constexpr int Searches[] = {176, 176, 174, 170, 171, 172, 173};
+        m_control.ExecuteCmd(Searches[below(std::size(Searches))]);
     }
 
     /// Any that neither asks, takes back, nor begins or plays a macro.

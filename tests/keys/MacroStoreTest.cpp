@@ -11,7 +11,7 @@
 
 namespace {
 
-const HotKey CtrlM = {{HotKeyStroke::Ctrl, QStringLiteral("M")}, {}};
+const HotKey CtrlM = {{HotKeyStroke::Ctrl, u"M"_qs}, {}};
 
 Macro sample() {
     Macro macro;
@@ -29,13 +29,13 @@ Macro longer() {
 
 class MacroStoreTest : public testing::Test {
  protected:
-    QString file(const QString& name) const { return home.filePath(QStringLiteral("macros/") + name); }
+    QString file(const QString& name) const { return home.filePath(u"macros/"_qs + name); }
     static QByteArray bytesOf(const QString& path) {
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     void put(const QString& name, const QByteArray& bytes) {
-        QDir().mkpath(home.filePath(QStringLiteral("macros")));
+        QDir().mkpath(home.filePath(u"macros"_qs));
         QFile written(file(name));
         ASSERT_TRUE(written.open(QIODevice::WriteOnly));
         ASSERT_EQ(written.write(bytes), bytes.size());
@@ -85,8 +85,9 @@ TEST(Macro, WhatStandsBehindItIsLeftAlone) {
 
 TEST(Macro, CutAnywhereItIsNone) {
     const QByteArray bytes = sample().toBytes();
-    for (qsizetype length = 0; length < bytes.size(); ++length)
+    for (qsizetype length = 0; length < bytes.size(); ++length) {
         EXPECT_FALSE(Macro::fromBytes(bytes.left(length)).has_value()) << length;
+    }
 }
 
 TEST(Macro, WithAnyByteChangedItIsNone) {

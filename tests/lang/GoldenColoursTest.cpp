@@ -23,7 +23,7 @@ QByteArray bytesOf(const QString& path) {
 }
 
 QDir goldenFolder() {
-    return QDir(QStringLiteral(QT_TESTCASE_SOURCEDIR "/lang/golden"));
+    return QDir(u"" QT_TESTCASE_SOURCEDIR "/lang/golden"_qs);
 }
 
 class GoldenColours : public testing::Test {
@@ -65,7 +65,7 @@ class GoldenColours : public testing::Test {
         return end;
     }
 
-    LanguageTable table{QStringLiteral("/nowhere"), shareFolder()};
+    LanguageTable table{u"/nowhere"_qs, shareFolder()};
     QSet<TokenClass> found;
 };
 
@@ -85,9 +85,10 @@ TEST_F(GoldenColours, EverySampleIsColouredAsItsGoldenFileSays) {
         }
         const QByteArrayList golden = bytesOf(path).split('\n');
         ASSERT_EQ(golden.size(), now.size() + 1) << path.toStdString();
-        for (qsizetype line = 0; line < now.size(); ++line)
+        for (qsizetype line = 0; line < now.size(); ++line) {
             EXPECT_EQ(golden[line].toStdString(), now[line].toStdString())
                 << path.toStdString() << ':' << line + 1 << ": " << now[line - line % 2].constData();
+        }
     }
     EXPECT_FALSE(writes) << "the golden files were written, not compared";
 }

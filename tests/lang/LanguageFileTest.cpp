@@ -8,7 +8,7 @@
 
 namespace {
 
-const QString Path = QStringLiteral("X.lng");
+const QString Path = u"X.lng"_qs;
 
 LanguageFile::Result parse(const QByteArray& bytes) {
     return LanguageFile::parse(bytes, Path);
@@ -63,8 +63,9 @@ TEST(LanguageFile, EveryStatementOfRulesIsTaken) {
     EXPECT_EQ(rules.strings[1].escape, '\0');
     EXPECT_TRUE(rules.strings[1].goesOverLines);
     EXPECT_EQ(rules.prefixes, (QList<std::pair<QByteArray, TokenClass>>{{"@", TokenClass::Name}}));
-    for (int style = 0; style < TokenClasses::Count; ++style)
+    for (int style = 0; style < TokenClasses::Count; ++style) {
         EXPECT_EQ(result.definition->classOfStyle[style], static_cast<TokenClass>(style));
+    }
 }
 
 TEST(LanguageFile, WithoutAWordTheIndentIsFourBlanks) {
@@ -141,7 +142,7 @@ TEST(LanguageFile, ALexerIsFoundByItsVeryName) {
 }
 
 TEST(LanguageFile, WithoutLexerOrRulesThereIsNoLanguage) {
-    const QString missing = QStringLiteral("X.lng:%1: neither \"lexer\" nor \"rules\" is there");
+    const QString missing = u"X.lng:%1: neither \"lexer\" nor \"rules\" is there"_qs;
     EXPECT_EQ(errorOf({}), missing.arg(1));
     EXPECT_EQ(errorOf("# nothing\n\n"), missing.arg(3));
 }

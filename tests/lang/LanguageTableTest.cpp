@@ -80,16 +80,18 @@ TEST_F(LanguageTableTest, NamesThatWouldLieInAnotherFolderAreSkipped) {
 TEST_F(LanguageTableTest, LetterCaseOfAnExtensionDoesNotCount) {
     putIndex("<<C>>\r\n*.c,*.H\r\n");
     table.LoadLanguageIndex();
-    for (const QString& file : {u"/x/a.c"_qs, u"/x/a.C"_qs, u"a.h"_qs, u"A.H"_qs, u".c"_qs, u"a.b.c"_qs})
+    for (const QString& file : {u"/x/a.c"_qs, u"/x/a.C"_qs, u"a.h"_qs, u"A.H"_qs, u".c"_qs, u"a.b.c"_qs}) {
         EXPECT_EQ(table.LanguageOfFile(file), u"C"_qs) << file.toStdString();
+    }
 }
 
 TEST_F(LanguageTableTest, OnlyTheWholeExtensionCounts) {
     putIndex("<<C>>\r\n*.cc,*.x?,make*.mk\r\n");
     table.LoadLanguageIndex();
     for (const QString& file : {u"a.c"_qs, u"a.ccc"_qs, u"a.xy"_qs, u"make.mk"_qs, u"a"_qs, u"a."_qs, QString(),
-                                u"/a.cc/b"_qs, u"/a.b/cc"_qs})
+                                u"/a.cc/b"_qs, u"/a.b/cc"_qs}) {
         EXPECT_EQ(table.LanguageOfFile(file), QString()) << file.toStdString();
+    }
 }
 
 TEST_F(LanguageTableTest, AnExtensionGoesToTheFirstThatListsIt) {

@@ -12,7 +12,7 @@
 namespace {
 
 LanguageDefinition language(const QByteArray& statements) {
-    const LanguageFile::Result result = LanguageFile::parse("rules\n" + statements, QStringLiteral("X.lng"));
+    const LanguageFile::Result result = LanguageFile::parse("rules\n" + statements, u"X.lng"_qs);
     EXPECT_TRUE(result.definition.has_value()) << result.error.toStdString();
     return result.definition.value_or(LanguageDefinition());
 }
@@ -119,7 +119,8 @@ TEST(RuleLexer, TheShippedLanguagesWithRulesColourTheirSamples) {
         QFile sample(folder + name + u".TXT"_qs);
         ASSERT_TRUE(sample.open(QIODevice::ReadOnly));
         const QByteArray shown = classesOf(*read.definition, sample.readAll());
-        for (const char letter : {'k', 'c', 's', 'n', 'o'})
+        for (const char letter : {'k', 'c', 's', 'n', 'o'}) {
             EXPECT_TRUE(shown.contains(letter)) << name.toStdString() << letter;
+        }
     }
 }

@@ -35,9 +35,10 @@ QMap<TokenClass, QByteArray> coloured(const LanguageDefinition& language, const 
     control.SendScintilla(Sci::SCI_SETLEXERLANGUAGE, 0UL, language.lexer.constData());
     for (const auto& [name, value] : language.properties)
         control.SendScintilla(Sci::SCI_SETPROPERTY, name.constData(), value.constData());
-    for (int set = 0; set < LanguageDefinition::KeywordSets; ++set)
+    for (int set = 0; set < LanguageDefinition::KeywordSets; ++set) {
         control.SendScintilla(Sci::SCI_SETKEYWORDS, static_cast<unsigned long>(set),
                               language.keywords[set].constData());
+    }
     control.SendScintilla(Sci::SCI_SETTEXT, 0UL, text.constData());
     control.SendScintilla(Sci::SCI_COLOURISE, 0UL, -1L);
     QMap<TokenClass, QByteArray> found;
@@ -117,10 +118,12 @@ TEST_F(ShippedLanguages, EverySampleShowsSeveralClassesAndNoError) {
 
 TEST_F(ShippedLanguages, TheHelpNamesEveryLexerAndClass) {
     const QByteArray page = bytesOf(shareFolder() + u"/help/languages.html"_qs);
-    for (const char* name : LexerNames::all())
+    for (const char* name : LexerNames::all()) {
         EXPECT_TRUE(page.contains("<code>" + QByteArray(name) + "</code>")) << name;
-    for (const TokenClasses::Row& row : TokenClasses::table())
+    }
+    for (const TokenClasses::Row& row : TokenClasses::table()) {
         EXPECT_TRUE(page.contains("<code>" + QByteArray(row.name) + "</code>")) << row.name;
+    }
 }
 
 TEST_F(ShippedLanguages, TheDefinitionsThatTheHelpShowsAreSound) {

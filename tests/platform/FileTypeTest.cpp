@@ -12,7 +12,7 @@ namespace {
 class FileTypeTest : public testing::Test {
  protected:
     QString file(const QByteArray& bytes) {
-        QString path = m_folder.filePath(QStringLiteral("file"));
+        QString path = m_folder.filePath(u"file"_qs);
         QFile out(path);
         EXPECT_TRUE(out.open(QIODevice::WriteOnly | QIODevice::Truncate));
         EXPECT_EQ(out.write(bytes), bytes.size());
@@ -60,32 +60,32 @@ TEST_F(FileTypeTest, MarksOfEncodingsCountByTheirBytes) {
 
 TEST_F(FileTypeTest, WhatIsNotThereIsNotBinary) {
     EXPECT_FALSE(IsBinaryFile(QString()));
-    EXPECT_FALSE(IsBinaryFile(m_folder.filePath(QStringLiteral("none"))));
+    EXPECT_FALSE(IsBinaryFile(m_folder.filePath(u"none"_qs)));
     const QString path = file("\x01");
     EXPECT_FALSE(IsBinaryFile(path + QChar(QChar::Null)));
-    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(QStringLiteral("?"))));
-    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(QStringLiteral("\uFFFD"))));
+    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(u"?"_qs)));
+    ASSERT_TRUE(QFile::copy(path, m_folder.filePath(u"\uFFFD"_qs)));
     EXPECT_FALSE(IsBinaryFile(m_folder.filePath(QString(QChar(0xDCFF)))));
-    EXPECT_FALSE(IsBinaryFile(path + QStringLiteral("/below")));
+    EXPECT_FALSE(IsBinaryFile(path + u"/below"_qs));
 }
 
 TEST_F(FileTypeTest, ALinkToAFileIsLookedThrough) {
-    const QString link = m_folder.filePath(QStringLiteral("link"));
+    const QString link = m_folder.filePath(u"link"_qs);
     ASSERT_TRUE(QFile::link(file("\x01"), link));
     EXPECT_TRUE(IsBinaryFile(link));
-    const QString dangling = m_folder.filePath(QStringLiteral("dangling"));
-    ASSERT_TRUE(QFile::link(m_folder.filePath(QStringLiteral("none")), dangling));
+    const QString dangling = m_folder.filePath(u"dangling"_qs);
+    ASSERT_TRUE(QFile::link(m_folder.filePath(u"none"_qs), dangling));
     EXPECT_FALSE(IsBinaryFile(dangling));
 }
 
 TEST_F(FileTypeTest, OnlyRegularFilesAreOpened) {
     EXPECT_FALSE(IsBinaryFile(m_folder.path()));
-    EXPECT_FALSE(IsBinaryFile(QStringLiteral("/dev/zero")));
-    EXPECT_FALSE(IsBinaryFile(QStringLiteral("/dev/urandom")));
-    const QString fifo = m_folder.filePath(QStringLiteral("fifo"));
+    EXPECT_FALSE(IsBinaryFile(u"/dev/zero"_qs));
+    EXPECT_FALSE(IsBinaryFile(u"/dev/urandom"_qs));
+    const QString fifo = m_folder.filePath(u"fifo"_qs);
     ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
     EXPECT_FALSE(IsBinaryFile(fifo));
-    const QString link = m_folder.filePath(QStringLiteral("link"));
+    const QString link = m_folder.filePath(u"link"_qs);
     ASSERT_TRUE(QFile::link(fifo, link));
     EXPECT_FALSE(IsBinaryFile(link));
 }
@@ -130,34 +130,34 @@ TEST(FileTypeName, EveryRowHasItsName) {
 
 TEST(FileTypeName, ComparisonsAreExactButWhereCaseIsFree) {
     for (const char* start : {"mz", "riff", "gif", "bm", "pk", "vbgroup 5", "Xtype=reference=", "version 5\nBegin"}) {
-        EXPECT_EQ(fileTypeName(padded(start)), QStringLiteral("Unknown text file")) << start;
+        EXPECT_EQ(fileTypeName(padded(start)), u"Unknown text file"_qs) << start;
     }
-    EXPECT_EQ(fileTypeName(padded("rAr")), QStringLiteral("RAR Archive File"));
+    EXPECT_EQ(fileTypeName(padded("rAr")), u"RAR Archive File"_qs);
 }
 
 TEST(FileTypeName, TheFirstRowThatMatchesWins) {
-    EXPECT_EQ(fileTypeName(padded("MZ GIF89")), QStringLiteral("PE Executable"));
-    EXPECT_EQ(fileTypeName(padded("[<html>]")), QStringLiteral("INI File"));
-    EXPECT_EQ(fileTypeName(padded("BM GIF89")), QStringLiteral("GIF Image File"));
-    EXPECT_EQ(fileTypeName(padded(QByteArray("\xFF\xD8\xFF\xE0\0\x10JFIF", 10))), QStringLiteral("MP3 Audio File"));
-    EXPECT_EQ(fileTypeName(padded("PK <html>")), QStringLiteral("ZIP Archive File"));
+    EXPECT_EQ(fileTypeName(padded("MZ GIF89")), u"PE Executable"_qs);
+    EXPECT_EQ(fileTypeName(padded("[<html>]")), u"INI File"_qs);
+    EXPECT_EQ(fileTypeName(padded("BM GIF89")), u"GIF Image File"_qs);
+    EXPECT_EQ(fileTypeName(padded(QByteArray("\xFF\xD8\xFF\xE0\0\x10JFIF", 10))), u"MP3 Audio File"_qs);
+    EXPECT_EQ(fileTypeName(padded("PK <html>")), u"ZIP Archive File"_qs);
 }
 
 TEST(FileTypeName, PlacesCountExactly) {
-    EXPECT_EQ(fileTypeName(padded(" MZ")), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(padded("1234567AVI LIST")), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(padded("123Standard Jet DB")), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(padded("[" + QByteArray(98, 'x') + "]")), QStringLiteral("INI File"));
-    EXPECT_EQ(fileTypeName(padded("[" + QByteArray(99, 'x') + "]")), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(padded("VERSION 5.00 Begin")), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(padded("Type= alone")), QStringLiteral("Unknown text file"));
+    EXPECT_EQ(fileTypeName(padded(" MZ")), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(padded("1234567AVI LIST")), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(padded("123Standard Jet DB")), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(padded("[" + QByteArray(98, 'x') + "]")), u"INI File"_qs);
+    EXPECT_EQ(fileTypeName(padded("[" + QByteArray(99, 'x') + "]")), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(padded("VERSION 5.00 Begin")), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(padded("Type= alone")), u"Unknown text file"_qs);
 }
 
 TEST(FileTypeName, AShortHeadIsFilledWithZerosAndALongOneCut) {
-    EXPECT_EQ(fileTypeName(QByteArray()), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName("\xFF"), QStringLiteral("MP3 Audio File"));
-    EXPECT_EQ(fileTypeName(QByteArray(299, 'x') + '\x01'), QStringLiteral("Unknown binary file"));
-    EXPECT_EQ(fileTypeName(QByteArray(300, 'x') + '\x01'), QStringLiteral("Unknown text file"));
-    EXPECT_EQ(fileTypeName(QByteArray(295, 'x') + "GIF89"), QStringLiteral("GIF Image File"));
-    EXPECT_EQ(fileTypeName(QByteArray(296, 'x') + "GIF89"), QStringLiteral("Unknown text file"));
+    EXPECT_EQ(fileTypeName(QByteArray()), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName("\xFF"), u"MP3 Audio File"_qs);
+    EXPECT_EQ(fileTypeName(QByteArray(299, 'x') + '\x01'), u"Unknown binary file"_qs);
+    EXPECT_EQ(fileTypeName(QByteArray(300, 'x') + '\x01'), u"Unknown text file"_qs);
+    EXPECT_EQ(fileTypeName(QByteArray(295, 'x') + "GIF89"), u"GIF Image File"_qs);
+    EXPECT_EQ(fileTypeName(QByteArray(296, 'x') + "GIF89"), u"Unknown text file"_qs);
 }

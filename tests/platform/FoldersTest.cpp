@@ -99,8 +99,9 @@ TEST(Folders, AskingMakesNothing) {
     const Variable data("XDG_DATA_HOME", base.filePath(u"d"_qs).toUtf8());
     const Variable temporary("TMPDIR", base.path().toUtf8());
     const Variable runtime("XDG_RUNTIME_DIR", "");
-    for (const QString& folder : {configFolder(), ProgramFolder(), shareFolder(), temporaryFolder(), runtimeFolder()})
+    for (const QString& folder : {configFolder(), ProgramFolder(), shareFolder(), temporaryFolder(), runtimeFolder()}) {
         EXPECT_FALSE(folder.isEmpty());
+    }
     EXPECT_TRUE(QDir(base.path()).isEmpty());
 }
 

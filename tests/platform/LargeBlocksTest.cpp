@@ -7,16 +7,16 @@
 
 namespace {
 
-constexpr std::size_t mega = 1U << 20U;
+constexpr std::size_t Mega = 1U << 20U;
 
 }  // namespace
 
 TEST(LargeBlocks, EveryByteOfALargeBlockIsThere) {
-    std::vector<char> block(64 * mega + 1, 'a');
+    std::vector<char> block(64 * Mega + 1, 'a');
     block.back() = 'z';
-    block.resize(block.size() + 16 * mega, 'b');
+    block.resize(block.size() + 16 * Mega, 'b');
     EXPECT_EQ(block.front(), 'a');
-    EXPECT_EQ(block.at(64 * mega), 'z');
+    EXPECT_EQ(block.at(64 * Mega), 'z');
     EXPECT_EQ(block.back(), 'b');
 }
 
@@ -30,7 +30,7 @@ TEST(LargeBlocks, WhatNoMachineHasIsRefused) {
 }
 
 TEST(LargeBlocks, LargeBlocksBeginAtAHugePage) {
-    const auto block = std::make_unique<char[]>(32 * mega);
-    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.get()) % (2 * mega), 0U);
+    const auto block = std::make_unique<char[]>(32 * Mega);
+    EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.get()) % (2 * Mega), 0U);
 }
 #endif

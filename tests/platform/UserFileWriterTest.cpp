@@ -384,10 +384,11 @@ TEST_F(UserFileWriting, AFailureOfAnyCallIsToldAndAnUntouchedFileIsWhole) {
                 EXPECT_TRUE(result.error.description.contains(reasonOf(error)));
                 EXPECT_TRUE(result.error.description.contains(path));
                 EXPECT_EQ(statusOf(path).st_ino, before.st_ino);
-                if (result.touched)
+                if (result.touched) {
                     EXPECT_EQ(bytesOf(path), NewBytes);  // only what comes behind the last byte failed
-                else
+                } else {
                     expectOldFileWhole(path, before);
+                }
             }
         }
     }

@@ -30,24 +30,22 @@ namespace {
 class LanguagePanel : public testing::Test {
  protected:
     LanguagePanel() {
-        put(QStringLiteral("languages.idx"), "<<knit>>\r\n*.knit,*.purl\r\n<<SEW>>\r\n*.sew\r\n<<GLUE>>\r\n*.glue\r\n");
-        put(QStringLiteral("KNIT.lng"), "rules\nkeywords 0 knit\n");
-        put(QStringLiteral("SEW.lng"), "lexer cpp\nclass keyword 5\nkeywords 0 sew\n");
+        put(u"languages.idx"_qs, "<<knit>>\r\n*.knit,*.purl\r\n<<SEW>>\r\n*.sew\r\n<<GLUE>>\r\n*.glue\r\n");
+        put(u"KNIT.lng"_qs, "rules\nkeywords 0 knit\n");
+        put(u"SEW.lng"_qs, "lexer cpp\nclass keyword 5\nkeywords 0 sew\n");
         for (const char* name : {"KNIT", "SEW", "GLUE"})
             put(QLatin1String(name) + QLatin1String(".TXT"), QByteArray(name).toLower() + " one\n");
     }
 
-    QString path(const QString& name) const {
-        return given.programFolder.filePath(QStringLiteral("languages/") + name);
-    }
+    QString path(const QString& name) const { return given.programFolder.filePath(u"languages/"_qs + name); }
     void put(const QString& name, const QByteArray& bytes) const {
-        QDir().mkpath(given.programFolder.filePath(QStringLiteral("languages")));
+        QDir().mkpath(given.programFolder.filePath(u"languages"_qs));
         QFile file(path(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
     }
     QByteArray index() const {
-        QFile file(path(QStringLiteral("languages.idx")));
+        QFile file(path(u"languages.idx"_qs));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
@@ -72,27 +70,27 @@ class LanguagePanel : public testing::Test {
 TEST_F(LanguagePanel, ListsEachLanguageWithKeyAndPatterns) {
     panel.InitObjects(false);
     ASSERT_EQ(list().topLevelItemCount(), 3);
-    EXPECT_EQ(list().headerItem()->text(0), QStringLiteral("Languages"));
-    EXPECT_EQ(list().topLevelItem(0)->text(0), QStringLiteral("KNIT"));
-    EXPECT_EQ(rowData(0, Qt::UserRole), QStringLiteral("KNIT"));
-    EXPECT_EQ(rowData(0, Qt::UserRole + 1), QStringLiteral("*.KNIT,*.PURL"));
-    EXPECT_EQ(rowData(2, Qt::UserRole + 1), QStringLiteral("*.GLUE"));
+    EXPECT_EQ(list().headerItem()->text(0), u"Languages"_qs);
+    EXPECT_EQ(list().topLevelItem(0)->text(0), u"KNIT"_qs);
+    EXPECT_EQ(rowData(0, Qt::UserRole), u"KNIT"_qs);
+    EXPECT_EQ(rowData(0, Qt::UserRole + 1), u"*.KNIT,*.PURL"_qs);
+    EXPECT_EQ(rowData(2, Qt::UserRole + 1), u"*.GLUE"_qs);
 }
 
 TEST_F(LanguagePanel, BeginsAtTheFirstRow) {
     panel.InitObjects(false);
     EXPECT_EQ(list().currentItem(), list().topLevelItem(0));
-    EXPECT_EQ(box().text(), QStringLiteral("*.KNIT,*.PURL"));
-    EXPECT_EQ(sample().Text(), QStringLiteral("knit one\n"));
-    EXPECT_EQ(sample().GetLang(), QStringLiteral("KNIT"));
+    EXPECT_EQ(box().text(), u"*.KNIT,*.PURL"_qs);
+    EXPECT_EQ(sample().Text(), u"knit one\n"_qs);
+    EXPECT_EQ(sample().GetLang(), u"KNIT"_qs);
 }
 
 TEST_F(LanguagePanel, AnotherRowShowsItsPatternsAndItsColouredSample) {
     panel.InitObjects(false);
     select(1);
-    EXPECT_EQ(box().text(), QStringLiteral("*.SEW"));
-    EXPECT_EQ(sample().Text(), QStringLiteral("sew one\n"));
-    EXPECT_EQ(sample().GetLang(), QStringLiteral("SEW"));
+    EXPECT_EQ(box().text(), u"*.SEW"_qs);
+    EXPECT_EQ(sample().Text(), u"sew one\n"_qs);
+    EXPECT_EQ(sample().GetLang(), u"SEW"_qs);
     const TextControl& control = sample().control();
     control.colouring().completeTo(3);
     EXPECT_EQ(control.colouring().classAt(0), TokenClass::Keyword);
@@ -104,23 +102,24 @@ TEST_F(LanguagePanel, TheKeyboardGoesThroughTheRowsAndTheControls) {
     panel.show();
     list().setFocus();
     QTest::keyClick(&list(), Qt::Key_Down);
-    EXPECT_EQ(box().text(), QStringLiteral("*.SEW"));
+    EXPECT_EQ(box().text(), u"*.SEW"_qs);
     QTest::keyClick(&list(), Qt::Key_End);
-    EXPECT_EQ(box().text(), QStringLiteral("*.GLUE"));
+    EXPECT_EQ(box().text(), u"*.GLUE"_qs);
     for (const char* name : {"lvLang", "txtExt", "cmdProperties", "cmdSaveProperties", "cmdHelp"}) {
         const auto* control = part<QWidget>(name);
         EXPECT_TRUE(control->focusPolicy() & Qt::TabFocus) << name;
     }
-    for (const char* name : {"lvLang", "txtExt", "TextControl1"})
+    for (const char* name : {"lvLang", "txtExt", "TextControl1"}) {
         EXPECT_FALSE(part<QWidget>(name)->accessibleName().isEmpty()) << name;
+    }
 }
 
 TEST_F(LanguagePanel, BearsItsLabels) {
     QStringList labels;
     for (const QLabel* label : panel.findChildren<QLabel*>())
         labels << label->text();
-    EXPECT_TRUE(labels.contains(QStringLiteral("Associated File Extension:")));
-    EXPECT_TRUE(labels.contains(QStringLiteral("Sample Syntax Highlight:")));
+    EXPECT_TRUE(labels.contains(u"Associated File Extension:"_qs));
+    EXPECT_TRUE(labels.contains(u"Sample Syntax Highlight:"_qs));
 }
 
 TEST_F(LanguagePanel, TheSaveButtonFollowsWhatItIsToldAndAnyEdit) {
@@ -130,7 +129,7 @@ TEST_F(LanguagePanel, TheSaveButtonFollowsWhatItIsToldAndAnyEdit) {
     EXPECT_FALSE(save().isEnabled());
     select(1);
     EXPECT_FALSE(save().isEnabled());
-    box().setText(QStringLiteral("*.thread"));
+    box().setText(u"*.thread"_qs);
     EXPECT_TRUE(save().isEnabled());
 }
 
@@ -140,45 +139,45 @@ TEST_F(LanguagePanel, TellsOfEditsButNotOfRowsThatAreShown) {
     select(1);
     select(0);
     EXPECT_EQ(changed.count(), 0);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     EXPECT_EQ(changed.count(), 1);
-    box().setText(QStringLiteral("*.KNIT,*.PURL"));
+    box().setText(u"*.KNIT,*.PURL"_qs);
     EXPECT_EQ(changed.count(), 1) << "the same as the row's";
 }
 
 TEST_F(LanguagePanel, AnEditIsNotLostOnMovingOn) {
     panel.InitObjects(false);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     select(2);
-    EXPECT_EQ(rowData(0, Qt::UserRole + 1), QStringLiteral("*.wool"));
+    EXPECT_EQ(rowData(0, Qt::UserRole + 1), u"*.wool"_qs);
     select(0);
-    EXPECT_EQ(box().text(), QStringLiteral("*.wool"));
+    EXPECT_EQ(box().text(), u"*.wool"_qs);
 }
 
 TEST_F(LanguagePanel, AnEmptiedBoxLeavesTheRowAsItWas) {
     panel.InitObjects(false);
     box().clear();
     select(1);
-    EXPECT_EQ(rowData(0, Qt::UserRole + 1), QStringLiteral("*.KNIT,*.PURL"));
+    EXPECT_EQ(rowData(0, Qt::UserRole + 1), u"*.KNIT,*.PURL"_qs);
 }
 
 TEST_F(LanguagePanel, SaveWritesTheIndexInTheOrderOfTheList) {
     panel.InitObjects(true);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     save().click();
     EXPECT_EQ(index(), "<<KNIT>>\r\n*.wool\r\n<<SEW>>\r\n*.SEW\r\n<<GLUE>>\r\n*.GLUE\r\n");
 }
 
 TEST_F(LanguagePanel, WhatIsSavedCountsFromTheNextStartOn) {
     panel.InitObjects(true);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     save().click();
-    EXPECT_EQ(given.globals.languages.LanguageOfFile(QStringLiteral("a.wool")), QString());
-    EXPECT_EQ(given.globals.languages.LanguageOfFile(QStringLiteral("a.knit")), QStringLiteral("KNIT"));
+    EXPECT_EQ(given.globals.languages.LanguageOfFile(u"a.wool"_qs), QString());
+    EXPECT_EQ(given.globals.languages.LanguageOfFile(u"a.knit"_qs), u"KNIT"_qs);
     LanguageTable next(given.programFolder.path(), {});
     next.LoadLanguageIndex();
-    EXPECT_EQ(next.LanguageOfFile(QStringLiteral("a.wool")), QStringLiteral("KNIT"));
-    EXPECT_EQ(next.LanguageOfFile(QStringLiteral("a.knit")), QString());
+    EXPECT_EQ(next.LanguageOfFile(u"a.wool"_qs), u"KNIT"_qs);
+    EXPECT_EQ(next.LanguageOfFile(u"a.knit"_qs), QString());
 }
 
 TEST_F(LanguagePanel, ApplyingSavesOnlyWhatWasChanged) {
@@ -186,21 +185,21 @@ TEST_F(LanguagePanel, ApplyingSavesOnlyWhatWasChanged) {
     const QByteArray before = index();
     panel.SaveProp();
     EXPECT_EQ(index(), before);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     panel.SaveProp();
     EXPECT_TRUE(index().startsWith("<<KNIT>>\r\n*.wool\r\n"));
-    put(QStringLiteral("languages.idx"), before);
+    put(u"languages.idx"_qs, before);
     panel.SaveProp();
     EXPECT_EQ(index(), before) << "nothing was changed since";
 }
 
 TEST_F(LanguagePanel, OpenedAgainItListsEachLanguageOnceWhileTheTableGrows) {
     panel.InitObjects(false);
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     panel.InitObjects(false);
     EXPECT_EQ(list().topLevelItemCount(), 3);
     EXPECT_EQ(given.globals.languages.entries().size(), 6);
-    EXPECT_EQ(box().text(), QStringLiteral("*.KNIT,*.PURL"));
+    EXPECT_EQ(box().text(), u"*.KNIT,*.PURL"_qs);
     const QByteArray before = index();
     panel.SaveProp();
     EXPECT_EQ(index(), before) << "nothing was changed since it was opened";
@@ -211,48 +210,47 @@ TEST_F(LanguagePanel, OpenedAgainItListsEachLanguageOnceWhileTheTableGrows) {
 }
 
 TEST_F(LanguagePanel, AMissingSampleIsTold) {
-    QFile::remove(path(QStringLiteral("SEW.TXT")));
+    QFile::remove(path(u"SEW.TXT"_qs));
     panel.InitObjects(false);
     select(1);
     // What is looked for last is the installed one.
-    const QString missing = given.globals.languages.samplePath(QStringLiteral("SEW"));
+    const QString missing = given.globals.languages.samplePath(u"SEW"_qs);
     EXPECT_EQ(given.prompts.messages,
               QStringList(FileErrors::reading(missing, SystemError::fromErrno(ENOENT)).description));
-    EXPECT_EQ(box().text(), QStringLiteral("*.SEW"));
-    EXPECT_EQ(sample().GetLang(), QStringLiteral("SEW"));
+    EXPECT_EQ(box().text(), u"*.SEW"_qs);
+    EXPECT_EQ(sample().GetLang(), u"SEW"_qs);
 }
 
 TEST_F(LanguagePanel, AMissingDefinitionLeavesTheSampleAsItWasColoured) {
     panel.InitObjects(false);
     select(2);
-    EXPECT_EQ(sample().Text(), QStringLiteral("glue one\n"));
-    EXPECT_EQ(sample().GetLang(), QStringLiteral("KNIT"));
+    EXPECT_EQ(sample().Text(), u"glue one\n"_qs);
+    EXPECT_EQ(sample().GetLang(), u"KNIT"_qs);
     EXPECT_EQ(given.prompts.messages, QStringList());
 }
 
 TEST_F(LanguagePanel, TheFaultOfADefinitionIsToldWithItsLine) {
-    put(QStringLiteral("GLUE.lng"), "rules\nstick\n");
+    put(u"GLUE.lng"_qs, "rules\nstick\n");
     panel.InitObjects(false);
     const QLabel& fault = *part<QLabel>("lblFault");
     EXPECT_TRUE(fault.isHidden());
     select(2);
     EXPECT_FALSE(fault.isHidden());
-    EXPECT_EQ(fault.text(), QStringLiteral("No colors: ") + path(QStringLiteral("GLUE.lng")) +
-                                QStringLiteral(":2: \"stick\" is unknown"));
+    EXPECT_EQ(fault.text(), u"No colors: "_qs + path(u"GLUE.lng"_qs) + u":2: \"stick\" is unknown"_qs);
     select(1);
     EXPECT_TRUE(fault.isHidden());
-    put(QStringLiteral("GLUE.lng"), "rules\n");
+    put(u"GLUE.lng"_qs, "rules\n");
     select(2);
     EXPECT_TRUE(fault.isHidden()) << "mended meanwhile";
     EXPECT_EQ(given.prompts.messages, QStringList());
 }
 
 TEST_F(LanguagePanel, WithoutAnIndexTheListIsEmptyAndNothingFails) {
-    put(QStringLiteral("languages.idx"), "");
+    put(u"languages.idx"_qs, "");
     panel.InitObjects(true);
     EXPECT_EQ(list().topLevelItemCount(), 0);
     EXPECT_EQ(box().text(), QString());
-    box().setText(QStringLiteral("*.x"));
+    box().setText(u"*.x"_qs);
     panel.SaveProp();
     EXPECT_EQ(index(), "");
     EXPECT_EQ(given.prompts.messages, QStringList());
@@ -261,7 +259,7 @@ TEST_F(LanguagePanel, WithoutAnIndexTheListIsEmptyAndNothingFails) {
 TEST_F(LanguagePanel, AReadOnlyFolderIsPassedOverQuietly) {
     panel.InitObjects(true);
     const QByteArray before = index();
-    box().setText(QStringLiteral("*.wool"));
+    box().setText(u"*.wool"_qs);
     ASSERT_EQ(::chmod(QFile::encodeName(path(QString())).constData(), 0555), 0);
     EXPECT_TRUE(asSomebodyElse([&] {
         save().click();
@@ -273,12 +271,12 @@ TEST_F(LanguagePanel, AReadOnlyFolderIsPassedOverQuietly) {
 
 TEST_F(LanguagePanel, WhatCouldNotBeWrittenCanBeSavedLater) {
     panel.InitObjects(true);
-    box().setText(QStringLiteral("*.wool"));
-    QFile::remove(path(QStringLiteral("languages.idx")));
-    QDir().mkdir(path(QStringLiteral("languages.idx")));
+    box().setText(u"*.wool"_qs);
+    QFile::remove(path(u"languages.idx"_qs));
+    QDir().mkdir(path(u"languages.idx"_qs));
     save().click();
     EXPECT_EQ(given.prompts.messages, QStringList());
-    QDir().rmdir(path(QStringLiteral("languages.idx")));
+    QDir().rmdir(path(u"languages.idx"_qs));
     panel.SaveProp();
     EXPECT_TRUE(index().startsWith("<<KNIT>>\r\n*.wool\r\n"));
 }
@@ -292,18 +290,18 @@ TEST_F(LanguagePanel, PropertiesOpensTheDialogOfTheSample) {
 
 TEST_F(LanguagePanel, HelpShowsThePageOfLanguages) {
     part<QPushButton>("cmdHelp")->click();
-    EXPECT_EQ(helpShown, QStringList(QStringLiteral("languages.html")));
+    EXPECT_EQ(helpShown, QStringList(u"languages.html"_qs));
 }
 
 TEST_F(LanguagePanel, TheFormShowsItAlone) {
     fmrLangProperties form(given.all, [](const QString&) {});
-    EXPECT_EQ(form.objectName(), QStringLiteral("fmrLangProperties"));
+    EXPECT_EQ(form.objectName(), u"fmrLangProperties"_qs);
     EXPECT_EQ(doubledMnemonics(form), QStringList());
     QTimer::singleShot(0, &form, [&] {
         EXPECT_TRUE(form.isModal());
-        EXPECT_EQ(form.findChild<QTreeWidget*>(QStringLiteral("lvLang"))->topLevelItemCount(), 3);
-        EXPECT_TRUE(form.findChild<QPushButton*>(QStringLiteral("cmdSaveProperties"))->isEnabled());
-        QTest::keyClick(form.findChild<QLineEdit*>(QStringLiteral("txtExt")), Qt::Key_Return);
+        EXPECT_EQ(form.findChild<QTreeWidget*>(u"lvLang"_qs)->topLevelItemCount(), 3);
+        EXPECT_TRUE(form.findChild<QPushButton*>(u"cmdSaveProperties"_qs)->isEnabled());
+        QTest::keyClick(form.findChild<QLineEdit*>(u"txtExt"_qs), Qt::Key_Return);
         EXPECT_TRUE(form.isVisible()) << "Return in the box closes nothing";
         QTest::keyClick(&form, Qt::Key_Escape);
     });

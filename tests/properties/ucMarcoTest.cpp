@@ -82,8 +82,9 @@ TEST_F(MacroPanel, HasItsNamesAndCaptions) {
     EXPECT_EQ(list().columnCount(), 2);
     EXPECT_TRUE(part<QLineEdit>("txtKey").isReadOnly());
     EXPECT_TRUE(part<QLineEdit>("txtID").isHidden());
-    for (const char* name : {"cmdDelete", "cmdReset", "cmdHelp", "cmdClose"})
+    for (const char* name : {"cmdDelete", "cmdReset", "cmdHelp", "cmdClose"}) {
         EXPECT_NE(form->findChild<QPushButton*>(QString::fromLatin1(name)), nullptr) << name;
+    }
 }
 
 TEST_F(MacroPanel, ListsTheSlotsThatHaveAHotKey) {
@@ -116,8 +117,9 @@ TEST_F(MacroPanel, WithoutAMacroThereIsNothingToEdit) {
     open();
     for (QWidget* off :
          {static_cast<QWidget*>(&part<QLineEdit>("txtName")), static_cast<QWidget*>(&part<QCheckBox>("chkDisplay")),
-          static_cast<QWidget*>(&part<QPushButton>("cmdDelete")), static_cast<QWidget*>(&list())})
+          static_cast<QWidget*>(&part<QPushButton>("cmdDelete")), static_cast<QWidget*>(&list())}) {
         EXPECT_FALSE(off->isEnabled()) << off->objectName().toStdString();
+    }
     EXPECT_TRUE(part<QPushButton>("cmdReset").isEnabled());
     EXPECT_TRUE(part<QPushButton>("cmdHelp").isEnabled());
     EXPECT_EQ(field("txtName"), QString());

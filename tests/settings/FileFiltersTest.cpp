@@ -9,9 +9,9 @@ namespace {
 class FileFiltersTest : public testing::Test {
  protected:
     void put(const char* name, const char* description, const char* patterns) {
-        const QString key = QStringLiteral("Software/Quillmark/FilenameFilters/") + QLatin1String(name);
-        SetRegString(store, HKEY_CURRENT_USER, key, QStringLiteral("desc"), QLatin1String(description));
-        SetRegString(store, HKEY_CURRENT_USER, key, QStringLiteral("filter"), QLatin1String(patterns));
+        const QString key = u"Software/Quillmark/FilenameFilters/"_qs + QLatin1String(name);
+        SetRegString(store, HKEY_CURRENT_USER, key, u"desc"_qs, QLatin1String(description));
+        SetRegString(store, HKEY_CURRENT_USER, key, u"filter"_qs, QLatin1String(patterns));
     }
 
     MemoryRegistry store;
@@ -21,28 +21,28 @@ class FileFiltersTest : public testing::Test {
 
 TEST_F(FileFiltersTest, AFirstStartHasTheBuiltinListAndWritesNothing) {
     EXPECT_EQ(GetFilterString(store),
-              QStringLiteral("All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Java Files (*.java;*.jav)|*.java;*.jav|"
-                             "HTML Files (*.html;*.htm)|*.html;*.htm|JSP Files (*.jsp)|*.jsp|ASP Files (*.asp)|*.asp|"
-                             "PHP Files (*.php)|*.php|C Files (*.c;*.cpp)|*.c;*.cpp|Header Files (*.h;*.hpp)|*.h;*.hpp|"
-                             "Batch Files (*.bat)|*.bat|INI Files (*.ini)|*.ini|CSV Files (*.csv)|*.csv"));
+              u"All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Java Files (*.java;*.jav)|*.java;*.jav|"
+              "HTML Files (*.html;*.htm)|*.html;*.htm|JSP Files (*.jsp)|*.jsp|ASP Files (*.asp)|*.asp|"
+              "PHP Files (*.php)|*.php|C Files (*.c;*.cpp)|*.c;*.cpp|Header Files (*.h;*.hpp)|*.h;*.hpp|"
+              "Batch Files (*.bat)|*.bat|INI Files (*.ini)|*.ini|CSV Files (*.csv)|*.csv"_qs);
     EXPECT_EQ(builtinFilterString(), GetFilterString(store));
-    EXPECT_EQ(store.openKey(HKEY_CURRENT_USER, QStringLiteral("Software")), RegistryCode::NotFound);
+    EXPECT_EQ(store.openKey(HKEY_CURRENT_USER, u"Software"_qs), RegistryCode::NotFound);
 }
 
 TEST_F(FileFiltersTest, AnEmptyKeyFallsBackToTheBuiltinList) {
-    store.createKey(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/FilenameFilters"));
+    store.createKey(HKEY_CURRENT_USER, u"Software/Quillmark/FilenameFilters"_qs);
     EXPECT_EQ(GetFilterString(store), builtinFilterString());
 }
 
 TEST_F(FileFiltersTest, TheUsersListComesInTheOrderOfItsKeys) {
     put("010", "Ten", "*.10");
     put("002", "Two", "*.2;*.ii");
-    EXPECT_EQ(GetFilterString(store), QStringLiteral("Two|*.2;*.ii|Ten|*.10"));
+    EXPECT_EQ(GetFilterString(store), u"Two|*.2;*.ii|Ten|*.10"_qs);
 }
 
 TEST_F(FileFiltersTest, RowsGoToTheDialogAsTheyAre) {
     put("001", "New", "");
     put("002", "", "*.x");
-    store.createKey(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/FilenameFilters/003"));
-    EXPECT_EQ(GetFilterString(store), QStringLiteral("New|||*.x||"));
+    store.createKey(HKEY_CURRENT_USER, u"Software/Quillmark/FilenameFilters/003"_qs);
+    EXPECT_EQ(GetFilterString(store), u"New|||*.x||"_qs);
 }

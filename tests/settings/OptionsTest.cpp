@@ -11,7 +11,7 @@ namespace {
 class OptionsTest : public testing::Test {
  protected:
     OptionsTest() {
-        options.FontName = QStringLiteral("Fresh Mono");
+        options.FontName = u"Fresh Mono"_qs;
         options.FontSize = 11;
     }
     void put(const char* key, const char* text) { settings.write(QLatin1String(key), QString::fromUtf8(text)); }
@@ -52,7 +52,7 @@ constexpr struct {
 
 TEST_F(OptionsTest, AFirstStartRunsOnTheDefaultsAndLeavesTheStoreEmpty) {
     load();
-    EXPECT_EQ(options.FontName, QStringLiteral("Fresh Mono"));
+    EXPECT_EQ(options.FontName, u"Fresh Mono"_qs);
     EXPECT_EQ(options.FontSize, 11);
     EXPECT_TRUE(options.FileModifyNotice);
     EXPECT_TRUE(options.CheckHexModeWhenOpen);
@@ -102,7 +102,7 @@ TEST_F(OptionsTest, FontAndColourAreTaken) {
     put("FontSize", "14");
     put("RowHighlightColor", "255");
     load();
-    EXPECT_EQ(options.FontName, QStringLiteral("Größe Mono"));
+    EXPECT_EQ(options.FontName, u"Größe Mono"_qs);
     EXPECT_EQ(options.FontSize, 14);
     EXPECT_EQ(options.RowHighlightColor, 255);
 }
@@ -160,30 +160,30 @@ TEST_F(OptionsTest, EachGroupReadsItsOwnKeysOnly) {
 }
 
 TEST(SettingText, ReadsNumbersWhateverTheLocale) {
-    EXPECT_EQ(SettingText::toNumber(QStringLiteral(" -2.5e1 ")), -25);
-    EXPECT_EQ(SettingText::toNumber(QStringLiteral("&hFF")), 255);
-    EXPECT_EQ(SettingText::toNumber(QStringLiteral("&HFFFFFFFF")), -1);
+    EXPECT_EQ(SettingText::toNumber(u" -2.5e1 "_qs), -25);
+    EXPECT_EQ(SettingText::toNumber(u"&hFF"_qs), 255);
+    EXPECT_EQ(SettingText::toNumber(u"&HFFFFFFFF"_qs), -1);
     for (const char* text : {"", " ", "one", "1,5", "1 2", "nan", "inf", "&H", "&H-1", "&HG", "0x10", "1e999"}) {
         EXPECT_FALSE(SettingText::toNumber(QLatin1String(text))) << text;
     }
 }
 
 TEST(SettingText, RoundsToTheNearestIntegerInRange) {
-    EXPECT_EQ(SettingText::toShort(QStringLiteral("9.75")), 10);
-    EXPECT_EQ(SettingText::toShort(QStringLiteral("12.5")), 12);
-    EXPECT_EQ(SettingText::toShort(QStringLiteral("13.5")), 14);
-    EXPECT_EQ(SettingText::toShort(QStringLiteral("32767")), 32767);
-    EXPECT_EQ(SettingText::toShort(QStringLiteral("-32768")), -32768);
-    EXPECT_FALSE(SettingText::toShort(QStringLiteral("32767.5")));
-    EXPECT_EQ(SettingText::toLong(QStringLiteral("2147483647")), 2147483647);
-    EXPECT_EQ(SettingText::toLong(QStringLiteral("-2147483648")), -2147483647 - 1);
-    EXPECT_FALSE(SettingText::toLong(QStringLiteral("2147483648")));
+    EXPECT_EQ(SettingText::toShort(u"9.75"_qs), 10);
+    EXPECT_EQ(SettingText::toShort(u"12.5"_qs), 12);
+    EXPECT_EQ(SettingText::toShort(u"13.5"_qs), 14);
+    EXPECT_EQ(SettingText::toShort(u"32767"_qs), 32767);
+    EXPECT_EQ(SettingText::toShort(u"-32768"_qs), -32768);
+    EXPECT_FALSE(SettingText::toShort(u"32767.5"_qs));
+    EXPECT_EQ(SettingText::toLong(u"2147483647"_qs), 2147483647);
+    EXPECT_EQ(SettingText::toLong(u"-2147483648"_qs), -2147483647 - 1);
+    EXPECT_FALSE(SettingText::toLong(u"2147483648"_qs));
     EXPECT_FALSE(SettingText::toLong(QString()));
 }
 
 TEST(SettingText, ReadsBooleansAsWordsAndNumbers) {
-    EXPECT_EQ(SettingText::toBoolean(QStringLiteral(" true ")), true);
-    EXPECT_EQ(SettingText::toBoolean(QStringLiteral("FALSE")), false);
+    EXPECT_EQ(SettingText::toBoolean(u" true "_qs), true);
+    EXPECT_EQ(SettingText::toBoolean(u"FALSE"_qs), false);
     for (const char* text : {"", "yes", "on", "t", "truely"}) {
         EXPECT_FALSE(SettingText::toBoolean(QLatin1String(text)).has_value()) << text;
     }

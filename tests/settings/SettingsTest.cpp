@@ -13,7 +13,7 @@ namespace {
 class SettingsTest : public testing::Test {
  protected:
     QString stored(const char* section, const QString& key) {
-        const QString path = QStringLiteral("Software/Quillmark") + QLatin1String(section);
+        const QString path = u"Software/Quillmark"_qs + QLatin1String(section);
         return GetRegString(store, HKEY_CURRENT_USER, path, key);
     }
     QString read(const char* key, const char* fallback) {
@@ -21,13 +21,12 @@ class SettingsTest : public testing::Test {
     }
     /// The section that a key is written to: empty for the program's own key.
     QString sectionOf(const QString& key) {
-        settings.PropertyValue(key, QStringLiteral("routed"), true);
+        settings.PropertyValue(key, u"routed"_qs, true);
         for (const char* section : {"/general", "/editor", "/search", "/macro", ""}) {
-            if (stored(section, key) == QLatin1String("routed")) {
+            if (stored(section, key) == QLatin1String("routed"))
                 return QLatin1String(section);
-            }
         }
-        return QStringLiteral("nowhere");
+        return u"nowhere"_qs;
     }
 
     MemoryRegistry store;
@@ -40,17 +39,17 @@ TEST_F(SettingsTest, EveryKeyGoesToItsSection) {
     for (const char* key : {"LoadLastFiles", "DocumentWorkingFolder", "StartNewDocument", "ShowFullPath", "UseFileIcon",
                             "LoadLastFolder", "LastFolderName", "ContextMenu", "RowHighlight", "RowHighlightColor",
                             "FileModifyNotice", "CheckHexModeWhenOpen", "ClearRedoAfterSave", "XPSkin"}) {
-        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/general")) << key;
+        EXPECT_EQ(sectionOf(QLatin1String(key)), u"/general"_qs) << key;
     }
     for (const char* key : {"FontName", "FontSize", "BackColor"}) {
-        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/editor")) << key;
+        EXPECT_EQ(sectionOf(QLatin1String(key)), u"/editor"_qs) << key;
     }
     for (const char* key : {"ToolbarCase", "ToolbarRegExp", "ContinueSearch", "ToolbarWholeWord"}) {
-        EXPECT_EQ(sectionOf(QLatin1String(key)), QStringLiteral("/search")) << key;
+        EXPECT_EQ(sectionOf(QLatin1String(key)), u"/search"_qs) << key;
     }
     for (int n = 1; n <= 10; ++n) {
-        EXPECT_EQ(sectionOf(QStringLiteral("%1Display").arg(n)), QStringLiteral("/macro")) << n;
-        EXPECT_EQ(sectionOf(QStringLiteral("%1Desc").arg(n)), QStringLiteral("/macro")) << n;
+        EXPECT_EQ(sectionOf(u"%1Display"_qs.arg(n)), u"/macro"_qs) << n;
+        EXPECT_EQ(sectionOf(u"%1Desc"_qs.arg(n)), u"/macro"_qs) << n;
     }
     EXPECT_EQ(Settings::table().size(), 14U + 3U + 4U + 20U);
 }
@@ -63,34 +62,32 @@ TEST_F(SettingsTest, AnyOtherKeyGoesToTheProgramsOwn) {
 }
 
 TEST_F(SettingsTest, AReadGivesWhatIsStoredOrElseTheCallersText) {
-    EXPECT_EQ(read("ShowFullPath", "fallback"), QStringLiteral("fallback"));
-    EXPECT_EQ(settings.PropertyValue(QStringLiteral("ShowFullPath"), QStringLiteral("0"), true), QString());
-    EXPECT_EQ(read("ShowFullPath", "fallback"), QStringLiteral("0"));
-    EXPECT_EQ(stored("/general", QStringLiteral("ShowFullPath")), QStringLiteral("0"));
+    EXPECT_EQ(read("ShowFullPath", "fallback"), u"fallback"_qs);
+    EXPECT_EQ(settings.PropertyValue(u"ShowFullPath"_qs, u"0"_qs, true), QString());
+    EXPECT_EQ(read("ShowFullPath", "fallback"), u"0"_qs);
+    EXPECT_EQ(stored("/general", u"ShowFullPath"_qs), u"0"_qs);
 }
 
 TEST_F(SettingsTest, AnEmptyStoredTextReadsAsTheDefault) {
     for (const char* key : {"LastFolderName", "FontName"}) {
-        settings.PropertyValue(QLatin1String(key), QStringLiteral("x"), true);
+        settings.PropertyValue(QLatin1String(key), u"x"_qs, true);
         settings.PropertyValue(QLatin1String(key), QString(), true);
-        EXPECT_EQ(read(key, "fallback"), QStringLiteral("fallback"));
+        EXPECT_EQ(read(key, "fallback"), u"fallback"_qs);
     }
     QStringList names;
-    store.valueNames(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/editor"), names);
-    EXPECT_EQ(names, QStringList{QStringLiteral("FontName")}) << "it is stored, and empty";
+    store.valueNames(HKEY_CURRENT_USER, u"Software/Quillmark/editor"_qs, names);
+    EXPECT_EQ(names, QStringList{u"FontName"_qs}) << "it is stored, and empty";
 }
 
 TEST_F(SettingsTest, AValueOfAnotherTypeReadsAsTheDefault) {
-    SetRegDword(store, HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/general"), QStringLiteral("ShowFullPath"),
-                0);
-    EXPECT_EQ(read("ShowFullPath", "1"), QStringLiteral("1"));
+    SetRegDword(store, HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"ShowFullPath"_qs, 0);
+    EXPECT_EQ(read("ShowFullPath", "1"), u"1"_qs);
 }
 
 TEST_F(SettingsTest, EverySettingIsAString) {
-    settings.write(QStringLiteral("RowHighlightColor"), QStringLiteral("255"));
+    settings.write(u"RowHighlightColor"_qs, u"255"_qs);
     RegistryValue value;
-    store.readValue(HKEY_CURRENT_USER, QStringLiteral("Software/Quillmark/general"),
-                    QStringLiteral("RowHighlightColor"), value);
+    store.readValue(HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"RowHighlightColor"_qs, value);
     EXPECT_EQ(value.type, RegistryType::String);
 }
 
@@ -144,8 +141,8 @@ TEST_F(SettingsTest, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
     const std::pair<const char*, bool> cases[] = {
         {"1", true}, {"0", false}, {"True", false}, {"1.0", false}, {" 1", false}};
     for (const auto& [text, on] : cases) {
-        settings.write(QStringLiteral("StartNewDocument"), QLatin1String(text));
-        settings.write(QStringLiteral("LoadLastFiles"), QLatin1String(text));
+        settings.write(u"StartNewDocument"_qs, QLatin1String(text));
+        settings.write(u"LoadLastFiles"_qs, QLatin1String(text));
         EXPECT_EQ(settings.StartNewDocument(), on) << text;
         EXPECT_EQ(settings.LoadLastFiles(), on) << text;
     }
@@ -153,7 +150,7 @@ TEST_F(SettingsTest, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
 
 TEST_F(SettingsTest, ReadingEverythingWritesNothing) {
     const QTemporaryDir home;
-    SqliteRegistry file(home.filePath(QStringLiteral("quillmark/registry.db")));
+    SqliteRegistry file(home.filePath(u"quillmark/registry.db"_qs));
     Settings onFile(file);
     for (const SettingRow& row : Settings::table()) {
         onFile.forFrame(QLatin1String(row.key));

@@ -45,18 +45,18 @@ class NotedExplorer : public PanelLink {
 
     QStringList take() { return std::exchange(calls, {}); }
 
-    void InitObjects() override { calls << QStringLiteral("InitObjects"); }
+    void InitObjects() override { calls << u"InitObjects"_qs; }
     void AddFile(const QString& caption, const QString& key) override {
-        calls << QStringLiteral("AddFile %1 %2").arg(caption, key);
+        calls << u"AddFile %1 %2"_qs.arg(caption, key);
     }
     void SetFile(const QString& file, const QString& key, int image) override {
-        calls << QStringLiteral("SetFile %1 %2 %3").arg(file, key).arg(image);
+        calls << u"SetFile %1 %2 %3"_qs.arg(file, key).arg(image);
     }
-    void RemoveFile(const QString& key) override { calls << QStringLiteral("RemoveFile ") + key; }
-    void FileSelected(const QString& key) override { calls << QStringLiteral("FileSelected ") + key; }
+    void RemoveFile(const QString& key) override { calls << u"RemoveFile "_qs + key; }
+    void FileSelected(const QString& key) override { calls << u"FileSelected "_qs + key; }
     bool Busy() const override { return busy; }
-    void OpenSelectedFiles() override { calls << QStringLiteral("OpenSelectedFiles"); }
-    void setDefaultSysIcon(bool on) override { calls << QStringLiteral("setDefaultSysIcon %1").arg(on); }
+    void OpenSelectedFiles() override { calls << u"OpenSelectedFiles"_qs; }
+    void setDefaultSysIcon(bool on) override { calls << u"setDefaultSysIcon %1"_qs.arg(on); }
 };
 
 /// The rooms to come as a list of the calls that matter in their order.
@@ -75,16 +75,16 @@ class NotedRooms : public RoomsToCome {
 
     QStringList take() { return std::exchange(calls, {}); }
 
-    void AddLRUFile(const QString& path) override { note(QStringLiteral("AddLRUFile ") + path); }
-    void LoadRecentFiles() override { calls << QStringLiteral("LoadRecentFiles"); }
-    void RestoreSession() override { calls << QStringLiteral("RestoreSession"); }
-    void SaveSession() override { calls << QStringLiteral("SaveSession"); }
-    void SaveRecentFiles() override { calls << QStringLiteral("SaveRecentFiles"); }
-    void OpenProject(const QString& path) override { note(QStringLiteral("OpenProject ") + path); }
-    void ShowSearchInFiles(const QString& text) override { note(QStringLiteral("ShowSearchInFiles ") + text); }
-    void ShowProperties() override { note(QStringLiteral("ShowProperties")); }
-    void ShowFileProperties(const QString& path) override { note(QStringLiteral("ShowFileProperties ") + path); }
-    void ChooseLanguage() override { note(QStringLiteral("ChooseLanguage")); }
+    void AddLRUFile(const QString& path) override { note(u"AddLRUFile "_qs + path); }
+    void LoadRecentFiles() override { calls << u"LoadRecentFiles"_qs; }
+    void RestoreSession() override { calls << u"RestoreSession"_qs; }
+    void SaveSession() override { calls << u"SaveSession"_qs; }
+    void SaveRecentFiles() override { calls << u"SaveRecentFiles"_qs; }
+    void OpenProject(const QString& path) override { note(u"OpenProject "_qs + path); }
+    void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
+    void ShowProperties() override { note(u"ShowProperties"_qs); }
+    void ShowFileProperties(const QString& path) override { note(u"ShowFileProperties "_qs + path); }
+    void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
     bool isExplorerVisible() override { return explorer.visible; }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }
@@ -125,7 +125,7 @@ class FrameFixture : public testing::Test {
     }
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
-    QString fileOf(const QByteArray& bytes, const QString& name = QStringLiteral("a.txt")) const {
+    QString fileOf(const QByteArray& bytes, const QString& name = u"a.txt"_qs) const {
         QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
@@ -143,7 +143,7 @@ class FrameFixture : public testing::Test {
     frmDocument* active() { return parts().children->active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
     void type(const QString& text) { control().type(text); }
-    TabStrip& strip() { return *m_frame->findChild<TabStrip*>(QStringLiteral("TabStrip1")); }
+    TabStrip& strip() { return *m_frame->findChild<TabStrip*>(u"TabStrip1"_qs); }
     QAction* entry(const char* name) { return parts().commands->entry(name); }
     QAction* button(const char* key) { return parts().commands->button(key); }
     QAction* slot(const char* array, int number) { return parts().menuSlots->slot(array, number); }

@@ -10,10 +10,10 @@
 inline bool asSomebodyElse(const std::function<bool()>& check) {
     if (::geteuid() != 0)
         return check();
-    constexpr uid_t nobody = 65534;
+    constexpr uid_t Nobody = 65534;
     const pid_t child = ::fork();
     if (child == 0) {
-        const bool changed = ::setgid(nobody) == 0 && ::setuid(nobody) == 0;
+        const bool changed = ::setgid(Nobody) == 0 && ::setuid(Nobody) == 0;
         ::_exit(changed && check() ? 0 : 1);
     }
     int status = -1;

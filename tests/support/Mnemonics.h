@@ -17,7 +17,7 @@ inline QStringList doubledMnemonics(const QDialog& dialog) {
             if (mnemonic.isEmpty())
                 return;
             if (known.contains(mnemonic))
-                doubled << known[mnemonic] + QStringLiteral(" / ") + text;
+                doubled << known[mnemonic] + u" / "_qs + text;
             known.insert(mnemonic, text);
         };
         const auto isShown = [&](const QWidget* widget) {

@@ -19,20 +19,17 @@ class RecordingHost : public DocumentHost {
     QStringList take() { return std::exchange(calls, {}); }
 
     void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) override {
-        note(QStringLiteral("OpenFile"),
-             QStringLiteral(" %1 %2 %3 %4").arg(path).arg(flags).arg(checkBinary).arg(openTextMode));
+        note(u"OpenFile"_qs, u" %1 %2 %3 %4"_qs.arg(path).arg(flags).arg(checkBinary).arg(openTextMode));
     }
     void SaveDocument(frmDocument*, bool activeTab, int format) override {
-        note(QStringLiteral("SaveDocument"), QStringLiteral(" %1 %2").arg(activeTab).arg(format));
+        note(u"SaveDocument"_qs, u" %1 %2"_qs.arg(activeTab).arg(format));
     }
-    void SetTabCaption(frmDocument*, bool activeTab) override {
-        note(QStringLiteral("SetTabCaption"), QStringLiteral(" %1").arg(activeTab));
-    }
-    void SetEditModeIcon(frmDocument*) override { note(QStringLiteral("SetEditModeIcon")); }
-    void ChangeReadOnly() override { note(QStringLiteral("ChangeReadOnly")); }
-    void CheckLangMenu(frmDocument*) override { note(QStringLiteral("CheckLangMenu")); }
-    void DocClose(frmDocument*) override { note(QStringLiteral("DocClose")); }
-    void DelTab(frmDocument*) override { note(QStringLiteral("DelTab")); }
+    void SetTabCaption(frmDocument*, bool activeTab) override { note(u"SetTabCaption"_qs, u" %1"_qs.arg(activeTab)); }
+    void SetEditModeIcon(frmDocument*) override { note(u"SetEditModeIcon"_qs); }
+    void ChangeReadOnly() override { note(u"ChangeReadOnly"_qs); }
+    void CheckLangMenu(frmDocument*) override { note(u"CheckLangMenu"_qs); }
+    void DocClose(frmDocument*) override { note(u"DocClose"_qs); }
+    void DelTab(frmDocument*) override { note(u"DelTab"_qs); }
 
  private:
     void note(const QString& name, const QString& arguments = {}) {

@@ -15,13 +15,13 @@ class TemporaryHome {
     TemporaryHome() {
         if (!m_folder.isValid())
             qFatal("no temporary folder can be made");
-        set("HOME", QStringLiteral("home"));
-        set("XDG_CONFIG_HOME", QStringLiteral("home/.config"));
-        set("XDG_DATA_HOME", QStringLiteral("home/.local/share"));
-        set("XDG_STATE_HOME", QStringLiteral("home/.local/state"));
-        set("XDG_CACHE_HOME", QStringLiteral("home/.cache"));
-        set("XDG_RUNTIME_DIR", QStringLiteral("run"));
-        set("TMPDIR", QStringLiteral("tmp"));
+        set("HOME", u"home"_qs);
+        set("XDG_CONFIG_HOME", u"home/.config"_qs);
+        set("XDG_DATA_HOME", u"home/.local/share"_qs);
+        set("XDG_STATE_HOME", u"home/.local/state"_qs);
+        set("XDG_CACHE_HOME", u"home/.cache"_qs);
+        set("XDG_RUNTIME_DIR", u"run"_qs);
+        set("TMPDIR", u"tmp"_qs);
     }
 
     ~TemporaryHome() {
@@ -32,7 +32,7 @@ class TemporaryHome {
     Q_DISABLE_COPY_MOVE(TemporaryHome)
 
     /// Absolute path of something in the home.
-    QString path(const QString& relative) const { return m_folder.filePath(QStringLiteral("home/") + relative); }
+    QString path(const QString& relative) const { return m_folder.filePath(u"home/"_qs + relative); }
 
  private:
     void set(const char* name, const QString& relative) {

@@ -63,12 +63,12 @@ class WindowColour {
 
 TEST(Icons, AreSeenOnLightAndOnDarkWindows) {
     QStringList names;
-    for (QDirIterator files(QStringLiteral(":/icons")); files.hasNext();) {
+    for (QDirIterator files(u":/icons"_qs); files.hasNext();) {
         files.next();
         names << files.fileInfo().completeBaseName();
     }
     ASSERT_GT(names.size(), 40);
-    names.removeOne(QStringLiteral("quillmark"));
+    names.removeOne(u"quillmark"_qs);
     for (const QString& name : names) {
         const QIcon icon = Icons::named(name.toLatin1().constData());
         for (const QColor& ground : {QColor(0xEF, 0xEF, 0xEF), QColor(0x35, 0x35, 0x35)}) {

@@ -26,15 +26,15 @@ struct StoppedInput : testing::Test {
 TEST_F(StoppedInput, KeysAndMouseDoNothingAndNoWindowCloses) {
     {
         const InputStop stop;
-        QTest::keyClicks(field, QStringLiteral("abc"));
+        QTest::keyClicks(field, u"abc"_qs);
         QTest::mouseClick(field, Qt::LeftButton);
         EXPECT_FALSE(window.close());
         EXPECT_FALSE(stop.escaped());
     }
     EXPECT_TRUE(window.isVisible());
     EXPECT_EQ(field->text(), QString());
-    QTest::keyClicks(field, QStringLiteral("d"));
-    EXPECT_EQ(field->text(), QStringLiteral("d"));
+    QTest::keyClicks(field, u"d"_qs);
+    EXPECT_EQ(field->text(), u"d"_qs);
     EXPECT_TRUE(window.close());
 }
 
@@ -55,10 +55,10 @@ TEST_F(StoppedInput, ABoxThatComesUpMeanwhileGetsItsOwn) {
     QDialog box;
     auto* answer = new QLineEdit(&box);
     openModal(box);
-    QTest::keyClicks(answer, QStringLiteral("yes"));
-    EXPECT_EQ(answer->text(), QStringLiteral("yes"));
+    QTest::keyClicks(answer, u"yes"_qs);
+    EXPECT_EQ(answer->text(), u"yes"_qs);
     EXPECT_TRUE(box.close());
-    QTest::keyClicks(field, QStringLiteral("abc"));
+    QTest::keyClicks(field, u"abc"_qs);
     EXPECT_EQ(field->text(), QString());
 }
 
@@ -67,7 +67,7 @@ TEST_F(StoppedInput, ABoxThatWasOpenBeforeIsStoppedLikeTheRest) {
     auto* answer = new QLineEdit(&box);
     openModal(box);
     const InputStop stop;
-    QTest::keyClicks(answer, QStringLiteral("yes"));
+    QTest::keyClicks(answer, u"yes"_qs);
     EXPECT_EQ(answer->text(), QString());
     EXPECT_FALSE(box.close());
     QTest::keyClick(answer, Qt::Key_Escape);

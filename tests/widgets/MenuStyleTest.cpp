@@ -32,7 +32,7 @@ TEST(MenuStyle, DrawsThePictureOfTheChosenEntryInTheColourOfItsText) {
     palette.setColor(QPalette::Highlight, Qt::red);
     palette.setColor(QPalette::HighlightedText, Qt::green);
     menu.setPalette(palette);
-    QAction* entry = menu.addAction(Icons::named("selectline"), QStringLiteral("Entry"));
+    QAction* entry = menu.addAction(Icons::named("selectline"), u"Entry"_qs);
     EXPECT_EQ(pixelsOf(Qt::green, pictureIn(menu)), 0);
     menu.setActiveAction(entry);
     EXPECT_GT(pixelsOf(Qt::green, pictureIn(menu)), 0);
@@ -61,7 +61,7 @@ TEST(MenuStyle, DrawsACheckedOneInTheColourThatStandsOutFromItsPlate) {
         palette.setColor(QPalette::Highlight, row.highlight);
         palette.setColor(QPalette::HighlightedText, row.lit);
         menu.setPalette(palette);
-        QAction* entry = menu.addAction(Icons::named("selectline"), QStringLiteral("Entry"));
+        QAction* entry = menu.addAction(Icons::named("selectline"), u"Entry"_qs);
         entry->setCheckable(true);
         entry->setChecked(true);
         EXPECT_EQ(pixelsOf(row.expected, pictureIn(menu)), 0);

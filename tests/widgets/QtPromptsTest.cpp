@@ -34,13 +34,13 @@ void whenShown(std::function<void(Box&)> action) {
 TEST(QtPrompts, AMessageShowsItsTextAsItStands) {
     QtPrompts prompts;
     whenShown<QMessageBox>([](QMessageBox& box) {
-        EXPECT_EQ(box.windowTitle(), QStringLiteral("Quillmark"));
-        EXPECT_EQ(box.text(), QStringLiteral("/a <b>\nFile not found!"));
+        EXPECT_EQ(box.windowTitle(), u"Quillmark"_qs);
+        EXPECT_EQ(box.text(), u"/a <b>\nFile not found!"_qs);
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
         QTest::keyClick(&box, Qt::Key_Escape);
     });
-    prompts.message(nullptr, QStringLiteral("/a <b>\nFile not found!"), QString());
+    prompts.message(nullptr, u"/a <b>\nFile not found!"_qs, QString());
 }
 
 TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {
@@ -53,7 +53,7 @@ TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {
         delete std::exchange(part, nullptr);
         box.accept();
     });
-    prompts.message(part, QStringLiteral("text"), QString());
+    prompts.message(part, u"text"_qs, QString());
     EXPECT_EQ(part, nullptr);
     part = new QWidget(&window);
     whenShown<QMessageBox>([&](QMessageBox& box) {
@@ -61,7 +61,7 @@ TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {
         delete std::exchange(part, nullptr);
         box.button(QMessageBox::Yes)->click();
     });
-    EXPECT_TRUE(prompts.askYesNo(part, QStringLiteral("text"), QString()));
+    EXPECT_TRUE(prompts.askYesNo(part, u"text"_qs, QString()));
 }
 
 TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {
@@ -77,8 +77,8 @@ TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {
 
 TEST(QtPrompts, WhatIsTooMuchForTheScreenKeepsItsBeginningEndAndButtons) {
     QtPrompts prompts;
-    for (const QString& middle : {QString(2'000, u'\n'), QStringLiteral("a b ").repeated(1'500),
-                                  QStringLiteral("\u6F22 ").repeated(3'000), QStringLiteral("W ").repeated(50'000)}) {
+    for (const QString& middle : {QString(2'000, u'\n'), u"a b "_qs.repeated(1'500), u"\u6F22 "_qs.repeated(3'000),
+                                  u"W "_qs.repeated(50'000)}) {
         whenShown<QMessageBox>([](QMessageBox& box) {
             EXPECT_TRUE(box.text().startsWith(QLatin1String("first ")));
             EXPECT_TRUE(box.text().contains(u'\u2026'));
@@ -92,7 +92,7 @@ TEST(QtPrompts, WhatIsTooMuchForTheScreenKeepsItsBeginningEndAndButtons) {
 
 TEST(QtPrompts, AnUsualPathIsShownWhole) {
     QtPrompts prompts;
-    const QString text = QStringLiteral("/home/u/notes").repeated(20) + QLatin1String("\nFile not found!");
+    const QString text = u"/home/u/notes"_qs.repeated(20) + QLatin1String("\nFile not found!");
     whenShown<QMessageBox>([&](QMessageBox& box) {
         EXPECT_EQ(box.text(), text);
         box.accept();
@@ -103,7 +103,7 @@ TEST(QtPrompts, AnUsualPathIsShownWhole) {
 TEST(QtPrompts, WithoutAFolderADialogBeginsWhereAFileWasChosenLast) {
     const QTemporaryDir folder;
     QtPrompts prompts;
-    const FileQuestion question{QStringLiteral("Save"), {}, folder.filePath(QStringLiteral("x")), {}};
+    const FileQuestion question{u"Save"_qs, {}, folder.filePath(u"x"_qs), {}};
     whenShown<QFileDialog>([](QFileDialog& dialog) {
         dialog.setDirectory(QDir::root());
         static_cast<QDialog&>(dialog).done(QDialog::Accepted);
@@ -113,14 +113,14 @@ TEST(QtPrompts, WithoutAFolderADialogBeginsWhereAFileWasChosenLast) {
         EXPECT_EQ(dialog.directory().absolutePath(), QFileInfo(file).absolutePath());
         dialog.reject();
     });
-    prompts.askFileToSave(nullptr, {QStringLiteral("Save"), {}, {}, {}});
+    prompts.askFileToSave(nullptr, {u"Save"_qs, {}, {}, {}});
 }
 
 TEST(QtPrompts, AQuestionGoesAwayByItsButtonsOnly) {
     QtPrompts prompts;
     for (const auto button : {QMessageBox::Yes, QMessageBox::No}) {
         whenShown<QMessageBox>([button](QMessageBox& box) {
-            EXPECT_EQ(box.windowTitle(), QStringLiteral("Title"));
+            EXPECT_EQ(box.windowTitle(), u"Title"_qs);
             EXPECT_FALSE(box.windowFlags().testFlag(Qt::WindowCloseButtonHint));
             QTest::keyClick(&box, Qt::Key_Escape);
             EXPECT_TRUE(box.isVisible());
@@ -128,21 +128,20 @@ TEST(QtPrompts, AQuestionGoesAwayByItsButtonsOnly) {
             EXPECT_TRUE(box.isVisible());
             box.button(button)->click();
         });
-        EXPECT_EQ(prompts.askYesNo(nullptr, QStringLiteral("Save ?"), QStringLiteral("Title")),
-                  button == QMessageBox::Yes);
+        EXPECT_EQ(prompts.askYesNo(nullptr, u"Save ?"_qs, u"Title"_qs), button == QMessageBox::Yes);
     }
 }
 
 TEST(QtPrompts, TheOpenDialogHasTheReadOnlyBox) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a.txt")));
+    QFile file(folder.filePath(u"a.txt"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     QtPrompts prompts;
     whenShown<QFileDialog>([&](QFileDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Open"));
+        EXPECT_EQ(dialog.windowTitle(), u"Open"_qs);
         EXPECT_TRUE(dialog.testOption(QFileDialog::DontUseNativeDialog));
         EXPECT_EQ(dialog.directory().absolutePath(), folder.path());
-        auto* box = dialog.findChild<QCheckBox*>(QStringLiteral("chkReadOnly"));
+        auto* box = dialog.findChild<QCheckBox*>(u"chkReadOnly"_qs);
         ASSERT_NE(box, nullptr);
         EXPECT_TRUE(box->isVisible());
         box->setChecked(true);
@@ -151,8 +150,7 @@ TEST(QtPrompts, TheOpenDialogHasTheReadOnlyBox) {
         if (dialog.isVisible())
             static_cast<QDialog&>(dialog).done(QDialog::Accepted);
     });
-    const OpenAnswer answer =
-        prompts.askFilesToOpen(nullptr, {QStringLiteral("Open"), folder.path(), QString(), QStringLiteral("All|*.*")});
+    const OpenAnswer answer = prompts.askFilesToOpen(nullptr, {u"Open"_qs, folder.path(), QString(), u"All|*.*"_qs});
     EXPECT_EQ(answer.files, QStringList(file.fileName()));
     EXPECT_TRUE(answer.readOnly);
 }
@@ -167,23 +165,21 @@ TEST(QtPrompts, TheSaveDialogNeitherAsksNorAddsASuffix) {
         if (dialog.isVisible())
             static_cast<QDialog&>(dialog).done(QDialog::Accepted);
     });
-    EXPECT_EQ(prompts.askFileToSave(nullptr, {QStringLiteral("Save"), folder.path(), QStringLiteral("x"), QString()}),
-              folder.filePath(QStringLiteral("x")));
+    EXPECT_EQ(prompts.askFileToSave(nullptr, {u"Save"_qs, folder.path(), u"x"_qs, QString()}),
+              folder.filePath(u"x"_qs));
 }
 
 TEST(QtPrompts, ACancelledDialogGivesNothing) {
     QtPrompts prompts;
     whenShown<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
-    EXPECT_EQ(prompts.askFileToSave(nullptr, {QStringLiteral("Save"), QString(), QString(), QString()}), QString());
+    EXPECT_EQ(prompts.askFileToSave(nullptr, {u"Save"_qs, QString(), QString(), QString()}), QString());
     whenShown<QFileDialog>([](QFileDialog& dialog) { dialog.reject(); });
-    EXPECT_TRUE(
-        prompts.askFilesToOpen(nullptr, {QStringLiteral("Open"), QString(), QString(), QString()}).files.isEmpty());
+    EXPECT_TRUE(prompts.askFilesToOpen(nullptr, {u"Open"_qs, QString(), QString(), QString()}).files.isEmpty());
 }
 
 TEST(QtPrompts, FiltersKeepTheirDescriptionsAndTakePatternsApart) {
-    EXPECT_EQ(nameFilters(QStringLiteral("Text Files (*.txt)|*.txt|All|*.*|C|*.c; *.h")),
-              QStringList({QStringLiteral("Text Files (*.txt) (*.txt)"), QStringLiteral("All (*)"),
-                           QStringLiteral("C (*.c *.h)")}));
+    EXPECT_EQ(nameFilters(u"Text Files (*.txt)|*.txt|All|*.*|C|*.c; *.h"_qs),
+              QStringList({u"Text Files (*.txt) (*.txt)"_qs, u"All (*)"_qs, u"C (*.c *.h)"_qs}));
     EXPECT_TRUE(nameFilters(QString()).isEmpty());
-    EXPECT_TRUE(nameFilters(QStringLiteral("alone")).isEmpty());
+    EXPECT_TRUE(nameFilters(u"alone"_qs).isEmpty());
 }

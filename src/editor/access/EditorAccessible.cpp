@@ -136,9 +136,10 @@ EditorAccessible::Bytes EditorAccessible::unitAround(qint64 byte, QAccessible::T
         return {0, length};
     if (type == QAccessible::CharBoundary)
         return {byte, send(Sci::SCI_POSITIONAFTER, byte)};
-    if (type == QAccessible::WordBoundary)
+    if (type == QAccessible::WordBoundary) {
         return {send(Sci::SCI_WORDSTARTPOSITION, byte, 1),
                 std::max(send(Sci::SCI_WORDENDPOSITION, byte, 1), send(Sci::SCI_POSITIONAFTER, byte))};
+    }
     const qint64 line = control().heldText().lineOf(byte);
     const bool last = line + 1 >= control().heldText().lineCount();
     return {control().heldText().lineStart(line), last ? length : control().heldText().lineStart(line + 1)};

@@ -48,7 +48,7 @@ QString TextControl::textOfRanges() const {
         if (from < to)
             texts << bytes(from, to);
     }
-    return QString::fromUtf8(texts.join(withOwnLineEnds(QStringLiteral("\n"))));
+    return QString::fromUtf8(texts.join(withOwnLineEnds(u"\n"_qs)));
 }
 
 void TextControl::Copy() {

@@ -13,9 +13,9 @@
 namespace {
 
 int eolModeOf(const QString& lineEnd) {
-    if (lineEnd == QStringLiteral("\r\n"))
+    if (lineEnd == u"\r\n"_qs)
         return QsciScintillaBase::SC_EOL_CRLF;
-    return lineEnd == QStringLiteral("\r") ? QsciScintillaBase::SC_EOL_CR : QsciScintillaBase::SC_EOL_LF;
+    return lineEnd == u"\r"_qs ? QsciScintillaBase::SC_EOL_CR : QsciScintillaBase::SC_EOL_LF;
 }
 
 }  // namespace
@@ -89,5 +89,5 @@ QString TextControl::limitations() const {
     }
     if (!m_coloured)
         said << tr("no colouring above 64 MB");
-    return said.join(QStringLiteral(", "));
+    return said.join(u", "_qs);
 }

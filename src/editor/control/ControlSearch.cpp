@@ -137,14 +137,15 @@ std::shared_ptr<const SearchPattern> TextControl::patternToFind() {
 /// While a macro is played it is the player that is asked.
 MatchScan::Watch TextControl::watchOfSearch() {
     std::function<bool()> asked;
-    if (m_player != nullptr)
+    if (m_player != nullptr) {
         asked = [player = m_player] { return player->goesOn(); };
-    else if (m_searchWatch)
+    } else if (m_searchWatch) {
         asked = [watch = m_searchWatch, notice = std::make_shared<SearchNotice>(*this)] {
             return watch(notice->lookAtClock());
         };
-    else
+    } else {
         return {};
+    }
     const QPointer<const TextControl> alive(this);
     return [alive, asked, changes = m_changes, pace = YieldPace()]() mutable {
         return !pace.due() || (asked() && alive && alive->m_changes == changes);

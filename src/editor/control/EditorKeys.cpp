@@ -91,18 +91,18 @@ std::span<const EditorKeys::Row> EditorKeys::all() {
 }
 
 int EditorKeys::commandFor(const QKeyEvent& key) {
-    const int modifiers = static_cast<int>(key.modifiers() & ~Qt::KeypadModifier);
+    const int Modifiers = static_cast<int>(key.modifiers() & ~Qt::KeypadModifier);
     const auto row = std::find_if(Keys.begin(), Keys.end(), [&](const Row& candidate) {
-        return candidate.key == key.key() && candidate.modifiers == modifiers;
+        return candidate.key == key.key() && candidate.modifiers == Modifiers;
     });
     return row == Keys.end() ? 0 : row->command;
 }
 
 bool EditorKeys::isModifier(const QKeyEvent& key) {
-    constexpr auto modifiers =
+    constexpr auto Modifiers =
         std::to_array<int>({Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta, Qt::Key_Super_L,
                             Qt::Key_Super_R, Qt::Key_Mode_switch});
-    return std::ranges::find(modifiers, key.key()) != modifiers.end();
+    return std::ranges::find(Modifiers, key.key()) != Modifiers.end();
 }
 
 bool EditorKeys::typesText(const QKeyEvent& key) {

@@ -4,9 +4,9 @@
 #include "editor/held/Margins.h"
 
 KeptBookmarks::KeptBookmarks(TextControl& control) : m_control(control), m_lineCount(control.TotalLines()) {
-    constexpr qint64 mask = 1 << Markers::Bookmark;
+    constexpr qint64 Mask = 1 << Markers::Bookmark;
     const auto next = [&](qint64 held) {
-        return ScintillaCalls::ask(control, TextControl::SCI_MARKERNEXT, held, mask);
+        return ScintillaCalls::ask(control, TextControl::SCI_MARKERNEXT, held, Mask);
     };
     for (qint64 held = next(0); held >= 0; held = next(held + 1))
         m_lines.push_back(control.map().lineOf(control.heldText().lineStart(held)));

@@ -54,8 +54,8 @@ void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
 
 /// A macro that was played may have set it otherwise.
 void MacroRecorder::addSetting(const MacroStep& step) {
-    constexpr int firstSwitch = 230;
-    const auto group = [](int command) { return command < firstSwitch ? command : command / 2 * 2; };
+    constexpr int FirstSwitch = 230;
+    const auto group = [](int command) { return command < FirstSwitch ? command : command / 2 * 2; };
     for (auto known = m_steps.crbegin(); known != m_steps.crend(); ++known) {
         const ControlCommands::Row* row =
             known->kind == MacroStep::Kind::Command ? ControlCommands::find(known->command) : nullptr;

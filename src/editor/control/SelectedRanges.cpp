@@ -9,11 +9,12 @@ using ScintillaCalls::ask;
 using Sci = QsciScintillaBase;
 
 SelectedRanges::SelectedRanges(const TextControl& control) : m_main(ask(control, Sci::SCI_GETMAINSELECTION)) {
-    for (qint64 range = 0; range < ask(control, Sci::SCI_GETSELECTIONS); ++range)
+    for (qint64 range = 0; range < ask(control, Sci::SCI_GETSELECTIONS); ++range) {
         m_ranges.push_back({{ask(control, Sci::SCI_GETSELECTIONNANCHOR, range),
                              ask(control, Sci::SCI_GETSELECTIONNANCHORVIRTUALSPACE, range)},
                             {ask(control, Sci::SCI_GETSELECTIONNCARET, range),
                              ask(control, Sci::SCI_GETSELECTIONNCARETVIRTUALSPACE, range)}});
+    }
 }
 
 void SelectedRanges::select(const TextControl& control) const {

@@ -115,9 +115,10 @@ void TextControl::closeScope() {
 
 /// Scintilla moves the selection by itself too, as when a drag scrolls; it tells so while it paints.
 void TextControl::lookAtSelectionLater() {
-    if (m_scopes == 0 && (m_changed || selection() != m_toldSelection))
+    if (m_scopes == 0 && (m_changed || selection() != m_toldSelection)) {
         QMetaObject::invokeMethod(
             this, [this] { const EditScope scope(*this); }, Qt::QueuedConnection);
+    }
 }
 
 /// What is typed from here on is an undo step of its own.
@@ -214,9 +215,9 @@ QByteArray TextControl::heldForm(const QString& text) const {
 
 QByteArray TextControl::withOwnLineEnds(const QString& text) const {
     QString converted = text;
-    converted.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+    converted.replace(u"\r\n"_qs, u"\n"_qs).replace(u'\r', u'\n');
     if (m_eolMode == SC_EOL_CRLF)
-        converted.replace(u'\n', QStringLiteral("\r\n"));
+        converted.replace(u'\n', u"\r\n"_qs);
     else if (m_eolMode == SC_EOL_CR)
         converted.replace(u'\n', u'\r');
     return wellFormedUtf8(converted);

@@ -119,7 +119,7 @@ bool Reading::passOn(bool last, const Give& give) {
 void Reading::noteFirstLineEnd(std::string_view run) {
     const std::size_t at = m_firstLineEnd.isEmpty() ? run.find_first_of("\r\n") : std::string_view::npos;
     if (at != std::string_view::npos)
-        m_firstLineEnd = run.substr(at, 2) == "\r\n" ? QStringLiteral("\r\n") : QString(QLatin1Char(run[at]));
+        m_firstLineEnd = run.substr(at, 2) == "\r\n" ? u"\r\n"_qs : QString(QLatin1Char(run[at]));
 }
 
 /// Room for the text of a file: what it takes in UTF-8, and its joints.
@@ -132,11 +132,11 @@ qint64 roomFor(qint64 fileSize, TextEncoding encoding) {
 QString lineEndBesides(JointKind kind, const QString& found) {
     switch (kind) {
         case JointKind::AnyCr:
-            return QStringLiteral("\n");
+            return u"\n"_qs;
         case JointKind::LoneCr:
-            return QStringLiteral("\r\n");
+            return u"\r\n"_qs;
         case JointKind::AnyLf:
-            return QStringLiteral("\r");
+            return u"\r"_qs;
         default:
             return found;
     }

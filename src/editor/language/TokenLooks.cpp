@@ -17,7 +17,7 @@ std::optional<bool> unlessUsual(bool on, bool usual) {
 }
 
 QString storedUnder() {
-    return programKey() + QStringLiteral("/Languages");
+    return programKey() + u"/Languages"_qs;
 }
 
 std::optional<qint32> readNumber(RegistryStore& store, const QString& name, qint32 most) {

@@ -68,7 +68,7 @@ constexpr Row Rows[] = {
 };
 
 QString storedUnder() {
-    return programKey() + QStringLiteral("/Languages");
+    return programKey() + u"/Languages"_qs;
 }
 
 std::optional<qint32> stored(RegistryStore& store, const Row& row) {

@@ -53,22 +53,21 @@ namespace ControlPrompts {
 void askLine(TextControl& control) {
     const int lines = static_cast<int>(std::min<qint64>(control.TotalLines(), std::numeric_limits<int>::max()));
     ask(control,
-        {QStringLiteral("GotoLine"), TextControl::tr("Go to Line"), TextControl::tr("Line (1 to %1):").arg(lines),
-         lines, static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
-         [](TextControl& target, int number) {
+        {u"GotoLine"_qs, TextControl::tr("Go to Line"), TextControl::tr("Line (1 to %1):").arg(lines), lines,
+         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)), [](TextControl& target, int number) {
              target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number));
          }});
 }
 
 void askRepeatCount(TextControl& control) {
-    ask(control, {QStringLiteral("RepeatCount"), TextControl::tr("Repeat Count"),
+    ask(control, {u"RepeatCount"_qs, TextControl::tr("Repeat Count"),
                   TextControl::tr("Times to repeat the next command:"), TextControl::LargestRepeatCount,
                   control.repeatCount(), [](TextControl& target, int number) { target.setRepeatCount(number); }});
 }
 
 void tell(TextControl& control, const QString& text) {
-    auto* box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quillmark"), text, QMessageBox::Ok, &control);
-    box->setObjectName(QStringLiteral("ControlMessage"));
+    auto* box = new QMessageBox(QMessageBox::Information, u"Quillmark"_qs, text, QMessageBox::Ok, &control);
+    box->setObjectName(u"ControlMessage"_qs);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->open();
 }

@@ -31,7 +31,7 @@ struct BoxRow {
     void (TextControl::*set)(bool on);
 };
 
-constexpr BoxRow viewBoxes[] = {
+constexpr BoxRow ViewBoxes[] = {
     {"chkWordWrap", QT_TR_NOOP("&Wrap long lines"), &TextControl::WordWrap, &TextControl::setWordWrap},
     {"chkWhitespace", QT_TR_NOOP("Show &tabs and spaces"), &TextControl::DisplayWhitespace,
      &TextControl::setDisplayWhitespace},
@@ -40,7 +40,7 @@ constexpr BoxRow viewBoxes[] = {
     {"chkBraces", QT_TR_NOOP("&Brace matching"), &TextControl::BraceMatching, &TextControl::setBraceMatching},
 };
 
-constexpr BoxRow editingBoxes[] = {
+constexpr BoxRow EditingBoxes[] = {
     {"chkBlanksForTabs", QT_TR_NOOP("&Blanks instead of tabs"), &TextControl::BlanksForTabs,
      &TextControl::setBlanksForTabs},
     {"chkAutoIndent", QT_TR_NOOP("Begin new lines as &indented as the last"), &TextControl::AutoIndent,
@@ -53,7 +53,7 @@ struct LineEndRow {
     int mode;
 };
 
-constexpr LineEndRow lineEnds[] = {
+constexpr LineEndRow LineEnds[] = {
     {QT_TR_NOOP("LF (Unix)"), TextControl::SC_EOL_LF},
     {QT_TR_NOOP("CR LF (Windows)"), TextControl::SC_EOL_CRLF},
     {QT_TR_NOOP("CR (old Macintosh)"), TextControl::SC_EOL_CR},
@@ -64,7 +64,7 @@ struct EncodingRow {
     int flagWord;
 };
 
-constexpr EncodingRow encodings[] = {
+constexpr EncodingRow Encodings[] = {
     {QT_TR_NOOP("As the file tells"), SaveFlags::AsLoaded},
     {QT_TR_NOOP("ANSI (Windows-1252)"), SaveFlags::Ansi},
     {QT_TR_NOOP("UTF-8"), SaveFlags::Utf8},
@@ -107,12 +107,12 @@ void ControlProperties::show(TextControl& control) {
 }
 
 ControlProperties::ControlProperties(TextControl& control) : QDialog(&control), m_control(control) {
-    setObjectName(QStringLiteral("ControlProperties"));
+    setObjectName(u"ControlProperties"_qs);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(tr("Properties"));
 
     auto* pages = new QTabWidget;
-    pages->setObjectName(QStringLiteral("tabPages"));
+    pages->setObjectName(u"tabPages"_qs);
     pages->addTab(viewPage(), tr("&View"));
     pages->addTab(editingPage(), tr("&Editing"));
     pages->addTab(colourPage(), tr("&Colors"));
@@ -127,8 +127,8 @@ ControlProperties::ControlProperties(TextControl& control) : QDialog(&control), 
         pages->addTab(page, page->caption());
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
+    buttons->button(QDialogButtonBox::Ok)->setObjectName(u"cmdOK"_qs);
+    buttons->button(QDialogButtonBox::Cancel)->setObjectName(u"cmdCancel"_qs);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
@@ -139,8 +139,8 @@ ControlProperties::ControlProperties(TextControl& control) : QDialog(&control), 
 
 void ControlProperties::accept() {
     const ControlProfile before = ControlProfile::of(m_control);
-    takeBoxes(m_control, *this, viewBoxes);
-    takeBoxes(m_control, *this, editingBoxes);
+    takeBoxes(m_control, *this, ViewBoxes);
+    takeBoxes(m_control, *this, EditingBoxes);
     m_control.setTabWidth(m_tabWidth->value());
     for (const ColourRow& row : m_colours)
         m_control.setElementColour(static_cast<TextControl::Element>(row.element), row.colour);
@@ -157,7 +157,7 @@ void ControlProperties::accept() {
 QWidget* ControlProperties::viewPage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
-    addBoxes(m_control, *form, viewBoxes);
+    addBoxes(m_control, *form, ViewBoxes);
     return page;
 }
 
@@ -165,11 +165,11 @@ QWidget* ControlProperties::editingPage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
     m_tabWidth = new QSpinBox;
-    m_tabWidth->setObjectName(QStringLiteral("numTabWidth"));
+    m_tabWidth->setObjectName(u"numTabWidth"_qs);
     m_tabWidth->setRange(1, TextControl::LargestTabWidth);
     m_tabWidth->setValue(m_control.TabWidth());
     form->addRow(tr("Tab &width:"), m_tabWidth);
-    addBoxes(m_control, *form, editingBoxes);
+    addBoxes(m_control, *form, EditingBoxes);
     return page;
 }
 
@@ -178,17 +178,17 @@ QWidget* ControlProperties::editingPage() {
 QWidget* ControlProperties::colourPage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
-    addColour(*form, tr("&Background:"), QStringLiteral("Background"), TextControl::BackgroundElement);
-    addColour(*form, tr("&Left margin:"), QStringLiteral("LeftMargin"), TextControl::LeftMarginElement);
-    addColour(*form, tr("&Row of the caret:"), QStringLiteral("RowHighlight"), TextControl::RowHighlightElement);
+    addColour(*form, tr("&Background:"), u"Background"_qs, TextControl::BackgroundElement);
+    addColour(*form, tr("&Left margin:"), u"LeftMargin"_qs, TextControl::LeftMarginElement);
+    addColour(*form, tr("&Row of the caret:"), u"RowHighlight"_qs, TextControl::RowHighlightElement);
     return page;
 }
 
 void ControlProperties::addColour(QFormLayout& form, const QString& caption, const QString& name, int element) {
     auto* choose = new QPushButton;
-    choose->setObjectName(QStringLiteral("cmd") + name);
+    choose->setObjectName(u"cmd"_qs + name);
     auto* reset = new QPushButton(tr("Reset"));
-    reset->setObjectName(QStringLiteral("cmdReset") + name);
+    reset->setObjectName(u"cmdReset"_qs + name);
     const QString plain = QString(caption).remove(u'&').remove(u':');
     reset->setAccessibleName(tr("Reset") + u' ' + plain);
     m_colours.push_back(
@@ -236,21 +236,21 @@ QWidget* ControlProperties::filePage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
     m_lineEnds = new QComboBox;
-    m_lineEnds->setObjectName(QStringLiteral("cmbLineEnds"));
-    for (const LineEndRow& row : lineEnds)
+    m_lineEnds->setObjectName(u"cmbLineEnds"_qs);
+    for (const LineEndRow& row : LineEnds)
         m_lineEnds->addItem(tr(row.caption), row.mode);
     m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.lineEndMode()));
     m_convert = new QPushButton(tr("Conver&t"));
-    m_convert->setObjectName(QStringLiteral("cmdConvert"));
+    m_convert->setObjectName(u"cmdConvert"_qs);
     m_convert->setToolTip(tr("Cannot be undone"));
     m_encoding = new QComboBox;
-    m_encoding->setObjectName(QStringLiteral("cmbEncoding"));
-    for (const EncodingRow& row : encodings)
+    m_encoding->setObjectName(u"cmbEncoding"_qs);
+    for (const EncodingRow& row : Encodings)
         m_encoding->addItem(tr(row.caption), row.flagWord);
     m_reopen = new QPushButton(tr("&Open again"));
-    m_reopen->setObjectName(QStringLiteral("cmdReopen"));
+    m_reopen->setObjectName(u"cmdReopen"_qs);
     m_fileNote = new QLabel;
-    m_fileNote->setObjectName(QStringLiteral("lblFileNote"));
+    m_fileNote->setObjectName(u"lblFileNote"_qs);
     m_fileNote->setWordWrap(true);
 
     QHBoxLayout* ends = beside(m_lineEnds, m_convert);

@@ -30,7 +30,7 @@ constexpr int ButtonColumn = 2;
 }  // namespace
 
 QString FindDialog::nameOf(Kind kind) {
-    return kind == Kind::Find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog");
+    return kind == Kind::Find ? u"FindDialog"_qs : u"ReplaceDialog"_qs;
 }
 
 FindDialog::FindDialog(TextControl& control, Kind kind)
@@ -42,7 +42,7 @@ FindDialog::FindDialog(TextControl& control, Kind kind)
     layOutChecks(*grid);
     layOutButtons(*grid);
     m_result = new QLabel(this);
-    m_result->setObjectName(QStringLiteral("lblResult"));
+    m_result->setObjectName(u"lblResult"_qs);
     m_result->setWordWrap(true);
     grid->addWidget(m_result, ResultRow, 0, 1, ButtonColumn);
     grid->setColumnStretch(1, 1);
@@ -77,9 +77,9 @@ QComboBox* FindDialog::addField(QGridLayout& grid, int row, const QString& name,
 }
 
 void FindDialog::layOutFields(QGridLayout& grid) {
-    m_find = addField(grid, 0, QStringLiteral("cboFind"), tr("Fi&nd what:"));
+    m_find = addField(grid, 0, u"cboFind"_qs, tr("Fi&nd what:"));
     if (m_kind == Kind::Replace)
-        m_replacement = addField(grid, 1, QStringLiteral("cboReplace"), tr("Re&place with:"));
+        m_replacement = addField(grid, 1, u"cboReplace"_qs, tr("Re&place with:"));
 }
 
 QCheckBox* FindDialog::addCheck(QGridLayout& grid, int row, int column, const QString& name, const QString& caption) {
@@ -90,13 +90,13 @@ QCheckBox* FindDialog::addCheck(QGridLayout& grid, int row, int column, const QS
 }
 
 void FindDialog::layOutChecks(QGridLayout& grid) {
-    m_matchCase = addCheck(grid, CheckRow, 0, QStringLiteral("chkMatchCase"), tr("Match &case"));
-    m_wholeWord = addCheck(grid, CheckRow + 1, 0, QStringLiteral("chkWholeWord"), tr("&Whole word"));
-    m_regExp = addCheck(grid, CheckRow + 2, 0, QStringLiteral("chkRegExp"), tr("Regular e&xpression"));
-    m_inSelection = addCheck(grid, CheckRow, 1, QStringLiteral("chkInSelection"), tr("&All within the selection"));
+    m_matchCase = addCheck(grid, CheckRow, 0, u"chkMatchCase"_qs, tr("Match &case"));
+    m_wholeWord = addCheck(grid, CheckRow + 1, 0, u"chkWholeWord"_qs, tr("&Whole word"));
+    m_regExp = addCheck(grid, CheckRow + 2, 0, u"chkRegExp"_qs, tr("Regular e&xpression"));
+    m_inSelection = addCheck(grid, CheckRow, 1, u"chkInSelection"_qs, tr("&All within the selection"));
     m_inSelection->setToolTip(tr("Concerns Count and Replace All"));
     if (m_kind == Kind::Replace)
-        m_preserveCase = addCheck(grid, CheckRow + 1, 1, QStringLiteral("chkPreserveCase"), tr("Preser&ve case"));
+        m_preserveCase = addCheck(grid, CheckRow + 1, 1, u"chkPreserveCase"_qs, tr("Preser&ve case"));
 }
 
 QPushButton* FindDialog::addButton(QGridLayout& grid, int row, const QString& name, const QString& caption,
@@ -111,15 +111,15 @@ QPushButton* FindDialog::addButton(QGridLayout& grid, int row, const QString& na
 
 void FindDialog::layOutButtons(QGridLayout& grid) {
     int row = 0;
-    addButton(grid, row++, QStringLiteral("cmdFindNext"), tr("&Find Next"), &FindDialog::findNext)->setDefault(true);
-    addButton(grid, row++, QStringLiteral("cmdFindPrevious"), tr("Find Previo&us"), &FindDialog::findPrevious);
+    addButton(grid, row++, u"cmdFindNext"_qs, tr("&Find Next"), &FindDialog::findNext)->setDefault(true);
+    addButton(grid, row++, u"cmdFindPrevious"_qs, tr("Find Previo&us"), &FindDialog::findPrevious);
     if (m_kind == Kind::Replace) {
-        addButton(grid, row++, QStringLiteral("cmdReplace"), tr("&Replace"), &FindDialog::replace);
-        addButton(grid, row++, QStringLiteral("cmdReplaceAll"), tr("Replace A&ll"), &FindDialog::replaceAll);
+        addButton(grid, row++, u"cmdReplace"_qs, tr("&Replace"), &FindDialog::replace);
+        addButton(grid, row++, u"cmdReplaceAll"_qs, tr("Replace A&ll"), &FindDialog::replaceAll);
     }
-    addButton(grid, row++, QStringLiteral("cmdCount"), tr("C&ount"), &FindDialog::count);
+    addButton(grid, row++, u"cmdCount"_qs, tr("C&ount"), &FindDialog::count);
     auto* close = new QPushButton(tr("Close"), this);
-    close->setObjectName(QStringLiteral("cmdClose"));
+    close->setObjectName(u"cmdClose"_qs);
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     grid.addWidget(close, row, ButtonColumn, Qt::AlignTop);
@@ -246,8 +246,8 @@ void FindDialog::enableButtons() {
     const bool something = !m_find->currentText().isEmpty();
     for (auto* button : findChildren<QPushButton*>()) {
         const QString name = button->objectName();
-        const bool edits = name.startsWith(QStringLiteral("cmdReplace"));
-        button->setEnabled(name == QStringLiteral("cmdClose") || (something && !(edits && m_control.Locked())));
+        const bool edits = name.startsWith(u"cmdReplace"_qs);
+        button->setEnabled(name == u"cmdClose"_qs || (something && !(edits && m_control.Locked())));
     }
 }
 
@@ -308,7 +308,7 @@ void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
 void FindDialog::finishAll(qint64 count, const QString& sentence) {
     const QString error = SearchReport::errorSentence(m_control);
     const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
-    SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + QStringLiteral(". ") + error);
+    SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + u". "_qs + error);
     showError();
     tellOfSearch();
 }

@@ -46,25 +46,25 @@ IncrementalSearchBar::IncrementalSearchBar(TextControl& control)
       m_caption(new QLabel(this)),
       m_text(new QLineEdit(this)),
       m_result(new QLabel(this)) {
-    setObjectName(QStringLiteral("IncrementalSearchBar"));
+    setObjectName(u"IncrementalSearchBar"_qs);
     setAutoFillBackground(true);
     setCursor(Qt::ArrowCursor);
-    m_text->setObjectName(QStringLiteral("txtIncrementalSearch"));
+    m_text->setObjectName(u"txtIncrementalSearch"_qs);
     m_text->setMaximumWidth(TextWidth);
     m_text->installEventFilter(this);
     control.installEventFilter(this);
     m_caption->setBuddy(m_text);
-    m_result->setObjectName(QStringLiteral("lblIncrementalSearch"));
+    m_result->setObjectName(u"lblIncrementalSearch"_qs);
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Padding, Padding, Padding, Padding);
     row->addWidget(m_caption);
     row->addWidget(m_text, 1);
-    const auto* previous = addButton(*row, QStringLiteral("cmdIncrementalPrevious"), tr("Previous match"), Qt::UpArrow);
-    const auto* next = addButton(*row, QStringLiteral("cmdIncrementalNext"), tr("Next match"), Qt::DownArrow);
+    const auto* previous = addButton(*row, u"cmdIncrementalPrevious"_qs, tr("Previous match"), Qt::UpArrow);
+    const auto* next = addButton(*row, u"cmdIncrementalNext"_qs, tr("Next match"), Qt::DownArrow);
     row->addWidget(m_result);
     row->addStretch(1);
-    const auto* close = addButton(*row, QStringLiteral("cmdIncrementalClose"), tr("Close"), Qt::NoArrow);
+    const auto* close = addButton(*row, u"cmdIncrementalClose"_qs, tr("Close"), Qt::NoArrow);
 
     connect(m_text, &QLineEdit::textEdited, this, &IncrementalSearchBar::searchTyped);
     connect(previous, &QToolButton::clicked, this, [this] { goOn(true); });

@@ -62,7 +62,7 @@ TokenColourPage::TokenColourPage(TokenTheme& theme, const QColor& ground, QWidge
 
 void TokenColourPage::buildList() {
     m_list = new QListWidget;
-    m_list->setObjectName(QStringLiteral("lstClasses"));
+    m_list->setObjectName(u"lstClasses"_qs);
     m_list->setAccessibleName(tr("Kinds of text"));
     QPalette shown = m_list->palette();
     shown.setColor(QPalette::Base, m_ground);
@@ -79,19 +79,19 @@ QWidget* TokenColourPage::buildChoices() {
     auto* rows = new QVBoxLayout(choices);
     rows->setContentsMargins(0, 0, 0, 0);
     m_colour = new QPushButton;
-    m_colour->setObjectName(QStringLiteral("cmdTokenColor"));
+    m_colour->setObjectName(u"cmdTokenColor"_qs);
     m_default = new QPushButton(tr("&Default"));
-    m_default->setObjectName(QStringLiteral("cmdTokenDefault"));
+    m_default->setObjectName(u"cmdTokenDefault"_qs);
     m_default->setAccessibleName(tr("Default color"));
     m_bold = new QCheckBox(tr("&Bold"));
-    m_bold->setObjectName(QStringLiteral("chkTokenBold"));
+    m_bold->setObjectName(u"chkTokenBold"_qs);
     m_italic = new QCheckBox(tr("&Italic"));
-    m_italic->setObjectName(QStringLiteral("chkTokenItalic"));
+    m_italic->setObjectName(u"chkTokenItalic"_qs);
     m_note = new QLabel;
-    m_note->setObjectName(QStringLiteral("lblTokenNote"));
+    m_note->setObjectName(u"lblTokenNote"_qs);
     m_note->setWordWrap(true);
     auto* all = new QPushButton(tr("Default for &all"));
-    all->setObjectName(QStringLiteral("cmdTokenDefaultAll"));
+    all->setObjectName(u"cmdTokenDefaultAll"_qs);
     for (QPushButton* button : {m_colour, m_default, all})
         button->setAutoDefault(false);
     rows->addWidget(m_colour);

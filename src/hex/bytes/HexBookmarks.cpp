@@ -4,8 +4,7 @@ bool HexBookmarks::add(const QString& hexText, const QString& decimalText) {
     if (m_tags.contains(decimalText))
         return false;
     beginInsertRows({}, count(), count());
-    m_items.push_back(
-        {QStringLiteral("%1 - (%2,%3)").arg(QString::number(count() + 1), hexText, decimalText), decimalText});
+    m_items.push_back({u"%1 - (%2,%3)"_qs.arg(QString::number(count() + 1), hexText, decimalText), decimalText});
     m_tags.insert(decimalText);
     endInsertRows();
     return true;
@@ -47,5 +46,5 @@ QVariant HexBookmarks::data(const QModelIndex& index, int role) const {
 QVariant HexBookmarks::headerData(int section, Qt::Orientation orientation, int role) const {
     if (section != 0 || orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    return QStringLiteral("Bookmarks");
+    return u"Bookmarks"_qs;
 }

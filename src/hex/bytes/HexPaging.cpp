@@ -34,7 +34,7 @@ int HexPaging::rows() const {
 QString HexPaging::PageCaption() const {
     const qint64 total = 1 + floorDivided(m_length - 1, Page);
     const qint64 current = total - floorDivided(m_length - m_pointer.number(), Page);
-    return QStringLiteral("%1/%2").arg(current).arg(total);
+    return u"%1/%2"_qs.arg(current).arg(total);
 }
 
 bool HexPaging::moveTo(qint64 number) {

@@ -15,7 +15,7 @@ using Cells = std::array<QString, 256>;
 Cells makeHexCells() {
     Cells cells;
     for (unsigned byte = 0; byte < cells.size(); ++byte)
-        cells[byte] = QStringLiteral("%1").arg(byte, 2, 16, QLatin1Char('0')).toUpper();
+        cells[byte] = u"%1"_qs.arg(byte, 2, 16, QLatin1Char('0')).toUpper();
     return cells;
 }
 
@@ -51,7 +51,7 @@ int HexText::nibbleOf(QChar digit) {
 
 QString HexText::ByteToHexCell(int byte) {
     static const Cells cells = makeHexCells();
-    return byte == NoByte ? QStringLiteral("0") : cells[static_cast<quint8>(byte)];
+    return byte == NoByte ? u"0"_qs : cells[static_cast<quint8>(byte)];
 }
 
 QString HexText::ByteToTextCell(int byte) {
@@ -64,7 +64,7 @@ int HexText::HexCellToByte(const QString& cell) {
 }
 
 QString HexText::FormatOffset(Offset offset, bool hexMode) {
-    return QStringLiteral("%1").arg(offset.number(), OffsetWidth, hexMode ? 16 : 10, QLatin1Char('0')).toUpper();
+    return u"%1"_qs.arg(offset.number(), OffsetWidth, hexMode ? 16 : 10, QLatin1Char('0')).toUpper();
 }
 
 QString HexText::SpaceHexText(const QString& digits) {

@@ -34,7 +34,7 @@ SystemError GetTempFolder(QString& folder) {
 }
 
 QString MakeTempFileName(const QString& folder, QTime time) {
-    return folder + QStringLiteral("/~hextemp") + time.toString(QStringLiteral("hhmmss")) + QStringLiteral(".tmp");
+    return folder + u"/~hextemp"_qs + time.toString(u"hhmmss"_qs) + u".tmp"_qs;
 }
 
 void removeUnlessLocked(FileSystemCalls& calls, const QByteArray& name) {
@@ -180,7 +180,7 @@ SystemError WorkingCopy::write(FilePosition from, std::string_view bytes) {
 
 void WorkingCopy::removeAbandoned(FileSystemCalls& calls) {
     const QDir folder(temporaryFolder());
-    const QStringList names = folder.entryList({QStringLiteral("~hextemp*.tmp")}, QDir::Files | QDir::System);
+    const QStringList names = folder.entryList({u"~hextemp*.tmp"_qs}, QDir::Files | QDir::System);
     for (const QString& name : names)
         removeUnlessLocked(calls, localName(folder.filePath(name)).value_or(QByteArray()));
 }

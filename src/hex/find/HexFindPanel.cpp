@@ -58,7 +58,7 @@ HexFindPanel::HexFindPanel(const HexFindRules& rules, const HexFindDesk& desk, Q
     if (rules.isText)
         options->addWidget(addOptions(" Case: ", "Option1", {"Not Match Case", "Match Case"}, m_case));
     options->addStretch();
-    m_refusal->setObjectName(QStringLiteral("lblRefusal"));
+    m_refusal->setObjectName(u"lblRefusal"_qs);
     m_refusal->setWordWrap(true);
     m_refusal->setTextFormat(Qt::PlainText);
     m_refusal->setMinimumHeight(LinesOfRefusal * m_refusal->fontMetrics().lineSpacing());
@@ -106,7 +106,7 @@ QGroupBox* HexFindPanel::addOptions(const char* title, const char* name, const s
     auto* layout = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < options.size(); ++i) {
         options[i] = new QRadioButton(QString::fromLatin1(captions[i]), frame);
-        options[i]->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(i));
+        options[i]->setObjectName(u"%1(%2)"_qs.arg(QLatin1String(name)).arg(i));
         layout->addWidget(options[i]);
     }
     return frame;
@@ -117,8 +117,7 @@ QPushButton* HexFindPanel::addButton(const char* name, const char* caption, cons
     auto* button = new QPushButton(QString::fromLatin1(caption), this);
     button->setObjectName(QString::fromLatin1(name));
     button->setShortcut(QKeySequence(QString::fromLatin1(shortcut)));
-    button->setToolTip(
-        QStringLiteral("%1 (%2)").arg(button->text(), button->shortcut().toString(QKeySequence::NativeText)));
+    button->setToolTip(u"%1 (%2)"_qs.arg(button->text(), button->shortcut().toString(QKeySequence::NativeText)));
     m_buttons->insertWidget(m_buttons->count() - 1, button);
     return button;
 }
@@ -173,10 +172,9 @@ bool HexFindPanel::checkBox(QComboBox* box) {
         return false;
     }
     if (!m_rules.isText && !HexText::bytesOfHexText(text))
-        return refuse(box, QStringLiteral("Only the digits 0 to 9 and A to F make a byte sequence."));
+        return refuse(box, u"Only the digits 0 to 9 and A to F make a byte sequence."_qs);
     if (const QString stranger = m_rules.isText ? strangerIn(text) : QString(); !stranger.isEmpty())
-        return refuse(box,
-                      QStringLiteral("“%1” is no character of Windows-1252, so no byte stands for it.").arg(stranger));
+        return refuse(box, u"“%1” is no character of Windows-1252, so no byte stands for it."_qs.arg(stranger));
     return true;
 }
 
@@ -203,7 +201,7 @@ void HexFindPanel::cmdFindNext() {
         return;
     fitReplacement();
     if (!searchOn())
-        tellMiss(QStringLiteral("Find Completed"));
+        tellMiss(u"Find Completed"_qs);
 }
 
 bool HexFindPanel::searchOn() {
@@ -221,7 +219,7 @@ void HexFindPanel::tellMiss(const QString& completed) {
     if (m_foundAt != NothingFound)
         return tell(completed);
     m_desk.state.HexFindActive = false;
-    tell(QStringLiteral("Not Found"));
+    tell(u"Not Found"_qs);
 }
 
 void HexFindPanel::cmdCount() {

@@ -60,7 +60,7 @@ QString HexReplacePanel::hexText() const {
 }
 
 void HexReplacePanel::keepMatch() {
-    m_replace->setProperty(Tag, QStringLiteral("replace"));
+    m_replace->setProperty(Tag, u"replace"_qs);
 }
 
 void HexReplacePanel::cmdReplace() {
@@ -76,7 +76,7 @@ void HexReplacePanel::cmdReplace() {
         return;
     if (foundAt() > 0)
         view()->FillGrid();
-    tellMiss(QStringLiteral("Replace Completed"));
+    tellMiss(u"Replace Completed"_qs);
 }
 
 void HexReplacePanel::cmdReplaceAll() {
@@ -89,7 +89,7 @@ void HexReplacePanel::cmdReplaceAll() {
     const int number = view()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
     BusyPointer::restore();
     if (number == 0)
-        return tell(QStringLiteral("Not Found"));
+        return tell(u"Not Found"_qs);
     forgetFound();
     if (rules().isText)
         m_replace->setProperty(Tag, QString());

@@ -31,16 +31,16 @@ frmFindReplace::frmFindReplace(const HexFindDesk& desk, QWidget* parent)
     : QDialog(parent),
       m_tabs(new QTabWidget(this)),
       m_pages{new ucReplaceHex(desk), new ucReplaceText(desk), new ucFindText(desk), new ucFindHEx(desk)} {
-    setObjectName(QStringLiteral("frmFindReplace"));
+    setObjectName(u"frmFindReplace"_qs);
     setModal(true);
-    m_tabs->tabBar()->setObjectName(QStringLiteral("TabStrip1"));
+    m_tabs->tabBar()->setObjectName(u"TabStrip1"_qs);
     for (std::size_t i = 0; i < m_pages.size(); ++i) {
         const int index = m_tabs->addTab(m_pages[i], QString::fromLatin1(Tabs[i].caption));
         m_tabs->tabBar()->setTabData(index, QString::fromLatin1(Tabs[i].key));
     }
     connect(m_tabs, &QTabWidget::currentChanged, this, &frmFindReplace::showPage);
-    auto* close = new QPushButton(QStringLiteral("Close"), this);
-    close->setObjectName(QStringLiteral("cmdClose"));
+    auto* close = new QPushButton(u"Close"_qs, this);
+    close->setObjectName(u"cmdClose"_qs);
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);

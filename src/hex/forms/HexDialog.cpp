@@ -22,12 +22,12 @@ QWidget* HexDialog::makeButtons() {
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins({});
     layout->addStretch();
-    auto* ok = new QPushButton(QStringLiteral("OK"), row);
-    ok->setObjectName(QStringLiteral("Command1"));
+    auto* ok = new QPushButton(u"OK"_qs, row);
+    ok->setObjectName(u"Command1"_qs);
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &HexDialog::accept);
-    auto* cancel = new QPushButton(QStringLiteral("Cancel"), row);
-    cancel->setObjectName(QStringLiteral("Command2"));
+    auto* cancel = new QPushButton(u"Cancel"_qs, row);
+    cancel->setObjectName(u"Command2"_qs);
     connect(cancel, &QPushButton::clicked, this, &HexDialog::reject);
     layout->addWidget(ok);
     layout->addWidget(cancel);
@@ -52,11 +52,11 @@ void HexDialog::setTag(const QString& tag) {
 void HexDialog::accept() {
     if (!checkInput())
         return;
-    setTag(QStringLiteral("OK"));
+    setTag(u"OK"_qs);
     QDialog::accept();
 }
 
 void HexDialog::reject() {
-    setTag(QStringLiteral("CANCEL"));
+    setTag(u"CANCEL"_qs);
     QDialog::reject();
 }

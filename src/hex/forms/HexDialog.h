@@ -15,7 +15,7 @@ class HexDialog : public QDialog {
     HexDialog(const QString& name, const QString& caption, QWidget* parent);
 
     QString Tag() const { return m_tag; }
-    bool isConfirmed() const { return m_tag == QStringLiteral("OK"); }
+    bool isConfirmed() const { return m_tag == u"OK"_qs; }
 
     void accept() override;
     void reject() override;

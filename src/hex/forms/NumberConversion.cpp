@@ -56,7 +56,7 @@ QString NumberConversion::DecToBin(const QString& decimal) {
         hex.prepend(u'0');
     QString bits;
     for (qsizetype at = 0; at < hex.size(); at += 2)
-        bits += QStringLiteral("%1").arg(GetVal(hex.mid(at, 2)), 8, 2, QLatin1Char('0'));
+        bits += u"%1"_qs.arg(GetVal(hex.mid(at, 2)), 8, 2, QLatin1Char('0'));
     return bits;
 }
 

@@ -11,7 +11,7 @@ constexpr double Largest = 1e15;
 }  // namespace
 
 std::optional<qint64> TypedPlace::offsetOf(const QString& text) {
-    if (text.startsWith(QStringLiteral("&H"))) {
+    if (text.startsWith(u"&H"_qs)) {
         const std::optional<quint32> number = NumberConversion::numberOfDigits(text.mid(2), 16);
         return number ? std::optional<qint64>(static_cast<qint32>(*number)) : std::nullopt;
     }

@@ -47,8 +47,8 @@ QWidget* frmAnsiTable::makeHeading(const char* name, const char* text) {
 class frmAnsiTable::Table : public QWidget {
  public:
     explicit Table(QWidget* parent) : QWidget(parent) {
-        setObjectName(QStringLiteral("Picture1"));
-        setAccessibleName(QStringLiteral("Characters"));
+        setObjectName(u"Picture1"_qs);
+        setAccessibleName(u"Characters"_qs);
         setFont(GridPane::paneFont());
         setFixedSize(Columns * ColumnWidth + Left, RowsOfAColumn * RowHeight);
         setFocusPolicy(Qt::StrongFocus);
@@ -66,19 +66,19 @@ class frmAnsiTable::Table : public QWidget {
         painter.fillRect(rect(), Qt::white);
         for (int row = 1; row < RowsOfAColumn; row += 2)
             painter.fillRect(0, RowHeight * row - StripeRise, width(), RowHeight, colourOf(StripeColour));
-        for (int index = 0; index < Columns * RowsOfAColumn; ++index)
+        for (int index = 0; index < Columns * RowsOfAColumn; ++index) {
             paintCode(painter, {index / RowsOfAColumn * ColumnWidth + Left, index % RowsOfAColumn * RowHeight},
                       m_firstCode + index);
+        }
     }
 
  private:
     static void paintCode(QPainter& painter, QPoint at, int code) {
         const QChar one(Windows1252::characterOf(static_cast<quint8>(code)));
         const QString character = one.category() == QChar::Other_Control ? QString() : QString(one);
-        const std::pair<qint32, QString> parts[] = {
-            {HexColour, HexText::ByteToHexCell(code) + QStringLiteral("  ")},
-            {DecimalColour, QStringLiteral("%1  ").arg(code, 3, 10, QLatin1Char('0'))},
-            {CharacterColour, character}};
+        const std::pair<qint32, QString> parts[] = {{HexColour, HexText::ByteToHexCell(code) + u"  "_qs},
+                                                    {DecimalColour, u"%1  "_qs.arg(code, 3, 10, QLatin1Char('0'))},
+                                                    {CharacterColour, character}};
         const QFontMetrics metrics = painter.fontMetrics();
         for (const auto& [number, text] : parts) {
             painter.setPen(colourOf(number));
@@ -91,14 +91,14 @@ class frmAnsiTable::Table : public QWidget {
 };
 
 frmAnsiTable::frmAnsiTable(QWidget* parent) : QDialog(parent), m_table(new Table(this)), m_view(new QScrollArea(this)) {
-    setObjectName(QStringLiteral("frmAnsiTable"));
-    setWindowTitle(QStringLiteral("ANSI Table"));
+    setObjectName(u"frmAnsiTable"_qs);
+    setWindowTitle(u"ANSI Table"_qs);
     auto* halves = new QHBoxLayout;
     halves->addWidget(makeHeading("Label1", "Codes:"));
     const std::pair<const char*, int> options[] = {{"0 - 127", 0}, {"128 - 255", HalfOfCodes}};
     for (int i = 0; i < 2; ++i) {
         auto* option = new QRadioButton(QString::fromLatin1(options[i].first), this);
-        option->setObjectName(QStringLiteral("Option1(%1)").arg(i));
+        option->setObjectName(u"Option1(%1)"_qs.arg(i));
         option->setChecked(i == 0);
         connect(option, &QRadioButton::clicked, this, [this, first = options[i].second] {
             DrawCharTable(first);
@@ -108,15 +108,15 @@ frmAnsiTable::frmAnsiTable(QWidget* parent) : QDialog(parent), m_table(new Table
     }
     halves->addStretch();
     halves->addWidget(makeHeading("Label2", "Hex, decimal, character"));
-    m_view->setObjectName(QStringLiteral("Picture2"));
+    m_view->setObjectName(u"Picture2"_qs);
     m_view->setWidget(m_table);
-    m_view->verticalScrollBar()->setObjectName(QStringLiteral("VScroll1"));
+    m_view->verticalScrollBar()->setObjectName(u"VScroll1"_qs);
     m_view->verticalScrollBar()->setSingleStep(RowHeight);
     m_view->setMinimumSize(
         m_table->width() + m_view->verticalScrollBar()->sizeHint().width() + 2 * m_view->frameWidth(),
         ShownRows * RowHeight);
-    auto* close = new QPushButton(QStringLiteral("Close"), this);
-    close->setObjectName(QStringLiteral("Command1"));
+    auto* close = new QPushButton(u"Close"_qs, this);
+    close->setObjectName(u"Command1"_qs);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(halves);

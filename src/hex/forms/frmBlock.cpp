@@ -31,21 +31,21 @@ bool isNumeric(const QString& text) {
 
 QRadioButton* makeOption(const char* name, std::size_t index, const char* caption, QWidget* parent) {
     auto* option = new QRadioButton(QString::fromLatin1(caption), parent);
-    option->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index));
+    option->setObjectName(u"%1(%2)"_qs.arg(QLatin1String(name)).arg(index));
     return option;
 }
 
 }  // namespace
 
 frmBlock::frmBlock(QWidget* parent)
-    : HexDialog(QStringLiteral("frmBlock"), QStringLiteral("Select Block"), parent),
+    : HexDialog(u"frmBlock"_qs, u"Select Block"_qs, parent),
       m_first(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)),
       m_last(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)),
       m_byte(new KeyFilterEdit(KeyFilterEdit::hexKeys(), this)),
       m_fillFrame(new QGroupBox(this)) {
-    m_first->setObjectName(QStringLiteral("Text1"));
-    m_last->setObjectName(QStringLiteral("Text2"));
-    m_byte->setObjectName(QStringLiteral("Text3"));
+    m_first->setObjectName(u"Text1"_qs);
+    m_last->setObjectName(u"Text2"_qs);
+    m_byte->setObjectName(u"Text3"_qs);
     auto* modes = new QButtonGroup(this);
     for (std::size_t i = 0; i < m_mode.size(); ++i) {
         m_mode[i] = makeOption("Option1", i, ModeCaptions[i], i == 2 ? static_cast<QWidget*>(m_fillFrame) : this);
@@ -53,8 +53,8 @@ frmBlock::frmBlock(QWidget* parent)
         connect(m_mode[i], &QRadioButton::clicked, this, &frmBlock::applyMode);
     }
     auto* layout = new QFormLayout(this);
-    layout->addRow(makeLabel(QStringLiteral("Label1(0)"), QStringLiteral("First Offset (Dec):"), m_first), m_first);
-    layout->addRow(makeLabel(QStringLiteral("Label1(1)"), QStringLiteral("Last Offset (Dec):"), m_last), m_last);
+    layout->addRow(makeLabel(u"Label1(0)"_qs, u"First Offset (Dec):"_qs, m_first), m_first);
+    layout->addRow(makeLabel(u"Label1(1)"_qs, u"Last Offset (Dec):"_qs, m_last), m_last);
     layout->addRow(m_mode[0]);
     layout->addRow(makeCopyFrame());
     layout->addRow(m_mode[1]);
@@ -66,16 +66,16 @@ frmBlock::frmBlock(QWidget* parent)
 }
 
 QWidget* frmBlock::makeFillFrame() {
-    m_fillFrame->setObjectName(QStringLiteral("Frame1"));
+    m_fillFrame->setObjectName(u"Frame1"_qs);
     auto* layout = new QFormLayout(m_fillFrame);
     layout->addRow(m_mode[2]);
-    layout->addRow(QStringLiteral("Hex Value:"), m_byte);
+    layout->addRow(u"Hex Value:"_qs, m_byte);
     return m_fillFrame;
 }
 
 QWidget* frmBlock::makeCopyFrame() {
-    auto* frame = new QGroupBox(QStringLiteral("Copy Block to Clipboard"), this);
-    frame->setObjectName(QStringLiteral("Frame2"));
+    auto* frame = new QGroupBox(u"Copy Block to Clipboard"_qs, this);
+    frame->setObjectName(u"Frame2"_qs);
     auto* layout = new QVBoxLayout(frame);
     for (std::size_t i = 0; i < m_form.size(); ++i) {
         m_form[i] = makeOption("Option2", i, FormCaptions[i], frame);

@@ -38,12 +38,12 @@ constexpr Box Boxes[] = {
 }  // namespace
 
 frmConvert::frmConvert(QWidget* parent) : QDialog(parent) {
-    setObjectName(QStringLiteral("frmConvert"));
-    setWindowTitle(QStringLiteral("Data Convertor"));
+    setObjectName(u"frmConvert"_qs);
+    setWindowTitle(u"Data Convertor"_qs);
     auto* layout = new QFormLayout(this);
     for (int i = 0; i < static_cast<int>(m_boxes.size()); ++i) {
         auto* box = new KeyFilterEdit(QString::fromLatin1(Boxes[i].keys), this);
-        box->setObjectName(QStringLiteral("Text%1").arg(i + 1));
+        box->setObjectName(u"Text%1"_qs.arg(i + 1));
         box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QString(MostDigits + 1, u'0')));
         auto* label = new QLabel(QString::fromLatin1(Boxes[i].caption), this);
         label->setObjectName(QString::fromLatin1(Boxes[i].label));
@@ -59,8 +59,8 @@ frmConvert::frmConvert(QWidget* parent) : QDialog(parent) {
         });
         m_boxes[static_cast<std::size_t>(i)] = box;
     }
-    auto* close = new QPushButton(QStringLiteral("Close"), this);
-    close->setObjectName(QStringLiteral("Command1"));
+    auto* close = new QPushButton(u"Close"_qs, this);
+    close->setObjectName(u"Command1"_qs);
     close->setAutoDefault(false);
     connect(close, &QPushButton::clicked, this, &QDialog::reject);
     layout->addRow(QString(), close);

@@ -9,14 +9,14 @@
 #include <QVBoxLayout>
 
 frmGotoPage::frmGotoPage(Prompts& prompts, qint64 pages, QWidget* parent)
-    : HexDialog(QStringLiteral("frmGotoPage"), QStringLiteral("Go to Page"), parent),
+    : HexDialog(u"frmGotoPage"_qs, u"Go to Page"_qs, parent),
       m_prompts(prompts),
       m_text(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)) {
-    auto* range = new QLabel(QStringLiteral("1  -  ") + QString::number(pages), this);
-    range->setObjectName(QStringLiteral("Label2"));
-    m_text->setObjectName(QStringLiteral("Text1"));
+    auto* range = new QLabel(u"1  -  "_qs + QString::number(pages), this);
+    range->setObjectName(u"Label2"_qs);
+    m_text->setObjectName(u"Text1"_qs);
     auto* heading = new QHBoxLayout;
-    heading->addWidget(makeLabel(QStringLiteral("Label1"), QStringLiteral("&Page:"), m_text));
+    heading->addWidget(makeLabel(u"Label1"_qs, u"&Page:"_qs, m_text));
     heading->addWidget(range);
     heading->addStretch();
     auto* layout = new QVBoxLayout(this);
@@ -30,7 +30,7 @@ frmGotoPage::frmGotoPage(Prompts& prompts, qint64 pages, QWidget* parent)
 bool frmGotoPage::checkInput() {
     const std::optional<qint64> page = TypedPlace::pageOf(m_text->text());
     if (!page) {
-        m_prompts.message(this, QStringLiteral("Please enter numeric value"));
+        m_prompts.message(this, u"Please enter numeric value"_qs);
         m_text->selectAll();
         m_text->setFocus();
         return false;

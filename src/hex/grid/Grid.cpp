@@ -6,7 +6,7 @@
 
 namespace {
 
-const QString NoData = QStringLiteral("-1");
+const QString NoData = u"-1"_qs;
 
 }  // namespace
 
@@ -118,14 +118,14 @@ bool Grid::pressKey(int key, Qt::KeyboardModifiers modifiers) {
         int key;
         void (Grid::*press)(Qt::KeyboardModifiers);
     };
-    static constexpr Rule rules[] = {
+    static constexpr Rule Rules[] = {
         {Qt::Key_Down, &Grid::pressDown},         {Qt::Key_Up, &Grid::pressUp},
         {Qt::Key_Left, &Grid::pressLeft},         {Qt::Key_Right, &Grid::pressRight},
         {Qt::Key_PageDown, &Grid::pressPageDown}, {Qt::Key_PageUp, &Grid::pressPageUp},
         {Qt::Key_Home, &Grid::pressHome},         {Qt::Key_End, &Grid::pressEnd},
     };
-    const auto* rule = std::find_if(std::begin(rules), std::end(rules), [&](const Rule& r) { return r.key == key; });
-    if (rule == std::end(rules))
+    const auto* rule = std::find_if(std::begin(Rules), std::end(Rules), [&](const Rule& r) { return r.key == key; });
+    if (rule == std::end(Rules))
         return false;
     m_keepLeave = false;
     (this->*rule->press)(modifiers);

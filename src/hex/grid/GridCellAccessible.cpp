@@ -43,12 +43,12 @@ QString GridCellAccessible::text(QAccessible::Text kind) const {
     if (kind == QAccessible::Value)
         return value;
     if (kind == QAccessible::Description)
-        return m_pane->isMarked(m_cell) ? QStringLiteral("Changed") : QString();
+        return m_pane->isMarked(m_cell) ? u"Changed"_qs : QString();
     if (kind != QAccessible::Name)
         return {};
     const Offset offset(grid().Pointer() + m_cell.row * Grid::Columns + m_cell.col);
-    return QStringLiteral("Offset %1, value %2")
-        .arg(QStringLiteral("%1").arg(offset.number(), OffsetDigits, 16, QLatin1Char('0')).toUpper(), value);
+    return u"Offset %1, value %2"_qs.arg(u"%1"_qs.arg(offset.number(), OffsetDigits, 16, QLatin1Char('0')).toUpper(),
+                                         value);
 }
 
 QRect GridCellAccessible::rect() const {

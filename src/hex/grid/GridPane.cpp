@@ -80,7 +80,7 @@ void GridPane::InitializeGrid(int cellWidth) {
 }
 
 QFont GridPane::paneFont() {
-    QFont font(QStringLiteral("Courier New"));
+    QFont font(u"Courier New"_qs);
     font.setStyleHint(QFont::Monospace);
     font.setFixedPitch(true);
     font.setPixelSize(FontPixels);

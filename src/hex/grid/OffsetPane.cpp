@@ -16,7 +16,7 @@ constexpr int RoomForMarker = 12;
 
 OffsetPane::OffsetPane(QWidget* parent) : QWidget(parent) {
     setFont(GridPane::paneFont());
-    const double width = QFontMetricsF(font()).horizontalAdvance(QStringLiteral("0000000000"));
+    const double width = QFontMetricsF(font()).horizontalAdvance(u"0000000000"_qs);
     setFixedSize(Left + static_cast<int>(width) + RoomForMarker, GridPane::Height);
 }
 

@@ -30,9 +30,8 @@ RegistryValue fromInteger(qint32 number) {
 
 RegistryValue fromTexts(const QStringList& texts) {
     QString joined;
-    for (const QString& text : texts) {
+    for (const QString& text : texts)
         joined += text + QChar(QChar::Null);
-    }
     return fromText(joined, RegistryType::StringList);
 }
 

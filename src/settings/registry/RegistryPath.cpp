@@ -5,9 +5,8 @@ namespace {
 QString folded(const QString& name) {
     QString result;
     result.reserve(name.size());
-    for (const char32_t character : name.toUcs4()) {
+    for (const char32_t character : name.toUcs4())
         result += QChar::fromUcs4(QChar::toCaseFolded(character));
-    }
     return result;
 }
 

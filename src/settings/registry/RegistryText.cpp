@@ -52,7 +52,7 @@ QString escaped(const QString& text) {
         } else if (isSeen(character)) {
             result += QChar::fromUcs4(character);
         } else {
-            result += QStringLiteral("\\u{%1}").arg(static_cast<uint>(character), 0, 16);
+            result += u"\\u{%1}"_qs.arg(static_cast<uint>(character), 0, 16);
         }
     }
     return result;
@@ -69,9 +69,8 @@ class LineReader {
 
     bool take(QStringView text) {
         m_rest = m_rest.trimmed();
-        if (!m_rest.startsWith(text)) {
+        if (!m_rest.startsWith(text))
             return false;
-        }
         m_rest = m_rest.mid(text.size());
         return true;
     }
@@ -82,14 +81,12 @@ class LineReader {
         while (!m_rest.isEmpty()) {
             const QChar character = m_rest.front();
             m_rest = m_rest.mid(1);
-            if (character == end) {
+            if (character == end)
                 return text;
-            }
-            if (character != u'\\') {
+            if (character != u'\\')
                 text += character;
-            } else if (!takeEscape(text)) {
+            else if (!takeEscape(text))
                 return std::nullopt;
-            }
         }
         return std::nullopt;
     }
@@ -110,9 +107,8 @@ class LineReader {
         }
         const QChar letter = m_rest.isEmpty() ? QChar() : m_rest.front();
         const auto* escape = std::ranges::find_if(Escapes, [&](const auto& row) { return row.letter == letter; });
-        if (escape == std::end(Escapes)) {
+        if (escape == std::end(Escapes))
             return false;
-        }
         text += QChar(escape->character);
         m_rest = m_rest.mid(1);
         return true;
@@ -184,9 +180,8 @@ QString stringLine(const RegistryValue& value) {
 
 QString listLine(const RegistryValue& value) {
     QStringList parts;
-    for (const QString& text : textsOf(value)) {
+    for (const QString& text : textsOf(value))
         parts.append(quoted(text));
-    }
     return parts.join(u',');
 }
 
@@ -194,13 +189,11 @@ std::optional<RegistryValue> listFromLine(QStringView data) {
     LineReader reader(data);
     QStringList texts;
     while (!reader.rest().isEmpty()) {
-        if (!texts.isEmpty() && !reader.take(u",")) {
+        if (!texts.isEmpty() && !reader.take(u","))
             return std::nullopt;
-        }
         const std::optional<QString> text = reader.takeQuoted();
-        if (!text) {
+        if (!text)
             return std::nullopt;
-        }
         texts.append(*text);
     }
     return RegistryData::fromTexts(texts);
@@ -271,13 +264,11 @@ std::optional<RegistryValue> valueFromLine(QStringView text) {
     const QStringView name = text.first(std::max<qsizetype>(colon, 0));
     const QStringView data = text.mid(colon + 1);
     for (const TypeForm& form : Forms) {
-        if (name == QLatin1String(form.name)) {
+        if (name == QLatin1String(form.name))
             return form.fromLine(data);
-        }
     }
-    if (!name.startsWith(u"hex(") || !name.endsWith(u')')) {
+    if (!name.startsWith(u"hex(") || !name.endsWith(u')'))
         return std::nullopt;
-    }
     bool valid = false;
     const qint32 type = name.mid(4).chopped(1).toInt(&valid);
     const std::optional<QByteArray> bytes = fromHex(data);
@@ -290,21 +281,18 @@ void exportInto(QString& text, RegistryStore& store, const KeyName& key) {
     store.valueNames(key.root, key.path, names);
     for (const QString& name : names) {
         RegistryValue value;
-        if (store.readValue(key.root, key.path, name, value) == RegistryCode::Ok) {
+        if (store.readValue(key.root, key.path, name, value) == RegistryCode::Ok)
             text += RegistryText::valueLine(name, value) + u'\n';
-        }
     }
     store.subKeys(key.root, key.path, names);
-    for (const QString& name : names) {
+    for (const QString& name : names)
         exportInto(text, store, {key.root, key.path.isEmpty() ? name : key.path + u'/' + name});
-    }
 }
 
 /// The text between the brackets of a key's line; "]" stands in it as it is, since only the last one ends it.
 std::optional<KeyName> keyFromLine(QStringView line) {
-    if (!line.endsWith(u']')) {
+    if (!line.endsWith(u']'))
         return std::nullopt;
-    }
     const QString ended = line.mid(1).chopped(1).toString() + QChar(QChar::LineFeed);
     const std::optional<QString> text = LineReader(ended).takeUntil(QChar::LineFeed);
     return text ? RegistryText::keyFromText(*text) : std::nullopt;
@@ -314,25 +302,21 @@ std::optional<KeyName> keyFromLine(QStringView line) {
 const char* parseLine(QStringView line, QList<Entry>& entries) {
     if (line.startsWith(u'[')) {
         const std::optional<KeyName> key = keyFromLine(line);
-        if (!key) {
+        if (!key)
             return "no key in brackets that begins with HKCR, HKCU or HKLM";
-        }
         entries.append({*key, false, {}, {}});
         return nullptr;
     }
-    if (entries.isEmpty()) {
+    if (entries.isEmpty())
         return "a value before the first key";
-    }
     LineReader reader(line);
     const bool isDefault = reader.take(u"@");
     const std::optional<QString> name = isDefault ? QString() : reader.takeQuoted();
-    if (!name || !reader.take(u"=")) {
+    if (!name || !reader.take(u"="))
         return "neither a key nor a value";
-    }
     const std::optional<RegistryValue> value = valueFromLine(reader.rest());
-    if (!value) {
+    if (!value)
         return "no type and data that belong together";
-    }
     entries.append({entries.constLast().key, true, *name, *value});
     return nullptr;
 }
@@ -349,9 +333,8 @@ std::optional<KeyName> keyFromText(const QString& text) {
     const QString rootName = text.section(u'/', 0, 0);
     for (const auto& row : Roots) {
         if (rootName.compare(QLatin1String(row.shortName), Qt::CaseInsensitive) == 0 ||
-            rootName.compare(QLatin1String(row.longName), Qt::CaseInsensitive) == 0) {
+            rootName.compare(QLatin1String(row.longName), Qt::CaseInsensitive) == 0)
             return KeyName{row.root, text.section(u'/', 1)};
-        }
     }
     return std::nullopt;
 }
@@ -367,11 +350,10 @@ QString keyLine(const KeyName& key) {
 }
 
 QString valueLine(const QString& name, const RegistryValue& value) {
-    const QString start = (name.isEmpty() ? QStringLiteral("@") : quoted(name)) + QStringLiteral(" = ");
-    if (const TypeForm* form = formFor(value)) {
+    const QString start = (name.isEmpty() ? u"@"_qs : quoted(name)) + u" = "_qs;
+    if (const TypeForm* form = formFor(value))
         return start + QLatin1String(form->name) + u':' + form->line(value);
-    }
-    return start + QStringLiteral("hex(%1):").arg(value.type) + hexOf(value.data);
+    return start + u"hex(%1):"_qs.arg(value.type) + hexOf(value.data);
 }
 
 QString plainValue(const RegistryValue& value) {
@@ -381,9 +363,8 @@ QString plainValue(const RegistryValue& value) {
 
 std::optional<RegistryValue> valueFromPlain(const QString& type, const QStringList& data) {
     for (const TypeForm& form : Forms) {
-        if (type == QLatin1String(form.name)) {
+        if (type == QLatin1String(form.name))
             return form.fromPlain(data);
-        }
     }
     bool valid = false;
     const qint32 number = type.toInt(&valid);
@@ -392,9 +373,8 @@ std::optional<RegistryValue> valueFromPlain(const QString& type, const QStringLi
 }
 
 std::optional<QString> exportKey(RegistryStore& store, const KeyName& key) {
-    if (store.openKey(key.root, key.path) != RegistryCode::Ok) {
+    if (store.openKey(key.root, key.path) != RegistryCode::Ok)
         return std::nullopt;
-    }
     QString text = Header + QString(u'\n');
     exportInto(text, store, key);
     return text;
@@ -407,9 +387,8 @@ Parsed parse(const QString& text) {
     for (const QStringView whole : QStringView(text).split(u'\n')) {
         ++number;
         const QStringView line = whole.trimmed();
-        if (saysNothing(line)) {
+        if (saysNothing(line))
             continue;
-        }
         const char* problem = nullptr;
         if (!begun) {
             problem = line == Header ? nullptr : "the text does not begin with quillmark-registry 1";
@@ -417,11 +396,10 @@ Parsed parse(const QString& text) {
         } else {
             problem = parseLine(line, parsed.entries);
         }
-        if (problem != nullptr) {
+        if (problem != nullptr)
             return {{}, number, QString::fromLatin1(problem)};
-        }
     }
-    return begun ? parsed : Parsed{{}, number, QStringLiteral("the text is empty")};
+    return begun ? parsed : Parsed{{}, number, u"the text is empty"_qs};
 }
 
 int import(RegistryStore& store, const QList<Entry>& entries) {
@@ -431,9 +409,8 @@ int import(RegistryStore& store, const QList<Entry>& entries) {
             const KeyName& key = entry.key;
             code = entry.isValue ? store.writeValue(key.root, key.path, entry.name, entry.value)
                                  : store.createKey(key.root, key.path);
-            if (code != RegistryCode::Ok) {
+            if (code != RegistryCode::Ok)
                 break;
-            }
         }
         return code;
     });

@@ -4,14 +4,12 @@
 
 QStringList walkSubKeys(RegistryStore& store, RegistryRoot root, const QString& path, int capacity) {
     QStringList stored;
-    if (store.subKeys(root, path, stored) != RegistryCode::Ok) {
+    if (store.subKeys(root, path, stored) != RegistryCode::Ok)
         return {};
-    }
     QStringList names;
     for (const QString& name : stored) {
-        if (name.size() >= capacity) {
+        if (name.size() >= capacity)
             break;
-        }
         names.append(RegistryData::textToZero(name));
     }
     return names;

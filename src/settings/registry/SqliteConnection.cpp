@@ -63,13 +63,11 @@ SqliteStatement& SqliteStatement::bindBytes(const QByteArray& bytes) {
 }
 
 bool SqliteStatement::nextRow() {
-    if (m_connection.error() != SQLITE_OK) {
+    if (m_connection.error() != SQLITE_OK)
         return false;
-    }
     const int result = sqlite3_step(m_statement);
-    if (result != SQLITE_ROW && result != SQLITE_DONE) {
+    if (result != SQLITE_ROW && result != SQLITE_DONE)
         m_connection.note(result);
-    }
     return result == SQLITE_ROW;
 }
 
@@ -93,9 +91,8 @@ SqliteConnection::SqliteConnection(const QByteArray& path, Access access) : m_ac
     const QByteArray name = still ? "file:" + path.toPercentEncoding("/") + "?immutable=1" : path;
     const int rights = still ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE;
     note(sqlite3_open_v2(name.constData(), &m_database, rights | SQLITE_OPEN_NOMUTEX, nullptr));
-    if (m_error != SQLITE_OK) {
+    if (m_error != SQLITE_OK)
         return;
-    }
     sqlite3_busy_timeout(m_database, BusyPatienceMs);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
     // A damaged page is told by the size of its cells before they are believed.
@@ -103,18 +100,16 @@ SqliteConnection::SqliteConnection(const QByteArray& path, Access access) : m_ac
 }
 
 SqliteConnection::~SqliteConnection() {
-    for (sqlite3_stmt* statement : m_statements) {
+    for (sqlite3_stmt* statement : m_statements)
         sqlite3_finalize(statement);
-    }
     sqlite3_close(m_database);
 }
 
 SqliteStatement SqliteConnection::statement(Query query) {
     const auto index = static_cast<size_t>(query);
     sqlite3_stmt*& prepared = m_statements[index];
-    if (prepared == nullptr) {
+    if (prepared == nullptr)
         note(sqlite3_prepare_v3(m_database, QueryTexts[index], -1, SQLITE_PREPARE_PERSISTENT, &prepared, nullptr));
-    }
     return {*this, prepared};
 }
 
@@ -126,9 +121,8 @@ bool SqliteConnection::execute(const char* sql) {
 
 SqliteConnection::Schema SqliteConnection::schema() {
     SqliteStatement application = statement(Query::ApplicationId);
-    if (application.nextRow() && application.number(0) == ApplicationId) {
+    if (application.nextRow() && application.number(0) == ApplicationId)
         return Schema::Ours;
-    }
     SqliteStatement tables = statement(Query::CountTables);
     const bool blank = tables.nextRow() && tables.number(0) == 0;
     return blank ? Schema::Blank : Schema::Foreign;
@@ -148,7 +142,6 @@ void SqliteConnection::leaveFilesAlone() {
 }
 
 void SqliteConnection::note(int result) {
-    if (m_error == SQLITE_OK) {
+    if (m_error == SQLITE_OK)
         m_error = result & 0xFF;
-    }
 }

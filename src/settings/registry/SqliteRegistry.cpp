@@ -33,9 +33,8 @@ constexpr struct {
 
 int codeOf(int sqliteResult) {
     for (const auto& row : ResultTable) {
-        if (row.sqlite == sqliteResult) {
+        if (row.sqlite == sqliteResult)
             return row.code;
-        }
     }
     return RegistryCode::IoError;
 }
@@ -46,18 +45,16 @@ bool isDamage(int sqliteResult) {
 }
 
 bool keyExists(SqliteConnection& connection, RegistryRoot root, const RegistryPath& key) {
-    if (key.isRoot()) {
+    if (key.isRoot())
         return true;
-    }
     const RegistryPath::Step& leaf = key.leaf();
     SqliteStatement find = connection.statement(Query::FindKey);
     return find.bind(root).bindText(leaf.parent).bindText(leaf.name.folded).nextRow();
 }
 
 void insertKey(SqliteConnection& connection, RegistryRoot root, const RegistryPath& key) {
-    if (keyExists(connection, root, key)) {
+    if (keyExists(connection, root, key))
         return;
-    }
     for (const RegistryPath::Step& step : key.steps()) {
         SqliteStatement insert = connection.statement(Query::InsertKey);
         insert.bind(root).bindText(step.parent).bindText(step.name.folded).bindText(step.name.spelling).run();
@@ -67,9 +64,8 @@ void insertKey(SqliteConnection& connection, RegistryRoot root, const RegistryPa
 /// The names a statement with one text column gives, in its order.
 QStringList namesOf(SqliteStatement& statement) {
     QStringList names;
-    while (statement.nextRow()) {
+    while (statement.nextRow())
         names.append(QString::fromUtf8(statement.bytes(0)));
-    }
     return names;
 }
 
@@ -86,26 +82,22 @@ SqliteRegistry::~SqliteRegistry() {
 }
 
 int SqliteRegistry::openKey(RegistryRoot root, const QString& path) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     const RegistryPath key(path);
-    if (key.isRoot()) {
+    if (key.isRoot())
         return RegistryCode::Ok;
-    }
     return read([&](SqliteConnection& connection) {
         return keyExists(connection, root, key) ? RegistryCode::Ok : RegistryCode::NotFound;
     });
 }
 
 int SqliteRegistry::createKey(RegistryRoot root, const QString& path) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     const RegistryPath key(path);
-    if (key.isRoot()) {
+    if (key.isRoot())
         return RegistryCode::Ok;
-    }
     return write([&](SqliteConnection& connection) {
         insertKey(connection, root, key);
         return RegistryCode::Ok;
@@ -113,21 +105,17 @@ int SqliteRegistry::createKey(RegistryRoot root, const QString& path) {
 }
 
 int SqliteRegistry::deleteKey(RegistryRoot root, const QString& path) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     const RegistryPath key(path);
-    if (key.isRoot()) {
+    if (key.isRoot())
         return RegistryCode::AccessDenied;
-    }
     return change([&](SqliteConnection& connection) {
-        if (!keyExists(connection, root, key)) {
+        if (!keyExists(connection, root, key))
             return RegistryCode::NotFound;
-        }
         const RegistryPath::Step& leaf = key.leaf();
-        if (connection.statement(Query::SubKeys).bind(root).bindText(leaf.path).bind(1).nextRow()) {
+        if (connection.statement(Query::SubKeys).bind(root).bindText(leaf.path).bind(1).nextRow())
             return RegistryCode::AccessDenied;
-        }
         connection.statement(Query::DeleteValues).bind(root).bindText(leaf.path).run();
         SqliteStatement erase = connection.statement(Query::DeleteKey);
         erase.bind(root).bindText(leaf.parent).bindText(leaf.name.folded).run();
@@ -136,15 +124,13 @@ int SqliteRegistry::deleteKey(RegistryRoot root, const QString& path) {
 }
 
 int SqliteRegistry::readValue(RegistryRoot root, const QString& path, const QString& name, RegistryValue& value) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     return read([&](SqliteConnection& connection) {
         SqliteStatement find = connection.statement(Query::ReadValue);
         find.bind(root).bindText(RegistryPath(path).folded()).bindText(RegistryName(name).folded);
-        if (!find.nextRow()) {
+        if (!find.nextRow())
             return RegistryCode::NotFound;
-        }
         value = {static_cast<qint32>(find.number(0)), find.bytes(1)};
         return RegistryCode::Ok;
     });
@@ -152,9 +138,8 @@ int SqliteRegistry::readValue(RegistryRoot root, const QString& path, const QStr
 
 int SqliteRegistry::writeValue(RegistryRoot root, const QString& path, const QString& name,
                                const RegistryValue& value) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     return write([&](SqliteConnection& connection) {
         const RegistryPath key(path);
         const RegistryName valueName(name);
@@ -167,9 +152,8 @@ int SqliteRegistry::writeValue(RegistryRoot root, const QString& path, const QSt
 }
 
 int SqliteRegistry::deleteValue(RegistryRoot root, const QString& path, const QString& name) {
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     return change([&](SqliteConnection& connection) {
         SqliteStatement erase = connection.statement(Query::DeleteValue);
         erase.bind(root).bindText(RegistryPath(path).folded()).bindText(RegistryName(name).folded);
@@ -179,9 +163,8 @@ int SqliteRegistry::deleteValue(RegistryRoot root, const QString& path, const QS
 
 int SqliteRegistry::subKeys(RegistryRoot root, const QString& path, QStringList& names, int limit) {
     names.clear();
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     const RegistryPath key(path);
     const int code = read([&](SqliteConnection& connection) {
         SqliteStatement list = connection.statement(Query::SubKeys);
@@ -193,9 +176,8 @@ int SqliteRegistry::subKeys(RegistryRoot root, const QString& path, QStringList&
 
 int SqliteRegistry::valueNames(RegistryRoot root, const QString& path, QStringList& names) {
     names.clear();
-    if (!isRegistryRoot(root)) {
+    if (!isRegistryRoot(root))
         return RegistryCode::InvalidRoot;
-    }
     const RegistryPath key(path);
     const int code = read([&](SqliteConnection& connection) {
         SqliteStatement list = connection.statement(Query::ValueNames);
@@ -206,9 +188,8 @@ int SqliteRegistry::valueNames(RegistryRoot root, const QString& path, QStringLi
 }
 
 int SqliteRegistry::runBatch(const std::function<int()>& work) {
-    if (m_inBatch) {
+    if (m_inBatch)
         return work();
-    }
     return write([&](SqliteConnection&) {
         m_inBatch = true;
         const int code = work();
@@ -218,9 +199,8 @@ int SqliteRegistry::runBatch(const std::function<int()>& work) {
 }
 
 int SqliteRegistry::read(const Work& work) {
-    if (m_inBatch) {
+    if (m_inBatch)
         return work(*m_connection);
-    }
     int result = openForReading();
     int code = codeOf(result);
     if (result == SQLITE_OK) {
@@ -241,24 +221,21 @@ int SqliteRegistry::change(const Work& work) {
 }
 
 int SqliteRegistry::write(const Work& work) {
-    if (m_inBatch) {
+    if (m_inBatch)
         return work(*m_connection);
-    }
     makeFolder(m_folder);
     const FolderLock lock(m_folder);
     int result = SQLITE_OK;
     const int code = writeOnce(work, result);
-    if (!isDamage(result) || !setAside()) {
+    if (!isDamage(result) || !setAside())
         return code;
-    }
     return writeOnce(work, result);
 }
 
 int SqliteRegistry::writeOnce(const Work& work, int& sqliteResult) {
     sqliteResult = openForWriting();
-    if (sqliteResult != SQLITE_OK) {
+    if (sqliteResult != SQLITE_OK)
         return codeOf(sqliteResult);
-    }
     int code = RegistryCode::Ok;
     if (m_connection->execute("BEGIN IMMEDIATE")) {
         code = work(*m_connection);
@@ -278,22 +255,18 @@ int SqliteRegistry::writeOnce(const Work& work, int& sqliteResult) {
 int SqliteRegistry::openForReading() {
     const std::optional<FileIdentity> identity = FileIdentity::of(m_path);
     // Nobody tells a connection that takes its file for still when that has changed.
-    if (m_connection && (identity != m_identity || m_connection->access() == SqliteConnection::Access::Still)) {
+    if (m_connection && (identity != m_identity || m_connection->access() == SqliteConnection::Access::Still))
         letGo();
-    }
-    if (!identity) {
+    if (!identity)
         return SQLITE_EMPTY;
-    }
     if (!m_connection) {
         m_identity = *identity;
-        if (!identity->regular) {
+        if (!identity->regular)
             return SQLITE_NOTADB;
-        }
         m_connection = std::make_unique<SqliteConnection>(m_path.toUtf8());
     }
-    if (m_schemaKnown) {
+    if (m_schemaKnown)
         return SQLITE_OK;
-    }
     int error = SQLITE_OK;
     const SqliteConnection::Schema schema = lookAtSchema(error);
     if (error != SQLITE_OK) {
@@ -301,9 +274,8 @@ int SqliteRegistry::openForReading() {
         return error;
     }
     m_schemaKnown = schema == SqliteConnection::Schema::Ours;
-    if (schema == SqliteConnection::Schema::Foreign) {
+    if (schema == SqliteConnection::Schema::Foreign)
         return SQLITE_NOTADB;
-    }
     return m_schemaKnown ? SQLITE_OK : SQLITE_EMPTY;
 }
 
@@ -311,9 +283,8 @@ int SqliteRegistry::openForReading() {
 SqliteConnection::Schema SqliteRegistry::lookAtSchema(int& sqliteResult) {
     const SqliteConnection::Schema schema = m_connection->schema();
     sqliteResult = m_connection->takeError();
-    if (codeOf(sqliteResult) != RegistryCode::AccessDenied || hasLog()) {
+    if (codeOf(sqliteResult) != RegistryCode::AccessDenied || hasLog())
         return schema;
-    }
     letGo();
     m_connection = std::make_unique<SqliteConnection>(m_path.toUtf8(), SqliteConnection::Access::Still);
     const SqliteConnection::Schema lying = m_connection->schema();
@@ -327,13 +298,11 @@ bool SqliteRegistry::hasLog() const {
 }
 
 int SqliteRegistry::openForWriting() {
-    if (!FileIdentity::of(m_path) && !makeFile()) {
+    if (!FileIdentity::of(m_path) && !makeFile())
         return SQLITE_CANTOPEN;
-    }
     const int result = openForReading();
-    if (result != SQLITE_EMPTY || !m_connection) {
+    if (result != SQLITE_EMPTY || !m_connection)
         return result;
-    }
     m_connection->createSchema();
     const int error = m_connection->takeError();
     if (error != SQLITE_OK) {
@@ -355,25 +324,21 @@ bool SqliteRegistry::makeFile() const {
 bool SqliteRegistry::setAside() {
     letGo();
     const std::optional<FileIdentity> identity = FileIdentity::of(m_path);
-    if (!identity || *identity != m_identity) {
+    if (!identity || *identity != m_identity)
         return true;
-    }
     int number = 1;
-    while (QFileInfo::exists(m_path + QStringLiteral(".damaged-%1").arg(number))) {
+    while (QFileInfo::exists(m_path + u".damaged-%1"_qs.arg(number)))
         ++number;
-    }
-    const QString target = m_path + QStringLiteral(".damaged-%1").arg(number);
-    for (const QLatin1String companion : {QLatin1String("-journal"), QLatin1String("-wal"), QLatin1String("-shm")}) {
+    const QString target = m_path + u".damaged-%1"_qs.arg(number);
+    for (const QLatin1String companion : {QLatin1String("-journal"), QLatin1String("-wal"), QLatin1String("-shm")})
         QFile::rename(m_path + companion, target + companion);
-    }
     return QFile::rename(m_path, target);
 }
 
 /// Lets go of a file that is damaged, half made or no longer the one at the path, and touches nothing beside it.
 void SqliteRegistry::letGo() {
-    if (m_connection) {
+    if (m_connection)
         m_connection->leaveFilesAlone();
-    }
     m_connection.reset();
     m_schemaKnown = false;
 }

@@ -35,9 +35,8 @@ bool hasReference(const QString& text) {
 }
 
 QString textOf(const QVariant& value) {
-    if (value.typeId() == QMetaType::Bool) {
-        return value.toBool() ? QStringLiteral("True") : QStringLiteral("False");
-    }
+    if (value.typeId() == QMetaType::Bool)
+        return value.toBool() ? u"True"_qs : u"False"_qs;
     return value.toString();
 }
 
@@ -76,17 +75,16 @@ bool cRegistry::KeyExists() {
 
 bool cRegistry::CreateKey() {
     m_lastError = {};
-    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok) {
-        return raise(QStringLiteral("Failed to create registry Key: '") + SectionKey);
-    }
+    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok)
+        return raise(u"Failed to create registry Key: '"_qs + SectionKey);
     return true;
 }
 
 bool cRegistry::DeleteKey() {
     m_lastError = {};
     if (m_store.deleteKey(ClassKey, SectionKey) != RegistryCode::Ok) {
-        return raise(QStringLiteral("Failed to delete registry Key: '") + QString::number(ClassKey) +
-                     QStringLiteral("',Section: '") + SectionKey);
+        return raise(u"Failed to delete registry Key: '"_qs + QString::number(ClassKey) + u"',Section: '"_qs +
+                     SectionKey);
     }
     return true;
 }
@@ -94,8 +92,8 @@ bool cRegistry::DeleteKey() {
 bool cRegistry::DeleteValue() {
     m_lastError = {};
     if (m_store.openKey(ClassKey, SectionKey) != RegistryCode::Ok) {
-        return raise(QStringLiteral("Failed to open key '") + QString::number(ClassKey) +
-                     QStringLiteral("',Section: '") + SectionKey + QStringLiteral("' for delete access"));
+        return raise(u"Failed to open key '"_qs + QString::number(ClassKey) + u"',Section: '"_qs + SectionKey +
+                     u"' for delete access"_qs);
     }
     return m_store.deleteValue(ClassKey, SectionKey, ValueKey) == RegistryCode::Ok;
 }
@@ -104,9 +102,8 @@ QVariant cRegistry::Value() {
     m_lastError = {};
     RegistryValue value;
     const int code = m_store.readValue(ClassKey, SectionKey, ValueKey, value);
-    if (code != RegistryCode::Ok && code != RegistryCode::MoreData) {
+    if (code != RegistryCode::Ok && code != RegistryCode::MoreData)
         return Default;
-    }
     ValueType = value.type;
     switch (value.type) {
         case RegistryType::String:
@@ -125,14 +122,12 @@ QVariant cRegistry::Value() {
 
 bool cRegistry::setValue(const QVariant& value) {
     m_lastError = {};
-    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok) {
+    if (m_store.createKey(ClassKey, SectionKey) != RegistryCode::Ok)
         return raiseNotSet(value);
-    }
     bool unfit = false;
     const int result = writeByType(value, unfit);
-    if (unfit || result == Raising) {
+    if (unfit || result == Raising)
         return raiseNotSet(value);
-    }
     m_currentValue = value;
     return true;
 }
@@ -164,9 +159,8 @@ void cRegistry::EnumerateValues(QStringList& sKeyNames, qint32& iKeyCount) {
     m_lastError = {};
     iKeyCount = 0;
     sKeyNames.clear();
-    if (m_store.valueNames(ClassKey, SectionKey, sKeyNames) == RegistryCode::Ok) {
+    if (m_store.valueNames(ClassKey, SectionKey, sKeyNames) == RegistryCode::Ok)
         iKeyCount = static_cast<qint32>(sKeyNames.size());
-    }
 }
 
 void cRegistry::EnumerateSections(QStringList& sSect, qint32& iSectCount) {
@@ -187,40 +181,33 @@ bool cRegistry::CreateEXEAssociation(const QString& sExePath, const QString& sCl
         QString menuText;
         QString command;
     } verbs[] = {
-        {true, QStringLiteral("open"), orUsual(sOpenMenuText, QStringLiteral("&Open")), QStringLiteral(" \"%1\"")},
-        {bSupportPrint, QStringLiteral("print"), orUsual(sPrintMenuText, QStringLiteral("&Print")),
-         QStringLiteral(" /p \"%1\"")},
-        {bSupportInstall, QStringLiteral("add"), orUsual(sInstallMenuText, QStringLiteral("&Install ") + sClassName),
-         QStringLiteral(" /a \"%1\"")},
-        {bSupportNew, QStringLiteral("new"), orUsual(sNewMenuText, QStringLiteral("&New")),
-         QStringLiteral(" /n \"%1\"")},
+        {true, u"open"_qs, orUsual(sOpenMenuText, u"&Open"_qs), u" \"%1\""_qs},
+        {bSupportPrint, u"print"_qs, orUsual(sPrintMenuText, u"&Print"_qs), u" /p \"%1\""_qs},
+        {bSupportInstall, u"add"_qs, orUsual(sInstallMenuText, u"&Install "_qs + sClassName), u" /a \"%1\""_qs},
+        {bSupportNew, u"new"_qs, orUsual(sNewMenuText, u"&New"_qs), u" /n \"%1\""_qs},
     };
-    if (!writeClassText(u'.' + sAssociation, sClassName) || !writeClassText(sClassName, sClassDesc)) {
+    if (!writeClassText(u'.' + sAssociation, sClassName) || !writeClassText(sClassName, sClassDesc))
         return false;
-    }
     for (const auto& verb : verbs) {
-        const QString section = sClassName + QStringLiteral("/shell/") + verb.name;
-        if (verb.wanted && !writeVerb(section, verb.menuText, path + verb.command)) {
+        const QString section = sClassName + u"/shell/"_qs + verb.name;
+        if (verb.wanted && !writeVerb(section, verb.menuText, path + verb.command))
             return false;
-        }
     }
-    return lDefaultIconIndex <= -1 || writeClassText(sClassName + QStringLiteral("/DefaultIcon"),
-                                                     path + u',' + QString::number(lDefaultIconIndex));
+    return lDefaultIconIndex <= -1 ||
+           writeClassText(sClassName + u"/DefaultIcon"_qs, path + u',' + QString::number(lDefaultIconIndex));
 }
 
 bool cRegistry::CreateAdditionalEXEAssociations(const QString& sClassName, const QStringList& vItems) {
     m_lastError = {};
     if (vItems.size() % 3 != 0) {
-        return raise(QStringLiteral(
-            "Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"));
+        return raise(
+            u"Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"_qs);
     }
-    if (m_store.openKey(HKEY_CLASSES_ROOT, sClassName) != RegistryCode::Ok) {
-        return raise(QStringLiteral("Error - attempt to create additional associations before class defined."));
-    }
+    if (m_store.openKey(HKEY_CLASSES_ROOT, sClassName) != RegistryCode::Ok)
+        return raise(u"Error - attempt to create additional associations before class defined."_qs);
     for (qsizetype i = 0; i < vItems.size(); i += 3) {
-        if (!writeVerb(sClassName + QStringLiteral("/shell/") + vItems[i], vItems[i + 1], vItems[i + 2])) {
+        if (!writeVerb(sClassName + u"/shell/"_qs + vItems[i], vItems[i + 1], vItems[i + 2]))
             return false;
-        }
     }
     return true;
 }
@@ -236,16 +223,15 @@ bool cRegistry::writeClassText(const QString& section, const QString& text) {
 }
 
 bool cRegistry::writeVerb(const QString& section, const QString& menuText, const QString& command) {
-    return writeClassText(section, menuText) && writeClassText(section + QStringLiteral("/command"), command);
+    return writeClassText(section, menuText) && writeClassText(section + u"/command"_qs, command);
 }
 
 bool cRegistry::raise(const QString& description) {
-    m_lastError = {RaisedNumber, QStringLiteral("Quillmark.cRegistry"), description};
+    m_lastError = {RaisedNumber, u"Quillmark.cRegistry"_qs, description};
     return false;
 }
 
 bool cRegistry::raiseNotSet(const QVariant& value) {
-    return raise(QStringLiteral("Failed to set registry value Key: '") + QString::number(ClassKey) +
-                 QStringLiteral("',Section: '") + SectionKey + QStringLiteral("',Key: '") + ValueKey +
-                 QStringLiteral("' to value: '") + textOf(value) + u'\'');
+    return raise(u"Failed to set registry value Key: '"_qs + QString::number(ClassKey) + u"',Section: '"_qs +
+                 SectionKey + u"',Key: '"_qs + ValueKey + u"' to value: '"_qs + textOf(value) + u'\'');
 }

@@ -9,14 +9,12 @@ constexpr int SectionBuffer = 256;
 
 /// First the key alone, then the first tree below it as often as one is there and goes, then the key again.
 bool deleteTree(RegistryStore& store, RegistryRoot root, const QString& key) {
-    if (DeleteRegKey(store, root, key)) {
+    if (DeleteRegKey(store, root, key))
         return true;
-    }
     QStringList first;
     while (store.subKeys(root, key, first, 1) == RegistryCode::Ok && !first.isEmpty()) {
-        if (!deleteTree(store, root, key + u'/' + first.constFirst())) {
+        if (!deleteTree(store, root, key + u'/' + first.constFirst()))
             break;
-        }
     }
     return DeleteRegKey(store, root, key);
 }
@@ -24,7 +22,7 @@ bool deleteTree(RegistryStore& store, RegistryRoot root, const QString& key) {
 }  // namespace
 
 QString programKey() {
-    return QStringLiteral("Software/Quillmark");
+    return u"Software/Quillmark"_qs;
 }
 
 bool SetRegString(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName,
@@ -43,9 +41,8 @@ bool SetRegDword(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, 
 }
 
 bool DeleteRegTree(RegistryStore& store, RegistryRoot hRoot, const QString& sKey) {
-    if (store.openKey(hRoot, sKey) != RegistryCode::Ok) {
+    if (store.openKey(hRoot, sKey) != RegistryCode::Ok)
         return false;
-    }
     // As one step, so that nobody meets half a tree; what could be deleted stays deleted all the same.
     bool deleted = false;
     const int code = store.runBatch([&] {
@@ -60,9 +57,8 @@ bool ReadRegValue(RegistryStore& store, RegistryRoot hRoot, const QString& sKey,
     sValue.clear();
     RegistryValue value;
     const int code = store.readValue(hRoot, sKey, sName, value);
-    if (code != RegistryCode::Ok || value.type != RegistryType::String) {
+    if (code != RegistryCode::Ok || value.type != RegistryType::String)
         return false;
-    }
     sValue = RegistryData::textToZero(RegistryData::units(value));
     return true;
 }

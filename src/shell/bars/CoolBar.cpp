@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr std::array<const char*, 2> bandNames = {"CoolBar1.Tool", "CoolBar1.Tab"};
+constexpr std::array<const char*, 2> BandNames = {"CoolBar1.Tool", "CoolBar1.Tab"};
 
 QVBoxLayout* tightLayout(QWidget* owner) {
     auto* layout = new QVBoxLayout(owner);
@@ -18,11 +18,11 @@ QVBoxLayout* tightLayout(QWidget* owner) {
 }  // namespace
 
 CoolBar::CoolBar(QWidget* parent) : QWidget(parent) {
-    setObjectName(QStringLiteral("CoolBar1"));
+    setObjectName(u"CoolBar1"_qs);
     QVBoxLayout* rows = tightLayout(this);
     for (size_t i = 0; i < m_bands.size(); ++i) {
         m_bands[i] = new QWidget(this);
-        m_bands[i]->setObjectName(QLatin1String(bandNames[i]));
+        m_bands[i]->setObjectName(QLatin1String(BandNames[i]));
         tightLayout(m_bands[i]);
         rows->addWidget(m_bands[i]);
     }

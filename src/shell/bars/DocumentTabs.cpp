@@ -13,17 +13,17 @@
 
 namespace {
 
-constexpr int normalImage = 1;
-constexpr int changedImage = 2;
-constexpr int lockedImage = 3;
+constexpr int NormalImage = 1;
+constexpr int ChangedImage = 2;
+constexpr int LockedImage = 3;
 
 /// What a screen reader says behind the tab's caption, by image.
 QString spokenState(int image) {
     switch (image) {
-        case changedImage:
-            return QStringLiteral(", changed");
-        case lockedImage:
-            return QStringLiteral(", locked");
+        case ChangedImage:
+            return u", changed"_qs;
+        case LockedImage:
+            return u", locked"_qs;
         default:
             return {};
     }
@@ -63,7 +63,7 @@ void DocumentTabs::AddDocumentTab(const frmDocument* document) {
         const int index = m_strip.addTab(tabText(document->Caption()));
         m_strip.setTabData(index, document->fIdx);
         m_strip.setTabToolTip(index, document->filename);
-        setImage(index, normalImage);
+        setImage(index, NormalImage);
         nameForReaders(index);
     }
     const int index = indexOf(document->fIdx);
@@ -129,8 +129,8 @@ int DocumentTabs::image(int index) const {
 
 int DocumentTabs::imageFor(const frmDocument* document) {
     if (document->Locked())
-        return lockedImage;
-    return document->isChange ? changedImage : normalImage;
+        return LockedImage;
+    return document->isChange ? ChangedImage : NormalImage;
 }
 
 void DocumentTabs::setImage(int index, int image) {

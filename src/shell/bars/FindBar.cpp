@@ -18,20 +18,20 @@
 
 namespace {
 
-constexpr int placeWidth = 170;
-constexpr int gapInTwips = 40;
-constexpr int twipsPerPixel = 15;
+constexpr int PlaceWidth = 170;
+constexpr int GapInTwips = 40;
+constexpr int TwipsPerPixel = 15;
 
 QString listPath() {
-    return ListFile::path(QStringLiteral("lastsearchkeys.idx"));
+    return ListFile::path(u"lastsearchkeys.idx"_qs);
 }
 
 }  // namespace
 
 FindBar::FindBar(FrameParts& parts) : QObject(parts.frame), m_parts(parts), m_box(new QComboBox(parts.frame)) {
-    m_box->setObjectName(QStringLiteral("cmbSearch"));
-    m_box->setAccessibleName(QStringLiteral("Search text"));
-    m_box->setToolTip(QStringLiteral("Search text (F6)"));
+    m_box->setObjectName(u"cmbSearch"_qs);
+    m_box->setAccessibleName(u"Search text"_qs);
+    m_box->setToolTip(u"Search text (F6)"_qs);
     m_box->setEditable(true);
     m_box->setInsertPolicy(QComboBox::NoInsert);
     m_box->setCompleter(nullptr);  // it would change what is typed
@@ -43,9 +43,9 @@ FindBar::FindBar(FrameParts& parts) : QObject(parts.frame), m_parts(parts), m_bo
 
 void FindBar::placeIn(QWidget& place) {
     auto* row = new QHBoxLayout(&place);
-    row->setContentsMargins(gapInTwips / twipsPerPixel, 0, gapInTwips / twipsPerPixel, 0);
+    row->setContentsMargins(GapInTwips / TwipsPerPixel, 0, GapInTwips / TwipsPerPixel, 0);
     row->addWidget(m_box);
-    place.setFixedWidth(placeWidth);
+    place.setFixedWidth(PlaceWidth);
     m_box->show();
 }
 

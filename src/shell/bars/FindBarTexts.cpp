@@ -8,8 +8,8 @@ FindBarTexts::Change FindBarTexts::AddSearchKey(QStringList& keys, const QString
         return Change::Nothing;
     const qsizetype present = keys.indexOf(pText);
     if (present < 0) {
-        if (keys.size() >= most)
-            keys.removeAt(most - 1);
+        if (keys.size() >= Most)
+            keys.removeAt(Most - 1);
         keys.prepend(pText);
         return Change::Added;
     }

@@ -5,7 +5,7 @@
 /// The texts that were searched for, the newest first, at most 30. A text is compared exactly and kept as it came.
 namespace FindBarTexts {
 
-constexpr int most = 30;
+constexpr int Most = 30;
 
 enum class Change {
     Nothing,

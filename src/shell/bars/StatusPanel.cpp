@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr int pictureSize = 16;
-constexpr int gapWidth = 4;
+constexpr int PictureSize = 16;
+constexpr int GapWidth = 4;
 
 }  // namespace
 
@@ -32,11 +32,11 @@ void StatusPanel::setRoomFor(int letters) {
 }
 
 int StatusPanel::pictureRoom() const {
-    return m_picture.isNull() ? gapWidth : pictureSize + 2 * gapWidth;
+    return m_picture.isNull() ? GapWidth : PictureSize + 2 * GapWidth;
 }
 
 QRect StatusPanel::textRoom() const {
-    return rect().adjusted(pictureRoom(), 0, -gapWidth, 0);
+    return rect().adjusted(pictureRoom(), 0, -GapWidth, 0);
 }
 
 bool StatusPanel::isCutOff() const {
@@ -45,8 +45,8 @@ bool StatusPanel::isCutOff() const {
 
 QSize StatusPanel::sizeHint() const {
     const QFontMetrics metrics = fontMetrics();
-    return {pictureRoom() + m_letters * metrics.averageCharWidth() + gapWidth,
-            qMax(metrics.height(), pictureSize) + gapWidth};
+    return {pictureRoom() + m_letters * metrics.averageCharWidth() + GapWidth,
+            qMax(metrics.height(), PictureSize) + GapWidth};
 }
 
 QSize StatusPanel::minimumSizeHint() const {
@@ -57,7 +57,7 @@ void StatusPanel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     const QRect inner = rect();
     if (!m_picture.isNull())
-        m_picture.paint(&painter, QRect(gapWidth, (inner.height() - pictureSize) / 2, pictureSize, pictureSize));
+        m_picture.paint(&painter, QRect(GapWidth, (inner.height() - PictureSize) / 2, PictureSize, PictureSize));
     const QRect room = textRoom();
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,

@@ -14,16 +14,16 @@ namespace {
 enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
 
 /// Letters that each panel has room for; the first takes what is left.
-constexpr std::array<int, 4> panelRoom = {0, 48, 22, 16};
+constexpr std::array<int, 4> PanelRoom = {0, 48, 22, 16};
 
 }  // namespace
 
 StatusPanels::StatusPanels(QStatusBar& bar) : QObject(&bar) {
-    bar.setObjectName(QStringLiteral("sbStatusBar"));
+    bar.setObjectName(u"sbStatusBar"_qs);
     for (size_t i = 0; i < m_panels.size(); ++i) {
         auto* added = new StatusPanel(&bar);
-        added->setObjectName(QStringLiteral("sbStatusBar(%1)").arg(i + 1));
-        added->setRoomFor(panelRoom.at(i));
+        added->setObjectName(u"sbStatusBar(%1)"_qs.arg(i + 1));
+        added->setRoomFor(PanelRoom.at(i));
         bar.addPermanentWidget(added, i == 0 ? 1 : 0);
         connect(added, &StatusPanel::doubleClicked, this, [this, added] { Q_EMIT textWanted(added->text()); });
         m_panels.at(i) = added;

@@ -4,8 +4,8 @@
 #include <QMouseEvent>
 
 TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
-    setObjectName(QStringLiteral("TabStrip1"));
-    setAccessibleName(QStringLiteral("Open documents"));
+    setObjectName(u"TabStrip1"_qs);
+    setAccessibleName(u"Open documents"_qs);
     setExpanding(false);
     setUsesScrollButtons(true);
     setElideMode(Qt::ElideNone);

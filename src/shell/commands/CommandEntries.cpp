@@ -22,7 +22,7 @@
 namespace {
 
 /// Entries whose check is the truth of their mark.
-constexpr const char* ownChecks[] = {"mnuWholeWord",    "mnuCaseSensitive", "mnuRegExp",         "mnuReadonly",
+constexpr const char* OwnChecks[] = {"mnuWholeWord",    "mnuCaseSensitive", "mnuRegExp",         "mnuReadonly",
                                      "mnuToggleHex",    "mnuShowTabSpace",  "mnuShowLeftMargin", "mnuShowLineNumber",
                                      "mnuHighlightRow", "mnuBraceMatching", "mnuSearchContinue", "mnuRecordMarco"};
 
@@ -39,7 +39,7 @@ void undoClick(QAction& action, bool checked) {
 QString toolTip(const ToolRow& row) {
     const QString tip = QString::fromLatin1(row.tip);
     const QKeySequence key(QString::fromLatin1(findCommand(row.command)->key), QKeySequence::PortableText);
-    return key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText));
+    return key.isEmpty() ? tip : u"%1 (%2)"_qs.arg(tip, key.toString(QKeySequence::NativeText));
 }
 
 }  // namespace
@@ -138,7 +138,7 @@ void CommandEntries::buildButtons(QToolBar& toolBar) {
 
 void CommandEntries::addPlace(QToolBar& toolBar, const ToolRow& row) {
     m_searchPlace = new QWidget(&toolBar);
-    m_searchPlace->setObjectName(QStringLiteral("tbToolBar.") + QLatin1String(row.key));
+    m_searchPlace->setObjectName(u"tbToolBar."_qs + QLatin1String(row.key));
     m_buttons.insert(row.key, toolBar.addWidget(m_searchPlace));
 }
 
@@ -146,7 +146,7 @@ void CommandEntries::addButton(QToolBar& toolBar, const ToolRow& row) {
     QAction* action = toolBar.addAction(Icons::named(row.icon), QString::fromLatin1(row.tip));
     action->setToolTip(toolTip(row));
     action->setCheckable(row.checkable);
-    toolBar.widgetForAction(action)->setObjectName(QStringLiteral("tbToolBar.") + QLatin1String(row.key));
+    toolBar.widgetForAction(action)->setObjectName(u"tbToolBar."_qs + QLatin1String(row.key));
     m_buttons.insert(row.key, action);
     connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
         undoClick(*action, checked);
@@ -230,6 +230,6 @@ void CommandEntries::RefreshCheckedItems() {
     CheckMenuItem("mnulFindReplacePanel", m_parts.rooms->isSearchPanelVisible());
     CheckMenuItem("mnuShowEditToolbar", m_parts.coolBar->isBandVisible(CoolBar::Tool));
     CheckMenuItem("mnuShowFilesTab", m_parts.coolBar->isBandVisible(CoolBar::Tab));
-    for (const char* name : ownChecks)
+    for (const char* name : OwnChecks)
         CheckMenuItem(name, isChecked(name));
 }

@@ -44,7 +44,7 @@ constexpr CommandRow mark(const char* parent, const char* name, const char* capt
     return {parent, name, caption, "", icon, on(toggle), when, true};
 }
 
-constexpr CommandRow commands[] = {
+constexpr CommandRow Commands[] = {
     menu("", "mnuFile", "&File"),
     {"mnuFile", "mnuFileNew", "&New", "Ctrl+N", "new", on(&Frame::New)},
     {"mnuFile", "mnuFileOpen", "&Open...", "Ctrl+O", "open", on(&Frame::Open)},
@@ -220,11 +220,11 @@ constexpr CommandRow commands[] = {
 }  // namespace
 
 std::span<const CommandRow> commandTable() {
-    return commands;
+    return Commands;
 }
 
 const CommandRow* findCommand(const char* name) {
     const auto* row =
-        std::ranges::find_if(commands, [name](const CommandRow& each) { return std::strcmp(each.name, name) == 0; });
-    return row == std::end(commands) ? nullptr : row;
+        std::ranges::find_if(Commands, [name](const CommandRow& each) { return std::strcmp(each.name, name) == 0; });
+    return row == std::end(Commands) ? nullptr : row;
 }

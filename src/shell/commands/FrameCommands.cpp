@@ -47,8 +47,7 @@ void FrameCommands::New() {
 }
 
 void FrameCommands::Open() {
-    const FileQuestion question{
-        QStringLiteral("Open"), m_saving.dialogFolder(), {}, GetFilterString(*m_parts.registry)};
+    const FileQuestion question{u"Open"_qs, m_saving.dialogFolder(), {}, GetFilterString(*m_parts.registry)};
     const OpenAnswer answer = m_parts.prompts->askFilesToOpen(m_parts.frame, question);
     for (const QString& path : answer.files)
         m_files.OpenFile(path, answer.readOnly ? 1 : 0, true, true);

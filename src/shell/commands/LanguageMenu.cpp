@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int mostLanguages = 51;
-constexpr int languageData = 1;
+constexpr int MostLanguages = 51;
+constexpr int LanguageData = 1;
 
 }  // namespace
 
@@ -21,11 +21,11 @@ void LanguageMenu::LoadLanguageMenu(const QStringList& names) {
     for (QAction* entry : m_entries)
         m_parts.commands->removeItem(entry);
     m_entries.clear();
-    for (const QString& name : names.mid(0, mostLanguages)) {
+    for (const QString& name : names.mid(0, MostLanguages)) {
         const QByteArray key = "mnuLanguage(" + QByteArray::number(m_entries.size()) + ')';
         QAction* entry = m_parts.commands->addItem("mnuLanguages", key, [this, name] { choose(name); });
         MenuText::setCaption(*entry, name);
-        entry->setData(languageData);
+        entry->setData(LanguageData);
         m_entries.append(entry);
     }
 }

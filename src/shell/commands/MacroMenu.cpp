@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr int macros = 10;
+constexpr int Macros = 10;
 
 }  // namespace
 
@@ -48,7 +48,7 @@ void MacroMenu::UpdateMacroMenu() {
     m_parts.commands->entry("mnuMacroSep02")->setVisible(true);
     QAction* placeholder = m_parts.menuSlots->slot("mnuExecMacro", 0);
     placeholder->setVisible(true);
-    for (int macro = 1; macro <= macros; ++macro) {
+    for (int macro = 1; macro <= Macros; ++macro) {
         const QString caption = captionOf(macro);
         QAction* slot = m_parts.menuSlots->slot("mnuExecMacro", macro);
         slot->setVisible(!caption.isEmpty());

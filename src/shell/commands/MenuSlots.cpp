@@ -9,7 +9,7 @@ namespace {
 
 using Frame = FrameCommands;
 
-constexpr SlotArray arrays[] = {
+constexpr SlotArray Arrays[] = {
     {"mnuRecentFiles", "mnuFiles", 0, 10, "Files(s)", &Frame::OpenRecentFile},
     {"mnuRecentWorkspace", "mnuWorkspaces", 0, 10, "Project(s)", &Frame::OpenRecentProject},
     {"mnuFavorites", "mnuFavoriteProject", 1, 30, "", &Frame::OpenFavorite},
@@ -24,14 +24,14 @@ QByteArray nameOf(const char* array, int number) {
 }  // namespace
 
 std::span<const SlotArray> MenuSlots::table() {
-    return arrays;
+    return Arrays;
 }
 
 MenuSlots::MenuSlots(CommandEntries& commands, FrameCommands& run) : m_commands(commands) {
     QAction* projects = commands.addItem("mnuFavorites", "mnuProjects", [] {});
-    projects->setText(QStringLiteral("Project(s)"));
+    projects->setText(u"Project(s)"_qs);
     projects->setEnabled(false);
-    for (const SlotArray& array : arrays)
+    for (const SlotArray& array : Arrays)
         addArray(array, run);
     slot("mnuOpenWindows", 0)->setVisible(false);
 }

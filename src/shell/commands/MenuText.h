@@ -13,7 +13,7 @@ inline void setCaption(QAction& action, QString caption) {
 
 /// What was set; of an entry of the command table its caption, the marks of keys in it included.
 inline QString captionOf(const QAction& action) {
-    return action.isSeparator() ? QStringLiteral("-") : action.text().replace(QLatin1String("&&"), QLatin1String("&"));
+    return action.isSeparator() ? u"-"_qs : action.text().replace(QLatin1String("&&"), QLatin1String("&"));
 }
 
 }  // namespace MenuText

@@ -13,31 +13,31 @@ struct Toggle {
     bool Options::*variable;
 };
 
-constexpr Toggle wholeWord = {"mnuWholeWord", &Options::WholeWord};
-constexpr Toggle regExp = {"mnuRegExp", &Options::RegExpOn};
-constexpr Toggle caseSensitive = {"mnuCaseSensitive", &Options::CaseSensitiveOn};
-constexpr Toggle continueSearch = {"mnuSearchContinue", &Options::ContinueSearch};
+constexpr Toggle WholeWord = {"mnuWholeWord", &Options::WholeWord};
+constexpr Toggle RegExp = {"mnuRegExp", &Options::RegExpOn};
+constexpr Toggle CaseSensitive = {"mnuCaseSensitive", &Options::CaseSensitiveOn};
+constexpr Toggle ContinueSearch = {"mnuSearchContinue", &Options::ContinueSearch};
 
-constexpr Toggle toggles[] = {wholeWord, regExp, caseSensitive, continueSearch};
+constexpr Toggle Toggles[] = {WholeWord, RegExp, CaseSensitive, ContinueSearch};
 
 }  // namespace
 
 SearchToggles::SearchToggles(Options& options, CommandEntries& commands) : m_options(options), m_commands(commands) {}
 
 void SearchToggles::SetWholeWordOption(bool pOn) {
-    set(wholeWord.entry, pOn);
+    set(WholeWord.entry, pOn);
 }
 
 void SearchToggles::SetRegExpOption(bool pOn) {
-    set(regExp.entry, pOn);
+    set(RegExp.entry, pOn);
 }
 
 void SearchToggles::SetCaseOption(bool pOn) {
-    set(caseSensitive.entry, pOn);
+    set(CaseSensitive.entry, pOn);
 }
 
 void SearchToggles::SetContinueSearchOption(bool pOn) {
-    set(continueSearch.entry, pOn);
+    set(ContinueSearch.entry, pOn);
 }
 
 void SearchToggles::toggle(const char* entry) {
@@ -45,13 +45,13 @@ void SearchToggles::toggle(const char* entry) {
 }
 
 void SearchToggles::showOptions() {
-    for (const Toggle& toggle : toggles)
+    for (const Toggle& toggle : Toggles)
         m_commands.CheckMenuItem(toggle.entry, m_options.*toggle.variable);
 }
 
 void SearchToggles::set(const char* entry, bool on) {
     const auto* toggle =
-        std::ranges::find_if(toggles, [entry](const Toggle& each) { return std::strcmp(each.entry, entry) == 0; });
+        std::ranges::find_if(Toggles, [entry](const Toggle& each) { return std::strcmp(each.entry, entry) == 0; });
     m_options.*toggle->variable = on;
     m_commands.CheckMenuItem(entry, on);
 }

@@ -17,7 +17,7 @@ struct TabEntry {
     void (FrameCommands::*command)();
 };
 
-constexpr TabEntry entries[] = {
+constexpr TabEntry Entries[] = {
     {"mnuCloseFile", "Close File", "close", &FrameCommands::Close},
     {"mnuCloseFileExcept", "Close All Files Except This", "", &FrameCommands::CloseExcept},
     {"", "-", "", nullptr},
@@ -30,13 +30,13 @@ constexpr TabEntry entries[] = {
 
 TabMenu::TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent)
     : QMenu(parent), m_parts(parts), m_commands(commands) {
-    setObjectName(QStringLiteral("Tab"));
+    setObjectName(u"Tab"_qs);
     MenuStyle::giveTo(*this);
     BuildTabMenu();
 }
 
 void TabMenu::BuildTabMenu() {
-    for (const TabEntry& entry : entries) {
+    for (const TabEntry& entry : Entries) {
         if (*entry.key == '\0') {
             addSeparator();
             continue;
@@ -47,7 +47,7 @@ void TabMenu::BuildTabMenu() {
             action->setIcon(Icons::named(entry.icon));
         connect(action, &QAction::triggered, this, [this, command = entry.command] { run(command); });
     }
-    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setCheckable(true);
+    findChild<QAction*>(u"mnuReadonly"_qs)->setCheckable(true);
 }
 
 // Neither in the slot itself nor over a copy of `this`: there gcc's check of the member call reads what it never wrote.
@@ -59,7 +59,7 @@ void TabMenu::run(void (FrameCommands::*command)()) {
 void TabMenu::showAt(const QPoint& globalPosition) {
     const frmDocument* document = m_parts.children->active();
     const bool readOnly = document != nullptr && document->isReadOnly;
-    findChild<QAction*>(QStringLiteral("mnuReadonly"))->setChecked(readOnly);
-    findChild<QAction*>(QStringLiteral("mnuSaveFile"))->setEnabled(!readOnly);
+    findChild<QAction*>(u"mnuReadonly"_qs)->setChecked(readOnly);
+    findChild<QAction*>(u"mnuSaveFile"_qs)->setEnabled(!readOnly);
     popup(globalPosition);
 }

@@ -9,7 +9,7 @@ namespace {
 
 using Document = frmDocument;
 
-constexpr ViewToggle table[] = {
+constexpr ViewToggle Table[] = {
     {"mnuShowTabSpace", "ShowSpace", &Document::DisplayWhitespace, &Document::setDisplayWhitespace},
     {"mnuShowLeftMargin", "ShowLeftMargin", &Document::DisplayLeftMargin, &Document::setDisplayLeftMargin},
     {"mnuShowLineNumber", "ShowLineNumber", &Document::LineNumbering, &Document::setLineNumbering},
@@ -20,10 +20,10 @@ constexpr ViewToggle table[] = {
 }  // namespace
 
 std::span<const ViewToggle> viewToggles() {
-    return table;
+    return Table;
 }
 
 const ViewToggle& viewToggle(const char* entry) {
-    return *std::ranges::find_if(table,
+    return *std::ranges::find_if(Table,
                                  [entry](const ViewToggle& each) { return std::strcmp(each.entry, entry) == 0; });
 }

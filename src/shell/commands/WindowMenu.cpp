@@ -8,10 +8,10 @@
 
 namespace {
 
-constexpr qsizetype listLength = 9;
+constexpr qsizetype ListLength = 9;
 
 QString entryText(qsizetype number, QString caption) {
-    return QStringLiteral("&%1 ").arg(number) + caption.replace(u'&', QLatin1String("&&"));
+    return u"&%1 "_qs.arg(number) + caption.replace(u'&', QLatin1String("&&"));
 }
 
 }  // namespace
@@ -22,7 +22,7 @@ WindowMenu::WindowMenu(QMenu& menu, MdiChildren& children) : QObject(&menu), m_m
 
 /// The first ones; an active document that is not among them takes the last place.
 QList<frmDocument*> WindowMenu::listedDocuments() const {
-    QList<frmDocument*> listed = m_children.documents().first(qMin(m_children.documents().size(), listLength));
+    QList<frmDocument*> listed = m_children.documents().first(qMin(m_children.documents().size(), ListLength));
     if (m_children.active() != nullptr && !listed.contains(m_children.active()))
         listed.last() = m_children.active();
     return listed;
@@ -38,7 +38,7 @@ void WindowMenu::refill() {
     for (qsizetype i = 0; i < listed.size(); ++i) {
         const QPointer<frmDocument> document(listed.at(i));
         QAction* action = m_menu.addAction(entryText(i + 1, document->Caption()));
-        action->setObjectName(QStringLiteral("mnuWindowList(%1)").arg(i + 1));
+        action->setObjectName(u"mnuWindowList(%1)"_qs.arg(i + 1));
         action->setCheckable(true);
         action->setChecked(document == m_children.active());
         connect(action, &QAction::triggered, this, [this, document] { m_children.bringToFront(document); });

@@ -38,7 +38,7 @@ void DocumentClosing::askToSave(const frmDocument& document) {
     if (!document.isChange)
         return;
     // Yes saves the active document, which while the frame closes need not be the one that asks.
-    if (m_parts.prompts->askYesNo(m_parts.frame, QStringLiteral("Save %1 ?").arg(document.Caption())))
+    if (m_parts.prompts->askYesNo(m_parts.frame, u"Save %1 ?"_qs.arg(document.Caption())))
         m_saving.SaveActive();
 }
 

@@ -25,7 +25,7 @@
 
 namespace {
 
-constexpr int lockFlag = 1;
+constexpr int LockFlag = 1;
 
 }  // namespace
 
@@ -43,8 +43,8 @@ void DocumentOpening::answerRequests(const frmDocument& document) {
 void DocumentOpening::NewDocument() {
     ++m_documentCounter;
     const QPointer<frmDocument> document = new frmDocument(m_parts.host, *m_parts.documentServices);
-    document->fIdx = QStringLiteral("F%1").arg(m_documentCounter);
-    document->setCaption(QStringLiteral("Document%1").arg(m_documentCounter));
+    document->fIdx = u"F%1"_qs.arg(m_documentCounter);
+    document->setCaption(u"Document%1"_qs.arg(m_documentCounter));
     m_parts.explorer->AddFile(document->Caption(), document->fIdx);
     QObject::connect(document, &frmDocument::FileChange, m_parts.tabs,
                      [tabs = m_parts.tabs](frmDocument* changed) { tabs->SetTabCaption(changed); });
@@ -90,7 +90,7 @@ void DocumentOpening::OpenFile(const QString& path, int flags, bool checkBinary,
         return;
     }
     if (FindOpenDocument(path)) {
-        m_parts.prompts->message(m_parts.frame, QStringLiteral("'%1' already open!").arg(path));
+        m_parts.prompts->message(m_parts.frame, u"'%1' already open!"_qs.arg(path));
         return;
     }
     m_opening = true;
@@ -105,7 +105,7 @@ void DocumentOpening::openExisting(const QString& path, int flags, bool checkBin
     const QPointer<frmDocument> document = m_parts.children->active();
     if (!document)
         return;
-    if ((flags & lockFlag) != 0)
+    if ((flags & LockFlag) != 0)
         document->setLocked(true);
     m_parts.systemClose->enable(false);
     ignoringErrors([&] {

@@ -49,7 +49,7 @@ void DocumentSaving::SaveAs() {
     const QPointer<frmDocument> document = m_parts.children->active();
     if (!document)
         return;
-    const QString path = askPath(QStringLiteral("Save As"), document->filename);
+    const QString path = askPath(u"Save As"_qs, document->filename);
     if (path.isEmpty() || !document || !save(*document, path, SaveFormats::AsLoaded, true) || !document)
         return;
     showSaved(document, path);

@@ -16,16 +16,16 @@
 
 namespace {
 
-constexpr int waitMilliseconds = 100;
+constexpr int WaitMilliseconds = 100;
 /// Of a file that was handed over and has none.
-const QString defaultLanguage = QStringLiteral("html");
+const QString defaultLanguage = u"html"_qs;
 
 }  // namespace
 
 OpenQueue::OpenQueue(FrameParts& parts, DocumentOpening& files) : m_parts(parts), m_files(files) {
-    m_timer.setObjectName(QStringLiteral("TimerOpen"));
+    m_timer.setObjectName(u"TimerOpen"_qs);
     m_timer.setSingleShot(true);
-    m_timer.setInterval(waitMilliseconds);
+    m_timer.setInterval(WaitMilliseconds);
     connect(&m_timer, &QTimer::timeout, this, &OpenQueue::openPending);
 }
 

@@ -37,7 +37,7 @@ LoadSequence::LoadSequence(frmMain& frame, FrameParts& parts, const QString& tai
           tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()})) {}
 
 std::span<const Step> LoadSequence::steps() {
-    static constexpr Step list[] = {
+    static constexpr Step List[] = {
         {"putStatusPictures", &LoadSequence::putStatusPictures},
         {"prepareMenuPictures", &LoadSequence::prepareMenuPictures},
         {"loadOpenCheck", &LoadSequence::loadOpenCheck},
@@ -62,7 +62,7 @@ std::span<const Step> LoadSequence::steps() {
         {"makeTabMenu", &LoadSequence::makeTabMenu},
         {"setCaption", &LoadSequence::setCaption},
     };
-    return list;
+    return List;
 }
 
 void LoadSequence::putStatusPictures() {
@@ -194,5 +194,5 @@ void LoadSequence::makeTabMenu() {
 
 void LoadSequence::setCaption() {
     BusyPointer::restore();
-    m_frame.setWindowTitle(QStringLiteral("Quillmark"));
+    m_frame.setWindowTitle(u"Quillmark"_qs);
 }

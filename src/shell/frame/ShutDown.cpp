@@ -22,7 +22,7 @@ using Step = FrameStep<ShutDown>;
 ShutDown::ShutDown(frmMain& frame, FrameParts& parts) : m_frame(frame), m_parts(parts) {}
 
 std::span<const Step> ShutDown::steps() {
-    static constexpr Step list[] = {
+    static constexpr Step List[] = {
         {"SaveSession", &ShutDown::SaveSession},
         {"unloadDocuments", &ShutDown::unloadDocuments},
         {"releaseMenus", &ShutDown::releaseMenus},
@@ -36,7 +36,7 @@ std::span<const Step> ShutDown::steps() {
         {"releaseTabMenu", &ShutDown::releaseTabMenu},
         {"Unhook", &ShutDown::Unhook},
     };
-    return list;
+    return List;
 }
 
 void ShutDown::SaveSession() {

@@ -52,7 +52,7 @@
 
 namespace {
 
-constexpr QSize startSize(1000, 700);
+constexpr QSize StartSize(1000, 700);
 
 }  // namespace
 
@@ -100,10 +100,10 @@ frmMain::frmMain(const FrameServices& services)
     : m_services(services),
       m_parts(std::make_unique<FrameParts>()),
       m_duties(std::make_unique<Duties>(*this, *m_parts)) {
-    setObjectName(QStringLiteral("frmMain"));
+    setObjectName(u"frmMain"_qs);
     setWindowIcon(Icons::named("quillmark"));
     setAcceptDrops(true);
-    resize(startSize);
+    resize(StartSize);
     buildWindow();
     buildCommands();
     connectParts();
@@ -127,7 +127,7 @@ void frmMain::buildWindow() {
     setCentralWidget(inner);
 
     m_duties->toolBar = new QToolBar(coolBar);
-    m_duties->toolBar->setObjectName(QStringLiteral("tbToolBar"));
+    m_duties->toolBar->setObjectName(u"tbToolBar"_qs);
     m_duties->toolBar->setIconSize(QSize(16, 16));
     m_duties->strip = new TabStrip(coolBar);
 

@@ -5,13 +5,13 @@
 
 namespace {
 
-constexpr const char* programs[] = {"kcalc",     "gnome-calculator", "qalculate-qt", "qalculate-gtk",
+constexpr const char* Programs[] = {"kcalc",     "gnome-calculator", "qalculate-qt", "qalculate-gtk",
                                     "mate-calc", "galculator",       "xcalc"};
 
 }  // namespace
 
 QString Calculator::find() {
-    for (const char* program : programs) {
+    for (const char* program : Programs) {
         QString path = QStandardPaths::findExecutable(QString::fromLatin1(program));
         if (!path.isEmpty())
             return path;

@@ -5,8 +5,8 @@
 #include <utility>
 
 frmOpenCheck::frmOpenCheck() {
-    setObjectName(QStringLiteral("frmOpenCheck"));
-    setWindowTitle(QStringLiteral("QuillmarkOpen"));
+    setObjectName(u"frmOpenCheck"_qs);
+    setWindowTitle(u"QuillmarkOpen"_qs);
 }
 
 frmOpenCheck::~frmOpenCheck() {

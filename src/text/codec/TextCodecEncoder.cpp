@@ -267,8 +267,8 @@ EncodedText asItIs(std::span<const std::string_view> text, std::string_view mark
 
 SystemError EncodeFailure::error() const {
     const QString number = QString::number(static_cast<uint>(character), 16).toUpper().rightJustified(4, u'0');
-    return {EILSEQ, QStringLiteral("Line %1, column %2: the character U+%3 can't be saved as ANSI (Windows-1252).")
-                        .arg(QString::number(line), QString::number(column), number)};
+    return {EILSEQ, u"Line %1, column %2: the character U+%3 can't be saved as ANSI (Windows-1252)."_qs.arg(
+                        QString::number(line), QString::number(column), number)};
 }
 
 EncodedText encodeText(std::span<const std::string_view> text, TextFormat format) {

@@ -16,10 +16,10 @@ constexpr Character utf8Of(unsigned number) {
 }
 
 constexpr std::array<Character, 256> makeCharacters() {
-    std::array<Character, 256> characters{};
-    for (unsigned byte = 0; byte < characters.size(); ++byte)
-        characters[byte] = utf8Of(Windows1252::characterOf(static_cast<std::uint8_t>(byte)));
-    return characters;
+    std::array<Character, 256> Characters{};
+    for (unsigned byte = 0; byte < Characters.size(); ++byte)
+        Characters[byte] = utf8Of(Windows1252::characterOf(static_cast<std::uint8_t>(byte)));
+    return Characters;
 }
 
 }  // namespace

@@ -11,7 +11,7 @@
 namespace {
 
 /// Longer texts the control cannot hold.
-constexpr qsizetype longestText = 1'000'000'000;
+constexpr qsizetype LongestText = 1'000'000'000;
 
 QStringView withoutTrailing(QStringView piece) {
     while (piece.endsWith(u' '))
@@ -61,7 +61,7 @@ QString transformed(const QString& text, NewForm newForm) {
         const Placed placed = newForm(piece, longest);
         length += placed.length() + lineEnd.size();
         mostBlanks = std::max({mostBlanks, placed.left, placed.right});
-        if (length > longestText)
+        if (length > LongestText)
             throw std::length_error("the lines would become too long");
     }
 
@@ -85,11 +85,11 @@ QString transformed(const QString& text, NewForm newForm) {
 namespace LineOperations {
 
 QString lineEndOf(const QString& text) {
-    for (const QString& lineEnd : {QStringLiteral("\r\n"), QStringLiteral("\n"), QStringLiteral("\r")}) {
+    for (const QString& lineEnd : {u"\r\n"_qs, u"\n"_qs, u"\r"_qs}) {
         if (text.contains(lineEnd))
             return lineEnd;
     }
-    return QStringLiteral("\r\n");
+    return u"\r\n"_qs;
 }
 
 QString TrimTailed(const QString& text) {

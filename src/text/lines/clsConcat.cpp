@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr qsizetype spare = 15000;
+constexpr qsizetype Spare = 15000;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ void clsConcat::ReInit() {
 }
 
 void clsConcat::SetString(const QString& pStr) {
-    m_buffer = pStr + QString(spare, QChar(0));
+    m_buffer = pStr + QString(Spare, QChar(0));
 }
 
 void clsConcat::SConcat(QStringView pStr) {
@@ -27,7 +27,7 @@ void clsConcat::SConcat(QStringView pStr) {
 
 /// The steps alone would copy a long text once for each of them: the memory behind them doubles.
 void clsConcat::grow(qsizetype added) {
-    const qsizetype step = added > m_used ? added : spare;
+    const qsizetype step = added > m_used ? added : Spare;
     const qsizetype size = std::max(m_buffer.size() + step, m_used + added);
     if (size > m_buffer.capacity())
         m_buffer.reserve(std::max(size, 2 * m_buffer.capacity()));

@@ -23,27 +23,27 @@ Token tokenOfEscape(const QString& text, qsizetype at) {
         return {{}, group, 2};
     switch (at + 1 < text.size() ? text[at + 1].unicode() : u'\0') {
         case u'n':
-            return {QStringLiteral("\n"), -1, 2};
+            return {u"\n"_qs, -1, 2};
         case u'r':
-            return {QStringLiteral("\r"), -1, 2};
+            return {u"\r"_qs, -1, 2};
         case u't':
-            return {QStringLiteral("\t"), -1, 2};
+            return {u"\t"_qs, -1, 2};
         case u'\\':
-            return {QStringLiteral("\\"), -1, 2};
+            return {u"\\"_qs, -1, 2};
         default:
-            return {QStringLiteral("\\"), -1, 1};
+            return {u"\\"_qs, -1, 1};
     }
 }
 
 /// `$1`, `$12` or `${1}`.
 Token tokenOfDollar(const QString& text, qsizetype at) {
     if (at + 1 < text.size() && text[at + 1] == u'$')
-        return {QStringLiteral("$"), -1, 2};
+        return {u"$"_qs, -1, 2};
     const bool braced = at + 1 < text.size() && text[at + 1] == u'{';
     qsizetype end = at + (braced ? 2 : 1);
     int group = digitAt(text, end);
     if (group < 0)
-        return {QStringLiteral("$"), -1, 1};
+        return {u"$"_qs, -1, 1};
     if (const int second = digitAt(text, ++end); second >= 0) {
         group = group * 10 + second;
         ++end;
@@ -52,7 +52,7 @@ Token tokenOfDollar(const QString& text, qsizetype at) {
         return {{}, group, end - at};
     if (end < text.size() && text[end] == u'}')
         return {{}, group, end + 1 - at};
-    return {QStringLiteral("$"), -1, 1};
+    return {u"$"_qs, -1, 1};
 }
 
 Token tokenAt(const QString& text, qsizetype at) {

@@ -12,14 +12,14 @@
 
 namespace {
 
-const QString NameOption = QStringLiteral("name");
-const QString DefaultOption = QStringLiteral("default");
-const QString TypeOption = QStringLiteral("type");
-const QString DataOption = QStringLiteral("data");
-const QString TreeOption = QStringLiteral("tree");
-const QString StoreOption = QStringLiteral("store");
-const QString HelpOption = QStringLiteral("help");
-const QString VersionOption = QStringLiteral("version");
+const QString NameOption = u"name"_qs;
+const QString DefaultOption = u"default"_qs;
+const QString TypeOption = u"type"_qs;
+const QString DataOption = u"data"_qs;
+const QString TreeOption = u"tree"_qs;
+const QString StoreOption = u"store"_qs;
+const QString HelpOption = u"help"_qs;
+const QString VersionOption = u"version"_qs;
 
 constexpr const char* Help = R"(Usage: quillmark-reg [--store FILE] COMMAND [ARGUMENTS]
 
@@ -59,14 +59,14 @@ Exit status: 0 done, 1 no such key or value, 2 wrong arguments,
 )";
 
 void defineOptions(QCommandLineParser& parser) {
-    const QString text = QStringLiteral("text");
-    parser.addOption({{QStringLiteral("n"), NameOption}, QString(), text});
+    const QString text = u"text"_qs;
+    parser.addOption({{u"n"_qs, NameOption}, QString(), text});
     parser.addOption({DefaultOption, QString()});
-    parser.addOption({{QStringLiteral("t"), TypeOption}, QString(), text, QStringLiteral("string")});
-    parser.addOption({{QStringLiteral("d"), DataOption}, QString(), text});
+    parser.addOption({{u"t"_qs, TypeOption}, QString(), text, u"string"_qs});
+    parser.addOption({{u"d"_qs, DataOption}, QString(), text});
     parser.addOption({TreeOption, QString()});
     parser.addOption({StoreOption, QString(), text});
-    parser.addOption({{QStringLiteral("h"), HelpOption}, QString()});
+    parser.addOption({{u"h"_qs, HelpOption}, QString()});
     parser.addOption({VersionOption, QString()});
 }
 
@@ -107,16 +107,13 @@ const RegistryTool::Command RegistryTool::Commands[] = {
 int RegistryTool::run(const QStringList& arguments) {
     QCommandLineParser options;
     defineOptions(options);
-    if (!options.parse(arguments)) {
+    if (!options.parse(arguments))
         return say(Misused, options.errorText());
-    }
-    if (options.isSet(HelpOption)) {
+    if (options.isSet(HelpOption))
         return print(QString::fromUtf8(Help)) ? Done : Failed;
-    }
-    if (options.isSet(VersionOption)) {
-        return print(QStringLiteral("quillmark-reg " QUILLMARK_VERSION "\n")) ? Done : Failed;
-    }
-    const QString ownStore = configFolder() + QStringLiteral("/registry.db");
+    if (options.isSet(VersionOption))
+        return print(u"quillmark-reg " QUILLMARK_VERSION "\n"_qs) ? Done : Failed;
+    const QString ownStore = configFolder() + u"/registry.db"_qs;
     SqliteRegistry store(options.isSet(StoreOption) ? options.value(StoreOption) : ownStore);
     return runCommand(store, options);
 }
@@ -126,50 +123,41 @@ int RegistryTool::runCommand(RegistryStore& store, const QCommandLineParser& opt
     const QString name = words.value(0);
     const auto* command =
         std::ranges::find_if(Commands, [&](const Command& each) { return name == QLatin1String(each.name); });
-    if (command == std::end(Commands)) {
-        return say(Misused, words.isEmpty() ? QStringLiteral("no command given")
-                                            : QStringLiteral("no command \"%1\"").arg(name));
-    }
-    if (words.size() - 1 < command->fewest || words.size() - 1 > command->most) {
-        return say(Misused, QStringLiteral("wrong number of arguments for %1").arg(name));
-    }
+    if (command == std::end(Commands))
+        return say(Misused, words.isEmpty() ? u"no command given"_qs : u"no command \"%1\""_qs.arg(name));
+    if (words.size() - 1 < command->fewest || words.size() - 1 > command->most)
+        return say(Misused, u"wrong number of arguments for %1"_qs.arg(name));
     for (const QString& option : {NameOption, DefaultOption, TypeOption, DataOption, TreeOption}) {
-        if (options.isSet(option) && !command->options.contains(option)) {
-            return say(Misused, QStringLiteral("%1 takes no --%2").arg(name, option));
-        }
+        if (options.isSet(option) && !command->options.contains(option))
+            return say(Misused, u"%1 takes no --%2"_qs.arg(name, option));
     }
-    if (options.isSet(NameOption) && options.isSet(DefaultOption)) {
-        return say(Misused, QStringLiteral("--name and --default exclude each other"));
-    }
+    if (options.isSet(NameOption) && options.isSet(DefaultOption))
+        return say(Misused, u"--name and --default exclude each other"_qs);
     if (command->run != &RegistryTool::importText) {
-        m_keyText = words.value(1, QStringLiteral("HKCU"));
+        m_keyText = words.value(1, u"HKCU"_qs);
         const std::optional<RegistryText::KeyName> key = RegistryText::keyFromText(m_keyText);
-        if (!key) {
-            return say(Misused, QStringLiteral("\"%1\" does not begin with HKCR, HKCU or HKLM").arg(m_keyText));
-        }
+        if (!key)
+            return say(Misused, u"\"%1\" does not begin with HKCR, HKCU or HKLM"_qs.arg(m_keyText));
         m_key = *key;
     }
     return (this->*command->run)(store, options);
 }
 
 int RegistryTool::query(RegistryStore& store, const QCommandLineParser& options) {
-    if (!namesValue(options)) {
+    if (!namesValue(options))
         return list(store);
-    }
     RegistryValue value;
     const int code = store.readValue(m_key.root, m_key.path, valueName(options), value);
-    if (code != RegistryCode::Ok) {
+    if (code != RegistryCode::Ok)
         return sayResult(code);
-    }
     return print(RegistryText::plainValue(value) + u'\n') ? Done : Failed;
 }
 
 int RegistryTool::list(RegistryStore& store) {
     QStringList names;
     const int code = store.valueNames(m_key.root, m_key.path, names);
-    if (code != RegistryCode::Ok) {
+    if (code != RegistryCode::Ok)
         return sayResult(code);
-    }
     QString text;
     for (const QString& name : names) {
         RegistryValue value;
@@ -187,70 +175,61 @@ int RegistryTool::list(RegistryStore& store) {
 int RegistryTool::add(RegistryStore& store, const QCommandLineParser& options) {
     const bool hasContent = options.isSet(DataOption) || options.isSet(TypeOption);
     if (!namesValue(options)) {
-        return hasContent ? say(Misused, QStringLiteral("--data and --type need --name or --default"))
+        return hasContent ? say(Misused, u"--data and --type need --name or --default"_qs)
                           : sayResult(store.createKey(m_key.root, m_key.path));
     }
     const QString type = options.value(TypeOption);
     QStringList data = options.values(DataOption);
-    if (data.isEmpty() && type != QLatin1String("multi")) {
+    if (data.isEmpty() && type != QLatin1String("multi"))
         data.append(QString());
-    }
     const std::optional<RegistryValue> value = RegistryText::valueFromPlain(type, data);
-    if (!value) {
-        return say(Misused, QStringLiteral("the data is no value of the type \"%1\"").arg(type));
-    }
+    if (!value)
+        return say(Misused, u"the data is no value of the type \"%1\""_qs.arg(type));
     return sayResult(store.writeValue(m_key.root, m_key.path, valueName(options), *value));
 }
 
 int RegistryTool::remove(RegistryStore& store, const QCommandLineParser& options) {
     if (namesValue(options)) {
-        return options.isSet(TreeOption) ? say(Misused, QStringLiteral("--tree is for keys"))
+        return options.isSet(TreeOption) ? say(Misused, u"--tree is for keys"_qs)
                                          : sayResult(store.deleteValue(m_key.root, m_key.path, valueName(options)));
     }
-    if (!options.isSet(TreeOption)) {
+    if (!options.isSet(TreeOption))
         return sayResult(store.deleteKey(m_key.root, m_key.path));
-    }
-    if (const int code = store.openKey(m_key.root, m_key.path); code != RegistryCode::Ok) {
+    if (const int code = store.openKey(m_key.root, m_key.path); code != RegistryCode::Ok)
         return sayResult(code);
-    }
     return sayResult(DeleteRegTree(store, m_key.root, m_key.path) ? RegistryCode::Ok : RegistryCode::AccessDenied);
 }
 
 int RegistryTool::exportText(RegistryStore& store, const QCommandLineParser& options) {
     const std::optional<QString> text = RegistryText::exportKey(store, m_key);
-    if (!text) {
+    if (!text)
         return sayResult(RegistryCode::NotFound);
-    }
     const QString path = options.positionalArguments().value(2);
-    if (path.isEmpty()) {
+    if (path.isEmpty())
         return print(*text) ? Done : Failed;
-    }
     QSaveFile file(path);
     const QByteArray bytes = text->toUtf8();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
-        return say(Failed, QStringLiteral("%1: %2").arg(path, file.errorString()));
-    }
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        return say(Failed, u"%1: %2"_qs.arg(path, file.errorString()));
     return Done;
 }
 
 int RegistryTool::importText(RegistryStore& store, const QCommandLineParser& options) {
     const QString path = options.positionalArguments().value(1);
-    const QString shown = path.isEmpty() ? QStringLiteral("standard input") : path;
+    const QString shown = path.isEmpty() ? u"standard input"_qs : path;
     QFile file(path);
-    if (path.isEmpty() ? !file.open(stdin, QIODevice::ReadOnly) : !file.open(QIODevice::ReadOnly)) {
-        return say(Failed, QStringLiteral("%1: %2").arg(shown, file.errorString()));
-    }
+    if (path.isEmpty() ? !file.open(stdin, QIODevice::ReadOnly) : !file.open(QIODevice::ReadOnly))
+        return say(Failed, u"%1: %2"_qs.arg(shown, file.errorString()));
     const RegistryText::Parsed parsed = RegistryText::parse(QString::fromUtf8(file.readAll()));
-    if (parsed.line > 0) {
-        return say(Malformed, QStringLiteral("%1:%2: %3").arg(shown).arg(parsed.line).arg(parsed.problem));
-    }
+    if (parsed.line > 0)
+        return say(Malformed, u"%1:%2: %3"_qs.arg(shown).arg(parsed.line).arg(parsed.problem));
     m_keyText = shown;
     return sayResult(RegistryText::import(store, parsed.entries));
 }
 
 int RegistryTool::say(ExitCode code, const QString& text) const {
-    const QString hint = code == Misused ? QStringLiteral("Try quillmark-reg --help.\n") : QString();
-    const QByteArray bytes = QStringLiteral("quillmark-reg: %1\n%2").arg(text, hint).toUtf8();
+    const QString hint = code == Misused ? u"Try quillmark-reg --help.\n"_qs : QString();
+    const QByteArray bytes = u"quillmark-reg: %1\n%2"_qs.arg(text, hint).toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
     return code;
 }
@@ -267,13 +246,11 @@ int RegistryTool::sayResult(int registryCode) const {
         {RegistryCode::DiskFull, Failed, "the disk is full"},
         {RegistryCode::BadStore, Failed, "the store is damaged and cannot be set aside"},
     };
-    if (registryCode == RegistryCode::Ok) {
+    if (registryCode == RegistryCode::Ok)
         return Done;
-    }
     for (const auto& message : Messages) {
-        if (message.code == registryCode) {
-            return say(message.exit, m_keyText + QStringLiteral(": ") + QLatin1String(message.text));
-        }
+        if (message.code == registryCode)
+            return say(message.exit, m_keyText + u": "_qs + QLatin1String(message.text));
     }
-    return say(Failed, QStringLiteral("%1: error %2").arg(m_keyText).arg(registryCode));
+    return say(Failed, u"%1: error %2"_qs.arg(m_keyText).arg(registryCode));
 }

@@ -16,7 +16,7 @@ struct Bookmarks : testing::Test {
     void lines(int count) {
         QString text;
         for (int line = 0; line < count; ++line)
-            text += QStringLiteral("line %1\n").arg(line);
+            text += u"line %1\n"_qs.arg(line);
         control.setText(text);
     }
     void mark(std::initializer_list<qint64> marked) {
@@ -114,7 +114,7 @@ TEST_F(Bookmarks, StayWithTheirLines) {
     lines(5);
     mark({3});
     control.setSelection(0, 0);
-    control.type(QStringLiteral("\n"));
+    control.type(u"\n"_qs);
     EXPECT_EQ(marked(), Lines{4});
     control.Undo();
     EXPECT_EQ(marked(), Lines{3});
@@ -142,7 +142,7 @@ TEST_F(Bookmarks, OfAMillionLinesAreGoneThrough) {
 
 TEST_F(Bookmarks, OfALineInPiecesAreOne) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("text")));
+    QFile file(folder.filePath(u"text"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("first\n" + QByteArray(100'000, 'x') + "\nthird\n");
     file.close();
@@ -166,7 +166,7 @@ TEST_F(Bookmarks, OfALineInPiecesAreOne) {
 
 TEST_F(Bookmarks, OfJoinedLinesBecomeOne) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("text")));
+    QFile file(folder.filePath(u"text"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(100'000, 'x') + "\nsecond\n");
     file.close();

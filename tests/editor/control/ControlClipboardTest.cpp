@@ -19,14 +19,15 @@ struct Ranged : testing::Test {
     Ranged() {
         control.resize(600, 400);
         control.show();
-        QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
+        QGuiApplication::clipboard()->setText(u"kept"_qs);
     }
     /// Anchor and caret of each.
     void select(const Ranges& ranges) {
         control.setSelection(ranges.front().first, ranges.front().second);
-        for (auto range = ranges.begin() + 1; range != ranges.end(); ++range)
+        for (auto range = ranges.begin() + 1; range != ranges.end(); ++range) {
             control.SendScintilla(TextControl::SCI_ADDSELECTION, static_cast<unsigned long>(range->second),
                                   static_cast<long>(range->first));
+        }
     }
     /// By keys, from the start of the text.
     void selectRectangle(int columns, int lines) {
@@ -50,73 +51,73 @@ using TextControlRectangle = Ranged;
 }  // namespace
 
 TEST_F(TextControlSeveralRanges, AreCopiedOneALineInTheOrderOfTheText) {
-    control.setText(QStringLiteral("one two three"));
+    control.setText(u"one two three"_qs);
     select({{8, 13}, {0, 3}});
     control.Copy();
-    EXPECT_EQ(held(), QStringLiteral("one\nthree"));
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+    EXPECT_EQ(held(), u"one\nthree"_qs);
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
 }
 
 TEST_F(TextControlSeveralRanges, AreCopiedWhenTheNewestIsACaretAlone) {
-    control.setText(QStringLiteral("one two"));
+    control.setText(u"one two"_qs);
     select({{0, 3}, {5, 5}});
     ASSERT_EQ(control.AnchorPosition(), control.CaretPosition());
     QTest::keyClick(&control, Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(held(), QStringLiteral("one"));
+    EXPECT_EQ(held(), u"one"_qs);
 }
 
 TEST_F(TextControlSeveralRanges, AreCutWithNothingLost) {
-    control.setText(QStringLiteral("one two three"));
+    control.setText(u"one two three"_qs);
     select({{0, 4}, {8, 10}, {6, 6}});
     control.Cut();
-    EXPECT_EQ(control.Text(), QStringLiteral("two ree"));
-    EXPECT_EQ(held(), QStringLiteral("one \nth"));
+    EXPECT_EQ(control.Text(), u"two ree"_qs);
+    EXPECT_EQ(held(), u"one \nth"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
 }
 
 TEST_F(TextControlSeveralRanges, OfNothingLeaveTheClipboardAlone) {
-    control.setText(QStringLiteral("one two"));
+    control.setText(u"one two"_qs);
     select({{1, 1}, {5, 5}});
     control.Copy();
     control.Cut();
-    EXPECT_EQ(held(), QStringLiteral("kept"));
-    EXPECT_EQ(control.Text(), QStringLiteral("one two"));
+    EXPECT_EQ(held(), u"kept"_qs);
+    EXPECT_EQ(control.Text(), u"one two"_qs);
 }
 
 TEST_F(TextControlRectangle, IsCopiedAndPastedAsARectangle) {
-    control.setText(QStringLiteral("ab1\ncd2\nef3"));
+    control.setText(u"ab1\ncd2\nef3"_qs);
     selectRectangle(2, 2);
     control.Copy();
-    EXPECT_EQ(held(), QStringLiteral("ab\ncd\nef\n"));
+    EXPECT_EQ(held(), u"ab\ncd\nef\n"_qs);
     control.setSelection(2, 2);
     control.Paste();
-    EXPECT_EQ(control.Text(), QStringLiteral("abab1\ncdcd2\nefef3"));
+    EXPECT_EQ(control.Text(), u"abab1\ncdcd2\nefef3"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("ab1\ncd2\nef3"));
+    EXPECT_EQ(control.Text(), u"ab1\ncd2\nef3"_qs);
 }
 
 TEST_F(TextControlRectangle, IsPastedOverAnotherFromItsTopOn) {
-    control.setText(QStringLiteral("ab1\ncd2\nef3"));
+    control.setText(u"ab1\ncd2\nef3"_qs);
     selectRectangle(2, 1);
     control.Copy();
-    control.setText(QStringLiteral("123456\n123456\n123456"));
+    control.setText(u"123456\n123456\n123456"_qs);
     control.setSelection(2, 2);
     for (const int command : {TextControl::SCI_LINEDOWNRECTEXTEND, TextControl::SCI_CHARRIGHTRECTEXTEND,
                               TextControl::SCI_CHARRIGHTRECTEXTEND})
         control.ExecuteCmd(command);
     control.Paste();
-    EXPECT_EQ(control.Text(), QStringLiteral("12ab56\n12cd56\n123456"));
+    EXPECT_EQ(control.Text(), u"12ab56\n12cd56\n123456"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("123456\n123456\n123456"));
+    EXPECT_EQ(control.Text(), u"123456\n123456\n123456"_qs);
 }
 
 TEST_F(TextControlRectangle, IsCut) {
-    control.setText(QStringLiteral("ab1\ncd2"));
+    control.setText(u"ab1\ncd2"_qs);
     selectRectangle(2, 1);
     control.Cut();
-    EXPECT_EQ(control.Text(), QStringLiteral("1\n2"));
-    EXPECT_EQ(held(), QStringLiteral("ab\ncd\n"));
+    EXPECT_EQ(control.Text(), u"1\n2"_qs);
+    EXPECT_EQ(held(), u"ab\ncd\n"_qs);
 }
 
 TEST(TextControlPrimarySelection, HasNoMoreThanAMegabyte) {
@@ -126,7 +127,7 @@ TEST(TextControlPrimarySelection, HasNoMoreThanAMegabyte) {
     control.SelectAll();
     std::unique_ptr<QMimeData> offered(control.toMimeData(most.toUtf8(), false));
     EXPECT_EQ(offered->text().size(), most.size());
-    control.AddText(QStringLiteral("b"));
+    control.AddText(u"b"_qs);
     control.SelectAll();
     offered.reset(control.toMimeData((most + u'b').toUtf8(), false));
     EXPECT_FALSE(offered->hasText());

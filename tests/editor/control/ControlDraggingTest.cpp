@@ -33,7 +33,7 @@ struct Dragging : testing::Test {
     Dragging() {
         control.resize(600, 400);
         control.show();
-        control.setText(QStringLiteral("one two three"));
+        control.setText(u"one two three"_qs);
     }
     QPoint placeOf(long byte) const {
         return {static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, byte)),
@@ -74,77 +74,77 @@ using TextControlDroppedFiles = Dragging;
 }  // namespace
 
 TEST_F(TextControlDroppedText, LeavesNoMarkOfTheDrag) {
-    mime.setText(QStringLiteral("x"));
+    mime.setText(u"x"_qs);
     control.setSelection(13, 13);
     const QImage before = control.grab().toImage();
     EXPECT_TRUE(hover(placeOf(4)));
     EXPECT_NE(control.grab().toImage(), before);
     EXPECT_EQ(drop(placeOf(4)), Qt::CopyAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one xtwo three"));
-    control.setText(QStringLiteral("one two three"));
+    EXPECT_EQ(control.Text(), u"one xtwo three"_qs);
+    control.setText(u"one two three"_qs);
     control.setSelection(13, 13);
     EXPECT_EQ(control.grab().toImage(), before);
 }
 
 TEST_F(TextControlDroppedText, IsMovedFromElsewhereUnlessCtrlIsHeld) {
-    mime.setText(QStringLiteral("x"));
+    mime.setText(u"x"_qs);
     EXPECT_EQ(drop(placeOf(0), Qt::MoveAction), Qt::MoveAction);
     EXPECT_EQ(drop(placeOf(0), Qt::CopyAction), Qt::CopyAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("xxone two three"));
-    EXPECT_EQ(control.SelText(), QStringLiteral("x"));
+    EXPECT_EQ(control.Text(), u"xxone two three"_qs);
+    EXPECT_EQ(control.SelText(), u"x"_qs);
 }
 
 TEST_F(TextControlDroppedText, IsNotTakenByALockedText) {
-    mime.setText(QStringLiteral("x"));
+    mime.setText(u"x"_qs);
     control.setLocked(true);
     EXPECT_FALSE(hover(placeOf(0)));
     EXPECT_EQ(drop(placeOf(0), Qt::MoveAction), Qt::IgnoreAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
 }
 
 TEST_F(TextControlDroppedText, MovesWithinTheText) {
     control.setSelection(0, 4);
     dragSelection(2, 13, Qt::MoveAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("two threeone "));
-    EXPECT_EQ(control.SelText(), QStringLiteral("one "));
+    EXPECT_EQ(control.Text(), u"two threeone "_qs);
+    EXPECT_EQ(control.SelText(), u"one "_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
     control.setSelection(8, 13);
     dragSelection(9, 0, Qt::MoveAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("threeone two "));
+    EXPECT_EQ(control.Text(), u"threeone two "_qs);
 }
 
 TEST_F(TextControlDroppedText, IsCopiedWithinTheTextWithCtrl) {
     control.setSelection(4, 0);
     dragSelection(2, 13, Qt::CopyAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two threeone "));
+    EXPECT_EQ(control.Text(), u"one two threeone "_qs);
 }
 
 TEST_F(TextControlDroppedText, StaysWhereItIsDroppedOnItself) {
     control.setSelection(0, 7);
     dragSelection(2, 5, Qt::MoveAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
-    EXPECT_EQ(control.SelText(), QStringLiteral("one two"));
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
+    EXPECT_EQ(control.SelText(), u"one two"_qs);
 }
 
 TEST_F(TextControlDroppedText, AfterADragOutOfTheSelectionTakesNothingAway) {
     control.setSelection(0, 4);
     dragSelection(2, 2, Qt::MoveAction);
-    mime.setText(QStringLiteral("x"));
+    mime.setText(u"x"_qs);
     control.setSelection(0, 4);
     drop(placeOf(13), Qt::MoveAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two threex"));
+    EXPECT_EQ(control.Text(), u"one two threex"_qs);
 }
 
 TEST_F(TextControlDroppedText, SwitchingDraggingOffEndsADragAboveTheText) {
-    mime.setText(QStringLiteral("x"));
+    mime.setText(u"x"_qs);
     const QImage before = control.grab().toImage();
     EXPECT_TRUE(hover(placeOf(4)));
     control.setDragDrop(false);
     EXPECT_EQ(control.grab().toImage(), before);
     EXPECT_FALSE(hover(placeOf(4)));
     EXPECT_EQ(drop(placeOf(4)), Qt::IgnoreAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two three"));
+    EXPECT_EQ(control.Text(), u"one two three"_qs);
 }
 
 TEST_F(TextControlDroppedText, SwitchedOffDraggingIsNotBegunByAPressFromBefore) {
@@ -162,17 +162,17 @@ TEST_F(TextControlDroppedText, SwitchedOffDraggingIsNotBegunByAPressFromBefore) 
 
 TEST_F(TextControlDroppedText, IsALinkWhereNoFileIsBrought) {
     QSignalSpy files(&control, &TextControl::DropFile);
-    mime.setUrls({QUrl(QStringLiteral("https://example.org/x"))});
+    mime.setUrls({QUrl(u"https://example.org/x"_qs)});
     EXPECT_TRUE(hover(placeOf(0)));
     EXPECT_EQ(drop(placeOf(0)), Qt::CopyAction);
-    EXPECT_EQ(control.Text(), QStringLiteral("https://example.org/xone two three"));
+    EXPECT_EQ(control.Text(), u"https://example.org/xone two three"_qs);
     control.setDragDrop(false);
     EXPECT_FALSE(hover(placeOf(0)));
     EXPECT_EQ(files.count(), 0);
 }
 
 TEST_F(TextControlDroppedFiles, EndWithTheControl) {
-    mime.setUrls({QUrl::fromLocalFile(QStringLiteral("/a")), QUrl::fromLocalFile(QStringLiteral("/b"))});
+    mime.setUrls({QUrl::fromLocalFile(u"/a"_qs), QUrl::fromLocalFile(u"/b"_qs)});
     int told = 0;
     QObject::connect(&control, &TextControl::DropFile, [&] {
         ++told;

@@ -45,7 +45,7 @@ struct Control : testing::Test {
     Control() {
         control.resize(600, 400);
         control.show();
-        QGuiApplication::clipboard()->setText(QStringLiteral("clipboard"));
+        QGuiApplication::clipboard()->setText(u"clipboard"_qs);
     }
     /// The text with "|" where the caret is to be and "[" where the selection begins.
     void put(const char* marked) {
@@ -127,12 +127,12 @@ TEST_F(TextControlCase, ChangesTheSelectionAndKeepsIt) {
 }
 
 TEST_F(TextControlCase, ChangesEachOfSeveralSelections) {
-    control.setText(QStringLiteral("aß bß cß"));
+    control.setText(u"aß bß cß"_qs);
     control.SendScintilla(TextControl::SCI_SETMULTIPLESELECTION, 1UL);
     control.SendScintilla(TextControl::SCI_SETSELECTION, 3UL, 0L);
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 8UL, 11L);
     control.ExecuteCmd(SelectionUpper);
-    EXPECT_EQ(control.Text(), QStringLiteral("ASS bß CSS"));
+    EXPECT_EQ(control.Text(), u"ASS bß CSS"_qs);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETSELECTIONS), 2);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETSELECTIONNCARET, 0UL), 3);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETSELECTIONNCARET, 1UL), 8);
@@ -188,14 +188,14 @@ TEST_F(TextControlLines, DeletesEveryLineThatTheSelectionTouches) {
 
 TEST_F(TextControlLines, CutsTheLineToTheClipboard) {
     EXPECT_EQ(after(CutLine, "one\ntw|o\nthree"), "one\n|three");
-    EXPECT_EQ(clipboard(), QStringLiteral("two\n"));
+    EXPECT_EQ(clipboard(), u"two\n"_qs);
     EXPECT_EQ(after(CutLine, "one\nt[wo\nth|ree"), "one\n|");
-    EXPECT_EQ(clipboard(), QStringLiteral("two\nthree"));
+    EXPECT_EQ(clipboard(), u"two\nthree"_qs);
 }
 
 TEST_F(TextControlLines, CuttingAnEmptyLastLineLeavesTheClipboard) {
     EXPECT_EQ(after(CutLine, "one\n|"), "one\n|");
-    EXPECT_EQ(clipboard(), QStringLiteral("clipboard"));
+    EXPECT_EQ(clipboard(), u"clipboard"_qs);
 }
 
 TEST_F(TextControlSelecting, TakesTheLineWithItsLineEnd) {
@@ -259,7 +259,7 @@ TEST_F(TextControlIndenting, TabAndBacktabMoveSeveralLines) {
     EXPECT_EQ(shown(), "o[ne\nt|wo");
     control.Undo();
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("one\ntwo"));
+    EXPECT_EQ(control.Text(), u"one\ntwo"_qs);
     EXPECT_FALSE(control.CanUndo());
 }
 
@@ -288,7 +288,7 @@ TEST_F(TextControlRepeating, RepeatsTheNextCommandOnceAndAsOneStep) {
     EXPECT_EQ(shown(), "|d");
     EXPECT_EQ(control.repeatCount(), 1);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("a\nb\nc\nd"));
+    EXPECT_EQ(control.Text(), u"a\nb\nc\nd"_qs);
 }
 
 TEST_F(TextControlRepeating, RepeatsATypedKey) {
@@ -312,7 +312,7 @@ TEST_F(TextControlRepeating, RepeatsAKeyOfTheControl) {
     key(Qt::Key_Backspace);
     EXPECT_EQ(shown(), "a|ef");
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abcdef"));
+    EXPECT_EQ(control.Text(), u"abcdef"_qs);
 }
 
 TEST_F(TextControlRepeating, TakesBackAndBringsBackSeveralSteps) {
@@ -321,16 +321,16 @@ TEST_F(TextControlRepeating, TakesBackAndBringsBackSeveralSteps) {
         key(each);
     control.setRepeatCount(3);
     key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(control.Text(), QStringLiteral("a"));
+    EXPECT_EQ(control.Text(), u"a"_qs);
     control.setRepeatCount(3);
     key(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(control.Text(), QStringLiteral("a\nb\n"));
+    EXPECT_EQ(control.Text(), u"a\nb\n"_qs);
 }
 
 TEST_F(TextControlRepeating, RepeatsWhatAnInputMethodCommits) {
     put("|");
     control.setRepeatCount(3);
-    QInputMethodEvent composing(QStringLiteral("k"), {});
+    QInputMethodEvent composing(u"k"_qs, {});
     QCoreApplication::sendEvent(&control, &composing);
     QInputMethodEvent committed;
     committed.setCommitString(QString::fromUtf8("か"));
@@ -343,7 +343,7 @@ TEST_F(TextControlRepeating, RepeatsWhatAnInputMethodCommits) {
 TEST_F(TextControlRepeating, LeavesTheCountToWhatActs) {
     put("|");
     control.setRepeatCount(2);
-    control.ExecuteCmd(179, QStringLiteral("text"));
+    control.ExecuteCmd(179, u"text"_qs);
     control.ExecuteCmd(236);
     EXPECT_EQ(control.repeatCount(), 2);
 }
@@ -366,13 +366,13 @@ TEST_F(TextControlRepeating, TheCountHasBounds) {
 TEST_F(TextControlAsking, ForALineMovesThere) {
     put("one\ntwo\nthree|");
     control.ExecuteCmd(AskLine);
-    auto* prompt = control.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    auto* prompt = control.findChild<QInputDialog*>(u"GotoLine"_qs);
     ASSERT_NE(prompt, nullptr);
     EXPECT_TRUE(prompt->isVisible());
     EXPECT_EQ(prompt->intValue(), 3);
     auto* box = prompt->findChild<QSpinBox*>();
     ASSERT_NE(box, nullptr);
-    QTest::keyClicks(box, QStringLiteral("9x2"));
+    QTest::keyClicks(box, u"9x2"_qs);
     EXPECT_EQ(box->value(), 2);
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(shown(), "one\n|two\nthree");
@@ -382,7 +382,7 @@ TEST_F(TextControlAsking, ForALineMovesThere) {
 TEST_F(TextControlAsking, ForALineCanBeLeft) {
     put("one\ntwo|");
     control.ExecuteCmd(AskLine);
-    auto* prompt = control.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    auto* prompt = control.findChild<QInputDialog*>(u"GotoLine"_qs);
     ASSERT_NE(prompt, nullptr);
     QTest::keyClick(prompt, Qt::Key_Escape);
     EXPECT_EQ(shown(), "one\ntwo|");
@@ -391,9 +391,9 @@ TEST_F(TextControlAsking, ForALineCanBeLeft) {
 TEST_F(TextControlAsking, TwiceShowsOnePrompt) {
     put("one\ntwo|");
     control.ExecuteCmd(AskLine);
-    control.setText(QStringLiteral("1\n2\n3\n4"));
+    control.setText(u"1\n2\n3\n4"_qs);
     control.ExecuteCmd(AskLine);
-    const auto prompts = control.findChildren<QInputDialog*>(QStringLiteral("GotoLine"));
+    const auto prompts = control.findChildren<QInputDialog*>(u"GotoLine"_qs);
     ASSERT_EQ(prompts.size(), 1);
     EXPECT_EQ(prompts.front()->intMaximum(), 4);
 }
@@ -401,11 +401,11 @@ TEST_F(TextControlAsking, TwiceShowsOnePrompt) {
 TEST_F(TextControlAsking, ForARepeatCountSetsIt) {
     put("|");
     control.ExecuteCmd(AskRepeat);
-    auto* prompt = control.findChild<QInputDialog*>(QStringLiteral("RepeatCount"));
+    auto* prompt = control.findChild<QInputDialog*>(u"RepeatCount"_qs);
     ASSERT_NE(prompt, nullptr);
     auto* box = prompt->findChild<QSpinBox*>();
     ASSERT_NE(box, nullptr);
-    QTest::keyClicks(box, QStringLiteral("3"));
+    QTest::keyClicks(box, u"3"_qs);
     QTest::keyClick(box, Qt::Key_Return);
     EXPECT_EQ(control.repeatCount(), 3);
     key(Qt::Key_X);
@@ -428,7 +428,7 @@ TEST_F(TextControlEveryCommand, ThatEditsKeepsStillWhileLocked) {
         EXPECT_EQ(shown(), "  b c[\n\ta|") << number;
     }
     EXPECT_EQ(changes.count(), 0);
-    EXPECT_EQ(clipboard(), QStringLiteral("clipboard"));
+    EXPECT_EQ(clipboard(), u"clipboard"_qs);
 }
 
 TEST_F(TextControlEveryCommand, ThatLooksWorksWhileLocked) {
@@ -458,7 +458,7 @@ TEST_F(TextControlEveryCommand, IsOneUndoStep) {
         if (!control.CanUndo())
             continue;
         control.Undo();
-        EXPECT_EQ(control.Text(), QStringLiteral("\twordb\n\ta\nc")) << number;
+        EXPECT_EQ(control.Text(), u"\twordb\n\ta\nc"_qs) << number;
         EXPECT_FALSE(control.CanUndo()) << number;
     }
 }
@@ -473,7 +473,7 @@ TEST_F(TextControlEveryCommand, TellsOfItsChangeOnce) {
 /// Each command does to a line that is held in pieces what it does to a short one.
 TEST_F(TextControlEveryCommand, IsTheSameOnALineHeldInPieces) {
     const QString line = longLine(150'000);
-    const QString text = QStringLiteral("first\n") + line + QStringLiteral("\nlast");
+    const QString text = u"first\n"_qs + line + u"\nlast"_qs;
     const qint64 begin = 6;
     const qint64 end = begin + line.size();
     const qint64 middle = begin + 75'000;
@@ -486,15 +486,15 @@ TEST_F(TextControlEveryCommand, IsTheSameOnALineHeldInPieces) {
     const Row rows[] = {
         {DeleteToStart, middle, middle, text.first(begin) + text.sliced(middle)},
         {DeleteToEnd, middle, middle, text.first(middle) + text.sliced(end)},
-        {DeleteLine, middle, middle, QStringLiteral("first\nlast")},
-        {CutLine, middle, middle, QStringLiteral("first\nlast")},
-        {Indent, middle, middle, QStringLiteral("first\n\t") + text.sliced(begin)},
-        {Indent, 2, end - 1, QStringLiteral("\tfirst\n\t") + text.sliced(begin)},
+        {DeleteLine, middle, middle, u"first\nlast"_qs},
+        {CutLine, middle, middle, u"first\nlast"_qs},
+        {Indent, middle, middle, u"first\n\t"_qs + text.sliced(begin)},
+        {Indent, 2, end - 1, u"\tfirst\n\t"_qs + text.sliced(begin)},
         {SelectionUpper, begin, end, text.first(begin) + line.toUpper() + text.sliced(end)},
         {SelectionUpper, begin + 3, end - 3,
          text.first(begin + 3) + text.sliced(begin + 3, line.size() - 6).toUpper() + text.sliced(end - 3)},
-        {SortUp, 0, text.size(), line + QStringLiteral("\nfirst\nlast")},
-        {SortDown, 0, text.size(), QStringLiteral("last\nfirst\n") + line},
+        {SortUp, 0, text.size(), line + u"\nfirst\nlast"_qs},
+        {SortDown, 0, text.size(), u"last\nfirst\n"_qs + line},
     };
     for (const Row& row : rows) {
         control.setText(text);
@@ -511,7 +511,7 @@ TEST_F(TextControlEveryCommand, IsTheSameOnALineHeldInPieces) {
 
 TEST_F(TextControlSelecting, SeesNoJoint) {
     const QString line = QString(100'000, u'w');
-    control.setText(QStringLiteral("a ") + line + QStringLiteral(" b\n\nc"));
+    control.setText(u"a "_qs + line + u" b\n\nc"_qs);
     ASSERT_FALSE(control.map().joints().empty());
     control.setSelection(50'000, 50'000);
     control.ExecuteCmd(SelectWord);
@@ -527,16 +527,16 @@ TEST_F(TextControlSelecting, SeesNoJoint) {
     EXPECT_EQ(control.SelEnd(), 100'005);
     control.setSelection(50'000, 50'000);
     control.ExecuteCmd(WordUpper);
-    EXPECT_TRUE(control.Text() == QStringLiteral("a ") + line.toUpper() + QStringLiteral(" b\n\nc"));
+    EXPECT_TRUE(control.Text() == u"a "_qs + line.toUpper() + u" b\n\nc"_qs);
     EXPECT_EQ(control.SelStart(), 50'000);
 }
 
 TEST_F(TextControlIndenting, TabMovesALineHeldInPiecesAsOne) {
-    const QString text = QStringLiteral("a\n") + longLine(100'000) + QStringLiteral("\nb");
+    const QString text = u"a\n"_qs + longLine(100'000) + u"\nb"_qs;
     control.setText(text);
     control.SelectAll();
     key(Qt::Key_Tab);
-    EXPECT_TRUE(control.Text() == QStringLiteral("\ta\n\t") + text.sliced(2, 100'001) + QStringLiteral("\tb"));
+    EXPECT_TRUE(control.Text() == u"\ta\n\t"_qs + text.sliced(2, 100'001) + u"\tb"_qs);
     key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_TRUE(control.Text() == text);
 }
@@ -567,19 +567,19 @@ TEST_F(TextControlEveryCommand, ThatReplacesLinesKeepsTheirBookmarks) {
             return lines;
         };
         control.ExecuteCmd(number);
-        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        EXPECT_EQ(marked(), u"-xx-"_qs) << number;
         control.Undo();
-        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        EXPECT_EQ(marked(), u"-xx-"_qs) << number;
         control.Redo();
-        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        EXPECT_EQ(marked(), u"-xx-"_qs) << number;
         control.SelectAll();
-        control.setSelText(QStringLiteral("1\n2\n3\n4"));
-        EXPECT_EQ(marked(), QStringLiteral("-xx-")) << number;
+        control.setSelText(u"1\n2\n3\n4"_qs);
+        EXPECT_EQ(marked(), u"-xx-"_qs) << number;
     }
 }
 
 TEST_F(TextControlEveryCommand, TakesALineOfManyMegabytes) {
-    const QString line = QStringLiteral("wort_").repeated(800'000);
+    const QString line = u"wort_"_qs.repeated(800'000);
     for (const int number : Edits) {
         control.setText(line);
         control.setSelection(2'000'000, number == SortUp || number == SortDown ? 2'000'500 : 2'000'000);
@@ -600,7 +600,7 @@ TEST_F(TextControlEveryCommand, TakesALineOfManyMegabytes) {
 }
 
 TEST_F(TextControlEveryCommand, TakesALoneSurrogate) {
-    const QString alone = QStringLiteral("a") + QChar(0xD83D) + QStringLiteral("b");
+    const QString alone = u"a"_qs + QChar(0xD83D) + u"b"_qs;
     const QString held = QString::fromUtf8("a\uFFFDb");
     for (const int number : Edits) {
         control.setText(alone);
@@ -615,14 +615,14 @@ TEST_F(TextControlEveryCommand, TakesALoneSurrogate) {
 
 TEST_F(TextControlEveryCommand, OfLinesTakesARectangleForTheLinesItCrosses) {
     for (const int number : {SortUp, Indent, DeleteLine}) {
-        control.setText(QStringLiteral("bb\naa\ncc"));
+        control.setText(u"bb\naa\ncc"_qs);
         control.setSelection(1, 1);
         key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
         ASSERT_NE(control.SendScintilla(TextControl::SCI_SELECTIONISRECTANGLE), 0);
         control.ExecuteCmd(number);
-        const QString expected = number == SortUp   ? QStringLiteral("aa\nbb\ncc")
-                                 : number == Indent ? QStringLiteral("\tbb\n\taa\ncc")
-                                                    : QStringLiteral("cc");
+        const QString expected = number == SortUp   ? u"aa\nbb\ncc"_qs
+                                 : number == Indent ? u"\tbb\n\taa\ncc"_qs
+                                                    : u"cc"_qs;
         EXPECT_EQ(control.Text(), expected) << number;
     }
 }

@@ -85,7 +85,7 @@ TEST_F(TextControlOptions, AreWhatTheyWereSetTo) {
 
 TEST_F(TextControlOptions, OutlastALoad) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a")));
+    QFile file(folder.filePath(u"a"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("a\n");
     file.close();
@@ -106,12 +106,12 @@ TEST_F(TextControlOptions, TheLeftMarginCanBeHidden) {
 }
 
 TEST_F(TextControlOptions, LinesAreNumberedFromWhereTheyStart) {
-    put(QStringLiteral("a\nb\nc"), 0);
+    put(u"a\nb\nc"_qs, 0);
     control.setLineNumbering(true);
     control.setLineNumberStart(998);
     paint();
-    EXPECT_EQ(marginText(0), QStringLiteral("998"));
-    EXPECT_EQ(marginText(2), QStringLiteral("1000"));
+    EXPECT_EQ(marginText(0), u"998"_qs);
+    EXPECT_EQ(marginText(2), u"1000"_qs);
     const long wide = ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers);
     control.setLineNumberStart(1);
     paint();
@@ -195,53 +195,53 @@ TEST_F(TextControlOptions, CtrlAndTheWheelZoom) {
 }
 
 TEST_F(TextControlAutoIndent, ANewLineTakesTheBlanksOfTheOneAbove) {
-    put(QStringLiteral("\t  a"), 4);
+    put(u"\t  a"_qs, 4);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("\t  a\n\t  "));
+    EXPECT_EQ(control.Text(), u"\t  a\n\t  "_qs);
     EXPECT_EQ(control.SelStart(), 8);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("\t  a"));
+    EXPECT_EQ(control.Text(), u"\t  a"_qs);
     EXPECT_FALSE(control.CanUndo());
 }
 
 TEST_F(TextControlAutoIndent, TakesOnlyTheBlanksInFrontOfTheCaret) {
-    put(QStringLiteral("    a"), 2);
+    put(u"    a"_qs, 2);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("  \n    a"));
-    put(QStringLiteral("    a"), 0);
+    EXPECT_EQ(control.Text(), u"  \n    a"_qs);
+    put(u"    a"_qs, 0);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("\n    a"));
+    EXPECT_EQ(control.Text(), u"\n    a"_qs);
 }
 
 TEST_F(TextControlAutoIndent, GivesEachOfSeveralCaretsItsOwn) {
-    put(QStringLiteral("  one\n\ttwo\nthree"), 5);
+    put(u"  one\n\ttwo\nthree"_qs, 5);
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 10UL, 10L);
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 13UL, 13L);
     key(Qt::Key_Return);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("  one\n  -\n\ttwo\n\t-\nth\n-ree"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"  one\n  -\n\ttwo\n\t-\nth\n-ree"_qs);
     control.Undo();
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("  one\n\ttwo\nthree"));
+    EXPECT_EQ(control.Text(), u"  one\n\ttwo\nthree"_qs);
     EXPECT_FALSE(control.CanUndo());
 }
 
 TEST_F(TextControlAutoIndent, CanBeSwitchedOff) {
     control.setAutoIndent(false);
-    put(QStringLiteral("  a"), 3);
+    put(u"  a"_qs, 3);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("  a\n"));
+    EXPECT_EQ(control.Text(), u"  a\n"_qs);
 }
 
 TEST_F(TextControlAutoIndent, KeepsStillWhileLocked) {
-    put(QStringLiteral("  a"), 3);
+    put(u"  a"_qs, 3);
     control.setLocked(true);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("  a"));
+    EXPECT_EQ(control.Text(), u"  a"_qs);
 }
 
 TEST_F(TextControlBraces, AreShownOnEitherSideOfTheCaret) {
-    put(QStringLiteral("a (b) c"), 0);
+    put(u"a (b) c"_qs, 0);
     const auto changesThePicture = [this](qint64 caret) {
         control.setSelection(caret, caret);
         control.setBraceMatching(true);
@@ -249,17 +249,19 @@ TEST_F(TextControlBraces, AreShownOnEitherSideOfTheCaret) {
         control.setBraceMatching(false);
         return control.grab().toImage() != on;
     };
-    for (const qint64 caret : {2, 3, 4, 5})
+    for (const qint64 caret : {2, 3, 4, 5}) {
         EXPECT_TRUE(changesThePicture(caret)) << caret;
-    for (const qint64 caret : {0, 1, 6, 7})
+    }
+    for (const qint64 caret : {0, 1, 6, 7}) {
         EXPECT_FALSE(changesThePicture(caret)) << caret;
+    }
 }
 
 TEST_F(TextControlCarets, SeveralTakeWhatIsTyped) {
-    put(QStringLiteral("one\ntwo"), 0);
+    put(u"one\ntwo"_qs, 0);
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 4UL, 4L);
     key(Qt::Key_X);
-    EXPECT_EQ(control.Text(), QStringLiteral("xone\nxtwo"));
+    EXPECT_EQ(control.Text(), u"xone\nxtwo"_qs);
     control.type(QString(100, u'y'));
     EXPECT_EQ(control.Text().count(u'y'), 200);
     key(Qt::Key_Backspace);
@@ -269,16 +271,15 @@ TEST_F(TextControlCarets, SeveralTakeWhatIsTyped) {
 }
 
 TEST_F(TextControlCarets, ARectangleTakesWhatIsTyped) {
-    put(QStringLiteral("one\ntwo\nthree"), 0);
+    put(u"one\ntwo\nthree"_qs, 0);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("-one\n-two\n-three"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"-one\n-two\n-three"_qs);
 }
 
 TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
-    const QStringList before{QStringLiteral("alpha beta"), QStringLiteral("gamma del"), QStringLiteral("zeta eta x"),
-                             QString()};
+    const QStringList before{u"alpha beta"_qs, u"gamma del"_qs, u"zeta eta x"_qs, QString()};
     for (const int steps : {0, 1, 3}) {
         for (const bool typed : {false, true}) {
             for (const ControlCommands::Row& row : ControlCommands::all()) {
@@ -289,7 +290,7 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
                 for (int step = 0; step < steps; ++step)
                     key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
                 if (typed)
-                    control.type(QStringLiteral("-"));
+                    control.type(u"-"_qs);
                 // As a font of another size does, this has Scintilla look at its styles anew at the next edit.
                 control.SendScintilla(TextControl::SCI_STYLESETSIZE, 40UL, 10L + row.number % 2);
                 control.ExecuteCmd(row.number);
@@ -304,21 +305,21 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
 }
 
 TEST_F(TextControlCarets, WordsAreDeletedInEachLineOfARectangle) {
-    put(QStringLiteral("alpha beta\ngamma del\nzeta eta"), 6);
+    put(u"alpha beta\ngamma del\nzeta eta"_qs, 6);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
-    control.type(QStringLiteral("x"));
-    control.type(QStringLiteral("y "));
+    control.type(u"x"_qs);
+    control.type(u"y "_qs);
     key(Qt::Key_Backspace, Qt::ControlModifier);
-    EXPECT_EQ(control.Text(), QStringLiteral("alpha beta\ngamma del\nzeta eta"));
+    EXPECT_EQ(control.Text(), u"alpha beta\ngamma del\nzeta eta"_qs);
     EXPECT_EQ(control.CaretPosition(), 17);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("alpha -beta\ngamma -del\nzeta eta"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"alpha -beta\ngamma -del\nzeta eta"_qs);
     key(Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("alpha -\nbeta\ngamma -\ndel\nzeta eta"));
+    EXPECT_EQ(control.Text(), u"alpha -\nbeta\ngamma -\ndel\nzeta eta"_qs);
 }
 
 TEST_F(TextControlCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn) {
-    const QString lines = QStringLiteral("one two three\none two three\nx\none two three");
+    const QString lines = u"one two three\none two three\nx\none two three"_qs;
     put(lines, 0);
     control.setSelection(8, 8);
     key(Qt::Key_Down);
@@ -328,12 +329,12 @@ TEST_F(TextControlCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn)
     key(Qt::Key_Down);
     EXPECT_EQ(control.CaretPosition(), 38) << "through the short line";
     put(lines, 0);
-    QGuiApplication::clipboard()->setText(QStringLiteral("pasted "));
+    QGuiApplication::clipboard()->setText(u"pasted "_qs);
     control.Paste();
     key(Qt::Key_Down);
     EXPECT_EQ(control.EndColNo(), 7);
     put(lines, 0);
-    control.setSearchText(QStringLiteral("two"));
+    control.setSearchText(u"two"_qs);
     control.findNext();
     key(Qt::Key_Down);
     EXPECT_EQ(control.EndColNo(), 7);
@@ -343,7 +344,7 @@ TEST_F(TextControlCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn)
 }
 
 TEST_F(TextControlCarets, AltAndTheMouseSelectARectangle) {
-    put(QStringLiteral("aaaa\nbbbb\ncccc"), 0);
+    put(u"aaaa\nbbbb\ncccc"_qs, 0);
     const auto place = [this](qint64 byte) {
         return QPoint(static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, byte)),
                       static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, byte)) + 3);
@@ -357,25 +358,25 @@ TEST_F(TextControlCarets, AltAndTheMouseSelectARectangle) {
     QTest::mouseRelease(control.viewport(), Qt::LeftButton, Qt::AltModifier, to);
     EXPECT_NE(ask(TextControl::SCI_SELECTIONISRECTANGLE), 0);
     EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 3);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("a-a\nb-b\nc-c"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"a-a\nb-b\nc-c"_qs);
 }
 
 TEST_F(TextControlCarets, CtrlAndAClickAddACaret) {
-    put(QStringLiteral("aaaa\nbbbb"), 0);
+    put(u"aaaa\nbbbb"_qs, 0);
     const QPoint at(static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, 7L)),
                     static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, 7L)) + 3);
     QTest::mouseClick(control.viewport(), Qt::LeftButton, Qt::ControlModifier, at);
     EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 2);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("-aaaa\nbb-bb"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"-aaaa\nbb-bb"_qs);
 }
 
 TEST_F(TextControlDragging, OffRefusesTextAndTakesFiles) {
     QMimeData text;
-    text.setText(QStringLiteral("text"));
+    text.setText(u"text"_qs);
     QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(QStringLiteral("/a"))});
+    files.setUrls({QUrl::fromLocalFile(u"/a"_qs)});
     const auto enters = [this](const QMimeData& data) {
         QDragEnterEvent event(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         event.ignore();
@@ -386,14 +387,14 @@ TEST_F(TextControlDragging, OffRefusesTextAndTakesFiles) {
     control.setDragDrop(false);
     EXPECT_FALSE(enters(text));
     EXPECT_TRUE(enters(files));
-    put(QStringLiteral("a"), 0);
+    put(u"a"_qs, 0);
     QDropEvent drop(QPointF(50, 5), Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &drop);
-    EXPECT_EQ(control.Text(), QStringLiteral("a"));
+    EXPECT_EQ(control.Text(), u"a"_qs);
 }
 
 TEST_F(TextControlDragging, OffAPressIntoTheSelectionEndsIt) {
-    put(QStringLiteral("word"), 0);
+    put(u"word"_qs, 0);
     control.setDragDrop(false);
     control.SelectAll();
     const auto x = static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, 2L));
@@ -402,7 +403,7 @@ TEST_F(TextControlDragging, OffAPressIntoTheSelectionEndsIt) {
 }
 
 TEST_F(TextControlRichText, HoldsTheTextOrTheSelection) {
-    put(QStringLiteral("a{b}\nc"), 0);
+    put(u"a{b}\nc"_qs, 0);
     EXPECT_TRUE(control.TextRTF().startsWith("{\\rtf1"));
     EXPECT_TRUE(control.TextRTF().contains(" a\\{b\\}\\par\nc}"));
     EXPECT_FALSE(control.SelRTF().contains("\\{b"));

@@ -16,7 +16,7 @@ struct Mouse : testing::Test {
     Mouse() {
         control.resize(600, 400);
         control.show();
-        control.setText(QStringLiteral("aaaa bbbb\ncccc dddd\neeee"));
+        control.setText(u"aaaa bbbb\ncccc dddd\neeee"_qs);
     }
     long ask(unsigned message, unsigned long first = 0, long second = 0) const {
         return control.SendScintilla(message, first, second);
@@ -58,21 +58,21 @@ TEST_F(TextControlPresses, AreToldOfADoubleClicksSecondToo) {
         EXPECT_EQ(presses[1][0].value<Qt::MouseButton>(), button);
         EXPECT_EQ(presses[1][1].toInt(), placeOf(2).x());
     }
-    EXPECT_EQ(control.SelText(), QStringLiteral("aaaa"));
+    EXPECT_EQ(control.SelText(), u"aaaa"_qs);
 }
 
 TEST_F(TextControlAddedRanges, AreDrawnWithCtrl) {
     control.setSelection(0, 2);
     drag(placeOf(10), placeOf(13), Qt::ControlModifier);
     EXPECT_EQ(ranges(), 2);
-    EXPECT_EQ(control.SelText(), QStringLiteral("ccc"));
+    EXPECT_EQ(control.SelText(), u"ccc"_qs);
     drag(placeOf(24), placeOf(20), Qt::ControlModifier);
     EXPECT_EQ(ranges(), 3);
-    control.type(QStringLiteral("-"));
-    EXPECT_EQ(control.Text(), QStringLiteral("-aa bbbb\n-c dddd\n-"));
+    control.type(u"-"_qs);
+    EXPECT_EQ(control.Text(), u"-aa bbbb\n-c dddd\n-"_qs);
     drag(placeOf(0), placeOf(3), {});
     EXPECT_EQ(ranges(), 1);
-    EXPECT_EQ(control.SelText(), QStringLiteral("-aa"));
+    EXPECT_EQ(control.SelText(), u"-aa"_qs);
 }
 
 TEST_F(TextControlAddedRanges, AreNotBegunInAMargin) {
@@ -95,7 +95,7 @@ TEST_F(TextControlRightButton, MovesTheCaretWhereNothingIsSelected) {
 TEST_F(TextControlRightButton, LeavesTheSelectionItFallsInto) {
     control.setSelection(4, 0);
     click(Qt::RightButton, placeOf(2));
-    EXPECT_EQ(control.SelText(), QStringLiteral("aaaa"));
+    EXPECT_EQ(control.SelText(), u"aaaa"_qs);
     EXPECT_EQ(control.CaretPosition(), 0);
     ask(TextControl::SCI_ADDSELECTION, 14, 10);
     click(Qt::RightButton, placeOf(2));
@@ -112,6 +112,6 @@ TEST_F(TextControlRightButton, LeavesTheCaretWhereItIsInTheMargin) {
 
 TEST_F(Mouse, TheMiddleButtonLeavesTheTextAloneWithoutAPrimarySelection) {
     click(Qt::MiddleButton, placeOf(2));
-    EXPECT_EQ(control.Text(), QStringLiteral("aaaa bbbb\ncccc dddd\neeee"));
+    EXPECT_EQ(control.Text(), u"aaaa bbbb\ncccc dddd\neeee"_qs);
     EXPECT_EQ(presses.count(), 1);
 }

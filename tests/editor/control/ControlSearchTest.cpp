@@ -174,9 +174,9 @@ namespace {
 /// Each line takes the expression some milliseconds.
 constexpr const char* Slow = "(a|aa)+$";
 QString slowLines() {
-    QString text = QStringLiteral("first");
+    QString text = u"first"_qs;
     for (int line = 0; line < 3000; ++line)
-        text += QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n");
+        text += u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs;
     return text;
 }
 
@@ -236,7 +236,7 @@ TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
     EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
     EXPECT_TRUE(knew);
     ASSERT_EQ(told.count(), 2);
-    EXPECT_EQ(told[0][0].toString(), QStringLiteral("Searching. Esc stops it."));
+    EXPECT_EQ(told[0][0].toString(), u"Searching. Esc stops it."_qs);
     EXPECT_EQ(told[1][0].toString(), QString());
 }
 
@@ -244,11 +244,11 @@ TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
     control.setText(slowLines());
     look(Slow, Expression);
     control.setSearchWatch([this](bool) {
-        control.setText(QStringLiteral("another"));
+        control.setText(u"another"_qs);
         return true;
     });
     EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.Text(), QStringLiteral("another"));
+    EXPECT_EQ(control.Text(), u"another"_qs);
     control.setText(slowLines());
     EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
 }
@@ -308,7 +308,7 @@ TEST_F(FindNext, WorksInALockedDocument) {
 
 TEST_F(FindNext, FindsWhatWasTypedForALoneSurrogate) {
     hold("", "");
-    control.type(QStringLiteral("x") + QChar(0xDC00));
+    control.type(u"x"_qs + QChar(0xDC00));
     control.setSearchText(QString(QChar(0xD83D)));
     EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
     EXPECT_EQ(selected(), Selected(1, 2));
@@ -379,30 +379,30 @@ TEST_F(FindAll, StopsWhenTold) {
 
 TEST_F(FindAll, EndsWhenAnotherTextIsLoadedMeanwhile) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("other")));
+    QFile file(folder.filePath(u"other"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("x");
     file.close();
     hold("a a a a", "a");
     EXPECT_EQ(control.findAll([&](const MatchPlace&) { return !control.OpenFile(file.fileName()); }), 1);
-    EXPECT_EQ(control.Text(), QStringLiteral("x"));
+    EXPECT_EQ(control.Text(), u"x"_qs);
     EXPECT_FALSE(control.Locked());
-    control.type(QStringLiteral("y"));
-    EXPECT_EQ(control.Text(), QStringLiteral("yx"));
+    control.type(u"y"_qs);
+    EXPECT_EQ(control.Text(), u"yx"_qs);
 }
 
 TEST_F(FindAll, OutlivesTheControl) {
     auto mortal = std::make_unique<TextControl>();
-    mortal->setText(QStringLiteral("a a a"));
-    mortal->setSearchText(QStringLiteral("a"));
+    mortal->setText(u"a a a"_qs);
+    mortal->setSearchText(u"a"_qs);
     EXPECT_EQ(mortal->findAll([&](const MatchPlace&) {
         mortal.reset();
         return true;
     }),
               1);
     mortal = std::make_unique<TextControl>();
-    mortal->setText(QStringLiteral("a a a"));
-    mortal->setSearchText(QStringLiteral("a"));
+    mortal->setText(u"a a a"_qs);
+    mortal->setSearchText(u"a"_qs);
     ReplaceWatch watch;
     watch.goesOn = [&] {
         mortal.reset();
@@ -414,13 +414,13 @@ TEST_F(FindAll, OutlivesTheControl) {
 TEST_F(FindAll, KeepsTheTextFromBeingEditedMeanwhile) {
     hold("a a a", "a");
     EXPECT_EQ(control.findAll([&](const MatchPlace&) {
-        control.type(QStringLiteral("b"));
+        control.type(u"b"_qs);
         return true;
     }),
               3);
-    EXPECT_EQ(control.Text(), QStringLiteral("a a a"));
-    control.type(QStringLiteral("b"));
-    EXPECT_EQ(control.Text(), QStringLiteral("a a b"));
+    EXPECT_EQ(control.Text(), u"a a a"_qs);
+    control.type(u"b"_qs);
+    EXPECT_EQ(control.Text(), u"a a b"_qs);
 }
 
 TEST_F(FindAll, CountsWithoutMoving) {
@@ -437,14 +437,14 @@ TEST_F(ReplaceNext, PutsTheReplacementInPlaceOfTheNextMatch) {
     hold("one two one", "one");
     replaceBy("three");
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
-    EXPECT_EQ(control.Text(), QStringLiteral("three two one"));
-    EXPECT_EQ(control.SelText(), QStringLiteral("three"));
+    EXPECT_EQ(control.Text(), u"three two one"_qs);
+    EXPECT_EQ(control.SelText(), u"three"_qs);
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
-    EXPECT_EQ(control.Text(), QStringLiteral("three two three"));
+    EXPECT_EQ(control.Text(), u"three two three"_qs);
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(changes.count(), 2);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("three two one"));
+    EXPECT_EQ(control.Text(), u"three two one"_qs);
 }
 
 TEST_F(ReplaceNext, GoesOnFromTheStart) {
@@ -452,7 +452,7 @@ TEST_F(ReplaceNext, GoesOnFromTheStart) {
     replaceBy("1");
     control.setSelection(5, 5);
     EXPECT_EQ(control.replaceNext(), SearchOutcome::Wrapped);
-    EXPECT_EQ(control.Text(), QStringLiteral("1 two"));
+    EXPECT_EQ(control.Text(), u"1 two"_qs);
     EXPECT_EQ(wraps.count(), 1);
 }
 
@@ -460,25 +460,25 @@ TEST_F(ReplaceNext, OfTheSelectionFindsFirstAndReplacesThen) {
     hold("one two one", "(o)ne", Expression);
     replaceBy("$1");
     EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
-    EXPECT_EQ(control.Text(), QStringLiteral("one two one"));
+    EXPECT_EQ(control.Text(), u"one two one"_qs);
     EXPECT_EQ(selected(), Selected(0, 3));
     EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
-    EXPECT_EQ(control.Text(), QStringLiteral("o two one"));
+    EXPECT_EQ(control.Text(), u"o two one"_qs);
     EXPECT_EQ(selected(), Selected(6, 9));
     EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
-    EXPECT_EQ(control.Text(), QStringLiteral("o two o"));
+    EXPECT_EQ(control.Text(), u"o two o"_qs);
 }
 
 TEST_F(ReplaceNext, OfTheSelectionTakesEachEmptyMatchOnce) {
     hold("a\nb", "^", Expression);
     replaceBy("> ");
     control.replaceSelectedMatch();
-    EXPECT_EQ(control.Text(), QStringLiteral("a\nb"));
+    EXPECT_EQ(control.Text(), u"a\nb"_qs);
     control.replaceSelectedMatch();
-    EXPECT_EQ(control.Text(), QStringLiteral("> a\nb"));
+    EXPECT_EQ(control.Text(), u"> a\nb"_qs);
     EXPECT_EQ(selected(), Selected(4, 4));
     control.replaceSelectedMatch();
-    EXPECT_EQ(control.Text(), QStringLiteral("> a\n> b"));
+    EXPECT_EQ(control.Text(), u"> a\n> b"_qs);
 }
 
 TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
@@ -492,7 +492,7 @@ TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
     EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(changes.count(), 0);
-    EXPECT_EQ(control.Text(), QStringLiteral("one one"));
+    EXPECT_EQ(control.Text(), u"one one"_qs);
     EXPECT_TRUE(control.Locked());
     EXPECT_TRUE(control.searchError());
 }
@@ -515,25 +515,25 @@ TEST_F(ReplaceAll, EndsWhenTheReplacementHoldsTheText) {
     hold("a a", "a");
     replaceBy("aa");
     EXPECT_EQ(control.replaceAll(), 2);
-    EXPECT_EQ(control.Text(), QStringLiteral("aa aa"));
+    EXPECT_EQ(control.Text(), u"aa aa"_qs);
 }
 
 TEST_F(ReplaceAll, PutsLinesInAndTakesThemAway) {
     hold("a;b;c\nd", "[;\\n]", Expression);
     replaceBy("\\n\\n");
     EXPECT_EQ(allReplaced(), (Places{{0, 1, 2}, {2, 4, 2}, {4, 7, 2}}));
-    EXPECT_EQ(control.Text(), QStringLiteral("a\n\nb\n\nc\n\nd"));
+    EXPECT_EQ(control.Text(), u"a\n\nb\n\nc\n\nd"_qs);
     look("\\n+", Expression);
     replaceBy("");
     EXPECT_EQ(allReplaced(), (Places{{0, 1, 0}, {0, 2, 0}, {0, 3, 0}}));
-    EXPECT_EQ(control.Text(), QStringLiteral("abcd"));
+    EXPECT_EQ(control.Text(), u"abcd"_qs);
 }
 
 TEST_F(ReplaceAll, TakesEmptyMatches) {
     hold("a\nb\n", "^", Expression);
     replaceBy("> ");
     EXPECT_EQ(control.replaceAll(), 2);
-    EXPECT_EQ(control.Text(), QStringLiteral("> a\n> b\n"));
+    EXPECT_EQ(control.Text(), u"> a\n> b\n"_qs);
 }
 
 TEST_F(ReplaceAll, FollowsTheCaseOfEachMatchWhenTold) {
@@ -541,7 +541,7 @@ TEST_F(ReplaceAll, FollowsTheCaseOfEachMatchWhenTold) {
     replaceBy("blue");
     control.setPreserveCase(true);
     control.replaceAll();
-    EXPECT_EQ(control.Text(), QStringLiteral("blue BLUE Blue blue"));
+    EXPECT_EQ(control.Text(), u"blue BLUE Blue blue"_qs);
 }
 
 TEST_F(ReplaceAll, KeepsToTheSelection) {
@@ -549,11 +549,11 @@ TEST_F(ReplaceAll, KeepsToTheSelection) {
     replaceBy("bcd");
     control.setSelection(1, 10);
     EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 2);
-    EXPECT_EQ(control.Text(), QStringLiteral("aa bcd bcd aa"));
+    EXPECT_EQ(control.Text(), u"aa bcd bcd aa"_qs);
     EXPECT_EQ(selected(), Selected(1, 12));
     EXPECT_EQ(changes.count(), 1);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("aa aa aa aa"));
+    EXPECT_EQ(control.Text(), u"aa aa aa aa"_qs);
 }
 
 TEST_F(ReplaceAll, ReplacesWhatWasFoundUntilItIsStopped) {
@@ -563,7 +563,7 @@ TEST_F(ReplaceAll, ReplacesWhatWasFoundUntilItIsStopped) {
     ReplaceWatch watch;
     watch.goesOn = [&] { return ++asked < 2; };
     EXPECT_EQ(control.replaceAll(watch), 2);
-    EXPECT_EQ(control.Text(), QStringLiteral("b b a a"));
+    EXPECT_EQ(control.Text(), u"b b a a"_qs);
 }
 
 TEST_F(ReplaceAll, KeepsBookmarksOnTheirLines) {
@@ -573,33 +573,34 @@ TEST_F(ReplaceAll, KeepsBookmarksOnTheirLines) {
         control.setBookmarkAt(line, true);
     control.replaceAll();
     control.Undo();
-    for (const qint64 line : {0, 1, 2})
+    for (const qint64 line : {0, 1, 2}) {
         EXPECT_TRUE(control.BookmarkAt(line)) << line;
+    }
 }
 
 TEST_F(FindHistoryOfControls, HasTheNewestInFront) {
     hold("text", "first");
     control.findNext();
-    control.setSearchText(QStringLiteral("second"));
+    control.setSearchText(u"second"_qs);
     control.findPrevious();
-    control.setSearchText(QStringLiteral("first"));
+    control.setSearchText(u"first"_qs);
     control.findNext();
     const QStringList entries = TextControl::FindHistory().split(u'\n');
     ASSERT_GE(entries.size(), 2);
-    EXPECT_EQ(entries[0], QStringLiteral("first"));
-    EXPECT_EQ(entries[1], QStringLiteral("second"));
-    EXPECT_EQ(entries.count(QStringLiteral("first")), 1);
+    EXPECT_EQ(entries[0], u"first"_qs);
+    EXPECT_EQ(entries[1], u"second"_qs);
+    EXPECT_EQ(entries.count(u"first"_qs), 1);
 }
 
 TEST(SearchHistory, KeepsNeitherEmptyTextsNorLinesNorTooMany) {
     SearchHistory history;
     history.add(QString());
-    history.add(QStringLiteral("a\nb"));
+    history.add(u"a\nb"_qs);
     EXPECT_TRUE(history.entries().isEmpty());
     for (int number = 0; number < 40; ++number)
         history.add(QString::number(number));
     EXPECT_EQ(history.entries().size(), SearchHistory::Most);
-    EXPECT_EQ(history.entries().first(), QStringLiteral("39"));
+    EXPECT_EQ(history.entries().first(), u"39"_qs);
 }
 
 namespace {
@@ -609,7 +610,7 @@ struct SearchedLongLine : Searched {
     QTemporaryDir folder;
 
     void load(const QByteArray& bytes) {
-        QFile file(folder.filePath(QStringLiteral("text")));
+        QFile file(folder.filePath(u"text"_qs));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
@@ -636,7 +637,7 @@ TEST_F(SearchedLongLine, GivesThePlacesOfTheTextWithoutJoints) {
     const QString text = QString::fromUtf8(bytes);
     look("one");
     Places expected;
-    for (qsizetype at = text.indexOf(QStringLiteral("one")); at >= 0; at = text.indexOf(QStringLiteral("one"), at + 3))
+    for (qsizetype at = text.indexOf(u"one"_qs); at >= 0; at = text.indexOf(u"one"_qs, at + 3))
         expected.emplace_back(text.left(at).count(u'\n'), at, 3);
     EXPECT_EQ(allFound(), expected);
     EXPECT_EQ(selected(), Selected(text.size() - 3, text.size()));
@@ -653,9 +654,9 @@ TEST_F(SearchedLongLine, IsReplacedAsIfThereWereNoJoints) {
         control.setSearchRegExp(true);
         replaceBy(replacement);
         QString expected = QString::fromUtf8(bytes);
-        const QString lines = QString::fromUtf8(replacement).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        const QString held = QString(lines).replace(u'\n', QStringLiteral("\r\n"));
-        expected.replace(QRegularExpression(QStringLiteral("e1|one")), held);
+        const QString lines = QString::fromUtf8(replacement).replace(u"\r\n"_qs, u"\n"_qs);
+        const QString held = QString(lines).replace(u'\n', u"\r\n"_qs);
+        expected.replace(QRegularExpression(u"e1|one"_qs), held);
         EXPECT_GT(control.replaceAll(), 1000);
         EXPECT_EQ(control.Text(), expected) << replacement;
         EXPECT_EQ(control.TotalLines(), expected.count(u'\n') + 1);
@@ -685,8 +686,8 @@ TEST_F(SearchedLongLine, IsSearchedWhereItsLineEndsAreMixed) {
 
 TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
     hold("one One two", "");
-    control.ExecuteCmd(179, QStringLiteral("o.E"));
-    control.ExecuteCmd(180, QStringLiteral("tHree"));
+    control.ExecuteCmd(179, u"o.E"_qs);
+    control.ExecuteCmd(180, u"tHree"_qs);
     control.ExecuteCmd(230);
     control.ExecuteCmd(232);
     control.ExecuteCmd(234);
@@ -703,7 +704,7 @@ TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
     EXPECT_EQ(selected(), Selected(0, 0));
     control.setRepeatCount(2);
     control.ExecuteCmd(170);
-    EXPECT_EQ(control.Text(), QStringLiteral("three Three two"));
+    EXPECT_EQ(control.Text(), u"three Three two"_qs);
     for (const int off : {231, 233, 235})
         control.ExecuteCmd(off);
     EXPECT_FALSE(control.SearchRegExp() || control.SearchWholeWord() || control.PreserveCase());

@@ -15,14 +15,14 @@ struct Asked : TextControl {
 
 TEST(TextControlInputMethod, IsToldOfTheLineAroundTheCaret) {
     Asked control;
-    control.setText(QStringLiteral("über\nein Wörtchen\nmehr"));
+    control.setText(u"über\nein Wörtchen\nmehr"_qs);
     control.setSelection(9, 10);
-    EXPECT_EQ(control.text(Qt::ImSurroundingText), QStringLiteral("ein Wörtchen"));
+    EXPECT_EQ(control.text(Qt::ImSurroundingText), u"ein Wörtchen"_qs);
     EXPECT_EQ(control.number(Qt::ImCursorPosition), 5);
-    EXPECT_EQ(control.text(Qt::ImTextBeforeCursor), QStringLiteral("ein W"));
-    EXPECT_EQ(control.text(Qt::ImTextAfterCursor), QStringLiteral("örtchen"));
+    EXPECT_EQ(control.text(Qt::ImTextBeforeCursor), u"ein W"_qs);
+    EXPECT_EQ(control.text(Qt::ImTextAfterCursor), u"örtchen"_qs);
     EXPECT_EQ(control.number(Qt::ImAbsolutePosition), 10);
-    EXPECT_EQ(control.text(Qt::ImCurrentSelection), QStringLiteral("W"));
+    EXPECT_EQ(control.text(Qt::ImCurrentSelection), u"W"_qs);
 }
 
 TEST(TextControlInputMethod, IsToldOfNoMoreThanTheNeighbourhood) {

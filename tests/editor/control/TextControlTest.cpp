@@ -40,8 +40,8 @@ using TextControlMouse = Control;
 }  // namespace
 
 TEST_F(TextControlTyping, PutsTheTextAtTheCaretAndTellsOfIt) {
-    typeKeys(QStringLiteral("ab"));
-    EXPECT_EQ(control.Text(), QStringLiteral("ab"));
+    typeKeys(u"ab"_qs);
+    EXPECT_EQ(control.Text(), u"ab"_qs);
     EXPECT_EQ(changes.count(), 2);
     EXPECT_EQ(moves.count(), 2);
 }
@@ -59,18 +59,18 @@ TEST_F(TextControlTyping, LeavesAltWithALetterToTheMenus) {
 }
 
 TEST_F(TextControlTyping, MakesALoneSurrogateAReplacementCharacter) {
-    control.type(QString(QChar(0xD83D)) + QStringLiteral("a"));
-    EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + QStringLiteral("a"));
+    control.type(QString(QChar(0xD83D)) + u"a"_qs);
+    EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + u"a"_qs);
 }
 
 TEST_F(TextControlTyping, ReturnMakesTheTextsOwnLineEnd) {
-    typeKeys(QStringLiteral("a"));
+    typeKeys(u"a"_qs);
     QTest::keyClick(&control, Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("a\n"));
+    EXPECT_EQ(control.Text(), u"a\n"_qs);
 }
 
 TEST_F(TextControlText, KeepsNulCharacters) {
-    const QString text = QStringLiteral("a") + QChar(0) + QStringLiteral("b");
+    const QString text = u"a"_qs + QChar(0) + u"b"_qs;
     control.setText(text);
     EXPECT_EQ(control.Text(), text);
     EXPECT_EQ(control.GetLine(0), text);
@@ -81,30 +81,30 @@ TEST_F(TextControlText, IsCountedInUtf16Units) {
     control.setSelection(3, 5);
     EXPECT_EQ(control.SelStart(), 3);
     EXPECT_EQ(control.SelEnd(), 5);
-    EXPECT_EQ(control.SelText(), QStringLiteral("\nx"));
+    EXPECT_EQ(control.SelText(), u"\nx"_qs);
     EXPECT_EQ(control.CurrentLine(), 1);
     EXPECT_EQ(control.CurrentColumn(), 1);
     EXPECT_EQ(control.TotalLines(), 2);
 }
 
 TEST_F(TextControlText, GivesLinesWithoutTheirEnds) {
-    control.setText(QStringLiteral("one\r\ntwo\nthree"));
-    EXPECT_EQ(control.GetLine(0), QStringLiteral("one"));
-    EXPECT_EQ(control.GetLine(1), QStringLiteral("two"));
-    EXPECT_EQ(control.GetLine(2), QStringLiteral("three"));
+    control.setText(u"one\r\ntwo\nthree"_qs);
+    EXPECT_EQ(control.GetLine(0), u"one"_qs);
+    EXPECT_EQ(control.GetLine(1), u"two"_qs);
+    EXPECT_EQ(control.GetLine(2), u"three"_qs);
     EXPECT_EQ(control.GetLine(3), QString());
     EXPECT_EQ(control.GetLine(-1), QString());
 }
 
 TEST_F(TextControlText, IsAppendedToWithoutMovingTheCaret) {
-    control.setText(QStringLiteral("one"));
-    control.AddText(QStringLiteral("two"));
-    EXPECT_EQ(control.Text(), QStringLiteral("onetwo"));
+    control.setText(u"one"_qs);
+    control.AddText(u"two"_qs);
+    EXPECT_EQ(control.Text(), u"onetwo"_qs);
     EXPECT_EQ(control.SelStart(), 0);
 }
 
 TEST_F(TextControlSelection, KeepsItsDirection) {
-    control.setText(QStringLiteral("one\ntwo\nthree"));
+    control.setText(u"one\ntwo\nthree"_qs);
     control.setSelection(9, 1);
     EXPECT_EQ(control.StartLineNo(), 2);
     EXPECT_EQ(control.EndLineNo(), 0);
@@ -114,7 +114,7 @@ TEST_F(TextControlSelection, KeepsItsDirection) {
 }
 
 TEST_F(TextControlSelection, TellsOnceOfAMove) {
-    control.setText(QStringLiteral("abc"));
+    control.setText(u"abc"_qs);
     forgetSignals();
     control.setSelection(1, 2);
     control.setSelection(1, 2);
@@ -123,60 +123,60 @@ TEST_F(TextControlSelection, TellsOnceOfAMove) {
 }
 
 TEST_F(TextControlSelection, FollowsTheKeys) {
-    control.setText(QStringLiteral("one two"));
+    control.setText(u"one two"_qs);
     forgetSignals();
     QTest::keyClick(&control, Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(control.SelText(), QStringLiteral("one "));
+    EXPECT_EQ(control.SelText(), u"one "_qs);
     EXPECT_EQ(moves.count(), 1);
 }
 
 TEST_F(TextControlSelection, IsNeverBeyondTheText) {
-    control.setText(QStringLiteral("abc"));
+    control.setText(u"abc"_qs);
     control.setSelection(-5, 99);
     EXPECT_EQ(control.SelStart(), 0);
     EXPECT_EQ(control.SelEnd(), 3);
 }
 
 TEST_F(TextControlUndo, TakesBackOneRunOfTypingAtATime) {
-    typeKeys(QStringLiteral("abc"));
+    typeKeys(u"abc"_qs);
     QTest::keyClick(&control, Qt::Key_Return);
-    typeKeys(QStringLiteral("def"));
+    typeKeys(u"def"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abc\n"));
+    EXPECT_EQ(control.Text(), u"abc\n"_qs);
     control.Undo();
     control.Undo();
     EXPECT_EQ(control.Text(), QString());
     EXPECT_FALSE(control.CanUndo());
     control.Redo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(control.Text(), u"abc"_qs);
     EXPECT_TRUE(control.CanRedo());
 }
 
 TEST_F(TextControlUndo, BeginsAnewWhenTheCaretWasMoved) {
-    typeKeys(QStringLiteral("abc"));
+    typeKeys(u"abc"_qs);
     QTest::keyClick(&control, Qt::Key_Left);
     QTest::keyClick(&control, Qt::Key_Right);
-    typeKeys(QStringLiteral("d"));
+    typeKeys(u"d"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(control.Text(), u"abc"_qs);
 }
 
 TEST_F(TextControlUndo, TellsOfTheChange) {
-    typeKeys(QStringLiteral("a"));
+    typeKeys(u"a"_qs);
     forgetSignals();
     control.Undo();
     EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(TextControlUndo, TakesATextSetAsAWholeBackInOneStep) {
-    control.setText(QStringLiteral("one\ntwo"));
-    control.setText(QStringLiteral("three"));
+    control.setText(u"one\ntwo"_qs);
+    control.setText(u"three"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("one\ntwo"));
+    EXPECT_EQ(control.Text(), u"one\ntwo"_qs);
 }
 
 TEST_F(TextControlClipboard, CarriesWhatIsSelected) {
-    const QString text = QStringLiteral("a") + QChar(0) + QStringLiteral("bcd");
+    const QString text = u"a"_qs + QChar(0) + u"bcd"_qs;
     control.setText(text);
     control.setSelection(0, 3);
     control.Copy();
@@ -187,51 +187,51 @@ TEST_F(TextControlClipboard, CarriesWhatIsSelected) {
 }
 
 TEST_F(TextControlClipboard, IsLeftAloneWhenNothingIsSelected) {
-    QGuiApplication::clipboard()->setText(QStringLiteral("kept"));
-    control.setText(QStringLiteral("abc"));
+    QGuiApplication::clipboard()->setText(u"kept"_qs);
+    control.setText(u"abc"_qs);
     control.Copy();
     control.Cut();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("kept"));
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"kept"_qs);
+    EXPECT_EQ(control.Text(), u"abc"_qs);
 }
 
 TEST_F(TextControlClipboard, IsFilledByCut) {
-    control.setText(QStringLiteral("abc"));
+    control.setText(u"abc"_qs);
     control.setSelection(1, 2);
     control.Cut();
-    EXPECT_EQ(control.Text(), QStringLiteral("ac"));
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("b"));
+    EXPECT_EQ(control.Text(), u"ac"_qs);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"b"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(control.Text(), u"abc"_qs);
 }
 
 TEST_F(TextControlClipboard, BringsLineEndsInTheTextsOwnForm) {
-    QGuiApplication::clipboard()->setText(QStringLiteral("x\r\ny\rz\n"));
+    QGuiApplication::clipboard()->setText(u"x\r\ny\rz\n"_qs);
     control.Paste();
-    EXPECT_EQ(control.Text(), QStringLiteral("x\ny\nz\n"));
+    EXPECT_EQ(control.Text(), u"x\ny\nz\n"_qs);
 }
 
 TEST_F(TextControlClipboard, BringsALoneSurrogateAsReplacementCharacter) {
     auto* mime = new QMimeData;
-    mime->setText(QString(QChar(0xDC00)) + QStringLiteral("k"));
+    mime->setText(QString(QChar(0xDC00)) + u"k"_qs);
     QGuiApplication::clipboard()->setMimeData(mime);
     control.Paste();
-    EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + QStringLiteral("k"));
+    EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + u"k"_qs);
 }
 
 TEST_F(TextControlLock, RefusesEveryEdit) {
-    control.setText(QStringLiteral("abc"));
+    control.setText(u"abc"_qs);
     control.setSelection(0, 1);
     control.setLocked(true);
     forgetSignals();
-    typeKeys(QStringLiteral("x"));
+    typeKeys(u"x"_qs);
     QTest::keyClick(&control, Qt::Key_Delete);
     control.Cut();
     control.Paste();
     control.Undo();
-    control.setSelText(QStringLiteral("y"));
-    control.AddText(QStringLiteral("z"));
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    control.setSelText(u"y"_qs);
+    control.AddText(u"z"_qs);
+    EXPECT_EQ(control.Text(), u"abc"_qs);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_TRUE(control.Locked());
 }
@@ -239,8 +239,8 @@ TEST_F(TextControlLock, RefusesEveryEdit) {
 TEST_F(TextControlLock, CanBeTakenOff) {
     control.setLocked(true);
     control.setLocked(false);
-    typeKeys(QStringLiteral("x"));
-    EXPECT_EQ(control.Text(), QStringLiteral("x"));
+    typeKeys(u"x"_qs);
+    EXPECT_EQ(control.Text(), u"x"_qs);
 }
 
 TEST_F(TextControlMouse, TellsOfButtonsAndAsksForTheMenuOnRelease) {
@@ -256,7 +256,7 @@ TEST_F(TextControlMouse, TellsOfButtonsAndAsksForTheMenuOnRelease) {
 }
 
 TEST_F(TextControlMouse, MovesTheCaret) {
-    control.setText(QStringLiteral("one\ntwo"));
+    control.setText(u"one\ntwo"_qs);
     forgetSignals();
     QTest::mouseClick(control.viewport(), Qt::LeftButton, {}, {400, 100});
     EXPECT_EQ(control.SelStart(), 7);
@@ -266,36 +266,36 @@ TEST_F(TextControlMouse, MovesTheCaret) {
 TEST_F(TextControlMouse, DropsFilesByNameOneAfterTheOther) {
     QSignalSpy drops(&control, &TextControl::DropFile);
     QMimeData mime;
-    mime.setUrls({QUrl::fromLocalFile(QStringLiteral("/a/one")), QUrl(QStringLiteral("https://example.org/x")),
-                  QUrl::fromLocalFile(QStringLiteral("/b/two"))});
+    mime.setUrls(
+        {QUrl::fromLocalFile(u"/a/one"_qs), QUrl(u"https://example.org/x"_qs), QUrl::fromLocalFile(u"/b/two"_qs)});
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &enter);
     QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &drop);
     ASSERT_EQ(drops.count(), 2);
-    EXPECT_EQ(drops[0][0].toString(), QStringLiteral("/a/one"));
-    EXPECT_EQ(drops[1][0].toString(), QStringLiteral("/b/two"));
+    EXPECT_EQ(drops[0][0].toString(), u"/a/one"_qs);
+    EXPECT_EQ(drops[1][0].toString(), u"/b/two"_qs);
     EXPECT_EQ(control.Text(), QString());
 }
 
 TEST_F(TextControlMouse, DropsATextWithEverythingInIt) {
-    control.setText(QStringLiteral("abc"));
+    control.setText(u"abc"_qs);
     QMimeData mime;
-    mime.setText(QStringLiteral("1") + QChar(0) + QStringLiteral("2\r\n"));
+    mime.setText(u"1"_qs + QChar(0) + u"2\r\n"_qs);
     QDragEnterEvent enter({400, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &enter);
     QDropEvent drop(QPointF(400, 10), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(control.viewport(), &drop);
-    EXPECT_EQ(control.Text(), QStringLiteral("abc1") + QChar(0) + QStringLiteral("2\n"));
+    EXPECT_EQ(control.Text(), u"abc1"_qs + QChar(0) + u"2\n"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("abc"));
+    EXPECT_EQ(control.Text(), u"abc"_qs);
 }
 
 TEST(TextControlFont, KeepsOddSizesAsGiven) {
     TextControl control;
     for (const int size : {71, 10, 2, 0, -2}) {
-        control.setTextFont(QStringLiteral("monospace"), size);
+        control.setTextFont(u"monospace"_qs, size);
         EXPECT_EQ(control.FontSize(), size);
     }
-    EXPECT_EQ(control.FontName(), QStringLiteral("monospace"));
+    EXPECT_EQ(control.FontName(), u"monospace"_qs);
 }

@@ -73,7 +73,7 @@ class ColouringTest : public testing::Test {
                 static_cast<int>(number >> 16 & 0xFF)};
     }
     QString fileOf(const QByteArray& bytes) const {
-        QFile file(folder.filePath(QStringLiteral("a")));
+        QFile file(folder.filePath(u"a"_qs));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         file.write(bytes);
         return file.fileName();
@@ -90,14 +90,14 @@ class ColouringTest : public testing::Test {
 }  // namespace
 
 TEST_F(ColouringTest, WithoutALanguageNothingHasAClass) {
-    control.setText(QStringLiteral("if (1) // x"));
+    control.setText(u"if (1) // x"_qs);
     EXPECT_EQ(classOf("if"), std::nullopt);
     EXPECT_EQ(ask(TextControl::SCI_GETLEXER), TextControl::SCLEX_NULL);
 }
 
 TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
     control.setLanguage(&byLexer);
-    control.setText(QStringLiteral("if (int x = 12) return `raw`; // note"));
+    control.setText(u"if (int x = 12) return `raw`; // note"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(classOf("int"), TokenClass::Type);
     EXPECT_EQ(classOf("x"), TokenClass::Text);
@@ -109,7 +109,7 @@ TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
 
 TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
     control.setLanguage(&byRules);
-    control.setText(QStringLiteral("if x = \"y\\\"z\" # note\n<< long\nmore >> return"));
+    control.setText(u"if x = \"y\\\"z\" # note\n<< long\nmore >> return"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(classOf("x"), TokenClass::Text);
     EXPECT_EQ(classOf("z\""), TokenClass::String);
@@ -120,17 +120,17 @@ TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
 
 TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
     control.setLanguage(&byRules);
-    control.setText(QStringLiteral("a\nif\n>> if"));
+    control.setText(u"a\nif\n>> if"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     control.setSelection(0, 0);
-    control.type(QStringLiteral("<<"));
+    control.type(u"<<"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Comment);
     control.Undo();
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
 }
 
 TEST_F(ColouringTest, AnotherLanguageCutsTheTextAnew) {
-    control.setText(QStringLiteral("# note\nif x"));
+    control.setText(u"# note\nif x"_qs);
     control.setLanguage(&byRules);
     EXPECT_EQ(classOf("# note"), TokenClass::Comment);
     control.setLanguage(&byLexer);
@@ -175,8 +175,9 @@ TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
          {"#ffffff", "#1e1e1e", "#000000", "#808080", "#fdf6e3", "#ffff00", "#0000ff", "#767676"}) {
         const QColor base(QString::fromLatin1(ground));
         control.setElementColour(TextControl::BackgroundElement, base);
-        for (int style = 0; style < TokenClasses::Count; ++style)
+        for (int style = 0; style < TokenClasses::Count; ++style) {
             EXPECT_GE(Contrast::between(ink(style), base), 4.5) << ground << ' ' << style;
+        }
     }
 }
 
@@ -236,7 +237,7 @@ TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
     ASSERT_FALSE(control.map().joints().empty());
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(ink(error), ink(TextControl::STYLE_DEFAULT));
-    EXPECT_EQ(control.limitations(), QStringLiteral("Long lines are shown in pieces, coloured piece by piece"));
+    EXPECT_EQ(control.limitations(), u"Long lines are shown in pieces, coloured piece by piece"_qs);
     ASSERT_FALSE(control.OpenFile(fileOf("if\n")));
     EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
     EXPECT_EQ(control.limitations(), QString());
@@ -244,7 +245,7 @@ TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
 
 TEST_F(ColouringTest, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
     control.setLanguage(&byLexer);
-    control.setText(QStringLiteral("if"));
+    control.setText(u"if"_qs);
     control.AddText(QString(400'000, u'x'));
     ASSERT_FALSE(control.map().joints().empty());
     EXPECT_EQ(ink(12), ink(TextControl::STYLE_DEFAULT));

@@ -32,7 +32,7 @@ struct LoadedLongLine : testing::Test {
         control.resize(700, 400);
         control.show();
     }
-    QString path() const { return folder.filePath(QStringLiteral("file.txt")); }
+    QString path() const { return folder.filePath(u"file.txt"_qs); }
     void load(const QByteArray& bytes) {
         QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -63,19 +63,19 @@ struct LoadedLongLine : testing::Test {
 
 TEST_F(LoadedLongLine, IsHeldInPiecesThatNobodySees) {
     const QString line = longLine(200'000);
-    load((line + QStringLiteral("\nsecond\n")).toUtf8());
+    load((line + u"\nsecond\n"_qs).toUtf8());
     EXPECT_GT(heldLines(), 40);
     EXPECT_LE(longestHeldLine(), LongLine);
     EXPECT_EQ(control.TotalLines(), 3);
     EXPECT_EQ(control.GetLine(0), line);
-    EXPECT_EQ(control.GetLine(1), QStringLiteral("second"));
-    EXPECT_EQ(control.Text(), line + QStringLiteral("\nsecond\n"));
+    EXPECT_EQ(control.GetLine(1), u"second"_qs);
+    EXPECT_EQ(control.Text(), line + u"\nsecond\n"_qs);
     control.setSelection(150'000, 200'003);
     EXPECT_EQ(control.SelStart(), 150'000);
     EXPECT_EQ(control.SelEnd(), 200'003);
     EXPECT_EQ(control.CurrentLine(), 1);
     EXPECT_EQ(control.CurrentColumn(), 2);
-    EXPECT_EQ(control.SelText(), line.mid(150'000) + QStringLiteral("\nse"));
+    EXPECT_EQ(control.SelText(), line.mid(150'000) + u"\nse"_qs);
 }
 
 TEST_F(LoadedLongLine, IsSavedAsItWas) {
@@ -114,7 +114,7 @@ TEST_F(LoadedLongLine, IsSearchedAcrossItsJoints) {
     EXPECT_EQ(control.findNext(), SearchOutcome::Found);
     EXPECT_EQ(control.SelStart(), joint - 2000);
     EXPECT_EQ(control.SelEnd(), joint + 2000);
-    control.setSearchText(QStringLiteral("\r"));
+    control.setSearchText(u"\r"_qs);
     EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
 }
 
@@ -161,8 +161,8 @@ TEST_F(LoadedLongLine, LosesOneCharacterPerDeletionAtAJoint) {
 }
 
 TEST_F(LoadedLongLine, HasOneStartAndOneEnd) {
-    const QString line = QStringLiteral("  ") + longLine(100'000);
-    load((line + QStringLiteral("\nx")).toUtf8());
+    const QString line = u"  "_qs + longLine(100'000);
+    load((line + u"\nx"_qs).toUtf8());
     control.setSelection(50'000, 50'000);
     key(Qt::Key_End);
     EXPECT_EQ(control.SelStart(), line.size());
@@ -178,7 +178,7 @@ TEST_F(LoadedLongLine, IsDeletedAsAWhole) {
     load("a\n" + longLine(100'000).toUtf8() + "\nb\n");
     control.GotoTextLine(1);
     control.ExecuteCmd(160);
-    EXPECT_EQ(control.Text(), QStringLiteral("a\nb\n"));
+    EXPECT_EQ(control.Text(), u"a\nb\n"_qs);
     control.Undo();
     EXPECT_EQ(control.TotalLines(), 4);
     control.setSelection(40'000, 40'000);
@@ -193,7 +193,7 @@ TEST_F(LoadedLongLine, KeepsNoJointBesideALineEnd) {
     control.setSelection(joint, 100'000);
     key(Qt::Key_Delete);
     EXPECT_EQ(control.TotalLines(), 2);
-    EXPECT_EQ(control.GetLine(1), QStringLiteral("second"));
+    EXPECT_EQ(control.GetLine(1), u"second"_qs);
     EXPECT_EQ(saved(), bytes.left(joint) + "\nsecond");
     control.Undo();
     EXPECT_EQ(saved(), bytes);
@@ -229,17 +229,17 @@ TEST_F(LoadedLongLine, CanBeEditedInATextWithOnlyCr) {
     EXPECT_FALSE(control.Locked());
     EXPECT_EQ(control.TotalLines(), 3);
     control.setSelection(0, 0);
-    control.type(QStringLiteral("x"));
+    control.type(u"x"_qs);
     EXPECT_EQ(saved(), "x" + bytes);
 }
 
 TEST_F(LoadedLongLine, TakesPastedLinesInItsOwnForm) {
     const QString line = longLine(100'000);
-    load((line + QStringLiteral("\r\nend")).toUtf8());
-    QGuiApplication::clipboard()->setText(QStringLiteral("1\n2\r3\r\n"));
+    load((line + u"\r\nend"_qs).toUtf8());
+    QGuiApplication::clipboard()->setText(u"1\n2\r3\r\n"_qs);
     control.setSelection(0, 0);
     control.Paste();
-    EXPECT_EQ(control.Text(), QStringLiteral("1\r\n2\r\n3\r\n") + line + QStringLiteral("\r\nend"));
+    EXPECT_EQ(control.Text(), u"1\r\n2\r\n3\r\n"_qs + line + u"\r\nend"_qs);
     EXPECT_EQ(control.TotalLines(), 5);
 }
 
@@ -262,7 +262,7 @@ TEST_F(LoadedLongLine, IsCutWhenItGrowsByTyping) {
     control.setSelection(10, 10);
     EXPECT_EQ(heldLines(), 1);
     for (int i = 0; i < 5; ++i)
-        control.type(QStringLiteral("y"));
+        control.type(u"y"_qs);
     EXPECT_GT(heldLines(), 1);
     EXPECT_EQ(control.TotalLines(), 1);
     EXPECT_EQ(control.Text().size(), LongLine + 4);
@@ -283,8 +283,8 @@ TEST_F(LoadedLongLine, AgreesWithAPlainTextThroughRandomEdits) {
     control.setAutoIndent(false);
     for (const unsigned seed : {1U, 2U}) {
         std::mt19937 random(seed);
-        const QString lineEnd = seed % 2 != 0 ? QStringLiteral("\n") : QStringLiteral("\r\n");
-        QString model = longLine(70'000) + lineEnd + longLine(90'000) + lineEnd + QStringLiteral("end");
+        const QString lineEnd = seed % 2 != 0 ? u"\n"_qs : u"\r\n"_qs;
+        QString model = longLine(70'000) + lineEnd + longLine(90'000) + lineEnd + u"end"_qs;
         const QString first = model;
         load(model.toUtf8());
         // Each step lays out a line of some 64 KB, which is nearly all it takes.
@@ -306,8 +306,8 @@ TEST_F(LoadedLongLine, AgreesWithAPlainTextThroughRandomEdits) {
             control.setSelection(at, at);
             switch (random() % 6) {
                 case 0:
-                    control.type(QStringLiteral("xyz"));
-                    model.insert(at, QStringLiteral("xyz"));
+                    control.type(u"xyz"_qs);
+                    model.insert(at, u"xyz"_qs);
                     break;
                 case 1:
                     key(Qt::Key_Backspace);

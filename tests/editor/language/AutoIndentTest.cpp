@@ -57,14 +57,18 @@ class LanguageIndentTest : public testing::Test {
 
 TEST(AutoIndent, AMarkOfLettersIsAWholeWord) {
     const LanguageDefinition language = marked("then { do:", "end }");
-    for (const char* line : {"if x then", "then", "x {  ", "f(){", "  THEN\t", "a do:"})
+    for (const char* line : {"if x then", "then", "x {  ", "f(){", "  THEN\t", "a do:"}) {
         EXPECT_TRUE(AutoIndent::opensLevel(line, language)) << line;
-    for (const char* line : {"", "   ", "if x then y", "athen", "{ x", "do"})
+    }
+    for (const char* line : {"", "   ", "if x then y", "athen", "{ x", "do"}) {
         EXPECT_FALSE(AutoIndent::opensLevel(line, language)) << line;
-    for (const char* line : {"end", "  end if", "\t}", "};", "End."})
+    }
+    for (const char* line : {"end", "  end if", "\t}", "};", "End."}) {
         EXPECT_TRUE(AutoIndent::beginsClosing(line, language)) << line;
-    for (const char* line : {"", "ending", "x end", "en"})
+    }
+    for (const char* line : {"", "ending", "x end", "en"}) {
         EXPECT_FALSE(AutoIndent::beginsClosing(line, language)) << line;
+    }
 }
 
 TEST(AutoIndent, FrontsAreMadeOfWhatTheUnitSays) {
@@ -87,133 +91,133 @@ TEST(AutoIndent, ATextShowsHowItIsIndented) {
 }
 
 TEST_F(LanguageIndentTest, ALineBehindAnOpeningMarkIsIndented) {
-    put(QStringLiteral("if x {|"));
+    put(u"if x {|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("if x {\n  |"));
-    type(QStringLiteral("y"));
+    EXPECT_EQ(shown(), u"if x {\n  |"_qs);
+    type(u"y"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("if x {\n  y\n  |"));
-    put(QStringLiteral("\tif x then|"));
+    EXPECT_EQ(shown(), u"if x {\n  y\n  |"_qs);
+    put(u"\tif x then|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("\tif x then\n\t\t|"));
+    EXPECT_EQ(shown(), u"\tif x then\n\t\t|"_qs);
 }
 
 TEST_F(LanguageIndentTest, WhatCommentsAndStringsEndInOpensNothing) {
-    put(QStringLiteral("x { // why|"));
+    put(u"x { // why|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("x { // why\n  |"));
+    EXPECT_EQ(shown(), u"x { // why\n  |"_qs);
     for (const char* line : {"x // {", "/* {", "\"{", "x"}) {
         put(QString::fromLatin1(line) + u'|');
         enter();
-        EXPECT_EQ(shown(), QString::fromLatin1(line) + QStringLiteral("\n|")) << line;
+        EXPECT_EQ(shown(), QString::fromLatin1(line) + u"\n|"_qs) << line;
     }
 }
 
 TEST_F(LanguageIndentTest, AClosingBracketGoesUnderTheLineOfItsPartner) {
-    put(QStringLiteral("a {\n  b(\n      |"));
-    type(QStringLiteral(")"));
-    EXPECT_EQ(shown(), QStringLiteral("a {\n  b(\n  )|"));
+    put(u"a {\n  b(\n      |"_qs);
+    type(u")"_qs);
+    EXPECT_EQ(shown(), u"a {\n  b(\n  )|"_qs);
     enter();
-    type(QStringLiteral("}"));
-    EXPECT_EQ(shown(), QStringLiteral("a {\n  b(\n  )\n}|"));
+    type(u"}"_qs);
+    EXPECT_EQ(shown(), u"a {\n  b(\n  )\n}|"_qs);
 }
 
 TEST_F(LanguageIndentTest, AClosingWordGoesBackALevelOnceItIsComplete) {
-    put(QStringLiteral("  if x then\n    y\n    |"));
-    type(QStringLiteral("end"));
-    EXPECT_EQ(shown(), QStringLiteral("  if x then\n    y\n    end|"));
-    type(QStringLiteral(" "));
-    EXPECT_EQ(shown(), QStringLiteral("  if x then\n    y\n  end |"));
-    put(QStringLiteral("if x:\n  y\n  |"));
-    type(QStringLiteral("else:"));
-    EXPECT_EQ(shown(), QStringLiteral("if x:\n  y\nelse:|"));
-    put(QStringLiteral("if x then\n  y\n  end|"));
+    put(u"  if x then\n    y\n    |"_qs);
+    type(u"end"_qs);
+    EXPECT_EQ(shown(), u"  if x then\n    y\n    end|"_qs);
+    type(u" "_qs);
+    EXPECT_EQ(shown(), u"  if x then\n    y\n  end |"_qs);
+    put(u"if x:\n  y\n  |"_qs);
+    type(u"else:"_qs);
+    EXPECT_EQ(shown(), u"if x:\n  y\nelse:|"_qs);
+    put(u"if x then\n  y\n  end|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("if x then\n  y\nend\n|"));
-    put(QStringLiteral("if x then\n  y\n  end|"));
-    type(QStringLiteral("ing "));
-    EXPECT_EQ(shown(), QStringLiteral("if x then\n  y\n  ending |"));
+    EXPECT_EQ(shown(), u"if x then\n  y\nend\n|"_qs);
+    put(u"if x then\n  y\n  end|"_qs);
+    type(u"ing "_qs);
+    EXPECT_EQ(shown(), u"if x then\n  y\n  ending |"_qs);
 }
 
 TEST_F(LanguageIndentTest, RightBehindTheLineThatOpensALevelAWordGoesUnderIt) {
-    put(QStringLiteral("  if x then\n\n    |"));
-    type(QStringLiteral("end "));
-    EXPECT_EQ(shown(), QStringLiteral("  if x then\n\n  end |"));
+    put(u"  if x then\n\n    |"_qs);
+    type(u"end "_qs);
+    EXPECT_EQ(shown(), u"  if x then\n\n  end |"_qs);
 }
 
 TEST_F(LanguageIndentTest, NothingIsEverMovedOnward) {
-    put(QStringLiteral("  a {\n|"));
-    type(QStringLiteral("}"));
-    EXPECT_EQ(shown(), QStringLiteral("  a {\n}|"));
-    put(QStringLiteral("}\n  |"));
-    type(QStringLiteral("}"));
-    EXPECT_EQ(shown(), QStringLiteral("}\n  }|")) << "it has no partner";
+    put(u"  a {\n|"_qs);
+    type(u"}"_qs);
+    EXPECT_EQ(shown(), u"  a {\n}|"_qs);
+    put(u"}\n  |"_qs);
+    type(u"}"_qs);
+    EXPECT_EQ(shown(), u"}\n  }|"_qs) << "it has no partner";
 }
 
 TEST_F(LanguageIndentTest, ClosingMarksInCommentsStayWhereTheyAre) {
-    put(QStringLiteral("a {\n  /*\n  |"));
-    type(QStringLiteral("}"));
-    EXPECT_EQ(shown(), QStringLiteral("a {\n  /*\n  }|"));
+    put(u"a {\n  /*\n  |"_qs);
+    type(u"}"_qs);
+    EXPECT_EQ(shown(), u"a {\n  /*\n  }|"_qs);
 }
 
 TEST_F(LanguageIndentTest, ALineEndInFrontOfAClosingBracketTakesItBack) {
-    put(QStringLiteral("  a {|}"));
+    put(u"  a {|}"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("  a {\n  |}"));
+    EXPECT_EQ(shown(), u"  a {\n  |}"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("  a {}"));
+    EXPECT_EQ(control.Text(), u"  a {}"_qs);
 }
 
 TEST_F(LanguageIndentTest, TakingBackAClosingGivesItsFrontBack) {
-    put(QStringLiteral("a {\n    |"));
-    type(QStringLiteral("}"));
-    ASSERT_EQ(shown(), QStringLiteral("a {\n}|"));
+    put(u"a {\n    |"_qs);
+    type(u"}"_qs);
+    ASSERT_EQ(shown(), u"a {\n}|"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("a {\n    }"));
+    EXPECT_EQ(control.Text(), u"a {\n    }"_qs);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("a {\n    "));
+    EXPECT_EQ(control.Text(), u"a {\n    "_qs);
 }
 
 TEST_F(LanguageIndentTest, IsLeftAloneWhereItIsSwitchedOffOrCanNotBe) {
     control.setAutoIndent(false);
-    put(QStringLiteral("a {|"));
+    put(u"a {|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("a {\n|"));
-    put(QStringLiteral("a {\n  |"));
-    type(QStringLiteral("}"));
-    EXPECT_EQ(shown(), QStringLiteral("a {\n  }|"));
+    EXPECT_EQ(shown(), u"a {\n|"_qs);
+    put(u"a {\n  |"_qs);
+    type(u"}"_qs);
+    EXPECT_EQ(shown(), u"a {\n  }|"_qs);
     control.setAutoIndent(true);
     control.setLanguage(nullptr);
-    put(QStringLiteral("  a {|"));
+    put(u"  a {|"_qs);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("  a {\n  |"));
+    EXPECT_EQ(shown(), u"  a {\n  |"_qs);
     control.setLanguage(&language);
-    put(QStringLiteral("a {|"));
+    put(u"a {|"_qs);
     control.setLocked(true);
     enter();
-    EXPECT_EQ(shown(), QStringLiteral("a {|"));
+    EXPECT_EQ(shown(), u"a {|"_qs);
 }
 
 TEST_F(LanguageIndentTest, TabAndIndentGoByTheLanguage) {
-    put(QStringLiteral("|a"));
+    put(u"|a"_qs);
     QTest::keyClick(&control, Qt::Key_Tab);
-    EXPECT_EQ(control.Text(), QStringLiteral("  a"));
+    EXPECT_EQ(control.Text(), u"  a"_qs);
     control.ExecuteCmd(163);
-    EXPECT_EQ(control.Text(), QStringLiteral("    a"));
+    EXPECT_EQ(control.Text(), u"    a"_qs);
     control.ExecuteCmd(127);
-    EXPECT_EQ(control.Text(), QStringLiteral("  a"));
+    EXPECT_EQ(control.Text(), u"  a"_qs);
     language.indentsWithTabs = true;
-    put(QStringLiteral("|a"));
+    put(u"|a"_qs);
     control.setLanguage(nullptr);
     control.setLanguage(&language);
     QTest::keyClick(&control, Qt::Key_Tab);
-    EXPECT_EQ(control.Text(), QStringLiteral("\ta"));
+    EXPECT_EQ(control.Text(), u"\ta"_qs);
     control.setBlanksForTabs(true);
-    put(QStringLiteral("|a"));
+    put(u"|a"_qs);
     QTest::keyClick(&control, Qt::Key_Tab);
-    EXPECT_EQ(control.Text(), QStringLiteral("  a"));
+    EXPECT_EQ(control.Text(), u"  a"_qs);
     control.setBlanksForTabs(false);
-    put(QStringLiteral("a\n    b|"));
+    put(u"a\n    b|"_qs);
     control.setLanguage(nullptr);
     control.setLanguage(&language);
     QTest::keyClick(&control, Qt::Key_Home);

@@ -37,8 +37,9 @@ TEST(BraceScan, FindsThePartnerInBothDirections) {
 }
 
 TEST(BraceScan, OtherBytesHaveNoPartner) {
-    for (const qint64 place : {-1, 0, 2, 3})
+    for (const qint64 place : {-1, 0, 2, 3}) {
         EXPECT_EQ(match("a()", place == 2 ? 0 : place).kind, Match::Kind::None) << place;
+    }
     EXPECT_EQ(match("", 0).kind, Match::Kind::None);
 }
 
@@ -80,7 +81,8 @@ TEST(BraceScan, AgreesWithAStackOfBraces) {
             partner[open.back()] = static_cast<qint64>(at);
             open.pop_back();
         }
-        for (std::size_t at = 0; at < text.size(); ++at)
+        for (std::size_t at = 0; at < text.size(); ++at) {
             EXPECT_EQ(match(text, static_cast<qint64>(at)).partner, partner[at]) << text << ' ' << at;
+        }
     }
 }

@@ -12,16 +12,19 @@ const QColor DarkGround = QColor(0x1E, 0x1E, 0x1E);
 
 TEST(TokenClasses, TheTableFollowsTheOrderOfTheClasses) {
     int number = 0;
-    for (const TokenClasses::Row& row : TokenClasses::table())
+    for (const TokenClasses::Row& row : TokenClasses::table()) {
         EXPECT_EQ(static_cast<int>(row.token), number++);
+    }
     EXPECT_EQ(number, TokenClasses::Count);
 }
 
 TEST(TokenClasses, EachIsFoundByItsName) {
-    for (const TokenClasses::Row& row : TokenClasses::table())
+    for (const TokenClasses::Row& row : TokenClasses::table()) {
         EXPECT_EQ(TokenClasses::byName(row.name), row.token);
-    for (const char* other : {"", "Comment", "comments", "comment "})
+    }
+    for (const char* other : {"", "Comment", "comments", "comment "}) {
         EXPECT_FALSE(TokenClasses::byName(other).has_value()) << other;
+    }
 }
 
 TEST(TokenClasses, TheThemesStandOutFromTheirGroundsAsTheyAre) {

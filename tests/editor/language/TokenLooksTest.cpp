@@ -14,7 +14,7 @@ const QColor LightGround = Qt::white;
 const QColor DarkGround = QColor(0x1E, 0x1E, 0x1E);
 
 QString key() {
-    return programKey() + QStringLiteral("/Languages");
+    return programKey() + u"/Languages"_qs;
 }
 
 QStringList storedNames(MemoryRegistry& registry) {
@@ -72,7 +72,7 @@ TEST(TokenLooks, WhatCanNotBeReadIsTheThemes) {
     const auto put = [&](const char* name, const RegistryValue& value) {
         registry.writeValue(HKEY_CURRENT_USER, key(), QString::fromLatin1(name), value);
     };
-    put("ColorOnLight.keyword", RegistryData::fromText(QStringLiteral("red")));
+    put("ColorOnLight.keyword", RegistryData::fromText(u"red"_qs));
     put("ColorOnLight.type", RegistryData::fromInteger(-1));
     put("ColorOnLight.string", RegistryData::fromInteger(0x1000000));
     put("Bold.keyword", RegistryData::fromInteger(2));
@@ -85,9 +85,9 @@ TEST(TokenLooks, WhatCanNotBeReadIsTheThemes) {
 
 TEST(TokenLooks, LeaveOtherValuesOfTheirKeyAlone) {
     MemoryRegistry registry;
-    registry.writeValue(HKEY_CURRENT_USER, key(), QStringLiteral("TabWidth"), RegistryData::fromInteger(3));
+    registry.writeValue(HKEY_CURRENT_USER, key(), u"TabWidth"_qs, RegistryData::fromInteger(3));
     ASSERT_EQ(TokenLooks().save(registry), RegistryCode::Ok);
-    EXPECT_EQ(storedNames(registry), QStringList(QStringLiteral("TabWidth")));
+    EXPECT_EQ(storedNames(registry), QStringList(u"TabWidth"_qs));
 }
 
 TEST(TokenTheme, IsKeptAndTellsOfEachChangeOnce) {

@@ -16,7 +16,7 @@
 
 namespace {
 
-const QString key = QStringLiteral("Software/Quillmark/Languages");
+const QString key = u"Software/Quillmark/Languages"_qs;
 
 /// Says no to every write from the given one on.
 class FullRegistry : public MemoryRegistry {
@@ -70,7 +70,7 @@ struct ASharedProfile : AProfile {
         first.ExecuteCmd(224);
         auto& dialog = *first.findChild<ControlProperties*>();
         change(dialog);
-        dialog.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+        dialog.findChild<QPushButton*>(u"cmdOK"_qs)->click();
     }
     static void tick(const ControlProperties& dialog, const char* name) {
         dialog.findChild<QCheckBox*>(QString::fromLatin1(name))->click();
@@ -125,7 +125,7 @@ TEST_F(AProfile, OfAnEmptyStoreLeavesAControlAsItIs) {
 
 TEST_F(AProfile, TakesNothingThatCannotBeRead) {
     put("WordWrap", RegistryData::fromInteger(2));
-    put("AutoIndent", RegistryData::fromText(QStringLiteral("0")));
+    put("AutoIndent", RegistryData::fromText(u"0"_qs));
     put("TabWidth", RegistryData::fromInteger(0));
     put("BackgroundColor", RegistryData::fromInteger(-1));
     put("LeftMarginColor", RegistryData::fromInteger(0x1000000));
@@ -153,12 +153,12 @@ TEST_F(AProfile, ForgetsAColourThatWasReset) {
 }
 
 TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
-    const RegistryValue other = RegistryData::fromText(QStringLiteral("Ctrl + 1"));
+    const RegistryValue other = RegistryData::fromText(u"Ctrl + 1"_qs);
     put("Other", other);
     TextControl control;
     ControlProfile::of(control).save(registry);
     RegistryValue value;
-    EXPECT_EQ(registry.readValue(HKEY_CURRENT_USER, key, QStringLiteral("Other"), value), RegistryCode::Ok);
+    EXPECT_EQ(registry.readValue(HKEY_CURRENT_USER, key, u"Other"_qs, value), RegistryCode::Ok);
     EXPECT_EQ(value, other);
 }
 
@@ -171,7 +171,7 @@ TEST_F(AProfile, SaysWhyItWasNotStored) {
 TEST_F(ASharedProfile, ChangesAllControlsAtOnceAndTheStore) {
     inDialog([](const ControlProperties& dialog) {
         tick(dialog, "chkWordWrap");
-        dialog.findChild<QSpinBox*>(QStringLiteral("numTabWidth"))->setValue(3);
+        dialog.findChild<QSpinBox*>(u"numTabWidth"_qs)->setValue(3);
     });
     EXPECT_TRUE(second.WordWrap());
     EXPECT_EQ(second.TabWidth(), 3);
@@ -207,9 +207,8 @@ TEST_F(ASharedProfile, IsHowControlsToComeBegin) {
 TEST_F(ASharedProfile, TakesBackAColourEverywhere) {
     for (TextControl* control : {&first, &second})
         control->setElementColour(TextControl::LeftMarginElement, QColor(9, 9, 9));
-    inDialog([](const ControlProperties& dialog) {
-        dialog.findChild<QPushButton*>(QStringLiteral("cmdResetLeftMargin"))->click();
-    });
+    inDialog(
+        [](const ControlProperties& dialog) { dialog.findChild<QPushButton*>(u"cmdResetLeftMargin"_qs)->click(); });
     EXPECT_FALSE(second.elementColour(TextControl::LeftMarginElement).isValid());
 }
 

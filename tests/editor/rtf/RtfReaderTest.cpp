@@ -11,7 +11,7 @@
 namespace {
 
 QString read(const char* rtf) {
-    return plainTextOfRtf(QString::fromUtf8(rtf)).value_or(QStringLiteral("(none)"));
+    return plainTextOfRtf(QString::fromUtf8(rtf)).value_or(u"(none)"_qs);
 }
 
 }  // namespace
@@ -19,14 +19,14 @@ QString read(const char* rtf) {
 TEST(RtfReader, TakesTheTextAndLeavesItsLooks) {
     EXPECT_EQ(
         read("{\\rtf1\\ansi{\\fonttbl{\\f0 Courier;}}{\\colortbl;\\red1\\green2\\blue3;}\\f0\\fs20 one {\\b two}}"),
-        QStringLiteral("one two"));
-    EXPECT_EQ(read("{\\rtf1{\\*\\generator someone;}{\\info{\\title none}}one}"), QStringLiteral("one"));
-    EXPECT_EQ(read("{\\rtf1 a{\\pict\\bin3 }}}}b}"), QStringLiteral("ab"));
+        u"one two"_qs);
+    EXPECT_EQ(read("{\\rtf1{\\*\\generator someone;}{\\info{\\title none}}one}"), u"one"_qs);
+    EXPECT_EQ(read("{\\rtf1 a{\\pict\\bin3 }}}}b}"), u"ab"_qs);
 }
 
 TEST(RtfReader, EndsLinesAndParagraphs) {
-    EXPECT_EQ(read("{\\rtf1 a\\par\r\nb\\line c\\\nd\r\ne}"), QStringLiteral("a\nb\nc\nde"));
-    EXPECT_EQ(read("{\\rtf1 a\\tab b\\pard c}"), QStringLiteral("a\tbc"));
+    EXPECT_EQ(read("{\\rtf1 a\\par\r\nb\\line c\\\nd\r\ne}"), u"a\nb\nc\nde"_qs);
+    EXPECT_EQ(read("{\\rtf1 a\\tab b\\pard c}"), u"a\tbc"_qs);
 }
 
 TEST(RtfReader, KnowsCharacters) {
@@ -40,17 +40,18 @@ TEST(RtfReader, KnowsCharacters) {
 
 TEST(RtfReader, GivesNothingForWhatIsNoneOrBreaksOff) {
     for (const char* bad :
-         {"", "one", "{one}", "{\\rtf1 one", "{\\rtf1 one\\", "{\\rtf1 \\'g0}", "{\\rtf1 \\'e", "\\rtf1"})
+         {"", "one", "{one}", "{\\rtf1 one", "{\\rtf1 one\\", "{\\rtf1 \\'g0}", "{\\rtf1 \\'e", "\\rtf1"}) {
         EXPECT_FALSE(plainTextOfRtf(QString::fromUtf8(bad))) << bad;
-    EXPECT_FALSE(plainTextOfRtf(QStringLiteral("{\\rtf1") + QString(5000, u'{') + QString(5001, u'}')));
-    EXPECT_EQ(read("{\\rtf1 one} and more"), QStringLiteral("one"));
+    }
+    EXPECT_FALSE(plainTextOfRtf(u"{\\rtf1"_qs + QString(5000, u'{') + QString(5001, u'}')));
+    EXPECT_EQ(read("{\\rtf1 one} and more"), u"one"_qs);
 }
 
 TEST(RtfReader, GetsBackWhatTheWriterWrote) {
     std::mt19937 random(5);
     static const char* const parts[] = {"a", " ", "\\", "{", "}", "\t", "ä", "漢", "😀", "\n", "1", "-", "?", "'"};
     for (int round = 0; round < 300; ++round) {
-        RtfWriter writer(QStringLiteral("Some Font"), 10);
+        RtfWriter writer(u"Some Font"_qs, 10);
         QString text;
         for (unsigned run = random() % 4; run > 0; --run) {
             QString piece;
@@ -69,7 +70,7 @@ TEST(RtfReader, SurvivesAnyTextBehindItsBeginning) {
                                         "99999999999", "'", "*", "uc", " ",   "par"};
     int read = 0;
     for (int round = 0; round < 3000; ++round) {
-        QString rtf = QStringLiteral("{\\rtf1");
+        QString rtf = u"{\\rtf1"_qs;
         for (unsigned length = random() % 30; length > 0; --length)
             rtf += QLatin1String(parts[random() % 13]);
         read += plainTextOfRtf(rtf) ? 1 : 0;
@@ -83,17 +84,17 @@ TEST(RtfReader, GivesTheControlItsText) {
     QSignalSpy failures(&control, &TextControl::CommandFailed);
     QSignalSpy changes(&control, &TextControl::Change);
     control.convertLineEnds(TextControl::SC_EOL_CRLF);
-    EXPECT_TRUE(control.setTextRTF(QStringLiteral("{\\rtf1 one\\par two}")));
-    EXPECT_EQ(control.Text(), QStringLiteral("one\r\ntwo"));
+    EXPECT_TRUE(control.setTextRTF(u"{\\rtf1 one\\par two}"_qs));
+    EXPECT_EQ(control.Text(), u"one\r\ntwo"_qs);
     EXPECT_EQ(changes.count(), 1);
     control.setSelection(0, 3);
-    EXPECT_TRUE(control.setSelRTF(QStringLiteral("{\\rtf1 1}")));
-    EXPECT_EQ(control.Text(), QStringLiteral("1\r\ntwo"));
+    EXPECT_TRUE(control.setSelRTF(u"{\\rtf1 1}"_qs));
+    EXPECT_EQ(control.Text(), u"1\r\ntwo"_qs);
     EXPECT_EQ(failures.count(), 0);
-    EXPECT_FALSE(control.setTextRTF(QStringLiteral("two")));
-    EXPECT_FALSE(control.setSelRTF(QStringLiteral("two")));
-    EXPECT_EQ(control.Text(), QStringLiteral("1\r\ntwo"));
+    EXPECT_FALSE(control.setTextRTF(u"two"_qs));
+    EXPECT_FALSE(control.setSelRTF(u"two"_qs));
+    EXPECT_EQ(control.Text(), u"1\r\ntwo"_qs);
     EXPECT_EQ(failures.count(), 2);
     control.Undo();
-    EXPECT_EQ(control.Text(), QStringLiteral("one\r\ntwo"));
+    EXPECT_EQ(control.Text(), u"one\r\ntwo"_qs);
 }

@@ -7,7 +7,7 @@
 namespace {
 
 std::string bodyOf(const char* text) {
-    RtfWriter writer(QStringLiteral("Mono"), 10);
+    RtfWriter writer(u"Mono"_qs, 10);
     writer.append(QString::fromUtf8(text), {});
     const std::string rtf = writer.finished().toStdString();
     const std::string begin = "{\\cf1 ";
@@ -30,7 +30,7 @@ TEST(RtfWriter, EscapesWhatItsFormUses) {
 
 TEST(RtfWriter, EachLineEndIsOneParagraph) {
     EXPECT_EQ(bodyOf("a\nb\r\nc\rd"), "a\\par\nb\\par\nc\\par\nd");
-    RtfWriter writer(QStringLiteral("Mono"), 10);
+    RtfWriter writer(u"Mono"_qs, 10);
     writer.append(u"a\r", {});
     writer.append(u"\nb", {});
     EXPECT_EQ(writer.finished().count("\\par"), 1);
@@ -42,7 +42,7 @@ TEST(RtfWriter, WritesOtherCharactersByTheirUnits) {
 }
 
 TEST(RtfWriter, ListsEachColourOnce) {
-    RtfWriter writer(QStringLiteral("Mono"), 10);
+    RtfWriter writer(u"Mono"_qs, 10);
     writer.append(u"a", {QColor(1, 2, 3), true, false});
     writer.append(u"b", {QColor(4, 5, 6), false, true});
     writer.append(u"c", {QColor(1, 2, 3), false, false});

@@ -38,7 +38,7 @@ struct PropertiesOfAControl : testing::Test {
     }
     static void click(const ControlProperties& dialog, const char* name) { part<QPushButton>(dialog, name).click(); }
     QString fileOf(const QByteArray& bytes) const {
-        QFile file(folder.filePath(QStringLiteral("a.txt")));
+        QFile file(folder.filePath(u"a.txt"_qs));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         return file.fileName();
@@ -104,7 +104,7 @@ TEST_F(PropertiesOfAControl, ColoursAreChosenAndReset) {
         chooser->setCurrentColor(QColor(1, 2, 3));
         chooser->accept();
         delete chooser;
-        EXPECT_EQ(part<QPushButton>(dialog, name).text(), QStringLiteral("#010203"));
+        EXPECT_EQ(part<QPushButton>(dialog, name).text(), u"#010203"_qs);
     }
     click(dialog, "cmdResetLeftMargin");
     click(dialog, "cmdOK");
@@ -132,31 +132,31 @@ TEST_F(PropertiesOfAControl, LineEndsAreConverted) {
     EXPECT_EQ(ends.currentData().toInt(), TextControl::SC_EOL_LF);
     ends.setCurrentIndex(1);
     click(dialog, "cmdConvert");
-    EXPECT_EQ(control.Text(), QStringLiteral("a\r\nb\r\nc\r\nd"));
+    EXPECT_EQ(control.Text(), u"a\r\nb\r\nc\r\nd"_qs);
     EXPECT_EQ(changes.count(), 1);
     EXPECT_FALSE(control.CanUndo());
     EXPECT_TRUE(control.BookmarkAt(2));
     ends.setCurrentIndex(2);
     click(dialog, "cmdConvert");
-    EXPECT_EQ(control.Text(), QStringLiteral("a\rb\rc\rd"));
+    EXPECT_EQ(control.Text(), u"a\rb\rc\rd"_qs);
     control.setSelection(1, 1);
     QTest::keyClick(&control, Qt::Key_Return);
-    EXPECT_EQ(control.Text(), QStringLiteral("a\r\rb\rc\rd"));
+    EXPECT_EQ(control.Text(), u"a\r\rb\rc\rd"_qs);
 }
 
 TEST_F(PropertiesOfAControl, LineEndsStayWhileLockedOrHeldInPieces) {
-    control.setText(QStringLiteral("a\n"));
+    control.setText(u"a\n"_qs);
     control.setLocked(true);
     EXPECT_FALSE(part<QPushButton>(open(), "cmdConvert").isEnabled());
     control.convertLineEnds(TextControl::SC_EOL_CRLF);
-    EXPECT_EQ(control.Text(), QStringLiteral("a\n"));
+    EXPECT_EQ(control.Text(), u"a\n"_qs);
     delete control.findChild<ControlProperties*>();
     control.setLocked(false);
     const QString text = QString(100'000, u'a') + u'\n';
     control.setText(text);
     ControlProperties& dialog = open();
     EXPECT_FALSE(part<QPushButton>(dialog, "cmdConvert").isEnabled());
-    EXPECT_TRUE(part<QLabel>(dialog, "lblFileNote").text().contains(QStringLiteral("pieces")));
+    EXPECT_TRUE(part<QLabel>(dialog, "lblFileNote").text().contains(u"pieces"_qs));
     control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_TRUE(control.Text() == text);
 }
@@ -187,12 +187,12 @@ TEST_F(PropertiesOfAControl, AnEditedTextIsNotOpenedAgain) {
     EXPECT_TRUE(control.canReopen());
     control.convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_FALSE(control.canReopen());
-    ASSERT_FALSE(control.SaveFile(folder.filePath(QStringLiteral("a.txt")), SaveFlags::AsLoaded));
+    ASSERT_FALSE(control.SaveFile(folder.filePath(u"a.txt"_qs), SaveFlags::AsLoaded));
     EXPECT_TRUE(control.canReopen());
-    control.type(QStringLiteral("x"));
+    control.type(u"x"_qs);
     EXPECT_FALSE(control.canReopen());
     EXPECT_FALSE(control.reopenAs(SaveFlags::Ansi));
-    EXPECT_EQ(control.Text(), QStringLiteral("xa\r\nb"));
+    EXPECT_EQ(control.Text(), u"xa\r\nb"_qs);
     EXPECT_FALSE(part<QPushButton>(open(), "cmdReopen").isEnabled());
 }
 
@@ -206,7 +206,7 @@ TEST_F(PropertiesOfAControl, EachCanBeReachedByKeyAndHasAName) {
     for (int page = 0; page < pages.count(); ++page) {
         EXPECT_TRUE(pages.tabText(page).contains(u'&'));
         for (const auto* widget : pages.widget(page)->findChildren<QWidget*>()) {
-            if (widget->objectName().startsWith(QStringLiteral("qt_")) || widget->focusPolicy() == Qt::NoFocus)
+            if (widget->objectName().startsWith(u"qt_"_qs) || widget->focusPolicy() == Qt::NoFocus)
                 continue;
             QAccessibleInterface* told = QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
             EXPECT_FALSE(told->text(QAccessible::Name).isEmpty()) << widget->objectName().toStdString();

@@ -29,8 +29,8 @@ struct Dialogs : testing::Test {
         control.resize(500, 300);
         control.show();
     }
-    FindDialog* find() { return control.findChild<FindDialog*>(QStringLiteral("FindDialog")); }
-    FindDialog* replace() { return control.findChild<FindDialog*>(QStringLiteral("ReplaceDialog")); }
+    FindDialog* find() { return control.findChild<FindDialog*>(u"FindDialog"_qs); }
+    FindDialog* replace() { return control.findChild<FindDialog*>(u"ReplaceDialog"_qs); }
     FindDialog& openFind() {
         SearchWindows::openFind(control);
         return *find();
@@ -65,7 +65,7 @@ TEST_F(ReplaceDialogWindow, NoLetterStandsForTwoThings) {
 }
 
 TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
-    control.setText(QStringLiteral("one two\nthree"));
+    control.setText(u"one two\nthree"_qs);
     control.setSelection(4, 7);
     control.setSearchWholeWord(true);
     SearchWindows::openFind(control);
@@ -73,20 +73,20 @@ TEST_F(FindDialogWindow, OpensWithTheSelectedTextAndTheControlsFlags) {
     FindDialog& dialog = *find();
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_FALSE(dialog.isModal());
-    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), QStringLiteral("two"));
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), u"two"_qs);
     EXPECT_TRUE(in<QCheckBox>(dialog, "chkWholeWord").isChecked());
     EXPECT_FALSE(in<QCheckBox>(dialog, "chkMatchCase").isChecked());
     EXPECT_FALSE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
     EXPECT_EQ(told.count(), 0);
-    EXPECT_EQ(dialog.findChild<QComboBox*>(QStringLiteral("cboReplace")), nullptr);
+    EXPECT_EQ(dialog.findChild<QComboBox*>(u"cboReplace"_qs), nullptr);
 }
 
 TEST_F(FindDialogWindow, OpensWithTheLastTextWhereLinesAreSelected) {
-    control.setText(QStringLiteral("one two\nthree"));
-    SearchHistory::ofFinds().add(QStringLiteral("last"));
+    control.setText(u"one two\nthree"_qs);
+    SearchHistory::ofFinds().add(u"last"_qs);
     control.SelectAll();
     FindDialog& dialog = openFind();
-    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), QStringLiteral("last"));
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").currentText(), u"last"_qs);
     EXPECT_TRUE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
 }
 
@@ -97,7 +97,7 @@ TEST_F(FindDialogWindow, IsThereOnceAndComesToTheFrontAgain) {
 }
 
 TEST_F(FindDialogWindow, FindsBothWays) {
-    control.setText(QStringLiteral("one two one"));
+    control.setText(u"one two one"_qs);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "one");
     press(dialog, "cmdFindNext");
@@ -111,21 +111,21 @@ TEST_F(FindDialogWindow, FindsBothWays) {
     press(dialog, "cmdFindPrevious");
     EXPECT_EQ(control.SelStart(), 8);
     EXPECT_EQ(told.count(), 4);
-    EXPECT_EQ(SearchHistory::ofFinds().entries().first(), QStringLiteral("one"));
-    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").itemText(0), QStringLiteral("one"));
+    EXPECT_EQ(SearchHistory::ofFinds().entries().first(), u"one"_qs);
+    EXPECT_EQ(in<QComboBox>(dialog, "cboFind").itemText(0), u"one"_qs);
 }
 
 TEST_F(FindDialogWindow, SearchesAtEnter) {
-    control.setText(QStringLiteral("one two"));
+    control.setText(u"one two"_qs);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "two");
     QTest::keyClick(in<QComboBox>(dialog, "cboFind").lineEdit(), Qt::Key_Return);
-    EXPECT_EQ(selected(), QStringLiteral("two"));
+    EXPECT_EQ(selected(), u"two"_qs);
     EXPECT_TRUE(dialog.isVisible());
 }
 
 TEST_F(FindDialogWindow, SearchesByItsFlags) {
-    control.setText(QStringLiteral("Ones ONE o.e"));
+    control.setText(u"Ones ONE o.e"_qs);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "ONE");
     check(dialog, "chkMatchCase");
@@ -147,7 +147,7 @@ TEST_F(FindDialogWindow, SearchesByItsFlags) {
 }
 
 TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
-    control.setText(QStringLiteral("one"));
+    control.setText(u"one"_qs);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "two");
     press(dialog, "cmdFindNext");
@@ -157,25 +157,25 @@ TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
     enter(dialog, "cboFind", "on(e");
     EXPECT_EQ(result(dialog), QString());
     press(dialog, "cmdFindNext");
-    EXPECT_TRUE(result(dialog).contains(QStringLiteral("missing closing parenthesis")));
-    EXPECT_TRUE(result(dialog).contains(QStringLiteral("5")));
+    EXPECT_TRUE(result(dialog).contains(u"missing closing parenthesis"_qs));
+    EXPECT_TRUE(result(dialog).contains(u"5"_qs));
     EXPECT_EQ(in<QComboBox>(dialog, "cboFind").lineEdit()->cursorPosition(), 4);
     EXPECT_EQ(told.count(), 2);
 }
 
 TEST_F(FindDialogWindow, BeginsWithTheNewestTextOfAnyControl) {
     TextControl other;
-    other.setText(QStringLiteral("newest"));
-    other.setSearchText(QStringLiteral("newest"));
-    other.setReplacementText(QStringLiteral("by"));
+    other.setText(u"newest"_qs);
+    other.setSearchText(u"newest"_qs);
+    other.setReplacementText(u"by"_qs);
     other.replaceNext();
-    control.setSearchText(QStringLiteral("older"));
-    EXPECT_EQ(in<QComboBox>(openFind(), "cboFind").currentText(), QStringLiteral("newest"));
-    EXPECT_EQ(in<QComboBox>(openReplace(), "cboReplace").currentText(), QStringLiteral("by"));
+    control.setSearchText(u"older"_qs);
+    EXPECT_EQ(in<QComboBox>(openFind(), "cboFind").currentText(), u"newest"_qs);
+    EXPECT_EQ(in<QComboBox>(openReplace(), "cboReplace").currentText(), u"by"_qs);
 }
 
 TEST_F(FindDialogWindow, GoesOnByF3) {
-    control.setText(QStringLiteral("one two one"));
+    control.setText(u"one two one"_qs);
     for (FindDialog* dialog : {&openFind(), &openReplace()}) {
         control.setSelection(0, 0);
         enter(*dialog, "cboFind", "one");
@@ -203,7 +203,7 @@ TEST_F(FindDialogWindow, OpensInTheUpperRightCornerOfTheText) {
 
 TEST_F(FindDialogWindow, StepsAsideForAMatchItCovers) {
     control.resize(500, 500);
-    control.setText(QStringLiteral("\n\n\n") + QString(60, u' ') + QStringLiteral("one\n"));
+    control.setText(u"\n\n\n"_qs + QString(60, u' ') + u"one\n"_qs);
     FindDialog& dialog = openFind();
     dialog.move(control.mapToGlobal(QPoint(0, 0)));
     dialog.resize(500, 150);
@@ -232,46 +232,47 @@ TEST_F(FindDialogWindow, ClosesWhenAnotherTextOfTheWindowGetsTheFocus) {
 }
 
 TEST_F(FindDialogWindow, KeepsToTheRangeThatWasChosen) {
-    control.setText(QStringLiteral("x a a\na a\na"));
+    control.setText(u"x a a\na a\na"_qs);
     control.setSelection(2, 8);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "a");
     press(dialog, "cmdFindNext");
     press(dialog, "cmdCount");
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 "))) << result(dialog).toStdString();
+    EXPECT_TRUE(result(dialog).startsWith(u"3 "_qs)) << result(dialog).toStdString();
     control.setSelection(0, 0);
-    control.setSelText(QStringLiteral("aaa\n"));
+    control.setSelText(u"aaa\n"_qs);
     press(dialog, "cmdFindNext");
     press(dialog, "cmdCount");
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 "))) << result(dialog).toStdString();
+    EXPECT_TRUE(result(dialog).startsWith(u"3 "_qs)) << result(dialog).toStdString();
     control.setSelection(0, 2);
     press(dialog, "cmdFindNext");
     press(dialog, "cmdCount");
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("2 "))) << result(dialog).toStdString();
+    EXPECT_TRUE(result(dialog).startsWith(u"2 "_qs)) << result(dialog).toStdString();
 }
 
 TEST_F(FindDialogWindow, Counts) {
-    control.setText(QStringLiteral("a a\na a"));
+    control.setText(u"a a\na a"_qs);
     control.setSelection(1, 5);
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "a");
     EXPECT_TRUE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
     press(dialog, "cmdCount");
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("2 ")));
+    EXPECT_TRUE(result(dialog).startsWith(u"2 "_qs));
     check(dialog, "chkInSelection");
     press(dialog, "cmdCount");
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("4 ")));
+    EXPECT_TRUE(result(dialog).startsWith(u"4 "_qs));
     enter(dialog, "cboFind", "b");
     press(dialog, "cmdCount");
-    EXPECT_FALSE(result(dialog).startsWith(QStringLiteral("0")));
+    EXPECT_FALSE(result(dialog).startsWith(u"0"_qs));
     EXPECT_EQ(control.SelStart(), 1);
 }
 
 TEST_F(FindDialogWindow, SearchesForNothingWithoutAText) {
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "");
-    for (const char* name : {"cmdFindNext", "cmdFindPrevious", "cmdCount"})
+    for (const char* name : {"cmdFindNext", "cmdFindPrevious", "cmdCount"}) {
         EXPECT_FALSE(in<QPushButton>(dialog, name).isEnabled()) << name;
+    }
     EXPECT_TRUE(in<QPushButton>(dialog, "cmdClose").isEnabled());
     enter(dialog, "cboFind", "a");
     EXPECT_TRUE(in<QPushButton>(dialog, "cmdFindNext").isEnabled());
@@ -324,7 +325,7 @@ TEST_F(FindDialogWindow, HasAKeyForEveryControl) {
             ++controls;
         };
         for (const auto* button : dialog->findChildren<QAbstractButton*>()) {
-            if (button->objectName() != QStringLiteral("cmdClose") && !button->objectName().startsWith(u"qt_"))
+            if (button->objectName() != u"cmdClose"_qs && !button->objectName().startsWith(u"qt_"))
                 take(button->text());
         }
         for (const auto* label : dialog->findChildren<QLabel*>()) {
@@ -332,54 +333,55 @@ TEST_F(FindDialogWindow, HasAKeyForEveryControl) {
                 take(label->text());
         }
         EXPECT_EQ(letters.size(), controls);
-        for (const auto* field : dialog->findChildren<QComboBox*>())
+        for (const auto* field : dialog->findChildren<QComboBox*>()) {
             EXPECT_FALSE(field->accessibleName().isEmpty());
+        }
     }
 }
 
 TEST_F(ReplaceDialogWindow, ReplacesOneMatchAfterTheOther) {
-    control.setText(QStringLiteral("one two one"));
+    control.setText(u"one two one"_qs);
     FindDialog& dialog = openReplace();
     enter(dialog, "cboFind", "one");
     enter(dialog, "cboReplace", "1");
     press(dialog, "cmdReplace");
-    EXPECT_EQ(control.Text(), QStringLiteral("one two one"));
+    EXPECT_EQ(control.Text(), u"one two one"_qs);
     press(dialog, "cmdReplace");
-    EXPECT_EQ(control.Text(), QStringLiteral("1 two one"));
+    EXPECT_EQ(control.Text(), u"1 two one"_qs);
     press(dialog, "cmdReplace");
-    EXPECT_EQ(control.Text(), QStringLiteral("1 two 1"));
+    EXPECT_EQ(control.Text(), u"1 two 1"_qs);
     EXPECT_FALSE(result(dialog).isEmpty());
     EXPECT_EQ(told.count(), 3);
-    EXPECT_EQ(SearchHistory::ofReplacements().entries().first(), QStringLiteral("1"));
+    EXPECT_EQ(SearchHistory::ofReplacements().entries().first(), u"1"_qs);
 }
 
 TEST_F(ReplaceDialogWindow, ReplacesAllAndTellsHowMany) {
-    control.setText(QStringLiteral("Red red\nRED"));
+    control.setText(u"Red red\nRED"_qs);
     FindDialog& dialog = openReplace();
     enter(dialog, "cboFind", "red");
     enter(dialog, "cboReplace", "blue");
     check(dialog, "chkPreserveCase");
     press(dialog, "cmdReplaceAll");
-    EXPECT_EQ(control.Text(), QStringLiteral("Blue blue\nBLUE"));
-    EXPECT_TRUE(result(dialog).startsWith(QStringLiteral("3 ")));
+    EXPECT_EQ(control.Text(), u"Blue blue\nBLUE"_qs);
+    EXPECT_TRUE(result(dialog).startsWith(u"3 "_qs));
     press(dialog, "cmdReplaceAll");
-    EXPECT_EQ(control.Text(), QStringLiteral("Blue blue\nBLUE"));
-    EXPECT_FALSE(result(dialog).startsWith(QStringLiteral("0")));
+    EXPECT_EQ(control.Text(), u"Blue blue\nBLUE"_qs);
+    EXPECT_FALSE(result(dialog).startsWith(u"0"_qs));
     EXPECT_EQ(told.count(), 2);
 }
 
 TEST_F(ReplaceDialogWindow, KeepsToTheSelectedLines) {
-    control.setText(QStringLiteral("a\na\na"));
+    control.setText(u"a\na\na"_qs);
     control.setSelection(0, 3);
     FindDialog& dialog = openReplace();
     enter(dialog, "cboFind", "a");
     enter(dialog, "cboReplace", "b");
     press(dialog, "cmdReplaceAll");
-    EXPECT_EQ(control.Text(), QStringLiteral("b\nb\na"));
+    EXPECT_EQ(control.Text(), u"b\nb\na"_qs);
 }
 
 TEST_F(ReplaceDialogWindow, ReplacesInTheChosenRangeAfterSingleReplacements) {
-    control.setText(QStringLiteral("a\na\na\na"));
+    control.setText(u"a\na\na\na"_qs);
     control.setSelection(0, 5);
     FindDialog& dialog = openReplace();
     enter(dialog, "cboFind", "a");
@@ -387,13 +389,13 @@ TEST_F(ReplaceDialogWindow, ReplacesInTheChosenRangeAfterSingleReplacements) {
     control.setSelection(0, 0);
     press(dialog, "cmdReplace");
     press(dialog, "cmdReplace");
-    EXPECT_EQ(control.Text(), QStringLiteral("long\na\na\na"));
+    EXPECT_EQ(control.Text(), u"long\na\na\na"_qs);
     press(dialog, "cmdReplaceAll");
-    EXPECT_EQ(control.Text(), QStringLiteral("long\nlong\nlong\na"));
+    EXPECT_EQ(control.Text(), u"long\nlong\nlong\na"_qs);
 }
 
 TEST_F(ReplaceDialogWindow, ReplacesNothingInALockedText) {
-    control.setText(QStringLiteral("a"));
+    control.setText(u"a"_qs);
     control.setLocked(true);
     FindDialog& dialog = openReplace();
     enter(dialog, "cboFind", "a");
@@ -412,7 +414,7 @@ TEST_F(ReplaceDialogWindow, StandsBesideTheFindDialog) {
 TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
     for (const char* button : {"cmdFindNext", "cmdFindPrevious", "cmdReplace", "cmdReplaceAll", "cmdCount"}) {
         auto* gone = new TextControl;
-        gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+        gone->setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
         gone->setSearchRegExp(true);
         SearchWindows::openReplace(*gone);
         const QPointer<FindDialog> dialog = gone->findChild<FindDialog*>();
@@ -427,20 +429,20 @@ TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
 }
 
 TEST_F(ReplaceDialogWindow, SaysThatASearchWasStopped) {
-    control.setText(QStringLiteral("b") + QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    control.setText(u"b"_qs + u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
     control.setSearchWatch([](bool) { return false; });
     FindDialog& dialog = openReplace();
     check(dialog, "chkRegExp");
     enter(dialog, "cboFind", "(a|aa)+$");
     for (const char* button : {"cmdFindNext", "cmdReplaceAll", "cmdCount"}) {
         press(dialog, button);
-        EXPECT_EQ(result(dialog), QStringLiteral("The search was stopped.")) << button;
+        EXPECT_EQ(result(dialog), u"The search was stopped."_qs) << button;
     }
     enter(dialog, "cboFind", "b|(a|aa)+$");
     enter(dialog, "cboReplace", "c");
     press(dialog, "cmdCount");
-    EXPECT_EQ(result(dialog), QStringLiteral("1 found. The search was stopped."));
+    EXPECT_EQ(result(dialog), u"1 found. The search was stopped."_qs);
     press(dialog, "cmdReplaceAll");
-    EXPECT_EQ(result(dialog), QStringLiteral("1 replaced. The search was stopped."));
-    EXPECT_TRUE(control.Text().startsWith(QStringLiteral("ca")));
+    EXPECT_EQ(result(dialog), u"1 replaced. The search was stopped."_qs);
+    EXPECT_TRUE(control.Text().startsWith(u"ca"_qs));
 }

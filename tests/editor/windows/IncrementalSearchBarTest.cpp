@@ -22,12 +22,12 @@ struct SearchBar : testing::Test {
     SearchBar() {
         control.resize(500, 300);
         control.show();
-        control.setText(QStringLiteral("one two\none three\ntwo"));
+        control.setText(u"one two\none three\ntwo"_qs);
     }
     void open(bool backwards = false) { SearchWindows::openIncremental(control, backwards); }
     IncrementalSearchBar& bar() { return *control.findChild<IncrementalSearchBar*>(); }
     QLineEdit& field() { return *bar().findChild<QLineEdit*>(); }
-    QString told() { return bar().findChild<QLabel*>(QStringLiteral("lblIncrementalSearch"))->text(); }
+    QString told() { return bar().findChild<QLabel*>(u"lblIncrementalSearch"_qs)->text(); }
     void type(const char* text) { QTest::keyClicks(&field(), QString::fromUtf8(text)); }
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&field(), key, modifiers); }
     std::pair<qint64, qint64> selected() { return {control.AnchorPosition(), control.CaretPosition()}; }
@@ -107,7 +107,7 @@ TEST_F(SearchBar, WhatIsTypedBehindAMatchFoundBackwardsMakesItLonger) {
 }
 
 TEST_F(SearchBar, EscapeGivesBackSeveralRangesAndThePartInSight) {
-    control.setText(QStringLiteral("one two\n").repeated(200));
+    control.setText(u"one two\n"_qs.repeated(200));
     control.setSelection(0, 3);
     control.SendScintilla(QsciScintillaBase::SCI_ADDSELECTION, 8UL, 11L);
     control.SendScintilla(QsciScintillaBase::SCI_SETFIRSTVISIBLELINE, 50UL);
@@ -131,7 +131,7 @@ TEST_F(SearchBar, EscapeInTheTextClosesItWhereTheSearchHasComeTo) {
 TEST_F(SearchBar, EscapeOnAButtonClosesIt) {
     open();
     type("three");
-    QTest::keyClick(bar().findChild<QToolButton*>(QStringLiteral("cmdIncrementalNext")), Qt::Key_Escape);
+    QTest::keyClick(bar().findChild<QToolButton*>(u"cmdIncrementalNext"_qs), Qt::Key_Escape);
     EXPECT_FALSE(bar().isVisible());
     EXPECT_EQ(selected(), Selected(0, 0));
 }
@@ -160,7 +160,7 @@ TEST_F(SearchBar, EscapeGivesTheSelectionBack) {
 TEST_F(SearchBar, ItsButtonLeavesTheMatch) {
     open();
     type("three");
-    bar().findChild<QToolButton*>(QStringLiteral("cmdIncrementalClose"))->click();
+    bar().findChild<QToolButton*>(u"cmdIncrementalClose"_qs)->click();
     EXPECT_FALSE(bar().isVisible());
     EXPECT_EQ(selected(), Selected(12, 17));
 }
@@ -178,7 +178,7 @@ TEST_F(SearchBar, TellsWhatIsWrongWithAnExpression) {
     control.setSearchRegExp(true);
     open();
     type("(");
-    EXPECT_TRUE(told().contains(QStringLiteral("missing closing parenthesis")));
+    EXPECT_TRUE(told().contains(u"missing closing parenthesis"_qs));
     type("two)$");
     EXPECT_EQ(selected(), Selected(4, 7));
     EXPECT_EQ(told(), QString());
@@ -194,7 +194,7 @@ TEST_F(SearchBar, OpenedAgainGoesAMatchFurther) {
 }
 
 TEST_F(SearchBar, OpenedTwiceLooksForTheLastText) {
-    control.setSearchText(QStringLiteral("three"));
+    control.setSearchText(u"three"_qs);
     open();
     open();
     EXPECT_EQ(selected(), Selected(12, 17));
@@ -203,10 +203,10 @@ TEST_F(SearchBar, OpenedTwiceLooksForTheLastText) {
 TEST_F(SearchBar, PutsIntoTheHistoryOnlyWhatWasLookedForOnPurpose) {
     open();
     type("thr");
-    EXPECT_NE(SearchHistory::ofFinds().entries().value(0), QStringLiteral("thr"));
+    EXPECT_NE(SearchHistory::ofFinds().entries().value(0), u"thr"_qs);
     key(Qt::Key_Return);
-    EXPECT_EQ(SearchHistory::ofFinds().entries().value(0), QStringLiteral("thr"));
-    EXPECT_FALSE(SearchHistory::ofFinds().entries().contains(QStringLiteral("th")));
+    EXPECT_EQ(SearchHistory::ofFinds().entries().value(0), u"thr"_qs);
+    EXPECT_FALSE(SearchHistory::ofFinds().entries().contains(u"th"_qs));
 }
 
 TEST_F(SearchBar, LiesBelowTheText) {
@@ -239,13 +239,13 @@ TEST_F(SearchBar, ItsKeysComeBeforeThoseOfMenus) {
 
 TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
     auto* gone = new TextControl;
-    gone->setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    gone->setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
     gone->show();
     gone->setSearchRegExp(true);
     SearchWindows::openIncremental(*gone, false);
     const QPointer<IncrementalSearchBar> goneBar = gone->findChild<IncrementalSearchBar*>();
     auto* goneField = goneBar->findChild<QLineEdit*>();
-    goneField->setText(QStringLiteral("(a|aa)+$"));
+    goneField->setText(u"(a|aa)+$"_qs);
     gone->setSearchWatch([gone](bool) {
         delete gone;
         return true;
@@ -255,15 +255,15 @@ TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
 }
 
 TEST_F(SearchBar, SaysThatASearchWasStopped) {
-    control.setText(QStringLiteral("aaaaaaaaaaaaaaaaaaaaaa!\n").repeated(3000));
+    control.setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
     control.setSearchRegExp(true);
     control.setSelection(3, 3);
     control.setSearchWatch([](bool) { return false; });
     for (const bool backwards : {false, true}) {
         open(backwards);
         field().clear();
-        QTest::keyClicks(&field(), QStringLiteral("(a|aa)+$"));
-        EXPECT_EQ(told(), QStringLiteral("The search was stopped."));
+        QTest::keyClicks(&field(), u"(a|aa)+$"_qs);
+        EXPECT_EQ(told(), u"The search was stopped."_qs);
         EXPECT_EQ(selected(), Selected(3, 3));
         key(Qt::Key_Escape);
     }
@@ -274,7 +274,7 @@ TEST_F(SearchBar, LeavesTheKeyboardToTheTextOnceALineIsGoneTo) {
     type("o");
     ASSERT_EQ(control.window()->focusWidget(), &field());
     ControlPrompts::askLine(control);
-    auto* prompt = control.findChild<QInputDialog*>(QStringLiteral("GotoLine"));
+    auto* prompt = control.findChild<QInputDialog*>(u"GotoLine"_qs);
     prompt->setIntValue(3);
     prompt->accept();
     EXPECT_EQ(control.CurrentLine(), 2);

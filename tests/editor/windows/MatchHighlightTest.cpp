@@ -42,7 +42,7 @@ struct Highlight : testing::Test {
 }  // namespace
 
 TEST_F(Highlight, MarksAllMatchesInSight) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     look("one");
     EXPECT_EQ(marks(0, 11), "###.....###");
     look("two");
@@ -55,7 +55,7 @@ TEST_F(Highlight, MarksAllMatchesInSight) {
 }
 
 TEST_F(Highlight, FollowsTheFlagsAndEdits) {
-    hold(QStringLiteral("one ONE"));
+    hold(u"one ONE"_qs);
     look("one");
     EXPECT_EQ(marks(0, 7), "###.###");
     control.setSearchCaseSensitive(true);
@@ -68,7 +68,7 @@ TEST_F(Highlight, FollowsTheFlagsAndEdits) {
 }
 
 TEST_F(Highlight, LeavesAloneWhatIsOutOfSight) {
-    hold(QStringLiteral("a\n").repeated(100'000));
+    hold(u"a\n"_qs.repeated(100'000));
     look("a");
     EXPECT_TRUE(marked(0));
     EXPECT_FALSE(marked(199'998));
@@ -79,7 +79,7 @@ TEST_F(Highlight, LeavesAloneWhatIsOutOfSight) {
 }
 
 TEST_F(Highlight, TakesNoEmptyMatchesAndNoInvalidExpression) {
-    hold(QStringLiteral("a\nb"));
+    hold(u"a\nb"_qs);
     control.setSearchRegExp(true);
     look("^");
     EXPECT_EQ(marks(0, 3), "...");
@@ -88,7 +88,7 @@ TEST_F(Highlight, TakesNoEmptyMatchesAndNoInvalidExpression) {
 }
 
 TEST_F(Highlight, RunsAcrossTheJointsOfALongLine) {
-    hold(QStringLiteral("x").repeated(200'000));
+    hold(u"x"_qs.repeated(200'000));
     look("x+");
     control.setSearchRegExp(true);
     highlight().refresh();
@@ -97,11 +97,11 @@ TEST_F(Highlight, RunsAcrossTheJointsOfALongLine) {
 }
 
 TEST_F(Highlight, ComesAndGoesWithTheBar) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     window.reset();
     SearchWindows::openIncremental(control, false);
-    auto* field = control.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
-    QTest::keyClicks(field, QStringLiteral("o"));
+    auto* field = control.findChild<QWidget*>(u"txtIncrementalSearch"_qs);
+    QTest::keyClicks(field, u"o"_qs);
     EXPECT_TRUE(QTest::qWaitFor([&] { return marked(8); }));
     EXPECT_EQ(marks(0, 11), "#.....#.#..");
     QTest::keyClick(field, Qt::Key_Escape);
@@ -109,7 +109,7 @@ TEST_F(Highlight, ComesAndGoesWithTheBar) {
 }
 
 TEST_F(Highlight, StaysAsLongAsOneOfTwoWindowsIsOpen) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     auto second = std::make_unique<MatchHighlight::Hold>(control);
     look("one");
     second.reset();
@@ -121,21 +121,21 @@ TEST_F(Highlight, StaysAsLongAsOneOfTwoWindowsIsOpen) {
 }
 
 TEST_F(Highlight, OfTheFindDialogOutlivesTheBar) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     window.reset();
     SearchWindows::openFind(control);
     SearchWindows::openIncremental(control, false);
-    auto* field = control.findChild<QWidget*>(QStringLiteral("txtIncrementalSearch"));
-    QTest::keyClicks(field, QStringLiteral("one"));
+    auto* field = control.findChild<QWidget*>(u"txtIncrementalSearch"_qs);
+    QTest::keyClicks(field, u"one"_qs);
     QTest::keyClick(field, Qt::Key_Escape);
     highlight().refresh();
     EXPECT_EQ(marks(0, 11), "###.....###");
 }
 
 TEST_F(Highlight, OfASearchWithoutAWindowStaysUntilEscape) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     window.reset();
-    control.setSearchText(QStringLiteral("one"));
+    control.setSearchText(u"one"_qs);
     highlight().refresh();
     EXPECT_EQ(marks(0, 11), "...........");
     control.ExecuteCmd(176);
@@ -152,12 +152,12 @@ TEST_F(Highlight, OfASearchWithoutAWindowStaysUntilEscape) {
 }
 
 TEST_F(Highlight, OfASearchEndsWithAnotherText) {
-    hold(QStringLiteral("one two one"));
+    hold(u"one two one"_qs);
     window.reset();
-    control.setSearchText(QStringLiteral("one"));
+    control.setSearchText(u"one"_qs);
     control.ExecuteCmd(176);
     highlight().refresh();
-    control.setSearchText(QStringLiteral("two"));
+    control.setSearchText(u"two"_qs);
     highlight().refresh();
     EXPECT_EQ(marks(0, 11), "...........");
     control.ExecuteCmd(176);
@@ -166,7 +166,7 @@ TEST_F(Highlight, OfASearchEndsWithAnotherText) {
 }
 
 TEST_F(Highlight, HasTheColourOfThePalette) {
-    hold(QStringLiteral("one"));
+    hold(u"one"_qs);
     QPalette palette = control.palette();
     palette.setColor(QPalette::Highlight, QColor(1, 2, 3));
     control.setPalette(palette);

@@ -13,7 +13,7 @@ struct Chosen : testing::Test {
     SearchRange range{control};
 
     Chosen() {
-        control.setText(QStringLiteral("one two three four"));
+        control.setText(u"one two three four"_qs);
         control.setSelection(4, 13);
     }
     std::pair<qint64, qint64> places() const {
@@ -44,9 +44,9 @@ TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
 TEST_F(SearchRangeOfAControl, IsWhatIsSelectedAnewButNoCaretAndNoMatch) {
     control.setSelection(2, 2);
     EXPECT_EQ(places(), Places(4, 13));
-    control.setSearchText(QStringLiteral("four"));
+    control.setSearchText(u"four"_qs);
     control.findNext();
-    EXPECT_EQ(control.SelText(), QStringLiteral("four"));
+    EXPECT_EQ(control.SelText(), u"four"_qs);
     EXPECT_EQ(places(), Places(4, 13));
     control.setSelection(8, 2);
     EXPECT_EQ(places(), Places(2, 8));
@@ -81,7 +81,7 @@ TEST_F(SearchRangeOfAControl, HoldsWhatIsPutInAtItsEnds) {
 
 TEST_F(SearchRangeOfAControl, EndsWithALoad) {
     QTemporaryDir folder;
-    QFile file(folder.filePath(QStringLiteral("a")));
+    QFile file(folder.filePath(u"a"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("another text of some length");
     file.close();

@@ -57,7 +57,7 @@ TEST_F(TokenColourPageTest, AChosenColourActsWhenApplied) {
     EXPECT_FALSE(part<QPushButton>("cmdTokenDefault")->isEnabled());
     pick(QColor(0, 90, 0));
     EXPECT_EQ(list().item(static_cast<int>(TokenClass::String))->foreground().color(), QColor(0, 90, 0));
-    EXPECT_EQ(part<QPushButton>("cmdTokenColor")->text(), QStringLiteral("Colo&r: #005A00"));
+    EXPECT_EQ(part<QPushButton>("cmdTokenColor")->text(), u"Colo&r: #005A00"_qs);
     EXPECT_EQ(theme.looks(), TokenLooks());
     page.apply();
     EXPECT_EQ(theme.looks().ownColour(TokenLooks::Light, TokenClass::String), QColor(0, 90, 0));
@@ -84,7 +84,7 @@ TEST_F(TokenColourPageTest, AColourThatCouldNotBeReadIsToldToBeShownOtherwise) {
     choose(TokenClass::Comment);
     EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
     pick(QColor(255, 255, 180));
-    EXPECT_TRUE(part<QLabel>("lblTokenNote")->text().startsWith(QStringLiteral("Shown as #")));
+    EXPECT_TRUE(part<QLabel>("lblTokenNote")->text().startsWith(u"Shown as #"_qs));
     choose(TokenClass::Number);
     EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
 }
@@ -110,9 +110,9 @@ TEST_F(TokenColourPageTest, ThePropertiesDialogHasItForAControlWithATheme) {
     ControlProperties dialog(control);
     auto* tokens = dialog.findChild<TokenColourPage*>();
     ASSERT_NE(tokens, nullptr);
-    EXPECT_GE(dialog.findChild<QTabWidget*>(QStringLiteral("tabPages"))->indexOf(tokens), 0);
+    EXPECT_GE(dialog.findChild<QTabWidget*>(u"tabPages"_qs)->indexOf(tokens), 0);
     tokens->findChild<QListWidget*>()->setCurrentRow(static_cast<int>(TokenClass::Error));
-    tokens->findChild<QCheckBox*>(QStringLiteral("chkTokenBold"))->click();
+    tokens->findChild<QCheckBox*>(u"chkTokenBold"_qs)->click();
     EXPECT_EQ(theme.looks(), TokenLooks());
     dialog.accept();
     EXPECT_TRUE(theme.looks().bold(TokenClass::Error));

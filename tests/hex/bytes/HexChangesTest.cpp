@@ -116,8 +116,9 @@ TEST_F(MarksOfChanges, AreNotMadeByReplacingAndFilling) {
     m_hex->ReplaceBytes(u"79 "_qs, 2);
     m_hex->fillBlock(Offset(2), Offset(2), 0x78);
     expectShown("zyxzbc");
-    for (int col = 0; col < 6; ++col)
+    for (int col = 0; col < 6; ++col) {
         EXPECT_FALSE(pane(1)->isMarked({0, col})) << col;
+    }
 }
 
 TEST_F(MarksOfChanges, ArePaintedInTheirColour) {
@@ -133,11 +134,13 @@ TEST_F(MarksOfChanges, ArePaintedInTheirColour) {
         }
         return false;
     };
-    for (const int number : {1, 2})
+    for (const int number : {1, 2}) {
         EXPECT_FALSE(hasColour(number, HexColours::changedBase(pane(number)->palette())));
+    }
     select(2, 2);
     type(u"ff"_qs);
     select(5, 5);
-    for (const int number : {1, 2})
+    for (const int number : {1, 2}) {
         EXPECT_TRUE(hasColour(number, HexColours::changedBase(pane(number)->palette())));
+    }
 }

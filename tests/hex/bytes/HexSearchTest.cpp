@@ -263,8 +263,9 @@ TEST_F(Searching, TakesUpperAndLowerCaseOfWindows1252Alike) {
         EXPECT_EQ(up(text(needle, HexFindType::AnyCase), 7 + bytes.size(), false) > 0, true);
     }
     m_file.bytes = "[{\xD7\xF7";
-    for (const auto& needle : {u"{{"_qs, u"\u00F7\u00D7"_qs})
+    for (const auto& needle : {u"{{"_qs, u"\u00F7\u00D7"_qs}) {
         EXPECT_EQ(down(text(needle, HexFindType::AnyCase), 1), -1);
+    }
 }
 
 TEST_F(Searching, TakesEachByteForItsLowerCaseAndNoOther) {

@@ -22,17 +22,20 @@ TEST(HexCells, HaveTwoUpperCaseDigits) {
 }
 
 TEST(HexCells, GiveTheirByteBack) {
-    for (int byte = 0; byte < 256; ++byte)
+    for (int byte = 0; byte < 256; ++byte) {
         EXPECT_EQ(HexCellToByte(ByteToHexCell(byte)), byte);
+    }
     EXPECT_EQ(HexCellToByte(u"A"_qs), 10);
     EXPECT_EQ(HexCellToByte(u" 7f "_qs), 127);
-    for (const auto& cell : {u"-1"_qs, QString(), u"x"_qs, u"100"_qs})
+    for (const auto& cell : {u"-1"_qs, QString(), u"x"_qs, u"100"_qs}) {
         EXPECT_EQ(HexCellToByte(cell), 0);
+    }
 }
 
 TEST(TextCells, ShowAPointBelowThirtyThreeAndElseTheCharacter) {
-    for (int byte = 0; byte < 33; ++byte)
+    for (int byte = 0; byte < 33; ++byte) {
         EXPECT_EQ(ByteToTextCell(byte), u"."_qs);
+    }
     EXPECT_EQ(ByteToTextCell(33), u"!"_qs);
     EXPECT_EQ(ByteToTextCell(127), QString(QChar(127)));
     EXPECT_EQ(ByteToTextCell(0x80), u"\u20AC"_qs);
@@ -67,8 +70,9 @@ TEST(HexTexts, AreReadThreeCharactersAByte) {
 
 TEST(HexTexts, OfAnotherFormHaveNoBytes) {
     for (const auto& text : {u"4142"_qs, u"AB    C0"_qs, u"xy "_qs, u"hello"_qs, u"-1 "_qs, u"0x1"_qs, u"+1 "_qs,
-                             u"AB C"_qs + QChar(0xE9)})
+                             u"AB C"_qs + QChar(0xE9)}) {
         EXPECT_EQ(bytesOfHexText(text), std::nullopt) << text.toStdString();
+    }
 }
 
 TEST(Texts, HaveTheBytesOfTheirCharactersOrNone) {

@@ -26,8 +26,9 @@ TEST(TheUndoLog, ForgetsTheOldestOfThirtyTwo) {
     HexUndoLog log;
     for (int i = 1; i <= 32; ++i)
         log.add(entry(i));
-    for (int i = 32; i >= 2; --i)
+    for (int i = 32; i >= 2; --i) {
         EXPECT_EQ(log.take(), entry(i));
+    }
     EXPECT_TRUE(log.isEmpty());
     EXPECT_EQ(log.take(), std::nullopt);
 }

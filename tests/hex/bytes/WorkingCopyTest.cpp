@@ -107,8 +107,9 @@ TEST_F(WorkingCopies, TakeTheNextSecondsNameWhenOneIsTaken) {
     auto first = copy();
     auto second = copy();
     auto third = copy();
-    for (WorkingCopy* each : {first.get(), second.get(), third.get()})
+    for (WorkingCopy* each : {first.get(), second.get(), third.get()}) {
         ASSERT_FALSE(each->load(file("some bytes"), watching()));
+    }
     EXPECT_EQ(first->name(), at(u"~hextemp235959.tmp"_qs));
     EXPECT_EQ(second->name(), at(u"~hextemp000000.tmp"_qs));
     EXPECT_EQ(third->name(), at(u"~hextemp000001.tmp"_qs));
@@ -297,8 +298,9 @@ TEST_F(WorkingCopies, OfKilledProcessesAreSweptAwayAndThoseInUseAreNot) {
     WorkingCopy::removeAbandoned();
     EXPECT_TRUE(stands(hex->name()));
     EXPECT_EQ(readAll(*hex), "in use");
-    for (const QString& name : abandoned)
+    for (const QString& name : abandoned) {
         EXPECT_FALSE(stands(name));
+    }
     EXPECT_TRUE(stands(other.fileName()));
     EXPECT_TRUE(stands(at(u"~hextemp000000.tmp"_qs)));
 }

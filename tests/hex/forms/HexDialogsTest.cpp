@@ -206,8 +206,9 @@ TEST_F(HexForms, OfABlockHaveTheirCaptions) {
                                                         {u"Option2(1)"_qs, u"C Source"_qs},
                                                         {u"Option2(2)"_qs, u"Pascal Source"_qs},
                                                         {u"Command2"_qs, u"Cancel"_qs}};
-        for (const auto& [name, caption] : captions)
+        for (const auto& [name, caption] : captions) {
             EXPECT_EQ(form->findChild<QAbstractButton*>(name)->text(), caption);
+        }
         EXPECT_EQ(form->findChild<QLabel*>(u"Label1(0)"_qs)->text(), u"First Offset (Dec):"_qs);
         EXPECT_EQ(form->findChild<QLabel*>(u"Label1(1)"_qs)->text(), u"Last Offset (Dec):"_qs);
         EXPECT_EQ(form->findChild<QGroupBox*>(u"Frame2"_qs)->title(), u"Copy Block to Clipboard"_qs);
@@ -300,8 +301,9 @@ TEST_F(HexForms, StandAnyTextInEveryField) {
                 click(form, u"Command1"_qs);
             });
             (m_hex.get()->*one.open)();
-            for (const QString& told : std::exchange(m_prompts.messages, {}))
+            for (const QString& told : std::exchange(m_prompts.messages, {})) {
                 EXPECT_EQ(told, u"Please enter numeric value"_qs);
+            }
             ASSERT_NO_FATAL_FAILURE(expectShown(bytes)) << text.left(30).toStdString();
             EXPECT_GE(pointer(), 1);
             EXPECT_LE(pointer(), bytes.size() + 1);

@@ -12,10 +12,12 @@ TEST(TypedPlaces, OfOffsetsAreDecimalOrHexadecimalBehindTheirMark) {
 
 TEST(TypedPlaces, ThatAreNoNumberAreNone) {
     for (const auto& text :
-         {QString(), u"AB"_qs, u"&H"_qs, u"&H&H1"_qs, u"&H100000000"_qs, u"1E400"_qs, u"nan"_qs, u"inf"_qs})
+         {QString(), u"AB"_qs, u"&H"_qs, u"&H&H1"_qs, u"&H100000000"_qs, u"1E400"_qs, u"nan"_qs, u"inf"_qs}) {
         EXPECT_FALSE(TypedPlace::offsetOf(text)) << text.toStdString();
-    for (const auto& text : {QString(), u"x"_qs, u"1.5"_qs, u"99999999999999999999"_qs})
+    }
+    for (const auto& text : {QString(), u"x"_qs, u"1.5"_qs, u"99999999999999999999"_qs}) {
         EXPECT_FALSE(TypedPlace::pageOf(text)) << text.toStdString();
+    }
 }
 
 TEST(TypedPlaces, OfPagesBeginWithTheFirst) {

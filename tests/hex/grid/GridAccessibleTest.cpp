@@ -185,8 +185,9 @@ TEST_F(PanesForReaders, TellOfNoCellThatIsNotThere) {
         m_hex->MoveLastPage();
         m_hex->gotoPage(3);
         EXPECT_EQ(accessible(number)->childCount(), 32);
-        for (QAccessibleInterface* cell : table(number)->selectedCells())
+        for (QAccessibleInterface* cell : table(number)->selectedCells()) {
             EXPECT_NE(cell, nullptr);
+        }
         EXPECT_EQ(table(number)->selectedCellCount(), table(number)->selectedCells().size());
         m_hex->MoveFirstPage();
     }

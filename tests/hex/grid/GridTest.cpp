@@ -62,7 +62,7 @@ class PagingOwner {
     template <typename Signal>
     void note(const char* name, Signal signal) {
         QObject::connect(&grid, signal, [this, name](int row, int col) {
-            raised += QStringLiteral("%1 %2,%3").arg(QLatin1String(name)).arg(row).arg(col);
+            raised += u"%1 %2,%3"_qs.arg(QLatin1String(name)).arg(row).arg(col);
         });
     }
     template <typename Signal, typename Move>
@@ -81,10 +81,12 @@ TEST(AGrid, HoldsATextForEachCellAndAMarkWhereThereIsNoByte) {
     PagingOwner owner(5);
     EXPECT_EQ(owner.grid.Rows(), 2);
     EXPECT_EQ(owner.grid.Value(0, 4), u"04"_qs);
-    for (int col = 5; col < 16; ++col)
+    for (int col = 5; col < 16; ++col) {
         EXPECT_EQ(owner.grid.Value(0, col), u"-1"_qs);
-    for (int col = 0; col < 16; ++col)
+    }
+    for (int col = 0; col < 16; ++col) {
         EXPECT_EQ(owner.grid.Value(1, col), u"-1"_qs);
+    }
     EXPECT_EQ(owner.grid.Value(3, 0), QString());
     EXPECT_EQ(owner.grid.Value(-1, 0), QString());
     EXPECT_EQ(owner.grid.Value(0, 16), QString());
@@ -267,7 +269,7 @@ TEST(TheEndKey, WithCtrlEndsOnTheLastByteOfAnyFile) {
         PagingOwner owner(length);
         owner.press(Qt::Key_End, Qt::ControlModifier);
         EXPECT_EQ(owner.pages.positionOf(owner.grid.cell()).number(), length);
-        EXPECT_EQ(owner.raised.last(), QStringLiteral("EnterCell %1,%2").arg(owner.grid.Row()).arg(owner.grid.Col()));
+        EXPECT_EQ(owner.raised.last(), u"EnterCell %1,%2"_qs.arg(owner.grid.Row()).arg(owner.grid.Col()));
     }
 }
 
@@ -332,8 +334,9 @@ TEST(AClick, MovesTheCursorWhereThereIsData) {
 
 TEST(OtherKeys, AreNotTheGrids) {
     PagingOwner owner(640);
-    for (const int key : {Qt::Key_A, Qt::Key_Tab, Qt::Key_F3, Qt::Key_Return, Qt::Key_Insert})
+    for (const int key : {Qt::Key_A, Qt::Key_Tab, Qt::Key_F3, Qt::Key_Return, Qt::Key_Insert}) {
         EXPECT_FALSE(owner.grid.pressKey(key, Qt::NoModifier));
+    }
 }
 
 namespace {

@@ -42,64 +42,58 @@ class RegistryTextTest : public testing::Test {
         left.subKeys(Root, path, names);
         right.subKeys(Root, path, others);
         ASSERT_EQ(names, others);
-        for (const QString& name : names) {
+        for (const QString& name : names)
             expectSame(left, right, path + u'/' + name);
-        }
     }
-    void put(const QString& name, const RegistryValue& value) {
-        store.writeValue(Root, QStringLiteral("k"), name, value);
-    }
+    void put(const QString& name, const RegistryValue& value) { store.writeValue(Root, u"k"_qs, name, value); }
     int lineOf(const char* text) { return RegistryText::parse(QString::fromUtf8(text)).line; }
 
     MemoryRegistry store;
 };
 
-const QString Odd = QStringLiteral("a\\b\"c\n\r\t]=[;#@:,'ünïcödé 世界 😀\u2028\u00A0\uFEFF\u200E") +
-                    QChar(QChar::Null) + QStringLiteral("\x7F\x01 end ");
+const QString Odd =
+    u"a\\b\"c\n\r\t]=[;#@:,'ünïcödé 世界 😀\u2028\u00A0\uFEFF\u200E"_qs + QChar(QChar::Null) + u"\x7F\x01 end "_qs;
 
 }  // namespace
 
 TEST_F(RegistryTextTest, LooksAsThePersonExpects) {
-    store.createKey(Root, QStringLiteral("Software/Empty"));
-    const QString key = QStringLiteral("Software/Quillmark");
-    store.writeValue(Root, key, QString(), RegistryData::fromText(QStringLiteral("default")));
-    store.writeValue(Root, key, QStringLiteral("a"), RegistryData::fromText(QStringLiteral("Grüße\n\"x\"\\")));
-    store.writeValue(Root, key, QStringLiteral("b"), RegistryData::fromInteger(-42));
-    store.writeValue(Root, key, QStringLiteral("c"), {RegistryType::Binary, QByteArray("\0\xFF", 2)});
-    store.writeValue(Root, key, QStringLiteral("d"),
-                     RegistryData::fromTexts({QStringLiteral("x"), QStringLiteral("y z")}));
-    store.writeValue(Root, key, QStringLiteral("e"),
-                     RegistryData::fromText(QStringLiteral("%PATH%"), RegistryType::ExpandString));
-    store.writeValue(Root, key, QStringLiteral("f"), {RegistryType::IntegerBigEndian, QByteArray("\0\0\1\2", 4)});
-    store.writeValue(Root, key, QStringLiteral("g"), {11, QByteArray("\1", 1)});
-    EXPECT_EQ(RegistryText::exportKey(store, {Root, QStringLiteral("Software")}),
-              QStringLiteral("quillmark-registry 1\n"
-                             "\n[HKCU/Software]\n"
-                             "\n[HKCU/Software/Empty]\n"
-                             "\n[HKCU/Software/Quillmark]\n"
-                             "@ = string:\"default\"\n"
-                             "\"a\" = string:\"Grüße\\n\\\"x\\\"\\\\\"\n"
-                             "\"b\" = dword:-42\n"
-                             "\"c\" = binary:00 ff\n"
-                             "\"d\" = multi:\"x\",\"y z\"\n"
-                             "\"e\" = expand:\"%PATH%\"\n"
-                             "\"f\" = dword-be:258\n"
-                             "\"g\" = hex(11):01\n"));
+    store.createKey(Root, u"Software/Empty"_qs);
+    const QString key = u"Software/Quillmark"_qs;
+    store.writeValue(Root, key, QString(), RegistryData::fromText(u"default"_qs));
+    store.writeValue(Root, key, u"a"_qs, RegistryData::fromText(u"Grüße\n\"x\"\\"_qs));
+    store.writeValue(Root, key, u"b"_qs, RegistryData::fromInteger(-42));
+    store.writeValue(Root, key, u"c"_qs, {RegistryType::Binary, QByteArray("\0\xFF", 2)});
+    store.writeValue(Root, key, u"d"_qs, RegistryData::fromTexts({u"x"_qs, u"y z"_qs}));
+    store.writeValue(Root, key, u"e"_qs, RegistryData::fromText(u"%PATH%"_qs, RegistryType::ExpandString));
+    store.writeValue(Root, key, u"f"_qs, {RegistryType::IntegerBigEndian, QByteArray("\0\0\1\2", 4)});
+    store.writeValue(Root, key, u"g"_qs, {11, QByteArray("\1", 1)});
+    EXPECT_EQ(RegistryText::exportKey(store, {Root, u"Software"_qs}),
+              u"quillmark-registry 1\n"
+              "\n[HKCU/Software]\n"
+              "\n[HKCU/Software/Empty]\n"
+              "\n[HKCU/Software/Quillmark]\n"
+              "@ = string:\"default\"\n"
+              "\"a\" = string:\"Grüße\\n\\\"x\\\"\\\\\"\n"
+              "\"b\" = dword:-42\n"
+              "\"c\" = binary:00 ff\n"
+              "\"d\" = multi:\"x\",\"y z\"\n"
+              "\"e\" = expand:\"%PATH%\"\n"
+              "\"f\" = dword-be:258\n"
+              "\"g\" = hex(11):01\n"_qs);
     expectRoundTrip();
 }
 
 TEST_F(RegistryTextTest, AMissingKeyGivesNoText) {
-    EXPECT_FALSE(RegistryText::exportKey(store, {Root, QStringLiteral("none")}));
+    EXPECT_FALSE(RegistryText::exportKey(store, {Root, u"none"_qs}));
 }
 
 TEST_F(RegistryTextTest, OddNamesAndTextsComeBack) {
     store.writeValue(Root, Odd + u'/' + Odd, Odd, RegistryData::fromText(Odd));
-    store.createKey(Root, QStringLiteral(" blank /]/[x]"));
-    put(QStringLiteral("@"), RegistryData::fromText(QString()));
-    put(QString(), RegistryData::fromText(QStringLiteral("default")));
-    put(QStringLiteral("half"), RegistryData::fromText(QString(QChar(0xD800)) + u'x' + QChar(0xDC00)));
-    put(QStringLiteral("list"),
-        RegistryData::fromTexts({Odd.section(QChar(QChar::Null), 0, 0), QStringLiteral("\",\"")}));
+    store.createKey(Root, u" blank /]/[x]"_qs);
+    put(u"@"_qs, RegistryData::fromText(QString()));
+    put(QString(), RegistryData::fromText(u"default"_qs));
+    put(u"half"_qs, RegistryData::fromText(QString(QChar(0xD800)) + u'x' + QChar(0xDC00)));
+    put(u"list"_qs, RegistryData::fromTexts({Odd.section(QChar(QChar::Null), 0, 0), u"\",\""_qs}));
     expectRoundTrip();
 }
 
@@ -109,19 +103,17 @@ TEST_F(RegistryTextTest, DataOfNoUsualFormComesBack) {
         for (const QByteArray& data :
              {QByteArray(), QByteArray("\0", 1), QByteArray("\0\0", 2), QByteArray("a\0", 2), QByteArray("a\0\0\0", 4),
               QByteArray("a\0\0", 3), QByteArray("\0\0\0\0", 4), QByteArray("\1\2\3\4\5", 5),
-              QByteArray("a\0\0\0\0\0\0\0", 8), QByteArray("\0\0a\0\0\0\0\0", 8), QByteArray("\x00\xD8\x00\x00", 4)}) {
+              QByteArray("a\0\0\0\0\0\0\0", 8), QByteArray("\0\0a\0\0\0\0\0", 8), QByteArray("\x00\xD8\x00\x00", 4)})
             put(QString::number(number++), {type, data});
-        }
     }
     expectRoundTrip();
 }
 
 TEST_F(RegistryTextTest, EveryCharacterComesBack) {
     QString all;
-    for (char32_t character = 0; character < 0x11000; ++character) {
+    for (char32_t character = 0; character < 0x11000; ++character)
         all += QChar::fromUcs4(character);
-    }
-    put(QStringLiteral("all"), RegistryData::fromText(all));
+    put(u"all"_qs, RegistryData::fromText(all));
     expectRoundTrip();
 }
 
@@ -130,9 +122,8 @@ TEST_F(RegistryTextTest, ChanceComesBack) {
     const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
     for (int i = 0; i < 500; ++i) {
         QByteArray data;
-        for (int length = below(24); length > 0; --length) {
+        for (int length = below(24); length > 0; --length)
             data.append(static_cast<char>(below(3) == 0 ? below(256) : 0));
-        }
         put(QString::number(i), {below(13), data});
     }
     expectRoundTrip();
@@ -140,18 +131,18 @@ TEST_F(RegistryTextTest, ChanceComesBack) {
 
 TEST_F(RegistryTextTest, ReadsWhatAPersonWrites) {
     const RegistryText::Parsed parsed = RegistryText::parse(
-        QStringLiteral("\n# a remark\r\nquillmark-registry 1\r\n; another\r\n  [hkey_current_user/A/B]  \r\n"
-                       "  \"n\"=string: \"1\" \r\n@  =  dword:0xff\r\n\"h\" = hex(12): 00FF 1a\n\"e\" = multi:\n"));
+        u"\n# a remark\r\nquillmark-registry 1\r\n; another\r\n  [hkey_current_user/A/B]  \r\n"
+        "  \"n\"=string: \"1\" \r\n@  =  dword:0xff\r\n\"h\" = hex(12): 00FF 1a\n\"e\" = multi:\n"_qs);
     ASSERT_EQ(parsed.line, 0) << qPrintable(parsed.problem);
     ASSERT_EQ(RegistryText::import(store, parsed.entries), RegistryCode::Ok);
     RegistryValue value;
-    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("n"), value);
-    EXPECT_EQ(value, RegistryData::fromText(QStringLiteral("1")));
-    store.readValue(Root, QStringLiteral("a/b"), QString(), value);
+    store.readValue(Root, u"a/b"_qs, u"n"_qs, value);
+    EXPECT_EQ(value, RegistryData::fromText(u"1"_qs));
+    store.readValue(Root, u"a/b"_qs, QString(), value);
     EXPECT_EQ(value, RegistryData::fromInteger(255));
-    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("h"), value);
+    store.readValue(Root, u"a/b"_qs, u"h"_qs, value);
     EXPECT_EQ(value, (RegistryValue{12, QByteArray("\0\xFF\x1A", 3)}));
-    store.readValue(Root, QStringLiteral("a/b"), QStringLiteral("e"), value);
+    store.readValue(Root, u"a/b"_qs, u"e"_qs, value);
     EXPECT_EQ(value, RegistryData::fromTexts({}));
 }
 
@@ -194,11 +185,11 @@ TEST_F(RegistryTextTest, ALineThatIsNotUnderstoodIsNamed) {
 }
 
 TEST_F(RegistryTextTest, KeysAreNamedByEitherNameOfTheirRoot) {
-    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("hkcr/.txt"))->root, HKEY_CLASSES_ROOT);
-    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("HKEY_LOCAL_MACHINE"))->root, HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(RegistryText::keyFromText(QStringLiteral("HKCU/a/b"))->path, QStringLiteral("a/b"));
-    EXPECT_FALSE(RegistryText::keyFromText(QStringLiteral("Software")));
+    EXPECT_EQ(RegistryText::keyFromText(u"hkcr/.txt"_qs)->root, HKEY_CLASSES_ROOT);
+    EXPECT_EQ(RegistryText::keyFromText(u"HKEY_LOCAL_MACHINE"_qs)->root, HKEY_LOCAL_MACHINE);
+    EXPECT_EQ(RegistryText::keyFromText(u"HKCU/a/b"_qs)->path, u"a/b"_qs);
+    EXPECT_FALSE(RegistryText::keyFromText(u"Software"_qs));
     EXPECT_FALSE(RegistryText::keyFromText(QString()));
-    EXPECT_EQ(RegistryText::keyToText({HKEY_LOCAL_MACHINE, QStringLiteral("a/b")}), QStringLiteral("HKLM/a/b"));
-    EXPECT_EQ(RegistryText::keyToText({HKEY_CLASSES_ROOT, {}}), QStringLiteral("HKCR"));
+    EXPECT_EQ(RegistryText::keyToText({HKEY_LOCAL_MACHINE, u"a/b"_qs}), u"HKLM/a/b"_qs);
+    EXPECT_EQ(RegistryText::keyToText({HKEY_CLASSES_ROOT, {}}), u"HKCR"_qs);
 }

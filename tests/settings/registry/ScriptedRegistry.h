@@ -17,9 +17,8 @@ class ScriptedRegistry : public MemoryRegistry {
         return createResult ? *createResult : MemoryRegistry::createKey(root, path);
     }
     int deleteKey(RegistryRoot root, const QString& path) override {
-        if (!undeletable.isEmpty() && path == undeletable) {
+        if (!undeletable.isEmpty() && path == undeletable)
             return RegistryCode::AccessDenied;
-        }
         return deleteResult ? *deleteResult : MemoryRegistry::deleteKey(root, path);
     }
     int readValue(RegistryRoot root, const QString& path, const QString& name, RegistryValue& value) override {

@@ -21,7 +21,7 @@
 namespace {
 
 constexpr RegistryRoot Root = HKEY_CURRENT_USER;
-const QString Key = QStringLiteral("Software/Quillmark/general");
+const QString Key = u"Software/Quillmark/general"_qs;
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);
@@ -37,19 +37,18 @@ void putContent(const QString& path, const QByteArray& bytes) {
 class SqliteRegistryTest : public testing::Test {
  protected:
     QString write(RegistryStore& store, const QString& name, const QString& text) {
-        return SetRegString(store, Root, Key, name, text) ? QStringLiteral("written") : QStringLiteral("refused");
+        return SetRegString(store, Root, Key, name, text) ? u"written"_qs : u"refused"_qs;
     }
     QString read(RegistryStore& store, const QString& name) { return GetRegString(store, Root, Key, name); }
-    QString damaged(int number) const { return m_path + QStringLiteral(".damaged-%1").arg(number); }
+    QString damaged(int number) const { return m_path + u".damaged-%1"_qs.arg(number); }
 
     /// A store of many pages.
     QByteArray filledStore() {
         {
             SqliteRegistry store(m_path);
             store.runBatch([&] {
-                for (int i = 0; i < 500; ++i) {
+                for (int i = 0; i < 500; ++i)
                     SetRegString(store, Root, Key, QString::number(i), QString(200, u'x'));
-                }
                 return RegistryCode::Ok;
             });
         }
@@ -58,14 +57,14 @@ class SqliteRegistryTest : public testing::Test {
 
     /// The start goes on with defaults, what was found stands aside unchanged, and the new store works.
     void expectSetAside(SqliteRegistry& store, const QByteArray& found, int number = 1) {
-        EXPECT_EQ(read(store, QStringLiteral("1")), QString());
+        EXPECT_EQ(read(store, u"1"_qs), QString());
         EXPECT_EQ(contentOf(damaged(number)), found);
         EXPECT_FALSE(QFile::exists(m_path));
-        EXPECT_EQ(write(store, QStringLiteral("1")), QStringLiteral("written"));
+        EXPECT_EQ(write(store, u"1"_qs), u"written"_qs);
         SqliteRegistry later(m_path);
-        EXPECT_EQ(read(later, QStringLiteral("1")), QStringLiteral("new"));
+        EXPECT_EQ(read(later, u"1"_qs), u"new"_qs);
     }
-    QString write(RegistryStore& store, const QString& name) { return write(store, name, QStringLiteral("new")); }
+    QString write(RegistryStore& store, const QString& name) { return write(store, name, u"new"_qs); }
 
     /// Gives folder and file these rights, and lets everybody pass the private folders above them.
     void setRights(mode_t folder, mode_t file) const {
@@ -80,8 +79,8 @@ class SqliteRegistryTest : public testing::Test {
     }
 
     QTemporaryDir m_home;
-    QString m_folder = m_home.filePath(QStringLiteral("config/quillmark"));
-    QString m_path = m_folder + QStringLiteral("/registry.db");
+    QString m_folder = m_home.filePath(u"config/quillmark"_qs);
+    QString m_path = m_folder + u"/registry.db"_qs;
 };
 
 class DamagedStore : public SqliteRegistryTest, public testing::WithParamInterface<QByteArray> {};
@@ -91,97 +90,94 @@ class DamagedStore : public SqliteRegistryTest, public testing::WithParamInterfa
 TEST_F(SqliteRegistryTest, ReadingAndDeletingInAFirstStartLeaveNothingBehind) {
     SqliteRegistry store(m_path);
     QStringList names;
-    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(read(store, u"n"_qs), QString());
     EXPECT_EQ(store.openKey(Root, Key), RegistryCode::NotFound);
     EXPECT_EQ(store.subKeys(Root, Key, names), RegistryCode::NotFound);
     EXPECT_FALSE(DeleteRegTree(store, Root, Key));
-    EXPECT_FALSE(DeleteRegValue(store, Root, Key, QStringLiteral("n")));
-    EXPECT_FALSE(WriteRegValue(store, Root, Key, QStringLiteral("n"), QString()));
+    EXPECT_FALSE(DeleteRegValue(store, Root, Key, u"n"_qs));
+    EXPECT_FALSE(WriteRegValue(store, Root, Key, u"n"_qs, QString()));
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
 TEST_F(SqliteRegistryTest, TheFirstWriteMakesFolderAndFileForTheOwnerAlone) {
     {
         SqliteRegistry store(m_path);
-        EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+        EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
     }
     struct stat status {};
     ASSERT_EQ(::stat(QFile::encodeName(m_path).constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0600U);
     ASSERT_EQ(::stat(QFile::encodeName(m_folder).constData(), &status), 0);
     EXPECT_EQ(status.st_mode & 0777, 0700U);
-    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{QStringLiteral("registry.db")});
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{u"registry.db"_qs});
 }
 
 TEST_F(SqliteRegistryTest, WhatIsWrittenIsThereForTheNextProcess) {
     {
         SqliteRegistry store(m_path);
-        write(store, QStringLiteral("n"), QStringLiteral("ünï"));
-        store.createKey(HKEY_CLASSES_ROOT, QStringLiteral("Empty"));
+        write(store, u"n"_qs, u"ünï"_qs);
+        store.createKey(HKEY_CLASSES_ROOT, u"Empty"_qs);
     }
     SqliteRegistry store(m_path);
-    EXPECT_EQ(read(store, QStringLiteral("N")), QStringLiteral("ünï"));
-    EXPECT_EQ(store.openKey(HKEY_CLASSES_ROOT, QStringLiteral("empty")), RegistryCode::Ok);
+    EXPECT_EQ(read(store, u"N"_qs), u"ünï"_qs);
+    EXPECT_EQ(store.openKey(HKEY_CLASSES_ROOT, u"empty"_qs), RegistryCode::Ok);
 }
 
 TEST_F(SqliteRegistryTest, TwoOpenStoresSeeEachOthersWrites) {
     SqliteRegistry one(m_path);
     SqliteRegistry two(m_path);
-    EXPECT_EQ(read(two, QStringLiteral("n")), QString());
-    write(one, QStringLiteral("n"), QStringLiteral("1"));
-    EXPECT_EQ(read(two, QStringLiteral("n")), QStringLiteral("1"));
-    write(two, QStringLiteral("n"), QStringLiteral("2"));
-    EXPECT_EQ(read(one, QStringLiteral("n")), QStringLiteral("2"));
+    EXPECT_EQ(read(two, u"n"_qs), QString());
+    write(one, u"n"_qs, u"1"_qs);
+    EXPECT_EQ(read(two, u"n"_qs), u"1"_qs);
+    write(two, u"n"_qs, u"2"_qs);
+    EXPECT_EQ(read(one, u"n"_qs), u"2"_qs);
 }
 
 TEST_F(SqliteRegistryTest, AStoreWhoseFileIsRemovedBeginsANewOne) {
     SqliteRegistry store(m_path);
-    write(store, QStringLiteral("n"));
+    write(store, u"n"_qs);
     ASSERT_TRUE(QDir(m_folder).removeRecursively());
-    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
-    EXPECT_EQ(write(store, QStringLiteral("m")), QStringLiteral("written"));
+    EXPECT_EQ(read(store, u"n"_qs), QString());
+    EXPECT_EQ(write(store, u"m"_qs), u"written"_qs);
     SqliteRegistry later(m_path);
-    EXPECT_EQ(read(later, QStringLiteral("m")), QStringLiteral("new"));
+    EXPECT_EQ(read(later, u"m"_qs), u"new"_qs);
 }
 
 TEST_F(SqliteRegistryTest, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites) {
-    putContent(m_home.filePath(QStringLiteral("config")), "a file in the way");
+    putContent(m_home.filePath(u"config"_qs), "a file in the way");
     SqliteRegistry store(m_path);
-    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
+    EXPECT_EQ(read(store, u"n"_qs), QString());
     EXPECT_EQ(store.createKey(Root, Key), RegistryCode::AccessDenied);
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("refused"));
+    EXPECT_EQ(write(store, u"n"_qs), u"refused"_qs);
     EXPECT_EQ(store.runBatch([] { return RegistryCode::Ok; }), RegistryCode::AccessDenied);
-    EXPECT_EQ(contentOf(m_home.filePath(QStringLiteral("config"))), QByteArray("a file in the way"));
+    EXPECT_EQ(contentOf(m_home.filePath(u"config"_qs)), QByteArray("a file in the way"));
 }
 
 TEST_F(SqliteRegistryTest, AStoreInAFolderThatCannotBeWrittenIsRead) {
-    if (::geteuid() != 0) {
+    if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act for two users";
-    }
     {
         SqliteRegistry store(m_path);
-        write(store, QStringLiteral("n"), QStringLiteral("1"));
+        write(store, u"n"_qs, u"1"_qs);
     }
     setRights(0755, 0644);
     EXPECT_TRUE(asSomebodyElse([this] {
         SqliteRegistry store(m_path);
-        const bool readFirst = read(store, QStringLiteral("n")) == QLatin1String("1");
-        const bool refused = write(store, QStringLiteral("n"), QStringLiteral("2")) == QLatin1String("refused");
-        return readFirst && refused && read(store, QStringLiteral("n")) == QLatin1String("1");
+        const bool readFirst = read(store, u"n"_qs) == QLatin1String("1");
+        const bool refused = write(store, u"n"_qs, u"2"_qs) == QLatin1String("refused");
+        return readFirst && refused && read(store, u"n"_qs) == QLatin1String("1");
     }));
-    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{QStringLiteral("registry.db")});
+    EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{u"registry.db"_qs});
 }
 
 TEST_F(SqliteRegistryTest, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
-    if (::geteuid() != 0) {
+    if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act for two users";
-    }
     const QByteArray content = filledStore();
     setRights(0755, 0600);
     EXPECT_TRUE(asSomebodyElse([this] {
         SqliteRegistry store(m_path);
-        return read(store, QStringLiteral("1")).isEmpty() &&
-               write(store, QStringLiteral("1")) == QLatin1String("refused");
+        return read(store, u"1"_qs).isEmpty() && write(store, u"1"_qs) == QLatin1String("refused");
     }));
     EXPECT_EQ(contentOf(m_path), content);
 }
@@ -190,9 +186,9 @@ TEST_F(SqliteRegistryTest, AnEmptyFileIsAnEmptyStore) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, QByteArray());
     SqliteRegistry store(m_path);
-    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
-    EXPECT_EQ(read(store, QStringLiteral("n")), QStringLiteral("new"));
+    EXPECT_EQ(read(store, u"n"_qs), QString());
+    EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
+    EXPECT_EQ(read(store, u"n"_qs), u"new"_qs);
     EXPECT_FALSE(QFile::exists(damaged(1)));
 }
 
@@ -207,10 +203,10 @@ TEST_P(DamagedStore, IsSetAsideByTheFirstWriteWhichIsNotLost) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, GetParam());
     SqliteRegistry store(m_path);
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
     EXPECT_EQ(contentOf(damaged(1)), GetParam());
     SqliteRegistry later(m_path);
-    EXPECT_EQ(read(later, QStringLiteral("n")), QStringLiteral("new"));
+    EXPECT_EQ(read(later, u"n"_qs), u"new"_qs);
 }
 
 INSTANTIATE_TEST_SUITE_P(Garbage, DamagedStore,
@@ -237,7 +233,7 @@ TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenLaterIsFoundByTheReadThatMeets
     bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
     putContent(m_path, bytes);
     SqliteRegistry store(m_path);
-    EXPECT_EQ(store.openKey(Root, QStringLiteral("Software")), RegistryCode::Ok) << "the first pages are whole";
+    EXPECT_EQ(store.openKey(Root, u"Software"_qs), RegistryCode::Ok) << "the first pages are whole";
     expectSetAside(store, bytes);
 }
 
@@ -246,8 +242,8 @@ TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenInAWriteDoesNotLoseTheWrite) {
     bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
     putContent(m_path, bytes);
     SqliteRegistry store(m_path);
-    EXPECT_EQ(write(store, QStringLiteral("1")), QStringLiteral("written"));
-    EXPECT_EQ(read(store, QStringLiteral("1")), QStringLiteral("new"));
+    EXPECT_EQ(write(store, u"1"_qs), u"written"_qs);
+    EXPECT_EQ(read(store, u"1"_qs), u"new"_qs);
     EXPECT_TRUE(QFile::exists(damaged(1)));
 }
 
@@ -259,14 +255,14 @@ TEST_F(SqliteRegistryTest, ABatchThatMeetsABrokenPageRunsAgainOnTheNewStore) {
     int runs = 0;
     EXPECT_EQ(store.runBatch([&] {
         ++runs;
-        write(store, QStringLiteral("1"));
-        write(store, QStringLiteral("2"));
+        write(store, u"1"_qs);
+        write(store, u"2"_qs);
         return RegistryCode::Ok;
     }),
               RegistryCode::Ok);
     EXPECT_EQ(runs, 2);
-    EXPECT_EQ(read(store, QStringLiteral("1")), QStringLiteral("new"));
-    EXPECT_EQ(read(store, QStringLiteral("2")), QStringLiteral("new"));
+    EXPECT_EQ(read(store, u"1"_qs), u"new"_qs);
+    EXPECT_EQ(read(store, u"2"_qs), u"new"_qs);
 }
 
 TEST_F(SqliteRegistryTest, TheTablesOfAnotherProgramAreSetAside) {
@@ -303,65 +299,65 @@ TEST_F(SqliteRegistryTest, EachDamagedFileGetsANumberOfItsOwn) {
 TEST_F(SqliteRegistryTest, WhatBelongsToADamagedFileIsNotPlayedIntoTheNewStore) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, "garbage");
-    putContent(m_path + QStringLiteral("-wal"), "log");
+    putContent(m_path + u"-wal"_qs, "log");
     {
         SqliteRegistry store(m_path);
         expectSetAside(store, "garbage");
     }
-    EXPECT_FALSE(QFile::exists(m_path + QStringLiteral("-wal")));
-    EXPECT_EQ(contentOf(damaged(1) + QStringLiteral("-wal")), QByteArray("log"));
+    EXPECT_FALSE(QFile::exists(m_path + u"-wal"_qs));
+    EXPECT_EQ(contentOf(damaged(1) + u"-wal"_qs), QByteArray("log"));
 }
 
 TEST_F(SqliteRegistryTest, AFifoOrAFolderInThePlaceIsSetAsideAndNeverOpened) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     ASSERT_EQ(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
     SqliteRegistry store(m_path);
-    EXPECT_EQ(read(store, QStringLiteral("n")), QString());
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(read(store, u"n"_qs), QString());
+    EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
     EXPECT_TRUE(QFileInfo::exists(damaged(1)));
 
     ASSERT_TRUE(QFile::remove(m_path));
     ASSERT_TRUE(QDir().mkdir(m_path));
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
     EXPECT_TRUE(QFileInfo(damaged(2)).isDir());
 }
 
 TEST_F(SqliteRegistryTest, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
     filledStore();
     SqliteRegistry open(m_path);
-    EXPECT_EQ(read(open, QStringLiteral("1")), QString(200, u'x'));
+    EXPECT_EQ(read(open, u"1"_qs), QString(200, u'x'));
     // Another process finds damage, and begins anew.
-    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+    for (const QString& suffix : {QString(), u"-wal"_qs, u"-shm"_qs}) {
         ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
     }
     SqliteRegistry fresh(m_path);
-    write(fresh, QStringLiteral("fresh"));
-    EXPECT_EQ(write(open, QStringLiteral("mine")), QStringLiteral("written"));
-    EXPECT_EQ(read(fresh, QStringLiteral("mine")), QStringLiteral("new"));
-    EXPECT_EQ(read(open, QStringLiteral("fresh")), QStringLiteral("new"));
+    write(fresh, u"fresh"_qs);
+    EXPECT_EQ(write(open, u"mine"_qs), u"written"_qs);
+    EXPECT_EQ(read(fresh, u"mine"_qs), u"new"_qs);
+    EXPECT_EQ(read(open, u"fresh"_qs), u"new"_qs);
 }
 
 TEST_F(SqliteRegistryTest, AStoreThatEndsAfterAnotherSetItAsideTakesNothingAlong) {
     filledStore();
     auto open = std::make_unique<SqliteRegistry>(m_path);
-    EXPECT_EQ(read(*open, QStringLiteral("1")), QString(200, u'x'));
-    for (const QString& suffix : {QString(), QStringLiteral("-wal"), QStringLiteral("-shm")}) {
+    EXPECT_EQ(read(*open, u"1"_qs), QString(200, u'x'));
+    for (const QString& suffix : {QString(), u"-wal"_qs, u"-shm"_qs}) {
         ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
     }
     SqliteRegistry fresh(m_path);
-    write(fresh, QStringLiteral("fresh"));
+    write(fresh, u"fresh"_qs);
     open.reset();
-    EXPECT_TRUE(QFile::exists(m_path + QStringLiteral("-wal")));
+    EXPECT_TRUE(QFile::exists(m_path + u"-wal"_qs));
     SqliteRegistry later(m_path);
-    EXPECT_EQ(read(later, QStringLiteral("fresh")), QStringLiteral("new"));
+    EXPECT_EQ(read(later, u"fresh"_qs), u"new"_qs);
 }
 
 TEST_F(SqliteRegistryTest, ALinkToTheStoreIsFollowed) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
-    const QString target = m_home.filePath(QStringLiteral("dotfiles.db"));
+    const QString target = m_home.filePath(u"dotfiles.db"_qs);
     ASSERT_TRUE(QFile::link(target, m_path));
     SqliteRegistry store(m_path);
-    EXPECT_EQ(write(store, QStringLiteral("n")), QStringLiteral("written"));
+    EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
     EXPECT_TRUE(QFileInfo(m_path).isSymLink());
     EXPECT_TRUE(contentOf(target).startsWith("SQLite format 3"));
 }
@@ -372,7 +368,7 @@ constexpr int Writers = 8;
 constexpr int ValuesEach = 1000;
 
 QString valueName(int writer, int number) {
-    return QStringLiteral("w%1-%2").arg(writer).arg(number);
+    return u"w%1-%2"_qs.arg(writer).arg(number);
 }
 
 /// Writes its values and acknowledges each by a byte in the pipe. Runs in a process of its own.
@@ -380,9 +376,8 @@ QString valueName(int writer, int number) {
     SqliteRegistry store(path);
     for (int number = 0; number < ValuesEach; ++number) {
         const QString name = valueName(writer, number);
-        if (!SetRegString(store, Root, Key, name, name) || ::write(acknowledgements, "+", 1) != 1) {
+        if (!SetRegString(store, Root, Key, name, name) || ::write(acknowledgements, "+", 1) != 1)
             ::_exit(1);
-        }
     }
     ::_exit(0);
 }
@@ -397,9 +392,8 @@ struct Writer {
         char bytes[64];
         while (acknowledged < enough) {
             const ssize_t count = ::read(acknowledgements, bytes, sizeof bytes);
-            if (count <= 0) {
+            if (count <= 0)
                 return;
-            }
             acknowledged += static_cast<int>(count);
         }
     }
@@ -424,9 +418,8 @@ Writer startWriter(const QString& path, int number) {
 TEST_F(SqliteRegistryTest, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
     std::vector<Writer> writers;
     writers.reserve(Writers);
-    for (int number = 0; number < Writers; ++number) {
+    for (int number = 0; number < Writers; ++number)
         writers.push_back(startWriter(m_path, number));
-    }
     writers[0].follow(200);
     ASSERT_EQ(::kill(writers[0].process, SIGKILL), 0);
     for (Writer& writer : writers) {
@@ -456,9 +449,8 @@ TEST_F(SqliteRegistryTest, WritersThatFindADamagedStoreTogetherLoseNothing) {
     putContent(m_path, QByteArray(10'000, '\x33'));
     std::vector<Writer> writers;
     writers.reserve(Writers);
-    for (int number = 0; number < 4; ++number) {
+    for (int number = 0; number < 4; ++number)
         writers.push_back(startWriter(m_path, number));
-    }
     for (Writer& writer : writers) {
         writer.follow(ValuesEach + 1);
         ::close(writer.acknowledgements);

@@ -9,15 +9,15 @@
 
 namespace {
 
-const QString Section = QStringLiteral("Software/Quillmark/test");
-const QString Name = QStringLiteral("name");
+const QString Section = u"Software/Quillmark/test"_qs;
+const QString Name = u"name"_qs;
 
 class cRegistryTest : public testing::Test {
  protected:
     cRegistryTest() {
         registry.SectionKey = Section;
         registry.ValueKey = Name;
-        registry.Default = QStringLiteral("default");
+        registry.Default = u"default"_qs;
     }
 
     void put(qint32 type, const QByteArray& data) { store.writeValue(HKEY_CURRENT_USER, Section, Name, {type, data}); }
@@ -33,7 +33,7 @@ class cRegistryTest : public testing::Test {
     }
     void expectRaised(const QString& description) {
         EXPECT_EQ(registry.lastError().number, 26001);
-        EXPECT_EQ(registry.lastError().source, QStringLiteral("Quillmark.cRegistry"));
+        EXPECT_EQ(registry.lastError().source, u"Quillmark.cRegistry"_qs);
         EXPECT_EQ(registry.lastError().description, description);
     }
 
@@ -61,29 +61,28 @@ TEST_F(cRegistryTest, AKeyExistsOnceItIsCreatedAndNoMoreOnceDeleted) {
 TEST_F(cRegistryTest, AKeyThatCannotBeCreatedRaises) {
     store.createResult = RegistryCode::AccessDenied;
     EXPECT_FALSE(registry.CreateKey());
-    expectRaised(QStringLiteral("Failed to create registry Key: 'Software/Quillmark/test"));
+    expectRaised(u"Failed to create registry Key: 'Software/Quillmark/test"_qs);
 }
 
 TEST_F(cRegistryTest, AKeyThatCannotBeDeletedRaises) {
     EXPECT_FALSE(registry.DeleteKey());
-    expectRaised(QStringLiteral("Failed to delete registry Key: '-2147483647',Section: 'Software/Quillmark/test"));
+    expectRaised(u"Failed to delete registry Key: '-2147483647',Section: 'Software/Quillmark/test"_qs);
     registry.ClassKey = HKEY_CLASSES_ROOT;
-    registry.SectionKey = QStringLiteral("a");
-    store.createKey(HKEY_CLASSES_ROOT, QStringLiteral("a/b"));
+    registry.SectionKey = u"a"_qs;
+    store.createKey(HKEY_CLASSES_ROOT, u"a/b"_qs);
     EXPECT_FALSE(registry.DeleteKey());
-    expectRaised(QStringLiteral("Failed to delete registry Key: '-2147483648',Section: 'a"));
+    expectRaised(u"Failed to delete registry Key: '-2147483648',Section: 'a"_qs);
 }
 
 TEST_F(cRegistryTest, DeletingAValueRaisesOnlyWithoutTheKey) {
     EXPECT_FALSE(registry.DeleteValue());
-    expectRaised(
-        QStringLiteral("Failed to open key '-2147483647',Section: 'Software/Quillmark/test' for delete access"));
+    expectRaised(u"Failed to open key '-2147483647',Section: 'Software/Quillmark/test' for delete access"_qs);
     registry.CreateKey();
     EXPECT_FALSE(registry.DeleteValue());
     EXPECT_EQ(registry.lastError().number, 0);
-    registry.setValue(QStringLiteral("x"));
+    registry.setValue(u"x"_qs);
     EXPECT_TRUE(registry.DeleteValue());
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("default")));
+    EXPECT_EQ(registry.Value(), QVariant(u"default"_qs));
 }
 
 TEST_F(cRegistryTest, TheNextOperationForgetsTheErrorBefore) {
@@ -95,7 +94,7 @@ TEST_F(cRegistryTest, TheNextOperationForgetsTheErrorBefore) {
 
 TEST_F(cRegistryTest, AMissingValueReadsAsTheDefaultOfWhateverType) {
     for (const QVariant& value :
-         {QVariant(QStringLiteral("text")), QVariant(42), QVariant(QByteArray("bytes")), QVariant(), QVariant(true)}) {
+         {QVariant(u"text"_qs), QVariant(42), QVariant(QByteArray("bytes")), QVariant(), QVariant(true)}) {
         registry.Default = value;
         EXPECT_EQ(registry.Value(), value);
     }
@@ -111,12 +110,12 @@ TEST_F(cRegistryTest, OnlyMoreDataIsNoFailureOfAQuery) {
     store.readResult = RegistryCode::MoreData;
     EXPECT_EQ(registry.Value(), QVariant(42));
     store.readResult = RegistryCode::AccessDenied;
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("default")));
+    EXPECT_EQ(registry.Value(), QVariant(u"default"_qs));
 }
 
 TEST_F(cRegistryTest, ARereadStringIsTheOneWritten) {
-    for (const QString& text : {QString(), QStringLiteral("x"), QStringLiteral("Grüße, 世界 😀"),
-                                QStringLiteral("a\0b").append(QChar(QChar::Null)), QStringLiteral("l1\r\nl2")}) {
+    for (const QString& text :
+         {QString(), u"x"_qs, u"Grüße, 世界 😀"_qs, u"a\0b"_qs.append(QChar(QChar::Null)), u"l1\r\nl2"_qs}) {
         EXPECT_TRUE(registry.setValue(text));
         EXPECT_EQ(registry.Value(), QVariant(text));
         EXPECT_EQ(registry.ValueType, RegistryType::String);
@@ -133,14 +132,14 @@ TEST_F(cRegistryTest, AStringOfNoBytesAndOneOfItsZeroReadAsAnEmptyText) {
 
 TEST_F(cRegistryTest, AStringWithoutItsZeroLosesItsLastCharacter) {
     put(RegistryType::String, QByteArray("a\0b\0", 4));
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("a")));
+    EXPECT_EQ(registry.Value(), QVariant(u"a"_qs));
 }
 
 TEST_F(cRegistryTest, AListReadsAsOneTextWithItsZeros) {
-    const RegistryValue list = RegistryData::fromTexts({QStringLiteral("a"), QStringLiteral("bc")});
+    const RegistryValue list = RegistryData::fromTexts({u"a"_qs, u"bc"_qs});
     store.writeValue(HKEY_CURRENT_USER, Section, Name, list);
     const QString zero(QChar(QChar::Null));
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("a") + zero + QStringLiteral("bc") + zero));
+    EXPECT_EQ(registry.Value(), QVariant(u"a"_qs + zero + u"bc"_qs + zero));
     EXPECT_EQ(registry.ValueType, RegistryType::StringList);
 }
 
@@ -169,8 +168,8 @@ TEST_F(cRegistryTest, ReferencesToTheEnvironmentAreExpandedAndUnknownOnesStay) {
 
 TEST_F(cRegistryTest, AStringTypeOneIsNotExpanded) {
     qputenv("QM_ONE", "first");
-    store.writeValue(HKEY_CURRENT_USER, Section, Name, RegistryData::fromText(QStringLiteral("%QM_ONE%")));
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("%QM_ONE%")));
+    store.writeValue(HKEY_CURRENT_USER, Section, Name, RegistryData::fromText(u"%QM_ONE%"_qs));
+    EXPECT_EQ(registry.Value(), QVariant(u"%QM_ONE%"_qs));
 }
 
 TEST_F(cRegistryTest, IntegersAreReadInTheByteOrderOfTheirType) {
@@ -196,28 +195,28 @@ TEST_F(cRegistryTest, EveryOtherTypeReadsAsItsBytes) {
 }
 
 TEST_F(cRegistryTest, TwoPercentSignsThatAreNotAdjacentMakeAReference) {
-    EXPECT_EQ(typeOf(QStringLiteral("%PATH%")), RegistryType::ExpandString);
-    EXPECT_EQ(typeOf(QStringLiteral("%a%")), RegistryType::ExpandString);
-    EXPECT_EQ(typeOf(QStringLiteral("%%%")), RegistryType::ExpandString);
-    EXPECT_EQ(typeOf(QStringLiteral("50%")), RegistryType::String);
-    EXPECT_EQ(typeOf(QStringLiteral("%%")), RegistryType::String);
-    EXPECT_EQ(typeOf(QStringLiteral("a%%b")), RegistryType::String);
+    EXPECT_EQ(typeOf(u"%PATH%"_qs), RegistryType::ExpandString);
+    EXPECT_EQ(typeOf(u"%a%"_qs), RegistryType::ExpandString);
+    EXPECT_EQ(typeOf(u"%%%"_qs), RegistryType::ExpandString);
+    EXPECT_EQ(typeOf(u"50%"_qs), RegistryType::String);
+    EXPECT_EQ(typeOf(u"%%"_qs), RegistryType::String);
+    EXPECT_EQ(typeOf(u"a%%b"_qs), RegistryType::String);
     EXPECT_EQ(typeOf(QString()), RegistryType::String);
 }
 
 TEST_F(cRegistryTest, TheTextDecidesBetweenTheTwoStringTypes) {
     registry.ValueType = RegistryType::ExpandString;
-    EXPECT_EQ(typeOf(QStringLiteral("plain")), RegistryType::String);
+    EXPECT_EQ(typeOf(u"plain"_qs), RegistryType::String);
     EXPECT_EQ(registry.ValueType, RegistryType::ExpandString) << "only a read changes it";
 }
 
 TEST_F(cRegistryTest, OtherVariantsAreWrittenAsTheirText) {
     registry.setValue(42);
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("42")));
+    EXPECT_EQ(registry.Value(), QVariant(u"42"_qs));
     registry.setValue(true);
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("True")));
+    EXPECT_EQ(registry.Value(), QVariant(u"True"_qs));
     registry.setValue(false);
-    EXPECT_EQ(registry.Value(), QVariant(QStringLiteral("False")));
+    EXPECT_EQ(registry.Value(), QVariant(u"False"_qs));
 }
 
 TEST_F(cRegistryTest, AByteArrayIsStoredWithoutItsLastByte) {
@@ -233,10 +232,10 @@ TEST_F(cRegistryTest, AByteArrayIsStoredWithoutItsLastByte) {
 
 TEST_F(cRegistryTest, AnythingButAByteArrayRaisesOnTheBinaryType) {
     registry.ValueType = RegistryType::Binary;
-    EXPECT_FALSE(registry.setValue(QStringLiteral("text")));
+    EXPECT_FALSE(registry.setValue(u"text"_qs));
     expectRaised(
-        QStringLiteral("Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: "
-                       "'name' to value: 'text'"));
+        u"Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: "
+        "'name' to value: 'text'"_qs);
     EXPECT_FALSE(registry.currentValue().isValid());
     EXPECT_EQ(stored().type, -99);
     EXPECT_TRUE(registry.KeyExists()) << "the key was made before";
@@ -258,7 +257,7 @@ TEST_F(cRegistryTest, ShortAndLongIntegersAreStoredInOrdinaryByteOrder) {
 
 TEST_F(cRegistryTest, NoOtherVariantIsStoredAsAnIntegerAndNobodyIsTold) {
     registry.ValueType = RegistryType::Integer;
-    for (const QVariant& value : {QVariant(QStringLiteral("7")), QVariant(7.0), QVariant(true), QVariant(7LL)}) {
+    for (const QVariant& value : {QVariant(u"7"_qs), QVariant(7.0), QVariant(true), QVariant(7LL)}) {
         EXPECT_TRUE(registry.setValue(value));
         EXPECT_EQ(stored().type, -99);
         EXPECT_EQ(registry.currentValue(), value);
@@ -268,40 +267,40 @@ TEST_F(cRegistryTest, NoOtherVariantIsStoredAsAnIntegerAndNobodyIsTold) {
 TEST_F(cRegistryTest, AnotherTypeStoresNothingAndRaisesNothing) {
     for (const qint32 type : {0, 6, 7, 11, -1}) {
         registry.ValueType = type;
-        EXPECT_TRUE(registry.setValue(QStringLiteral("x")));
+        EXPECT_TRUE(registry.setValue(u"x"_qs));
         EXPECT_EQ(stored().type, -99);
         EXPECT_EQ(registry.lastError().number, 0);
-        EXPECT_EQ(registry.currentValue(), QVariant(QStringLiteral("x")));
+        EXPECT_EQ(registry.currentValue(), QVariant(u"x"_qs));
     }
 }
 
 TEST_F(cRegistryTest, AFailureOfTheSystemPassesWithoutAWord) {
     store.writeResult = RegistryCode::AccessDenied;
-    EXPECT_TRUE(registry.setValue(QStringLiteral("x")));
+    EXPECT_TRUE(registry.setValue(u"x"_qs));
     EXPECT_EQ(registry.lastError().number, 0);
-    EXPECT_EQ(registry.currentValue(), QVariant(QStringLiteral("x")));
+    EXPECT_EQ(registry.currentValue(), QVariant(u"x"_qs));
 }
 
 TEST_F(cRegistryTest, OnlyTheResultMinusOneRaises) {
     store.writeResult = -1;
     EXPECT_FALSE(registry.setValue(12));
     expectRaised(
-        QStringLiteral("Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: "
-                       "'name' to value: '12'"));
+        u"Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: "
+        "'name' to value: '12'"_qs);
     EXPECT_FALSE(registry.currentValue().isValid());
 }
 
 TEST_F(cRegistryTest, AKeyThatCannotBeMadeRaisesInAWrite) {
     store.createResult = RegistryCode::AccessDenied;
     registry.ValueKey.clear();
-    EXPECT_FALSE(registry.setValue(QStringLiteral("v")));
+    EXPECT_FALSE(registry.setValue(u"v"_qs));
     expectRaised(
-        QStringLiteral("Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: '' "
-                       "to value: 'v'"));
+        u"Failed to set registry value Key: '-2147483647',Section: 'Software/Quillmark/test',Key: '' "
+        "to value: 'v'"_qs);
 }
 
 TEST_F(cRegistryTest, ValuesAndSectionsAreEnumerated) {
-    QStringList names{QStringLiteral("stale")};
+    QStringList names{u"stale"_qs};
     qint32 count = 9;
     registry.EnumerateValues(names, count);
     EXPECT_EQ(count, 0);
@@ -309,37 +308,36 @@ TEST_F(cRegistryTest, ValuesAndSectionsAreEnumerated) {
     registry.EnumerateSections(names, count);
     EXPECT_EQ(count, 0);
 
-    registry.setValue(QStringLiteral("x"));
+    registry.setValue(u"x"_qs);
     registry.ValueKey.clear();
-    registry.setValue(QStringLiteral("y"));
-    store.createKey(HKEY_CURRENT_USER, Section + QStringLiteral("/b"));
-    store.createKey(HKEY_CURRENT_USER, Section + QStringLiteral("/A"));
+    registry.setValue(u"y"_qs);
+    store.createKey(HKEY_CURRENT_USER, Section + u"/b"_qs);
+    store.createKey(HKEY_CURRENT_USER, Section + u"/A"_qs);
     registry.EnumerateValues(names, count);
     EXPECT_EQ(count, 2);
     EXPECT_EQ(names, (QStringList{QString(), Name}));
     registry.EnumerateSections(names, count);
     EXPECT_EQ(count, 2);
-    EXPECT_EQ(names, (QStringList{QStringLiteral("A"), QStringLiteral("b")}));
+    EXPECT_EQ(names, (QStringList{u"A"_qs, u"b"_qs}));
 }
 
 TEST_F(cRegistryTest, TheWalkOverSectionsEndsAtANameThatDoesNotFit) {
     const QString fits(254, u'b');
-    for (const QString& name : {QStringLiteral("a"), fits, QString(255, u'c'), QStringLiteral("d")}) {
+    for (const QString& name : {u"a"_qs, fits, QString(255, u'c'), u"d"_qs})
         store.createKey(HKEY_CURRENT_USER, Section + u'/' + name);
-    }
     QStringList names;
     qint32 count = 0;
     registry.EnumerateSections(names, count);
-    EXPECT_EQ(names, (QStringList{QStringLiteral("a"), fits}));
+    EXPECT_EQ(names, (QStringList{u"a"_qs, fits}));
     EXPECT_EQ(count, 2);
 }
 
 TEST_F(cRegistryTest, NamesOfSectionsAreCutAtTheirFirstZero) {
-    store.createKey(HKEY_CURRENT_USER, Section + QStringLiteral("/ab") + QChar(QChar::Null) + QStringLiteral("cd"));
+    store.createKey(HKEY_CURRENT_USER, Section + u"/ab"_qs + QChar(QChar::Null) + u"cd"_qs);
     QStringList names;
     qint32 count = 0;
     registry.EnumerateSections(names, count);
-    EXPECT_EQ(names, QStringList{QStringLiteral("ab")});
+    EXPECT_EQ(names, QStringList{u"ab"_qs});
 }
 
 namespace {
@@ -353,18 +351,18 @@ class AssociationTest : public cRegistryTest {
         return store.openKey(HKEY_CLASSES_ROOT, QString::fromLatin1(key)) == RegistryCode::Ok;
     }
 
-    const QString exe = QStringLiteral("/opt/my app/q");
-    const QString className = QStringLiteral("My.Class");
+    const QString exe = u"/opt/my app/q"_qs;
+    const QString className = u"My.Class"_qs;
 };
 
 }  // namespace
 
 TEST_F(AssociationTest, TheSmallestHasOpenAlone) {
-    EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, QStringLiteral("Description"), QStringLiteral("ext")));
+    EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, u"Description"_qs, u"ext"_qs));
     EXPECT_EQ(classText(".ext"), className);
-    EXPECT_EQ(classText("My.Class"), QStringLiteral("Description"));
-    EXPECT_EQ(classText("My.Class/shell/open"), QStringLiteral("&Open"));
-    EXPECT_EQ(classText("My.Class/shell/open/command"), QStringLiteral("\"/opt/my app/q\" \"%1\""));
+    EXPECT_EQ(classText("My.Class"), u"Description"_qs);
+    EXPECT_EQ(classText("My.Class/shell/open"), u"&Open"_qs);
+    EXPECT_EQ(classText("My.Class/shell/open/command"), u"\"/opt/my app/q\" \"%1\""_qs);
     for (const char* key :
          {"My.Class/shell/print", "My.Class/shell/add", "My.Class/shell/new", "My.Class/DefaultIcon"}) {
         EXPECT_FALSE(hasClass(key)) << key;
@@ -373,54 +371,49 @@ TEST_F(AssociationTest, TheSmallestHasOpenAlone) {
 }
 
 TEST_F(AssociationTest, EveryVerbHasItsUsualText) {
-    EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, QString(), QStringLiteral("ext"), QString(), true,
-                                              QString(), true, QString(), true, QString(), 0));
-    EXPECT_EQ(classText("My.Class/shell/print"), QStringLiteral("&Print"));
-    EXPECT_EQ(classText("My.Class/shell/print/command"), QStringLiteral("\"/opt/my app/q\" /p \"%1\""));
-    EXPECT_EQ(classText("My.Class/shell/add"), QStringLiteral("&Install My.Class"));
-    EXPECT_EQ(classText("My.Class/shell/add/command"), QStringLiteral("\"/opt/my app/q\" /a \"%1\""));
-    EXPECT_EQ(classText("My.Class/shell/new"), QStringLiteral("&New"));
-    EXPECT_EQ(classText("My.Class/shell/new/command"), QStringLiteral("\"/opt/my app/q\" /n \"%1\""));
-    EXPECT_EQ(classText("My.Class/DefaultIcon"), QStringLiteral("\"/opt/my app/q\",0"));
+    EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, QString(), u"ext"_qs, QString(), true, QString(), true,
+                                              QString(), true, QString(), 0));
+    EXPECT_EQ(classText("My.Class/shell/print"), u"&Print"_qs);
+    EXPECT_EQ(classText("My.Class/shell/print/command"), u"\"/opt/my app/q\" /p \"%1\""_qs);
+    EXPECT_EQ(classText("My.Class/shell/add"), u"&Install My.Class"_qs);
+    EXPECT_EQ(classText("My.Class/shell/add/command"), u"\"/opt/my app/q\" /a \"%1\""_qs);
+    EXPECT_EQ(classText("My.Class/shell/new"), u"&New"_qs);
+    EXPECT_EQ(classText("My.Class/shell/new/command"), u"\"/opt/my app/q\" /n \"%1\""_qs);
+    EXPECT_EQ(classText("My.Class/DefaultIcon"), u"\"/opt/my app/q\",0"_qs);
 }
 
 TEST_F(AssociationTest, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
-    const QString quoted = QStringLiteral("\"/opt/q\"");
-    EXPECT_TRUE(registry.CreateEXEAssociation(quoted, className, QString(), QStringLiteral("ext"), QStringLiteral("o"),
-                                              true, QStringLiteral("p"), true, QStringLiteral("n"), true,
-                                              QStringLiteral("i"), 3));
-    EXPECT_EQ(classText("My.Class/shell/open"), QStringLiteral("o"));
-    EXPECT_EQ(classText("My.Class/shell/print"), QStringLiteral("p"));
-    EXPECT_EQ(classText("My.Class/shell/add"), QStringLiteral("i"));
-    EXPECT_EQ(classText("My.Class/shell/new"), QStringLiteral("n"));
-    EXPECT_EQ(classText("My.Class/DefaultIcon"), QStringLiteral("\"/opt/q\",3"));
+    const QString quoted = u"\"/opt/q\""_qs;
+    EXPECT_TRUE(registry.CreateEXEAssociation(quoted, className, QString(), u"ext"_qs, u"o"_qs, true, u"p"_qs, true,
+                                              u"n"_qs, true, u"i"_qs, 3));
+    EXPECT_EQ(classText("My.Class/shell/open"), u"o"_qs);
+    EXPECT_EQ(classText("My.Class/shell/print"), u"p"_qs);
+    EXPECT_EQ(classText("My.Class/shell/add"), u"i"_qs);
+    EXPECT_EQ(classText("My.Class/shell/new"), u"n"_qs);
+    EXPECT_EQ(classText("My.Class/DefaultIcon"), u"\"/opt/q\",3"_qs);
 }
 
 TEST_F(AssociationTest, AStoreThatRefusesRaises) {
     store.createResult = RegistryCode::AccessDenied;
-    EXPECT_FALSE(registry.CreateEXEAssociation(exe, className, QString(), QStringLiteral("ext")));
-    expectRaised(
-        QStringLiteral("Failed to set registry value Key: '-2147483648',Section: '.ext',Key: '' to value: 'My.Class'"));
+    EXPECT_FALSE(registry.CreateEXEAssociation(exe, className, QString(), u"ext"_qs));
+    expectRaised(u"Failed to set registry value Key: '-2147483648',Section: '.ext',Key: '' to value: 'My.Class'"_qs);
 }
 
 TEST_F(AssociationTest, FurtherEntriesComeInThrees) {
     store.createKey(HKEY_CLASSES_ROOT, className);
     EXPECT_TRUE(registry.CreateAdditionalEXEAssociations(
-        className, {QStringLiteral("one"), QStringLiteral("&One"), QStringLiteral("cmd 1"), QStringLiteral("two"),
-                    QStringLiteral("&Two"), QStringLiteral("cmd 2")}));
-    EXPECT_EQ(classText("My.Class/shell/one"), QStringLiteral("&One"));
-    EXPECT_EQ(classText("My.Class/shell/one/command"), QStringLiteral("cmd 1"));
-    EXPECT_EQ(classText("My.Class/shell/two"), QStringLiteral("&Two"));
-    EXPECT_EQ(classText("My.Class/shell/two/command"), QStringLiteral("cmd 2"));
+        className, {u"one"_qs, u"&One"_qs, u"cmd 1"_qs, u"two"_qs, u"&Two"_qs, u"cmd 2"_qs}));
+    EXPECT_EQ(classText("My.Class/shell/one"), u"&One"_qs);
+    EXPECT_EQ(classText("My.Class/shell/one/command"), u"cmd 1"_qs);
+    EXPECT_EQ(classText("My.Class/shell/two"), u"&Two"_qs);
+    EXPECT_EQ(classText("My.Class/shell/two/command"), u"cmd 2"_qs);
     EXPECT_TRUE(registry.CreateAdditionalEXEAssociations(className, {}));
 }
 
 TEST_F(AssociationTest, AnIncompleteListAndAnUnknownClassRaise) {
-    EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(className, {QStringLiteral("one"), QStringLiteral("&One")}));
-    expectRaised(QStringLiteral(
-        "Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"));
-    EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(
-        className, {QStringLiteral("one"), QStringLiteral("&One"), QStringLiteral("cmd")}));
-    expectRaised(QStringLiteral("Error - attempt to create additional associations before class defined."));
+    EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(className, {u"one"_qs, u"&One"_qs}));
+    expectRaised(u"Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"_qs);
+    EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(className, {u"one"_qs, u"&One"_qs, u"cmd"_qs}));
+    expectRaised(u"Error - attempt to create additional associations before class defined."_qs);
     EXPECT_FALSE(hasClass("My.Class"));
 }

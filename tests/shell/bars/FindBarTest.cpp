@@ -14,8 +14,8 @@
 class FindBarOfTheFrame : public FrameFixture {
  protected:
     void TearDown() override { QFile::remove(listFile()); }
-    static QString listFile() { return ListFile::path(QStringLiteral("lastsearchkeys.idx")); }
-    QComboBox& box() { return *m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch")); }
+    static QString listFile() { return ListFile::path(u"lastsearchkeys.idx"_qs); }
+    QComboBox& box() { return *m_frame->findChild<QComboBox*>(u"cmbSearch"_qs); }
     QStringList keys() {
         QStringList texts;
         for (int i = 0; i < box().count(); ++i)
@@ -28,7 +28,7 @@ class FindBarOfTheFrame : public FrameFixture {
     }
     QDialog& dialog(const char* entry) {
         const bool find = QLatin1String(entry) == QLatin1String("mnuFind");
-        return *active()->findChild<QDialog*>(find ? QStringLiteral("FindDialog") : QStringLiteral("ReplaceDialog"));
+        return *active()->findChild<QDialog*>(find ? u"FindDialog"_qs : u"ReplaceDialog"_qs);
     }
     using Selected = std::pair<qint64, qint64>;
     Selected selection() { return std::minmax(control().SelStart(), control().SelEnd()); }
@@ -37,7 +37,7 @@ class FindBarOfTheFrame : public FrameFixture {
 
 TEST_F(FindBarOfTheFrame, StandsInTheToolBarInThePlaceKeptForIt) {
     start();
-    auto* place = m_frame->findChild<QWidget*>(QStringLiteral("tbToolBar.SearchHistory"));
+    auto* place = m_frame->findChild<QWidget*>(u"tbToolBar.SearchHistory"_qs);
     ASSERT_NE(place, nullptr);
     EXPECT_TRUE(box().isVisible());
     EXPECT_EQ(box().parentWidget(), place);
@@ -47,19 +47,19 @@ TEST_F(FindBarOfTheFrame, StandsInTheToolBarInThePlaceKeptForIt) {
 
 TEST_F(FindBarOfTheFrame, EnterSearchesAndKeepsTheText) {
     start();
-    type(QStringLiteral("abc x abc"));
+    type(u"abc x abc"_qs);
     control().setSelection(0, 0);
-    enter(QStringLiteral("abc"));
+    enter(u"abc"_qs);
     EXPECT_EQ(selection(), (Selected{0, 3}));
-    EXPECT_EQ(keys(), QStringList(QStringLiteral("abc")));
-    EXPECT_EQ(box().currentText(), QStringLiteral("abc"));
-    enter(QStringLiteral("abc"));
+    EXPECT_EQ(keys(), QStringList(u"abc"_qs));
+    EXPECT_EQ(box().currentText(), u"abc"_qs);
+    enter(u"abc"_qs);
     EXPECT_EQ(selection(), (Selected{6, 9}));
 }
 
 TEST_F(FindBarOfTheFrame, EnterSearchesByTheToggles) {
     start();
-    type(QStringLiteral("Xa xaa xa x."));
+    type(u"Xa xaa xa x."_qs);
     const struct {
         const char* toggle;
         const char* text;
@@ -75,39 +75,39 @@ TEST_F(FindBarOfTheFrame, EnterSearchesByTheToggles) {
     run("mnuCaseSensitive");
     run("mnuWholeWord");
     control().setSelection(0, 0);
-    enter(QStringLiteral("xa"));
+    enter(u"xa"_qs);
     EXPECT_EQ(selection(), (Selected{7, 9}));
 }
 
 TEST_F(FindBarOfTheFrame, ATextThatIsNotThereIsToldAndKeptAllTheSame) {
     start();
-    enter(QStringLiteral("abc"));
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("The search string not found.")));
-    EXPECT_EQ(keys(), QStringList(QStringLiteral("abc")));
+    enter(u"abc"_qs);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"The search string not found."_qs));
+    EXPECT_EQ(keys(), QStringList(u"abc"_qs));
 }
 
 TEST_F(FindBarOfTheFrame, EnterMovesAKnownTextToTheTop) {
     start();
-    type(QStringLiteral("a b"));
+    type(u"a b"_qs);
     for (const char* text : {"a", "b", "a"})
         enter(QString::fromLatin1(text));
-    EXPECT_EQ(keys(), QStringList({QStringLiteral("a"), QStringLiteral("b")}));
-    EXPECT_EQ(box().currentText(), QStringLiteral("a"));
+    EXPECT_EQ(keys(), QStringList({u"a"_qs, u"b"_qs}));
+    EXPECT_EQ(box().currentText(), u"a"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, WithoutADocumentTheTextStillJoinsTheList) {
     start();
     run("mnuFileClose");
-    enter(QStringLiteral("abc"));
+    enter(u"abc"_qs);
     EXPECT_TRUE(m_prompts.messages.isEmpty());
-    EXPECT_EQ(keys(), QStringList(QStringLiteral("abc")));
+    EXPECT_EQ(keys(), QStringList(u"abc"_qs));
 }
 
 TEST_F(FindBarOfTheFrame, FindNextAndPreviousTakeTheText) {
     start();
-    type(QStringLiteral("x y, x y, x y"));
+    type(u"x y, x y, x y"_qs);
     control().setSelection(0, 0);
-    box().setEditText(QStringLiteral("x y"));
+    box().setEditText(u"x y"_qs);
     run("mnuFindNext");
     run("mnuFindNext");
     EXPECT_EQ(selection(), (Selected{5, 8}));
@@ -121,8 +121,8 @@ TEST_F(FindBarOfTheFrame, FindNextAndPreviousTakeTheText) {
 
 TEST_F(FindBarOfTheFrame, TheFocusBringsWhatTheDialogsHaveSearched) {
     start();
-    enter(QStringLiteral("own"));
-    box().setEditText(QStringLiteral("half typed"));
+    enter(u"own"_qs);
+    box().setEditText(u"half typed"_qs);
     active()->setFocus();
     for (const char* text : {"two", "own", "one"})
         SearchHistory::ofFinds().add(QString::fromLatin1(text));
@@ -132,82 +132,84 @@ TEST_F(FindBarOfTheFrame, TheFocusBringsWhatTheDialogsHaveSearched) {
         if (key == QLatin1String("one") || key == QLatin1String("two") || key == QLatin1String("own"))
             joined << key;
     }
-    EXPECT_EQ(joined, QStringList({QStringLiteral("two"), QStringLiteral("one"), QStringLiteral("own")}));
-    EXPECT_EQ(box().currentText(), QStringLiteral("half typed"));
+    EXPECT_EQ(joined, QStringList({u"two"_qs, u"one"_qs, u"own"_qs}));
+    EXPECT_EQ(box().currentText(), u"half typed"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, ADialogsSearchShowsInTogglesAndBarAtOnce) {
     start();
     for (const char* text : {"old", "new"})
         enter(QString::fromLatin1(text));
-    m_frame->AfterFind(QStringLiteral("old"), true, false, true);
+    m_frame->AfterFind(u"old"_qs, true, false, true);
     EXPECT_TRUE(entry("mnuCaseSensitive")->isChecked());
     EXPECT_FALSE(entry("mnuRegExp")->isChecked());
     EXPECT_TRUE(entry("mnuWholeWord")->isChecked());
     EXPECT_TRUE(option(&Options::CaseSensitiveOn));
     EXPECT_FALSE(option(&Options::RegExpOn));
     EXPECT_TRUE(option(&Options::WholeWord));
-    EXPECT_EQ(keys(), QStringList({QStringLiteral("old"), QStringLiteral("new")}));
-    EXPECT_EQ(box().currentText(), QStringLiteral("old"));
-    m_frame->AfterFind(QStringLiteral("fresh"), false, true, false);
+    EXPECT_EQ(keys(), QStringList({u"old"_qs, u"new"_qs}));
+    EXPECT_EQ(box().currentText(), u"old"_qs);
+    m_frame->AfterFind(u"fresh"_qs, false, true, false);
     EXPECT_TRUE(entry("mnuRegExp")->isChecked());
     EXPECT_FALSE(entry("mnuWholeWord")->isChecked());
-    EXPECT_EQ(box().currentText(), QStringLiteral("fresh"));
+    EXPECT_EQ(box().currentText(), u"fresh"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
     start();
-    Q_EMIT active()->AfterFind(QStringLiteral("sought"), true, false, true);
+    Q_EMIT active()->AfterFind(u"sought"_qs, true, false, true);
     EXPECT_TRUE(entry("mnuCaseSensitive")->isChecked());
     EXPECT_FALSE(entry("mnuRegExp")->isChecked());
     EXPECT_TRUE(entry("mnuWholeWord")->isChecked());
-    EXPECT_EQ(box().currentText(), QStringLiteral("sought"));
+    EXPECT_EQ(box().currentText(), u"sought"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, OpeningADialogLeavesTheBarAndClosingItBringsTheLastSearch) {
     start();
-    enter(QStringLiteral("searched"));
+    enter(u"searched"_qs);
     for (const char* name : {"mnuFind", "mnuReplace"}) {
-        box().setEditText(QStringLiteral("half typed"));
+        box().setEditText(u"half typed"_qs);
         run(name);
-        EXPECT_EQ(box().currentText(), QStringLiteral("half typed")) << name;
+        EXPECT_EQ(box().currentText(), u"half typed"_qs) << name;
         dialog(name).close();
-        EXPECT_EQ(box().currentText(), QStringLiteral("searched")) << name;
+        EXPECT_EQ(box().currentText(), u"searched"_qs) << name;
     }
 }
 
 TEST_F(FindBarOfTheFrame, ADialogsSearchLeavesItsTextInTheBar) {
     start();
-    type(QStringLiteral("one two"));
+    type(u"one two"_qs);
     run("mnuFind");
     QDialog& find = dialog("mnuFind");
-    find.findChild<QComboBox*>(QStringLiteral("cboFind"))->setEditText(QStringLiteral("one"));
-    find.findChild<QAbstractButton*>(QStringLiteral("cmdFindNext"))->click();
-    EXPECT_EQ(box().currentText(), QStringLiteral("one"));
-    EXPECT_EQ(keys(), QStringList(QStringLiteral("one")));
+    find.findChild<QComboBox*>(u"cboFind"_qs)->setEditText(u"one"_qs);
+    find.findChild<QAbstractButton*>(u"cmdFindNext"_qs)->click();
+    EXPECT_EQ(box().currentText(), u"one"_qs);
+    EXPECT_EQ(keys(), QStringList(u"one"_qs));
 }
 
 TEST_F(FindBarOfTheFrame, AnEmptyTextOfADialogChangesNothing) {
     start();
-    enter(QStringLiteral("a"));
+    enter(u"a"_qs);
     m_frame->AfterFind(QString(), true, true, true);
     EXPECT_FALSE(entry("mnuRegExp")->isChecked());
-    EXPECT_EQ(keys(), QStringList(QStringLiteral("a")));
-    EXPECT_EQ(box().currentText(), QStringLiteral("a"));
+    EXPECT_EQ(keys(), QStringList(u"a"_qs));
+    EXPECT_EQ(box().currentText(), u"a"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, TogglesComeFromTheSettings) {
     start();
-    for (const char* name : {"mnuWholeWord", "mnuRegExp", "mnuCaseSensitive"})
+    for (const char* name : {"mnuWholeWord", "mnuRegExp", "mnuCaseSensitive"}) {
         EXPECT_FALSE(entry(name)->isChecked()) << name;
+    }
     EXPECT_TRUE(entry("mnuSearchContinue")->isChecked());
     set("ToolbarWholeWord", "1");
     set("ToolbarRegExp", "1");
     set("ToolbarCase", "1");
     set("ContinueSearch", "0");
     start();
-    for (const char* name : {"mnuWholeWord", "mnuRegExp", "mnuCaseSensitive"})
+    for (const char* name : {"mnuWholeWord", "mnuRegExp", "mnuCaseSensitive"}) {
         EXPECT_TRUE(entry(name)->isChecked()) << name;
+    }
     EXPECT_FALSE(entry("mnuSearchContinue")->isChecked());
 }
 
@@ -226,7 +228,7 @@ TEST_F(FindBarOfTheFrame, AToggleSetsVariableAndMarkAndNothingInTheStore) {
         EXPECT_EQ(option(field), before) << name;
         EXPECT_EQ(entry(name)->isChecked(), before) << name;
     }
-    EXPECT_EQ(Settings(m_registry).forFrame(QStringLiteral("ToolbarCase")), QStringLiteral("0"));
+    EXPECT_EQ(Settings(m_registry).forFrame(u"ToolbarCase"_qs), u"0"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, TheListComesBackInTheNextRun) {
@@ -236,7 +238,7 @@ TEST_F(FindBarOfTheFrame, TheListComesBackInTheNextRun) {
     m_frame->close();
     EXPECT_EQ(bytesOf(listFile()), QByteArray("a\r\nb\r\nc\r\n"));
     start();
-    EXPECT_EQ(keys(), QStringList({QStringLiteral("c"), QStringLiteral("b"), QStringLiteral("a")}));
+    EXPECT_EQ(keys(), QStringList({u"c"_qs, u"b"_qs, u"a"_qs}));
     EXPECT_EQ(box().currentText(), QString());
 }
 
@@ -244,23 +246,23 @@ TEST_F(FindBarOfTheFrame, TheWheelLeavesWhatIsTyped) {
     start();
     for (const char* text : {"a", "b"})
         enter(QString::fromLatin1(text));
-    box().setEditText(QStringLiteral("typed"));
+    box().setEditText(u"typed"_qs);
     for (QWidget* target : {static_cast<QWidget*>(&box()), static_cast<QWidget*>(box().lineEdit())}) {
         const QPointF place = target->rect().center();
         QWheelEvent wheel(place, target->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
         QApplication::sendEvent(target, &wheel);
-        EXPECT_EQ(box().currentText(), QStringLiteral("typed"));
+        EXPECT_EQ(box().currentText(), u"typed"_qs);
     }
 }
 
 TEST_F(FindBarOfTheFrame, KeysOfTheBarAreNotTakenByTheMenus) {
     start();
-    type(QStringLiteral("text"));
+    type(u"text"_qs);
     box().setFocus();
-    box().setEditText(QStringLiteral("abc"));
+    box().setEditText(u"abc"_qs);
     QTest::keyClick(&box(), Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(box().lineEdit()->selectedText(), QStringLiteral("abc"));
+    EXPECT_EQ(box().lineEdit()->selectedText(), u"abc"_qs);
     EXPECT_EQ(active()->GetEditor()->SelText(), QString());
 }
 
@@ -290,12 +292,12 @@ TEST_F(FindBarOfTheFrame, OneKeyWalksFromTheDocumentToTheBarToTheTabs) {
 }
 
 TEST_F(FindBarOfTheFrame, WhatWasSearchedForInAnEarlierRunIsOfferedByTheFindDialogToo) {
-    ListFile::write(listFile(), {QStringLiteral("older"), QStringLiteral("of the last run")});
+    ListFile::write(listFile(), {u"older"_qs, u"of the last run"_qs});
     start();
-    type(QStringLiteral("text"));
+    type(u"text"_qs);
     run("mnuFind");
     const auto* offered = dialog("mnuFind").findChild<QComboBox*>();
-    EXPECT_EQ(offered->itemText(0), QStringLiteral("of the last run"));
-    EXPECT_EQ(offered->itemText(1), QStringLiteral("older"));
-    EXPECT_EQ(offered->currentText(), QStringLiteral("of the last run"));
+    EXPECT_EQ(offered->itemText(0), u"of the last run"_qs);
+    EXPECT_EQ(offered->itemText(1), u"older"_qs);
+    EXPECT_EQ(offered->currentText(), u"of the last run"_qs);
 }

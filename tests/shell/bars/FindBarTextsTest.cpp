@@ -27,9 +27,9 @@ QStringList numbers(int from, int to) {
 
 class ListFiles : public testing::Test {
  protected:
-    QString path() const { return m_folder.filePath(QStringLiteral("sub/list.idx")); }
+    QString path() const { return m_folder.filePath(u"sub/list.idx"_qs); }
     void put(const QByteArray& bytes) {
-        QDir(m_folder.path()).mkpath(QStringLiteral("sub"));
+        QDir(m_folder.path()).mkpath(u"sub"_qs);
         QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
@@ -46,30 +46,30 @@ class ListFiles : public testing::Test {
 
 TEST(FindBarTexts, ANewTextStandsOnTop) {
     QStringList keys = list({"a"});
-    EXPECT_EQ(AddSearchKey(keys, QStringLiteral("b"), false), Change::Added);
+    EXPECT_EQ(AddSearchKey(keys, u"b"_qs, false), Change::Added);
     EXPECT_EQ(keys, list({"b", "a"}));
 }
 
 TEST(FindBarTexts, ABlankTextIsPassedOverAndOthersAreKeptUntrimmed) {
     QStringList keys;
-    EXPECT_EQ(AddSearchKey(keys, QStringLiteral(" \t "), true), Change::Nothing);
+    EXPECT_EQ(AddSearchKey(keys, u" \t "_qs, true), Change::Nothing);
     EXPECT_EQ(AddSearchKey(keys, QString(), true), Change::Nothing);
-    AddSearchKey(keys, QStringLiteral(" a "), true);
+    AddSearchKey(keys, u" a "_qs, true);
     EXPECT_EQ(keys, list({" a "}));
 }
 
 TEST(FindBarTexts, AKnownTextMovesToTheTopOnlyWhenThatIsWanted) {
     QStringList keys = list({"c", "b", "a"});
-    EXPECT_EQ(AddSearchKey(keys, QStringLiteral("a"), false), Change::Nothing);
+    EXPECT_EQ(AddSearchKey(keys, u"a"_qs, false), Change::Nothing);
     EXPECT_EQ(keys, list({"c", "b", "a"}));
-    EXPECT_EQ(AddSearchKey(keys, QStringLiteral("a"), true), Change::Raised);
+    EXPECT_EQ(AddSearchKey(keys, u"a"_qs, true), Change::Raised);
     EXPECT_EQ(keys, list({"a", "c", "b"}));
 }
 
 TEST(FindBarTexts, TextsAreComparedExactly) {
     QStringList keys = list({"a"});
-    AddSearchKey(keys, QStringLiteral("A"), true);
-    AddSearchKey(keys, QStringLiteral("a "), true);
+    AddSearchKey(keys, u"A"_qs, true);
+    AddSearchKey(keys, u"a "_qs, true);
     EXPECT_EQ(keys, list({"a ", "A", "a"}));
 }
 
@@ -78,8 +78,8 @@ TEST(FindBarTexts, TheThirtyNewestAreKept) {
     for (const QString& number : numbers(1, 31))
         AddSearchKey(keys, number, false);
     EXPECT_EQ(keys.size(), 30);
-    EXPECT_EQ(keys.first(), QStringLiteral("31"));
-    EXPECT_EQ(keys.last(), QStringLiteral("2"));
+    EXPECT_EQ(keys.first(), u"31"_qs);
+    EXPECT_EQ(keys.last(), u"2"_qs);
 }
 
 TEST(FindBarTexts, AFileHasTheOldestFirstAndItsDoublesOnce) {

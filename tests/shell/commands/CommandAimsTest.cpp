@@ -16,8 +16,8 @@ struct Aim {
 
 /// Each of the commands aims at its method, and no other command at any.
 template <typename Method>
-void expectAims(std::span<const Aim<Method>> aims, Method CommandTarget::*target) {
-    for (const Aim<Method>& aim : aims) {
+void expectAims(std::span<const Aim<Method>> Aims, Method CommandTarget::*target) {
+    for (const Aim<Method>& aim : Aims) {
         const CommandRow* row = findCommand(aim.name);
         ASSERT_NE(row, nullptr) << aim.name;
         EXPECT_TRUE(row->target.*target == aim.method) << aim.name;
@@ -25,14 +25,14 @@ void expectAims(std::span<const Aim<Method>> aims, Method CommandTarget::*target
     size_t aiming = 0;
     for (const CommandRow& row : commandTable())
         aiming += row.target.*target == nullptr ? 0U : 1U;
-    EXPECT_EQ(aiming, aims.size());
+    EXPECT_EQ(aiming, Aims.size());
 }
 
 }  // namespace
 
 TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     using Frame = FrameCommands;
-    static constexpr Aim<void (Frame::*)()> aims[] = {
+    static constexpr Aim<void (Frame::*)()> Aims[] = {
         {"mnuFileNew", &Frame::New},
         {"mnuFileOpen", &Frame::Open},
         {"mnuFileClose", &Frame::Close},
@@ -76,12 +76,12 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
         {"mnuShowFilesTab", &Frame::ToggleTabBand},
         {"mnuOrgLanguages", &Frame::OrganizeLanguages},
     };
-    expectAims<void (Frame::*)()>(aims, &CommandTarget::frame);
+    expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);
 }
 
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
-    static constexpr Aim<void (Rooms::*)()> aims[] = {
+    static constexpr Aim<void (Rooms::*)()> Aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
         {"mnuAddFavorite", &Rooms::AddFavorite},
@@ -100,5 +100,5 @@ TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
         {"mnuSendEmail", &Rooms::SendEmail},
         {"mnuHelpAbout", &Rooms::ShowAbout},
     };
-    expectAims<void (Rooms::*)()>(aims, &CommandTarget::room);
+    expectAims<void (Rooms::*)()>(Aims, &CommandTarget::room);
 }

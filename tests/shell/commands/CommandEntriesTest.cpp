@@ -29,13 +29,14 @@ class CommandsOfTheFrame : public FrameFixture {
         QTest::keyClick(&control(), key, modifiers);
     }
     void expectEnabled(char state) {
-        for (const ExpectedCommand& expected : expectedCommands) {
+        for (const ExpectedCommand& expected : ExpectedCommands) {
             if (QLatin1String(expected.enabled) == QLatin1String("TLHX"))
                 continue;
             EXPECT_EQ(entry(expected.name)->isEnabled(), strchr(expected.enabled, state) != nullptr) << expected.name;
         }
-        for (const ExpectedButton& expected : expectedButtons)
+        for (const ExpectedButton& expected : ExpectedButtons) {
             EXPECT_EQ(button(expected.key)->isEnabled(), strchr(expected.enabled, state) != nullptr) << expected.key;
+        }
     }
 };
 
@@ -124,9 +125,9 @@ TEST_F(CommandsOfTheFrame, ViewOptionsFollowTheActiveDocument) {
 TEST_F(CommandsOfTheFrame, ViewOptionsFollowThePropertiesOfTheControl) {
     start();
     active()->Properties();
-    auto* dialog = active()->findChild<QDialog*>(QStringLiteral("ControlProperties"));
+    auto* dialog = active()->findChild<QDialog*>(u"ControlProperties"_qs);
     ASSERT_NE(dialog, nullptr);
-    dialog->findChild<QCheckBox*>(QStringLiteral("chkWhitespace"))->click();
+    dialog->findChild<QCheckBox*>(u"chkWhitespace"_qs)->click();
     dialog->accept();
     EXPECT_TRUE(entry("mnuShowTabSpace")->isChecked());
 }
@@ -135,39 +136,39 @@ TEST_F(CommandsOfTheFrame, EveryButtonRunsItsCommand) {
     start();
     button("New")->trigger();
     EXPECT_EQ(documents().size(), 2);
-    type(QStringLiteral("ab"));
+    type(u"ab"_qs);
     button("Undo")->trigger();
     EXPECT_EQ(active()->GetEditor()->Text(), QString());
     button("Redo")->trigger();
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ab"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"ab"_qs);
     run("mnuSelectAll");
     button("Cut")->trigger();
     EXPECT_EQ(active()->GetEditor()->Text(), QString());
     button("Paste")->trigger();
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ab"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"ab"_qs);
     button("WindowCascade")->trigger();
     EXPECT_FALSE(parts().children->windowOf(active())->isMaximized());
 }
 
 TEST_F(CommandsOfTheFrame, AButtonTellsItsKey) {
     start();
-    EXPECT_EQ(button("Save")->toolTip(), QStringLiteral("Save (Ctrl+S)"));
-    EXPECT_EQ(button("FindPrev")->toolTip(), QStringLiteral("Find Previous (Shift+F3)"));
-    EXPECT_EQ(button("SaveAs")->toolTip(), QStringLiteral("Save As"));
+    EXPECT_EQ(button("Save")->toolTip(), u"Save (Ctrl+S)"_qs);
+    EXPECT_EQ(button("FindPrev")->toolTip(), u"Find Previous (Shift+F3)"_qs);
+    EXPECT_EQ(button("SaveAs")->toolTip(), u"Save As"_qs);
     for (const ToolRow& row : toolTable()) {
         if (row.isGap())
             continue;
-        const QString name = QStringLiteral("tbToolBar.") + QLatin1String(row.key);
+        const QString name = u"tbToolBar."_qs + QLatin1String(row.key);
         EXPECT_NE(m_frame->findChild<QWidget*>(name), nullptr) << row.key;
     }
 }
 
 TEST_F(CommandsOfTheFrame, TheBarsPutWhatHasNoRoomIntoAMenu) {
     start();
-    auto* bar = m_frame->findChild<QToolBar*>(QStringLiteral("tbToolBar"));
+    auto* bar = m_frame->findChild<QToolBar*>(u"tbToolBar"_qs);
     m_frame->resize(400, 400);
     QCoreApplication::processEvents();
-    auto* more = bar->findChild<QWidget*>(QStringLiteral("qt_toolbar_ext_button"));
+    auto* more = bar->findChild<QWidget*>(u"qt_toolbar_ext_button"_qs);
     ASSERT_NE(more, nullptr);
     EXPECT_TRUE(more->isVisible());
     EXPECT_FALSE(bar->widgetForAction(button("WindowV"))->isVisible());
@@ -179,23 +180,23 @@ TEST_F(CommandsOfTheFrame, TheBarsPutWhatHasNoRoomIntoAMenu) {
 
 TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
     start();
-    type(QStringLiteral("one\ntwo"));
+    type(u"one\ntwo"_qs);
     press(Qt::Key_L, Qt::ControlModifier);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\n"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"one\n"_qs);
     press(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(active()->GetEditor()->SelText(), QStringLiteral("one\n"));
+    EXPECT_EQ(active()->GetEditor()->SelText(), u"one\n"_qs);
     press(Qt::Key_F2, Qt::ControlModifier);
     EXPECT_TRUE(control().BookmarkAt(control().CurrentLine()));
 }
 
 TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {
     start();
-    type(QStringLiteral("one\ntwo"));
+    type(u"one\ntwo"_qs);
     QSignalSpy chosen(entry("mnuDeleteLine"), &QAction::triggered);
     run("mnuReadonly");
     press(Qt::Key_L, Qt::ControlModifier);
     EXPECT_EQ(chosen.count(), 0);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\ntwo"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"one\ntwo"_qs);
     run("mnuReadonly");
     press(Qt::Key_L, Qt::ControlModifier);
     EXPECT_EQ(chosen.count(), 1);
@@ -205,7 +206,7 @@ TEST_F(CommandsOfTheFrame, FindInFilesIsBegunWithAnEmptyText) {
     start();
     m_rooms.calls.clear();
     run("mnuFindInFiles");
-    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("ShowSearchInFiles ")));
+    EXPECT_EQ(m_rooms.calls, QStringList(u"ShowSearchInFiles "_qs));
 }
 
 TEST_F(CommandsOfTheFrame, APanelsMarkFollowsWhetherItIsSeen) {
@@ -231,14 +232,14 @@ TEST_F(CommandsOfTheFrame, APanelsMarkFollowsWhetherItIsSeen) {
 TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
     start();
     QStringList expected;
-    for (const ExpectedButton& each : expectedButtons) {
+    for (const ExpectedButton& each : ExpectedButtons) {
         expected << QLatin1String("tbToolBar.") + QLatin1String(each.key);
         if (expected.last() == QLatin1String("tbToolBar.Find"))
-            expected << QStringLiteral("tbToolBar.SearchHistory");
+            expected << u"tbToolBar.SearchHistory"_qs;
     }
     m_frame->resize(1200, 700);
     QCoreApplication::processEvents();
-    auto* bar = m_frame->findChild<QToolBar*>(QStringLiteral("tbToolBar"));
+    auto* bar = m_frame->findChild<QToolBar*>(u"tbToolBar"_qs);
     QStringList names;
     int right = 0;
     for (QAction* action : bar->actions()) {
@@ -255,7 +256,7 @@ TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
 TEST_F(CommandsOfTheFrame, ChecksOutliveAMarkThatWasWiped) {
     start();
     run("mnuCaseSensitive");
-    parts().commands->markOnly(QStringLiteral("nothing"));
+    parts().commands->markOnly(u"nothing"_qs);
     EXPECT_TRUE(marked().isEmpty());
     EXPECT_TRUE(parts().commands->isChecked("mnuCaseSensitive"));
     m_frame->RefreshCheckedItems();
@@ -281,8 +282,8 @@ TEST_F(CommandsOfTheFrame, AProjectEnablesItsEntries) {
     };
     EXPECT_TRUE(enabled().isEmpty());
     m_frame->SetProjectMenus(true);
-    EXPECT_EQ(enabled(), QStringList({QStringLiteral("mnuSaveProject"), QStringLiteral("mnuSaveProjectAs")}));
-    m_frame->ProjectFilename = QStringLiteral("/p.qmp");
+    EXPECT_EQ(enabled(), QStringList({u"mnuSaveProject"_qs, u"mnuSaveProjectAs"_qs}));
+    m_frame->ProjectFilename = u"/p.qmp"_qs;
     m_frame->SetProjectMenus(false);
     EXPECT_EQ(enabled().size(), 5);
     EXPECT_TRUE(entry("mnuNewProject")->isEnabled());
@@ -291,7 +292,7 @@ TEST_F(CommandsOfTheFrame, AProjectEnablesItsEntries) {
 TEST_F(CommandsOfTheFrame, ASaveBringsTheCommandsUpToDate) {
     start();
     open(fileOf("x"));
-    parts().commands->markOnly(QStringLiteral("nothing"));
+    parts().commands->markOnly(u"nothing"_qs);
     run("mnuFileSave");
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
 }

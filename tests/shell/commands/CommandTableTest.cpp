@@ -18,16 +18,16 @@ QString text(const char* latin) {
     return QString::fromLatin1(latin);
 }
 
-constexpr DocumentState textUnlocked{true, false};
-constexpr DocumentState textLocked{true, true};
-constexpr DocumentState hexUnlocked{false, false};
-constexpr DocumentState hexLocked{false, true};
+constexpr DocumentState TextUnlocked{true, false};
+constexpr DocumentState TextLocked{true, true};
+constexpr DocumentState HexUnlocked{false, false};
+constexpr DocumentState HexLocked{false, true};
 
 /// The states in which it is enabled, by the letters of the expected tables.
 QString statesOf(Enabled when) {
     QString states;
-    for (const auto& [letter, state] : {std::pair{'T', textUnlocked}, std::pair{'L', textLocked},
-                                        std::pair{'H', hexUnlocked}, std::pair{'X', hexLocked}}) {
+    for (const auto& [letter, state] : {std::pair{'T', TextUnlocked}, std::pair{'L', TextLocked},
+                                        std::pair{'H', HexUnlocked}, std::pair{'X', HexLocked}}) {
         if (isEnabled(when, state))
             states += QLatin1Char(letter);
     }
@@ -49,7 +49,7 @@ const ToolRow* findTool(const char* key) {
 }  // namespace
 
 TEST(CommandTable, HoldsEveryCommandWithItsCaptionKeyPictureAndRule) {
-    for (const ExpectedCommand& expected : expectedCommands) {
+    for (const ExpectedCommand& expected : ExpectedCommands) {
         const CommandRow* row = findCommand(expected.name);
         ASSERT_NE(row, nullptr) << expected.name;
         EXPECT_STREQ(row->parent, expected.menu) << expected.name;
@@ -62,12 +62,12 @@ TEST(CommandTable, HoldsEveryCommandWithItsCaptionKeyPictureAndRule) {
 }
 
 TEST(CommandTable, HoldsEverySeparatorAndNothingElse) {
-    for (const char* name : expectedSeparators) {
+    for (const char* name : ExpectedSeparators) {
         const CommandRow* row = findCommand(name);
         ASSERT_NE(row, nullptr) << name;
         EXPECT_TRUE(isSeparator(*row)) << name;
     }
-    EXPECT_EQ(commandTable().size(), std::size(expectedCommands) + std::size(expectedSeparators));
+    EXPECT_EQ(commandTable().size(), std::size(ExpectedCommands) + std::size(ExpectedSeparators));
 }
 
 TEST(CommandTable, CommandsStandInTheirMenusInTheGivenOrder) {
@@ -75,7 +75,7 @@ TEST(CommandTable, CommandsStandInTheirMenusInTheGivenOrder) {
     for (const CommandRow& row : commandTable()) {
         if (isSeparator(row))
             continue;
-        EXPECT_STREQ(row.name, expectedCommands[next].name);
+        EXPECT_STREQ(row.name, ExpectedCommands[next].name);
         ++next;
     }
 }
@@ -101,15 +101,16 @@ TEST(CommandTable, NoMenuBeginsOrEndsWithASeparatorOrHasTwoInARow) {
     QSet<QString> filled;  // menus whose last separator parts what is filled in while the program runs
     for (const SlotArray& array : MenuSlots::table())
         filled.insert(text(array.menu));
-    filled.insert(QStringLiteral("mnuLanguages"));
+    filled.insert(u"mnuLanguages"_qs);
     QMap<QString, QList<bool>> separators;
     for (const CommandRow& row : commandTable())
         separators[text(row.parent)].append(isSeparator(row));
     for (auto menu = separators.cbegin(); menu != separators.cend(); ++menu) {
         EXPECT_FALSE(menu->first()) << menu.key().toStdString();
         EXPECT_EQ(menu->last() && !filled.contains(menu.key()), false) << menu.key().toStdString();
-        for (qsizetype i = 1; i < menu->size(); ++i)
+        for (qsizetype i = 1; i < menu->size(); ++i) {
             EXPECT_FALSE(menu->at(i) && menu->at(i - 1)) << menu.key().toStdString() << i;
+        }
     }
 }
 
@@ -145,12 +146,12 @@ TEST(CommandTable, NoTwoEntriesOfAMenuShareAMnemonic) {
 TEST(CommandTable, EveryPictureIsShipped) {
     for (const CommandRow& row : commandTable()) {
         if (*row.icon != '\0') {
-            EXPECT_TRUE(QFile::exists(QStringLiteral(":/icons/%1.svg").arg(text(row.icon)))) << row.icon;
+            EXPECT_TRUE(QFile::exists(u":/icons/%1.svg"_qs.arg(text(row.icon)))) << row.icon;
         }
     }
     for (const ToolRow& row : toolTable()) {
         if (!row.isGap() && !row.isPlace()) {
-            EXPECT_TRUE(QFile::exists(QStringLiteral(":/icons/%1.svg").arg(text(row.icon)))) << row.icon;
+            EXPECT_TRUE(QFile::exists(u":/icons/%1.svg"_qs.arg(text(row.icon)))) << row.icon;
         }
     }
 }
@@ -213,14 +214,15 @@ TEST(CommandTable, CommandsOfADocumentAimAtItsMethods) {
         {"mnuDefaultFontSize", &Document::DefaultFontSize},
         {"mnuRecordMarco", &Document::RecordMarco},
     };
-    for (const Aim& aim : aims)
+    for (const Aim& aim : aims) {
         EXPECT_EQ(findCommand(aim.name)->target.document, aim.method) << aim.name;
+    }
     EXPECT_EQ(findCommand("mnuNothing"), nullptr);
 }
 
 TEST(ToolTable, HoldsEveryButtonWithItsCommandAndRule) {
     qsizetype buttons = 0;
-    for (const ExpectedButton& expected : expectedButtons) {
+    for (const ExpectedButton& expected : ExpectedButtons) {
         const ToolRow* row = findTool(expected.key);
         ASSERT_NE(row, nullptr) << expected.key;
         EXPECT_STREQ(row->command, expected.command) << expected.key;
@@ -232,7 +234,7 @@ TEST(ToolTable, HoldsEveryButtonWithItsCommandAndRule) {
     }
     for (const ToolRow& row : toolTable())
         buttons += row.isGap() || row.isPlace() ? 0 : 1;
-    EXPECT_EQ(buttons, std::ssize(expectedButtons));
+    EXPECT_EQ(buttons, std::ssize(ExpectedButtons));
 }
 
 TEST(ToolTable, KeepsThePlaceOfTheFindBar) {

@@ -21,7 +21,7 @@ struct ExpectedButton {
 };
 
 // clang-format off
-inline constexpr ExpectedCommand expectedCommands[] = {
+inline constexpr ExpectedCommand ExpectedCommands[] = {
     {"", "mnuFile", "&File", "", "", "TLHX"},
     {"mnuFile", "mnuFileNew", "&New", "Ctrl+N", "new", "TLHX"},
     {"mnuFile", "mnuFileOpen", "&Open...", "Ctrl+O", "open", "TLHX"},
@@ -149,7 +149,7 @@ inline constexpr ExpectedCommand expectedCommands[] = {
     {"mnuHelp", "mnuHelpAbout", "&About ", "", "", "TLHX"},
 };
 
-inline constexpr const char* expectedSeparators[] = {
+inline constexpr const char* ExpectedSeparators[] = {
     "mnuFileBar10",
     "mnuSep06",
     "mnuFileBar1",
@@ -183,7 +183,7 @@ inline constexpr const char* expectedSeparators[] = {
     "mnuHelpBar0",
 };
 
-inline constexpr ExpectedButton expectedButtons[] = {
+inline constexpr ExpectedButton ExpectedButtons[] = {
     {"New", "mnuFileNew", "TLHX"},
     {"Open", "mnuFileOpen", "TLHX"},
     {"Save", "mnuFileSave", "TH"},

@@ -18,8 +18,8 @@ class NotedOpener : public QObject {
     Q_OBJECT
 
  public:
-    NotedOpener() { QDesktopServices::setUrlHandler(QStringLiteral("file"), this, "open"); }
-    ~NotedOpener() override { QDesktopServices::unsetUrlHandler(QStringLiteral("file")); }
+    NotedOpener() { QDesktopServices::setUrlHandler(u"file"_qs, this, "open"); }
+    ~NotedOpener() override { QDesktopServices::unsetUrlHandler(u"file"_qs); }
 
     QStringList opened;
 
@@ -41,8 +41,8 @@ class FrameLanguages : public FrameFixture {
         return names;
     }
     void drop(const QString& name, const QByteArray& bytes) {
-        QDir().mkpath(m_programFolder.filePath(QStringLiteral("languages")));
-        QFile file(m_programFolder.filePath(QStringLiteral("languages/") + name));
+        QDir().mkpath(m_programFolder.filePath(u"languages"_qs));
+        QFile file(m_programFolder.filePath(u"languages/"_qs + name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
@@ -52,7 +52,7 @@ class FrameLanguages : public FrameFixture {
         QTimer::singleShot(0, m_frame.get(), [&] {
             auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             ASSERT_NE(form, nullptr);
-            EXPECT_EQ(form->objectName(), QStringLiteral("fmrLangProperties"));
+            EXPECT_EQ(form->objectName(), u"fmrLangProperties"_qs);
             shown = true;
             look(*form);
             form->reject();
@@ -65,13 +65,13 @@ class FrameLanguages : public FrameFixture {
 }  // namespace
 
 TEST_F(FrameLanguages, TheMenuListsThoseThatLoaded) {
-    drop(QStringLiteral("languages.idx"), "<<ONE>>\r\n*.one\r\n<<BAD>>\r\n*.bad\r\n<<TWO>>\r\n*.two\r\n");
-    drop(QStringLiteral("ONE.lng"), "rules\n");
-    drop(QStringLiteral("BAD.lng"), "nonsense\n");
-    drop(QStringLiteral("TWO.lng"), "rules\n");
+    drop(u"languages.idx"_qs, "<<ONE>>\r\n*.one\r\n<<BAD>>\r\n*.bad\r\n<<TWO>>\r\n*.two\r\n");
+    drop(u"ONE.lng"_qs, "rules\n");
+    drop(u"BAD.lng"_qs, "nonsense\n");
+    drop(u"TWO.lng"_qs, "rules\n");
     start();
-    EXPECT_EQ(MenuText::captionOf(*entry("mnuLanguage(0)")), QStringLiteral("ONE"));
-    EXPECT_EQ(MenuText::captionOf(*entry("mnuLanguage(1)")), QStringLiteral("TWO"));
+    EXPECT_EQ(MenuText::captionOf(*entry("mnuLanguage(0)")), u"ONE"_qs);
+    EXPECT_EQ(MenuText::captionOf(*entry("mnuLanguage(1)")), u"TWO"_qs);
     EXPECT_EQ(entry("mnuLanguage(2)"), nullptr);
 }
 
@@ -79,7 +79,7 @@ TEST_F(FrameLanguages, AnIndexThatIsMissingLeavesTheMenuEmptyAndTheProgramRunnin
     m_shareFolder = m_programFolder.path();
     start();
     EXPECT_EQ(entry("mnuLanguage(0)"), nullptr);
-    open(fileOf("int", QStringLiteral("a.cpp")));
+    open(fileOf("int", u"a.cpp"_qs));
     EXPECT_EQ(active()->GetLang(), QString());
     EXPECT_EQ(m_prompts.messages, QStringList());
 }
@@ -87,17 +87,17 @@ TEST_F(FrameLanguages, AnIndexThatIsMissingLeavesTheMenuEmptyAndTheProgramRunnin
 TEST_F(FrameLanguages, TheTickFollowsLoadsChoicesAndActivation) {
     start();
     EXPECT_EQ(marked(), QStringList());
-    open(fileOf("int", QStringLiteral("a.cpp")));
+    open(fileOf("int", u"a.cpp"_qs));
     frmDocument* first = active();
-    EXPECT_EQ(marked(), QStringList(QStringLiteral("C++")));
-    open(fileOf("x", QStringLiteral("b.py")));
-    EXPECT_EQ(marked(), QStringList(QStringLiteral("PYTHON")));
+    EXPECT_EQ(marked(), QStringList(u"C++"_qs));
+    open(fileOf("x", u"b.py"_qs));
+    EXPECT_EQ(marked(), QStringList(u"PYTHON"_qs));
     languageEntry("RUBY")->trigger();
-    EXPECT_EQ(active()->GetLang(), QStringLiteral("RUBY"));
-    EXPECT_EQ(marked(), QStringList(QStringLiteral("RUBY")));
+    EXPECT_EQ(active()->GetLang(), u"RUBY"_qs);
+    EXPECT_EQ(marked(), QStringList(u"RUBY"_qs));
     parts().children->bringToFront(first);
     QCoreApplication::processEvents();
-    EXPECT_EQ(marked(), QStringList(QStringLiteral("C++")));
+    EXPECT_EQ(marked(), QStringList(u"C++"_qs));
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
 }
 
@@ -108,12 +108,12 @@ TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) 
     start();
     TokenTheme& theme = parts().documentServices->globals.theme;
     EXPECT_EQ(theme.looks(), looks);
-    open(fileOf("if", QStringLiteral("a.cpp")));
+    open(fileOf("if", u"a.cpp"_qs));
     const frmDocument* first = active();
-    open(fileOf("if", QStringLiteral("b.cpp")));
-    constexpr unsigned long keyword = 5;
+    open(fileOf("if", u"b.cpp"_qs));
+    constexpr unsigned long Keyword = 5;
     const auto italic = [](const frmDocument* document) {
-        return document->GetEditor()->control().SendScintilla(TextControl::SCI_STYLEGETITALIC, keyword) != 0;
+        return document->GetEditor()->control().SendScintilla(TextControl::SCI_STYLEGETITALIC, Keyword) != 0;
     };
     EXPECT_TRUE(italic(first));
     theme.setLooks(TokenLooks());
@@ -128,7 +128,7 @@ TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) 
 TEST_F(FrameLanguages, OrganizingThemShowsTheFormAlone) {
     start();
     organize([](QDialog& form) {
-        const auto* list = form.findChild<QTreeWidget*>(QStringLiteral("lvLang"));
+        const auto* list = form.findChild<QTreeWidget*>(u"lvLang"_qs);
         ASSERT_NE(list, nullptr);
         EXPECT_GE(list->topLevelItemCount(), 45);
     });
@@ -137,19 +137,19 @@ TEST_F(FrameLanguages, OrganizingThemShowsTheFormAlone) {
 TEST_F(FrameLanguages, TheFormsHelpIsThePageOfLanguages) {
     NotedOpener opener;
     start();
-    organize([](QDialog& form) { form.findChild<QPushButton*>(QStringLiteral("cmdHelp"))->click(); });
-    EXPECT_EQ(opener.opened, QStringList(shareFolder() + QStringLiteral("/help/languages.html")));
+    organize([](QDialog& form) { form.findChild<QPushButton*>(u"cmdHelp"_qs)->click(); });
+    EXPECT_EQ(opener.opened, QStringList(shareFolder() + u"/help/languages.html"_qs));
 }
 
 TEST_F(FrameLanguages, APageOfOnesOwnGoesBeforeTheInstalledOneAndAMissingOneIsPassedOver) {
     NotedOpener opener;
     const HelpPages pages(m_programFolder.path(), shareFolder());
-    pages.show(QStringLiteral("no such.html"));
+    pages.show(u"no such.html"_qs);
     EXPECT_EQ(opener.opened, QStringList());
-    QDir(m_programFolder.path()).mkdir(QStringLiteral("help"));
-    QFile own(m_programFolder.filePath(QStringLiteral("help/main.html")));
+    QDir(m_programFolder.path()).mkdir(u"help"_qs);
+    QFile own(m_programFolder.filePath(u"help/main.html"_qs));
     ASSERT_TRUE(own.open(QIODevice::WriteOnly));
-    pages.show(QStringLiteral("main.html"));
+    pages.show(u"main.html"_qs);
     EXPECT_EQ(opener.opened, QStringList(own.fileName()));
 }
 

@@ -28,14 +28,14 @@ class MacrosOfTheFrame : public FrameFixture {
         auto* asked = control().findChild<MacroDialog*>();
         ASSERT_NE(asked, nullptr);
         QTest::keyClick(asked->findChild<StrokeEdit*>(), key, Qt::ControlModifier | Qt::ShiftModifier);
-        asked->findChild<QPushButton*>(QStringLiteral("cmdKeep"))->click();
+        asked->findChild<QPushButton*>(u"cmdKeep"_qs)->click();
     }
     void putMacro(int n, const QString& typed) {
         Macro macro;
         macro.addText(typed);
         ASSERT_TRUE(globals().macros.setMacro(n - 1, macro));
     }
-    QString macroFolder() const { return m_programFolder.filePath(QStringLiteral("macros")); }
+    QString macroFolder() const { return m_programFolder.filePath(u"macros"_qs); }
 };
 
 TEST_F(MacrosOfTheFrame, ShowWithAHotKeyAndWhenWanted) {
@@ -48,11 +48,11 @@ TEST_F(MacrosOfTheFrame, ShowWithAHotKeyAndWhenWanted) {
     set("10Display", "1");
     set("10Desc", "Sort & go");
     start();
-    EXPECT_EQ(shownMacros(), QStringList({QStringLiteral("Ctrl + Q"), QStringLiteral("Sort & go")}));
+    EXPECT_EQ(shownMacros(), QStringList({u"Ctrl + Q"_qs, u"Sort & go"_qs}));
     EXPECT_TRUE(slot("mnuExecMacro", 10)->isVisible());
     globals().hotKeys.reset();
     m_frame->UpdateMacroMenu();
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+    EXPECT_EQ(shownMacros(), QStringList(u"Macro(s)"_qs));
     EXPECT_TRUE(entry("mnuMacroSep02")->isVisible());
 }
 
@@ -61,7 +61,7 @@ TEST_F(MacrosOfTheFrame, WithAnEmptyNameAreCalledByTheirHotKey) {
     set("1Display", "1");
     set("1Desc", "");
     start();
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Q")));
+    EXPECT_EQ(shownMacros(), QStringList(u"Ctrl + Q"_qs));
 }
 
 TEST_F(MacrosOfTheFrame, AreOrganizedInADialogThatTheMenuFollows) {
@@ -72,15 +72,15 @@ TEST_F(MacrosOfTheFrame, AreOrganizedInADialogThatTheMenuFollows) {
     QTimer::singleShot(0, m_frame.get(), [&] {
         auto* form = m_frame->findChild<frmMacro*>();
         title = form->windowTitle();
-        form->findChild<QCheckBox*>(QStringLiteral("chkDisplay"))->click();
+        form->findChild<QCheckBox*>(u"chkDisplay"_qs)->click();
         during = shownMacros();
-        form->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("Mine"));
-        form->findChild<QPushButton*>(QStringLiteral("cmdClose"))->click();
+        form->findChild<QLineEdit*>(u"txtName"_qs)->setText(u"Mine"_qs);
+        form->findChild<QPushButton*>(u"cmdClose"_qs)->click();
     });
     run("mnuOrganizeMarco");
-    EXPECT_EQ(title, QStringLiteral("Organize Marco"));
-    EXPECT_EQ(during, QStringList(QStringLiteral("Ctrl + Q")));
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Mine")));
+    EXPECT_EQ(title, u"Organize Marco"_qs);
+    EXPECT_EQ(during, QStringList(u"Ctrl + Q"_qs));
+    EXPECT_EQ(shownMacros(), QStringList(u"Mine"_qs));
     EXPECT_TRUE(QDir(macroFolder()).exists());
 }
 
@@ -90,12 +90,12 @@ TEST_F(MacrosOfTheFrame, LoseTheirHotKeysAfterAQuestion) {
     start();
     m_prompts.answerNo();
     run("mnuResetKey");
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Q")));
+    EXPECT_EQ(shownMacros(), QStringList(u"Ctrl + Q"_qs));
     m_prompts.answerYes();
     run("mnuResetKey");
     EXPECT_EQ(m_prompts.questions.last(),
-              QStringLiteral("Reset all hot keys will delete all marcos, do you want to reset all hot keys ?"));
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+              u"Reset all hot keys will delete all marcos, do you want to reset all hot keys ?"_qs);
+    EXPECT_EQ(shownMacros(), QStringList(u"Macro(s)"_qs));
     EXPECT_EQ(globals().hotKeys, HotKeys(GlobalObject::defaultHotKeys()));
 }
 
@@ -103,9 +103,9 @@ TEST_F(MacrosOfTheFrame, ArePlayedFromTheirEntries) {
     bindMacro(4, u'Q');
     set("4Display", "1");
     start();
-    putMacro(4, QStringLiteral("abc"));
+    putMacro(4, u"abc"_qs);
     slot("mnuExecMacro", 4)->trigger();
-    EXPECT_EQ(control().Text(), QStringLiteral("abc"));
+    EXPECT_EQ(control().Text(), u"abc"_qs);
 }
 
 TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
@@ -125,22 +125,22 @@ TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
 
 TEST_F(MacrosOfTheFrame, AnEntryWithoutAMacroDoesNothing) {
     start();
-    type(QStringLiteral("text"));
-    putMacro(5, QStringLiteral("x"));
+    type(u"text"_qs);
+    putMacro(5, u"x"_qs);
     for (int n = 0; n <= 10; ++n) {
         if (n != 5)
             slot("mnuExecMacro", n)->trigger();
     }
-    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    EXPECT_EQ(control().Text(), u"text"_qs);
     EXPECT_EQ(m_prompts.messages, QStringList());
 }
 
 TEST_F(MacrosOfTheFrame, ArePlayedByTheRepeatCountAndTakenBackAtOnce) {
     start();
-    putMacro(10, QStringLiteral("ab"));
+    putMacro(10, u"ab"_qs);
     control().setRepeatCount(3);
     slot("mnuExecMacro", 10)->trigger();
-    EXPECT_EQ(control().Text(), QStringLiteral("ababab"));
+    EXPECT_EQ(control().Text(), u"ababab"_qs);
     run("mnuEditUndo");
     EXPECT_EQ(control().Text(), QString());
 }
@@ -148,12 +148,12 @@ TEST_F(MacrosOfTheFrame, ArePlayedByTheRepeatCountAndTakenBackAtOnce) {
 TEST_F(MacrosOfTheFrame, AreNotPlayedInHexModeOrWithoutADocument) {
     start();
     open(fileOf("text"));
-    putMacro(1, QStringLiteral("x"));
+    putMacro(1, u"x"_qs);
     run("mnuToggleHex");
     ASSERT_FALSE(active()->TextEdit());
     slot("mnuExecMacro", 1)->trigger();
     run("mnuToggleHex");
-    EXPECT_EQ(control().Text(), QStringLiteral("text"));
+    EXPECT_EQ(control().Text(), u"text"_qs);
     run("mnuAllFileClose");
     ASSERT_EQ(active(), nullptr);
     slot("mnuExecMacro", 1)->trigger();
@@ -166,7 +166,7 @@ TEST_F(MacrosOfTheFrame, ARecordingIsMarkedAndToldUntilItEnds) {
     run("mnuRecordMarco");
     EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
     EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 0 step")));
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     control().ExecuteCmd(100);
     EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 2 step")));
     EXPECT_FALSE(statusText().contains(QLatin1String("left out")));
@@ -183,33 +183,33 @@ TEST_F(MacrosOfTheFrame, ARecordedOneIsInTheMenuAsSoonAsItIsWantedThere) {
     set("1Display", "0");
     start();
     run("mnuRecordMarco");
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     run("mnuRecordMarco");
     keepUnder(Qt::Key_M);
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Macro(s)")));
+    EXPECT_EQ(shownMacros(), QStringList(u"Macro(s)"_qs));
     set("1Display", "1");
     m_frame->UpdateMacroMenu();
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("Ctrl + Shift + M")));
+    EXPECT_EQ(shownMacros(), QStringList(u"Ctrl + Shift + M"_qs));
 }
 
 TEST_F(MacrosOfTheFrame, OneThatGetsItsNameWhenItIsKeptIsInTheMenuAtOnce) {
     start();
     run("mnuRecordMarco");
-    type(QStringLiteral("a"));
+    type(u"a"_qs);
     run("mnuRecordMarco");
     auto* asked = control().findChild<MacroDialog*>();
     ASSERT_NE(asked, nullptr);
-    asked->findChild<QLineEdit*>(QStringLiteral("txtName"))->setText(QStringLiteral("First"));
-    asked->findChild<QCheckBox*>(QStringLiteral("chkDisplay"))->click();
+    asked->findChild<QLineEdit*>(u"txtName"_qs)->setText(u"First"_qs);
+    asked->findChild<QCheckBox*>(u"chkDisplay"_qs)->click();
     keepUnder(Qt::Key_M);
-    EXPECT_EQ(shownMacros(), QStringList(QStringLiteral("First")));
+    EXPECT_EQ(shownMacros(), QStringList(u"First"_qs));
 }
 
 TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
     start();
-    globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, QStringLiteral("K")}, {0, QStringLiteral("C")}});
+    globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, u"K"_qs}, {0, u"C"_qs}});
     QTest::keyClick(&control(), Qt::Key_K, Qt::ControlModifier);
-    EXPECT_EQ(statusText(), QStringLiteral("Ctrl + K: press the second key, or Esc to leave."));
+    EXPECT_EQ(statusText(), u"Ctrl + K: press the second key, or Esc to leave."_qs);
     QTest::keyClick(&control(), Qt::Key_Escape);
     EXPECT_EQ(statusText(), QString());
 }
@@ -217,7 +217,7 @@ TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
 TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
     start();
     run("mnuRecordMarco");
-    type(QStringLiteral("again"));
+    type(u"again"_qs);
     run("mnuRecordMarco");
     keepUnder(Qt::Key_M);
     m_prompts.answerNo();
@@ -226,12 +226,12 @@ TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
     m_frame.reset();
     start();
     QTest::keyClick(&control(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(control().Text(), QStringLiteral("again"));
+    EXPECT_EQ(control().Text(), u"again"_qs);
 }
 
 TEST_F(MacrosOfTheFrame, TheHiddenEntrySavesThem) {
     start();
-    putMacro(2, QStringLiteral("x"));
+    putMacro(2, u"x"_qs);
     EXPECT_FALSE(entry("mnuSaveMarco")->isVisible());
     run("mnuSaveMarco");
     EXPECT_TRUE(QFile::exists(macroFolder() + QLatin1String("/1.dem")));
@@ -239,9 +239,9 @@ TEST_F(MacrosOfTheFrame, TheHiddenEntrySavesThem) {
 
 TEST_F(MacrosOfTheFrame, AHotKeyTakesF3AndItsLikeFromTheView) {
     start();
-    putMacro(1, QStringLiteral("x"));
+    putMacro(1, u"x"_qs);
     globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl | HotKeyStroke::Shift, QString(QChar(114))}, {}});
     QTest::keyClick(&control(), Qt::Key_F3, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(control().Text(), QStringLiteral("x"));
+    EXPECT_EQ(control().Text(), u"x"_qs);
     EXPECT_TRUE(control().findChildren<QDialog*>().isEmpty());
 }

@@ -8,12 +8,13 @@ using MenuStyleOfTheFrame = FrameFixture;
 
 TEST_F(MenuStyleOfTheFrame, IsThatOfEveryMenu) {
     start();
-    QList<const QMenu*> menus{m_frame->findChild<QMenu*>(QStringLiteral("Tab"))};
+    QList<const QMenu*> menus{m_frame->findChild<QMenu*>(u"Tab"_qs)};
     for (const CommandRow& row : commandTable()) {
         if (const QMenu* menu = parts().commands->menu(row.name))
             menus.append(menu);
     }
     EXPECT_GT(menus.size(), 10);
-    for (const QMenu* menu : menus)
+    for (const QMenu* menu : menus) {
         EXPECT_NE(qobject_cast<MenuStyle*>(menu->style()), nullptr) << menu->objectName().toStdString();
+    }
 }

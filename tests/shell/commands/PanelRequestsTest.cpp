@@ -28,17 +28,17 @@ class RequestsOfThePanel : public FrameFixture {
 TEST_F(RequestsOfThePanel, ADocumentIsSelectedByItsKey) {
     begin();
     run("mnuFileNew");
-    m_requests->selectDocument(QStringLiteral("F1"));
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    m_requests->selectDocument(u"F1"_qs);
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
     EXPECT_EQ(strip().currentIndex(), 0);
-    m_requests->selectDocument(QStringLiteral("F77"));
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    m_requests->selectDocument(u"F77"_qs);
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
 }
 
 TEST_F(RequestsOfThePanel, AFileIsOpenedUnlocked) {
     begin();
     m_requests->openFile(fileOf("1"));
-    EXPECT_EQ(active()->filename, path(QStringLiteral("a.txt")));
+    EXPECT_EQ(active()->filename, path(u"a.txt"_qs));
     EXPECT_FALSE(active()->Locked());
 }
 
@@ -46,7 +46,7 @@ TEST_F(RequestsOfThePanel, ClosingAndSavingConcernTheActiveDocument) {
     begin();
     const QString file = fileOf("1");
     open(file);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_requests->saveDocument();
     EXPECT_EQ(bytesOf(file), "x1");
     m_requests->closeDocument();
@@ -60,9 +60,11 @@ TEST_F(RequestsOfThePanel, WhileRowsAreDraggedNoDocumentTakesADrop) {
     begin();
     run("mnuFileNew");
     m_requests->dragStarts();
-    for (const frmDocument* document : documents())
+    for (const frmDocument* document : documents()) {
         EXPECT_FALSE(document->DocEnabled());
+    }
     m_requests->dragEnds();
-    for (const frmDocument* document : documents())
+    for (const frmDocument* document : documents()) {
         EXPECT_TRUE(document->DocEnabled());
+    }
 }

@@ -35,8 +35,7 @@ TEST_F(RunTimeMenus, EverySlotIsThereUnderItsName) {
     for (const auto& array : arrays) {
         for (int i = array.first; i <= array.last; ++i) {
             ASSERT_NE(slot(array.array, i), nullptr) << array.array << i;
-            EXPECT_EQ(slot(array.array, i)->objectName(),
-                      QStringLiteral("%1(%2)").arg(QLatin1String(array.array)).arg(i));
+            EXPECT_EQ(slot(array.array, i)->objectName(), u"%1(%2)"_qs.arg(QLatin1String(array.array)).arg(i));
             EXPECT_FALSE(slot(array.array, i)->isVisible());
         }
         EXPECT_EQ(slot(array.array, array.last + 1), nullptr);
@@ -48,30 +47,30 @@ TEST_F(RunTimeMenus, EverySlotIsThereUnderItsName) {
         EXPECT_FALSE(slot(array.array, 0)->isEnabled());
     }
     EXPECT_FALSE(slot("mnuOpenWindows", 0)->isVisible());
-    EXPECT_EQ(slot("mnuOpenWindows", 0)->text(), QStringLiteral("-"));
+    EXPECT_EQ(slot("mnuOpenWindows", 0)->text(), u"-"_qs);
     EXPECT_FALSE(entry("mnuProjects")->isEnabled());
     EXPECT_TRUE(entry("mnuProjects")->isVisible());
 }
 
 TEST_F(RunTimeMenus, ARecentFileOpensByItsCaption) {
     start();
-    const QString file = fileOf("x", QStringLiteral("a & b.txt"));
+    const QString file = fileOf("x", u"a & b.txt"_qs);
     fill("mnuFiles", 2, file);
     slot("mnuFiles", 2)->trigger();
     EXPECT_EQ(active()->filename, file);
-    fill("mnuFiles", 1, path(QStringLiteral("gone")));
+    fill("mnuFiles", 1, path(u"gone"_qs));
     slot("mnuFiles", 1)->trigger();
-    EXPECT_EQ(m_prompts.messages, QStringList(path(QStringLiteral("gone")) + QLatin1String("\nFile not found!")));
+    EXPECT_EQ(m_prompts.messages, QStringList(path(u"gone"_qs) + QLatin1String("\nFile not found!")));
 }
 
 TEST_F(RunTimeMenus, ProjectsOpenByCaptionOrTag) {
     start();
-    fill("mnuWorkspaces", 1, QStringLiteral("/a.qmp"));
+    fill("mnuWorkspaces", 1, u"/a.qmp"_qs);
     slot("mnuWorkspaces", 1)->trigger();
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("OpenProject /a.qmp"));
-    fill("mnuFavoriteProject", 30, QStringLiteral("b"), QStringLiteral("/b.qmp"));
+    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /a.qmp"_qs);
+    fill("mnuFavoriteProject", 30, u"b"_qs, u"/b.qmp"_qs);
     slot("mnuFavoriteProject", 30)->trigger();
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("OpenProject /b.qmp"));
+    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /b.qmp"_qs);
 }
 
 TEST_F(RunTimeMenus, APlaceholderDoesNothing) {
@@ -88,20 +87,19 @@ TEST_F(RunTimeMenus, APlaceholderDoesNothing) {
 TEST_F(RunTimeMenus, TheHiddenWindowEntrySelectsTheTabOfItsTag) {
     start();
     run("mnuFileNew");
-    slot("mnuOpenWindows", 0)->setData(QStringLiteral("F1"));
+    slot("mnuOpenWindows", 0)->setData(u"F1"_qs);
     slot("mnuOpenWindows", 0)->setEnabled(true);
     slot("mnuOpenWindows", 0)->trigger();
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
 }
 
 TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
     start();
-    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("C&D")});
-    EXPECT_EQ(shown("mnuLanguages"), QStringList({QStringLiteral("Organize Languages"), QStringLiteral("-"),
-                                                  QStringLiteral("HTML"), QStringLiteral("C&D")}));
+    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"C&D"_qs});
+    EXPECT_EQ(shown("mnuLanguages"), QStringList({u"Organize Languages"_qs, u"-"_qs, u"HTML"_qs, u"C&D"_qs}));
     EXPECT_EQ(entry("mnuLanguage(1)")->data().toInt(), 1);
     EXPECT_FALSE(entry("mnuOrgLanguages")->data().isValid());
-    parts().languageMenu->LoadLanguageMenu(QStringList(60, QStringLiteral("X")));
+    parts().languageMenu->LoadLanguageMenu(QStringList(60, u"X"_qs));
     EXPECT_EQ(shown("mnuLanguages").size(), 2 + 51);
     EXPECT_NE(entry("mnuLanguage(50)"), nullptr);
     EXPECT_EQ(entry("mnuLanguage(51)"), nullptr);
@@ -110,7 +108,7 @@ TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
 TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivation) {
     m_shareFolder = shareFolder();
     start();
-    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("ANSI")});
+    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
     entry("mnuLanguage(0)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(0)")->isChecked());
     EXPECT_FALSE(entry("mnuShowLineNumber")->isChecked());
@@ -123,7 +121,7 @@ TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivati
 
 TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
     start();
-    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML"), QStringLiteral("ANSI")});
+    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
     entry("mnuLanguage(1)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(1)")->isChecked());
     EXPECT_TRUE(entry("mnuANSI")->isChecked());
@@ -136,7 +134,7 @@ TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
 
 TEST_F(RunTimeMenus, WithoutADocumentALanguageIsNotChosen) {
     start();
-    parts().languageMenu->LoadLanguageMenu({QStringLiteral("HTML")});
+    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs});
     run("mnuFileClose");
     entry("mnuLanguage(0)")->trigger();
     EXPECT_FALSE(entry("mnuLanguage(0)")->isChecked());

@@ -59,9 +59,9 @@ TEST_F(ChildClosing, TheLastLeavesNone) {
 
 TEST_F(ChildClosing, ChangesAreAskedForOnce) {
     startWithThree();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_prompts.answerNo();
     window(2)->close();
-    EXPECT_EQ(m_prompts.questions, QStringList(QStringLiteral("Save Document3 ?")));
+    EXPECT_EQ(m_prompts.questions, QStringList(u"Save Document3 ?"_qs));
     expectWhole(2);
 }

@@ -33,8 +33,8 @@ class ChildWindows : public FrameFixture {
         QCoreApplication::sendEvent(m_frame.get(), &event);
         QCoreApplication::processEvents();
     }
-    static void setTime(const QString& file, time_t seconds) {
-        const timespec times[2] = {{seconds, 0}, {seconds, 0}};
+    static void setTime(const QString& file, time_t Seconds) {
+        const timespec times[2] = {{Seconds, 0}, {Seconds, 0}};
         ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(file).constData(), times, 0), 0);
     }
 };
@@ -103,7 +103,7 @@ TEST_F(ChildWindows, TheFocusIsInTheTextAfterEveryWayToADocument) {
         EXPECT_EQ(m_frame->focusWidget(), &control()) << "after a click on tab " << tab;
     }
     QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(0).center());
-    m_frame->findChild<QMenu*>(QStringLiteral("Tab"))->hide();
+    m_frame->findChild<QMenu*>(u"Tab"_qs)->hide();
     EXPECT_EQ(m_frame->focusWidget(), &control()) << "after the tab menu";
     QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ControlModifier);
     EXPECT_EQ(m_frame->focusWidget(), &control()) << "after walking on";
@@ -113,7 +113,7 @@ TEST_F(ChildWindows, TheFocusIsInTheTextAfterEveryWayToADocument) {
 
 TEST_F(ChildWindows, TheFocusLeavesTheFindBarForTheDocumentThatOpens) {
     start();
-    auto* bar = m_frame->findChild<QWidget*>(QStringLiteral("cmbSearch"));
+    auto* bar = m_frame->findChild<QWidget*>(u"cmbSearch"_qs);
     const QString file = fileOf("1");
     bar->setFocus();
     open(file);
@@ -122,7 +122,7 @@ TEST_F(ChildWindows, TheFocusLeavesTheFindBarForTheDocumentThatOpens) {
     bar->setFocus();
     open(file);
     EXPECT_EQ(m_frame->focusWidget(), &control()) << "already open and in front";
-    open(fileOf("2", QStringLiteral("b.txt")));
+    open(fileOf("2", u"b.txt"_qs));
     bar->setFocus();
     open(file);
     EXPECT_EQ(active()->filename, file);
@@ -133,7 +133,7 @@ TEST_F(ChildWindows, TheTabMenuComesByItsKeyToo) {
     startWith(2);
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(1, 1), strip().mapToGlobal(QPoint(1, 1)));
     QCoreApplication::sendEvent(&strip(), &key);
-    auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
     EXPECT_TRUE(menu->isVisible());
     menu->hide();
 }
@@ -153,7 +153,7 @@ TEST_F(ChildWindows, AWindowBearsThePictureOfItsDocumentsState) {
     const auto picture = [](const QWidget& bearer) { return bearer.windowIcon().pixmap(16).toImage(); };
     const QImage untouched = picture(*window(1));
     EXPECT_EQ(untouched, Icons::named("doc-normal").pixmap(16).toImage());
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     EXPECT_NE(picture(*window(1)), untouched);
     EXPECT_EQ(picture(*window(1)), picture(*active()));
     EXPECT_EQ(picture(*window(0)), untouched);
@@ -162,7 +162,7 @@ TEST_F(ChildWindows, AWindowBearsThePictureOfItsDocumentsState) {
 TEST_F(ChildWindows, AChosenTabBringsItsDocumentForward) {
     startWith(3);
     strip().setCurrentIndex(0);
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
     EXPECT_EQ(parts().children->area().activeSubWindow(), window(0));
     parts().children->area().setActiveSubWindow(window(1));
     EXPECT_EQ(strip().currentIndex(), 1);
@@ -173,7 +173,7 @@ TEST_F(ChildWindows, AClickWithinAClickIsPassedOver) {
     startWith(2);
     m_explorer.calls.clear();
     strip().setCurrentIndex(0);
-    EXPECT_EQ(m_explorer.calls, QStringList(QStringLiteral("FileSelected F1")));
+    EXPECT_EQ(m_explorer.calls, QStringList(u"FileSelected F1"_qs));
 }
 
 TEST_F(ChildWindows, KeysWalkTheDocumentsRoundTheEnds) {
@@ -204,11 +204,11 @@ TEST_F(ChildWindows, TheWindowMenuListsNineAndChecksTheActiveOne) {
                 checked << action->text();
         }
         EXPECT_EQ(listed.size(), 9);
-        EXPECT_EQ(listed.last(), QStringLiteral("&9 Document9"));
-        EXPECT_EQ(checked, QStringList(QStringLiteral("&4 Document4")));
+        EXPECT_EQ(listed.last(), u"&9 Document9"_qs);
+        EXPECT_EQ(checked, QStringList(u"&4 Document4"_qs));
     }
-    menu->findChild<QAction*>(QStringLiteral("mnuWindowList(2)"))->trigger();
-    EXPECT_EQ(active()->Caption(), QStringLiteral("Document2"));
+    menu->findChild<QAction*>(u"mnuWindowList(2)"_qs)->trigger();
+    EXPECT_EQ(active()->Caption(), u"Document2"_qs);
 }
 
 TEST_F(ChildWindows, ALaterActiveDocumentTakesTheNinthPlaceOfTheList) {
@@ -218,30 +218,30 @@ TEST_F(ChildWindows, ALaterActiveDocumentTakesTheNinthPlaceOfTheList) {
         strip().setCurrentIndex(index);
         Q_EMIT menu->aboutToShow();
         for (int place = 1; place <= 8; ++place) {
-            const auto* entry = menu->findChild<QAction*>(QStringLiteral("mnuWindowList(%1)").arg(place));
-            EXPECT_EQ(entry->text(), QStringLiteral("&%1 Document%1").arg(place));
+            const auto* entry = menu->findChild<QAction*>(u"mnuWindowList(%1)"_qs.arg(place));
+            EXPECT_EQ(entry->text(), u"&%1 Document%1"_qs.arg(place));
             EXPECT_FALSE(entry->isChecked());
         }
-        const auto* ninth = menu->findChild<QAction*>(QStringLiteral("mnuWindowList(9)"));
-        EXPECT_EQ(ninth->text(), QStringLiteral("&9 Document%1").arg(index + 1));
+        const auto* ninth = menu->findChild<QAction*>(u"mnuWindowList(9)"_qs);
+        EXPECT_EQ(ninth->text(), u"&9 Document%1"_qs.arg(index + 1));
         EXPECT_TRUE(ninth->isChecked());
-        EXPECT_EQ(menu->findChild<QAction*>(QStringLiteral("mnuWindowList(10)")), nullptr);
+        EXPECT_EQ(menu->findChild<QAction*>(u"mnuWindowList(10)"_qs), nullptr);
     }
 }
 
 TEST_F(ChildWindows, DroppedFilesOpenInTheirOrder) {
     start();
-    drop({QUrl::fromLocalFile(fileOf("1", QStringLiteral("1.txt"))), QUrl(QStringLiteral("http://x/y")),
-          QUrl::fromLocalFile(fileOf("2", QStringLiteral("2 ü.txt")))});
-    EXPECT_EQ(tabs(), QStringList({QStringLiteral("1.txt"), QStringLiteral("2 ü.txt")}));
+    drop({QUrl::fromLocalFile(fileOf("1", u"1.txt"_qs)), QUrl(u"http://x/y"_qs),
+          QUrl::fromLocalFile(fileOf("2", u"2 ü.txt"_qs))});
+    EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"2 ü.txt"_qs}));
 }
 
 TEST_F(ChildWindows, ADropOfThePanelsOwnRowsIsNotRead) {
     start();
     m_explorer.busy = true;
     drop({QUrl::fromLocalFile(fileOf("1"))});
-    EXPECT_EQ(m_explorer.calls, QStringList(QStringLiteral("OpenSelectedFiles")));
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("Document1")));
+    EXPECT_EQ(m_explorer.calls, QStringList(u"OpenSelectedFiles"_qs));
+    EXPECT_EQ(tabs(), QStringList(u"Document1"_qs));
 }
 
 TEST_F(ChildWindows, ComingBackToTheApplicationReloadsWhatChanged) {
@@ -254,11 +254,10 @@ TEST_F(ChildWindows, ComingBackToTheApplicationReloadsWhatChanged) {
     setTime(file, 1'600'000'100);
     m_prompts.answerYes();
     m_frame->CheckFileUpdate();
-    EXPECT_EQ(m_prompts.questions,
-              QStringList(QStringLiteral("'%1' has been changed, do you want to reload it.").arg(file)));
+    EXPECT_EQ(m_prompts.questions, QStringList(u"'%1' has been changed, do you want to reload it."_qs.arg(file)));
     EXPECT_EQ(active()->filename, file);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("changed"));
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("7"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"changed"_qs);
+    EXPECT_EQ(parts().status->text(4), u"7"_qs);
     m_frame->CheckFileUpdate();
     EXPECT_EQ(m_prompts.questions.size(), 1);
 }
@@ -285,28 +284,28 @@ TEST_F(ChildWindows, ActivationChecksOnlyWhenHookedAndWanted) {
 
 TEST_F(ChildWindows, TheStatusBarFollowsTheCursor) {
     start();
-    type(QStringLiteral("ab"));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 3, Pos 3"));
+    type(u"ab"_qs);
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 3, Pos 3"_qs);
     EXPECT_EQ(parts().status->text(3), QString());
-    QTest::mouseDClick(m_frame->findChild<QWidget*>(QStringLiteral("sbStatusBar(2)")), Qt::LeftButton);
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("Ln 1 / 1, Col 3, Pos 3")));
+    QTest::mouseDClick(m_frame->findChild<QWidget*>(u"sbStatusBar(2)"_qs), Qt::LeftButton);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Ln 1 / 1, Col 3, Pos 3"_qs));
 }
 
 TEST_F(ChildWindows, TheStatusBarCountsTheLinesOfWhatWasLoadedAndEdited) {
     start();
     open(fileOf("1\n2\n3"));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 3, Col 1, Pos 1"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 3, Col 1, Pos 1"_qs);
     control().setSelection(1, 1);
     QTest::keyClick(&control(), Qt::Key_Delete);
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 2, Col 2, Pos 2"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 2, Col 2, Pos 2"_qs);
 }
 
 TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
     start();
-    type(QStringLiteral("b\na\nc"));
+    type(u"b\na\nc"_qs);
     const auto position = [this] { return parts().status->text(2); };
     const auto told = [this] { return active()->GetCursorPos(); };
-    EXPECT_EQ(position(), QStringLiteral("Ln 3 / 3, Col 2, Pos 6"));
+    EXPECT_EQ(position(), u"Ln 3 / 3, Col 2, Pos 6"_qs);
     const char* commands[] = {"mnuEditUndo",    "mnuEditRedo",          "mnuSelectAll",  "mnuEditCut",
                               "mnuEditPaste",   "mnuSortLineAscending", "mnuDeleteLine", "mnuEditUndo",
                               "mnuToUppercase", "mnuDeleteToStart",     "mnuIndent"};
@@ -328,7 +327,7 @@ TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
     startWith(2);
     const QString before = parts().status->text(2);
     TextControl& behind = documents().first()->GetEditor()->control();
-    behind.type(QStringLiteral("one\ntwo"));
+    behind.type(u"one\ntwo"_qs);
     behind.setSelection(1, 2);
     EXPECT_EQ(parts().status->text(2), before);
     strip().setCurrentIndex(0);
@@ -342,9 +341,9 @@ TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
     open(fileOf(QByteArray(30'000, '\n') + QByteArray(99, 'x')));
     control().setSelection(30'099, 30'099);
     QCoreApplication::processEvents();
-    const QString text = QStringLiteral("Ln 30,001 / 30,001, Col 100, Pos 30100");
+    const QString text = u"Ln 30,001 / 30,001, Col 100, Pos 30100"_qs;
     ASSERT_EQ(parts().status->text(2), text);
-    auto* panel = m_frame->findChild<StatusPanel*>(QStringLiteral("sbStatusBar(2)"));
+    auto* panel = m_frame->findChild<StatusPanel*>(u"sbStatusBar(2)"_qs);
     EXPECT_EQ(panel->toolTip(), text);
     EXPECT_FALSE(panel->isCutOff());
     panel->setText(text.repeated(4));
@@ -354,15 +353,15 @@ TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
 
 TEST_F(ChildWindows, TheStatusBarShowsTimeAndSizeEachWithItsPicture) {
     const QString file = fileOf("12345");
-    constexpr time_t seconds = 1'600'000'000;
-    setTime(file, seconds);
+    constexpr time_t Seconds = 1'600'000'000;
+    setTime(file, Seconds);
     start();
     open(file);
-    const QString local = QDateTime::fromSecsSinceEpoch(seconds).toString(QStringLiteral("yyyy/MM/dd HH:mm:ss"));
+    const QString local = QDateTime::fromSecsSinceEpoch(Seconds).toString(u"yyyy/MM/dd HH:mm:ss"_qs);
     EXPECT_EQ(parts().status->text(3), local);
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("5"));
+    EXPECT_EQ(parts().status->text(4), u"5"_qs);
     const auto picture = [this](int panel) {
-        const QString name = QStringLiteral("sbStatusBar(%1)").arg(panel);
+        const QString name = u"sbStatusBar(%1)"_qs.arg(panel);
         return m_frame->findChild<StatusPanel*>(name)->picture().pixmap(16).toImage();
     };
     EXPECT_EQ(picture(3), Icons::named("save").pixmap(16).toImage());
@@ -373,7 +372,7 @@ TEST_F(ChildWindows, TheStatusBarShowsTimeAndSizeEachWithItsPicture) {
 
 TEST_F(ChildWindows, AnEmptyPanelShowsAnEmptyBox) {
     start();
-    QTest::mouseDClick(m_frame->findChild<QWidget*>(QStringLiteral("sbStatusBar(1)")), Qt::LeftButton);
+    QTest::mouseDClick(m_frame->findChild<QWidget*>(u"sbStatusBar(1)"_qs), Qt::LeftButton);
     EXPECT_EQ(m_prompts.messages, QStringList(QString()));
 }
 

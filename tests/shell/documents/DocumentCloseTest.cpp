@@ -19,10 +19,10 @@ TEST_F(DocumentClose, YesSavesAndNoDiscards) {
     const QString file = fileOf("a");
     for (const bool yes : {true, false}) {
         open(file);
-        type(QStringLiteral("x"));
+        type(u"x"_qs);
         yes ? m_prompts.answerYes() : m_prompts.answerNo();
         run("mnuFileClose");
-        EXPECT_EQ(m_prompts.questions.takeFirst(), QStringLiteral("Save %1 ?").arg(file));
+        EXPECT_EQ(m_prompts.questions.takeFirst(), u"Save %1 ?"_qs.arg(file));
         EXPECT_EQ(bytesOf(file), "xa");
         EXPECT_TRUE(documents().isEmpty());
     }
@@ -30,17 +30,16 @@ TEST_F(DocumentClose, YesSavesAndNoDiscards) {
 
 TEST_F(DocumentClose, CloseAllAsksForEachChangedDocumentAndSavesThatOne) {
     start();
-    const QString first = fileOf("1", QStringLiteral("1.txt"));
-    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    const QString first = fileOf("1", u"1.txt"_qs);
+    const QString second = fileOf("2", u"2.txt"_qs);
     open(first);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     open(second);
-    type(QStringLiteral("y"));
+    type(u"y"_qs);
     m_prompts.answerYes();
     m_prompts.answerNo();
     run("mnuAllFileClose");
-    EXPECT_EQ(m_prompts.questions,
-              QStringList({QStringLiteral("Save %1 ?").arg(second), QStringLiteral("Save %1 ?").arg(first)}));
+    EXPECT_EQ(m_prompts.questions, QStringList({u"Save %1 ?"_qs.arg(second), u"Save %1 ?"_qs.arg(first)}));
     EXPECT_EQ(bytesOf(first), "1");
     EXPECT_EQ(bytesOf(second), "y2");
     EXPECT_TRUE(documents().isEmpty());
@@ -51,8 +50,8 @@ TEST_F(DocumentClose, KeysAreNeverUsedAgain) {
     run("mnuFileNew");
     run("mnuFileClose");
     run("mnuFileNew");
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F3"));
-    EXPECT_EQ(active()->Caption(), QStringLiteral("Document3"));
+    EXPECT_EQ(active()->fIdx, u"F3"_qs);
+    EXPECT_EQ(active()->Caption(), u"Document3"_qs);
 }
 
 TEST_F(DocumentClose, AfterTheLastDocumentTheCommandsStayAsTheyWere) {
@@ -68,35 +67,35 @@ TEST_F(DocumentClose, AfterTheLastDocumentTheStatusBarIsEmpty) {
     start();
     open(fileOf("a"));
     run("mnuFileNew");
-    type(QStringLiteral("xy"));
+    type(u"xy"_qs);
     m_prompts.answerNo();
     run("mnuFileClose");
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 1, Pos 1"));
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("1"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
+    EXPECT_EQ(parts().status->text(4), u"1"_qs);
     run("mnuFileClose");
-    for (int panel = 1; panel <= 4; ++panel)
+    for (int panel = 1; panel <= 4; ++panel) {
         EXPECT_EQ(parts().status->text(panel), QString()) << panel;
+    }
 }
 
 TEST_F(DocumentClose, CloseAllGoesFromTheLastTabToTheFirst) {
     start();
-    open(fileOf("1", QStringLiteral("1.txt")));
-    open(fileOf("2", QStringLiteral("2.txt")));
-    open(fileOf("3", QStringLiteral("3.txt")));
+    open(fileOf("1", u"1.txt"_qs));
+    open(fileOf("2", u"2.txt"_qs));
+    open(fileOf("3", u"3.txt"_qs));
     m_explorer.calls.clear();
     run("mnuAllFileClose");
-    EXPECT_EQ(m_explorer.calls.filter(QStringLiteral("RemoveFile")),
-              QStringList(
-                  {QStringLiteral("RemoveFile F3"), QStringLiteral("RemoveFile F2"), QStringLiteral("RemoveFile F1")}));
+    EXPECT_EQ(m_explorer.calls.filter(u"RemoveFile"_qs),
+              QStringList({u"RemoveFile F3"_qs, u"RemoveFile F2"_qs, u"RemoveFile F1"_qs}));
     EXPECT_EQ(strip().count(), 0);
 }
 
 TEST_F(DocumentClose, CloseAllExceptLeavesThatOneAndSelectsIt) {
     for (int kept = 0; kept < 3; ++kept) {
         start();
-        open(fileOf("1", QStringLiteral("1.txt")));
-        open(fileOf("2", QStringLiteral("2.txt")));
-        open(fileOf("3", QStringLiteral("3.txt")));
+        open(fileOf("1", u"1.txt"_qs));
+        open(fileOf("2", u"2.txt"_qs));
+        open(fileOf("3", u"3.txt"_qs));
         strip().setCurrentIndex(kept);
         frmDocument* document = active();
         run("mnuFileCloseExcept");
@@ -109,14 +108,14 @@ TEST_F(DocumentClose, CloseAllExceptLeavesThatOneAndSelectsIt) {
 
 TEST_F(DocumentClose, TwoDocumentsOfOneNameAreToldApart) {
     start();
-    ASSERT_TRUE(QDir(m_folder.path()).mkdir(QStringLiteral("d")));
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"d"_qs));
     open(fileOf("1"));
-    open(fileOf("2", QStringLiteral("d/a.txt")));
-    EXPECT_EQ(tabs(), QStringList({QStringLiteral("a.txt"), QStringLiteral("a.txt")}));
+    open(fileOf("2", u"d/a.txt"_qs));
+    EXPECT_EQ(tabs(), QStringList({u"a.txt"_qs, u"a.txt"_qs}));
     strip().setCurrentIndex(0);
     run("mnuFileClose");
-    EXPECT_EQ(strip().tabData(0).toString(), QStringLiteral("F2"));
-    EXPECT_EQ(active()->filename, path(QStringLiteral("d/a.txt")));
+    EXPECT_EQ(strip().tabData(0).toString(), u"F2"_qs);
+    EXPECT_EQ(active()->filename, path(u"d/a.txt"_qs));
 }
 
 TEST_F(DocumentClose, TheFrameEndsByItsStepsInTheirOrder) {
@@ -124,10 +123,9 @@ TEST_F(DocumentClose, TheFrameEndsByItsStepsInTheirOrder) {
     m_steps.clear();
     m_frame->close();
     EXPECT_EQ(m_steps,
-              QStringLiteral("SaveSession unloadDocuments releaseMenus SaveRecentFiles SaveRecentProjects "
-                             "SaveFavProjects SaveSearchKeys PropertiesSave saveMacroFiles unloadForms releaseTabMenu "
-                             "Unhook")
-                  .split(u' '));
+              u"SaveSession unloadDocuments releaseMenus SaveRecentFiles SaveRecentProjects "
+              "SaveFavProjects SaveSearchKeys PropertiesSave saveMacroFiles unloadForms releaseTabMenu "
+              "Unhook"_qs.split(u' '));
     EXPECT_TRUE(documents().isEmpty());
     m_steps.clear();
     m_frame->close();
@@ -137,26 +135,26 @@ TEST_F(DocumentClose, TheFrameEndsByItsStepsInTheirOrder) {
 TEST_F(DocumentClose, TheSessionIsWrittenBeforeTheDocumentsAsk) {
     start();
     open(fileOf("a"));
-    type(QStringLiteral("x"));
-    m_prompts.whileShown([&] { EXPECT_TRUE(m_rooms.calls.contains(QStringLiteral("SaveSession"))); });
+    type(u"x"_qs);
+    m_prompts.whileShown([&] { EXPECT_TRUE(m_rooms.calls.contains(u"SaveSession"_qs)); });
     m_prompts.answerNo();
     run("mnuFileExit");
     EXPECT_EQ(m_prompts.questions.size(), 1);
     EXPECT_FALSE(m_frame->isVisible());
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("SaveRecentFiles"));
+    EXPECT_EQ(m_rooms.calls.last(), u"SaveRecentFiles"_qs);
 }
 
 TEST_F(DocumentClose, AtTheEndYesSavesTheActiveDocumentWhoeverAsks) {
     start();
-    const QString first = fileOf("1", QStringLiteral("1.txt"));
-    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    const QString first = fileOf("1", u"1.txt"_qs);
+    const QString second = fileOf("2", u"2.txt"_qs);
     open(first);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     open(second);
-    type(QStringLiteral("y"));
+    type(u"y"_qs);
     m_prompts.answerYes();
     m_frame->close();
-    EXPECT_EQ(m_prompts.questions, QStringList(QStringLiteral("Save %1 ?").arg(first)));
+    EXPECT_EQ(m_prompts.questions, QStringList(u"Save %1 ?"_qs.arg(first)));
     EXPECT_EQ(bytesOf(first), "1");
     EXPECT_EQ(bytesOf(second), "y2");
 }
@@ -164,32 +162,31 @@ TEST_F(DocumentClose, AtTheEndYesSavesTheActiveDocumentWhoeverAsks) {
 TEST_F(DocumentClose, TheTabMenuWorksOnTheActiveDocument) {
     start();
     open(fileOf("1"));
-    auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
     ASSERT_NE(menu, nullptr);
     QStringList captions;
     for (const QAction* action : menu->actions())
-        captions << (action->isSeparator() ? QStringLiteral("-") : action->text());
-    EXPECT_EQ(captions, QStringList({QStringLiteral("Close File"), QStringLiteral("Close All Files Except This"),
-                                     QStringLiteral("-"), QStringLiteral("Save File"), QStringLiteral("-"),
-                                     QStringLiteral("ReadOnly")}));
+        captions << (action->isSeparator() ? u"-"_qs : action->text());
+    EXPECT_EQ(captions, QStringList({u"Close File"_qs, u"Close All Files Except This"_qs, u"-"_qs, u"Save File"_qs,
+                                     u"-"_qs, u"ReadOnly"_qs}));
     QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(0).center());
     EXPECT_TRUE(menu->isVisible());
-    EXPECT_FALSE(menu->findChild<QAction*>(QStringLiteral("mnuReadonly"))->isChecked());
-    EXPECT_TRUE(menu->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->isEnabled());
-    menu->findChild<QAction*>(QStringLiteral("mnuReadonly"))->trigger();
+    EXPECT_FALSE(menu->findChild<QAction*>(u"mnuReadonly"_qs)->isChecked());
+    EXPECT_TRUE(menu->findChild<QAction*>(u"mnuSaveFile"_qs)->isEnabled());
+    menu->findChild<QAction*>(u"mnuReadonly"_qs)->trigger();
     menu->hide();
     EXPECT_TRUE(active()->isReadOnly);
     Q_EMIT strip().menuWanted(QPoint(10, 10));
-    EXPECT_TRUE(menu->findChild<QAction*>(QStringLiteral("mnuReadonly"))->isChecked());
-    EXPECT_FALSE(menu->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->isEnabled());
-    menu->findChild<QAction*>(QStringLiteral("mnuCloseFile"))->trigger();
+    EXPECT_TRUE(menu->findChild<QAction*>(u"mnuReadonly"_qs)->isChecked());
+    EXPECT_FALSE(menu->findChild<QAction*>(u"mnuSaveFile"_qs)->isEnabled());
+    menu->findChild<QAction*>(u"mnuCloseFile"_qs)->trigger();
     menu->hide();
     EXPECT_EQ(strip().count(), 0);
 }
 
 TEST_F(DocumentClose, TheTabMenuShowsThePicturesOfItsCommands) {
     start();
-    const auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
+    const auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
     const std::pair<const char*, const char*> pictures[] = {
         {"mnuCloseFile", "close"}, {"mnuSaveFile", "save"}, {"mnuReadonly", "readonly"}};
     for (const auto& [key, picture] : pictures) {
@@ -197,23 +194,23 @@ TEST_F(DocumentClose, TheTabMenuShowsThePicturesOfItsCommands) {
         EXPECT_FALSE(shown.isNull()) << key;
         EXPECT_EQ(shown, Icons::named(picture).pixmap(16).toImage()) << key;
     }
-    EXPECT_TRUE(menu->findChild<QAction*>(QStringLiteral("mnuCloseFileExcept"))->icon().isNull());
+    EXPECT_TRUE(menu->findChild<QAction*>(u"mnuCloseFileExcept"_qs)->icon().isNull());
 }
 
 TEST_F(DocumentClose, TheTabMenuSavesAndClosesTheOthers) {
     start();
-    open(fileOf("1", QStringLiteral("1.txt")));
-    const QString file = fileOf("2", QStringLiteral("2.txt"));
+    open(fileOf("1", u"1.txt"_qs));
+    const QString file = fileOf("2", u"2.txt"_qs);
     open(file);
-    open(fileOf("3", QStringLiteral("3.txt")));
+    open(fileOf("3", u"3.txt"_qs));
     strip().setCurrentIndex(1);
-    type(QStringLiteral("x"));
-    const auto* menu = m_frame->findChild<QMenu*>(QStringLiteral("Tab"));
-    menu->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->trigger();
+    type(u"x"_qs);
+    const auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
+    menu->findChild<QAction*>(u"mnuSaveFile"_qs)->trigger();
     EXPECT_EQ(bytesOf(file), "x2");
     EXPECT_EQ(parts().tabs->image(1), 1);
-    menu->findChild<QAction*>(QStringLiteral("mnuCloseFileExcept"))->trigger();
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("2.txt")));
+    menu->findChild<QAction*>(u"mnuCloseFileExcept"_qs)->trigger();
+    EXPECT_EQ(tabs(), QStringList(u"2.txt"_qs));
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
 
@@ -221,5 +218,5 @@ TEST_F(DocumentClose, WithoutTabsThereIsNoTabMenu) {
     set("StartNewDocument", "0");
     start();
     QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, QPoint(3, 3));
-    EXPECT_FALSE(m_frame->findChild<QMenu*>(QStringLiteral("Tab"))->isVisible());
+    EXPECT_FALSE(m_frame->findChild<QMenu*>(u"Tab"_qs)->isVisible());
 }

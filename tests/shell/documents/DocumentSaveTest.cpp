@@ -7,34 +7,34 @@ TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
     start();
     const QString file = fileOf("old");
     open(file);
-    type(QStringLiteral("new "));
+    type(u"new "_qs);
     m_rooms.calls.clear();
     run("mnuFileSave");
     EXPECT_EQ(bytesOf(file), "new old");
     EXPECT_EQ(parts().tabs->image(0), 1);
     EXPECT_FALSE(active()->isChange);
-    EXPECT_EQ(m_rooms.calls, QStringList(QStringLiteral("AddLRUFile ") + file));
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("7"));
+    EXPECT_EQ(m_rooms.calls, QStringList(u"AddLRUFile "_qs + file));
+    EXPECT_EQ(parts().status->text(4), u"7"_qs);
 }
 
 TEST_F(DocumentSave, AnUntitledDocumentAsksForItsName) {
     start();
-    type(QStringLiteral("x"));
-    const QString file = path(QStringLiteral("new.txt"));
+    type(u"x"_qs);
+    const QString file = path(u"new.txt"_qs);
     m_prompts.answerSavePath(file);
     run("mnuFileSave");
-    EXPECT_EQ(m_prompts.fileDialogs.front().title, QStringLiteral("Save"));
-    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, QStringLiteral("Document1.txt"));
+    EXPECT_EQ(m_prompts.fileDialogs.front().title, u"Save"_qs);
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, u"Document1.txt"_qs);
     EXPECT_FALSE(m_prompts.fileDialogs.front().filters.isEmpty());
     EXPECT_EQ(bytesOf(file), "x");
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("new.txt")));
+    EXPECT_EQ(tabs(), QStringList(u"new.txt"_qs));
     EXPECT_EQ(active()->Caption(), file);
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
 
 TEST_F(DocumentSave, ACancelledDialogSavesNothing) {
     start();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_rooms.calls.clear();
     m_prompts.answerSavePath(QString());
     run("mnuFileSave");
@@ -45,7 +45,7 @@ TEST_F(DocumentSave, ACancelledDialogSavesNothing) {
 
 TEST_F(DocumentSave, NoToOverwritingShowsTheDialogAgain) {
     start();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     const QString file = fileOf("old");
     m_prompts.answerSavePath(file);
     m_prompts.answerNo();
@@ -71,13 +71,13 @@ TEST_F(DocumentSave, EachEncodingHasItsTitleAndItsBytes) {
     start();
     for (const Case& each : cases) {
         run("mnuFileNew");
-        type(QStringLiteral("ü"));
+        type(u"ü"_qs);
         const QString file = path(QString::fromLatin1(each.command));
         m_prompts.answerSavePath(file);
         run(each.command);
         EXPECT_EQ(m_prompts.fileDialogs.back().title, QString::fromLatin1(each.title));
         EXPECT_EQ(bytesOf(file), each.bytes) << each.command;
-        EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("ü")) << each.command;
+        EXPECT_EQ(active()->GetEditor()->Text(), u"ü"_qs) << each.command;
         EXPECT_FALSE(active()->isChange);
     }
 }
@@ -86,7 +86,7 @@ TEST_F(DocumentSave, AnEncodingOfANamedDocumentRewritesItsFileAndDropsTheUndo) {
     start();
     const QString file = fileOf("a");
     open(file);
-    type(QStringLiteral("ü"));
+    type(u"ü"_qs);
     run("mnuUTF8");
     EXPECT_EQ(bytesOf(file),
               "\xEF\xBB\xBF\xC3\xBC"
@@ -99,7 +99,7 @@ TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
     start();
     const QString file = fileOf("a");
     open(file);
-    type(QStringLiteral("漢"));
+    type(u"漢"_qs);
     m_rooms.calls.clear();
     run("mnuANSI");
     EXPECT_EQ(m_prompts.messages.size(), 1);
@@ -112,27 +112,27 @@ TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
 TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
     start();
     open(fileOf("a"));
-    const QString target = path(QStringLiteral("c.txt"));
+    const QString target = path(u"c.txt"_qs);
     m_prompts.answerSavePath(target);
     run("mnuFileSaveAs");
-    EXPECT_EQ(m_prompts.fileDialogs.front().title, QStringLiteral("Save As"));
-    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, path(QStringLiteral("a.txt")));
+    EXPECT_EQ(m_prompts.fileDialogs.front().title, u"Save As"_qs);
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, path(u"a.txt"_qs));
     EXPECT_EQ(active()->filename, target);
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("c.txt")));
+    EXPECT_EQ(tabs(), QStringList(u"c.txt"_qs));
     EXPECT_EQ(bytesOf(target), "a");
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("AddLRUFile ") + target);
+    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + target);
 }
 
 TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
     m_shareFolder = shareFolder();
     start();
-    open(fileOf("a", QStringLiteral("a.cpp")));
+    open(fileOf("a", u"a.cpp"_qs));
     const QAction* code = languageEntry("C++");
     const QAction* html = languageEntry("HTML");
     ASSERT_TRUE(code->isChecked());
-    m_prompts.answerSavePath(path(QStringLiteral("b.html")));
+    m_prompts.answerSavePath(path(u"b.html"_qs));
     run("mnuFileSaveAs");
-    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_EQ(active()->GetLang(), u"HTML"_qs);
     EXPECT_TRUE(code->isChecked());
     run("mnuFileSave");
     EXPECT_TRUE(html->isChecked());
@@ -142,22 +142,22 @@ TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
 TEST_F(DocumentSave, CaptionsCanBeNamesOnlyAfterEverySave) {
     set("ShowFullPath", "0");
     start();
-    m_prompts.answerSavePath(path(QStringLiteral("a.txt")));
+    m_prompts.answerSavePath(path(u"a.txt"_qs));
     run("mnuFileSave");
-    EXPECT_EQ(active()->Caption(), QStringLiteral("a.txt"));
-    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("a.txt")));
-    m_prompts.answerSavePath(path(QStringLiteral("b.txt")));
+    EXPECT_EQ(active()->Caption(), u"a.txt"_qs);
+    EXPECT_EQ(strip().tabToolTip(0), path(u"a.txt"_qs));
+    m_prompts.answerSavePath(path(u"b.txt"_qs));
     run("mnuFileSaveAs");
-    EXPECT_EQ(active()->Caption(), QStringLiteral("b.txt"));
-    EXPECT_EQ(strip().tabToolTip(0), path(QStringLiteral("b.txt")));
+    EXPECT_EQ(active()->Caption(), u"b.txt"_qs);
+    EXPECT_EQ(strip().tabToolTip(0), path(u"b.txt"_qs));
 }
 
 TEST_F(DocumentSave, ACancelledSaveAsMovesNothing) {
     start();
     const QString file = fileOf("a");
     open(file);
-    type(QStringLiteral("x"));
-    const QString taken = fileOf("taken", QStringLiteral("taken.txt"));
+    type(u"x"_qs);
+    const QString taken = fileOf("taken", u"taken.txt"_qs);
     m_prompts.answerSavePath(taken);
     m_prompts.answerNo();
     m_prompts.answerSavePath(QString());
@@ -170,31 +170,30 @@ TEST_F(DocumentSave, ACancelledSaveAsMovesNothing) {
 
 TEST_F(DocumentSave, SaveAllTakesEveryTabAndReturnsToTheFirstChosen) {
     start();
-    const QString first = fileOf("1", QStringLiteral("1.txt"));
+    const QString first = fileOf("1", u"1.txt"_qs);
     open(first);
-    type(QStringLiteral("x"));
-    open(fileOf("2", QStringLiteral("2.txt")));
+    type(u"x"_qs);
+    open(fileOf("2", u"2.txt"_qs));
     run("mnuReadonly");
     run("mnuFileNew");
     run("mnuFileNew");
     strip().setCurrentIndex(1);
-    m_prompts.answerSavePath(path(QStringLiteral("3.txt")));
+    m_prompts.answerSavePath(path(u"3.txt"_qs));
     m_prompts.answerSavePath(QString());
     run("mnuFileSaveAll");
     EXPECT_EQ(bytesOf(first), "x1");
-    EXPECT_EQ(m_prompts.messages,
-              QStringList(path(QStringLiteral("2.txt")) + QLatin1String(" is locked and will not be saved.")));
-    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, QStringLiteral("Document3.txt"));
-    EXPECT_EQ(bytesOf(path(QStringLiteral("3.txt"))), "");
+    EXPECT_EQ(m_prompts.messages, QStringList(path(u"2.txt"_qs) + QLatin1String(" is locked and will not be saved.")));
+    EXPECT_EQ(m_prompts.fileDialogs.front().initialName, u"Document3.txt"_qs);
+    EXPECT_EQ(bytesOf(path(u"3.txt"_qs)), "");
     EXPECT_EQ(strip().currentIndex(), 1);
-    EXPECT_EQ(active()->filename, path(QStringLiteral("2.txt")));
+    EXPECT_EQ(active()->filename, path(u"2.txt"_qs));
 }
 
 TEST_F(DocumentSave, AFailedSaveLeavesCaptionTabAndLists) {
     start();
     const QString file = fileOf("a");
     open(file);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_rooms.calls.clear();
     ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0400), 0);
     run("mnuFileSave");

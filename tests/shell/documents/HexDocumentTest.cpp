@@ -18,14 +18,12 @@
 class HexDocuments : public FrameFixture {
  protected:
     /// More than a block of a copy, so that events run in the middle of one.
-    static constexpr qsizetype severalBlocks = 1'300'000;
+    static constexpr qsizetype SeveralBlocks = 1'300'000;
 
-    QString binary(const QString& name = QStringLiteral("a.bin")) const {
-        return fileOf(QByteArray("\1one two", 8), name);
-    }
-    static ucHex& hexOf(const frmDocument& document) { return *document.findChild<ucHex*>(QStringLiteral("ucHex1")); }
+    QString binary(const QString& name = u"a.bin"_qs) const { return fileOf(QByteArray("\1one two", 8), name); }
+    static ucHex& hexOf(const frmDocument& document) { return *document.findChild<ucHex*>(u"ucHex1"_qs); }
     ucHex& hex() { return hexOf(*active()); }
-    GridPane& pane() { return *hex().findChild<GridPane*>(QStringLiteral("PicHex")); }
+    GridPane& pane() { return *hex().findChild<GridPane*>(u"PicHex"_qs); }
     void typeBytes(const QString& digits) { QTest::keyClicks(&pane(), digits); }
     void whileSwitching(std::function<void(frmSwitch&)> answer) {
         QTimer::singleShot(0, m_frame.get(), [answer = std::move(answer)] {
@@ -42,15 +40,16 @@ class HexDocuments : public FrameFixture {
         EXPECT_EQ(entry("mnuGotoLine")->isEnabled(), !isHex);
     }
     void expectEnabled(char state) {
-        for (const ExpectedCommand& expected : expectedCommands) {
+        for (const ExpectedCommand& expected : ExpectedCommands) {
             if (QLatin1String(expected.enabled) == QLatin1String("TLHX"))
                 continue;
             EXPECT_EQ(entry(expected.name)->isEnabled(), strchr(expected.enabled, state) != nullptr)
                 << expected.name << ' ' << state;
         }
-        for (const ExpectedButton& expected : expectedButtons)
+        for (const ExpectedButton& expected : ExpectedButtons) {
             EXPECT_EQ(button(expected.key)->isEnabled(), strchr(expected.enabled, state) != nullptr)
                 << expected.key << ' ' << state;
+        }
     }
 };
 
@@ -59,13 +58,13 @@ TEST_F(HexDocuments, ABinaryFileComesUpAsHex) {
     const QString file = binary();
     open(file);
     expectMode(true);
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("a.bin")));
+    EXPECT_EQ(tabs(), QStringList(u"a.bin"_qs));
     EXPECT_EQ(parts().tabs->image(0), 1);
     EXPECT_EQ(active()->Caption(), file);
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Pg 1/1, Pos 0/7"));
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("8"));
+    EXPECT_EQ(parts().status->text(2), u"Pg 1/1, Pos 0/7"_qs);
+    EXPECT_EQ(parts().status->text(4), u"8"_qs);
     EXPECT_EQ(m_frame->focusWidget(), &pane());
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("AddLRUFile ") + file);
+    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
 }
 
 TEST_F(HexDocuments, WithTheCheckOffItComesUpAsText) {
@@ -98,44 +97,44 @@ TEST_F(HexDocuments, TheSwitchWorksByEntryAndByButton) {
         run("mnuToggleHex");
         expectMode(true);
         EXPECT_EQ(m_frame->focusWidget(), &pane());
-        EXPECT_EQ(parts().status->text(2), QStringLiteral("Pg 1/1, Pos 0/3"));
+        EXPECT_EQ(parts().status->text(2), u"Pg 1/1, Pos 0/3"_qs);
         button("ShowHex")->trigger();
         expectMode(false);
         EXPECT_EQ(m_frame->focusWidget(), &control());
-        EXPECT_TRUE(parts().status->text(2).startsWith(QStringLiteral("Ln 1 / 1")));
+        EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1 / 1"_qs));
     }
 }
 
 TEST_F(HexDocuments, ACancelledSwitchLeavesButtonAndMarkAsTheyWere) {
     start();
     open(fileOf("text"));
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     whileSwitching([](frmSwitch& form) { form.reject(); });
     button("ShowHex")->trigger();
     expectMode(false);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("xtext"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"xtext"_qs);
 }
 
 TEST_F(HexDocuments, SavingBeforeTheSwitchSavesTheFile) {
     start();
     const QString file = fileOf("text");
     open(file);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     whileSwitching([](frmSwitch& form) { form.accept(); });
     run("mnuToggleHex");
     expectMode(true);
     EXPECT_EQ(bytesOf(file), "xtext");
-    typeBytes(QStringLiteral("41"));
+    typeBytes(u"41"_qs);
     whileSwitching([](frmSwitch& form) { form.accept(); });
     run("mnuToggleHex");
     expectMode(false);
     EXPECT_EQ(bytesOf(file), "Atext");
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("Atext"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"Atext"_qs);
 }
 
 TEST_F(HexDocuments, ASaveDialogThatIsCancelledDoesNotHoldTheSwitch) {
     start();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_prompts.answerSavePath(QString());
     whileSwitching([](frmSwitch& form) { form.accept(); });
     run("mnuToggleHex");
@@ -143,7 +142,7 @@ TEST_F(HexDocuments, ASaveDialogThatIsCancelledDoesNotHoldTheSwitch) {
     EXPECT_FALSE(hex().FileOpen());
     run("mnuToggleHex");
     expectMode(false);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("x"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"x"_qs);
     m_prompts.answerNo();
     run("mnuFileClose");
 }
@@ -163,7 +162,7 @@ TEST_F(HexDocuments, TheFirstByteChangesTheTabAndSavingGivesItBack) {
     start();
     const QString file = binary();
     open(file);
-    typeBytes(QStringLiteral("41"));
+    typeBytes(u"41"_qs);
     EXPECT_EQ(parts().tabs->image(0), 2);
     run("mnuFileSave");
     EXPECT_EQ(parts().tabs->image(0), 1);
@@ -175,13 +174,13 @@ TEST_F(HexDocuments, TheFirstByteChangesTheTabAndSavingGivesItBack) {
 TEST_F(HexDocuments, SaveAsWritesAllOfItUnderTheNewName) {
     start();
     open(binary());
-    const QString target = path(QStringLiteral("new.bin"));
+    const QString target = path(u"new.bin"_qs);
     m_prompts.answerSavePath(target);
     run("mnuFileSaveAs");
     EXPECT_EQ(bytesOf(target), QByteArray("\1one two", 8));
     EXPECT_EQ(active()->filename, target);
     expectMode(true);
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("new.bin")));
+    EXPECT_EQ(tabs(), QStringList(u"new.bin"_qs));
 }
 
 TEST_F(HexDocuments, ClosingAChangedOneAsks) {
@@ -189,10 +188,10 @@ TEST_F(HexDocuments, ClosingAChangedOneAsks) {
     const QString file = binary();
     for (const bool yes : {false, true}) {
         open(file);
-        typeBytes(QStringLiteral("4"));  // the digit alone is a change
+        typeBytes(u"4"_qs);  // the digit alone is a change
         yes ? m_prompts.answerYes() : m_prompts.answerNo();
         run("mnuFileClose");
-        EXPECT_EQ(m_prompts.questions.takeFirst(), QStringLiteral("Save %1 ?").arg(file));
+        EXPECT_EQ(m_prompts.questions.takeFirst(), u"Save %1 ?"_qs.arg(file));
         EXPECT_EQ(bytesOf(file).at(0), yes ? 4 : 1);
         EXPECT_TRUE(documents().isEmpty());
     }
@@ -202,7 +201,7 @@ TEST_F(HexDocuments, TheEndOfTheProgramAsksToo) {
     start();
     const QString file = binary();
     open(file);
-    typeBytes(QStringLiteral("41"));
+    typeBytes(u"41"_qs);
     m_prompts.answerYes();
     m_frame->close();
     EXPECT_EQ(bytesOf(file), "Aone two");
@@ -212,11 +211,11 @@ TEST_F(HexDocuments, AReloadComesBackAsTextWithItsCommands) {
     start();
     const QString file = binary();
     open(file);
-    active()->LastUpdate = active()->KnownUpdate = QStringLiteral("2000/01/01 00:00:00");
+    active()->LastUpdate = active()->KnownUpdate = u"2000/01/01 00:00:00"_qs;
     m_prompts.answerYes();
     m_frame->CheckFileUpdate();
     expectMode(false);
-    EXPECT_TRUE(parts().status->text(2).startsWith(QStringLiteral("Ln 1")));
+    EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1"_qs));
 }
 
 TEST_F(HexDocuments, F6LeadsBackToThePaneInUse) {
@@ -225,14 +224,14 @@ TEST_F(HexDocuments, F6LeadsBackToThePaneInUse) {
     m_frame->activateWindow();
     QApplication::processEvents();
     QTest::keyClick(&pane(), Qt::Key_Tab);
-    QWidget* const textPane = hex().findChild<GridPane*>(QStringLiteral("PicText"));
+    QWidget* const textPane = hex().findChild<GridPane*>(u"PicText"_qs);
     ASSERT_EQ(m_frame->focusWidget(), textPane);
     QStringList round;
     for (int i = 0; i < 3; ++i) {
         QTest::keyClick(m_frame->focusWidget(), Qt::Key_F6);
         round << m_frame->focusWidget()->objectName();
     }
-    EXPECT_EQ(round.last(), QStringLiteral("PicText")) << round.join(u' ').toStdString();
+    EXPECT_EQ(round.last(), u"PicText"_qs) << round.join(u' ').toStdString();
 }
 
 TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
@@ -249,17 +248,17 @@ TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
         walked << m_frame->focusWidget()->objectName();
         QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     }
-    EXPECT_TRUE(walked.contains(QStringLiteral("lsBookmark"))) << walked.join(u' ').toStdString();
-    EXPECT_EQ(walked.filter(QStringLiteral("tbScroll.")).size(), 6) << walked.join(u' ').toStdString();
+    EXPECT_TRUE(walked.contains(u"lsBookmark"_qs)) << walked.join(u' ').toStdString();
+    EXPECT_EQ(walked.filter(u"tbScroll."_qs).size(), 6) << walked.join(u' ').toStdString();
 }
 
 // Loading and saving let events run
 
 TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {
     start();
-    QByteArray bytes(severalBlocks, 'a');
+    QByteArray bytes(SeveralBlocks, 'a');
     bytes[0] = 1;
-    const QString file = fileOf(bytes, QStringLiteral("big.bin"));
+    const QString file = fileOf(bytes, u"big.bin"_qs);
     const QString second = binary();
     int tried = 0;
     QObject::connect(active(), &QObject::destroyed, m_frame.get(), [] { FAIL() << "the document went"; });
@@ -292,7 +291,7 @@ TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {
 
 TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {
     start();
-    const QString file = fileOf(QByteArray(severalBlocks, '\1'), QStringLiteral("big.bin"));
+    const QString file = fileOf(QByteArray(SeveralBlocks, '\1'), u"big.bin"_qs);
     bool left = false;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, m_frame.get(), [&] {
@@ -309,7 +308,7 @@ TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {
     EXPECT_EQ(active(), documents().at(1));
     expectMode(false);
     EXPECT_EQ(m_frame->focusWidget(), &control());
-    EXPECT_TRUE(parts().status->text(2).startsWith(QStringLiteral("Ln 1 / 1")));
+    EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1 / 1"_qs));
     EXPECT_EQ(parts().status->text(4), QString());
     strip().setCurrentIndex(0);
     expectMode(true);
@@ -317,9 +316,9 @@ TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {
 
 TEST_F(HexDocuments, ExitChosenWhileBytesAreSavedRunsWhenTheyAre) {
     start();
-    const QString file = fileOf(QByteArray(severalBlocks, '\1'), QStringLiteral("big.bin"));
+    const QString file = fileOf(QByteArray(SeveralBlocks, '\1'), u"big.bin"_qs);
     open(file);
-    typeBytes(QStringLiteral("41"));
+    typeBytes(u"41"_qs);
     bool tried = false;
     QTimer::singleShot(0, m_frame.get(), [&] {
         tried = true;
@@ -334,7 +333,7 @@ TEST_F(HexDocuments, ExitChosenWhileBytesAreSavedRunsWhenTheyAre) {
     EXPECT_TRUE(tried);
     QApplication::processEvents();
     EXPECT_FALSE(m_frame->isVisible());
-    EXPECT_EQ(bytesOf(file).size(), severalBlocks);
+    EXPECT_EQ(bytesOf(file).size(), SeveralBlocks);
     EXPECT_EQ(bytesOf(file).at(0), 'A');
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
@@ -345,9 +344,9 @@ TEST_F(HexDocuments, WhatTheyAskForOutsideGoesToTheRoomOfIt) {
     m_rooms.take();
     hex().cmdProperties();
     hex().cmdLanguage();
-    EXPECT_EQ(m_rooms.take(), QStringList({QStringLiteral("ShowFileProperties "), QStringLiteral("ChooseLanguage")}));
+    EXPECT_EQ(m_rooms.take(), QStringList({u"ShowFileProperties "_qs, u"ChooseLanguage"_qs}));
     QTemporaryDir programs;
-    QFile program(programs.filePath(QStringLiteral("xcalc")));
+    QFile program(programs.filePath(u"xcalc"_qs));
     ASSERT_TRUE(program.open(QIODevice::WriteOnly));
     program.write("#!/bin/sh\n/usr/bin/touch '" + QFile::encodeName(programs.path()) + "/started'\n");
     program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -356,14 +355,14 @@ TEST_F(HexDocuments, WhatTheyAskForOutsideGoesToTheRoomOfIt) {
     qputenv("PATH", QFile::encodeName(programs.path()));
     hex().cmdCalculator();
     qputenv("PATH", before);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(programs.filePath(QStringLiteral("started"))); }, 20'000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(programs.filePath(u"started"_qs)); }, 20'000));
 }
 
 TEST_F(HexDocuments, ArrangingTheWindowsLeavesTheKeyboardInTheBytes) {
     start();
     m_frame->activateWindow();
     open(fileOf("text"));
-    open(binary(QStringLiteral("b.bin")));
+    open(binary(u"b.bin"_qs));
     open(binary());
     parts().children->maximise(active());
     QApplication::processEvents();
@@ -392,7 +391,7 @@ TEST_F(HexDocuments, KeysOfAFormStayInTheForm) {
     QTimer::singleShot(0, m_frame.get(), [&] {
         auto* form = QApplication::activeModalWidget();
         ASSERT_NE(form, nullptr);
-        auto* tabs = form->findChild<QTabBar*>(QStringLiteral("TabStrip1"));
+        auto* tabs = form->findChild<QTabBar*>(u"TabStrip1"_qs);
         ASSERT_NE(tabs, nullptr);
         form->activateWindow();
         QApplication::processEvents();
@@ -438,8 +437,8 @@ TEST_F(HexDocuments, ToolsStandBesideTheFrameOnceEach) {
     }
     EXPECT_EQ(m_frame->findChildren<frmAnsiTable*>().size(), 1);
     EXPECT_EQ(m_frame->findChildren<frmConvert*>().size(), 1);
-    type(QStringLiteral("x"));
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("x"));
+    type(u"x"_qs);
+    EXPECT_EQ(active()->GetEditor()->Text(), u"x"_qs);
 
     QTest::keyClick(m_frame->findChild<frmAnsiTable*>(), Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

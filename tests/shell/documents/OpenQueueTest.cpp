@@ -5,16 +5,16 @@ using OpenQueueOfTheFrame = FrameFixture;
 TEST_F(OpenQueueOfTheFrame, NothingOpensBeforeTheTimerHasRun) {
     start();
     m_frame->OpenFileFromCmd(fileOf("1"));
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("Document1")));
+    EXPECT_EQ(tabs(), QStringList(u"Document1"_qs));
     QCoreApplication::processEvents();
     EXPECT_EQ(active()->filename, QString());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return active()->filename == path(QStringLiteral("a.txt")); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return active()->filename == path(u"a.txt"_qs); }));
 }
 
 TEST_F(OpenQueueOfTheFrame, APathThatComesDuringARoundWaitsForTheNext) {
     start();
-    const QString first = fileOf("1", QStringLiteral("1.txt"));
-    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    const QString first = fileOf("1", u"1.txt"_qs);
+    const QString second = fileOf("2", u"2.txt"_qs);
     m_prompts.whileShown([&] {
         m_frame->OpenFileFromCmd(second);
         EXPECT_TRUE(active()->isNew);
@@ -24,29 +24,29 @@ TEST_F(OpenQueueOfTheFrame, APathThatComesDuringARoundWaitsForTheNext) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == first; }));
     EXPECT_EQ(documents().size(), 1);
     ASSERT_TRUE(QTest::qWaitFor([&] { return documents().size() == 2; }));
-    EXPECT_EQ(tabs(), QStringList({QStringLiteral("1.txt"), QStringLiteral("2.txt")}));
+    EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"2.txt"_qs}));
 }
 
 TEST_F(OpenQueueOfTheFrame, AFileThatIsOpenComesToTheFrontAsItIs) {
     start();
     const QString file = fileOf("1");
     open(file);
-    type(QStringLiteral("mine "));
+    type(u"mine "_qs);
     run("mnuFileNew");
     fileOf("changed by others");
     m_frame->OpenFileFromCmd(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("mine 1"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"mine 1"_qs);
     EXPECT_TRUE(m_prompts.messages.isEmpty());
     EXPECT_EQ(documents().size(), 2);
 }
 
 TEST_F(OpenQueueOfTheFrame, AProjectIsADocumentLikeAnyOther) {
     start();
-    const QString file = fileOf("1", QStringLiteral("work.qmp"));
+    const QString file = fileOf("1", u"work.qmp"_qs);
     m_frame->OpenFileFromCmd(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(m_rooms.calls.filter(QStringLiteral("OpenProject")), QStringList());
+    EXPECT_EQ(m_rooms.calls.filter(u"OpenProject"_qs), QStringList());
 }
 
 TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) {
@@ -54,9 +54,9 @@ TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) 
     run("mnuFileNew");
     run("mnuWindowCascade");
     ASSERT_FALSE(parts().children->windowOf(active())->isMaximized());
-    m_frame->OpenFileFromCmd(path(QStringLiteral("gone.txt")));
+    m_frame->OpenFileFromCmd(path(u"gone.txt"_qs));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
     EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("\nFile not found!")));
     EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
-    EXPECT_EQ(active()->Caption(), QStringLiteral("Document2"));
+    EXPECT_EQ(active()->Caption(), u"Document2"_qs);
 }

@@ -22,20 +22,19 @@ TEST_F(FailingCalls, OfMenuEntriesAndSlotsLeaveTheFrameStanding) {
     m_rooms.fails = true;
     run("mnuFileProperties");
     run("mnuFindInFiles");
-    slot("mnuFavoriteProject", 1)->setData(QStringLiteral("/a.qmp"));
+    slot("mnuFavoriteProject", 1)->setData(u"/a.qmp"_qs);
     slot("mnuFavoriteProject", 1)->trigger();
-    EXPECT_EQ(m_rooms.calls, QStringList({QStringLiteral("ShowProperties"), QStringLiteral("ShowSearchInFiles "),
-                                          QStringLiteral("OpenProject /a.qmp")}));
+    EXPECT_EQ(m_rooms.calls, QStringList({u"ShowProperties"_qs, u"ShowSearchInFiles "_qs, u"OpenProject /a.qmp"_qs}));
     EXPECT_TRUE(m_frame->isVisible());
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("Document1")));
+    EXPECT_EQ(tabs(), QStringList(u"Document1"_qs));
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(FailingCalls, OfADocumentLeaveTheFrameStanding) {
     start();
-    parts().findBar->AddSearchKey(QStringLiteral("absent"), true);
-    auto* box = m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch"));
-    box->setEditText(QStringLiteral("absent"));
+    parts().findBar->AddSearchKey(u"absent"_qs, true);
+    auto* box = m_frame->findChild<QComboBox*>(u"cmbSearch"_qs);
+    box->setEditText(u"absent"_qs);
     const std::function<void()> calls[] = {[&] { run("mnuFindNext"); }, [&] { button("FindPrev")->trigger(); },
                                            [&] { QTest::keyClick(&control(), Qt::Key_F3); },
                                            [&] { QTest::keyClick(box, Qt::Key_Return); }};
@@ -45,26 +44,26 @@ TEST_F(FailingCalls, OfADocumentLeaveTheFrameStanding) {
         call();
         EXPECT_EQ(m_prompts.messages.size(), 1);
     }
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
 }
 
 TEST_F(FailingCalls, OfTheFindBarStillKeepTheText) {
     start();
-    auto* box = m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch"));
-    box->setEditText(QStringLiteral("absent"));
+    auto* box = m_frame->findChild<QComboBox*>(u"cmbSearch"_qs);
+    box->setEditText(u"absent"_qs);
     failInTheNextBox();
     QTest::keyClick(box, Qt::Key_Return);
-    EXPECT_EQ(box->itemText(0), QStringLiteral("absent"));
+    EXPECT_EQ(box->itemText(0), u"absent"_qs);
 }
 
 TEST_F(FailingCalls, WhileAFileOpensDoNotKeepTheNextOneFromOpening) {
     start();
     m_rooms.fails = true;
-    open(fileOf("1", QStringLiteral("1.txt")));
+    open(fileOf("1", u"1.txt"_qs));
     EXPECT_FALSE(parts().systemClose->isGreyed());
-    open(fileOf("2", QStringLiteral("2.txt")));
-    EXPECT_EQ(tabs(), QStringList({QStringLiteral("1.txt"), QStringLiteral("2.txt")}));
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("2"));
+    open(fileOf("2", u"2.txt"_qs));
+    EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"2.txt"_qs}));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"2"_qs);
     EXPECT_TRUE(m_frame->close());
 }
 
@@ -72,19 +71,19 @@ TEST_F(FailingCalls, OfTheTabMenuLeaveTheFrameStanding) {
     start();
     const QString file = fileOf("1");
     open(file);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     m_rooms.fails = true;
-    m_frame->findChild<QAction*>(QStringLiteral("mnuSaveFile"))->trigger();
+    m_frame->findChild<QAction*>(u"mnuSaveFile"_qs)->trigger();
     EXPECT_EQ(bytesOf(file), "x1");
     EXPECT_EQ(parts().tabs->image(0), 1);
 }
 
 TEST_F(FailingCalls, OfOneDocumentDoNotKeepTheOthersFromBeingSaved) {
     start();
-    const QString files[] = {fileOf("1", QStringLiteral("1.txt")), fileOf("2", QStringLiteral("2.txt"))};
+    const QString files[] = {fileOf("1", u"1.txt"_qs), fileOf("2", u"2.txt"_qs)};
     for (const QString& file : files) {
         open(file);
-        type(QStringLiteral("x"));
+        type(u"x"_qs);
     }
     m_rooms.fails = true;
     run("mnuFileSaveAll");
@@ -95,12 +94,12 @@ TEST_F(FailingCalls, OfOneDocumentDoNotKeepTheOthersFromBeingSaved) {
 
 TEST_F(FailingCalls, OfTheQuestionWhetherToSaveStillCloseTheDocument) {
     start();
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     failInTheNextBox();
     run("mnuFileClose");
     EXPECT_TRUE(documents().isEmpty());
     EXPECT_EQ(strip().count(), 0);
-    EXPECT_TRUE(m_explorer.calls.contains(QStringLiteral("RemoveFile F1")));
+    EXPECT_TRUE(m_explorer.calls.contains(u"RemoveFile F1"_qs));
 }
 
 TEST_F(FailingCalls, WhenTheApplicationComesBackLeaveTheNextCheckToRun) {
@@ -110,12 +109,12 @@ TEST_F(FailingCalls, WhenTheApplicationComesBackLeaveTheNextCheckToRun) {
     QFile::remove(file);
     failInTheNextBox();
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_EQ(m_prompts.messages, QStringList(QStringLiteral("'%1' has been deleted!").arg(file)));
+    EXPECT_EQ(m_prompts.messages, QStringList(u"'%1' has been deleted!"_qs.arg(file)));
     QFile again(fileOf("again"));
     ASSERT_TRUE(again.open(QIODevice::ReadWrite));
     ASSERT_TRUE(again.setFileTime(QDateTime::fromSecsSinceEpoch(1'600'000'000), QFileDevice::FileModificationTime));
     again.close();
     m_prompts.answerYes();
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("again"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"again"_qs);
 }

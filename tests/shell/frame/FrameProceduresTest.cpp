@@ -54,16 +54,18 @@ TEST_F(FrameProcedures, CanBeCalledByTheirNames) {
                              "SetWholeWordOption",
                              "SetRegExpOption",
                              "SetCaseOption",
-                             "SetContinueSearchOption"})
+                             "SetContinueSearchOption"}) {
         EXPECT_TRUE(names.contains(QLatin1String(name))) << name;
+    }
 }
 
 TEST_F(FrameProcedures, WithoutADocumentDoNothing) {
     start();
     for (const char* name :
          {"DocClose", "DelTab", "ActiveFormChange", "SelChange", "FileChange", "DocChange", "SetDocumentEnv",
-          "SetEditModeIcon", "CheckLangMenu", "AddDocumentTab", "ShowDocumentInfo", "ShowCursorPosition"})
+          "SetEditModeIcon", "CheckLangMenu", "AddDocumentTab", "ShowDocumentInfo", "ShowCursorPosition"}) {
         EXPECT_TRUE(callWith(name, nullptr)) << name;
+    }
     EXPECT_TRUE(call("SaveDocument", Q_ARG(frmDocument*, nullptr), Q_ARG(bool, true), Q_ARG(int, 1)));
     EXPECT_TRUE(call("SetTabCaption", Q_ARG(frmDocument*, nullptr), Q_ARG(bool, true)));
     EXPECT_TRUE(call("EnableSystemClose", Q_ARG(QWidget*, nullptr), Q_ARG(bool, false)));
@@ -78,7 +80,7 @@ TEST_F(FrameProcedures, SaveAndCloseTheDocumentTheyAreGiven) {
     start();
     const QString file = fileOf("1");
     open(file);
-    type(QStringLiteral("x"));
+    type(u"x"_qs);
     frmDocument* first = active();
     run("mnuFileNew");
     EXPECT_TRUE(call("SaveDocument", Q_ARG(frmDocument*, first), Q_ARG(bool, true), Q_ARG(int, 1)));
@@ -91,10 +93,10 @@ TEST_F(FrameProcedures, SaveAndCloseTheDocumentTheyAreGiven) {
 
 TEST_F(FrameProcedures, BringTheTabInLineWithItsDocument) {
     start();
-    active()->filename = QStringLiteral("/d/name.txt");
+    active()->filename = u"/d/name.txt"_qs;
     active()->isChange = true;
     EXPECT_TRUE(call("SetTabCaption", Q_ARG(frmDocument*, active()), Q_ARG(bool, false)));
-    EXPECT_EQ(tabs(), QStringList(QStringLiteral("name.txt")));
+    EXPECT_EQ(tabs(), QStringList(u"name.txt"_qs));
     EXPECT_EQ(parts().tabs->image(0), 2);
     active()->isChange = false;
     EXPECT_TRUE(callWith("FileChange", active()));
@@ -120,9 +122,9 @@ TEST_F(FrameProcedures, GreyTheCloseItemOfAFormAlone) {
 
 TEST_F(FrameProcedures, SetMarksAndTogglesByName) {
     start();
-    EXPECT_TRUE(call("CheckMenuItem", Q_ARG(QString, QStringLiteral("mnuReadonly")), Q_ARG(bool, true)));
+    EXPECT_TRUE(call("CheckMenuItem", Q_ARG(QString, u"mnuReadonly"_qs), Q_ARG(bool, true)));
     EXPECT_TRUE(entry("mnuReadonly")->isChecked());
-    EXPECT_TRUE(call("CheckMenuItem", Q_ARG(QString, QStringLiteral("mnuNothing")), Q_ARG(bool, true)));
+    EXPECT_TRUE(call("CheckMenuItem", Q_ARG(QString, u"mnuNothing"_qs), Q_ARG(bool, true)));
     const std::tuple<const char*, const char*, bool Options::*> toggles[] = {
         {"SetWholeWordOption", "mnuWholeWord", &Options::WholeWord},
         {"SetRegExpOption", "mnuRegExp", &Options::RegExpOn},
@@ -135,8 +137,8 @@ TEST_F(FrameProcedures, SetMarksAndTogglesByName) {
             EXPECT_EQ(entry(mark)->isChecked(), on) << name;
         }
     }
-    EXPECT_TRUE(call("AddSearchKey", Q_ARG(QString, QStringLiteral("sought")), Q_ARG(bool, false)));
-    EXPECT_EQ(m_frame->findChild<QComboBox*>(QStringLiteral("cmbSearch"))->itemText(0), QStringLiteral("sought"));
+    EXPECT_TRUE(call("AddSearchKey", Q_ARG(QString, u"sought"_qs), Q_ARG(bool, false)));
+    EXPECT_EQ(m_frame->findChild<QComboBox*>(u"cmbSearch"_qs)->itemText(0), u"sought"_qs);
 }
 
 TEST_F(FrameProcedures, ShowTheDocumentTheyAreGivenInTheStatusBar) {
@@ -148,13 +150,13 @@ TEST_F(FrameProcedures, ShowTheDocumentTheyAreGivenInTheStatusBar) {
     EXPECT_EQ(parts().status->text(4), QString());
     EXPECT_TRUE(callWith("SelChange", first));
     EXPECT_TRUE(callWith("DocChange", first));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 1, Pos 1"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
     EXPECT_TRUE(callWith("ShowCursorPosition", first));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 4, Pos 4"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
     EXPECT_TRUE(callWith("ShowDocumentInfo", first));
-    EXPECT_EQ(parts().status->text(4), QStringLiteral("5"));
+    EXPECT_EQ(parts().status->text(4), u"5"_qs);
     EXPECT_TRUE(callWith("DocChange", active()));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 4, Pos 4"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
     EXPECT_TRUE(callWith("SelChange", active()));
-    EXPECT_EQ(parts().status->text(2), QStringLiteral("Ln 1 / 1, Col 1, Pos 1"));
+    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
 }

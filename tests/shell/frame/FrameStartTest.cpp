@@ -32,8 +32,8 @@ TEST_F(FrameStart, RunsItsStepsInTheirOrder) {
 TEST_F(FrameStart, ShowsOneUntitledDocumentMaximised) {
     start();
     ASSERT_EQ(documents().size(), 1);
-    EXPECT_EQ(active()->fIdx, QStringLiteral("F1"));
-    EXPECT_EQ(active()->Caption(), QStringLiteral("Document1"));
+    EXPECT_EQ(active()->fIdx, u"F1"_qs);
+    EXPECT_EQ(active()->Caption(), u"Document1"_qs);
     EXPECT_TRUE(active()->isNew);
     EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
     EXPECT_EQ(tabs(), list({"Document1"}));
@@ -65,62 +65,62 @@ TEST_F(FrameStart, LeavesTheStoreEmpty) {
 
 TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
     start();
-    EXPECT_FALSE(m_rooms.calls.contains(QStringLiteral("RestoreSession")));
+    EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs));
     set("LoadLastFiles", "1");
     for (const char* tail : {"", "-d"}) {
         m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_TRUE(m_rooms.calls.contains(QStringLiteral("RestoreSession"))) << tail;
+        EXPECT_TRUE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
     }
     for (const char* tail : {"\"\"", "/a;/b", "/p.qmp"}) {
         m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_FALSE(m_rooms.calls.contains(QStringLiteral("RestoreSession"))) << tail;
+        EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
     }
 }
 
 TEST_F(FrameStart, HandsProjectsAndFoldersToTheirRooms) {
-    start(QStringLiteral("\"/p q.Qmp\""));
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("OpenProject /p q.Qmp"));
+    start(u"\"/p q.Qmp\""_qs);
+    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /p q.Qmp"_qs);
     start(path(QString()));
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("ShowSearchInFiles ") + path(QString()));
-    start(QStringLiteral("a;b"));
-    EXPECT_EQ(m_rooms.calls.last(), QStringLiteral("ShowSearchInFiles a;b"));
+    EXPECT_EQ(m_rooms.calls.last(), u"ShowSearchInFiles "_qs + path(QString()));
+    start(u"a;b"_qs);
+    EXPECT_EQ(m_rooms.calls.last(), u"ShowSearchInFiles a;b"_qs);
 }
 
 TEST_F(FrameStart, AFileOfTheCommandLineTakesOverTheUntitledDocumentAMomentLater) {
-    const QString file = fileOf("one\r\ntwo", QStringLiteral("with blank.txt"));
+    const QString file = fileOf("one\r\ntwo", u"with blank.txt"_qs);
     start(u'"' + file + u'"');
     EXPECT_EQ(tabs(), list({"Document1"}));
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
     EXPECT_EQ(tabs(), list({"with blank.txt"}));
-    EXPECT_EQ(active()->GetEditor()->Text(), QStringLiteral("one\r\ntwo"));
+    EXPECT_EQ(active()->GetEditor()->Text(), u"one\r\ntwo"_qs);
     EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
 }
 
 TEST_F(FrameStart, AFileOfTheCommandLineWithoutALanguageHasTheDefaultOne) {
     m_shareFolder = shareFolder();
-    const QString file = fileOf("one", QStringLiteral("notes.xyz"));
+    const QString file = fileOf("one", u"notes.xyz"_qs);
     start(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(active()->GetLang(), QStringLiteral("HTML"));
+    EXPECT_EQ(active()->GetLang(), u"HTML"_qs);
     EXPECT_TRUE(languageEntry("HTML")->isChecked());
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
 }
 
 TEST_F(FrameStart, AFileOfTheCommandLineHasTheLanguageOfItsName) {
     m_shareFolder = shareFolder();
-    const QString file = fileOf("one", QStringLiteral("a.rs"));
+    const QString file = fileOf("one", u"a.rs"_qs);
     start(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(active()->GetLang(), QStringLiteral("RUST"));
+    EXPECT_EQ(active()->GetLang(), u"RUST"_qs);
     EXPECT_TRUE(languageEntry("RUST")->isChecked());
 }
 
 TEST_F(FrameStart, AFileThatIsNotThereIsToldByTheFrame) {
-    start(path(QStringLiteral("gone.txt")));
+    start(path(u"gone.txt"_qs));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
-    EXPECT_EQ(m_prompts.messages, QStringList(path(QStringLiteral("gone.txt")) + QLatin1String("\nFile not found!")));
+    EXPECT_EQ(m_prompts.messages, QStringList(path(u"gone.txt"_qs) + QLatin1String("\nFile not found!")));
     EXPECT_EQ(tabs(), list({"Document1"}));
 }
 
@@ -131,8 +131,8 @@ TEST_F(FrameStart, ATailOfAHundredThousandCharactersIsToldAsNotFound) {
 }
 
 TEST_F(FrameStart, ANameThatIsNotUtf8IsToldAsNotFound) {
-    const QString replaced = path(QStringLiteral("\uFFFD"));
-    fileOf("x", QStringLiteral("\uFFFD"));
+    const QString replaced = path(u"\uFFFD"_qs);
+    fileOf("x", u"\uFFFD"_qs);
     start(path(QString(QChar(0xDCFF))));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
     EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("\nFile not found!")));
@@ -141,7 +141,7 @@ TEST_F(FrameStart, ANameThatIsNotUtf8IsToldAsNotFound) {
 
 TEST_F(FrameStart, TheHiddenWindowBearsItsCaptionAndIsHookedUnlessAFurtherInstanceIsAskedFor) {
     for (const bool hooked : {true, false}) {
-        start(hooked ? QString() : QStringLiteral("-d"));
+        start(hooked ? QString() : u"-d"_qs);
         frmOpenCheck* found = nullptr;
         for (QWidget* widget : QApplication::topLevelWidgets()) {
             if (widget->windowTitle() == QLatin1String("QuillmarkOpen"))
@@ -156,13 +156,13 @@ TEST_F(FrameStart, TheHiddenWindowBearsItsCaptionAndIsHookedUnlessAFurtherInstan
 
 TEST_F(FrameStart, MarksTheBandsAndTogglesThem) {
     start();
-    auto* bar = m_frame->findChild<CoolBar*>(QStringLiteral("CoolBar1"));
+    auto* bar = m_frame->findChild<CoolBar*>(u"CoolBar1"_qs);
     ASSERT_NE(bar, nullptr);
     EXPECT_TRUE(entry("mnuShowEditToolbar")->isChecked());
     EXPECT_TRUE(entry("mnuShowFilesTab")->isChecked());
     run("mnuShowEditToolbar");
     EXPECT_FALSE(entry("mnuShowEditToolbar")->isChecked());
-    EXPECT_FALSE(m_frame->findChild<QWidget*>(QStringLiteral("tbToolBar"))->isVisible());
+    EXPECT_FALSE(m_frame->findChild<QWidget*>(u"tbToolBar"_qs)->isVisible());
     EXPECT_TRUE(bar->isVisible());
     run("mnuShowFilesTab");
     EXPECT_FALSE(bar->isVisible());
@@ -175,12 +175,13 @@ TEST_F(FrameStart, PartsBearTheirNames) {
     start();
     for (const char* name :
          {"TabStrip1", "CoolBar1", "tbToolBar", "tbToolBar.Save", "tbToolBar.ShowHex", "sbStatusBar", "sbStatusBar(1)",
-          "sbStatusBar(4)", "frmDocument", "mnuFile", "CoolBar1.Tool", "CoolBar1.Tab"})
+          "sbStatusBar(4)", "frmDocument", "mnuFile", "CoolBar1.Tool", "CoolBar1.Tab"}) {
         EXPECT_NE(m_frame->findChild<QWidget*>(QString::fromLatin1(name)), nullptr) << name;
-    EXPECT_NE(m_frame->findChild<QAction*>(QStringLiteral("mnuFileSaveAs")), nullptr);
-    EXPECT_NE(m_frame->findChild<QMenu*>(QStringLiteral("Tab")), nullptr);
-    EXPECT_EQ(m_frame->findChildren<QWidget*>(QStringLiteral("Tab")).size(), 1);
-    EXPECT_EQ(m_frame->objectName(), QStringLiteral("frmMain"));
+    }
+    EXPECT_NE(m_frame->findChild<QAction*>(u"mnuFileSaveAs"_qs), nullptr);
+    EXPECT_NE(m_frame->findChild<QMenu*>(u"Tab"_qs), nullptr);
+    EXPECT_EQ(m_frame->findChildren<QWidget*>(u"Tab"_qs).size(), 1);
+    EXPECT_EQ(m_frame->objectName(), u"frmMain"_qs);
 }
 
 TEST_F(FrameStart, WhateverTakesTheFocusHasANameForReaders) {
@@ -200,8 +201,8 @@ TEST_F(FrameStart, WhateverTakesTheFocusHasANameForReaders) {
 
 TEST_F(FrameStart, PathsThatComeTogetherOpenInOneRoundInTheirOrder) {
     start();
-    const QString first = fileOf("1", QStringLiteral("1.txt"));
-    const QString second = fileOf("2", QStringLiteral("2.txt"));
+    const QString first = fileOf("1", u"1.txt"_qs);
+    const QString second = fileOf("2", u"2.txt"_qs);
     m_frame->OpenFileFromCmd(u'"' + first + u'"');
     m_frame->OpenFileFromCmd(path(QString()));
     m_frame->OpenFileFromCmd(QString());

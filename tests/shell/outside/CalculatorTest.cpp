@@ -38,9 +38,9 @@ TEST_F(Calculators, WithoutOneNothingStarts) {
 }
 
 TEST_F(Calculators, ItRunsWithoutArguments) {
-    const QString told = m_folder.filePath(QStringLiteral("told"));
-    program(QStringLiteral("xcalc"), "echo \"$#\" > '" + QFile::encodeName(told) + ".new'\n/bin/mv '" +
-                                         QFile::encodeName(told) + ".new' '" + QFile::encodeName(told) + "'\n");
+    const QString told = m_folder.filePath(u"told"_qs);
+    program(u"xcalc"_qs, "echo \"$#\" > '" + QFile::encodeName(told) + ".new'\n/bin/mv '" + QFile::encodeName(told) +
+                             ".new' '" + QFile::encodeName(told) + "'\n");
     EXPECT_TRUE(Calculator::start());
     ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(told); }, 20'000));
     QFile file(told);

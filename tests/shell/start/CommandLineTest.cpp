@@ -17,8 +17,7 @@ QString tailOf(std::vector<const char*> arguments) {
 }
 
 const CommandLine::Surroundings around{
-    [](const QString& path) { return path == QLatin1String("/src") || path == QLatin1String("src"); },
-    QStringLiteral("/home/u")};
+    [](const QString& path) { return path == QLatin1String("/src") || path == QLatin1String("src"); }, u"/home/u"_qs};
 
 MainOrder inMain(const char* tail) {
     return CommandLine::readForMain(QString::fromUtf8(tail), around);
@@ -39,7 +38,7 @@ LoadOrder opens(const char* path) {
 }  // namespace
 
 TEST(CommandLineTail, JoinsTheArgumentsByOneBlankEach) {
-    EXPECT_EQ(tailOf({"a", "b c", "", "d"}), QStringLiteral("a b c  d"));
+    EXPECT_EQ(tailOf({"a", "b c", "", "d"}), u"a b c  d"_qs);
     EXPECT_EQ(tailOf({}), QString());
 }
 
@@ -129,13 +128,13 @@ TEST(CommandLineInLoad, QuotesAloneOpenNothingButKeepTheSessionAway) {
 }
 
 TEST(CommandLineInLoad, FoldersAndListsGoToTheSearchAsTheyStand) {
-    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, QStringLiteral("src"), true, false}));
-    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, QStringLiteral("a b;c"), true, false}));
-    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, QStringLiteral("x;y.qmp"), true, false}));
+    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, u"src"_qs, true, false}));
+    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, u"a b;c"_qs, true, false}));
+    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, u"x;y.qmp"_qs, true, false}));
 }
 
 TEST(CommandLineInLoad, AProjectIsKnownByItsEndInAnyCase) {
-    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, QStringLiteral("/home/u/w.qmp"), true, false}));
+    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, u"/home/u/w.qmp"_qs, true, false}));
     EXPECT_EQ(inLoad("w.qmp "), opens("/home/u/w.qmp "));
 }
 

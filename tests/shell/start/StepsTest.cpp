@@ -18,32 +18,32 @@ struct Owner {
     void last() { done += u'3'; }
 };
 
-constexpr FrameStep<Owner> steps[] = {{"first", &Owner::first}, {"fails", &Owner::fails}, {"last", &Owner::last}};
+constexpr FrameStep<Owner> Steps[] = {{"first", &Owner::first}, {"fails", &Owner::fails}, {"last", &Owner::last}};
 
 }  // namespace
 
 TEST(FrameSteps, AFailingStepDoesNotStopTheNext) {
     Owner owner;
     QStringList names;
-    runSteps<Owner>(steps, owner, [&](const char* name) { names << QString::fromLatin1(name); });
-    EXPECT_EQ(owner.done, QStringLiteral("13"));
-    EXPECT_EQ(names, QStringList({QStringLiteral("first"), QStringLiteral("fails"), QStringLiteral("last")}));
+    runSteps<Owner>(Steps, owner, [&](const char* name) { names << QString::fromLatin1(name); });
+    EXPECT_EQ(owner.done, u"13"_qs);
+    EXPECT_EQ(names, QStringList({u"first"_qs, u"fails"_qs, u"last"_qs}));
 }
 
 TEST(SystemClose, WhatComesWhileGreyedRunsAfterwardsAndInOrder) {
     SystemClose close;
     QString done;
     close.whenFree([&] { done += u'a'; });
-    EXPECT_EQ(done, QStringLiteral("a"));
+    EXPECT_EQ(done, u"a"_qs);
     close.enable(false);
     close.whenFree([&] { done += u'b'; });
     close.whenFree([&] { done += u'c'; });
     QCoreApplication::processEvents();
-    EXPECT_EQ(done, QStringLiteral("a"));
+    EXPECT_EQ(done, u"a"_qs);
     close.enable(true);
-    EXPECT_EQ(done, QStringLiteral("a"));
+    EXPECT_EQ(done, u"a"_qs);
     QCoreApplication::processEvents();
-    EXPECT_EQ(done, QStringLiteral("abc"));
+    EXPECT_EQ(done, u"abc"_qs);
 }
 
 TEST(SystemClose, GreyingNests) {
@@ -71,8 +71,8 @@ TEST(SystemClose, ATaskThatGreysAgainHoldsBackTheNext) {
     close.whenFree([&] { done += u'b'; });
     close.enable(true);
     QCoreApplication::processEvents();
-    EXPECT_EQ(done, QStringLiteral("a"));
+    EXPECT_EQ(done, u"a"_qs);
     close.enable(true);
     QCoreApplication::processEvents();
-    EXPECT_EQ(done, QStringLiteral("ab"));
+    EXPECT_EQ(done, u"ab"_qs);
 }

@@ -30,17 +30,17 @@ class TextCodecBytesMaker {
     char byte() { return static_cast<char>(below(256)); }
 
     std::string_view mark() {
-        static constexpr std::string_view marks[] = {"", "", "", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF", "\xEF\xBB"};
-        return marks[below(std::size(marks))];
+        static constexpr std::string_view Marks[] = {"", "", "", "\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF", "\xEF\xBB"};
+        return Marks[below(std::size(Marks))];
     }
 
     void addPart(unsigned kind, std::string& bytes) {
-        static constexpr std::string_view lineEnds[] = {"\n", "\r", "\r\n", "\n\r", std::string_view("\0", 1)};
+        static constexpr std::string_view LineEnds[] = {"\n", "\r", "\r\n", "\n\r", std::string_view("\0", 1)};
         const unsigned length = below(below(5) == 0 ? 200 : 20);
         for (unsigned i = 0; i < length; ++i)
             addOne(kind, bytes);
         if (below(3) == 0)
-            bytes += lineEnds[below(std::size(lineEnds))];
+            bytes += LineEnds[below(std::size(LineEnds))];
     }
 
     void addOne(unsigned kind, std::string& bytes) {
@@ -71,11 +71,11 @@ class TextCodecBytesMaker {
 
     /// Near the borders more often than chance would have it; may be half a pair.
     char32_t character() {
-        static constexpr char32_t borders[] = {0x7F,   0x80,   0x7FF,  0x800,  0xD7FF,  0xD800,
+        static constexpr char32_t Borders[] = {0x7F,   0x80,   0x7FF,  0x800,  0xD7FF,  0xD800,
                                                0xDFFF, 0xE000, 0xFEFF, 0xFFFF, 0x10000, 0x10FFFF};
         switch (below(5)) {
             case 0:
-                return borders[below(std::size(borders))];
+                return Borders[below(std::size(Borders))];
             case 1:
                 return below(0x110000);
             case 2:

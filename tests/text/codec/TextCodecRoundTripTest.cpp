@@ -37,8 +37,9 @@ TEST(TextCodecRoundTrip, GeneratedBytesComeBackUnchanged) {
             << testing::PrintToString(bytes) << " in parts of " << partSize;
         ++detected[static_cast<int>(decodeText(bytes).format.encoding)];
     }
-    for (const int count : detected)
+    for (const int count : detected) {
         EXPECT_GT(count, 500) << "the inputs do not reach every encoding";
+    }
 }
 
 TEST(TextCodecRoundTrip, LargeTextsComeBackUnchanged) {
@@ -52,27 +53,28 @@ TEST(TextCodecRoundTrip, LargeTextsComeBackUnchanged) {
 }
 
 TEST(TextCodecRoundTrip, FilesOfManyEncodingsComeBackUnchanged) {
-    const QDir corpus(QStringLiteral(QT_TESTCASE_SOURCEDIR "/text/codec/corpus"));
+    const QDir corpus(u"" QT_TESTCASE_SOURCEDIR "/text/codec/corpus"_qs);
     const QStringList names = corpus.entryList(QDir::Files);
     ASSERT_GE(names.size(), 80);
     for (const QString& name : names) {
         QFile file(corpus.filePath(name));
         ASSERT_TRUE(file.open(QFile::ReadOnly));
         const std::string bytes = file.readAll().toStdString();
-        for (const std::size_t partSize : {0U, 1U, 2U, 3U, 5U, 16U, 100U})
+        for (const std::size_t partSize : {0U, 1U, 2U, 3U, 5U, 16U, 100U}) {
             EXPECT_EQ(roundTripFault(bytes, partSize), "") << name.toStdString() << " in parts of " << partSize;
+        }
     }
 }
 
 TEST(TextCodecRoundTrip, FilesAreTakenForWhatTheirNamesSay) {
-    const QDir corpus(QStringLiteral(QT_TESTCASE_SOURCEDIR "/text/codec/corpus"));
+    const QDir corpus(u"" QT_TESTCASE_SOURCEDIR "/text/codec/corpus"_qs);
     const auto formatOf = [&](const QString& name) {
         QFile file(corpus.filePath(name));
         EXPECT_TRUE(file.open(QFile::ReadOnly));
         return decodeText(file.readAll().toStdString()).format;
     };
     for (const QString& script : {u"german"_qs, u"hindi"_qs, u"korean"_qs, u"emoji"_qs, u"edges"_qs}) {
-        const QString end = script + QStringLiteral(".txt");
+        const QString end = script + u".txt"_qs;
         EXPECT_TRUE((formatOf(u"utf8-"_qs + end) == TextFormat{TextEncoding::Utf8, false}));
         EXPECT_TRUE((formatOf(u"utf8-mark-"_qs + end) == TextFormat{TextEncoding::Utf8, true}));
         EXPECT_TRUE((formatOf(u"utf16le-"_qs + end) == TextFormat{TextEncoding::Utf16LittleEndian, true}));
@@ -80,6 +82,7 @@ TEST(TextCodecRoundTrip, FilesAreTakenForWhatTheirNamesSay) {
     }
     for (const QString& name :
          {u"shift-jis.txt"_qs, u"utf16le-odd.txt"_qs, u"utf16be-swapped-pair.txt"_qs, u"utf8-surrogate.txt"_qs,
-          u"utf8-overlong-3.txt"_qs, u"windows1252-letter.txt"_qs, u"utf8-mark-invalid.txt"_qs})
+          u"utf8-overlong-3.txt"_qs, u"windows1252-letter.txt"_qs, u"utf8-mark-invalid.txt"_qs}) {
         EXPECT_TRUE((formatOf(name) == TextFormat{TextEncoding::Windows1252, false})) << name.toStdString();
+    }
 }

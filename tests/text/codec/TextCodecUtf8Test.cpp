@@ -15,21 +15,19 @@ bool isUtf8Slowly(std::string_view text) {
     std::size_t i = 0;
     while (i < text.size()) {
         const unsigned first = at(i);
-        if (first < 0x80) {
+        if (first < 0x80)
             i += 1;
-        } else if (first >= 0xC2 && first <= 0xDF && within(i + 1, 0x80, 0xBF)) {
+        else if (first >= 0xC2 && first <= 0xDF && within(i + 1, 0x80, 0xBF))
             i += 2;
-        } else if (first >= 0xE0 && first <= 0xEF &&
-                   within(i + 1, first == 0xE0 ? 0xA0 : 0x80, first == 0xED ? 0x9F : 0xBF) &&
-                   within(i + 2, 0x80, 0xBF)) {
+        else if (first >= 0xE0 && first <= 0xEF &&
+                 within(i + 1, first == 0xE0 ? 0xA0 : 0x80, first == 0xED ? 0x9F : 0xBF) && within(i + 2, 0x80, 0xBF))
             i += 3;
-        } else if (first >= 0xF0 && first <= 0xF4 &&
-                   within(i + 1, first == 0xF0 ? 0x90 : 0x80, first == 0xF4 ? 0x8F : 0xBF) &&
-                   within(i + 2, 0x80, 0xBF) && within(i + 3, 0x80, 0xBF)) {
+        else if (first >= 0xF0 && first <= 0xF4 &&
+                 within(i + 1, first == 0xF0 ? 0x90 : 0x80, first == 0xF4 ? 0x8F : 0xBF) && within(i + 2, 0x80, 0xBF) &&
+                 within(i + 3, 0x80, 0xBF))
             i += 4;
-        } else {
+        else
             return false;
-        }
     }
     return true;
 }
@@ -47,11 +45,11 @@ bool isUtf8(std::string_view text, std::size_t partSize) {
 
 TEST(Utf8Validator, AgreesOnEverySequenceOfThreeBytesAtEveryPlaceOfABlock) {
     // Of bytes of one kind the first and last stand for all.
-    constexpr unsigned char kinds[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC2, 0xDF, 0xE0,
+    constexpr unsigned char Kinds[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC2, 0xDF, 0xE0,
                                        0xE1, 0xEC, 0xED, 0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xF7, 0xF8, 0xFF};
-    for (const unsigned char first : kinds) {
-        for (const unsigned char second : kinds) {
-            for (const unsigned char third : kinds) {
+    for (const unsigned char first : Kinds) {
+        for (const unsigned char second : Kinds) {
+            for (const unsigned char third : Kinds) {
                 for (const unsigned char fourth : {0x41, 0x80, 0xBF, 0xC2}) {
                     const std::string sequence{static_cast<char>(first), static_cast<char>(second),
                                                static_cast<char>(third), static_cast<char>(fourth)};
@@ -70,7 +68,7 @@ TEST(Utf8Validator, AgreesOnEverySequenceOfThreeBytesAtEveryPlaceOfABlock) {
 }
 
 TEST(Utf8Validator, PartsOfAnySizeGiveTheSameAnswer) {
-    constexpr std::string_view bits[] = {"a",
+    constexpr std::string_view Bits[] = {"a",
                                          "\xC3\xB6",
                                          "\xE0\xA0\x80",
                                          "\xED\x9F\xBF",
@@ -85,13 +83,14 @@ TEST(Utf8Validator, PartsOfAnySizeGiveTheSameAnswer) {
     std::mt19937 random(7);
     for (int i = 0; i < 4000; ++i) {
         // The unsound ones stand last in the list and come seldom.
-        const std::size_t choice = i % 3 == 0 ? std::size(bits) : 8;
+        const std::size_t choice = i % 3 == 0 ? std::size(Bits) : 8;
         std::string text;
         for (unsigned count = random() % 40; count > 0; --count)
-            text += bits[random() % choice];
+            text += Bits[random() % choice];
         const bool expected = isUtf8Slowly(text);
-        for (std::size_t size = 1; size <= 17; ++size)
+        for (std::size_t size = 1; size <= 17; ++size) {
             ASSERT_EQ(isUtf8(text, size), expected) << testing::PrintToString(text) << " in parts of " << size;
+        }
         ASSERT_EQ(isUtf8(text, 1000), expected) << testing::PrintToString(text);
     }
 }

@@ -34,8 +34,9 @@ TEST(Utf16Units, AreAddedUpAcrossACutAnywhere) {
     std::mt19937 random(8);
     const QString text = randomText(random, 60);
     const std::string utf8 = text.toStdString();
-    for (std::size_t cut = 0; cut <= utf8.size(); ++cut)
+    for (std::size_t cut = 0; cut <= utf8.size(); ++cut) {
         EXPECT_EQ(countUtf16Units(utf8.substr(0, cut)) + countUtf16Units(utf8.substr(cut)), text.size());
+    }
 }
 
 TEST(Utf16Units, LeadBackToTheBytes) {

@@ -75,8 +75,9 @@ TEST(PieceCutter, CutsALineOfOneByteTooMany) {
 
 TEST(PieceCutter, PutsAJointAtEachPlaceItNames) {
     const Cut cut = cutInParts(lines({3 * LongLine}, ""), 100'000);
-    for (const qint64 joint : cut.joints)
+    for (const qint64 joint : cut.joints) {
         EXPECT_EQ(cut.out[static_cast<std::size_t>(joint)], '\r');
+    }
 }
 
 TEST(PieceCutter, GivesTheSameWhateverThePartsAre) {
@@ -109,8 +110,9 @@ TEST(PieceCutter, KeepsCharactersWhole) {
         text += "\xF0\x9F\x98\x80\xE6\xBC\xA2";
     const Cut cut = cutInParts(text, 7'777);
     EXPECT_EQ(cut.withoutJoints(), text);
-    for (const qint64 joint : cut.joints)
+    for (const qint64 joint : cut.joints) {
         EXPECT_NE(static_cast<unsigned char>(cut.out[static_cast<std::size_t>(joint + 1)]) & 0xC0U, 0x80U);
+    }
 }
 
 TEST(PieceCutter, AgreesOverRandomTextsAndParts) {

@@ -37,10 +37,9 @@ struct Model {
     QStringList pieces;
 
     explicit Model(const QString& text) {
-        lineEnd = text.contains(QStringLiteral("\r\n")) || !(text.contains(u'\n') || text.contains(u'\r'))
-                      ? QStringLiteral("\r\n")
-                  : text.contains(u'\n') ? QStringLiteral("\n")
-                                         : QStringLiteral("\r");
+        lineEnd = text.contains(u"\r\n"_qs) || !(text.contains(u'\n') || text.contains(u'\r')) ? u"\r\n"_qs
+                  : text.contains(u'\n')                                                       ? u"\n"_qs
+                                                                                               : u"\r"_qs;
         pieces = text.split(lineEnd);
     }
     QString trimTailed() {
@@ -73,58 +72,58 @@ struct Model {
 }  // namespace
 
 TEST(LineOperations, TrimTailedTakesTrailingBlanksAlone) {
-    EXPECT_EQ(TrimTailed(QStringLiteral("  a  \n b\t \n\t\t\n \t \n   ")), QStringLiteral("  a\n b\t\n\t\t\n \t\n"));
-    EXPECT_EQ(TrimTailed(QStringLiteral("a  ")), QStringLiteral("a"));
+    EXPECT_EQ(TrimTailed(u"  a  \n b\t \n\t\t\n \t \n   "_qs), u"  a\n b\t\n\t\t\n \t\n"_qs);
+    EXPECT_EQ(TrimTailed(u"a  "_qs), u"a"_qs);
 }
 
 TEST(LineOperations, AlignLeftTakesLeadingBlanksAlone) {
-    EXPECT_EQ(AlignLeft(QStringLiteral("  a  \n\t b\n \tc\n   ")), QStringLiteral("a  \n\t b\n\tc\n"));
+    EXPECT_EQ(AlignLeft(u"  a  \n\t b\n \tc\n   "_qs), u"a  \n\t b\n\tc\n"_qs);
 }
 
 TEST(LineOperations, AlignRightFillsToTheLongestLineAsItStood) {
-    EXPECT_EQ(AlignRight(QStringLiteral("abc\na\nab")), QStringLiteral("abc\n  a\n ab"));
-    EXPECT_EQ(AlignRight(QStringLiteral("ab  \na")), QStringLiteral("  ab\n   a"));
-    EXPECT_EQ(AlignRight(QStringLiteral(" a\nabc ")), QStringLiteral("   a\n abc"));
+    EXPECT_EQ(AlignRight(u"abc\na\nab"_qs), u"abc\n  a\n ab"_qs);
+    EXPECT_EQ(AlignRight(u"ab  \na"_qs), u"  ab\n   a"_qs);
+    EXPECT_EQ(AlignRight(u" a\nabc "_qs), u"   a\n abc"_qs);
 }
 
 TEST(LineOperations, ASingleLineWithoutTrailingBlanksStaysAtTheRight) {
-    EXPECT_EQ(AlignRight(QStringLiteral("  abc")), QStringLiteral("  abc"));
+    EXPECT_EQ(AlignRight(u"  abc"_qs), u"  abc"_qs);
 }
 
 TEST(LineOperations, AlignCenterRoundsHalvesToTheEvenNumber) {
-    EXPECT_EQ(AlignCenter(QStringLiteral("123456\na")), QStringLiteral("123456\n  a  "));          // 5: 2 beside it
-    EXPECT_EQ(AlignCenter(QStringLiteral("12345678\na")), QStringLiteral("12345678\n    a    "));  // 7: 4
-    EXPECT_EQ(AlignCenter(QStringLiteral("12\na")), QStringLiteral("12\na"));                      // 1: 0
-    EXPECT_EQ(AlignCenter(QStringLiteral("1234\na")), QStringLiteral("1234\n  a  "));              // 3: 2
-    EXPECT_EQ(AlignCenter(QStringLiteral("12345\na")), QStringLiteral("12345\n  a  "));            // 4: 2
+    EXPECT_EQ(AlignCenter(u"123456\na"_qs), u"123456\n  a  "_qs);          // 5: 2 beside it
+    EXPECT_EQ(AlignCenter(u"12345678\na"_qs), u"12345678\n    a    "_qs);  // 7: 4
+    EXPECT_EQ(AlignCenter(u"12\na"_qs), u"12\na"_qs);                      // 1: 0
+    EXPECT_EQ(AlignCenter(u"1234\na"_qs), u"1234\n  a  "_qs);              // 3: 2
+    EXPECT_EQ(AlignCenter(u"12345\na"_qs), u"12345\n  a  "_qs);            // 4: 2
 }
 
 TEST(LineOperations, AlignCenterCountsTheBlanksThatItTakes) {
-    EXPECT_EQ(AlignCenter(QStringLiteral("    ab")), QStringLiteral("  ab  "));
+    EXPECT_EQ(AlignCenter(u"    ab"_qs), u"  ab  "_qs);
 }
 
 TEST(LineOperations, AnEmptyLastLineIsFilledLikeTheOthers) {
-    EXPECT_EQ(TrimTailed(QStringLiteral("a \n")), QStringLiteral("a\n"));
-    EXPECT_EQ(AlignLeft(QStringLiteral(" a\n")), QStringLiteral("a\n"));
-    EXPECT_EQ(AlignRight(QStringLiteral("abcd\n")), QStringLiteral("abcd\n    "));
-    EXPECT_EQ(AlignCenter(QStringLiteral("abcd\n")), QStringLiteral("abcd\n    "));
-    EXPECT_EQ(AlignCenter(QStringLiteral("abc\n")), QStringLiteral("abc\n    "));
+    EXPECT_EQ(TrimTailed(u"a \n"_qs), u"a\n"_qs);
+    EXPECT_EQ(AlignLeft(u" a\n"_qs), u"a\n"_qs);
+    EXPECT_EQ(AlignRight(u"abcd\n"_qs), u"abcd\n    "_qs);
+    EXPECT_EQ(AlignCenter(u"abcd\n"_qs), u"abcd\n    "_qs);
+    EXPECT_EQ(AlignCenter(u"abc\n"_qs), u"abc\n    "_qs);
 }
 
 TEST(LineOperations, TheFirstKindOfLineEndFoundSplits) {
-    EXPECT_EQ(lineEndOf(QStringLiteral("a\nb\r\nc\rd")), QStringLiteral("\r\n"));
-    EXPECT_EQ(lineEndOf(QStringLiteral("a\rb\nc")), QStringLiteral("\n"));
-    EXPECT_EQ(lineEndOf(QStringLiteral("a\rb")), QStringLiteral("\r"));
-    EXPECT_EQ(lineEndOf(QStringLiteral("ab")), QStringLiteral("\r\n"));
-    EXPECT_EQ(TrimTailed(QStringLiteral("a \nb \r\nc ")), QStringLiteral("a \nb\r\nc"));
-    EXPECT_EQ(TrimTailed(QStringLiteral("a \rb \nc ")), QStringLiteral("a \rb\nc"));
+    EXPECT_EQ(lineEndOf(u"a\nb\r\nc\rd"_qs), u"\r\n"_qs);
+    EXPECT_EQ(lineEndOf(u"a\rb\nc"_qs), u"\n"_qs);
+    EXPECT_EQ(lineEndOf(u"a\rb"_qs), u"\r"_qs);
+    EXPECT_EQ(lineEndOf(u"ab"_qs), u"\r\n"_qs);
+    EXPECT_EQ(TrimTailed(u"a \nb \r\nc "_qs), u"a \nb\r\nc"_qs);
+    EXPECT_EQ(TrimTailed(u"a \rb \nc "_qs), u"a \rb\nc"_qs);
 }
 
 TEST(LineOperations, TakeTextsOfBlanksAndSurrogates) {
     const QString alone = QString(QChar(0xD83D)) + u' ';
     EXPECT_EQ(TrimTailed(alone), QString(QChar(0xD83D)));
-    EXPECT_EQ(AlignCenter(QStringLiteral("   ")), QStringLiteral("    "));
-    EXPECT_EQ(AlignRight(QStringLiteral("   ")), QStringLiteral("   "));
+    EXPECT_EQ(AlignCenter(u"   "_qs), u"    "_qs);
+    EXPECT_EQ(AlignRight(u"   "_qs), u"   "_qs);
     EXPECT_EQ(AlignRight(QString::fromUtf8("\U0001F600\na")), QString::fromUtf8("\U0001F600\n a"));
 }
 
@@ -137,9 +136,8 @@ TEST(LineOperations, RefuseAResultThatWouldFillTheMemory) {
 
 TEST(LineOperations, AgreeWithAPlainModel) {
     std::mt19937 random(11);
-    const QStringList atoms{QStringLiteral(" "),  QStringLiteral(" "),    QStringLiteral("   "), QStringLiteral("a"),
-                            QStringLiteral("bc"), QStringLiteral("\t"),   QStringLiteral("\n"),  QStringLiteral("\r"),
-                            QStringLiteral("ä"),  QStringLiteral("\r\n"), QStringLiteral("word")};
+    const QStringList atoms{u" "_qs,  u" "_qs,  u"   "_qs, u"a"_qs,    u"bc"_qs,  u"\t"_qs,
+                            u"\n"_qs, u"\r"_qs, u"ä"_qs,   u"\r\n"_qs, u"word"_qs};
     for (int round = 0; round < 3000; ++round) {
         QString text;
         // Some texts are of one kind of line end, some of several.
@@ -154,6 +152,6 @@ TEST(LineOperations, AgreeWithAPlainModel) {
 }
 
 TEST(LineOperations, TakeAMillionLines) {
-    const QString text = QStringLiteral("abc  \n").repeated(1'000'000);
-    EXPECT_TRUE(TrimTailed(text) == QStringLiteral("abc\n").repeated(1'000'000));
+    const QString text = u"abc  \n"_qs.repeated(1'000'000);
+    EXPECT_TRUE(TrimTailed(text) == u"abc\n"_qs.repeated(1'000'000));
 }

@@ -10,8 +10,8 @@ TEST(TextCase, FollowsUnicode) {
 }
 
 TEST(TextCase, ACapitalisedWordHasOneLargeLetter) {
-    EXPECT_EQ(TextCase::capitalised(QStringLiteral("wORD")), QStringLiteral("Word"));
-    EXPECT_EQ(TextCase::capitalised(QString::fromUtf8("ß")), QStringLiteral("Ss"));
+    EXPECT_EQ(TextCase::capitalised(u"wORD"_qs), u"Word"_qs);
+    EXPECT_EQ(TextCase::capitalised(QString::fromUtf8("ß")), u"Ss"_qs);
     EXPECT_EQ(TextCase::capitalised(QString::fromUtf8("ǆABC")), QString::fromUtf8("ǅabc"));
     EXPECT_EQ(TextCase::capitalised(QString::fromUtf8("\U00010428\U00010400")),
               QString::fromUtf8("\U00010400\U00010428"));
@@ -26,7 +26,7 @@ TEST(TextCase, LeavesWhatHasNoCase) {
 }
 
 TEST(TextCase, KeepsALoneSurrogate) {
-    const QString text = QString(QChar(0xD83D)) + QStringLiteral("A");
-    EXPECT_EQ(TextCase::capitalised(text), QString(QChar(0xD83D)) + QStringLiteral("a"));
+    const QString text = QString(QChar(0xD83D)) + u"A"_qs;
+    EXPECT_EQ(TextCase::capitalised(text), QString(QChar(0xD83D)) + u"a"_qs);
     EXPECT_EQ(TextCase::capitalised(QString(QChar(0xD83D))), QString(QChar(0xD83D)));
 }

@@ -10,13 +10,13 @@ TEST(clsConcat, AppendsBehindWhatIsUsed) {
     builder.SConcat(u"one");
     builder.SConcat(u"");
     builder.SConcat(u" two");
-    EXPECT_EQ(builder.GetString(), QStringLiteral("one two"));
+    EXPECT_EQ(builder.GetString(), u"one two"_qs);
 }
 
 TEST(clsConcat, GivesWhatItHoldsOnce) {
     clsConcat builder;
     builder.SConcat(u"one");
-    EXPECT_EQ(builder.GetString(), QStringLiteral("one"));
+    EXPECT_EQ(builder.GetString(), u"one"_qs);
     EXPECT_EQ(builder.GetString(), QString());
 }
 
@@ -26,7 +26,7 @@ TEST(clsConcat, ReInitBeginsANewText) {
     builder.GetString();
     builder.ReInit();
     builder.SConcat(u"two");
-    EXPECT_EQ(builder.GetString(), QStringLiteral("two"));
+    EXPECT_EQ(builder.GetString(), u"two"_qs);
     builder.ReInit();
     EXPECT_EQ(builder.GetString(), QString());
 }
@@ -34,13 +34,13 @@ TEST(clsConcat, ReInitBeginsANewText) {
 TEST(clsConcat, SetStringFillsTheBufferAndLeavesTheUsedLength) {
     clsConcat builder;
     builder.ReInit();
-    builder.SetString(QStringLiteral("abc"));
+    builder.SetString(u"abc"_qs);
     EXPECT_EQ(builder.GetString(), QString());
     builder.ReInit();
     builder.SConcat(u"12");
-    builder.SetString(QStringLiteral("abc"));
+    builder.SetString(u"abc"_qs);
     builder.SConcat(u"34");
-    EXPECT_EQ(builder.GetString(), QStringLiteral("ab34"));
+    EXPECT_EQ(builder.GetString(), u"ab34"_qs);
 }
 
 TEST(clsConcat, WithoutAReInitTheOldLengthIsStillUsed) {
@@ -48,7 +48,7 @@ TEST(clsConcat, WithoutAReInitTheOldLengthIsStillUsed) {
     builder.SConcat(u"one");
     builder.GetString();
     builder.SConcat(u"two");
-    EXPECT_EQ(builder.GetString(), QString(3, QChar(0)) + QStringLiteral("two"));
+    EXPECT_EQ(builder.GetString(), QString(3, QChar(0)) + u"two"_qs);
 }
 
 TEST(clsConcat, HoldsTextsAroundEachStepOfItsGrowth) {

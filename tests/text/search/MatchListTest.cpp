@@ -9,11 +9,11 @@ TEST(MatchList, EndsEachRecordWithATab) {
     EXPECT_EQ(list.text(), QString());
     list.add(0, 12, 3);
     list.add(7, 2'000'000'000'000, 0);
-    EXPECT_EQ(list.text(), QStringLiteral("0,12,3\t7,2000000000000,0\t"));
+    EXPECT_EQ(list.text(), u"0,12,3\t7,2000000000000,0\t"_qs);
 }
 
 TEST(MatchList, TakesTheLargestNumbers) {
     MatchList list;
     list.add(std::numeric_limits<qint64>::max(), std::numeric_limits<qint64>::min(), 0);
-    EXPECT_EQ(list.text(), QStringLiteral("9223372036854775807,-9223372036854775808,0\t"));
+    EXPECT_EQ(list.text(), u"9223372036854775807,-9223372036854775808,0\t"_qs);
 }

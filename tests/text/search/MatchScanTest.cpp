@@ -245,14 +245,14 @@ TEST(MatchScan, AsksItsWatchHoweverLongItTakesToTheNextMatch) {
     scan.watchedBy([&asked] { return ++asked < 20; });
     EXPECT_FALSE(scan.next());
     EXPECT_EQ(asked, 20);
-    EXPECT_EQ(scan.error().sentence, QStringLiteral("The search was stopped."));
+    EXPECT_EQ(scan.error().sentence, u"The search was stopped."_qs);
     EXPECT_FALSE(scan.next());
     EXPECT_EQ(asked, 20);
 }
 
 TEST(MatchScan, AsksItsWatchBetweenTheWindowsOfALiteralText) {
     const SearchedText text(std::string(3'000'000, 'a'));
-    const SearchPattern pattern(QStringLiteral("b"), {});
+    const SearchPattern pattern(u"b"_qs, {});
     MatchScan scan(pattern, text.held, text.map, 0);
     int asked = 0;
     scan.watchedBy([&asked] { return ++asked > 0; });
@@ -270,7 +270,7 @@ TEST(MatchScan, FindsAMatchBehindTextThatTakesLong) {
 
 TEST(LastMatch, CanBeStopped) {
     const SearchedText text(std::string(3'000'000, 'a'));
-    const SearchPattern pattern(QStringLiteral("b"), {});
+    const SearchPattern pattern(u"b"_qs, {});
     SearchError error;
     EXPECT_FALSE(lastMatchBefore(pattern, text.held, text.map, 3'000'000, true, error, [] { return false; }));
     EXPECT_TRUE(error);

@@ -67,15 +67,15 @@ TEST(Replacement, FollowsTheCaseOfTheMatchWhenTold) {
 }
 
 TEST(CaseOfAMatch, IsCapitalsSmallLettersOrACapitalInFront) {
-    EXPECT_EQ(inCaseOf("ÄRGER", "freude"), QStringLiteral("FREUDE"));
-    EXPECT_EQ(inCaseOf("red", "BLUE"), QStringLiteral("blue"));
-    EXPECT_EQ(inCaseOf("Red", "bLUE sky"), QStringLiteral("Blue sky"));
-    EXPECT_EQ(inCaseOf("R", "blue"), QStringLiteral("Blue"));
-    EXPECT_EQ(inCaseOf("\"Red", "\"blue"), QStringLiteral("\"Blue"));
+    EXPECT_EQ(inCaseOf("ÄRGER", "freude"), u"FREUDE"_qs);
+    EXPECT_EQ(inCaseOf("red", "BLUE"), u"blue"_qs);
+    EXPECT_EQ(inCaseOf("Red", "bLUE sky"), u"Blue sky"_qs);
+    EXPECT_EQ(inCaseOf("R", "blue"), u"Blue"_qs);
+    EXPECT_EQ(inCaseOf("\"Red", "\"blue"), u"\"Blue"_qs);
 }
 
 TEST(CaseOfAMatch, IsLeftWhereItIsMixedOrThereIsNone) {
-    EXPECT_EQ(inCaseOf("rEd", "bLue"), QStringLiteral("bLue"));
-    EXPECT_EQ(inCaseOf("123", "bLue"), QStringLiteral("bLue"));
-    EXPECT_EQ(inCaseOf("", "bLue"), QStringLiteral("bLue"));
+    EXPECT_EQ(inCaseOf("rEd", "bLue"), u"bLue"_qs);
+    EXPECT_EQ(inCaseOf("123", "bLue"), u"bLue"_qs);
+    EXPECT_EQ(inCaseOf("", "bLue"), u"bLue"_qs);
 }

@@ -37,7 +37,7 @@ TEST(LiteralPattern, LooksOverCaseInEveryScript) {
 
 TEST(LiteralPattern, FindsNulsAndLineEnds) {
     const std::string text("a\0b\r\nc", 6);
-    const SearchPattern nul(QString(QChar(0)) + QStringLiteral("b"), Literal);
+    const SearchPattern nul(QString(QChar(0)) + u"b"_qs, Literal);
     EXPECT_EQ(allMatches(SearchedText(text), nul), (Matches{{1, 3}}));
     EXPECT_EQ(found("a\r\nb\nc", "\n", Literal), (Matches{{2, 3}, {4, 5}}));
     EXPECT_EQ(found("a\r\nb\nc", "a\r\nb", Literal), (Matches{{0, 4}}));
@@ -76,19 +76,19 @@ TEST(ExpressionPattern, KnowsTheLettersOfEveryScript) {
 }
 
 TEST(ExpressionPattern, TellsWhereItIsWrong) {
-    const SearchPattern open(QStringLiteral("ab(c"), Expression);
+    const SearchPattern open(u"ab(c"_qs, Expression);
     EXPECT_EQ(open.error().position, 4);
-    EXPECT_EQ(open.error().sentence, QStringLiteral("missing closing parenthesis"));
+    EXPECT_EQ(open.error().sentence, u"missing closing parenthesis"_qs);
     const SearchPattern star(QString::fromUtf8("\U0001F600ä**("), Expression);
     EXPECT_TRUE(star.error());
     const SearchPattern quantifier(QString::fromUtf8("\U0001F600ä|*"), Expression);
     EXPECT_EQ(quantifier.error().position, 4);
-    EXPECT_TRUE(SearchPattern(QStringLiteral("*"), ExpressionWord).error());
-    EXPECT_FALSE(SearchPattern(QStringLiteral("*"), Literal).error());
+    EXPECT_TRUE(SearchPattern(u"*"_qs, ExpressionWord).error());
+    EXPECT_FALSE(SearchPattern(u"*"_qs, Literal).error());
 }
 
 TEST(ExpressionPattern, MayNotTakeCharactersApart) {
-    EXPECT_TRUE(SearchPattern(QStringLiteral("\\C"), Expression).error());
+    EXPECT_TRUE(SearchPattern(u"\\C"_qs, Expression).error());
 }
 
 TEST(AnyPattern, NeedsAText) {
