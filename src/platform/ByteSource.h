@@ -7,16 +7,18 @@
 #include <span>
 #include <string_view>
 
-/// Bytes to be written one behind the other.
+/// Byte ranges that are written one after the other.
 using BytePieces = std::span<const std::string_view>;
 
-/// Gives bytes in turn to whoever writes them, for those that are never in memory as a whole.
+/// Supplies bytes part by part to a writer, for contents that are never in memory as a whole. Owned by the caller of
+/// the writer, and used for one write.
 class ByteSource {
  public:
     virtual ~ByteSource() = default;
 
-    /// Of all that it gives; does not change.
+    /// The total number of bytes; constant.
     virtual qint64 length() const = 0;
-    /// What comes next, at least one byte; stands until the next call. An error ends it.
+    /// Returns the next bytes in `pieces`, at least one; they are valid until the next call. After an error it is not
+    /// called again.
     virtual SystemError next(BytePieces& pieces) = 0;
 };

@@ -6,14 +6,14 @@
 
 #include <sys/stat.h>
 
-/// Sentences for the user about files that can't be read or written: which file, and why in the system's words. Made
-/// here and nowhere else.
+/// Builds the error messages for files that can't be read or written: the file name and the reason in the system's
+/// words. No other code builds such messages.
 namespace FileErrors {
 
 SystemError reading(const QString& path, const SystemError& cause);
 SystemError writing(const QString& path, const SystemError& cause);
 
-/// The cause why a thing of this kind is neither read nor written; no error for a regular file.
+/// Returns why a file of this type can be neither read nor written; no error for a regular file.
 SystemError unlessRegular(mode_t mode);
 
 }  // namespace FileErrors

@@ -38,7 +38,7 @@ QByteArray fileHead(const QString& path, qsizetype size) {
     const int handle = ::open(name->constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (handle < 0)
         return {};
-    // Looked at once more: the path may name another file by now.
+    // Check the type again: the path may name another file now.
     QByteArray bytes = isRegular(handle) ? readHead(handle, size) : QByteArray();
     ::close(handle);
     return bytes;

@@ -3,6 +3,6 @@
 #include <QByteArray>
 #include <QString>
 
-/// The first bytes of a file, at most `size` of them. Only a regular file (a link to one too) is opened, and never
-/// waited for: a folder, FIFO, socket or device gives nothing, as does what isn't there or can't be read.
+/// Returns the first bytes of a file, at most `size`. Opens only regular files (or links to one) and never blocks.
+/// Returns an empty array for a folder, FIFO, socket or device, and for a file that doesn't exist or can't be read.
 QByteArray fileHead(const QString& path, qsizetype size);

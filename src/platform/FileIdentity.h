@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// What tells one file from another that has taken its path, and whether it may be opened at all: a FIFO, socket,
-/// device or folder is not regular. Links are followed.
+/// Identifies a file, so that another file under the same path can be told apart from it, and reports whether it may be
+/// opened: only regular files are, not a FIFO, socket, device or folder. A plain value. Links are followed.
 struct FileIdentity {
     quint64 device = 0;
     quint64 inode = 0;
@@ -13,6 +13,7 @@ struct FileIdentity {
 
     bool operator==(const FileIdentity&) const = default;
 
-    /// Of the file that bears the path now; nothing when there is none or it can't be looked at. Opens nothing.
+    /// Returns the identity of the file that has this path now; nothing when it doesn't exist or can't be examined.
+    /// Does not open the file.
     static std::optional<FileIdentity> of(const QString& path);
 };

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What a file without a time shows: the first of January 1601, where some systems begin to count.
+/// The time shown when there is none: 1 January 1601, the earliest date that some file systems can store.
 std::tm zeroTime() {
     std::tm time{};
     time.tm_year = 1601 - 1900;
@@ -50,7 +50,7 @@ FileInfo textForms(const std::tm& created, const std::tm& modified, const std::t
     return {createdText(created), modifiedText(modified), shortDate(accessed), size};
 }
 
-/// A regular file has to be readable, as if it were opened; others are only looked at.
+/// Reports whether the file could be examined. A regular file must also be readable, although it is not opened here.
 bool look(const QString& path, struct statx& status) {
     const auto name = localName(path);
     if (!name || ::statx(AT_FDCWD, name->constData(), 0, STATX_BASIC_STATS | STATX_BTIME, &status) != 0)
@@ -66,7 +66,7 @@ FileInfo GetFileInfo(const QString& pFilename) {
     struct statx status {};
     if (!look(pFilename, status))
         return textForms(zeroTime(), zeroTime(), zeroTime(), 0);
-    // Not every file system knows when a file was made; its last change of state comes nearest.
+    // Not every file system stores the creation time; the last change of the inode is the nearest substitute.
     const bool knowsBirth = (status.stx_mask & STATX_BTIME) != 0;
     return textForms(localTime(knowsBirth ? status.stx_btime : status.stx_ctime), localTime(status.stx_mtime),
                      localTime(status.stx_atime), static_cast<qint64>(status.stx_size));

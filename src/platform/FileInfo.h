@@ -2,14 +2,14 @@
 
 #include <QString>
 
-/// What the system knows about a file, as the program keeps and compares it: local time, the same in every locale.
-/// When the file can't be read or is a folder the size is 0 and the times are those of a year that no file has.
+/// Times and size of a file, as the program shows and compares them. Times are local time, in a form that does not
+/// depend on the locale. For a folder, or a file that can't be read, the size is 0 and the times are in the year 1601.
 struct FileInfo {
-    QString created;   ///< "mm/d/yyyy hh:mm:ss AM": month and hour of two digits, twelve hours
+    QString created;   ///< "mm/d/yyyy hh:mm:ss AM": month and hour have two digits, 12-hour clock
     QString modified;  ///< "yyyy/mm/dd hh:mm:ss"
     QString accessed;  ///< "mm/d/yyyy"
-    qint64 size = 0;   ///< bytes
+    qint64 size = 0;   ///< in bytes
 };
 
-/// Opens nothing, so that a FIFO or device is never waited for or disturbed: what they have comes from their entry.
+/// Examines the file without opening it, so it never blocks on a FIFO and has no effect on a device.
 FileInfo GetFileInfo(const QString& pFilename);

@@ -31,7 +31,7 @@ SystemError FileReader::openHandle() {
         return cause;
     m_handle =
         uninterrupted([&] { return m_calls.open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
-    // The name may stand for another file by now, so the handle itself is asked.
+    // Check the handle too: the name may now belong to another file.
     if (m_handle < 0 || m_calls.fstat(m_handle, &status) != 0)
         return SystemError::fromErrno(errno);
     m_size = status.st_size;

@@ -5,29 +5,31 @@
 
 #include <QString>
 
-/// Reads one regular file from its first byte to its end. Whoever makes it owns it; the file is closed when it goes.
-/// Lengths are bytes.
+/// Reads one regular file from its first byte to its end. Owned by the code that creates it; the destructor closes the
+/// file. Lengths are bytes. Does not run the event loop.
 ///
-/// Folders, FIFOs, sockets and devices are refused without being opened, so nothing is ever waited for. What is read is
-/// what is there at that moment: a file that shrinks meanwhile ends early, one that grows gives more than size(), and
-/// files of the system that claim to be empty are read to their end. Errors name the file and the system's reason;
-/// after one there is nothing more to read.
+/// Folders, FIFOs, sockets and devices are refused without being opened, so no call blocks. It reads what the file
+/// contains at that moment: a file that shrinks meanwhile ends early, one that grows may yield more bytes than size(),
+/// and system files that report size 0 are read to their end. Error messages contain the file name and the system's
+/// reason. After an error nothing more can be read.
 class FileReader {
  public:
     explicit FileReader(FileSystemCalls& calls = FileSystemCalls::system()) : m_calls(calls) {}
     ~FileReader();
     Q_DISABLE_COPY_MOVE(FileReader)
 
-    /// To be called once.
+    /// Call it once only.
     SystemError open(const QString& path);
 
-    /// Length of the file when it was opened; no more than a hint.
+    /// Length in bytes when the file was opened; only an estimate of what can be read.
     qint64 size() const { return m_size; }
 
-    /// Fills the buffer. Fewer bytes than asked for: the end of the file is reached. -1: error() says why.
+    /// Fills the buffer and returns the number of bytes read. Fewer than `length`: the end of the file was reached. -1:
+    /// see error().
     qint64 read(char* buffer, qint64 length);
 
-    /// Open for reading from open() on, and owned by the reader; for calls that take a file whole.
+    /// The open file, for calls that copy it as a whole. Readable after a successful open(); owned and closed by the
+    /// reader.
     int handle() const { return m_handle; }
 
     const SystemError& error() const { return m_error; }

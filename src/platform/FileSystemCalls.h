@@ -9,13 +9,13 @@
 #include <cerrno>
 #include <ctime>
 
-/// The calls by which readers and writers of files reach the system, one to one: results and errno are the system's.
-/// Tests derive from it to let one of them fail.
+/// The system calls that the readers and writers of files use, one function for each: results and errno are the
+/// system's. Tests derive from it to make single calls fail.
 class FileSystemCalls {
  public:
     virtual ~FileSystemCalls() = default;
 
-    /// The system itself; has no state and lives for ever.
+    /// The calls of the real system. The object has no state and exists until the program ends.
     static FileSystemCalls& system();
 
     virtual int open(const char* path, int flags, mode_t mode = 0);
@@ -26,7 +26,7 @@ class FileSystemCalls {
     virtual ssize_t pread(int handle, void* buffer, size_t length, off_t offset);
     virtual ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset);
     virtual off_t lseek(int handle, off_t offset, int whence);
-    /// Lets `to` share all bytes of `from`, where the file system can.
+    /// Makes `to` share all bytes of `from`, if the file system supports it (FICLONE).
     virtual int cloneFile(int to, int from);
     virtual ssize_t copyRange(int from, off_t* fromOffset, int to, off_t* toOffset, size_t length);
     virtual int flock(int handle, int operation);
@@ -38,7 +38,8 @@ class FileSystemCalls {
     virtual int close(int handle);
     virtual int unlink(const char* path);
 
-    /// The longest file that this process may write, in bytes. Going beyond would end it by a signal.
+    /// The maximum length in bytes of a file that this process may write. A write beyond it would end the process by a
+    /// signal.
     virtual quint64 sizeLimit();
 
  protected:
@@ -46,7 +47,7 @@ class FileSystemCalls {
     Q_DISABLE_COPY_MOVE(FileSystemCalls)
 };
 
-/// Repeats a call for as long as a signal interrupts it.
+/// Repeats a call as long as a signal interrupts it (EINTR), and returns its result.
 template <typename Call>
 auto uninterrupted(Call call) {
     auto result = call();

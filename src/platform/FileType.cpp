@@ -6,13 +6,13 @@
 
 namespace {
 
-/// The head, always FileHeadSize bytes long.
+/// The first bytes of a file, padded with zeros to FileHeadSize bytes.
 class Head {
  public:
     explicit Head(QByteArrayView bytes)
         : m_bytes(bytes.first(std::min(bytes.size(), FileHeadSize)).toByteArray().leftJustified(FileHeadSize, '\0')) {}
 
-    /// Position counts from 1.
+    /// `position` counts bytes from 1.
     bool has(const char* text, qsizetype position = 1) const {
         return QByteArrayView(m_bytes).sliced(position - 1).startsWith(QByteArrayView(text));
     }
@@ -33,7 +33,7 @@ struct TypeRow {
     bool (*matches)(const Head&);
 };
 
-/// The first row that matches gives the name.
+/// The first row that matches decides the name.
 constexpr TypeRow TypeTable[] = {
     {"PE Executable", [](const Head& head) { return head.has("MZ") || head.has("ZM"); }},
     {"INI File", [](const Head& head) { return head.has("[") && head.bytes().first(100).contains(']'); }},

@@ -3,13 +3,13 @@
 #include <QByteArrayView>
 #include <QString>
 
-/// How much of a file's start both questions look at, in bytes.
+/// Number of bytes at the start of a file that both functions examine.
 inline constexpr qsizetype FileHeadSize = 300;
 
-/// Whether the file should open in hex mode: one of the bytes 1, 2, 3 and 255 stands in its head. False for what
-/// isn't there, can't be read, or is no regular file; such a one is never opened.
+/// Reports whether the file should open in hex mode: its first bytes contain one of the values 1, 2, 3 and 255. Returns
+/// false for a file that doesn't exist, can't be read or is not regular; such a file is never opened.
 bool IsBinaryFile(const QString& path);
 
-/// The name for what kind of file starts with these bytes; missing ones up to the size of a head count as zero, those
-/// beyond it aren't looked at. Has no part in IsBinaryFile.
+/// Returns the name of the file type for these first bytes. Fewer bytes are padded with zeros, more are ignored. The
+/// result is independent of IsBinaryFile.
 QString fileTypeName(QByteArrayView head);

@@ -18,7 +18,7 @@ FolderLock::FolderLock(const QString& folder)
     : m_handle(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
     if (m_handle < 0)
         return;
-    // Asked for again and again rather than waited for: a stopped process must not stop this one.
+    // Polls instead of blocking: a suspended process must not suspend this one.
     const QDeadlineTimer deadline(PatienceMs);
     while (::flock(m_handle, LOCK_EX | LOCK_NB) != 0) {
         const bool held = errno == EWOULDBLOCK || errno == EINTR;

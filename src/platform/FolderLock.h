@@ -2,10 +2,12 @@
 
 #include <QString>
 
-/// Holds a folder against other processes that lock it too, from construction to destruction: the lock is on the open
-/// folder itself, so it leaves no file behind and dies with its process. Waits up to five seconds; a folder that can't
-/// be locked (missing, unreadable, on a file system without locks, held by a process that stands still) is gone on
-/// with unlocked, since those who use it have finer locks below.
+/// Locks a folder against other processes that lock it too, from construction to destruction. The lock is an flock() on
+/// the folder itself: it leaves no file, and the system releases it when the process ends.
+///
+/// The constructor waits up to five seconds and does not run the event loop meanwhile. There is no error: if the folder
+/// can't be locked (it is missing or unreadable, its file system has no locks, a suspended process holds it), work
+/// continues without the lock. The users of this class have finer locks of their own.
 class FolderLock {
  public:
     explicit FolderLock(const QString& folder);

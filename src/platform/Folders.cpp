@@ -41,7 +41,7 @@ QString parentOf(const QString& path) {
     return path.left(qMax(path.lastIndexOf(u'/'), 1));
 }
 
-/// A folder with no write bit at all is closed to root as well.
+/// A folder without any write bit is not writable for root either.
 bool isWritableFolder(const QString& path) {
     const auto name = localName(path);
     struct stat status {};
@@ -67,7 +67,7 @@ int closeToOthers(int handle) {
     return isClosed || ::fchmod(handle, Private) == 0 ? 0 : errno;
 }
 
-/// Looks at the folder through a handle, so that it can't be exchanged for another in between.
+/// Uses a handle, so that the folder can't be replaced by another one between the calls.
 int closeToOthers(const QByteArray& name) {
     const int handle = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (handle < 0)

@@ -4,37 +4,39 @@
 
 #include <QString>
 
-/// Where the program keeps what. The names come from the environment at each call; a variable that is empty, relative
-/// or not valid UTF-8 counts as not set. Asking makes nothing: makeFolder() and makePrivateFolder() do.
+/// The folders that the program uses, as absolute paths. They are read from the environment at each call; a variable
+/// that is empty, relative or not valid UTF-8 counts as not set. These functions create no folder; makeFolder() and
+/// makePrivateFolder() do.
 
-/// Takes the desktop's variables for folders that name no absolute path out of the environment, so that no library
-/// makes folders where the program happens to stand. To be called before any library looks.
+/// Removes the XDG variables that don't name an absolute path from the environment, so that no library creates folders
+/// in the current directory. Call it before any library reads them.
 void forgetRelativeFolders();
 
-/// Folder of the running executable.
+/// The folder of the running executable.
 QString executableFolder();
 
-/// The settings store.
+/// The folder of the settings database.
 QString configFolder();
 
-/// Everything else that the program writes for itself: beside the executable in a copy that brings its `languages`
-/// along and may be written to, else among the user's data.
+/// The folder of all other files that the program writes for itself. This is the folder of the executable if that
+/// contains `languages` and is writable (a portable copy), otherwise a folder in the user's data.
 QString ProgramFolder(const QString& executable = executableFolder());
 
-/// What was installed with the program and is only read.
+/// The read-only files that were installed with the program.
 QString shareFolder(const QString& executable = executableFolder());
 
-/// For working copies: a folder of this user's alone, made by makePrivateFolder(). It lies under $TMPDIR or else in
-/// /var/tmp, which unlike /tmp is never kept in memory. Passes over names that somebody else has taken.
+/// The folder of working copies: private to this user, created by makePrivateFolder(). It is in $TMPDIR or else in
+/// /var/tmp, which unlike /tmp is never kept in memory. Skips names that belong to another user or to something that is
+/// no folder.
 QString temporaryFolder();
 
-/// For locks and sockets that go with the session. Without a usable $XDG_RUNTIME_DIR it is the temporary folder, and
-/// made like it.
+/// The folder for locks and sockets that live as long as the session. Without a usable $XDG_RUNTIME_DIR it is the
+/// temporary folder, and must be created in the same way.
 QString runtimeFolder();
 
-/// Makes the folder and those above it that are missing, readable for this user alone. One that is there is left alone.
+/// Creates the folder and its missing parents, accessible to this user only. Existing folders are not changed.
 SystemError makeFolder(const QString& path);
 
-/// Makes the folder with mode 0700, or sees to it that the one there is a real folder, this user's, and closed to
-/// others.
+/// Creates the folder with mode 0700. If it exists, it must be a real folder (no link) of this user; access is then
+/// withdrawn from others.
 SystemError makePrivateFolder(const QString& path);

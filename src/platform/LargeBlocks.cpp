@@ -1,6 +1,7 @@
-// The program's operator new. Blocks of many megabytes, the text of a large file above all, are laid on huge pages: the
-// system then clears and maps them several times faster, and the first touch of each page is most of what a large file
-// costs when it opens. Smaller blocks come from malloc as ever. The sanitizers bring their own.
+// The program's operator new. Allocates blocks of 32 MiB and more (mostly the text of a large file) on huge pages: the
+// system clears and maps these several times faster, and the first access to each page is most of the time it takes to
+// open a large file. Smaller blocks come from malloc as usual. Builds with sanitizers use the operator new of the
+// sanitizer.
 
 #if !defined(QUILLMARK_SANITIZED)
 
@@ -21,7 +22,7 @@ void* largeMemory(std::size_t size) noexcept {
     const std::size_t whole = (size + HugePage - 1) / HugePage * HugePage;
     void* block = std::aligned_alloc(HugePage, whole);
     if (block != nullptr)
-        madvise(block, whole, MADV_HUGEPAGE);  // a wish; refused, the pages are small ones
+        madvise(block, whole, MADV_HUGEPAGE);  // only advice: if it is refused, the pages are small
     return block;
 }
 

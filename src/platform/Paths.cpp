@@ -61,7 +61,7 @@ std::optional<QByteArray> localName(const QString& path) {
 }
 
 std::optional<QString> pathText(QByteArrayView name) {
-    // A mark in front belongs to the name like any other character.
+    // A byte order mark at the start is a character of the name like any other.
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringConverter::Flag::Stateless | QStringConverter::Flag::ConvertInitialBom);
     const QString text = decoder(name);

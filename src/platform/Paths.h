@@ -6,28 +6,30 @@
 
 #include <optional>
 
-/// Paths as texts. They are compared exactly, never changed in letter case, and "/" parts their elements.
+/// Functions for paths as text. Paths are compared exactly, their letter case is never changed, and "/" separates their
+/// elements.
 
-/// What stands behind the last "/"; the path itself when it has none.
+/// Returns the part after the last "/"; the whole path when it has none.
 QString FileNameOf(const QString& path);
 
-/// Whether the path names a folder, links followed. Any failure to look answers false.
+/// Reports whether the path names a folder; links are followed. False when it can't be examined.
 bool IsFolderPath(const QString& path);
 
-/// Whether a regular file bears the path, links followed.
+/// Reports whether the path names a regular file; links are followed.
 bool isNormalFile(const QString& path);
 
-/// Whether anything bears the path; a link to nothing does not count.
+/// Reports whether a file of any type has this path; false for a link whose target doesn't exist.
 bool fileExists(const QString& path);
 
-/// The path as seen from the root: a relative one is put behind the working folder, "." and doubled "/" are taken out.
-/// ".." stays, because only the system knows where it leads through a link; a "/" at the end stays too. An empty path
-/// stays empty: it names nothing, not the working folder.
+/// Returns the absolute path: a relative one is appended to the working folder, "." and doubled "/" are removed. ".."
+/// stays, because after a link only the system knows what it means; a "/" at the end stays too. An empty path stays
+/// empty, because it names nothing.
 QString absolutePath(const QString& path, const QString& workingFolder);
 
-/// The bytes by which the system knows a path. Nothing when the text can't be a path: it is empty, holds a NUL or half
-/// a surrogate pair.
+/// Returns the bytes of the path for system calls. Nothing when the text can't be a path: it is empty, or contains a
+/// NUL or an unpaired surrogate.
 std::optional<QByteArray> localName(const QString& path);
 
-/// The text of a path that the system gave. Nothing when it is not valid UTF-8: such a name can't be carried in a text.
+/// Returns the text of a path that came from the system. Nothing when the bytes are not valid UTF-8, since a QString
+/// can't hold them.
 std::optional<QString> pathText(QByteArrayView name);

@@ -19,14 +19,15 @@ constexpr int OpenFlags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t NewFileMode = 0666;
 constexpr mode_t AnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t PartsAtOnce = IOV_MAX;
-/// As many links in a row as the system itself follows.
+/// The maximum number of links in a row, the same as in the system.
 constexpr int LinksToFollow = 40;
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
 }
 
-/// What a file system answers that does not know the request; the write goes on without it.
+/// Reports whether the error means that the file system does not support the request. Such an error does not stop the
+/// write.
 bool isUnsupported(int number) {
     return number == EOPNOTSUPP || number == ENOSYS || number == EINVAL;
 }
@@ -44,7 +45,7 @@ off_t lengthOf(BytePieces pieces) {
     return static_cast<off_t>(length);
 }
 
-/// Pieces in memory, given out all at once.
+/// Pieces that are all in memory, supplied in one call.
 class PiecesAtHand : public ByteSource {
  public:
     explicit PiecesAtHand(BytePieces pieces) : m_pieces(pieces) {}
@@ -59,12 +60,12 @@ class PiecesAtHand : public ByteSource {
     BytePieces m_pieces;
 };
 
-/// Hands out the pieces in the form of the system call, from where the last one ended.
+/// Turns the pieces into arguments of pwritev(), beginning where the last write ended.
 class PieceQueue {
  public:
     explicit PieceQueue(BytePieces pieces) : m_rest(pieces) { m_parts.reserve(PartsAtOnce); }
 
-    /// The next parts; empty at the end.
+    /// Returns the next parts; empty at the end.
     const std::vector<iovec>& next() {
         m_parts.clear();
         std::size_t skip = m_taken;
@@ -88,13 +89,13 @@ class PieceQueue {
 
  private:
     BytePieces m_rest;
-    std::size_t m_taken = 0;  ///< of the first piece of the rest
+    std::size_t m_taken = 0;  ///< bytes already taken from the first piece of m_rest
     std::vector<iovec> m_parts;
 };
 
 }  // namespace
 
-/// One file being written.
+/// The file that is being written.
 struct UserFileWriter::Target {
     QString path;
     QByteArray name;
@@ -102,8 +103,8 @@ struct UserFileWriter::Target {
     bool created = false;
     bool reserved = false;
     bool touched = false;
-    off_t length = 0;  ///< of the new bytes
-    off_t at = 0;      ///< where the next new byte goes
+    off_t length = 0;  ///< of the new contents, in bytes
+    off_t at = 0;      ///< offset of the next new byte
     struct stat before {};
 };
 
@@ -137,8 +138,8 @@ WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, B
     return {{}, target.touched};
 }
 
-/// Looks before it opens, as opening alone can set a device or FIFO going. What happens to the name in between is found
-/// out by the handle, or by starting over.
+/// Examines the file before it is opened, because opening a device or FIFO can already have an effect. If the name
+/// changes its meaning in between, the check of the handle or another round finds that out.
 SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
     const auto name = localName(path);
     if (!name)
@@ -176,11 +177,12 @@ SystemError UserFileWriter::openExisting(Target& target) {
     return refusal(target.before);
 }
 
-/// A link to nothing: what it points to is to be made, and under its own name, so that it can be taken away again.
+/// The name is a link whose target doesn't exist. The target is created under its own name, so that it can be deleted
+/// if the write fails.
 SystemError UserFileWriter::followLink(Target& target) {
     std::array<char, PATH_MAX> buffer;
     const ssize_t length = m_calls.readlink(target.name.constData(), buffer.data(), buffer.size());
-    if (length < 0)  // no link (any more): something has come to stand there
+    if (length < 0)  // it is not a link (any more): another file has this name now
         return errno == EINVAL || errno == ENOENT ? SystemError() : lastError();
     const QByteArray pointed(buffer.data(), length);
     const QByteArray folder = target.name.left(target.name.lastIndexOf('/') + 1);
@@ -219,7 +221,7 @@ SystemError UserFileWriter::writeAll(ByteSource& source, Target& target) {
         const off_t before = target.at;
         if (!cause)
             cause = writePieces(pieces, target);
-        if (!cause && target.at == before)  // it promised more
+        if (!cause && target.at == before)  // the source ended before length()
             cause = SystemError::fromErrno(EIO);
         if (cause)
             return cause;
@@ -245,7 +247,7 @@ SystemError UserFileWriter::writePieces(BytePieces pieces, Target& target) {
     }
 }
 
-/// Also without old bytes to cut: the file may have grown meanwhile.
+/// Also called when the old file was not longer: it may have grown meanwhile.
 SystemError UserFileWriter::cut(Target& target) {
     if (uninterrupted([&] { return m_calls.ftruncate(target.handle, target.length); }) != 0)
         return lastError();
@@ -253,7 +255,8 @@ SystemError UserFileWriter::cut(Target& target) {
     return {};
 }
 
-/// The system takes set-user and set-group bits away from a file that is written. Best effort: the bytes matter more.
+/// The system clears the set-user and set-group bits of a file that is written; this sets them again. Errors are
+/// ignored, because the bytes matter more.
 void UserFileWriter::restoreMode(const Target& target) {
     struct stat now {};
     if (m_calls.fstat(target.handle, &now) == 0 && now.st_mode != target.before.st_mode)
@@ -265,8 +268,8 @@ SystemError UserFileWriter::flush(const Target& target) {
     return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
 }
 
-/// Returns the space that was reserved behind an old file that nothing was written to, and its times with it: cutting
-/// it to the length it has sets them.
+/// Releases the space that was reserved beyond the end of an unchanged old file: ftruncate() to its own length does
+/// that. It also sets the times of the file, so they are restored.
 void UserFileWriter::giveBack(const Target& target) {
     struct stat now {};
     if (!target.reserved || target.created || target.touched)
@@ -281,6 +284,6 @@ void UserFileWriter::giveBack(const Target& target) {
 SystemError UserFileWriter::close(Target& target) {
     if (target.handle < 0)
         return {};
-    // An interrupted close has closed all the same, and the bytes are on the disk by then.
+    // close() also closes when a signal interrupts it, and the bytes were flushed before.
     return m_calls.close(target.handle) == 0 || errno == EINTR ? SystemError() : lastError();
 }

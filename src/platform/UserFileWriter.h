@@ -6,42 +6,44 @@
 
 #include <QString>
 
-/// Stands in front of every write of a user's file, so that what is about to be lost can be kept elsewhere.
+/// Observes every write of a user's file, so that contents which are about to be lost can be saved elsewhere. It
+/// outlives the writers that use it.
 class WriteWitness {
  public:
     virtual ~WriteWitness() = default;
 
-    /// Space is reserved, and no byte of the file has changed yet. An error stops the write here. `pieces` are the new
-    /// bytes, if they are at hand all at once; else none.
+    /// Called when the space is reserved and no byte of the file has changed yet. Returning an error cancels the write.
+    /// `pieces` are the new bytes if they are all in memory, otherwise empty.
     virtual SystemError aboutToWrite(const QString& path, BytePieces pieces) = 0;
-    /// All bytes have reached the disk. Not called for a write that failed.
+    /// Called when all bytes are on the disk; not called when the write failed.
     virtual void written(const QString& path) = 0;
 };
 
 struct WriteResult {
-    SystemError error;     ///< names the file and the system's reason
-    bool touched = false;  ///< some byte or the length of the file has changed; never set for a file that is gone again
+    SystemError error;     ///< its message contains the file name and the system's reason
+    bool touched = false;  ///< bytes or length of the file were changed; false when a new file was deleted again
 };
 
-/// Writes a user's file in place, from its first byte on: the only way in which the program changes a file that is not
-/// its own. Inode, hard links, links on the way, mode, owner and extended attributes stay. Kept by nobody, made for one
-/// write; lengths are bytes; yields to nothing, but a source may.
+/// Writes a user's file in place, from its first byte on. This is the only way in which the program changes a file that
+/// is not its own. Inode, hard links, symbolic links in the path, mode, owner and extended attributes are kept. It has
+/// no owner: create one for each write. Lengths are bytes. It does not run the event loop itself, but a ByteSource may.
 ///
-/// Space for the new length is reserved before the first byte changes, so that a full disk, a limit, a missing right or
-/// folder leaves the old file as it was. A file without any write bit is refused, to root as well; so is all that is
-/// not a regular file, without opening it. A file that this write made is taken away again when it fails.
+/// Space for the new length is reserved before the first byte changes. Therefore a full disk, a size limit, or a
+/// missing permission or folder leaves the old file unchanged. A file without any write bit is refused, also for root;
+/// anything that is not a regular file is refused without being opened. A file that this write created is deleted again
+/// if the write fails.
 class UserFileWriter {
  public:
-    /// What becomes of old bytes behind the new ones.
+    /// What to do with old bytes after the new ones.
     enum class Tail { Cut, Keep };
 
-    /// Both outlive the writer.
+    /// `calls` and `witness` outlive the writer.
     explicit UserFileWriter(FileSystemCalls& calls = FileSystemCalls::system(), WriteWitness* witness = nullptr)
         : m_calls(calls), m_witness(witness) {}
     Q_DISABLE_COPY_MOVE(UserFileWriter)
 
     WriteResult write(const QString& path, BytePieces pieces, Tail tail = Tail::Cut);
-    /// An error of the source is one of the write: told before the first byte, it leaves the old file whole.
+    /// An error of the source makes the write fail; if it occurs before the first byte, the old file is unchanged.
     WriteResult write(const QString& path, ByteSource& source, Tail tail = Tail::Cut);
 
  private:

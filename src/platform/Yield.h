@@ -3,13 +3,13 @@
 #include <QCoreApplication>
 #include <QEventLoop>
 
-/// Lets what waits in the event loop happen: one pass of it. Whoever calls this looks afterwards whether its objects
-/// still live.
+/// Yields: processes the pending events once. Any object may be destroyed meanwhile, so the caller must check
+/// afterwards whether its own objects still exist.
 inline void yieldOnce() {
     QCoreApplication::processEvents();
 }
 
-/// The same, but keys and clicks wait.
+/// Yields too, but leaves key and mouse events in the queue.
 inline void yieldWithoutInput() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }

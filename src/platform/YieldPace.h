@@ -2,12 +2,13 @@
 
 #include <QElapsedTimer>
 
-/// Says when a loop over many small steps has kept the event loop waiting long enough: 20 ms after the last yield.
+/// Decides when a loop over many small steps should run the event loop (yield): 20 ms after the last time. A plain
+/// value, owned by the loop; it does not yield itself.
 class YieldPace {
  public:
     YieldPace() { m_since.start(); }
 
-    /// True: the caller yields now.
+    /// True: the caller should yield now.
     bool due() {
         if (m_since.elapsed() < Milliseconds)
             return false;

@@ -22,7 +22,7 @@ class BlockCopying : public testing::Test {
     void SetUp() override {
         m_from = open(u"from"_qs);
         m_to = open(u"to"_qs);
-        // The file system below may share bytes; here the blocks are of interest.
+        // Sharing must fail, because these tests are about the copied blocks.
         m_calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
     }
     void TearDown() override {
@@ -198,7 +198,7 @@ TEST_F(BlockCopying, AFileSystemThatDoesNotTellHolesIsCopiedWhole) {
 }
 
 TEST_F(BlockCopying, SharedBytesAreDoneAtOnce) {
-    /// A file system that shares: what it would share is copied here.
+    /// Stands for a file system that can share bytes: it copies them instead.
     class Sharing : public FileSystemCalls {
      public:
         int cloneFile(int to, int from) override {

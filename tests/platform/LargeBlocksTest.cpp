@@ -20,10 +20,10 @@ TEST(LargeBlocks, EveryByteOfALargeBlockIsThere) {
     EXPECT_EQ(block.back(), 'b');
 }
 
-// The sanitizers have an operator new of their own, which ends the program over such a wish.
+// The operator new of the sanitizers ends the program if so much memory is requested.
 #if !defined(QUILLMARK_SANITIZED)
 TEST(LargeBlocks, WhatNoMachineHasIsRefused) {
-    // Not known while compiling, or the compiler refuses it itself.
+    // Volatile, because the compiler rejects a size that it knows to be too large.
     volatile std::size_t tooMuch = PTRDIFF_MAX;
     EXPECT_THROW(::operator delete(::operator new(tooMuch)), std::bad_alloc);
     EXPECT_EQ(::operator new(tooMuch, std::nothrow), nullptr);

@@ -37,7 +37,7 @@ QString reasonOf(int number) {
     return SystemError::fromErrno(number).description;
 }
 
-/// Gives the new bytes a part at a time and fails before the part of a number, from 0.
+/// Supplies the new bytes in parts, and fails instead of supplying part number `failAt`, from 0.
 class PartSource : public ByteSource {
  public:
     qint64 length() const override { return NewBytes.size() + promised; }
@@ -53,7 +53,7 @@ class PartSource : public ByteSource {
 
     qsizetype partSize = 7;
     int failAt = -1;
-    qint64 promised = 0;  ///< beyond what it has
+    qint64 promised = 0;  ///< how many more bytes length() reports than exist
     int given = 0;
 
  private:
@@ -87,7 +87,7 @@ class UserFileWriting : public testing::Test {
         return status;
     }
 
-    /// To another user and group, where that is allowed.
+    /// Changes owner and group, which only root may do.
     void giveAway(const QString& path) const {
         const bool given = ::chown(name(path).constData(), 4242, 4243) == 0;
         EXPECT_EQ(given, ::geteuid() == 0);
@@ -116,7 +116,7 @@ class UserFileWriting : public testing::Test {
     QTemporaryDir m_folder;
 };
 
-/// Takes the set-user and set-group bits away from a file that is written, for root as well.
+/// Clears the set-user and set-group bits when a file is written, as the system does, but for root too.
 class StrippingFileSystem : public FailingFileSystem {
  public:
     ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
@@ -125,7 +125,7 @@ class StrippingFileSystem : public FailingFileSystem {
     }
 };
 
-/// Notes what it is told and how the file looked then.
+/// Records its calls, and the contents of the file at that time.
 class Witness : public WriteWitness {
  public:
     SystemError aboutToWrite(const QString& path, BytePieces pieces) override {
@@ -366,7 +366,8 @@ TEST_F(UserFileWriting, AFailureOfAnyCallIsToldAndAnUntouchedFileIsWhole) {
                 calls.fail(call, number, error);
                 const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
                 EXPECT_TRUE(calls.allClosed());
-                // Looking at the mode afterwards is no reason to fail; a file that is gone between two looks is made.
+                // A failure to read the mode after the write is ignored; a file that is deleted between two checks is
+                // created.
                 const bool harmless = (call == SystemCall::Fstat && number == 2);
                 const bool restarts = error == ENOENT && call == SystemCall::Open;
                 if (harmless || restarts) {
@@ -375,7 +376,7 @@ TEST_F(UserFileWriting, AFailureOfAnyCallIsToldAndAnUntouchedFileIsWhole) {
                     continue;
                 }
                 if (error == ENOENT && call == SystemCall::Stat) {
-                    // Taken for a new file, until the system says that it is there.
+                    // The writer tries to create the file, until the system reports that it exists.
                     EXPECT_FALSE(result.error);
                     EXPECT_EQ(bytesOf(path), NewBytes);
                     continue;
@@ -385,7 +386,7 @@ TEST_F(UserFileWriting, AFailureOfAnyCallIsToldAndAnUntouchedFileIsWhole) {
                 EXPECT_TRUE(result.error.description.contains(path));
                 EXPECT_EQ(statusOf(path).st_ino, before.st_ino);
                 if (result.touched) {
-                    EXPECT_EQ(bytesOf(path), NewBytes);  // only what comes behind the last byte failed
+                    EXPECT_EQ(bytesOf(path), NewBytes);  // only a call after the last byte failed
                 } else {
                     expectOldFileWhole(path, before);
                 }
