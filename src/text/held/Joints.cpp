@@ -4,7 +4,7 @@
 
 namespace {
 
-/// How far back from the end of a piece a better place for the cut is looked for, in bytes.
+/// How many bytes before the end of a piece are searched for a better place to cut.
 constexpr qint64 CutSearch = 256;
 
 bool isContinuation(char c) {
@@ -66,7 +66,8 @@ void JointList::reset(JointKind kind, std::vector<qint64> offsets) {
     m_step = 0;
 }
 
-/// Brings the offsets up to this number up to date, and those behind it back to where they all are short by the step.
+/// Moves m_stepAt to this number: applies m_step to the offsets before it, and takes it back from those at and after
+/// it.
 void JointList::moveStep(std::size_t number) const {
     for (; m_stepAt < number; ++m_stepAt)
         m_offsets[m_stepAt] += m_step;

@@ -6,44 +6,46 @@
 #include <string_view>
 #include <vector>
 
-/// What stands for a joint: the place where a line too long to lay out at once is cut into pieces. It is always one
-/// byte that the control takes for a line end and that cannot be mistaken for one of the text's own:
+/// The byte that marks a joint, which is a place where a line too long to be laid out as a whole is cut into pieces. It
+/// is always a single byte that the control treats as a line end, and that can be told apart from the line ends of the
+/// text itself:
 enum class JointKind {
     None,    ///< no joints
     AnyCr,   ///< the text has no CR: every CR is a joint
     LoneCr,  ///< the text has CR only in CR LF: a CR without LF is a joint
     AnyLf,   ///< the text has no LF: every LF is a joint
-    Listed,  ///< the text uses all line ends: a joint is an LF at a known place, and the text must not be edited
+    Listed,  ///< the text uses all line ends: joints are LFs at known offsets, and the text must not be edited
 };
 
-/// Lines of more bytes than this are cut into pieces...
+/// Lines of more bytes than this are cut into pieces.
 inline constexpr qint64 LongLine = 65536;
-/// ...of about this many bytes, at the end of a word where there is one.
+/// The maximum length of a new piece in bytes. A piece ends before the start of a word if there is one nearby.
 inline constexpr qint64 PieceLength = 4096;
 
 char jointByte(JointKind kind);
 
-/// Which line ends a text uses.
+/// The kinds of line end that occur in a text.
 struct LineEndsSeen {
     bool lf = false;
     bool cr = false;
     bool crLf = false;
 
-    /// Takes in all line ends of a run that does not begin inside a CR LF; a CR at its end is alone unless `next` is
-    /// LF.
+    /// Adds the line ends of a run of the text, which must not begin inside a CR LF. `next` is the byte after the run:
+    /// a CR at the end of the run counts as CR alone unless `next` is LF.
     void look(std::string_view run, char next = '\0');
     bool operator==(const LineEndsSeen&) const = default;
 };
 
-/// The joint that suits a text with these line ends.
+/// Returns the kind of joint that fits a text with these line ends.
 JointKind jointKindFor(LineEndsSeen seen);
 
-/// Where to cut a piece off the front of a line: at most PieceLength bytes, behind a blank or a sign if one is near,
-/// never inside a character. `line` is longer than a piece.
+/// Returns the length of the first piece of a line, in bytes: at most PieceLength, after a space or punctuation
+/// character if there is one nearby, never inside a character. `line` must be longer than PieceLength.
 qint64 pieceEnd(std::string_view line);
 
-/// The joints of one text, as sorted byte offsets, moved along with its changes. Changes one beside the other are
-/// cheap, however many joints lie behind them: these move when they are asked for.
+/// The joints of one text as sorted byte offsets into the held text, updated with each change of the text. Owned by the
+/// TextMap. Changes near each other are cheap however many joints follow: the offsets after the change are corrected
+/// later, when they are needed.
 class JointList {
  public:
     void reset(JointKind kind, std::vector<qint64> offsets);
@@ -52,17 +54,17 @@ class JointList {
     bool empty() const { return m_offsets.empty(); }
     std::size_t count() const { return m_offsets.size(); }
     qint64 offsetAt(std::size_t number) const { return m_offsets[number] + (number >= m_stepAt ? m_step : 0); }
-    /// All of them; good until the next change.
+    /// All offsets; valid until the next change.
     const std::vector<qint64>& offsets() const {
         moveStep(m_offsets.size());
         return m_offsets;
     }
 
     bool isJoint(qint64 byte) const;
-    /// Joints in front of this offset.
+    /// The number of joints before this offset.
     qint64 before(qint64 byte) const;
 
-    /// `next` is the byte that will stand behind the inserted text.
+    /// `next` is the byte after the inserted text; '\0' at the end of the text.
     void textInserted(qint64 at, std::string_view text, char next);
     void textDeleted(qint64 at, qint64 length);
 
@@ -70,7 +72,7 @@ class JointList {
     void moveStep(std::size_t number) const;
 
     JointKind m_kind = JointKind::None;
-    /// From number m_stepAt on all offsets are short by m_step.
+    /// The offsets from index m_stepAt on still lack m_step.
     mutable std::vector<qint64> m_offsets;
     mutable std::size_t m_stepAt = 0;
     mutable qint64 m_step = 0;

@@ -10,13 +10,13 @@ qint64 asOffset(std::size_t found, std::size_t none) {
     return static_cast<qint64>(found == std::string_view::npos ? none : found);
 }
 
-/// The first line end of the run, or its size.
+/// Returns the offset of the first line end of the run; its size if there is none.
 qint64 firstLineEnd(std::string_view run) {
     const auto lf = static_cast<std::size_t>(asOffset(run.find('\n'), run.size()));
     return asOffset(run.substr(0, lf).find('\r'), lf);
 }
 
-/// Behind the last line end of the run, 0 without one.
+/// Returns the offset after the last line end of the run; 0 if there is none.
 qint64 behindLastLineEnd(std::string_view run) {
     return asOffset(run.find_last_of(LineEnds), std::size_t(-1)) + 1;
 }
@@ -30,7 +30,7 @@ void PieceCutter::pass(std::string_view run) {
         m_out.append(run);
 }
 
-/// The bytes at the front that need no cut. Leaves word when a long line follows them.
+/// Returns how many bytes at the start of `rest` need no cut. Sets m_inLongLine when a long line follows them.
 qint64 PieceCutter::shortLines(std::string_view rest, bool last) {
     for (std::size_t at = 0;;) {
         const std::string_view window = rest.substr(at, LongLine + 1);
@@ -61,7 +61,7 @@ qint64 PieceCutter::piecesOfLongLine(std::string_view rest, bool last) {
 }
 
 qint64 PieceCutter::feed(std::string_view part, bool last, const Give& give) {
-    // Kept back: a CR whose LF may come with the next part.
+    // A CR at the end is not taken yet, because an LF may begin the next part.
     if (!last && !part.empty() && part.back() == '\r')
         part.remove_suffix(1);
     m_uncut = 0;

@@ -7,18 +7,19 @@
 #include <string_view>
 #include <vector>
 
-/// Cuts the long lines of a text that comes in parts, while it is loaded. What it gives out is the text with joints;
-/// what it keeps back it wants to see again in front of the next part. Bytes count from the start of what was given
-/// out.
+/// Cuts the long lines of a text into pieces while the text is loaded in parts. Its output is the held text, with
+/// joints. Bytes that it does not take must be passed again at the start of the next part. Owned by the code that loads
+/// the text. Offsets are bytes from the start of the output.
 class PieceCutter {
  public:
-    /// The byte put for a joint.
+    /// `joint` is the byte that marks a joint.
     explicit PieceCutter(char joint) : m_joint(joint) {}
 
     using Give = std::function<void(std::string_view)>;
 
-    /// Takes the next part of the text and gives out as much of it as can be told by now, in as few runs as may be.
-    /// Returns how many bytes of `part` were taken; at the end of the text all of them.
+    /// Passes as much of the next part to `give` as can be decided now, in as few runs as possible. The runs are valid
+    /// only during the call. Returns how many bytes of `part` were taken; all of them when `last` is set, which marks
+    /// the end of the text.
     qint64 feed(std::string_view part, bool last, const Give& give);
 
     const std::vector<qint64>& joints() const { return m_joints; }
@@ -31,9 +32,9 @@ class PieceCutter {
 
     char m_joint;
     bool m_inLongLine = false;
-    qint64 m_given = 0;  ///< before this part
-    qint64 m_uncut = 0;  ///< of this part: what goes out as it came
-    std::string m_out;   ///< of this part: what follows, with its joints
+    qint64 m_given = 0;  ///< output before this part
+    qint64 m_uncut = 0;  ///< leading bytes of this part that are output unchanged
+    std::string m_out;   ///< the output after them, with its joints
     std::vector<qint64> m_joints;
     LineEndsSeen m_seen;
 };

@@ -81,7 +81,7 @@ qint64 TextMap::countUnits(qint64 from, qint64 to) const {
     return units;
 }
 
-/// Counts on from the last mark until one lies within MarkDistance in front of `byte`.
+/// Counts on from the last mark, until the last mark is less than MarkDistance before `byte`.
 void TextMap::extendMarks(qint64 byte) const {
     while (m_marks.back().byte + MarkDistance <= byte) {
         const Mark& last = m_marks.back();
@@ -122,8 +122,8 @@ qint64 TextMap::byteOfUnits(const Mark& from, qint64 units) const {
 
 qint64 TextMap::byteOf(qint64 position) const {
     const qint64 length = m_text.length();
-    // The byte of a position with its joints lies where position + joints in front of it agree: find the joint count
-    // by halving over the joints, whose own positions grow with them.
+    // The number of units before the wanted byte is position + joints before it. The number of joints is found by
+    // binary search over the joints, since their positions are ascending.
     const auto& offsets = joints().offsets();
     const auto joint = std::partition_point(offsets.begin(), offsets.end(),
                                             [&](qint64 offset) { return positionOf(offset) < position; });
@@ -146,7 +146,7 @@ qint64 TextMap::lineOf(qint64 byte) const {
     return heldLine - joints().before(m_text.lineStart(heldLine));
 }
 
-/// The held line that begins a line of the text: the first one of its number.
+/// Returns the held line in which a line of the text begins: the first one that belongs to it.
 qint64 TextMap::heldLineOfLine(qint64 line) const {
     if (joints().empty())
         return std::min(line, m_text.lineCount() - 1);

@@ -5,26 +5,29 @@
 
 #include <vector>
 
-/// Where characters and lines of a text lie among the bytes that the control holds. Bytes are offsets into the held
-/// UTF-8, joints included; positions are UTF-16 units and lines those of the text itself, both from 0, joints not
-/// counted. Owned by the control, which tells it of every change before it happens; nothing here costs more than a
-/// look at some hundred kilobytes once a place has been passed.
+/// Converts between the held bytes of a text and its positions and lines. Bytes are offsets into the held text (UTF-8,
+/// joints included). Positions count UTF-16 units and lines count the lines of the text itself, both from 0 and without
+/// joints.
+///
+/// Owned by the control, which must report each change before it happens. A query counts at most 256 KiB from the
+/// nearest mark; only the first query far beyond all earlier ones counts everything up to it.
 class TextMap {
  public:
     /// The text outlives the map.
     explicit TextMap(const HeldText& text) : m_text(text) {}
 
-    /// A new text is held. `ascii`: it is known to be pure ASCII.
+    /// Call it when another text is held. `ascii`: the text is known to be pure ASCII.
     void reset(bool ascii, JointKind kind, std::vector<qint64> joints);
-    /// From now on joints of this kind may be put into the text, which has none yet.
+    /// Sets the kind of joints that may be inserted from now on; the text must not contain joints yet.
     void setJointKind(JointKind kind);
-    /// What is going to be inserted is looked at when it stands in the text: at the next question or change.
+    /// The inserted bytes are examined later, when they are in the text: at the next query or change.
     void beforeInsert(qint64 at, qint64 length);
     void beforeDelete(qint64 at, qint64 length);
-    /// Much is going to be changed behind this byte: what was counted there is dropped, not kept up with each change.
+    /// Call it before many changes after this byte: discards the counts after it, so that not every change has to
+    /// update them.
     void forgetBehind(qint64 byte);
 
-    /// Known to hold nothing but ASCII.
+    /// Whether the text is known to be pure ASCII.
     bool ascii() const {
         settle();
         return m_ascii;
@@ -35,20 +38,22 @@ class TextMap {
     }
 
     qint64 positionOf(qint64 byte) const;
-    /// The byte of a position; positions beyond the end give the end. Where a joint stands, the place in front of it.
+    /// Returns the byte of a position, and the end of the text for positions beyond it. At a joint it returns the byte
+    /// before the joint.
     qint64 byteOf(qint64 position) const;
 
     qint64 lineCount() const;
     qint64 lineOf(qint64 byte) const;
-    /// First byte of a line, and the byte in front of its line end.
+    /// The first byte of a line; lineBeginOf() and lineEndOf() take a byte of the line. lineEndOf() returns the offset
+    /// of its line end, or the end of the text.
     qint64 lineBegin(qint64 line) const;
     qint64 lineBeginOf(qint64 byte) const;
     qint64 lineEndOf(qint64 byte) const;
-    /// The first byte behind the line that holds this byte, its line end included.
+    /// The first byte after the line that contains this byte and after its line end.
     qint64 nextLineOf(qint64 byte) const;
 
  private:
-    /// Units in front of a byte, joints counted as one each.
+    /// The number of UTF-16 units before a byte; each joint counts as one.
     struct Mark {
         qint64 byte = 0;
         qint64 units = 0;
@@ -68,8 +73,8 @@ class TextMap {
     mutable Insertion m_unsettled;
     mutable JointList m_joints;
     mutable bool m_ascii = true;
-    /// What has been counted so far, a mark every MarkDistance bytes or so; the rest is counted when it is asked for.
+    /// The counts made so far, about one mark for each MarkDistance bytes. The rest is counted when it is needed.
     mutable std::vector<Mark> m_marks{Mark{}};
-    /// The place asked for last: who asks for one behind the other is not counted for from a mark each time.
+    /// The result of the last query: a query a little further on starts counting here instead of at a mark.
     mutable Mark m_lastAsked;
 };

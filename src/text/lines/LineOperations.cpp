@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Longer texts the control cannot hold.
+/// The control can't hold longer texts (UTF-16 units).
 constexpr qsizetype LongestText = 1'000'000'000;
 
 QStringView withoutTrailing(QStringView piece) {
@@ -32,13 +32,13 @@ qsizetype longestOf(const QList<QStringView>& pieces) {
     return longest;
 }
 
-/// Half of a number, halves rounded to the even one.
+/// Half of a number, rounded to even.
 qsizetype halfToEven(qsizetype number) {
     const qsizetype half = number / 2;
     return number % 2 == 0 || half % 2 == 0 ? half : half + 1;
 }
 
-/// A line between blanks.
+/// A line with the spaces added on both sides; lengths are UTF-16 units.
 struct Placed {
     qsizetype left = 0;
     QStringView text;
@@ -47,10 +47,10 @@ struct Placed {
     qsizetype length() const { return left + text.size() + right; }
 };
 
-/// What becomes of a line, given the longest length among all.
+/// Returns the new form of a line; `longest` is the length of the longest line.
 using NewForm = Placed (*)(QStringView piece, qsizetype longest);
 
-/// Puts each line into its new form. The line end behind the last, which is added as to all, is taken away again.
+/// Replaces each line by its new form. A line end is added after every line, so the last one is removed again.
 QString transformed(const QString& text, NewForm newForm) {
     const QString lineEnd = LineOperations::lineEndOf(text);
     const QList<QStringView> pieces = QStringView(text).split(lineEnd);

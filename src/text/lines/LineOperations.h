@@ -2,24 +2,24 @@
 
 #include <QString>
 
-/// The new form of selected lines. Blank means the space alone; lengths are UTF-16 units. The first line end found, in
-/// the order CR LF, LF, CR, splits the whole text; a text that ends with it has an empty last line, which is treated
-/// like the others.
+/// Functions that trim or align lines. Blank means the space character only; lengths are UTF-16 units. The text is
+/// split at one kind of line end: the first that it contains, in the order CR LF, LF, CR. A text that ends with it has
+/// an empty last line, which is treated like the others.
 ///
-/// All raise std::length_error for a result that no control could hold.
+/// The functions that trim or align throw std::length_error if the control could not hold the result.
 namespace LineOperations {
 
-/// The lines without their trailing blanks.
+/// Removes the trailing blanks of each line.
 QString TrimTailed(const QString& text);
-/// The lines without their leading blanks.
+/// Removes the leading blanks of each line.
 QString AlignLeft(const QString& text);
-/// Without trailing blanks and filled with blanks at the left, each as long as the longest was.
+/// Removes the trailing blanks of each line and adds leading blanks, up to the length that the longest line had.
 QString AlignRight(const QString& text);
-/// Without blanks at both ends, and with as many at the left as at the right: half of what is missing to the longest,
-/// halves rounded to the even number. A line may end up one longer than the longest was.
+/// Removes the blanks at both ends and adds equally many at both sides: half of the difference to the longest line,
+/// rounded to even. A line may therefore become one unit longer than the longest line was.
 QString AlignCenter(const QString& text);
 
-/// The line end that splits the text; CR LF for a text of one line.
+/// Returns the line end that splits the text; CR LF if there is none.
 QString lineEndOf(const QString& text);
 
 }  // namespace LineOperations

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A line with its first bytes as a number, which settles most comparisons without a look at the text.
+/// A line with its first eight bytes as a number, which decides most comparisons without access to the text.
 struct Line {
     std::uint64_t head = 0;
     std::string_view text;
@@ -19,7 +19,7 @@ std::uint64_t headOf(std::string_view text) {
     return head;
 }
 
-/// Bytes of UTF-8 stand in the order of the characters they make.
+/// The order of UTF-8 bytes is the order of their code points.
 bool less(const Line& one, const Line& other) {
     return one.head != other.head ? one.head < other.head : one.text < other.text;
 }

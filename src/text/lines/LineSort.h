@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-/// The lines of a UTF-8 text in the order of their code points, lines that are equal in the order they had. Line ends
-/// (LF, CR LF or CR) are no part of a line: each stays where it is, so a last line without one leaves the text without
-/// one at its end.
+/// Sorts the lines of a UTF-8 text by their code points; equal lines keep their order. Line ends (LF, CR LF or CR) are
+/// not part of a line: each stays where it is, so if the last line has no line end, the result has none at its end
+/// either.
 namespace LineSort {
 
 enum class Order { Ascending, Descending };

@@ -2,8 +2,8 @@
 
 namespace {
 
-/// A character that begins a word: some have a form for that between the small and the large one, and some become two
-/// letters, of which only the first is large.
+/// Returns the form of a character at the start of a word. Some characters have a title case form that is neither upper
+/// nor lower case; some become two letters, of which only the first is upper case.
 QString capital(const QString& character) {
     QString large = character.toUpper();
     if (large.size() > character.size())

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// Of a unit or a byte: no byte of a longer character is one of these.
+/// Also correct for a single byte of UTF-8, because bytes of longer characters have none of these values.
 template <typename Unit>
 bool isBlank(Unit unit) {
     return unit == Unit(' ') || unit == Unit('\t') || unit == Unit('\r') || unit == Unit('\n');

@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-/// Counts of a text in words and UTF-16 units. Blanks are the space, tab, carriage return and line feed. A text may
-/// come as UTF-8 too, as the control holds it: a large one need not be turned over for a count.
+/// Counts words and UTF-16 units. Blanks are space, tab, carriage return and line feed. There are versions for UTF-8,
+/// the form in which the control holds its text, so that a large text need not be converted.
 namespace TextCounts {
 
 qint64 words(QStringView text);

@@ -25,7 +25,7 @@ void clsConcat::SConcat(QStringView pStr) {
     m_used += pStr.size();
 }
 
-/// The steps alone would copy a long text once for each of them: the memory behind them doubles.
+/// If the memory grew by the same steps as the size, each step would copy the whole text; therefore the memory doubles.
 void clsConcat::grow(qsizetype added) {
     const qsizetype step = added > m_used ? added : Spare;
     const qsizetype size = std::max(m_buffer.size() + step, m_used + added);

@@ -2,18 +2,17 @@
 
 #include <QString>
 
-/// A string builder: appends into a buffer that is larger than its content, so that a long text is built in time in
-/// proportion to its length. Lengths are UTF-16 units. A plain value without errors; whoever builds a text owns one and
-/// begins with ReInit.
+/// A string builder: appends to a buffer that is larger than its content, so that the time is proportional to the
+/// length of the text. Lengths are UTF-16 units. A plain value without errors; call ReInit before the first use.
 class clsConcat {
  public:
-    /// Empties the buffer and the used length.
+    /// Empties the buffer and sets the used length to 0.
     void ReInit();
-    /// The buffer becomes `pStr` and 15000 zero characters; the used length stays.
+    /// Sets the buffer to `pStr` followed by 15000 zero characters; the used length does not change.
     void SetString(const QString& pStr);
-    /// Writes `pStr` behind the used length.
+    /// Appends `pStr` at the used length.
     void SConcat(QStringView pStr);
-    /// Gives the used part and empties the buffer. The used length stays, so a new text needs a ReInit.
+    /// Returns the used part and empties the buffer. The used length does not change, so call ReInit before a new text.
     QString GetString();
 
  private:

@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// The list of matches that a search hands out, as one text: for each match its line (from 0), the position of its
-/// first character and its length, divided by commas and ended by a tab. Positions and lengths are UTF-16 units.
+/// Builds the text form of a list of matches: for each match its line (from 0), the position of its first character and
+/// its length, separated by commas and terminated by a tab. Positions and lengths are UTF-16 units. A plain value.
 class MatchList {
  public:
     void add(qint64 line, qint64 position, qint64 length);

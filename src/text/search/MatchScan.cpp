@@ -10,13 +10,14 @@
 
 namespace {
 
-/// A window does not grow beyond this unless a match needs more.
+/// A window grows to at most this size in bytes, unless a match needs more.
 constexpr qint64 LargestWindow = 16 * 1024 * 1024;
-/// Bytes that a character may take with a joint beside it.
+/// The maximum number of bytes of a character with a joint beside it.
 constexpr qint64 CharacterAndJoint = 5;
-/// Characters kept in front beyond those looked back at: a CR LF, and one more so that no window begins like a text.
+/// Characters in the window in addition to those of lookbehinds: two for a CR LF, and one so that the window never
+/// looks like the start of the text.
 constexpr qint64 SpareCharacters = 3;
-/// Bytes that the search for the last match goes back at first, and how many times more at each try.
+/// lastMatch() first goes back this many bytes, and ReachGrowth times as many at each further attempt.
 constexpr qint64 FirstReach = 4096;
 constexpr qint64 ReachGrowth = 8;
 
@@ -34,7 +35,7 @@ bool splitsLineEnd(const HeldText& text, qint64 at) {
     return at > 0 && at < text.length() && text.range(at - 1, 1) == "\r" && text.range(at, 1) == "\n";
 }
 
-/// Where a window of about this size ends: not within a character or a CR LF.
+/// Returns where a window that should end at `at` ends: not inside a character or a CR LF.
 qint64 windowEnd(const HeldText& text, qint64 at) {
     if (at >= text.length())
         return text.length();
@@ -42,7 +43,7 @@ qint64 windowEnd(const HeldText& text, qint64 at) {
     return splitsLineEnd(text, end) ? end + 1 : end;
 }
 
-/// What a try is meant to take, in nanoseconds; far from it the next one gets more or fewer starts.
+/// The wanted duration of one attempt, in nanoseconds: outside these limits the next attempt gets fewer or more starts.
 constexpr qint64 ShortTry = 1'000'000;
 constexpr qint64 LongTry = 8'000'000;
 constexpr qint64 ReachStep = 2;
@@ -78,7 +79,7 @@ MatchScan::MatchScan(const SearchPattern& pattern, const HeldText& text, const T
 
 MatchScan::~MatchScan() = default;
 
-// Offsets of the subject and bytes of the text
+// Conversion between offsets in the subject of PCRE2 and held bytes
 
 qint64 MatchScan::jointsUpTo(std::size_t offset, bool included) const {
     const auto& offsets = m_joints.offsets();
@@ -110,7 +111,7 @@ std::size_t MatchScan::offsetOf(qint64 held) const {
 
 // The window
 
-/// Opens the window at a place, with what a match there may look back at in front of it.
+/// Moves the window to begin at `at`; it also contains what lookbehinds may examine before `at`.
 void MatchScan::openWindow(qint64 at, qint64 size) {
     const qint64 back = (m_pattern.lookBehind() + SpareCharacters) * CharacterAndJoint;
     m_windowSize = size;
@@ -188,8 +189,7 @@ bool MatchScan::next() {
     return false;
 }
 
-/// Whether another try may find what this one has not, or something else: with text behind the window, or from further
-/// on.
+/// Reports whether another attempt may give another result, with more text or from a later start; if so, prepares it.
 bool MatchScan::goFurther(int result, std::string_view subject) {
     const bool more = m_windowTo < m_text.length();
     if (result == PCRE2_ERROR_NOMATCH && m_alone)
@@ -208,7 +208,7 @@ bool MatchScan::goFurther(int result, std::string_view subject) {
     return true;
 }
 
-/// Nothing begins at the one start that was tried.
+/// No match begins at the single start that was tried, so the search continues at the next character.
 bool MatchScan::goBehind(std::string_view subject) {
     const std::size_t start = offsetOf(m_next);
     m_alone = m_open = false;
@@ -223,14 +223,14 @@ void MatchScan::goBehindWindow() {
     openWindow(m_next, m_pattern.mayTakeLong() ? m_reach : std::min(m_windowSize * 2, LargestWindow));
 }
 
-/// Text behind the window could turn what was found at this start into something else.
+/// Text after the window could change the result for this start, so the window grows.
 void MatchScan::widen(std::size_t start) {
     m_next = heldBeforeJoint(start);
     m_alone = m_pattern.mayTakeLong();
     openWindow(m_next, std::max(m_windowSize, m_windowTo - m_next) * 2);
 }
 
-/// Where the search goes on behind a start that has been tried, as it would by itself.
+/// Returns where the search continues after a start that was tried, by the same rules as in PCRE2.
 std::size_t MatchScan::behindCharacter(std::string_view subject, std::size_t at) const {
     std::size_t further = at + 1;
     while (further < subject.size() && isContinuation(subject[further]))

@@ -13,7 +13,8 @@
 
 struct pcre2_real_match_data_8;
 
-/// A match of a pattern, in held bytes. Joints at its ends lie outside, joints within count.
+/// A match of a pattern, as a range of held bytes [from, to). Joints at its ends are outside, joints between them
+/// inside.
 struct TextMatch {
     qint64 from = 0;
     qint64 to = 0;
@@ -22,41 +23,46 @@ struct TextMatch {
     bool operator==(const TextMatch&) const = default;
 };
 
-/// The matches of a pattern in a held text, one after the other from some place on, none overlapping the one before;
-/// the text in front of the place is seen by what looks back. Behind an empty match the search goes on one character
-/// further. Joints are looked over.
+/// Finds the matches of a pattern in a held text one after another, from a given byte on, without overlaps. Lookbehinds
+/// also see the text before that byte. After an empty match the search continues one character later. Joints are
+/// ignored, as if they were not in the text. Owned by the code that searches.
 ///
-/// Reads the text in place, through a window that grows as a match needs it; where there are joints, through a copy of
-/// that window. What is read in place is asked for anew at every step, but a text that has changed is not searched on.
+/// It reads the text through a window that grows when a match needs more. Without joints the window is not copied; with
+/// joints it is a copy without them. The window is fetched again for each attempt, but a scan must not continue after
+/// the text has changed.
 ///
-/// However long it takes to the next match, the time between two calls of its watch is short: an expression that takes
-/// long is tried at few starts at a time, and a start that needs more text alone.
+/// A scan does not run the event loop, but its watch (a callback) may. However long the search for the next match
+/// takes, the watch is called often: an expression that may take long is tried at only a few starts at a time, and a
+/// start that needs more text is tried alone. Errors: the watch ended the search, or the step limit or a memory limit
+/// was reached; see error().
 class MatchScan {
  public:
-    /// Bytes of the first window.
+    /// The default size of the first window in bytes.
     static constexpr qint64 FirstWindow = 64 * 1024;
-    /// Bytes of a window of what may take long, unless a match needs more.
+    /// Window sizes in bytes for expressions that may take long (mayTakeLong()), unless a match needs more.
     static constexpr qint64 FirstReach = 1024;
     static constexpr qint64 LargestReach = 16 * 1024;
-    /// Asked between two tries; false: the search is given up, and the text not looked at again.
+    /// Called between two attempts. Returning false ends the search, and the text is not read again.
     using Watch = std::function<bool()>;
 
-    /// Pattern (without an error), text and map outlive the scan. Begins at the held byte `from`.
+    /// The pattern (which must have no error), the text and the map outlive the scan. The search begins at the held
+    /// byte `from`; `window` is the size of the first window in bytes.
     MatchScan(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 from,
               qint64 window = FirstWindow);
     ~MatchScan();
     MatchScan(const MatchScan&) = delete;
     MatchScan& operator=(const MatchScan&) = delete;
 
-    /// Matches that begin behind this held byte are not looked for.
+    /// Matches that begin after this held byte are not searched for.
     void stopBehind(qint64 last) { m_stopBehind = last; }
     void watchedBy(Watch goesOn) { m_goesOn = std::move(goesOn); }
-    /// There is no next match then, and error() says that the search was stopped.
+    /// Ends the search: next() returns false from now on, and error() reports that the search was stopped.
     void stop();
-    /// Goes on to the next match; false when there is none, or when the search had to be given up (see error()).
+    /// Moves to the next match. False when there is none, or when the search was ended early (see error()).
     bool next();
     const TextMatch& match() const { return m_match; }
-    /// What a group of the match took, without joints; 0 is the whole. Good until the next step or change.
+    /// Returns the text of a group of the current match, without joints; group 0 is the whole match. Valid until the
+    /// next call of next() or the next change of the text.
     std::string_view group(int number) const;
 
     const SearchError& error() const { return m_error; }
@@ -87,30 +93,32 @@ class MatchScan {
     const HeldText& m_text;
     const JointList& m_joints;
     std::unique_ptr<pcre2_real_match_data_8, FreeMatchData> m_data;
-    qint64 m_next;  ///< where the next match may begin
+    qint64 m_next;  ///< held byte where the next match may begin
     qint64 m_stopBehind;
     qint64 m_windowFrom = 0;
     qint64 m_windowTo = 0;
     qint64 m_windowSize;
     bool m_open = false;
     bool m_done = false;
-    qint64 m_firstJoint = 0;  ///< number of the first joint in the window
-    qint64 m_reach;           ///< bytes of the next window of what may take long
-    bool m_alone = false;     ///< only the match that begins at m_next is looked for: its window was too small
+    qint64 m_firstJoint = 0;  ///< index of the first joint in the window
+    qint64 m_reach;           ///< size in bytes of the next window for expressions that may take long
+    bool m_alone = false;     ///< try only the start m_next, because the last window was too small for it
     Watch m_goesOn;
     std::string m_copy;
     TextMatch m_match;
     SearchError m_error;
 };
 
-/// The last match that ends at or in front of `limit` and begins in front of it; an empty one may lie at `limit` itself
-/// when `emptyAtLimit` says so. Goes back by lines, so that it finds what a search from the top would, as long as that
-/// match does not depend on one that began in a line before.
+/// Returns the last match that ends at or before the held byte `limit` and begins before it; if `emptyAtLimit` is set,
+/// an empty match may also be at `limit`. Searches backwards by lines. The result is the same as for a search from the
+/// start of the text, unless the match depends on one that begins in an earlier line. When `error` is set, the search
+/// was ended early.
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                          qint64 limit, bool emptyAtLimit, SearchError& error,
                                          const MatchScan::Watch& goesOn = {});
 
-/// The last match that begins in front of `limit`, or at it as well, wherever it ends; found in the same way.
+/// Returns the last match that begins before the held byte `limit` (or at it, if `alsoAtLimit` is set), wherever it
+/// ends. Searches in the same way.
 std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                               qint64 limit, bool alsoAtLimit, SearchError& error,
                                               const MatchScan::Watch& goesOn = {});

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// One step through a replacement text: a group, or characters that mean themselves.
+/// An element of a replacement text: a reference to a group, or literal characters.
 struct Token {
     QString text;
     int group = -1;
@@ -35,7 +35,7 @@ Token tokenOfEscape(const QString& text, qsizetype at) {
     }
 }
 
-/// `$1`, `$12` or `${1}`.
+/// Parses `$1`, `$12`, `${1}` or `$$`.
 Token tokenOfDollar(const QString& text, qsizetype at) {
     if (at + 1 < text.size() && text[at + 1] == u'$')
         return {u"$"_qs, -1, 2};

@@ -8,33 +8,33 @@
 
 class MatchScan;
 
-/// What takes the place of a match. For an expression the text may name groups of the match, `$1` to `$99`, `${1}` or
-/// `\1` to `\9`, `$0` being all of it, and hold `\n`, `\r` and `\t`; `$$` and `\\` are the signs themselves. A group
-/// that took no part, or that the expression does not have, is empty.
+/// The text that replaces a match. For a regular expression it may contain `$1` to `$99`, `${1}` or `\1` to `\9` for
+/// groups of the match, `$0` for the whole match, and `\n`, `\r` and `\t`; `$$` and `\\` stand for `$` and `\`. A group
+/// that did not take part in the match, or does not exist, is empty. Owned by the code that replaces; no errors.
 class Replacement {
  public:
     struct Rules {
         bool regExp = false;
         bool preserveCase = false;  ///< see withCaseOf
     };
-    /// `held` gives a text the form it is held in.
+    /// `held` converts a text to the form in which the control holds it.
     Replacement(const QString& text, Rules rules, const std::function<QByteArray(const QString&)>& held);
 
-    /// The same for every match, whatever it took.
+    /// Whether the replacement is the same for every match.
     bool fixed() const { return m_fixed; }
-    /// UTF-8 in place of the scan's present match.
+    /// Returns the UTF-8 text that replaces the current match of the scan.
     QByteArray forMatch(const MatchScan& scan) const;
 
  private:
     struct Piece {
         QByteArray text;
-        int group = -1;  ///< -1: the text itself
+        int group = -1;  ///< -1: literal text
     };
     bool m_preserveCase;
     bool m_fixed;
     std::vector<Piece> m_pieces;
 };
 
-/// The replacement in the case of what it replaces: all capitals for all capitals, small letters for small letters, a
-/// capital and small letters for those. Anything else leaves it as it is.
+/// Returns the replacement in the letter case of the match: all upper case, all lower case, or a capital followed by
+/// lower case. Any other match leaves the replacement unchanged.
 QString withCaseOf(const QString& match, const QString& replacement);

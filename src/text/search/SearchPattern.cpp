@@ -12,11 +12,11 @@
 
 namespace {
 
-/// Steps after which a match that goes on is given up: some hundredths of a second.
+/// Step limit of one call of PCRE2; to reach it takes some hundredths of a second.
 constexpr std::uint32_t StepLimit = 10'000'000;
-/// Kilobytes that the interpreter may take where there is no compiled form.
+/// Memory limit in KiB for the interpreter, which runs where JIT is not available.
 constexpr std::uint32_t HeapLimit = 256 * 1024;
-/// Bytes of the compiled form's own stack.
+/// Sizes of the JIT stack in bytes.
 constexpr std::size_t StackAtFirst = 64 * 1024;
 constexpr std::size_t StackAtMost = 32 * 1024 * 1024;
 
@@ -33,7 +33,7 @@ bool isAsciiSign(char byte) {
     return u < 0x80 && !(u >= '0' && u <= '9') && !(u >= 'A' && u <= 'Z') && !(u >= 'a' && u <= 'z');
 }
 
-/// An expression that means the text itself, and for a whole word that no word goes on at its ends.
+/// Returns an expression that matches the text literally; for a whole word, with word boundaries at its ends.
 QByteArray literally(const QString& text, bool wholeWord) {
     const QList<uint> characters = text.toUcs4();
     const QByteArray edge = "\\b";
@@ -101,7 +101,7 @@ void SearchPattern::compile(const QByteArray& utf8, SearchFlags flags, bool asci
                    countUtf16Units({utf8.constData(), offset})};
         return;
     }
-    // Where no compiled form can be had, the interpreter does the same more slowly.
+    // If JIT compilation fails, the interpreter gives the same results more slowly.
     pcre2_jit_compile(m_code.get(), PCRE2_JIT_COMPLETE | PCRE2_JIT_PARTIAL_HARD);
     m_seesTextAsOne = flags.regExp && (utf8.contains("\\G") || utf8.contains("(*"));
     m_mayTakeLong = flags.regExp && !m_seesTextAsOne;

@@ -7,49 +7,49 @@
 struct pcre2_real_code_8;
 struct pcre2_real_match_context_8;
 
-/// How a text is searched for.
+/// The options of a search.
 struct SearchFlags {
     bool caseSensitive = false;
-    bool regExp = false;  ///< the text is an expression in the syntax of PCRE2, not to be taken literally
+    bool regExp = false;  ///< the text is a regular expression in PCRE2 syntax, not literal
     bool wholeWord = false;
 
     bool operator==(const SearchFlags&) const = default;
 };
 
-/// Why nothing can be searched for, or why a search was given up; no sentence: nothing is wrong.
+/// Why a search is not possible or was ended early. An empty sentence means no error.
 struct SearchError {
     QString sentence;
-    qint64 position = -1;  ///< UTF-16 units into the expression where it is wrong; -1: nowhere in particular
+    qint64 position = -1;  ///< where the expression is wrong, in UTF-16 units; -1: no particular place
 
     explicit operator bool() const { return !sentence.isEmpty(); }
 };
 
-/// A text or expression made ready to be searched for in UTF-8. ^ and $ mean every line, whichever of LF, CR LF and CR
-/// ends it. A literal text is a whole word when none of its ends lies within a word; a match of an expression when both
-/// its ends are edges of words. Shared by the searches that use it; one thread.
+/// A text or regular expression compiled for searching in UTF-8. ^ and $ match at every line, which may end with LF, CR
+/// LF or CR. A literal text is a whole word if no word continues across one of its ends; a match of an expression is
+/// one if both its ends are word boundaries. Shared by the searches that use it, on one thread only.
 class SearchPattern {
  public:
-    /// `asciiText`: all text it will meet is ASCII, so that the letters and digits of other scripts need no thought.
+    /// `asciiText`: all searched text is ASCII, so matching can ignore the letters and digits of other scripts.
     SearchPattern(const QString& text, SearchFlags flags, bool asciiText = false);
     ~SearchPattern();
     SearchPattern(const SearchPattern&) = delete;
     SearchPattern& operator=(const SearchPattern&) = delete;
 
-    /// Set: nothing may be searched with this.
+    /// When an error is set, the pattern must not be used for a search.
     const SearchError& error() const { return m_error; }
-    /// Characters in front of a place that a match at this place may depend on.
+    /// How many characters before a start a match may depend on (lookbehinds).
     int lookBehind() const { return m_lookBehind; }
-    /// A CR LF is nowhere spoken of by its halves, so no search begins between them.
+    /// The pattern does not name CR or LF explicitly, so no search starts between the two bytes of a CR LF.
     bool keepsCrLfWhole() const { return m_keepsCrLfWhole; }
 
-    /// What it finds depends on where the search began, or its parts give up the search as a whole: it is to see all of
-    /// the text at once, from one start.
+    /// The result depends on where the search began (\G), or parts of the expression control the search as a whole,
+    /// such as (*COMMIT). It must search the whole text at once, from one start.
     bool seesTextAsOne() const { return m_seesTextAsOne; }
-    /// One try at it may take long, so that it is made for a few starts at a time.
+    /// An attempt may take long, so it should try only a few starts at a time.
     bool mayTakeLong() const { return m_mayTakeLong; }
 
     const pcre2_real_code_8* code() const { return m_code.get(); }
-    /// The same for one start alone; there for what may take long.
+    /// The same pattern anchored to a single start; exists only when mayTakeLong() is true.
     const pcre2_real_code_8* codeAtStart() const { return m_codeAtStart.get(); }
     pcre2_real_match_context_8* limits() const { return m_limits.get(); }
 

@@ -9,42 +9,44 @@
 #include <memory>
 #include <optional>
 
-/// How a search for one match ended.
+/// The result of a search for one match.
 enum class SearchOutcome {
     Found,
-    Wrapped,  ///< found on the other side of the text's end or start
-    Failed,   ///< not found, or nothing to be done; the selection is as it was
+    Wrapped,  ///< found after continuing at the other end of the text
+    Failed,   ///< not found, or nothing to do; the selection is unchanged
 };
 
-/// A match as the program lists it.
+/// A match as the program reports it, in the text itself (joints not counted).
 struct MatchPlace {
-    qint64 line = 0;      ///< that it begins in, from 0
-    qint64 position = 0;  ///< of its first character
+    qint64 line = 0;      ///< where it begins, from 0
+    qint64 position = 0;  ///< of its first character, in UTF-16 units
     qint64 length = 0;    ///< in UTF-16 units
 };
 
-/// What is done along with the replacement of all matches.
+/// Callbacks of a replacement of all matches.
 struct ReplaceWatch {
-    /// Asked once a match while they are looked for; false: what was found until then is replaced.
+    /// Called once for each match during the search, and may run the event loop. Returning false ends the search; the
+    /// matches found so far are replaced.
     std::function<bool()> goesOn = [] { return true; };
-    /// Told of each replacement, in order, when all are made: where it lies now. May be empty.
+    /// Called for each replacement, in order, after all were made, with its new place. May be empty.
     std::function<void(const MatchPlace&)> replaced;
 };
 
-/// What a control keeps between two searches.
+/// What a control remembers between two searches. A plain value, owned by the control.
 struct SearchState {
     SearchFlags flags;
     bool preserveCase = false;
     QString text;
     QString replacement;
     SearchError error;                  ///< of the last search
-    std::optional<TextMatch> selected;  ///< what the last search has selected
+    std::optional<TextMatch> selected;  ///< the match that the last search selected
 
-    /// Made of text and flags when it is needed; not there: to be made.
+    /// Compiled from text and flags when it is needed; null until then.
     std::shared_ptr<const SearchPattern> pattern;
     bool patternForAscii = false;
 
-    /// An empty match that is selected is not found again from there as long as the text is the same.
+    /// A selected empty match: the next search does not find it again at this held byte while the text is unchanged
+    /// (the same number of changes).
     struct EmptyMatch {
         qint64 byte = 0;
         quint64 changes = 0;

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What comes out of a cutter that is fed a text in parts of the given size.
+/// The result of cutting a text that is passed in parts of a given size.
 struct Cut {
     std::string out;
     std::vector<qint64> joints;

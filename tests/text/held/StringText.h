@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// A held text in a string, with its gap wherever a test wants it. Lines end at LF, CR LF and CR, as in Scintilla.
+/// A held text in a std::string; a test may set the gap. Lines end at LF, CR LF and CR, as in Scintilla.
 class StringText : public HeldText {
  public:
     std::string bytes;

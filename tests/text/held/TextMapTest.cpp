@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A text that is edited as the control edits its own, and what it would be without joints.
+/// A held text that is edited in the way the control does it, compared with the same text without joints.
 struct MappedText {
     StringText held;
     TextMap map{held};
@@ -150,7 +150,8 @@ TEST(TextMap, AgreesWithAPlainTextThroughRandomEdits) {
             text.held.gapAt = at;
             if (random() % 3 != 0) {
                 const std::string& bit = bits[random() % bits.size()];
-                // A joint in front of a line end would read as one line end; the control never leaves one there.
+                // Skipped, because the control never leaves a joint (CR) before an LF: together they would be one line
+                // end.
                 const bool besideLf = at < text.held.length() && text.held.bytes[static_cast<std::size_t>(at)] == '\n';
                 const bool behindCr = at > 0 && text.held.bytes[static_cast<std::size_t>(at - 1)] == '\r';
                 if ((bit == "\r" && besideLf) || (bit == "\n" && behindCr))

@@ -31,7 +31,7 @@ qsizetype longest(const QStringList& pieces) {
     return length;
 }
 
-/// The operations again, a line at a time and with plain texts.
+/// A simple implementation of the operations, one line at a time, for comparison.
 struct Model {
     QString lineEnd;
     QStringList pieces;
@@ -62,7 +62,7 @@ struct Model {
         const qsizetype width = longest(pieces);
         for (QString& piece : pieces) {
             const QString kept = trimmedLeft(trimmedRight(piece));
-            const auto beside = std::lrint(static_cast<double>(width - kept.size()) / 2);  // halves to even
+            const auto beside = std::lrint(static_cast<double>(width - kept.size()) / 2);  // rounds halves to even
             piece = QString(beside, u' ') + kept + QString(beside, u' ');
         }
         return pieces.join(lineEnd);
@@ -91,11 +91,11 @@ TEST(LineOperations, ASingleLineWithoutTrailingBlanksStaysAtTheRight) {
 }
 
 TEST(LineOperations, AlignCenterRoundsHalvesToTheEvenNumber) {
-    EXPECT_EQ(AlignCenter(u"123456\na"_qs), u"123456\n  a  "_qs);          // 5: 2 beside it
-    EXPECT_EQ(AlignCenter(u"12345678\na"_qs), u"12345678\n    a    "_qs);  // 7: 4
-    EXPECT_EQ(AlignCenter(u"12\na"_qs), u"12\na"_qs);                      // 1: 0
-    EXPECT_EQ(AlignCenter(u"1234\na"_qs), u"1234\n  a  "_qs);              // 3: 2
-    EXPECT_EQ(AlignCenter(u"12345\na"_qs), u"12345\n  a  "_qs);            // 4: 2
+    EXPECT_EQ(AlignCenter(u"123456\na"_qs), u"123456\n  a  "_qs);          // 5 units missing: 2 at each side
+    EXPECT_EQ(AlignCenter(u"12345678\na"_qs), u"12345678\n    a    "_qs);  // 7 missing: 4
+    EXPECT_EQ(AlignCenter(u"12\na"_qs), u"12\na"_qs);                      // 1 missing: 0
+    EXPECT_EQ(AlignCenter(u"1234\na"_qs), u"1234\n  a  "_qs);              // 3 missing: 2
+    EXPECT_EQ(AlignCenter(u"12345\na"_qs), u"12345\n  a  "_qs);            // 4 missing: 2
 }
 
 TEST(LineOperations, AlignCenterCountsTheBlanksThatItTakes) {
@@ -140,7 +140,7 @@ TEST(LineOperations, AgreeWithAPlainModel) {
                             u"\n"_qs, u"\r"_qs, u"ä"_qs,   u"\r\n"_qs, u"word"_qs};
     for (int round = 0; round < 3000; ++round) {
         QString text;
-        // Some texts are of one kind of line end, some of several.
+        // Every other text has only one kind of line end, the others have several.
         const auto kinds = round % 2 == 0 ? atoms.size() - 4 : atoms.size();
         for (auto left = random() % 40; left > 0; --left)
             text += atoms[static_cast<qsizetype>(random() % static_cast<unsigned>(kinds))];

@@ -16,7 +16,7 @@ SearchPattern expression(const char* pattern) {
     return SearchPattern(QString::fromUtf8(pattern), Expression);
 }
 
-/// The matches by PCRE2's interpreter over the whole of a text at once.
+/// All matches according to the PCRE2 interpreter, which searches the whole text at once.
 class WholeTextSearch {
  public:
     WholeTextSearch(const std::string& pattern, const std::string& text) : m_text(text) {
@@ -121,7 +121,7 @@ std::string randomText(std::mt19937& random, bool withCr) {
     return text;
 }
 
-/// Places for joints: not beside a line end or another joint, not within a character.
+/// Random places for joints: not beside a line end or another joint, and not inside a character.
 std::vector<std::size_t> randomCuts(std::mt19937& random, const std::string& text) {
     std::vector<std::size_t> cuts;
     for (std::size_t at = 1; at < text.size(); ++at) {
@@ -227,7 +227,7 @@ TEST(MatchScan, GivesUpAnExpressionThatExplodes) {
 
 namespace {
 
-/// Lines of which each takes an expression like (a|aa)+$ some milliseconds, none of them so long that it is given up.
+/// Each of these lines takes an expression like (a|aa)+$ some milliseconds, but none reaches the step limit.
 std::string slowLines(int count) {
     std::string text;
     for (int line = 0; line < count; ++line)

@@ -9,13 +9,13 @@
 #include <utility>
 #include <vector>
 
-/// A text to search in, with joints where it is told, and the same without them.
+/// A held text with joints at the given places, and the same text without them.
 struct SearchedText {
     StringText held;
     TextMap map{held};
     std::string plain;
 
-    /// Cuts the text at these bytes by joints that are a CR; it must hold none of its own.
+    /// Inserts a CR as a joint at each of these byte offsets; the text itself must not contain a CR.
     explicit SearchedText(std::string text, const std::vector<std::size_t>& cuts = {}) : plain(std::move(text)) {
         std::vector<qint64> joints;
         std::size_t taken = 0;
@@ -41,7 +41,7 @@ struct SearchedText {
     TextMatch plainOf(const TextMatch& match) const { return {plainOf(match.from), plainOf(match.to)}; }
 };
 
-/// Matches as pairs of plain bytes, in a form that a failed test prints.
+/// Matches as pairs of offsets into the plain text; a failed test prints them.
 using Matches = std::vector<std::pair<qint64, qint64>>;
 
 inline Matches allMatches(const SearchedText& text, const SearchPattern& pattern, qint64 from = 0,
