@@ -23,7 +23,7 @@ bool isPlainEscape(const HotKeyStroke& stroke) {
 GlobalObject::GlobalObject(RegistryStore& registry, HotKeys& hotKeys, MacroStore& macros)
     : m_registry(registry), m_hotKeys(hotKeys), m_macros(macros), m_strokes(hotKeys) {}
 
-/// Keys that are no strokes, such as Return, stay with their commands for good.
+/// Keys that can't be hot keys, such as Return, are not in the table; their commands can't be changed.
 QList<HotKeys::Binding> GlobalObject::defaultHotKeys() {
     QList<HotKeys::Binding> defaults;
     for (const EditorKeys::Row& row : EditorKeys::all()) {

@@ -9,15 +9,16 @@
 class MacroStore;
 class RegistryStore;
 
-/// The keys and macros that all controls have in common: the hot keys of the macros and of the control's own commands
-/// in one table, and the recording. Owned with the tables it works on, which outlive it.
+/// The hot keys and macros that all text controls share: one table with the hot keys of macros and of the control's own
+/// commands, and the macro recorder. The shell owns the single object, together with the tables it uses, which outlive
+/// it.
 class GlobalObject : public QObject, public ControlGlobals {
     Q_OBJECT
 
  public:
     GlobalObject(RegistryStore& registry, HotKeys& hotKeys, MacroStore& macros);
 
-    /// The keys that the control's commands have until a person gives them others.
+    /// The hot keys of the control's commands until the user changes them.
     static QList<HotKeys::Binding> defaultHotKeys();
 
     KeyAnswer press(const QKeyEvent& key) override;
@@ -32,7 +33,7 @@ class GlobalObject : public QObject, public ControlGlobals {
     QList<ControlPage*> propertyPages(TextControl& control) override;
 
  Q_SIGNALS:
-    /// A macro was recorded, or hot keys are others now.
+    /// A macro was recorded, or hot keys were changed.
     void macrosChanged();
 
  private:

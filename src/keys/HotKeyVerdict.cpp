@@ -13,7 +13,7 @@ QString tr(const char* text) {
     return QCoreApplication::translate("HotKeyVerdict", text);
 }
 
-/// Whether the stroke is what somebody presses to type: letters, digits, the blank, and what goes with them.
+/// Whether the user needs the stroke for typing: letters, digits, Space, Tab and Backspace without Ctrl or Alt.
 bool isTyped(const HotKeyStroke& stroke) {
     constexpr int KeepsTyping = HotKeyStroke::Ctrl | HotKeyStroke::Alt;
     if ((stroke.modifiers & KeepsTyping) != 0 || stroke.key.isEmpty())

@@ -9,18 +9,18 @@
 class HotKeys;
 class MacroStore;
 
-/// What is to be said to somebody who has pressed a hot key for a command.
+/// Whether a hot key can be assigned to a command, and the message to show. A plain value.
 struct HotKeyVerdict {
     bool accepted = false;
-    QString sentence;  ///< why not, or what it costs; empty: nothing to say
+    QString sentence;  ///< the reason for a refusal, or which commands lose the hot key; empty: no message
 
-    /// The command of the program's menus that an enabled shortcut of one stroke stands for; empty: none.
+    /// Returns the name of the enabled menu command or shortcut that this stroke runs; empty if there is none.
     using MenuCommand = std::function<QString(const HotKeyStroke& stroke)>;
 
-    /// `macros` has the names of the macros.
+    /// Checks a hot key for a command. `macros` supplies the names of the macros.
     static HotKeyVerdict of(const HotKey& hotKey, int command, const HotKeys& hotKeys, const MacroStore& macros,
                             const MenuCommand& menuCommand);
 };
 
-/// What a command is called towards a person: a macro by its name, if it has one.
+/// Returns the name of a command for the user: the name of a macro if it has one, otherwise the caption.
 QString commandName(int command, const MacroStore& macros);

@@ -8,8 +8,8 @@
 
 class RegistryStore;
 
-/// Which hot key stands for which command: the one table of the program, owned by the shell. Macro n, from 1 to 10, is
-/// the command 213 + n.
+/// The table of hot keys and their commands. A plain value; the one that the program uses is owned by the shell, and
+/// KeysPage edits a copy. Macro n, from 1 to 10, is the command 213 + n.
 class HotKeys {
  public:
     struct Binding {
@@ -26,24 +26,25 @@ class HotKeys {
 
     const QList<Binding>& bindings() const { return m_bindings; }
     bool operator==(const HotKeys&) const = default;
-    /// The hot keys of a command, oldest first.
+    /// Returns the hot keys of a command, oldest first.
     QList<HotKey> hotKeysOf(int command) const;
-    /// The bindings that a new hot key would push out.
+    /// Returns the bindings that bind() would remove for a new hot key.
     QList<Binding> collisionsOf(const HotKey& hotKey) const;
 
-    /// Adds a hot key, in place of those it collides with. One without a first key is not taken.
+    /// Adds a hot key and removes those that collide with it. Returns false, and changes nothing, if its first stroke
+    /// has no key.
     bool bind(int command, const HotKey& hotKey);
     void remove(const HotKey& hotKey);
     void reset();
-    /// The hot keys of one command as they were from the start; they push out what they collide with.
+    /// Restores the default hot keys of one command, and removes those that collide with them.
     void reset(int command);
-    /// Whether a hot key begins with the stroke.
+    /// Whether a hot key begins with this stroke.
     bool hasFirst(const HotKeyStroke& stroke) const;
 
-    /// The text of the first hot key of macro `n`, "1" to "10"; empty: it has none, or there is no such macro.
+    /// Returns the first hot key of macro `n` ("1" to "10") as text; empty if it has none, or there is no such macro.
     QString HotKeyText(const QString& n) const;
 
-    /// Takes what save() left; what can't be read is passed over, and without anything saved the defaults stand.
+    /// Reads what save() wrote. Unreadable entries are skipped; if nothing was saved, the defaults are used.
     void load(RegistryStore& store);
     void save(RegistryStore& store) const;
 
@@ -52,25 +53,26 @@ class HotKeys {
     QList<Binding> m_bindings;
 };
 
-/// Follows the strokes of a person through the hot keys. Owned by whoever gets the keys; the table outlives it.
+/// Recognises hot keys in the sequence of pressed keys. Owned by the object that receives the keys; the table outlives
+/// it.
 class HotKeyStrokes {
  public:
     struct Answer {
-        bool taken = false;          ///< the key is spent, whether or not it ended a hot key
-        std::optional<int> command;  ///< what is to be run
+        bool taken = false;          ///< the key belongs to a hot key, which may still be incomplete
+        std::optional<int> command;  ///< the command to run
     };
 
     explicit HotKeyStrokes(const HotKeys& hotKeys) : m_hotKeys(hotKeys) {}
 
-    /// A stroke that goes on with no hot key begins anew, so that it may be the first of another.
+    /// If the stroke does not complete the hot key that was begun, it is treated as a first stroke.
     Answer press(const HotKeyStroke& stroke);
-    /// Whether a second stroke is waited for.
+    /// Whether the second stroke of a hot key is expected.
     bool isWaiting() const { return !m_first.isEmpty(); }
-    /// The stroke behind which it is to come; empty: none.
+    /// The first stroke of that hot key; empty if no second one is expected.
     const HotKeyStroke& first() const { return m_first; }
-    /// Whether the stroke, as the second one, ends a hot key.
+    /// Whether the stroke would complete the hot key that was begun.
     bool ends(const HotKeyStroke& second) const;
-    /// Forgets a first stroke: the focus went elsewhere, or the mouse was used.
+    /// Discards the first stroke, because the focus changed or the mouse was used.
     void forget() { m_first = {}; }
 
  private:

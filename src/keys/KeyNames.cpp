@@ -63,7 +63,7 @@ constexpr auto Modifiers = std::to_array<ModifierRow>({
     {HotKeyStroke::Alt, Qt::AltModifier, u"Alt + "},
 });
 
-/// The digit of a key in the row above the letters, as a Qt::Key, by its scan code; 0 for other keys.
+/// Returns the Qt::Key of the digit on this key in the top row, by its scan code; 0 for other keys.
 int digitAt(quint32 scanCode) {
 #ifdef Q_OS_LINUX
     constexpr quint32 One = 10;
@@ -78,11 +78,11 @@ int digitAt(quint32 scanCode) {
     return 0;
 }
 
-/// The code of a Qt::Key, 0 for none.
+/// Returns the key code of a Qt::Key; 0 if it has none.
 char16_t codeOf(int key) {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9))
         return static_cast<char16_t>(key);
-    // Shift makes a key of its own of the tabulator.
+    // With Shift, Qt reports the Tab key as a different key.
     const int plain = key == Qt::Key_Backtab ? static_cast<int>(Qt::Key_Tab) : key;
     const auto row = std::find_if(Keys.begin(), Keys.end(), [plain](const KeyRow& One) { return One.key == plain; });
     return row == Keys.end() ? u'\0' : row->code;

@@ -8,23 +8,23 @@
 
 class QKeyEvent;
 
-/// The names of keys, and the strokes that a keyboard makes of them. A key is a character whose code is the number of
-/// the key: upper-case letters and digits stand for themselves, 112 for F1.
+/// Names of keys, and conversion of key events to strokes. A key is written as one character, whose code is the number
+/// of the key: upper-case letters and digits have their own code, F1 has 112.
 namespace KeyNames {
 
-/// The name of the key; one without a name gives `pKey` back as it stands.
+/// Returns the name of the key; `pKey` itself if it has no name.
 QString KeyName(const QString& pKey);
 
-/// Ctrl, Shift, Alt and the key, joined by " + ". Modifiers without a key end in the joint.
+/// Returns the names of Ctrl, Shift, Alt and the key, joined by " + ". Without a key, the text ends with " + ".
 QString text(const HotKeyStroke& stroke);
-/// The strokes, joined by ", " when there is a second.
+/// Returns the text of the strokes, separated by ", " if there are two.
 QString text(const HotKey& hotKey);
 
-/// The stroke of a pressed key (a Qt::Key). Nothing for keys that are neither a letter, a digit nor in the table of
-/// names, and while Meta is held.
+/// Returns the stroke of a pressed key (a Qt::Key). Nothing if the key is neither a letter or digit nor in the table of
+/// names, or if Meta is pressed.
 std::optional<HotKeyStroke> strokeOf(int key, Qt::KeyboardModifiers held);
-/// The same for a key event. Where Shift makes a sign of a digit's key, or the sign stands there without it, the key is
-/// still the digit's.
+/// The same for a key event. If its character has no stroke, a key in the top row counts as its digit; this happens
+/// with Shift, and in keyboard layouts that have other characters there.
 std::optional<HotKeyStroke> strokeOf(const QKeyEvent& key);
 
 }  // namespace KeyNames

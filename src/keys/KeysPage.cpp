@@ -107,7 +107,7 @@ void KeysPage::layOut() {
     grid->setColumnStretch(1, 1);
 }
 
-/// Macros that have no hot key are none, and stay away.
+/// Macros without a hot key do not exist for the user, so they are not listed.
 void KeysPage::fill() {
     for (const ControlCommands::Row& row : ControlCommands::all()) {
         if (row.kind == ControlCommands::Kind::Sets)

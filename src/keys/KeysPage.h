@@ -17,8 +17,9 @@ class QTreeWidgetItem;
 class RegistryStore;
 class StrokeEdit;
 
-/// The page of the control's properties on which its commands get other keys. It works on a table of its own, which
-/// takes the place of the shared one, and is saved, when OK is chosen. The tables outlive it.
+/// The page of the properties dialog on which the user changes the hot keys of the control's commands. The dialog owns
+/// it. It edits a copy of the table; apply() (the OK button) replaces the shared table by the copy and saves it.
+/// `registry`, `hotKeys` and `macros` outlive it.
 class KeysPage : public ControlPage {
     Q_OBJECT
 

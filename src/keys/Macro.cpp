@@ -26,7 +26,8 @@ void appendText(QByteArray& bytes, const QString& text) {
     bytes += utf8;
 }
 
-/// Takes values off the front of bytes. What isn't there makes it not good, once and for all.
+/// Reads values from the start of a byte array. After the first value that is missing or malformed, isGood() stays
+/// false.
 class Taker {
  public:
     explicit Taker(QByteArrayView bytes) : m_rest(bytes) {}

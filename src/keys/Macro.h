@@ -10,15 +10,15 @@
 #include <optional>
 #include <utility>
 
-/// A recorded run of keys and commands.
+/// A recorded sequence of typed texts and commands. A plain value.
 ///
-/// As bytes: "QMDEM" and a zero byte; the version of the form, 16 bits; the length of the steps in bytes, 32 bits;
-/// their SHA-256, 32 bytes; the steps. A step is the byte 1 with the command (32 bits) and its argument, or the byte 2
-/// with the text. A text is its length in bytes (32 bits) and as many bytes of UTF-8. Numbers stand with the lowest
-/// byte first. What stands behind the last step is left alone: a shorter macro may lie over a longer one.
+/// Binary form: "QMDEM" and a zero byte; the format version, 16 bits; the length of the steps in bytes, 32 bits; their
+/// SHA-256, 32 bytes; the steps. A step is the byte 1 with the command (32 bits) and its argument, or the byte 2 with
+/// the typed text. A text is its length in bytes (32 bits) followed by UTF-8. Numbers are little-endian. Bytes after
+/// the last step are ignored, because a shorter macro may have been written over a longer one.
 class Macro {
  public:
-    /// The longest run of bytes that is read as a macro.
+    /// The maximum length in bytes of a macro that can be read.
     static constexpr qsizetype MostBytes = 16 * 1024 * 1024;
 
     Macro() = default;
@@ -28,14 +28,14 @@ class Macro {
     bool isEmpty() const { return m_steps.isEmpty(); }
 
     void addCommand(qint32 command, const QString& argument = {});
-    /// Goes on with the text that was typed just before.
+    /// Adds typed text; consecutive texts become one step.
     void addText(const QString& text);
 
-    /// An empty macro has no bytes.
+    /// Returns the binary form; empty for a macro without steps.
     QByteArray toBytes() const;
-    /// Nothing when the bytes are damaged, of another form or version, or too many.
+    /// Reads the binary form. Nothing if the bytes are damaged, too many, or of another format or version.
     static std::optional<Macro> fromBytes(QByteArrayView bytes);
-    /// The steps alone, without what stands before them.
+    /// Reads the steps alone, without the header.
     static std::optional<Macro> fromSteps(QByteArrayView bytes);
 
     bool operator==(const Macro&) const = default;

@@ -19,7 +19,7 @@
 
 namespace {
 
-/// More rows than a person reads are not made.
+/// The dialog lists at most this many steps.
 constexpr qsizetype MostRows = 1000;
 constexpr qsizetype LongestText = 60;
 constexpr int VerdictLines = 2;

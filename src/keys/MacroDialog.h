@@ -18,15 +18,17 @@ class QListWidget;
 class QPushButton;
 class StrokeEdit;
 
-/// What comes at the end of a recording: it shows the steps and asks which hot key plays them, what the macro is
-/// called, and whether it is in the menu. The macro takes the first free slot, or that of the macro whose hot key is
-/// chosen anew; there what is left empty stays as it was. Cancelled, it keeps nothing. A child of the control, modal to
-/// its window, and gone when closed; the tables outlive it.
+/// The dialog at the end of a recording: it lists the steps and lets the user choose the hot key and the name of the
+/// macro, and whether it is in the menu. The macro is stored in the first free slot; if the user chooses the hot key of
+/// an existing macro, it replaces that one, and fields left empty keep their old values. If the user cancels, nothing
+/// is stored.
+///
+/// A child of the control, modal to its window; deletes itself when closed. `hotKeys` and `macros` outlive it.
 class MacroDialog : public QDialog {
     Q_OBJECT
 
  public:
-    /// `missed`: how many things were done meanwhile that no step stands for.
+    /// `missed`: the number of actions during the recording that could not be recorded as steps.
     MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, TextControl& control);
 
     void accept() override;
@@ -40,7 +42,7 @@ class MacroDialog : public QDialog {
     void tell(const HotKeyVerdict& verdict);
     HotKeyVerdict verdictOf(const HotKey& hotKey) const;
     void nameSlot(int slot, bool isReplaced);
-    /// The slot whose macro has just this hot key.
+    /// Returns the slot (from 1) of the macro with exactly this hot key.
     std::optional<int> slotOf(const HotKey& hotKey) const;
 
     HotKeys& m_hotKeys;

@@ -6,10 +6,11 @@
 
 class QWidget;
 
-/// The shortcuts that a window's menus have now; an enabled one comes before any hot key.
+/// The shortcuts of a window's menus. An enabled shortcut has precedence over hot keys.
 namespace MenuKeys {
 
-/// What the stroke does in the window of the widget, without the mark of a key; empty: nothing.
+/// Returns the name of the enabled action, menu or shortcut in the widget's window that this stroke triggers, without
+/// "&" and "..."; empty if there is none.
 QString commandOf(const HotKeyStroke& stroke, const QWidget& widget);
 
 }  // namespace MenuKeys

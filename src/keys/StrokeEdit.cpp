@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Keys that a dialog needs itself.
+/// Keys that the dialog itself needs.
 bool isForTheDialog(const QKeyEvent& key) {
     const bool plain = (key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
     switch (key.key()) {
@@ -41,7 +41,7 @@ void StrokeEdit::setHotKey(const HotKey& hotKey) {
     Q_EMIT hotKeyChanged(hotKey);
 }
 
-/// Strokes come here before they can choose anything in a menu or be a letter of a button.
+/// Accepts each key here, before it can trigger a shortcut or the mnemonic of a button.
 bool StrokeEdit::event(QEvent* event) {
     if (event->type() == QEvent::ShortcutOverride && !isForTheDialog(*static_cast<QKeyEvent*>(event))) {
         event->accept();

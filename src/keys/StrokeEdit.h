@@ -4,8 +4,8 @@
 
 #include <QLineEdit>
 
-/// A field that takes a hot key by its strokes, one or two, whatever else they stand for. Backspace and Delete empty
-/// it; Tab, Return and Escape do what they do in any dialog. What is typed after the second stroke begins anew.
+/// An input field for a hot key of one or two strokes; it receives the keys even if they are shortcuts. Backspace and
+/// Delete clear it; Tab, Return and Escape work as in any dialog. After two strokes, the next one begins a new hot key.
 class StrokeEdit : public QLineEdit {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ class StrokeEdit : public QLineEdit {
 
  Q_SIGNALS:
     void hotKeyChanged(const HotKey& hotKey);
-    /// A key was pressed that no hot key can have.
+    /// The pressed key can't be part of a hot key.
     void refused();
 
  protected:

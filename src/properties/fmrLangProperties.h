@@ -4,14 +4,15 @@
 
 #include <QDialog>
 
-/// The languages by themselves, modal. Made anew for each showing.
+/// A modal dialog with the panel of the languages. The caller owns it and creates a new one each time. The services
+/// outlive it.
 class fmrLangProperties : public QDialog {
     Q_OBJECT
 
  public:
     fmrLangProperties(const DocumentServices& services, ucLangProperties::ShowHelp showHelp, QWidget* parent = nullptr);
 
-    /// Fills the panel, which may show boxes, and runs the form until it is closed.
+    /// Fills the panel and runs the event loop until the dialog is closed. Filling may show message boxes.
     int exec() override;
 
  private:

@@ -6,8 +6,7 @@ class MacroStore;
 class ucMarco;
 struct MacroPanelServices;
 
-/// The panel of the macros by itself. When it closes, in whatever way, the macros are saved. What it is given outlives
-/// it.
+/// A dialog with the panel of the macros. It saves the macros when it closes, in whatever way. The services outlive it.
 class frmMacro : public QDialog {
     Q_OBJECT
 

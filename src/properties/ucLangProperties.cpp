@@ -24,7 +24,7 @@ const QString HelpPage = u"languages.html"_qs;
 QPushButton* buttonOf(const QString& caption, const char* name) {
     auto* button = new QPushButton(caption);
     button->setObjectName(QString::fromLatin1(name));
-    // Enter in the box of patterns is not meant for any of them.
+    // Enter in the field of patterns must not press any button.
     button->setAutoDefault(false);
     return button;
 }
@@ -38,7 +38,7 @@ ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp sh
     columns->addWidget(buildList());
     columns->addWidget(buildDetails(), 1);
     auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);  // its place has some
+    rows->setContentsMargins(0, 0, 0, 0);  // the surrounding layout has margins
     rows->addLayout(columns, 1);
     rows->addWidget(buildButtons());
 }
@@ -135,7 +135,7 @@ QTreeWidgetItem* ucLangProperties::rowOf(const QString& key) const {
     return nullptr;
 }
 
-/// An empty box is not kept: the language would lose all of its patterns by an oversight.
+/// An empty field does not overwrite the patterns, so that a language does not lose all of them by mistake.
 void ucLangProperties::keepEditedPatterns() {
     QTreeWidgetItem* row = rowOf(m_shown);
     if (row != nullptr && !m_patterns->text().isEmpty())
@@ -154,7 +154,7 @@ void ucLangProperties::showRow(QTreeWidgetItem* row) {
     showFault(name);
 }
 
-/// A definition with a slip in it colours nothing; here is where its author looks.
+/// Shows why the definition of the language can't be used; its author looks for errors here.
 void ucLangProperties::showFault(const QString& name) {
     const LanguageTable& languages = m_services.globals.languages;
     const bool loaded = languages.definition(name) != nullptr;

@@ -12,28 +12,29 @@ class QTreeWidgetItem;
 class rtCM;
 struct DocumentServices;
 
-/// The languages with their file patterns and a sample of each: a page of the properties dialog, and alone in
-/// fmrLangProperties. Owned by whoever shows it; it yields to the boxes of its sample view. What is written counts from
-/// the next start on: the table in memory stays as it is.
+/// A panel that lists the languages with their file patterns and a sample of each: a page of the properties dialog, and
+/// the content of fmrLangProperties. The dialog that shows it owns it; the services outlive it. It runs the event loop
+/// while the message boxes of its sample view are open. Saved patterns take effect at the next program start; the table
+/// in memory does not change.
 ///
-/// Failures to write the index pass without a word.
+/// If the index can't be written, there is no message.
 class ucLangProperties : public QWidget {
     Q_OBJECT
 
  public:
-    /// What opens a page of the help, by the page's file name.
+    /// Opens a page of the help, by the page's file name.
     using ShowHelp = std::function<void(const QString& page)>;
 
     ucLangProperties(const DocumentServices& services, ShowHelp showHelp, QWidget* parent = nullptr);
 
-    /// Reads the index, which adds its records to the table, lists the languages and shows the first. `pSave`: whether
-    /// the list can be saved before anything was changed.
+    /// Reads the index (which adds its records to the table), lists the languages and shows the first one. `pSave`:
+    /// whether Save is enabled before the user changes anything.
     Q_INVOKABLE void InitObjects(bool pSave);
-    /// Saves what was changed.
+    /// Saves the changes.
     Q_INVOKABLE void SaveProp();
 
  Q_SIGNALS:
-    /// A pattern was edited.
+    /// The user edited a pattern.
     void Changed();
 
  private:
@@ -56,6 +57,6 @@ class ucLangProperties : public QWidget {
     rtCM* m_sample = nullptr;
     QLabel* m_fault = nullptr;  ///< why the language has no colours
     QPushButton* m_save = nullptr;
-    QString m_shown;  ///< key of the row whose patterns are in the box
+    QString m_shown;  ///< key of the row whose patterns are in the field
     bool m_changed = false;
 };

@@ -154,7 +154,7 @@ void ucMarco::displayRow(bool display) {
         row->setCheckState(Name, display ? Qt::Checked : Qt::Unchecked);
 }
 
-/// A row was changed: by the fields, or by its own box.
+/// Called when a row has changed, either through the fields or by its check box.
 void ucMarco::takeRow(QTreeWidgetItem* row) {
     if (m_filling)
         return;

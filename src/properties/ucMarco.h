@@ -14,7 +14,7 @@ class QTreeWidgetItem;
 class QVBoxLayout;
 class Settings;
 
-/// What the panel of the macros works on; all of it outlives the panel.
+/// What the macro panel needs; all of it outlives the panel.
 struct MacroPanelServices {
     Prompts& prompts;
     Settings& settings;
@@ -22,29 +22,29 @@ struct MacroPanelServices {
     MacroStore& macros;
 };
 
-/// The panel that names the macros, puts them into the menu and deletes them: a list of those that have a hot key, and
-/// fields for the chosen one. What is edited is stored at once. Owned by the dialog that shows it; yields in its
-/// questions.
+/// A panel to rename and delete macros and to put them into the menu: a list of the macros that have a hot key, and
+/// fields for the selected one. Changes are stored at once. The dialog that shows it owns it. It runs the event loop
+/// while a question is open.
 class ucMarco : public QWidget {
     Q_OBJECT
 
  public:
     explicit ucMarco(const MacroPanelServices& services, QWidget* parent = nullptr);
 
-    /// What is asked before all hot keys are reset.
+    /// The question before all hot keys are reset.
     static QString ResetQuestion();
 
-    /// Fills the list anew and chooses its first row.
+    /// Fills the list again and selects its first row.
     void LoadMacro();
-    /// All is stored as it is edited; the menu is told once more.
+    /// Changes are already stored, so this only emits UpdateMacroMenu().
     void SaveProp();
 
  Q_SIGNALS:
-    /// A name or a place in the menu was changed.
+    /// The name of a macro, or whether it is in the menu, was changed.
     void Changed();
-    /// The menu of the macros is to be brought up to date.
+    /// The macro menu must be updated.
     void UpdateMacroMenu();
-    /// A page of the help was asked for.
+    /// The user requested a page of the help.
     void helpWanted(const QString& page);
 
  private:
@@ -71,5 +71,5 @@ class ucMarco : public QWidget {
     QPushButton* m_delete = nullptr;
     QPushButton* m_reset = nullptr;
     QPushButton* m_help = nullptr;
-    bool m_filling = false;  ///< the fields follow the list, not a person
+    bool m_filling = false;  ///< true while the program, not the user, changes the fields
 };

@@ -19,7 +19,7 @@ class HotKeyTyping : public MacroFixture {
     const HotKey ctrlKCtrlC{{HotKeyStroke::Ctrl, u"K"_qs}, {HotKeyStroke::Ctrl, u"C"_qs}};
 };
 
-/// A window with a menu whose entry has Ctrl+S, and the control in it.
+/// A window that contains the control and a menu entry with the shortcut Ctrl+S.
 class HotKeyAndMenu : public HotKeyTyping {
  protected:
     HotKeyAndMenu() {

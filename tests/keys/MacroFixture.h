@@ -19,7 +19,7 @@
 
 #include <gtest/gtest.h>
 
-/// A control with hot keys and macros, and somebody at its keyboard.
+/// A control with hot keys and macros, and functions that press its keys.
 class MacroFixture : public testing::Test {
  protected:
     static constexpr int Record = 213;
@@ -56,7 +56,7 @@ class MacroFixture : public testing::Test {
         part<QPushButton>("cmdKeep").click();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    /// Ends the recording and keeps it under that hot key.
+    /// Ends the recording and stores it as a macro with this hot key.
     void keepAs(Qt::Key hotKey, Qt::KeyboardModifiers held = Qt::ControlModifier | Qt::ShiftModifier) {
         control.ExecuteCmd(Record);
         ASSERT_NE(dialog(), nullptr);

@@ -20,7 +20,7 @@ class MacroPlaying : public MacroFixture {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         ASSERT_EQ(file.write(bytes), bytes.size());
     }
-    /// A macro that nobody waits for: it types "x" by another, and that ten thousand times ten thousand times.
+    /// A macro that would play for hours: 9999 times, it plays 9999 times the macro that types "x".
     void putEndless() {
         put(1, {command(187, u"9999"_qs), command(215)});
         put(2, {text(u"x"_qs)});
@@ -246,7 +246,7 @@ TEST_F(MacroPlaying, AControlThatGoesMeanwhileTakesThePlayWithIt) {
     EXPECT_TRUE(alive.isNull());
 }
 
-// Whatever is recorded, played again on the same text, gives the same text
+// Playing a random recording again on the same text gives the same text
 
 namespace {
 
@@ -285,7 +285,7 @@ class AnySteps {
         m_control.ExecuteCmd(Searches[below(std::size(Searches))]);
     }
 
-    /// Any that neither asks, takes back, nor begins or plays a macro.
+    /// Any command except those that show a question, undo, or record or play a macro.
     int anyCommand() {
         using ControlCommands::Kind;
         const auto all = ControlCommands::all();

@@ -213,7 +213,7 @@ TEST_F(LanguagePanel, AMissingSampleIsTold) {
     QFile::remove(path(u"SEW.TXT"_qs));
     panel.InitObjects(false);
     select(1);
-    // What is looked for last is the installed one.
+    // The message names the last place that is searched: the installed samples.
     const QString missing = given.globals.languages.samplePath(u"SEW"_qs);
     EXPECT_EQ(given.prompts.messages,
               QStringList(FileErrors::reading(missing, SystemError::fromErrno(ENOENT)).description));
