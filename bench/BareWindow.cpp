@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Menus and buttons in the number an editor has, none of which does anything.
+/// Adds as many menus and buttons as an editor has; they have no function.
 void fill(QMainWindow& window) {
     static constexpr int Menus = 8;
     static constexpr int Entries = 12;
@@ -27,7 +27,7 @@ void fill(QMainWindow& window) {
 
 }  // namespace
 
-/// The least that a window of this kind can cost: menus, a tool bar, a text field and a status bar.
+/// The smallest window for comparison: menus, a tool bar, a text field and a status bar.
 int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QMainWindow window;

@@ -1,6 +1,6 @@
-// What a person waits for in the editing control: loading, the first picture, a key, a step of the caret, saving, and
-// what turns over all lines of a text.
-// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+// Times of the editing control that a user notices: loading, the first frame, a key press, a caret step, saving, and
+// commands that change all lines of a text. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are
+// wall-clock times.
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
@@ -27,7 +27,8 @@ namespace {
 
 constexpr qint64 Megabyte = 1'000'000;
 
-/// Source-like text of 60 bytes a line; `lineEnd` a blank makes it one line.
+/// About one megabyte of text that looks like source code, 60 bytes per line; with a space as `lineEnd` it is a single
+/// line.
 std::string block(char lineEnd, const std::string& word) {
     std::string text;
     for (int line = 0; static_cast<qint64>(text.size()) < Megabyte; ++line) {
@@ -38,7 +39,7 @@ std::string block(char lineEnd, const std::string& word) {
     return text;
 }
 
-/// Files are made once and go with the process.
+/// Test files in a temporary folder. Each file is created once; the folder is deleted when the program ends.
 class Files {
  public:
     QString path(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
@@ -88,7 +89,7 @@ void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::st
     }
 }
 
-/// A key typed in the middle of the text, painted.
+/// Types a character in the middle of the text, and paints.
 void typeKey(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
@@ -100,7 +101,7 @@ void typeKey(benchmark::State& state, qint64 megabytes, char lineEnd, const std:
     }
 }
 
-/// A step of the caret with what the status bar asks for.
+/// Moves the caret one step, and queries what the status bar shows.
 void step(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
@@ -130,8 +131,8 @@ void goToEnd(benchmark::State& state, qint64 megabytes, char lineEnd, const std:
     }
 }
 
-/// So many lines of 20 to 90 letters in no order, each with two blanks at its end; of a million, those of the file that
-/// QUILLMARK_LINES names, if it does.
+/// `count` lines of 20 to 90 random letters, each with two spaces at its end. For a million lines, the file named in
+/// the environment variable QUILLMARK_LINES is used instead, if there is one.
 QString unorderedLines(qint64 count) {
     QFile file(qEnvironmentVariable("QUILLMARK_LINES"));
     if (count == 1'000'000 && !file.fileName().isEmpty() && file.open(QIODevice::ReadOnly))
@@ -146,7 +147,7 @@ QString unorderedLines(qint64 count) {
     return text;
 }
 
-/// Brings the text back before each round, which is not counted.
+/// Restores the text in each round; the time for that is not measured.
 template <typename Act>
 void onAllLines(benchmark::State& state, TextControl& control, Act act) {
     control.setText(unorderedLines(state.range(0)));
@@ -190,7 +191,7 @@ void save(benchmark::State& state, qint64 megabytes, char lineEnd) {
         shown.control.SaveFile(files().target(), SaveFlags::AsLoaded);
 }
 
-/// All matches with the list of them: one a line.
+/// Finds all matches (one per line) and builds their list.
 void findAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSearchCaseSensitive(true);
@@ -205,7 +206,7 @@ void findAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std:
     }
 }
 
-/// What a person at a terminal would do instead.
+/// The same with grep, for comparison.
 void grep(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     const QString path = files().path(megabytes, lineEnd, word);
     const std::string command = "grep -o " + word + " " + path.toStdString() + " | wc -l > /dev/null";
@@ -213,7 +214,7 @@ void grep(benchmark::State& state, qint64 megabytes, char lineEnd, const std::st
         benchmark::DoNotOptimize(std::system(command.c_str()));
 }
 
-/// All matches replaced, and the undo of it. A million in 60 MB.
+/// Replaces all matches, or undoes the replacement: about a million matches in 60 MB.
 void replaceAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word, bool undoes) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSearchCaseSensitive(true);

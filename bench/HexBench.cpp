@@ -1,6 +1,6 @@
-// What a person waits for in the byte view, each beside what the system needs for the same: opening, the next page,
-// searching, counting and marking, saving; and the memory of a large file.
-// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+// Times of the hex view that a user notices, compared with what the system needs for the same: opening, the next page,
+// searching, counting and marking, saving; and the memory used for a large file. Runs without a display with
+// QT_QPA_PLATFORM=offscreen; the results are wall-clock times.
 
 #include "hex/bytes/HexFindState.h"
 #include "hex/bytes/HexText.h"
@@ -34,12 +34,13 @@ namespace {
 constexpr qint64 Megabyte = 1'000'000;
 constexpr qint64 MostBytes = 2'147'483'647;
 constexpr std::size_t SearchBlock = 32'000;
-/// At the end of each file and nowhere else; with letters, so that it can be searched for with and without case.
+/// Occurs only at the end of each file. It contains letters, so that it can be searched for with and without case.
 const QByteArray Last = "Needle\x01\x02";
-/// What is counted and marked.
+/// The bytes that are counted and marked.
 const QByteArray Often = "OFTEN";
 
-/// Files are made once, of bytes without order, and go with the process.
+/// Test files of random bytes in a temporary folder. Each file is created once; the folder is deleted when the program
+/// ends.
 class Files {
  public:
     QString path(qint64 size) {
@@ -56,7 +57,7 @@ class Files {
         file.write(Last);
         return path;
     }
-    /// So many matches of `Often`, twenty bytes apart.
+    /// A file with this many matches of `Often`, one every twenty bytes.
     QString pathOfMatches(qint64 matches) {
         QString path = m_folder.filePath(u"%1.often"_qs.arg(matches));
         QFile file(path);
@@ -64,7 +65,7 @@ class Files {
             file.write((Often + QByteArray(15, '.')).repeated(matches));
         return path;
     }
-    /// Takes no room on the disk.
+    /// A sparse file, which uses no disk space.
     QString pathOfHole(qint64 size) {
         QString path = m_folder.filePath(u"%1.hole"_qs.arg(size));
         QFile file(path);
@@ -115,7 +116,7 @@ struct Shown {
     GridPane* pane() const { return view.findChild<GridPane*>(u"PicHex"_qs); }
 };
 
-/// Megabytes that the process holds now.
+/// The resident memory of the process, in MiB.
 double heldMemory() {
     std::ifstream status("/proc/self/status");
     for (std::string word; status >> word;) {
@@ -149,7 +150,8 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-/// Both in turn, as a disk and memory of other times are another yardstick; each begins with nothing left to write.
+/// Measures both alternately, because the speed of disk and memory changes with time. Before each measurement the
+/// target file is deleted and all pending writes are flushed.
 void inTurn(benchmark::State& state, const std::function<double()>& yardstick, const std::function<double()>& own) {
     std::vector<double> theirs;
     std::vector<double> ours;
@@ -164,7 +166,8 @@ void inTurn(benchmark::State& state, const std::function<double()>& yardstick, c
     state.counters["own_ms"] = median(ours);
 }
 
-/// Made once before, so that no side pays for memory that the machine hands out for the first time.
+/// Copies the file with cp and returns the milliseconds. Called once before measuring, so that neither side has to wait
+/// for memory that the machine uses for the first time.
 double copied(const QString& path) {
     return milliseconds([&] { run(u"cp '%1' '%2'"_qs.arg(path, files().target())); });
 }
@@ -199,7 +202,7 @@ void saveBesideCp(benchmark::State& state) {
         [&] { return milliseconds([&] { shown.view.SaveFile(files().target(), true); }); });
 }
 
-/// How much more is held with a file of the most bytes than with one of a page.
+/// How many more MiB the process uses with a file of the maximum size than with a file of one page.
 void memory(benchmark::State& state) {
     for (auto _ : state) {
         Shown shown(files().pathOfHole(320));
@@ -211,7 +214,7 @@ void memory(benchmark::State& state) {
     }
 }
 
-/// From the key until the page is painted.
+/// From the key press until the page is painted.
 void nextPage(benchmark::State& state) {
     Shown shown(files().path(state.range(0) * Megabyte));
     GridPane* const pane = shown.pane();
@@ -224,7 +227,7 @@ void nextPage(benchmark::State& state) {
     }
 }
 
-/// The match at the end of the file, from the top.
+/// Finds the match at the end of the file, from the first byte on.
 void find(benchmark::State& state, const QString& text, HexFindType type) {
     Shown shown(files().path(state.range(0) * Megabyte));
     for (auto _ : state) {
@@ -245,7 +248,7 @@ void findAsGrep(benchmark::State& state, const QString& options) {
     }
 }
 
-/// The least that a search by blocks can do.
+/// The fastest possible search that reads block by block, for comparison.
 void findAsBlocks(benchmark::State& state) {
     const QString path = files().path(state.range(0) * Megabyte);
     for (auto _ : state) {

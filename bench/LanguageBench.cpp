@@ -1,6 +1,6 @@
-// What colouring costs: the definitions at the start, the first picture of a file, a key, a step to the middle; each
-// next to the same without a language.
-// Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+// The cost of syntax colouring: loading the definitions, the first frame of a file, a key press, a jump to the middle;
+// each also without a language for comparison. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are
+// wall-clock times.
 
 #include "editor/control/TextControl.h"
 #include "lang/LanguageTable.h"
@@ -20,7 +20,7 @@ namespace {
 
 constexpr qint64 Megabyte = 1'000'000;
 
-/// Source text with everything that a lexer of C++ has to look at.
+/// About one megabyte of source text with all kinds of tokens of C++.
 std::string block() {
     std::string text;
     for (int n = 0; static_cast<qint64>(text.size()) < Megabyte; ++n) {
@@ -68,7 +68,7 @@ struct Shown {
         const qint64 middle = control.heldText().length() / 2;
         control.setSelection(middle, middle);
     }
-    /// Lets the pauses be used until nothing is left to do in them.
+    /// Runs the event loop for three seconds, so that the colouring in idle time can finish.
     void settle() {
         QElapsedTimer time;
         for (time.start(); time.elapsed() < 3000;)
@@ -108,7 +108,7 @@ void typeKey(benchmark::State& state) {
     }
 }
 
-/// A key, and what the program does of its own accord until the next one can be taken.
+/// Types a character, and processes the events that follow before the next key can be handled.
 void typeKeyAndRest(benchmark::State& state) {
     Shown shown(state.range(0), state.range(1) != 0);
     shown.goToMiddle();

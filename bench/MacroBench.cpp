@@ -1,5 +1,5 @@
-// What a person waits for while a macro is played many times: fifty steps of typing, moving, selecting and deleting, on
-// a text of a thousand lines. Run without a display by QT_QPA_PLATFORM=offscreen; figures are wall-clock times.
+// The time of playing a macro many times: fifty steps of typing, moving, selecting and deleting, in a text of a
+// thousand lines. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are wall-clock times.
 
 #include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
@@ -23,7 +23,7 @@ constexpr int PlayOuter = 214;
 constexpr int PlayInner = 213 + Inner;
 constexpr int SetRepeatCount = 187;
 
-/// A line is begun, typed with a mistake that is mended, and left for the one below.
+/// Begins a line, types text with a mistake, corrects it, and moves to another line.
 Macro fiftySteps() {
     Macro macro;
     macro.addCommand(Sci::SCI_LINEEND);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The fields of a "stat" file behind the program's name, which may hold blanks: the state comes first.
+/// Returns the fields of a "stat" file after the program's name, which may contain spaces; the first one is the state.
 std::string fieldsBehindName(const std::filesystem::path& path) {
     std::ifstream file(path);
     std::string line;

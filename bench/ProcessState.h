@@ -2,19 +2,21 @@
 
 #include <sys/types.h>
 
-/// What the system says about a process while it runs, all its threads together.
+/// Information from the system about a running child process; its threads are counted together. It does not own the
+/// process.
 class ProcessState {
  public:
     explicit ProcessState(pid_t process);
 
     /// Processor time used so far, in clock ticks.
     long ticks() const;
-    /// A thread waits for a disk.
+    /// Whether a thread waits for a disk.
     bool isWriting() const;
-    /// A thread is on a processor or waits for one.
+    /// Whether a thread is running or ready to run.
     bool isRunning() const;
-    /// The most memory it ever held, in KiB.
+    /// The maximum resident memory so far, in KiB.
     long peakMemory() const;
+    /// Whether the process has ended; its exit status is then collected too.
     bool hasEnded() const;
 
  private:

@@ -39,11 +39,11 @@ constexpr const char* Usage =
     "was\n"
     "still loading; only when that changes nothing is it the end.\n";
 
-/// What is counted as "the same picture", and as "only a caret", in parts of the window's pixels.
+/// How many pixels may differ in "the same picture" and in "only a caret", as fractions of the window's pixels.
 constexpr double SamePicture = 0.001;
 constexpr double OnlyACaret = 0.0002;
 constexpr double StillFor = 700.0;
-/// A program that stands still may spend this much on its caret meanwhile.
+/// Processor time, in clock ticks, that an idle program may use to blink its caret.
 constexpr long IdleTicks = 3;
 constexpr std::size_t MostPictures = 400;
 constexpr int FirstPresses = 20;
@@ -88,7 +88,7 @@ class Watch {
     std::deque<std::pair<double, WatchedScreen::Picture>> m_pictures;
 };
 
-/// Takes a picture when something was drawn and keeps it when it is a new one.
+/// Takes a picture if something was drawn, and keeps it if it differs from the last one.
 void Watch::look() {
     const bool drawn = m_screen.wasDrawn(5);
     const double when = now();
@@ -153,7 +153,8 @@ bool Watch::showEnd(const ProcessState& process) {
     return true;
 }
 
-/// When the picture of the end came to stand: the first of the unbroken row of pictures at the end that equal the last.
+/// Returns the time from which the final picture was visible: that of the first picture in the unbroken sequence, up to
+/// the last, of pictures that equal the last.
 double Watch::sameSince() const {
     const WatchedScreen::Picture& last = m_pictures.back().second;
     double since = m_pictures.back().first;
@@ -165,8 +166,9 @@ double Watch::sameSince() const {
     return since;
 }
 
-/// Work is a thread that waits for the disk, one on a processor in most of the last looks (so that a caret is not taken
-/// for work), or a file that has changed.
+/// Returns how many milliseconds the save took; negative if it failed. The program counts as working while one of its
+/// threads waits for the disk, or was running in at least three of the last four checks (so that a blinking caret does
+/// not count), or while the file changes.
 double Watch::save(const ProcessState& process) {
     struct stat before = {};
     m_screen.press("x", false);

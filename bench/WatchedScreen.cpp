@@ -26,7 +26,7 @@ struct WatchedScreen::Parts {
 
 namespace {
 
-/// Below this a window is a tool tip, a hidden helper or a splash, not the program's window.
+/// A smaller window is not the program's window but a tool tip, a hidden helper window or a splash screen.
 constexpr int LeastWindowPixels = 200 * 150;
 
 bool shareImage(Display* display, XImage*& image, XShmSegmentInfo& segment) {
@@ -47,7 +47,7 @@ bool shareImage(Display* display, XImage*& image, XShmSegmentInfo& segment) {
     return XShmAttach(display, &segment) != 0 && XSync(display, False) != 0;
 }
 
-/// A window may vanish between two requests; that is no reason to end.
+/// Ignores X errors: a window may disappear between two requests.
 int passOver(Display*, XErrorEvent*) {
     return 0;
 }
@@ -128,7 +128,7 @@ bool WatchedScreen::hasFocusedWindow() const {
     XGetInputFocus(m_parts->display, &focused, &revert);
     if (focused == None || focused == PointerRoot)
         return false;
-    // The window manager's own window, which holds the keyboard meanwhile, has no area to speak of.
+    // While no program has the focus, a tiny window of the window manager may have it; this one does not count.
     Window top = focused;
     while (top != m_parts->root) {
         Window root = None;

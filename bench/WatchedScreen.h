@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-/// The display as somebody in front of it sees it: its picture, when it changed, the windows that came up, and a
-/// keyboard. Owned by the program that watches. A picture is one byte a pixel, row by row.
+/// The X display as a user sees it: takes pictures, reports drawing and new windows, and presses keys. Owned by the
+/// program that measures; closes the display when destroyed. A picture has one byte (green) per pixel, row by row.
 class WatchedScreen {
  public:
     using Picture = std::vector<std::uint8_t>;
@@ -14,15 +14,16 @@ class WatchedScreen {
     WatchedScreen();
     ~WatchedScreen();
 
+    /// False if there is no display, or it does not report drawing; then call nothing else.
     bool isOpen() const;
-    /// Waits at most that many milliseconds; true when something was drawn since the last call.
+    /// Waits at most this many milliseconds; returns true if something was drawn since the last call.
     bool wasDrawn(int milliseconds);
     Picture picture();
-    /// Pixels of the largest window that was mapped since the start; 0 while there is none.
+    /// The number of pixels of the largest window that was mapped since the start; 0 if there was none.
     int windowPixels() const;
-    /// True when the keyboard belongs to a window of a program, not to the window manager.
+    /// Whether a window of a program has the keyboard focus, not one of the window manager.
     bool hasFocusedWindow() const;
-    /// Presses and releases a key by its X name, "End", with Control held if wanted.
+    /// Presses and releases a key, given by its X name such as "End", with Control if requested.
     void press(const std::string& key, bool control);
     bool write(const Picture& picture, const std::string& path) const;
 
@@ -31,5 +32,5 @@ class WatchedScreen {
     std::unique_ptr<Parts> m_parts;
 };
 
-/// How many pixels differ.
+/// The number of pixels that differ.
 int differingPixels(const WatchedScreen::Picture& one, const WatchedScreen::Picture& other);

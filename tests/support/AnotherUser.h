@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// Runs a check as somebody without any rights here: in a process of another user when this one is root, whom no mode
-/// stops, else in this process. True when the check said so.
+/// Runs a check as a user without special rights, and returns its result. If this process runs as root, whom no file
+/// mode restricts, the check runs in a child process of another user; otherwise in this process.
 inline bool asSomebodyElse(const std::function<bool()>& check) {
     if (::geteuid() != 0)
         return check();

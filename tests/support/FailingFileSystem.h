@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-/// The calls of FileSystemCalls by name.
+/// Names for the calls of FileSystemCalls.
 enum class SystemCall {
     Open,
     Stat,
@@ -32,18 +32,18 @@ enum class SystemCall {
     Unlink
 };
 
-/// The real file system, in which single calls fail as a test wants it.
+/// The real file system, in which a test can make single calls fail.
 class FailingFileSystem : public FileSystemCalls {
  public:
     FailingFileSystem() = default;
 
-    /// The call of that number (from 1) of its kind fails with `error` and does nothing; 0 stands for all of them.
+    /// The call of this kind with this number (from 1) fails with `error` and has no effect; number 0 means all calls.
     void fail(SystemCall call, int number, int error) { m_failures[{call, number}] = error; }
 
-    /// The call of that number takes or gives at most so many bytes.
+    /// The call of this kind with this number transfers at most this many bytes.
     void shorten(SystemCall call, int number, std::size_t bytes) { m_short[{call, number}] = bytes; }
 
-    /// Every write and read takes or gives at most so many bytes.
+    /// Every read and write transfers at most this many bytes.
     void shortenAll(std::size_t bytes) { m_mostBytes = bytes; }
 
     void setSizeLimit(quint64 bytes) { m_sizeLimit = bytes; }
@@ -53,7 +53,7 @@ class FailingFileSystem : public FileSystemCalls {
         return found == m_counts.end() ? 0 : found->second;
     }
     const std::vector<SystemCall>& calls() const { return m_calls; }
-    /// Whether all that was opened has been closed.
+    /// Whether all opened handles were closed.
     bool allClosed() const { return m_open.empty(); }
 
     int open(const char* path, int flags, mode_t mode) override {
@@ -122,7 +122,7 @@ class FailingFileSystem : public FileSystemCalls {
         return fails(SystemCall::SetTimes) ? -1 : FileSystemCalls::futimens(handle, times);
     }
     int fsync(int handle) override { return fails(SystemCall::Flush) ? -1 : FileSystemCalls::fsync(handle); }
-    /// Closes also when it fails, as the system does.
+    /// Closes the handle even if the call fails, as the system does.
     int close(int handle) override {
         const bool failing = fails(SystemCall::Close);
         const int error = errno;
@@ -150,7 +150,7 @@ class FailingFileSystem : public FileSystemCalls {
         return true;
     }
 
-    /// Of the call that is being made.
+    /// The limit for the current call.
     std::size_t mostBytes(SystemCall call) const {
         const auto found = m_short.find({call, count(call)});
         return found == m_short.end() ? m_mostBytes : found->second;

@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QTabWidget>
 
-/// The letters that stand for more than one thing in a dialog, each with what it stands for; on any of its pages.
+/// Returns the mnemonics that occur more than once on a page of the dialog, each with the texts that use it.
 inline QStringList doubledMnemonics(const QDialog& dialog) {
     const auto* tabs = dialog.findChild<QTabWidget*>();
     QStringList doubled;

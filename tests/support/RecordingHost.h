@@ -8,14 +8,14 @@
 #include <map>
 #include <utility>
 
-/// A frame that only notes what its documents call, by name and arguments.
+/// A DocumentHost that records the calls of its documents, with names and arguments.
 class RecordingHost : public DocumentHost {
  public:
     QStringList calls;
-    /// What to do inside a call of that name, besides noting it.
+    /// Actions to run during a call of that name, after it was recorded.
     std::map<QString, std::function<void()>> during;
 
-    /// The calls since the last take.
+    /// Returns the calls since the last take(), and clears the list.
     QStringList take() { return std::exchange(calls, {}); }
 
     void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) override {

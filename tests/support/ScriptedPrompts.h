@@ -12,9 +12,9 @@
 #include <utility>
 #include <variant>
 
-/// Answers the program's questions from a queue and keeps what was shown. A question that no answer waits for, or of
-/// another kind than the next answer, fails the test; so do answers left over when the object goes. Messages need no
-/// answer.
+/// Answers the program's questions from a queue and records what was shown. The test fails if a question finds no
+/// answer, or one of another kind, and if answers are left when the object is destroyed. Messages need no answer. Shows
+/// nothing and does not run the event loop.
 class ScriptedPrompts : public Prompts {
  public:
     ScriptedPrompts() = default;
@@ -26,16 +26,16 @@ class ScriptedPrompts : public Prompts {
     void answerYes() { m_answers.emplace_back(true); }
     void answerNo() { m_answers.emplace_back(false); }
     void answerFiles(const OpenAnswer& answer) { m_answers.emplace_back(answer); }
-    /// An empty path: the save dialog is cancelled.
+    /// An empty path means that the save dialog is cancelled.
     void answerSavePath(const QString& path) { m_answers.emplace_back(path); }
 
-    /// Runs once, while the next message or question stands on the screen.
+    /// Runs once, during the next message or question.
     void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
 
     QStringList messages;                  ///< texts of the message boxes
     QStringList questions;                 ///< texts of the Yes/No boxes
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
-    std::deque<FileQuestion> fileDialogs;  ///< what each file dialog was asked
+    std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
 
     void message(QWidget*, const QString& text, const QString& title) override {
         messages.append(text);

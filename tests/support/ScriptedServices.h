@@ -11,8 +11,8 @@
 
 #include <QTemporaryDir>
 
-/// What a document is given, with scripted answers, a registry in memory and a program folder of its own. Handed on as
-/// DocumentServices.
+/// The DocumentServices of a document under test: scripted answers, a registry in memory and a temporary program
+/// folder. Owned by the test; pass `all` on.
 struct ScriptedServices {
     explicit ScriptedServices(qint64 hexBlock = WorkingCopy::BlockSize) : hexBlockSize(hexBlock) {}
 
@@ -22,7 +22,7 @@ struct ScriptedServices {
     QTemporaryDir programFolder;
     EditorGlobals globals{registry, programFolder.path(), shareFolder()};
     HexFindState hexFind;
-    FailingFileSystem hexCalls;  ///< by which bytes are loaded and saved
+    FailingFileSystem hexCalls;  ///< used to load and save the bytes of hex views
     qint64 hexBlockSize;
     DocumentServices all{prompts, options, globals, hexFind, {hexCalls, hexBlockSize}};
 };

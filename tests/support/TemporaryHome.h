@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-/// Gives a test program a home of its own: HOME, the XDG folders and TMPDIR lie in a folder that goes with this object.
-/// Made first in main(), before any QCoreApplication; the old environment returns at the end.
+/// Gives a test program its own home: HOME, the XDG folders and TMPDIR are in a folder that is deleted with this
+/// object. Create it first in main(), before any QCoreApplication. The destructor restores the environment.
 class TemporaryHome {
  public:
     TemporaryHome() {
@@ -31,7 +31,7 @@ class TemporaryHome {
 
     Q_DISABLE_COPY_MOVE(TemporaryHome)
 
-    /// Absolute path of something in the home.
+    /// Returns the absolute path of a file in the home.
     QString path(const QString& relative) const { return m_folder.filePath(u"home/"_qs + relative); }
 
  private:

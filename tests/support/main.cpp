@@ -1,4 +1,4 @@
-// The one main of every test program: a home of its own, a screen that is not there.
+// The main function of all test programs: sets up a temporary home and runs Qt without a display.
 
 #include "support/TemporaryHome.h"
 
@@ -8,7 +8,7 @@
 
 int main(int argc, char** argv) {
     const TemporaryHome home;
-    // Also while the runner only asks for the names of the tests, where ctest's environment does not reach.
+    // Also needed when the test runner only lists the tests, because ctest does not set its environment then.
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
