@@ -1,6 +1,7 @@
 #include "hex/HexParts.h"
 
 #include "hex/bytes/HexPaging.h"
+#include "hex/grid/GridAccessible.h"
 #include "hex/grid/GridPane.h"
 #include "hex/grid/HexMarker.h"
 #include "hex/grid/OffsetPane.h"
@@ -90,6 +91,8 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicText->setObjectName(u"PicText"_qs);
     PicText->setAccessibleName(u"Text"_qs);
     PicText->setCursorName(u"Shape2"_qs);
+    GridAccessible::follow(*PicHex);
+    GridAccessible::follow(*PicText);
     VScroll1 = new QScrollBar(Qt::Vertical, view);
     VScroll1->setObjectName(u"VScroll1"_qs);
     VScroll1->setRange(0, HexPaging::ScrollMaximum);
