@@ -9,6 +9,7 @@
 #include "hex/bytes/HexStorage.h"
 #include "hex/bytes/HexUndoLog.h"
 #include "hex/bytes/WorkingCopy.h"
+#include "hex/find/HexFindTarget.h"
 #include "hex/grid/Grid.h"
 
 #include <QPointer>
@@ -23,7 +24,7 @@ class QKeyEvent;
 ///
 /// An edit by a key goes into the copy at once and into the undo log. Replacing and filling do not: they leave no undo
 /// and do not set Modified. Loading and saving yield after each block; the view may go meanwhile. Errors are told here.
-class ucHex : public QWidget {
+class ucHex : public QWidget, public HexFindTarget {
     Q_OBJECT
     Q_PROPERTY(int FilePointer READ filePointerNumber)
     Q_PROPERTY(int PageRows READ pageRows CONSTANT)
@@ -67,15 +68,15 @@ class ucHex : public QWidget {
     Q_INVOKABLE QString GetCursorPos() const;
 
     /// Each search gives the position of the match, -1 when there is none, and shows it in the top row.
-    Q_INVOKABLE int FindDown(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int FindUp(const QString& pStr, qint16 pFindType);
+    Q_INVOKABLE int FindDown(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int FindUp(const QString& pStr, qint16 pFindType) override;
     /// With an empty text the last search again; else from the hex pane a byte sequence, from the other a text.
     Q_INVOKABLE bool FindNextStr(const QString& text);
     Q_INVOKABLE bool FindPrevStr(const QString& text);
-    Q_INVOKABLE int CountBytes(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int MarkAll(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType);
-    Q_INVOKABLE void ReplaceBytes(const QString& pHexText, int position);
+    Q_INVOKABLE int CountBytes(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int MarkAll(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) override;
+    Q_INVOKABLE void ReplaceBytes(const QString& pHexText, int position) override;
 
     Q_INVOKABLE void AddBookMark(const QString& hexText, const QString& decimalText, bool silent);
 
@@ -86,7 +87,7 @@ class ucHex : public QWidget {
     void fillBlock(Offset one, Offset other, quint8 byte);
 
  public Q_SLOTS:
-    void FillGrid();
+    void FillGrid() override;
     void MoveFirstPage();
     void MovePreviousPage();
     void MovePreviousLine();
