@@ -218,3 +218,12 @@ void HexParts::moveMarkers(int row, int col) const {
     Sign[0]->move(Label2[static_cast<std::size_t>(col)]->x() + MarkerIndent, RulerHeight - HexMarker::Size);
     Sign[1]->move(PicOffSet->width() - HexMarker::Size, MarkerIndent + GridPane::RowHeight * row);
 }
+
+int HexParts::selectedBookmark() const {
+    const QModelIndex current = lsBookmark->currentIndex();
+    return current.isValid() ? current.row() : -1;
+}
+
+void HexParts::selectBookmark(int index) const {
+    lsBookmark->setCurrentIndex(bookmarks->index(index));
+}
