@@ -13,14 +13,6 @@
 #include <QTreeView>
 #include <QWheelEvent>
 
-#include <limits>
-
-namespace {
-
-constexpr qint64 LastPosition = std::numeric_limits<qint32>::max();
-
-}  // namespace
-
 ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent,
              const HexStorage& storage)
     : QWidget(parent),
@@ -167,7 +159,7 @@ void ucHex::SetScrollPosition() {
 }
 
 void ucHex::gotoOffset(qint64 offset) {
-    if (!m_fileOpen || offset >= LastPosition || offset < -LastPosition)
+    if (!m_fileOpen || offset >= FilePosition::Largest || offset < -FilePosition::Largest)
         return;
     finishNibble();
     const HexCell cell = m_panes.paging().goToTyped(Offset(offset));
@@ -178,7 +170,7 @@ void ucHex::gotoOffset(qint64 offset) {
 }
 
 void ucHex::gotoPage(qint64 page) {
-    if (!m_fileOpen || page < 1 || page > LastPosition)
+    if (!m_fileOpen || page < 1 || page > FilePosition::Largest)
         return;
     finishNibble();
     m_panes.paging().goToPage(page);

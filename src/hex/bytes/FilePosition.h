@@ -8,6 +8,8 @@
 /// bytes, so that every position fits into 32 bits; sums with them have room here.
 class FilePosition {
  public:
+    static constexpr qint64 Largest = 2'147'483'647;
+
     constexpr FilePosition() = default;
     constexpr explicit FilePosition(qint64 number) : m_number(number) {}
 

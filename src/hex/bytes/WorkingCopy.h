@@ -22,7 +22,7 @@ class WorkingCopyFile;
 class WorkingCopy : public ByteStore {
  public:
     /// Positions have 32 bits.
-    static constexpr qint64 MostBytes = 2'147'483'647;
+    static constexpr qint64 MostBytes = FilePosition::Largest;
     static constexpr qint64 BlockSize = 512'000;
 
     using Clock = std::function<QTime()>;
