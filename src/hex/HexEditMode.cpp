@@ -1,7 +1,7 @@
 #include "hex/HexEditMode.h"
 
-#include "settings/Colour.h"
 #include "widgets/Contrast.h"
+#include "widgets/StoredColour.h"
 
 #include <QPalette>
 #include <QWidget>
@@ -11,17 +11,12 @@ namespace {
 constexpr qint32 ModeInUse = 255;
 constexpr qint32 OtherMode = 16384;
 
-QColor colourOf(qint32 number) {
-    const Colour colour = Colour::fromNumber(number);
-    return {colour.red, colour.green, colour.blue};
-}
-
 /// The two colours are fixed, so on a dark window they stand on a light ground.
 void paintLabel(QWidget* label, qint32 number) {
     const QColor window = label->parentWidget()->palette().color(QPalette::Window);
-    const bool isTooDark = Contrast::between(colourOf(OtherMode), window) < Contrast::Enough;
+    const bool isTooDark = Contrast::between(StoredColour::colourOf(OtherMode), window) < Contrast::Enough;
     QPalette palette;
-    palette.setColor(QPalette::WindowText, colourOf(number));
+    palette.setColor(QPalette::WindowText, StoredColour::colourOf(number));
     if (isTooDark)
         palette.setColor(QPalette::Window, Qt::white);
     label->setAutoFillBackground(isTooDark);

@@ -21,7 +21,7 @@ struct Options {
     bool DocumentWorkingFolder = true;
     bool ShowFullPath = true;
     bool UseFileIcon = false;
-    qint32 RowHighlightColor = 15194061;  ///< see Colour.h
+    qint32 RowHighlightColor = 15194061;  ///< blue-green-red, as all stored colours
     bool RowHighlight = true;
 };
 
