@@ -25,8 +25,8 @@ struct TextFormat {
     bool operator==(const TextFormat&) const = default;
 };
 
-/// The format that a save under this flag word writes: 16 Windows-1252, 32 UTF-8 with mark, 64 UTF-16 little endian
-/// with mark, 128 UTF-8 without mark. Any other word: as loaded. The bit of value 1 is not looked at.
+/// The format that a save under this word of SaveFlags writes; a word that names none: as loaded. UTF-16 is little
+/// endian.
 TextFormat formatOfSave(int flagWord, TextFormat loaded);
 
 /// Turns the bytes of a file into UTF-8, part by part. Made for one load by whoever reads the file.

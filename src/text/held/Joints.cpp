@@ -1,15 +1,13 @@
 #include "text/held/Joints.h"
 
+#include "text/codec/Utf8Text.h"
+
 #include <algorithm>
 
 namespace {
 
 /// How far back from the end of a piece a better place for the cut is looked for, in bytes.
 constexpr qint64 CutSearch = 256;
-
-bool isContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-}
 
 bool isWordByte(char c) {
     const auto u = static_cast<unsigned char>(c);

@@ -1,5 +1,7 @@
 #include "text/search/MatchScan.h"
 
+#include "text/codec/Utf8Text.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -19,10 +21,6 @@ constexpr qint64 SpareCharacters = 3;
 /// Bytes that the search for the last match goes back at first, and how many times more at each try.
 constexpr qint64 FirstReach = 4096;
 constexpr qint64 ReachGrowth = 8;
-
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
 
 qint64 characterStart(const HeldText& text, qint64 at) {
     while (at > 0 && at < text.length() && isContinuation(text.range(at, 1).front()))
