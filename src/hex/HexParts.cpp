@@ -40,7 +40,7 @@ constexpr ScrollButton ScrollButtons[] = {
     {"MoveLastPage", "Goto Last Page", "rowlast"},
 };
 
-/// One label below the panes: its heading, what stands before it, its first text, and the longest it may get.
+/// One label below the panes: its heading, what is before it, its first text, and the longest it may get.
 struct InfoRow {
     const char* heading;  ///< empty: belongs to the one before
     const char* caption;

@@ -37,7 +37,7 @@ QPointer<Form> makeForm(const QWidget& view, Arguments&&... arguments) {
 
 constexpr int RowsInSight = 3;  ///< above a form that must not hide a match
 
-/// A match stands in the top row.
+/// A match is in the top row.
 void placeClearOfTopRow(QWidget& form, const GridPane& pane) {
     form.adjustSize();
     const QRect screen = pane.screen()->availableGeometry();

@@ -203,7 +203,7 @@ void HexFindPanel::cmdFindNext() {
         return;
     fitReplacement();
     if (!searchOn())
-        tellMiss(u"Find Completed"_qs);
+        reportMiss(u"Find Completed"_qs);
 }
 
 bool HexFindPanel::searchOn() {
@@ -217,31 +217,31 @@ bool HexFindPanel::searchOn() {
     return true;
 }
 
-void HexFindPanel::tellMiss(const QString& completed) {
+void HexFindPanel::reportMiss(const QString& completed) {
     if (m_foundAt != NothingFound)
-        return tell(completed);
+        return report(completed);
     m_desk.state.HexFindActive = false;
-    tell(u"Not Found"_qs);
+    report(u"Not Found"_qs);
 }
 
 void HexFindPanel::cmdCount() {
-    tellNumber(m_rules.counted, &HexFindTarget::CountBytes);
+    reportNumber(m_rules.counted, &HexFindTarget::CountBytes);
 }
 
 void HexFindPanel::cmdMarkAll() {
-    tellNumber(m_rules.marked, &HexFindTarget::MarkAll);
+    reportNumber(m_rules.marked, &HexFindTarget::MarkAll);
 }
 
-void HexFindPanel::tellNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16)) {
+void HexFindPanel::reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16)) {
     if (m_target == nullptr || !checkInput())
         return;
     BusyPointer::show();
     const int number = (m_target->*work)(term(), static_cast<qint16>(findType()));
     BusyPointer::restore();
-    tell(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
+    report(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
 }
 
-void HexFindPanel::tell(const QString& text) {
+void HexFindPanel::report(const QString& text) {
     const QPointer<HexFindPanel> guard(this);
     m_desk.prompts.message(window(), text);
     if (guard)

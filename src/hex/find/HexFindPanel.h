@@ -67,9 +67,9 @@ class HexFindPanel : public QWidget {
     /// Whether there was a match; it is kept then.
     bool searchOn();
     /// `completed` when a match was found before.
-    void tellMiss(const QString& completed);
-    /// Shows a box and keeps the histories if the form still stands.
-    void tell(const QString& text);
+    void reportMiss(const QString& completed);
+    /// Shows a box and keeps the histories if the form still exists.
+    void report(const QString& text);
 
  protected Q_SLOTS:
     void cmdFindNext();
@@ -84,7 +84,7 @@ class HexFindPanel : public QWidget {
     QGroupBox* addOptions(const char* title, const char* name, const std::array<const char*, 2>& captions,
                           std::array<QRadioButton*, 2>& options);
     int search();
-    void tellNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16));
+    void reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16));
     bool refuse(QComboBox* box, const QString& why);
 
     const HexFindRules& m_rules;

@@ -76,7 +76,7 @@ void HexReplacePanel::cmdReplace() {
         return;
     if (foundAt() > 0)
         target()->FillGrid();
-    tellMiss(u"Replace Completed"_qs);
+    reportMiss(u"Replace Completed"_qs);
 }
 
 void HexReplacePanel::cmdReplaceAll() {
@@ -89,11 +89,11 @@ void HexReplacePanel::cmdReplaceAll() {
     const int number = target()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
     BusyPointer::restore();
     if (number == 0)
-        return tell(u"Not Found"_qs);
+        return report(u"Not Found"_qs);
     forgetFound();
     if (rules().isText)
         setMatchWaits(false);
-    tell(QString::fromLatin1(rules().replacedAll).arg(number));
+    report(QString::fromLatin1(rules().replacedAll).arg(number));
 }
 
 void HexReplacePanel::keepHistories() {

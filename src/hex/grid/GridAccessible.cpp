@@ -35,7 +35,7 @@ void report(GridPane& pane, QAccessible::Event what, HexCell cell) {
 }
 
 void cursorMoved(GridPane& pane) {
-    // While a page is filled the cursor may stand where it has no row any more.
+    // While a page is filled the cursor may be below its last row.
     if (pane.hasFocus() && pane.grid().cell().row < pane.grid().Rows())
         report(pane, QAccessible::Focus, pane.grid().cell());
 }
