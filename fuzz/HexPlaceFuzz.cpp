@@ -1,24 +1,15 @@
 // Any text as an offset or a page to go to, in a file of any length: the page shown begins at a whole row of the file
 // and the cell that is asked for lies in it.
 
+#include "FuzzEntry.h"
 #include "hex/bytes/HexPaging.h"
 #include "hex/forms/TypedPlace.h"
 
 #include <QString>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 namespace {
-
-constexpr qint64 LongestFile = 2'147'483'647;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void requireWholeRow(const HexPaging& paging) {
     require(paging.FilePointer().number() >= 1);
@@ -50,9 +41,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     std::memcpy(&number, data, sizeof number);
     HexPaging paging;
-    paging.open(1 + number % LongestFile);
-    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data) + sizeof number,
-                                           static_cast<qsizetype>(size - sizeof number));
+    paging.open(1 + number % FilePosition::Largest);
+    const QString text = QString::fromUtf8(viewOf(data + sizeof number, size - sizeof number));
     for (const QString& typed : {text, u"&H"_qs + text}) {
         const auto offset = TypedPlace::offsetOf(typed);
         if (offset)

@@ -1,6 +1,7 @@
 // Any text as a byte sequence or a text to search for: it is brought into form, means the bytes it says, and is found
 // where a plain search finds it.
 
+#include "FuzzEntry.h"
 #include "hex/bytes/ByteStore.h"
 #include "hex/bytes/HexNeedle.h"
 #include "hex/bytes/HexSearch.h"
@@ -9,18 +10,10 @@
 #include <QByteArray>
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 
 namespace {
 
 constexpr qint64 SmallBlock = 8;
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 class Bytes : public ByteStore {
  public:
@@ -75,7 +68,7 @@ void checkSearch(const QString& text, HexFindType type, const QByteArray& file) 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 1)
         return 0;
-    const QByteArray input(reinterpret_cast<const char*>(data + 1), static_cast<qsizetype>(size - 1));
+    const QByteArray input = viewOf(data + 1, size - 1).toByteArray();
     const QByteArray term = input.left(data[0] % 32);
     const QByteArray file = input.mid(data[0] % 32);
     for (const QString& text : {QString::fromLatin1(term), QString::fromUtf8(term)}) {

@@ -1,25 +1,14 @@
-// Any bytes as the definition of a language: either it is sound, or its fault is told by a line. One with rules then
-// colours the same bytes.
+// Any bytes as the definition of a language: either it is sound, or its fault is reported with a line. One with rules
+// then colours the same bytes.
 
+#include "FuzzEntry.h"
 #include "editor/language/RuleLexer.h"
 #include "lang/LanguageFile.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
 #include <vector>
 
-namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QByteArray bytes = viewOf(data, size).toByteArray();
     const LanguageFile::Result result = LanguageFile::parse(bytes, u"X"_qs);
     require(result.definition.has_value() == result.error.isEmpty());
     if (!result.definition) {

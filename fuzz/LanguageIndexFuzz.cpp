@@ -1,5 +1,6 @@
-// Any bytes as the index of languages: the table keeps its limit, and what it writes gives it back.
+// Any bytes as the index of languages: the table keeps its limit, and what it writes can be read again.
 
+#include "FuzzEntry.h"
 #include "lang/LanguageTable.h"
 
 #include <QDir>
@@ -7,18 +8,6 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const QTemporaryDir home;
@@ -26,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     QDir().mkpath(folder);
     QFile file(folder + QLatin1String("/languages.idx"));
     require(file.open(QIODevice::WriteOnly));
-    file.write(reinterpret_cast<const char*>(data), static_cast<qint64>(size));
+    file.write(viewOf(data, size).toByteArray());
     file.close();
 
     LanguageTable table(home.path(), home.path());

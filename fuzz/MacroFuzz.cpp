@@ -1,23 +1,11 @@
 // Any bytes as a macro, with and without what stands before its steps: what is read gives the same macro when it is
 // written and read again.
 
+#include "FuzzEntry.h"
 #include "keys/Macro.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
-namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const QByteArrayView bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QByteArrayView bytes = viewOf(data, size);
     Macro::fromBytes(bytes);
     const auto macro = Macro::fromSteps(bytes);
     if (macro && !macro->isEmpty())

@@ -1,21 +1,13 @@
 // Any text as a number in each base: what is a number comes back from every other base, what is none is nowhere one.
 
+#include "FuzzEntry.h"
 #include "hex/forms/NumberConversion.h"
 
 #include <QString>
 
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-
 using namespace NumberConversion;
 
 namespace {
-
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 bool hasOnly(const QString& text, const char* characters) {
     const QString allowed = QString::fromLatin1(characters);
@@ -45,7 +37,7 @@ void checkDecimal(const QString& decimal) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    const QString text = QString::fromUtf8(viewOf(data, size));
     checkDecimal(text);
     for (const QString& decimal : {HexToDec(text), OctToDec(text)})
         require(decimal.isEmpty() == DecToHex(decimal).isEmpty());

@@ -11,11 +11,9 @@ namespace {
 /// Of the two panes, by the number of its grid.
 constexpr int TextPane = 2;
 
-void showCursor(QScrollArea& area, const ucHex& control) {
-    const bool inText = control.ActiveGrid() == TextPane;
-    auto* cursor = control.findChild<QWidget*>(inText ? u"Shape2"_qs : u"Shape1"_qs);
-    if (cursor != nullptr)
-        area.ensureWidgetVisible(cursor, 0, 0);
+void showCursor(QScrollArea& area, const QRect& cursor) {
+    const QPoint middle = cursor.center();
+    area.ensureVisible(middle.x(), middle.y(), cursor.width() / 2 + 1, cursor.height() / 2 + 1);
 }
 
 }  // namespace
@@ -30,7 +28,7 @@ HexView::HexView(const DocumentServices& services, QWidget* parent)
     m_area->setFocusPolicy(Qt::NoFocus);
     m_area->setFocusProxy(m_control);
     QObject::connect(m_control, &ucHex::PositionChanged, m_area,
-                     [area = m_area, control = m_control] { showCursor(*area, *control); });
+                     [area = m_area, control = m_control] { showCursor(*area, control->cursorRect()); });
 }
 
 void HexView::finishTyping() {

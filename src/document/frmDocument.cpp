@@ -17,6 +17,7 @@
 #include "widgets/BusyPointer.h"
 #include "widgets/Icons.h"
 #include "widgets/Prompts.h"
+#include "widgets/Twips.h"
 
 #include <QCloseEvent>
 #include <QIcon>
@@ -29,7 +30,6 @@
 namespace {
 
 constexpr int MarginInTwips = 10;
-constexpr int TwipsPerPixel = 15;
 constexpr int Margin = (MarginInTwips + TwipsPerPixel - 1) / TwipsPerPixel;
 
 enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };

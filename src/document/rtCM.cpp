@@ -4,10 +4,10 @@
 #include "document/EditorGlobals.h"
 #include "document/NumberText.h"
 #include "editor/control/TextControl.h"
-#include "settings/Colour.h"
 #include "settings/Options.h"
 #include "text/lines/TextCounts.h"
 #include "widgets/Prompts.h"
+#include "widgets/StoredColour.h"
 
 #include <QColor>
 #include <QVBoxLayout>
@@ -26,8 +26,7 @@ std::string_view utf8Of(const QByteArray& text) {
 }
 
 QColor rowHighlightColour(const Options& options) {
-    const Colour colour = Colour::fromNumber(options.RowHighlightColor);
-    return {colour.red, colour.green, colour.blue};
+    return StoredColour::colourOf(options.RowHighlightColor);
 }
 
 /// The colour that nobody has chosen is made for light ground.

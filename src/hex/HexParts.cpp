@@ -1,6 +1,7 @@
 #include "hex/HexParts.h"
 
 #include "hex/bytes/HexPaging.h"
+#include "hex/grid/GridAccessible.h"
 #include "hex/grid/GridPane.h"
 #include "hex/grid/HexMarker.h"
 #include "hex/grid/OffsetPane.h"
@@ -39,7 +40,7 @@ constexpr ScrollButton ScrollButtons[] = {
     {"MoveLastPage", "Goto Last Page", "rowlast"},
 };
 
-/// One label below the panes: its heading, what stands before it, its first text, and the longest it may get.
+/// One label below the panes: its heading, what is before it, its first text, and the longest it may get.
 struct InfoRow {
     const char* heading;  ///< empty: belongs to the one before
     const char* caption;
@@ -90,6 +91,8 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicText->setObjectName(u"PicText"_qs);
     PicText->setAccessibleName(u"Text"_qs);
     PicText->setCursorName(u"Shape2"_qs);
+    GridAccessible::follow(*PicHex);
+    GridAccessible::follow(*PicText);
     VScroll1 = new QScrollBar(Qt::Vertical, view);
     VScroll1->setObjectName(u"VScroll1"_qs);
     VScroll1->setRange(0, HexPaging::ScrollMaximum);
@@ -214,4 +217,13 @@ void HexParts::captionRuler(bool hexMode) const {
 void HexParts::moveMarkers(int row, int col) const {
     Sign[0]->move(Label2[static_cast<std::size_t>(col)]->x() + MarkerIndent, RulerHeight - HexMarker::Size);
     Sign[1]->move(PicOffSet->width() - HexMarker::Size, MarkerIndent + GridPane::RowHeight * row);
+}
+
+int HexParts::selectedBookmark() const {
+    const QModelIndex current = lsBookmark->currentIndex();
+    return current.isValid() ? current.row() : -1;
+}
+
+void HexParts::selectBookmark(int index) const {
+    lsBookmark->setCurrentIndex(bookmarks->index(index));
 }

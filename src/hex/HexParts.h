@@ -34,6 +34,9 @@ struct HexParts {
     void captionRuler(bool hexMode) const;
     /// Puts the markers beside a row and a column of the panes.
     void moveMarkers(int row, int col) const;
+    /// The one in the list that has the cursor, -1 when none has.
+    int selectedBookmark() const;
+    void selectBookmark(int index) const;
 
     ClickLabel* lblSelect = nullptr;
     QWidget* ruler = nullptr;

@@ -1,29 +1,28 @@
 #pragma once
 
-#include "hex/HexParts.h"
-#include "hex/bytes/BlockExport.h"
-#include "hex/bytes/HexBlock.h"
-#include "hex/bytes/HexChanges.h"
-#include "hex/bytes/HexFindState.h"
-#include "hex/bytes/HexPaging.h"
+#include "hex/HexEditMode.h"
+#include "hex/HexPanes.h"
+#include "hex/HexTyping.h"
+#include "hex/bytes/HexEdits.h"
 #include "hex/bytes/HexStorage.h"
-#include "hex/bytes/HexUndoLog.h"
-#include "hex/bytes/WorkingCopy.h"
-#include "hex/grid/Grid.h"
+#include "hex/find/HexFindTarget.h"
 
-#include <QPointer>
 #include <QWidget>
 
 class Prompts;
-struct Options;
 class QKeyEvent;
+enum class BlockForm;
+enum class HexFindDirection : qint16;
+enum class HexFindType : qint16;
+struct HexFindState;
+struct Options;
 
-/// One file shown and edited byte by byte: a pane of hex digits and one of characters side by side, kept in step. Reads
-/// and writes a working copy; the user's file changes by SaveFile() alone, and its length never. Belongs to a document.
+/// One file shown and edited byte by byte: a pane of hex digits and one of characters side by side. Reads and writes a
+/// working copy; the user's file changes by SaveFile() alone, and its length never. Belongs to a document.
 ///
-/// An edit by a key goes into the copy at once and into the undo log. Replacing and filling do not: they leave no undo
-/// and do not set Modified. Loading and saving yield after each block; the view may go meanwhile. Errors are told here.
-class ucHex : public QWidget {
+/// Connects the parts of the view: the panes show and move, the typing makes bytes, the edits write them and undo.
+/// Loading and saving yield after each block; the view may be destroyed meanwhile. Errors are reported here.
+class ucHex : public QWidget, public HexFindTarget {
     Q_OBJECT
     Q_PROPERTY(int FilePointer READ filePointerNumber)
     Q_PROPERTY(int PageRows READ pageRows CONSTANT)
@@ -42,7 +41,6 @@ class ucHex : public QWidget {
     /// Prompts, options and find state outlive it.
     ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent = nullptr,
           const HexStorage& storage = {});
-    ~ucHex() override;
 
     /// False: the file has no byte, then the view stays as it was; or it can't be loaded, then the view is shut.
     Q_INVOKABLE bool OpenFile(const QString& pFileName);
@@ -50,43 +48,44 @@ class ucHex : public QWidget {
     Q_INVOKABLE bool SaveFile(const QString& pFileName, bool force);
 
     bool FileOpen() const { return m_fileOpen; }
-    bool Modified() const { return m_modified; }
+    bool Modified() const { return m_edits.modified(); }
     bool Locked() const { return m_locked; }
     void setLocked(bool locked) { m_locked = locked; }
-    bool OffsetHexMode() const { return m_offsetHexMode; }
-    /// 1: the hex pane has the focus, 2: the text pane, 0: none had it yet.
-    int ActiveGrid() const { return m_activeGrid; }
-    FilePosition FilePointer() const { return m_paging.FilePointer(); }
+    bool OffsetHexMode() const { return m_panes.offsetsAreHex(); }
+    /// The pane in use, 1 or 2; 0: none had the focus yet.
+    int ActiveGrid() const { return m_panes.activeNumber(); }
+    FilePosition FilePointer() const { return m_panes.paging().FilePointer(); }
     QString TempFileName() const { return m_copy.name(); }
-    /// Where cmdSaveAs() writes to. Empty unless somebody sets it, and nobody in the program does: its own saving under
-    /// another name is SaveFile().
+    /// Where cmdSaveAs() writes to. Empty unless somebody sets it, which nothing in the program does.
     QString SaveAsName() const { return m_saveAsName; }
     void setSaveAsName(const QString& name) { m_saveAsName = name; }
 
     /// "Pg 1/3, Pos 0/960"
-    Q_INVOKABLE QString GetCursorPos() const;
+    Q_INVOKABLE QString GetCursorPos() const { return m_panes.cursorText(); }
+    /// Of the pane in use.
+    QRect cursorRect() const { return m_panes.cursorRect(); }
 
-    /// Each search gives the position of the match, -1 when there is none, and shows it in the top row.
-    Q_INVOKABLE int FindDown(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int FindUp(const QString& pStr, qint16 pFindType);
+    /// A match is shown in the top row.
+    Q_INVOKABLE int FindDown(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int FindUp(const QString& pStr, qint16 pFindType) override;
     /// With an empty text the last search again; else from the hex pane a byte sequence, from the other a text.
     Q_INVOKABLE bool FindNextStr(const QString& text);
     Q_INVOKABLE bool FindPrevStr(const QString& text);
-    Q_INVOKABLE int CountBytes(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int MarkAll(const QString& pStr, qint16 pFindType);
-    Q_INVOKABLE int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType);
-    Q_INVOKABLE void ReplaceBytes(const QString& pHexText, int position);
+    Q_INVOKABLE int CountBytes(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int MarkAll(const QString& pStr, qint16 pFindType) override;
+    Q_INVOKABLE int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) override;
+    Q_INVOKABLE void ReplaceBytes(const QString& pHexText, int position) override;
 
     Q_INVOKABLE void AddBookMark(const QString& hexText, const QString& decimalText, bool silent);
 
-    /// The places that the dialogs ask for; 32-bit numbers, others do nothing.
+    /// What the dialogs ask for; numbers of more than 32 bits do nothing.
     Q_INVOKABLE void gotoOffset(qint64 offset);
     Q_INVOKABLE void gotoPage(qint64 page);
     void copyBlock(Offset one, Offset other, BlockForm form);
     void fillBlock(Offset one, Offset other, quint8 byte);
 
  public Q_SLOTS:
-    void FillGrid();
+    void FillGrid() override;
     void MoveFirstPage();
     void MovePreviousPage();
     void MovePreviousLine();
@@ -99,14 +98,14 @@ class ucHex : public QWidget {
     void DoUndos();
     void cmdUndo();
     void cmdCopy();
-    /// A byte of which one digit was typed is written with that one.
+    /// A byte of which one digit was typed is complete with that one.
     void finishNibble();
     void cmdGoOffset();
     void cmdGoPage();
     void SelectBlock();
     /// Writes the copy over SaveAsName(), whether it was modified or not.
     void cmdSaveAs();
-    /// These three need the desktop or the settings, so whoever hears the request does it.
+    /// These three only send a request: they need the desktop or the settings.
     void cmdProperties();
     void cmdCalculator();
     void cmdLanguage();
@@ -122,7 +121,7 @@ class ucHex : public QWidget {
     void cmdClearBookmark();
     void DeleteBookmark();
     void FindNextItem();
-    /// The form for finding, open at the page that fits the pane in use. The flag is not looked at.
+    /// Each opens the form at the page that fits the pane in use, whatever the flag says.
     void FindDialog(bool flag = false);
     void ReplaceDialog(bool flag = false);
     void cmdFindHex();
@@ -138,16 +137,14 @@ class ucHex : public QWidget {
     void SearchDone(const QString& text, qint16 findType);
     /// Key "HEX" or "BOOK"; the position is the pointer's in the parent's coordinates.
     void ContextMenuRequest(int x, int y, const QString& key);
-    /// The desktop's properties of a file; the path is empty.
+    /// The desktop's properties of a file, its calculator, and the chooser of the program's language. The path is empty.
     void PropertiesRequest(const QString& path);
-    /// The desktop's calculator.
     void CalculatorRequest();
-    /// The chooser of the program's language; the choice goes to setting "Language" of section "General".
     void LanguageRequest();
 
  protected:
     void changeEvent(QEvent* event) override;
-    /// Goes on to the pane in use.
+    /// The pane in use gets the focus.
     void focusInEvent(QFocusEvent* event) override;
 
  private:
@@ -155,82 +152,48 @@ class ucHex : public QWidget {
     int pageRows() const { return HexPaging::PageRows; }
     int rowHeight() const;
     bool ctrlDown() const { return m_ctrlDown; }
-    bool scrollSync() const { return m_scrollSync; }
+    bool scrollSync() const { return m_panes.isScrolling(); }
 
-    void connectGrid(int number);
+    void connectPanes();
     void connectPane(int number);
     void connectParts();
     void DisableHexControls();
     void EnableHexControls();
-    void setControlsEnabled(bool enabled);
     bool LoadFile(const QString& pFileName);
     CopyProgress SetProgress();
     bool writeOver(const QString& target);
 
     void pageAfter(bool (HexPaging::*step)());
     void turnWheel(int notches);
-    void fillCells();
-    /// Whether a byte of the page is told apart as typed.
-    bool isChanged(HexCell cell) const;
-    void forgetChanges();
-    void PaintOffsets();
-    QStringList offsetTexts(bool toEndOfFile) const;
     void toggleOffsetMode();
     void toggleEditMode();
-    void paintEditMode(bool isHex);
-    void showCell(HexCell cell);
-    void enterCell(int number, HexCell cell);
-    void enterPane(int number);
-    /// Gives it the keyboard, or makes it the one to get it while another window has it.
-    void usePane(int number);
-    Grid& grid(int number) { return number == 1 ? m_grid1 : m_grid2; }
-    GridPane* pane(int number) const { return number == 1 ? m_parts.PicHex : m_parts.PicText; }
-    GridPane* activePane() const { return pane(m_activeGrid == 2 ? 2 : 1); }
 
     bool HandleKey(const QKeyEvent& event);
     bool refusesTyping() const { return m_ctrlDown || m_locked || !m_fileOpen; }
-    void typeHex(const QString& text);
-    void typeNibble(QChar digit);
-    void typeText(const QString& text);
-    /// Shows what there is, and tells why with the next pass of the event loop: an edit may be the first step of
-    /// something else.
+    /// Shows the page as it is, and the error with the next pass of the event loop: the edit may be part of another
+    /// step.
     void refuseEdit(const SystemError& error);
-    void finishNibble(HexCell cell);
 
-    /// A form over the window that the view is in; goes with the view. It is no child of the view: the area of a child
-    /// window would take the keys of its tabs.
-    template <typename Form, typename... Arguments>
-    QPointer<Form> makeForm(Arguments&&... arguments);
     void showFindForm(const QString& key, const QString& caption);
-    void placeClearOfTopRow(QWidget& form) const;
-    void selectInBoth(HexCell cell);
     void repeatSearch(const QString& notFound);
     int search(const QString& text, HexFindType type, HexFindDirection direction);
     bool searchFromBar(const QString& text, HexFindDirection direction);
     int showMatch(FilePosition match);
 
-    int selectedBookmark() const;
-    void selectBookmark(int index);
     void GotoSelectedBookmark();
-    void tellContextMenu(const QWidget* from, const QPoint& at, const QString& key);
+    void requestContextMenu(const QWidget* from, const QPoint& at, const QString& key);
 
     Prompts& m_prompts;
     const Options& m_options;
     HexFindState& m_findState;
     WorkingCopy m_copy;
-    HexPaging m_paging;
-    HexUndoLog m_undoLog;
-    HexChanges m_changes;
-    Grid m_grid1;
-    Grid m_grid2;
-    HexParts m_parts;
-    int m_activeGrid = 0;
+    HexEdits m_edits;
+    HexPanes m_panes;
+    HexTyping m_typing;
+    HexEditMode m_editMode;
     bool m_fileOpen = false;
-    bool m_modified = false;
     bool m_locked = false;
     bool m_ctrlDown = false;
-    bool m_offsetHexMode = false;
-    bool m_scrollSync = false;  ///< the program moves the scroll bar
     QString m_saveAsName;
     bool m_isBusy = false;  ///< a load or save is under way
 };

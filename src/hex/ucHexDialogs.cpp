@@ -1,4 +1,5 @@
-// The forms that the view opens. They are modal and run the event loop; the view may go meanwhile, and they with it.
+// The forms that the view opens. They are modal and run the event loop; the view may be destroyed meanwhile, and they
+// are then destroyed with it.
 
 #include "hex/find/HexFindDesk.h"
 #include "hex/find/frmFindReplace.h"
@@ -25,22 +26,33 @@ bool askWith(const QPointer<Form>& form) {
     return form && form->isConfirmed();
 }
 
-constexpr int RowsInSight = 3;  ///< above a form that must not hide a match
-
-}  // namespace
-
+/// A form over the window that the view is in, destroyed with the view. It is no child of the view: the area of a child
+/// window would take the keys of its tabs.
 template <typename Form, typename... Arguments>
-QPointer<Form> ucHex::makeForm(Arguments&&... arguments) {
-    QPointer<Form> form(new Form(std::forward<Arguments>(arguments)..., window()));
-    connect(this, &QObject::destroyed, form, [raw = form.data()] { delete raw; });
+QPointer<Form> makeForm(const QWidget& view, Arguments&&... arguments) {
+    QPointer<Form> form(new Form(std::forward<Arguments>(arguments)..., view.window()));
+    QObject::connect(&view, &QObject::destroyed, form, [raw = form.data()] { delete raw; });
     return form;
 }
+
+constexpr int RowsInSight = 3;  ///< above a form that must not hide a match
+
+/// A match is in the top row.
+void placeClearOfTopRow(QWidget& form, const GridPane& pane) {
+    form.adjustSize();
+    const QRect screen = pane.screen()->availableGeometry();
+    const QPoint below = pane.mapToGlobal(pane.cellRect({RowsInSight, 0}).bottomLeft());
+    form.move(std::clamp(below.x(), screen.left(), std::max(screen.left(), screen.right() - form.width())),
+              std::clamp(below.y(), screen.top(), std::max(screen.top(), screen.bottom() - form.height())));
+}
+
+}  // namespace
 
 void ucHex::cmdGoOffset() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const auto form = makeForm<frmGotoOffSet>(m_prompts);
+    const auto form = makeForm<frmGotoOffSet>(*this, m_prompts);
     if (askWith(form))
         gotoOffset(form->value());
     delete form;
@@ -50,7 +62,7 @@ void ucHex::cmdGoPage() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const auto form = makeForm<frmGotoPage>(m_prompts, m_paging.typedPages());
+    const auto form = makeForm<frmGotoPage>(*this, m_prompts, m_panes.paging().typedPages());
     if (askWith(form))
         gotoPage(form->value());
     delete form;
@@ -60,7 +72,7 @@ void ucHex::SelectBlock() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const auto form = makeForm<frmBlock>();
+    const auto form = makeForm<frmBlock>(*this);
     if (askWith(form)) {
         if (!form->fills())
             copyBlock(form->first(), form->last(), form->form());
@@ -71,13 +83,13 @@ void ucHex::SelectBlock() {
 }
 
 void ucHex::cmdConversion() {
-    const auto form = makeForm<frmConvert>();
+    const auto form = makeForm<frmConvert>(*this);
     form->exec();
     delete form;
 }
 
 void ucHex::cmdCharTable() {
-    const auto form = makeForm<frmAnsiTable>();
+    const auto form = makeForm<frmAnsiTable>(*this);
     form->exec();
     delete form;
 }
@@ -96,14 +108,14 @@ void ucHex::cmdLanguage() {
 }
 
 void ucHex::FindDialog(bool) {
-    if (m_activeGrid == 2)
+    if (ActiveGrid() == 2)
         cmdFindText();
     else
         cmdFindHex();
 }
 
 void ucHex::ReplaceDialog(bool) {
-    if (m_activeGrid == 2)
+    if (ActiveGrid() == 2)
         cmdReplaceText();
     else
         cmdReplaceHex();
@@ -129,21 +141,12 @@ void ucHex::showFindForm(const QString& key, const QString& caption) {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const auto form = makeForm<frmFindReplace>(HexFindDesk{m_prompts, m_options, m_findState});
+    const auto form = makeForm<frmFindReplace>(*this, HexFindDesk{m_prompts, m_options, m_findState});
     form->InitControl(this, key, caption, m_locked);
-    placeClearOfTopRow(*form);
+    placeClearOfTopRow(*form, *m_panes.pane(1));
     form->exec();
     if (!form)
         return;
     delete form;
-    activePane()->setFocus();
-}
-
-/// A match stands in the top row.
-void ucHex::placeClearOfTopRow(QWidget& form) const {
-    form.adjustSize();
-    const QRect screen = this->screen()->availableGeometry();
-    const QPoint below = m_parts.PicHex->mapToGlobal(m_parts.PicHex->cellRect({RowsInSight, 0}).bottomLeft());
-    form.move(std::clamp(below.x(), screen.left(), std::max(screen.left(), screen.right() - form.width())),
-              std::clamp(below.y(), screen.top(), std::max(screen.top(), screen.bottom() - form.height())));
+    m_panes.activePane()->setFocus();
 }

@@ -3,7 +3,7 @@
 #include "keys/HotKeys.h"
 #include "platform/Folders.h"
 #include "settings/SettingText.h"
-#include "settings/files/BoundedFile.h"
+#include "settings/files/OwnTextFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -98,7 +98,7 @@ void MacroStore::LoadMacros() {
 bool MacroStore::LoadMacroFile(const QString& pFilename, int pIndex) {
     if (!isIndex(pIndex))
         return false;
-    const BoundedFile file = readBounded(pFilename, Macro::MostBytes);
+    const OwnTextFile::Content file = OwnTextFile::read(pFilename, Macro::MostBytes);
     if (!file.error)
         setBytes(pIndex, file.bytes);
     return !file.error || file.isTooLong();

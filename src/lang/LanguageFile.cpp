@@ -1,8 +1,7 @@
 #include "lang/LanguageFile.h"
 
 #include "lang/LanguageFileReader.h"
-#include "settings/files/BoundedFile.h"
-#include "settings/files/TextLines.h"
+#include "settings/files/OwnTextFile.h"
 
 namespace {
 
@@ -16,7 +15,7 @@ LanguageFile::Result LanguageFile::parse(QByteArrayView bytes, const QString& pa
     if (bytes.size() > MostBytes)
         return wrong(path, 1, u"the file is longer than %1 bytes"_qs.arg(MostBytes));
     LanguageFileReader reader;
-    const QStringList lines = linesOf(bytes);
+    const QStringList lines = OwnTextFile::linesOf(bytes);
     for (qsizetype line = 0; line < lines.size(); ++line) {
         if (lines[line].contains(QChar(u'\0')))
             return wrong(path, line + 1, u"a NUL stands in it"_qs);
@@ -29,6 +28,6 @@ LanguageFile::Result LanguageFile::parse(QByteArrayView bytes, const QString& pa
 }
 
 LanguageFile::Result LanguageFile::read(const QString& path) {
-    const BoundedFile file = readBounded(path, MostBytes);
+    const OwnTextFile::Content file = OwnTextFile::read(path, MostBytes);
     return file.error ? Result{std::nullopt, file.error.description} : parse(file.bytes, path);
 }

@@ -1,12 +1,8 @@
 #include "lang/LanguageTable.h"
 
 #include "lang/LanguageFile.h"
-#include "platform/Folders.h"
 #include "platform/Paths.h"
-#include "settings/files/BoundedFile.h"
-#include "settings/files/TextLines.h"
-
-#include <QSaveFile>
+#include "settings/files/OwnTextFile.h"
 
 #include <algorithm>
 
@@ -31,7 +27,7 @@ LanguageTable::LanguageTable(const QString& programFolder, const QString& shareF
       m_shareFolder(shareFolder + QLatin1String("/languages/")) {}
 
 void LanguageTable::LoadLanguageIndex() {
-    const QStringList lines = linesOf(readBounded(pathOf(IndexFile), MostIndexBytes).bytes);
+    const QStringList lines = OwnTextFile::readLines(pathOf(IndexFile), MostIndexBytes).value_or(QStringList());
     for (qsizetype at = 0; at < lines.size(); ++at) {
         const QString line = lines[at].trimmed();
         if (!line.startsWith(QLatin1String("<<")))
@@ -75,15 +71,12 @@ QStringList LanguageTable::loadedNames() const {
 }
 
 bool LanguageTable::saveIndex(const QList<LanguageRow>& rows) const {
-    makeFolder(m_programFolder);
-    QSaveFile file(m_programFolder + IndexFile);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    QStringList lines;
     for (const LanguageRow& row : rows) {
         if (isOneLine(row.name) && isOneLine(row.patterns))
-            file.write("<<" + row.name.toUtf8() + ">>\r\n" + row.patterns.toUtf8() + "\r\n");
+            lines << u"<<%1>>"_qs.arg(row.name) << row.patterns;
     }
-    return file.commit();
+    return OwnTextFile::writeLines(m_programFolder + IndexFile, lines);
 }
 
 QString LanguageTable::pathOf(const QString& file) const {

@@ -6,7 +6,7 @@ class Settings;
 
 /// The program-wide variables that mirror the store. The shell owns the one set; the frame fills it at start, the
 /// properties dialog writes it along with the store, documents and views read it and never the store. The values here
-/// are the defaults; those of the font come from whoever loads.
+/// are the defaults; the font is given to loadFirstOptions().
 struct Options {
     QString FontName;
     qint16 FontSize = 0;  ///< points
@@ -21,7 +21,7 @@ struct Options {
     bool DocumentWorkingFolder = true;
     bool ShowFullPath = true;
     bool UseFileIcon = false;
-    qint32 RowHighlightColor = 15194061;  ///< see Colour.h
+    qint32 RowHighlightColor = 15194061;  ///< blue-green-red, as all stored colours
     bool RowHighlight = true;
 };
 

@@ -5,7 +5,7 @@
 class QComboBox;
 
 /// What was typed into a combo box before, kept in a text file of the program folder: an entry a line, the newest last.
-/// The list of the box has the newest on top. Failures pass without a word.
+/// The list of the box has the newest on top. Failures are not reported.
 
 /// How many entries a history has.
 inline constexpr int ComboHistorySize = 30;

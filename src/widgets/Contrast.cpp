@@ -29,6 +29,15 @@ QColor Contrast::blended(const QColor& one, const QColor& other, int percentOfOt
     return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
 }
 
+QColor Contrast::fittedTo(const QColor& ground, const QColor& wanted) {
+    constexpr int Largest = 255;
+    constexpr int Raise = 24;  ///< so that the opposite of white still differs from black
+    if (isDark(ground) == isDark(wanted))
+        return wanted;
+    const int opposite = std::min(Largest - wanted.lightness() + Raise, Largest);
+    return QColor::fromHsl(wanted.hslHue(), wanted.hslSaturation() / 2, opposite).toRgb();
+}
+
 QColor Contrast::readableOn(const QColor& ground, const QColor& wanted) {
     const QColor end = isDark(ground) ? Qt::white : Qt::black;
     constexpr int Step = 5;

@@ -17,7 +17,11 @@ bool isDark(const QColor& ground);
 /// `one` with so many parts of a hundred of `other`.
 QColor blended(const QColor& one, const QColor& other, int percentOfOther);
 
-/// A colour on this ground. Where it would be hard to read it goes towards black or white until it is not.
+/// A ground like `wanted` for a window of this ground: one that is light where the window is dark, or dark where that
+/// is light, keeps its hue and gets the opposite lightness.
+QColor fittedTo(const QColor& ground, const QColor& wanted);
+
+/// A colour on this ground. Where it would be hard to read it is blended with black or white until it is not.
 QColor readableOn(const QColor& ground, const QColor& wanted);
 
 }  // namespace Contrast

@@ -1,4 +1,5 @@
 #include "hex/HexFixture.h"
+#include "hex/bytes/BlockExport.h"
 #include "text/codec/Windows1252.h"
 
 #include <QClipboard>

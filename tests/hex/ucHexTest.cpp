@@ -673,3 +673,46 @@ TEST_F(TheHexView, TakesNothingBackByAKeyWhileItIsLocked) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(workingBytes(), "xbc");
 }
+
+TEST_F(TheHexView, KnowsWhereTheCursorOfThePaneInUseIs) {
+    open(someBytes(400));
+    const auto inView = [this](int number, HexCell cell) {
+        const QRect rect = pane(number)->cellRect(cell);
+        return QRect(pane(number)->mapTo(m_hex.get(), rect.topLeft()), rect.size());
+    };
+    select(2, 5);
+    EXPECT_EQ(m_hex->cursorRect(), inView(1, {2, 5}));
+    EXPECT_EQ(m_hex->cursorRect().size(), part<QWidget>(u"Shape1"_qs)->size());
+    press(Qt::Key_Tab);
+    press(Qt::Key_Down);
+    EXPECT_EQ(m_hex->cursorRect(), inView(2, {3, 5}));
+}
+
+TEST_F(TheHexView, NamesTheOffsetThatItsLabelsShow) {
+    open(someBytes(400));
+    EXPECT_EQ(m_hex->GetCursorPos(), u"Pg 1/2, Pos 0/399"_qs);
+    for (const int offset : {17, 250, 399}) {
+        m_hex->gotoOffset(offset);
+        EXPECT_TRUE(m_hex->GetCursorPos().endsWith(u"Pos %1/399"_qs.arg(info(3)))) << offset;
+    }
+    m_hex->AddBookMark(u"20"_qs, u"32"_qs, false);
+    press(Qt::Key_Tab);
+    m_hex->cmdFirstBookmark();
+    EXPECT_TRUE(m_hex->GetCursorPos().endsWith(u"Pos %1/399"_qs.arg(info(3))));
+}
+
+TEST_F(TheHexView, KeepsItsEditModeWhenThePaletteChanges) {
+    open(someBytes(40));
+    const auto colourOf = [this](int label) {
+        return part<QLabel>(u"lblInfo(%1)"_qs.arg(label))->palette().color(QPalette::WindowText);
+    };
+    const QColor inUse = colourOf(6);
+    QTest::mouseClick(part<QLabel>(u"lblInfo(7)"_qs), Qt::LeftButton);
+    ASSERT_EQ(colourOf(7), inUse);
+    QPalette dark;
+    dark.setColor(QPalette::Window, Qt::black);
+    m_hex->setPalette(dark);
+    EXPECT_EQ(colourOf(7), inUse);
+    EXPECT_NE(colourOf(6), inUse);
+    EXPECT_TRUE(pane(2)->hasFocus());
+}

@@ -1,4 +1,3 @@
-#include "settings/Colour.h"
 #include "settings/Options.h"
 #include "settings/SettingText.h"
 #include "settings/Settings.h"
@@ -187,12 +186,4 @@ TEST(SettingText, ReadsBooleansAsWordsAndNumbers) {
     for (const char* text : {"", "yes", "on", "t", "truely"}) {
         EXPECT_FALSE(SettingText::toBoolean(QLatin1String(text)).has_value()) << text;
     }
-}
-
-TEST(ColourTest, RedIsTheLowestByte) {
-    EXPECT_EQ(Colour::fromNumber(15194061), (Colour{205, 215, 231}));
-    EXPECT_EQ(Colour::fromNumber(255), (Colour{255, 0, 0}));
-    EXPECT_EQ(Colour::fromNumber(16384), (Colour{0, 64, 0}));
-    EXPECT_EQ(Colour::fromNumber(-1), (Colour{255, 255, 255}));
-    EXPECT_EQ((Colour{205, 215, 231}).number(), 15194061);
 }

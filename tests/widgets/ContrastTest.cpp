@@ -30,3 +30,16 @@ TEST(Contrast, AColourThatCanBeReadStaysAndAnotherIsMadeReadable) {
             << grey;
     }
 }
+
+TEST(Contrast, AGroundIsFittedToADarkWindowAndStaysOnALightOne) {
+    const QColor pale(205, 215, 231);
+    for (const QColor& light : {QColor(Qt::white), QColor(250, 200, 0), QColor(120, 120, 120)}) {
+        EXPECT_EQ(Contrast::fittedTo(light, pale), pale) << light.name().toStdString();
+    }
+    for (const QColor& dark : {QColor(Qt::black), QColor(10, 10, 40), QColor(110, 0, 0)}) {
+        const QColor fitted = Contrast::fittedTo(dark, pale);
+        EXPECT_TRUE(Contrast::isDark(fitted)) << dark.name().toStdString();
+        EXPECT_EQ(fitted.hslHue(), pale.hslHue());
+    }
+    EXPECT_EQ(Contrast::fittedTo(Qt::white, Qt::black), QColor(Qt::white));
+}

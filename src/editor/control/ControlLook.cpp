@@ -11,7 +11,6 @@
 #include <algorithm>
 
 using Contrast::blended;
-using ScintillaColour::readableOn;
 
 namespace {
 
@@ -110,7 +109,7 @@ void TextControl::applyColours() {
     send(SCI_STYLESETFORE, STYLE_BRACELIGHT, ScintillaColour::number(text));
     send(SCI_STYLESETBACK, STYLE_BRACELIGHT, ScintillaColour::number(blended(base, accent, 40)));
     send(SCI_STYLESETBOLD, STYLE_BRACELIGHT, 1);
-    send(SCI_STYLESETFORE, STYLE_BRACEBAD, ScintillaColour::number(readableOn(base, QColor(176, 0, 0))));
+    send(SCI_STYLESETFORE, STYLE_BRACEBAD, ScintillaColour::number(Contrast::readableOn(base, QColor(176, 0, 0))));
     send(SCI_STYLESETBOLD, STYLE_BRACEBAD, 1);
     send(SCI_SETWHITESPACEFORE, 1, ScintillaColour::number(blended(text, base, 60)));
     send(SCI_SETADDITIONALSELBACK, ScintillaColour::number(blended(base, accent, 60)));
@@ -135,9 +134,10 @@ void TextControl::setLineHighlight(qint64 line, const QColor& colour, HighlightC
     if (!m_highlight.isValid())
         return;
     const QColor own = m_options.rowHighlight;
-    const bool adapts = !own.isValid() && kind == HighlightColour::Adapts;
-    const QColor shown = own.isValid() ? own : m_highlight;
-    send(SCI_SETCARETLINEBACK, ScintillaColour::number(adapts ? readableOn(baseColour(), shown) : shown));
+    QColor shown = own.isValid() ? own : m_highlight;
+    if (!own.isValid() && kind == HighlightColour::Adapts)
+        shown = Contrast::readableOn(textLook().colour, Contrast::fittedTo(baseColour(), shown));
+    send(SCI_SETCARETLINEBACK, ScintillaColour::number(shown));
 }
 
 bool TextControl::LineNumbering() const {

@@ -10,6 +10,7 @@
 #include "editor/rtf/RtfReader.h"
 #include "editor/rtf/RtfWriter.h"
 #include "widgets/Contrast.h"
+#include "widgets/StoredColour.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,11 +18,6 @@
 namespace {
 
 constexpr qint64 NoBrace = -1;
-
-QColor colourOf(qint64 number) {
-    return {static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
-            static_cast<int>(number >> 16 & 0xFF)};
-}
 
 }  // namespace
 
@@ -271,7 +267,7 @@ QByteArray TextControl::richText(qint64 from, qint64 to) const {
         qint64 end = from + 1;
         while (end < to && send(SCI_GETSTYLEAT, end) == style)
             ++end;
-        const RtfLook look{colourOf(send(SCI_STYLEGETFORE, style)), send(SCI_STYLEGETBOLD, style) != 0,
+        const RtfLook look{StoredColour::colourOf(send(SCI_STYLEGETFORE, style)), send(SCI_STYLEGETBOLD, style) != 0,
                            send(SCI_STYLEGETITALIC, style) != 0};
         writer.append(QString::fromUtf8(bytes(from, end)), look);
         from = end;

@@ -1,21 +1,7 @@
 #include "editor/held/ScintillaColour.h"
 
-namespace ScintillaColour {
+#include "widgets/StoredColour.h"
 
-long number(const QColor& colour) {
-    return colour.red() | colour.green() << 8 | colour.blue() << 16;
+long ScintillaColour::number(const QColor& colour) {
+    return StoredColour::numberOf(colour);
 }
-
-bool isDark(const QColor& colour) {
-    return colour.lightness() < 128;
-}
-
-QColor readableOn(const QColor& base, const QColor& colour) {
-    if (isDark(base) == isDark(colour))
-        return colour;
-    QColor turned;
-    turned.setHsl(colour.hslHue(), colour.hslSaturation() / 2, (255 - colour.lightness()) + 24);
-    return turned;
-}
-
-}  // namespace ScintillaColour

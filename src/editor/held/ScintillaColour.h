@@ -2,15 +2,10 @@
 
 #include <QColor>
 
-/// Colours of the control, made from those of the desktop.
+/// Colours as Scintilla takes them.
 namespace ScintillaColour {
 
-/// Scintilla takes colours as blue-green-red.
+/// Blue-green-red.
 long number(const QColor& colour);
-
-bool isDark(const QColor& colour);
-
-/// A stored colour meant for dark text on light ground keeps its hue on dark ground and changes its lightness.
-QColor readableOn(const QColor& base, const QColor& colour);
 
 }  // namespace ScintillaColour

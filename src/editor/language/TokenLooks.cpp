@@ -1,10 +1,10 @@
 #include "editor/language/TokenLooks.h"
 
-#include "settings/Colour.h"
 #include "settings/registry/RegistryData.h"
 #include "settings/registry/RegistryStore.h"
 #include "settings/registry/modRegistry.h"
 #include "widgets/Contrast.h"
+#include "widgets/StoredColour.h"
 
 namespace {
 
@@ -39,14 +39,13 @@ int writeNumber(RegistryStore& store, const QString& name, std::optional<qint32>
 std::optional<qint32> numberOf(const QColor& colour) {
     if (!colour.isValid())
         return std::nullopt;
-    return Colour{colour.red(), colour.green(), colour.blue()}.number();
+    return StoredColour::numberOf(colour);
 }
 
 QColor colourOf(std::optional<qint32> number) {
     if (!number)
         return {};
-    const Colour colour = Colour::fromNumber(*number);
-    return {colour.red, colour.green, colour.blue};
+    return StoredColour::colourOf(*number);
 }
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "editor/profile/ControlProfile.h"
 
 #include "editor/control/TextControl.h"
-#include "settings/Colour.h"
 #include "settings/registry/RegistryData.h"
 #include "settings/registry/RegistryStore.h"
 #include "settings/registry/modRegistry.h"
+#include "widgets/StoredColour.h"
 
 #include <iterator>
 
@@ -38,11 +38,10 @@ constexpr Row colour(const char* name) {
                 const QColor own = control.elementColour(Element);
                 if (!own.isValid())
                     return std::nullopt;
-                return Colour{own.red(), own.green(), own.blue()}.number();
+                return StoredColour::numberOf(own);
             },
             [](TextControl& control, std::optional<qint32> value) {
-                const Colour own = Colour::fromNumber(value.value_or(0));
-                const QColor wanted = value ? QColor(own.red, own.green, own.blue) : QColor();
+                const QColor wanted = value ? StoredColour::colourOf(*value) : QColor();
                 if (wanted != control.elementColour(Element))
                     control.setElementColour(Element, wanted);
             }};

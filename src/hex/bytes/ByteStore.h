@@ -7,7 +7,7 @@
 
 #include <string_view>
 
-/// The bytes of one file, as many as they are for good: read and overwritten by position. Lengths are bytes.
+/// The bytes of one file, whose number does not change: read and overwritten by position. Lengths are bytes.
 class ByteStore {
  public:
     virtual ~ByteStore() = default;

@@ -4,10 +4,12 @@
 
 #include <compare>
 
-/// Where a byte stands in a file of the hex view, counted from 1. A file that is opened has at most 2,147,483,647
+/// Where a byte is in a file of the hex view, counted from 1. A file that is opened has at most 2,147,483,647
 /// bytes, so that every position fits into 32 bits; sums with them have room here.
 class FilePosition {
  public:
+    static constexpr qint64 Largest = 2'147'483'647;
+
     constexpr FilePosition() = default;
     constexpr explicit FilePosition(qint64 number) : m_number(number) {}
 

@@ -1,15 +1,13 @@
 #include "hex/bytes/HexBlock.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace {
 
 constexpr qint64 BytesAtOnce = 512'000;
-constexpr qint64 LastPosition = std::numeric_limits<qint32>::max();
 
 bool isPosition(FilePosition position) {
-    return position.number() >= 1 && position.number() <= LastPosition;
+    return position.number() >= 1 && position.number() <= FilePosition::Largest;
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <vector>
 
 /// The bookmarks of a hex view in the order of adding, as its list shows them. The decimal offset is the key. Belongs
-/// to the view; goes with the loaded file.
+/// to the view; cleared with each load.
 class HexBookmarks : public QAbstractListModel {
     Q_OBJECT
 

@@ -33,7 +33,9 @@ class HexPaging {
 
     /// Rows of the page in use; the last may hold no byte.
     int rows() const;
-    FilePosition positionOf(HexCell cell) const { return m_pointer + cell.row * BytesPerRow + cell.col; }
+    FilePosition positionOf(HexCell cell) const { return positionOf(m_pointer, cell); }
+    /// On the page that begins at `page`.
+    static FilePosition positionOf(FilePosition page, HexCell cell) { return page + cell.row * BytesPerRow + cell.col; }
     bool IsPastEnd(HexCell cell) const { return positionOf(cell).number() > m_length; }
 
     /// "current/total", counted back from the end of the file.

@@ -63,6 +63,10 @@ int HexText::HexCellToByte(const QString& cell) {
     return byteOfDigits(cell).value_or(0);
 }
 
+QString HexText::hexOf(Offset offset) {
+    return QString::number(offset.number(), 16).toUpper();
+}
+
 QString HexText::FormatOffset(Offset offset, bool hexMode) {
     return u"%1"_qs.arg(offset.number(), OffsetWidth, hexMode ? 16 : 10, QLatin1Char('0')).toUpper();
 }

@@ -23,6 +23,8 @@ QString ByteToTextCell(int byte);
 /// The byte of a cell in hex digits, one digit or two; 0 for anything else.
 int HexCellToByte(const QString& cell);
 
+/// Upper-case hexadecimal.
+QString hexOf(Offset offset);
 /// Ten characters: decimal, or upper-case hexadecimal, filled with "0" on the left.
 QString FormatOffset(Offset offset, bool hexMode);
 

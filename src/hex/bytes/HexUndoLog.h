@@ -14,7 +14,7 @@ struct HexUndoEntry {
     bool operator==(const HexUndoEntry&) const = default;
 };
 
-/// The last edits of a hex view, no more than Capacity: the oldest falls off without a word.
+/// The last edits of a hex view, no more than Capacity: one more drops the oldest.
 class HexUndoLog {
  public:
     static constexpr int Capacity = 31;

@@ -56,7 +56,7 @@ void removeUnlessLocked(FileSystemCalls& calls, const QByteArray& name) {
 /// The bytes of a working copy in blocks, for the writer of users' files.
 class WorkingCopy::Source : public ByteSource {
  public:
-    Source(std::shared_ptr<File> file, qint64 blockSize, const CopyProgress& progress)
+    Source(std::shared_ptr<WorkingCopyFile> file, qint64 blockSize, const CopyProgress& progress)
         : m_file(std::move(file)), m_blockSize(blockSize), m_progress(progress) {}
 
     qint64 length() const override { return m_file->length(); }
@@ -74,8 +74,8 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
-    /// The pieces given so far are written; told after each block. A view that has gone meanwhile does not end the save
-    /// of its bytes.
+    /// The pieces given so far are written; reported after each block. The save goes on when the view is destroyed
+    /// meanwhile.
     void report() {
         const bool isBlock = m_at > 0 && (m_at % m_blockSize == 0 || m_at == length());
         if (isBlock && m_isWatched)
@@ -84,7 +84,7 @@ class WorkingCopy::Source : public ByteSource {
     bool isWatched() const { return m_isWatched; }
 
  private:
-    std::shared_ptr<File> m_file;
+    std::shared_ptr<WorkingCopyFile> m_file;
     qint64 m_blockSize;
     const CopyProgress& m_progress;
     bool m_isWatched = true;
@@ -111,7 +111,7 @@ SystemError WorkingCopy::load(const QString& source, const CopyProgress& progres
 
 SystemError WorkingCopy::CopyToTempFile(const FileReader& source, const CopyProgress& progress) {
     m_file.reset();
-    std::shared_ptr<File> file;
+    std::shared_ptr<WorkingCopyFile> file;
     if (SystemError error = MakeTempFile(file))
         return error;
     SystemError error = copyFile(m_calls, source.handle(), file->handle(), source.size(), m_blockSize, progress);
@@ -128,17 +128,17 @@ SystemError WorkingCopy::CopyToTempFile(const FileReader& source, const CopyProg
     return error;
 }
 
-SystemError WorkingCopy::MakeTempFile(std::shared_ptr<File>& file) {
+SystemError WorkingCopy::MakeTempFile(std::shared_ptr<WorkingCopyFile>& file) {
     QString folder;
     if (SystemError error = GetTempFolder(folder))
         return error;
     SystemError error = systemError(EEXIST);
     if (!m_name.isEmpty())
-        file = File::make(m_calls, m_name, error);
+        file = WorkingCopyFile::make(m_calls, m_name, error);
     QTime time = m_clock();
     for (int i = 0; error.number == EEXIST && i < SecondsOfADay; ++i) {
         const QString name = MakeTempFileName(folder, time);
-        file = File::make(m_calls, name, error);
+        file = WorkingCopyFile::make(m_calls, name, error);
         if (file != nullptr)
             m_name = name;
         time = time.addSecs(1);

@@ -12,16 +12,17 @@
 #include <memory>
 
 class FileReader;
+class WorkingCopyFile;
 
 /// The copy of a user's file in the private temporary folder that a hex view reads and edits; the file itself is
-/// touched by save() alone. One belongs to one view. Its file is locked while it is in use and goes with it.
+/// touched by save() alone. One belongs to one view. Its file is locked while it is in use, and removed with it.
 ///
-/// load() and save() yield through their progress. Both stand it that the working copy goes meanwhile: progress has to
-/// answer false then. Errors are the system's, with its description alone.
+/// load() and save() yield through their progress. The working copy may be destroyed meanwhile: progress has to return
+/// false then. Errors are the system's, with its description alone.
 class WorkingCopy : public ByteStore {
  public:
     /// Positions have 32 bits.
-    static constexpr qint64 MostBytes = 2'147'483'647;
+    static constexpr qint64 MostBytes = FilePosition::Largest;
     static constexpr qint64 BlockSize = 512'000;
 
     using Clock = std::function<QTime()>;
@@ -52,10 +53,9 @@ class WorkingCopy : public ByteStore {
     static void removeAbandoned(FileSystemCalls& calls = FileSystemCalls::system());
 
  private:
-    class File;
     class Source;
 
-    SystemError MakeTempFile(std::shared_ptr<File>& file);
+    SystemError MakeTempFile(std::shared_ptr<WorkingCopyFile>& file);
     /// Nothing is kept of a copy that fails.
     SystemError CopyToTempFile(const FileReader& source, const CopyProgress& progress);
 
@@ -63,5 +63,5 @@ class WorkingCopy : public ByteStore {
     qint64 m_blockSize;
     Clock m_clock;
     QString m_name;
-    std::shared_ptr<File> m_file;
+    std::shared_ptr<WorkingCopyFile> m_file;
 };

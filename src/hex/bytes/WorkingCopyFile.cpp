@@ -12,7 +12,7 @@ namespace {
 
 constexpr mode_t Private = 0600;
 
-/// Locks a file that was just made. One that a sweep of another process took for abandoned is gone or held by now.
+/// Locks a file that was just made. False: a sweep of another process took it for abandoned, and removed or locked it.
 bool takeLock(FileSystemCalls& calls, int handle) {
     const auto lock = [&] { return calls.flock(handle, LOCK_EX | LOCK_NB); };
     if (uninterrupted(lock) != 0)
@@ -23,8 +23,8 @@ bool takeLock(FileSystemCalls& calls, int handle) {
 
 }  // namespace
 
-std::shared_ptr<WorkingCopy::File> WorkingCopy::File::make(FileSystemCalls& calls, const QString& path,
-                                                           SystemError& error) {
+std::shared_ptr<WorkingCopyFile> WorkingCopyFile::make(FileSystemCalls& calls, const QString& path,
+                                                       SystemError& error) {
     const QByteArray name = localName(path).value_or(QByteArray());
     const int handle = uninterrupted([&] {
         return calls.open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC, Private);
@@ -39,16 +39,16 @@ std::shared_ptr<WorkingCopy::File> WorkingCopy::File::make(FileSystemCalls& call
         return nullptr;
     }
     error = {};
-    return std::make_shared<File>(calls, name, handle);
+    return std::make_shared<WorkingCopyFile>(calls, name, handle);
 }
 
 /// By its name first: the lock holds until the name is gone, so that no sweep meets it.
-WorkingCopy::File::~File() {
+WorkingCopyFile::~WorkingCopyFile() {
     m_calls.unlink(m_name.constData());
     m_calls.close(m_handle);
 }
 
-SystemError WorkingCopy::File::measure() {
+SystemError WorkingCopyFile::measure() {
     struct stat status {};
     if (m_calls.fstat(m_handle, &status) != 0)
         return SystemError::fromErrno(errno);
@@ -56,7 +56,7 @@ SystemError WorkingCopy::File::measure() {
     return {};
 }
 
-qint64 WorkingCopy::File::read(qint64 at, char* buffer, qint64 count) const {
+qint64 WorkingCopyFile::read(qint64 at, char* buffer, qint64 count) const {
     qint64 done = 0;
     while (done < count) {
         const ssize_t got = uninterrupted(
@@ -70,7 +70,7 @@ qint64 WorkingCopy::File::read(qint64 at, char* buffer, qint64 count) const {
     return done;
 }
 
-SystemError WorkingCopy::File::write(qint64 at, std::string_view bytes) {
+SystemError WorkingCopyFile::write(qint64 at, std::string_view bytes) {
     while (!bytes.empty()) {
         const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
         const ssize_t count = uninterrupted([&] { return m_calls.pwritev(m_handle, &part, 1, at); });

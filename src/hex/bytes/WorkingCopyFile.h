@@ -1,19 +1,24 @@
 #pragma once
 
-#include "hex/bytes/WorkingCopy.h"
+#include "platform/FileSystemCalls.h"
+#include "platform/SystemError.h"
 
 #include <QByteArray>
+#include <QString>
 
-/// An open and locked file of a working copy; removed and closed when the last user lets it go.
-class WorkingCopy::File {
+#include <memory>
+#include <string_view>
+
+/// An open and locked file of a working copy; removed and closed when its last owner releases it.
+class WorkingCopyFile {
  public:
-    /// A fresh file of that name. `error` is EEXIST when the name is another's; then and with any other error there is
-    /// nothing.
-    static std::shared_ptr<File> make(FileSystemCalls& calls, const QString& path, SystemError& error);
+    /// A fresh file of that name. Null, and `error`, when it cannot be made; EEXIST when the name is taken.
+    static std::shared_ptr<WorkingCopyFile> make(FileSystemCalls& calls, const QString& path, SystemError& error);
 
-    File(FileSystemCalls& calls, const QByteArray& name, int handle) : m_calls(calls), m_name(name), m_handle(handle) {}
-    ~File();
-    Q_DISABLE_COPY_MOVE(File)
+    WorkingCopyFile(FileSystemCalls& calls, const QByteArray& name, int handle)
+        : m_calls(calls), m_name(name), m_handle(handle) {}
+    ~WorkingCopyFile();
+    Q_DISABLE_COPY_MOVE(WorkingCopyFile)
 
     int handle() const { return m_handle; }
     qint64 length() const { return m_length; }

@@ -2,7 +2,7 @@
 
 #include "hex/bytes/HexFindState.h"
 #include "hex/bytes/HexText.h"
-#include "hex/ucHex.h"
+#include "hex/find/HexFindTarget.h"
 #include "settings/Options.h"
 #include "widgets/BusyPointer.h"
 #include "widgets/ComboHistory.h"
@@ -14,6 +14,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -23,7 +24,7 @@ namespace {
 constexpr int TermWidth = 32;  ///< characters
 constexpr int LinesOfRefusal = 2;
 
-/// What in a text is no character of Windows-1252, by which it could be told to a person.
+/// The first character of a text that Windows-1252 lacks; empty when there is none.
 QString strangerIn(const QString& text) {
     for (const char32_t character : text.toUcs4()) {
         QString one = QString::fromUcs4(&character, 1);
@@ -112,7 +113,7 @@ QGroupBox* HexFindPanel::addOptions(const char* title, const char* name, const s
     return frame;
 }
 
-/// The captions have no letter underlined, so the keys are told by the tool tips.
+/// The captions have no letter underlined, so the tool tips name the keys.
 QPushButton* HexFindPanel::addButton(const char* name, const char* caption, const char* shortcut) {
     auto* button = new QPushButton(QString::fromLatin1(caption), this);
     button->setObjectName(QString::fromLatin1(name));
@@ -126,20 +127,20 @@ KeyFilterEdit* HexFindPanel::editOf(const QComboBox* box) {
     return static_cast<KeyFilterEdit*>(box->lineEdit());
 }
 
-void HexFindPanel::InitControl(ucHex* view, bool) {
-    m_view = view;
+void HexFindPanel::InitControl(HexFindTarget* target, bool) {
+    m_target = target;
     LoadComboHistory(QString::fromLatin1(m_rules.findHistory), *m_term);
     if (m_rules.isText)
         m_case[m_desk.options.CaseSensitiveOn ? 1 : 0]->setChecked(true);
     forgetFound();
 }
 
-void HexFindPanel::letGoOfView() {
-    m_view = nullptr;
+void HexFindPanel::letGoOfTarget() {
+    m_target = nullptr;
 }
 
-ucHex* HexFindPanel::view() const {
-    return m_view;
+HexFindTarget* HexFindPanel::target() const {
+    return m_target;
 }
 
 void HexFindPanel::focusTerm() {
@@ -191,17 +192,18 @@ bool HexFindPanel::refuse(QComboBox* box, const QString& why) {
 int HexFindPanel::search() {
     BusyPointer::show();
     const auto type = static_cast<qint16>(findType());
-    const int position = m_direction[0]->isChecked() ? m_view->FindUp(term(), type) : m_view->FindDown(term(), type);
+    const int position =
+        m_direction[0]->isChecked() ? m_target->FindUp(term(), type) : m_target->FindDown(term(), type);
     BusyPointer::restore();
     return position;
 }
 
 void HexFindPanel::cmdFindNext() {
-    if (m_view == nullptr || !checkInput())
+    if (m_target == nullptr || !checkInput())
         return;
     fitReplacement();
     if (!searchOn())
-        tellMiss(u"Find Completed"_qs);
+        reportMiss(u"Find Completed"_qs);
 }
 
 bool HexFindPanel::searchOn() {
@@ -215,31 +217,31 @@ bool HexFindPanel::searchOn() {
     return true;
 }
 
-void HexFindPanel::tellMiss(const QString& completed) {
+void HexFindPanel::reportMiss(const QString& completed) {
     if (m_foundAt != NothingFound)
-        return tell(completed);
+        return report(completed);
     m_desk.state.HexFindActive = false;
-    tell(u"Not Found"_qs);
+    report(u"Not Found"_qs);
 }
 
 void HexFindPanel::cmdCount() {
-    tellNumber(m_rules.counted, &ucHex::CountBytes);
+    reportNumber(m_rules.counted, &HexFindTarget::CountBytes);
 }
 
 void HexFindPanel::cmdMarkAll() {
-    tellNumber(m_rules.marked, &ucHex::MarkAll);
+    reportNumber(m_rules.marked, &HexFindTarget::MarkAll);
 }
 
-void HexFindPanel::tellNumber(const char* text, int (ucHex::*work)(const QString&, qint16)) {
-    if (m_view == nullptr || !checkInput())
+void HexFindPanel::reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16)) {
+    if (m_target == nullptr || !checkInput())
         return;
     BusyPointer::show();
-    const int number = (m_view->*work)(term(), static_cast<qint16>(findType()));
+    const int number = (m_target->*work)(term(), static_cast<qint16>(findType()));
     BusyPointer::restore();
-    tell(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
+    report(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
 }
 
-void HexFindPanel::tell(const QString& text) {
+void HexFindPanel::report(const QString& text) {
     const QPointer<HexFindPanel> guard(this);
     m_desk.prompts.message(window(), text);
     if (guard)

@@ -4,11 +4,11 @@
 #include "hex/find/HexFindDesk.h"
 #include "hex/find/HexFindRules.h"
 
-#include <QPointer>
 #include <QWidget>
 
 #include <array>
 
+class HexFindTarget;
 class KeyFilterEdit;
 class QComboBox;
 class QGroupBox;
@@ -16,11 +16,11 @@ class QLabel;
 class QPushButton;
 class QRadioButton;
 class QVBoxLayout;
-class ucHex;
 
 /// One page of the find and replace form: a term with its history, where to search, and the buttons that do it. Works
-/// on the view it was given last and does nothing without one. What can't be bytes is refused in words on the page
-/// itself; results are told in boxes, which run the event loop: form and view may go meanwhile. Belongs to the form.
+/// on the target it was given last and does nothing without one. What can't be bytes is refused in words on the page
+/// itself; results are shown in boxes, which run the event loop: form and target may be destroyed meanwhile. Belongs to
+/// the form, which is destroyed with the target.
 class HexFindPanel : public QWidget {
     Q_OBJECT
 
@@ -28,9 +28,9 @@ class HexFindPanel : public QWidget {
     /// The rules outlive it.
     HexFindPanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent = nullptr);
 
-    /// Takes a view, whether it is locked, the histories, and the shared setting for the case.
-    virtual void InitControl(ucHex* view, bool locked);
-    void letGoOfView();
+    /// Takes a target, whether it is locked, the histories, and the shared setting for the case.
+    virtual void InitControl(HexFindTarget* target, bool locked);
+    void letGoOfTarget();
 
     /// The term gets the keyboard, selected whole.
     void focusTerm();
@@ -44,7 +44,7 @@ class HexFindPanel : public QWidget {
  protected:
     const HexFindRules& rules() const { return m_rules; }
     const HexFindDesk& desk() const { return m_desk; }
-    ucHex* view() const;
+    HexFindTarget* target() const;
 
     /// One below the others, with a label and the name of its file as its tag. Tab reaches it after the term.
     QComboBox* addBox(const char* name, const char* label, const char* history);
@@ -67,9 +67,9 @@ class HexFindPanel : public QWidget {
     /// Whether there was a match; it is kept then.
     bool searchOn();
     /// `completed` when a match was found before.
-    void tellMiss(const QString& completed);
-    /// Shows a box and keeps the histories if the form still stands.
-    void tell(const QString& text);
+    void reportMiss(const QString& completed);
+    /// Shows a box and keeps the histories if the form still exists.
+    void report(const QString& text);
 
  protected Q_SLOTS:
     void cmdFindNext();
@@ -84,12 +84,12 @@ class HexFindPanel : public QWidget {
     QGroupBox* addOptions(const char* title, const char* name, const std::array<const char*, 2>& captions,
                           std::array<QRadioButton*, 2>& options);
     int search();
-    void tellNumber(const char* text, int (ucHex::*work)(const QString&, qint16));
+    void reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16));
     bool refuse(QComboBox* box, const QString& why);
 
     const HexFindRules& m_rules;
     HexFindDesk m_desk;
-    QPointer<ucHex> m_view;
+    HexFindTarget* m_target = nullptr;
     int m_foundAt = NothingFound;  ///< position of the last match
 
     QVBoxLayout* m_boxes;

@@ -1,26 +1,21 @@
 #include "hex/find/HexReplacePanel.h"
 
 #include "hex/bytes/HexText.h"
-#include "hex/ucHex.h"
+#include "hex/find/HexFindTarget.h"
 #include "widgets/BusyPointer.h"
 #include "widgets/ComboHistory.h"
 #include "widgets/KeyFilterEdit.h"
 
 #include <QComboBox>
+#include <QPointer>
 #include <QPushButton>
-
-namespace {
-
-constexpr const char* Tag = "Tag";
-
-}  // namespace
 
 HexReplacePanel::HexReplacePanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent)
     : HexFindPanel(rules, desk, parent),
       m_replacement(addBox("Text2", "Replace With:", rules.replaceHistory)),
       m_replace(addButton("cmdReplace", "Replace", "Alt+R")),
       m_replaceAll(addButton("cmdReplaceAll", "Replace All", "Alt+A")) {
-    connect(this, &HexFindPanel::termEdited, m_replace, [this] { m_replace->setProperty(Tag, QString()); });
+    connect(this, &HexFindPanel::termEdited, m_replace, [this] { setMatchWaits(false); });
     if (!rules.isText)
         connect(editOf(m_replacement), &QLineEdit::textEdited, this, &HexReplacePanel::forgetFound);
     connect(editOf(m_replacement), &KeyFilterEdit::enterPressed, this, &HexReplacePanel::cmdFindNext);
@@ -28,12 +23,12 @@ HexReplacePanel::HexReplacePanel(const HexFindRules& rules, const HexFindDesk& d
     connect(m_replaceAll, &QPushButton::clicked, this, &HexReplacePanel::cmdReplaceAll);
 }
 
-void HexReplacePanel::InitControl(ucHex* view, bool locked) {
-    HexFindPanel::InitControl(view, locked);
+void HexReplacePanel::InitControl(HexFindTarget* target, bool locked) {
+    HexFindPanel::InitControl(target, locked);
     LoadComboHistory(QString::fromLatin1(rules().replaceHistory), *m_replacement);
     m_replace->setEnabled(!locked);
     m_replaceAll->setEnabled(!locked);
-    m_replace->setProperty(Tag, QString());
+    setMatchWaits(false);
 }
 
 bool HexReplacePanel::checkInput() {
@@ -59,41 +54,46 @@ QString HexReplacePanel::hexText() const {
     return HexText::SpaceHexText(QString::fromLatin1(digits));
 }
 
+void HexReplacePanel::setMatchWaits(bool waits) {
+    m_matchWaits = waits;
+    m_replace->setProperty("Tag", waits ? u"replace"_qs : QString());
+}
+
 void HexReplacePanel::keepMatch() {
-    m_replace->setProperty(Tag, u"replace"_qs);
+    setMatchWaits(true);
 }
 
 void HexReplacePanel::cmdReplace() {
-    if (view() == nullptr || !checkInput())
+    if (target() == nullptr || !checkInput())
         return;
     fitReplacement();
     const QPointer<HexReplacePanel> guard(this);
-    if (!m_replace->property(Tag).toString().isEmpty())
-        view()->ReplaceBytes(hexText(), foundAt());
-    if (!guard || view() == nullptr)
+    if (m_matchWaits)
+        target()->ReplaceBytes(hexText(), foundAt());
+    if (!guard || target() == nullptr)
         return;
     if (searchOn())
         return;
     if (foundAt() > 0)
-        view()->FillGrid();
-    tellMiss(u"Replace Completed"_qs);
+        target()->FillGrid();
+    reportMiss(u"Replace Completed"_qs);
 }
 
 void HexReplacePanel::cmdReplaceAll() {
-    if (view() == nullptr || !checkInput())
+    if (target() == nullptr || !checkInput())
         return;
     fillReplacement();
     if (rules().cutsForAll)
         m_replacement->setEditText(m_replacement->currentText().left(term().size()));
     BusyPointer::show();
-    const int number = view()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
+    const int number = target()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
     BusyPointer::restore();
     if (number == 0)
-        return tell(u"Not Found"_qs);
+        return report(u"Not Found"_qs);
     forgetFound();
     if (rules().isText)
-        m_replace->setProperty(Tag, QString());
-    tell(QString::fromLatin1(rules().replacedAll).arg(number));
+        setMatchWaits(false);
+    report(QString::fromLatin1(rules().replacedAll).arg(number));
 }
 
 void HexReplacePanel::keepHistories() {

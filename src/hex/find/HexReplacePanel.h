@@ -9,7 +9,7 @@ class HexReplacePanel : public HexFindPanel {
  public:
     HexReplacePanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent = nullptr);
 
-    void InitControl(ucHex* view, bool locked) override;
+    void InitControl(HexFindTarget* target, bool locked) override;
 
  protected:
     bool checkInput() override;
@@ -26,8 +26,11 @@ class HexReplacePanel : public HexFindPanel {
     void fillReplacement();
     /// The replacement as blank-separated hex digits.
     QString hexText() const;
+    /// The tag of the button shows it.
+    void setMatchWaits(bool waits);
 
     QComboBox* m_replacement;
-    QPushButton* m_replace;  ///< its tag says that a match waits to be replaced
+    QPushButton* m_replace;
     QPushButton* m_replaceAll;
+    bool m_matchWaits = false;  ///< to be replaced
 };

@@ -49,10 +49,10 @@ frmFindReplace::frmFindReplace(const HexFindDesk& desk, QWidget* parent)
     showPage(0);
 }
 
-void frmFindReplace::InitControl(ucHex* view, const QString& key, const QString& caption, bool locked) {
+void frmFindReplace::InitControl(HexFindTarget* target, const QString& key, const QString& caption, bool locked) {
     setWindowTitle(caption);
     for (HexFindPanel* page : m_pages)
-        page->InitControl(view, locked);
+        page->InitControl(target, locked);
     const auto* tab =
         std::find_if(Tabs.begin(), Tabs.end(), [&](const Tab& one) { return key == QLatin1String(one.key); });
     if (tab == Tabs.end())
@@ -69,6 +69,6 @@ void frmFindReplace::showPage(int index) {
 
 void frmFindReplace::done(int result) {
     for (HexFindPanel* page : m_pages)
-        page->letGoOfView();
+        page->letGoOfTarget();
     QDialog::done(result);
 }

@@ -5,7 +5,7 @@
 class QLabel;
 
 /// What the small modal forms of the hex view have in common: an OK button that looks at the input first, a cancel
-/// button that Esc presses too, and "OK" or "CANCEL" as the answer. Made for one question by whoever asks it.
+/// button that Esc presses too, and "OK" or "CANCEL" as the answer. Made for one question and destroyed after it.
 class HexDialog : public QDialog {
     Q_OBJECT
     Q_PROPERTY(QString Tag READ Tag)

@@ -2,8 +2,8 @@
 
 #include "hex/bytes/HexText.h"
 #include "hex/grid/GridPane.h"
-#include "settings/Colour.h"
 #include "text/codec/Windows1252.h"
+#include "widgets/StoredColour.h"
 
 #include <QFontMetrics>
 #include <QHBoxLayout>
@@ -29,11 +29,6 @@ constexpr qint32 StripeColour = 12891829;
 constexpr qint32 HexColour = 128;
 constexpr qint32 DecimalColour = 16384;
 constexpr qint32 CharacterColour = 0xC00000;
-
-QColor colourOf(qint32 number) {
-    const Colour colour = Colour::fromNumber(number);
-    return {colour.red, colour.green, colour.blue};
-}
 
 }  // namespace
 
@@ -65,7 +60,7 @@ class frmAnsiTable::Table : public QWidget {
         painter.setFont(font());
         painter.fillRect(rect(), Qt::white);
         for (int row = 1; row < RowsOfAColumn; row += 2)
-            painter.fillRect(0, RowHeight * row - StripeRise, width(), RowHeight, colourOf(StripeColour));
+            painter.fillRect(0, RowHeight * row - StripeRise, width(), RowHeight, StoredColour::colourOf(StripeColour));
         for (int index = 0; index < Columns * RowsOfAColumn; ++index) {
             paintCode(painter, {index / RowsOfAColumn * ColumnWidth + Left, index % RowsOfAColumn * RowHeight},
                       m_firstCode + index);
@@ -81,7 +76,7 @@ class frmAnsiTable::Table : public QWidget {
                                                     {CharacterColour, character}};
         const QFontMetrics metrics = painter.fontMetrics();
         for (const auto& [number, text] : parts) {
-            painter.setPen(colourOf(number));
+            painter.setPen(StoredColour::colourOf(number));
             painter.drawText(at + QPoint(0, metrics.ascent()), text);
             at.rx() += metrics.horizontalAdvance(text);
         }

@@ -17,21 +17,47 @@ int indexOf(HexCell cell) {
     return cell.row * Grid::Columns + cell.col;
 }
 
-void tellQt(QAccessibleEvent* event) {
+void reportToQt(QAccessibleEvent* event) {
     if (QAccessible::isActive())
         QAccessible::updateAccessibility(event);
 }
 
-QAccessible::UpdateHandler handler = tellQt;
+QAccessible::UpdateHandler handler = reportToQt;
 
-void tellOf(QAccessibleEvent& event, HexCell cell) {
+void reportOf(QAccessibleEvent& event, HexCell cell) {
     event.setChild(indexOf(cell));
     handler(&event);
 }
 
-void tell(GridPane& pane, QAccessible::Event what, HexCell cell) {
+void report(GridPane& pane, QAccessible::Event what, HexCell cell) {
     QAccessibleEvent event(&pane, what);
-    tellOf(event, cell);
+    reportOf(event, cell);
+}
+
+void cursorMoved(GridPane& pane) {
+    // While a page is filled the cursor may be below its last row.
+    if (pane.hasFocus() && pane.grid().cell().row < pane.grid().Rows())
+        report(pane, QAccessible::Focus, pane.grid().cell());
+}
+
+void cellChanged(GridPane& pane, HexCell cell) {
+    report(pane, QAccessible::NameChanged, cell);
+    QAccessibleValueChangeEvent event(&pane, pane.grid().Value(cell.row, cell.col));
+    reportOf(event, cell);
+}
+
+void pageChanged(GridPane& pane) {
+    QAccessibleTableModelChangeEvent event(&pane, QAccessibleTableModelChangeEvent::ModelReset);
+    handler(&event);
+    cursorMoved(pane);
+}
+
+void install() {
+    static const bool installed = [] {
+        QAccessible::installFactory(makeAccessible);
+        return true;
+    }();
+    Q_UNUSED(installed)
 }
 
 }  // namespace
@@ -43,34 +69,17 @@ GridAccessible::~GridAccessible() {
         QAccessible::deleteAccessibleInterface(id);
 }
 
-void GridAccessible::install() {
-    static const bool installed = [] {
-        QAccessible::installFactory(makeAccessible);
-        return true;
-    }();
-    Q_UNUSED(installed)
+void GridAccessible::follow(GridPane& pane) {
+    install();
+    QObject::connect(&pane, &GridPane::cursorMoved, &pane, [&pane] { cursorMoved(pane); });
+    QObject::connect(&pane, &GridPane::cellChanged, &pane, [&pane](int row, int col) {
+        cellChanged(pane, {row, col});
+    });
+    QObject::connect(&pane, &GridPane::pageChanged, &pane, [&pane] { pageChanged(pane); });
 }
 
-void GridAccessible::tellThrough(QAccessible::UpdateHandler to) {
-    handler = to == nullptr ? tellQt : to;
-}
-
-void GridAccessible::caretMoved(GridPane& pane) {
-    // While a page is filled the cursor may stand where it has no row any more.
-    if (pane.hasFocus() && pane.grid().cell().row < pane.grid().Rows())
-        tell(pane, QAccessible::Focus, pane.grid().cell());
-}
-
-void GridAccessible::cellChanged(GridPane& pane, HexCell cell) {
-    tell(pane, QAccessible::NameChanged, cell);
-    QAccessibleValueChangeEvent event(&pane, pane.grid().Value(cell.row, cell.col));
-    tellOf(event, cell);
-}
-
-void GridAccessible::pageChanged(GridPane& pane) {
-    QAccessibleTableModelChangeEvent event(&pane, QAccessibleTableModelChangeEvent::ModelReset);
-    handler(&event);
-    caretMoved(pane);
+void GridAccessible::reportTo(QAccessible::UpdateHandler to) {
+    handler = to == nullptr ? reportToQt : to;
 }
 
 const GridPane& GridAccessible::pane() const {

@@ -8,24 +8,19 @@
 class Grid;
 class GridPane;
 
-/// What a screen reader is told of a pane: a table of sixteen columns whose cells bear their offset and their text.
+/// A pane as a screen reader sees it: a table of sixteen columns whose cells bear their offset and their text.
 /// Children count row by row. Owned by Qt's cache of accessible objects.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
  public:
     explicit GridAccessible(GridPane* pane);
     ~GridAccessible() override;
 
-    /// Makes panes known to Qt. May be called again.
-    static void install();
+    /// Makes the pane known to Qt and reports each change of it from now on.
+    static void follow(GridPane& pane);
 
-    /// Where events go, by default to Qt while somebody listens there. For those who want to hear them without a
-    /// desktop; null: the default again.
-    static void tellThrough(QAccessible::UpdateHandler handler);
-
-    /// The pane tells of its caret, of one cell that changed, and of all.
-    static void caretMoved(GridPane& pane);
-    static void cellChanged(GridPane& pane, HexCell cell);
-    static void pageChanged(GridPane& pane);
+    /// What reports are made to, by default Qt while a screen reader listens there. For tests without a desktop; null:
+    /// the default again.
+    static void reportTo(QAccessible::UpdateHandler handler);
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessibleInterface* child(int index) const override;

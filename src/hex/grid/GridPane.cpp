@@ -1,7 +1,6 @@
 #include "hex/grid/GridPane.h"
 
 #include "hex/grid/Grid.h"
-#include "hex/grid/GridAccessible.h"
 #include "hex/grid/HexColours.h"
 #include "widgets/Contrast.h"
 
@@ -62,7 +61,6 @@ class GridPane::Cursor : public QWidget {
 
 GridPane::GridPane(Grid& grid, const QString& widest, QWidget* parent)
     : QWidget(parent), m_grid(grid), m_cursor(new Cursor(this)) {
-    GridAccessible::install();
     setFont(paneFont());
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -115,14 +113,14 @@ void GridPane::beginFill() {
 
 void GridPane::endFill() {
     setUpdatesEnabled(true);
-    GridAccessible::pageChanged(*this);
+    Q_EMIT pageChanged();
 }
 
 void GridPane::updateCell(HexCell cell) {
     if (!updatesEnabled())
         return;
     update(cellRect(cell));
-    GridAccessible::cellChanged(*this, cell);
+    Q_EMIT cellChanged(cell.row, cell.col);
     if (cell == m_grid.cell())
         m_cursor->update();
 }
@@ -130,7 +128,7 @@ void GridPane::updateCell(HexCell cell) {
 void GridPane::moveCursor() {
     m_cursor->setGeometry(cellRect(m_grid.cell()));
     m_cursor->update();
-    GridAccessible::caretMoved(*this);
+    Q_EMIT cursorMoved();
 }
 
 /// Every row is placed by one same height, whatever its letters. Control characters have no picture.

@@ -29,7 +29,7 @@ class GridPane : public QWidget {
     GridPane(Grid& grid, const QString& widest, QWidget* parent = nullptr);
 
     void setCursorName(const QString& name);
-    /// Tells the cells that are painted as changed; asked at each painting.
+    /// Which cells are painted as changed; asked at each painting.
     void setMarks(std::function<bool(HexCell)> isMarked) { m_isMarked = std::move(isMarked); }
     /// Off while nothing is loaded.
     void setCursorShown(bool shown);
@@ -37,7 +37,7 @@ class GridPane : public QWidget {
     void setBorder(bool hasBorder);
     bool hasBorder() const { return m_hasBorder; }
 
-    /// Around a new page: nothing is painted or told in between.
+    /// Around a new page: nothing is painted or notified in between.
     void beginFill();
     void endFill();
 
@@ -52,16 +52,20 @@ class GridPane : public QWidget {
     static QFont paneFont();
 
  Q_SIGNALS:
-    /// Before the grid looks at the key; `taken` ends its way.
+    /// Before the grid looks at the key, which does not when it is `taken`.
     void keyPressed(QKeyEvent* event, bool* taken);
-    /// What a key or an input method typed; control characters are among it. Unless it is `taken` the key is left as it
-    /// came.
+    /// What a key or an input method typed; control characters are among it. Unless it is `taken` the key goes to the
+    /// parent.
     void typed(const QString& text, bool* taken);
     void focusGained();
     void focusLost();
     void wheelTurned(int notches);
     /// Position in the pane. The key for menus asks at the cursor.
     void rightReleased(const QPoint& position);
+    /// What a screen reader is notified of: the cursor moved, a cell changed, all cells did.
+    void cursorMoved();
+    void cellChanged(int row, int col);
+    void pageChanged();
 
  protected:
     void paintEvent(QPaintEvent* event) override;

@@ -3,13 +3,14 @@
 #include "document/frmDocument.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
-#include "settings/files/ListFile.h"
+#include "settings/files/OwnTextFile.h"
 #include "shell/bars/FindBarTexts.h"
 #include "shell/commands/CommandEntries.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
+#include "widgets/Twips.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>
@@ -20,10 +21,9 @@ namespace {
 
 constexpr int PlaceWidth = 170;
 constexpr int GapInTwips = 40;
-constexpr int TwipsPerPixel = 15;
 
 QString listPath() {
-    return ListFile::path(u"lastsearchkeys.idx"_qs);
+    return OwnTextFile::path(u"lastsearchkeys.idx"_qs);
 }
 
 }  // namespace
@@ -121,14 +121,14 @@ void FindBar::takeFindHistory() {
 }
 
 void FindBar::LoadSearchKeys() {
-    const QStringList lines = ListFile::read(listPath());
+    const QStringList lines = OwnTextFile::readLines(listPath(), OwnTextFile::MostListBytes).value_or(QStringList());
     setKeys(FindBarTexts::fromLines(lines));
     for (const QString& line : lines)
         SearchHistory::ofFinds().add(line);
 }
 
 void FindBar::SaveSearchKeys() const {
-    ListFile::write(listPath(), FindBarTexts::toLines(keys()));
+    OwnTextFile::writeLines(listPath(), FindBarTexts::toLines(keys()));
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {

@@ -1,6 +1,7 @@
 #include "shell/commands/LanguageMenu.h"
 
 #include "document/frmDocument.h"
+#include "lang/LanguageTable.h"
 #include "shell/commands/CommandEntries.h"
 #include "shell/commands/MenuText.h"
 #include "shell/documents/MdiChildren.h"
@@ -10,7 +11,6 @@
 
 namespace {
 
-constexpr int MostLanguages = 51;
 constexpr int LanguageData = 1;
 
 }  // namespace
@@ -21,7 +21,7 @@ void LanguageMenu::LoadLanguageMenu(const QStringList& names) {
     for (QAction* entry : m_entries)
         m_parts.commands->removeItem(entry);
     m_entries.clear();
-    for (const QString& name : names.mid(0, MostLanguages)) {
+    for (const QString& name : names.mid(0, LanguageTable::MostLanguages)) {
         const QByteArray key = "mnuLanguage(" + QByteArray::number(m_entries.size()) + ')';
         QAction* entry = m_parts.commands->addItem("mnuLanguages", key, [this, name] { choose(name); });
         MenuText::setCaption(*entry, name);

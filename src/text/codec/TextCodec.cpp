@@ -1,5 +1,7 @@
 #include "text/codec/TextCodec.h"
 
+#include "text/codec/SaveFlags.h"
+
 #include <algorithm>
 #include <array>
 
@@ -10,10 +12,10 @@ constexpr struct {
     int flag;
     TextFormat format;
 } SaveTable[] = {
-    {16, {TextEncoding::Windows1252, false}},
-    {32, {TextEncoding::Utf8, true}},
-    {64, {TextEncoding::Utf16LittleEndian, true}},
-    {128, {TextEncoding::Utf8, false}},
+    {SaveFlags::Ansi, {TextEncoding::Windows1252, false}},
+    {SaveFlags::Utf8WithMark, {TextEncoding::Utf8, true}},
+    {SaveFlags::Utf16WithMark, {TextEncoding::Utf16LittleEndian, true}},
+    {SaveFlags::Utf8, {TextEncoding::Utf8, false}},
 };
 
 }  // namespace

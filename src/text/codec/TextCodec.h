@@ -25,8 +25,8 @@ struct TextFormat {
     bool operator==(const TextFormat&) const = default;
 };
 
-/// The format that a save under this flag word writes: 16 Windows-1252, 32 UTF-8 with mark, 64 UTF-16 little endian
-/// with mark, 128 UTF-8 without mark. Any other word: as loaded. The bit of value 1 is not looked at.
+/// The format that a save under this word of SaveFlags writes; a word that names none: as loaded. UTF-16 is little
+/// endian.
 TextFormat formatOfSave(int flagWord, TextFormat loaded);
 
 /// Turns the bytes of a file into UTF-8, part by part. Made for one load by whoever reads the file.
@@ -40,9 +40,9 @@ TextFormat formatOfSave(int flagWord, TextFormat loaded);
 /// lies in the caller's scratch, which only grows. A part may end within a character.
 class TextDecoder {
  public:
-    /// By what the bytes tell.
+    /// By what the bytes show.
     TextDecoder() = default;
-    /// By this format, mark included. If the bytes are not in it, startOver() turns to what they tell.
+    /// By this format, mark included. If the bytes are not in it, startOver() turns to what they show.
     explicit TextDecoder(TextFormat format) : m_way(Way::Given), m_format(format) {}
 
     std::optional<std::string_view> decode(std::string_view bytes, std::string& scratch);
@@ -83,7 +83,7 @@ struct DecodedText {
     bool ascii = true;
 };
 
-/// By the given format if the bytes are in it, else, or without one, by what they tell.
+/// By the given format if the bytes are in it, else, or without one, by what they show.
 DecodedText decodeText(std::string_view bytes, std::optional<TextFormat> format = std::nullopt);
 
 /// The first character that an encoding can't hold.

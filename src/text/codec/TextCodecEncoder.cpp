@@ -1,6 +1,7 @@
 #include "text/codec/TextCodec.h"
 #include "text/codec/TextCodecBytes.h"
 #include "text/codec/TextCodecMarks.h"
+#include "text/codec/Utf8Text.h"
 #include "text/codec/Windows1252.h"
 
 #include <algorithm>
@@ -12,10 +13,6 @@ using namespace TextCodecBytes;
 namespace {
 
 constexpr char32_t Replacement = 0xFFFD;
-
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
 
 std::size_t lengthByFirst(char byte) {
     const auto first = static_cast<unsigned char>(byte);

@@ -1,5 +1,7 @@
 #include "text/codec/Utf16Units.h"
 
+#include "text/codec/Utf8Text.h"
+
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -9,9 +11,6 @@ namespace {
 constexpr std::uint64_t LowBits = 0x0101010101010101ULL;
 constexpr qint64 WordSize = sizeof(std::uint64_t);
 
-bool isContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-}
 bool leadsPair(char c) {
     return static_cast<unsigned char>(c) >= 0xF0;
 }

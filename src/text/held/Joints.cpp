@@ -1,15 +1,13 @@
 #include "text/held/Joints.h"
 
+#include "text/codec/Utf8Text.h"
+
 #include <algorithm>
 
 namespace {
 
 /// How many bytes before the end of a piece are searched for a better place to cut.
 constexpr qint64 CutSearch = 256;
-
-bool isContinuation(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0U) == 0x80;
-}
 
 bool isWordByte(char c) {
     const auto u = static_cast<unsigned char>(c);

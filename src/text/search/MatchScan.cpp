@@ -1,5 +1,7 @@
 #include "text/search/MatchScan.h"
 
+#include "text/codec/Utf8Text.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -20,10 +22,6 @@ constexpr qint64 SpareCharacters = 3;
 /// lastMatch() first goes back this many bytes, and ReachGrowth times as many at each further attempt.
 constexpr qint64 FirstReach = 4096;
 constexpr qint64 ReachGrowth = 8;
-
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
 
 qint64 characterStart(const HeldText& text, qint64 at) {
     while (at > 0 && at < text.length() && isContinuation(text.range(at, 1).front()))

@@ -4,6 +4,7 @@
 #include "editor/held/ScintillaColour.h"
 #include "editor/language/BraceScan.h"
 #include "widgets/Contrast.h"
+#include "widgets/StoredColour.h"
 
 #include <QClipboard>
 #include <QDragEnterEvent>
@@ -170,6 +171,16 @@ TEST_F(TextControlOptions, OnlyAHighlightThatAdaptsIsTurnedOnDarkGround) {
     control.setElementColour(TextControl::RowHighlightElement, QColor(1, 2, 3));
     control.setElementColour(TextControl::BackgroundElement, Qt::white);
     EXPECT_EQ(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(QColor(1, 2, 3)));
+}
+
+TEST_F(TextControlOptions, TextCanBeReadOnAHighlightThatAdapts) {
+    for (const QColor& ground : {QColor(250, 200, 0), QColor(10, 10, 40), QColor(120, 120, 120), QColor(90, 90, 90)}) {
+        control.setElementColour(TextControl::BackgroundElement, ground);
+        control.setLineHighlight(0, QColor(205, 215, 231), TextControl::HighlightColour::Adapts);
+        const QColor text = StoredColour::colourOf(ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT));
+        const QColor row = StoredColour::colourOf(ask(TextControl::SCI_GETCARETLINEBACK));
+        EXPECT_GE(Contrast::between(row, text), Contrast::Enough) << ground.name().toStdString();
+    }
 }
 
 TEST_F(TextControlOptions, CtrlAndTheWheelZoom) {

@@ -20,13 +20,13 @@ struct Told {
     Told() {
         events.clear();
         ofNoCell = 0;
-        GridAccessible::tellThrough([](QAccessibleEvent* event) {
+        GridAccessible::reportTo([](QAccessibleEvent* event) {
             events.push_back({event->type(), event->object(), event->child()});
             if (event->child() >= QAccessible::queryAccessibleInterface(event->object())->childCount())
                 ++ofNoCell;
         });
     }
-    ~Told() { GridAccessible::tellThrough(nullptr); }
+    ~Told() { GridAccessible::reportTo(nullptr); }
     Q_DISABLE_COPY_MOVE(Told)
 
     static int last(QAccessible::Event kind, const QObject* object) {

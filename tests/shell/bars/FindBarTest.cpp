@@ -1,6 +1,6 @@
 #include "editor/control/SearchHistory.h"
 #include "settings/Options.h"
-#include "settings/files/ListFile.h"
+#include "settings/files/OwnTextFile.h"
 #include "shell/FrameFixture.h"
 #include "shell/bars/FindBar.h"
 #include "shell/commands/SearchToggles.h"
@@ -14,7 +14,7 @@
 class FindBarOfTheFrame : public FrameFixture {
  protected:
     void TearDown() override { QFile::remove(listFile()); }
-    static QString listFile() { return ListFile::path(u"lastsearchkeys.idx"_qs); }
+    static QString listFile() { return OwnTextFile::path(u"lastsearchkeys.idx"_qs); }
     QComboBox& box() { return *m_frame->findChild<QComboBox*>(u"cmbSearch"_qs); }
     QStringList keys() {
         QStringList texts;
@@ -292,7 +292,7 @@ TEST_F(FindBarOfTheFrame, OneKeyWalksFromTheDocumentToTheBarToTheTabs) {
 }
 
 TEST_F(FindBarOfTheFrame, WhatWasSearchedForInAnEarlierRunIsOfferedByTheFindDialogToo) {
-    ListFile::write(listFile(), {u"older"_qs, u"of the last run"_qs});
+    OwnTextFile::writeLines(listFile(), {u"older"_qs, u"of the last run"_qs});
     start();
     type(u"text"_qs);
     run("mnuFind");

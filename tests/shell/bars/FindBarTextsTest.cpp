@@ -1,8 +1,4 @@
-#include "settings/files/ListFile.h"
 #include "shell/bars/FindBarTexts.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -24,23 +20,6 @@ QStringList numbers(int from, int to) {
         all << QString::number(i);
     return all;
 }
-
-class ListFiles : public testing::Test {
- protected:
-    QString path() const { return m_folder.filePath(u"sub/list.idx"_qs); }
-    void put(const QByteArray& bytes) {
-        QDir(m_folder.path()).mkpath(u"sub"_qs);
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-    }
-    QByteArray bytes() {
-        QFile file(path());
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
-    QTemporaryDir m_folder;
-};
 
 }  // namespace
 
@@ -86,35 +65,4 @@ TEST(FindBarTexts, AFileHasTheOldestFirstAndItsDoublesOnce) {
     EXPECT_EQ(FindBarTexts::fromLines(list({"a", "", "b", "a", "c"})), list({"c", "b", "a"}));
     EXPECT_EQ(FindBarTexts::toLines(list({"c", "b", "a"})), list({"a", "b", "c"}));
     EXPECT_EQ(FindBarTexts::fromLines(numbers(1, 40)).size(), 30);
-}
-
-TEST_F(ListFiles, WritesLinesThatComeBack) {
-    ListFile::write(path(), list({"one", "zwei ü"}));
-    EXPECT_EQ(bytes(), QByteArray("one\r\nzwei \xc3\xbc\r\n"));
-    EXPECT_EQ(ListFile::read(path()), list({"one", "zwei ü"}));
-}
-
-TEST_F(ListFiles, ReadsOtherLineEndsAndEncodings) {
-    put("one\ntwo");
-    EXPECT_EQ(ListFile::read(path()), list({"one", "two"}));
-    put("gr\xfc\xdf\r\n\r\nx\r\n");
-    EXPECT_EQ(ListFile::read(path()), list({"grüß", "", "x"}));
-}
-
-TEST_F(ListFiles, AMissingFileOrAFolderIsEmpty) {
-    EXPECT_TRUE(ListFile::read(path()).isEmpty());
-    EXPECT_TRUE(ListFile::read(m_folder.path()).isEmpty());
-    put("");
-    EXPECT_TRUE(ListFile::read(path()).isEmpty());
-}
-
-TEST_F(ListFiles, AnEntryWithALineBreakIsLeftOut) {
-    ListFile::write(path(), list({"a", "b\nc", "d\re", "f"}));
-    EXPECT_EQ(ListFile::read(path()), list({"a", "f"}));
-}
-
-TEST_F(ListFiles, AFolderThatCannotBeWrittenLeavesTheOldFile) {
-    put("old\r\n");
-    ListFile::write(path() + QLatin1String("/below/a/file"), list({"x"}));
-    EXPECT_EQ(bytes(), QByteArray("old\r\n"));
 }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "hex/bytes/HexPaging.h"
+
+#include <functional>
+
+class HexPanes;
+class QChar;
+class QString;
+
+/// Turns what is typed into a pane into bytes: two digits make one in the pane of digits, each character one in the
+/// other. Shows them in both panes and has each complete byte saved. Belongs to the view, like the panes, which outlive
+/// it.
+class HexTyping {
+ public:
+    using Save = std::function<void(HexCell)>;
+
+    HexTyping(HexPanes& panes, Save save);
+
+    /// Into the pane of that number.
+    void type(int pane, const QString& text);
+    /// A byte of which one digit was typed is complete with that one.
+    void finishNibble(HexCell cell);
+
+ private:
+    void typeHex(const QString& text);
+    void typeNibble(QChar digit);
+    void typeText(const QString& text);
+
+    HexPanes& m_panes;
+    Save m_save;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+/// What the find panels need of the view that they search. Positions count from 1; a type is one of HexFindType. A text
+/// is digits of hex for bytes, else the text itself. Each call may show what it found and may report an error in a box,
+/// which runs the event loop.
+class HexFindTarget {
+ public:
+    HexFindTarget() = default;
+    virtual ~HexFindTarget() = default;
+    Q_DISABLE_COPY_MOVE(HexFindTarget)
+
+    /// Both show the match and return its position, -1 when there is none.
+    virtual int FindDown(const QString& pStr, qint16 pFindType) = 0;
+    virtual int FindUp(const QString& pStr, qint16 pFindType) = 0;
+    /// These three return the number of matches.
+    virtual int CountBytes(const QString& pStr, qint16 pFindType) = 0;
+    virtual int MarkAll(const QString& pStr, qint16 pFindType) = 0;
+    virtual int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) = 0;
+    /// Writes bytes, given as digits, over those from a position on.
+    virtual void ReplaceBytes(const QString& pHexText, int position) = 0;
+    /// Reads the page anew.
+    virtual void FillGrid() = 0;
+};

@@ -1,0 +1,62 @@
+#include "settings/files/OwnTextFile.h"
+
+#include "platform/FileErrors.h"
+#include "platform/FileReader.h"
+#include "platform/Folders.h"
+#include "text/codec/TextCodec.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+QString OwnTextFile::path(const QString& name) {
+    return ProgramFolder() + u'/' + name;
+}
+
+OwnTextFile::Content OwnTextFile::read(const QString& path, qsizetype most) {
+    FileReader reader;
+    if (const SystemError error = reader.open(path))
+        return {{}, error};
+    constexpr qsizetype Part = 64 * 1024;
+    QByteArray bytes;
+    for (;;) {
+        const qsizetype before = bytes.size();
+        bytes.resize(before + Part);
+        const qint64 length = reader.read(bytes.data() + before, Part);
+        if (length < 0)
+            return {{}, reader.error()};
+        bytes.truncate(before + length);
+        if (bytes.size() > most)
+            return {{}, FileErrors::reading(path, SystemError::fromErrno(EFBIG))};
+        if (length < Part)
+            return {bytes, {}};
+    }
+}
+
+QStringList OwnTextFile::linesOf(QByteArrayView bytes) {
+    const DecodedText text = decodeText({bytes.data(), static_cast<std::size_t>(bytes.size())});
+    QStringList lines = QString::fromStdString(text.utf8).split(u'\n');
+    for (QString& line : lines) {
+        if (line.endsWith(u'\r'))
+            line.chop(1);
+    }
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
+}
+
+std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype most) {
+    const Content content = read(path, most);
+    return content.error ? std::nullopt : std::optional(linesOf(content.bytes));
+}
+
+bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
+    makeFolder(QFileInfo(path).path());
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    for (const QString& line : lines) {
+        if (!line.contains(u'\n') && !line.contains(u'\r'))
+            file.write(line.toUtf8() + "\r\n");
+    }
+    return file.commit();
+}
