@@ -25,6 +25,7 @@
 
 #include <array>
 #include <exception>
+#include <utility>
 
 namespace {
 
@@ -76,7 +77,10 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
-    connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
+    connect(m_text, &rtCM::SelChange, this, [this] {
+        Q_EMIT SelChange(this);
+        reportMovedPosition();
+    });
     connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
             [this](int x, int y) { m_menus->show(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
@@ -94,17 +98,15 @@ void frmDocument::setCaption(const QString& caption) {
 
 bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode) {
     const QPointer<frmDocument> alive(this);
-    ++m_loads;
     BusyPointer::show();
     bool loaded = false;
     QString failure;
     try {
+        const CloseStop stop(*this);
         loaded = loadChosenView(pFilename, pReadonly, pCheckBinary, pTextMode);
     } catch (const std::exception& error) {
         failure = QString::fromLocal8Bit(error.what());
     }
-    if (alive)
-        --m_loads;
     if (failure.isNull()) {
         BusyPointer::restore();
         return loaded;
@@ -175,8 +177,12 @@ void frmDocument::ReloadFile() {
 }
 
 void frmDocument::ReloadTextFile(const QString& pFilename, int pFormat) {
+    const QPointer<frmDocument> alive(this);
+    const bool before = Locked();
     if (TextEdit())
         m_text->ReloadFile(pFilename, false, pFormat);
+    if (alive && Locked() != before)  // a text with lines too long for the control is locked
+        Q_EMIT FileChange(this);
 }
 
 void frmDocument::LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const {
@@ -277,7 +283,27 @@ void frmDocument::MarkChanged() {
         Q_EMIT FileChange(this);
     }
     Q_EMIT DocChange(this);
+    if (TextEdit())
+        reportEditedPosition();
     isNew = false;
+}
+
+frmDocument::EditedAt frmDocument::selectionNow() const {
+    const TextControl& control = m_text->control();
+    return {control.changeCount(), control.SelStart(), control.SelEnd()};
+}
+
+/// An edit changes the number of lines even where the caret stays. Where it moves, the control reports that next, and
+/// the position that is asked for now is the new one already.
+void frmDocument::reportEditedPosition() {
+    m_reportedEdit = selectionNow();
+    Q_EMIT PositionChange(this);
+}
+
+void frmDocument::reportMovedPosition() {
+    const std::optional<EditedAt> reported = std::exchange(m_reportedEdit, std::nullopt);
+    if (reported != selectionNow())
+        Q_EMIT PositionChange(this);
 }
 
 void frmDocument::closeEvent(QCloseEvent* event) {

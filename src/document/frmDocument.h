@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ContextMenus;
@@ -22,7 +23,7 @@ struct Options;
 /// visible; which one is the mode. The widget of a QMdiSubWindow, owned by it.
 ///
 /// Opening and switching yield to the event loop before the load, opening and saving as hex after each block, and all
-/// of them wherever a box asks or tells. A close event that arrives meanwhile is ignored. A failed load or save is told
+/// of them wherever a box is shown. A close event that arrives meanwhile is ignored. A failed load or save is reported
 /// by the view; filename, isChange and isNew then stay.
 class frmDocument : public QWidget {
     Q_OBJECT
@@ -186,6 +187,8 @@ class frmDocument : public QWidget {
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
+    /// What GetCursorPos answers may be another; once for an edit that moves the caret too.
+    void PositionChange(frmDocument* document);
     /// For the status bar, as long as it is true; empty: it is no more.
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
@@ -223,6 +226,8 @@ class frmDocument : public QWidget {
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
     class CloseStop;
+    void reportEditedPosition();
+    void reportMovedPosition();
     void tellOfDialog();
     void tellOfHexSearch(const QString& text, qint16 findType);
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
@@ -234,6 +239,16 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     std::unique_ptr<ContextMenus> m_menus;
     std::vector<DocumentView*> m_views;
+    /// Where the selection of which text lay.
+    struct EditedAt {
+        quint64 text = 0;
+        qint64 start = 0;
+        qint64 end = 0;
+        bool operator==(const EditedAt&) const = default;
+    };
+    EditedAt selectionNow() const;
+
+    std::optional<EditedAt> m_reportedEdit;
     int m_icon = 0;
     bool m_closeGreyed = false;
     int m_loads = 0;

@@ -16,7 +16,10 @@
 void frmDocument::connectHexView() {
     const ucHex* control = &m_hex->control();
     connect(control, &ucHex::DataChanged, this, &frmDocument::MarkChanged);
-    connect(control, &ucHex::PositionChanged, this, [this] { Q_EMIT SelChange(this); });
+    connect(control, &ucHex::PositionChanged, this, [this] {
+        Q_EMIT SelChange(this);
+        Q_EMIT PositionChange(this);
+    });
     connect(control, &ucHex::SearchDone, this, &frmDocument::tellOfHexSearch);
     connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
     connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
