@@ -71,6 +71,7 @@ class NotedRooms : public RoomsToCome {
         void toggle() { visible = visible != !stuck; }
     };
     Panel explorer;
+    int timesAsked = 0;  ///< whether the side panel is visible
     Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
@@ -85,7 +86,10 @@ class NotedRooms : public RoomsToCome {
     void ShowProperties() override { note(u"ShowProperties"_qs); }
     void ShowFileProperties(const QString& path) override { note(u"ShowFileProperties "_qs + path); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-    bool isExplorerVisible() override { return explorer.visible; }
+    bool isExplorerVisible() override {
+        ++timesAsked;
+        return explorer.visible;
+    }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }
     void ToggleSearchPanel() override { search.toggle(); }
