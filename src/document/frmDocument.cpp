@@ -1,7 +1,6 @@
 #include "document/frmDocument.h"
 
 #include "document/CloseStop.h"
-#include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentServices.h"
@@ -58,7 +57,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     m_text->HighLightLine();  // nothing moves the caret of an empty document
     connectTextView();
     connectHexView();
-    m_menus = std::make_unique<ContextMenus>(*this);
+    makeMenus();
     SetDocIcon(NormalIcon);
 }
 
@@ -83,7 +82,7 @@ void frmDocument::connectTextView() {
     });
     connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
-            [this](int x, int y) { m_menus->show(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
+            [this](int x, int y) { showMenu(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
 }
 
@@ -102,7 +101,7 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
     bool loaded = false;
     QString failure;
     try {
-        const CloseStop stop(*this);
+        const CloseStop stop(*this, m_loads);
         loaded = loadChosenView(pFilename, pReadonly, pCheckBinary, pTextMode);
     } catch (const std::exception& error) {
         failure = QString::fromLocal8Bit(error.what());
@@ -149,7 +148,7 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     BusyPointer::show();
     const bool saved = visibleView().save(pFilename, pFormat, pFlag);
     if (!alive) {

@@ -210,6 +210,8 @@ class frmDocument : public QWidget {
     void layOut();
     void connectTextView();
     void connectHexView();
+    void makeMenus();
+    void showMenu(const QString& key, const QPoint& globalPosition);
     bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
     DocumentView& viewFor(bool text) const;
     DocumentView& visibleView() const;
@@ -225,7 +227,6 @@ class frmDocument : public QWidget {
     void changeLines(QString (*operation)(const QString& text));
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
-    class CloseStop;
     void reportEditedPosition();
     void reportMovedPosition();
     void tellOfDialog();
@@ -237,7 +238,7 @@ class frmDocument : public QWidget {
     const Options& m_options;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
-    std::unique_ptr<ContextMenus> m_menus;
+    ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
     /// Where the selection of which text lay.
     struct EditedAt {

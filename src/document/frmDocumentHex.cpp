@@ -1,7 +1,6 @@
 // A document's two modes: the switch between text and hex, and what is for the hex view alone.
 
 #include "document/CloseStop.h"
-#include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
 #include "document/HexView.h"
 #include "document/frmDocument.h"
@@ -24,9 +23,8 @@ void frmDocument::connectHexView() {
     connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
     connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
     connect(control, &ucHex::LanguageRequest, this, &frmDocument::LanguageRequest);
-    connect(control, &ucHex::ContextMenuRequest, this, [this, control](int x, int y, const QString& key) {
-        m_menus->show(key, control->mapToGlobal(QPoint(x, y)));
-    });
+    connect(control, &ucHex::ContextMenuRequest, this,
+            [this, control](int x, int y, const QString& key) { showMenu(key, control->mapToGlobal(QPoint(x, y))); });
 }
 
 /// A byte sequence has no case: the find bar keeps what it has.
@@ -50,7 +48,7 @@ void frmDocument::SwitchMode(bool New_Mode) {
     if (m_loads > 0)
         return;
     const QPointer<frmDocument> alive(this);
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_hex->finishTyping();
     if (viewFor(!New_Mode).isModified() && !settleChanges(New_Mode))
         return;

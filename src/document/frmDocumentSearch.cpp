@@ -59,13 +59,13 @@ void frmDocument::tellOfDialog() {
 
 void frmDocument::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                                bool pWholeWord) {
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_text->FindAllMatch(pFindText, pListResults, pRegExp, pCaseSensitive, pWholeWord);
 }
 
 void frmDocument::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults,
                                   bool pRegExp, bool pCaseSensitive, bool pPreserveCase, bool pWholeWord) {
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_text->ReplaceAllMatch(pFindText, pReplace, pListResults, pRegExp, pCaseSensitive, pPreserveCase, pWholeWord);
 }
 
