@@ -24,7 +24,6 @@
 
 #include <array>
 #include <exception>
-#include <utility>
 
 namespace {
 
@@ -74,11 +73,12 @@ void frmDocument::layOut() {
 
 void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
-    connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
+    connect(m_text, &rtCM::AfterFind, this, &frmDocument::reportDialogSearch);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
     connect(m_text, &rtCM::SelChange, this, [this] {
         Q_EMIT SelChange(this);
-        reportMovedPosition();
+        if (m_positionReport.isNewAfterMove(m_text->control()))
+            Q_EMIT PositionChange(this);
     });
     connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
@@ -282,27 +282,11 @@ void frmDocument::MarkChanged() {
         Q_EMIT FileChange(this);
     }
     Q_EMIT DocChange(this);
-    if (TextEdit())
-        reportEditedPosition();
-    isNew = false;
-}
-
-frmDocument::EditedAt frmDocument::selectionNow() const {
-    const TextControl& control = m_text->control();
-    return {control.changeCount(), control.SelStart(), control.SelEnd()};
-}
-
-/// An edit changes the number of lines even where the caret stays. Where it moves, the control reports that next, and
-/// the position that is asked for now is the new one already.
-void frmDocument::reportEditedPosition() {
-    m_reportedEdit = selectionNow();
-    Q_EMIT PositionChange(this);
-}
-
-void frmDocument::reportMovedPosition() {
-    const std::optional<EditedAt> reported = std::exchange(m_reportedEdit, std::nullopt);
-    if (reported != selectionNow())
+    if (TextEdit()) {
+        m_positionReport.edited(m_text->control());
         Q_EMIT PositionChange(this);
+    }
+    isNew = false;
 }
 
 void frmDocument::closeEvent(QCloseEvent* event) {

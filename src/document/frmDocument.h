@@ -1,12 +1,12 @@
 #pragma once
 
+#include "document/PositionReport.h"
 #include "document/SaveFormats.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 class ContextMenus;
@@ -100,7 +100,7 @@ class frmDocument : public QWidget {
                       bool pWholeWord);
     void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
                          bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
-    /// Ends one of the two above, which give what they have gathered.
+    /// Ends one of the two above, which return what they have found so far.
     Q_INVOKABLE void StopSearch();
     /// The line counts from 1.
     Q_INVOKABLE void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
@@ -182,14 +182,14 @@ class frmDocument : public QWidget {
     void DeleteBookmark();
 
  Q_SIGNALS:
-    /// The changed or locked state moved.
+    /// The changed or locked state is another.
     void FileChange(frmDocument* document);
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
     /// What GetCursorPos answers may be another; once for an edit that moves the caret too.
     void PositionChange(frmDocument* document);
-    /// For the status bar, as long as it is true; empty: it is no more.
+    /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
@@ -227,10 +227,8 @@ class frmDocument : public QWidget {
     void changeLines(QString (*operation)(const QString& text));
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
-    void reportEditedPosition();
-    void reportMovedPosition();
-    void tellOfDialog();
-    void tellOfHexSearch(const QString& text, qint16 findType);
+    void reportDialogSearch();
+    void reportHexSearch(const QString& text, qint16 findType);
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
@@ -240,16 +238,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
-    /// Where the selection of which text lay.
-    struct EditedAt {
-        quint64 text = 0;
-        qint64 start = 0;
-        qint64 end = 0;
-        bool operator==(const EditedAt&) const = default;
-    };
-    EditedAt selectionNow() const;
-
-    std::optional<EditedAt> m_reportedEdit;
+    PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;
     int m_loads = 0;

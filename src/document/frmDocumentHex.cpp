@@ -19,7 +19,7 @@ void frmDocument::connectHexView() {
         Q_EMIT SelChange(this);
         Q_EMIT PositionChange(this);
     });
-    connect(control, &ucHex::SearchDone, this, &frmDocument::tellOfHexSearch);
+    connect(control, &ucHex::SearchDone, this, &frmDocument::reportHexSearch);
     connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
     connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
     connect(control, &ucHex::LanguageRequest, this, &frmDocument::LanguageRequest);
@@ -28,7 +28,7 @@ void frmDocument::connectHexView() {
 }
 
 /// A byte sequence has no case: the find bar keeps what it has.
-void frmDocument::tellOfHexSearch(const QString& text, qint16 findType) {
+void frmDocument::reportHexSearch(const QString& text, qint16 findType) {
     const auto type = static_cast<HexFindType>(findType);
     const bool caseSensitive = type == HexFindType::Bytes ? m_options.CaseSensitiveOn : type == HexFindType::ExactCase;
     Q_EMIT AfterFind(text, caseSensitive, m_options.RegExpOn, m_options.WholeWord);
@@ -42,8 +42,8 @@ void frmDocument::setTextEdit(bool text) {
     SwitchMode(text);
 }
 
-/// No content goes from view to view: the file is loaded anew into the one that becomes visible. While the document
-/// loads, saves or searches it stays in its mode.
+/// No content is passed from view to view: the file is loaded anew into the one that becomes visible. While the
+/// document loads, saves or searches it stays in its mode.
 void frmDocument::SwitchMode(bool New_Mode) {
     if (m_loads > 0)
         return;

@@ -1,4 +1,4 @@
-// A document's searches and bookmarks: the visible view's, and what the user is asked and told.
+// A document's searches and bookmarks: the visible view's, and the boxes that the user is shown.
 
 #include "document/CloseStop.h"
 #include "document/DocumentView.h"
@@ -50,7 +50,7 @@ bool frmDocument::FindText(const QString& pText, bool RegExpOn, bool CaseSensiti
 }
 
 /// The frame's find bar follows the control's dialogs: it gets the text searched for last, and the flags.
-void frmDocument::tellOfDialog() {
+void frmDocument::reportDialogSearch() {
     const QString newest = TextControl::FindHistory().section(u'\n', 0, 0).trimmed();
     Q_EMIT AfterFind(newest, m_text->SearchCaseSensitive(), m_text->SearchRegExp(), m_text->SearchWholeWord());
 }

@@ -9,7 +9,7 @@ struct Options;
 
 /// The find bar `cmbSearch` in the tool bar: what was searched for, the newest first, and the text to search for now.
 /// The box is the only copy of that list, and the options are the only place of the search flags. Owned by the window.
-/// Without an active document Enter searches nothing; the text joins the list all the same.
+/// Without an active document Enter searches nothing; the text is added to the list all the same.
 class FindBar : public QObject {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ class FindBar : public QObject {
     void FindNext();
     void FindPrevious();
 
-    /// Fills the find history of the controls too, which ends with the program.
+    /// Fills the find history of the controls too, which is kept while the program runs.
     void LoadSearchKeys();
     void SaveSearchKeys() const;
 

@@ -26,8 +26,8 @@ struct ViewToggle;
 /// The commands as entries of the menu bar and buttons of the tool bar, made from their tables. Owned by the frame.
 /// Enabled flags and check marks live in the entries and nowhere else; SetDocumentEnv rebuilds them from a document.
 ///
-/// An entry's check is kept apart from the mark that is shown, since marking a language goes over all marks: those come
-/// back from the checks with RefreshCheckedItems.
+/// An entry's check is kept apart from the mark that is shown, since marking a language clears all other marks;
+/// RefreshCheckedItems restores them from the checks.
 class CommandEntries : public QObject {
     Q_OBJECT
 
@@ -63,7 +63,7 @@ class CommandEntries : public QObject {
     /// Shows the document's mode on the button for it.
     void SetEditModeIcon(const frmDocument* document);
     void showViewToggle(const ViewToggle& option, const frmDocument& document);
-    /// Every mark from the state that is its truth.
+    /// Sets every mark from the state that it shows.
     void RefreshCheckedItems();
 
  private:

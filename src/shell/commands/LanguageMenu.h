@@ -9,7 +9,7 @@ class QAction;
 class frmDocument;
 
 /// The languages in their menu, one entry each, known from other entries by an item data of 1. Owned by the frame.
-/// Marking one takes the marks of all other entries away until the commands are brought up to date from a document.
+/// Marking one clears the marks of all other entries until the commands are brought up to date from a document.
 class LanguageMenu {
  public:
     LanguageMenu(CommandEntries& commands, const ActiveDocument& active);

@@ -23,7 +23,7 @@ class MacroMenu : public QObject {
 
     /// Brings the slots in line with hot keys and settings.
     void UpdateMacroMenu();
-    /// Takes all hot keys, and so all macros, back to the defaults after a question.
+    /// Sets all hot keys, and so all macros, back to the defaults after a question.
     void ResetKeys();
     void SaveMacros();
     /// The macro dialog, modal; the menu follows it.

@@ -15,7 +15,7 @@ class PanelRequests {
     /// By key; it comes to the front.
     void selectDocument(const QString& key);
     void openFile(const QString& path);
-    /// These two work on the active document, whatever row the panel had in mind.
+    /// These two work on the active document, whichever row was clicked.
     void closeDocument();
     void saveDocument();
     /// A drag of rows out of the file list: while it runs no document takes a drop.

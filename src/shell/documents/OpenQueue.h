@@ -9,8 +9,8 @@ class MdiChildren;
 class Prompts;
 class QWidget;
 
-/// Paths that came from outside and wait to be opened, each behind one tab character, and the timer that opens them 100
-/// ms after the last has come. Owned by the frame. While another file is being opened the round is put off.
+/// Paths from outside that wait to be opened, each behind one tab character, and the timer that opens them 100 ms after
+/// the last was added. Owned by the frame. While another file is being opened they wait for the timer once more.
 class OpenQueue : public QObject {
     Q_OBJECT
 

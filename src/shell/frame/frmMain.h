@@ -94,7 +94,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     void addKey(const char* key, std::function<void()> action);
     void run(const CommandTarget& target);
     std::vector<FrameStep> loadSteps();
-    std::vector<FrameStep> endSteps();
+    std::vector<FrameStep> unloadSteps();
 
     FrameServices m_services;
     std::unique_ptr<House> m_house;

@@ -40,10 +40,10 @@ void frmMain::closeEvent(QCloseEvent* event) {
     }
     event->accept();
     if (!std::exchange(m_unloaded, true))
-        runSteps(endSteps(), m_services.noted);
+        runSteps(unloadSteps(), m_services.noted);
 }
 
-std::vector<FrameStep> frmMain::endSteps() {
+std::vector<FrameStep> frmMain::unloadSteps() {
     House& house = *m_house;
     return {
         {"SaveSession", [&house] { house.rooms.SaveSession(); }},
