@@ -32,15 +32,15 @@ class Listeners {
     Listeners(const ActiveDocument& source, QObject& context) : m_source(source), m_context(context) {}
 
     template <typename Signal, typename Call>
-    void on(Signal signal, const char* who, Call call) const {
+    void on(Signal signal, const char* step, Call call) const {
         QObject::connect(&m_source, signal, &m_context,
-                         [who, call](auto&&... values) { ignoringErrors(who, [&] { call(values...); }); });
+                         [step, call](auto&&... values) { ignoringErrors(step, [&] { call(values...); }); });
     }
 
     /// Calls with each document of which one of these has changed.
     template <typename Call>
-    void onChange(ActiveDocument::Changes any, const char* who, Call call) const {
-        on(&ActiveDocument::changed, who, [any, call](frmDocument* document, ActiveDocument::Changes what) {
+    void onChange(ActiveDocument::Changes any, const char* step, Call call) const {
+        on(&ActiveDocument::changed, step, [any, call](frmDocument* document, ActiveDocument::Changes what) {
             if (any & what)
                 call(document);
         });
@@ -48,13 +48,13 @@ class Listeners {
 
     /// Calls with the active document alone: when it has become active, and when one of these has changed.
     template <typename Call>
-    void onActive(ActiveDocument::Changes any, const char* who, Call call) const {
+    void onActive(ActiveDocument::Changes any, const char* step, Call call) const {
         const auto ifActive = [&source = m_source, call](frmDocument* document) {
             if (source.is(document))
                 call(document);
         };
-        on(&ActiveDocument::activated, who, ifActive);
-        onChange(any, who, ifActive);
+        on(&ActiveDocument::activated, step, ifActive);
+        onChange(any, step, ifActive);
     }
 
  private:
@@ -80,35 +80,36 @@ frmMain::~frmMain() {
     delete takeCentralWidget();
 }
 
-/// Who listens to what. They are called in the order of this list; the tabs stand last where they let events run.
+/// Who listens to what, each by the step that it does. They are called in the order of this list; the tabs stand last
+/// where they let events run.
 void frmMain::connectListeners() {
     using Active = ActiveDocument;
     House& h = *m_house;
     const Listeners of(h.active, *this);
 
-    of.on(&Active::added, "panel", [&h](frmDocument* d) { h.panel.AddFile(d->Caption(), d->fIdx); });
-    of.on(&Active::added, "requests", [&h](frmDocument* d) { h.frameCommands.answerRequests(*d); });
-    of.on(&Active::added, "tabs", [&h](frmDocument* d) { h.tabs.AddDocumentTab(d); });
+    of.on(&Active::added, "AddFile", [&h](frmDocument* d) { h.panel.AddFile(d->Caption(), d->fIdx); });
+    of.on(&Active::added, "answerRequests", [&h](frmDocument* d) { h.frameCommands.answerRequests(*d); });
+    of.on(&Active::added, "AddDocumentTab", [&h](frmDocument* d) { h.tabs.AddDocumentTab(d); });
 
     // The language takes all other marks off the menus, and the commands bring them back.
-    of.onActive(Active::Language, "language menu", [&h](frmDocument* d) { h.languageMenu.CheckLangMenu(d); });
-    of.onActive(Active::Caret, "status bar", [&h](frmDocument* d) { h.status.ShowCursorPosition(d); });
-    of.onActive(Active::File, "status bar", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });
-    of.onActive(Active::Mode | Active::View, "commands", [&h](frmDocument* d) { h.entries.SetDocumentEnv(d); });
-    of.on(&Active::activated, "tabs", [&h](frmDocument* d) { h.tabs.selectKey(d->fIdx); });
+    of.onActive(Active::Language, "CheckLangMenu", [&h](frmDocument* d) { h.languageMenu.CheckLangMenu(d); });
+    of.onActive(Active::Caret, "ShowCursorPosition", [&h](frmDocument* d) { h.status.ShowCursorPosition(d); });
+    of.onActive(Active::File, "ShowDocumentInfo", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });
+    of.onActive(Active::Mode | Active::View, "SetDocumentEnv", [&h](frmDocument* d) { h.entries.SetDocumentEnv(d); });
+    of.on(&Active::activated, "selectKey", [&h](frmDocument* d) { h.tabs.selectKey(d->fIdx); });
 
-    of.onChange(Active::State, "tabs", [&h](frmDocument* d) { h.tabs.SetTabCaption(d); });
-    of.onChange(Active::State, "panel",
+    of.onChange(Active::State, "SetTabCaption", [&h](frmDocument* d) { h.tabs.SetTabCaption(d); });
+    of.onChange(Active::State, "SetFile",
                 [&h](frmDocument* d) { h.panel.SetFile(d->filename, d->fIdx, DocumentTabs::imageFor(d)); });
 
-    of.on(&Active::opened, "panel",
+    of.on(&Active::opened, "SetFile",
           [&h](frmDocument* d, const QString& path) { h.panel.SetFile(path, d->fIdx, DocumentTabs::imageFor(d)); });
-    of.on(&Active::opened, "recent files", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
-    of.on(&Active::saved, "recent files", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
+    of.on(&Active::opened, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
+    of.on(&Active::saved, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
 
-    of.on(&Active::closing, "panel", [&h](frmDocument* d) { h.panel.RemoveFile(d->fIdx); });
-    of.on(&Active::removed, "tabs", [&h](frmDocument* d) { h.tabs.DelTab(d); });
-    of.on(&Active::removed, "status bar", [&h](frmDocument*) {
+    of.on(&Active::closing, "RemoveFile", [&h](frmDocument* d) { h.panel.RemoveFile(d->fIdx); });
+    of.on(&Active::removed, "DelTab", [&h](frmDocument* d) { h.tabs.DelTab(d); });
+    of.on(&Active::removed, "clear", [&h](frmDocument*) {
         if (h.children.documents().isEmpty())
             h.status.clear();
     });
@@ -120,7 +121,7 @@ void frmMain::connectListeners() {
     connect(&h.status, &StatusPanels::textWanted, this,
             [this, &h](const QString& text) { h.prompts.message(this, text); });
     connect(&h.tabs, &DocumentTabs::chosen, this,
-            [&h](const QString& key) { ignoringErrors("panel", [&] { h.panel.FileSelected(key); }); });
+            [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
     connect(&h.strip, &TabStrip::menuWanted, this, [&h](const QPoint& place) {
         if (h.tabMenu)
             h.tabMenu->showAt(place);
