@@ -1,19 +1,20 @@
 #pragma once
 
-#include "document/frmDocument.h"
-
+#include <QObject>
 #include <QPointer>
 
-/// While it lives no close event ends the document: something that yields is at work in it.
-class frmDocument::CloseStop {
+/// While it lives no close event ends the document, which counts those that live: something that lets events run is at
+/// work in it. The document may be destroyed meanwhile all the same.
+class CloseStop {
  public:
-    explicit CloseStop(frmDocument& document) : m_document(&document) { ++document.m_loads; }
+    CloseStop(QObject& document, int& count) : m_document(&document), m_count(count) { ++m_count; }
     ~CloseStop() {
         if (m_document)
-            --m_document->m_loads;
+            --m_count;
     }
     Q_DISABLE_COPY_MOVE(CloseStop)
 
  private:
-    QPointer<frmDocument> m_document;
+    QPointer<QObject> m_document;
+    int& m_count;
 };

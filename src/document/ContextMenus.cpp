@@ -153,7 +153,7 @@ void follow(const QMenu& menu, std::span<const Entry> entries, bool readOnly) {
 
 }  // namespace
 
-ContextMenus::ContextMenus(frmDocument& document) : m_document(document) {
+ContextMenus::ContextMenus(frmDocument& document) : QObject(&document), m_document(document) {
     for (const MenuRow& row : MenuRows)
         m_menus.append(build(row.key, row.entries, document));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QObject>
 
 class QMenu;
 class QPoint;
@@ -11,7 +12,9 @@ class frmDocument;
 /// "BOOK" for the list of bookmarks there. Built once, with the document, and owned by it. An entry calls the operation
 /// of its name on the document; what would change the file is enabled, and ReadOnly checked, by the document each time
 /// a menu is shown.
-class ContextMenus {
+class ContextMenus : public QObject {
+    Q_OBJECT
+
  public:
     explicit ContextMenus(frmDocument& document);
 

@@ -16,7 +16,7 @@ class DocumentHost {
     virtual void ChangeReadOnly() = 0;
     /// Marks the document's language in the menu.
     virtual void CheckLangMenu(frmDocument* document) = 0;
-    /// The two steps of a document that unloads, in this order.
+    /// The two steps of a document that closes, in this order.
     virtual void DocClose(frmDocument* document) = 0;
     virtual void DelTab(frmDocument* document) = 0;
 };

@@ -1,7 +1,6 @@
 #include "document/frmDocument.h"
 
 #include "document/CloseStop.h"
-#include "document/ContextMenus.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentServices.h"
@@ -57,7 +56,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     m_text->HighLightLine();  // nothing moves the caret of an empty document
     connectTextView();
     connectHexView();
-    m_menus = std::make_unique<ContextMenus>(*this);
+    makeMenus();
     SetDocIcon(NormalIcon);
 }
 
@@ -74,12 +73,16 @@ void frmDocument::layOut() {
 
 void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
-    connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
+    connect(m_text, &rtCM::AfterFind, this, &frmDocument::reportDialogSearch);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
-    connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
+    connect(m_text, &rtCM::SelChange, this, [this] {
+        Q_EMIT SelChange(this);
+        if (m_positionReport.isNewAfterMove(m_text->control()))
+            Q_EMIT PositionChange(this);
+    });
     connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
-            [this](int x, int y) { m_menus->show(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
+            [this](int x, int y) { showMenu(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });
 }
 
@@ -94,17 +97,15 @@ void frmDocument::setCaption(const QString& caption) {
 
 bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheckBinary, bool pTextMode) {
     const QPointer<frmDocument> alive(this);
-    ++m_loads;
     BusyPointer::show();
     bool loaded = false;
     QString failure;
     try {
+        const CloseStop stop(*this, m_loads);
         loaded = loadChosenView(pFilename, pReadonly, pCheckBinary, pTextMode);
     } catch (const std::exception& error) {
         failure = QString::fromLocal8Bit(error.what());
     }
-    if (alive)
-        --m_loads;
     if (failure.isNull()) {
         BusyPointer::restore();
         return loaded;
@@ -147,7 +148,7 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     BusyPointer::show();
     const bool saved = visibleView().save(pFilename, pFormat, pFlag);
     if (!alive) {
@@ -175,8 +176,12 @@ void frmDocument::ReloadFile() {
 }
 
 void frmDocument::ReloadTextFile(const QString& pFilename, int pFormat) {
+    const QPointer<frmDocument> alive(this);
+    const bool before = Locked();
     if (TextEdit())
         m_text->ReloadFile(pFilename, false, pFormat);
+    if (alive && Locked() != before)  // a text with lines too long for the control is locked
+        Q_EMIT FileChange(this);
 }
 
 void frmDocument::LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const {
@@ -277,6 +282,10 @@ void frmDocument::MarkChanged() {
         Q_EMIT FileChange(this);
     }
     Q_EMIT DocChange(this);
+    if (TextEdit()) {
+        m_positionReport.edited(m_text->control());
+        Q_EMIT PositionChange(this);
+    }
     isNew = false;
 }
 

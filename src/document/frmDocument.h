@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/PositionReport.h"
 #include "document/SaveFormats.h"
 
 #include <QPointer>
@@ -22,7 +23,7 @@ struct Options;
 /// visible; which one is the mode. The widget of a QMdiSubWindow, owned by it.
 ///
 /// Opening and switching yield to the event loop before the load, opening and saving as hex after each block, and all
-/// of them wherever a box asks or tells. A close event that arrives meanwhile is ignored. A failed load or save is told
+/// of them wherever a box is shown. A close event that arrives meanwhile is ignored. A failed load or save is reported
 /// by the view; filename, isChange and isNew then stay.
 class frmDocument : public QWidget {
     Q_OBJECT
@@ -99,7 +100,7 @@ class frmDocument : public QWidget {
                       bool pWholeWord);
     void ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults, bool pRegExp,
                          bool pCaseSensitive, bool pPreserveCase, bool pWholeWord);
-    /// Ends one of the two above, which give what they have gathered.
+    /// Ends one of the two above, which return what they have found so far.
     Q_INVOKABLE void StopSearch();
     /// The line counts from 1.
     Q_INVOKABLE void EnableBookmarkAt(qint64 pLine, bool pBookmarked);
@@ -181,12 +182,14 @@ class frmDocument : public QWidget {
     void DeleteBookmark();
 
  Q_SIGNALS:
-    /// The changed or locked state moved.
+    /// The changed or locked state is another.
     void FileChange(frmDocument* document);
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
-    /// For the status bar, as long as it is true; empty: it is no more.
+    /// What GetCursorPos answers may be another; once for an edit that moves the caret too.
+    void PositionChange(frmDocument* document);
+    /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
@@ -207,6 +210,8 @@ class frmDocument : public QWidget {
     void layOut();
     void connectTextView();
     void connectHexView();
+    void makeMenus();
+    void showMenu(const QString& key, const QPoint& globalPosition);
     bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
     DocumentView& viewFor(bool text) const;
     DocumentView& visibleView() const;
@@ -222,9 +227,8 @@ class frmDocument : public QWidget {
     void changeLines(QString (*operation)(const QString& text));
     void RefreshLineColours();
     void refreshLines(qint64 beyondLast);
-    class CloseStop;
-    void tellOfDialog();
-    void tellOfHexSearch(const QString& text, qint16 findType);
+    void reportDialogSearch();
+    void reportHexSearch(const QString& text, qint16 findType);
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
@@ -232,8 +236,9 @@ class frmDocument : public QWidget {
     const Options& m_options;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
-    std::unique_ptr<ContextMenus> m_menus;
+    ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;
     int m_loads = 0;

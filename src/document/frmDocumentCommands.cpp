@@ -1,5 +1,6 @@
 // What the menus ask of a document, by the view and mode it is for.
 
+#include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentView.h"
 #include "document/frmCountAll.h"
@@ -12,6 +13,16 @@
 
 #include <algorithm>
 #include <exception>
+
+// Its own context menus
+
+void frmDocument::makeMenus() {
+    m_menus = new ContextMenus(*this);
+}
+
+void frmDocument::showMenu(const QString& key, const QPoint& globalPosition) {
+    m_menus->show(key, globalPosition);
+}
 
 // The visible view's
 

@@ -1,7 +1,6 @@
 // A document's two modes: the switch between text and hex, and what is for the hex view alone.
 
 #include "document/CloseStop.h"
-#include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
 #include "document/HexView.h"
 #include "document/frmDocument.h"
@@ -16,18 +15,20 @@
 void frmDocument::connectHexView() {
     const ucHex* control = &m_hex->control();
     connect(control, &ucHex::DataChanged, this, &frmDocument::MarkChanged);
-    connect(control, &ucHex::PositionChanged, this, [this] { Q_EMIT SelChange(this); });
-    connect(control, &ucHex::SearchDone, this, &frmDocument::tellOfHexSearch);
+    connect(control, &ucHex::PositionChanged, this, [this] {
+        Q_EMIT SelChange(this);
+        Q_EMIT PositionChange(this);
+    });
+    connect(control, &ucHex::SearchDone, this, &frmDocument::reportHexSearch);
     connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
     connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
     connect(control, &ucHex::LanguageRequest, this, &frmDocument::LanguageRequest);
-    connect(control, &ucHex::ContextMenuRequest, this, [this, control](int x, int y, const QString& key) {
-        m_menus->show(key, control->mapToGlobal(QPoint(x, y)));
-    });
+    connect(control, &ucHex::ContextMenuRequest, this,
+            [this, control](int x, int y, const QString& key) { showMenu(key, control->mapToGlobal(QPoint(x, y))); });
 }
 
 /// A byte sequence has no case: the find bar keeps what it has.
-void frmDocument::tellOfHexSearch(const QString& text, qint16 findType) {
+void frmDocument::reportHexSearch(const QString& text, qint16 findType) {
     const auto type = static_cast<HexFindType>(findType);
     const bool caseSensitive = type == HexFindType::Bytes ? m_options.CaseSensitiveOn : type == HexFindType::ExactCase;
     Q_EMIT AfterFind(text, caseSensitive, m_options.RegExpOn, m_options.WholeWord);
@@ -41,13 +42,13 @@ void frmDocument::setTextEdit(bool text) {
     SwitchMode(text);
 }
 
-/// No content goes from view to view: the file is loaded anew into the one that becomes visible. While the document
-/// loads, saves or searches it stays in its mode.
+/// No content is passed from view to view: the file is loaded anew into the one that becomes visible. While the
+/// document loads, saves or searches it stays in its mode.
 void frmDocument::SwitchMode(bool New_Mode) {
     if (m_loads > 0)
         return;
     const QPointer<frmDocument> alive(this);
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_hex->finishTyping();
     if (viewFor(!New_Mode).isModified() && !settleChanges(New_Mode))
         return;

@@ -1,4 +1,4 @@
-// A document's searches and bookmarks: the visible view's, and what the user is asked and told.
+// A document's searches and bookmarks: the visible view's, and the boxes that the user is shown.
 
 #include "document/CloseStop.h"
 #include "document/DocumentView.h"
@@ -50,7 +50,7 @@ bool frmDocument::FindText(const QString& pText, bool RegExpOn, bool CaseSensiti
 }
 
 /// The frame's find bar follows the control's dialogs: it gets the text searched for last, and the flags.
-void frmDocument::tellOfDialog() {
+void frmDocument::reportDialogSearch() {
     const QString newest = TextControl::FindHistory().section(u'\n', 0, 0).trimmed();
     Q_EMIT AfterFind(newest, m_text->SearchCaseSensitive(), m_text->SearchRegExp(), m_text->SearchWholeWord());
 }
@@ -59,13 +59,13 @@ void frmDocument::tellOfDialog() {
 
 void frmDocument::FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                                bool pWholeWord) {
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_text->FindAllMatch(pFindText, pListResults, pRegExp, pCaseSensitive, pWholeWord);
 }
 
 void frmDocument::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QString& pListResults,
                                   bool pRegExp, bool pCaseSensitive, bool pPreserveCase, bool pWholeWord) {
-    const CloseStop stop(*this);
+    const CloseStop stop(*this, m_loads);
     m_text->ReplaceAllMatch(pFindText, pReplace, pListResults, pRegExp, pCaseSensitive, pPreserveCase, pWholeWord);
 }
 

@@ -41,9 +41,9 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
         QtPrompts prompts;
-        NoPanel explorer;
+        NoPanel panel;
         RoomsToCome rooms;
-        frmMain frame({prompts, registry, explorer, rooms, m_tail, {}});
+        frmMain frame({prompts, registry, panel, rooms, m_tail, {}});
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });

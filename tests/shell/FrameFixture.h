@@ -19,7 +19,7 @@
 #include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/documents/PanelLink.h"
-#include "shell/frame/FrameParts.h"
+#include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
 #include "support/ScriptedPrompts.h"
 
@@ -71,6 +71,7 @@ class NotedRooms : public RoomsToCome {
         void toggle() { visible = visible != !stuck; }
     };
     Panel explorer;
+    int timesAsked = 0;  ///< whether the side panel is visible
     Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
@@ -85,7 +86,10 @@ class NotedRooms : public RoomsToCome {
     void ShowProperties() override { note(u"ShowProperties"_qs); }
     void ShowFileProperties(const QString& path) override { note(u"ShowFileProperties "_qs + path); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-    bool isExplorerVisible() override { return explorer.visible; }
+    bool isExplorerVisible() override {
+        ++timesAsked;
+        return explorer.visible;
+    }
     bool isSearchPanelVisible() override { return search.visible; }
     void ToggleExplorer() override { explorer.toggle(); }
     void ToggleSearchPanel() override { search.toggle(); }
@@ -137,18 +141,18 @@ class FrameFixture : public testing::Test {
         return opened.readAll();
     }
 
-    EditorGlobals& globals() { return parts().documentServices->globals; }
-    FrameParts& parts() { return m_frame->parts(); }
-    const QList<frmDocument*>& documents() { return parts().children->documents(); }
-    frmDocument* active() { return parts().children->active(); }
+    EditorGlobals& globals() { return house().globals; }
+    House& house() { return *m_frame->m_house; }
+    const QList<frmDocument*>& documents() { return house().children.documents(); }
+    frmDocument* active() { return house().children.active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
     void type(const QString& text) { control().type(text); }
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(u"TabStrip1"_qs); }
-    QAction* entry(const char* name) { return parts().commands->entry(name); }
-    QAction* button(const char* key) { return parts().commands->button(key); }
-    QAction* slot(const char* array, int number) { return parts().menuSlots->slot(array, number); }
+    QAction* entry(const char* name) { return house().entries.entry(name); }
+    QAction* button(const char* key) { return house().entries.button(key); }
+    QAction* slot(const char* array, int number) { return house().menuSlots.slot(array, number); }
     QAction* languageEntry(const char* name) {
-        for (QAction* one : parts().commands->menu("mnuLanguages")->actions()) {
+        for (QAction* one : house().entries.menu("mnuLanguages")->actions()) {
             if (one->data().isValid() && MenuText::captionOf(*one) == QLatin1String(name))
                 return one;
         }

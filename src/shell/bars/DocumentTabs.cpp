@@ -5,8 +5,6 @@
 #include "platform/Yield.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/documents/PanelLink.h"
-#include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 
 #include <QSignalBlocker>
@@ -41,11 +39,10 @@ QString captionOf(const QString& tabText) {
 
 }  // namespace
 
-DocumentTabs::DocumentTabs(TabStrip& strip, MdiChildren& children, PanelLink& explorer)
+DocumentTabs::DocumentTabs(TabStrip& strip, MdiChildren& children)
     : QObject(&strip),
       m_strip(strip),
       m_children(children),
-      m_explorer(explorer),
       m_images{Icons::named("doc-normal"), Icons::named("doc-changed"), Icons::named("doc-locked")} {
     connect(&strip, &TabStrip::currentChanged, this, &DocumentTabs::TabClick);
     connect(&strip, &TabStrip::tabBarClicked, this, &DocumentTabs::bringBack);
@@ -83,23 +80,18 @@ void DocumentTabs::DelTab(const frmDocument* document) {
 
 void DocumentTabs::SetTabCaption(const frmDocument* document) {
     const int index = indexOf(document->fIdx);
-    if (index >= 0) {
-        const QString name = FileNameOf(document->filename);
-        if (!name.isEmpty())
-            m_strip.setTabText(index, tabText(name));
-        m_strip.setTabToolTip(index, document->filename);
-        setImage(index, imageFor(document));
-        nameForReaders(index);
-    }
-    ignoringErrors([&] { m_explorer.SetFile(document->filename, document->fIdx, imageFor(document)); });
+    if (index < 0)
+        return;
+    const QString name = FileNameOf(document->filename);
+    if (!name.isEmpty())
+        m_strip.setTabText(index, tabText(name));
+    m_strip.setTabToolTip(index, document->filename);
+    setImage(index, imageFor(document));
+    nameForReaders(index);
 }
 
 int DocumentTabs::count() const {
     return m_strip.count();
-}
-
-int DocumentTabs::selected() const {
-    return m_strip.currentIndex();
 }
 
 void DocumentTabs::select(int index) {
@@ -153,7 +145,7 @@ void DocumentTabs::TabClick(int index) {
     // A window that was just minimised becomes the active one; bringing it forward would undo that.
     if (document != m_children.active())
         m_children.bringToFront(document);
-    ignoringErrors([&] { m_explorer.FileSelected(key); });
+    Q_EMIT chosen(key);
     yieldOnce();
     m_inClick = false;
 }

@@ -3,12 +3,10 @@
 #include "document/frmDocument.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
+#include "settings/Options.h"
 #include "settings/files/OwnTextFile.h"
 #include "shell/bars/FindBarTexts.h"
-#include "shell/commands/CommandEntries.h"
-#include "shell/commands/SearchToggles.h"
-#include "shell/documents/MdiChildren.h"
-#include "shell/frame/FrameParts.h"
+#include "shell/documents/ActiveDocument.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Twips.h"
 
@@ -28,7 +26,8 @@ QString listPath() {
 
 }  // namespace
 
-FindBar::FindBar(FrameParts& parts) : QObject(parts.frame), m_parts(parts), m_box(new QComboBox(parts.frame)) {
+FindBar::FindBar(QWidget& window, const ActiveDocument& active, Options& options)
+    : QObject(&window), m_active(active), m_options(options), m_box(new QComboBox(&window)) {
     m_box->setObjectName(u"cmbSearch"_qs);
     m_box->setAccessibleName(u"Search text"_qs);
     m_box->setToolTip(u"Search text (F6)"_qs);
@@ -85,32 +84,31 @@ void FindBar::AddSearchKey(const QString& pText, bool pMoveToTop) {
 void FindBar::AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord) {
     if (pText.isEmpty())
         return;
-    m_parts.searchToggles->SetRegExpOption(pRegExp);
-    m_parts.searchToggles->SetCaseOption(pCaseSensitive);
-    m_parts.searchToggles->SetWholeWordOption(pWholeWord);
+    m_options.RegExpOn = pRegExp;
+    m_options.CaseSensitiveOn = pCaseSensitive;
+    m_options.WholeWord = pWholeWord;
+    Q_EMIT searched();
     AddSearchKey(pText, true);
     m_box->setEditText(pText);
 }
 
 void FindBar::find() {
     const QString wanted = text();
-    if (frmDocument* document = m_parts.children->active()) {
-        ignoringErrors([&] {
-            document->FindText(wanted, m_parts.commands->isChecked("mnuRegExp"),
-                               m_parts.commands->isChecked("mnuCaseSensitive"),
-                               m_parts.commands->isChecked("mnuWholeWord"));
+    if (frmDocument* document = m_active.get()) {
+        ignoringErrors("FindText", [&] {
+            document->FindText(wanted, m_options.RegExpOn, m_options.CaseSensitiveOn, m_options.WholeWord);
         });
     }
     AddSearchKey(wanted, true);
 }
 
 void FindBar::FindNext() {
-    if (frmDocument* document = m_parts.children->active())
+    if (frmDocument* document = m_active.get())
         document->FindNext(text());
 }
 
 void FindBar::FindPrevious() {
-    if (frmDocument* document = m_parts.children->active())
+    if (frmDocument* document = m_active.get())
         document->FindPrev(text());
 }
 
@@ -137,7 +135,7 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusIn)
         takeFindHistory();
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        if (frmDocument* document = m_parts.children->active())
+        if (frmDocument* document = m_active.get())
             document->setFocus();
         return true;
     }

@@ -2,18 +2,19 @@
 
 #include <QObject>
 
+class ActiveDocument;
 class QComboBox;
 class QWidget;
-struct FrameParts;
+struct Options;
 
 /// The find bar `cmbSearch` in the tool bar: what was searched for, the newest first, and the text to search for now.
-/// The box is the only copy of that list. Owned by the frame. Without an active document Enter searches nothing; the
-/// text joins the list all the same.
+/// The box is the only copy of that list, and the options are the only place of the search flags. Owned by the window.
+/// Without an active document Enter searches nothing; the text is added to the list all the same.
 class FindBar : public QObject {
     Q_OBJECT
 
  public:
-    explicit FindBar(FrameParts& parts);
+    FindBar(QWidget& window, const ActiveDocument& active, Options& options);
 
     /// Puts the box into the place that the tool bar keeps for it.
     void placeIn(QWidget& place);
@@ -22,16 +23,20 @@ class FindBar : public QObject {
     QWidget* widget() const;
     QString text() const;
     void AddSearchKey(const QString& pText, bool pMoveToTop);
-    /// What a find dialog searched for shows here and in the search toggles. An empty text changes nothing.
+    /// A find dialog has searched: takes over text and flags. An empty text changes nothing.
     void AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord);
     void FindNext();
     void FindPrevious();
 
-    /// Fills the find history of the controls too, which ends with the program.
+    /// Fills the find history of the controls too, which is kept while the program runs.
     void LoadSearchKeys();
     void SaveSearchKeys() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+
+ Q_SIGNALS:
+    /// The search flags were taken over from a find dialog.
+    void searched();
 
  private:
     QStringList keys() const;
@@ -40,6 +45,7 @@ class FindBar : public QObject {
     void find();
     void takeFindHistory();
 
-    FrameParts& m_parts;
+    const ActiveDocument& m_active;
+    Options& m_options;
     QComboBox* m_box;
 };

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-/// The texts that were searched for, the newest first, at most 30. A text is compared exactly and kept as it came.
+/// The texts that were searched for, the newest first, at most 30. A text is compared exactly and kept unchanged.
 namespace FindBarTexts {
 
 constexpr int Most = 30;
@@ -10,10 +10,10 @@ constexpr int Most = 30;
 enum class Change {
     Nothing,
     Added,
-    Raised,  ///< it stood there and was moved to the top
+    Raised,  ///< it was in the list and was moved to the top
 };
 
-/// Puts a text on top of the list. One that stands there is moved only when that is wanted; a blank one is passed over.
+/// Puts a text on top of the list. One that is there already is moved only when that is wanted; a blank one is ignored.
 Change AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop);
 
 /// The list from the lines of its file, which has the oldest first.

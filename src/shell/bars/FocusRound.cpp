@@ -1,11 +1,7 @@
 #include "shell/bars/FocusRound.h"
 
-#include "document/frmDocument.h"
-#include "shell/bars/FindBar.h"
-#include "shell/documents/MdiChildren.h"
-#include "shell/frame/FrameParts.h"
-
 #include <QList>
+#include <QWidget>
 
 namespace {
 
@@ -16,9 +12,9 @@ bool holdsFocus(const QWidget* part) {
 
 }  // namespace
 
-void FocusRound::go(const FrameParts& parts, QWidget& tabs, int step) {
+void FocusRound::go(std::initializer_list<QWidget*> parts, int step) {
     QList<QWidget*> round;
-    for (QWidget* part : {static_cast<QWidget*>(parts.children->active()), parts.findBar->widget(), &tabs}) {
+    for (QWidget* part : parts) {
         if (part != nullptr && part->isVisible())
             round.append(part);
     }

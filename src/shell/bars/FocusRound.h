@@ -1,13 +1,14 @@
 #pragma once
 
-class QWidget;
-struct FrameParts;
+#include <initializer_list>
 
-/// Walks the keyboard focus over the parts of the frame, for those who use no mouse: active document, find bar, tabs,
-/// and round again. A part that is hidden is passed over.
+class QWidget;
+
+/// Walks the keyboard focus over parts of a window, for those who use no mouse. A part that is hidden, or null, is
+/// passed over.
 namespace FocusRound {
 
-/// `step` is 1, or -1 for the way back.
-void go(const FrameParts& parts, QWidget& tabs, int step);
+/// From the part that has the focus to the next one, round at the ends; `step` is 1, or -1 for the way back.
+void go(std::initializer_list<QWidget*> parts, int step);
 
 }  // namespace FocusRound

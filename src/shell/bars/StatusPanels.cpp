@@ -4,7 +4,6 @@
 #include "document/rtCM.h"
 #include "editor/control/TextControl.h"
 #include "shell/bars/StatusPanel.h"
-#include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 
 #include <QStatusBar>
@@ -36,7 +35,7 @@ void StatusPanels::putPictures() {
 }
 
 void StatusPanels::ShowCursorPosition(const frmDocument* document) {
-    ignoringErrors([&] { panel(Position)->setText(document->GetCursorPos()); });
+    panel(Position)->setText(document->GetCursorPos());
 }
 
 void StatusPanels::ShowDocumentInfo(const frmDocument* document) {

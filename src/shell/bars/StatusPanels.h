@@ -9,8 +9,7 @@ class StatusPanel;
 class frmDocument;
 
 /// What the status bar shows of the active document: 1 a notice of its text view, else the recording of a macro, else
-/// what was switched off for its size, 2 cursor position, 3 last
-/// update of the file, 4 its size. Owned by the frame.
+/// what was switched off for its size, 2 cursor position, 3 last update of the file, 4 its size. Owned by the bar.
 class StatusPanels : public QObject {
     Q_OBJECT
 
@@ -19,7 +18,7 @@ class StatusPanels : public QObject {
 
     /// The pictures of the panels for size and last update.
     void putPictures();
-    /// Cheap: it comes with every movement of the cursor.
+    /// Cheap: it is called with every movement of the cursor.
     void ShowCursorPosition(const frmDocument* document);
     void ShowDocumentInfo(const frmDocument* document);
 
@@ -33,7 +32,7 @@ class StatusPanels : public QObject {
     QString text(int panel) const;
 
  Q_SIGNALS:
-    /// The person wants to read the whole of a panel.
+    /// The user wants to read the whole of a panel.
     void textWanted(const QString& text);
 
  private:

@@ -2,12 +2,11 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/CoolBar.h"
-#include "shell/commands/CommandTable.h"
+#include "shell/commands/CommandRow.h"
 #include "shell/commands/MenuText.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ToolTable.h"
 #include "shell/commands/ViewToggles.h"
-#include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuStyle.h"
@@ -17,6 +16,7 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -36,18 +36,17 @@ void undoClick(QAction& action, bool checked) {
         action.setChecked(!checked);
 }
 
-QString toolTip(const ToolRow& row) {
-    const QString tip = QString::fromLatin1(row.tip);
-    const QKeySequence key(QString::fromLatin1(findCommand(row.command)->key), QKeySequence::PortableText);
-    return key.isEmpty() ? tip : u"%1 (%2)"_qs.arg(tip, key.toString(QKeySequence::NativeText));
-}
-
 }  // namespace
 
-CommandEntries::CommandEntries(FrameParts& parts, QMenuBar& menuBar, QToolBar& toolBar, Runner run, QObject* parent)
-    : QObject(parent), m_parts(parts), m_run(std::move(run)) {
+CommandEntries::CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar,
+                               QMenuBar& menuBar, QToolBar& toolBar, Runner run)
+    : m_table(table), m_rooms(rooms), m_coolBar(coolBar), m_run(std::move(run)) {
     buildMenus(menuBar);
     buildButtons(toolBar);
+}
+
+const CommandRow& CommandEntries::rowOf(const char* name) const {
+    return *std::ranges::find_if(m_table, [name](const CommandRow& row) { return qstrcmp(row.name, name) == 0; });
 }
 
 QAction* CommandEntries::entry(const QByteArray& name) const {
@@ -63,7 +62,7 @@ QMenu* CommandEntries::menu(const QByteArray& name) const {
 }
 
 void CommandEntries::buildMenus(QMenuBar& menuBar) {
-    for (const CommandRow& row : commandTable())
+    for (const CommandRow& row : m_table)
         addRow(menuBar, row);
 }
 
@@ -105,9 +104,9 @@ QAction* CommandEntries::addItem(const QByteArray& menuName, const QByteArray& n
     QAction* action = menu(menuName)->addAction(QString());
     action->setMenuRole(QAction::NoRole);
     enlist(name, action);
-    connect(action, &QAction::triggered, this, [action, run = std::move(chosen)](bool checked) {
+    connect(action, &QAction::triggered, this, [action, name, run = std::move(chosen)](bool checked) {
         undoClick(*action, checked);
-        ignoringErrors(run);
+        ignoringErrors(name.constData(), run);
     });
     return action;
 }
@@ -142,6 +141,12 @@ void CommandEntries::addPlace(QToolBar& toolBar, const ToolRow& row) {
     m_buttons.insert(row.key, toolBar.addWidget(m_searchPlace));
 }
 
+QString CommandEntries::toolTip(const ToolRow& row) const {
+    const QString tip = QString::fromLatin1(row.tip);
+    const QKeySequence key(QString::fromLatin1(rowOf(row.command).key), QKeySequence::PortableText);
+    return key.isEmpty() ? tip : u"%1 (%2)"_qs.arg(tip, key.toString(QKeySequence::NativeText));
+}
+
 void CommandEntries::addButton(QToolBar& toolBar, const ToolRow& row) {
     QAction* action = toolBar.addAction(Icons::named(row.icon), QString::fromLatin1(row.tip));
     action->setToolTip(toolTip(row));
@@ -150,7 +155,7 @@ void CommandEntries::addButton(QToolBar& toolBar, const ToolRow& row) {
     m_buttons.insert(row.key, action);
     connect(action, &QAction::triggered, this, [this, action, &row](bool checked) {
         undoClick(*action, checked);
-        ignoringErrors([&] { m_run(findCommand(row.command)->target); });
+        ignoringErrors(row.command, [&] { m_run(rowOf(row.command).target); });
     });
 }
 
@@ -193,7 +198,7 @@ void CommandEntries::SetDocumentEnv(const frmDocument* document) {
 }
 
 void CommandEntries::enableFor(const DocumentState& state) {
-    for (const CommandRow& row : commandTable()) {
+    for (const CommandRow& row : m_table) {
         if (row.when != Enabled::Always)
             entry(row.name)->setEnabled(isEnabled(row.when, state));
     }
@@ -226,10 +231,10 @@ void CommandEntries::showViewToggle(const ViewToggle& option, const frmDocument&
 }
 
 void CommandEntries::RefreshCheckedItems() {
-    CheckMenuItem("mnuEditExplorer", m_parts.rooms->isExplorerVisible());
-    CheckMenuItem("mnulFindReplacePanel", m_parts.rooms->isSearchPanelVisible());
-    CheckMenuItem("mnuShowEditToolbar", m_parts.coolBar->isBandVisible(CoolBar::Tool));
-    CheckMenuItem("mnuShowFilesTab", m_parts.coolBar->isBandVisible(CoolBar::Tab));
+    CheckMenuItem("mnuEditExplorer", m_rooms.isExplorerVisible());
+    CheckMenuItem("mnulFindReplacePanel", m_rooms.isSearchPanelVisible());
+    CheckMenuItem("mnuShowEditToolbar", m_coolBar.isBandVisible(CoolBar::Tool));
+    CheckMenuItem("mnuShowFilesTab", m_coolBar.isBandVisible(CoolBar::Tab));
     for (const char* name : OwnChecks)
         CheckMenuItem(name, isChecked(name));
 }

@@ -7,25 +7,27 @@
 #include <QSet>
 
 #include <functional>
+#include <span>
 
+class CoolBar;
 class QAction;
 class QMenu;
 class QMenuBar;
 class QToolBar;
 class QWidget;
+class RoomsToCome;
 class frmDocument;
 struct CommandRow;
 struct CommandTarget;
 struct DocumentState;
-struct FrameParts;
 struct ToolRow;
 struct ViewToggle;
 
 /// The commands as entries of the menu bar and buttons of the tool bar, made from their tables. Owned by the frame.
 /// Enabled flags and check marks live in the entries and nowhere else; SetDocumentEnv rebuilds them from a document.
 ///
-/// An entry's check is kept apart from the mark that is shown, since marking a language goes over all marks: those come
-/// back from the checks with RefreshCheckedItems.
+/// An entry's check is kept apart from the mark that is shown, since marking a language clears all other marks;
+/// RefreshCheckedItems restores them from the checks.
 class CommandEntries : public QObject {
     Q_OBJECT
 
@@ -33,7 +35,9 @@ class CommandEntries : public QObject {
     /// `run` carries out a target; the entries call it.
     using Runner = std::function<void(const CommandTarget&)>;
 
-    CommandEntries(FrameParts& parts, QMenuBar& menuBar, QToolBar& toolBar, Runner run, QObject* parent = nullptr);
+    /// Rooms and bands are asked for the marks of what they show; the table outlives the entries.
+    CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar, QMenuBar& menuBar,
+                   QToolBar& toolBar, Runner run);
 
     /// The entry or button of that name or key; null when there is none.
     QAction* entry(const QByteArray& name) const;
@@ -59,10 +63,12 @@ class CommandEntries : public QObject {
     /// Shows the document's mode on the button for it.
     void SetEditModeIcon(const frmDocument* document);
     void showViewToggle(const ViewToggle& option, const frmDocument& document);
-    /// Every mark from the state that is its truth.
+    /// Sets every mark from the state that it shows.
     void RefreshCheckedItems();
 
  private:
+    const CommandRow& rowOf(const char* name) const;
+    QString toolTip(const ToolRow& row) const;
     void buildMenus(QMenuBar& menuBar);
     void buildButtons(QToolBar& toolBar);
     void addRow(QMenuBar& menuBar, const CommandRow& row);
@@ -75,7 +81,9 @@ class CommandEntries : public QObject {
     /// An entry without a mark of its own has a box only while it is marked.
     void showMark(QAction* action, bool marked);
 
-    FrameParts& m_parts;
+    std::span<const CommandRow> m_table;
+    RoomsToCome& m_rooms;
+    const CoolBar& m_coolBar;
     Runner m_run;
     QList<QAction*> m_items;
     QHash<QByteArray, QAction*> m_entries;

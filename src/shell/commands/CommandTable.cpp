@@ -1,14 +1,18 @@
 #include "shell/commands/CommandTable.h"
 
 #include "document/frmDocument.h"
+#include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/RoomsToCome.h"
+#include "shell/commands/ViewCommands.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
+using File = FileCommands;
+using View = ViewCommands;
 using Frame = FrameCommands;
 using Document = frmDocument;
 using Rooms = RoomsToCome;
@@ -19,16 +23,24 @@ constexpr auto Unlocked = Enabled::Unlocked;
 constexpr auto InUnlockedText = Enabled::InUnlockedText;
 constexpr auto InHex = Enabled::InHex;
 
+constexpr CommandTarget on(void (FileCommands::*procedure)()) {
+    return {.file = procedure};
+}
+
+constexpr CommandTarget on(void (ViewCommands::*procedure)()) {
+    return {.view = procedure};
+}
+
 constexpr CommandTarget on(void (FrameCommands::*procedure)()) {
-    return {procedure, nullptr, nullptr};
+    return {.frame = procedure};
 }
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
-    return {nullptr, method, nullptr};
+    return {.document = method};
 }
 
 constexpr CommandTarget on(void (RoomsToCome::*call)()) {
-    return {nullptr, nullptr, call};
+    return {.room = call};
 }
 
 constexpr CommandRow menu(const char* parent, const char* name, const char* caption, Enabled when = Always) {
@@ -40,26 +52,26 @@ constexpr CommandRow gap(const char* parent, const char* name) {
 }
 
 constexpr CommandRow mark(const char* parent, const char* name, const char* caption, const char* icon,
-                          void (FrameCommands::*toggle)(), Enabled when = Always) {
-    return {parent, name, caption, "", icon, on(toggle), when, true};
+                          CommandTarget toggle, Enabled when = Always) {
+    return {parent, name, caption, "", icon, toggle, when, true};
 }
 
 constexpr CommandRow Commands[] = {
     menu("", "mnuFile", "&File"),
-    {"mnuFile", "mnuFileNew", "&New", "Ctrl+N", "new", on(&Frame::New)},
-    {"mnuFile", "mnuFileOpen", "&Open...", "Ctrl+O", "open", on(&Frame::Open)},
-    {"mnuFile", "mnuFileClose", "&Close", "", "close", on(&Frame::Close)},
-    {"mnuFile", "mnuAllFileClose", "Close All Files", "", "closeall", on(&Frame::CloseAll)},
-    {"mnuFile", "mnuFileCloseExcept", "Close All Files Except This", "", "", on(&Frame::CloseExcept)},
+    {"mnuFile", "mnuFileNew", "&New", "Ctrl+N", "new", on(&File::New)},
+    {"mnuFile", "mnuFileOpen", "&Open...", "Ctrl+O", "open", on(&File::Open)},
+    {"mnuFile", "mnuFileClose", "&Close", "", "close", on(&File::Close)},
+    {"mnuFile", "mnuAllFileClose", "Close All Files", "", "closeall", on(&File::CloseAll)},
+    {"mnuFile", "mnuFileCloseExcept", "Close All Files Except This", "", "", on(&File::CloseExcept)},
     gap("mnuFile", "mnuFileBar10"),
-    {"mnuFile", "mnuFileSave", "&Save", "Ctrl+S", "save", on(&Frame::Save), Unlocked},
-    {"mnuFile", "mnuFileSaveAs", "Save &As...", "", "saveas", on(&Frame::SaveAs)},
+    {"mnuFile", "mnuFileSave", "&Save", "Ctrl+S", "save", on(&File::Save), Unlocked},
+    {"mnuFile", "mnuFileSaveAs", "Save &As...", "", "saveas", on(&File::SaveAs)},
     menu("mnuFile", "mnuSaveEncoding", "Save (Encoding)...", InText),
-    {"mnuSaveEncoding", "mnuANSI", "ANSI", "", "", on(&Frame::SaveAnsi)},
-    {"mnuSaveEncoding", "mnuUnicode", "Unicode", "", "", on(&Frame::SaveUnicode)},
-    {"mnuSaveEncoding", "mnuUTF8", "UTF-8", "", "", on(&Frame::SaveUtf8)},
-    {"mnuSaveEncoding", "mnuNoBOM", "No Byte Order Mark (BOM)", "", "", on(&Frame::SaveNoBom)},
-    {"mnuFile", "mnuFileSaveAll", "Save A&ll", "", "saveall", on(&Frame::SaveAll)},
+    {"mnuSaveEncoding", "mnuANSI", "ANSI", "", "", on(&File::SaveAnsi)},
+    {"mnuSaveEncoding", "mnuUnicode", "Unicode", "", "", on(&File::SaveUnicode)},
+    {"mnuSaveEncoding", "mnuUTF8", "UTF-8", "", "", on(&File::SaveUtf8)},
+    {"mnuSaveEncoding", "mnuNoBOM", "No Byte Order Mark (BOM)", "", "", on(&File::SaveNoBom)},
+    {"mnuFile", "mnuFileSaveAll", "Save A&ll", "", "saveall", on(&File::SaveAll)},
     gap("mnuFile", "mnuSep06"),
     {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Rooms::ShowProperties)},
     gap("mnuFile", "mnuFileBar1"),
@@ -68,7 +80,7 @@ constexpr CommandRow Commands[] = {
     menu("mnuFile", "mnuRecentFiles", "Recent File(s)"),
     menu("mnuFile", "mnuRecentWorkspace", "Recent Project(s)"),
     gap("mnuFile", "mnuFileBar5"),
-    {"mnuFile", "mnuFileExit", "E&xit", "", "", on(&Frame::Exit)},
+    {"mnuFile", "mnuFileExit", "E&xit", "", "", on(&File::Exit)},
 
     menu("", "mnuEdit", "&Edit"),
     {"mnuEdit", "mnuEditUndo", "Undo", "", "undo", on(&Document::Undo), Unlocked},
@@ -116,7 +128,7 @@ constexpr CommandRow Commands[] = {
     gap("mnuEdit", "mnuEditSep8"),
     {"mnuEdit", "mnuSetRepeat", "Set Repeat Count", "", "", on(&Document::SetRepeatCount), InUnlockedText},
     gap("mnuEdit", "mnuEditSep12"),
-    mark("mnuEdit", "mnuReadonly", "ReadOnly", "readonly", &Frame::ChangeReadOnly),
+    mark("mnuEdit", "mnuReadonly", "ReadOnly", "readonly", on(&File::ChangeReadOnly)),
 
     menu("", "mnuSearch", "Search"),
     {"mnuSearch", "mnuFind", "Find", "Ctrl+F", "search", on(&Document::Find)},
@@ -143,11 +155,11 @@ constexpr CommandRow Commands[] = {
     {"mnuSearch", "mnuGotoPage", "Goto Page", "", "", on(&Document::GotoPage), InHex},
     {"mnuSearch", "mnuGotoOffset", "Goto Offset", "", "", on(&Document::GotoOffset), InHex},
     gap("mnuSearch", "mnuSearchSep08"),
-    mark("mnuSearch", "mnuWholeWord", "Match Whole Word Only", "", &Frame::ToggleWholeWord, InText),
+    mark("mnuSearch", "mnuWholeWord", "Match Whole Word Only", "", on(&Frame::ToggleWholeWord), InText),
     // Stays enabled for bytes, unlike the toggles around it.
-    mark("mnuSearch", "mnuCaseSensitive", "Match Case", "", &Frame::ToggleCase),
-    mark("mnuSearch", "mnuRegExp", "Regular Expressions", "", &Frame::ToggleRegExp, InText),
-    mark("mnuSearch", "mnuSearchContinue", "Continue at (Start/End)", "", &Frame::ToggleContinueSearch),
+    mark("mnuSearch", "mnuCaseSensitive", "Match Case", "", on(&Frame::ToggleCase)),
+    mark("mnuSearch", "mnuRegExp", "Regular Expressions", "", on(&Frame::ToggleRegExp), InText),
+    mark("mnuSearch", "mnuSearchContinue", "Continue at (Start/End)", "", on(&Frame::ToggleContinueSearch)),
     gap("mnuSearch", "mnuSearchSep05"),
     {"mnuSearch", "mnuCountAll", "Count All", "", "countall", on(&Document::CountAll), InText},
 
@@ -179,21 +191,21 @@ constexpr CommandRow Commands[] = {
     {"mnuTools", "mnuMyDocuments", "My Documents", "", "", on(&Rooms::OpenMyDocuments)},
 
     menu("", "mnuView", "View"),
-    mark("mnuView", "mnuShowLineNumber", "Line Number", "linenumber", &Frame::ToggleLineNumber, InText),
-    mark("mnuView", "mnuShowLeftMargin", "Left Margin", "margin", &Frame::ToggleLeftMargin, InText),
-    mark("mnuView", "mnuShowTabSpace", "Tabs/Spaces", "showspace", &Frame::ToggleTabSpace, InText),
-    mark("mnuView", "mnuBraceMatching", "Brace Matching", "brace", &Frame::ToggleBraceMatching, InText),
-    mark("mnuView", "mnuHighlightRow", "Row Highlight", "rowhigh", &Frame::ToggleRowHighlight, InText),
+    mark("mnuView", "mnuShowLineNumber", "Line Number", "linenumber", on(&View::ToggleLineNumber), InText),
+    mark("mnuView", "mnuShowLeftMargin", "Left Margin", "margin", on(&View::ToggleLeftMargin), InText),
+    mark("mnuView", "mnuShowTabSpace", "Tabs/Spaces", "showspace", on(&View::ToggleTabSpace), InText),
+    mark("mnuView", "mnuBraceMatching", "Brace Matching", "brace", on(&View::ToggleBraceMatching), InText),
+    mark("mnuView", "mnuHighlightRow", "Row Highlight", "rowhigh", on(&View::ToggleRowHighlight), InText),
     gap("mnuView", "mnuViewSep01"),
     {"mnuView", "mnuIncreaseFontSize", "Increase font size", "", "", on(&Document::IncreaseFontSize), InText},
     {"mnuView", "mnuDecreaseFontSize", "Decrease font size", "", "", on(&Document::DecreaseFontSize), InText},
     {"mnuView", "mnuDefaultFontSize", "Default Font Size", "", "", on(&Document::DefaultFontSize), InText},
-    mark("mnuView", "mnuToggleHex", "Hex Mode", "", &Frame::ToggleHex),
+    mark("mnuView", "mnuToggleHex", "Hex Mode", "", on(&View::ToggleHex)),
     gap("mnuView", "mnuViewSep02"),
-    mark("mnuView", "mnuEditExplorer", "Quillmark Explorer", "", &Frame::ToggleExplorer),
-    mark("mnuView", "mnulFindReplacePanel", "Find/Replace Panel", "", &Frame::ToggleSearchPanel),
-    mark("mnuView", "mnuShowEditToolbar", "Edit Toolbar", "", &Frame::ToggleToolBand),
-    mark("mnuView", "mnuShowFilesTab", "Files Tab", "", &Frame::ToggleTabBand),
+    mark("mnuView", "mnuEditExplorer", "Quillmark Explorer", "", on(&View::ToggleExplorer)),
+    mark("mnuView", "mnulFindReplacePanel", "Find/Replace Panel", "", on(&View::ToggleSearchPanel)),
+    mark("mnuView", "mnuShowEditToolbar", "Edit Toolbar", "", on(&View::ToggleToolBand)),
+    mark("mnuView", "mnuShowFilesTab", "Files Tab", "", on(&View::ToggleTabBand)),
 
     menu("", "mnuMacro", "Macro", InText),
     {"mnuMacro", "mnuOrganizeMarco", "Organize Marco", "", "macroorg", on(&Frame::OrganizeMacros)},
@@ -204,10 +216,10 @@ constexpr CommandRow Commands[] = {
     gap("mnuMacro", "mnuMacroSep02"),
 
     menu("", "mnuWindow", "&Window"),
-    {"mnuWindow", "mnuWindowCascade", "&Cascade", "", "arrange", on(&Frame::Cascade)},
-    {"mnuWindow", "mnuWindowTileHorizontal", "Tile &Horizontal", "", "hori", on(&Frame::TileHorizontal)},
-    {"mnuWindow", "mnuWindowTileVertical", "Tile &Vertical", "", "vert", on(&Frame::TileVertical)},
-    {"mnuWindow", "mnuWindowArrangeIcons", "&Arrange Icons", "", "", on(&Frame::ArrangeIcons)},
+    {"mnuWindow", "mnuWindowCascade", "&Cascade", "", "arrange", on(&View::Cascade)},
+    {"mnuWindow", "mnuWindowTileHorizontal", "Tile &Horizontal", "", "hori", on(&View::TileHorizontal)},
+    {"mnuWindow", "mnuWindowTileVertical", "Tile &Vertical", "", "vert", on(&View::TileVertical)},
+    {"mnuWindow", "mnuWindowArrangeIcons", "&Arrange Icons", "", "", on(&View::ArrangeIcons)},
 
     menu("", "mnuHelp", "&Help"),
     {"mnuHelp", "mnuHelpContents", "Contents", "", "help", on(&Rooms::ShowHelp)},

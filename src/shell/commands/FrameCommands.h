@@ -1,31 +1,22 @@
 #pragma once
 
-class DocumentClosing;
-class DocumentOpening;
-class DocumentSaving;
-struct FrameParts;
+class FindBar;
+class HelpPages;
+class MacroMenu;
+class QWidget;
+class RoomsToCome;
+class SearchToggles;
+class frmDocument;
+struct DocumentServices;
 
-/// The procedures of the frame that commands aim at: each works on the active document or on the frame. Owned by the
-/// frame; forwards, and decides nothing.
+/// The commands that search, concern macros and languages, or open a tool, and what documents ask of the frame. Owned
+/// by the frame; passes them on, and decides nothing.
 class FrameCommands {
  public:
-    FrameCommands(FrameParts& parts, DocumentOpening& files, DocumentSaving& saving, DocumentClosing& closing);
+    /// `window` is the frame.
+    FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RoomsToCome& rooms,
+                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu);
 
-    void New();
-    void Open();
-    void Close();
-    void CloseAll();
-    void CloseExcept();
-    void Save();
-    void SaveAs();
-    void SaveAnsi();
-    void SaveUtf8();
-    void SaveUnicode();
-    void SaveNoBom();
-    void SaveAll();
-    void Exit();
-
-    void ChangeReadOnly();
     void FindNext();
     void FindPrevious();
     void FindInFiles();
@@ -33,17 +24,6 @@ class FrameCommands {
     void ToggleCase();
     void ToggleRegExp();
     void ToggleContinueSearch();
-
-    void ToggleHex();
-    void ToggleLineNumber();
-    void ToggleLeftMargin();
-    void ToggleTabSpace();
-    void ToggleBraceMatching();
-    void ToggleRowHighlight();
-    void ToggleExplorer();
-    void ToggleSearchPanel();
-    void ToggleToolBand();
-    void ToggleTabBand();
 
     void OrganizeLanguages();
     void OrganizeMacros();
@@ -54,25 +34,15 @@ class FrameCommands {
     void ShowConvertor();
     void StartCalculator();
 
-    void Cascade();
-    void TileHorizontal();
-    void TileVertical();
-    void ArrangeIcons();
-
-    // A slot of the entries that are filled while the program runs.
-    void OpenRecentFile(int slot);
-    void OpenRecentProject(int slot);
-    void OpenFavorite(int slot);
-    void ExecMacro(int slot);
-    void SelectOpenWindow(int slot);
+    /// From now on a new document gets what it asks for.
+    void answerRequests(const frmDocument& document);
 
  private:
-    void saveAs(int format);
-    void toggleView(const char* entry);
-    void arrange(int mode);
-
-    FrameParts& m_parts;
-    DocumentOpening& m_files;
-    DocumentSaving& m_saving;
-    DocumentClosing& m_closing;
+    QWidget& m_window;
+    const DocumentServices& m_services;
+    const HelpPages& m_help;
+    RoomsToCome& m_rooms;
+    FindBar& m_findBar;
+    SearchToggles& m_searchToggles;
+    MacroMenu& m_macroMenu;
 };

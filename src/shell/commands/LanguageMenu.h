@@ -3,15 +3,16 @@
 #include <QList>
 #include <QStringList>
 
+class ActiveDocument;
+class CommandEntries;
 class QAction;
 class frmDocument;
-struct FrameParts;
 
-/// The languages in their menu, one entry each, told from other entries by an item data of 1. Owned by the frame.
-/// Marking one takes the marks of all other entries away until the commands are brought up to date from a document.
+/// The languages in their menu, one entry each, known from other entries by an item data of 1. Owned by the frame.
+/// Marking one clears the marks of all other entries until the commands are brought up to date from a document.
 class LanguageMenu {
  public:
-    explicit LanguageMenu(FrameParts& parts);
+    LanguageMenu(CommandEntries& commands, const ActiveDocument& active);
 
     /// Entries for these languages in place of those that were there; at most 51.
     void LoadLanguageMenu(const QStringList& names);
@@ -21,6 +22,7 @@ class LanguageMenu {
  private:
     void choose(const QString& name);
 
-    FrameParts& m_parts;
+    CommandEntries& m_commands;
+    const ActiveDocument& m_active;
     QList<QAction*> m_entries;
 };

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <span>
 
 class CommandEntries;
-class FrameCommands;
 class QAction;
+class SlotCommands;
 
 /// An array of entries at the end of a menu, made once and then only shown, hidden and named anew. Slot 0 is a disabled
 /// placeholder that stands there while no other is in use.
@@ -14,7 +15,7 @@ struct SlotArray {
     int first;                ///< number of the first slot
     int last;                 ///< of the last one
     const char* placeholder;  ///< caption of slot 0
-    void (FrameCommands::*chosen)(int slot);
+    void (SlotCommands::*chosen)(int slot);
 };
 
 /// The entries that are filled while the program runs: recent files and projects, favourite projects, macros. A slot is
@@ -22,15 +23,16 @@ struct SlotArray {
 /// to the menus.
 class MenuSlots {
  public:
-    /// Makes the slots. `run` of the frame is told the slot that was chosen.
-    MenuSlots(CommandEntries& commands, FrameCommands& run);
+    /// Called with the array and number of the slot that was chosen.
+    using Runner = std::function<void(const SlotArray& array, int number)>;
+
+    /// Makes the slots. The table outlives them.
+    MenuSlots(CommandEntries& commands, std::span<const SlotArray> table, const Runner& run);
 
     QAction* slot(const char* array, int number) const;
 
-    static std::span<const SlotArray> table();
-
  private:
-    void addArray(const SlotArray& array, FrameCommands& run);
+    void addArray(const SlotArray& array, const Runner& run);
 
     CommandEntries& m_commands;
 };

@@ -2,22 +2,22 @@
 
 #include "document/frmDocument.h"
 #include "platform/Yield.h"
-#include "shell/bars/DocumentTabs.h"
-#include "shell/commands/FrameCommands.h"
+#include "shell/commands/FileCommands.h"
+#include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/frame/FrameParts.h"
 
-PanelRequests::PanelRequests(FrameParts& parts, DocumentOpening& files, FrameCommands& commands)
-    : m_parts(parts), m_files(files), m_commands(commands) {}
+PanelRequests::PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening,
+                             FileCommands& commands)
+    : m_children(children), m_active(active), m_opening(opening), m_commands(commands) {}
 
 void PanelRequests::selectDocument(const QString& key) {
-    m_parts.tabs->selectKey(key);
+    m_active.activate(m_children.byKey(key));
     yieldOnce();
 }
 
 void PanelRequests::openFile(const QString& path) {
-    m_files.OpenFile(path, 0, true, true);
+    m_opening.OpenFile(path, 0, true, true);
 }
 
 void PanelRequests::closeDocument() {
@@ -37,6 +37,6 @@ void PanelRequests::dragEnds() {
 }
 
 void PanelRequests::enableDocuments(bool enabled) {
-    for (frmDocument* document : m_parts.children->documents())
+    for (frmDocument* document : m_children.documents())
         document->setDocEnabled(enabled);
 }

@@ -2,19 +2,20 @@
 
 #include <QString>
 
-class FrameCommands;
+class ActiveDocument;
 class DocumentOpening;
-struct FrameParts;
+class FileCommands;
+class MdiChildren;
 
 /// What the side panel asks of the frame, one function for each of its events. Owned by the frame.
 class PanelRequests {
  public:
-    PanelRequests(FrameParts& parts, DocumentOpening& files, FrameCommands& commands);
+    PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, FileCommands& commands);
 
-    /// By key: the tab click does the rest.
+    /// By key; it comes to the front.
     void selectDocument(const QString& key);
     void openFile(const QString& path);
-    /// These two work on the active document, whatever row the panel had in mind.
+    /// These two work on the active document, whichever row was clicked.
     void closeDocument();
     void saveDocument();
     /// A drag of rows out of the file list: while it runs no document takes a drop.
@@ -24,7 +25,8 @@ class PanelRequests {
  private:
     void enableDocuments(bool enabled);
 
-    FrameParts& m_parts;
-    DocumentOpening& m_files;
-    FrameCommands& m_commands;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+    DocumentOpening& m_opening;
+    FileCommands& m_commands;
 };

@@ -20,6 +20,12 @@ constexpr Toggle ContinueSearch = {"mnuSearchContinue", &Options::ContinueSearch
 
 constexpr Toggle Toggles[] = {WholeWord, RegExp, CaseSensitive, ContinueSearch};
 
+bool Options::*variableOf(const char* entry) {
+    const auto* toggle =
+        std::ranges::find_if(Toggles, [entry](const Toggle& each) { return std::strcmp(each.entry, entry) == 0; });
+    return toggle->variable;
+}
+
 }  // namespace
 
 SearchToggles::SearchToggles(Options& options, CommandEntries& commands) : m_options(options), m_commands(commands) {}
@@ -41,7 +47,7 @@ void SearchToggles::SetContinueSearchOption(bool pOn) {
 }
 
 void SearchToggles::toggle(const char* entry) {
-    set(entry, !m_commands.isChecked(entry));
+    set(entry, !(m_options.*variableOf(entry)));
 }
 
 void SearchToggles::showOptions() {
@@ -50,8 +56,6 @@ void SearchToggles::showOptions() {
 }
 
 void SearchToggles::set(const char* entry, bool on) {
-    const auto* toggle =
-        std::ranges::find_if(Toggles, [entry](const Toggle& each) { return std::strcmp(each.entry, entry) == 0; });
-    m_options.*toggle->variable = on;
+    m_options.*variableOf(entry) = on;
     m_commands.CheckMenuItem(entry, on);
 }

@@ -3,9 +3,9 @@
 class CommandEntries;
 struct Options;
 
-/// The four switches of text search. Each setter writes the program-wide variable and the check mark of its menu entry
-/// in one step. Nothing is stored: at start they come from the settings, and the properties dialog writes those. Owned
-/// by the frame.
+/// The four switches of text search. The program-wide options are their only place; the check marks of the menu entries
+/// show them. Nothing is stored: at start they are read from the settings, which the properties dialog writes. Owned by
+/// the frame.
 class SearchToggles {
  public:
     SearchToggles(Options& options, CommandEntries& commands);
@@ -15,9 +15,9 @@ class SearchToggles {
     void SetCaseOption(bool pOn);
     void SetContinueSearchOption(bool pOn);
 
-    /// A click on the menu entry: the inverse of its mark.
+    /// A click on the menu entry.
     void toggle(const char* entry);
-    /// Marks what the variables say, once they were read.
+    /// Marks what the options say, after somebody else has set them.
     void showOptions();
 
  private:

@@ -1,9 +1,8 @@
 #include "shell/commands/TabMenu.h"
 
 #include "document/frmDocument.h"
-#include "shell/commands/FrameCommands.h"
-#include "shell/documents/MdiChildren.h"
-#include "shell/frame/FrameParts.h"
+#include "shell/commands/FileCommands.h"
+#include "shell/documents/ActiveDocument.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 #include "widgets/MenuStyle.h"
@@ -14,22 +13,22 @@ struct TabEntry {
     const char* key;  ///< empty: a separator
     const char* caption;
     const char* icon;
-    void (FrameCommands::*command)();
+    void (FileCommands::*command)();
 };
 
 constexpr TabEntry Entries[] = {
-    {"mnuCloseFile", "Close File", "close", &FrameCommands::Close},
-    {"mnuCloseFileExcept", "Close All Files Except This", "", &FrameCommands::CloseExcept},
+    {"mnuCloseFile", "Close File", "close", &FileCommands::Close},
+    {"mnuCloseFileExcept", "Close All Files Except This", "", &FileCommands::CloseExcept},
     {"", "-", "", nullptr},
-    {"mnuSaveFile", "Save File", "save", &FrameCommands::Save},
+    {"mnuSaveFile", "Save File", "save", &FileCommands::Save},
     {"", "-", "", nullptr},
-    {"mnuReadonly", "ReadOnly", "readonly", &FrameCommands::ChangeReadOnly},
+    {"mnuReadonly", "ReadOnly", "readonly", &FileCommands::ChangeReadOnly},
 };
 
 }  // namespace
 
-TabMenu::TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent)
-    : QMenu(parent), m_parts(parts), m_commands(commands) {
+TabMenu::TabMenu(const ActiveDocument& active, FileCommands& commands, QWidget* parent)
+    : QMenu(parent), m_active(active), m_commands(commands) {
     setObjectName(u"Tab"_qs);
     MenuStyle::giveTo(*this);
     BuildTabMenu();
@@ -45,19 +44,19 @@ void TabMenu::BuildTabMenu() {
         action->setObjectName(QString::fromLatin1(entry.key));
         if (*entry.icon != '\0')
             action->setIcon(Icons::named(entry.icon));
-        connect(action, &QAction::triggered, this, [this, command = entry.command] { run(command); });
+        connect(action, &QAction::triggered, this, [this, &entry] { run(entry.key, entry.command); });
     }
     findChild<QAction*>(u"mnuReadonly"_qs)->setCheckable(true);
 }
 
 // Neither in the slot itself nor over a copy of `this`: there gcc's check of the member call reads what it never wrote.
-void TabMenu::run(void (FrameCommands::*command)()) {
-    FrameCommands& commands = m_commands;
-    ignoringErrors([&commands, command] { (commands.*command)(); });
+void TabMenu::run(const char* key, void (FileCommands::*command)()) {
+    FileCommands& commands = m_commands;
+    ignoringErrors(key, [&commands, command] { (commands.*command)(); });
 }
 
 void TabMenu::showAt(const QPoint& globalPosition) {
-    const frmDocument* document = m_parts.children->active();
+    const frmDocument* document = m_active.get();
     const bool readOnly = document != nullptr && document->isReadOnly;
     findChild<QAction*>(u"mnuReadonly"_qs)->setChecked(readOnly);
     findChild<QAction*>(u"mnuSaveFile"_qs)->setEnabled(!readOnly);

@@ -2,9 +2,9 @@
 
 #include <QMenu>
 
-class FrameCommands;
+class ActiveDocument;
+class FileCommands;
 class QPoint;
-struct FrameParts;
 
 /// The menu of the tab strip. Its entries work on the active document, like the commands of the same purpose in the
 /// menu bar. Owned by the frame.
@@ -12,15 +12,15 @@ class TabMenu : public QMenu {
     Q_OBJECT
 
  public:
-    TabMenu(FrameParts& parts, FrameCommands& commands, QWidget* parent);
+    TabMenu(const ActiveDocument& active, FileCommands& commands, QWidget* parent);
 
     /// Brings the entries in line with the active document and shows them there.
     void showAt(const QPoint& globalPosition);
 
  private:
     void BuildTabMenu();
-    void run(void (FrameCommands::*command)());
+    void run(const char* key, void (FileCommands::*command)());
 
-    FrameParts& m_parts;
-    FrameCommands& m_commands;
+    const ActiveDocument& m_active;
+    FileCommands& m_commands;
 };

@@ -1,25 +1,33 @@
 #pragma once
 
+class ActiveDocument;
 class DocumentSaving;
+class MdiChildren;
+class Prompts;
+class QWidget;
 class frmDocument;
-struct FrameParts;
 
 /// What the frame does when documents close. Owned by the frame.
 class DocumentClosing {
  public:
-    DocumentClosing(FrameParts& parts, DocumentSaving& saving);
+    /// `window` is the parent of boxes.
+    DocumentClosing(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
+                    DocumentSaving& saving);
 
     void CloseActive();
-    /// Every document from the last tab to the first, but for `except`; null: all.
+    /// Every document from the newest to the oldest, but for `except`; null: all.
     void CloseAll(const frmDocument* except);
 
-    /// The two steps of a document that unloads, in this order.
+    /// The two steps of a document that ends, in this order.
     void DocClose(frmDocument* document);
     void DelTab(frmDocument* document);
 
  private:
     void askToSave(const frmDocument& document);
 
-    FrameParts& m_parts;
+    QWidget& m_window;
+    Prompts& m_prompts;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
     DocumentSaving& m_saving;
 };

@@ -1,20 +1,25 @@
 #pragma once
 
-#include <QPointer>
 #include <QString>
 
 #include <functional>
 #include <vector>
 
+class ActiveDocument;
+class DocumentHost;
+class MdiChildren;
+class QWidget;
+class SystemClose;
 class frmDocument;
-struct FrameParts;
+struct DocumentServices;
 
-/// Making, finding, opening and re-reading documents, and the text and hex switch. Owned by the frame. OpenFile and the
-/// switch yield, and grey Close meanwhile; a second OpenFile that arrives in the middle of one waits until the first
-/// has returned.
+/// Making, finding and opening documents. Owned by the frame. OpenFile runs the event loop, and greys Close meanwhile;
+/// a second OpenFile that arrives in the middle of one waits until the first has returned.
 class DocumentOpening {
  public:
-    explicit DocumentOpening(FrameParts& parts);
+    /// `host` is what the documents are given, `window` the parent of boxes.
+    DocumentOpening(DocumentHost& host, QWidget& window, const DocumentServices& services, MdiChildren& children,
+                    ActiveDocument& active, SystemClose& systemClose);
 
     /// An untitled document with a tab, in front.
     void NewDocument();
@@ -23,29 +28,26 @@ class DocumentOpening {
     /// Bit 1 of `flags` locks the document before it loads.
     void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode);
     bool isOpening() const { return m_opening; }
+    /// Runs the task now, or, while a file is being opened, from the event loop afterwards.
+    void whenIdle(std::function<void()> task);
 
-    /// Asks each document about changes on disk, and reloads those that say so.
-    void CheckFileUpdate();
-    void ChangeReadOnly();
-    /// The text and hex switch, on the new value of the button for it.
-    void SwitchHex(bool hex);
-    /// A document has become the active child.
-    void ActiveFormChange(frmDocument* document);
-    /// Caption of the document's window: path or name, as the person set it.
+    /// Caption of the document's window: path or name, as the user set it.
     QString captionFor(const QString& path) const;
 
  private:
-    void answerRequests(const frmDocument& document);
+    void openNow(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
-    bool isActive(const frmDocument* document) const;
-    void showActive(frmDocument* document);
     void endOpening();
-    void checkFile(const QPointer<frmDocument>& document);
+    void runNextWaiting();
 
-    FrameParts& m_parts;
+    DocumentHost& m_host;
+    QWidget& m_window;
+    const DocumentServices& m_services;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+    SystemClose& m_systemClose;
     int m_documentCounter = 0;
     bool m_opening = false;
-    bool m_checking = false;
     std::vector<std::function<void()>> m_waiting;
 };

@@ -1,26 +1,31 @@
 #include "shell/documents/DocumentSaving.h"
 
+#include "document/DocumentServices.h"
 #include "document/SaveFormats.h"
 #include "document/frmDocument.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "settings/FileFilters.h"
 #include "settings/Options.h"
-#include "shell/bars/DocumentTabs.h"
-#include "shell/bars/StatusPanels.h"
-#include "shell/commands/CommandEntries.h"
-#include "shell/commands/LanguageMenu.h"
-#include "shell/commands/RoomsToCome.h"
+#include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/documents/SystemClose.h"
-#include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Prompts.h"
 
 #include <QPointer>
 
-DocumentSaving::DocumentSaving(FrameParts& parts, const DocumentOpening& files) : m_parts(parts), m_files(files) {}
+DocumentSaving::DocumentSaving(QWidget& window, const DocumentServices& services, RegistryStore& registry,
+                               MdiChildren& children, ActiveDocument& active, SystemClose& systemClose,
+                               const DocumentOpening& opening)
+    : m_window(window),
+      m_services(services),
+      m_registry(registry),
+      m_children(children),
+      m_active(active),
+      m_systemClose(systemClose),
+      m_opening(opening) {}
 
 void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     const QPointer<frmDocument> alive(document);
@@ -34,82 +39,73 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
         document->ReloadTextFile(path, format);
     if (!alive)
         return;
-    showSaved(document, path);
-    m_parts.languageMenu->CheckLangMenu(document);
-    m_parts.rooms->AddLRUFile(path);
-    m_parts.commands->SetDocumentEnv(m_parts.children->active());
+    document->setCaption(m_opening.captionFor(path));
+    m_active.reportChange(document, ActiveDocument::File | ActiveDocument::Language | ActiveDocument::Mode);
+    m_active.reportSaved(document, path);
 }
 
 void DocumentSaving::SaveActive() {
-    if (frmDocument* document = m_parts.children->active())
+    if (frmDocument* document = m_active.get())
         SaveDocument(document, true, SaveFormats::AsLoaded);
 }
 
 void DocumentSaving::SaveAs() {
-    const QPointer<frmDocument> document = m_parts.children->active();
+    const QPointer<frmDocument> document = m_active.get();
     if (!document)
         return;
     const QString path = askPath(u"Save As"_qs, document->filename);
     if (path.isEmpty() || !document || !save(*document, path, SaveFormats::AsLoaded, true) || !document)
         return;
-    showSaved(document, path);
-    m_parts.rooms->AddLRUFile(path);
+    document->setCaption(m_opening.captionFor(path));
+    m_active.reportChange(document, ActiveDocument::File);
+    m_active.reportSaved(document, path);
 }
 
 /// Bytes are saved in blocks, between which events run: Close is greyed.
 bool DocumentSaving::save(frmDocument& document, const QString& path, int format, bool force) {
-    m_parts.systemClose->enable(false);
+    m_systemClose.enable(false);
     bool saved = false;
-    ignoringErrors([&] { saved = document.SaveFile(path, format, force); });
-    m_parts.systemClose->enable(true);
+    ignoringErrors("SaveFile", [&] { saved = document.SaveFile(path, format, force); });
+    m_systemClose.enable(true);
     return saved;
 }
 
 QString DocumentSaving::askPath(const QString& title, const QString& initialName) const {
-    const FileQuestion question{title, dialogFolder(), initialName, GetFilterString(*m_parts.registry)};
+    const FileQuestion question{title, dialogFolder(), initialName, GetFilterString(m_registry)};
     for (;;) {
-        QString path = m_parts.prompts->askFileToSave(m_parts.frame, question);
+        QString path = m_services.prompts.askFileToSave(&m_window, question);
         if (path.isEmpty() || !fileExists(path))
             return path;
         const QString asked = path + QLatin1String(" already exist !\nOverwrite it ?");
-        if (m_parts.prompts->askYesNo(m_parts.frame, asked))
+        if (m_services.prompts.askYesNo(&m_window, asked))
             return path;
     }
 }
 
-void DocumentSaving::showSaved(frmDocument* document, const QString& path) {
-    document->setCaption(m_files.captionFor(path));
-    m_parts.tabs->SetTabCaption(document);
-    if (document == m_parts.children->active())
-        m_parts.status->ShowDocumentInfo(document);
-}
-
 void DocumentSaving::SaveAll() {
-    if (m_parts.tabs->count() == 0)
-        return;
-    const int selected = m_parts.tabs->selected();
-    for (int i = 0; i < m_parts.tabs->count(); ++i)
-        ignoringErrors([&] { saveTab(i); });
-    m_parts.tabs->select(selected);
+    const QPointer<frmDocument> present = m_active.get();
+    for (qsizetype i = 0; i < m_children.documents().size(); ++i)
+        ignoringErrors("SaveAll", [&] { saveTurn(m_children.documents().at(i)); });
+    m_active.activate(present);
 }
 
-void DocumentSaving::saveTab(int index) {
-    m_parts.tabs->select(index);
+/// Each document comes to the front for its turn.
+void DocumentSaving::saveTurn(frmDocument* turn) {
+    m_active.activate(turn);
     yieldOnce();
-    frmDocument* document = m_parts.children->active();
+    frmDocument* document = m_active.get();
     if (document == nullptr)
         return;
     if (document->Locked()) {
-        m_parts.prompts->message(m_parts.frame,
-                                 document->filename + QLatin1String(" is locked and will not be saved."));
+        m_services.prompts.message(&m_window, document->filename + QLatin1String(" is locked and will not be saved."));
         return;
     }
     SaveDocument(document, true, SaveFormats::AsLoaded);
 }
 
 QString DocumentSaving::dialogFolder() const {
-    const frmDocument* document = m_parts.children->active();
-    if (document == nullptr || !m_parts.options->DocumentWorkingFolder)
+    const frmDocument* document = m_active.get();
+    if (document == nullptr || !m_services.options.DocumentWorkingFolder)
         return {};
     const QString& path = document->filename;
     return path.left(path.size() - FileNameOf(path).size());

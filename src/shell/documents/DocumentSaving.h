@@ -2,15 +2,22 @@
 
 #include <QString>
 
+class ActiveDocument;
 class DocumentOpening;
+class MdiChildren;
+class QWidget;
+class RegistryStore;
+class SystemClose;
 class frmDocument;
-struct FrameParts;
+struct DocumentServices;
 
 /// Saving documents: under their name, under another, in an encoding, all of them. Owned by the frame. Dialogs run the
 /// event loop; a cancelled one leaves everything as it was.
 class DocumentSaving {
  public:
-    DocumentSaving(FrameParts& parts, const DocumentOpening& files);
+    /// `window` is the parent of boxes; the registry holds the filters of the dialogs.
+    DocumentSaving(QWidget& window, const DocumentServices& services, RegistryStore& registry, MdiChildren& children,
+                   ActiveDocument& active, SystemClose& systemClose, const DocumentOpening& opening);
 
     /// `format` is one of SaveFormats. An untitled document raises the save dialog.
     void SaveDocument(frmDocument* document, bool activeTab, int format);
@@ -20,16 +27,20 @@ class DocumentSaving {
     /// Every document in the order of the tabs, changed or not.
     void SaveAll();
 
-    /// Where file dialogs start: the folder of the active document, when the person wants that.
+    /// Where file dialogs start: the folder of the active document, when the user wants that.
     QString dialogFolder() const;
 
  private:
     /// Asks until the name is free or may be overwritten; empty: cancelled.
     QString askPath(const QString& title, const QString& initialName) const;
     bool save(frmDocument& document, const QString& path, int format, bool force);
-    void showSaved(frmDocument* document, const QString& path);
-    void saveTab(int index);
+    void saveTurn(frmDocument* turn);
 
-    FrameParts& m_parts;
-    const DocumentOpening& m_files;
+    QWidget& m_window;
+    const DocumentServices& m_services;
+    RegistryStore& m_registry;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+    SystemClose& m_systemClose;
+    const DocumentOpening& m_opening;
 };

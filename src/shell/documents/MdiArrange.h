@@ -5,8 +5,8 @@
 
 class MdiChildren;
 
-/// Where child windows go when they are arranged. Geometry alone, in logical pixels; what does not fit is made as small
-/// as it has to be.
+/// Where child windows are put when they are arranged. Geometry alone, in logical pixels; what does not fit is made as
+/// small as needed.
 namespace MdiArrange {
 
 enum Mode {

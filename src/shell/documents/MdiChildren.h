@@ -9,7 +9,7 @@ class frmDocument;
 
 /// The open documents as child windows of the frame, and which of them is the active one. Owned by the frame. The
 /// active child is kept here and does not change when the application loses the focus; there is none only while there
-/// is no document. Documents belong to their windows and go a moment after they were unloaded.
+/// is no document. Documents belong to their windows and are destroyed from the event loop after they were closed.
 class MdiChildren : public QObject {
     Q_OBJECT
 
@@ -18,10 +18,10 @@ class MdiChildren : public QObject {
 
     /// Shows the document in a window of its own and makes it the active one.
     void add(frmDocument* document);
-    /// The document unloads: from now on it is not among the others.
+    /// The document closes: from now on it is not among the others.
     void remove(frmDocument* document);
 
-    /// In the order of loading.
+    /// In the order in which they were made.
     const QList<frmDocument*>& documents() const { return m_documents; }
     frmDocument* active() const { return m_active; }
     frmDocument* byKey(const QString& key) const;
@@ -34,7 +34,7 @@ class MdiChildren : public QObject {
     void maximise(frmDocument* document);
     /// Closes the document's window, which asks about changes. Without effect while the document loads.
     void unload(frmDocument* document);
-    /// The next child in the order of loading, or with -1 the one before; round at the ends.
+    /// The next child in the order of documents(), or with -1 the one before; round at the ends.
     void activateNeighbour(int step);
 
  Q_SIGNALS:

@@ -2,10 +2,9 @@
 
 #include "document/frmDocument.h"
 #include "platform/Paths.h"
-#include "shell/commands/CommandEntries.h"
+#include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Prompts.h"
 
@@ -22,7 +21,9 @@ const QString defaultLanguage = u"html"_qs;
 
 }  // namespace
 
-OpenQueue::OpenQueue(FrameParts& parts, DocumentOpening& files) : m_parts(parts), m_files(files) {
+OpenQueue::OpenQueue(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
+                     DocumentOpening& opening)
+    : m_window(window), m_prompts(prompts), m_children(children), m_active(active), m_opening(opening) {
     m_timer.setObjectName(u"TimerOpen"_qs);
     m_timer.setSingleShot(true);
     m_timer.setInterval(WaitMilliseconds);
@@ -38,29 +39,29 @@ void OpenQueue::OpenFileFromCmd(const QString& pFile) {
 }
 
 void OpenQueue::openPending() {
-    if (m_files.isOpening()) {
+    if (m_opening.isOpening()) {
         m_timer.start();
         return;
     }
     const QString round = std::exchange(m_pending, QString());
     for (const QString& path : round.split(u'\t', Qt::SkipEmptyParts))
-        ignoringErrors([&] { openOne(path); });
+        ignoringErrors("OpenFileFromCmd", [&] { openOne(path); });
 }
 
 void OpenQueue::openOne(const QString& path) {
     if (IsFolderPath(path)) {
-        m_parts.prompts->message(m_parts.frame, QLatin1String("Directory search : ") + path);
+        m_prompts.message(&m_window, QLatin1String("Directory search : ") + path);
         return;
     }
-    if (m_files.FindOpenDocument(path))
+    if (m_opening.FindOpenDocument(path))
         return;
-    m_files.OpenFile(path, 0, true, true);
-    const QPointer<frmDocument> document = m_parts.children->active();
+    m_opening.OpenFile(path, 0, true, true);
+    const QPointer<frmDocument> document = m_active.get();
     if (!document)
         return;
     if (document->GetLang().isEmpty()) {
         document->SetLang(defaultLanguage);
-        m_parts.commands->SetDocumentEnv(document);
+        m_active.reportChange(document, ActiveDocument::View);
     }
-    m_parts.children->maximise(document);
+    m_children.maximise(document);
 }

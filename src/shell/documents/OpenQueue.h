@@ -3,16 +3,21 @@
 #include <QString>
 #include <QTimer>
 
+class ActiveDocument;
 class DocumentOpening;
-struct FrameParts;
+class MdiChildren;
+class Prompts;
+class QWidget;
 
-/// Paths that came from outside and wait to be opened, each behind one tab character, and the timer that opens them 100
-/// ms after the last has come. Owned by the frame. While another file is being opened the round is put off.
+/// Paths from outside that wait to be opened, each behind one tab character, and the timer that opens them 100 ms after
+/// the last was added. Owned by the frame. While another file is being opened they wait for the timer once more.
 class OpenQueue : public QObject {
     Q_OBJECT
 
  public:
-    OpenQueue(FrameParts& parts, DocumentOpening& files);
+    /// `window` is the parent of boxes.
+    OpenQueue(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
+              DocumentOpening& opening);
 
     void OpenFileFromCmd(const QString& pFile);
     QString PendingOpenFiles() const { return m_pending; }
@@ -21,8 +26,11 @@ class OpenQueue : public QObject {
     void openPending();
     void openOne(const QString& path);
 
-    FrameParts& m_parts;
-    DocumentOpening& m_files;
+    QWidget& m_window;
+    Prompts& m_prompts;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+    DocumentOpening& m_opening;
     QString m_pending;
     QTimer m_timer;
 };

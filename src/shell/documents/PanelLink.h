@@ -2,15 +2,15 @@
 
 #include <QString>
 
-/// What the frame tells the side panel, and asks of it. Documents are named by their key. Whoever supplies the link
-/// keeps it for the life of the frame.
+/// What the frame reports to the side panel, and asks of it. Documents are named by their key. The link outlives the
+/// frame.
 class PanelLink {
  public:
     virtual ~PanelLink() = default;
 
     /// First call only: the panel makes its lists ready.
     virtual void InitObjects() = 0;
-    /// A document came to be.
+    /// A document was made.
     virtual void AddFile(const QString& caption, const QString& key) = 0;
     /// Its file or state changed; `image` is that of its tab. An empty file leaves the row's text.
     virtual void SetFile(const QString& file, const QString& key, int image) = 0;
@@ -25,7 +25,7 @@ class PanelLink {
     virtual void setDefaultSysIcon(bool on) = 0;
 };
 
-/// Stands where the side panel will stand: takes every notice and does nothing with it.
+/// In place of the side panel, which is not built yet: does nothing.
 class NoPanel : public PanelLink {
  public:
     void InitObjects() override {}

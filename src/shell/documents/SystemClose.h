@@ -5,8 +5,9 @@
 #include <functional>
 #include <vector>
 
-/// Whether the frame may be closed. While an operation runs that yields, Close is greyed, and what would tear the frame
-/// from under it waits here. Greying nests: Close comes back with the outermost operation's end. Owned by the frame.
+/// Whether the frame may be closed. While an operation lets events run, Close is greyed, and what would destroy the
+/// frame during it waits here. Greying nests: Close is enabled again when the outermost operation ends. Owned by the
+/// frame.
 class SystemClose : public QObject {
     Q_OBJECT
 

@@ -2,25 +2,24 @@
 
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/PanelLink.h"
-#include "shell/frame/FrameParts.h"
 #include "shell/start/IgnoringErrors.h"
 
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
-#include <QWidget>
 
 #include <algorithm>
 
-FrameDrops::FrameDrops(FrameParts& parts, DocumentOpening& files) : m_parts(parts), m_files(files) {}
+FrameDrops::FrameDrops(QObject& frame, PanelLink& panel, DocumentOpening& opening)
+    : m_frame(frame), m_panel(panel), m_opening(opening) {}
 
 bool FrameDrops::carriesFiles(const QMimeData& data) {
     return std::ranges::any_of(data.urls(), [](const QUrl& url) { return url.isLocalFile(); });
 }
 
 void FrameDrops::take(const QMimeData& data) {
-    if (m_parts.explorer->Busy()) {
-        ignoringErrors([this] { m_parts.explorer->OpenSelectedFiles(); });
+    if (m_panel.Busy()) {
+        ignoringErrors("OpenSelectedFiles", [this] { m_panel.OpenSelectedFiles(); });
         return;
     }
     QStringList paths;
@@ -28,8 +27,8 @@ void FrameDrops::take(const QMimeData& data) {
         if (url.isLocalFile())
             paths.append(url.toLocalFile());
     }
-    QTimer::singleShot(0, m_parts.frame, [this, paths] {
+    QTimer::singleShot(0, &m_frame, [this, paths] {
         for (const QString& path : paths)
-            ignoringErrors([&] { m_files.OpenFile(path, 0, true, true); });
+            ignoringErrors("OpenFile", [&] { m_opening.OpenFile(path, 0, true, true); });
     });
 }

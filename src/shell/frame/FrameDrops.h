@@ -3,20 +3,23 @@
 #include <QStringList>
 
 class DocumentOpening;
+class PanelLink;
 class QMimeData;
-struct FrameParts;
+class QObject;
 
 /// Files dropped on the frame. Owned by the frame.
 class FrameDrops {
  public:
-    FrameDrops(FrameParts& parts, DocumentOpening& files);
+    /// Nothing is opened any more once `frame` was destroyed.
+    FrameDrops(QObject& frame, PanelLink& panel, DocumentOpening& opening);
 
     static bool carriesFiles(const QMimeData& data);
     /// Opens the files in the order of the drop, once the drop itself has ended, so that a box does not hold up the
-    /// program they come from. A drag of the side panel's own rows is given back to the panel and not read.
+    /// program that they come from. A drag of the side panel's own rows is left to the panel.
     void take(const QMimeData& data);
 
  private:
-    FrameParts& m_parts;
-    DocumentOpening& m_files;
+    QObject& m_frame;
+    PanelLink& m_panel;
+    DocumentOpening& m_opening;
 };

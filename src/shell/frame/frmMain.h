@@ -1,35 +1,21 @@
 #pragma once
 
 #include "document/DocumentHost.h"
-#include "platform/Folders.h"
+#include "shell/frame/FrameServices.h"
 
 #include <QMainWindow>
 
 #include <functional>
 #include <memory>
+#include <vector>
 
-class PanelLink;
-class Prompts;
-class RegistryStore;
-class RoomsToCome;
+struct CommandTarget;
+struct FrameStep;
+struct House;
 
-/// What the frame is given for its life.
-struct FrameServices {
-    Prompts& prompts;
-    RegistryStore& registry;
-    PanelLink& explorer;
-    RoomsToCome& rooms;
-    QString tail;  ///< command line tail, untrimmed
-    /// Told the name of each step of start and end as it begins; may be empty.
-    std::function<void(const char* step)> noted;
-    // Where the program keeps its own files, and what was installed with it.
-    QString programFolder = ProgramFolder();
-    QString shareFolder = ::shareFolder();
-};
-
-/// The one top-level window: a frame with any number of documents as child windows and a tab for each. It builds its
-/// parts, connects them and forwards; what is done stands in the classes beside it. Close events are ignored while an
-/// operation runs that greys Close; nothing else keeps the frame from closing.
+/// The one top-level window: a frame with any number of documents as child windows and a tab for each. Owned by the
+/// program. It makes its parts (House), connects them and forwards to them; what is done stands in the classes beside
+/// it. Close events are ignored while an operation runs that greys Close; nothing else keeps the frame from closing.
 class frmMain : public QMainWindow, public DocumentHost {
     Q_OBJECT
     Q_PROPERTY(QString ProjectFilename MEMBER ProjectFilename)
@@ -59,7 +45,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void RefreshCheckedItems();
     Q_INVOKABLE void UpdateMacroMenu();
 
-    // What a document tells the frame of itself, and single steps of the procedures above (frmMainProcedures.cpp).
+    // What a document reports of itself, and single steps of the procedures above (frmMainProcedures.cpp).
     Q_INVOKABLE void AddDocumentTab(frmDocument* pForm);
     /// The document has become the active child.
     Q_INVOKABLE void ActiveFormChange(frmDocument* pForm);
@@ -87,10 +73,6 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SetMenuCaption(const QString& /*pCaption*/, const QString& /*pKey*/) {}
     Q_INVOKABLE void UnloadMenuItem(const QString& /*pKey*/) {}
 
-    struct FrameParts& parts() {
-        return *m_parts;
-    }
-
     Q_INVOKABLE void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) override;
     Q_INVOKABLE void SaveDocument(frmDocument* document, bool activeTab, int format) override;
     Q_INVOKABLE void SetTabCaption(frmDocument* document, bool activeTab) override;
@@ -99,34 +81,23 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void DocClose(frmDocument* document) override;
     Q_INVOKABLE void DelTab(frmDocument* document) override;
 
-    // Single steps of start and end.
-    void loadOpenCheck();
-    void hookOpenCheck();
-    void unhookOpenCheck();
-    void setLoaded() { m_loaded = true; }
-    void buildCoolBar();
-    void makeTabMenu();
-    void releaseTabMenu();
-    void unloadForms();
-
  protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
  private:
-    struct Duties;
+    friend class FrameFixture;  // the tests look into the house
 
-    void buildWindow();
-    void buildCommands();
-    void run(const struct CommandTarget& target);
-    void connectParts();
+    void connectListeners();
     void addKeys();
     void addKey(const char* key, std::function<void()> action);
+    void run(const CommandTarget& target);
+    std::vector<FrameStep> loadSteps();
+    std::vector<FrameStep> unloadSteps();
 
     FrameServices m_services;
-    std::unique_ptr<FrameParts> m_parts;
-    std::unique_ptr<Duties> m_duties;
+    std::unique_ptr<House> m_house;
     bool m_loaded = false;
     bool m_unloaded = false;
 };

@@ -10,7 +10,7 @@ class HelpPages {
 
     /// Full path of a page, by its file name.
     QString pathOf(const QString& page) const;
-    /// A page that is missing, or that nothing opens, is passed over.
+    /// Without effect when the page is missing or no program opens it.
     void show(const QString& page) const;
 
  private:

@@ -2,8 +2,8 @@
 
 class QWidget;
 
-/// The small forms of the Tools menu, one of each at most. They stand beside the frame, not modal, until they are
-/// closed, and go with it. Asked for again, a form that is there comes to the front.
+/// The small forms of the Tools menu, one of each at most. They are not modal, and are
+/// destroyed when they are closed or with the frame. Asked for again, a form that is open comes to the front.
 namespace ToolForms {
 
 void ShowAnsiTable(QWidget* frame);

@@ -6,7 +6,7 @@
 
 /// The command line tail: the program's arguments joined by one blank each, read as one text and never split. Plain
 /// functions; nothing is opened. It is read twice, and not quite alike: Main takes the blanks off both ends first, the
-/// load sequence of the frame takes the tail as it came.
+/// load sequence of the frame takes the tail unchanged.
 namespace CommandLine {
 
 /// What the tail is read against.

@@ -1,24 +1,14 @@
 #pragma once
 
-#include "shell/start/IgnoringErrors.h"
-
 #include <functional>
 #include <span>
 
-/// Steps of a sequence by name, run in their order. A step that throws is passed over and does not keep the next one
-/// from running.
-template <typename Owner>
+/// One step of a sequence, by name.
 struct FrameStep {
     const char* name;
-    void (Owner::*run)();
+    std::function<void()> run;
 };
 
-template <typename Owner>
-void runSteps(std::span<const FrameStep<Owner>> steps, Owner& owner,
-              const std::function<void(const char* name)>& noted = {}) {
-    for (const FrameStep<Owner>& step : steps) {
-        if (noted)
-            noted(step.name);
-        ignoringErrors([&] { (owner.*step.run)(); });
-    }
-}
+/// Runs the steps in their order; `noted`, which may be empty, is called with the name of each as it begins. A step
+/// that throws is given up and does not keep the next one from running.
+void runSteps(std::span<const FrameStep> steps, const std::function<void(const char* name)>& noted);

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// The hidden window by whose caption other instances know this one. Once hooked it also tells when the application
-/// comes to the front. Owned by the frame, made in its load sequence and unloaded with it.
+/// The hidden window by whose caption other instances know this one. Once hooked it also reports when the application
+/// comes to the front. Owned by the frame, made when that is loaded and destroyed when it ends.
 class frmOpenCheck : public QWidget {
     Q_OBJECT
 

@@ -32,7 +32,7 @@ class FindBarOfTheFrame : public FrameFixture {
     }
     using Selected = std::pair<qint64, qint64>;
     Selected selection() { return std::minmax(control().SelStart(), control().SelEnd()); }
-    bool option(bool Options::*field) { return parts().options->*field; }
+    bool option(bool Options::*field) { return house().options.*field; }
 };
 
 TEST_F(FindBarOfTheFrame, StandsInTheToolBarInThePlaceKeptForIt) {

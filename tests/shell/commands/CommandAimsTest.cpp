@@ -1,6 +1,8 @@
 #include "shell/commands/CommandTable.h"
+#include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/RoomsToCome.h"
+#include "shell/commands/ViewCommands.h"
 
 #include <gtest/gtest.h>
 
@@ -30,22 +32,44 @@ void expectAims(std::span<const Aim<Method>> Aims, Method CommandTarget::*target
 
 }  // namespace
 
+TEST(CommandAims, FileCommandsAimAtTheirProcedures) {
+    using File = FileCommands;
+    static constexpr Aim<void (File::*)()> Aims[] = {
+        {"mnuFileNew", &File::New},
+        {"mnuFileOpen", &File::Open},
+        {"mnuFileClose", &File::Close},
+        {"mnuAllFileClose", &File::CloseAll},
+        {"mnuFileCloseExcept", &File::CloseExcept},
+        {"mnuFileSave", &File::Save},
+        {"mnuFileSaveAs", &File::SaveAs},
+        {"mnuANSI", &File::SaveAnsi},
+        {"mnuUnicode", &File::SaveUnicode},
+        {"mnuUTF8", &File::SaveUtf8},
+        {"mnuNoBOM", &File::SaveNoBom},
+        {"mnuFileSaveAll", &File::SaveAll},
+        {"mnuFileExit", &File::Exit},
+        {"mnuReadonly", &File::ChangeReadOnly},
+    };
+    expectAims<void (File::*)()>(Aims, &CommandTarget::file);
+}
+
+TEST(CommandAims, ViewCommandsAimAtTheirProcedures) {
+    using View = ViewCommands;
+    static constexpr Aim<void (View::*)()> Aims[] = {
+        {"mnuWindowCascade", &View::Cascade},           {"mnuWindowTileHorizontal", &View::TileHorizontal},
+        {"mnuWindowTileVertical", &View::TileVertical}, {"mnuWindowArrangeIcons", &View::ArrangeIcons},
+        {"mnuShowLineNumber", &View::ToggleLineNumber}, {"mnuShowLeftMargin", &View::ToggleLeftMargin},
+        {"mnuShowTabSpace", &View::ToggleTabSpace},     {"mnuBraceMatching", &View::ToggleBraceMatching},
+        {"mnuHighlightRow", &View::ToggleRowHighlight}, {"mnuToggleHex", &View::ToggleHex},
+        {"mnuEditExplorer", &View::ToggleExplorer},     {"mnulFindReplacePanel", &View::ToggleSearchPanel},
+        {"mnuShowEditToolbar", &View::ToggleToolBand},  {"mnuShowFilesTab", &View::ToggleTabBand},
+    };
+    expectAims<void (View::*)()>(Aims, &CommandTarget::view);
+}
+
 TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     using Frame = FrameCommands;
     static constexpr Aim<void (Frame::*)()> Aims[] = {
-        {"mnuFileNew", &Frame::New},
-        {"mnuFileOpen", &Frame::Open},
-        {"mnuFileClose", &Frame::Close},
-        {"mnuAllFileClose", &Frame::CloseAll},
-        {"mnuFileCloseExcept", &Frame::CloseExcept},
-        {"mnuFileSave", &Frame::Save},
-        {"mnuFileSaveAs", &Frame::SaveAs},
-        {"mnuANSI", &Frame::SaveAnsi},
-        {"mnuUnicode", &Frame::SaveUnicode},
-        {"mnuUTF8", &Frame::SaveUtf8},
-        {"mnuNoBOM", &Frame::SaveNoBom},
-        {"mnuFileSaveAll", &Frame::SaveAll},
-        {"mnuFileExit", &Frame::Exit},
         {"mnuFindNext", &Frame::FindNext},
         {"mnuFindPrevious", &Frame::FindPrevious},
         {"mnuFindInFiles", &Frame::FindInFiles},
@@ -55,25 +79,10 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
         {"mnuOrganizeMarco", &Frame::OrganizeMacros},
         {"mnuResetKey", &Frame::ResetKey},
         {"mnuSaveMarco", &Frame::SaveMacros},
-        {"mnuWindowCascade", &Frame::Cascade},
-        {"mnuWindowTileHorizontal", &Frame::TileHorizontal},
-        {"mnuWindowTileVertical", &Frame::TileVertical},
-        {"mnuWindowArrangeIcons", &Frame::ArrangeIcons},
-        {"mnuReadonly", &Frame::ChangeReadOnly},
         {"mnuWholeWord", &Frame::ToggleWholeWord},
         {"mnuCaseSensitive", &Frame::ToggleCase},
         {"mnuRegExp", &Frame::ToggleRegExp},
         {"mnuSearchContinue", &Frame::ToggleContinueSearch},
-        {"mnuShowLineNumber", &Frame::ToggleLineNumber},
-        {"mnuShowLeftMargin", &Frame::ToggleLeftMargin},
-        {"mnuShowTabSpace", &Frame::ToggleTabSpace},
-        {"mnuBraceMatching", &Frame::ToggleBraceMatching},
-        {"mnuHighlightRow", &Frame::ToggleRowHighlight},
-        {"mnuToggleHex", &Frame::ToggleHex},
-        {"mnuEditExplorer", &Frame::ToggleExplorer},
-        {"mnulFindReplacePanel", &Frame::ToggleSearchPanel},
-        {"mnuShowEditToolbar", &Frame::ToggleToolBand},
-        {"mnuShowFilesTab", &Frame::ToggleTabBand},
         {"mnuOrgLanguages", &Frame::OrganizeLanguages},
     };
     expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);

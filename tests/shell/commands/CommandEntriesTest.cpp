@@ -50,7 +50,7 @@ TEST_F(CommandsOfTheFrame, EveryRowIsAnEntryOfItsMenu) {
         EXPECT_EQ(action->shortcut().toString(), QString::fromLatin1(row.key)) << row.name;
         EXPECT_EQ(action->icon().isNull(), *row.icon == '\0') << row.name;
         EXPECT_EQ(action->isVisible(), row.visible) << row.name;
-        const QMenu* menu = parts().commands->menu(row.parent);
+        const QMenu* menu = house().entries.menu(row.parent);
         const QList<QAction*> neighbours = menu == nullptr ? m_frame->menuBar()->actions() : menu->actions();
         EXPECT_TRUE(neighbours.contains(action)) << row.name;
     }
@@ -147,7 +147,7 @@ TEST_F(CommandsOfTheFrame, EveryButtonRunsItsCommand) {
     button("Paste")->trigger();
     EXPECT_EQ(active()->GetEditor()->Text(), u"ab"_qs);
     button("WindowCascade")->trigger();
-    EXPECT_FALSE(parts().children->windowOf(active())->isMaximized());
+    EXPECT_FALSE(house().children.windowOf(active())->isMaximized());
 }
 
 TEST_F(CommandsOfTheFrame, AButtonTellsItsKey) {
@@ -256,9 +256,9 @@ TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
 TEST_F(CommandsOfTheFrame, ChecksOutliveAMarkThatWasWiped) {
     start();
     run("mnuCaseSensitive");
-    parts().commands->markOnly(u"nothing"_qs);
+    house().entries.markOnly(u"nothing"_qs);
     EXPECT_TRUE(marked().isEmpty());
-    EXPECT_TRUE(parts().commands->isChecked("mnuCaseSensitive"));
+    EXPECT_TRUE(house().entries.isChecked("mnuCaseSensitive"));
     m_frame->RefreshCheckedItems();
     EXPECT_TRUE(entry("mnuCaseSensitive")->isChecked());
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
@@ -292,7 +292,7 @@ TEST_F(CommandsOfTheFrame, AProjectEnablesItsEntries) {
 TEST_F(CommandsOfTheFrame, ASaveBringsTheCommandsUpToDate) {
     start();
     open(fileOf("x"));
-    parts().commands->markOnly(u"nothing"_qs);
+    house().entries.markOnly(u"nothing"_qs);
     run("mnuFileSave");
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
 }

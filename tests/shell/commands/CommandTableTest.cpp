@@ -2,6 +2,7 @@
 #include "shell/commands/CommandTable.h"
 #include "shell/commands/ExpectedCommands.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/SlotCommands.h"
 #include "shell/commands/ToolTable.h"
 
 #include <QFile>
@@ -99,7 +100,7 @@ TEST(CommandTable, EveryEntryStandsBehindItsMenu) {
 
 TEST(CommandTable, NoMenuBeginsOrEndsWithASeparatorOrHasTwoInARow) {
     QSet<QString> filled;  // menus whose last separator parts what is filled in while the program runs
-    for (const SlotArray& array : MenuSlots::table())
+    for (const SlotArray& array : SlotCommands::table())
         filled.insert(text(array.menu));
     filled.insert(u"mnuLanguages"_qs);
     QMap<QString, QList<bool>> separators;

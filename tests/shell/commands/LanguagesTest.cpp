@@ -34,7 +34,7 @@ class FrameLanguages : public FrameFixture {
     /// Those marked in the menu.
     QStringList marked() {
         QStringList names;
-        for (const QAction* one : parts().commands->menu("mnuLanguages")->actions()) {
+        for (const QAction* one : house().entries.menu("mnuLanguages")->actions()) {
             if (one->isChecked())
                 names << MenuText::captionOf(*one);
         }
@@ -95,7 +95,7 @@ TEST_F(FrameLanguages, TheTickFollowsLoadsChoicesAndActivation) {
     languageEntry("RUBY")->trigger();
     EXPECT_EQ(active()->GetLang(), u"RUBY"_qs);
     EXPECT_EQ(marked(), QStringList(u"RUBY"_qs));
-    parts().children->bringToFront(first);
+    house().children.bringToFront(first);
     QCoreApplication::processEvents();
     EXPECT_EQ(marked(), QStringList(u"C++"_qs));
     EXPECT_TRUE(entry("mnuShowLineNumber")->isChecked());
@@ -106,7 +106,7 @@ TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) 
     looks.setItalic(TokenClass::Keyword, true);
     ASSERT_EQ(looks.save(m_registry), RegistryCode::Ok);
     start();
-    TokenTheme& theme = parts().documentServices->globals.theme;
+    TokenTheme& theme = house().documentServices.globals.theme;
     EXPECT_EQ(theme.looks(), looks);
     open(fileOf("if", u"a.cpp"_qs));
     const frmDocument* first = active();

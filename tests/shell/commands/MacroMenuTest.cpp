@@ -17,13 +17,13 @@ class MacrosOfTheFrame : public FrameFixture {
  protected:
     QStringList shownMacros() {
         QStringList captions;
-        for (const QAction* action : parts().commands->menu("mnuMacro")->actions()) {
+        for (const QAction* action : house().entries.menu("mnuMacro")->actions()) {
             if (action->isVisible())
                 captions << MenuText::captionOf(*action);
         }
         return captions.mid(5);
     }
-    QString statusText() { return parts().status->text(1); }
+    QString statusText() { return house().status.text(1); }
     void keepUnder(Qt::Key key) {
         auto* asked = control().findChild<MacroDialog*>();
         ASSERT_NE(asked, nullptr);

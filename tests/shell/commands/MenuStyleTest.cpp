@@ -10,7 +10,7 @@ TEST_F(MenuStyleOfTheFrame, IsThatOfEveryMenu) {
     start();
     QList<const QMenu*> menus{m_frame->findChild<QMenu*>(u"Tab"_qs)};
     for (const CommandRow& row : commandTable()) {
-        if (const QMenu* menu = parts().commands->menu(row.name))
+        if (const QMenu* menu = house().entries.menu(row.name))
             menus.append(menu);
     }
     EXPECT_GT(menus.size(), 10);

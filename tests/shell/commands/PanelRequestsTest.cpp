@@ -1,9 +1,5 @@
 #include "shell/FrameFixture.h"
-#include "shell/commands/FrameCommands.h"
 #include "shell/commands/PanelRequests.h"
-#include "shell/documents/DocumentClosing.h"
-#include "shell/documents/DocumentOpening.h"
-#include "shell/documents/DocumentSaving.h"
 
 #include <optional>
 
@@ -11,17 +7,9 @@ class RequestsOfThePanel : public FrameFixture {
  protected:
     void begin() {
         start();
-        m_files.emplace(parts());
-        m_saving.emplace(parts(), *m_files);
-        m_closing.emplace(parts(), *m_saving);
-        m_commands.emplace(parts(), *m_files, *m_saving, *m_closing);
-        m_requests.emplace(parts(), *m_files, *m_commands);
+        m_requests.emplace(house().children, house().active, house().opening, house().fileCommands);
     }
 
-    std::optional<DocumentOpening> m_files;
-    std::optional<DocumentSaving> m_saving;
-    std::optional<DocumentClosing> m_closing;
-    std::optional<FrameCommands> m_commands;
     std::optional<PanelRequests> m_requests;
 };
 

@@ -8,7 +8,7 @@ class RunTimeMenus : public FrameFixture {
  protected:
     QStringList shown(const char* menu) {
         QStringList captions;
-        for (const QAction* action : parts().commands->menu(menu)->actions()) {
+        for (const QAction* action : house().entries.menu(menu)->actions()) {
             if (action->isVisible())
                 captions << MenuText::captionOf(*action);
         }
@@ -95,11 +95,11 @@ TEST_F(RunTimeMenus, TheHiddenWindowEntrySelectsTheTabOfItsTag) {
 
 TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
     start();
-    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"C&D"_qs});
+    house().languageMenu.LoadLanguageMenu({u"HTML"_qs, u"C&D"_qs});
     EXPECT_EQ(shown("mnuLanguages"), QStringList({u"Organize Languages"_qs, u"-"_qs, u"HTML"_qs, u"C&D"_qs}));
     EXPECT_EQ(entry("mnuLanguage(1)")->data().toInt(), 1);
     EXPECT_FALSE(entry("mnuOrgLanguages")->data().isValid());
-    parts().languageMenu->LoadLanguageMenu(QStringList(60, u"X"_qs));
+    house().languageMenu.LoadLanguageMenu(QStringList(60, u"X"_qs));
     EXPECT_EQ(shown("mnuLanguages").size(), 2 + 51);
     EXPECT_NE(entry("mnuLanguage(50)"), nullptr);
     EXPECT_EQ(entry("mnuLanguage(51)"), nullptr);
@@ -108,7 +108,7 @@ TEST_F(RunTimeMenus, LanguagesStandInTheirMenuInTheirOrder) {
 TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivation) {
     m_shareFolder = shareFolder();
     start();
-    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
+    house().languageMenu.LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
     entry("mnuLanguage(0)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(0)")->isChecked());
     EXPECT_FALSE(entry("mnuShowLineNumber")->isChecked());
@@ -121,11 +121,11 @@ TEST_F(RunTimeMenus, AChosenLanguageTakesTheMarksOfAllOthersUntilTheNextActivati
 
 TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
     start();
-    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
+    house().languageMenu.LoadLanguageMenu({u"HTML"_qs, u"ANSI"_qs});
     entry("mnuLanguage(1)")->trigger();
     EXPECT_TRUE(entry("mnuLanguage(1)")->isChecked());
     EXPECT_TRUE(entry("mnuANSI")->isChecked());
-    parts().languageMenu->CheckLangMenu(active());
+    house().languageMenu.CheckLangMenu(active());
     EXPECT_FALSE(entry("mnuLanguage(1)")->isChecked());
     EXPECT_FALSE(entry("mnuANSI")->isChecked());
     EXPECT_FALSE(entry("mnuANSI")->isCheckable());
@@ -134,7 +134,7 @@ TEST_F(RunTimeMenus, ALanguageMarksEveryEntryOfItsName) {
 
 TEST_F(RunTimeMenus, WithoutADocumentALanguageIsNotChosen) {
     start();
-    parts().languageMenu->LoadLanguageMenu({u"HTML"_qs});
+    house().languageMenu.LoadLanguageMenu({u"HTML"_qs});
     run("mnuFileClose");
     entry("mnuLanguage(0)")->trigger();
     EXPECT_FALSE(entry("mnuLanguage(0)")->isChecked());

@@ -9,7 +9,7 @@ class ChildClosing : public FrameFixture {
         run("mnuFileNew");
         run("mnuWindowCascade");
     }
-    QMdiSubWindow* window(qsizetype index) { return parts().children->windowOf(documents().at(index)); }
+    QMdiSubWindow* window(qsizetype index) { return house().children.windowOf(documents().at(index)); }
     void expectWhole(qsizetype count) {
         QCoreApplication::processEvents();
         ASSERT_EQ(documents().size(), count);
@@ -24,7 +24,7 @@ TEST_F(ChildClosing, AnotherBecomesTheActiveOne) {
     startWithThree();
     window(2)->close();
     expectWhole(2);
-    window(parts().children->documents().indexOf(active()))->close();
+    window(house().children.documents().indexOf(active()))->close();
     expectWhole(1);
 }
 
@@ -40,7 +40,7 @@ TEST_F(ChildClosing, WithTheOthersMinimisedOneOfThemBecomesTheActiveOne) {
     startWithThree();
     window(0)->showMinimized();
     window(1)->showMinimized();
-    parts().children->bringToFront(documents().at(2));
+    house().children.bringToFront(documents().at(2));
     window(2)->close();
     QCoreApplication::processEvents();
     EXPECT_EQ(documents().size(), 2);

@@ -21,8 +21,8 @@ class ChildWindows : public FrameFixture {
         for (int i = 1; i < count; ++i)
             run("mnuFileNew");
     }
-    QMdiSubWindow* window(int index) { return parts().children->windowOf(documents().at(index)); }
-    QRect room() { return parts().children->area().viewport()->rect(); }
+    QMdiSubWindow* window(int index) { return house().children.windowOf(documents().at(index)); }
+    QRect room() { return house().children.area().viewport()->rect(); }
     void drop(const QList<QUrl>& urls) {
         QMimeData data;
         data.setUrls(urls);
@@ -64,7 +64,7 @@ TEST_F(ChildWindows, CascadeKeepsTheActiveOneInFront) {
     strip().setCurrentIndex(0);
     run("mnuWindowCascade");
     EXPECT_EQ(active(), documents().at(0));
-    EXPECT_EQ(parts().children->windowsByOrder().last(), window(0));
+    EXPECT_EQ(house().children.windowsByOrder().last(), window(0));
     EXPECT_NE(window(0)->pos(), window(1)->pos());
 }
 
@@ -163,8 +163,8 @@ TEST_F(ChildWindows, AChosenTabBringsItsDocumentForward) {
     startWith(3);
     strip().setCurrentIndex(0);
     EXPECT_EQ(active()->fIdx, u"F1"_qs);
-    EXPECT_EQ(parts().children->area().activeSubWindow(), window(0));
-    parts().children->area().setActiveSubWindow(window(1));
+    EXPECT_EQ(house().children.area().activeSubWindow(), window(0));
+    house().children.area().setActiveSubWindow(window(1));
     EXPECT_EQ(strip().currentIndex(), 1);
     EXPECT_EQ(active(), documents().at(1));
 }
@@ -191,7 +191,7 @@ TEST_F(ChildWindows, KeysWalkTheDocumentsRoundTheEnds) {
 TEST_F(ChildWindows, TheWindowMenuListsNineAndChecksTheActiveOne) {
     startWith(11);
     strip().setCurrentIndex(3);
-    QMenu* menu = parts().commands->menu("mnuWindow");
+    QMenu* menu = house().entries.menu("mnuWindow");
     for (int round = 0; round < 2; ++round) {
         Q_EMIT menu->aboutToShow();
         QStringList listed;
@@ -213,7 +213,7 @@ TEST_F(ChildWindows, TheWindowMenuListsNineAndChecksTheActiveOne) {
 
 TEST_F(ChildWindows, ALaterActiveDocumentTakesTheNinthPlaceOfTheList) {
     startWith(11);
-    QMenu* menu = parts().commands->menu("mnuWindow");
+    QMenu* menu = house().entries.menu("mnuWindow");
     for (int index : {10, 9, 8}) {
         strip().setCurrentIndex(index);
         Q_EMIT menu->aboutToShow();
@@ -257,7 +257,7 @@ TEST_F(ChildWindows, ComingBackToTheApplicationReloadsWhatChanged) {
     EXPECT_EQ(m_prompts.questions, QStringList(u"'%1' has been changed, do you want to reload it."_qs.arg(file)));
     EXPECT_EQ(active()->filename, file);
     EXPECT_EQ(active()->GetEditor()->Text(), u"changed"_qs);
-    EXPECT_EQ(parts().status->text(4), u"7"_qs);
+    EXPECT_EQ(house().status.text(4), u"7"_qs);
     m_frame->CheckFileUpdate();
     EXPECT_EQ(m_prompts.questions.size(), 1);
 }
@@ -285,8 +285,8 @@ TEST_F(ChildWindows, ActivationChecksOnlyWhenHookedAndWanted) {
 TEST_F(ChildWindows, TheStatusBarFollowsTheCursor) {
     start();
     type(u"ab"_qs);
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 3, Pos 3"_qs);
-    EXPECT_EQ(parts().status->text(3), QString());
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 3, Pos 3"_qs);
+    EXPECT_EQ(house().status.text(3), QString());
     QTest::mouseDClick(m_frame->findChild<QWidget*>(u"sbStatusBar(2)"_qs), Qt::LeftButton);
     EXPECT_EQ(m_prompts.messages, QStringList(u"Ln 1 / 1, Col 3, Pos 3"_qs));
 }
@@ -294,16 +294,16 @@ TEST_F(ChildWindows, TheStatusBarFollowsTheCursor) {
 TEST_F(ChildWindows, TheStatusBarCountsTheLinesOfWhatWasLoadedAndEdited) {
     start();
     open(fileOf("1\n2\n3"));
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 3, Col 1, Pos 1"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 3, Col 1, Pos 1"_qs);
     control().setSelection(1, 1);
     QTest::keyClick(&control(), Qt::Key_Delete);
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 2, Col 2, Pos 2"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 2, Col 2, Pos 2"_qs);
 }
 
 TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
     start();
     type(u"b\na\nc"_qs);
-    const auto position = [this] { return parts().status->text(2); };
+    const auto position = [this] { return house().status.text(2); };
     const auto told = [this] { return active()->GetCursorPos(); };
     EXPECT_EQ(position(), u"Ln 3 / 3, Col 2, Pos 6"_qs);
     const char* commands[] = {"mnuEditUndo",    "mnuEditRedo",          "mnuSelectAll",  "mnuEditCut",
@@ -325,14 +325,14 @@ TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
 
 TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
     startWith(2);
-    const QString before = parts().status->text(2);
+    const QString before = house().status.text(2);
     TextControl& behind = documents().first()->GetEditor()->control();
     behind.type(u"one\ntwo"_qs);
     behind.setSelection(1, 2);
-    EXPECT_EQ(parts().status->text(2), before);
+    EXPECT_EQ(house().status.text(2), before);
     strip().setCurrentIndex(0);
-    EXPECT_EQ(parts().status->text(2), documents().first()->GetCursorPos());
-    EXPECT_NE(parts().status->text(2), before);
+    EXPECT_EQ(house().status.text(2), documents().first()->GetCursorPos());
+    EXPECT_NE(house().status.text(2), before);
 }
 
 TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
@@ -342,7 +342,7 @@ TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
     control().setSelection(30'099, 30'099);
     QCoreApplication::processEvents();
     const QString text = u"Ln 30,001 / 30,001, Col 100, Pos 30100"_qs;
-    ASSERT_EQ(parts().status->text(2), text);
+    ASSERT_EQ(house().status.text(2), text);
     auto* panel = m_frame->findChild<StatusPanel*>(u"sbStatusBar(2)"_qs);
     EXPECT_EQ(panel->toolTip(), text);
     EXPECT_FALSE(panel->isCutOff());
@@ -358,8 +358,8 @@ TEST_F(ChildWindows, TheStatusBarShowsTimeAndSizeEachWithItsPicture) {
     start();
     open(file);
     const QString local = QDateTime::fromSecsSinceEpoch(Seconds).toString(u"yyyy/MM/dd HH:mm:ss"_qs);
-    EXPECT_EQ(parts().status->text(3), local);
-    EXPECT_EQ(parts().status->text(4), u"5"_qs);
+    EXPECT_EQ(house().status.text(3), local);
+    EXPECT_EQ(house().status.text(4), u"5"_qs);
     const auto picture = [this](int panel) {
         const QString name = u"sbStatusBar(%1)"_qs.arg(panel);
         return m_frame->findChild<StatusPanel*>(name)->picture().pixmap(16).toImage();
@@ -379,7 +379,7 @@ TEST_F(ChildWindows, AnEmptyPanelShowsAnEmptyBox) {
 TEST_F(ChildWindows, TheHexSwitchShowsWhatTheDocumentReallyDid) {
     start();
     open(fileOf("1"));
-    parts().commands->button("ShowHex")->trigger();
-    EXPECT_EQ(parts().commands->button("ShowHex")->isChecked(), !active()->TextEdit());
+    house().entries.button("ShowHex")->trigger();
+    EXPECT_EQ(house().entries.button("ShowHex")->isChecked(), !active()->TextEdit());
     EXPECT_EQ(entry("mnuToggleHex")->isChecked(), !active()->TextEdit());
 }

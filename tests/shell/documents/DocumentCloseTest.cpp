@@ -70,11 +70,11 @@ TEST_F(DocumentClose, AfterTheLastDocumentTheStatusBarIsEmpty) {
     type(u"xy"_qs);
     m_prompts.answerNo();
     run("mnuFileClose");
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
-    EXPECT_EQ(parts().status->text(4), u"1"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
+    EXPECT_EQ(house().status.text(4), u"1"_qs);
     run("mnuFileClose");
     for (int panel = 1; panel <= 4; ++panel) {
-        EXPECT_EQ(parts().status->text(panel), QString()) << panel;
+        EXPECT_EQ(house().status.text(panel), QString()) << panel;
     }
 }
 
@@ -123,7 +123,7 @@ TEST_F(DocumentClose, TheFrameEndsByItsStepsInTheirOrder) {
     m_steps.clear();
     m_frame->close();
     EXPECT_EQ(m_steps,
-              u"SaveSession unloadDocuments releaseMenus SaveRecentFiles SaveRecentProjects "
+              u"SaveSession unloadDocuments SaveRecentFiles SaveRecentProjects "
               "SaveFavProjects SaveSearchKeys PropertiesSave saveMacroFiles unloadForms releaseTabMenu "
               "Unhook"_qs.split(u' '));
     EXPECT_TRUE(documents().isEmpty());
@@ -208,7 +208,7 @@ TEST_F(DocumentClose, TheTabMenuSavesAndClosesTheOthers) {
     const auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
     menu->findChild<QAction*>(u"mnuSaveFile"_qs)->trigger();
     EXPECT_EQ(bytesOf(file), "x2");
-    EXPECT_EQ(parts().tabs->image(1), 1);
+    EXPECT_EQ(house().tabs.image(1), 1);
     menu->findChild<QAction*>(u"mnuCloseFileExcept"_qs)->trigger();
     EXPECT_EQ(tabs(), QStringList(u"2.txt"_qs));
     EXPECT_TRUE(m_prompts.questions.isEmpty());

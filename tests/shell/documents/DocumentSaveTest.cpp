@@ -11,10 +11,10 @@ TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
     m_rooms.calls.clear();
     run("mnuFileSave");
     EXPECT_EQ(bytesOf(file), "new old");
-    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_EQ(house().tabs.image(0), 1);
     EXPECT_FALSE(active()->isChange);
     EXPECT_EQ(m_rooms.calls, QStringList(u"AddLRUFile "_qs + file));
-    EXPECT_EQ(parts().status->text(4), u"7"_qs);
+    EXPECT_EQ(house().status.text(4), u"7"_qs);
 }
 
 TEST_F(DocumentSave, AnUntitledDocumentAsksForItsName) {
@@ -105,7 +105,7 @@ TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_EQ(bytesOf(file), "a");
     EXPECT_TRUE(active()->isChange);
-    EXPECT_EQ(parts().tabs->image(0), 2);
+    EXPECT_EQ(house().tabs.image(0), 2);
     EXPECT_TRUE(m_rooms.calls.isEmpty());
 }
 

@@ -59,10 +59,10 @@ TEST_F(HexDocuments, ABinaryFileComesUpAsHex) {
     open(file);
     expectMode(true);
     EXPECT_EQ(tabs(), QStringList(u"a.bin"_qs));
-    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_EQ(house().tabs.image(0), 1);
     EXPECT_EQ(active()->Caption(), file);
-    EXPECT_EQ(parts().status->text(2), u"Pg 1/1, Pos 0/7"_qs);
-    EXPECT_EQ(parts().status->text(4), u"8"_qs);
+    EXPECT_EQ(house().status.text(2), u"Pg 1/1, Pos 0/7"_qs);
+    EXPECT_EQ(house().status.text(4), u"8"_qs);
     EXPECT_EQ(m_frame->focusWidget(), &pane());
     EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
 }
@@ -97,11 +97,11 @@ TEST_F(HexDocuments, TheSwitchWorksByEntryAndByButton) {
         run("mnuToggleHex");
         expectMode(true);
         EXPECT_EQ(m_frame->focusWidget(), &pane());
-        EXPECT_EQ(parts().status->text(2), u"Pg 1/1, Pos 0/3"_qs);
+        EXPECT_EQ(house().status.text(2), u"Pg 1/1, Pos 0/3"_qs);
         button("ShowHex")->trigger();
         expectMode(false);
         EXPECT_EQ(m_frame->focusWidget(), &control());
-        EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1 / 1"_qs));
+        EXPECT_TRUE(house().status.text(2).startsWith(u"Ln 1 / 1"_qs));
     }
 }
 
@@ -163,9 +163,9 @@ TEST_F(HexDocuments, TheFirstByteChangesTheTabAndSavingGivesItBack) {
     const QString file = binary();
     open(file);
     typeBytes(u"41"_qs);
-    EXPECT_EQ(parts().tabs->image(0), 2);
+    EXPECT_EQ(house().tabs.image(0), 2);
     run("mnuFileSave");
-    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_EQ(house().tabs.image(0), 1);
     EXPECT_EQ(bytesOf(file), "Aone two");
     EXPECT_TRUE(active()->close());
     EXPECT_TRUE(m_prompts.questions.isEmpty());
@@ -215,7 +215,7 @@ TEST_F(HexDocuments, AReloadComesBackAsTextWithItsCommands) {
     m_prompts.answerYes();
     m_frame->CheckFileUpdate();
     expectMode(false);
-    EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1"_qs));
+    EXPECT_TRUE(house().status.text(2).startsWith(u"Ln 1"_qs));
 }
 
 TEST_F(HexDocuments, F6LeadsBackToThePaneInUse) {
@@ -268,7 +268,7 @@ TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {
             return;
         if (tried++ > 0)
             return;
-        EXPECT_TRUE(parts().systemClose->isGreyed());
+        EXPECT_TRUE(house().systemClose.isGreyed());
         EXPECT_FALSE(m_frame->close());
         run("mnuFileClose");
         run("mnuToggleHex");
@@ -308,8 +308,8 @@ TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {
     EXPECT_EQ(active(), documents().at(1));
     expectMode(false);
     EXPECT_EQ(m_frame->focusWidget(), &control());
-    EXPECT_TRUE(parts().status->text(2).startsWith(u"Ln 1 / 1"_qs));
-    EXPECT_EQ(parts().status->text(4), QString());
+    EXPECT_TRUE(house().status.text(2).startsWith(u"Ln 1 / 1"_qs));
+    EXPECT_EQ(house().status.text(4), QString());
     strip().setCurrentIndex(0);
     expectMode(true);
 }
@@ -364,7 +364,7 @@ TEST_F(HexDocuments, ArrangingTheWindowsLeavesTheKeyboardInTheBytes) {
     open(fileOf("text"));
     open(binary(u"b.bin"_qs));
     open(binary());
-    parts().children->maximise(active());
+    house().children.maximise(active());
     QApplication::processEvents();
     for (const char* command : {"mnuWindowCascade", "mnuWindowTileHorizontal", "mnuWindowTileVertical"}) {
         for (const bool fromMenu : {false, true}) {
@@ -375,7 +375,7 @@ TEST_F(HexDocuments, ArrangingTheWindowsLeavesTheKeyboardInTheBytes) {
             run(command);
             QApplication::processEvents();
             EXPECT_EQ(m_frame->focusWidget(), &pane()) << command << fromMenu;
-            parts().children->maximise(active());
+            house().children.maximise(active());
             EXPECT_EQ(m_frame->focusWidget(), &pane()) << command << fromMenu;
         }
     }
@@ -413,7 +413,7 @@ TEST_F(HexDocuments, FormsGoWithTheirDocument) {
     open(binary());
     QTimer::singleShot(0, m_frame.get(), [&] {
         ASSERT_NE(QApplication::activeModalWidget(), nullptr);
-        parts().children->unload(active());
+        house().children.unload(active());
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     });

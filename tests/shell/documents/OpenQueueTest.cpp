@@ -53,10 +53,10 @@ TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) 
     start();
     run("mnuFileNew");
     run("mnuWindowCascade");
-    ASSERT_FALSE(parts().children->windowOf(active())->isMaximized());
+    ASSERT_FALSE(house().children.windowOf(active())->isMaximized());
     m_frame->OpenFileFromCmd(path(u"gone.txt"_qs));
     ASSERT_TRUE(QTest::qWaitFor([&] { return !m_prompts.messages.isEmpty(); }));
     EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("\nFile not found!")));
-    EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
+    EXPECT_TRUE(house().children.windowOf(active())->isMaximized());
     EXPECT_EQ(active()->Caption(), u"Document2"_qs);
 }

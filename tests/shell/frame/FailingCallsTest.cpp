@@ -32,7 +32,7 @@ TEST_F(FailingCalls, OfMenuEntriesAndSlotsLeaveTheFrameStanding) {
 
 TEST_F(FailingCalls, OfADocumentLeaveTheFrameStanding) {
     start();
-    parts().findBar->AddSearchKey(u"absent"_qs, true);
+    house().findBar.AddSearchKey(u"absent"_qs, true);
     auto* box = m_frame->findChild<QComboBox*>(u"cmbSearch"_qs);
     box->setEditText(u"absent"_qs);
     const std::function<void()> calls[] = {[&] { run("mnuFindNext"); }, [&] { button("FindPrev")->trigger(); },
@@ -60,7 +60,7 @@ TEST_F(FailingCalls, WhileAFileOpensDoNotKeepTheNextOneFromOpening) {
     start();
     m_rooms.fails = true;
     open(fileOf("1", u"1.txt"_qs));
-    EXPECT_FALSE(parts().systemClose->isGreyed());
+    EXPECT_FALSE(house().systemClose.isGreyed());
     open(fileOf("2", u"2.txt"_qs));
     EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"2.txt"_qs}));
     EXPECT_EQ(active()->GetEditor()->Text(), u"2"_qs);
@@ -75,7 +75,7 @@ TEST_F(FailingCalls, OfTheTabMenuLeaveTheFrameStanding) {
     m_rooms.fails = true;
     m_frame->findChild<QAction*>(u"mnuSaveFile"_qs)->trigger();
     EXPECT_EQ(bytesOf(file), "x1");
-    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_EQ(house().tabs.image(0), 1);
 }
 
 TEST_F(FailingCalls, OfOneDocumentDoNotKeepTheOthersFromBeingSaved) {

@@ -69,7 +69,7 @@ TEST_F(FrameProcedures, WithoutADocumentDoNothing) {
     EXPECT_TRUE(call("SaveDocument", Q_ARG(frmDocument*, nullptr), Q_ARG(bool, true), Q_ARG(int, 1)));
     EXPECT_TRUE(call("SetTabCaption", Q_ARG(frmDocument*, nullptr), Q_ARG(bool, true)));
     EXPECT_TRUE(call("EnableSystemClose", Q_ARG(QWidget*, nullptr), Q_ARG(bool, false)));
-    EXPECT_FALSE(parts().systemClose->isGreyed());
+    EXPECT_FALSE(house().systemClose.isGreyed());
     run("mnuFileClose");
     EXPECT_TRUE(callWith("SelChange", nullptr));
     EXPECT_EQ(strip().count(), 0);
@@ -97,10 +97,10 @@ TEST_F(FrameProcedures, BringTheTabInLineWithItsDocument) {
     active()->isChange = true;
     EXPECT_TRUE(call("SetTabCaption", Q_ARG(frmDocument*, active()), Q_ARG(bool, false)));
     EXPECT_EQ(tabs(), QStringList(u"name.txt"_qs));
-    EXPECT_EQ(parts().tabs->image(0), 2);
+    EXPECT_EQ(house().tabs.image(0), 2);
     active()->isChange = false;
     EXPECT_TRUE(callWith("FileChange", active()));
-    EXPECT_EQ(parts().tabs->image(0), 1);
+    EXPECT_EQ(house().tabs.image(0), 1);
 }
 
 TEST_F(FrameProcedures, GreyTheCloseItemOfAFormAlone) {
@@ -108,7 +108,7 @@ TEST_F(FrameProcedures, GreyTheCloseItemOfAFormAlone) {
     QWidget* frame = m_frame.get();
     QWidget* document = active();
     EXPECT_TRUE(call("EnableSystemClose", Q_ARG(QWidget*, document), Q_ARG(bool, false)));
-    EXPECT_FALSE(parts().systemClose->isGreyed());
+    EXPECT_FALSE(house().systemClose.isGreyed());
     run("mnuFileClose");
     EXPECT_EQ(documents().size(), 1);
     EXPECT_TRUE(call("EnableSystemClose", Q_ARG(QWidget*, document), Q_ARG(bool, true)));
@@ -133,7 +133,7 @@ TEST_F(FrameProcedures, SetMarksAndTogglesByName) {
     for (const auto& [name, mark, field] : toggles) {
         for (const bool on : {true, false}) {
             EXPECT_TRUE(call(name, Q_ARG(bool, on)));
-            EXPECT_EQ(parts().options->*field, on) << name;
+            EXPECT_EQ(house().options.*field, on) << name;
             EXPECT_EQ(entry(mark)->isChecked(), on) << name;
         }
     }
@@ -147,16 +147,16 @@ TEST_F(FrameProcedures, ShowTheDocumentTheyAreGivenInTheStatusBar) {
     frmDocument* first = active();
     control().setSelection(3, 3);
     run("mnuFileNew");
-    EXPECT_EQ(parts().status->text(4), QString());
+    EXPECT_EQ(house().status.text(4), QString());
     EXPECT_TRUE(callWith("SelChange", first));
     EXPECT_TRUE(callWith("DocChange", first));
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
     EXPECT_TRUE(callWith("ShowCursorPosition", first));
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
     EXPECT_TRUE(callWith("ShowDocumentInfo", first));
-    EXPECT_EQ(parts().status->text(4), u"5"_qs);
+    EXPECT_EQ(house().status.text(4), u"5"_qs);
     EXPECT_TRUE(callWith("DocChange", active()));
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 4, Pos 4"_qs);
     EXPECT_TRUE(callWith("SelChange", active()));
-    EXPECT_EQ(parts().status->text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
+    EXPECT_EQ(house().status.text(2), u"Ln 1 / 1, Col 1, Pos 1"_qs);
 }

@@ -20,12 +20,12 @@ QStringList list(std::initializer_list<const char*> names) {
 
 TEST_F(FrameStart, RunsItsStepsInTheirOrder) {
     start();
-    EXPECT_EQ(m_steps, list({"putStatusPictures", "prepareMenuPictures", "loadOpenCheck",    "hookOpenCheck",
-                             "readFirstSettings", "createEditorGlobals", "loadMacroFiles",   "PropertiesLoad",
-                             "LoadOptions",       "loadLanguages",       "loadLists",        "setLoaded",
-                             "placeSearchBox",    "buildCoolBar",        "startNewDocument", "layOutPanels",
-                             "followCommandLine", "UpdateMacroMenu",     "restoreSession",   "markViewParts",
-                             "setCommandStates",  "makeTabMenu",         "setCaption"}));
+    EXPECT_EQ(m_steps,
+              list({"putStatusPictures", "loadOpenCheck",  "hookOpenCheck",    "readFirstSettings", "loadMacroFiles",
+                    "PropertiesLoad",    "LoadOptions",    "loadLanguages",    "loadLists",         "setLoaded",
+                    "placeSearchBox",    "buildCoolBar",   "startNewDocument", "layOutPanels",      "followCommandLine",
+                    "UpdateMacroMenu",   "restoreSession", "markViewParts",    "setCommandStates",  "makeTabMenu",
+                    "setCaption"}));
     EXPECT_TRUE(m_frame->isLoaded());
 }
 
@@ -35,7 +35,7 @@ TEST_F(FrameStart, ShowsOneUntitledDocumentMaximised) {
     EXPECT_EQ(active()->fIdx, u"F1"_qs);
     EXPECT_EQ(active()->Caption(), u"Document1"_qs);
     EXPECT_TRUE(active()->isNew);
-    EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
+    EXPECT_TRUE(house().children.windowOf(active())->isMaximized());
     EXPECT_EQ(tabs(), list({"Document1"}));
     EXPECT_TRUE(m_frame->windowTitle().startsWith(QLatin1String("Quillmark")));
     EXPECT_NE(QGuiApplication::overrideCursor() == nullptr, false);
@@ -95,7 +95,7 @@ TEST_F(FrameStart, AFileOfTheCommandLineTakesOverTheUntitledDocumentAMomentLater
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
     EXPECT_EQ(tabs(), list({"with blank.txt"}));
     EXPECT_EQ(active()->GetEditor()->Text(), u"one\r\ntwo"_qs);
-    EXPECT_TRUE(parts().children->windowOf(active())->isMaximized());
+    EXPECT_TRUE(house().children.windowOf(active())->isMaximized());
 }
 
 TEST_F(FrameStart, AFileOfTheCommandLineWithoutALanguageHasTheDefaultOne) {

@@ -9,24 +9,14 @@
 
 #include <stdexcept>
 
-namespace {
-
-struct Owner {
-    QString done;
-    void first() { done += u'1'; }
-    void fails() { throw std::runtime_error("no"); }
-    void last() { done += u'3'; }
-};
-
-constexpr FrameStep<Owner> Steps[] = {{"first", &Owner::first}, {"fails", &Owner::fails}, {"last", &Owner::last}};
-
-}  // namespace
-
 TEST(FrameSteps, AFailingStepDoesNotStopTheNext) {
-    Owner owner;
+    QString done;
+    const FrameStep steps[] = {{"first", [&] { done += u'1'; }},
+                               {"fails", [] { throw std::runtime_error("no"); }},
+                               {"last", [&] { done += u'3'; }}};
     QStringList names;
-    runSteps<Owner>(Steps, owner, [&](const char* name) { names << QString::fromLatin1(name); });
-    EXPECT_EQ(owner.done, u"13"_qs);
+    runSteps(steps, [&](const char* name) { names << QString::fromLatin1(name); });
+    EXPECT_EQ(done, u"13"_qs);
     EXPECT_EQ(names, QStringList({u"first"_qs, u"fails"_qs, u"last"_qs}));
 }
 

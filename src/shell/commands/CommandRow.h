@@ -1,0 +1,36 @@
+#pragma once
+
+#include "shell/commands/CommandRules.h"
+
+class FileCommands;
+class FrameCommands;
+class RoomsToCome;
+class ViewCommands;
+class frmDocument;
+
+/// What a command runs: a procedure of the frame, one of the active document (without a document nothing), or one of a
+/// room that is not built yet. All empty: a sub-menu or a separator.
+struct CommandTarget {
+    void (FileCommands::*file)() = nullptr;
+    void (ViewCommands::*view)() = nullptr;
+    void (FrameCommands::*frame)() = nullptr;
+    void (frmDocument::*document)() = nullptr;
+    void (RoomsToCome::*room)() = nullptr;
+
+    constexpr bool isEmpty() const {
+        return file == nullptr && view == nullptr && frame == nullptr && document == nullptr && room == nullptr;
+    }
+};
+
+/// One entry of the menus.
+struct CommandRow {
+    const char* parent;   ///< name of the menu it stands in; empty: the menu bar
+    const char* name;     ///< also the entry's object name
+    const char* caption;  ///< "-": a separator
+    const char* key;      ///< portable form of the shortcut; empty: none
+    const char* icon;     ///< name of the picture; empty: none
+    CommandTarget target;
+    Enabled when = Enabled::Always;
+    bool checkable = false;
+    bool visible = true;
+};

@@ -1,0 +1,41 @@
+#pragma once
+
+class ActiveDocument;
+class CommandEntries;
+class CoolBar;
+class MdiChildren;
+class RoomsToCome;
+
+/// The commands that change what is shown: of the active document, of the frame, and how the child windows lie. Owned
+/// by the frame.
+class ViewCommands {
+ public:
+    ViewCommands(CommandEntries& entries, CoolBar& coolBar, RoomsToCome& rooms, MdiChildren& children,
+                 ActiveDocument& active);
+
+    void ToggleHex();
+    void ToggleLineNumber();
+    void ToggleLeftMargin();
+    void ToggleTabSpace();
+    void ToggleBraceMatching();
+    void ToggleRowHighlight();
+
+    void ToggleExplorer();
+    void ToggleSearchPanel();
+    void ToggleToolBand();
+    void ToggleTabBand();
+
+    void Cascade();
+    void TileHorizontal();
+    void TileVertical();
+    void ArrangeIcons();
+
+ private:
+    void toggleView(const char* entry);
+
+    CommandEntries& m_entries;
+    CoolBar& m_coolBar;
+    RoomsToCome& m_rooms;
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+};

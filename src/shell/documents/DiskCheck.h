@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QPointer>
+
+class ActiveDocument;
+class DocumentOpening;
+class MdiChildren;
+class frmDocument;
+struct Options;
+
+/// Looks whether other programs have changed the files of open documents. Owned by the frame. The documents ask the
+/// user, so it runs the event loop; a second look that is asked for meanwhile does not take place.
+class DiskCheck {
+ public:
+    DiskCheck(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, const Options& options);
+
+    /// Asks each document about changes on disk, and reloads those that say so. While a file is being opened it waits.
+    void CheckFileUpdate();
+    /// The user has come back to the program: looks, when the user wants that.
+    void applicationActivated();
+
+ private:
+    void checkAll();
+    void checkFile(const QPointer<frmDocument>& document);
+
+    MdiChildren& m_children;
+    ActiveDocument& m_active;
+    DocumentOpening& m_opening;
+    const Options& m_options;
+    bool m_checking = false;
+};

@@ -1,0 +1,89 @@
+#include "shell/frame/House.h"
+
+#include "shell/bars/CoolBar.h"
+#include "shell/bars/DocumentTabs.h"
+#include "shell/bars/FindBar.h"
+#include "shell/bars/StatusPanels.h"
+#include "shell/bars/TabStrip.h"
+#include "shell/commands/CommandTable.h"
+#include "shell/commands/WindowMenu.h"
+#include "shell/documents/MdiChildren.h"
+#include "shell/frame/FrameServices.h"
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace {
+
+/// The inside of the window, made when it is first asked for: rows, one below the other.
+QVBoxLayout& rowsOf(QMainWindow& window) {
+    if (window.centralWidget() == nullptr) {
+        auto* inner = new QWidget(&window);
+        auto* rows = new QVBoxLayout(inner);
+        rows->setContentsMargins(0, 0, 0, 0);
+        rows->setSpacing(0);
+        window.setCentralWidget(inner);
+    }
+    return static_cast<QVBoxLayout&>(*window.centralWidget()->layout());
+}
+
+/// Adds a widget below the others, which takes so much of the height that is left.
+template <typename Row>
+Row& addRow(QMainWindow& window, int stretch) {
+    QVBoxLayout& rows = rowsOf(window);
+    auto* row = new Row(window.centralWidget());
+    rows.addWidget(row, stretch);
+    return *row;
+}
+
+QToolBar& makeToolBar(CoolBar& coolBar) {
+    auto* bar = new QToolBar(&coolBar);
+    bar->setObjectName(u"tbToolBar"_qs);
+    bar->setIconSize(QSize(16, 16));
+    return *bar;
+}
+
+}  // namespace
+
+House::House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run)
+    : prompts(services.prompts),
+      registry(services.registry),
+      panel(services.panel),
+      rooms(services.rooms),
+      settings(registry),
+      globals(registry, services.programFolder, services.shareFolder),
+      documentServices{prompts, options, globals, hexFind},
+      help(services.programFolder, services.shareFolder),
+      coolBar(addRow<CoolBar>(window, 0)),
+      toolBar(makeToolBar(coolBar)),
+      strip(*new TabStrip(&coolBar)),
+      children(*new MdiChildren(addRow<QMdiArea>(window, 1))),
+      status(*new StatusPanels(*window.statusBar())),
+      tabs(*new DocumentTabs(strip, children)),
+      systemClose(&window),
+      active(children, systemClose),
+      opening(host, window, documentServices, children, active, systemClose),
+      saving(window, documentServices, registry, children, active, systemClose, opening),
+      closing(window, prompts, children, active, saving),
+      diskCheck(children, active, opening, options),
+      queue(window, prompts, children, active, opening),
+      drops(window, panel, opening),
+      findBar(*new FindBar(window, active, options)),
+      entries(commandTable(), rooms, coolBar, *window.menuBar(), toolBar, std::move(run)),
+      menuSlots(entries, SlotCommands::table(),
+                [this](const SlotArray& array, int number) { (slotCommands.*array.chosen)(number); }),
+      searchToggles(options, entries),
+      languageMenu(entries, active),
+      macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
+      fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
+      viewCommands(entries, coolBar, rooms, children, active),
+      frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
+      slotCommands(menuSlots, rooms, children, active, opening) {
+    new WindowMenu(*entries.menu("mnuWindow"), children);
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
+#include "hex/bytes/HexFindState.h"
+#include "settings/Options.h"
+#include "settings/Settings.h"
+#include "shell/commands/CommandEntries.h"
+#include "shell/commands/FileCommands.h"
+#include "shell/commands/FrameCommands.h"
+#include "shell/commands/LanguageMenu.h"
+#include "shell/commands/MacroMenu.h"
+#include "shell/commands/MenuSlots.h"
+#include "shell/commands/SearchToggles.h"
+#include "shell/commands/SlotCommands.h"
+#include "shell/commands/TabMenu.h"
+#include "shell/commands/ViewCommands.h"
+#include "shell/documents/ActiveDocument.h"
+#include "shell/documents/DiskCheck.h"
+#include "shell/documents/DocumentClosing.h"
+#include "shell/documents/DocumentOpening.h"
+#include "shell/documents/DocumentSaving.h"
+#include "shell/documents/OpenQueue.h"
+#include "shell/documents/SystemClose.h"
+#include "shell/frame/FrameDrops.h"
+#include "shell/outside/HelpPages.h"
+#include "shell/start/frmOpenCheck.h"
+
+#include <memory>
+
+class CoolBar;
+class DocumentHost;
+class DocumentTabs;
+class FindBar;
+class MdiChildren;
+class PanelLink;
+class QMainWindow;
+class QToolBar;
+class RoomsToCome;
+class StatusPanels;
+class TabStrip;
+struct FrameServices;
+
+/// What the frame is made of, in the order in which it is made. Each part gets by its constructor what it uses; the
+/// frame alone, which owns the house, sees all of it. The widgets belong to the window.
+struct House {
+    /// `window` and `host` are the frame; `run` carries out a command.
+    House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run);
+
+    // Given for the life of the frame
+    Prompts& prompts;
+    RegistryStore& registry;
+    PanelLink& panel;
+    RoomsToCome& rooms;
+
+    // What all documents share
+    Options options;
+    Settings settings;
+    EditorGlobals globals;
+    HexFindState hexFind;
+    DocumentServices documentServices;
+    HelpPages help;
+
+    // The window
+    CoolBar& coolBar;
+    QToolBar& toolBar;
+    TabStrip& strip;
+    MdiChildren& children;
+    StatusPanels& status;
+    DocumentTabs& tabs;
+
+    // Documents
+    SystemClose systemClose;
+    ActiveDocument active;
+    DocumentOpening opening;
+    DocumentSaving saving;
+    DocumentClosing closing;
+    DiskCheck diskCheck;
+    OpenQueue queue;
+    FrameDrops drops;
+
+    // Commands
+    FindBar& findBar;
+    CommandEntries entries;
+    MenuSlots menuSlots;
+    SearchToggles searchToggles;
+    LanguageMenu languageMenu;
+    MacroMenu macroMenu;
+    FileCommands fileCommands;
+    ViewCommands viewCommands;
+    FrameCommands frameCommands;
+    SlotCommands slotCommands;
+
+    // Made when the frame is loaded, and destroyed when it ends
+    std::unique_ptr<frmOpenCheck> openCheck;
+    std::unique_ptr<TabMenu> tabMenu;
+};

@@ -1,0 +1,149 @@
+// Everything that comes up with the frame, as named steps in their order. The steps whose room is still to come are
+// calls into RoomsToCome.
+
+#include "editor/control/TextControl.h"
+#include "platform/Paths.h"
+#include "platform/Yield.h"
+#include "shell/bars/CoolBar.h"
+#include "shell/bars/DocumentTabs.h"
+#include "shell/bars/FindBar.h"
+#include "shell/bars/StatusPanels.h"
+#include "shell/bars/TabStrip.h"
+#include "shell/commands/RoomsToCome.h"
+#include "shell/documents/MdiChildren.h"
+#include "shell/documents/PanelLink.h"
+#include "shell/frame/House.h"
+#include "shell/frame/frmMain.h"
+#include "shell/start/CommandLine.h"
+#include "shell/start/FrameSteps.h"
+#include "widgets/BusyPointer.h"
+
+#include <QDir>
+#include <QToolBar>
+
+namespace {
+
+void readFirstSettings(House& house) {
+    const TextControl fresh;
+    house.options.FontName = fresh.FontName();
+    house.options.FontSize = static_cast<qint16>(fresh.FontSize());
+    loadFirstOptions(house.settings, house.options);
+    house.searchToggles.showOptions();
+}
+
+void loadProfile(House& house) {
+    house.globals.profile.load();
+    house.globals.theme.load();
+    house.globals.hotKeys.load(house.registry);
+}
+
+void loadLists(House& house) {
+    house.languageMenu.LoadLanguageMenu(house.globals.languages.loadedNames());
+    house.rooms.LoadRecentFiles();
+    house.rooms.LoadRecentProjects();
+    house.rooms.LoadFavProjects();
+    house.findBar.LoadSearchKeys();
+}
+
+void buildCoolBar(House& house) {
+    house.tabs.clear();
+    house.coolBar.setBand(CoolBar::Tool, &house.toolBar);
+    house.coolBar.setBand(CoolBar::Tab, &house.strip);
+}
+
+void startNewDocument(House& house) {
+    if (!house.settings.StartNewDocument())
+        return;
+    house.opening.NewDocument();
+    house.children.maximise(house.active.get());
+}
+
+void layOutPanels(House& house) {
+    BusyPointer::restore();
+    house.rooms.ArrangePanels();
+    house.panel.InitObjects();
+    house.rooms.layOutSearchPanel();
+}
+
+void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
+    using Kind = CommandLine::LoadOrder::Kind;
+    switch (order.kind) {
+        case Kind::Nothing:
+            break;
+        case Kind::Document:
+            house.queue.OpenFileFromCmd(order.text);
+            break;
+        case Kind::Project:
+            house.rooms.OpenProject(order.text);
+            break;
+        case Kind::SearchFolders:
+            house.rooms.ShowSearchInFiles(order.text);
+            break;
+    }
+}
+
+}  // namespace
+
+void frmMain::Load() {
+    runSteps(loadSteps(), m_services.noted);
+}
+
+std::vector<FrameStep> frmMain::loadSteps() {
+    House& house = *m_house;
+    const CommandLine::LoadOrder order = CommandLine::readForLoad(
+        m_services.tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()});
+    return {
+        {"putStatusPictures",
+         [&house] {
+             BusyPointer::show();
+             house.status.putPictures();
+             yieldOnce();
+         }},
+        {"loadOpenCheck", [&house] { house.openCheck = std::make_unique<frmOpenCheck>(); }},
+        {"hookOpenCheck",
+         [&house, hooked = order.hooked] {
+             if (hooked)
+                 house.openCheck->Hook([&house] { house.diskCheck.applicationActivated(); });
+             yieldOnce();
+         }},
+        {"readFirstSettings", [&house] { readFirstSettings(house); }},
+        {"loadMacroFiles", [&house] { house.globals.macros.LoadMacros(); }},
+        {"PropertiesLoad", [&house] { loadProfile(house); }},
+        {"LoadOptions",
+         [&house] {
+             LoadOptions(house.settings, house.options);
+             house.panel.setDefaultSysIcon(house.options.UseFileIcon);
+         }},
+        {"loadLanguages", [&house] { house.globals.languages.LoadLanguageIndex(); }},
+        {"loadLists", [&house] { loadLists(house); }},
+        {"setLoaded",
+         [this, &house] {
+             m_loaded = true;
+             house.rooms.resetSplitters();
+         }},
+        {"placeSearchBox", [&house] { house.findBar.placeIn(*house.entries.searchPlace()); }},
+        {"buildCoolBar", [&house] { buildCoolBar(house); }},
+        {"startNewDocument", [&house] { startNewDocument(house); }},
+        {"layOutPanels", [&house] { layOutPanels(house); }},
+        {"followCommandLine", [&house, order] { followCommandLine(house, order); }},
+        {"UpdateMacroMenu", [&house] { house.macroMenu.UpdateMacroMenu(); }},
+        {"restoreSession",
+         [&house, mayReturn = order.sessionMayReturn] {
+             if (mayReturn && house.settings.LoadLastFiles())
+                 house.rooms.RestoreSession();
+         }},
+        {"markViewParts", [&house] { house.entries.RefreshCheckedItems(); }},
+        {"setCommandStates",
+         [this, &house] {
+             house.entries.SetDocumentEnv(house.active.get());
+             SetProjectMenus(false);
+         }},
+        {"makeTabMenu",
+         [this, &house] { house.tabMenu = std::make_unique<TabMenu>(house.active, house.fileCommands, this); }},
+        {"setCaption",
+         [this] {
+             BusyPointer::restore();
+             setWindowTitle(u"Quillmark"_qs);
+         }},
+    };
+}
