@@ -10,7 +10,7 @@ set(QUILLMARK_PRECOMPILED_widgets ${QUILLMARK_PRECOMPILED_core}
   <QAction> <QApplication> <QComboBox> <QDialog> <QEvent> <QLabel> <QLayout> <QLineEdit> <QMenu> <QMouseEvent> <QPainter>
   <QPointer> <QPushButton> <QStyle> <QWidget> <Qsci/qsciscintillabase.h>)
 set(QUILLMARK_PRECOMPILED_tests ${QUILLMARK_PRECOMPILED_widgets}
-  <QMdiArea> <QSignalSpy> <QTemporaryDir> <QTest> <gmock/gmock.h> <gtest/gtest.h>)
+  <QMdiArea> <QSignalSpy> <QTemporaryDir> <QTest> <gtest/gtest.h>)
 
 # A library with no code of its own for each kind, which keeps the parsed headers.
 function(quillmark_precompiled_owner kind)

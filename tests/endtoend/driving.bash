@@ -4,7 +4,9 @@ set -eu
 scratch=$(mktemp -d)
 running=''
 cleanUp() {
-    [[ -n $running ]] && kill "$running" 2>/dev/null && wait "$running" 2>/dev/null
+    if [[ -n $running ]] && kill "$running" 2>/dev/null; then
+        wait "$running" 2>/dev/null || true
+    fi
     rm -rf "$scratch"
 }
 trap cleanUp EXIT
