@@ -2,6 +2,7 @@
 
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
@@ -19,8 +20,6 @@
 #include <exception>
 
 namespace {
-
-enum Command { FindPrevious = 174, FindFollowing = 176, GoToStart = 189, GoToEnd = 191 };
 
 /// Pixels of the control in which a click means the bookmark, and how far to the right of them the text is asked for.
 constexpr int MarginFrom = 6;
@@ -136,22 +135,22 @@ void rtCM::takeProgramFlags() {
 
 void rtCM::Find() {
     takeProgramFlags();
-    m_control->ExecuteCmd(178);
+    m_control->ExecuteCmd(Command::Find);
 }
 
 void rtCM::ReplaceText() {
     takeProgramFlags();
-    m_control->ExecuteCmd(169);
+    m_control->ExecuteCmd(Command::Replace);
 }
 
 void rtCM::IncrementalSearch() {
     takeProgramFlags();
-    m_control->ExecuteCmd(257);
+    m_control->ExecuteCmd(Command::IncrementalSearch);
 }
 
 void rtCM::ReverseIncrementalSearch() {
     takeProgramFlags();
-    m_control->ExecuteCmd(258);
+    m_control->ExecuteCmd(Command::ReverseIncrementalSearch);
 }
 
 /// Keys that no menu has taken and that nobody has given to a command. F3 opens the replace dialog with any modifier,
@@ -210,11 +209,11 @@ bool rtCM::foundBy(int command) {
 }
 
 bool rtCM::FindNext(const QString& pFindText) {
-    return findAround(pFindText, FindFollowing, GoToStart);
+    return findAround(pFindText, Command::FindNext, Command::GoToStartOfText);
 }
 
 bool rtCM::FindPrev(const QString& pFindText) {
-    return findAround(pFindText, FindPrevious, GoToEnd);
+    return findAround(pFindText, Command::FindPrevious, Command::GoToEndOfText);
 }
 
 bool rtCM::findAround(const QString& text, int find, int goToEnd) {
@@ -231,7 +230,7 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     setSearchCaseSensitive(CaseSensitiveOn);
     setSearchWholeWord(WholeWord);
     SetFindText(pText);
-    return foundAround(FindFollowing, GoToStart);
+    return foundAround(Command::FindNext, Command::GoToStartOfText);
 }
 
 /// From the caret on and, when the search may go on, from the other end; the view stays where it is without a match.
@@ -335,27 +334,27 @@ void rtCM::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QS
 // Bookmarks
 
 void rtCM::ToggleBookmark() {
-    m_control->ExecuteCmd(204);
+    m_control->ExecuteCmd(Command::ToggleBookmark);
 }
 
 void rtCM::PrevBookmark() {
-    m_control->ExecuteCmd(205);
+    m_control->ExecuteCmd(Command::PreviousBookmark);
 }
 
 void rtCM::NextBookmark() {
-    m_control->ExecuteCmd(206);
+    m_control->ExecuteCmd(Command::NextBookmark);
 }
 
 void rtCM::ClearAllBookmark() {
-    m_control->ExecuteCmd(207);
+    m_control->ExecuteCmd(Command::ClearAllBookmarks);
 }
 
 void rtCM::BookmarkFirst() {
-    m_control->ExecuteCmd(208);
+    m_control->ExecuteCmd(Command::FirstBookmark);
 }
 
 void rtCM::BookmarkLast() {
-    m_control->ExecuteCmd(209);
+    m_control->ExecuteCmd(Command::LastBookmark);
 }
 
 void rtCM::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {

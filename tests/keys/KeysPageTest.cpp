@@ -1,4 +1,4 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/language/TokenTheme.h"
 #include "editor/windows/ControlProperties.h"
 #include "keys/KeyNames.h"

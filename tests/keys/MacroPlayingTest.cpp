@@ -1,4 +1,4 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "keys/MacroFixture.h"
 
 #include <QFile>
@@ -287,11 +287,11 @@ class AnySteps {
 
     /// Any command except those that show a question, undo, or record or play a macro.
     int anyCommand() {
-        using ControlCommands::Kind;
-        const auto all = ControlCommands::all();
+        using Command::Kind;
+        const auto all = Command::all();
         for (;;) {
-            const ControlCommands::Row& row = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
-            if (ControlCommands::canBePlayed(row, {}) && row.kind != Kind::Plays && row.kind != Kind::Sets)
+            const Command::Info& row = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
+            if (Command::canBePlayed(row, {}) && row.kind != Kind::Plays && row.kind != Kind::Sets)
                 return row.number;
         }
     }

@@ -1,4 +1,4 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/windows/FindDialog.h"
 #include "editor/windows/IncrementalSearchBar.h"
 #include "keys/MacroFixture.h"
@@ -129,7 +129,7 @@ TEST_F(MacroRecording, NotesReplacementsOfTheDialog) {
     dialog->findChild<QPushButton*>(u"cmdReplaceAll"_qs)->click();
     ASSERT_FALSE(recorded().isEmpty());
     EXPECT_TRUE(recorded().contains(command(180, u"1"_qs)));
-    EXPECT_EQ(recorded().last(), command(ControlCommands::ReplaceAll));
+    EXPECT_EQ(recorded().last(), command(Command::ReplaceAll));
     EXPECT_EQ(globals.recorder().missedCount(), 0);
     dialog->close();
 }

@@ -4,6 +4,7 @@
 #include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
@@ -120,7 +121,7 @@ class FrameFixture : public testing::Test {
     void bindMacro(int n, char16_t letter) {
         HotKeys keys(GlobalObject::defaultHotKeys());
         keys.load(m_registry);
-        keys.bind(HotKeys::MacroCommandBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
+        keys.bind(Command::MacroBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
         keys.save(m_registry);
     }
 

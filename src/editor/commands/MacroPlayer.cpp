@@ -1,6 +1,6 @@
 #include "editor/commands/MacroPlayer.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlGlobals.h"
 #include "editor/control/TextControl.h"
 #include "platform/Yield.h"
@@ -63,9 +63,9 @@ void MacroPlayer::yield() {
 }
 
 QString MacroPlayer::whyNothingWasDone(const MacroStep& step) const {
-    const ControlCommands::Row* row = ControlCommands::find(step.command);
-    if (row != nullptr && row->kind == ControlCommands::Kind::Searches)
+    const Command::Info* row = Command::infoOf(step.command);
+    if (row != nullptr && row->kind == Command::Kind::Searches)
         return TextControl::tr("The macro has ended: \"%1\" was not found.").arg(m_control->searchText());
     return TextControl::tr("The macro has ended: there was nothing to do for \"%1\".")
-        .arg(ControlCommands::captionOf(step.command));
+        .arg(Command::captionOf(step.command));
 }

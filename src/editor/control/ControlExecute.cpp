@@ -1,6 +1,7 @@
 // The numbered commands of the control, and the count by which the next of them is repeated.
 
 #include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/EditScope.h"
 #include "editor/control/TextControl.h"
 
@@ -10,27 +11,27 @@
 #include <utility>
 
 void TextControl::ExecuteCmd(int number, const QString& argument) {
-    using ControlCommands::Kind;
-    const ControlCommands::Row* row = ControlCommands::find(number);
-    if (row == nullptr || (row->kind == Kind::Edits && Locked()))
+    using Command::Kind;
+    const Command::Info* info = Command::infoOf(number);
+    if (info == nullptr || (info->kind == Kind::Edits && Locked()))
         return;
-    if (number >= ControlCommands::FirstMessage)
+    if (number >= Command::FirstMessage)
         return runCommand(number);
-    if (row->kind == Kind::Records)
+    if (info->kind == Kind::Records)
         return recordMacro();
-    if (row->kind == Kind::Plays)
-        return playMacro(number - ControlCommands::MacroBase);
+    if (info->kind == Kind::Plays)
+        return playMacro(number - Command::MacroBase);
     const EditScope scope(*this, EditScope::Grouped);
     m_typing = false;
-    const bool leavesCount = row->kind == Kind::Sets || row->kind == Kind::Asks;
+    const bool leavesCount = info->kind == Kind::Sets || info->kind == Kind::Asks;
     const int times = leavesCount ? 1 : takeRepeatCount();
     const QPointer<TextControl> alive(this);
-    for (int done = 0; done < times && !(row->kind == Kind::Searches && m_failed); ++done) {
-        row->run(*this, argument);
+    for (int done = 0; done < times && !(info->kind == Kind::Searches && m_failed); ++done) {
+        ControlCommands::run(*this, number, argument);
         if (!alive)
             return;
     }
-    if (row->kind == Kind::Edits)
+    if (info->kind == Kind::Edits)
         cutRectangleAnew();
     noteCommand(number, argument, times);
 }

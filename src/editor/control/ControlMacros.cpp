@@ -1,7 +1,7 @@
 // Hot keys of the control, and the recording and playing of macros.
 
-#include "editor/commands/ControlCommands.h"
 #include "editor/commands/MacroPlayer.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlGlobals.h"
 #include "editor/control/EditScope.h"
 #include "editor/control/EditorKeys.h"
@@ -83,13 +83,13 @@ void TextControl::commandFailed() {
 /// Called before the outermost scope of what was done closes; parts of something larger are not noted.
 void TextControl::noteCommand(int number, const QString& argument, int times) {
     MacroRecorder* recorder = m_scopes == 1 ? recording() : nullptr;
-    const ControlCommands::Row* row = recorder == nullptr ? nullptr : ControlCommands::find(number);
-    if (row == nullptr || !ControlCommands::canBePlayed(*row, argument))
+    const Command::Info* row = recorder == nullptr ? nullptr : Command::infoOf(number);
+    if (row == nullptr || !Command::canBePlayed(*row, argument))
         return;
     m_noted = true;
     if (failedIdly())
         return;
-    if (row->kind == ControlCommands::Kind::Searches)
+    if (row->kind == Command::Kind::Searches)
         noteSearchState(*recorder, number);
     noteSteps(*recorder, {MacroStep::Kind::Command, number, argument}, times);
 }
@@ -104,7 +104,7 @@ void TextControl::noteTyped(const QString& text, int times) {
 
 void TextControl::noteSteps(MacroRecorder& recorder, const MacroStep& step, int times) {
     if (times > 1)
-        recorder.add({MacroStep::Kind::Command, ControlCommands::RepeatCount, QString::number(times)});
+        recorder.add({MacroStep::Kind::Command, Command::SetRepeatCount, QString::number(times)});
     // At several carets a text that is typed as a whole may come out otherwise than piece by piece.
     recorder.add(step, isStream());
 }
@@ -119,14 +119,14 @@ void TextControl::noteSearchState(MacroRecorder& recorder, int command) const {
     const auto note = [&recorder](int number, const QString& argument = {}) {
         recorder.addSetting({MacroStep::Kind::Command, number, argument});
     };
-    note(ControlCommands::SearchText, m_search.text);
-    note(m_search.flags.regExp ? 230 : 231);
-    note(m_search.flags.wholeWord ? 232 : 233);
-    note(m_search.flags.caseSensitive ? 236 : 237);
-    if (command == ControlCommands::FindNext || command == ControlCommands::FindPrevious)
+    note(Command::SetSearchText, m_search.text);
+    note(m_search.flags.regExp ? Command::RegExpOn : Command::RegExpOff);
+    note(m_search.flags.wholeWord ? Command::WholeWordOn : Command::WholeWordOff);
+    note(m_search.flags.caseSensitive ? Command::MatchCaseOn : Command::MatchCaseOff);
+    if (command == Command::FindNext || command == Command::FindPrevious)
         return;
-    note(m_search.preserveCase ? 234 : 235);
-    note(ControlCommands::ReplacementText, m_search.replacement);
+    note(m_search.preserveCase ? Command::PreserveCaseOn : Command::PreserveCaseOff);
+    note(Command::SetReplacementText, m_search.replacement);
 }
 
 // Playing
@@ -149,7 +149,7 @@ void TextControl::playMacro(int n) {
             return;
         m_player = nullptr;
         m_repeatCount = 1;
-        noteCommand(ControlCommands::MacroBase + n, {}, times);
+        noteCommand(Command::MacroBase + n, {}, times);
         remark = player.remark();
         warning = player.warning();
     }
@@ -180,8 +180,8 @@ bool TextControl::playStep(const MacroStep& step) {
     if (step.kind == MacroStep::Kind::Text) {
         playText(step.text);
     } else {
-        const ControlCommands::Row* row = ControlCommands::find(step.command);
-        if (row != nullptr && ControlCommands::canBePlayed(*row, step.text))
+        const Command::Info* row = Command::infoOf(step.command);
+        if (row != nullptr && Command::canBePlayed(*row, step.text))
             ExecuteCmd(step.command, step.text);
     }
     if (!alive)

@@ -1,6 +1,6 @@
 // Replacing what is found in the control.
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/EditScope.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
@@ -50,7 +50,7 @@ SearchOutcome TextControl::replaceNext() {
     if (!found || Locked())
         return fail(error);
     replaceMatch(*found);
-    noteCommand(ControlCommands::ReplaceNext, {}, 1);
+    noteCommand(Command::ReplaceNext, {}, 1);
     if (!wrapped)
         return SearchOutcome::Found;
     Q_EMIT FindWrapped();
@@ -85,7 +85,7 @@ SearchOutcome TextControl::replaceSelectedMatch() {
     }
     const SearchOutcome outcome = findNext();
     if (alive)
-        noteCommand(ControlCommands::ReplaceSelected, {}, 1);
+        noteCommand(Command::ReplaceSelected, {}, 1);
     return outcome;
 }
 
@@ -145,7 +145,7 @@ qint64 TextControl::replaceAll(const ReplaceWatch& watch) {
     const qint64 count = replaceAllMatches(watch);
     if (alive) {
         const EditScope scope(*this);
-        noteCommand(ControlCommands::ReplaceAll, {}, 1);
+        noteCommand(Command::ReplaceAll, {}, 1);
     }
     return count;
 }
@@ -194,6 +194,6 @@ qint64 TextControl::replaceAllIn(const TextMatch& range) {
     apply(found, {});
     setSelectionBytes(range.from, m_text.length() - behind);
     SearchHistory::ofReplacements().add(m_search.replacement);
-    noteCommand(ControlCommands::ReplaceAllInSelection, {}, 1);
+    noteCommand(Command::ReplaceAllInSelection, {}, 1);
     return static_cast<qint64>(found.edits.size());
 }

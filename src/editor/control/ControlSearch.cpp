@@ -1,7 +1,7 @@
 // Searching in the control.
 
-#include "editor/commands/ControlCommands.h"
 #include "editor/commands/MacroPlayer.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/EditScope.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
@@ -107,7 +107,7 @@ SearchOutcome TextControl::findNoted(bool backwards) {
     SearchHistory::ofFinds().add(m_search.text);
     const SearchOutcome outcome = find(backwards);
     if (alive)
-        noteCommand(backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext, {}, 1);
+        noteCommand(backwards ? Command::FindPrevious : Command::FindNext, {}, 1);
     return outcome;
 }
 

@@ -1,6 +1,6 @@
 #include "editor/control/MacroRecorder.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
 
 #include <utility>
@@ -39,7 +39,7 @@ bool MacroRecorder::typingGoesOn() const {
         return false;
     const qsizetype count = m_steps.size();
     return count == 1 || m_steps[count - 2].kind == MacroStep::Kind::Text ||
-           m_steps[count - 2].command != ControlCommands::RepeatCount;
+           m_steps[count - 2].command != Command::SetRepeatCount;
 }
 
 void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
@@ -54,16 +54,16 @@ void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
 
 /// A macro that was played may have set it otherwise.
 void MacroRecorder::addSetting(const MacroStep& step) {
-    constexpr int FirstSwitch = 230;
-    const auto group = [](int command) { return command < FirstSwitch ? command : command / 2 * 2; };
+    // The two commands that switch one thing on and off have neighbouring numbers.
+    static_assert(Command::RegExpOn % 2 == 0);
+    const auto group = [](int command) { return command < Command::RegExpOn ? command : command / 2 * 2; };
     for (auto known = m_steps.crbegin(); known != m_steps.crend(); ++known) {
-        const ControlCommands::Row* row =
-            known->kind == MacroStep::Kind::Command ? ControlCommands::find(known->command) : nullptr;
+        const Command::Info* row = known->kind == MacroStep::Kind::Command ? Command::infoOf(known->command) : nullptr;
         if (row == nullptr)
             continue;
-        if (row->kind == ControlCommands::Kind::Plays)
+        if (row->kind == Command::Kind::Plays)
             break;
-        if (row->kind == ControlCommands::Kind::Sets && group(known->command) == group(step.command)) {
+        if (row->kind == Command::Kind::Sets && group(known->command) == group(step.command)) {
             if (*known == step)
                 return;
             break;

@@ -1,8 +1,8 @@
 #include "editor/control/TextControl.h"
 
 #include "editor/access/EditorAccessible.h"
-#include "editor/commands/ControlCommands.h"
 #include "editor/commands/LineCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/EditScope.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/control/LanguageIndent.h"
@@ -341,7 +341,7 @@ void TextControl::Redo() {
 void TextControl::SelectAll() {
     const EditScope scope(*this);
     send(SCI_SELECTALL);
-    noteCommand(ControlCommands::SelectAll, {}, 1);
+    noteCommand(Command::SelectAll, {}, 1);
 }
 
 void TextControl::GotoTextLine(qint64 line) {

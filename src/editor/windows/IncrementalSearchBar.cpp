@@ -1,6 +1,6 @@
 #include "editor/windows/IncrementalSearchBar.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
@@ -141,7 +141,7 @@ SearchOutcome IncrementalSearchBar::findTyped() {
     const QPointer<IncrementalSearchBar> alive(this);
     const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
     if (alive && outcome != SearchOutcome::Failed)
-        m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
+        m_control.noteSearch(m_backwards ? Command::FindPrevious : Command::FindNext);
     return outcome;
 }
 

@@ -2,6 +2,7 @@
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
+#include "editor/control/CommandNumbers.h"
 #include "properties/frmMacro.h"
 #include "properties/ucMarco.h"
 #include "settings/Settings.h"
@@ -15,11 +16,7 @@
 
 #include <QAction>
 
-namespace {
-
-constexpr int Macros = 10;
-
-}  // namespace
+namespace {}  // namespace
 
 MacroMenu::MacroMenu(FrameParts& parts) : m_parts(parts) {}
 
@@ -48,7 +45,7 @@ void MacroMenu::UpdateMacroMenu() {
     m_parts.commands->entry("mnuMacroSep02")->setVisible(true);
     QAction* placeholder = m_parts.menuSlots->slot("mnuExecMacro", 0);
     placeholder->setVisible(true);
-    for (int macro = 1; macro <= Macros; ++macro) {
+    for (int macro = 1; macro <= Command::Macros; ++macro) {
         const QString caption = captionOf(macro);
         QAction* slot = m_parts.menuSlots->slot("mnuExecMacro", macro);
         slot->setVisible(!caption.isEmpty());

@@ -1,4 +1,4 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
 #include "editor/held/Margins.h"
 #include "editor/held/ScintillaColour.h"
@@ -282,8 +282,8 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
     const QStringList before{u"alpha beta"_qs, u"gamma del"_qs, u"zeta eta x"_qs, QString()};
     for (const int steps : {0, 1, 3}) {
         for (const bool typed : {false, true}) {
-            for (const ControlCommands::Row& row : ControlCommands::all()) {
-                if (row.kind != ControlCommands::Kind::Keyed && row.kind != ControlCommands::Kind::Edits)
+            for (const Command::Info& row : Command::all()) {
+                if (row.kind != Command::Kind::Keyed && row.kind != Command::Kind::Edits)
                     continue;
                 put(before.join(u'\n'), 6);
                 key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
