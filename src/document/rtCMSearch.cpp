@@ -3,6 +3,11 @@
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
@@ -34,22 +39,22 @@ class RecordedSearch {
         : m_control(&control),
           m_command(command),
           m_steps(stepCount()),
-          m_anchor(control.AnchorPosition()),
-          m_caret(control.CaretPosition()) {}
+          m_anchor(control.selected().AnchorPosition()),
+          m_caret(control.selected().CaretPosition()) {}
     ~RecordedSearch() {
-        MacroRecorder* recorder = m_control ? m_control->recording() : nullptr;
+        MacroRecorder* recorder = m_control ? m_control->macros().recording() : nullptr;
         if (recorder == nullptr)
             return;
         recorder->cutTo(m_steps);
-        if (m_anchor != m_control->AnchorPosition() || m_caret != m_control->CaretPosition())
-            m_control->noteSearch(m_command);
+        if (m_anchor != m_control->selected().AnchorPosition() || m_caret != m_control->selected().CaretPosition())
+            m_control->macros().noteSearch(m_command);
     }
     RecordedSearch(const RecordedSearch&) = delete;
     RecordedSearch& operator=(const RecordedSearch&) = delete;
 
  private:
     qsizetype stepCount() const {
-        const MacroRecorder* recorder = m_control->recording();
+        const MacroRecorder* recorder = m_control->macros().recording();
         return recorder == nullptr ? 0 : recorder->steps().size();
     }
 
@@ -87,7 +92,7 @@ void rtCM::connectSearch() {
             Redraw();
     });
     connect(m_control, &TextControl::AfterFind, this, &rtCM::AfterFind);
-    m_control->setSearchWatch([this](bool takesLong) { return searchGoesOn(takesLong); });
+    m_control->search().setSearchWatch([this](bool takesLong) { return searchGoesOn(takesLong); });
     m_control->installEventFilter(this);
     connect(m_control, &TextControl::MouseDown, this, [this](Qt::MouseButton button, int x, int y) {
         Q_EMIT MouseDown(button, x, y);
@@ -122,7 +127,7 @@ void rtCM::setSearchWholeWord(bool on) {
 }
 
 void rtCM::SetFindText(const QString& pFindText) {
-    m_control->setSearchText(pFindText);
+    m_control->search().setSearchText(pFindText);
 }
 
 void rtCM::takeProgramFlags() {
@@ -258,8 +263,8 @@ bool rtCM::foundAround(int find, int goToEnd) {
 /// The control has gone around the end of the text by itself, or was sent to the other end.
 void rtCM::giveBack(const KeptView& before) {
     {
-        const TextControl::Unrecorded part(*m_control);
-        m_control->giveBack(before);
+        const Unrecorded part(*m_control);
+        m_control->selected().giveBack(before);
     }
     HighLightLine();
     Q_EMIT SelChange();
@@ -304,7 +309,7 @@ void rtCM::FindAllMatch(const QString& pFindText, QString& pListResults, bool pR
     SetFindText(pFindText);
     MatchList list;
     overAllMatches([&](const std::function<bool()>& goesOn) {
-        m_control->findAll([&](const MatchPlace& match) {
+        m_control->search().findAll([&](const MatchPlace& match) {
             list.add(match.line, match.position, match.length);
             return goesOn();
         });
@@ -318,14 +323,14 @@ void rtCM::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QS
     if (pFindText.isEmpty() || m_control->heldText().length() == 0)
         return;
     setSearchRegExp(pRegExp);
-    m_control->setPreserveCase(pPreserveCase);
+    m_control->search().setPreserveCase(pPreserveCase);
     setSearchCaseSensitive(pCaseSensitive);
     setSearchWholeWord(pWholeWord);
     SetFindText(pFindText);
-    m_control->setReplacementText(pReplace);
+    m_control->search().setReplacementText(pReplace);
     MatchList list;
     overAllMatches([&](const std::function<bool()>& goesOn) {
-        m_control->replaceAll(
+        m_control->replacing().replaceAll(
             {goesOn, [&](const MatchPlace& match) { list.add(match.line, match.position, pReplace.size()); }});
     });
     pListResults = list.text();
@@ -358,15 +363,15 @@ void rtCM::BookmarkLast() {
 }
 
 void rtCM::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {
-    m_control->setBookmarkAt(pLine - 1, pBookmarked);
+    m_control->bookmarks().setBookmarkAt(pLine - 1, pBookmarked);
 }
 
 void rtCM::clickLeftMargin(Qt::MouseButton button, int x, int y) {
     if (!ClickLeftMarginBookmark || button != Qt::LeftButton || x < MarginFrom || x >= MarginTo)
         return;
-    const qint64 line = m_control->lineAtPoint(x + TextBeside, y);
-    const bool bookmarked = !m_control->BookmarkAt(line);
-    m_control->setBookmarkAt(line, bookmarked);
+    const qint64 line = m_control->selected().lineAtPoint(x + TextBeside, y);
+    const bool bookmarked = !m_control->bookmarks().BookmarkAt(line);
+    m_control->bookmarks().setBookmarkAt(line, bookmarked);
     Q_EMIT ClickLeftMargin(line, bookmarked);
     Redraw();
 }

@@ -1,5 +1,7 @@
 #include "document/ContextMenus.h"
 #include "document/DocumentFixture.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "widgets/MenuStyle.h"
 
@@ -146,7 +148,7 @@ TEST_F(ContextMenusOfADocument, TheHexMenuFollowsTheLock) {
 }
 
 TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
-    control().type(u"one two"_qs);
+    control().typing().type(u"one two"_qs);
     text("mnuSelectAll").trigger();
     EXPECT_EQ(view().SelText(), u"one two"_qs);
     text("mnuToUpper").trigger();
@@ -174,11 +176,11 @@ TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
 }
 
 TEST_F(ContextMenusOfADocument, BookmarksAreSetAndWalked) {
-    control().type(u"1\n2\n3"_qs);
+    control().typing().type(u"1\n2\n3"_qs);
     for (const int line : {2, 0}) {
         control().GotoTextLine(line);
         text("mnuToggleBookmark").trigger();
-        EXPECT_TRUE(control().BookmarkAt(line));
+        EXPECT_TRUE(control().bookmarks().BookmarkAt(line));
     }
     text("mnuLastBookmark").trigger();
     EXPECT_EQ(control().CurrentLine(), 2);

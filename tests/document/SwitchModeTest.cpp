@@ -1,4 +1,5 @@
 #include "document/HexDocumentFixture.h"
+#include "editor/control/ControlBookmarks.h"
 #include "hex/bytes/WorkingCopy.h"
 
 #include <QSignalSpy>
@@ -186,7 +187,7 @@ TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
     EXPECT_EQ(view().CurrentLine(), 0);
     EXPECT_EQ(view().SelLength(), 0);
     EXPECT_FALSE(control().CanUndo());
-    EXPECT_FALSE(control().BookmarkAt(2));
+    EXPECT_FALSE(control().bookmarks().BookmarkAt(2));
 }
 
 TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {

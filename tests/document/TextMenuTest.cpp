@@ -1,4 +1,6 @@
 #include "document/DocumentFixture.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlTyping.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -66,7 +68,7 @@ class TextMenu : public DocumentFixture {
         const QByteArray name(chosen.name);
         QGuiApplication::clipboard()->setText(u"held"_qs);
         view().setText(QString());
-        control().type(QString::fromLatin1(chosen.text));
+        control().typing().type(QString::fromLatin1(chosen.text));
         control().setSelection(chosen.anchor, chosen.caret);
         if (name == "mnuRedo")
             view().Undo();
@@ -81,7 +83,7 @@ class TextMenu : public DocumentFixture {
         QString seen;
         qint64 position = 0;
         for (qint64 line = 0; line < view().TotalLines(); ++line) {
-            if (control().BookmarkAt(line))
+            if (control().bookmarks().BookmarkAt(line))
                 seen += u'*';
             const QString text = view().GetLine(line) + (line + 1 < view().TotalLines() ? u"\n"_qs : QString());
             for (qsizetype unit = 0; unit <= text.size(); ++unit) {

@@ -1,4 +1,5 @@
 #include "document/DocumentFixture.h"
+#include "editor/control/ControlBookmarks.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -158,12 +159,12 @@ TEST_F(DocumentSearch, AllBookmarksAreClearedAfterAYes) {
     m_document.EnableBookmarkAt(2, true);
     m_prompts.answerNo();
     m_document.ClearAllBookmark();
-    EXPECT_TRUE(control().BookmarkAt(0));
-    EXPECT_TRUE(control().BookmarkAt(1));
+    EXPECT_TRUE(control().bookmarks().BookmarkAt(0));
+    EXPECT_TRUE(control().bookmarks().BookmarkAt(1));
     m_prompts.answerYes();
     m_document.ClearAllBookmark();
-    EXPECT_FALSE(control().BookmarkAt(0));
-    EXPECT_FALSE(control().BookmarkAt(1));
+    EXPECT_FALSE(control().bookmarks().BookmarkAt(0));
+    EXPECT_FALSE(control().bookmarks().BookmarkAt(1));
     EXPECT_EQ(m_prompts.questions, (QStringList{u"Clear all bookmarks?"_qs, u"Clear all bookmarks?"_qs}));
 }
 

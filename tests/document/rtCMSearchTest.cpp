@@ -1,5 +1,9 @@
 #include "document/DocumentFixture.h"
 #include "document/rtCM.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 
 #include <QMouseEvent>
@@ -34,7 +38,9 @@ class TextViewSearch : public testing::Test {
         m_view.control().setSelection(anchor, caret);
         m_moves.clear();
     }
-    Selected selected() const { return {m_view.control().AnchorPosition(), m_view.control().CaretPosition()}; }
+    Selected selected() const {
+        return {m_view.control().selected().AnchorPosition(), m_view.control().selected().CaretPosition()};
+    }
     bool next(const char* text) { return m_view.FindNext(QString::fromUtf8(text)); }
     bool previous(const char* text) { return m_view.FindPrev(QString::fromUtf8(text)); }
     QString all(const char* text, bool regExp = false, bool caseSensitive = false, bool wholeWord = false) {
@@ -277,7 +283,7 @@ TEST_F(TextViewSearch, AFailureLeavesARectangle) {
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARET), 11);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(m_view.Text().count(u'-'), 2);
 }
 
@@ -428,7 +434,7 @@ TEST_F(TextViewSearch, AnEmptyDocumentIsSentNoCommand) {
     EXPECT_EQ(all("x", true), QString());
     EXPECT_EQ(replaced("x", "y", true), QString());
     EXPECT_EQ(failures.count(), 0);
-    EXPECT_EQ(m_view.control().searchText(), u"kept"_qs);
+    EXPECT_EQ(m_view.control().search().searchText(), u"kept"_qs);
     EXPECT_FALSE(m_view.SearchRegExp());
     EXPECT_EQ(m_changes.count(), 0);
 }
@@ -589,12 +595,12 @@ TEST_F(TextViewSearch, BookmarkCommandsGoThroughTheMarkedLines) {
     m_view.PrevBookmark();
     EXPECT_EQ(m_view.CurrentLine(), 3);
     m_view.ToggleBookmark();
-    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(3));
     m_view.EnableBookmarkAt(2, false);
-    EXPECT_FALSE(m_view.control().BookmarkAt(1));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(1));
     m_view.ToggleBookmark();
     m_view.ClearAllBookmark();
-    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(3));
 }
 
 class TextViewMargin : public TextViewSearch {
@@ -618,7 +624,7 @@ class TextViewMargin : public TextViewSearch {
         QMouseEvent event(type, place, surface->mapToGlobal(place), button, held, Qt::NoModifier);
         QCoreApplication::sendEvent(surface, &event);
     }
-    bool marked() const { return m_view.control().BookmarkAt(2); }
+    bool marked() const { return m_view.control().bookmarks().BookmarkAt(2); }
 
     QSignalSpy m_clicks{&m_view, &rtCM::ClickLeftMargin};
     QSignalSpy m_presses{&m_view, &rtCM::MouseDown};

@@ -5,6 +5,7 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
@@ -143,7 +144,7 @@ class FrameFixture : public testing::Test {
     const QList<frmDocument*>& documents() { return parts().children->documents(); }
     frmDocument* active() { return parts().children->active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
-    void type(const QString& text) { control().type(text); }
+    void type(const QString& text) { control().typing().type(text); }
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(u"TabStrip1"_qs); }
     QAction* entry(const char* name) { return parts().commands->entry(name); }
     QAction* button(const char* key) { return parts().commands->button(key); }

@@ -2,21 +2,26 @@
 
 #include "editor/commands/CaseCommands.h"
 #include "editor/commands/LineCommands.h"
+#include "editor/commands/SearchCommands.h"
 #include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/ControlPrompts.h"
 #include "editor/windows/ControlProperties.h"
-#include "editor/windows/MatchHighlight.h"
 #include "editor/windows/SearchWindows.h"
-
-#include <QPointer>
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
 
+using SearchCommands::Direction;
+using SearchCommands::findAndMark;
 using Sci = QsciScintillaBase;
+using Wrap = ControlSearch::Wrap;
 using Text = const QString&;
 
 void goToLine(TextControl& control, const QString& argument) {
@@ -31,14 +36,6 @@ void setRepeatCount(TextControl& control, const QString& argument) {
         ControlPrompts::askRepeatCount(control);
     else
         control.setRepeatCount(argument.toInt());
-}
-
-/// What a person searches for without a window of its own stays marked.
-void findAndMark(TextControl& control, SearchOutcome (TextControl::*find)()) {
-    const QPointer<TextControl> alive(&control);
-    (control.*find)();
-    if (alive)
-        MatchHighlight::of(control).keep();
 }
 
 struct Row {
@@ -58,7 +55,7 @@ constexpr Row Rows[] = {
     {Command::DeleteToStartOfLine, [](TextControl& control, Text) { LineCommands::deleteToStart(control); }},
     {Command::DeleteToEndOfLine, [](TextControl& control, Text) { LineCommands::deleteToEnd(control); }},
     {Command::DeleteLine, [](TextControl& control, Text) { LineCommands::deleteLines(control); }},
-    {Command::CutLine, [](TextControl& control, Text) { LineCommands::cutLines(control); }},
+    {Command::CutLine, [](TextControl& control, Text) { LineCommands::cutLines(control, control.clipboard()); }},
     {Command::SelectParagraph, [](TextControl& control, Text) { LineCommands::selectParagraph(control); }},
     {Command::SelectLine, [](TextControl& control, Text) { LineCommands::selectLines(control); }},
     {Command::SelectAll, [](TextControl& control, Text) { control.SelectAll(); }},
@@ -77,38 +74,42 @@ constexpr Row Rows[] = {
     {Command::IncrementalSearch, [](TextControl& control, Text) { SearchWindows::openIncremental(control, false); }},
     {Command::ReverseIncrementalSearch,
      [](TextControl& control, Text) { SearchWindows::openIncremental(control, true); }},
-    {Command::FindNext, [](TextControl& control, Text) { findAndMark(control, &TextControl::findNext); }},
-    {Command::FindPrevious, [](TextControl& control, Text) { findAndMark(control, &TextControl::findPrevious); }},
-    {Command::ReplaceNext, [](TextControl& control, Text) { control.replaceNext(); }},
-    {Command::ReplaceSelected, [](TextControl& control, Text) { control.replaceSelectedMatch(); }},
-    {Command::ReplaceAll, [](TextControl& control, Text) { control.replaceAll(); }},
-    {Command::ReplaceAllInSelection, [](TextControl& control, Text) { control.replaceAllIn(control.selectedBytes()); }},
-    {Command::SetSearchText, [](TextControl& control, Text text) { control.setSearchText(text); }},
-    {Command::SetReplacementText, [](TextControl& control, Text text) { control.setReplacementText(text); }},
+    {Command::FindNext, [](TextControl& control, Text) { findAndMark(control, Direction::Forwards, Wrap::Around); }},
+    {Command::FindPrevious,
+     [](TextControl& control, Text) { findAndMark(control, Direction::Backwards, Wrap::Around); }},
+    {Command::ReplaceNext, [](TextControl& control, Text) { control.replacing().replaceNext(); }},
+    {Command::ReplaceSelected, [](TextControl& control, Text) { control.replacing().replaceSelectedMatch(); }},
+    {Command::ReplaceAll, [](TextControl& control, Text) { control.replacing().replaceAll(); }},
+    {Command::ReplaceAllInSelection,
+     [](TextControl& control, Text) { control.replacing().replaceAllIn(control.selected().selectedBytes()); }},
+    {Command::SetSearchText, [](TextControl& control, Text text) { control.search().setSearchText(text); }},
+    {Command::SetReplacementText, [](TextControl& control, Text text) { control.search().setReplacementText(text); }},
     {Command::RegExpOn, [](TextControl& control, Text) { control.setSearchRegExp(true); }},
     {Command::RegExpOff, [](TextControl& control, Text) { control.setSearchRegExp(false); }},
     {Command::WholeWordOn, [](TextControl& control, Text) { control.setSearchWholeWord(true); }},
     {Command::WholeWordOff, [](TextControl& control, Text) { control.setSearchWholeWord(false); }},
-    {Command::PreserveCaseOn, [](TextControl& control, Text) { control.setPreserveCase(true); }},
-    {Command::PreserveCaseOff, [](TextControl& control, Text) { control.setPreserveCase(false); }},
+    {Command::PreserveCaseOn, [](TextControl& control, Text) { control.search().setPreserveCase(true); }},
+    {Command::PreserveCaseOff, [](TextControl& control, Text) { control.search().setPreserveCase(false); }},
     {Command::MatchCaseOn, [](TextControl& control, Text) { control.setSearchCaseSensitive(true); }},
     {Command::MatchCaseOff, [](TextControl& control, Text) { control.setSearchCaseSensitive(false); }},
-    {Command::ToggleBookmark, [](TextControl& control, Text) { control.ToggleBookmark(); }},
-    {Command::PreviousBookmark, [](TextControl& control, Text) { control.PrevBookmark(); }},
-    {Command::NextBookmark, [](TextControl& control, Text) { control.NextBookmark(); }},
-    {Command::ClearAllBookmarks, [](TextControl& control, Text) { control.ClearAllBookmarks(); }},
-    {Command::FirstBookmark, [](TextControl& control, Text) { control.FirstBookmark(); }},
-    {Command::LastBookmark, [](TextControl& control, Text) { control.LastBookmark(); }},
+    {Command::ToggleBookmark, [](TextControl& control, Text) { control.bookmarks().ToggleBookmark(); }},
+    {Command::PreviousBookmark, [](TextControl& control, Text) { control.bookmarks().PrevBookmark(); }},
+    {Command::NextBookmark, [](TextControl& control, Text) { control.bookmarks().NextBookmark(); }},
+    {Command::ClearAllBookmarks, [](TextControl& control, Text) { control.bookmarks().ClearAllBookmarks(); }},
+    {Command::FirstBookmark, [](TextControl& control, Text) { control.bookmarks().FirstBookmark(); }},
+    {Command::LastBookmark, [](TextControl& control, Text) { control.bookmarks().LastBookmark(); }},
     {Command::GoToStartOfText, [](TextControl& control, Text) { control.runCommand(Sci::SCI_DOCUMENTSTART); }},
     {Command::GoToEndOfText, [](TextControl& control, Text) { control.runCommand(Sci::SCI_DOCUMENTEND); }},
 };
 
 }  // namespace
 
-bool ControlCommands::run(TextControl& control, int number, const QString& argument) {
+void ControlCommands::run(TextControl& control, int number, const QString& argument) {
+    if (number == Command::RecordMacro)
+        return m_macros.record(control);
+    if (number > Command::MacroBase && number <= Command::MacroBase + Command::Macros)
+        return m_macros.play(control, number - Command::MacroBase);
     const auto* row = std::ranges::find(Rows, number, &Row::number);
-    if (row == std::end(Rows))
-        return false;
-    row->run(control, argument);
-    return true;
+    if (row != std::end(Rows))
+        row->run(control, argument);
 }

@@ -1,15 +1,18 @@
 #pragma once
 
+#include "editor/commands/MacroCommands.h"
+
 #include <QString>
 
 class TextControl;
 
-/// The commands that are made of more than the control itself: of words and lines, with windows, searches and
-/// bookmarks.
-namespace ControlCommands {
+/// Carries out the numbered commands of one control that are no Scintilla messages. Owned by the control's command
+/// runner (see makeEditor()). Searches and macros run the event loop; the control may be destroyed then.
+class ControlCommands {
+ public:
+    /// Does nothing for a number that is none of these (see CommandNumbers.h).
+    void run(TextControl& control, int number, const QString& argument);
 
-/// Carries out a command by its number (CommandNumbers.h). False when it is not one of these. Runs inside a scope of
-/// the control; the control may be destroyed when it returns, since searches run the event loop.
-bool run(TextControl& control, int number, const QString& argument);
-
-}  // namespace ControlCommands
+ private:
+    MacroCommands m_macros;
+};

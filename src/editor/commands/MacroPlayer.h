@@ -38,6 +38,8 @@ class MacroPlayer {
 
  private:
     void playOnce(const QList<MacroStep>& steps);
+    bool playStep(const MacroStep& step);
+    void playText(const QString& text);
     void yield();
     QString whyNothingWasDone(const MacroStep& step) const;
 

@@ -1,20 +1,20 @@
 #include "editor/control/MacroRecorder.h"
 
 #include "editor/control/CommandNumbers.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 
 #include <utility>
 
-bool MacroRecorder::follows(const TextControl& control) const {
-    return m_recording && m_control.data() == &control;
+bool MacroRecorder::follows(const EditView& view) const {
+    return m_recording && m_view.data() == &view;
 }
 
-void MacroRecorder::begin(TextControl& control) {
+void MacroRecorder::begin(EditView& view) {
     m_steps.clear();
     m_missed = 0;
-    m_control = &control;
+    m_view = &view;
     m_recording = true;
-    m_death = connect(&control, &QObject::destroyed, this, [this] {
+    m_death = connect(&view, &QObject::destroyed, this, [this] {
         m_steps.clear();
         end();
     });
@@ -29,7 +29,7 @@ QList<MacroStep> MacroRecorder::finish() {
 
 void MacroRecorder::end() {
     m_recording = false;
-    m_control = nullptr;
+    m_view = nullptr;
     Q_EMIT changed();
 }
 

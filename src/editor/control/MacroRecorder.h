@@ -6,7 +6,7 @@
 #include <QObject>
 #include <QPointer>
 
-class TextControl;
+class EditView;
 
 /// The steps of a macro while it is recorded. It follows the one control that it was begun in, and is over without a
 /// macro when that goes.
@@ -17,9 +17,9 @@ class MacroRecorder : public QObject {
     using QObject::QObject;
 
     bool isRecording() const { return m_recording; }
-    bool follows(const TextControl& control) const;
+    bool follows(const EditView& view) const;
 
-    void begin(TextControl& control);
+    void begin(EditView& view);
     /// Ends the recording, and gives what was recorded.
     QList<MacroStep> finish();
 
@@ -44,7 +44,7 @@ class MacroRecorder : public QObject {
     bool typingGoesOn() const;
 
     bool m_recording = false;
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
     QMetaObject::Connection m_death;
     QList<MacroStep> m_steps;
     bool m_open = false;  ///< typed text may go on with the last step

@@ -3,13 +3,13 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
-class TextControl;
+class EditView;
 
 /// Tells a person that a search of a control takes long, and how to end it, until this object goes. The search's watch
 /// owns it.
 class SearchNotice {
  public:
-    explicit SearchNotice(TextControl& control);
+    explicit SearchNotice(EditView& view);
     ~SearchNotice();
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
@@ -18,7 +18,7 @@ class SearchNotice {
     bool lookAtClock();
 
  private:
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
     QElapsedTimer m_since;
     bool m_shown = false;
 };

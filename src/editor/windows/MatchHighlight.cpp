@@ -1,5 +1,6 @@
 #include "editor/windows/MatchHighlight.h"
 
+#include "editor/control/ControlSearch.h"
 #include "editor/control/TextControl.h"
 #include "editor/held/ScintillaColour.h"
 #include "text/search/MatchScan.h"
@@ -55,6 +56,7 @@ MatchHighlight::MatchHighlight(TextControl& control) : QObject(&control), m_cont
     m_later.setSingleShot(true);
     m_later.setInterval(DelayMilliseconds);
     connect(&m_later, &QTimer::timeout, this, &MatchHighlight::refresh);
+    connect(&control, &TextControl::aboutToBeDestroyed, this, [this] { delete this; });
     connect(&control, &TextControl::SearchChanged, this, [this] {
         m_kept = false;
         m_later.start();
@@ -120,7 +122,7 @@ void MatchHighlight::clear() {
 
 std::vector<TextMatch> MatchHighlight::visibleMatches() const {
     std::vector<TextMatch> found;
-    const auto pattern = m_control.searchPattern();
+    const auto pattern = m_control.search().searchPattern();
     if (!pattern)
         return found;
     const HeldText& text = m_control.heldText();

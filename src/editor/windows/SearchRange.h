@@ -24,7 +24,7 @@ class SearchRange : public QObject {
 
  private:
     void takeSelectedAnew();
-    void textAboutToChange(int at, int type, int length);
+    void textAboutToChange(qint64 at, qint64 length, bool inserts);
 
     TextControl& m_control;
     std::optional<TextMatch> m_range;

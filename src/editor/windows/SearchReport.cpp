@@ -1,5 +1,6 @@
 #include "editor/windows/SearchReport.h"
 
+#include "editor/control/ControlSearch.h"
 #include "editor/control/TextControl.h"
 
 #include <QAccessible>
@@ -8,7 +9,7 @@
 namespace SearchReport {
 
 QString errorSentence(const TextControl& control) {
-    const SearchError& error = control.searchError();
+    const SearchError& error = control.search().searchError();
     if (error.position < 0)
         return error.sentence;
     return TextControl::tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);

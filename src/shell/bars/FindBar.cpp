@@ -115,7 +115,7 @@ void FindBar::FindPrevious() {
 }
 
 void FindBar::takeFindHistory() {
-    const QStringList entries = TextControl::FindHistory().split(u'\n');
+    const QStringList entries = SearchHistory::ofFinds().text().split(u'\n');
     for (const QString& entry : entries)
         AddSearchKey(entry, false);
 }

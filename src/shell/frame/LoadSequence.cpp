@@ -2,6 +2,7 @@
 
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
+#include "editor/control/ControlLook.h"
 #include "editor/control/TextControl.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
@@ -87,8 +88,8 @@ void LoadSequence::hookOpenCheck() {
 
 void LoadSequence::readFirstSettings() {
     const TextControl fresh;
-    m_parts.options->FontName = fresh.FontName();
-    m_parts.options->FontSize = static_cast<qint16>(fresh.FontSize());
+    m_parts.options->FontName = fresh.look().FontName();
+    m_parts.options->FontSize = static_cast<qint16>(fresh.look().FontSize());
     loadFirstOptions(*m_parts.settings, *m_parts.options);
     m_parts.searchToggles->showOptions();
 }

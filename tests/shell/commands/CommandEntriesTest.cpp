@@ -1,3 +1,4 @@
+#include "editor/control/ControlBookmarks.h"
 #include "shell/FrameFixture.h"
 #include "shell/bars/CoolBar.h"
 #include "shell/commands/CommandTable.h"
@@ -186,7 +187,7 @@ TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(active()->GetEditor()->SelText(), u"one\n"_qs);
     press(Qt::Key_F2, Qt::ControlModifier);
-    EXPECT_TRUE(control().BookmarkAt(control().CurrentLine()));
+    EXPECT_TRUE(control().bookmarks().BookmarkAt(control().CurrentLine()));
 }
 
 TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {

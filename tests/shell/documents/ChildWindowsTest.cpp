@@ -1,3 +1,4 @@
+#include "editor/control/ControlTyping.h"
 #include "shell/FrameFixture.h"
 #include "shell/bars/StatusPanel.h"
 #include "shell/commands/PanelRequests.h"
@@ -327,7 +328,7 @@ TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
     startWith(2);
     const QString before = parts().status->text(2);
     TextControl& behind = documents().first()->GetEditor()->control();
-    behind.type(u"one\ntwo"_qs);
+    behind.typing().type(u"one\ntwo"_qs);
     behind.setSelection(1, 2);
     EXPECT_EQ(parts().status->text(2), before);
     strip().setCurrentIndex(0);
