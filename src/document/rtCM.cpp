@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/NumberText.h"
+#include "document/TextViewSearch.h"
 #include "editor/Editor.h"
 #include "editor/control/ControlClipboard.h"
 #include "editor/control/ControlFile.h"
@@ -52,7 +53,8 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       m_prompts(services.prompts),
       m_options(services.options),
       m_globals(services.globals),
-      m_control(makeEditor(this)) {
+      m_control(makeEditor(this)),
+      m_search(std::make_unique<TextViewSearch>(*m_control, m_options, IgnoreCmdFailure)) {
     setObjectName(u"rtCM1"_qs);
     m_control->setObjectName(u"TextControl1"_qs);
     m_control->look().setTheme(&services.globals.theme);

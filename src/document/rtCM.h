@@ -10,13 +10,15 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
-class TextControl;
-class KeptView;
 class Prompts;
+class TextControl;
+class TextViewSearch;
 struct DocumentServices;
 struct EditorGlobals;
 struct Options;
+struct SearchFlags;
 struct SystemError;
 
 /// The text view: a facade of one editing control, through which everything the program does to text goes. Owned by the
@@ -201,8 +203,8 @@ class rtCM : public QWidget, public DocumentView {
     void SetInactiveMargin();
 
     // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev go by the program-wide flags, the others by those
-    // they are given; where a search ends that goes no further by itself, ContinueSearch has it begin anew at the other
-    // end. A search that finds nothing gives the selection back, lets events run once and answers false.
+    // they are given; with ContinueSearch a search continues from the other end of the text. A search that finds
+    // nothing leaves the selection as it was, runs the event loop once and returns false.
     bool SearchCaseSensitive() const;
     void setSearchCaseSensitive(bool on);
     bool SearchRegExp() const;
@@ -219,7 +221,7 @@ class rtCM : public QWidget, public DocumentView {
     bool FindNext(const QString& pFindText) override;
     bool FindPrev(const QString& pFindText) override;
     bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
-    bool wasSearchStopped() const override { return m_searchStopped; }
+    bool wasSearchStopped() const override;
     /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has.
     void StopSearch();
 
@@ -283,21 +285,16 @@ class rtCM : public QWidget, public DocumentView {
     QByteArray wholeText() const;
 
     void connectSearch();
-    void takeProgramFlags();
-    bool foundBy(int command);
-    bool findAround(const QString& text, int find, int goToEnd);
-    bool foundAround(int find, int goToEnd);
-    void giveBack(const KeptView& before);
-    bool searchGoesOn(bool takesLong);
-    void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
-    void clickLeftMargin(Qt::MouseButton button, int x, int y);
+    void openSearchWindow(int command);
+    bool reportFind(const std::function<bool()>& find);
+    bool prepareList(const QString& text, const SearchFlags& flags);
+    void clickLeftMargin(qint64 line);
 
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
     TextControl* m_control;
+    std::unique_ptr<TextViewSearch> m_search;
     QString m_language;  ///< upper case; empty without one
     qint64 m_lastHighlightLine = -1;
-    bool m_findFailed = false;
-    bool m_searchStopped = false;
 };

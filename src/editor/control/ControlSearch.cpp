@@ -169,13 +169,19 @@ SearchOutcome ControlSearch::findLast(Rule lastMatch, const SearchPattern& patte
     const HeldText& text = m_view.heldText();
     const TextMap& map = m_view.map();
     const qint64 from = m_view.send(Sci::SCI_GETSELECTIONSTART);
-    auto found = lastMatch(pattern, text, map, from, alsoHere, error, watchOfSearch());
+    // What may match across line ends may begin in front of where the search began.
+    const qint64 lowest = mayCrossLines() ? 0 : from;
+    auto found = lastMatch(pattern, text, map, from, alsoHere, error, watchOfSearch(), 0);
     const bool wrapped = !found && !error && wrap == Wrap::Around;
     if (wrapped)
-        found = lastMatch(pattern, text, map, text.length(), true, error, watchOfSearch());
+        found = lastMatch(pattern, text, map, text.length(), true, error, watchOfSearch(), lowest);
     if (!alive)
         return SearchOutcome::Failed;
     return error ? fail(error) : outcomeOf(found, wrapped);
+}
+
+bool ControlSearch::mayCrossLines() const {
+    return m_search.flags.regExp || m_search.text.contains(u'\n') || m_search.text.contains(u'\r');
 }
 
 MatchPlace ControlSearch::placeOf(const TextMatch& match) const {

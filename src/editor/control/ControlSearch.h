@@ -84,6 +84,7 @@ class ControlSearch {
     SearchOutcome findBackward(const SearchPattern& pattern, Wrap wrap);
     template <typename Rule>
     SearchOutcome findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere, Wrap wrap);
+    bool mayCrossLines() const;
     SearchOutcome outcomeOf(const std::optional<TextMatch>& match, bool wrapped);
 
     EditView& m_view;

@@ -108,6 +108,23 @@ TEST_F(FindNext, GoesOnFromTheStartAndTellsOfIt) {
     EXPECT_EQ(failures.count(), 0);
 }
 
+TEST_F(FindNext, EndsAtTheEndOfTheTextWhenToldToStopThere) {
+    using Wrap = ControlSearch::Wrap;
+    hold("one two", "one");
+    control.setSelection(5, 5);
+    EXPECT_EQ(control.search().findNext(Wrap::Stop), SearchOutcome::Failed);
+    EXPECT_EQ(selected(), Selected(5, 5));
+    control.search().setSearchText(u"two"_qs);
+    control.setSelection(2, 2);
+    forgetSignals();
+    EXPECT_EQ(control.search().findPrevious(Wrap::Stop), SearchOutcome::Failed);
+    EXPECT_EQ(selected(), Selected(2, 2));
+    EXPECT_EQ(wraps.count() + moves.count(), 0);
+    EXPECT_EQ(failures.count(), 1);
+    EXPECT_EQ(control.search().findNext(Wrap::Stop), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(4, 7));
+}
+
 TEST_F(FindNext, FailsWhereThereIsNothingAndLeavesTheSelection) {
     hold("one two", "three");
     control.setSelection(5, 2);
