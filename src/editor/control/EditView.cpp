@@ -7,6 +7,7 @@
 #include <QInputMethodEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QResizeEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -123,6 +124,17 @@ QByteArray EditView::withOwnLineEnds(const QString& text) const {
     else if (lineEnd == SC_EOL_CR)
         converted.replace(u'\n', u'\r');
     return wellFormedUtf8(converted);
+}
+
+QString EditView::Text() const {
+    return QString::fromUtf8(bytes(0, m_text.length()));
+}
+
+void EditView::AddText(const QString& text) {
+    openScope(true);
+    const QByteArray utf8 = heldForm(text);
+    SendScintilla(SCI_APPENDTEXT, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+    closeScope();
 }
 
 bool EditView::wouldOutgrow(qint64 bytes) const {
@@ -242,4 +254,37 @@ void EditView::notice(const QString& text) {
 
 void EditView::Redraw() {
     viewport()->update();
+}
+
+// Locked, undo, and the bar below the text
+
+void EditView::setLocked(bool locked) {
+    m_state.locked = locked;
+    send(SCI_SETREADONLY, Locked());
+}
+
+bool EditView::CanUndo() const {
+    return send(SCI_CANUNDO) != 0;
+}
+
+bool EditView::CanRedo() const {
+    return send(SCI_CANREDO) != 0;
+}
+
+void EditView::setBottomBar(QWidget* bar) {
+    m_bottomBar = bar;
+    setViewportMargins(0, 0, 0, bar == nullptr ? 0 : bar->sizeHint().height());
+    placeBottomBar();
+}
+
+void EditView::placeBottomBar() {
+    if (m_bottomBar == nullptr)
+        return;
+    const QRect text = viewport()->geometry();
+    m_bottomBar->setGeometry(text.left(), text.bottom() + 1, text.width(), m_bottomBar->sizeHint().height());
+}
+
+void EditView::resizeEvent(QResizeEvent* event) {
+    QsciScintillaBase::resizeEvent(event);
+    placeBottomBar();
 }

@@ -46,6 +46,8 @@ class EditView : public QsciScintillaBase {
     TextMap& map() { return m_map; }
     Colouring& colouring() const { return *m_colouring; }
     qint64 TotalLines() const { return m_map.lineCount(); }
+    QString Text() const;
+    void AddText(const QString& text);
     /// The text between two bytes as UTF-8, without joints; the second in runs that are valid until the next change.
     QByteArray bytes(qint64 from, qint64 to) const;
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
@@ -58,6 +60,10 @@ class EditView : public QsciScintillaBase {
     /// Counts edits and loads: a place in the text is good as long as this stays the same.
     quint64 changeCount() const { return m_state.changes; }
     bool Locked() const { return m_state.locked || m_state.forcedLock; }
+    /// Ignored with false while the text can only be looked at (see ControlFile::limitations()).
+    void setLocked(bool locked);
+    bool CanUndo() const;
+    bool CanRedo() const;
 
     // The selection in bytes; ControlSelection has the rest
     ByteSelection selection() const;
@@ -81,6 +87,8 @@ class EditView : public QsciScintillaBase {
     /// See TextControl::ExecuteCmd().
     virtual void ExecuteCmd(int number, const QString& argument) = 0;
     void Redraw();
+    /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
+    void setBottomBar(QWidget* bar);
     /// Shows a text in the status bar (signal Notice) until the next key or the next call.
     void notice(const QString& text);
 
@@ -120,11 +128,13 @@ class EditView : public QsciScintillaBase {
     /// The outermost scope has closed, Change and SelChange are about to be emitted: what is shown beside the text is
     /// brought up to date.
     virtual void followEdits(bool changed, bool moved) = 0;
+    void resizeEvent(QResizeEvent* event) override;
 
  private:
     void setUpScintilla();
     void textAboutToChange(qint64 at, int type, qint64 length);
     void checkSelectionLater();
+    void placeBottomBar();
 
     ScintillaText m_text{*this};
     TextMap m_map{m_text};
@@ -133,4 +143,5 @@ class EditView : public QsciScintillaBase {
     JointedCommands m_jointed{*this, m_text, m_map};
     std::unique_ptr<Colouring> m_colouring;
     bool m_noticed = false;
+    QWidget* m_bottomBar = nullptr;
 };

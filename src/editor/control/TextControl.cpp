@@ -26,7 +26,6 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPointer>
-#include <QResizeEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -51,6 +50,34 @@ constexpr auto Vertical = std::to_array<int>(
 
 bool contains(std::span<const int> messages, int message) {
     return std::ranges::find(messages, message) != messages.end();
+}
+
+SearchFlags with(SearchFlags flags, bool SearchFlags::*flag, bool on) {
+    flags.*flag = on;
+    return flags;
+}
+
+/// One Scintilla message, by the part that has its own way of doing it.
+void carryOut(TextControl& control, int message) {
+    switch (message) {
+        case Sci::SCI_CUT:
+            return control.clipboard().Cut();
+        case Sci::SCI_COPY:
+            return control.clipboard().Copy();
+        case Sci::SCI_PASTE:
+            return control.clipboard().Paste();
+        case Sci::SCI_UNDO:
+            return control.Undo();
+        case Sci::SCI_REDO:
+            return control.Redo();
+        case Sci::SCI_NEWLINE:
+            return control.typing().newLine();
+        case Sci::SCI_TAB:
+        case Sci::SCI_BACKTAB:
+            return control.typing().tabKey(message);
+        default:
+            return control.runAcrossJoints(message);
+    }
 }
 
 }  // namespace
@@ -89,10 +116,6 @@ void TextControl::followEdits(bool changed, bool moved) {
 
 // The text
 
-QString TextControl::Text() const {
-    return QString::fromUtf8(bytes(0, heldText().length()));
-}
-
 void TextControl::setText(const QString& text) {
     const EditScope scope(*this, EditScope::Grouped);
     const KeptBookmarks kept(*this);
@@ -110,22 +133,11 @@ void TextControl::setSelText(const QString& text) {
     replaceSelection(heldForm(text));
 }
 
-void TextControl::AddText(const QString& text) {
-    const EditScope scope(*this, EditScope::Grouped);
-    const QByteArray utf8 = heldForm(text);
-    SendScintilla(SCI_APPENDTEXT, static_cast<uintptr_t>(utf8.size()), utf8.constData());
-}
-
 QString TextControl::GetLine(qint64 line) const {
     if (line < 0 || line >= TotalLines())
         return {};
     const qint64 begin = map().lineBegin(line);
     return QString::fromUtf8(bytes(begin, map().lineEndOf(begin)));
-}
-
-void TextControl::setLocked(bool locked) {
-    state().locked = locked;
-    send(SCI_SETREADONLY, Locked());
 }
 
 // The selection
@@ -166,22 +178,16 @@ void TextControl::SelectAll() {
 
 // Search flags
 
-void TextControl::changeFlag(bool SearchFlags::*flag, bool on) {
-    SearchFlags flags = m_search->flags();
-    flags.*flag = on;
-    m_search->setFlags(flags);
-}
-
 void TextControl::setSearchCaseSensitive(bool on) {
-    changeFlag(&SearchFlags::caseSensitive, on);
+    m_search->setFlags(with(m_search->flags(), &SearchFlags::caseSensitive, on));
 }
 
 void TextControl::setSearchRegExp(bool on) {
-    changeFlag(&SearchFlags::regExp, on);
+    m_search->setFlags(with(m_search->flags(), &SearchFlags::regExp, on));
 }
 
 void TextControl::setSearchWholeWord(bool on) {
-    changeFlag(&SearchFlags::wholeWord, on);
+    m_search->setFlags(with(m_search->flags(), &SearchFlags::wholeWord, on));
 }
 
 // Commands
@@ -233,40 +239,10 @@ void TextControl::runCommand(int message) {
     if (contains(Edits, message))
         m_selection->loosenRectangle();
     for (int done = 0; done < times; ++done)
-        carryOut(message);
+        carryOut(*this, message);
     if (vertical)
         m_selection->knowColumn();
     m_macros->noteCommand(message, {}, times);
-}
-
-void TextControl::carryOut(int message) {
-    switch (message) {
-        case SCI_CUT:
-            return m_clipboard->Cut();
-        case SCI_COPY:
-            return m_clipboard->Copy();
-        case SCI_PASTE:
-            return m_clipboard->Paste();
-        case SCI_UNDO:
-            return Undo();
-        case SCI_REDO:
-            return Redo();
-        case SCI_NEWLINE:
-            return m_typing->newLine();
-        case SCI_TAB:
-        case SCI_BACKTAB:
-            return m_typing->tabKey(message);
-        default:
-            return runAcrossJoints(message);
-    }
-}
-
-bool TextControl::CanUndo() const {
-    return send(SCI_CANUNDO) != 0;
-}
-
-bool TextControl::CanRedo() const {
-    return send(SCI_CANREDO) != 0;
 }
 
 void TextControl::Undo() {
@@ -378,24 +354,4 @@ void TextControl::mouseReleaseEvent(QMouseEvent* event) {
 
 void TextControl::wheelEvent(QWheelEvent* event) {
     m_mouse->turnWheel(*event);
-}
-
-void TextControl::resizeEvent(QResizeEvent* event) {
-    EditView::resizeEvent(event);
-    placeBottomBar();
-}
-
-// The bar below the text
-
-void TextControl::setBottomBar(QWidget* bar) {
-    m_bottomBar = bar;
-    setViewportMargins(0, 0, 0, bar == nullptr ? 0 : bar->sizeHint().height());
-    placeBottomBar();
-}
-
-void TextControl::placeBottomBar() {
-    if (m_bottomBar == nullptr)
-        return;
-    const QRect text = viewport()->geometry();
-    m_bottomBar->setGeometry(text.left(), text.bottom() + 1, text.width(), m_bottomBar->sizeHint().height());
 }

@@ -59,12 +59,10 @@ class TextControl : public EditView {
     ControlLook& look() const { return *m_look; }
     ControlFile& file() const { return *m_file; }
 
-    // The text
-    QString Text() const;
+    // The text; what only reads it or appends to it stands in EditView
     void setText(const QString& text);
     QString SelText() const;
     void setSelText(const QString& text);
-    void AddText(const QString& text);
     QString GetLine(qint64 line) const;
 
     // The selection under its public names; selected() has the rest
@@ -76,9 +74,6 @@ class TextControl : public EditView {
     qint64 CurrentLine() const;
     qint64 CurrentColumn() const;
     void SelectAll();
-
-    /// Ignored with false while the text can only be looked at (see ControlFile::limitations()).
-    void setLocked(bool locked);
 
     // Search flags under their public names
     bool SearchCaseSensitive() const { return m_searchState.flags.caseSensitive; }
@@ -94,8 +89,6 @@ class TextControl : public EditView {
     Q_INVOKABLE void ExecuteCmd(int number, const QString& argument = {}) override;
     /// Carries out a Scintilla message as if its key had been pressed: one edit, one undo step, joints crossed.
     void runCommand(int message);
-    bool CanUndo() const;
-    bool CanRedo() const;
     void Undo();
     void Redo();
     /// How often the next command, key or typed text is carried out, all of it as one undo step. Used up by it; Escape
@@ -107,9 +100,6 @@ class TextControl : public EditView {
     /// destroyed when it returns.
     using CommandRunner = std::function<void(TextControl& control, int number, const QString& argument)>;
     void setCommandRunner(CommandRunner runner) { m_runner = std::move(runner); }
-
-    /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
-    void setBottomBar(QWidget* bar);
 
  protected:
     void followEdits(bool changed, bool moved) override;
@@ -131,14 +121,9 @@ class TextControl : public EditView {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:
-    void changeFlag(bool SearchFlags::*flag, bool on);
-    void carryOut(int message);
-    void placeBottomBar();
-
     // In the order in which they use each other
     SearchState m_searchState;
     std::unique_ptr<ControlSelection> m_selection;
@@ -154,5 +139,4 @@ class TextControl : public EditView {
     std::unique_ptr<ControlLook> m_look;
     std::unique_ptr<ControlFile> m_file;
     CommandRunner m_runner;
-    QWidget* m_bottomBar = nullptr;
 };
