@@ -129,7 +129,7 @@ bool TextViewSearch::find(Direction direction) {
         SearchCommands::find(m_control, towards, m_options.ContinueSearch ? Wrap::Around : Wrap::Stop);
     if (!alive)
         return false;
-    m_control.notice(SearchReport::errorSentence(m_control));
+    m_control.notice(SearchReport::errorSentence(m_control.search()));
     if (outcome != SearchOutcome::Failed)
         return true;
     giveBack(before);
@@ -168,7 +168,7 @@ void TextViewSearch::overAllMatches(const std::function<void(const std::function
     if (!alive)
         return;
     m_ignoresFailures = false;
-    m_control.notice(SearchReport::errorSentence(m_control));
+    m_control.notice(SearchReport::errorSentence(m_control.search()));
 }
 
 QString TextViewSearch::findAll() {

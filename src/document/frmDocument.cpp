@@ -8,7 +8,6 @@
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
 #include "platform/FileInfo.h"
 #include "platform/FileType.h"
 #include "platform/Paths.h"
@@ -77,7 +76,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::tellOfDialog);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
     connect(m_text, &rtCM::SelChange, this, [this] { Q_EMIT SelChange(this); });
-    connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
+    connect(m_text, &rtCM::propertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
             [this](int x, int y) { m_menus->show(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });

@@ -5,7 +5,6 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "editor/control/SearchHistory.h"
-#include "editor/control/TextControl.h"
 #include "widgets/Prompts.h"
 
 #include <QPointer>

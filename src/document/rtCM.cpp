@@ -83,6 +83,7 @@ void rtCM::connectControl() {
     connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
     connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::PropertiesChanged, this, &rtCM::propertiesChanged);
     connectSearch();
 }
 
@@ -161,6 +162,10 @@ void rtCM::PropertiesLoad() {
 void rtCM::PropertiesSave() {
     m_globals.profile.save();
     m_globals.theme.save();
+}
+
+QString rtCM::limitations() const {
+    return m_control->file().limitations();
 }
 
 void rtCM::setTextName(const QString& name) {

@@ -104,6 +104,8 @@ class rtCM : public QWidget, public DocumentView {
     void PropertiesLoad();
     void PropertiesSave();
 
+    /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
+    QString limitations() const;
     /// What a screen reader calls the text.
     void setTextName(const QString& name);
 
@@ -273,6 +275,8 @@ class rtCM : public QWidget, public DocumentView {
     void DropFile(const QString& pFilename);
     /// For the status bar, as long as it is true; empty: it is no more.
     void Notice(const QString& text);
+    /// The control's properties dialog changed something.
+    void propertiesChanged();
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -2,14 +2,13 @@
 
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
 
 #include <QKeyEvent>
 
 /// Keys that no menu has taken and that nobody has given to a command. F3 opens the replace dialog with any modifier,
 /// so that Alt+F3 opens both.
 bool rtCM::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != m_control || event->type() != QEvent::KeyPress)
+    if (watched != focusProxy() || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = *static_cast<QKeyEvent*>(event);
     if (IgnoreCmdFailure && key.key() == Qt::Key_Escape) {

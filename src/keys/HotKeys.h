@@ -8,8 +8,8 @@
 
 class RegistryStore;
 
-/// The table of hot keys and their commands (CommandNumbers.h). A plain value; the one that the program uses is owned by
-/// the shell, and KeysPage edits a copy.
+/// The table of hot keys and their commands (CommandNumbers.h). A plain value; the one that the program uses is owned
+/// by the shell, and KeysPage edits a copy.
 class HotKeys {
  public:
     struct Binding {

@@ -1,7 +1,6 @@
 #include "keys/KeysPage.h"
 
 #include "editor/control/CommandNumbers.h"
-#include "editor/control/TextControl.h"
 #include "keys/KeyNames.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -34,7 +33,7 @@ QLabel* labelFor(QWidget& field, const QString& caption) {
 
 }  // namespace
 
-KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, TextControl& control)
+KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, QWidget& control)
     : m_registry(registry),
       m_hotKeys(hotKeys),
       m_edited(hotKeys),

@@ -1,7 +1,6 @@
 #include "keys/MacroDialog.h"
 
 #include "editor/control/CommandNumbers.h"
-#include "editor/control/TextControl.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -40,7 +39,7 @@ QString rowOf(const MacroStep& step) {
 }  // namespace
 
 MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed,
-                         TextControl& control)
+                         QWidget& control)
     : QDialog(&control),
       m_hotKeys(hotKeys),
       m_macros(macros),

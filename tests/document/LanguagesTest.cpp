@@ -1,6 +1,7 @@
 #include "document/DocumentFixture.h"
 #include "document/EditorGlobals.h"
 #include "editor/control/ControlFile.h"
+#include "editor/control/TextControl.h"
 #include "editor/held/Colouring.h"
 
 #include <QDir>

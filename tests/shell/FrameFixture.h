@@ -5,8 +5,6 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
-#include "editor/control/ControlTyping.h"
-#include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
 #include "settings/Options.h"
@@ -144,7 +142,15 @@ class FrameFixture : public testing::Test {
     const QList<frmDocument*>& documents() { return parts().children->documents(); }
     frmDocument* active() { return parts().children->active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
-    void type(const QString& text) { control().typing().type(text); }
+    /// The same as a widget, for those that need not know the control.
+    QWidget& textWidget() { return *active()->GetEditor()->focusProxy(); }
+    QString text() { return active()->GetEditor()->Text(); }
+    void select(qint64 anchor, qint64 caret);
+    bool canUndo();
+    bool isBookmarked(qint64 line);
+    void execute(int command);
+    void setRepeatCount(int times);
+    void type(const QString& text);
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(u"TabStrip1"_qs); }
     QAction* entry(const char* name) { return parts().commands->entry(name); }
     QAction* button(const char* key) { return parts().commands->button(key); }

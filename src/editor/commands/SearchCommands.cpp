@@ -15,7 +15,7 @@ SearchOutcome findAndMark(TextControl& control, Direction direction, ControlSear
     ControlSearch& search = control.search();
     const SearchOutcome outcome = direction == Direction::Backwards ? search.findPrevious(wrap) : search.findNext(wrap);
     if (alive)
-        MatchHighlight::of(control).keep();
+        MatchHighlight::of(control, search).keep();
     return outcome;
 }
 

@@ -21,14 +21,23 @@ using ScintillaColour::readableOn;
 namespace {
 
 constexpr QColor BadBrace(176, 0, 0);
+/// Where the desktop states the size of its fonts in pixels.
+constexpr int DefaultPoints = 10;
 
 }  // namespace
 
 ControlLook::ControlLook(EditView& view, ControlTyping& typing, ControlLineNumbers& lineNumbers, ControlBraces& braces)
     : m_view(view), m_typing(typing), m_lineNumbers(lineNumbers), m_braces(braces) {
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    const QFont font = defaultFont();
     setUpMargins();
-    setTextFont(fixed.family(), fixed.pointSize() > 0 ? fixed.pointSize() : m_fontSize);
+    setTextFont(font.family(), font.pointSize());
+}
+
+QFont ControlLook::defaultFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (font.pointSize() <= 0)
+        font.setPointSize(DefaultPoints);
+    return font;
 }
 
 void ControlLook::setUpMargins() {

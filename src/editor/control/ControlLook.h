@@ -3,6 +3,7 @@
 #include "editor/language/TokenLooks.h"
 
 #include <QColor>
+#include <QFont>
 #include <QList>
 #include <QPixmap>
 #include <QString>
@@ -21,6 +22,8 @@ class ControlLook {
     /// All four outlive this object.
     ControlLook(EditView& view, ControlTyping& typing, ControlLineNumbers& lineNumbers, ControlBraces& braces);
 
+    /// The font of a new control.
+    static QFont defaultFont();
     QString FontName() const { return m_fontName; }
     int FontSize() const { return m_fontSize; }
     /// Does not change the zoom, which is added to it.
@@ -82,7 +85,7 @@ class ControlLook {
     ControlBraces& m_braces;
     TokenTheme* m_theme = nullptr;
     QString m_fontName;
-    int m_fontSize = 10;
+    int m_fontSize = 0;
     QColor m_elements[ElementCount];
     QList<QPixmap> m_images;
     bool m_leftMargin = true;

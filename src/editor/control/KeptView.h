@@ -12,7 +12,7 @@ class KeptView {
  public:
     explicit KeptView(const EditView& view);
 
-    /// For the control itself, which tells of the move.
+    /// For ControlSelection, which emits the signal of the move.
     void giveBackTo(EditView& view) const;
 
  private:

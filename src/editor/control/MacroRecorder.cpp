@@ -33,7 +33,7 @@ void MacroRecorder::end() {
     Q_EMIT changed();
 }
 
-/// Whether what is typed now goes on with the text of the last step; one that was repeated is for itself.
+/// Whether what is typed now is added to the text of the last step; one that was repeated stands alone.
 bool MacroRecorder::typingGoesOn() const {
     if (m_steps.isEmpty() || m_steps.last().kind != MacroStep::Kind::Text)
         return false;

@@ -8,8 +8,8 @@
 
 class EditView;
 
-/// The steps of a macro while it is recorded. It follows the one control that it was begun in, and is over without a
-/// macro when that goes.
+/// The steps of a macro while it is recorded. It follows the one control that it was begun in, and ends without a
+/// macro when that is destroyed.
 class MacroRecorder : public QObject {
     Q_OBJECT
 
@@ -20,11 +20,11 @@ class MacroRecorder : public QObject {
     bool follows(const EditView& view) const;
 
     void begin(EditView& view);
-    /// Ends the recording, and gives what was recorded.
+    /// Ends the recording and returns what was recorded.
     QList<MacroStep> finish();
 
     const QList<MacroStep>& steps() const { return m_steps; }
-    /// Typed text goes on with the text that was typed just before, where that may be.
+    /// Typed text is added to the step of the text that was typed just before, unless `mayGoOn` is false.
     void add(const MacroStep& step, bool mayGoOn = true);
     /// Adds a command that sets something for later ones, unless the steps have it set so already.
     void addSetting(const MacroStep& step);

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// A notice that goes at once would only flicker.
+/// A notice that is removed at once would only flicker.
 constexpr qint64 DelayMilliseconds = 500;
 
 }  // namespace

@@ -5,8 +5,8 @@
 
 class EditView;
 
-/// Tells a person that a search of a control takes long, and how to end it, until this object goes. The search's watch
-/// owns it.
+/// Shows in the status bar that a search of a control takes long, and how to end it, until this object is destroyed.
+/// Owned by the search's watch.
 class SearchNotice {
  public:
     explicit SearchNotice(EditView& view);
@@ -14,7 +14,8 @@ class SearchNotice {
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
 
-    /// Called again and again as long as the search goes on; true: it takes long, and that is told.
+    /// Called again and again as long as the search goes on; true: it takes long, and
+    /// that is shown.
     bool lookAtClock();
 
  private:

@@ -17,7 +17,7 @@ qint64 scintillaWordEnd(const EditView& view, qint64 byte) {
     return ask(view, EditView::SCI_WORDENDPOSITION, byte, 1);
 }
 
-/// Scintilla's words end at a joint: goes on with what lies on its other side.
+/// Scintilla's words end at a joint: continues on its other side.
 qint64 wordStart(const EditView& view, qint64 byte) {
     qint64 start = scintillaWordStart(view, byte);
     while (view.map().joints().isJoint(start - 1)) {

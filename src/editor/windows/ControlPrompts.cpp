@@ -64,7 +64,7 @@ void askRepeatCount(TextControl& control) {
                   control.repeatCount(), [](TextControl& target, int number) { target.setRepeatCount(number); }});
 }
 
-void tell(TextControl& control, const QString& text) {
+void tell(QWidget& control, const QString& text) {
     auto* box = new QMessageBox(QMessageBox::Information, u"Quillmark"_qs, text, QMessageBox::Ok, &control);
     box->setObjectName(u"ControlMessage"_qs);
     box->setAttribute(Qt::WA_DeleteOnClose);

@@ -37,7 +37,10 @@ QString FindDialog::nameOf(Kind kind) {
 }
 
 FindDialog::FindDialog(TextControl& control, Kind kind)
-    : QDialog(&control), m_control(control), m_kind(kind), m_range(std::make_unique<SearchRange>(control)) {
+    : QDialog(&control),
+      m_control(control),
+      m_kind(kind),
+      m_range(std::make_unique<SearchRange>(control, control.selected(), control.search())) {
     setObjectName(nameOf(kind));
     setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
     auto* grid = new QGridLayout(this);
@@ -150,7 +153,7 @@ void FindDialog::done(int result) {
 
 void FindDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control, m_control.search());
 }
 
 void FindDialog::hideEvent(QHideEvent* event) {
@@ -303,7 +306,7 @@ TextMatch FindDialog::chosenRange() const {
 }
 
 void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
     if (outcome == SearchOutcome::Failed)
         showError();
     else
@@ -312,8 +315,9 @@ void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
 }
 
 void FindDialog::finishAll(qint64 count, const QString& sentence) {
-    const QString error = SearchReport::errorSentence(m_control);
-    const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
+    const QString error = SearchReport::errorSentence(m_control.search());
+    const QString told =
+        count == 0 ? SearchReport::sentence(m_control.search(), SearchOutcome::Failed, false) : sentence;
     SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + u". "_qs + error);
     showError();
     tellOfSearch();

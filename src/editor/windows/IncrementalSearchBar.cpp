@@ -131,7 +131,7 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
         return;
     }
     if (!m_highlight)
-        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control, m_control.search());
     goBackTo(m_from, m_stepsFrom);
     const QPointer<IncrementalSearchBar> alive(this);
     const SearchOutcome outcome = findTyped();
@@ -183,7 +183,7 @@ void IncrementalSearchBar::goOn(bool backwards) {
 }
 
 void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
 }
 
 void IncrementalSearchBar::giveBack() {

@@ -2,7 +2,6 @@
 
 #include "document/frmDocument.h"
 #include "editor/control/SearchHistory.h"
-#include "editor/control/TextControl.h"
 #include "settings/files/ListFile.h"
 #include "shell/bars/FindBarTexts.h"
 #include "shell/commands/CommandEntries.h"

@@ -3,7 +3,6 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "editor/control/ControlLook.h"
-#include "editor/control/TextControl.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
@@ -87,9 +86,9 @@ void LoadSequence::hookOpenCheck() {
 }
 
 void LoadSequence::readFirstSettings() {
-    const TextControl fresh;
-    m_parts.options->FontName = fresh.look().FontName();
-    m_parts.options->FontSize = static_cast<qint16>(fresh.look().FontSize());
+    const QFont font = ControlLook::defaultFont();
+    m_parts.options->FontName = font.family();
+    m_parts.options->FontSize = static_cast<qint16>(font.pointSize());
     loadFirstOptions(*m_parts.settings, *m_parts.options);
     m_parts.searchToggles->showOptions();
 }

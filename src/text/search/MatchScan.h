@@ -111,8 +111,8 @@ class MatchScan {
 
 /// Returns the last match that ends at or before the held byte `limit` and begins before it; if `emptyAtLimit` is set,
 /// an empty match may also be at `limit`. Searches backwards by lines. The result is the same as for a search from the
-/// start of the text, unless the match depends on one that begins in an earlier line. Lines in
-/// front of the one with the byte `lowest` are not read. When `error` is set, the search was ended early.
+/// start of the text, unless the match depends on one that begins in an earlier line. Lines in front of the one with the
+/// byte `lowest` are not read. When `error` is set, the search was ended early.
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                          qint64 limit, bool emptyAtLimit, SearchError& error,
                                          const MatchScan::Watch& goesOn = {}, qint64 lowest = 0);

@@ -17,13 +17,13 @@ struct Highlight : testing::Test {
     TextControl& control = *controlOwner;
     std::unique_ptr<MatchHighlight::Hold> window;
 
-    MatchHighlight& highlight() { return MatchHighlight::of(control); }
+    MatchHighlight& highlight() { return MatchHighlight::of(control, control.search()); }
 
     void hold(const QString& text) {
         control.resize(500, 300);
         control.show();
         control.setText(text);
-        window = std::make_unique<MatchHighlight::Hold>(control);
+        window = std::make_unique<MatchHighlight::Hold>(control, control.search());
     }
     void look(const char* text) {
         control.search().setSearchText(QString::fromUtf8(text));
@@ -113,7 +113,7 @@ TEST_F(Highlight, ComesAndGoesWithTheBar) {
 
 TEST_F(Highlight, StaysAsLongAsOneOfTwoWindowsIsOpen) {
     hold(u"one two one"_qs);
-    auto second = std::make_unique<MatchHighlight::Hold>(control);
+    auto second = std::make_unique<MatchHighlight::Hold>(control, control.search());
     look("one");
     second.reset();
     EXPECT_EQ(marks(0, 11), "###.....###");

@@ -16,7 +16,7 @@ namespace {
 struct Chosen : testing::Test {
     const std::unique_ptr<TextControl> controlOwner{makeEditor()};
     TextControl& control = *controlOwner;
-    SearchRange range{control};
+    SearchRange range{control, control.selected(), control.search()};
 
     Chosen() {
         control.setText(u"one two three four"_qs);
@@ -42,7 +42,7 @@ using Places = std::pair<qint64, qint64>;
 }  // namespace
 
 TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
-    const SearchRange fresh(control);
+    const SearchRange fresh(control, control.selected(), control.search());
     EXPECT_FALSE(fresh.range());
     EXPECT_EQ(places(), Places(4, 13));
 }
