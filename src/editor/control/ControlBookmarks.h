@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class EditView;
 
 /// Bookmarks of a control, one a line; a line held in pieces is one line. Lines count from 0. Has no state of its own:

@@ -2,6 +2,8 @@
 
 #include "editor/language/BraceScan.h"
 
+#include <QtGlobal>
+
 class EditView;
 
 /// Marks the brace at the caret and its partner. Owned by the control.

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 class ControlMacros;
 class ControlSelection;
 class EditView;
+class QMimeData;
 
 /// Copies between a control and the clipboard, the X11 primary selection, and drags. Owned by the control.
 class ControlClipboard {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class EditView;
 
 /// The line numbers in the margin of a control. Owned by the control.

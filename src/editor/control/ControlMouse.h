@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class ControlMacros;
 class ControlSelection;
 class EditView;

@@ -2,6 +2,8 @@
 
 #include "text/search/SearchState.h"
 
+#include <memory>
+
 class ControlMacros;
 class ControlSearch;
 class ControlSelection;

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QByteArray>
 #include <QElapsedTimer>
 #include <QString>
+#include <QVariant>
+
+#include <vector>
 
 class ControlMacros;
 class ControlSelection;
