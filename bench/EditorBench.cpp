@@ -5,6 +5,9 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLineNumbers.h"
 #include "editor/control/TextControl.h"
 #include "hex/bytes/HexFindState.h"
 #include "settings/Options.h"
@@ -20,6 +23,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -68,13 +72,14 @@ Files& files() {
 }
 
 struct Shown {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     Shown(qint64 megabytes, char lineEnd, const std::string& word = "compute") {
         control.resize(1000, 700);
-        control.setLineNumbering(true);
+        control.lineNumbers().setLineNumbering(true);
         control.show();
         if (megabytes > 0)
-            control.OpenFile(files().path(megabytes, lineEnd, word));
+            control.file().OpenFile(files().path(megabytes, lineEnd, word));
     }
     void paint() { benchmark::DoNotOptimize(control.grab()); }
 };
@@ -82,9 +87,10 @@ struct Shown {
 void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     const QString path = files().path(megabytes, lineEnd, word);
     for (auto _ : state) {
-        TextControl control;
+        const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+        TextControl& control = *controlOwner;
         control.resize(1000, 700);
-        control.OpenFile(path);
+        control.file().OpenFile(path);
         benchmark::DoNotOptimize(control.grab());
     }
 }

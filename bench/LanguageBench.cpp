@@ -2,6 +2,10 @@
 // each also without a language for comparison. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are
 // wall-clock times.
 
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
 #include "editor/control/TextControl.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
@@ -14,6 +18,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <string>
 
 namespace {
@@ -53,15 +58,16 @@ const LanguageDefinition* languageOf(bool coloured) {
 }
 
 struct Shown {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     Shown(qint64 megabytes, bool coloured) {
         control.resize(1000, 700);
-        control.setLineNumbering(true);
+        control.lineNumbers().setLineNumbering(true);
         control.show();
         if (megabytes > 0)
-            control.OpenFile(fileOf(megabytes));
-        control.setLanguage(languageOf(coloured));
+            control.file().OpenFile(fileOf(megabytes));
+        control.look().setLanguage(languageOf(coloured));
     }
     void paint() { benchmark::DoNotOptimize(control.grab()); }
     void goToMiddle() {
@@ -89,10 +95,11 @@ void firstPicture(benchmark::State& state) {
     const QString path = fileOf(state.range(0));
     const LanguageDefinition* language = languageOf(state.range(1) != 0);
     for (auto _ : state) {
-        TextControl control;
+        const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+        TextControl& control = *controlOwner;
         control.resize(1000, 700);
-        control.OpenFile(path);
-        control.setLanguage(language);
+        control.file().OpenFile(path);
+        control.look().setLanguage(language);
         benchmark::DoNotOptimize(control.grab());
     }
 }

@@ -1,6 +1,8 @@
 // The time of playing a macro many times: fifty steps of typing, moving, selecting and deleting, in a text of a
 // thousand lines. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are wall-clock times.
 
+#include "editor/Editor.h"
+#include "editor/control/ControlMacros.h"
 #include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
@@ -11,6 +13,8 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
+
+#include <memory>
 
 namespace {
 
@@ -61,8 +65,9 @@ void play(benchmark::State& state) {
     macros.setMacro(Inner - 1, fiftySteps());
     for (auto _ : state) {
         state.PauseTiming();
-        TextControl control;
-        control.setGlobals(globals);
+        const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+        TextControl& control = *controlOwner;
+        control.macros().setGlobals(globals);
         control.resize(800, 600);
         control.show();
         control.setText(u"some text that stands here\n"_qs.repeated(1000));

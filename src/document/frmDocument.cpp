@@ -7,7 +7,6 @@
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
 #include "platform/FileInfo.h"
 #include "platform/FileType.h"
 #include "platform/Paths.h"
@@ -80,7 +79,7 @@ void frmDocument::connectTextView() {
         if (m_positionReport.isNewAfterMove(m_text->control()))
             Q_EMIT PositionChange(this);
     });
-    connect(&m_text->control(), &TextControl::PropertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
+    connect(m_text, &rtCM::propertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
     connect(m_text, &rtCM::ShowMenu, this,
             [this](int x, int y) { showMenu(u"EditText"_qs, m_text->mapToGlobal(QPoint(x, y))); });
     connect(m_text, &rtCM::DropFile, this, [this](const QString& path) { gParent->OpenFile(path, 0, true, true); });

@@ -4,7 +4,7 @@
 #include "document/DocumentView.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/SearchHistory.h"
 #include "widgets/Prompts.h"
 
 #include <QPointer>
@@ -51,7 +51,7 @@ bool frmDocument::FindText(const QString& pText, bool RegExpOn, bool CaseSensiti
 
 /// The frame's find bar follows the control's dialogs: it gets the text searched for last, and the flags.
 void frmDocument::reportDialogSearch() {
-    const QString newest = TextControl::FindHistory().section(u'\n', 0, 0).trimmed();
+    const QString newest = SearchHistory::ofFinds().text().section(u'\n', 0, 0).trimmed();
     Q_EMIT AfterFind(newest, m_text->SearchCaseSensitive(), m_text->SearchRegExp(), m_text->SearchWholeWord());
 }
 

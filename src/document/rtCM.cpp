@@ -3,6 +3,14 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/NumberText.h"
+#include "document/TextViewSearch.h"
+#include "editor/Editor.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/TextControl.h"
 #include "settings/Options.h"
 #include "text/lines/TextCounts.h"
@@ -30,10 +38,10 @@ QColor rowHighlightColour(const Options& options) {
 }
 
 /// The colour that nobody has chosen is made for light ground.
-TextControl::HighlightColour highlightKind(const Options& options) {
+ControlLook::HighlightColour highlightKind(const Options& options) {
     static const qint32 unchosen = Options().RowHighlightColor;
-    return options.RowHighlightColor == unchosen ? TextControl::HighlightColour::Adapts
-                                                 : TextControl::HighlightColour::AsItIs;
+    return options.RowHighlightColor == unchosen ? ControlLook::HighlightColour::Adapts
+                                                 : ControlLook::HighlightColour::AsItIs;
 }
 
 }  // namespace
@@ -44,12 +52,13 @@ rtCM::rtCM(const DocumentServices& services, QWidget* parent)
       m_prompts(services.prompts),
       m_options(services.options),
       m_globals(services.globals),
-      m_control(new TextControl(this)) {
+      m_control(makeEditor(this)),
+      m_search(std::make_unique<TextViewSearch>(*m_control, m_options, IgnoreCmdFailure)) {
     setObjectName(u"rtCM1"_qs);
     m_control->setObjectName(u"TextControl1"_qs);
-    m_control->setTheme(&services.globals.theme);
-    m_control->setLineNumbering(true);
-    m_control->setGlobals(m_globals.control);
+    m_control->look().setTheme(&services.globals.theme);
+    m_control->lineNumbers().setLineNumbering(true);
+    m_control->macros().setGlobals(m_globals.control);
     m_globals.profile.connectTo(*m_control);
     setFocusProxy(m_control);
 
@@ -73,6 +82,7 @@ void rtCM::connectControl() {
     connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
     connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::PropertiesChanged, this, &rtCM::propertiesChanged);
     connectSearch();
 }
 
@@ -89,7 +99,7 @@ bool rtCM::ReloadFile(const QString& pFilename, bool bIgnoreError, int pFormat) 
 
 bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
     const int word = SaveFormats::flagWord(pFormat, m_options.ClearRedoAfterSave);
-    if (!report(m_control->SaveFile(pFilename, word), false))
+    if (!report(m_control->file().SaveFile(pFilename, word), false))
         return false;
     SetLangFromFile(pFilename);
     FileChanged = false;
@@ -97,7 +107,7 @@ bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
 }
 
 bool rtCM::SaveToTmp(const QString& pFilename) {
-    if (m_control->SaveFile(pFilename, SaveFlags::Utf16WithMark))
+    if (m_control->file().SaveFile(pFilename, SaveFlags::Utf16WithMark))
         return false;
     FileChanged = false;
     return true;
@@ -108,7 +118,7 @@ bool rtCM::LoadFromTmp(const QString& pFilename) {
 }
 
 bool rtCM::loadAs(const QString& path, int flagWord, bool ignoreError) {
-    if (!report(m_control->OpenFileAs(path, flagWord), ignoreError))
+    if (!report(m_control->file().OpenFileAs(path, flagWord), ignoreError))
         return false;
     FileChanged = false;
     // The caret of a fresh text may lie where it lay before, and then no SelChange moves the highlight.
@@ -139,7 +149,7 @@ void rtCM::SetLang(const QString& pLang) {
     if (definition == nullptr)
         return;
     m_language = name;
-    m_control->setLanguage(definition);
+    m_control->look().setLanguage(definition);
 }
 
 void rtCM::PropertiesLoad() {
@@ -151,6 +161,10 @@ void rtCM::PropertiesLoad() {
 void rtCM::PropertiesSave() {
     m_globals.profile.save();
     m_globals.theme.save();
+}
+
+QString rtCM::limitations() const {
+    return m_control->file().limitations();
 }
 
 void rtCM::setTextName(const QString& name) {
@@ -210,8 +224,8 @@ void rtCM::setSelLength(qint64 length) {
 }
 
 void rtCM::GetSelStartEnd(qint64& pStart, qint64& pEnd) const {
-    pStart = m_control->StartLineNo();
-    pEnd = m_control->EndLineNo();
+    pStart = m_control->selected().StartLineNo();
+    pEnd = m_control->selected().EndLineNo();
 }
 
 bool rtCM::nothingSelected() const {
@@ -221,7 +235,7 @@ bool rtCM::nothingSelected() const {
 qint64 rtCM::SelTotalLines() const {
     if (nothingSelected())
         return 0;
-    return std::abs(m_control->StartLineNo() - m_control->EndLineNo()) + 1;
+    return std::abs(m_control->selected().StartLineNo() - m_control->selected().EndLineNo()) + 1;
 }
 
 qint64 rtCM::CurrentLine() const {
@@ -237,11 +251,11 @@ void rtCM::GotoTextLine(qint64 pLine) {
 }
 
 bool rtCM::LineNumbering() const {
-    return m_control->LineNumbering();
+    return m_control->lineNumbers().LineNumbering();
 }
 
 void rtCM::setLineNumbering(bool on) {
-    m_control->setLineNumbering(on);
+    m_control->lineNumbers().setLineNumbering(on);
 }
 
 void rtCM::Redraw() {
@@ -249,15 +263,15 @@ void rtCM::Redraw() {
 }
 
 QString rtCM::FontName() const {
-    return m_control->FontName();
+    return m_control->look().FontName();
 }
 
 int rtCM::FontSize() const {
-    return m_control->FontSize();
+    return m_control->look().FontSize();
 }
 
 void rtCM::setTextFont(const QString& name, int points) {
-    m_control->setTextFont(name, points);
+    m_control->look().setTextFont(name, points);
 }
 
 void rtCM::IncreaseFontSize() {
@@ -272,7 +286,7 @@ void rtCM::DecreaseFontSize() {
 
 void rtCM::DefaultFontSize() {
     setTextFont(FontName(), m_options.FontSize);
-    m_control->resetZoom();
+    m_control->look().resetZoom();
 }
 
 QFont rtCM::textFont() const {
@@ -335,14 +349,14 @@ void rtCM::HighLightLine() {
     if (leaves && m_lastHighlightLine >= 0 && m_lastHighlightLine < TotalLines())
         UnHighLightLine(m_lastHighlightLine);
     if (gMyHighlight)
-        m_control->setLineHighlight(now, rowHighlightColour(m_options), highlightKind(m_options));
+        m_control->look().setLineHighlight(now, rowHighlightColour(m_options), highlightKind(m_options));
     m_lastHighlightLine = gMyHighlight ? now : -1;
 }
 
 void rtCM::UnHighLightLine(qint64 pLine) {
     // The control holds one highlighted line, so no other can have one to lose.
     if (pLine == m_lastHighlightLine)
-        m_control->setLineHighlight(-1, QColor());
+        m_control->look().setLineHighlight(-1, QColor());
 }
 
 bool rtCM::load(const QString& path) {
@@ -370,15 +384,15 @@ void rtCM::Redo() {
 }
 
 void rtCM::Cut() {
-    m_control->Cut();
+    m_control->clipboard().Cut();
 }
 
 void rtCM::Copy() {
-    m_control->Copy();
+    m_control->clipboard().Copy();
 }
 
 void rtCM::Paste() {
-    m_control->Paste();
+    m_control->clipboard().Paste();
 }
 
 QString rtCM::GetCursorPos() const {

@@ -10,13 +10,15 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
-class TextControl;
-class KeptView;
 class Prompts;
+class TextControl;
+class TextViewSearch;
 struct DocumentServices;
 struct EditorGlobals;
 struct Options;
+struct SearchFlags;
 struct SystemError;
 
 /// The text view: a facade of one editing control, through which everything the program does to text goes. Owned by the
@@ -102,6 +104,8 @@ class rtCM : public QWidget, public DocumentView {
     void PropertiesLoad();
     void PropertiesSave();
 
+    /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
+    QString limitations() const;
     /// What a screen reader calls the text.
     void setTextName(const QString& name);
 
@@ -201,8 +205,8 @@ class rtCM : public QWidget, public DocumentView {
     void SetInactiveMargin();
 
     // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev go by the program-wide flags, the others by those
-    // they are given; where a search ends that goes no further by itself, ContinueSearch has it begin anew at the other
-    // end. A search that finds nothing gives the selection back, lets events run once and answers false.
+    // they are given; with ContinueSearch a search continues from the other end of the text. A search that finds
+    // nothing leaves the selection as it was, runs the event loop once and returns false.
     bool SearchCaseSensitive() const;
     void setSearchCaseSensitive(bool on);
     bool SearchRegExp() const;
@@ -219,7 +223,7 @@ class rtCM : public QWidget, public DocumentView {
     bool FindNext(const QString& pFindText) override;
     bool FindPrev(const QString& pFindText) override;
     bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
-    bool wasSearchStopped() const override { return m_searchStopped; }
+    bool wasSearchStopped() const override;
     /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has.
     void StopSearch();
 
@@ -271,6 +275,8 @@ class rtCM : public QWidget, public DocumentView {
     void DropFile(const QString& pFilename);
     /// For the status bar, as long as it is true; empty: it is no more.
     void Notice(const QString& text);
+    /// The control's properties dialog changed something.
+    void propertiesChanged();
 
  protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -283,21 +289,16 @@ class rtCM : public QWidget, public DocumentView {
     QByteArray wholeText() const;
 
     void connectSearch();
-    void takeProgramFlags();
-    bool foundBy(int command);
-    bool findAround(const QString& text, int find, int goToEnd);
-    bool foundAround(int find, int goToEnd);
-    void giveBack(const KeptView& before);
-    bool searchGoesOn(bool takesLong);
-    void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
-    void clickLeftMargin(Qt::MouseButton button, int x, int y);
+    void openSearchWindow(int command);
+    bool reportFind(const std::function<bool()>& find);
+    bool prepareList(const QString& text, const SearchFlags& flags);
+    void clickLeftMargin(qint64 line);
 
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
     TextControl* m_control;
+    std::unique_ptr<TextViewSearch> m_search;
     QString m_language;  ///< upper case; empty without one
     qint64 m_lastHighlightLine = -1;
-    bool m_findFailed = false;
-    bool m_searchStopped = false;
 };

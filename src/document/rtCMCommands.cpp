@@ -1,101 +1,94 @@
 // What the text view has its control do.
 
 #include "document/rtCM.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
 
-namespace {
-
-constexpr int GotoLineCommand = 192;
-constexpr int FirstMacro = 214;
-constexpr int MacroCount = 10;
-
-}  // namespace
-
 void rtCM::ToUppercase() {
-    m_control->ExecuteCmd(100);
+    m_control->ExecuteCmd(Command::WordToUpper);
 }
 
 void rtCM::ToLowercase() {
-    m_control->ExecuteCmd(106);
+    m_control->ExecuteCmd(Command::WordToLower);
 }
 
 void rtCM::ToCapitalize() {
-    m_control->ExecuteCmd(113);
+    m_control->ExecuteCmd(Command::CapitalizeWord);
 }
 
 void rtCM::ToUppercaseSel() {
-    m_control->ExecuteCmd(125);
+    m_control->ExecuteCmd(Command::SelectionToUpper);
 }
 
 void rtCM::ToLowercaseSel() {
-    m_control->ExecuteCmd(147);
+    m_control->ExecuteCmd(Command::SelectionToLower);
 }
 
 void rtCM::LineDeleteToStart() {
-    m_control->ExecuteCmd(158);
+    m_control->ExecuteCmd(Command::DeleteToStartOfLine);
 }
 
 void rtCM::LineDeleteToEnd() {
-    m_control->ExecuteCmd(159);
+    m_control->ExecuteCmd(Command::DeleteToEndOfLine);
 }
 
 void rtCM::LineDelete() {
-    m_control->ExecuteCmd(160);
+    m_control->ExecuteCmd(Command::DeleteLine);
 }
 
 void rtCM::LineCut() {
-    m_control->ExecuteCmd(161);
+    m_control->ExecuteCmd(Command::CutLine);
 }
 
 void rtCM::SelectPara() {
-    m_control->ExecuteCmd(135);
+    m_control->ExecuteCmd(Command::SelectParagraph);
 }
 
 void rtCM::SelectLine() {
-    m_control->ExecuteCmd(136);
+    m_control->ExecuteCmd(Command::SelectLine);
 }
 
 void rtCM::SelectAll() {
-    m_control->ExecuteCmd(137);
+    m_control->ExecuteCmd(Command::SelectAll);
 }
 
 void rtCM::SelectWord() {
-    m_control->ExecuteCmd(267);
+    m_control->ExecuteCmd(Command::SelectWord);
 }
 
 void rtCM::Indent() {
-    m_control->ExecuteCmd(163);
+    m_control->ExecuteCmd(Command::Indent);
 }
 
 void rtCM::Unindent() {
-    m_control->ExecuteCmd(127);
+    m_control->ExecuteCmd(Command::Unindent);
 }
 
 void rtCM::SortLineAscending() {
-    m_control->ExecuteCmd(253);
+    m_control->ExecuteCmd(Command::SortLinesAscending);
 }
 
 void rtCM::SortLineDescending() {
-    m_control->ExecuteCmd(254);
+    m_control->ExecuteCmd(Command::SortLinesDescending);
 }
 
 void rtCM::SetRepeatCount() {
-    m_control->ExecuteCmd(187);
+    m_control->ExecuteCmd(Command::SetRepeatCount);
 }
 
 void rtCM::RecordMacro() {
-    m_control->ExecuteCmd(213);
+    m_control->ExecuteCmd(Command::RecordMacro);
 }
 
 void rtCM::Properties() {
-    m_control->ExecuteCmd(224);
+    m_control->ExecuteCmd(Command::Properties);
 }
 
 void rtCM::ExecMacro(int n) {
-    if (n >= 1 && n <= MacroCount)
-        m_control->ExecuteCmd(FirstMacro + n - 1);
+    if (n >= 1 && n <= Command::Macros)
+        m_control->ExecuteCmd(Command::MacroBase + n);
 }
 
 void rtCM::GotoLine() {
-    m_control->ExecuteCmd(GotoLineCommand);
+    m_control->ExecuteCmd(Command::GoToLine);
 }

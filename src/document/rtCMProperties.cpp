@@ -1,6 +1,11 @@
 // Properties of the control that the text view hands on, and the colours of its elements.
 
 #include "document/rtCM.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/RichText.h"
 #include "editor/control/TextControl.h"
 
 namespace {
@@ -11,27 +16,27 @@ constexpr QColor InactiveMargin(220, 220, 220);
 }  // namespace
 
 QString rtCM::TextRTF() const {
-    return QString::fromLatin1(m_control->TextRTF());
+    return QString::fromLatin1(RichText::ofText(*m_control));
 }
 
 QString rtCM::SelRTF() const {
-    return QString::fromLatin1(m_control->SelRTF());
+    return QString::fromLatin1(RichText::ofSelection(*m_control));
 }
 
 bool rtCM::setTextRTF(const QString& pRTF) {
-    return m_control->setTextRTF(pRTF);
+    return RichText::setText(*m_control, pRTF);
 }
 
 bool rtCM::setSelRTF(const QString& pRTF) {
-    return m_control->setSelRTF(pRTF);
+    return RichText::setSelection(*m_control, pRTF);
 }
 
 QList<QPixmap> rtCM::hImageList() const {
-    return m_control->hImageList();
+    return m_control->look().hImageList();
 }
 
 void rtCM::setHImageList(const QList<QPixmap>& images) {
-    m_control->setHImageList(images);
+    m_control->look().setHImageList(images);
 }
 
 WId rtCM::hwnd() const {
@@ -39,71 +44,71 @@ WId rtCM::hwnd() const {
 }
 
 bool rtCM::DisplayLeftMargin() const {
-    return m_control->DisplayLeftMargin();
+    return m_control->look().DisplayLeftMargin();
 }
 
 void rtCM::setDisplayLeftMargin(bool on) {
-    m_control->setDisplayLeftMargin(on);
+    m_control->look().setDisplayLeftMargin(on);
 }
 
 bool rtCM::DisplayWhitespace() const {
-    return m_control->DisplayWhitespace();
+    return m_control->look().DisplayWhitespace();
 }
 
 void rtCM::setDisplayWhitespace(bool on) {
-    m_control->setDisplayWhitespace(on);
+    m_control->look().setDisplayWhitespace(on);
 }
 
 bool rtCM::BraceMatching() const {
-    return m_control->BraceMatching();
+    return m_control->braces().BraceMatching();
 }
 
 void rtCM::setBraceMatching(bool on) {
-    m_control->setBraceMatching(on);
+    m_control->braces().setBraceMatching(on);
 }
 
 bool rtCM::VScrollVisible() const {
-    return m_control->VScrollVisible();
+    return m_control->look().VScrollVisible();
 }
 
 void rtCM::setVScrollVisible(bool on) {
-    m_control->setVScrollVisible(on);
+    m_control->look().setVScrollVisible(on);
 }
 
 bool rtCM::HScrollVisible() const {
-    return m_control->HScrollVisible();
+    return m_control->look().HScrollVisible();
 }
 
 void rtCM::setHScrollVisible(bool on) {
-    m_control->setHScrollVisible(on);
+    m_control->look().setHScrollVisible(on);
 }
 
 bool rtCM::DragDrop() const {
-    return m_control->DragDrop();
+    return m_control->mouse().DragDrop();
 }
 
 void rtCM::setDragDrop(bool on) {
-    m_control->setDragDrop(on);
+    m_control->mouse().setDragDrop(on);
 }
 
 qint64 rtCM::LineNumberStart() const {
-    return m_control->LineNumberStart();
+    return m_control->lineNumbers().LineNumberStart();
 }
 
 void rtCM::setLineNumberStart(qint64 number) {
-    m_control->setLineNumberStart(number);
+    m_control->lineNumbers().setLineNumberStart(number);
 }
 
 QColor rtCM::BackColor() const {
-    return m_control->elementColour(TextControl::BackgroundElement);
+    return m_control->look().elementColour(ControlLook::BackgroundElement);
 }
 
 void rtCM::setBackColor(const QColor& pColor) {
-    m_control->setElementColour(TextControl::BackgroundElement, pColor);
+    m_control->look().setElementColour(ControlLook::BackgroundElement, pColor);
 }
 
 void rtCM::SetLeftMarginColor(const QColor& pColor) {
-    m_control->setElementColour(TextControl::LeftMarginElement, pColor);
+    m_control->look().setElementColour(ControlLook::LeftMarginElement, pColor);
 }
 
 void rtCM::SetActiveMargin(const QColor& pColor) {

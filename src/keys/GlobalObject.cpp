@@ -1,7 +1,6 @@
 #include "keys/GlobalObject.h"
 
 #include "editor/control/EditorKeys.h"
-#include "editor/control/TextControl.h"
 #include "editor/windows/ControlPrompts.h"
 #include "keys/KeyNames.h"
 #include "keys/KeysPage.h"
@@ -65,7 +64,7 @@ QString GlobalObject::begunHotKey() const {
     return m_strokes.isWaiting() ? KeyNames::text(m_strokes.first()) : QString();
 }
 
-bool GlobalObject::mayRecord(TextControl& control) {
+bool GlobalObject::mayRecord(QWidget& control) {
     if (m_macros.freeSlot())
         return true;
     ControlPrompts::tell(control,
@@ -74,7 +73,7 @@ bool GlobalObject::mayRecord(TextControl& control) {
     return false;
 }
 
-void GlobalObject::keepMacro(TextControl& control, const QList<MacroStep>& steps) {
+void GlobalObject::keepMacro(QWidget& control, const QList<MacroStep>& steps) {
     auto* dialog = new MacroDialog(m_hotKeys, m_macros, steps, m_recorder.missedCount(), control);
     connect(dialog, &MacroDialog::kept, this, &GlobalObject::macrosChanged);
     dialog->open();
@@ -85,7 +84,7 @@ QList<MacroStep> GlobalObject::macro(int n) const {
     return macro ? macro->steps() : QList<MacroStep>();
 }
 
-QList<ControlPage*> GlobalObject::propertyPages(TextControl& control) {
+QList<ControlPage*> GlobalObject::propertyPages(QWidget& control) {
     auto* page = new KeysPage(m_registry, m_hotKeys, m_macros, control);
     connect(page, &KeysPage::applied, this, &GlobalObject::macrosChanged);
     return {page};

@@ -27,10 +27,10 @@ class GlobalObject : public QObject, public ControlGlobals {
     QString begunHotKey() const override;
     void forgetHotKey() override { m_strokes.forget(); }
     MacroRecorder& recorder() override { return m_recorder; }
-    bool mayRecord(TextControl& control) override;
-    void keepMacro(TextControl& control, const QList<MacroStep>& steps) override;
+    bool mayRecord(QWidget& control) override;
+    void keepMacro(QWidget& control, const QList<MacroStep>& steps) override;
     QList<MacroStep> macro(int n) const override;
-    QList<ControlPage*> propertyPages(TextControl& control) override;
+    QList<ControlPage*> propertyPages(QWidget& control) override;
 
  Q_SIGNALS:
     /// A macro was recorded, or hot keys were changed.

@@ -1,6 +1,6 @@
 #include "keys/HotKeyVerdict.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "keys/HotKeys.h"
 #include "keys/KeyNames.h"
 #include "keys/MacroStore.h"
@@ -27,9 +27,9 @@ bool isTyped(const HotKeyStroke& stroke) {
 }  // namespace
 
 QString commandName(int command, const MacroStore& macros) {
-    const int n = command - HotKeys::MacroCommandBase;
-    const QString name = n >= 1 && n <= HotKeys::Macros ? macros.nameOf(n) : QString();
-    return name.isEmpty() ? ControlCommands::captionOf(command) : name;
+    const int n = command - Command::MacroBase;
+    const QString name = n >= 1 && n <= Command::Macros ? macros.nameOf(n) : QString();
+    return name.isEmpty() ? Command::captionOf(command) : name;
 }
 
 HotKeyVerdict HotKeyVerdict::of(const HotKey& hotKey, int command, const HotKeys& hotKeys, const MacroStore& macros,

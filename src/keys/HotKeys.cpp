@@ -1,5 +1,6 @@
 #include "keys/HotKeys.h"
 
+#include "editor/control/CommandNumbers.h"
 #include "keys/KeyNames.h"
 #include "settings/registry/RegistryData.h"
 
@@ -103,10 +104,10 @@ bool HotKeys::hasFirst(const HotKeyStroke& stroke) const {
 }
 
 QString HotKeys::HotKeyText(const QString& n) const {
-    for (int macro = 1; macro <= Macros; ++macro) {
+    for (int macro = 1; macro <= Command::Macros; ++macro) {
         if (n != QString::number(macro))
             continue;
-        const QList<HotKey> hotKeys = hotKeysOf(MacroCommandBase + macro);
+        const QList<HotKey> hotKeys = hotKeysOf(Command::MacroBase + macro);
         return hotKeys.isEmpty() ? QString() : KeyNames::text(hotKeys.front());
     }
     return {};

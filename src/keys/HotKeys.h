@@ -8,8 +8,8 @@
 
 class RegistryStore;
 
-/// The table of hot keys and their commands. A plain value; the one that the program uses is owned by the shell, and
-/// KeysPage edits a copy. Macro n, from 1 to 10, is the command 213 + n.
+/// The table of hot keys and their commands (CommandNumbers.h). A plain value; the one that the program uses is owned
+/// by the shell, and KeysPage edits a copy.
 class HotKeys {
  public:
     struct Binding {
@@ -18,9 +18,6 @@ class HotKeys {
 
         bool operator==(const Binding&) const = default;
     };
-
-    static constexpr int MacroCommandBase = 213;
-    static constexpr int Macros = 10;
 
     explicit HotKeys(QList<Binding> defaults = {});
 

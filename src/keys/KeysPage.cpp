@@ -1,7 +1,6 @@
 #include "keys/KeysPage.h"
 
-#include "editor/commands/ControlCommands.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/CommandNumbers.h"
 #include "keys/KeyNames.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -34,7 +33,7 @@ QLabel* labelFor(QWidget& field, const QString& caption) {
 
 }  // namespace
 
-KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, TextControl& control)
+KeysPage::KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, QWidget& control)
     : m_registry(registry),
       m_hotKeys(hotKeys),
       m_edited(hotKeys),
@@ -109,10 +108,10 @@ void KeysPage::layOut() {
 
 /// Macros without a hot key do not exist for the user, so they are not listed.
 void KeysPage::fill() {
-    for (const ControlCommands::Row& row : ControlCommands::all()) {
-        if (row.kind == ControlCommands::Kind::Sets)
+    for (const Command::Info& row : Command::all()) {
+        if (row.kind == Command::Kind::Sets)
             continue;
-        if (row.kind == ControlCommands::Kind::Plays && m_edited.hotKeysOf(row.number).isEmpty())
+        if (row.kind == Command::Kind::Plays && m_edited.hotKeysOf(row.number).isEmpty())
             continue;
         auto* item = new QTreeWidgetItem({commandName(row.number, m_macros)});
         item->setData(Name, Qt::UserRole, row.number);
@@ -195,8 +194,8 @@ void KeysPage::resetAll() {
     const HotKeys before = m_edited;
     m_edited.reset();
     for (const HotKeys::Binding& binding : before.bindings()) {
-        const ControlCommands::Row* row = ControlCommands::find(binding.command);
-        if (row != nullptr && row->kind == ControlCommands::Kind::Plays)
+        const Command::Info* row = Command::infoOf(binding.command);
+        if (row != nullptr && row->kind == Command::Kind::Plays)
             m_edited.bind(binding.command, binding.hotKey);
     }
     changed();

@@ -6,7 +6,6 @@
 
 #include <QPointer>
 
-class TextControl;
 class MacroStore;
 class QComboBox;
 class QLabel;
@@ -24,7 +23,7 @@ class KeysPage : public ControlPage {
     Q_OBJECT
 
  public:
-    KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, TextControl& control);
+    KeysPage(RegistryStore& registry, HotKeys& hotKeys, const MacroStore& macros, QWidget& control);
 
     QString caption() const override { return tr("&Keys"); }
     void apply() override;
@@ -53,7 +52,7 @@ class KeysPage : public ControlPage {
     HotKeys& m_hotKeys;
     HotKeys m_edited;
     const MacroStore& m_macros;
-    QPointer<TextControl> m_control;
+    QPointer<QWidget> m_control;
     QLineEdit* m_filter;
     QTreeWidget* m_list;
     QComboBox* m_present;

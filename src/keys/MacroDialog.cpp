@@ -1,7 +1,6 @@
 #include "keys/MacroDialog.h"
 
-#include "editor/commands/ControlCommands.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/CommandNumbers.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
@@ -33,14 +32,14 @@ QString shortened(QString text) {
 QString rowOf(const MacroStep& step) {
     if (step.kind == MacroStep::Kind::Text)
         return MacroDialog::tr("Type \"%1\"").arg(shortened(step.text));
-    const QString caption = ControlCommands::captionOf(step.command);
+    const QString caption = Command::captionOf(step.command);
     return step.text.isEmpty() ? caption : caption + u": "_qs + shortened(step.text);
 }
 
 }  // namespace
 
 MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed,
-                         TextControl& control)
+                         QWidget& control)
     : QDialog(&control),
       m_hotKeys(hotKeys),
       m_macros(macros),
@@ -113,7 +112,7 @@ void MacroDialog::fillSteps() {
 
 std::optional<int> MacroDialog::slotOf(const HotKey& hotKey) const {
     for (int n = 1; n <= MacroStore::Slots; ++n) {
-        if (m_hotKeys.hotKeysOf(HotKeys::MacroCommandBase + n).contains(hotKey))
+        if (m_hotKeys.hotKeysOf(Command::MacroBase + n).contains(hotKey))
             return n;
     }
     return std::nullopt;
@@ -126,11 +125,11 @@ HotKeyVerdict MacroDialog::verdictOf(const HotKey& hotKey) const {
         return m_control ? MenuKeys::commandOf(stroke, *m_control) : QString();
     };
     const auto slot = slotOf(hotKey);
-    const int command = HotKeys::MacroCommandBase + slot.value_or(m_macros.freeSlot().value_or(0));
+    const int command = Command::MacroBase + slot.value_or(m_macros.freeSlot().value_or(0));
     HotKeyVerdict verdict = HotKeyVerdict::of(hotKey, command, m_hotKeys, m_macros, menuCommand);
     if (verdict.accepted && slot) {
         verdict.sentence = tr("The macro \"%1\" has this hot key. It will be replaced.")
-                               .arg(commandName(HotKeys::MacroCommandBase + *slot, m_macros));
+                               .arg(commandName(Command::MacroBase + *slot, m_macros));
     }
     if (verdict.accepted && !slot && !m_macros.freeSlot())
         return {false, tr("There are ten macros already. Choose the hot key of the one to replace.")};
@@ -165,7 +164,7 @@ void MacroDialog::accept() {
     if (!m_macros.setMacro(slot - 1, Macro(m_steps)))
         return tell({false, tr("The macro is too long to be kept.")});
     if (!replaced)
-        m_hotKeys.bind(HotKeys::MacroCommandBase + slot, hotKey);
+        m_hotKeys.bind(Command::MacroBase + slot, hotKey);
     nameSlot(slot, replaced.has_value());
     Q_EMIT kept();
     QDialog::accept();

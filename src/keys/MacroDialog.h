@@ -8,7 +8,6 @@
 
 #include <optional>
 
-class TextControl;
 class HotKeys;
 class MacroStore;
 class QCheckBox;
@@ -29,7 +28,7 @@ class MacroDialog : public QDialog {
 
  public:
     /// `missed`: the number of actions during the recording that could not be recorded as steps.
-    MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, TextControl& control);
+    MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, QWidget& control);
 
     void accept() override;
 
@@ -48,7 +47,7 @@ class MacroDialog : public QDialog {
     HotKeys& m_hotKeys;
     MacroStore& m_macros;
     QList<MacroStep> m_steps;
-    QPointer<TextControl> m_control;
+    QPointer<QWidget> m_control;
     QListWidget* m_list;
     StrokeEdit* m_hotKey;
     QLineEdit* m_name;

@@ -1,5 +1,6 @@
 #include "keys/MacroStore.h"
 
+#include "editor/control/CommandNumbers.h"
 #include "keys/HotKeys.h"
 #include "platform/Folders.h"
 #include "settings/SettingText.h"
@@ -107,7 +108,7 @@ bool MacroStore::LoadMacroFile(const QString& pFilename, int pIndex) {
 void MacroStore::DeleteMacro(int n) {
     if (!isIndex(n - 1))
         return;
-    for (const HotKey& hotKey : m_hotKeys.hotKeysOf(HotKeys::MacroCommandBase + n))
+    for (const HotKey& hotKey : m_hotKeys.hotKeysOf(Command::MacroBase + n))
         m_hotKeys.remove(hotKey);
     forgetNameOf(n);
     SaveMacros();

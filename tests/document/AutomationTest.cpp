@@ -1,11 +1,14 @@
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
+#include "editor/Editor.h"
 #include "editor/control/TextControl.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -76,7 +79,8 @@ TEST(Automation, ReachesTheOperationsOfADocument) {
 
 TEST(Automation, ReachesTheCommandsOfTheControl) {
     EXPECT_EQ(unreachable(TextControl::staticMetaObject, names("ExecuteCmd")), QStringList());
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     control.setText(u"one"_qs);
     EXPECT_TRUE(QMetaObject::invokeMethod(&control, "ExecuteCmd", Q_ARG(int, 137)));
     EXPECT_EQ(control.SelText(), u"one"_qs);

@@ -1,8 +1,8 @@
 #include "document/ContextMenus.h"
 #include "document/DocumentFixture.h"
-#include "editor/control/TextControl.h"
 #include "widgets/MenuStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QAction>
 #include <QMenu>
 #include <QTest>
@@ -146,7 +146,7 @@ TEST_F(ContextMenusOfADocument, TheHexMenuFollowsTheLock) {
 }
 
 TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
-    control().type(u"one two"_qs);
+    insert(u"one two"_qs);
     text("mnuSelectAll").trigger();
     EXPECT_EQ(view().SelText(), u"one two"_qs);
     text("mnuToUpper").trigger();
@@ -158,7 +158,7 @@ TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
     text("mnuSelectAll").trigger();
     text("mnuToLower").trigger();
     EXPECT_EQ(view().Text(), u"one two"_qs);
-    control().setSelection(7, 7);
+    select(7, 7);
     text("mnuSelectWord").trigger();
     EXPECT_EQ(view().SelText(), u"two"_qs);
     text("mnuCut").trigger();
@@ -166,7 +166,7 @@ TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
     text("mnuPaste").trigger();
     text("mnuPaste").trigger();
     EXPECT_EQ(view().Text(), u"one twotwo"_qs);
-    control().setSelection(3, 3);
+    select(3, 3);
     text("mnuDeleteToEnd").trigger();
     EXPECT_EQ(view().Text(), u"one"_qs);
     text("mnuDeleteLine").trigger();
@@ -174,16 +174,16 @@ TEST_F(ContextMenusOfADocument, AnEntryRunsTheOperationOfItsName) {
 }
 
 TEST_F(ContextMenusOfADocument, BookmarksAreSetAndWalked) {
-    control().type(u"1\n2\n3"_qs);
+    insert(u"1\n2\n3"_qs);
     for (const int line : {2, 0}) {
-        control().GotoTextLine(line);
+        view().GotoTextLine(line);
         text("mnuToggleBookmark").trigger();
-        EXPECT_TRUE(control().BookmarkAt(line));
+        EXPECT_TRUE(isBookmarked(line));
     }
     text("mnuLastBookmark").trigger();
-    EXPECT_EQ(control().CurrentLine(), 2);
+    EXPECT_EQ(view().CurrentLine(), 2);
     text("mnuFirstBookmark").trigger();
-    EXPECT_EQ(control().CurrentLine(), 0);
+    EXPECT_EQ(view().CurrentLine(), 0);
 }
 
 TEST_F(ContextMenusOfADocument, ReadOnlyIsAskedOfTheFrame) {
@@ -196,7 +196,7 @@ TEST_F(ContextMenusOfADocument, ReadOnlyIsAskedOfTheFrame) {
 TEST_F(ContextMenusOfADocument, TheRightButtonBringsTheMenuUpWhenItIsReleased) {
     m_document.resize(300, 200);
     m_document.show();
-    QWidget* viewport = control().viewport();
+    QWidget* viewport = view().findChild<QAbstractScrollArea*>(u"TextControl1"_qs)->viewport();
     QTest::mousePress(viewport, Qt::RightButton, Qt::NoModifier, QPoint(40, 10));
     EXPECT_FALSE(menu("EditText").isVisible());
     QTest::mouseRelease(viewport, Qt::RightButton, Qt::NoModifier, QPoint(40, 10));

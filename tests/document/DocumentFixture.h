@@ -2,7 +2,6 @@
 
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
 #include "platform/FileErrors.h"
 #include "settings/Options.h"
 #include "support/RecordingHost.h"
@@ -81,7 +80,20 @@ class DocumentFixture : public testing::Test {
 
     rtCM& view() { return *m_document.GetEditor(); }
     TextControl& control() { return view().control(); }
-    void type(const QString& text) { documenttest::typeInto(control(), text); }
+    /// The same as a widget, for those that need not know the control.
+    QWidget& textWidget() { return *view().focusProxy(); }
+    bool canUndo();
+    bool canRedo();
+    bool isBookmarked(qint64 line);
+    void select(qint64 anchor, qint64 caret);
+    /// Types a text at once, line ends too.
+    void insert(const QString& text);
+    qint64 ask(unsigned message, qint64 first = 0);
+    /// Whether lines of the text are held in pieces.
+    bool isInPieces();
+    /// What happens when a file is dropped on the text.
+    void drop(const QString& path);
+    void type(const QString& text) { documenttest::typeInto(textWidget(), text); }
 
     bool open(const QString& file, bool readOnly = false) { return m_document.OpenFile(file, readOnly, false, true); }
 

@@ -1,5 +1,4 @@
 #include "document/DocumentFixture.h"
-#include "editor/control/TextControl.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -163,10 +162,10 @@ TEST_F(DocumentSaving, TheReloadAfterASaveDropsTheUndoHistoryEvenWithTheSettingO
     m_options.ClearRedoAfterSave = false;
     type(u"x"_qs);
     ASSERT_TRUE(save(SaveFormats::Utf8));
-    ASSERT_TRUE(control().CanUndo());
+    ASSERT_TRUE(canUndo());
     m_document.ReloadTextFile(file, SaveFormats::Utf8);
-    EXPECT_FALSE(control().CanUndo());
-    EXPECT_FALSE(control().CanRedo());
+    EXPECT_FALSE(canUndo());
+    EXPECT_FALSE(canRedo());
 }
 
 TEST_F(DocumentSaving, TheReloadAfterASaveTouchesNoFlagOfTheDocument) {
@@ -189,11 +188,11 @@ TEST_F(DocumentSaving, ASaveKeepsTheHistoryUnlessTheSettingDropsIt) {
     type(u"x"_qs);
     m_options.ClearRedoAfterSave = false;
     ASSERT_TRUE(save());
-    EXPECT_TRUE(control().CanUndo());
+    EXPECT_TRUE(canUndo());
     m_options.ClearRedoAfterSave = true;
     ASSERT_TRUE(save());
-    EXPECT_FALSE(control().CanUndo());
-    EXPECT_FALSE(control().CanRedo());
+    EXPECT_FALSE(canUndo());
+    EXPECT_FALSE(canRedo());
     EXPECT_EQ(view().Text(), u"xone"_qs);
 }
 
@@ -202,9 +201,9 @@ TEST_F(DocumentSaving, EveryFormatDropsTheHistoryWhenTheSettingSaysSo) {
     m_options.ClearRedoAfterSave = true;
     for (const int format : {1, 2, 3, 4, 5}) {
         type(u"x"_qs);
-        ASSERT_TRUE(control().CanUndo());
+        ASSERT_TRUE(canUndo());
         ASSERT_TRUE(save(format));
-        EXPECT_FALSE(control().CanUndo()) << format;
+        EXPECT_FALSE(canUndo()) << format;
     }
 }
 

@@ -1,5 +1,8 @@
 #include "document/DocumentFixture.h"
 #include "document/EditorGlobals.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/TextControl.h"
+#include "editor/held/Colouring.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -149,7 +152,7 @@ TEST_F(Languages, ATextTooLargeToBeColouredKeepsItsLanguage) {
     table().LoadLanguageIndex();
     ASSERT_TRUE(open(fileOf(QByteArray("int x;\n").repeated(10'000'000), u"a.cpp"_qs)));
     EXPECT_EQ(m_document.GetLang(), u"C++"_qs);
-    EXPECT_EQ(control().limitations(), u"no colouring above 64 MB"_qs);
+    EXPECT_EQ(control().file().limitations(), u"no colouring above 64 MB"_qs);
     control().grab();
     EXPECT_EQ(control().colouring().classAt(0), std::nullopt);
     ASSERT_TRUE(open(fileOf("int x;\n", u"b.cpp"_qs)));

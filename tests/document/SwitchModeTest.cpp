@@ -1,4 +1,5 @@
 #include "document/HexDocumentFixture.h"
+#include "editor/control/ControlBookmarks.h"
 #include "hex/bytes/WorkingCopy.h"
 
 #include <QSignalSpy>
@@ -32,14 +33,14 @@ TEST_F(SwitchMode, ASavedUnchangedDocumentIsAskedNothing) {
 TEST_F(SwitchMode, CancelLeavesModeTextSelectionAndUndo) {
     ASSERT_TRUE(open(fileOf("one")));
     type(u"x"_qs);
-    control().setSelection(1, 3);
+    select(1, 3);
     for (const int option : {0, 1}) {
         answerSwitch(option, "cmdCancel");
         m_document.setTextEdit(false);
         EXPECT_TRUE(m_document.TextEdit());
         EXPECT_EQ(view().Text(), u"xone"_qs);
         EXPECT_EQ(view().SelText(), u"on"_qs);
-        EXPECT_TRUE(control().CanUndo());
+        EXPECT_TRUE(canUndo());
         EXPECT_TRUE(m_document.isChange);
         EXPECT_TRUE(view().FileChanged);
     }
@@ -131,7 +132,7 @@ TEST_F(SwitchMode, AnUntitledTextWaitsInItsViewAndIsAskedAboutEachTime) {
         EXPECT_EQ(view().Text(), u"abc"_qs);
         EXPECT_TRUE(view().FileChanged);
     }
-    EXPECT_TRUE(control().CanUndo());
+    EXPECT_TRUE(canUndo());
 }
 
 TEST_F(SwitchMode, EventsRunOnceBeforeTheBytesAreLoaded) {
@@ -179,14 +180,14 @@ TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
     ASSERT_TRUE(open(fileOf("one\ntwo\nthree")));
     type(u"x"_qs);
     ASSERT_TRUE(m_document.SaveFile(m_document.filename));
-    control().GotoTextLine(2);
+    view().GotoTextLine(2);
     m_document.ToggleBookmark();
     m_document.setTextEdit(false);
     m_document.setTextEdit(true);
     EXPECT_EQ(view().CurrentLine(), 0);
     EXPECT_EQ(view().SelLength(), 0);
-    EXPECT_FALSE(control().CanUndo());
-    EXPECT_FALSE(control().BookmarkAt(2));
+    EXPECT_FALSE(canUndo());
+    EXPECT_FALSE(isBookmarked(2));
 }
 
 TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {
@@ -287,11 +288,11 @@ TEST_F(SwitchMode, AnEmptyFileGivesAnEmptyHexViewWithoutAWord) {
 
 TEST_F(SwitchMode, TheFocusIsInTheViewThatBecameVisible) {
     ASSERT_TRUE(open(fileOf("one")));
-    control().setFocus();
+    textWidget().setFocus();
     m_document.setTextEdit(false);
     EXPECT_EQ(focused(), &pane(1));
     m_document.setTextEdit(true);
-    EXPECT_EQ(focused(), &control());
+    EXPECT_EQ(focused(), &textWidget());
     QPushButton elsewhere(&m_document);
     elsewhere.show();
     elsewhere.setFocus();
@@ -299,15 +300,15 @@ TEST_F(SwitchMode, TheFocusIsInTheViewThatBecameVisible) {
     EXPECT_EQ(focused(), &pane(1));
     elsewhere.setFocus();
     m_document.setTextEdit(true);
-    EXPECT_EQ(focused(), &control());
+    EXPECT_EQ(focused(), &textWidget());
 }
 
 TEST_F(SwitchMode, WithoutAFileTheFocusWaitsInTheHexViewItself) {
-    control().setFocus();
+    textWidget().setFocus();
     m_document.setTextEdit(false);
     EXPECT_EQ(focused(), &hex());
     m_document.setTextEdit(true);
-    EXPECT_EQ(focused(), &control());
+    EXPECT_EQ(focused(), &textWidget());
 }
 
 TEST_F(SwitchMode, TheFocusComesBackToThePaneInUse) {
@@ -346,7 +347,7 @@ TEST_F(SwitchMode, ADocumentThatGoesWhileItAsksIsNotTouchedAgain) {
     for (const bool confirmed : {true, false}) {
         auto* document = new frmDocument(&m_host, m_services);
         document->show();
-        documenttest::typeInto(document->GetEditor()->control(), u"x"_qs);
+        documenttest::typeInto(*document->GetEditor()->focusProxy(), u"x"_qs);
         QTimer::singleShot(0, &m_document, [&] {
             if (confirmed)
                 qobject_cast<frmSwitch*>(QApplication::activeModalWidget())->accept();
@@ -361,7 +362,7 @@ TEST_F(SwitchMode, ADocumentThatGoesWhileItAsksIsNotTouchedAgain) {
 TEST_F(SwitchMode, ADocumentThatGoesWhileItSavesFirstIsNotTouchedAgain) {
     auto* document = new frmDocument(&m_host, m_services);
     document->show();
-    documenttest::typeInto(document->GetEditor()->control(), u"x"_qs);
+    documenttest::typeInto(*document->GetEditor()->focusProxy(), u"x"_qs);
     m_host.during[u"SaveDocument"_qs] = [&] { delete document; };
     answerSwitch(0, "cmdSwitch");
     document->setTextEdit(false);

@@ -66,8 +66,8 @@ class TextMenu : public DocumentFixture {
         const QByteArray name(chosen.name);
         QGuiApplication::clipboard()->setText(u"held"_qs);
         view().setText(QString());
-        control().type(QString::fromLatin1(chosen.text));
-        control().setSelection(chosen.anchor, chosen.caret);
+        insert(QString::fromLatin1(chosen.text));
+        select(chosen.anchor, chosen.caret);
         if (name == "mnuRedo")
             view().Undo();
         if (name == "mnuFirstBookmark" || name == "mnuLastBookmark") {
@@ -81,7 +81,7 @@ class TextMenu : public DocumentFixture {
         QString seen;
         qint64 position = 0;
         for (qint64 line = 0; line < view().TotalLines(); ++line) {
-            if (control().BookmarkAt(line))
+            if (isBookmarked(line))
                 seen += u'*';
             const QString text = view().GetLine(line) + (line + 1 < view().TotalLines() ? u"\n"_qs : QString());
             for (qsizetype unit = 0; unit <= text.size(); ++unit) {
@@ -102,7 +102,7 @@ class TextMenu : public DocumentFixture {
     QString windowSeen() {
         for (const char* name :
              {"FindDialog", "ReplaceDialog", "IncrementalSearchBar", "GotoLine", "ControlProperties"}) {
-            auto* window = control().findChild<QWidget*>(QString::fromLatin1(name));
+            auto* window = textWidget().findChild<QWidget*>(QString::fromLatin1(name));
             if (window != nullptr && window->isVisible()) {
                 window->close();
                 return QString::fromLatin1(name);

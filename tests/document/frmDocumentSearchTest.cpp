@@ -78,7 +78,7 @@ TEST_F(DocumentSearch, WhatWasNotLookedForToTheEndIsNotToldAsNotFound) {
     QTimer typist;
     QObject::connect(&typist, &QTimer::timeout, &m_document, [&] {
         if (told.isEmpty())
-            QTest::keyClick(&view().control(), Qt::Key_Escape);
+            QTest::keyClick(&textWidget(), Qt::Key_Escape);
     });
     typist.start(0);
     m_document.FindNext(u"(a|aa)+$"_qs);
@@ -158,12 +158,12 @@ TEST_F(DocumentSearch, AllBookmarksAreClearedAfterAYes) {
     m_document.EnableBookmarkAt(2, true);
     m_prompts.answerNo();
     m_document.ClearAllBookmark();
-    EXPECT_TRUE(control().BookmarkAt(0));
-    EXPECT_TRUE(control().BookmarkAt(1));
+    EXPECT_TRUE(isBookmarked(0));
+    EXPECT_TRUE(isBookmarked(1));
     m_prompts.answerYes();
     m_document.ClearAllBookmark();
-    EXPECT_FALSE(control().BookmarkAt(0));
-    EXPECT_FALSE(control().BookmarkAt(1));
+    EXPECT_FALSE(isBookmarked(0));
+    EXPECT_FALSE(isBookmarked(1));
     EXPECT_EQ(m_prompts.questions, (QStringList{u"Clear all bookmarks?"_qs, u"Clear all bookmarks?"_qs}));
 }
 

@@ -1,5 +1,4 @@
 #include "document/DocumentFixture.h"
-#include "editor/control/TextControl.h"
 #include "hex/ucHex.h"
 
 #include <QAccessible>
@@ -51,13 +50,13 @@ TEST_F(Document, BeginsUntitledAndUntouchedInTextMode) {
 
 TEST_F(Document, ShowsTheHighlightOfItsRowFromTheStart) {
     EXPECT_EQ(view().LastHighlightLine(), 0);
-    EXPECT_NE(control().SendScintilla(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
+    EXPECT_NE(ask(QsciScintillaBase::SCI_GETCARETLINEVISIBLE), 0);
 }
 
 TEST_F(Document, ItsPartsBearTheirNames) {
     EXPECT_EQ(m_document.objectName(), u"frmDocument"_qs);
     EXPECT_EQ(m_document.findChild<rtCM*>(u"rtCM1"_qs), &view());
-    EXPECT_EQ(view().findChild<TextControl*>(u"TextControl1"_qs), &control());
+    EXPECT_EQ(view().findChild<QWidget*>(u"TextControl1"_qs), &textWidget());
     EXPECT_NE(m_document.findChild<ucHex*>(u"ucHex1"_qs), nullptr);
 }
 
@@ -95,14 +94,14 @@ TEST_F(Document, TakesTheFontOfTheSettings) {
 TEST_F(Document, TheFocusGoesToTheText) {
     m_document.show();
     m_document.setFocus();
-    EXPECT_EQ(m_document.focusWidget(), &control());
+    EXPECT_EQ(m_document.focusWidget(), &textWidget());
 }
 
 TEST_F(Document, TheCaptionNamesWindowAndTextAlike) {
     m_document.setCaption(u"/home/u/notes.txt"_qs);
     EXPECT_EQ(m_document.Caption(), u"/home/u/notes.txt"_qs);
     EXPECT_EQ(m_document.windowTitle(), u"/home/u/notes.txt"_qs);
-    const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&control());
+    const QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&textWidget());
     ASSERT_NE(accessible, nullptr);
     EXPECT_EQ(accessible->text(QAccessible::Name), u"/home/u/notes.txt"_qs);
 }
@@ -199,7 +198,7 @@ TEST_F(Document, OpeningIntoAnEditedUntitledDocumentMakesItASavedOne) {
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(m_document.isNew);
     EXPECT_EQ(m_document.DocIcon(), 0);
-    EXPECT_FALSE(control().CanUndo());
+    EXPECT_FALSE(canUndo());
 }
 
 TEST_F(Document, AFailedLoadOfAnUntitledDocumentLeavesItUntouched) {
@@ -303,7 +302,7 @@ TEST_F(Document, ReloadingDropsTheEdits) {
     m_document.ReloadFile();
     EXPECT_FALSE(m_document.isChange);
     EXPECT_FALSE(view().FileChanged);
-    EXPECT_FALSE(control().CanUndo());
+    EXPECT_FALSE(canUndo());
     EXPECT_EQ(view().Text(), u"one"_qs);
 }
 
@@ -421,14 +420,14 @@ TEST_F(Document, EnablingConcernsTheTextView) {
     EXPECT_TRUE(m_document.DocEnabled());
     m_document.setDocEnabled(false);
     EXPECT_FALSE(m_document.DocEnabled());
-    EXPECT_FALSE(control().isEnabled());
+    EXPECT_FALSE(textWidget().isEnabled());
     EXPECT_TRUE(m_document.isEnabled());
     m_document.setDocEnabled(true);
     EXPECT_TRUE(m_document.DocEnabled());
 }
 
 TEST_F(Document, ADroppedFileGoesToTheFrame) {
-    Q_EMIT control().DropFile(u"/home/u/ b.txt"_qs);
+    drop(u"/home/u/ b.txt"_qs);
     EXPECT_EQ(m_host.calls, QStringList(u"OpenFile /home/u/ b.txt 0 1 1"_qs));
 }
 

@@ -1,5 +1,9 @@
 #include "document/DocumentFixture.h"
 #include "document/rtCM.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 
 #include <QMouseEvent>
@@ -20,9 +24,9 @@ using Selected = std::pair<qint64, qint64>;
 
 }  // namespace
 
-class TextViewSearch : public testing::Test {
+class TextViewFinds : public testing::Test {
  protected:
-    TextViewSearch() { m_options.ContinueSearch = false; }
+    TextViewFinds() { m_options.ContinueSearch = false; }
 
     void hold(const char* text) {
         m_view.setText(QString::fromUtf8(text));
@@ -34,7 +38,9 @@ class TextViewSearch : public testing::Test {
         m_view.control().setSelection(anchor, caret);
         m_moves.clear();
     }
-    Selected selected() const { return {m_view.control().AnchorPosition(), m_view.control().CaretPosition()}; }
+    Selected selected() const {
+        return {m_view.control().selected().AnchorPosition(), m_view.control().selected().CaretPosition()};
+    }
     bool next(const char* text) { return m_view.FindNext(QString::fromUtf8(text)); }
     bool previous(const char* text) { return m_view.FindPrev(QString::fromUtf8(text)); }
     QString all(const char* text, bool regExp = false, bool caseSensitive = false, bool wholeWord = false) {
@@ -64,7 +70,7 @@ class TextViewSearch : public testing::Test {
 
 // What takes long
 
-TEST_F(TextViewSearch, EscEndsASearchForOneMatchThatTakesLong) {
+TEST_F(TextViewFinds, EscEndsASearchForOneMatchThatTakesLong) {
     QString text;
     for (int line = 0; line < 3000; ++line)
         text += u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs;
@@ -88,7 +94,7 @@ TEST_F(TextViewSearch, EscEndsASearchForOneMatchThatTakesLong) {
     EXPECT_EQ(m_view.Text(), text);
 }
 
-TEST_F(TextViewSearch, EscEndsAListOfAllMatches) {
+TEST_F(TextViewFinds, EscEndsAListOfAllMatches) {
     m_view.setText(manyMatches());
     QTimer::singleShot(0, [&] { QTest::keyClick(&m_view.control(), Qt::Key_Escape); });
     const QString list = all("a");
@@ -96,7 +102,7 @@ TEST_F(TextViewSearch, EscEndsAListOfAllMatches) {
     EXPECT_GT(list.count(u'\t'), 0);
 }
 
-TEST_F(TextViewSearch, EscLetsAReplacementOfAllEndWithWhatItFound) {
+TEST_F(TextViewFinds, EscLetsAReplacementOfAllEndWithWhatItFound) {
     const QString rest = u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000);
     m_view.setText(u'b' + rest);
     QSignalSpy told(&m_view, &rtCM::Notice);
@@ -109,7 +115,7 @@ TEST_F(TextViewSearch, EscLetsAReplacementOfAllEndWithWhatItFound) {
     EXPECT_EQ(m_view.Text(), u'b' + rest);
 }
 
-TEST_F(TextViewSearch, SaysThatAListOfAllMatchesWasStopped) {
+TEST_F(TextViewFinds, SaysThatAListOfAllMatchesWasStopped) {
     m_view.setText(manyMatches());
     QSignalSpy told(&m_view, &rtCM::Notice);
     QTimer::singleShot(0, &m_view, [&] { m_view.StopSearch(); });
@@ -118,7 +124,7 @@ TEST_F(TextViewSearch, SaysThatAListOfAllMatchesWasStopped) {
     EXPECT_EQ(told.last()[0].toString(), u"The search was stopped."_qs);
 }
 
-TEST_F(TextViewSearch, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
+TEST_F(TextViewFinds, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
     const QString text = u"c c"_qs + QString(60, u'a') + u"\nc b"_qs;
     constexpr const char* Wild = "(a+)+b|c";
     const QString tooMany = u"The expression takes too many steps; the search was stopped."_qs;
@@ -150,7 +156,7 @@ TEST_F(TextViewSearch, AnExpressionThatExplodesIsToldOfAndLosesNothing) {
 
 // One match
 
-TEST_F(TextViewSearch, FindNextSelectsTheMatchBehindTheSelection) {
+TEST_F(TextViewFinds, FindNextSelectsTheMatchBehindTheSelection) {
     hold("one two one");
     EXPECT_TRUE(next("one"));
     EXPECT_EQ(selected(), Selected(0, 3));
@@ -159,7 +165,7 @@ TEST_F(TextViewSearch, FindNextSelectsTheMatchBehindTheSelection) {
     EXPECT_EQ(m_moves.count(), 2);
 }
 
-TEST_F(TextViewSearch, AnEmptyTextRepeatsTheLastOne) {
+TEST_F(TextViewFinds, AnEmptyTextRepeatsTheLastOne) {
     hold("one two one");
     EXPECT_FALSE(next(""));
     EXPECT_FALSE(previous(""));
@@ -170,7 +176,7 @@ TEST_F(TextViewSearch, AnEmptyTextRepeatsTheLastOne) {
     EXPECT_EQ(selected(), Selected(0, 3));
 }
 
-TEST_F(TextViewSearch, TheTextCanBeSetAheadOfTheSearch) {
+TEST_F(TextViewFinds, TheTextCanBeSetAheadOfTheSearch) {
     hold("one two");
     m_view.SetFindText(u"two"_qs);
     EXPECT_EQ(selected(), Selected(0, 0));
@@ -178,7 +184,7 @@ TEST_F(TextViewSearch, TheTextCanBeSetAheadOfTheSearch) {
     EXPECT_EQ(selected(), Selected(4, 7));
 }
 
-TEST_F(TextViewSearch, TheProgramWideFlagsCountForFindNextAndFindPrev) {
+TEST_F(TextViewFinds, TheProgramWideFlagsCountForFindNextAndFindPrev) {
     hold("One ONE ones 1ne");
     m_options.CaseSensitiveOn = true;
     EXPECT_TRUE(next("ONE"));
@@ -198,7 +204,7 @@ TEST_F(TextViewSearch, TheProgramWideFlagsCountForFindNextAndFindPrev) {
     EXPECT_TRUE(m_view.SearchRegExp());
 }
 
-TEST_F(TextViewSearch, WithoutContinueSearchTheEndOfTheTextIsTheEnd) {
+TEST_F(TextViewFinds, WithoutContinueSearchTheEndOfTheTextIsTheEnd) {
     hold("one two");
     select(7, 5);
     EXPECT_FALSE(next("one"));
@@ -208,7 +214,7 @@ TEST_F(TextViewSearch, WithoutContinueSearchTheEndOfTheTextIsTheEnd) {
     EXPECT_EQ(selected(), Selected(0, 0));
 }
 
-TEST_F(TextViewSearch, ContinueSearchGoesAroundTheEnds) {
+TEST_F(TextViewFinds, ContinueSearchGoesAroundTheEnds) {
     m_options.ContinueSearch = true;
     hold("one two three");
     select(13, 13);
@@ -222,7 +228,7 @@ TEST_F(TextViewSearch, ContinueSearchGoesAroundTheEnds) {
     EXPECT_EQ(selected(), Selected(8, 13));
 }
 
-TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
+TEST_F(TextViewFinds, WhatIsNowhereLeavesTheSelection) {
     for (const bool goesOn : {false, true}) {
         m_options.ContinueSearch = goesOn;
         hold("one two three");
@@ -236,14 +242,45 @@ TEST_F(TextViewSearch, WhatIsNowhereLeavesTheSelection) {
     }
 }
 
-TEST_F(TextViewSearch, FindTextThatFailsLeavesTheSelectionThoughThereIsAMatchBefore) {
+TEST_F(TextViewFinds, WhatIsNowhereIsLookedForOnceAndMovesNothingMeanwhile) {
+    QSignalSpy failures(&m_view.control(), &TextControl::CommandFailed);
+    QSignalSpy wraps(&m_view.control(), &TextControl::FindWrapped);
+    QSignalSpy moves(&m_view.control(), &TextControl::SelChange);
+    hold("one two three");
+    select(7, 5);
+    moves.clear();
+    for (const bool goesOn : {false, true}) {
+        m_options.ContinueSearch = goesOn;
+        failures.clear();
+        EXPECT_FALSE(next("four"));
+        EXPECT_FALSE(previous("four"));
+        EXPECT_FALSE(m_view.FindText(u"four"_qs, false, false, false));
+        EXPECT_EQ(failures.count(), 3);
+    }
+    EXPECT_EQ(wraps.count(), 0);
+    EXPECT_EQ(moves.count(), 0);
+}
+
+TEST_F(TextViewFinds, TheRepeatCountIsUsedUpBySoManySearches) {
+    hold("one one one two");
+    m_view.control().setRepeatCount(3);
+    EXPECT_TRUE(next("one"));
+    EXPECT_EQ(selected(), Selected(8, 11));
+    select(0, 0);
+    m_view.control().setRepeatCount(4);
+    EXPECT_FALSE(next("one"));
+    EXPECT_EQ(selected(), Selected(0, 0));
+    EXPECT_EQ(m_view.control().repeatCount(), 1);
+}
+
+TEST_F(TextViewFinds, FindTextThatFailsLeavesTheSelectionThoughThereIsAMatchBefore) {
     hold("one two");
     select(7, 4);
     EXPECT_FALSE(m_view.FindText(u"one"_qs, false, false, false));
     EXPECT_EQ(selected(), Selected(7, 4));
 }
 
-TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
+TEST_F(TextViewFinds, AFailureLeavesSeveralRangesAndThePartInSight) {
     TextControl& control = m_view.control();
     m_view.resize(400, 200);
     m_view.show();
@@ -266,7 +303,7 @@ TEST_F(TextViewSearch, AFailureLeavesSeveralRangesAndThePartInSight) {
     }
 }
 
-TEST_F(TextViewSearch, AFailureLeavesARectangle) {
+TEST_F(TextViewFinds, AFailureLeavesARectangle) {
     TextControl& control = m_view.control();
     hold("one\ntwo\nsix");
     control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONANCHOR, 5UL);
@@ -277,11 +314,11 @@ TEST_F(TextViewSearch, AFailureLeavesARectangle) {
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONANCHOR), 5);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARET), 11);
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETRECTANGULARSELECTIONCARETVIRTUALSPACE), 2);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(m_view.Text().count(u'-'), 2);
 }
 
-TEST_F(TextViewSearch, AFailureOfTheSecondTryLetsEventsRunToo) {
+TEST_F(TextViewFinds, AFailureOfTheSecondTryLetsEventsRunToo) {
     m_options.ContinueSearch = true;
     hold("one\ntwo");
     const auto fails = [&](const std::function<bool()>& search) {
@@ -299,7 +336,7 @@ TEST_F(TextViewSearch, AFailureOfTheSecondTryLetsEventsRunToo) {
     fails([&] { return m_view.FindText(u"four"_qs, false, false, false); });
 }
 
-TEST_F(TextViewSearch, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun) {
+TEST_F(TextViewFinds, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun) {
     hold("one\ntwo");
     select(5, 5);
     bool ran = false;
@@ -311,7 +348,7 @@ TEST_F(TextViewSearch, AFailureBringsHighlightAndOwnersUpToDateAndLetsEventsRun)
     EXPECT_EQ(m_view.LastHighlightLine(), 1);
 }
 
-TEST_F(TextViewSearch, NothingIsPaintedWhileAMatchIsLookedFor) {
+TEST_F(TextViewFinds, NothingIsPaintedWhileAMatchIsLookedFor) {
     hold("one two");
     select(7, 7);
     m_options.ContinueSearch = true;
@@ -325,7 +362,7 @@ TEST_F(TextViewSearch, NothingIsPaintedWhileAMatchIsLookedFor) {
     EXPECT_TRUE(m_view.control().updatesEnabled());
 }
 
-TEST_F(TextViewSearch, AnInvalidExpressionIsNotFound) {
+TEST_F(TextViewFinds, AnInvalidExpressionIsNotFound) {
     m_options.RegExpOn = true;
     m_options.ContinueSearch = true;
     hold("a(b");
@@ -338,7 +375,7 @@ TEST_F(TextViewSearch, AnInvalidExpressionIsNotFound) {
     EXPECT_EQ(m_view.Text(), u"a(b"_qs);
 }
 
-TEST_F(TextViewSearch, FindTextGoesByTheFlagsItIsGiven) {
+TEST_F(TextViewFinds, FindTextGoesByTheFlagsItIsGiven) {
     hold("One ones onE");
     m_options.CaseSensitiveOn = true;
     EXPECT_TRUE(m_view.FindText(u"ONE"_qs, false, false, true));
@@ -353,7 +390,7 @@ TEST_F(TextViewSearch, FindTextGoesByTheFlagsItIsGiven) {
     EXPECT_EQ(selected(), Selected(4, 8));
 }
 
-TEST_F(TextViewSearch, FindTextGoesAroundTheEndWithContinueSearch) {
+TEST_F(TextViewFinds, FindTextGoesAroundTheEndWithContinueSearch) {
     m_options.ContinueSearch = true;
     hold("one two");
     select(7, 7);
@@ -361,7 +398,7 @@ TEST_F(TextViewSearch, FindTextGoesAroundTheEndWithContinueSearch) {
     EXPECT_EQ(selected(), Selected(0, 3));
 }
 
-TEST_F(TextViewSearch, ALockedDocumentIsSearchedAndNotReplacedIn) {
+TEST_F(TextViewFinds, ALockedDocumentIsSearchedAndNotReplacedIn) {
     hold("one one");
     m_view.setLocked(true);
     EXPECT_TRUE(next("one"));
@@ -372,7 +409,7 @@ TEST_F(TextViewSearch, ALockedDocumentIsSearchedAndNotReplacedIn) {
     EXPECT_FALSE(m_view.FileChanged);
 }
 
-TEST_F(TextViewSearch, OneLineOfManyMegabytesIsSearchedThrough) {
+TEST_F(TextViewFinds, OneLineOfManyMegabytesIsSearchedThrough) {
     m_options.ContinueSearch = true;
     const QString line = QString(5'000'000, u'x') + u"needle"_qs + QString(5'000'000, u'x');
     m_view.setText(line);
@@ -388,7 +425,7 @@ TEST_F(TextViewSearch, OneLineOfManyMegabytesIsSearchedThrough) {
 
 // All matches
 
-TEST_F(TextViewSearch, FindAllMatchListsLinePositionAndLength) {
+TEST_F(TextViewFinds, FindAllMatchListsLinePositionAndLength) {
     hold("one\r\nöne one\r\n\U0001F600one");
     select(3, 5);
     EXPECT_EQ(all("one"), u"0,0,3\t1,9,3\t2,16,3\t"_qs);
@@ -397,7 +434,7 @@ TEST_F(TextViewSearch, FindAllMatchListsLinePositionAndLength) {
     EXPECT_EQ(m_changes.count(), 0);
 }
 
-TEST_F(TextViewSearch, FindAllMatchGoesByTheFlagsItIsGiven) {
+TEST_F(TextViewFinds, FindAllMatchGoesByTheFlagsItIsGiven) {
     hold("One ones one");
     EXPECT_EQ(all("one"), u"0,0,3\t0,4,3\t0,9,3\t"_qs);
     EXPECT_EQ(all("one", false, true), u"0,4,3\t0,9,3\t"_qs);
@@ -407,12 +444,12 @@ TEST_F(TextViewSearch, FindAllMatchGoesByTheFlagsItIsGiven) {
     EXPECT_FALSE(m_options.RegExpOn);
 }
 
-TEST_F(TextViewSearch, FindAllMatchListsAnEmptyMatchOnceALine) {
+TEST_F(TextViewFinds, FindAllMatchListsAnEmptyMatchOnceALine) {
     hold("a\nb\nc");
     EXPECT_EQ(all("^", true), u"0,0,0\t1,2,0\t2,4,0\t"_qs);
 }
 
-TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
+TEST_F(TextViewFinds, NothingToFindGivesAnEmptyList) {
     hold("one");
     select(1, 2);
     EXPECT_EQ(all(""), QString());
@@ -422,18 +459,18 @@ TEST_F(TextViewSearch, NothingToFindGivesAnEmptyList) {
     EXPECT_EQ(selected(), Selected(0, 0));
 }
 
-TEST_F(TextViewSearch, AnEmptyDocumentIsSentNoCommand) {
+TEST_F(TextViewFinds, AnEmptyDocumentIsSentNoCommand) {
     QSignalSpy failures(&m_view.control(), &TextControl::CommandFailed);
     m_view.SetFindText(u"kept"_qs);
     EXPECT_EQ(all("x", true), QString());
     EXPECT_EQ(replaced("x", "y", true), QString());
     EXPECT_EQ(failures.count(), 0);
-    EXPECT_EQ(m_view.control().searchText(), u"kept"_qs);
+    EXPECT_EQ(m_view.control().search().searchText(), u"kept"_qs);
     EXPECT_FALSE(m_view.SearchRegExp());
     EXPECT_EQ(m_changes.count(), 0);
 }
 
-TEST_F(TextViewSearch, ReplaceAllMatchListsWhereTheReplacementsLie) {
+TEST_F(TextViewFinds, ReplaceAllMatchListsWhereTheReplacementsLie) {
     hold("one\none one");
     EXPECT_EQ(replaced("one", "three"), u"0,0,5\t1,6,5\t1,12,5\t"_qs);
     EXPECT_EQ(m_view.Text(), u"three\nthree three"_qs);
@@ -444,13 +481,13 @@ TEST_F(TextViewSearch, ReplaceAllMatchListsWhereTheReplacementsLie) {
     EXPECT_EQ(m_view.Text(), u"one\none one"_qs);
 }
 
-TEST_F(TextViewSearch, ReplaceAllMatchListsTheLengthOfTheReplacementAsItWasGiven) {
+TEST_F(TextViewFinds, ReplaceAllMatchListsTheLengthOfTheReplacementAsItWasGiven) {
     hold("ab");
     EXPECT_EQ(replaced("(a)(b)", "$2$1$2", true), u"0,0,6\t"_qs);
     EXPECT_EQ(m_view.Text(), u"bab"_qs);
 }
 
-TEST_F(TextViewSearch, ReplaceAllMatchGoesByTheFlagsItIsGiven) {
+TEST_F(TextViewFinds, ReplaceAllMatchGoesByTheFlagsItIsGiven) {
     hold("one One ONE ones");
     replaced("one", "two", false, false, true, true);
     EXPECT_EQ(m_view.Text(), u"two Two TWO ones"_qs);
@@ -458,13 +495,13 @@ TEST_F(TextViewSearch, ReplaceAllMatchGoesByTheFlagsItIsGiven) {
     EXPECT_EQ(m_view.Text(), u"two Two x ones"_qs);
 }
 
-TEST_F(TextViewSearch, ReplaceAllMatchEndsWhenTheReplacementHoldsTheText) {
+TEST_F(TextViewFinds, ReplaceAllMatchEndsWhenTheReplacementHoldsTheText) {
     hold("a b a");
     EXPECT_EQ(replaced("a", "aaa"), u"0,0,3\t0,6,3\t"_qs);
     EXPECT_EQ(m_view.Text(), u"aaa b aaa"_qs);
 }
 
-TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
+TEST_F(TextViewFinds, ACommandFailureRedrawsOnlyDuringTheLoops) {
     hold("one");
     std::vector<bool> ignored;
     QObject::connect(&m_view.control(), &TextControl::CommandFailed,
@@ -475,7 +512,7 @@ TEST_F(TextViewSearch, ACommandFailureRedrawsOnlyDuringTheLoops) {
     EXPECT_EQ(ignored, (std::vector<bool>{false, true, true}));
 }
 
-class TextViewPainting : public TextViewSearch {
+class TextViewPainting : public TextViewFinds {
  protected:
     struct Paints : QObject {
         int count = 0;
@@ -518,7 +555,7 @@ TEST_F(TextViewPainting, IsDoneAfterASearchThatMovedNothing) {
     EXPECT_GE(paintsSince(), 1);
 }
 
-TEST_F(TextViewSearch, ALoopOverMatchesLetsEventsRunAndCanBeStopped) {
+TEST_F(TextViewFinds, ALoopOverMatchesLetsEventsRunAndCanBeStopped) {
     const QString text = manyMatches();
     m_view.setText(text);
     QTimer::singleShot(0, &m_view, [&] {
@@ -534,7 +571,7 @@ TEST_F(TextViewSearch, ALoopOverMatchesLetsEventsRunAndCanBeStopped) {
     EXPECT_EQ(all("a").count(u'\t'), Many);
 }
 
-TEST_F(TextViewSearch, AStoppedReplacementHasReplacedWhatItFound) {
+TEST_F(TextViewFinds, AStoppedReplacementHasReplacedWhatItFound) {
     m_view.setText(QString(Many, u'a'));
     QTimer stopper;
     QObject::connect(&stopper, &QTimer::timeout, [&] { m_view.StopSearch(); });
@@ -552,7 +589,7 @@ TEST_F(TextViewSearch, AStoppedReplacementHasReplacedWhatItFound) {
     EXPECT_EQ(m_view.Text(), QString(count, u'b') + QString(Many - count, u'a'));
 }
 
-TEST_F(TextViewSearch, AViewThatGoesMeanwhileEndsTheLoop) {
+TEST_F(TextViewFinds, AViewThatGoesMeanwhileEndsTheLoop) {
     for (const bool replaces : {false, true}) {
         auto* mortal = new rtCM(m_services);
         const QPointer<rtCM> alive(mortal);
@@ -572,7 +609,7 @@ TEST_F(TextViewSearch, AViewThatGoesMeanwhileEndsTheLoop) {
 
 // Bookmarks
 
-TEST_F(TextViewSearch, BookmarkCommandsGoThroughTheMarkedLines) {
+TEST_F(TextViewFinds, BookmarkCommandsGoThroughTheMarkedLines) {
     hold("0\n1\n2\n3\n4");
     m_view.EnableBookmarkAt(2, true);
     m_view.EnableBookmarkAt(4, true);
@@ -589,15 +626,15 @@ TEST_F(TextViewSearch, BookmarkCommandsGoThroughTheMarkedLines) {
     m_view.PrevBookmark();
     EXPECT_EQ(m_view.CurrentLine(), 3);
     m_view.ToggleBookmark();
-    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(3));
     m_view.EnableBookmarkAt(2, false);
-    EXPECT_FALSE(m_view.control().BookmarkAt(1));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(1));
     m_view.ToggleBookmark();
     m_view.ClearAllBookmark();
-    EXPECT_FALSE(m_view.control().BookmarkAt(3));
+    EXPECT_FALSE(m_view.control().bookmarks().BookmarkAt(3));
 }
 
-class TextViewMargin : public TextViewSearch {
+class TextViewMargin : public TextViewFinds {
  protected:
     TextViewMargin() {
         hold("0\n1\n2\n3\n4");
@@ -618,7 +655,7 @@ class TextViewMargin : public TextViewSearch {
         QMouseEvent event(type, place, surface->mapToGlobal(place), button, held, Qt::NoModifier);
         QCoreApplication::sendEvent(surface, &event);
     }
-    bool marked() const { return m_view.control().BookmarkAt(2); }
+    bool marked() const { return m_view.control().bookmarks().BookmarkAt(2); }
 
     QSignalSpy m_clicks{&m_view, &rtCM::ClickLeftMargin};
     QSignalSpy m_presses{&m_view, &rtCM::MouseDown};
@@ -700,7 +737,7 @@ TEST_F(TextViewMargin, TheMouseIsToldOfBeforeTheBookmark) {
 
 // The control's windows
 
-class TextViewDialogs : public TextViewSearch {
+class TextViewDialogs : public TextViewFinds {
  protected:
     TextViewDialogs() {
         m_view.resize(400, 300);

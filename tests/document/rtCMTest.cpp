@@ -1,5 +1,9 @@
 #include "document/DocumentFixture.h"
 #include "document/rtCM.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
 #include "editor/control/TextControl.h"
 
 #include <QCheckBox>
@@ -433,22 +437,23 @@ TEST_F(TextView, HandsItsPropertiesToTheControl) {
         m_view.setDragDrop(on);
         m_view.ShowLineNumber(on);
         for (const bool shown :
-             {control.DisplayLeftMargin(), control.DisplayWhitespace(), control.BraceMatching(),
-              control.VScrollVisible(), control.HScrollVisible(), control.DragDrop(), control.LineNumbering(),
-              m_view.DisplayLeftMargin(), m_view.DisplayWhitespace(), m_view.BraceMatching(), m_view.VScrollVisible(),
-              m_view.HScrollVisible(), m_view.DragDrop(), m_view.LineNumbering()}) {
+             {control.look().DisplayLeftMargin(), control.look().DisplayWhitespace(), control.braces().BraceMatching(),
+              control.look().VScrollVisible(), control.look().HScrollVisible(), control.mouse().DragDrop(),
+              control.lineNumbers().LineNumbering(), m_view.DisplayLeftMargin(), m_view.DisplayWhitespace(),
+              m_view.BraceMatching(), m_view.VScrollVisible(), m_view.HScrollVisible(), m_view.DragDrop(),
+              m_view.LineNumbering()}) {
             EXPECT_EQ(shown, on);
         }
     }
     m_view.setLineNumberStart(10);
-    EXPECT_EQ(control.LineNumberStart(), 10);
+    EXPECT_EQ(control.lineNumbers().LineNumberStart(), 10);
     EXPECT_EQ(m_view.LineNumberStart(), 10);
 }
 
 TEST_F(TextView, HandsItsFontToTheControl) {
     m_view.setProperty("font", QFont(u"monospace"_qs, 17));
-    EXPECT_EQ(m_view.control().FontName(), u"monospace"_qs);
-    EXPECT_EQ(m_view.control().FontSize(), 17);
+    EXPECT_EQ(m_view.control().look().FontName(), u"monospace"_qs);
+    EXPECT_EQ(m_view.control().look().FontSize(), 17);
     EXPECT_EQ(m_view.property("font").value<QFont>().pointSize(), 17);
     QFont inPixels(u"serif"_qs);
     inPixels.setPixelSize(30);
@@ -481,14 +486,14 @@ TEST_F(TextView, OnlyTheUnchosenColourOfTheHighlightAdaptsToADarkGround) {
 TEST_F(TextView, ColoursItsMargins) {
     TextControl& control = m_view.control();
     m_view.SetActiveMargin();
-    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(50, 50, 200));
+    EXPECT_EQ(control.look().elementColour(ControlLook::LeftMarginElement), QColor(50, 50, 200));
     m_view.SetActiveMargin(QColor(1, 2, 3));
-    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(1, 2, 3));
+    EXPECT_EQ(control.look().elementColour(ControlLook::LeftMarginElement), QColor(1, 2, 3));
     m_view.SetInactiveMargin();
-    EXPECT_EQ(control.elementColour(TextControl::LeftMarginElement), QColor(220, 220, 220));
+    EXPECT_EQ(control.look().elementColour(ControlLook::LeftMarginElement), QColor(220, 220, 220));
     m_view.setBackColor(QColor(4, 5, 6));
     EXPECT_EQ(m_view.BackColor(), QColor(4, 5, 6));
-    EXPECT_EQ(control.elementColour(TextControl::BackgroundElement), QColor(4, 5, 6));
+    EXPECT_EQ(control.look().elementColour(ControlLook::BackgroundElement), QColor(4, 5, 6));
 }
 
 TEST_F(TextView, GivesItsTextInRichText) {
@@ -539,15 +544,15 @@ TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
     dialog->findChild<QCheckBox*>(u"chkWordWrap"_qs)->click();
     dialog->accept();
     rtCM present(m_services);
-    EXPECT_FALSE(present.control().WordWrap());
+    EXPECT_FALSE(present.control().look().WordWrap());
     present.PropertiesLoad();
-    EXPECT_TRUE(present.control().WordWrap());
+    EXPECT_TRUE(present.control().look().WordWrap());
     EXPECT_TRUE(present.LineNumbering());
 
     EditorGlobals ofNextRun(m_given.registry, m_given.programFolder.path(), {});
     rtCM later({m_prompts, m_options, ofNextRun, m_given.hexFind});
     later.PropertiesLoad();
-    EXPECT_TRUE(later.control().WordWrap());
+    EXPECT_TRUE(later.control().look().WordWrap());
 }
 
 TEST_F(TextView, AsksForALineAndGoesThere) {

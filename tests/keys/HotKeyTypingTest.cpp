@@ -1,3 +1,7 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/EditorKeys.h"
 #include "keys/KeyNames.h"
 #include "keys/MacroFixture.h"
@@ -28,7 +32,7 @@ class HotKeyAndMenu : public HotKeyTyping {
         QObject::connect(save, &QAction::triggered, &window, [this] { ++saved; });
         window.setCentralWidget(inner);
         window.show();
-        inner->setGlobals(globals);
+        inner->macros().setGlobals(globals);
         inner->setFocus();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
     }
@@ -36,7 +40,7 @@ class HotKeyAndMenu : public HotKeyTyping {
 
     QMainWindow window;
     QAction* save = nullptr;
-    TextControl* inner = new TextControl(&window);
+    TextControl* inner = makeEditor(&window);
     int saved = 0;
 };
 
@@ -45,9 +49,11 @@ class HotKeyAndMenu : public HotKeyTyping {
 TEST_F(HotKeyTyping, EveryKeyOfTheControlDoesThroughTheTableWhatItDoesWithout) {
     const QString before = u"one two\n  three\nfour five\n"_qs;
     for (const EditorKeys::Row& row : EditorKeys::all()) {
-        TextControl plain;
-        TextControl keyed;
-        keyed.setGlobals(globals);
+        const std::unique_ptr<TextControl> plainOwner{makeEditor()};
+        TextControl& plain = *plainOwner;
+        const std::unique_ptr<TextControl> keyedOwner{makeEditor()};
+        TextControl& keyed = *keyedOwner;
+        keyed.macros().setGlobals(globals);
         for (TextControl* each : {&plain, &keyed}) {
             each->resize(600, 400);
             each->show();
@@ -57,8 +63,10 @@ TEST_F(HotKeyTyping, EveryKeyOfTheControlDoesThroughTheTableWhatItDoesWithout) {
             QTest::keyClick(each, static_cast<Qt::Key>(row.key), Qt::KeyboardModifiers(row.modifiers));
         }
         EXPECT_EQ(keyed.Text(), plain.Text()) << row.key << " " << row.modifiers;
-        EXPECT_EQ(keyed.CaretPosition(), plain.CaretPosition()) << row.key << " " << row.modifiers;
-        EXPECT_EQ(keyed.AnchorPosition(), plain.AnchorPosition()) << row.key << " " << row.modifiers;
+        EXPECT_EQ(keyed.selected().CaretPosition(), plain.selected().CaretPosition())
+            << row.key << " " << row.modifiers;
+        EXPECT_EQ(keyed.selected().AnchorPosition(), plain.selected().AnchorPosition())
+            << row.key << " " << row.modifiers;
     }
 }
 
@@ -201,7 +209,7 @@ TEST_F(HotKeyAndMenu, AShortcutOfTheMenuIsNoHotKeyForAMacro) {
     EXPECT_EQ(MenuKeys::commandOf({HotKeyStroke::Alt, u"F"_qs}, *inner), u"File"_qs);
     EXPECT_EQ(MenuKeys::commandOf({HotKeyStroke::Ctrl, u"D"_qs}, *inner), QString());
     inner->ExecuteCmd(213);
-    inner->type(u"x"_qs);
+    inner->typing().type(u"x"_qs);
     inner->ExecuteCmd(213);
     auto* asked = inner->findChild<MacroDialog*>();
     QTest::keyClick(asked->findChild<StrokeEdit*>(), Qt::Key_S, Qt::ControlModifier);

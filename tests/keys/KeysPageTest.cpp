@@ -1,4 +1,5 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlLook.h"
 #include "editor/language/TokenTheme.h"
 #include "editor/windows/ControlProperties.h"
 #include "keys/KeyNames.h"
@@ -178,12 +179,12 @@ TEST_F(KeysOfTheControl, TheFilterShowsCommandsAndKeysThatHaveItsText) {
 
 TEST_F(KeysOfTheControl, NoLetterStandsForTwoThingsInTheProperties) {
     TokenTheme theme(registry);
-    control.setTheme(&theme);
+    control.look().setTheme(&theme);
     open();
     ASSERT_EQ(properties->findChild<QTabWidget*>()->count(), 6);
     EXPECT_EQ(doubledMnemonics(*properties), QStringList());
     delete properties;
-    control.setTheme(nullptr);
+    control.look().setTheme(nullptr);
 }
 
 TEST_F(KeysOfTheControl, EachFieldHasANameToBeReadOut) {

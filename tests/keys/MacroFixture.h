@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editor/Editor.h"
+#include "editor/control/ControlMacros.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
 #include "keys/GlobalObject.h"
@@ -19,6 +21,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 /// A control with hot keys and macros, and functions that press its keys.
 class MacroFixture : public testing::Test {
  protected:
@@ -26,7 +30,7 @@ class MacroFixture : public testing::Test {
     using Steps = QList<MacroStep>;
 
     MacroFixture() {
-        control.setGlobals(globals);
+        control.macros().setGlobals(globals);
         control.resize(600, 400);
         control.show();
         QGuiApplication::clipboard()->setText(u"clipboard"_qs);
@@ -76,5 +80,6 @@ class MacroFixture : public testing::Test {
     HotKeys hotKeys{GlobalObject::defaultHotKeys()};
     MacroStore store{registry, hotKeys, home.path()};
     GlobalObject globals{registry, hotKeys, store};
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 };

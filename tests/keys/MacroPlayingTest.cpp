@@ -1,4 +1,12 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/Editor.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "keys/MacroFixture.h"
 
 #include <QFile>
@@ -90,7 +98,7 @@ TEST_F(MacroPlaying, OneThatRunsIntoItselfEndsWithAMessage) {
     play(3);
     EXPECT_EQ(control.Text(), u"x"_qs);
     EXPECT_EQ(toldInABox(), u"Macro 3 runs into itself. It was stopped."_qs);
-    EXPECT_FALSE(control.isPlaying());
+    EXPECT_FALSE(control.state().isPlaying());
 }
 
 TEST_F(MacroPlaying, OneThatRunsIntoItselfByAnotherEndsToo) {
@@ -166,13 +174,13 @@ TEST_F(MacroPlaying, ASearchThatFindsNothingEndsIt) {
 TEST_F(MacroPlaying, ReplacesWithWhatWasRecorded) {
     control.setText(u"one two one"_qs);
     control.ExecuteCmd(Record);
-    control.setSearchText(u"one"_qs);
-    control.setReplacementText(u"1"_qs);
-    control.replaceAll();
+    control.search().setSearchText(u"one"_qs);
+    control.search().setReplacementText(u"1"_qs);
+    control.replacing().replaceAll();
     keepAs(Qt::Key_M);
     control.setText(u"one\none"_qs);
-    control.setSearchText(u"other"_qs);
-    control.setReplacementText(u"?"_qs);
+    control.search().setSearchText(u"other"_qs);
+    control.search().setReplacementText(u"?"_qs);
     play(1);
     EXPECT_EQ(control.Text(), u"1\n1"_qs);
 }
@@ -182,7 +190,7 @@ TEST_F(MacroPlaying, EscapeStopsAndUndoTakesBackWhatWasPlayed) {
     QSignalSpy told(&control, &TextControl::Notice);
     sendLater(Qt::Key_Escape);
     play(1);
-    EXPECT_FALSE(control.isPlaying());
+    EXPECT_FALSE(control.state().isPlaying());
     EXPECT_GT(control.Text().size(), 0);
     EXPECT_EQ(told.first()[0].toString(), u"Playing a macro. Esc stops it."_qs);
     EXPECT_EQ(told.last()[0].toString(), u"The macro was stopped."_qs);
@@ -200,7 +208,7 @@ TEST_F(MacroPlaying, EscapeStopsASearchThatTakesLong) {
     sendLater(Qt::Key_A, u"a"_qs);
     sendLater(Qt::Key_Escape);
     play(1);
-    EXPECT_FALSE(control.isPlaying());
+    EXPECT_FALSE(control.state().isPlaying());
     EXPECT_EQ(told.first()[0].toString(), u"Playing a macro. Esc stops it."_qs);
     EXPECT_EQ(told.last()[0].toString(), u"The macro was stopped."_qs);
     EXPECT_EQ(control.Text(), u'x' + slow);
@@ -220,7 +228,7 @@ TEST_F(MacroPlaying, NothingIsTypedLoadedOrClosedMeanwhile) {
     bool closed = true;
     sendLater(Qt::Key_A, u"a"_qs);
     QTimer::singleShot(0, &control, [&] {
-        loaded = control.OpenFile(file).number;
+        loaded = control.file().OpenFile(file).number;
         closed = control.close();
     });
     sendLater(Qt::Key_Escape);
@@ -234,8 +242,8 @@ TEST_F(MacroPlaying, NothingIsTypedLoadedOrClosedMeanwhile) {
 }
 
 TEST_F(MacroPlaying, AControlThatGoesMeanwhileTakesThePlayWithIt) {
-    auto* other = new TextControl;
-    other->setGlobals(globals);
+    auto* other = makeEditor();
+    other->macros().setGlobals(globals);
     other->show();
     put(1, {command(187, u"9999"_qs), command(215)});
     put(2, {text(u"x"_qs)});
@@ -259,7 +267,7 @@ class AnySteps {
             m_control.setRepeatCount(1 + below(3));
         switch (below(4)) {
             case 0:
-                return m_control.type(anyText());
+                return m_control.typing().type(anyText());
             case 1:
                 return search();
             default:
@@ -277,21 +285,21 @@ class AnySteps {
     }
 
     void search() {
-        m_control.setSearchText(below(2) == 0 ? u"o"_qs : u"[a-m]+"_qs);
+        m_control.search().setSearchText(below(2) == 0 ? u"o"_qs : u"[a-m]+"_qs);
         m_control.setSearchRegExp(below(2) == 0);
         m_control.setSearchCaseSensitive(below(2) == 0);
-        m_control.setReplacementText(u"R"_qs);
+        m_control.search().setReplacementText(u"R"_qs);
         static constexpr int Searches[] = {176, 176, 174, 170, 171, 172, 173};
         m_control.ExecuteCmd(Searches[below(std::size(Searches))]);
     }
 
     /// Any command except those that show a question, undo, or record or play a macro.
     int anyCommand() {
-        using ControlCommands::Kind;
-        const auto all = ControlCommands::all();
+        using Command::Kind;
+        const auto all = Command::all();
         for (;;) {
-            const ControlCommands::Row& row = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
-            if (ControlCommands::canBePlayed(row, {}) && row.kind != Kind::Plays && row.kind != Kind::Sets)
+            const Command::Info& row = all[static_cast<std::size_t>(below(static_cast<int>(all.size())))];
+            if (Command::canBePlayed(row, {}) && row.kind != Kind::Plays && row.kind != Kind::Sets)
                 return row.number;
         }
     }
@@ -306,7 +314,7 @@ TEST_F(MacroPlaying, WhatWasRecordedMakesTheSameTextAgain) {
     const QString before = u"int main() {\n\treturn größe; // one two\n}\n\nzeta\nalpha beta\n  gamma\n"_qs;
     const auto begin = [&] {
         control.setText(before);
-        control.ClearAllBookmarks();
+        control.bookmarks().ClearAllBookmarks();
         control.SendScintilla(Sci::SCI_SETOVERTYPE, 0UL);
         control.setSelection(20, 20);
         control.SendScintilla(Sci::SCI_EMPTYUNDOBUFFER);
@@ -320,7 +328,7 @@ TEST_F(MacroPlaying, WhatWasRecordedMakesTheSameTextAgain) {
             any.doOne();
         control.setRepeatCount(1);
         const QString after = control.Text();
-        const qint64 caret = control.CaretPosition();
+        const qint64 caret = control.selected().CaretPosition();
         const Steps steps = globals.recorder().finish();
         ASSERT_FALSE(steps.isEmpty());
         put(1, Macro::fromBytes(Macro(steps).toBytes())->steps());
@@ -328,7 +336,7 @@ TEST_F(MacroPlaying, WhatWasRecordedMakesTheSameTextAgain) {
         begin();
         play(1);
         ASSERT_EQ(control.Text(), after) << "seed " << seed;
-        EXPECT_EQ(control.CaretPosition(), caret) << "seed " << seed;
+        EXPECT_EQ(control.selected().CaretPosition(), caret) << "seed " << seed;
         if (control.CanUndo())
             control.Undo();
         ASSERT_EQ(control.Text(), before) << "seed " << seed;

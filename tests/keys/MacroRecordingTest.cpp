@@ -1,4 +1,9 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/Editor.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/windows/FindDialog.h"
 #include "editor/windows/IncrementalSearchBar.h"
 #include "keys/MacroFixture.h"
@@ -64,9 +69,9 @@ TEST_F(MacroRecording, NotesTheClipboardCommandsOfMenusAndKeys) {
     control.setText(u"one"_qs);
     begin();
     control.SelectAll();
-    control.Copy();
-    control.Cut();
-    control.Paste();
+    control.clipboard().Copy();
+    control.clipboard().Cut();
+    control.clipboard().Paste();
     key(Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(recorded(), (Steps{command(137), command(Sci::SCI_COPY), command(Sci::SCI_CUT), command(Sci::SCI_PASTE),
                                  command(Sci::SCI_PASTE)}));
@@ -98,22 +103,22 @@ TEST_F(MacroRecording, WhatIsTypedBehindARepeatedTextIsNotRepeatedWithIt) {
 
 TEST_F(MacroRecording, NotesASearchWithWhatItGoesByAndThatOnlyOnce) {
     control.setText(u"one two one"_qs);
-    control.setSearchText(u"one"_qs);
+    control.search().setSearchText(u"one"_qs);
     control.setSearchCaseSensitive(true);
     begin();
-    control.findNext();
+    control.search().findNext();
     control.ExecuteCmd(176);
     control.setSearchRegExp(true);
-    control.findPrevious();
+    control.search().findPrevious();
     EXPECT_EQ(recorded(), (Steps{command(179, u"one"_qs), command(231), command(233), command(236), command(176),
                                  command(176), command(230), command(174)}));
 }
 
 TEST_F(MacroRecording, ASearchThatFindsNothingIsNoStep) {
     control.setText(u"one"_qs);
-    control.setSearchText(u"two"_qs);
+    control.search().setSearchText(u"two"_qs);
     begin();
-    control.findNext();
+    control.search().findNext();
     control.ExecuteCmd(176);
     EXPECT_EQ(recorded(), Steps{});
     EXPECT_EQ(globals.recorder().missedCount(), 0);
@@ -129,7 +134,7 @@ TEST_F(MacroRecording, NotesReplacementsOfTheDialog) {
     dialog->findChild<QPushButton*>(u"cmdReplaceAll"_qs)->click();
     ASSERT_FALSE(recorded().isEmpty());
     EXPECT_TRUE(recorded().contains(command(180, u"1"_qs)));
-    EXPECT_EQ(recorded().last(), command(ControlCommands::ReplaceAll));
+    EXPECT_EQ(recorded().last(), command(Command::ReplaceAll));
     EXPECT_EQ(globals.recorder().missedCount(), 0);
     dialog->close();
 }
@@ -231,10 +236,11 @@ TEST_F(MacroRecording, WithoutAStepThereIsNothingToKeep) {
 }
 
 TEST_F(MacroRecording, FollowsOneControlAndCanBeEndedInAnother) {
-    TextControl other;
-    other.setGlobals(globals);
+    const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+    TextControl& other = *otherOwner;
+    other.macros().setGlobals(globals);
     begin();
-    other.type(u"elsewhere"_qs);
+    other.typing().type(u"elsewhere"_qs);
     type("here");
     EXPECT_EQ(recorded(), Steps{text(u"here"_qs)});
     other.ExecuteCmd(Record);
@@ -244,10 +250,11 @@ TEST_F(MacroRecording, FollowsOneControlAndCanBeEndedInAnother) {
 
 TEST_F(MacroRecording, IsOverWithItsControl) {
     {
-        TextControl other;
-        other.setGlobals(globals);
+        const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+        TextControl& other = *otherOwner;
+        other.macros().setGlobals(globals);
         other.ExecuteCmd(Record);
-        other.type(u"x"_qs);
+        other.typing().type(u"x"_qs);
         EXPECT_TRUE(recording());
     }
     EXPECT_FALSE(recording());

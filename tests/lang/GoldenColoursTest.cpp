@@ -2,7 +2,11 @@
 // led by "|", a letter for the class of each character. QUILLMARK_WRITE_GOLDEN=1 in the environment writes them anew
 // instead of comparing; look at what has changed before you keep it.
 
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLook.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/Colouring.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
 
@@ -11,6 +15,8 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -32,9 +38,10 @@ class GoldenColours : public testing::Test {
 
     /// The sample as a control colours it.
     QStringList coloured(const QString& name) {
-        TextControl control;
-        control.setLanguage(table.definition(name));
-        EXPECT_FALSE(control.OpenFile(table.samplePath(name)));
+        const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+        TextControl& control = *controlOwner;
+        control.look().setLanguage(table.definition(name));
+        EXPECT_FALSE(control.file().OpenFile(table.samplePath(name)));
         const qint64 length = control.heldText().length();
         control.colouring().completeTo(length);
         QStringList rows;

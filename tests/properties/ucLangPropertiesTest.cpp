@@ -1,6 +1,7 @@
 #include "document/EditorGlobals.h"
 #include "document/rtCM.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/Colouring.h"
 #include "editor/windows/ControlProperties.h"
 #include "platform/FileErrors.h"
 #include "properties/fmrLangProperties.h"

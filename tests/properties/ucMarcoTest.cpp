@@ -1,3 +1,4 @@
+#include "editor/control/CommandNumbers.h"
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
 #include "properties/frmMacro.h"
@@ -26,7 +27,7 @@ namespace {
 class MacroPanel : public testing::Test {
  protected:
     void bind(int n, char16_t letter) {
-        hotKeys.bind(HotKeys::MacroCommandBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
+        hotKeys.bind(Command::MacroBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
     }
     void set(const char* key, const char* value) { settings.write(QString::fromLatin1(key), QString::fromUtf8(value)); }
     QString stored(const char* key) { return settings.PropertyValue(QString::fromLatin1(key), u"none"_qs, false); }

@@ -4,7 +4,7 @@
 #include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/CommandNumbers.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
 #include "settings/Options.h"
@@ -124,7 +124,7 @@ class FrameFixture : public testing::Test {
     void bindMacro(int n, char16_t letter) {
         HotKeys keys(GlobalObject::defaultHotKeys());
         keys.load(m_registry);
-        keys.bind(HotKeys::MacroCommandBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
+        keys.bind(Command::MacroBase + n, {{HotKeyStroke::Ctrl, QString(QChar(letter))}, {}});
         keys.save(m_registry);
     }
 
@@ -146,7 +146,15 @@ class FrameFixture : public testing::Test {
     const QList<frmDocument*>& documents() { return house().children.documents(); }
     frmDocument* active() { return house().children.active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
-    void type(const QString& text) { control().type(text); }
+    /// The same as a widget, for those that need not know the control.
+    QWidget& textWidget() { return *active()->GetEditor()->focusProxy(); }
+    QString text() { return active()->GetEditor()->Text(); }
+    void select(qint64 anchor, qint64 caret);
+    bool canUndo();
+    bool isBookmarked(qint64 line);
+    void execute(int command);
+    void setRepeatCount(int times);
+    void type(const QString& text);
     TabStrip& strip() { return *m_frame->findChild<TabStrip*>(u"TabStrip1"_qs); }
     QAction* entry(const char* name) { return house().entries.entry(name); }
     QAction* button(const char* key) { return house().entries.button(key); }

@@ -9,7 +9,7 @@ using Sci = QsciScintillaBase;
 namespace {
 
 QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
-    if (className != QLatin1String("TextControl"))
+    if (className != QLatin1String(TextControl::staticMetaObject.className()))
         return nullptr;
     return new EditorAccessible(qobject_cast<TextControl*>(object));
 }
@@ -18,12 +18,16 @@ QAccessibleInterface* makeAccessible(const QString& className, QObject* object) 
 
 EditorAccessible::EditorAccessible(TextControl* control) : QAccessibleWidget(control, QAccessible::EditableText) {}
 
-void EditorAccessible::install() {
+void EditorAccessible::follow(TextControl& control) {
     static const bool installed = [] {
         QAccessible::installFactory(makeAccessible);
         return true;
     }();
     Q_UNUSED(installed)
+    QObject::connect(
+        &control, &TextControl::aboutToChange, &control,
+        [&control](qint64 at, qint64 length, bool inserts) { textAboutToChange(control, at, length, inserts); });
+    QObject::connect(&control, &TextControl::SelChange, &control, [&control] { selectionChanged(control); });
 }
 
 void EditorAccessible::textAboutToChange(TextControl& control, qint64 at, qint64 length, bool inserts) {

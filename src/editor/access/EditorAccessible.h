@@ -4,7 +4,7 @@
 
 class TextControl;
 
-/// What a screen reader is told of the editing control: its text, caret and selection. The library's own object counts
+/// What a screen reader gets of the editing control: its text, caret and selection. The library's own object counts
 /// characters from the start of the text at every key and paint; this one asks the control's map. Offsets are positions
 /// in UTF-16 units. Owned by Qt's cache of accessible objects.
 class EditorAccessible : public QAccessibleWidget,
@@ -13,14 +13,9 @@ class EditorAccessible : public QAccessibleWidget,
  public:
     explicit EditorAccessible(TextControl* control);
 
-    /// Puts itself before the library's factory. To be called when a first control of the library exists, since that
-    /// brings the library's own.
-    static void install();
-
-    /// The control tells of an edit before it happens (in bytes), and of a selection that has moved. Free of cost while
-    /// nobody listens.
-    static void textAboutToChange(TextControl& control, qint64 at, qint64 length, bool inserts);
-    static void selectionChanged(TextControl& control);
+    /// Lets a new control have this object, and notifies screen readers of its edits and selections from now on. Does
+    /// no work while none listens. The first call puts the factory before the library's, which exists by then.
+    static void follow(TextControl& control);
 
     void* interface_cast(QAccessible::InterfaceType type) override;
     QAccessible::State state() const override;
@@ -48,6 +43,9 @@ class EditorAccessible : public QAccessibleWidget,
     void replaceText(int start, int end, const QString& text) override;
 
  private:
+    static void textAboutToChange(TextControl& control, qint64 at, qint64 length, bool inserts);
+    static void selectionChanged(TextControl& control);
+
     struct Bytes {
         qint64 from = 0;
         qint64 to = 0;

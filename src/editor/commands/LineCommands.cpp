@@ -1,7 +1,9 @@
 #include "editor/commands/LineCommands.h"
 
+#include "editor/control/ControlClipboard.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/control/ScintillaCalls.h"
+#include "editor/control/TextSpans.h"
 
 #include <algorithm>
 
@@ -10,21 +12,21 @@ using ScintillaCalls::caret;
 
 namespace {
 
-void selectSpan(TextControl& control, Span span) {
+void selectSpan(EditView& view, Span span) {
     if (span.empty())
         return;
-    ScintillaCalls::select(control, span.from, span.to);
-    ask(control, TextControl::SCI_SCROLLCARET);
+    ScintillaCalls::select(view, span.from, span.to);
+    ask(view, EditView::SCI_SCROLLCARET);
 }
 
-qint64 levelWidth(const TextControl& control) {
-    const qint64 width = ask(control, TextControl::SCI_GETINDENT);
-    return width > 0 ? width : ask(control, TextControl::SCI_GETTABWIDTH);
+qint64 levelWidth(const EditView& view) {
+    const qint64 width = ask(view, EditView::SCI_GETINDENT);
+    return width > 0 ? width : ask(view, EditView::SCI_GETTABWIDTH);
 }
 
-QByteArray indentation(const TextControl& control) {
-    const bool tabs = ask(control, TextControl::SCI_GETUSETABS) != 0;
-    return tabs ? QByteArray("\t") : QByteArray(levelWidth(control), ' ');
+QByteArray indentation(const EditView& view) {
+    const bool tabs = ask(view, EditView::SCI_GETUSETABS) != 0;
+    return tabs ? QByteArray("\t") : QByteArray(levelWidth(view), ' ');
 }
 
 /// How many bytes at the front of a line, of which no more than one step is given, make one step of indentation.
@@ -38,82 +40,82 @@ qint64 indentedBytes(std::string_view front) {
 
 namespace LineCommands {
 
-void deleteToStart(TextControl& control) {
-    const qint64 at = caret(control);
-    ScintillaCalls::remove(control, {control.map().lineBeginOf(at), at});
-    ask(control, TextControl::SCI_SETEMPTYSELECTION, caret(control));
+void deleteToStart(EditView& view) {
+    const qint64 at = caret(view);
+    ScintillaCalls::remove(view, {view.map().lineBeginOf(at), at});
+    ask(view, EditView::SCI_SETEMPTYSELECTION, caret(view));
 }
 
-void deleteToEnd(TextControl& control) {
-    const qint64 at = caret(control);
-    ask(control, TextControl::SCI_SETEMPTYSELECTION, at);
-    ScintillaCalls::remove(control, {at, control.map().lineEndOf(at)});
+void deleteToEnd(EditView& view) {
+    const qint64 at = caret(view);
+    ask(view, EditView::SCI_SETEMPTYSELECTION, at);
+    ScintillaCalls::remove(view, {at, view.map().lineEndOf(at)});
 }
 
-void deleteLines(TextControl& control) {
-    const Span lines = TextSpans::selectedLines(control);
-    ask(control, TextControl::SCI_SETEMPTYSELECTION, lines.from);
-    ScintillaCalls::remove(control, lines);
+void deleteLines(EditView& view) {
+    const Span lines = TextSpans::selectedLines(view);
+    ask(view, EditView::SCI_SETEMPTYSELECTION, lines.from);
+    ScintillaCalls::remove(view, lines);
 }
 
-void cutLines(TextControl& control) {
-    const Span lines = TextSpans::selectedLines(control);
+void cutLines(EditView& view, ControlClipboard& clipboard) {
+    const Span lines = TextSpans::selectedLines(view);
     if (lines.empty())
         return;
-    ScintillaCalls::select(control, lines.from, lines.to);
-    control.Cut();
+    ScintillaCalls::select(view, lines.from, lines.to);
+    clipboard.Cut();
 }
 
-void selectLines(TextControl& control) {
-    selectSpan(control, TextSpans::selectedLines(control));
+void selectLines(EditView& view) {
+    selectSpan(view, TextSpans::selectedLines(view));
 }
 
-void selectParagraph(TextControl& control) {
-    selectSpan(control, TextSpans::paragraphAtCaret(control));
+void selectParagraph(EditView& view) {
+    selectSpan(view, TextSpans::paragraphAtCaret(view));
 }
 
-void selectWord(TextControl& control) {
-    selectSpan(control, TextSpans::wordAtCaret(control));
+void selectWord(EditView& view) {
+    selectSpan(view, TextSpans::wordAtCaret(view));
 }
 
-void indent(TextControl& control) {
-    const QByteArray step = indentation(control);
-    const auto [first, last] = TextSpans::selectedLineNumbers(control);
-    const qint64 at = caret(control);
-    const bool follows = TextSpans::selection(control).empty() && control.map().lineBeginOf(at) == at;
+void indent(EditView& view) {
+    const QByteArray step = indentation(view);
+    const auto [first, last] = TextSpans::selectedLineNumbers(view);
+    const qint64 at = caret(view);
+    const bool follows = TextSpans::selection(view).empty() && view.map().lineBeginOf(at) == at;
     for (qint64 line = last; line >= first; --line) {
-        const qint64 begin = control.map().lineBegin(line);
-        if (first == last || control.map().lineEndOf(begin) > begin)
-            ScintillaCalls::replace(control, {begin, begin}, step);
+        const qint64 begin = view.map().lineBegin(line);
+        if (first == last || view.map().lineEndOf(begin) > begin)
+            ScintillaCalls::replace(view, {begin, begin}, step);
     }
     if (follows)
-        ask(control, TextControl::SCI_SETEMPTYSELECTION, at + step.size());
+        ask(view, EditView::SCI_SETEMPTYSELECTION, at + step.size());
 }
 
-void unindent(TextControl& control) {
-    const qint64 width = levelWidth(control);
-    const auto [first, last] = TextSpans::selectedLineNumbers(control);
+void unindent(EditView& view) {
+    const qint64 width = levelWidth(view);
+    const auto [first, last] = TextSpans::selectedLineNumbers(view);
     for (qint64 line = last; line >= first; --line) {
-        const qint64 begin = control.map().lineBegin(line);
-        const qint64 length = std::min(width, control.map().lineEndOf(begin) - begin);
-        const qint64 bytes = indentedBytes(control.heldText().range(begin, length));
+        const qint64 begin = view.map().lineBegin(line);
+        const qint64 length = std::min(width, view.map().lineEndOf(begin) - begin);
+        const qint64 bytes = indentedBytes(view.heldText().range(begin, length));
         if (bytes > 0)
-            ScintillaCalls::remove(control, {begin, begin + bytes});
+            ScintillaCalls::remove(view, {begin, begin + bytes});
     }
 }
 
-void sort(TextControl& control, LineSort::Order order) {
-    if (TextSpans::selection(control).empty())
+void sort(EditView& view, LineSort::Order order) {
+    if (TextSpans::selection(view).empty())
         return;
-    const KeptBookmarks kept(control);
-    const Span lines = TextSpans::selectedLines(control);
-    const QByteArray before = control.bytes(lines.from, lines.to);
+    const KeptBookmarks kept(view);
+    const Span lines = TextSpans::selectedLines(view);
+    const QByteArray before = view.bytes(lines.from, lines.to);
     const std::string after = LineSort::sorted({before.constData(), static_cast<std::size_t>(before.size())}, order);
     const auto size = static_cast<qsizetype>(after.size());
     const QByteArray sorted = QByteArray::fromRawData(after.data(), size);
     if (sorted != before)
-        ScintillaCalls::replace(control, lines, sorted);
-    ScintillaCalls::select(control, lines.from, sorted == before ? lines.to : lines.from + size);
+        ScintillaCalls::replace(view, lines, sorted);
+    ScintillaCalls::select(view, lines.from, sorted == before ? lines.to : lines.from + size);
 }
 
 }  // namespace LineCommands

@@ -1,8 +1,11 @@
 #include "editor/commands/MacroPlayer.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlGlobals.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/Colouring.h"
 #include "platform/Yield.h"
 #include "widgets/InputStop.h"
 
@@ -34,7 +37,7 @@ void MacroPlayer::play(int n, int times) {
 
 void MacroPlayer::playOnce(const QList<MacroStep>& steps) {
     for (const MacroStep& step : steps) {
-        if (!m_control->playStep(step) && !m_stopped) {
+        if (!playStep(step) && !m_stopped) {
             m_remark = whyNothingWasDone(step);
             m_stopped = true;
         }
@@ -43,6 +46,38 @@ void MacroPlayer::playOnce(const QList<MacroStep>& steps) {
         if (m_stopped)
             return;
     }
+}
+
+/// Where a level of indentation ends by what is typed, each character is typed by itself, as when it was recorded.
+void MacroPlayer::playText(const QString& text) {
+    ControlTyping& typing = m_control->typing();
+    const LanguageDefinition* language = typing.AutoIndent() ? m_control->colouring().language() : nullptr;
+    if (m_control->repeatCount() > 1 || language == nullptr || language->unindentAt.isEmpty())
+        return typing.type(text);
+    for (qsizetype at = 0; at < text.size();) {
+        const qsizetype length = text[at].isHighSurrogate() ? 2 : 1;
+        typing.type(text.mid(at, length));
+        at += length;
+    }
+}
+
+/// False when the step failed and left everything as it was. A step that plays another macro runs the event loop, and
+/// the control may be destroyed behind it: then it is the player that ends.
+bool MacroPlayer::playStep(const MacroStep& step) {
+    EditState& state = m_control->state();
+    state.failed = false;
+    const quint64 changes = state.changes;
+    const ByteSelection before = m_control->selection();
+    if (step.kind == MacroStep::Kind::Text) {
+        playText(step.text);
+    } else {
+        const Command::Info* info = Command::infoOf(step.command);
+        if (info != nullptr && Command::canBePlayed(*info, step.text))
+            m_control->ExecuteCmd(step.command, step.text);
+    }
+    if (!m_control)
+        return true;
+    return !state.failed || state.changes != changes || m_control->selection() != before;
 }
 
 bool MacroPlayer::goesOn() {
@@ -63,9 +98,9 @@ void MacroPlayer::yield() {
 }
 
 QString MacroPlayer::whyNothingWasDone(const MacroStep& step) const {
-    const ControlCommands::Row* row = ControlCommands::find(step.command);
-    if (row != nullptr && row->kind == ControlCommands::Kind::Searches)
-        return TextControl::tr("The macro has ended: \"%1\" was not found.").arg(m_control->searchText());
+    const Command::Info* info = Command::infoOf(step.command);
+    if (info != nullptr && info->kind == Command::Kind::Searches)
+        return TextControl::tr("The macro has ended: \"%1\" was not found.").arg(m_control->search().searchText());
     return TextControl::tr("The macro has ended: there was nothing to do for \"%1\".")
-        .arg(ControlCommands::captionOf(step.command));
+        .arg(Command::captionOf(step.command));
 }

@@ -17,7 +17,7 @@ class InputStop;
 /// from then on keys and mouse do nothing but for Escape, which stops it. The control may be gone when play() returns.
 class MacroPlayer {
  public:
-    /// Both outlive this object, but for a control that goes while it yields.
+    /// Both outlive this object, except a control that is destroyed while it yields.
     MacroPlayer(TextControl& control, ControlGlobals& globals);
     ~MacroPlayer();
     MacroPlayer(const MacroPlayer&) = delete;
@@ -38,6 +38,8 @@ class MacroPlayer {
 
  private:
     void playOnce(const QList<MacroStep>& steps);
+    bool playStep(const MacroStep& step);
+    void playText(const QString& text);
     void yield();
     QString whyNothingWasDone(const MacroStep& step) const;
 

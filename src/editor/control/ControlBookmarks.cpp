@@ -1,10 +1,10 @@
-// Bookmarks of the control: one a line, kept by Scintilla at the line's first piece.
+#include "editor/control/ControlBookmarks.h"
 
 #include "editor/control/EditScope.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 #include "editor/held/Margins.h"
 
-#include <algorithm>
+using Sci = QsciScintillaBase;
 
 namespace {
 
@@ -13,82 +13,83 @@ constexpr qint64 BookmarkMask = 1 << Markers::Bookmark;
 }  // namespace
 
 /// The pieces of a line, as held lines from the first to before the last. Asked one by one: Scintilla's own search for
-/// the next mark goes on to the end of the text.
-TextControl::Pieces TextControl::piecesOf(qint64 line) const {
-    const qint64 first = m_text.lineOf(m_map.lineBegin(line));
-    if (m_map.joints().empty())
+/// the next mark runs to the end of the text.
+ControlBookmarks::Pieces ControlBookmarks::piecesOf(qint64 line) const {
+    const qint64 first = m_view.heldText().lineOf(m_view.map().lineBegin(line));
+    if (m_view.map().joints().empty())
         return {first, first + 1};
-    return {first, line + 1 < TotalLines() ? m_text.lineOf(m_map.lineBegin(line + 1)) : m_text.lineCount()};
+    return {first, line + 1 < m_view.TotalLines() ? m_view.heldText().lineOf(m_view.map().lineBegin(line + 1))
+                                                  : m_view.heldText().lineCount()};
 }
 
-bool TextControl::BookmarkAt(qint64 line) const {
-    if (line < 0 || line >= TotalLines())
+bool ControlBookmarks::BookmarkAt(qint64 line) const {
+    if (line < 0 || line >= m_view.TotalLines())
         return false;
     const auto [first, end] = piecesOf(line);
     for (qint64 piece = first; piece < end; ++piece) {
-        if ((send(SCI_MARKERGET, piece) & BookmarkMask) != 0)
+        if ((m_view.send(Sci::SCI_MARKERGET, piece) & BookmarkMask) != 0)
             return true;
     }
     return false;
 }
 
-/// Lines that were joined may carry marks at pieces behind the first too; those go with it.
-void TextControl::setBookmarkAt(qint64 line, bool bookmarked) {
-    if (line < 0 || line >= TotalLines() || BookmarkAt(line) == bookmarked)
+/// Lines that were joined may carry marks at pieces behind the first too; those are removed with it.
+void ControlBookmarks::setBookmarkAt(qint64 line, bool bookmarked) {
+    if (line < 0 || line >= m_view.TotalLines() || BookmarkAt(line) == bookmarked)
         return;
     const auto [first, end] = piecesOf(line);
     if (bookmarked) {
-        send(SCI_MARKERADD, first, Markers::Bookmark);
+        m_view.send(Sci::SCI_MARKERADD, first, Markers::Bookmark);
         return;
     }
     for (qint64 piece = first; piece < end; ++piece)
-        send(SCI_MARKERDELETE, piece, Markers::Bookmark);
+        m_view.send(Sci::SCI_MARKERDELETE, piece, Markers::Bookmark);
 }
 
-void TextControl::ToggleBookmark() {
-    setBookmarkAt(CurrentLine(), !BookmarkAt(CurrentLine()));
+void ControlBookmarks::ToggleBookmark() {
+    setBookmarkAt(currentLine(), !BookmarkAt(currentLine()));
 }
 
-void TextControl::ClearAllBookmarks() {
-    send(SCI_MARKERDELETEALL, Markers::Bookmark);
+void ControlBookmarks::ClearAllBookmarks() {
+    m_view.send(Sci::SCI_MARKERDELETEALL, Markers::Bookmark);
 }
 
-void TextControl::goToHeldLine(qint64 held) {
-    const EditScope scope(*this);
-    GotoTextLine(m_map.lineOf(m_text.lineStart(held)));
+void ControlBookmarks::goToHeldLine(qint64 held) {
+    const EditScope scope(m_view);
+    m_view.GotoTextLine(m_view.map().lineOf(m_view.heldText().lineStart(held)));
 }
 
-/// Goes to the marked line that the message finds from the first held line, else from the second.
-void TextControl::goToBookmark(qint64 first, qint64 second, unsigned message) {
-    qint64 held = send(message, first, BookmarkMask);
+/// Moves to the marked line that the message finds from the first held line, else from the second.
+void ControlBookmarks::goToBookmark(qint64 first, qint64 second, unsigned message) {
+    qint64 held = m_view.send(message, first, BookmarkMask);
     if (held < 0)
-        held = send(message, second, BookmarkMask);
+        held = m_view.send(message, second, BookmarkMask);
     if (held < 0)
-        commandFailed();
+        m_view.commandFailed();
     else
         goToHeldLine(held);
 }
 
-void TextControl::FirstBookmark() {
-    goToBookmark(0, 0, SCI_MARKERNEXT);
+void ControlBookmarks::FirstBookmark() {
+    goToBookmark(0, 0, Sci::SCI_MARKERNEXT);
 }
 
-void TextControl::LastBookmark() {
-    goToBookmark(m_text.lineCount() - 1, m_text.lineCount() - 1, SCI_MARKERPREVIOUS);
+void ControlBookmarks::LastBookmark() {
+    goToBookmark(m_view.heldText().lineCount() - 1, m_view.heldText().lineCount() - 1, Sci::SCI_MARKERPREVIOUS);
 }
 
-void TextControl::NextBookmark() {
-    const qint64 behind = CurrentLine() + 1;
-    const qint64 from = behind < TotalLines() ? m_text.lineOf(m_map.lineBegin(behind)) : 0;
-    goToBookmark(from, 0, SCI_MARKERNEXT);
+void ControlBookmarks::NextBookmark() {
+    const qint64 behind = currentLine() + 1;
+    const qint64 from = behind < m_view.TotalLines() ? m_view.heldText().lineOf(m_view.map().lineBegin(behind)) : 0;
+    goToBookmark(from, 0, Sci::SCI_MARKERNEXT);
 }
 
-void TextControl::PrevBookmark() {
-    const qint64 last = m_text.lineCount() - 1;
-    const qint64 from = m_text.lineOf(m_map.lineBegin(CurrentLine())) - 1;
-    goToBookmark(from < 0 ? last : from, last, SCI_MARKERPREVIOUS);
+void ControlBookmarks::PrevBookmark() {
+    const qint64 last = m_view.heldText().lineCount() - 1;
+    const qint64 from = m_view.heldText().lineOf(m_view.map().lineBegin(currentLine())) - 1;
+    goToBookmark(from < 0 ? last : from, last, Sci::SCI_MARKERPREVIOUS);
 }
 
-qint64 TextControl::lineAtPoint(int x, int y) const {
-    return m_map.lineOf(send(SCI_POSITIONFROMPOINT, x, y));
+qint64 ControlBookmarks::currentLine() const {
+    return m_view.map().lineOf(m_view.selection().caret);
 }

@@ -1,7 +1,9 @@
-// The clipboard, and the X11 primary selection.
+#include "editor/control/ControlClipboard.h"
 
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/EditScope.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -9,6 +11,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
+#include <vector>
+
+using Sci = QsciScintillaBase;
 
 namespace {
 
@@ -18,47 +24,37 @@ constexpr qsizetype PrimaryLimit = 1024 * 1024;
 
 }  // namespace
 
-bool TextControl::canInsertFromMimeData(const QMimeData* source) const {
-    return source->hasText();
-}
-
-QByteArray TextControl::fromMimeData(const QMimeData* source, bool& rectangular) const {
-    QsciScintillaBase::fromMimeData(source, rectangular);
-    return withOwnLineEnds(source->text());
-}
-
-/// Called for the clipboard, a drag and the primary selection alike.
-QMimeData* TextControl::toMimeData(const QByteArray& text, bool rectangular) const {
-    if (rectangular)
-        return QsciScintillaBase::toMimeData(text, rectangular);
+QMimeData* ControlClipboard::selectedText(const QByteArray& text, bool dragged) const {
     auto mime = std::make_unique<QMimeData>();
-    if (m_copying || m_dragging || text.size() <= PrimaryLimit)
+    if (m_copying || dragged || text.size() <= PrimaryLimit)
         mime->setText(textOfRanges());
     return mime.release();
 }
 
 /// The text of all ranges in the order in which they stand there, each on a line of its own.
-QString TextControl::textOfRanges() const {
+QString ControlClipboard::textOfRanges() const {
     std::vector<std::pair<qint64, qint64>> ranges;
-    for (qint64 range = 0; range < send(SCI_GETSELECTIONS); ++range)
-        ranges.emplace_back(send(SCI_GETSELECTIONNSTART, range), send(SCI_GETSELECTIONNEND, range));
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range) {
+        ranges.emplace_back(m_view.send(Sci::SCI_GETSELECTIONNSTART, range),
+                            m_view.send(Sci::SCI_GETSELECTIONNEND, range));
+    }
     std::ranges::sort(ranges);
     QByteArrayList texts;
     for (const auto& [from, to] : ranges) {
         if (from < to)
-            texts << bytes(from, to);
+            texts << m_view.bytes(from, to);
     }
-    return QString::fromUtf8(texts.join(withOwnLineEnds(u"\n"_qs)));
+    return QString::fromUtf8(texts.join(m_view.withOwnLineEnds(u"\n"_qs)));
 }
 
-void TextControl::Copy() {
-    const EditScope scope(*this);
-    if (send(SCI_GETSELECTIONEMPTY) != 0)
+void ControlClipboard::Copy() {
+    const EditScope scope(m_view);
+    if (m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0)
         return;
-    noteCommand(SCI_COPY, {}, 1);
-    if (send(SCI_SELECTIONISRECTANGLE) != 0) {
+    m_macros.noteCommand(Sci::SCI_COPY, {}, 1);
+    if (m_view.send(Sci::SCI_SELECTIONISRECTANGLE) != 0) {
         m_copying = true;
-        send(SCI_COPY);
+        m_view.send(Sci::SCI_COPY);
         m_copying = false;
         return;
     }
@@ -67,30 +63,29 @@ void TextControl::Copy() {
     QGuiApplication::clipboard()->setMimeData(mime.release());
 }
 
-void TextControl::Cut() {
-    const EditScope scope(*this, EditScope::Grouped);
-    if (Locked() || send(SCI_GETSELECTIONEMPTY) != 0)
+void ControlClipboard::Cut() {
+    const EditScope scope(m_view, EditScope::Grouped);
+    if (m_view.Locked() || m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0)
         return;
     Copy();
-    loosenRectangle();
-    send(SCI_CLEAR);
-    noteCommand(SCI_CUT, {}, 1);
+    m_selection.loosenRectangle();
+    m_view.send(Sci::SCI_CLEAR);
+    m_macros.noteCommand(Sci::SCI_CUT, {}, 1);
 }
 
-void TextControl::Paste() {
+void ControlClipboard::Paste() {
     const QMimeData* mime = QGuiApplication::clipboard()->mimeData();
-    if (Locked() || mime == nullptr || !mime->hasText())
+    if (m_view.Locked() || mime == nullptr || !mime->hasText())
         return;
-    const EditScope scope(*this, EditScope::Grouped);
-    bool rectangular = false;
-    const QByteArray utf8 = fromMimeData(mime, rectangular);
+    const EditScope scope(m_view, EditScope::Grouped);
+    const bool rectangular = m_view.isRectangular(*mime);
     if (rectangular)
-        loosenAtTop();
-    loosenRectangle();
-    if (rectangular || !isStream())
-        send(SCI_PASTE);
+        m_selection.loosenAtTop();
+    m_selection.loosenRectangle();
+    if (rectangular || !m_selection.isStream())
+        m_view.send(Sci::SCI_PASTE);
     else
-        replaceSelection(utf8);
-    m_scrollDue = true;
-    noteCommand(SCI_PASTE, {}, 1);
+        m_view.replaceSelection(m_view.withOwnLineEnds(mime->text()));
+    m_view.state().scrollDue = true;
+    m_macros.noteCommand(Sci::SCI_PASTE, {}, 1);
 }

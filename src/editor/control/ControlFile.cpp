@@ -1,36 +1,49 @@
-// Files into the control and out of it.
+#include "editor/control/ControlFile.h"
 
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/EditScope.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
+#include "editor/control/KeptBookmarks.h"
+#include "editor/held/Colouring.h"
 #include "editor/held/TextLoader.h"
 #include "platform/FileErrors.h"
 #include "platform/UserFileWriter.h"
 
 #include <cerrno>
 #include <optional>
+#include <string_view>
 #include <vector>
+
+using Sci = QsciScintillaBase;
 
 namespace {
 
 int eolModeOf(const QString& lineEnd) {
     if (lineEnd == u"\r\n"_qs)
-        return QsciScintillaBase::SC_EOL_CRLF;
-    return lineEnd == u"\r"_qs ? QsciScintillaBase::SC_EOL_CR : QsciScintillaBase::SC_EOL_LF;
+        return Sci::SC_EOL_CRLF;
+    return lineEnd == u"\r"_qs ? Sci::SC_EOL_CR : Sci::SC_EOL_LF;
 }
 
 }  // namespace
 
-SystemError TextControl::OpenFile(const QString& path) {
+ControlFile::ControlFile(EditView& view, ControlTyping& typing, ControlLineNumbers& lineNumbers, ControlLook& look)
+    : m_view(view), m_typing(typing), m_lineNumbers(lineNumbers), m_look(look) {
+    applyDocumentState(Sci::SC_EOL_LF);
+}
+
+SystemError ControlFile::OpenFile(const QString& path) {
     return OpenFileAs(path, SaveFlags::AsLoaded);
 }
 
-SystemError TextControl::OpenFileAs(const QString& path, int flagWord) {
-    if (isPlaying())
+SystemError ControlFile::OpenFileAs(const QString& path, int flagWord) {
+    if (m_view.state().isPlaying())
         return FileErrors::reading(path, SystemError::fromErrno(EBUSY));
     std::optional<TextFormat> format;
     if ((flagWord & ~SaveFlags::ClearHistory) != SaveFlags::AsLoaded)
         format = formatOfSave(flagWord, m_format);
-    // The document is made through a view that nobody sees: the maker forgets what it knew of its own document.
+    // The document is made through an invisible view: the one that makes it loses what it knew of its own document.
     QsciScintillaBase host;
     LoadedText loaded = TextLoader::load(path, format, host);
     if (loaded.error)
@@ -41,29 +54,38 @@ SystemError TextControl::OpenFileAs(const QString& path, int flagWord) {
     return {};
 }
 
-void TextControl::takeLoaded(LoadedText loaded) {
-    const EditScope scope(*this);
-    SendScintilla(SCI_SETDOCPOINTER, 0UL, loaded.document);
-    SendScintilla(SCI_RELEASEDOCUMENT, 0UL, loaded.document);
-    m_map.reset(loaded.ascii, loaded.jointKind, std::move(loaded.joints));
+void ControlFile::takeLoaded(LoadedText loaded) {
+    const EditScope scope(m_view);
+    m_view.SendScintilla(Sci::SCI_SETDOCPOINTER, 0UL, loaded.document);
+    m_view.SendScintilla(Sci::SCI_RELEASEDOCUMENT, 0UL, loaded.document);
+    m_view.map().reset(loaded.ascii, loaded.jointKind, std::move(loaded.joints));
     m_format = loaded.format;
-    m_eolMode = eolModeOf(loaded.firstLineEnd);
     m_coloured = loaded.styled;
-    m_forcedLock = m_map.joints().kind() == JointKind::Listed;
-    m_typing = false;
-    m_changed = false;
-    m_grouped = false;  // the group was one of the text that went
-    ++m_changes;
-    applyDocumentState();
-    send(SCI_SETSCROLLWIDTH, 1);
-    m_numberedLines = -1;
-    showLineNumbers();
-    followPieces();
+    m_view.state().forcedLock = m_view.map().joints().kind() == JointKind::Listed;
+    m_view.state().typing = false;
+    m_view.state().changed = false;
+    m_view.state().grouped = false;  // the group was one of the text before
+    ++m_view.state().changes;
+    applyDocumentState(eolModeOf(loaded.firstLineEnd));
+    m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);
+    m_lineNumbers.followAnew();
+    m_look.followPieces();
 }
 
-SystemError TextControl::SaveFile(const QString& path, int flagWord) {
+void ControlFile::applyDocumentState(int lineEndMode) {
+    m_view.send(Sci::SCI_SETCODEPAGE, Sci::SC_CP_UTF8);
+    m_view.colouring().setUpDocument(m_coloured);
+    m_view.send(Sci::SCI_SETUNDOCOLLECTION, 1);
+    m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+    m_view.send(Sci::SCI_SETEOLMODE, lineEndMode);
+    m_typing.applyTabs();
+    m_view.send(Sci::SCI_SETREADONLY, m_view.Locked());
+    m_view.send(Sci::SCI_SETSAVEPOINT);
+}
+
+SystemError ControlFile::SaveFile(const QString& path, int flagWord) {
     const TextFormat format = formatOfSave(flagWord, m_format);
-    const std::vector<std::string_view> text = plainRuns(0, m_text.length());
+    const std::vector<std::string_view> text = m_view.plainRuns(0, m_view.heldText().length());
     const EncodedText encoded = encodeText(text, format);
     if (encoded.failure)
         return encoded.failure->error();
@@ -72,22 +94,50 @@ SystemError TextControl::SaveFile(const QString& path, int flagWord) {
     m_format = format;
     m_path = path;
     m_converted = false;
-    send(SCI_SETSAVEPOINT);
+    m_view.send(Sci::SCI_SETSAVEPOINT);
     if ((flagWord & SaveFlags::ClearHistory) != 0)
-        send(SCI_EMPTYUNDOBUFFER);
+        m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
     return {};
 }
 
-QString TextControl::limitations() const {
+bool ControlFile::canReopen() const {
+    return !m_path.isEmpty() && !m_converted && m_view.send(Sci::SCI_GETMODIFY) == 0;
+}
+
+SystemError ControlFile::reopenAs(int flagWord) {
+    return canReopen() ? OpenFileAs(m_path, flagWord) : SystemError{};
+}
+
+int ControlFile::lineEndMode() const {
+    return static_cast<int>(m_view.send(Sci::SCI_GETEOLMODE));
+}
+
+bool ControlFile::canConvertLineEnds() const {
+    return !m_view.Locked() && m_view.map().joints().kind() == JointKind::None;
+}
+
+void ControlFile::convertLineEnds(int mode) {
+    if (!canConvertLineEnds())
+        return;
+    const EditScope scope(m_view);
+    const KeptBookmarks kept(m_view);
+    m_view.state().typing = false;
+    m_view.send(Sci::SCI_SETEOLMODE, mode);
+    m_view.send(Sci::SCI_CONVERTEOLS, mode);
+    m_converted = m_converted || m_view.state().changed;
+    m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+}
+
+QString ControlFile::limitations() const {
     QStringList said;
-    if (!m_map.joints().empty()) {
-        said << tr("Long lines are shown in pieces");
-        if (m_coloured && m_colouring.language() != nullptr)
-            said << tr("coloured piece by piece");
-        if (m_forcedLock)
-            said << tr("locked, since its line ends are mixed");
+    if (!m_view.map().joints().empty()) {
+        said << EditView::tr("Long lines are shown in pieces");
+        if (m_coloured && m_view.colouring().language() != nullptr)
+            said << EditView::tr("coloured piece by piece");
+        if (m_view.state().forcedLock)
+            said << EditView::tr("locked, since its line ends are mixed");
     }
     if (!m_coloured)
-        said << tr("no colouring above 64 MB");
+        said << EditView::tr("no colouring above 64 MB");
     return said.join(u", "_qs);
 }

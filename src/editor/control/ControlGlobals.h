@@ -7,7 +7,6 @@
 
 #include <optional>
 
-class TextControl;
 class ControlPage;
 class MacroRecorder;
 class QKeyEvent;
@@ -33,7 +32,7 @@ class ControlGlobals {
     virtual KeyAnswer press(const QKeyEvent& key) = 0;
     /// Whether the key is the one that a hot key begun before waits for, or leaves it; press() is to get it.
     virtual bool isAwaited(const QKeyEvent& key) const = 0;
-    /// Whether a hot key goes on, is left, or begins with the key.
+    /// Whether the key continues, ends or begins a hot key.
     virtual bool isBound(const QKeyEvent& key) const = 0;
     /// The first stroke of a hot key whose second is waited for, as text; empty: none is.
     virtual QString begunHotKey() const = 0;
@@ -42,12 +41,12 @@ class ControlGlobals {
     /// The one recording of the process.
     virtual MacroRecorder& recorder() = 0;
     /// Whether there is room for one more macro; says so when there is not.
-    virtual bool mayRecord(TextControl& control) = 0;
+    virtual bool mayRecord(QWidget& control) = 0;
     /// Asks which hot key the macro is to have, and keeps it then.
-    virtual void keepMacro(TextControl& control, const QList<MacroStep>& steps) = 0;
+    virtual void keepMacro(QWidget& control, const QList<MacroStep>& steps) = 0;
     /// The steps of macro `n`, from 1; empty when there is none.
     virtual QList<MacroStep> macro(int n) const = 0;
 
     /// Pages for the properties dialog of a control, which owns them then.
-    virtual QList<ControlPage*> propertyPages(TextControl& control) = 0;
+    virtual QList<ControlPage*> propertyPages(QWidget& control) = 0;
 };

@@ -1,195 +1,233 @@
-// What the control looks like: fonts, colours, margins.
+#include "editor/control/ControlLook.h"
 
-#include "editor/control/TextControl.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlTyping.h"
+#include "editor/control/EditView.h"
+#include "editor/held/Colouring.h"
 #include "editor/held/Margins.h"
 #include "editor/held/ScintillaColour.h"
+#include "editor/language/TokenTheme.h"
 #include "widgets/Contrast.h"
 
-#include <QEvent>
-#include <QPaintEvent>
+#include <QFontDatabase>
+#include <QPalette>
 
-#include <algorithm>
+using Sci = QsciScintillaBase;
 
 using Contrast::blended;
 
 namespace {
 
-/// Pixels beside the digits of the line numbers.
-constexpr int NumberPadding = 12;
+constexpr QColor BadBrace(176, 0, 0);
+/// Where the desktop states the size of its fonts in pixels.
+constexpr int DefaultPoints = 10;
 
 }  // namespace
 
-void TextControl::setUpView() {
-    setFrameShape(QFrame::NoFrame);
-    send(SCI_CLEARALLCMDKEYS);
-    send(SCI_USEPOPUP, 0);
-    // Told before an edit instead of after it: the library's own answer to the latter counts from the start of the
-    // text.
-    send(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
-    send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
-    // No further than is shown: each key would have all that follows cut again.
-    send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
-    send(SCI_SETBUFFEREDDRAW, 0);
-    send(SCI_SETSCROLLWIDTH, 1);
-    send(SCI_SETSCROLLWIDTHTRACKING, 1);
-    send(SCI_SETVIRTUALSPACEOPTIONS, SCVS_RECTANGULARSELECTION);
-    send(SCI_SETCARETLINEVISIBLEALWAYS, 1);
+ControlLook::ControlLook(EditView& view, ControlTyping& typing, ControlLineNumbers& lineNumbers, ControlBraces& braces)
+    : m_view(view), m_typing(typing), m_lineNumbers(lineNumbers), m_braces(braces) {
+    const QFont font = defaultFont();
+    setUpMargins();
+    setTextFont(font.family(), font.pointSize());
+}
+
+QFont ControlLook::defaultFont() {
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (font.pointSize() <= 0)
+        font.setPointSize(DefaultPoints);
+    return font;
+}
+
+void ControlLook::setUpMargins() {
     for (int margin = 0; margin < Margins::Count; ++margin) {
-        send(SCI_SETMARGINWIDTHN, margin, 0);
-        send(SCI_SETMARGINMASKN, margin, 0);
+        m_view.send(Sci::SCI_SETMARGINWIDTHN, margin, 0);
+        m_view.send(Sci::SCI_SETMARGINMASKN, margin, 0);
     }
-    send(SCI_SETMARGINTYPEN, Margins::Bookmarks, SC_MARGIN_COLOUR);
-    send(SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
+    m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Bookmarks, Sci::SC_MARGIN_COLOUR);
+    m_view.send(Sci::SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
     // A click there means the bookmark and not the line's text.
-    send(SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
+    m_view.send(Sci::SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
     showBookmarkSign();
-    send(SCI_SETMARGINTYPEN, Margins::Numbers, SC_MARGIN_NUMBER);
-    send(SCI_SETMARGINLEFT, 0, 4);
-    send(SCI_SETMULTIPLESELECTION, 1);
-    send(SCI_SETADDITIONALSELECTIONTYPING, 1);
-    send(SCI_SETMULTIPASTE, SC_MULTIPASTE_EACH);
-    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] {
-        m_numberedLines = -1;
-        showLineNumbers();
-    });
-    setTextFont(m_fontName, m_fontSize);
+    m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Numbers, Sci::SC_MARGIN_NUMBER);
+    m_view.send(Sci::SCI_SETMARGINLEFT, 0, 4);
 }
 
-void TextControl::applyDocumentState() {
-    send(SCI_SETCODEPAGE, SC_CP_UTF8);
-    m_colouring.setUpDocument(m_coloured);
-    send(SCI_SETUNDOCOLLECTION, 1);
-    send(SCI_EMPTYUNDOBUFFER);
-    send(SCI_SETEOLMODE, m_eolMode);
-    applyTabs();
-    send(SCI_SETREADONLY, Locked());
-    send(SCI_SETSAVEPOINT);
-}
-
-QString TextControl::FontName() const {
-    return m_fontName;
-}
-
-int TextControl::FontSize() const {
-    return m_fontSize;
-}
-
-void TextControl::setTextFont(const QString& name, int points) {
+void ControlLook::setTextFont(const QString& name, int points) {
     m_fontName = name;
     m_fontSize = points;
-    SendScintilla(SCI_STYLESETFONT, static_cast<uintptr_t>(STYLE_DEFAULT), name.toUtf8().constData());
-    send(SCI_STYLESETSIZE, STYLE_DEFAULT, points);
+    m_view.SendScintilla(Sci::SCI_STYLESETFONT, static_cast<uintptr_t>(Sci::STYLE_DEFAULT), name.toUtf8().constData());
+    m_view.send(Sci::SCI_STYLESETSIZE, Sci::STYLE_DEFAULT, points);
     applyColours();
-    m_numberedLines = -1;
-    showLineNumbers();
+    m_lineNumbers.followAnew();
 }
 
-void TextControl::resetZoom() {
-    send(SCI_SETZOOM, 0);
+void ControlLook::resetZoom() {
+    m_view.send(Sci::SCI_SETZOOM, 0);
 }
 
-void TextControl::applyColours() {
+void ControlLook::applyColours() {
     const QColor base = baseColour();
-    const TokenLook textLook = this->textLook();
-    const QColor text = textLook.colour;
-    const QColor accent = palette().color(QPalette::Highlight);
-    send(SCI_STYLESETFORE, STYLE_DEFAULT, ScintillaColour::number(text));
-    send(SCI_STYLESETBACK, STYLE_DEFAULT, ScintillaColour::number(base));
-    send(SCI_STYLESETBOLD, STYLE_DEFAULT, textLook.bold);
-    send(SCI_STYLESETITALIC, STYLE_DEFAULT, textLook.italic);
-    send(SCI_STYLECLEARALL);
+    const TokenLook look = textLook();
+    m_view.send(Sci::SCI_STYLESETFORE, Sci::STYLE_DEFAULT, ScintillaColour::number(look.colour));
+    m_view.send(Sci::SCI_STYLESETBACK, Sci::STYLE_DEFAULT, ScintillaColour::number(base));
+    m_view.send(Sci::SCI_STYLESETBOLD, Sci::STYLE_DEFAULT, look.bold);
+    m_view.send(Sci::SCI_STYLESETITALIC, Sci::STYLE_DEFAULT, look.italic);
+    m_view.send(Sci::SCI_STYLECLEARALL);
     applyTokenLooks();
-    send(SCI_STYLESETBOLD, STYLE_LINENUMBER, 0);
-    send(SCI_STYLESETITALIC, STYLE_LINENUMBER, 0);
-    send(SCI_STYLESETFORE, STYLE_LINENUMBER, ScintillaColour::number(blended(text, base, 45)));
-    send(SCI_STYLESETBACK, STYLE_LINENUMBER, ScintillaColour::number(blended(base, text, 5)));
-    send(SCI_MARKERSETFORE, Markers::Bookmark, ScintillaColour::number(blended(text, base, 20)));
-    send(SCI_MARKERSETBACK, Markers::Bookmark, ScintillaColour::number(accent));
-    applyLeftMargin();
-    send(SCI_STYLESETFORE, STYLE_BRACELIGHT, ScintillaColour::number(text));
-    send(SCI_STYLESETBACK, STYLE_BRACELIGHT, ScintillaColour::number(blended(base, accent, 40)));
-    send(SCI_STYLESETBOLD, STYLE_BRACELIGHT, 1);
-    send(SCI_STYLESETFORE, STYLE_BRACEBAD, ScintillaColour::number(Contrast::readableOn(base, QColor(176, 0, 0))));
-    send(SCI_STYLESETBOLD, STYLE_BRACEBAD, 1);
-    send(SCI_SETWHITESPACEFORE, 1, ScintillaColour::number(blended(text, base, 60)));
-    send(SCI_SETADDITIONALSELBACK, ScintillaColour::number(blended(base, accent, 60)));
-    send(SCI_SETADDITIONALCARETFORE, ScintillaColour::number(blended(text, base, 30)));
-    send(SCI_SETCARETFORE, ScintillaColour::number(text));
-    send(SCI_SETSELFORE, 1, ScintillaColour::number(palette().color(QPalette::HighlightedText)));
-    send(SCI_SETSELBACK, 1, ScintillaColour::number(accent));
-    setLineHighlight(m_highlight.isValid() ? CurrentLine() : -1, m_highlight, m_highlightKind);
+    applyMarginColours(base, look.colour);
+    applyMarkColours(base, look.colour);
+    setLineHighlight(m_highlight.isValid() ? 0 : -1, m_highlight, m_highlightKind);
 }
 
-void TextControl::changeEvent(QEvent* event) {
-    QsciScintillaBase::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange)
-        applyColours();
+void ControlLook::applyMarginColours(const QColor& base, const QColor& text) {
+    const QColor accent = m_view.palette().color(QPalette::Highlight);
+    m_view.send(Sci::SCI_STYLESETBOLD, Sci::STYLE_LINENUMBER, 0);
+    m_view.send(Sci::SCI_STYLESETITALIC, Sci::STYLE_LINENUMBER, 0);
+    m_view.send(Sci::SCI_STYLESETFORE, Sci::STYLE_LINENUMBER, ScintillaColour::number(blended(text, base, 45)));
+    m_view.send(Sci::SCI_STYLESETBACK, Sci::STYLE_LINENUMBER, ScintillaColour::number(blended(base, text, 5)));
+    m_view.send(Sci::SCI_MARKERSETFORE, Markers::Bookmark, ScintillaColour::number(blended(text, base, 20)));
+    m_view.send(Sci::SCI_MARKERSETBACK, Markers::Bookmark, ScintillaColour::number(accent));
+    applyLeftMargin();
+}
+
+/// Braces, blanks, carets and selections.
+void ControlLook::applyMarkColours(const QColor& base, const QColor& text) {
+    const QColor accent = m_view.palette().color(QPalette::Highlight);
+    const QColor onAccent = m_view.palette().color(QPalette::HighlightedText);
+    m_view.send(Sci::SCI_STYLESETFORE, Sci::STYLE_BRACELIGHT, ScintillaColour::number(text));
+    m_view.send(Sci::SCI_STYLESETBACK, Sci::STYLE_BRACELIGHT, ScintillaColour::number(blended(base, accent, 40)));
+    m_view.send(Sci::SCI_STYLESETBOLD, Sci::STYLE_BRACELIGHT, 1);
+    m_view.send(Sci::SCI_STYLESETFORE, Sci::STYLE_BRACEBAD,
+                ScintillaColour::number(Contrast::readableOn(base, BadBrace)));
+    m_view.send(Sci::SCI_STYLESETBOLD, Sci::STYLE_BRACEBAD, 1);
+    m_view.send(Sci::SCI_SETWHITESPACEFORE, 1, ScintillaColour::number(blended(text, base, 60)));
+    m_view.send(Sci::SCI_SETADDITIONALSELBACK, ScintillaColour::number(blended(base, accent, 60)));
+    m_view.send(Sci::SCI_SETADDITIONALCARETFORE, ScintillaColour::number(blended(text, base, 30)));
+    m_view.send(Sci::SCI_SETCARETFORE, ScintillaColour::number(text));
+    m_view.send(Sci::SCI_SETSELFORE, 1, ScintillaColour::number(onAccent));
+    m_view.send(Sci::SCI_SETSELBACK, 1, ScintillaColour::number(accent));
 }
 
 /// The line is always the caret's: Scintilla keeps its highlight there and needs no colour for each line.
-void TextControl::setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind) {
+void ControlLook::setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind) {
     m_highlight = line < 0 ? QColor() : colour;
     m_highlightKind = kind;
-    send(SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
+    m_view.send(Sci::SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
     if (!m_highlight.isValid())
         return;
-    const QColor own = m_options.rowHighlight;
-    QColor shown = own.isValid() ? own : m_highlight;
-    if (!own.isValid() && kind == HighlightColour::Adapts)
-        shown = Contrast::readableOn(textLook().colour, Contrast::fittedTo(baseColour(), shown));
-    send(SCI_SETCARETLINEBACK, ScintillaColour::number(shown));
+    const QColor own = m_elements[RowHighlightElement];
+    const bool adapts = !own.isValid() && kind == HighlightColour::Adapts;
+    const QColor shown = own.isValid() ? own : m_highlight;
+    m_view.send(Sci::SCI_SETCARETLINEBACK,
+                ScintillaColour::number(adapts ? Contrast::fittedTo(baseColour(), shown) : shown));
 }
 
-bool TextControl::LineNumbering() const {
-    return m_lineNumbering;
-}
-
-void TextControl::setLineNumbering(bool on) {
-    m_lineNumbering = on;
-    m_numberedLines = -1;
-    showLineNumbers();
-}
-
-/// Scintilla counts the pieces of a long line, and from 1.
-bool TextControl::numbersAreTexts() const {
-    return !m_map.joints().empty() || LineNumberStart() != 1;
-}
-
-/// As wide as the last line's number. Numbers that are texts stand at each line's first piece.
-void TextControl::showLineNumbers() {
-    const qint64 lines = m_lineNumbering ? TotalLines() : 0;
-    send(SCI_SETMARGINTYPEN, Margins::Numbers, numbersAreTexts() ? SC_MARGIN_RTEXT : SC_MARGIN_NUMBER);
-    if (lines == m_numberedLines)
+void ControlLook::setLanguage(const LanguageDefinition* language) {
+    if (language == m_view.colouring().language())
         return;
-    m_numberedLines = lines;
-    if (lines == 0) {
-        send(SCI_SETMARGINWIDTHN, Margins::Numbers, 0);
-        return;
-    }
-    const QByteArray widest(std::max<qsizetype>(3, QByteArray::number(lines + LineNumberStart() - 1).size()), '9');
-    const qint64 width = SendScintilla(SCI_TEXTWIDTH, static_cast<uintptr_t>(STYLE_LINENUMBER), widest.constData());
-    send(SCI_SETMARGINWIDTHN, Margins::Numbers, width + NumberPadding);
+    m_view.colouring().setLanguage(language);
+    m_typing.applyTabs();
+    applyColours();
+    m_braces.follow();
 }
 
-void TextControl::numberVisiblePieces() {
-    const qint64 first = send(SCI_GETFIRSTVISIBLELINE);
-    const qint64 last = std::min(first + send(SCI_LINESONSCREEN), m_text.lineCount() - 1);
-    for (qint64 held = first; held <= last; ++held) {
-        const qint64 start = m_text.lineStart(held);
-        const bool continues = start > 0 && m_map.joints().isJoint(start - 1);
-        const QByteArray wanted =
-            continues ? QByteArray() : QByteArray::number(m_map.lineOf(start) + LineNumberStart());
-        QByteArray shown(send(SCI_MARGINGETTEXT, held, 0), '\0');
-        send(SCI_MARGINGETTEXT, held, reinterpret_cast<qint64>(shown.data()));
-        if (shown == wanted)
-            continue;
-        SendScintilla(SCI_MARGINSETTEXT, static_cast<uintptr_t>(held), wanted.constData());
-        send(SCI_MARGINSETSTYLE, held, STYLE_LINENUMBER);
-    }
+void ControlLook::setTheme(TokenTheme* theme) {
+    if (m_theme != nullptr)
+        QObject::disconnect(m_theme, nullptr, &m_view, nullptr);
+    m_theme = theme;
+    if (theme != nullptr)
+        QObject::connect(theme, &TokenTheme::Changed, &m_view, [this] { applyColours(); });
+    applyColours();
 }
 
-void TextControl::paintEvent(QPaintEvent* event) {
-    if (m_lineNumbering && numbersAreTexts())
-        numberVisiblePieces();
-    QsciScintillaBase::paintEvent(event);
+TokenLooks ControlLook::looks() const {
+    return m_theme == nullptr ? TokenLooks() : m_theme->looks();
+}
+
+/// The desktop's unless the user has chosen another one; readable on a chosen background too.
+TokenLook ControlLook::textLook() const {
+    const QColor base = baseColour();
+    TokenLook look = looks().on(base, TokenClass::Text);
+    if (!looks().ownColour(TokenLooks::groundOf(base), TokenClass::Text).isValid())
+        look.colour = Contrast::readableOn(base, m_view.palette().color(QPalette::Text));
+    return look;
+}
+
+void ControlLook::applyTokenLooks() {
+    m_colouredInPieces = !m_view.map().joints().empty();
+    m_view.colouring().setUpStyles(looks(), baseColour(), m_colouredInPieces);
+}
+
+void ControlLook::followPieces() {
+    if (m_colouredInPieces == m_view.map().joints().empty())
+        applyColours();
+}
+
+void ControlLook::setDisplayLeftMargin(bool on) {
+    m_leftMargin = on;
+    applyLeftMargin();
+}
+
+void ControlLook::applyLeftMargin() {
+    const QColor text = textLook().colour;
+    const QColor own = m_elements[LeftMarginElement];
+    const QColor shown = own.isValid() ? own : Contrast::blended(baseColour(), text, 5);
+    m_view.send(Sci::SCI_SETMARGINBACKN, Margins::Bookmarks, ScintillaColour::number(shown));
+    m_view.send(Sci::SCI_SETMARGINWIDTHN, Margins::Bookmarks, m_leftMargin ? Margins::BookmarksWidth : 0);
+}
+
+void ControlLook::setHImageList(const QList<QPixmap>& images) {
+    m_images = images;
+    showBookmarkSign();
+}
+
+void ControlLook::showBookmarkSign() {
+    constexpr unsigned long Mark = Markers::Bookmark;
+    if (m_images.isEmpty())
+        m_view.send(Sci::SCI_MARKERDEFINE, Mark, Sci::SC_MARK_BOOKMARK);
+    else
+        m_view.SendScintilla(Sci::SCI_MARKERDEFINEPIXMAP, Mark, m_images.first());
+}
+
+QColor ControlLook::baseColour() const {
+    return m_elements[BackgroundElement].isValid() ? m_elements[BackgroundElement]
+                                                   : m_view.palette().color(QPalette::Base);
+}
+
+void ControlLook::setElementColour(Element element, const QColor& colour) {
+    m_elements[element] = colour;
+    applyColours();
+}
+
+bool ControlLook::DisplayWhitespace() const {
+    return m_view.send(Sci::SCI_GETVIEWWS) != Sci::SCWS_INVISIBLE;
+}
+
+void ControlLook::setDisplayWhitespace(bool on) {
+    m_view.send(Sci::SCI_SETVIEWWS, on ? Sci::SCWS_VISIBLEALWAYS : Sci::SCWS_INVISIBLE);
+}
+
+bool ControlLook::VScrollVisible() const {
+    return m_view.send(Sci::SCI_GETVSCROLLBAR) != 0;
+}
+
+void ControlLook::setVScrollVisible(bool on) {
+    m_view.send(Sci::SCI_SETVSCROLLBAR, on);
+}
+
+bool ControlLook::HScrollVisible() const {
+    return m_view.send(Sci::SCI_GETHSCROLLBAR) != 0;
+}
+
+void ControlLook::setHScrollVisible(bool on) {
+    m_view.send(Sci::SCI_SETHSCROLLBAR, on);
+}
+
+bool ControlLook::WordWrap() const {
+    return m_view.send(Sci::SCI_GETWRAPMODE) != Sci::SC_WRAP_NONE;
+}
+
+void ControlLook::setWordWrap(bool on) {
+    m_view.send(Sci::SCI_SETWRAPMODE, on ? Sci::SC_WRAP_WORD : Sci::SC_WRAP_NONE);
 }

@@ -1,128 +1,234 @@
-// What the mouse does in the control.
+#include "editor/control/ControlMouse.h"
 
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/EditScope.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 #include "editor/held/Margins.h"
 
 #include <QContextMenuEvent>
+#include <QDrag>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
+#include <QUrl>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <utility>
+
+using Sci = QsciScintillaBase;
 
 namespace {
 
-/// By this the library knows a press that begins a rectangle here; people press Alt, or Ctrl and Alt where the desktop
-/// takes Alt for itself.
+/// By this the library recognises a press that begins a rectangle here; the user presses Alt, or Ctrl and Alt where the
+/// desktop takes Alt for itself.
 constexpr Qt::KeyboardModifiers RectangleModifier = Qt::ControlModifier;
+/// Pixels from the left edge in which a click means the bookmark of a line.
+constexpr int BookmarkClickFrom = 6;
+constexpr int BookmarkClickTo = Margins::BookmarksWidth;
+
+/// Files are opened; addresses of other kinds are text.
+bool bringsFiles(const QDropEvent& event) {
+    const QList<QUrl> urls = event.mimeData()->urls();
+    return std::ranges::any_of(urls, &QUrl::isLocalFile);
+}
 
 }  // namespace
 
 /// Whether a place of the control lies left of the text.
-bool TextControl::isInMargin(int x) const {
+bool ControlMouse::isInMargin(int x) const {
     qint64 width = 0;
     for (int margin = 0; margin < Margins::Count; ++margin)
-        width += send(SCI_GETMARGINWIDTHN, margin);
+        width += m_view.send(Sci::SCI_GETMARGINWIDTHN, margin);
     return x < width;
 }
 
-bool TextControl::isSelected(qint64 byte) const {
-    for (qint64 range = 0; range < send(SCI_GETSELECTIONS); ++range) {
-        if (byte >= send(SCI_GETSELECTIONNSTART, range) && byte < send(SCI_GETSELECTIONNEND, range))
-            return true;
-    }
-    return false;
+void ControlMouse::reportPress(const QMouseEvent& event) {
+    const QPoint at = event.position().toPoint();
+    Q_EMIT m_view.MouseDown(event.button(), at.x(), at.y());
+    const bool inBookmarks = at.x() >= BookmarkClickFrom && at.x() < BookmarkClickTo;
+    // The line is that of the text beside the margin.
+    if (inBookmarks && event.button() == Qt::LeftButton)
+        Q_EMIT m_view.bookmarkMarginClicked(m_selection.lineAtPoint(at.x() + Margins::BookmarksWidth, at.y()));
 }
 
-void TextControl::mousePressEvent(QMouseEvent* event) {
-    const bool pastes = event->button() == Qt::MiddleButton;
-    const EditScope scope(*this, pastes ? EditScope::Grouped : EditScope::Separate);
-    m_typing = false;
-    leaveHotKey();
-    const QPoint at = event->position().toPoint();
-    const qint64 byte = send(SCI_POSITIONFROMPOINT, at.x(), at.y());
+void ControlMouse::press(QMouseEvent& event) {
+    const bool pastes = event.button() == Qt::MiddleButton;
+    const EditScope scope(m_view, pastes ? EditScope::Grouped : EditScope::Separate);
+    m_view.state().typing = false;
+    m_macros.leaveHotKey();
+    const QPoint at = event.position().toPoint();
+    const qint64 byte = m_view.send(Sci::SCI_POSITIONFROMPOINT, at.x(), at.y());
     const bool inMargin = isInMargin(at.x());
-    m_pressedInSelection = !inMargin && isSelected(byte);
-    Q_EMIT MouseDown(event->button(), at.x(), at.y());
-    if (event->button() == Qt::RightButton && !inMargin && !m_pressedInSelection)
-        send(SCI_SETEMPTYSELECTION, byte);
-    if (event->button() != Qt::LeftButton)
-        return QsciScintillaBase::mousePressEvent(event);
-    const bool addsRange = event->modifiers() == Qt::ControlModifier;
+    m_pressedInSelection = !inMargin && m_selection.isSelected(byte);
+    reportPress(event);
+    if (event.button() == Qt::RightButton && !inMargin && !m_pressedInSelection)
+        m_view.send(Sci::SCI_SETEMPTYSELECTION, byte);
+    if (event.button() != Qt::LeftButton)
+        return m_view.passToLibrary(QEvent::MouseButtonPress, event);
+    pressLeft(event, byte, inMargin);
+}
+
+void ControlMouse::pressLeft(QMouseEvent& event, qint64 byte, bool inMargin) {
+    const bool addsRange = event.modifiers() == Qt::ControlModifier;
     if (addsRange && !inMargin) {
-        send(SCI_ADDSELECTION, byte, byte);
+        m_view.send(Sci::SCI_ADDSELECTION, byte, byte);
         m_addsRange = true;
         return;
     }
     if (!DragDrop() && m_pressedInSelection)
-        send(SCI_SETEMPTYSELECTION, byte);
-    const bool rectangle = event->modifiers().testFlag(Qt::AltModifier);
-    const Qt::KeyboardModifiers plain = addsRange ? Qt::NoModifier : event->modifiers();
-    QMouseEvent press(event->type(), event->position(), event->globalPosition(), event->button(), event->buttons(),
-                      rectangle ? RectangleModifier : plain, event->pointingDevice());
-    press.setTimestamp(event->timestamp());
-    QsciScintillaBase::mousePressEvent(&press);
+        m_view.send(Sci::SCI_SETEMPTYSELECTION, byte);
+    const bool rectangle = event.modifiers().testFlag(Qt::AltModifier);
+    const Qt::KeyboardModifiers plain = addsRange ? Qt::NoModifier : event.modifiers();
+    QMouseEvent press(event.type(), event.position(), event.globalPosition(), event.button(), event.buttons(),
+                      rectangle ? RectangleModifier : plain, event.pointingDevice());
+    press.setTimestamp(event.timestamp());
+    m_view.passToLibrary(QEvent::MouseButtonPress, press);
 }
 
 /// With Ctrl the range that the press has added grows. A drag runs its event loop in here.
-void TextControl::mouseMoveEvent(QMouseEvent* event) {
-    const EditScope scope(*this);
+void ControlMouse::move(QMouseEvent& event) {
+    const EditScope scope(m_view);
     if (m_addsRange) {
-        const QPoint at = event->position().toPoint();
-        send(SCI_SETSELECTIONNCARET, send(SCI_GETMAINSELECTION), send(SCI_POSITIONFROMPOINT, at.x(), at.y()));
-        send(SCI_SCROLLCARET);
+        const QPoint at = event.position().toPoint();
+        m_view.send(Sci::SCI_SETSELECTIONNCARET, m_view.send(Sci::SCI_GETMAINSELECTION),
+                    m_view.send(Sci::SCI_POSITIONFROMPOINT, at.x(), at.y()));
+        m_view.send(Sci::SCI_SCROLLCARET);
         return;
     }
     if (m_pressedInSelection && !DragDrop())
         return;
     m_dragging = m_pressedInSelection;
-    QsciScintillaBase::mouseMoveEvent(event);
+    m_view.passToLibrary(QEvent::MouseMove, event);
     m_dragging = false;
 }
 
-/// The second press of a double click. Those of the other buttons are presses as any.
-void TextControl::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton)
-        return mousePressEvent(event);
-    const EditScope scope(*this);
-    const QPoint at = event->position().toPoint();
-    Q_EMIT MouseDown(event->button(), at.x(), at.y());
-    QsciScintillaBase::mouseDoubleClickEvent(event);
+/// The second press of a double click. Those of the other buttons are presses like any other.
+void ControlMouse::doubleClick(QMouseEvent& event) {
+    if (event.button() != Qt::LeftButton)
+        return press(event);
+    const EditScope scope(m_view);
+    reportPress(event);
+    m_view.passToLibrary(QEvent::MouseButtonDblClick, event);
 }
 
-void TextControl::mouseReleaseEvent(QMouseEvent* event) {
-    const QPoint at = event->position().toPoint();
+void ControlMouse::release(QMouseEvent& event) {
+    const QPoint at = event.position().toPoint();
     {
-        const EditScope scope(*this);
+        const EditScope scope(m_view);
         if (!std::exchange(m_addsRange, false))
-            QsciScintillaBase::mouseReleaseEvent(event);
+            m_view.passToLibrary(QEvent::MouseButtonRelease, event);
         m_pressedInSelection = false;
     }
-    if (event->button() == Qt::RightButton)
-        Q_EMIT ShowMenu(at.x(), at.y());
+    if (event.button() == Qt::RightButton)
+        Q_EMIT m_view.ShowMenu(at.x(), at.y());
 }
 
 /// Steps of a wheel are gathered: a fine one sends parts of them.
-void TextControl::wheelEvent(QWheelEvent* event) {
-    if (!event->modifiers().testFlag(Qt::ControlModifier)) {
+void ControlMouse::turnWheel(QWheelEvent& event) {
+    if (!event.modifiers().testFlag(Qt::ControlModifier)) {
         m_wheelTurned = 0;
-        return QsciScintillaBase::wheelEvent(event);
+        return m_view.passToLibrary(QEvent::Wheel, event);
     }
-    event->accept();
-    m_wheelTurned += event->angleDelta().y();
+    event.accept();
+    m_wheelTurned += event.angleDelta().y();
     for (; m_wheelTurned >= QWheelEvent::DefaultDeltasPerStep; m_wheelTurned -= QWheelEvent::DefaultDeltasPerStep)
-        send(SCI_ZOOMIN);
+        m_view.send(Sci::SCI_ZOOMIN);
     for (; m_wheelTurned <= -QWheelEvent::DefaultDeltasPerStep; m_wheelTurned += QWheelEvent::DefaultDeltasPerStep)
-        send(SCI_ZOOMOUT);
+        m_view.send(Sci::SCI_ZOOMOUT);
 }
 
-/// The mouse asks for the menu when its button comes up; this is the menu key.
-void TextControl::contextMenuEvent(QContextMenuEvent* event) {
-    event->accept();
-    if (event->reason() == QContextMenuEvent::Mouse)
+/// The mouse asks for the menu when its button is released; this is the menu key.
+void ControlMouse::openMenu(QContextMenuEvent& event) {
+    event.accept();
+    if (event.reason() == QContextMenuEvent::Mouse)
         return;
-    const qint64 caret = selection().caret;
-    const qint64 line = send(SCI_LINEFROMPOSITION, caret);
-    Q_EMIT ShowMenu(static_cast<int>(send(SCI_POINTXFROMPOSITION, 0, caret)),
-                    static_cast<int>(send(SCI_POINTYFROMPOSITION, 0, caret) + send(SCI_TEXTHEIGHT, line)));
+    const qint64 caret = m_view.selection().caret;
+    const qint64 line = m_view.send(Sci::SCI_LINEFROMPOSITION, caret);
+    Q_EMIT m_view.ShowMenu(
+        static_cast<int>(m_view.send(Sci::SCI_POINTXFROMPOSITION, 0, caret)),
+        static_cast<int>(m_view.send(Sci::SCI_POINTYFROMPOSITION, 0, caret) + m_view.send(Sci::SCI_TEXTHEIGHT, line)));
+}
+
+void ControlMouse::setDragDrop(bool on) {
+    m_dragDrop = on;
+    if (on)
+        return;
+    QDrag::cancel();
+    endDragMark();
+}
+
+/// The library shows where a text would be dropped until it is notified that the drag has left.
+void ControlMouse::endDragMark() {
+    QDragLeaveEvent leave;
+    m_view.passToLibrary(QEvent::DragLeave, leave);
+}
+
+void ControlMouse::dragEnter(QDragEnterEvent& event) {
+    if (bringsFiles(event))
+        event.acceptProposedAction();
+    else if (DragDrop())
+        m_view.passToLibrary(QEvent::DragEnter, event);
+}
+
+void ControlMouse::dragMove(QDragMoveEvent& event) {
+    if (bringsFiles(event))
+        event.acceptProposedAction();
+    else if (DragDrop())
+        m_view.passToLibrary(QEvent::DragMove, event);
+    else
+        event.ignore();
+}
+
+void ControlMouse::drop(QDropEvent& event) {
+    if (bringsFiles(event))
+        return dropFiles(event);
+    if (DragDrop() && !m_view.Locked()) {
+        const EditScope scope(m_view, EditScope::Grouped);
+        if (m_view.isRectangular(*event.mimeData()) || (m_dragging && !m_selection.isStream()))
+            m_view.passToLibrary(QEvent::Drop, event);
+        else
+            dropText(event);
+    } else {
+        event.ignore();
+    }
+    endDragMark();
+}
+
+/// Copied first: opening a file runs the event loop, and the drop is over by then.
+void ControlMouse::dropFiles(QDropEvent& event) {
+    const QPointer<EditView> alive(&m_view);
+    const QList<QUrl> urls = event.mimeData()->urls();
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    for (const QUrl& url : urls) {
+        if (alive && url.isLocalFile())
+            Q_EMIT m_view.DropFile(url.toLocalFile());
+    }
+}
+
+/// In place of the library's own, which ends a text at its first NUL. A move within this control is reported to the
+/// source as a copy, since the moved text is removed here.
+void ControlMouse::dropText(QDropEvent& event) {
+    const QString text = event.mimeData()->text();
+    const QPoint at = event.position().toPoint();
+    qint64 target = m_view.send(Sci::SCI_POSITIONFROMPOINT, at.x(), at.y());
+    const qint64 from = m_view.send(Sci::SCI_GETSELECTIONSTART);
+    const qint64 to = m_view.send(Sci::SCI_GETSELECTIONEND);
+    const auto* source = qobject_cast<const EditView*>(event.source());
+    const bool keepsSource = m_dragging || (source != nullptr && source->Locked());
+    const bool moves = m_dragging && event.proposedAction() == Qt::MoveAction;
+    event.setDropAction(keepsSource ? Qt::CopyAction : event.proposedAction());
+    event.accept();
+    if (moves && target >= from && target <= to)
+        return;
+    if (moves) {
+        m_view.send(Sci::SCI_DELETERANGE, from, to - from);
+        target -= target > to ? to - from : 0;
+    }
+    m_view.setSelectionBytes(target, target);
+    m_view.replaceSelection(m_view.withOwnLineEnds(text));
+    m_view.setSelectionBytes(target, m_view.send(Sci::SCI_GETCURRENTPOS));
 }

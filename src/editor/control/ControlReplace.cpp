@@ -1,10 +1,13 @@
-// Replacing what is found in the control.
+#include "editor/control/ControlReplace.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/EditScope.h"
+#include "editor/control/EditView.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
-#include "editor/control/TextControl.h"
 #include "editor/control/Unrecorded.h"
 #include "editor/held/BulkReplace.h"
 #include "text/search/MatchScan.h"
@@ -12,96 +15,84 @@
 
 #include <QPointer>
 
-// One match
+using Sci = QsciScintillaBase;
 
-/// Puts the replacement in place of the scan's match and selects it.
-void TextControl::replaceMatch(const MatchScan& scan) {
-    const Replacement replacement(m_search.replacement, {m_search.flags.regExp, m_search.preserveCase},
-                                  [this](const QString& text) { return heldForm(text); });
-    const QByteArray text = replacement.forMatch(scan);
-    const TextMatch match = scan.match();
-    send(SCI_SETTARGETRANGE, match.from, match.to);
-    SendScintilla(SCI_REPLACETARGET, static_cast<uintptr_t>(text.size()), text.constData());
-    selectMatch({match.from, match.from + text.size()});
-    m_search.emptyMatch.reset();
-    SearchHistory::ofReplacements().add(m_search.replacement);
-}
-
-/// What a replacement begins with: the pattern, or null when it has been told why there is none to be made.
-std::shared_ptr<const SearchPattern> TextControl::patternToReplace() {
-    auto pattern = notedPattern();
-    if (pattern && !Locked())
+/// What a replacement begins with: the pattern, or null when it was reported why there is none.
+std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
+    auto pattern = m_search.notedPattern();
+    if (pattern && !m_view.Locked())
         return pattern;
-    fail(pattern ? SearchError{tr("The text is locked."), -1} : SearchError());
+    m_search.fail(pattern ? SearchError{EditView::tr("The text is locked."), -1} : SearchError());
     return nullptr;
 }
 
-SearchOutcome TextControl::replaceNext() {
-    const QPointer<TextControl> alive(this);
-    const EditScope scope(*this, EditScope::Grouped);
+/// Puts the replacement in place of the scan's match and selects it.
+void ControlReplace::replaceMatch(const MatchScan& scan) {
+    const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
+                                  [this](const QString& text) { return m_view.heldForm(text); });
+    const QByteArray text = replacement.forMatch(scan);
+    const TextMatch match = scan.match();
+    m_view.replaceBytes(match.from, match.to, text);
+    m_search.selectMatch({match.from, match.from + text.size()});
+    m_search.forgetEmptyMatch();
+    SearchHistory::ofReplacements().add(m_search.replacementText());
+}
+
+SearchOutcome ControlReplace::replaceNext() {
+    const QPointer<EditView> alive(&m_view);
+    const EditScope scope(m_view, EditScope::Grouped);
     const auto pattern = patternToReplace();
     if (!pattern)
         return SearchOutcome::Failed;
-    bool wrapped = false;
-    SearchError error;
-    const auto found = foundOnward(*pattern, wrapped, error);
+    const OnwardMatch found = m_search.matchOnward(*pattern, ControlSearch::Wrap::Around);
     if (!alive)
         return SearchOutcome::Failed;
-    if (!found || Locked())
-        return fail(error);
-    replaceMatch(*found);
-    noteCommand(ControlCommands::ReplaceNext, {}, 1);
-    if (!wrapped)
+    if (!found.scan || m_view.Locked())
+        return m_search.fail(found.error);
+    replaceMatch(*found.scan);
+    m_macros.noteCommand(Command::ReplaceNext, {}, 1);
+    if (!found.wrapped)
         return SearchOutcome::Found;
-    Q_EMIT FindWrapped();
+    Q_EMIT m_view.FindWrapped();
     return SearchOutcome::Wrapped;
 }
 
-/// Joints at the ends of a match lie outside of it, so places are compared and not bytes.
-bool TextControl::isSelected(const TextMatch& match) const {
-    const bool nothingSelected = send(SCI_GETSELECTIONEMPTY) != 0;
-    return m_map.positionOf(match.from) == SelStart() && m_map.positionOf(match.to) == SelEnd() &&
-           (!nothingSelected || isEmptyMatchTaken(match));
-}
-
-SearchOutcome TextControl::replaceSelectedMatch() {
-    const QPointer<TextControl> alive(this);
-    const EditScope scope(*this, EditScope::Grouped);
+SearchOutcome ControlReplace::replaceSelectedMatch() {
+    const QPointer<EditView> alive(&m_view);
+    const EditScope scope(m_view, EditScope::Grouped);
     const auto pattern = patternToReplace();
     if (!pattern)
         return SearchOutcome::Failed;
-    MatchScan here(*pattern, m_text, m_map, send(SCI_GETSELECTIONSTART));
-    here.stopBehind(send(SCI_GETSELECTIONEND));
-    here.watchedBy(watchOfSearch());
+    MatchScan here(*pattern, m_view.heldText(), m_view.map(), m_view.send(Sci::SCI_GETSELECTIONSTART));
+    here.stopBehind(m_view.send(Sci::SCI_GETSELECTIONEND));
+    here.watchedBy(m_search.watchOfSearch());
     const bool found = here.next();
     if (!alive)
         return SearchOutcome::Failed;
     if (here.error())
-        return fail(here.error());
+        return m_search.fail(here.error());
     if (found && isSelected(here.match())) {
         replaceMatch(here);
         if (here.match().empty())
-            setSelectionBytes(send(SCI_GETSELECTIONEND), send(SCI_GETSELECTIONEND));
+            m_view.setSelectionBytes(m_view.send(Sci::SCI_GETSELECTIONEND), m_view.send(Sci::SCI_GETSELECTIONEND));
     }
-    const SearchOutcome outcome = findNext();
+    const SearchOutcome outcome = m_search.findNext();
     if (alive)
-        noteCommand(ControlCommands::ReplaceSelected, {}, 1);
+        m_macros.noteCommand(Command::ReplaceSelected, {}, 1);
     return outcome;
 }
 
-// All matches
-
-/// False when the text is not the one any more in which the matches were found.
-bool TextControl::collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range,
-                          const ReplaceWatch& watch) {
-    const QPointer<TextControl> alive(this);
-    const quint64 changes = m_changes;
-    const ScanLock lock(*this);
-    const Replacement replacement(m_search.replacement, {m_search.flags.regExp, m_search.preserveCase},
-                                  [this](const QString& text) { return heldForm(text); });
-    MatchScan scan(pattern, m_text, m_map, range.from);
+/// False when the text is no longer the one in which the matches were found.
+bool ControlReplace::collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range,
+                             const ReplaceWatch& watch) {
+    const QPointer<EditView> alive(&m_view);
+    const quint64 changes = m_view.state().changes;
+    const ScanLock lock(m_view);
+    const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
+                                  [this](const QString& text) { return m_view.heldForm(text); });
+    MatchScan scan(pattern, m_view.heldText(), m_view.map(), range.from);
     scan.stopBehind(range.to);
-    scan.watchedBy(watchOfSearch());
+    scan.watchedBy(m_search.watchOfSearch());
     while (scan.next()) {
         if (scan.match().to > range.to)
             continue;
@@ -113,48 +104,48 @@ bool TextControl::collect(Replacements& found, const SearchPattern& pattern, con
             found.edits.push_back({scan.match(), 0, found.texts.size()});
         }
         const bool goesOn = watch.goesOn();
-        if (!alive || m_changes != changes)
+        if (!alive || m_view.state().changes != changes)
             return false;
         if (!goesOn)
             scan.stop();
     }
-    if (!alive || m_changes != changes)
+    if (!alive || m_view.state().changes != changes)
         return false;
-    m_search.error = scan.error();
+    m_search.setError(scan.error());
     return true;
 }
 
-void TextControl::apply(const Replacements& found, const ReplaceWatch& watch) {
-    m_map.forgetBehind(found.edits.front().match.from);
-    BulkReplace(*this, m_text, found).apply();
+void ControlReplace::apply(const Replacements& found, const ReplaceWatch& watch) {
+    m_view.map().forgetBehind(found.edits.front().match.from);
+    BulkReplace(m_view, m_view.heldText(), found).apply();
     qint64 grown = 0;
     for (const Replacements::Edit& edit : found.edits) {
         const qint64 from = edit.match.from + grown;
         grown += edit.textLength - (edit.match.to - edit.match.from);
         if (watch.replaced)
-            watch.replaced(placeOf({from, from + edit.textLength}));
+            watch.replaced(m_search.placeOf({from, from + edit.textLength}));
     }
     const Replacements::Edit& last = found.edits.back();
-    selectMatch({last.match.to + grown - last.textLength, last.match.to + grown});
-    m_search.emptyMatch.reset();
+    m_search.selectMatch({last.match.to + grown - last.textLength, last.match.to + grown});
+    m_search.forgetEmptyMatch();
 }
 
-qint64 TextControl::replaceAll(const ReplaceWatch& watch) {
-    const QPointer<TextControl> alive(this);
-    const Unrecorded part(*this);
+qint64 ControlReplace::replaceAll(const ReplaceWatch& watch) {
+    const QPointer<EditView> alive(&m_view);
+    const Unrecorded part(m_view);
     const qint64 count = replaceAllMatches(watch);
     if (alive) {
-        const EditScope scope(*this);
-        noteCommand(ControlCommands::ReplaceAll, {}, 1);
+        const EditScope scope(m_view);
+        m_macros.noteCommand(Command::ReplaceAll, {}, 1);
     }
     return count;
 }
 
-qint64 TextControl::replaceAllMatches(const ReplaceWatch& watch) {
-    const QPointer<TextControl> alive(this);
+qint64 ControlReplace::replaceAllMatches(const ReplaceWatch& watch) {
+    const QPointer<EditView> alive(&m_view);
     {
-        const EditScope scope(*this);
-        setSelectionBytes(0, 0);
+        const EditScope scope(m_view);
+        m_view.setSelectionBytes(0, 0);
     }
     if (!alive)
         return 0;
@@ -162,38 +153,46 @@ qint64 TextControl::replaceAllMatches(const ReplaceWatch& watch) {
     if (!pattern)
         return 0;
     Replacements found;
-    const bool sameText = collect(found, *pattern, {0, m_text.length()}, watch);
+    const bool sameText = collect(found, *pattern, {0, m_view.heldText().length()}, watch);
     if (!alive)
         return 0;
-    if (!sameText || found.edits.empty() || Locked()) {
-        fail();
+    if (!sameText || found.edits.empty() || m_view.Locked()) {
+        m_search.fail();
         return 0;
     }
-    const EditScope scope(*this, EditScope::Grouped);
+    const EditScope scope(m_view, EditScope::Grouped);
     apply(found, watch);
-    SearchHistory::ofReplacements().add(m_search.replacement);
-    Q_EMIT FindWrapped();
+    SearchHistory::ofReplacements().add(m_search.replacementText());
+    Q_EMIT m_view.FindWrapped();
     return static_cast<qint64>(found.edits.size());
 }
 
-qint64 TextControl::replaceAllIn(const TextMatch& range) {
-    const QPointer<TextControl> alive(this);
-    const EditScope scope(*this, EditScope::Grouped);
+qint64 ControlReplace::replaceAllIn(const TextMatch& range) {
+    const QPointer<EditView> alive(&m_view);
+    const EditScope scope(m_view, EditScope::Grouped);
     const auto pattern = patternToReplace();
     if (!pattern)
         return 0;
-    const qint64 behind = m_text.length() - range.to;
+    const qint64 behind = m_view.heldText().length() - range.to;
     Replacements found;
     const bool sameText = collect(found, *pattern, range, {});
     if (!alive)
         return 0;
     if (!sameText || found.edits.empty()) {
-        fail();
+        m_search.fail();
         return 0;
     }
     apply(found, {});
-    setSelectionBytes(range.from, m_text.length() - behind);
-    SearchHistory::ofReplacements().add(m_search.replacement);
-    noteCommand(ControlCommands::ReplaceAllInSelection, {}, 1);
+    m_view.setSelectionBytes(range.from, m_view.heldText().length() - behind);
+    SearchHistory::ofReplacements().add(m_search.replacementText());
+    m_macros.noteCommand(Command::ReplaceAllInSelection, {}, 1);
     return static_cast<qint64>(found.edits.size());
+}
+
+/// Joints at the ends of a match lie outside of it, so places are compared and not bytes.
+bool ControlReplace::isSelected(const TextMatch& match) const {
+    const bool nothingSelected = m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0;
+    return m_view.map().positionOf(match.from) == m_selection.SelStart() &&
+           m_view.map().positionOf(match.to) == m_selection.SelEnd() &&
+           (!nothingSelected || m_search.isEmptyMatchTaken(match));
 }

@@ -1,50 +1,38 @@
-// Searching in the control.
+#include "editor/control/ControlSearch.h"
 
-#include "editor/commands/ControlCommands.h"
-#include "editor/commands/MacroPlayer.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlMacros.h"
 #include "editor/control/EditScope.h"
+#include "editor/control/EditView.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/SearchNotice.h"
-#include "editor/control/TextControl.h"
 #include "platform/YieldPace.h"
 #include "text/search/MatchScan.h"
 
 #include <QPointer>
 
-// Text and flags
-
-void TextControl::setSearchCaseSensitive(bool on) {
-    changeSearch(m_search.flags.caseSensitive, on);
-}
-
-void TextControl::setSearchRegExp(bool on) {
-    changeSearch(m_search.flags.regExp, on);
-}
-
-void TextControl::setSearchWholeWord(bool on) {
-    changeSearch(m_search.flags.wholeWord, on);
-}
-
-void TextControl::setSearchText(const QString& text) {
-    changeSearch(m_search.text, text);
-}
+using Sci = QsciScintillaBase;
 
 template <typename Value>
-void TextControl::changeSearch(Value& part, const Value& value) {
+void ControlSearch::change(Value& part, const Value& value) {
     if (part == value)
         return;
     part = value;
     m_search.pattern.reset();
-    Q_EMIT SearchChanged();
+    Q_EMIT m_view.SearchChanged();
 }
 
-QString TextControl::FindHistory() {
-    return SearchHistory::ofFinds().text();
+void ControlSearch::setFlags(const SearchFlags& flags) {
+    change(m_search.flags, flags);
 }
 
-std::shared_ptr<const SearchPattern> TextControl::searchPattern() {
-    const bool ascii = m_map.ascii();
+void ControlSearch::setSearchText(const QString& text) {
+    change(m_search.text, text);
+}
+
+std::shared_ptr<const SearchPattern> ControlSearch::searchPattern() {
+    const bool ascii = m_view.map().ascii();
     if (!m_search.pattern || m_search.patternForAscii != ascii) {
         m_search.pattern = std::make_shared<SearchPattern>(m_search.text, m_search.flags, ascii);
         m_search.patternForAscii = ascii;
@@ -52,172 +40,160 @@ std::shared_ptr<const SearchPattern> TextControl::searchPattern() {
     return m_search.pattern->error() ? nullptr : m_search.pattern;
 }
 
-/// The pattern of a search that begins: its text goes into the history, and searchError() says why there is none.
-std::shared_ptr<const SearchPattern> TextControl::notedPattern() {
+std::shared_ptr<const SearchPattern> ControlSearch::notedPattern() {
     SearchHistory::ofFinds().add(m_search.text);
     return patternToFind();
 }
 
-// One match
-
-SearchOutcome TextControl::fail(const SearchError& error) {
+SearchOutcome ControlSearch::fail(const SearchError& error) {
     if (error)
         m_search.error = error;
-    commandFailed();
+    m_view.commandFailed();
     return SearchOutcome::Failed;
 }
 
-bool TextControl::isEmptyMatchTaken(const TextMatch& match) const {
-    return match.empty() && m_search.emptyMatch == SearchState::EmptyMatch{match.from, m_changes};
+bool ControlSearch::isEmptyMatchTaken(const TextMatch& match) const {
+    return match.empty() && m_search.emptyMatch == SearchState::EmptyMatch{match.from, m_view.changeCount()};
 }
 
-void TextControl::selectMatch(const TextMatch& match) {
-    const qint64 line = send(SCI_VISIBLEFROMDOCLINE, m_text.lineOf(match.to));
-    const qint64 first = send(SCI_GETFIRSTVISIBLELINE);
-    setSelectionBytes(match.from, match.to);
-    if (line < first || line >= first + send(SCI_LINESONSCREEN))
-        send(SCI_VERTICALCENTRECARET);
+void ControlSearch::selectMatch(const TextMatch& match) {
+    const qint64 line = m_view.send(Sci::SCI_VISIBLEFROMDOCLINE, m_view.heldText().lineOf(match.to));
+    const qint64 first = m_view.send(Sci::SCI_GETFIRSTVISIBLELINE);
+    m_view.setSelectionBytes(match.from, match.to);
+    if (line < first || line >= first + m_view.send(Sci::SCI_LINESONSCREEN))
+        m_view.send(Sci::SCI_VERTICALCENTRECARET);
     m_search.selected = match;
     m_search.emptyMatch.reset();
     if (match.empty())
-        m_search.emptyMatch = {match.from, m_changes};
+        m_search.emptyMatch = {match.from, m_view.changeCount()};
 }
 
-SearchOutcome TextControl::outcomeOf(const std::optional<TextMatch>& match, bool wrapped) {
+SearchOutcome ControlSearch::outcomeOf(const std::optional<TextMatch>& match, bool wrapped) {
     if (!match)
         return fail();
     selectMatch(*match);
     if (!wrapped)
         return SearchOutcome::Found;
-    Q_EMIT FindWrapped();
+    Q_EMIT m_view.FindWrapped();
     return SearchOutcome::Wrapped;
 }
 
-SearchOutcome TextControl::findNext() {
-    return findNoted(false);
+SearchOutcome ControlSearch::findNext(Wrap wrap) {
+    return findNoted(false, wrap);
 }
 
-SearchOutcome TextControl::findPrevious() {
-    return findNoted(true);
+SearchOutcome ControlSearch::findPrevious(Wrap wrap) {
+    return findNoted(true, wrap);
 }
 
-SearchOutcome TextControl::findNoted(bool backwards) {
-    const QPointer<TextControl> alive(this);
-    const EditScope scope(*this);
+SearchOutcome ControlSearch::findNoted(bool backwards, Wrap wrap) {
+    const QPointer<EditView> alive(&m_view);
+    const EditScope scope(m_view);
     SearchHistory::ofFinds().add(m_search.text);
-    const SearchOutcome outcome = find(backwards);
+    const SearchOutcome outcome = find(backwards, wrap);
     if (alive)
-        noteCommand(backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext, {}, 1);
+        m_macros.noteCommand(backwards ? Command::FindPrevious : Command::FindNext, {}, 1);
     return outcome;
 }
 
-SearchOutcome TextControl::findTyped(bool backwards, bool alsoHere) {
-    const EditScope scope(*this);
+SearchOutcome ControlSearch::findTyped(bool backwards, bool alsoHere) {
+    const EditScope scope(m_view);
     const auto pattern = patternToFind();
     if (!pattern)
         return fail();
-    return backwards ? findLast(lastMatchBegunBefore, *pattern, alsoHere) : findOnward(*pattern);
+    return backwards ? findLast(lastMatchBegunBefore, *pattern, alsoHere, Wrap::Around)
+                     : findOnward(*pattern, Wrap::Around);
 }
 
-SearchOutcome TextControl::find(bool backwards) {
-    const EditScope scope(*this);
+SearchOutcome ControlSearch::find(bool backwards, Wrap wrap) {
+    const EditScope scope(m_view);
     const auto pattern = patternToFind();
     if (!pattern)
         return fail();
-    return backwards ? findBackward(*pattern) : findOnward(*pattern);
+    return backwards ? findBackward(*pattern, wrap) : findOnward(*pattern, wrap);
 }
 
 /// Null where there is none; searchError() says why.
-std::shared_ptr<const SearchPattern> TextControl::patternToFind() {
+std::shared_ptr<const SearchPattern> ControlSearch::patternToFind() {
     auto pattern = searchPattern();
     m_search.error = m_search.pattern->error();
     return pattern;
 }
 
-/// While a macro is played it is the player that is asked.
-MatchScan::Watch TextControl::watchOfSearch() {
+MatchScan::Watch ControlSearch::watchOfSearch() {
     std::function<bool()> asked;
-    if (m_player != nullptr) {
-        asked = [player = m_player] { return player->goesOn(); };
-    } else if (m_searchWatch) {
-        asked = [watch = m_searchWatch, notice = std::make_shared<SearchNotice>(*this)] {
+    if (m_view.state().isPlaying()) {
+        asked = m_view.state().playGoesOn;
+    } else if (m_watch) {
+        asked = [watch = m_watch, notice = std::make_shared<SearchNotice>(m_view)] {
             return watch(notice->lookAtClock());
         };
     } else {
         return {};
     }
-    const QPointer<const TextControl> alive(this);
-    return [alive, asked, changes = m_changes, pace = YieldPace()]() mutable {
-        return !pace.due() || (asked() && alive && alive->m_changes == changes);
+    const QPointer<const EditView> alive(&m_view);
+    return [alive, asked, changes = m_view.changeCount(), pace = YieldPace()]() mutable {
+        return !pace.due() || (asked() && alive && alive->changeCount() == changes);
     };
 }
 
-/// The next match behind the selection, else the first of the text; null with or without an error. With one, the
-/// control may be gone.
-std::unique_ptr<MatchScan> TextControl::foundOnward(const SearchPattern& pattern, bool& wrapped, SearchError& error) {
-    const qint64 from = send(SCI_GETSELECTIONEND);
-    auto scan = std::make_unique<MatchScan>(pattern, m_text, m_map, from);
-    scan->watchedBy(watchOfSearch());
-    if (scan->next() && (!isEmptyMatchTaken(scan->match()) || scan->next()))
-        return scan;
-    error = scan->error();
-    if (error)
-        return nullptr;
-    wrapped = true;
-    scan = std::make_unique<MatchScan>(pattern, m_text, m_map, 0);
-    scan->watchedBy(watchOfSearch());
-    if (!pattern.seesTextAsOne())
-        scan->stopBehind(from);
-    if (scan->next())
-        return scan;
-    error = scan->error();
-    return nullptr;
+OnwardMatch ControlSearch::matchOnward(const SearchPattern& pattern, Wrap wrap) {
+    const OnwardSearch search{pattern,
+                              m_view.heldText(),
+                              m_view.map(),
+                              m_view.send(Sci::SCI_GETSELECTIONEND),
+                              [this] { return watchOfSearch(); },
+                              [this](const TextMatch& match) { return isEmptyMatchTaken(match); }};
+    return nextMatch(search, wrap == Wrap::Around);
 }
 
-SearchOutcome TextControl::findOnward(const SearchPattern& pattern) {
-    const QPointer<TextControl> alive(this);
-    bool wrapped = false;
-    SearchError error;
-    const auto found = foundOnward(pattern, wrapped, error);
+SearchOutcome ControlSearch::findOnward(const SearchPattern& pattern, Wrap wrap) {
+    const QPointer<EditView> alive(&m_view);
+    const OnwardMatch found = matchOnward(pattern, wrap);
     if (!alive)
         return SearchOutcome::Failed;
-    return found ? outcomeOf(found->match(), wrapped) : fail(error);
+    return found.scan ? outcomeOf(found.scan->match(), found.wrapped) : fail(found.error);
 }
 
-SearchOutcome TextControl::findBackward(const SearchPattern& pattern) {
-    const qint64 from = send(SCI_GETSELECTIONSTART);
-    const bool nothingSelected = from == send(SCI_GETSELECTIONEND);
-    return findLast(lastMatchBefore, pattern, nothingSelected && !isEmptyMatchTaken({from, from}));
+SearchOutcome ControlSearch::findBackward(const SearchPattern& pattern, Wrap wrap) {
+    const qint64 from = m_view.send(Sci::SCI_GETSELECTIONSTART);
+    const bool nothingSelected = from == m_view.send(Sci::SCI_GETSELECTIONEND);
+    return findLast(lastMatchBefore, pattern, nothingSelected && !isEmptyMatchTaken({from, from}), wrap);
 }
 
-/// The last match in front of the selection, as the one or the other rule takes it, else the last of the text.
+/// The last match in front of the selection, by one rule or the other, else the last of the text.
 template <typename Rule>
-SearchOutcome TextControl::findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere) {
-    const QPointer<TextControl> alive(this);
+SearchOutcome ControlSearch::findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere, Wrap wrap) {
+    const QPointer<EditView> alive(&m_view);
     SearchError error;
-    bool wrapped = false;
-    auto found = lastMatch(pattern, m_text, m_map, send(SCI_GETSELECTIONSTART), alsoHere, error, watchOfSearch());
-    if (!found && !error) {
-        wrapped = true;
-        found = lastMatch(pattern, m_text, m_map, m_text.length(), true, error, watchOfSearch());
-    }
+    const HeldText& text = m_view.heldText();
+    const TextMap& map = m_view.map();
+    const qint64 from = m_view.send(Sci::SCI_GETSELECTIONSTART);
+    // What may match across line ends may begin in front of where the search began.
+    const qint64 lowest = mayCrossLines() ? 0 : from;
+    auto found = lastMatch(pattern, text, map, from, alsoHere, error, watchOfSearch(), 0);
+    const bool wrapped = !found && !error && wrap == Wrap::Around;
+    if (wrapped)
+        found = lastMatch(pattern, text, map, text.length(), true, error, watchOfSearch(), lowest);
     if (!alive)
         return SearchOutcome::Failed;
     return error ? fail(error) : outcomeOf(found, wrapped);
 }
 
-// All matches
-
-MatchPlace TextControl::placeOf(const TextMatch& match) const {
-    const qint64 position = m_map.positionOf(match.from);
-    return {m_map.lineOf(match.from), position, m_map.positionOf(match.to) - position};
+bool ControlSearch::mayCrossLines() const {
+    return m_search.flags.regExp || m_search.text.contains(u'\n') || m_search.text.contains(u'\r');
 }
 
-qint64 TextControl::findAll(const std::function<bool(const MatchPlace&)>& take) {
-    const QPointer<TextControl> alive(this);
+MatchPlace ControlSearch::placeOf(const TextMatch& match) const {
+    const qint64 position = m_view.map().positionOf(match.from);
+    return {m_view.map().lineOf(match.from), position, m_view.map().positionOf(match.to) - position};
+}
+
+qint64 ControlSearch::findAll(const std::function<bool(const MatchPlace&)>& take) {
+    const QPointer<EditView> alive(&m_view);
     {
-        const EditScope scope(*this);
-        setSelectionBytes(0, 0);
+        const EditScope scope(m_view);
+        m_view.setSelectionBytes(0, 0);
     }
     if (!alive)
         return 0;
@@ -226,17 +202,17 @@ qint64 TextControl::findAll(const std::function<bool(const MatchPlace&)>& take) 
         fail();
         return 0;
     }
-    const ScanLock lock(*this);
-    const quint64 changes = m_changes;
+    const ScanLock lock(m_view);
+    const quint64 changes = m_view.changeCount();
     qint64 count = 0;
-    MatchScan scan(*pattern, m_text, m_map, 0);
+    MatchScan scan(*pattern, m_view.heldText(), m_view.map(), 0);
     scan.watchedBy(watchOfSearch());
     while (scan.next()) {
         ++count;
         const bool goesOn = take(placeOf(scan.match()));
         if (!alive)
             return count;
-        if (m_changes != changes) {
+        if (m_view.changeCount() != changes) {
             fail();
             return count;
         }
@@ -245,25 +221,25 @@ qint64 TextControl::findAll(const std::function<bool(const MatchPlace&)>& take) 
     }
     if (!alive)
         return count;
-    const EditScope scope(*this);
+    const EditScope scope(m_view);
     m_search.error = scan.error();
-    if (count == 0 || m_changes != changes)
+    if (count == 0 || m_view.changeCount() != changes)
         fail(scan.error());
     else
         outcomeOf(scan.match(), true);
     return count;
 }
 
-qint64 TextControl::countMatches() {
-    return countMatches({0, m_text.length()});
+qint64 ControlSearch::countMatches() {
+    return countMatches({0, m_view.heldText().length()});
 }
 
-qint64 TextControl::countMatches(const TextMatch& range) {
-    const QPointer<TextControl> alive(this);
+qint64 ControlSearch::countMatches(const TextMatch& range) {
+    const QPointer<EditView> alive(&m_view);
     const auto pattern = notedPattern();
     if (!pattern)
         return 0;
-    MatchScan scan(*pattern, m_text, m_map, range.from);
+    MatchScan scan(*pattern, m_view.heldText(), m_view.map(), range.from);
     scan.stopBehind(range.to);
     scan.watchedBy(watchOfSearch());
     qint64 count = 0;
@@ -272,4 +248,9 @@ qint64 TextControl::countMatches(const TextMatch& range) {
     if (alive)
         m_search.error = scan.error();
     return count;
+}
+
+bool ControlSearch::isMatchSelected() const {
+    return m_search.selected ==
+           TextMatch{m_view.send(Sci::SCI_GETSELECTIONSTART), m_view.send(Sci::SCI_GETSELECTIONEND)};
 }

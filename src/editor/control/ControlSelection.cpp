@@ -1,107 +1,115 @@
-// What is selected in the control, and where its caret goes on.
+#include "editor/control/ControlSelection.h"
 
 #include "editor/control/EditScope.h"
+#include "editor/control/EditView.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/SelectedRanges.h"
-#include "editor/control/TextControl.h"
 
 #include <algorithm>
 
-TextControl::Selection TextControl::selection() const {
-    return {send(SCI_GETANCHOR), send(SCI_GETCURRENTPOS)};
+using Sci = QsciScintillaBase;
+
+qint64 ControlSelection::SelStart() const {
+    return m_view.map().positionOf(m_view.send(Sci::SCI_GETSELECTIONSTART));
 }
 
-void TextControl::setSelectionBytes(qint64 anchor, qint64 caret) {
-    send(SCI_SETSEL, anchor, caret);
+qint64 ControlSelection::SelEnd() const {
+    return m_view.map().positionOf(m_view.send(Sci::SCI_GETSELECTIONEND));
 }
 
-/// Whether the selection is one run of text, not a rectangle and not several.
-bool TextControl::isStream() const {
-    return send(SCI_GETSELECTIONS) == 1 && send(SCI_SELECTIONISRECTANGLE) == 0;
+QString ControlSelection::SelText() const {
+    const auto [anchor, caret] = m_view.selection();
+    return QString::fromUtf8(m_view.bytes(std::min(anchor, caret), std::max(anchor, caret)));
 }
 
-/// Called before each edit: from there on the lines of a rectangle are ranges as any. Scintilla cuts a rectangle anew
-/// whenever it measures its styles, in the midst of an edit too, and then goes by places that are no longer there.
-void TextControl::loosenRectangle() {
-    if (!Locked() && send(SCI_SELECTIONISRECTANGLE) != 0)
-        SelectedRanges(*this).select(*this);
+void ControlSelection::select(qint64 anchor, qint64 caret) {
+    const EditScope scope(m_view);
+    m_view.setSelectionBytes(m_view.map().byteOf(std::max<qint64>(anchor, 0)),
+                             m_view.map().byteOf(std::max<qint64>(caret, 0)));
 }
 
-/// For what goes in as a whole: it begins at the topmost of the lines.
-void TextControl::loosenAtTop() {
-    if (send(SCI_SELECTIONISRECTANGLE) == 0)
+qint64 ControlSelection::AnchorPosition() const {
+    return m_view.map().positionOf(m_view.selection().anchor);
+}
+
+qint64 ControlSelection::CaretPosition() const {
+    return m_view.map().positionOf(m_view.selection().caret);
+}
+
+qint64 ControlSelection::StartLineNo() const {
+    return m_view.map().lineOf(m_view.selection().anchor);
+}
+
+qint64 ControlSelection::EndLineNo() const {
+    return m_view.map().lineOf(m_view.selection().caret);
+}
+
+qint64 ControlSelection::EndColNo() const {
+    const qint64 caret = m_view.selection().caret;
+    return m_view.map().positionOf(caret) - m_view.map().positionOf(m_view.map().lineBeginOf(caret));
+}
+
+TextMatch ControlSelection::selectedBytes() const {
+    return {m_view.send(Sci::SCI_GETSELECTIONSTART), m_view.send(Sci::SCI_GETSELECTIONEND)};
+}
+
+qint64 ControlSelection::lineAtPoint(int x, int y) const {
+    return m_view.map().lineOf(m_view.send(Sci::SCI_POSITIONFROMPOINT, x, y));
+}
+
+void ControlSelection::giveBack(const KeptView& kept) {
+    const EditScope scope(m_view);
+    kept.giveBackTo(m_view);
+}
+
+bool ControlSelection::isStream() const {
+    return m_view.send(Sci::SCI_GETSELECTIONS) == 1 && m_view.send(Sci::SCI_SELECTIONISRECTANGLE) == 0;
+}
+
+/// Scintilla cuts a rectangle anew whenever it measures its styles, in the midst of an edit too, and then uses places
+/// that no longer exist.
+void ControlSelection::loosenRectangle() {
+    if (!m_view.Locked() && m_view.send(Sci::SCI_SELECTIONISRECTANGLE) != 0)
+        SelectedRanges(m_view).select(m_view);
+}
+
+void ControlSelection::loosenAtTop() {
+    if (m_view.send(Sci::SCI_SELECTIONISRECTANGLE) == 0)
         return;
     loosenRectangle();
-    const qint64 last = send(SCI_GETSELECTIONS) - 1;
-    const bool isUpward = send(SCI_GETSELECTIONNSTART, last) < send(SCI_GETSELECTIONNSTART, 0);
-    send(SCI_SETMAINSELECTION, isUpward ? last : 0);
+    const qint64 last = m_view.send(Sci::SCI_GETSELECTIONS) - 1;
+    const bool isUpward = m_view.send(Sci::SCI_GETSELECTIONNSTART, last) < m_view.send(Sci::SCI_GETSELECTIONNSTART, 0);
+    m_view.send(Sci::SCI_SETMAINSELECTION, isUpward ? last : 0);
 }
 
-/// Called behind an edit of lines that a rectangle crosses: its corners have moved with the text, and Scintilla would
-/// cut it between them some time later.
-void TextControl::cutRectangleAnew() {
-    if (send(SCI_SELECTIONISRECTANGLE) != 0)
-        send(SCI_SETRECTANGULARSELECTIONANCHORVIRTUALSPACE, send(SCI_GETRECTANGULARSELECTIONANCHORVIRTUALSPACE));
+/// The corners have moved with the text, and Scintilla would cut the rectangle between them some time later.
+void ControlSelection::cutRectangleAnew() {
+    if (m_view.send(Sci::SCI_SELECTIONISRECTANGLE) == 0)
+        return;
+    const qint64 beyond = m_view.send(Sci::SCI_GETRECTANGULARSELECTIONANCHORVIRTUALSPACE);
+    m_view.send(Sci::SCI_SETRECTANGULARSELECTIONANCHORVIRTUALSPACE, beyond);
 }
 
-void TextControl::knowColumn() {
-    m_columnKnownAt = {selection().caret, m_changes};
+void ControlSelection::knowColumn() {
+    m_columnKnownAt = {m_view.selection().caret, m_view.changeCount()};
 }
 
-/// Going up and down keeps to the column of the last step sideways. Scintilla does not count it as one when the caret
-/// is placed somewhere.
-void TextControl::chooseColumn() {
-    if (m_columnKnownAt != Place{selection().caret, m_changes})
-        send(SCI_CHOOSECARETX);
+/// Scintilla does not count it as a step sideways when the caret is placed somewhere.
+void ControlSelection::chooseColumn() {
+    if (m_columnKnownAt != Place{m_view.selection().caret, m_view.changeCount()})
+        m_view.send(Sci::SCI_CHOOSECARETX);
 }
 
-qint64 TextControl::SelStart() const {
-    return m_map.positionOf(send(SCI_GETSELECTIONSTART));
+bool ControlSelection::isSelected(qint64 byte) const {
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range) {
+        if (byte >= m_view.send(Sci::SCI_GETSELECTIONNSTART, range) &&
+            byte < m_view.send(Sci::SCI_GETSELECTIONNEND, range))
+            return true;
+    }
+    return false;
 }
 
-qint64 TextControl::SelEnd() const {
-    return m_map.positionOf(send(SCI_GETSELECTIONEND));
-}
-
-void TextControl::setSelStart(qint64 position) {
-    setSelection(position, std::max(position, SelEnd()));
-}
-
-void TextControl::setSelEnd(qint64 position) {
-    setSelection(std::min(position, SelStart()), position);
-}
-
-void TextControl::setSelection(qint64 anchor, qint64 caret) {
-    const EditScope scope(*this);
-    setSelectionBytes(m_map.byteOf(std::max<qint64>(anchor, 0)), m_map.byteOf(std::max<qint64>(caret, 0)));
-}
-
-qint64 TextControl::AnchorPosition() const {
-    return m_map.positionOf(selection().anchor);
-}
-
-qint64 TextControl::CaretPosition() const {
-    return m_map.positionOf(selection().caret);
-}
-
-TextMatch TextControl::selectedBytes() const {
-    return {send(SCI_GETSELECTIONSTART), send(SCI_GETSELECTIONEND)};
-}
-
-void TextControl::giveBack(const KeptView& kept) {
-    const EditScope scope(*this);
-    kept.giveBackTo(*this);
-}
-
-qint64 TextControl::StartLineNo() const {
-    return m_map.lineOf(selection().anchor);
-}
-
-qint64 TextControl::EndLineNo() const {
-    return m_map.lineOf(selection().caret);
-}
-
-qint64 TextControl::EndColNo() const {
-    const qint64 caret = selection().caret;
-    return m_map.positionOf(caret) - m_map.positionOf(m_map.lineBeginOf(caret));
+void ControlSelection::SelectAll() {
+    const EditScope scope(m_view);
+    m_view.send(Sci::SCI_SELECTALL);
 }

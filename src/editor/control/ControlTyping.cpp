@@ -1,77 +1,133 @@
-// What is typed into the control: keys and input methods.
+#include "editor/control/ControlTyping.h"
 
-#include "editor/control/ControlGlobals.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/EditScope.h"
-#include "editor/control/EditorKeys.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
+#include "editor/control/LanguageIndent.h"
+#include "editor/held/Colouring.h"
+#include "editor/language/AutoIndent.h"
 
 #include <QInputMethodEvent>
-#include <QKeyEvent>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
+
+using Sci = QsciScintillaBase;
 
 namespace {
 
-/// Bytes on each side of the caret that an input method is told of.
+/// Milliseconds without a key after which typing begins a new undo step.
+constexpr qint64 TypingPause = 2000;
+/// Typed texts of more units than this are inserted as a whole.
+constexpr qsizetype TypedAtOnce = 64;
+/// Bytes on each side of the caret that an input method is given.
 constexpr qint64 SurroundingBytes = 1024;
 
 }  // namespace
 
-void TextControl::keyPressEvent(QKeyEvent* event) {
-    event->accept();
-    if (takeHotKey(*event))
+void ControlTyping::type(const QString& text) {
+    const QByteArray utf8 = m_view.withOwnLineEnds(text);
+    const int times = m_view.state().takeRepeatCount();
+    const bool outgrows = m_view.wouldOutgrow(utf8.size() * times);
+    const EditScope scope(m_view, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
+    m_selection.loosenRectangle();
+    if (!m_view.state().typing || times > 1 || m_sinceTyped.elapsed() > TypingPause)
+        m_view.breakUndo();
+    m_view.state().typing = times == 1;
+    m_sinceTyped.start();
+    for (int done = 0; done < times; ++done)
+        putTyped(text, utf8);
+    if (m_autoIndent && m_view.state().typing && text.size() == 1 && m_selection.isStream() && !m_view.Locked())
+        LanguageIndent::closeTypedLevel(m_view);
+    m_macros.noteTyped(text, times);
+}
+
+void ControlTyping::putTyped(const QString& text, const QByteArray& utf8) {
+    if (text.size() > TypedAtOnce && m_selection.isStream())
+        return m_view.replaceSelection(utf8);
+    QInputMethodEvent event;
+    event.setCommitString(QString::fromUtf8(utf8));
+    m_view.passToLibrary(QEvent::InputMethod, event);
+}
+
+void ControlTyping::beginCommand(int message) {
+    const bool joinsLast = std::exchange(m_lastCommand, message) == message && message != Sci::SCI_NEWLINE;
+    if (!joinsLast || m_view.state().typing)
+        m_view.breakUndo();
+    m_view.state().typing = false;
+}
+
+void ControlTyping::newLine() {
+    const bool indents = m_autoIndent && !m_view.Locked();
+    if (indents && m_selection.isStream() && m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0)
+        LanguageIndent::closeLevelAtLineEnd(m_view);
+    const std::vector<QByteArray> fronts = indents ? frontsOfNewLines() : std::vector<QByteArray>();
+    m_view.runAcrossJoints(Sci::SCI_NEWLINE);
+    // A rectangle has become one caret.
+    if (std::ssize(fronts) != m_view.send(Sci::SCI_GETSELECTIONS))
         return;
-    if (EditorKeys::typesText(*event))
-        type(event->text());
-    else
-        event->ignore();
+    for (qint64 range = 0; range < std::ssize(fronts); ++range)
+        insertAtCaret(range, fronts[static_cast<std::size_t>(range)]);
+    if (indents && m_selection.isStream())
+        LanguageIndent::closeLevel(m_view);
+    m_view.state().scrollDue = true;
 }
 
-/// What a second stroke is waited for goes past the menus.
-bool TextControl::event(QEvent* event) {
-    if (event->type() != QEvent::ShortcutOverride || m_globals == nullptr)
-        return QsciScintillaBase::event(event);
-    const auto& key = *static_cast<QKeyEvent*>(event);
-    if (m_globals->isAwaited(key)) {
-        event->accept();
-        return true;
-    }
-    if (!EditorKeys::isModifier(key))
-        leaveHotKey();
-    return QsciScintillaBase::event(event);
+/// What the new line of each caret begins with. What stands behind the caret moves down with its own blanks.
+std::vector<QByteArray> ControlTyping::frontsOfNewLines() const {
+    std::vector<QByteArray> fronts;
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range)
+        fronts.push_back(LanguageIndent::frontBehind(m_view, m_view.send(Sci::SCI_GETSELECTIONNSTART, range)));
+    return fronts;
 }
 
-void TextControl::focusOutEvent(QFocusEvent* event) {
-    leaveHotKey();
-    QsciScintillaBase::focusOutEvent(event);
+void ControlTyping::insertAtCaret(qint64 range, const QByteArray& utf8) {
+    const qint64 at = m_view.send(Sci::SCI_GETSELECTIONNCARET, range);
+    m_view.replaceBytes(at, at, utf8);
+    m_view.send(Sci::SCI_SETSELECTIONNCARET, range, at + utf8.size());
+    m_view.send(Sci::SCI_SETSELECTIONNANCHOR, range, at + utf8.size());
 }
 
-void TextControl::inputMethodEvent(QInputMethodEvent* event) {
-    const QString committed = event->commitString();
-    const bool types = !committed.isEmpty() || !event->preeditString().isEmpty();
+/// Scintilla would move each piece of a long line as if it were a line.
+void ControlTyping::tabKey(int message) {
+    const bool jointed = !m_view.map().joints().empty() && message == Sci::SCI_BACKTAB;
+    if (!m_selection.isStream() || m_view.Locked() ||
+        (m_selection.StartLineNo() == m_selection.EndLineNo() && !jointed))
+        return m_view.runAcrossJoints(message);
+    m_view.ExecuteCmd(message == Sci::SCI_TAB ? Command::Indent : Command::Unindent, {});
+}
+
+void ControlTyping::takeInputMethod(QInputMethodEvent& event) {
+    const QString committed = event.commitString();
+    const bool types = !committed.isEmpty() || !event.preeditString().isEmpty();
     if (types)
-        leaveHotKey();
-    const int times = committed.isEmpty() ? 1 : takeRepeatCount();
-    const bool outgrows = m_longLines.wouldOutgrow(selection().caret, committed.toUtf8().size() * times);
-    const EditScope scope(*this, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
+        m_macros.leaveHotKey();
+    const int times = committed.isEmpty() ? 1 : m_view.state().takeRepeatCount();
+    const bool outgrows = m_view.wouldOutgrow(committed.toUtf8().size() * times);
+    const EditScope scope(m_view, outgrows || times > 1 ? EditScope::Grouped : EditScope::Separate);
     if (types)
-        loosenRectangle();
-    QsciScintillaBase::inputMethodEvent(event);
+        m_selection.loosenRectangle();
+    m_view.passToLibrary(QEvent::InputMethod, event);
     for (int done = 1; done < times; ++done)
-        putTyped(committed, withOwnLineEnds(committed));
-    noteTyped(committed, times);
+        putTyped(committed, m_view.withOwnLineEnds(committed));
+    m_macros.noteTyped(committed, times);
 }
 
 /// Only the neighbourhood of the caret: the library's own answer is the whole paragraph, which may be the whole text.
-QVariant TextControl::inputMethodQuery(Qt::InputMethodQuery query) const {
-    const qint64 caret = selection().caret;
+QVariant ControlTyping::answer(Qt::InputMethodQuery query) const {
+    const qint64 caret = m_view.selection().caret;
     const auto before = [&] {
-        const qint64 from = send(SCI_POSITIONBEFORE, std::max(m_map.lineBeginOf(caret), caret - SurroundingBytes) + 1);
-        return QString::fromUtf8(bytes(from, caret));
+        const qint64 from = m_view.send(Sci::SCI_POSITIONBEFORE,
+                                        std::max(m_view.map().lineBeginOf(caret), caret - SurroundingBytes) + 1);
+        return QString::fromUtf8(m_view.bytes(from, caret));
     };
     const auto after = [&] {
-        const qint64 to = send(SCI_POSITIONAFTER, std::min(m_map.lineEndOf(caret), caret + SurroundingBytes) - 1);
-        return QString::fromUtf8(bytes(caret, std::max(caret, to)));
+        const qint64 to =
+            m_view.send(Sci::SCI_POSITIONAFTER, std::min(m_view.map().lineEndOf(caret), caret + SurroundingBytes) - 1);
+        return QString::fromUtf8(m_view.bytes(caret, std::max(caret, to)));
     };
     switch (query) {
         case Qt::ImSurroundingText:
@@ -84,10 +140,33 @@ QVariant TextControl::inputMethodQuery(Qt::InputMethodQuery query) const {
         case Qt::ImTextAfterCursor:
             return after();
         case Qt::ImAbsolutePosition:
-            return m_map.positionOf(caret);
+            return m_view.map().positionOf(caret);
         case Qt::ImCurrentSelection:
-            return SelEnd() - SelStart() > SurroundingBytes ? QString() : SelText();
+            return m_selection.SelEnd() - m_selection.SelStart() > SurroundingBytes ? QString() : m_selection.SelText();
         default:
-            return QsciScintillaBase::inputMethodQuery(query);
+            return {};
     }
+}
+
+void ControlTyping::setTabWidth(int blanks) {
+    m_tabWidth = std::clamp(blanks, 1, LargestTabWidth);
+    applyTabs();
+}
+
+void ControlTyping::setBlanksForTabs(bool on) {
+    m_blanksForTabs = on;
+    applyTabs();
+}
+
+/// The language says what a level is, unless the text is indented by tabs or blanks already, or blanks are wanted in
+/// any case.
+void ControlTyping::applyTabs() {
+    const LanguageDefinition* language = m_view.colouring().language();
+    bool tabs = !m_blanksForTabs;
+    if (tabs && language != nullptr)
+        tabs = AutoIndent::indentedByTabs(m_view.heldText()).value_or(language->indentsWithTabs);
+    m_view.send(Sci::SCI_SETTABWIDTH, m_tabWidth);
+    m_view.send(Sci::SCI_SETUSETABS, tabs);
+    // 0: the width of a tab.
+    m_view.send(Sci::SCI_SETINDENT, language == nullptr || tabs ? 0 : language->indentWidth);
 }

@@ -1,6 +1,6 @@
 #include "editor/control/EditorKeys.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 
 #include <QKeyEvent>
 #include <Qsci/qsciscintillabase.h>
@@ -54,11 +54,11 @@ constexpr auto Keys = std::to_array<EditorKeys::Row>({
     {Qt::Key_Delete, 0, Sci::SCI_CLEAR},
     {Qt::Key_Delete, Shift, Sci::SCI_CUT},
     {Qt::Key_Delete, Ctrl, Sci::SCI_DELWORDRIGHT},
-    {Qt::Key_Delete, Ctrl | Shift, 159},
+    {Qt::Key_Delete, Ctrl | Shift, Command::DeleteToEndOfLine},
     {Qt::Key_Backspace, 0, Sci::SCI_DELETEBACK},
     {Qt::Key_Backspace, Shift, Sci::SCI_DELETEBACK},
     {Qt::Key_Backspace, Ctrl, Sci::SCI_DELWORDLEFT},
-    {Qt::Key_Backspace, Ctrl | Shift, 158},
+    {Qt::Key_Backspace, Ctrl | Shift, Command::DeleteToStartOfLine},
     {Qt::Key_Backspace, Alt, Sci::SCI_UNDO},
     {Qt::Key_Insert, 0, Sci::SCI_EDITTOGGLEOVERTYPE},
     {Qt::Key_Insert, Shift, Sci::SCI_PASTE},
@@ -76,7 +76,7 @@ constexpr auto Keys = std::to_array<EditorKeys::Row>({
     {Qt::Key_X, Ctrl, Sci::SCI_CUT},
     {Qt::Key_C, Ctrl, Sci::SCI_COPY},
     {Qt::Key_V, Ctrl, Sci::SCI_PASTE},
-    {Qt::Key_A, Ctrl, ControlCommands::SelectAll},
+    {Qt::Key_A, Ctrl, Command::SelectAll},
     {Qt::Key_Plus, Ctrl, Sci::SCI_ZOOMIN},
     {Qt::Key_Plus, Ctrl | Shift, Sci::SCI_ZOOMIN},
     {Qt::Key_Equal, Ctrl, Sci::SCI_ZOOMIN},

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-class TextControl;
+class EditView;
 
 /// Keeps bookmarks with their lines while a command replaces text as a whole, or takes such a replacement back: the
 /// library gathers the marks of replaced lines on the first of them. Made before the edit and gone after it; where the
@@ -12,13 +12,13 @@ class TextControl;
 class KeptBookmarks {
  public:
     /// The control outlives this object.
-    explicit KeptBookmarks(TextControl& control);
+    explicit KeptBookmarks(EditView& view);
     ~KeptBookmarks();
     KeptBookmarks(const KeptBookmarks&) = delete;
     KeptBookmarks& operator=(const KeptBookmarks&) = delete;
 
  private:
-    TextControl& m_control;
+    EditView& m_view;
     qint64 m_lineCount;
     std::vector<qint64> m_lines;
 };

@@ -4,16 +4,16 @@
 
 #include <QtGlobal>
 
-class TextControl;
+class EditView;
 
 /// Where a control stands: all that is selected in it, several ranges or a rectangle too, and what of the text is in
 /// sight. Good until the next edit or load; after that it gives nothing back.
 class KeptView {
  public:
-    explicit KeptView(const TextControl& control);
+    explicit KeptView(const EditView& view);
 
-    /// For the control itself, which tells of the move.
-    void giveBackTo(TextControl& control) const;
+    /// For ControlSelection, which emits the signal of the move.
+    void giveBackTo(EditView& view) const;
 
  private:
     /// One end of a range, in bytes, and how far behind the end of its line it lies.
@@ -21,7 +21,7 @@ class KeptView {
         qint64 byte;
         qint64 beyond;
     };
-    void giveBackRectangle(TextControl& control) const;
+    void giveBackRectangle(EditView& view) const;
 
     quint64 m_changes;
     bool m_rectangle;

@@ -1,20 +1,20 @@
 #include "editor/control/MacroRecorder.h"
 
-#include "editor/commands/ControlCommands.h"
-#include "editor/control/TextControl.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/EditView.h"
 
 #include <utility>
 
-bool MacroRecorder::follows(const TextControl& control) const {
-    return m_recording && m_control.data() == &control;
+bool MacroRecorder::follows(const EditView& view) const {
+    return m_recording && m_view.data() == &view;
 }
 
-void MacroRecorder::begin(TextControl& control) {
+void MacroRecorder::begin(EditView& view) {
     m_steps.clear();
     m_missed = 0;
-    m_control = &control;
+    m_view = &view;
     m_recording = true;
-    m_death = connect(&control, &QObject::destroyed, this, [this] {
+    m_death = connect(&view, &QObject::destroyed, this, [this] {
         m_steps.clear();
         end();
     });
@@ -29,17 +29,17 @@ QList<MacroStep> MacroRecorder::finish() {
 
 void MacroRecorder::end() {
     m_recording = false;
-    m_control = nullptr;
+    m_view = nullptr;
     Q_EMIT changed();
 }
 
-/// Whether what is typed now goes on with the text of the last step; one that was repeated is for itself.
+/// Whether what is typed now is added to the text of the last step; one that was repeated stands alone.
 bool MacroRecorder::typingGoesOn() const {
     if (m_steps.isEmpty() || m_steps.last().kind != MacroStep::Kind::Text)
         return false;
     const qsizetype count = m_steps.size();
     return count == 1 || m_steps[count - 2].kind == MacroStep::Kind::Text ||
-           m_steps[count - 2].command != ControlCommands::RepeatCount;
+           m_steps[count - 2].command != Command::SetRepeatCount;
 }
 
 void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
@@ -54,16 +54,16 @@ void MacroRecorder::add(const MacroStep& step, bool mayGoOn) {
 
 /// A macro that was played may have set it otherwise.
 void MacroRecorder::addSetting(const MacroStep& step) {
-    constexpr int FirstSwitch = 230;
-    const auto group = [](int command) { return command < FirstSwitch ? command : command / 2 * 2; };
+    // The two commands that switch one thing on and off have neighbouring numbers.
+    static_assert(Command::RegExpOn % 2 == 0);
+    const auto group = [](int command) { return command < Command::RegExpOn ? command : command / 2 * 2; };
     for (auto known = m_steps.crbegin(); known != m_steps.crend(); ++known) {
-        const ControlCommands::Row* row =
-            known->kind == MacroStep::Kind::Command ? ControlCommands::find(known->command) : nullptr;
+        const Command::Info* row = known->kind == MacroStep::Kind::Command ? Command::infoOf(known->command) : nullptr;
         if (row == nullptr)
             continue;
-        if (row->kind == ControlCommands::Kind::Plays)
+        if (row->kind == Command::Kind::Plays)
             break;
-        if (row->kind == ControlCommands::Kind::Sets && group(known->command) == group(step.command)) {
+        if (row->kind == Command::Kind::Sets && group(known->command) == group(step.command)) {
             if (*known == step)
                 return;
             break;

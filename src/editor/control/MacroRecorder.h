@@ -6,10 +6,10 @@
 #include <QObject>
 #include <QPointer>
 
-class TextControl;
+class EditView;
 
-/// The steps of a macro while it is recorded. It follows the one control that it was begun in, and is over without a
-/// macro when that goes.
+/// The steps of a macro while it is recorded. It follows the one control that it was begun in, and ends without a
+/// macro when that is destroyed.
 class MacroRecorder : public QObject {
     Q_OBJECT
 
@@ -17,14 +17,14 @@ class MacroRecorder : public QObject {
     using QObject::QObject;
 
     bool isRecording() const { return m_recording; }
-    bool follows(const TextControl& control) const;
+    bool follows(const EditView& view) const;
 
-    void begin(TextControl& control);
-    /// Ends the recording, and gives what was recorded.
+    void begin(EditView& view);
+    /// Ends the recording and returns what was recorded.
     QList<MacroStep> finish();
 
     const QList<MacroStep>& steps() const { return m_steps; }
-    /// Typed text goes on with the text that was typed just before, where that may be.
+    /// Typed text is added to the step of the text that was typed just before, unless `mayGoOn` is false.
     void add(const MacroStep& step, bool mayGoOn = true);
     /// Adds a command that sets something for later ones, unless the steps have it set so already.
     void addSetting(const MacroStep& step);
@@ -44,7 +44,7 @@ class MacroRecorder : public QObject {
     bool typingGoesOn() const;
 
     bool m_recording = false;
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
     QMetaObject::Connection m_death;
     QList<MacroStep> m_steps;
     bool m_open = false;  ///< typed text may go on with the last step

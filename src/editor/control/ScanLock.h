@@ -1,22 +1,22 @@
 #pragma once
 
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 
 #include <QPointer>
 
-/// Keeps a text as it is while its matches are visited.
+/// Keeps a text from being edited while its matches are visited.
 class ScanLock {
  public:
-    explicit ScanLock(TextControl& control) : m_control(&control) { set(true); }
+    explicit ScanLock(EditView& view) : m_view(&view) { set(true); }
     ~ScanLock() {
-        if (m_control)
-            set(m_control->Locked());
+        if (m_view)
+            set(m_view->Locked());
     }
     ScanLock(const ScanLock&) = delete;
     ScanLock& operator=(const ScanLock&) = delete;
 
  private:
-    void set(bool on) { m_control->SendScintilla(QsciScintillaBase::SCI_SETREADONLY, static_cast<unsigned long>(on)); }
+    void set(bool on) { m_view->send(QsciScintillaBase::SCI_SETREADONLY, on); }
 
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
 };

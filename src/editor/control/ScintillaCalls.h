@@ -1,37 +1,32 @@
 #pragma once
 
-#include "editor/control/TextControl.h"
-#include "editor/control/TextSpans.h"
+#include "editor/control/EditView.h"
+#include "editor/control/Span.h"
 
-/// Commands of the control speak to Scintilla by these.
+/// Short forms of what commands often send to Scintilla.
 namespace ScintillaCalls {
 
-inline qint64 ask(const TextControl& control, unsigned message, qint64 first = 0, qint64 second = 0) {
-    return control.SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));
+inline qint64 ask(const EditView& view, unsigned message, qint64 first = 0, qint64 second = 0) {
+    return view.send(message, first, second);
 }
 
-inline qint64 caret(const TextControl& control) {
-    return ask(control, TextControl::SCI_GETCURRENTPOS);
-}
-
-inline qint64 anchor(const TextControl& control) {
-    return ask(control, TextControl::SCI_GETANCHOR);
+inline qint64 caret(const EditView& view) {
+    return view.selection().caret;
 }
 
 /// Without bringing the caret into view, which lays out all of a line that is about to be cut.
-inline void select(TextControl& control, qint64 anchor, qint64 caret) {
-    ask(control, TextControl::SCI_CLEARSELECTIONS);
-    ask(control, TextControl::SCI_SETSELECTION, caret, anchor);
+inline void select(EditView& view, qint64 anchor, qint64 caret) {
+    view.send(EditView::SCI_CLEARSELECTIONS);
+    view.send(EditView::SCI_SETSELECTION, caret, anchor);
 }
 
-inline void remove(TextControl& control, Span span) {
-    ask(control, TextControl::SCI_DELETERANGE, span.from, span.to - span.from);
+inline void remove(EditView& view, Span span) {
+    view.send(EditView::SCI_DELETERANGE, span.from, span.to - span.from);
 }
 
-/// Any bytes, NUL among them; the selection is where Scintilla leaves it.
-inline void replace(TextControl& control, Span span, const QByteArray& utf8) {
-    ask(control, TextControl::SCI_SETTARGETRANGE, span.from, span.to);
-    control.SendScintilla(TextControl::SCI_REPLACETARGET, static_cast<uintptr_t>(utf8.size()), utf8.constData());
+/// The selection is where Scintilla leaves it.
+inline void replace(EditView& view, Span span, const QByteArray& utf8) {
+    view.replaceBytes(span.from, span.to, utf8);
 }
 
 }  // namespace ScintillaCalls

@@ -3,22 +3,23 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
-class TextControl;
+class EditView;
 
-/// Tells a person that a search of a control takes long, and how to end it, until this object goes. The search's watch
-/// owns it.
+/// Shows in the status bar that a search of a control takes long, and how to end it, until this object is destroyed.
+/// Owned by the search's watch.
 class SearchNotice {
  public:
-    explicit SearchNotice(TextControl& control);
+    explicit SearchNotice(EditView& view);
     ~SearchNotice();
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
 
-    /// Called again and again as long as the search goes on; true: it takes long, and that is told.
+    /// Called again and again as long as the search goes on; true: it takes long, and
+    /// that is shown.
     bool lookAtClock();
 
  private:
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
     QElapsedTimer m_since;
     bool m_shown = false;
 };

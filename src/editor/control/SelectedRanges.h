@@ -4,15 +4,15 @@
 
 #include <vector>
 
-class TextControl;
+class EditView;
 
 /// All that is selected in a control, range by range; those of a rectangle line by line. Good until the next edit.
 class SelectedRanges {
  public:
-    explicit SelectedRanges(const TextControl& control);
+    explicit SelectedRanges(const EditView& view);
 
     /// Selects them, each for itself: what was a rectangle is none any more.
-    void select(const TextControl& control) const;
+    void select(const EditView& view) const;
 
  private:
     /// One end of a range, in bytes, and how far behind the end of its line it lies.

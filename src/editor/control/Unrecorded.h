@@ -1,19 +1,21 @@
 #pragma once
 
-#include "editor/control/TextControl.h"
+#include "editor/control/EditView.h"
 
 #include <QPointer>
 
-class TextControl::Unrecorded {
+/// As long as this exists, a recording neither takes steps from the control's changes nor counts them as missed: they
+/// are noted in another way, or not worth it.
+class Unrecorded {
  public:
-    explicit Unrecorded(TextControl& control) : m_control(&control) { ++m_control->m_unrecorded; }
+    explicit Unrecorded(EditView& view) : m_view(&view) { ++view.state().unrecorded; }
     ~Unrecorded() {
-        if (m_control)
-            --m_control->m_unrecorded;
+        if (m_view)
+            --m_view->state().unrecorded;
     }
     Unrecorded(const Unrecorded&) = delete;
     Unrecorded& operator=(const Unrecorded&) = delete;
 
  private:
-    QPointer<TextControl> m_control;
+    QPointer<EditView> m_view;
 };

@@ -1,5 +1,10 @@
 #include "editor/profile/ControlProfile.h"
 
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "settings/registry/RegistryData.h"
 #include "settings/registry/RegistryStore.h"
@@ -21,49 +26,53 @@ struct Row {
     void (*put)(TextControl& control, std::optional<qint32> value);
 };
 
-template <bool (TextControl::*Value)() const, void (TextControl::*Set)(bool)>
+/// Held by a part of the control.
+template <auto Part, auto Value, auto Set>
 constexpr Row flag(const char* name) {
-    return {name, 0, 1, [](const TextControl& control) -> std::optional<qint32> { return (control.*Value)() ? 1 : 0; },
+    return {name, 0, 1,
+            [](const TextControl& control) -> std::optional<qint32> { return ((control.*Part)().*Value)() ? 1 : 0; },
             [](TextControl& control, std::optional<qint32> value) {
-                if (value && (*value != 0) != (control.*Value)())
-                    (control.*Set)(*value != 0);
+                auto& part = (control.*Part)();
+                if (value && (*value != 0) != (part.*Value)())
+                    (part.*Set)(*value != 0);
             }};
 }
 
 /// Not told: the desktop's.
-template <TextControl::Element Element>
+template <ControlLook::Element Element>
 constexpr Row colour(const char* name) {
     return {name, 0, LargestColour,
             [](const TextControl& control) -> std::optional<qint32> {
-                const QColor own = control.elementColour(Element);
+                const QColor own = control.look().elementColour(Element);
                 if (!own.isValid())
                     return std::nullopt;
                 return StoredColour::numberOf(own);
             },
             [](TextControl& control, std::optional<qint32> value) {
                 const QColor wanted = value ? StoredColour::colourOf(*value) : QColor();
-                if (wanted != control.elementColour(Element))
-                    control.setElementColour(Element, wanted);
+                if (wanted != control.look().elementColour(Element))
+                    control.look().setElementColour(Element, wanted);
             }};
 }
 
 constexpr Row Rows[] = {
-    flag<&TextControl::WordWrap, &TextControl::setWordWrap>("WordWrap"),
-    flag<&TextControl::DisplayWhitespace, &TextControl::setDisplayWhitespace>("DisplayWhitespace"),
-    flag<&TextControl::LineNumbering, &TextControl::setLineNumbering>("LineNumbering"),
-    flag<&TextControl::DisplayLeftMargin, &TextControl::setDisplayLeftMargin>("DisplayLeftMargin"),
-    flag<&TextControl::BraceMatching, &TextControl::setBraceMatching>("BraceMatching"),
-    flag<&TextControl::BlanksForTabs, &TextControl::setBlanksForTabs>("BlanksForTabs"),
-    flag<&TextControl::AutoIndent, &TextControl::setAutoIndent>("AutoIndent"),
-    flag<&TextControl::DragDrop, &TextControl::setDragDrop>("DragDrop"),
-    {"TabWidth", 1, TextControl::LargestTabWidth,
-     [](const TextControl& control) -> std::optional<qint32> { return control.TabWidth(); },
+    flag<&TextControl::look, &ControlLook::WordWrap, &ControlLook::setWordWrap>("WordWrap"),
+    flag<&TextControl::look, &ControlLook::DisplayWhitespace, &ControlLook::setDisplayWhitespace>("DisplayWhitespace"),
+    flag<&TextControl::lineNumbers, &ControlLineNumbers::LineNumbering, &ControlLineNumbers::setLineNumbering>(
+        "LineNumbering"),
+    flag<&TextControl::look, &ControlLook::DisplayLeftMargin, &ControlLook::setDisplayLeftMargin>("DisplayLeftMargin"),
+    flag<&TextControl::braces, &ControlBraces::BraceMatching, &ControlBraces::setBraceMatching>("BraceMatching"),
+    flag<&TextControl::typing, &ControlTyping::BlanksForTabs, &ControlTyping::setBlanksForTabs>("BlanksForTabs"),
+    flag<&TextControl::typing, &ControlTyping::AutoIndent, &ControlTyping::setAutoIndent>("AutoIndent"),
+    flag<&TextControl::mouse, &ControlMouse::DragDrop, &ControlMouse::setDragDrop>("DragDrop"),
+    {"TabWidth", 1, ControlTyping::LargestTabWidth,
+     [](const TextControl& control) -> std::optional<qint32> { return control.typing().TabWidth(); },
      [](TextControl& control, std::optional<qint32> value) {
-         control.setTabWidth(value.value_or(control.TabWidth()));
+         control.typing().setTabWidth(value.value_or(control.typing().TabWidth()));
      }},
-    colour<TextControl::BackgroundElement>("BackgroundColor"),
-    colour<TextControl::LeftMarginElement>("LeftMarginColor"),
-    colour<TextControl::RowHighlightElement>("RowHighlightColor"),
+    colour<ControlLook::BackgroundElement>("BackgroundColor"),
+    colour<ControlLook::LeftMarginElement>("LeftMarginColor"),
+    colour<ControlLook::RowHighlightElement>("RowHighlightColor"),
 };
 
 QString storedUnder() {

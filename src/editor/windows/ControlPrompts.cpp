@@ -1,6 +1,6 @@
 #include "editor/windows/ControlPrompts.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
 
 #include <QInputDialog>
@@ -54,9 +54,8 @@ void askLine(TextControl& control) {
     const int lines = static_cast<int>(std::min<qint64>(control.TotalLines(), std::numeric_limits<int>::max()));
     ask(control,
         {u"GotoLine"_qs, TextControl::tr("Go to Line"), TextControl::tr("Line (1 to %1):").arg(lines), lines,
-         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)), [](TextControl& target, int number) {
-             target.ExecuteCmd(ControlCommands::GoToLine, QString::number(number));
-         }});
+         static_cast<int>(std::min<qint64>(control.CurrentLine() + 1, lines)),
+         [](TextControl& target, int number) { target.ExecuteCmd(Command::GoToLine, QString::number(number)); }});
 }
 
 void askRepeatCount(TextControl& control) {
@@ -65,7 +64,7 @@ void askRepeatCount(TextControl& control) {
                   control.repeatCount(), [](TextControl& target, int number) { target.setRepeatCount(number); }});
 }
 
-void tell(TextControl& control, const QString& text) {
+void tell(QWidget& control, const QString& text) {
     auto* box = new QMessageBox(QMessageBox::Information, u"Quillmark"_qs, text, QMessageBox::Ok, &control);
     box->setObjectName(u"ControlMessage"_qs);
     box->setAttribute(Qt::WA_DeleteOnClose);

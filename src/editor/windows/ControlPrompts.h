@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QWidget;
 class TextControl;
 
 /// The small questions that the control asks by itself. Each is one dialog at a time, not modal, owned by the control;
@@ -15,6 +16,6 @@ void askLine(TextControl& control);
 void askRepeatCount(TextControl& control);
 
 /// Tells what must not be overlooked.
-void tell(TextControl& control, const QString& text);
+void tell(QWidget& control, const QString& text);
 
 }  // namespace ControlPrompts

@@ -1,6 +1,13 @@
 #include "editor/windows/ControlProperties.h"
 
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlFile.h"
 #include "editor/control/ControlGlobals.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "editor/profile/ControlProfile.h"
 #include "editor/windows/ControlPage.h"
@@ -27,25 +34,37 @@ namespace {
 struct BoxRow {
     const char* name;
     const char* caption;
-    bool (TextControl::*value)() const;
-    void (TextControl::*set)(bool on);
+    bool (*value)(const TextControl& control);
+    void (*set)(TextControl& control, bool on);
 };
 
+/// Of a property that a part of the control has.
+template <auto Part, auto Value, auto Set>
+constexpr BoxRow box(const char* name, const char* caption) {
+    return {name, caption, [](const TextControl& control) { return ((control.*Part)().*Value)(); },
+            [](TextControl& control, bool on) { ((control.*Part)().*Set)(on); }};
+}
+
 constexpr BoxRow ViewBoxes[] = {
-    {"chkWordWrap", QT_TR_NOOP("&Wrap long lines"), &TextControl::WordWrap, &TextControl::setWordWrap},
-    {"chkWhitespace", QT_TR_NOOP("Show &tabs and spaces"), &TextControl::DisplayWhitespace,
-     &TextControl::setDisplayWhitespace},
-    {"chkLineNumbers", QT_TR_NOOP("Line &numbers"), &TextControl::LineNumbering, &TextControl::setLineNumbering},
-    {"chkLeftMargin", QT_TR_NOOP("&Left margin"), &TextControl::DisplayLeftMargin, &TextControl::setDisplayLeftMargin},
-    {"chkBraces", QT_TR_NOOP("&Brace matching"), &TextControl::BraceMatching, &TextControl::setBraceMatching},
+    box<&TextControl::look, &ControlLook::WordWrap, &ControlLook::setWordWrap>("chkWordWrap",
+                                                                               QT_TR_NOOP("&Wrap long lines")),
+    box<&TextControl::look, &ControlLook::DisplayWhitespace, &ControlLook::setDisplayWhitespace>(
+        "chkWhitespace", QT_TR_NOOP("Show &tabs and spaces")),
+    box<&TextControl::lineNumbers, &ControlLineNumbers::LineNumbering, &ControlLineNumbers::setLineNumbering>(
+        "chkLineNumbers", QT_TR_NOOP("Line &numbers")),
+    box<&TextControl::look, &ControlLook::DisplayLeftMargin, &ControlLook::setDisplayLeftMargin>(
+        "chkLeftMargin", QT_TR_NOOP("&Left margin")),
+    box<&TextControl::braces, &ControlBraces::BraceMatching, &ControlBraces::setBraceMatching>(
+        "chkBraces", QT_TR_NOOP("&Brace matching")),
 };
 
 constexpr BoxRow EditingBoxes[] = {
-    {"chkBlanksForTabs", QT_TR_NOOP("&Blanks instead of tabs"), &TextControl::BlanksForTabs,
-     &TextControl::setBlanksForTabs},
-    {"chkAutoIndent", QT_TR_NOOP("Begin new lines as &indented as the last"), &TextControl::AutoIndent,
-     &TextControl::setAutoIndent},
-    {"chkDragDrop", QT_TR_NOOP("&Drag text with the mouse"), &TextControl::DragDrop, &TextControl::setDragDrop},
+    box<&TextControl::typing, &ControlTyping::BlanksForTabs, &ControlTyping::setBlanksForTabs>(
+        "chkBlanksForTabs", QT_TR_NOOP("&Blanks instead of tabs")),
+    box<&TextControl::typing, &ControlTyping::AutoIndent, &ControlTyping::setAutoIndent>(
+        "chkAutoIndent", QT_TR_NOOP("Begin new lines as &indented as the last")),
+    box<&TextControl::mouse, &ControlMouse::DragDrop, &ControlMouse::setDragDrop>(
+        "chkDragDrop", QT_TR_NOOP("&Drag text with the mouse")),
 };
 
 struct LineEndRow {
@@ -76,7 +95,7 @@ void addBoxes(const TextControl& control, QFormLayout& form, std::span<const Box
     for (const BoxRow& row : rows) {
         auto* box = new QCheckBox(ControlProperties::tr(row.caption));
         box->setObjectName(QString::fromLatin1(row.name));
-        box->setChecked((control.*row.value)());
+        box->setChecked(row.value(control));
         form.addRow(box);
     }
 }
@@ -84,8 +103,8 @@ void addBoxes(const TextControl& control, QFormLayout& form, std::span<const Box
 void takeBoxes(TextControl& control, const QDialog& dialog, std::span<const BoxRow> rows) {
     for (const BoxRow& row : rows) {
         const bool on = dialog.findChild<QCheckBox*>(QString::fromLatin1(row.name))->isChecked();
-        if (on != (control.*row.value)())
-            (control.*row.set)(on);
+        if (on != row.value(control))
+            row.set(control, on);
     }
 }
 
@@ -116,12 +135,12 @@ ControlProperties::ControlProperties(TextControl& control) : QDialog(&control), 
     pages->addTab(viewPage(), tr("&View"));
     pages->addTab(editingPage(), tr("&Editing"));
     pages->addTab(colourPage(), tr("&Colors"));
-    if (TokenTheme* theme = control.theme()) {
-        m_tokens = new TokenColourPage(*theme, control.baseColour());
+    if (TokenTheme* theme = control.look().theme()) {
+        m_tokens = new TokenColourPage(*theme, control.look().baseColour());
         pages->addTab(m_tokens, tr("Lan&guages"));
     }
     pages->addTab(filePage(), tr("&File"));
-    if (ControlGlobals* globals = control.globals())
+    if (ControlGlobals* globals = control.macros().globals())
         m_brought = globals->propertyPages(control);
     for (ControlPage* page : m_brought)
         pages->addTab(page, page->caption());
@@ -141,9 +160,9 @@ void ControlProperties::accept() {
     const ControlProfile before = ControlProfile::of(m_control);
     takeBoxes(m_control, *this, ViewBoxes);
     takeBoxes(m_control, *this, EditingBoxes);
-    m_control.setTabWidth(m_tabWidth->value());
+    m_control.typing().setTabWidth(m_tabWidth->value());
     for (const ColourRow& row : m_colours)
-        m_control.setElementColour(static_cast<TextControl::Element>(row.element), row.colour);
+        m_control.look().setElementColour(static_cast<ControlLook::Element>(row.element), row.colour);
     if (m_tokens != nullptr)
         m_tokens->apply();
     for (ControlPage* page : m_brought)
@@ -166,8 +185,8 @@ QWidget* ControlProperties::editingPage() {
     auto* form = new QFormLayout(page);
     m_tabWidth = new QSpinBox;
     m_tabWidth->setObjectName(u"numTabWidth"_qs);
-    m_tabWidth->setRange(1, TextControl::LargestTabWidth);
-    m_tabWidth->setValue(m_control.TabWidth());
+    m_tabWidth->setRange(1, ControlTyping::LargestTabWidth);
+    m_tabWidth->setValue(m_control.typing().TabWidth());
     form->addRow(tr("Tab &width:"), m_tabWidth);
     addBoxes(m_control, *form, EditingBoxes);
     return page;
@@ -178,9 +197,9 @@ QWidget* ControlProperties::editingPage() {
 QWidget* ControlProperties::colourPage() {
     auto* page = new QWidget;
     auto* form = new QFormLayout(page);
-    addColour(*form, tr("&Background:"), u"Background"_qs, TextControl::BackgroundElement);
-    addColour(*form, tr("&Left margin:"), u"LeftMargin"_qs, TextControl::LeftMarginElement);
-    addColour(*form, tr("&Row of the caret:"), u"RowHighlight"_qs, TextControl::RowHighlightElement);
+    addColour(*form, tr("&Background:"), u"Background"_qs, ControlLook::BackgroundElement);
+    addColour(*form, tr("&Left margin:"), u"LeftMargin"_qs, ControlLook::LeftMarginElement);
+    addColour(*form, tr("&Row of the caret:"), u"RowHighlight"_qs, ControlLook::RowHighlightElement);
     return page;
 }
 
@@ -192,7 +211,7 @@ void ControlProperties::addColour(QFormLayout& form, const QString& caption, con
     const QString plain = QString(caption).remove(u'&').remove(u':');
     reset->setAccessibleName(tr("Reset") + u' ' + plain);
     m_colours.push_back(
-        {element, plain, choose, reset, m_control.elementColour(static_cast<TextControl::Element>(element))});
+        {element, plain, choose, reset, m_control.look().elementColour(static_cast<ControlLook::Element>(element))});
     connect(choose, &QPushButton::clicked, this, [this, element] { chooseColour(element); });
     connect(reset, &QPushButton::clicked, this, [this, element] {
         colourRow(element).colour = QColor();
@@ -239,7 +258,7 @@ QWidget* ControlProperties::filePage() {
     m_lineEnds->setObjectName(u"cmbLineEnds"_qs);
     for (const LineEndRow& row : LineEnds)
         m_lineEnds->addItem(tr(row.caption), row.mode);
-    m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.lineEndMode()));
+    m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.file().lineEndMode()));
     m_convert = new QPushButton(tr("Conver&t"));
     m_convert->setObjectName(u"cmdConvert"_qs);
     m_convert->setToolTip(tr("Cannot be undone"));
@@ -267,26 +286,26 @@ QWidget* ControlProperties::filePage() {
 }
 
 void ControlProperties::refreshFile() {
-    m_convert->setEnabled(m_control.canConvertLineEnds());
-    m_reopen->setEnabled(m_control.canReopen());
+    m_convert->setEnabled(m_control.file().canConvertLineEnds());
+    m_reopen->setEnabled(m_control.file().canReopen());
     QStringList notes;
-    if (!m_control.canConvertLineEnds() && !m_control.Locked())
+    if (!m_control.file().canConvertLineEnds() && !m_control.Locked())
         notes << tr("Line ends cannot be converted while long lines are shown in pieces.");
-    if (!m_control.canReopen())
+    if (!m_control.file().canReopen())
         notes << tr("Only a saved file can be opened again in another encoding.");
     m_fileNote->setText(notes.join(u'\n'));
 }
 
 void ControlProperties::convertLineEnds() {
-    m_control.convertLineEnds(m_lineEnds->currentData().toInt());
+    m_control.file().convertLineEnds(m_lineEnds->currentData().toInt());
     refreshFile();
 }
 
 void ControlProperties::reopen() {
-    const SystemError error = m_control.reopenAs(m_encoding->currentData().toInt());
+    const SystemError error = m_control.file().reopenAs(m_encoding->currentData().toInt());
     refreshFile();
     if (error)
         m_fileNote->setText(error.description);
     else
-        m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.lineEndMode()));
+        m_lineEnds->setCurrentIndex(m_lineEnds->findData(m_control.file().lineEndMode()));
 }

@@ -1,5 +1,8 @@
 #include "editor/windows/FindDialog.h"
 
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/ScintillaCalls.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
@@ -34,7 +37,10 @@ QString FindDialog::nameOf(Kind kind) {
 }
 
 FindDialog::FindDialog(TextControl& control, Kind kind)
-    : QDialog(&control), m_control(control), m_kind(kind), m_range(std::make_unique<SearchRange>(control)) {
+    : QDialog(&control),
+      m_control(control),
+      m_kind(kind),
+      m_range(std::make_unique<SearchRange>(control, control.selected(), control.search())) {
     setObjectName(nameOf(kind));
     setWindowTitle(kind == Kind::Find ? tr("Find") : tr("Replace"));
     auto* grid = new QGridLayout(this);
@@ -54,6 +60,7 @@ FindDialog::FindDialog(TextControl& control, Kind kind)
     });
     for (const QCheckBox* check : {m_matchCase, m_wholeWord, m_regExp})
         connect(check, &QCheckBox::clicked, this, &FindDialog::giveControl);
+    connect(&control, &TextControl::aboutToBeDestroyed, this, [this] { delete this; });
     connect(qApp, &QApplication::focusChanged, this, &FindDialog::focusMoved);
 }
 
@@ -146,7 +153,7 @@ void FindDialog::done(int result) {
 
 void FindDialog::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+    m_highlight = std::make_unique<MatchHighlight::Hold>(m_control, m_control.search());
 }
 
 void FindDialog::hideEvent(QHideEvent* event) {
@@ -182,7 +189,7 @@ void FindDialog::uncoverMatch() {
     const auto at = [this](unsigned message, qint64 byte) {
         return static_cast<int>(ScintillaCalls::ask(m_control, message, 0, byte));
     };
-    const auto [from, to] = m_control.selectedBytes();
+    const auto [from, to] = m_control.selected().selectedBytes();
     const QPoint begin(at(TextControl::SCI_POINTXFROMPOSITION, from), at(TextControl::SCI_POINTYFROMPOSITION, from));
     const QPoint end(at(TextControl::SCI_POINTXFROMPOSITION, to), at(TextControl::SCI_POINTYFROMPOSITION, to));
     const QPoint below(0, static_cast<int>(ScintillaCalls::ask(m_control, TextControl::SCI_TEXTHEIGHT)));
@@ -193,10 +200,10 @@ void FindDialog::uncoverMatch() {
 
 /// What is selected within a line, else what was searched for last, wherever that was.
 QString FindDialog::textToBegin() const {
-    const bool oneLine = m_control.StartLineNo() == m_control.EndLineNo();
+    const bool oneLine = m_control.selected().StartLineNo() == m_control.selected().EndLineNo();
     const bool shortEnough = m_control.SelEnd() - m_control.SelStart() <= LongestBegin;
     const QString selected = oneLine && shortEnough ? m_control.SelText() : QString();
-    return selected.isEmpty() ? SearchHistory::ofFinds().newestOr(m_control.searchText()) : selected;
+    return selected.isEmpty() ? SearchHistory::ofFinds().newestOr(m_control.search().searchText()) : selected;
 }
 
 void FindDialog::takeControl() {
@@ -204,11 +211,11 @@ void FindDialog::takeControl() {
     m_matchCase->setChecked(m_control.SearchCaseSensitive());
     m_wholeWord->setChecked(m_control.SearchWholeWord());
     m_regExp->setChecked(m_control.SearchRegExp());
-    m_inSelection->setChecked(m_control.StartLineNo() != m_control.EndLineNo());
+    m_inSelection->setChecked(m_control.selected().StartLineNo() != m_control.selected().EndLineNo());
     m_range->takeSelection();
     if (m_kind == Kind::Replace) {
-        m_preserveCase->setChecked(m_control.PreserveCase());
-        m_replacement->setEditText(SearchHistory::ofReplacements().newestOr(m_control.replacementText()));
+        m_preserveCase->setChecked(m_control.search().PreserveCase());
+        m_replacement->setEditText(SearchHistory::ofReplacements().newestOr(m_control.search().replacementText()));
     }
     fillHistories();
     m_find->setEditText(text);
@@ -234,11 +241,11 @@ void FindDialog::giveControl() {
     m_control.setSearchCaseSensitive(m_matchCase->isChecked());
     m_control.setSearchWholeWord(m_wholeWord->isChecked());
     m_control.setSearchRegExp(m_regExp->isChecked());
-    m_control.setSearchText(m_find->currentText());
+    m_control.search().setSearchText(m_find->currentText());
     if (m_kind == Kind::Find)
         return;
-    m_control.setPreserveCase(m_preserveCase->isChecked());
-    m_control.setReplacementText(m_replacement->currentText());
+    m_control.search().setPreserveCase(m_preserveCase->isChecked());
+    m_control.search().setReplacementText(m_replacement->currentText());
 }
 
 /// An empty text finds nothing; a locked text is not replaced in.
@@ -264,21 +271,22 @@ void FindDialog::search(Search search, bool backwards) {
 }
 
 void FindDialog::findNext() {
-    search([this] { return m_control.findNext(); }, false);
+    search([this] { return m_control.search().findNext(); }, false);
 }
 
 void FindDialog::findPrevious() {
-    search([this] { return m_control.findPrevious(); }, true);
+    search([this] { return m_control.search().findPrevious(); }, true);
 }
 
 void FindDialog::replace() {
-    search([this] { return m_control.replaceSelectedMatch(); }, false);
+    search([this] { return m_control.replacing().replaceSelectedMatch(); }, false);
 }
 
 void FindDialog::replaceAll() {
     const QPointer<FindDialog> alive(this);
     giveControl();
-    const qint64 count = m_inSelection->isChecked() ? m_control.replaceAllIn(chosenRange()) : m_control.replaceAll();
+    const qint64 count = m_inSelection->isChecked() ? m_control.replacing().replaceAllIn(chosenRange())
+                                                    : m_control.replacing().replaceAll();
     if (alive)
         finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
 }
@@ -286,18 +294,19 @@ void FindDialog::replaceAll() {
 void FindDialog::count() {
     const QPointer<FindDialog> alive(this);
     giveControl();
-    const qint64 count = m_inSelection->isChecked() ? m_control.countMatches(chosenRange()) : m_control.countMatches();
+    const qint64 count =
+        m_inSelection->isChecked() ? m_control.search().countMatches(chosenRange()) : m_control.search().countMatches();
     if (alive)
         finishAll(count, tr("%n found", "", static_cast<int>(count)));
 }
 
 /// Of another text than that in which it was chosen there is no range but the selection.
 TextMatch FindDialog::chosenRange() const {
-    return m_range->range().value_or(m_control.selectedBytes());
+    return m_range->range().value_or(m_control.selected().selectedBytes());
 }
 
 void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
     if (outcome == SearchOutcome::Failed)
         showError();
     else
@@ -306,8 +315,9 @@ void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
 }
 
 void FindDialog::finishAll(qint64 count, const QString& sentence) {
-    const QString error = SearchReport::errorSentence(m_control);
-    const QString told = count == 0 ? SearchReport::sentence(m_control, SearchOutcome::Failed, false) : sentence;
+    const QString error = SearchReport::errorSentence(m_control.search());
+    const QString told =
+        count == 0 ? SearchReport::sentence(m_control.search(), SearchOutcome::Failed, false) : sentence;
     SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + u". "_qs + error);
     showError();
     tellOfSearch();
@@ -320,7 +330,7 @@ void FindDialog::tellOfSearch() {
 
 /// The caret goes to where the expression is wrong.
 void FindDialog::showError() {
-    const qint64 position = m_control.searchError().position;
+    const qint64 position = m_control.search().searchError().position;
     if (position < 0)
         return;
     m_find->setFocus();

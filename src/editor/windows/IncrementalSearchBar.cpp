@@ -1,6 +1,9 @@
 #include "editor/windows/IncrementalSearchBar.h"
 
-#include "editor/commands/ControlCommands.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlMacros.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/KeptView.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
@@ -66,6 +69,7 @@ IncrementalSearchBar::IncrementalSearchBar(TextControl& control)
     row->addStretch(1);
     const auto* close = addButton(*row, u"cmdIncrementalClose"_qs, tr("Close"), Qt::NoArrow);
 
+    connect(&control, &TextControl::aboutToBeDestroyed, this, [this] { delete this; });
     connect(m_text, &QLineEdit::textEdited, this, &IncrementalSearchBar::searchTyped);
     connect(previous, &QToolButton::clicked, this, [this] { goOn(true); });
     connect(next, &QToolButton::clicked, this, [this] { goOn(false); });
@@ -103,7 +107,7 @@ void IncrementalSearchBar::begin(bool backwards) {
     if (open) {
         m_text->setFocus();
         if (m_text->text().isEmpty())
-            m_text->setText(m_control.searchText());
+            m_text->setText(m_control.search().searchText());
         goOn(backwards);
         return;
     }
@@ -119,7 +123,7 @@ void IncrementalSearchBar::begin(bool backwards) {
 }
 
 void IncrementalSearchBar::searchTyped(const QString& text) {
-    m_control.setSearchText(text);
+    m_control.search().setSearchText(text);
     if (text.isEmpty()) {
         m_highlight.reset();
         goBackTo(m_from, m_stepsFrom);
@@ -127,7 +131,7 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
         return;
     }
     if (!m_highlight)
-        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control);
+        m_highlight = std::make_unique<MatchHighlight::Hold>(m_control, m_control.search());
     goBackTo(m_from, m_stepsFrom);
     const QPointer<IncrementalSearchBar> alive(this);
     const SearchOutcome outcome = findTyped();
@@ -137,28 +141,28 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
 
 /// In a recording this is one search for the whole text, however it came to be typed.
 SearchOutcome IncrementalSearchBar::findTyped() {
-    const TextControl::Unrecorded part(m_control);
+    const Unrecorded part(m_control);
     const QPointer<IncrementalSearchBar> alive(this);
-    const SearchOutcome outcome = m_control.findTyped(m_backwards, m_standsOnMatch);
+    const SearchOutcome outcome = m_control.search().findTyped(m_backwards, m_standsOnMatch);
     if (alive && outcome != SearchOutcome::Failed)
-        m_control.noteSearch(m_backwards ? ControlCommands::FindPrevious : ControlCommands::FindNext);
+        m_control.macros().noteSearch(m_backwards ? Command::FindPrevious : Command::FindNext);
     return outcome;
 }
 
 qsizetype IncrementalSearchBar::recordedSteps() const {
-    const MacroRecorder* recorder = m_control.recording();
+    const MacroRecorder* recorder = m_control.macros().recording();
     return recorder == nullptr ? 0 : recorder->steps().size();
 }
 
 /// Where the control was when the recording had so many steps.
 void IncrementalSearchBar::goBackTo(qint64 position, qsizetype stepsThen) {
-    const TextControl::Unrecorded part(m_control);
+    const Unrecorded part(m_control);
     m_control.setSelection(position, position);
     cutRecording(stepsThen);
 }
 
 void IncrementalSearchBar::cutRecording(qsizetype stepsThen) {
-    if (MacroRecorder* recorder = m_control.recording())
+    if (MacroRecorder* recorder = m_control.macros().recording())
         recorder->cutTo(stepsThen);
 }
 
@@ -167,9 +171,9 @@ void IncrementalSearchBar::goOn(bool backwards) {
     setDirection(backwards);
     if (m_text->text().isEmpty())
         return;
-    m_control.setSearchText(m_text->text());
+    m_control.search().setSearchText(m_text->text());
     const QPointer<IncrementalSearchBar> alive(this);
-    const SearchOutcome outcome = backwards ? m_control.findPrevious() : m_control.findNext();
+    const SearchOutcome outcome = backwards ? m_control.search().findPrevious() : m_control.search().findNext();
     if (!alive)
         return;
     report(outcome, backwards);
@@ -179,12 +183,12 @@ void IncrementalSearchBar::goOn(bool backwards) {
 }
 
 void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control, outcome, backwards));
+    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
 }
 
 void IncrementalSearchBar::giveBack() {
-    const TextControl::Unrecorded part(m_control);
-    m_control.giveBack(*m_atFirst);
+    const Unrecorded part(m_control);
+    m_control.selected().giveBack(*m_atFirst);
     cutRecording(m_stepsAtFirst);
 }
 

@@ -1,6 +1,7 @@
 #include "editor/windows/MatchHighlight.h"
 
-#include "editor/control/TextControl.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/EditView.h"
 #include "editor/held/ScintillaColour.h"
 #include "text/search/MatchScan.h"
 
@@ -40,39 +41,40 @@ class TextUpTo : public HeldText {
     qint64 m_end;
 };
 
-qint64 ask(const TextControl& control, unsigned message, qint64 first = 0, qint64 second = 0) {
-    return control.SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));
+qint64 ask(const EditView& view, unsigned message, qint64 first = 0, qint64 second = 0) {
+    return view.SendScintilla(message, static_cast<unsigned long>(first), static_cast<long>(second));
 }
 
 }  // namespace
 
-MatchHighlight& MatchHighlight::of(TextControl& control) {
-    auto* highlight = control.findChild<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly);
-    return highlight != nullptr ? *highlight : *new MatchHighlight(control);
+MatchHighlight& MatchHighlight::of(EditView& view, ControlSearch& search) {
+    auto* highlight = view.findChild<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly);
+    return highlight != nullptr ? *highlight : *new MatchHighlight(view, search);
 }
 
-MatchHighlight::MatchHighlight(TextControl& control) : QObject(&control), m_control(control) {
+MatchHighlight::MatchHighlight(EditView& view, ControlSearch& search) : QObject(&view), m_view(view), m_search(search) {
     m_later.setSingleShot(true);
     m_later.setInterval(DelayMilliseconds);
     connect(&m_later, &QTimer::timeout, this, &MatchHighlight::refresh);
-    connect(&control, &TextControl::SearchChanged, this, [this] {
+    connect(&view, &EditView::aboutToBeDestroyed, this, [this] { delete this; });
+    connect(&view, &EditView::SearchChanged, this, [this] {
         m_kept = false;
         m_later.start();
     });
-    connect(&control, &QsciScintillaBase::SCN_UPDATEUI, this, &MatchHighlight::refreshLater);
-    ask(control, Sci::SCI_INDICSETSTYLE, Indicator, Sci::INDIC_STRAIGHTBOX);
-    ask(control, Sci::SCI_INDICSETALPHA, Indicator, FillAlpha);
-    ask(control, Sci::SCI_INDICSETOUTLINEALPHA, Indicator, OutlineAlpha);
-    ask(control, Sci::SCI_INDICSETUNDER, Indicator, 1);
+    connect(&view, &QsciScintillaBase::SCN_UPDATEUI, this, &MatchHighlight::refreshLater);
+    ask(view, Sci::SCI_INDICSETSTYLE, Indicator, Sci::INDIC_STRAIGHTBOX);
+    ask(view, Sci::SCI_INDICSETALPHA, Indicator, FillAlpha);
+    ask(view, Sci::SCI_INDICSETOUTLINEALPHA, Indicator, OutlineAlpha);
+    ask(view, Sci::SCI_INDICSETUNDER, Indicator, 1);
     takeColour();
-    control.installEventFilter(this);
+    view.installEventFilter(this);
 }
 
 MatchHighlight::~MatchHighlight() {
     clear();
 }
 
-MatchHighlight::Hold::Hold(TextControl& control) : m_highlight(&MatchHighlight::of(control)) {
+MatchHighlight::Hold::Hold(EditView& view, ControlSearch& search) : m_highlight(&MatchHighlight::of(view, search)) {
     ++m_highlight->m_holds;
     m_highlight->m_later.start();
 }
@@ -98,12 +100,12 @@ void MatchHighlight::refreshLater() {
 }
 
 void MatchHighlight::takeColour() {
-    const QColor colour = m_control.palette().color(QPalette::Highlight);
-    ask(m_control, Sci::SCI_INDICSETFORE, Indicator, ScintillaColour::number(colour));
+    const QColor colour = m_view.palette().color(QPalette::Highlight);
+    ask(m_view, Sci::SCI_INDICSETFORE, Indicator, ScintillaColour::number(colour));
 }
 
 bool MatchHighlight::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != &m_control)
+    if (watched != &m_view)
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::PaletteChange)
         takeColour();
@@ -113,23 +115,23 @@ bool MatchHighlight::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MatchHighlight::clear() {
-    ask(m_control, Sci::SCI_SETINDICATORCURRENT, Indicator);
-    ask(m_control, Sci::SCI_INDICATORCLEARRANGE, 0, m_control.heldText().length());
+    ask(m_view, Sci::SCI_SETINDICATORCURRENT, Indicator);
+    ask(m_view, Sci::SCI_INDICATORCLEARRANGE, 0, m_view.heldText().length());
     m_marked.clear();
 }
 
 std::vector<TextMatch> MatchHighlight::visibleMatches() const {
     std::vector<TextMatch> found;
-    const auto pattern = m_control.searchPattern();
+    const auto pattern = m_search.searchPattern();
     if (!pattern)
         return found;
-    const HeldText& text = m_control.heldText();
-    const qint64 first = ask(m_control, Sci::SCI_DOCLINEFROMVISIBLE, ask(m_control, Sci::SCI_GETFIRSTVISIBLELINE));
-    const qint64 behind = first + ask(m_control, Sci::SCI_LINESONSCREEN) + 1;
+    const HeldText& text = m_view.heldText();
+    const qint64 first = ask(m_view, Sci::SCI_DOCLINEFROMVISIBLE, ask(m_view, Sci::SCI_GETFIRSTVISIBLELINE));
+    const qint64 behind = first + ask(m_view, Sci::SCI_LINESONSCREEN) + 1;
     const qint64 from = text.lineStart(std::min(first, text.lineCount() - 1));
     const qint64 end = behind < text.lineCount() ? text.lineStart(behind) : text.length();
     const TextUpTo visible(text, std::min(end, text.lineStart(text.lineOf(std::min(from + MostBytes, end)) + 1)));
-    MatchScan scan(*pattern, visible, m_control.map(), from);
+    MatchScan scan(*pattern, visible, m_view.map(), from);
     QElapsedTimer taken;
     taken.start();
     scan.watchedBy([&taken] { return taken.elapsed() < LongestMilliseconds; });
@@ -141,11 +143,11 @@ std::vector<TextMatch> MatchHighlight::visibleMatches() const {
 /// Marks are put only where they differ from those that are there: putting them makes the control tell of a change.
 void MatchHighlight::refresh() {
     std::vector<TextMatch> found = wanted() ? visibleMatches() : std::vector<TextMatch>();
-    if (found == m_marked && m_markedAt == m_control.changeCount())
+    if (found == m_marked && m_markedAt == m_view.changeCount())
         return;
     clear();
     for (const TextMatch& match : found)
-        ask(m_control, Sci::SCI_INDICATORFILLRANGE, match.from, match.to - match.from);
+        ask(m_view, Sci::SCI_INDICATORFILLRANGE, match.from, match.to - match.from);
     m_marked = std::move(found);
-    m_markedAt = m_control.changeCount();
+    m_markedAt = m_view.changeCount();
 }

@@ -6,7 +6,8 @@
 
 #include <vector>
 
-class TextControl;
+class ControlSearch;
+class EditView;
 struct TextMatch;
 
 /// Marks all matches of a control's search text in the part of the text that can be seen: as long as a window is open
@@ -17,13 +18,13 @@ class MatchHighlight : public QObject {
 
  public:
     /// Made when it is first asked for.
-    static MatchHighlight& of(TextControl& control);
+    static MatchHighlight& of(EditView& view, ControlSearch& search);
     ~MatchHighlight() override;
 
     /// Keeps the marks on the screen for its own life.
     class Hold {
      public:
-        explicit Hold(TextControl& control);
+        Hold(EditView& view, ControlSearch& search);
         ~Hold();
         Hold(const Hold&) = delete;
         Hold& operator=(const Hold&) = delete;
@@ -41,14 +42,15 @@ class MatchHighlight : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    explicit MatchHighlight(TextControl& control);
+    MatchHighlight(EditView& view, ControlSearch& search);
     void refreshLater();
     void takeColour();
     std::vector<TextMatch> visibleMatches() const;
     void clear();
     bool wanted() const { return m_kept || m_holds > 0; }
 
-    TextControl& m_control;
+    EditView& m_view;
+    ControlSearch& m_search;
     QTimer m_later;
     int m_holds = 0;
     bool m_kept = false;

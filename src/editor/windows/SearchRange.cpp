@@ -1,38 +1,37 @@
 #include "editor/windows/SearchRange.h"
 
-#include "editor/control/TextControl.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/EditView.h"
 
 #include <algorithm>
 
-using Sci = QsciScintillaBase;
-
-SearchRange::SearchRange(TextControl& control) : m_control(control) {
-    connect(&control, &TextControl::SelChange, this, &SearchRange::takeSelectedAnew);
-    connect(&control, &QsciScintillaBase::SCN_MODIFIED, this,
-            [this](int at, int type, const char*, int length) { textAboutToChange(at, type, length); });
+SearchRange::SearchRange(EditView& view, const ControlSelection& selection, const ControlSearch& search)
+    : m_view(view), m_selection(selection), m_search(search) {
+    connect(&view, &EditView::SelChange, this, &SearchRange::takeSelectedAnew);
+    connect(&view, &EditView::aboutToChange, this, &SearchRange::textAboutToChange);
 }
 
 void SearchRange::takeSelection() {
-    m_range = m_control.selectedBytes();
-    m_changes = m_control.changeCount();
+    m_range = m_selection.selectedBytes();
+    m_changes = m_view.changeCount();
 }
 
 void SearchRange::takeSelectedAnew() {
-    if (!m_control.selectedBytes().empty() && !m_control.isMatchSelected())
+    if (!m_selection.selectedBytes().empty() && !m_search.isMatchSelected())
         takeSelection();
 }
 
 std::optional<TextMatch> SearchRange::range() const {
-    return m_changes == m_control.changeCount() ? m_range : std::nullopt;
+    return m_changes == m_view.changeCount() ? m_range : std::nullopt;
 }
 
-/// What comes in at either end is taken for part of the range: a replaced match there is deleted and put in anew.
-void SearchRange::textAboutToChange(int at, int type, int length) {
-    const bool inserts = (type & Sci::SC_MOD_BEFOREINSERT) != 0;
-    if (!m_range || (!inserts && (type & Sci::SC_MOD_BEFOREDELETE) == 0))
+/// What is inserted at either end becomes part of the range: a replaced match there is deleted and inserted anew.
+void SearchRange::textAboutToChange(qint64 at, qint64 length, bool inserts) {
+    if (!m_range)
         return;
     // The control has counted this change already.
-    if (m_control.changeCount() != ++m_changes) {
+    if (m_view.changeCount() != ++m_changes) {
         m_range.reset();
         return;
     }

@@ -6,16 +6,19 @@
 
 #include <optional>
 
-class TextControl;
+class ControlSearch;
+class ControlSelection;
+class EditView;
 
-/// What a person has selected in a control to search within. It stays when a search selects its match, goes along with
-/// edits, and becomes the new selection when they select anew. A load ends it.
+/// What the user has selected in a control to search within, in held bytes. It stays when a search selects its match,
+/// moves along with edits, and becomes the new selection when the user selects anew. A load ends it. Owned by the
+/// dialog.
 class SearchRange : public QObject {
     Q_OBJECT
 
  public:
-    /// The control outlives this object. Nothing is chosen before the first selection.
-    explicit SearchRange(TextControl& control);
+    /// All three outlive this object. Nothing is chosen before the first selection.
+    SearchRange(EditView& view, const ControlSelection& selection, const ControlSearch& search);
 
     /// Takes what is selected now, even if that is a match.
     void takeSelection();
@@ -24,9 +27,11 @@ class SearchRange : public QObject {
 
  private:
     void takeSelectedAnew();
-    void textAboutToChange(int at, int type, int length);
+    void textAboutToChange(qint64 at, qint64 length, bool inserts);
 
-    TextControl& m_control;
+    EditView& m_view;
+    const ControlSelection& m_selection;
+    const ControlSearch& m_search;
     std::optional<TextMatch> m_range;
     quint64 m_changes = 0;  ///< of the control, as far as the range has followed
 };

@@ -1,26 +1,35 @@
 #include "editor/windows/SearchReport.h"
 
-#include "editor/control/TextControl.h"
+#include "editor/control/ControlSearch.h"
 
 #include <QAccessible>
+#include <QCoreApplication>
 #include <QLabel>
+
+namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("SearchReport", text);
+}
+
+}  // namespace
 
 namespace SearchReport {
 
-QString errorSentence(const TextControl& control) {
-    const SearchError& error = control.searchError();
+QString errorSentence(const ControlSearch& search) {
+    const SearchError& error = search.searchError();
     if (error.position < 0)
         return error.sentence;
-    return TextControl::tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);
+    return tr("Wrong at character %1: %2").arg(error.position + 1).arg(error.sentence);
 }
 
-QString sentence(const TextControl& control, SearchOutcome outcome, bool backwards) {
+QString sentence(const ControlSearch& search, SearchOutcome outcome, bool backwards) {
     if (outcome == SearchOutcome::Found)
         return {};
     if (outcome == SearchOutcome::Wrapped)
-        return backwards ? TextControl::tr("Went on from the end") : TextControl::tr("Went on from the start");
-    const QString error = errorSentence(control);
-    return error.isEmpty() ? TextControl::tr("Not found") : error;
+        return backwards ? tr("Went on from the end") : tr("Went on from the start");
+    const QString error = errorSentence(search);
+    return error.isEmpty() ? tr("Not found") : error;
 }
 
 void show(QLabel& label, const QString& sentence) {

@@ -3,7 +3,6 @@
 #include "editor/control/TextControl.h"
 #include "editor/windows/FindDialog.h"
 #include "editor/windows/IncrementalSearchBar.h"
-#include "editor/windows/MatchHighlight.h"
 
 namespace {
 
@@ -29,12 +28,6 @@ void openIncremental(TextControl& control, bool backwards) {
     if (bar == nullptr)
         bar = new IncrementalSearchBar(control);
     bar->begin(backwards);
-}
-
-void removeFrom(TextControl& control) {
-    qDeleteAll(control.findChildren<FindDialog*>(QString(), Qt::FindDirectChildrenOnly));
-    qDeleteAll(control.findChildren<IncrementalSearchBar*>(QString(), Qt::FindDirectChildrenOnly));
-    qDeleteAll(control.findChildren<MatchHighlight*>(QString(), Qt::FindDirectChildrenOnly));
 }
 
 }  // namespace SearchWindows

@@ -2,7 +2,6 @@
 
 #include "document/frmDocument.h"
 #include "editor/control/SearchHistory.h"
-#include "editor/control/TextControl.h"
 #include "settings/Options.h"
 #include "settings/files/OwnTextFile.h"
 #include "shell/bars/FindBarTexts.h"
@@ -113,7 +112,7 @@ void FindBar::FindPrevious() {
 }
 
 void FindBar::takeFindHistory() {
-    const QStringList entries = TextControl::FindHistory().split(u'\n');
+    const QStringList entries = SearchHistory::ofFinds().text().split(u'\n');
     for (const QString& entry : entries)
         AddSearchKey(entry, false);
 }

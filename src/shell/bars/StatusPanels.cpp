@@ -2,7 +2,6 @@
 
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
-#include "editor/control/TextControl.h"
 #include "shell/bars/StatusPanel.h"
 #include "widgets/Icons.h"
 
@@ -44,7 +43,7 @@ void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
     document->LastUpdateTime(lastUpdate, size);
     panel(LastUpdate)->setText(lastUpdate);
     panel(Size)->setText(size);
-    m_limitations = document->TextEdit() ? document->GetEditor()->control().limitations() : QString();
+    m_limitations = document->TextEdit() ? document->GetEditor()->limitations() : QString();
     showFirst();
 }
 

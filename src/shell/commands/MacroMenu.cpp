@@ -1,6 +1,7 @@
 #include "shell/commands/MacroMenu.h"
 
 #include "document/EditorGlobals.h"
+#include "editor/control/CommandNumbers.h"
 #include "properties/frmMacro.h"
 #include "properties/ucMarco.h"
 #include "settings/Settings.h"
@@ -12,11 +13,7 @@
 
 #include <QAction>
 
-namespace {
-
-constexpr int Macros = 10;
-
-}  // namespace
+namespace {}  // namespace
 
 MacroMenu::MacroMenu(QWidget& window, Prompts& prompts, Settings& settings, EditorGlobals& globals,
                      const HelpPages& help, CommandEntries& commands, const MenuSlots& menuSlots)
@@ -47,7 +44,7 @@ void MacroMenu::UpdateMacroMenu() {
     m_commands.entry("mnuMacroSep02")->setVisible(true);
     QAction* placeholder = m_menuSlots.slot("mnuExecMacro", 0);
     placeholder->setVisible(true);
-    for (int macro = 1; macro <= Macros; ++macro) {
+    for (int macro = 1; macro <= Command::Macros; ++macro) {
         const QString caption = captionOf(macro);
         QAction* slot = m_menuSlots.slot("mnuExecMacro", macro);
         slot->setVisible(!caption.isEmpty());

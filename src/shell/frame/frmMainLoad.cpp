@@ -1,6 +1,7 @@
 // Everything that comes up with the frame, as named steps in their order. The steps whose room is still to come are
 // calls into RoomsToCome.
 
+#include "editor/control/ControlLook.h"
 #include "editor/control/TextControl.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
@@ -25,8 +26,8 @@ namespace {
 
 void readFirstSettings(House& house) {
     const TextControl fresh;
-    house.options.FontName = fresh.FontName();
-    house.options.FontSize = static_cast<qint16>(fresh.FontSize());
+    house.options.FontName = fresh.look().FontName();
+    house.options.FontSize = static_cast<qint16>(fresh.look().FontSize());
     loadFirstOptions(house.settings, house.options);
     house.searchToggles.showOptions();
 }

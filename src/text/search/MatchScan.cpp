@@ -278,10 +278,11 @@ namespace {
 
 template <typename Accept>
 std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 limit,
-                                   SearchError& error, const MatchScan::Watch& goesOn, Accept accepts) {
+                                   SearchError& error, const MatchScan::Watch& goesOn, qint64 lowest, Accept accepts) {
     std::optional<TextMatch> last;
+    const qint64 lowestBegin = map.lineBeginOf(lowest);
     for (qint64 reach = FirstReach; !last; reach *= ReachGrowth) {
-        const qint64 begin = map.lineBeginOf(std::max<qint64>(0, limit - reach));
+        const qint64 begin = map.lineBeginOf(std::max(lowest, limit - reach));
         MatchScan scan(pattern, text, map, begin);
         scan.stopBehind(limit);
         scan.watchedBy(goesOn);
@@ -290,7 +291,7 @@ std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText&
                 last = scan.match();
         }
         error = scan.error();
-        if (begin == 0 || error)
+        if (begin <= lowestBegin || error)
             break;
     }
     return last;
@@ -300,14 +301,14 @@ std::optional<TextMatch> lastMatch(const SearchPattern& pattern, const HeldText&
 
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                          qint64 limit, bool emptyAtLimit, SearchError& error,
-                                         const MatchScan::Watch& goesOn) {
-    return lastMatch(pattern, text, map, limit, error, goesOn,
+                                         const MatchScan::Watch& goesOn, qint64 lowest) {
+    return lastMatch(pattern, text, map, limit, error, goesOn, lowest,
                      [&](const TextMatch& match) { return match.to <= limit && (match.from < limit || emptyAtLimit); });
 }
 
 std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                               qint64 limit, bool alsoAtLimit, SearchError& error,
-                                              const MatchScan::Watch& goesOn) {
-    return lastMatch(pattern, text, map, limit, error, goesOn,
+                                              const MatchScan::Watch& goesOn, qint64 lowest) {
+    return lastMatch(pattern, text, map, limit, error, goesOn, lowest,
                      [&](const TextMatch& match) { return match.from < limit || alsoAtLimit; });
 }

@@ -111,14 +111,14 @@ class MatchScan {
 
 /// Returns the last match that ends at or before the held byte `limit` and begins before it; if `emptyAtLimit` is set,
 /// an empty match may also be at `limit`. Searches backwards by lines. The result is the same as for a search from the
-/// start of the text, unless the match depends on one that begins in an earlier line. When `error` is set, the search
-/// was ended early.
+/// start of the text, unless the match depends on one that begins in an earlier line. Lines in front of the one with
+/// the byte `lowest` are not read. When `error` is set, the search was ended early.
 std::optional<TextMatch> lastMatchBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                          qint64 limit, bool emptyAtLimit, SearchError& error,
-                                         const MatchScan::Watch& goesOn = {});
+                                         const MatchScan::Watch& goesOn = {}, qint64 lowest = 0);
 
 /// Returns the last match that begins before the held byte `limit` (or at it, if `alsoAtLimit` is set), wherever it
 /// ends. Searches in the same way.
 std::optional<TextMatch> lastMatchBegunBefore(const SearchPattern& pattern, const HeldText& text, const TextMap& map,
                                               qint64 limit, bool alsoAtLimit, SearchError& error,
-                                              const MatchScan::Watch& goesOn = {});
+                                              const MatchScan::Watch& goesOn = {}, qint64 lowest = 0);

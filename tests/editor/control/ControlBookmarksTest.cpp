@@ -1,3 +1,7 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "text/held/Joints.h"
 
@@ -7,10 +11,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct Bookmarks : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     QSignalSpy failures{&control, &TextControl::CommandFailed};
 
     void lines(int count) {
@@ -21,12 +28,12 @@ struct Bookmarks : testing::Test {
     }
     void mark(std::initializer_list<qint64> marked) {
         for (const qint64 line : marked)
-            control.setBookmarkAt(line, true);
+            control.bookmarks().setBookmarkAt(line, true);
     }
     std::vector<qint64> marked() const {
         std::vector<qint64> found;
         for (qint64 line = 0; line < control.TotalLines(); ++line) {
-            if (control.BookmarkAt(line))
+            if (control.bookmarks().BookmarkAt(line))
                 found.push_back(line);
         }
         return found;
@@ -41,22 +48,22 @@ TEST_F(Bookmarks, AreSetAndTakenLineByLine) {
     lines(5);
     mark({1, 3, 3});
     EXPECT_EQ(marked(), (Lines{1, 3}));
-    control.setBookmarkAt(3, false);
-    control.setBookmarkAt(4, false);
+    control.bookmarks().setBookmarkAt(3, false);
+    control.bookmarks().setBookmarkAt(4, false);
     EXPECT_EQ(marked(), Lines{1});
-    control.setBookmarkAt(-1, true);
-    control.setBookmarkAt(99, true);
+    control.bookmarks().setBookmarkAt(-1, true);
+    control.bookmarks().setBookmarkAt(99, true);
     EXPECT_EQ(marked(), Lines{1});
-    EXPECT_FALSE(control.BookmarkAt(-1));
-    EXPECT_FALSE(control.BookmarkAt(99));
+    EXPECT_FALSE(control.bookmarks().BookmarkAt(-1));
+    EXPECT_FALSE(control.bookmarks().BookmarkAt(99));
 }
 
 TEST_F(Bookmarks, AreToggledAtTheCaret) {
     lines(5);
     control.GotoTextLine(2);
-    control.ToggleBookmark();
+    control.bookmarks().ToggleBookmark();
     EXPECT_EQ(marked(), Lines{2});
-    control.ToggleBookmark();
+    control.bookmarks().ToggleBookmark();
     EXPECT_EQ(marked(), Lines());
 }
 
@@ -65,19 +72,19 @@ TEST_F(Bookmarks, AreGoneThroughAroundTheEnds) {
     mark({2, 5, 8});
     Lines visited;
     for (int step = 0; step < 4; ++step) {
-        control.NextBookmark();
+        control.bookmarks().NextBookmark();
         visited.push_back(control.CurrentLine());
     }
     EXPECT_EQ(visited, (Lines{2, 5, 8, 2}));
     visited.clear();
     for (int step = 0; step < 4; ++step) {
-        control.PrevBookmark();
+        control.bookmarks().PrevBookmark();
         visited.push_back(control.CurrentLine());
     }
     EXPECT_EQ(visited, (Lines{8, 5, 2, 8}));
-    control.FirstBookmark();
+    control.bookmarks().FirstBookmark();
     EXPECT_EQ(control.CurrentLine(), 2);
-    control.LastBookmark();
+    control.bookmarks().LastBookmark();
     EXPECT_EQ(control.CurrentLine(), 8);
     EXPECT_EQ(failures.count(), 0);
 }
@@ -86,18 +93,18 @@ TEST_F(Bookmarks, AtBothEndsOfTheTextAreReached) {
     lines(3);
     mark({0, 3});
     control.GotoTextLine(3);
-    control.NextBookmark();
+    control.bookmarks().NextBookmark();
     EXPECT_EQ(control.CurrentLine(), 0);
-    control.PrevBookmark();
+    control.bookmarks().PrevBookmark();
     EXPECT_EQ(control.CurrentLine(), 3);
 }
 
 TEST_F(Bookmarks, ThatAreNotThereLeaveTheCaret) {
     lines(5);
     control.setSelection(9, 12);
-    for (const auto jump : {&TextControl::FirstBookmark, &TextControl::LastBookmark, &TextControl::NextBookmark,
-                            &TextControl::PrevBookmark})
-        (control.*jump)();
+    for (const auto jump : {&ControlBookmarks::FirstBookmark, &ControlBookmarks::LastBookmark,
+                            &ControlBookmarks::NextBookmark, &ControlBookmarks::PrevBookmark})
+        (control.bookmarks().*jump)();
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(control.SelStart(), 9);
     EXPECT_EQ(control.SelEnd(), 12);
@@ -106,7 +113,7 @@ TEST_F(Bookmarks, ThatAreNotThereLeaveTheCaret) {
 TEST_F(Bookmarks, AreAllCleared) {
     lines(5);
     mark({0, 4});
-    control.ClearAllBookmarks();
+    control.bookmarks().ClearAllBookmarks();
     EXPECT_EQ(marked(), Lines());
 }
 
@@ -114,7 +121,7 @@ TEST_F(Bookmarks, StayWithTheirLines) {
     lines(5);
     mark({3});
     control.setSelection(0, 0);
-    control.type(u"\n"_qs);
+    control.typing().type(u"\n"_qs);
     EXPECT_EQ(marked(), Lines{4});
     control.Undo();
     EXPECT_EQ(marked(), Lines{3});
@@ -130,13 +137,13 @@ TEST_F(Bookmarks, MayBeSetInALockedDocument) {
 TEST_F(Bookmarks, OfAMillionLinesAreGoneThrough) {
     control.setText(QString(1'000'000, u'\n'));
     for (qint64 line = 0; line < 1'000'000; ++line)
-        control.setBookmarkAt(line, true);
-    control.LastBookmark();
+        control.bookmarks().setBookmarkAt(line, true);
+    control.bookmarks().LastBookmark();
     EXPECT_EQ(control.CurrentLine(), 999'999);
-    control.NextBookmark();
+    control.bookmarks().NextBookmark();
     EXPECT_EQ(control.CurrentLine(), 0);
-    control.ClearAllBookmarks();
-    control.NextBookmark();
+    control.bookmarks().ClearAllBookmarks();
+    control.bookmarks().NextBookmark();
     EXPECT_EQ(failures.count(), 1);
 }
 
@@ -146,21 +153,21 @@ TEST_F(Bookmarks, OfALineInPiecesAreOne) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("first\n" + QByteArray(100'000, 'x') + "\nthird\n");
     file.close();
-    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    ASSERT_FALSE(control.file().OpenFile(file.fileName()));
     ASSERT_FALSE(control.map().joints().empty());
     control.setSelection(50'000, 50'000);
-    control.ToggleBookmark();
+    control.bookmarks().ToggleBookmark();
     EXPECT_EQ(marked(), Lines{1});
-    control.NextBookmark();
+    control.bookmarks().NextBookmark();
     EXPECT_EQ(control.SelStart(), 6);
     mark({0, 2});
-    control.PrevBookmark();
+    control.bookmarks().PrevBookmark();
     EXPECT_EQ(control.CurrentLine(), 0);
-    control.NextBookmark();
-    control.NextBookmark();
+    control.bookmarks().NextBookmark();
+    control.bookmarks().NextBookmark();
     EXPECT_EQ(control.CurrentLine(), 2);
     control.setSelection(90'000, 90'000);
-    control.ToggleBookmark();
+    control.bookmarks().ToggleBookmark();
     EXPECT_EQ(marked(), (Lines{0, 2}));
 }
 
@@ -170,12 +177,12 @@ TEST_F(Bookmarks, OfJoinedLinesBecomeOne) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(QByteArray(100'000, 'x') + "\nsecond\n");
     file.close();
-    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    ASSERT_FALSE(control.file().OpenFile(file.fileName()));
     mark({1});
     control.setSelection(100'000, 100'001);
     control.setSelText(QString());
     EXPECT_EQ(marked(), Lines{0});
     control.GotoTextLine(0);
-    control.ToggleBookmark();
+    control.bookmarks().ToggleBookmark();
     EXPECT_EQ(marked(), Lines());
 }

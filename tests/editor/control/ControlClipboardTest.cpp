@@ -1,3 +1,6 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/TextControl.h"
 
 #include <QClipboard>
@@ -14,7 +17,8 @@ namespace {
 using Ranges = std::vector<std::pair<int, int>>;
 
 struct Ranged : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     Ranged() {
         control.resize(600, 400);
@@ -53,7 +57,7 @@ using TextControlRectangle = Ranged;
 TEST_F(TextControlSeveralRanges, AreCopiedOneALineInTheOrderOfTheText) {
     control.setText(u"one two three"_qs);
     select({{8, 13}, {0, 3}});
-    control.Copy();
+    control.clipboard().Copy();
     EXPECT_EQ(held(), u"one\nthree"_qs);
     EXPECT_EQ(control.Text(), u"one two three"_qs);
 }
@@ -61,7 +65,7 @@ TEST_F(TextControlSeveralRanges, AreCopiedOneALineInTheOrderOfTheText) {
 TEST_F(TextControlSeveralRanges, AreCopiedWhenTheNewestIsACaretAlone) {
     control.setText(u"one two"_qs);
     select({{0, 3}, {5, 5}});
-    ASSERT_EQ(control.AnchorPosition(), control.CaretPosition());
+    ASSERT_EQ(control.selected().AnchorPosition(), control.selected().CaretPosition());
     QTest::keyClick(&control, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(held(), u"one"_qs);
 }
@@ -69,7 +73,7 @@ TEST_F(TextControlSeveralRanges, AreCopiedWhenTheNewestIsACaretAlone) {
 TEST_F(TextControlSeveralRanges, AreCutWithNothingLost) {
     control.setText(u"one two three"_qs);
     select({{0, 4}, {8, 10}, {6, 6}});
-    control.Cut();
+    control.clipboard().Cut();
     EXPECT_EQ(control.Text(), u"two ree"_qs);
     EXPECT_EQ(held(), u"one \nth"_qs);
     control.Undo();
@@ -79,8 +83,8 @@ TEST_F(TextControlSeveralRanges, AreCutWithNothingLost) {
 TEST_F(TextControlSeveralRanges, OfNothingLeaveTheClipboardAlone) {
     control.setText(u"one two"_qs);
     select({{1, 1}, {5, 5}});
-    control.Copy();
-    control.Cut();
+    control.clipboard().Copy();
+    control.clipboard().Cut();
     EXPECT_EQ(held(), u"kept"_qs);
     EXPECT_EQ(control.Text(), u"one two"_qs);
 }
@@ -88,10 +92,10 @@ TEST_F(TextControlSeveralRanges, OfNothingLeaveTheClipboardAlone) {
 TEST_F(TextControlRectangle, IsCopiedAndPastedAsARectangle) {
     control.setText(u"ab1\ncd2\nef3"_qs);
     selectRectangle(2, 2);
-    control.Copy();
+    control.clipboard().Copy();
     EXPECT_EQ(held(), u"ab\ncd\nef\n"_qs);
     control.setSelection(2, 2);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), u"abab1\ncdcd2\nefef3"_qs);
     control.Undo();
     EXPECT_EQ(control.Text(), u"ab1\ncd2\nef3"_qs);
@@ -100,13 +104,13 @@ TEST_F(TextControlRectangle, IsCopiedAndPastedAsARectangle) {
 TEST_F(TextControlRectangle, IsPastedOverAnotherFromItsTopOn) {
     control.setText(u"ab1\ncd2\nef3"_qs);
     selectRectangle(2, 1);
-    control.Copy();
+    control.clipboard().Copy();
     control.setText(u"123456\n123456\n123456"_qs);
     control.setSelection(2, 2);
     for (const int command : {TextControl::SCI_LINEDOWNRECTEXTEND, TextControl::SCI_CHARRIGHTRECTEXTEND,
                               TextControl::SCI_CHARRIGHTRECTEXTEND})
         control.ExecuteCmd(command);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), u"12ab56\n12cd56\n123456"_qs);
     control.Undo();
     EXPECT_EQ(control.Text(), u"123456\n123456\n123456"_qs);
@@ -115,7 +119,7 @@ TEST_F(TextControlRectangle, IsPastedOverAnotherFromItsTopOn) {
 TEST_F(TextControlRectangle, IsCut) {
     control.setText(u"ab1\ncd2"_qs);
     selectRectangle(2, 1);
-    control.Cut();
+    control.clipboard().Cut();
     EXPECT_EQ(control.Text(), u"1\n2"_qs);
     EXPECT_EQ(held(), u"ab\ncd\n"_qs);
 }
@@ -131,6 +135,6 @@ TEST(TextControlPrimarySelection, HasNoMoreThanAMegabyte) {
     control.SelectAll();
     offered.reset(control.toMimeData((most + u'b').toUtf8(), false));
     EXPECT_FALSE(offered->hasText());
-    control.Copy();
+    control.clipboard().Copy();
     EXPECT_EQ(QGuiApplication::clipboard()->text().size(), most.size() + 1);
 }

@@ -1,3 +1,4 @@
+#include "editor/control/ControlMouse.h"
 #include "editor/control/TextControl.h"
 
 #include <QDragEnterEvent>
@@ -140,7 +141,7 @@ TEST_F(TextControlDroppedText, SwitchingDraggingOffEndsADragAboveTheText) {
     mime.setText(u"x"_qs);
     const QImage before = control.grab().toImage();
     EXPECT_TRUE(hover(placeOf(4)));
-    control.setDragDrop(false);
+    control.mouse().setDragDrop(false);
     EXPECT_EQ(control.grab().toImage(), before);
     EXPECT_FALSE(hover(placeOf(4)));
     EXPECT_EQ(drop(placeOf(4)), Qt::IgnoreAction);
@@ -152,7 +153,7 @@ TEST_F(TextControlDroppedText, SwitchedOffDraggingIsNotBegunByAPressFromBefore) 
     bool begun = false;
     control.meanwhile = [&] { begun = true; };
     QTest::mousePress(control.viewport(), Qt::LeftButton, {}, placeOf(2));
-    control.setDragDrop(false);
+    control.mouse().setDragDrop(false);
     const QPoint away = placeOf(2) + QPoint(60, 0);
     QMouseEvent move(QEvent::MouseMove, away, control.viewport()->mapToGlobal(away), Qt::NoButton, Qt::LeftButton,
                      Qt::NoModifier);
@@ -166,7 +167,7 @@ TEST_F(TextControlDroppedText, IsALinkWhereNoFileIsBrought) {
     EXPECT_TRUE(hover(placeOf(0)));
     EXPECT_EQ(drop(placeOf(0)), Qt::CopyAction);
     EXPECT_EQ(control.Text(), u"https://example.org/xone two three"_qs);
-    control.setDragDrop(false);
+    control.mouse().setDragDrop(false);
     EXPECT_FALSE(hover(placeOf(0)));
     EXPECT_EQ(files.count(), 0);
 }

@@ -1,3 +1,5 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlBookmarks.h"
 #include "editor/control/TextControl.h"
 #include "text/held/Joints.h"
 
@@ -12,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <memory>
 
 namespace {
 
@@ -40,7 +43,8 @@ constexpr auto Edits = std::to_array({WordUpper, WordLower, WordCapital, Selecti
 constexpr auto Looks = std::to_array({SelectParagraph, SelectLine, SelectEverything, SelectWord});
 
 struct Control : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     Control() {
         control.resize(600, 400);
@@ -557,13 +561,13 @@ TEST_F(TextControlRepeating, TakesBackAndBringsBackInALineHeldInPieces) {
 TEST_F(TextControlEveryCommand, ThatReplacesLinesKeepsTheirBookmarks) {
     for (const int number : {SortUp, SortDown, SelectionUpper, Indent}) {
         put("d[\nb\nc\na|");
-        control.ClearAllBookmarks();
-        control.setBookmarkAt(1, true);
-        control.setBookmarkAt(2, true);
+        control.bookmarks().ClearAllBookmarks();
+        control.bookmarks().setBookmarkAt(1, true);
+        control.bookmarks().setBookmarkAt(2, true);
         const auto marked = [this] {
             QString lines;
             for (qint64 line = 0; line < 4; ++line)
-                lines += control.BookmarkAt(line) ? u'x' : u'-';
+                lines += control.bookmarks().BookmarkAt(line) ? u'x' : u'-';
             return lines;
         };
         control.ExecuteCmd(number);

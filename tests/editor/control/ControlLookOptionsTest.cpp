@@ -1,4 +1,15 @@
-#include "editor/commands/ControlCommands.h"
+#include "editor/Editor.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
+#include "editor/control/RichText.h"
 #include "editor/control/TextControl.h"
 #include "editor/held/Margins.h"
 #include "editor/held/ScintillaColour.h"
@@ -17,10 +28,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct Control : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     Control() {
         control.resize(600, 400);
@@ -56,32 +70,32 @@ QColor marginColour(TextControl& control, int x) {
 }  // namespace
 
 TEST_F(TextControlOptions, BeginAsStated) {
-    EXPECT_TRUE(control.DisplayLeftMargin());
-    EXPECT_FALSE(control.DisplayWhitespace());
-    EXPECT_TRUE(control.VScrollVisible());
-    EXPECT_TRUE(control.HScrollVisible());
-    EXPECT_TRUE(control.DragDrop());
-    EXPECT_TRUE(control.BraceMatching());
-    EXPECT_TRUE(control.AutoIndent());
-    EXPECT_FALSE(control.WordWrap());
-    EXPECT_EQ(control.TabWidth(), 4);
-    EXPECT_FALSE(control.BlanksForTabs());
-    EXPECT_EQ(control.LineNumberStart(), 1);
+    EXPECT_TRUE(control.look().DisplayLeftMargin());
+    EXPECT_FALSE(control.look().DisplayWhitespace());
+    EXPECT_TRUE(control.look().VScrollVisible());
+    EXPECT_TRUE(control.look().HScrollVisible());
+    EXPECT_TRUE(control.mouse().DragDrop());
+    EXPECT_TRUE(control.braces().BraceMatching());
+    EXPECT_TRUE(control.typing().AutoIndent());
+    EXPECT_FALSE(control.look().WordWrap());
+    EXPECT_EQ(control.typing().TabWidth(), 4);
+    EXPECT_FALSE(control.typing().BlanksForTabs());
+    EXPECT_EQ(control.lineNumbers().LineNumberStart(), 1);
 }
 
 TEST_F(TextControlOptions, AreWhatTheyWereSetTo) {
-    control.setDisplayWhitespace(true);
-    control.setVScrollVisible(false);
-    control.setHScrollVisible(false);
-    control.setWordWrap(true);
-    EXPECT_TRUE(control.DisplayWhitespace());
-    EXPECT_FALSE(control.VScrollVisible());
-    EXPECT_FALSE(control.HScrollVisible());
-    EXPECT_TRUE(control.WordWrap());
-    control.setTabWidth(0);
-    EXPECT_EQ(control.TabWidth(), 1);
-    control.setTabWidth(1000);
-    EXPECT_EQ(control.TabWidth(), 64);
+    control.look().setDisplayWhitespace(true);
+    control.look().setVScrollVisible(false);
+    control.look().setHScrollVisible(false);
+    control.look().setWordWrap(true);
+    EXPECT_TRUE(control.look().DisplayWhitespace());
+    EXPECT_FALSE(control.look().VScrollVisible());
+    EXPECT_FALSE(control.look().HScrollVisible());
+    EXPECT_TRUE(control.look().WordWrap());
+    control.typing().setTabWidth(0);
+    EXPECT_EQ(control.typing().TabWidth(), 1);
+    control.typing().setTabWidth(1000);
+    EXPECT_EQ(control.typing().TabWidth(), 64);
 }
 
 TEST_F(TextControlOptions, OutlastALoad) {
@@ -90,48 +104,48 @@ TEST_F(TextControlOptions, OutlastALoad) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("a\n");
     file.close();
-    control.setTabWidth(3);
-    control.setBlanksForTabs(true);
-    control.setDisplayWhitespace(true);
-    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    control.typing().setTabWidth(3);
+    control.typing().setBlanksForTabs(true);
+    control.look().setDisplayWhitespace(true);
+    ASSERT_FALSE(control.file().OpenFile(file.fileName()));
     EXPECT_EQ(ask(TextControl::SCI_GETTABWIDTH), 3);
     EXPECT_EQ(ask(TextControl::SCI_GETUSETABS), 0);
-    EXPECT_TRUE(control.DisplayWhitespace());
+    EXPECT_TRUE(control.look().DisplayWhitespace());
 }
 
 TEST_F(TextControlOptions, TheLeftMarginCanBeHidden) {
-    control.setDisplayLeftMargin(false);
+    control.look().setDisplayLeftMargin(false);
     EXPECT_EQ(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Bookmarks), 0);
-    control.setDisplayLeftMargin(true);
+    control.look().setDisplayLeftMargin(true);
     EXPECT_EQ(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Bookmarks), Margins::BookmarksWidth);
 }
 
 TEST_F(TextControlOptions, LinesAreNumberedFromWhereTheyStart) {
     put(u"a\nb\nc"_qs, 0);
-    control.setLineNumbering(true);
-    control.setLineNumberStart(998);
+    control.lineNumbers().setLineNumbering(true);
+    control.lineNumbers().setLineNumberStart(998);
     paint();
     EXPECT_EQ(marginText(0), u"998"_qs);
     EXPECT_EQ(marginText(2), u"1000"_qs);
     const long wide = ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers);
-    control.setLineNumberStart(1);
+    control.lineNumbers().setLineNumberStart(1);
     paint();
     EXPECT_LT(ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers), wide);
     EXPECT_EQ(ask(TextControl::SCI_GETMARGINTYPEN, Margins::Numbers), TextControl::SC_MARGIN_NUMBER);
 }
 
 TEST_F(TextControlOptions, ElementsTakeAColourOfTheirOwn) {
-    EXPECT_FALSE(control.elementColour(TextControl::BackgroundElement).isValid());
-    control.setElementColour(TextControl::BackgroundElement, QColor(10, 200, 30));
-    control.setElementColour(TextControl::LeftMarginElement, QColor(50, 50, 200));
+    EXPECT_FALSE(control.look().elementColour(ControlLook::BackgroundElement).isValid());
+    control.look().setElementColour(ControlLook::BackgroundElement, QColor(10, 200, 30));
+    control.look().setElementColour(ControlLook::LeftMarginElement, QColor(50, 50, 200));
     EXPECT_EQ(marginColour(control, 300), QColor(10, 200, 30));
     EXPECT_EQ(marginColour(control, 10), QColor(50, 50, 200));
-    control.setElementColour(TextControl::BackgroundElement, {});
+    control.look().setElementColour(ControlLook::BackgroundElement, {});
     EXPECT_EQ(marginColour(control, 300), control.palette().color(QPalette::Base));
 }
 
 TEST_F(TextControlOptions, NumbersFollowTheZoom) {
-    control.setLineNumbering(true);
+    control.lineNumbers().setLineNumbering(true);
     const long before = ask(TextControl::SCI_GETMARGINWIDTHN, Margins::Numbers);
     for (int step = 0; step < 5; ++step)
         key(Qt::Key_Plus, Qt::ControlModifier);
@@ -145,38 +159,38 @@ TEST_F(TextControlOptions, PlusZoomsWhereverTheKeyboardHasIt) {
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 1);
     key(Qt::Key_Equal, Qt::ControlModifier);
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 2);
-    control.resetZoom();
+    control.look().resetZoom();
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), 0);
 }
 
 TEST_F(TextControlOptions, TextCanBeReadOnABackgroundOfItsOwn) {
     for (const QColor& ground : {QColor(10, 10, 40), QColor(250, 250, 240), QColor(120, 120, 120)}) {
-        control.setElementColour(TextControl::BackgroundElement, ground);
+        control.look().setElementColour(ControlLook::BackgroundElement, ground);
         const long shown = ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT);
         const QColor text(shown & 0xFF, shown >> 8 & 0xFF, shown >> 16 & 0xFF);
         EXPECT_GE(Contrast::between(ground, text), 4.5) << ground.name().toStdString();
     }
-    control.setElementColour(TextControl::BackgroundElement, {});
+    control.look().setElementColour(ControlLook::BackgroundElement, {});
     EXPECT_EQ(ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT),
               ScintillaColour::number(control.palette().color(QPalette::Text)));
 }
 
 TEST_F(TextControlOptions, OnlyAHighlightThatAdaptsIsTurnedOnDarkGround) {
     const QColor pale(205, 215, 231);
-    control.setElementColour(TextControl::BackgroundElement, QColor(10, 10, 40));
-    control.setLineHighlight(0, pale);
+    control.look().setElementColour(ControlLook::BackgroundElement, QColor(10, 10, 40));
+    control.look().setLineHighlight(0, pale);
     EXPECT_EQ(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(pale));
-    control.setLineHighlight(0, pale, TextControl::HighlightColour::Adapts);
+    control.look().setLineHighlight(0, pale, ControlLook::HighlightColour::Adapts);
     EXPECT_NE(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(pale));
-    control.setElementColour(TextControl::RowHighlightElement, QColor(1, 2, 3));
-    control.setElementColour(TextControl::BackgroundElement, Qt::white);
+    control.look().setElementColour(ControlLook::RowHighlightElement, QColor(1, 2, 3));
+    control.look().setElementColour(ControlLook::BackgroundElement, Qt::white);
     EXPECT_EQ(ask(TextControl::SCI_GETCARETLINEBACK), ScintillaColour::number(QColor(1, 2, 3)));
 }
 
 TEST_F(TextControlOptions, TextCanBeReadOnAHighlightThatAdapts) {
     for (const QColor& ground : {QColor(250, 200, 0), QColor(10, 10, 40), QColor(120, 120, 120), QColor(90, 90, 90)}) {
-        control.setElementColour(TextControl::BackgroundElement, ground);
-        control.setLineHighlight(0, QColor(205, 215, 231), TextControl::HighlightColour::Adapts);
+        control.look().setElementColour(ControlLook::BackgroundElement, ground);
+        control.look().setLineHighlight(0, QColor(205, 215, 231), ControlLook::HighlightColour::Adapts);
         const QColor text = StoredColour::colourOf(ask(TextControl::SCI_STYLEGETFORE, TextControl::STYLE_DEFAULT));
         const QColor row = StoredColour::colourOf(ask(TextControl::SCI_GETCARETLINEBACK));
         EXPECT_GE(Contrast::between(row, text), Contrast::Enough) << ground.name().toStdString();
@@ -184,7 +198,7 @@ TEST_F(TextControlOptions, TextCanBeReadOnAHighlightThatAdapts) {
 }
 
 TEST_F(TextControlOptions, CtrlAndTheWheelZoom) {
-    const int size = control.FontSize();
+    const int size = control.look().FontSize();
     const auto turn = [this](int angle, Qt::KeyboardModifiers held) {
         const QPointF at(100, 100);
         QWheelEvent event(at, control.viewport()->mapToGlobal(at), {}, QPoint(0, angle), Qt::NoButton, held,
@@ -198,7 +212,7 @@ TEST_F(TextControlOptions, CtrlAndTheWheelZoom) {
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
     turn(-120, {});
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
-    EXPECT_EQ(control.FontSize(), size);
+    EXPECT_EQ(control.look().FontSize(), size);
     turn(60, Qt::ControlModifier);
     EXPECT_EQ(ask(TextControl::SCI_GETZOOM), -1);
     turn(60, Qt::ControlModifier);
@@ -229,7 +243,7 @@ TEST_F(TextControlAutoIndent, GivesEachOfSeveralCaretsItsOwn) {
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 10UL, 10L);
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 13UL, 13L);
     key(Qt::Key_Return);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"  one\n  -\n\ttwo\n\t-\nth\n-ree"_qs);
     control.Undo();
     control.Undo();
@@ -238,7 +252,7 @@ TEST_F(TextControlAutoIndent, GivesEachOfSeveralCaretsItsOwn) {
 }
 
 TEST_F(TextControlAutoIndent, CanBeSwitchedOff) {
-    control.setAutoIndent(false);
+    control.typing().setAutoIndent(false);
     put(u"  a"_qs, 3);
     key(Qt::Key_Return);
     EXPECT_EQ(control.Text(), u"  a\n"_qs);
@@ -255,9 +269,9 @@ TEST_F(TextControlBraces, AreShownOnEitherSideOfTheCaret) {
     put(u"a (b) c"_qs, 0);
     const auto changesThePicture = [this](qint64 caret) {
         control.setSelection(caret, caret);
-        control.setBraceMatching(true);
+        control.braces().setBraceMatching(true);
         const QImage on = control.grab().toImage();
-        control.setBraceMatching(false);
+        control.braces().setBraceMatching(false);
         return control.grab().toImage() != on;
     };
     for (const qint64 caret : {2, 3, 4, 5}) {
@@ -273,7 +287,7 @@ TEST_F(TextControlCarets, SeveralTakeWhatIsTyped) {
     control.SendScintilla(TextControl::SCI_ADDSELECTION, 4UL, 4L);
     key(Qt::Key_X);
     EXPECT_EQ(control.Text(), u"xone\nxtwo"_qs);
-    control.type(QString(100, u'y'));
+    control.typing().type(QString(100, u'y'));
     EXPECT_EQ(control.Text().count(u'y'), 200);
     key(Qt::Key_Backspace);
     EXPECT_EQ(control.Text().count(u'y'), 198);
@@ -285,7 +299,7 @@ TEST_F(TextControlCarets, ARectangleTakesWhatIsTyped) {
     put(u"one\ntwo\nthree"_qs, 0);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"-one\n-two\n-three"_qs);
 }
 
@@ -293,15 +307,15 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
     const QStringList before{u"alpha beta"_qs, u"gamma del"_qs, u"zeta eta x"_qs, QString()};
     for (const int steps : {0, 1, 3}) {
         for (const bool typed : {false, true}) {
-            for (const ControlCommands::Row& row : ControlCommands::all()) {
-                if (row.kind != ControlCommands::Kind::Keyed && row.kind != ControlCommands::Kind::Edits)
+            for (const Command::Info& row : Command::all()) {
+                if (row.kind != Command::Kind::Keyed && row.kind != Command::Kind::Edits)
                     continue;
                 put(before.join(u'\n'), 6);
                 key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
                 for (int step = 0; step < steps; ++step)
                     key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
                 if (typed)
-                    control.type(u"-"_qs);
+                    control.typing().type(u"-"_qs);
                 // As a font of another size does, this has Scintilla look at its styles anew at the next edit.
                 control.SendScintilla(TextControl::SCI_STYLESETSIZE, 40UL, 10L + row.number % 2);
                 control.ExecuteCmd(row.number);
@@ -318,12 +332,12 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
 TEST_F(TextControlCarets, WordsAreDeletedInEachLineOfARectangle) {
     put(u"alpha beta\ngamma del\nzeta eta"_qs, 6);
     key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
-    control.type(u"x"_qs);
-    control.type(u"y "_qs);
+    control.typing().type(u"x"_qs);
+    control.typing().type(u"y "_qs);
     key(Qt::Key_Backspace, Qt::ControlModifier);
     EXPECT_EQ(control.Text(), u"alpha beta\ngamma del\nzeta eta"_qs);
-    EXPECT_EQ(control.CaretPosition(), 17);
-    control.type(u"-"_qs);
+    EXPECT_EQ(control.selected().CaretPosition(), 17);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"alpha -beta\ngamma -del\nzeta eta"_qs);
     key(Qt::Key_Return);
     EXPECT_EQ(control.Text(), u"alpha -\nbeta\ngamma -\ndel\nzeta eta"_qs);
@@ -334,24 +348,24 @@ TEST_F(TextControlCarets, GoingUpAndDownKeepsToTheColumnThatTheCaretWasPlacedIn)
     put(lines, 0);
     control.setSelection(8, 8);
     key(Qt::Key_Down);
-    EXPECT_EQ(control.CaretPosition(), 22);
+    EXPECT_EQ(control.selected().CaretPosition(), 22);
     key(Qt::Key_Down);
-    EXPECT_EQ(control.CaretPosition(), 29);
+    EXPECT_EQ(control.selected().CaretPosition(), 29);
     key(Qt::Key_Down);
-    EXPECT_EQ(control.CaretPosition(), 38) << "through the short line";
+    EXPECT_EQ(control.selected().CaretPosition(), 38) << "through the short line";
     put(lines, 0);
     QGuiApplication::clipboard()->setText(u"pasted "_qs);
-    control.Paste();
+    control.clipboard().Paste();
     key(Qt::Key_Down);
-    EXPECT_EQ(control.EndColNo(), 7);
+    EXPECT_EQ(control.selected().EndColNo(), 7);
     put(lines, 0);
-    control.setSearchText(u"two"_qs);
-    control.findNext();
+    control.search().setSearchText(u"two"_qs);
+    control.search().findNext();
     key(Qt::Key_Down);
-    EXPECT_EQ(control.EndColNo(), 7);
+    EXPECT_EQ(control.selected().EndColNo(), 7);
     control.ExecuteCmd(159);
     key(Qt::Key_Up);
-    EXPECT_EQ(control.EndColNo(), 7);
+    EXPECT_EQ(control.selected().EndColNo(), 7);
 }
 
 TEST_F(TextControlCarets, AltAndTheMouseSelectARectangle) {
@@ -369,7 +383,7 @@ TEST_F(TextControlCarets, AltAndTheMouseSelectARectangle) {
     QTest::mouseRelease(control.viewport(), Qt::LeftButton, Qt::AltModifier, to);
     EXPECT_NE(ask(TextControl::SCI_SELECTIONISRECTANGLE), 0);
     EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 3);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"a-a\nb-b\nc-c"_qs);
 }
 
@@ -379,7 +393,7 @@ TEST_F(TextControlCarets, CtrlAndAClickAddACaret) {
                     static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, 7L)) + 3);
     QTest::mouseClick(control.viewport(), Qt::LeftButton, Qt::ControlModifier, at);
     EXPECT_EQ(ask(TextControl::SCI_GETSELECTIONS), 2);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"-aaaa\nbb-bb"_qs);
 }
 
@@ -395,7 +409,7 @@ TEST_F(TextControlDragging, OffRefusesTextAndTakesFiles) {
         return event.isAccepted();
     };
     EXPECT_TRUE(enters(text));
-    control.setDragDrop(false);
+    control.mouse().setDragDrop(false);
     EXPECT_FALSE(enters(text));
     EXPECT_TRUE(enters(files));
     put(u"a"_qs, 0);
@@ -406,7 +420,7 @@ TEST_F(TextControlDragging, OffRefusesTextAndTakesFiles) {
 
 TEST_F(TextControlDragging, OffAPressIntoTheSelectionEndsIt) {
     put(u"word"_qs, 0);
-    control.setDragDrop(false);
+    control.mouse().setDragDrop(false);
     control.SelectAll();
     const auto x = static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, 2L));
     QTest::mousePress(control.viewport(), Qt::LeftButton, {}, QPoint(x, 4));
@@ -415,17 +429,17 @@ TEST_F(TextControlDragging, OffAPressIntoTheSelectionEndsIt) {
 
 TEST_F(TextControlRichText, HoldsTheTextOrTheSelection) {
     put(u"a{b}\nc"_qs, 0);
-    EXPECT_TRUE(control.TextRTF().startsWith("{\\rtf1"));
-    EXPECT_TRUE(control.TextRTF().contains(" a\\{b\\}\\par\nc}"));
-    EXPECT_FALSE(control.SelRTF().contains("\\{b"));
+    EXPECT_TRUE(RichText::ofText(control).startsWith("{\\rtf1"));
+    EXPECT_TRUE(RichText::ofText(control).contains(" a\\{b\\}\\par\nc}"));
+    EXPECT_FALSE(RichText::ofSelection(control).contains("\\{b"));
     control.setSelection(4, 1);
-    EXPECT_TRUE(control.SelRTF().contains(" \\{b\\}}"));
+    EXPECT_TRUE(RichText::ofSelection(control).contains(" \\{b\\}}"));
 }
 
 TEST_F(TextControlRichText, HasNoJoints) {
     put(QString(100'000, u'w'), 0);
     ASSERT_FALSE(control.map().joints().empty());
-    const QByteArray rtf = control.TextRTF();
+    const QByteArray rtf = RichText::ofText(control);
     EXPECT_FALSE(rtf.contains("\\par"));
     EXPECT_TRUE(rtf.contains(QByteArray(100'000, 'w')));
 }

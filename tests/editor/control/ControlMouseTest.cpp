@@ -1,3 +1,7 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "editor/held/Margins.h"
 
@@ -7,10 +11,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct Mouse : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     QSignalSpy presses{&control, &TextControl::MouseDown};
 
     Mouse() {
@@ -68,7 +75,7 @@ TEST_F(TextControlAddedRanges, AreDrawnWithCtrl) {
     EXPECT_EQ(control.SelText(), u"ccc"_qs);
     drag(placeOf(24), placeOf(20), Qt::ControlModifier);
     EXPECT_EQ(ranges(), 3);
-    control.type(u"-"_qs);
+    control.typing().type(u"-"_qs);
     EXPECT_EQ(control.Text(), u"-aa bbbb\n-c dddd\n-"_qs);
     drag(placeOf(0), placeOf(3), {});
     EXPECT_EQ(ranges(), 1);
@@ -76,11 +83,11 @@ TEST_F(TextControlAddedRanges, AreDrawnWithCtrl) {
 }
 
 TEST_F(TextControlAddedRanges, AreNotBegunInAMargin) {
-    control.setLineNumbering(true);
+    control.lineNumbers().setLineNumbering(true);
     control.setSelection(2, 2);
     click(Qt::LeftButton, QPoint(10, placeOf(12).y()), Qt::ControlModifier);
     EXPECT_EQ(ranges(), 1);
-    EXPECT_EQ(control.CaretPosition(), 2);
+    EXPECT_EQ(control.selected().CaretPosition(), 2);
     click(Qt::LeftButton, QPoint(Margins::BookmarksWidth + 5, placeOf(12).y()), Qt::ControlModifier);
     EXPECT_EQ(ranges(), 1);
 }
@@ -88,26 +95,26 @@ TEST_F(TextControlAddedRanges, AreNotBegunInAMargin) {
 TEST_F(TextControlRightButton, MovesTheCaretWhereNothingIsSelected) {
     control.setSelection(0, 4);
     click(Qt::RightButton, placeOf(12));
-    EXPECT_EQ(control.AnchorPosition(), 12);
-    EXPECT_EQ(control.CaretPosition(), 12);
+    EXPECT_EQ(control.selected().AnchorPosition(), 12);
+    EXPECT_EQ(control.selected().CaretPosition(), 12);
 }
 
 TEST_F(TextControlRightButton, LeavesTheSelectionItFallsInto) {
     control.setSelection(4, 0);
     click(Qt::RightButton, placeOf(2));
     EXPECT_EQ(control.SelText(), u"aaaa"_qs);
-    EXPECT_EQ(control.CaretPosition(), 0);
+    EXPECT_EQ(control.selected().CaretPosition(), 0);
     ask(TextControl::SCI_ADDSELECTION, 14, 10);
     click(Qt::RightButton, placeOf(2));
     EXPECT_EQ(ranges(), 2);
 }
 
 TEST_F(TextControlRightButton, LeavesTheCaretWhereItIsInTheMargin) {
-    control.setLineNumbering(true);
+    control.lineNumbers().setLineNumbering(true);
     control.setSelection(2, 2);
     click(Qt::RightButton, QPoint(10, placeOf(12).y()));
     click(Qt::RightButton, QPoint(Margins::BookmarksWidth + 5, placeOf(12).y()));
-    EXPECT_EQ(control.CaretPosition(), 2);
+    EXPECT_EQ(control.selected().CaretPosition(), 2);
 }
 
 TEST_F(Mouse, TheMiddleButtonLeavesTheTextAloneWithoutAPrimarySelection) {

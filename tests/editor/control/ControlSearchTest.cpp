@@ -1,3 +1,10 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
 #include "text/held/Joints.h"
@@ -10,13 +17,16 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <memory>
 #include <random>
 #include <tuple>
 
 namespace {
 
 struct Searched : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     QSignalSpy wraps{&control, &TextControl::FindWrapped};
     QSignalSpy failures{&control, &TextControl::CommandFailed};
     QSignalSpy changes{&control, &TextControl::Change};
@@ -35,9 +45,9 @@ struct Searched : testing::Test {
         control.setSearchCaseSensitive(flags.caseSensitive);
         control.setSearchRegExp(flags.regExp);
         control.setSearchWholeWord(flags.wholeWord);
-        control.setSearchText(QString::fromUtf8(find));
+        control.search().setSearchText(QString::fromUtf8(find));
     }
-    void replaceBy(const char* text) { control.setReplacementText(QString::fromUtf8(text)); }
+    void replaceBy(const char* text) { control.search().setReplacementText(QString::fromUtf8(text)); }
     void forgetSignals() {
         for (QSignalSpy* spy : {&wraps, &failures, &changes, &moves})
             spy->clear();
@@ -48,7 +58,7 @@ struct Searched : testing::Test {
     static Place placeOf(const MatchPlace& place) { return {place.line, place.position, place.length}; }
     std::vector<Place> allFound() {
         std::vector<Place> places;
-        control.findAll([&](const MatchPlace& place) {
+        control.search().findAll([&](const MatchPlace& place) {
             places.push_back(placeOf(place));
             return true;
         });
@@ -58,7 +68,7 @@ struct Searched : testing::Test {
         std::vector<Place> places;
         ReplaceWatch watch;
         watch.replaced = [&](const MatchPlace& place) { places.push_back(placeOf(place)); };
-        control.replaceAll(watch);
+        control.replacing().replaceAll(watch);
         return places;
     }
 };
@@ -79,9 +89,9 @@ constexpr SearchFlags Expression{.regExp = true};
 
 TEST_F(FindNext, SelectsOneMatchAfterTheOther) {
     hold("ä one\none", "one");
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(2, 5));
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(6, 9));
     EXPECT_EQ(moves.count(), 2);
     EXPECT_EQ(wraps.count() + failures.count() + changes.count(), 0);
@@ -90,82 +100,99 @@ TEST_F(FindNext, SelectsOneMatchAfterTheOther) {
 TEST_F(FindNext, GoesOnFromTheStartAndTellsOfIt) {
     hold("one two", "one");
     control.setSelection(5, 5);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Wrapped);
     EXPECT_EQ(selected(), Selected(0, 3));
-    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Wrapped);
     EXPECT_EQ(selected(), Selected(0, 3));
     EXPECT_EQ(wraps.count(), 2);
     EXPECT_EQ(failures.count(), 0);
+}
+
+TEST_F(FindNext, EndsAtTheEndOfTheTextWhenToldToStopThere) {
+    using Wrap = ControlSearch::Wrap;
+    hold("one two", "one");
+    control.setSelection(5, 5);
+    EXPECT_EQ(control.search().findNext(Wrap::Stop), SearchOutcome::Failed);
+    EXPECT_EQ(selected(), Selected(5, 5));
+    control.search().setSearchText(u"two"_qs);
+    control.setSelection(2, 2);
+    forgetSignals();
+    EXPECT_EQ(control.search().findPrevious(Wrap::Stop), SearchOutcome::Failed);
+    EXPECT_EQ(selected(), Selected(2, 2));
+    EXPECT_EQ(wraps.count() + moves.count(), 0);
+    EXPECT_EQ(failures.count(), 1);
+    EXPECT_EQ(control.search().findNext(Wrap::Stop), SearchOutcome::Found);
+    EXPECT_EQ(selected(), Selected(4, 7));
 }
 
 TEST_F(FindNext, FailsWhereThereIsNothingAndLeavesTheSelection) {
     hold("one two", "three");
     control.setSelection(5, 2);
     forgetSignals();
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.AnchorPosition(), 5);
-    EXPECT_EQ(control.CaretPosition(), 2);
-    EXPECT_FALSE(control.searchError());
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.selected().AnchorPosition(), 5);
+    EXPECT_EQ(control.selected().CaretPosition(), 2);
+    EXPECT_FALSE(control.search().searchError());
     EXPECT_EQ(failures.count(), 1);
     EXPECT_EQ(wraps.count() + moves.count(), 0);
 }
 
 TEST_F(FindNext, FailsWithoutAText) {
     hold("one", "");
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceAll(), 0);
-    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
-    EXPECT_EQ(control.countMatches(), 0);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceAll(), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
+    EXPECT_EQ(control.search().countMatches(), 0);
     EXPECT_EQ(allFound(), Places());
     EXPECT_EQ(failures.count(), 7);
-    EXPECT_TRUE(control.searchError());
+    EXPECT_TRUE(control.search().searchError());
 }
 
 TEST_F(FindNext, FailsInAnEmptyDocument) {
     hold("", "one");
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceAll(), 0);
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(changes.count(), 0);
 }
 
 TEST_F(FindNext, FollowsTheFlags) {
     hold("Ones ONE one", "ONE", {.caseSensitive = true});
-    control.findNext();
+    control.search().findNext();
     EXPECT_EQ(selected(), Selected(5, 8));
     look("one", {.wholeWord = true});
     control.setSelection(0, 0);
-    control.findNext();
+    control.search().findNext();
     EXPECT_EQ(selected(), Selected(5, 8));
     look("o.e", Expression);
     control.setSelection(0, 0);
-    control.findNext();
+    control.search().findNext();
     EXPECT_EQ(selected(), Selected(0, 3));
     look("o.e");
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
 }
 
 TEST_F(FindNext, TellsWhereAnExpressionIsWrong) {
     hold("one", "on(e", Expression);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.searchError().position, 4);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().searchError().position, 4);
     EXPECT_EQ(failures.count(), 1);
     look("one");
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
-    EXPECT_FALSE(control.searchError());
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
+    EXPECT_FALSE(control.search().searchError());
 }
 
 TEST_F(FindNext, GivesUpAnExpressionThatExplodes) {
     hold("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa!", "^(a+)+$", Expression);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
-    EXPECT_TRUE(control.searchError());
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
+    EXPECT_TRUE(control.search().searchError());
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceAll(), 0);
     EXPECT_EQ(failures.count(), 3);
 }
 
@@ -187,24 +214,27 @@ TEST_F(FindNext, IsStoppedByItsWatch) {
     look(Slow, Expression);
     control.setSelection(2, 4);
     int asked = 0;
-    control.setSearchWatch([&asked](bool) { return ++asked % 3 != 0; });
-    for (const auto& search : {&TextControl::findNext, &TextControl::findPrevious, &TextControl::replaceNext,
-                               &TextControl::replaceSelectedMatch}) {
+    control.search().setSearchWatch([&asked](bool) { return ++asked % 3 != 0; });
+    const std::function<SearchOutcome()> searches[] = {[this] { return control.search().findNext(); },
+                                                       [this] { return control.search().findPrevious(); },
+                                                       [this] { return control.replacing().replaceNext(); },
+                                                       [this] { return control.replacing().replaceSelectedMatch(); }};
+    for (const auto& search : searches) {
         asked = 0;
-        EXPECT_EQ((control.*search)(), SearchOutcome::Failed);
+        EXPECT_EQ(search(), SearchOutcome::Failed);
         EXPECT_EQ(asked, 3);
-        EXPECT_TRUE(control.searchError());
+        EXPECT_TRUE(control.search().searchError());
         EXPECT_EQ(selected(), Selected(2, 4));
     }
     for (const bool backwards : {false, true}) {
         asked = 0;
-        EXPECT_EQ(control.findTyped(backwards), SearchOutcome::Failed);
+        EXPECT_EQ(control.search().findTyped(backwards), SearchOutcome::Failed);
         EXPECT_EQ(asked, 3);
         EXPECT_EQ(selected(), Selected(2, 4));
     }
-    EXPECT_EQ(control.countMatches(), 0);
-    EXPECT_TRUE(control.searchError());
-    EXPECT_EQ(control.replaceAll(), 0);
+    EXPECT_EQ(control.search().countMatches(), 0);
+    EXPECT_TRUE(control.search().searchError());
+    EXPECT_EQ(control.replacing().replaceAll(), 0);
     EXPECT_FALSE(control.CanUndo() && control.Text() != slowLines());
     EXPECT_TRUE(allFound().empty());
 }
@@ -213,7 +243,7 @@ TEST_F(FindNext, IsNotBegunAgainForTheRestOfARepeatCountWhenItWasStopped) {
     control.setText(slowLines());
     look(Slow, Expression);
     int asked = 0;
-    control.setSearchWatch([&asked](bool) { return ++asked < 3; });
+    control.search().setSearchWatch([&asked](bool) { return ++asked < 3; });
     for (const int command : {170, 173, 174, 176}) {
         asked = 0;
         control.setRepeatCount(50);
@@ -228,12 +258,12 @@ TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
     look(Slow, Expression);
     const QSignalSpy told(&control, &TextControl::Notice);
     bool knew = false;
-    control.setSearchWatch([&](bool takesLong) {
+    control.search().setSearchWatch([&](bool takesLong) {
         EXPECT_EQ(takesLong, !told.isEmpty());
         knew = takesLong;
         return !takesLong;
     });
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
     EXPECT_TRUE(knew);
     ASSERT_EQ(told.count(), 2);
     EXPECT_EQ(told[0][0].toString(), u"Searching. Esc stops it."_qs);
@@ -243,25 +273,25 @@ TEST_F(FindNext, TellsThatItTakesLongUntilItIsOver) {
 TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
     control.setText(slowLines());
     look(Slow, Expression);
-    control.setSearchWatch([this](bool) {
+    control.search().setSearchWatch([this](bool) {
         control.setText(u"another"_qs);
         return true;
     });
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.Text(), u"another"_qs);
     control.setText(slowLines());
-    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
 }
 
 TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
     for (const int command : {170, 171, 172, 173, 174, 176}) {
-        auto* gone = new TextControl;
+        auto* gone = makeEditor();
         gone->setText(slowLines());
         gone->setSearchRegExp(true);
-        gone->setSearchText(QString::fromLatin1(Slow));
+        gone->search().setSearchText(QString::fromLatin1(Slow));
         gone->SelectAll();
         const QPointer<TextControl> alive(gone);
-        gone->setSearchWatch([gone](bool) {
+        gone->search().setSearchWatch([gone](bool) {
             delete gone;
             return true;
         });
@@ -274,7 +304,7 @@ TEST_F(FindNext, TakesEachEmptyMatchOnce) {
     hold("a\nb\nc", "^", Expression);
     std::vector<qint64> places;
     for (int step = 0; step < 4; ++step) {
-        control.findNext();
+        control.search().findNext();
         places.push_back(control.SelStart());
     }
     EXPECT_EQ(places, (std::vector<qint64>{0, 2, 4, 0}));
@@ -284,18 +314,18 @@ TEST_F(FindNext, TakesEachEmptyMatchOnce) {
 TEST_F(FindNext, SeesTheTextInFrontOfTheSelection) {
     hold("abab", "(?<=a)b", Expression);
     control.setSelection(1, 1);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(1, 2));
     look("\\bb", Expression);
     control.setSelection(1, 1);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
 }
 
 TEST_F(FindNext, GoesOnFromTheNewestOfSeveralCaretsAndLeavesOneSelection) {
     hold("one two one two", "one");
     control.setSelection(14, 14);
     control.SendScintilla(QsciScintillaBase::SCI_ADDSELECTION, 1UL, 1L);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(control.SelStart(), 8);
     EXPECT_EQ(control.SendScintilla(QsciScintillaBase::SCI_GETSELECTIONS), 1);
 }
@@ -303,25 +333,25 @@ TEST_F(FindNext, GoesOnFromTheNewestOfSeveralCaretsAndLeavesOneSelection) {
 TEST_F(FindNext, WorksInALockedDocument) {
     hold("one", "one");
     control.setLocked(true);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
 }
 
 TEST_F(FindNext, FindsWhatWasTypedForALoneSurrogate) {
     hold("", "");
-    control.type(u"x"_qs + QChar(0xDC00));
-    control.setSearchText(QString(QChar(0xD83D)));
-    EXPECT_EQ(control.findNext(), SearchOutcome::Wrapped);
+    control.typing().type(u"x"_qs + QChar(0xDC00));
+    control.search().setSearchText(QString(QChar(0xD83D)));
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Wrapped);
     EXPECT_EQ(selected(), Selected(1, 2));
 }
 
 TEST_F(FindPrevious, SelectsOneMatchBeforeTheOther) {
     hold("one\none x", "one");
     control.setSelection(9, 9);
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(4, 7));
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(0, 3));
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Wrapped);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Wrapped);
     EXPECT_EQ(selected(), Selected(4, 7));
     EXPECT_EQ(wraps.count(), 1);
 }
@@ -329,7 +359,7 @@ TEST_F(FindPrevious, SelectsOneMatchBeforeTheOther) {
 TEST_F(FindPrevious, TakesWholeMatchesOfAnExpression) {
     hold("x 12345 y", "\\d+", Expression);
     control.setSelection(9, 9);
-    control.findPrevious();
+    control.search().findPrevious();
     EXPECT_EQ(selected(), Selected(2, 7));
 }
 
@@ -338,7 +368,7 @@ TEST_F(FindPrevious, TakesEachEmptyMatchOnce) {
     control.setSelection(5, 5);
     std::vector<qint64> places;
     for (int step = 0; step < 4; ++step) {
-        control.findPrevious();
+        control.search().findPrevious();
         places.push_back(control.SelStart());
     }
     EXPECT_EQ(places, (std::vector<qint64>{4, 2, 0, 4}));
@@ -348,7 +378,7 @@ TEST_F(FindPrevious, TakesEachEmptyMatchOnce) {
 TEST_F(FindPrevious, FindsAnEmptyMatchAtTheEnd) {
     hold("ab", "$", Expression);
     control.setSelection(2, 2);
-    EXPECT_EQ(control.findPrevious(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findPrevious(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(2, 2));
 }
 
@@ -373,7 +403,7 @@ TEST_F(FindAll, StandsAtTheStartWhenThereIsNothing) {
 TEST_F(FindAll, StopsWhenTold) {
     hold("a a a a", "a");
     int seen = 0;
-    EXPECT_EQ(control.findAll([&](const MatchPlace&) { return ++seen < 2; }), 2);
+    EXPECT_EQ(control.search().findAll([&](const MatchPlace&) { return ++seen < 2; }), 2);
     EXPECT_EQ(selected(), Selected(2, 3));
 }
 
@@ -384,42 +414,43 @@ TEST_F(FindAll, EndsWhenAnotherTextIsLoadedMeanwhile) {
     file.write("x");
     file.close();
     hold("a a a a", "a");
-    EXPECT_EQ(control.findAll([&](const MatchPlace&) { return !control.OpenFile(file.fileName()); }), 1);
+    EXPECT_EQ(control.search().findAll([&](const MatchPlace&) { return !control.file().OpenFile(file.fileName()); }),
+              1);
     EXPECT_EQ(control.Text(), u"x"_qs);
     EXPECT_FALSE(control.Locked());
-    control.type(u"y"_qs);
+    control.typing().type(u"y"_qs);
     EXPECT_EQ(control.Text(), u"yx"_qs);
 }
 
 TEST_F(FindAll, OutlivesTheControl) {
-    auto mortal = std::make_unique<TextControl>();
+    auto mortal = std::unique_ptr<TextControl>(makeEditor());
     mortal->setText(u"a a a"_qs);
-    mortal->setSearchText(u"a"_qs);
-    EXPECT_EQ(mortal->findAll([&](const MatchPlace&) {
+    mortal->search().setSearchText(u"a"_qs);
+    EXPECT_EQ(mortal->search().findAll([&](const MatchPlace&) {
         mortal.reset();
         return true;
     }),
               1);
-    mortal = std::make_unique<TextControl>();
+    mortal = std::unique_ptr<TextControl>(makeEditor());
     mortal->setText(u"a a a"_qs);
-    mortal->setSearchText(u"a"_qs);
+    mortal->search().setSearchText(u"a"_qs);
     ReplaceWatch watch;
     watch.goesOn = [&] {
         mortal.reset();
         return true;
     };
-    EXPECT_EQ(mortal->replaceAll(watch), 0);
+    EXPECT_EQ(mortal->replacing().replaceAll(watch), 0);
 }
 
 TEST_F(FindAll, KeepsTheTextFromBeingEditedMeanwhile) {
     hold("a a a", "a");
-    EXPECT_EQ(control.findAll([&](const MatchPlace&) {
-        control.type(u"b"_qs);
+    EXPECT_EQ(control.search().findAll([&](const MatchPlace&) {
+        control.typing().type(u"b"_qs);
         return true;
     }),
               3);
     EXPECT_EQ(control.Text(), u"a a a"_qs);
-    control.type(u"b"_qs);
+    control.typing().type(u"b"_qs);
     EXPECT_EQ(control.Text(), u"a a b"_qs);
 }
 
@@ -427,21 +458,21 @@ TEST_F(FindAll, CountsWithoutMoving) {
     hold("a a a a", "a");
     control.setSelection(5, 1);
     forgetSignals();
-    EXPECT_EQ(control.countMatches(), 4);
-    EXPECT_EQ(control.countMatches(control.selectedBytes()), 2);
-    EXPECT_EQ(control.AnchorPosition(), 5);
+    EXPECT_EQ(control.search().countMatches(), 4);
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedBytes()), 2);
+    EXPECT_EQ(control.selected().AnchorPosition(), 5);
     EXPECT_EQ(moves.count(), 0);
 }
 
 TEST_F(ReplaceNext, PutsTheReplacementInPlaceOfTheNextMatch) {
     hold("one two one", "one");
     replaceBy("three");
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Found);
     EXPECT_EQ(control.Text(), u"three two one"_qs);
     EXPECT_EQ(control.SelText(), u"three"_qs);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Found);
     EXPECT_EQ(control.Text(), u"three two three"_qs);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(changes.count(), 2);
     control.Undo();
     EXPECT_EQ(control.Text(), u"three two one"_qs);
@@ -451,7 +482,7 @@ TEST_F(ReplaceNext, GoesOnFromTheStart) {
     hold("one two", "one");
     replaceBy("1");
     control.setSelection(5, 5);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Wrapped);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Wrapped);
     EXPECT_EQ(control.Text(), u"1 two"_qs);
     EXPECT_EQ(wraps.count(), 1);
 }
@@ -459,25 +490,25 @@ TEST_F(ReplaceNext, GoesOnFromTheStart) {
 TEST_F(ReplaceNext, OfTheSelectionFindsFirstAndReplacesThen) {
     hold("one two one", "(o)ne", Expression);
     replaceBy("$1");
-    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Found);
     EXPECT_EQ(control.Text(), u"one two one"_qs);
     EXPECT_EQ(selected(), Selected(0, 3));
-    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Found);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Found);
     EXPECT_EQ(control.Text(), u"o two one"_qs);
     EXPECT_EQ(selected(), Selected(6, 9));
-    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Failed);
     EXPECT_EQ(control.Text(), u"o two o"_qs);
 }
 
 TEST_F(ReplaceNext, OfTheSelectionTakesEachEmptyMatchOnce) {
     hold("a\nb", "^", Expression);
     replaceBy("> ");
-    control.replaceSelectedMatch();
+    control.replacing().replaceSelectedMatch();
     EXPECT_EQ(control.Text(), u"a\nb"_qs);
-    control.replaceSelectedMatch();
+    control.replacing().replaceSelectedMatch();
     EXPECT_EQ(control.Text(), u"> a\nb"_qs);
     EXPECT_EQ(selected(), Selected(4, 4));
-    control.replaceSelectedMatch();
+    control.replacing().replaceSelectedMatch();
     EXPECT_EQ(control.Text(), u"> a\n> b"_qs);
 }
 
@@ -486,15 +517,15 @@ TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
     replaceBy("1");
     control.setSelection(0, 3);
     control.setLocked(true);
-    EXPECT_EQ(control.replaceNext(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceSelectedMatch(), SearchOutcome::Failed);
-    EXPECT_EQ(control.replaceAll(), 0);
-    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 0);
+    EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Failed);
+    EXPECT_EQ(control.replacing().replaceAll(), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(control.Text(), u"one one"_qs);
     EXPECT_TRUE(control.Locked());
-    EXPECT_TRUE(control.searchError());
+    EXPECT_TRUE(control.search().searchError());
 }
 
 TEST_F(ReplaceAll, IsOneChangeAndOneUndoStep) {
@@ -514,7 +545,7 @@ TEST_F(ReplaceAll, IsOneChangeAndOneUndoStep) {
 TEST_F(ReplaceAll, EndsWhenTheReplacementHoldsTheText) {
     hold("a a", "a");
     replaceBy("aa");
-    EXPECT_EQ(control.replaceAll(), 2);
+    EXPECT_EQ(control.replacing().replaceAll(), 2);
     EXPECT_EQ(control.Text(), u"aa aa"_qs);
 }
 
@@ -532,15 +563,15 @@ TEST_F(ReplaceAll, PutsLinesInAndTakesThemAway) {
 TEST_F(ReplaceAll, TakesEmptyMatches) {
     hold("a\nb\n", "^", Expression);
     replaceBy("> ");
-    EXPECT_EQ(control.replaceAll(), 2);
+    EXPECT_EQ(control.replacing().replaceAll(), 2);
     EXPECT_EQ(control.Text(), u"> a\n> b\n"_qs);
 }
 
 TEST_F(ReplaceAll, FollowsTheCaseOfEachMatchWhenTold) {
     hold("red RED Red rEd", "red");
     replaceBy("blue");
-    control.setPreserveCase(true);
-    control.replaceAll();
+    control.search().setPreserveCase(true);
+    control.replacing().replaceAll();
     EXPECT_EQ(control.Text(), u"blue BLUE Blue blue"_qs);
 }
 
@@ -548,7 +579,7 @@ TEST_F(ReplaceAll, KeepsToTheSelection) {
     hold("aa aa aa aa", "aa");
     replaceBy("bcd");
     control.setSelection(1, 10);
-    EXPECT_EQ(control.replaceAllIn(control.selectedBytes()), 2);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 2);
     EXPECT_EQ(control.Text(), u"aa bcd bcd aa"_qs);
     EXPECT_EQ(selected(), Selected(1, 12));
     EXPECT_EQ(changes.count(), 1);
@@ -562,7 +593,7 @@ TEST_F(ReplaceAll, ReplacesWhatWasFoundUntilItIsStopped) {
     int asked = 0;
     ReplaceWatch watch;
     watch.goesOn = [&] { return ++asked < 2; };
-    EXPECT_EQ(control.replaceAll(watch), 2);
+    EXPECT_EQ(control.replacing().replaceAll(watch), 2);
     EXPECT_EQ(control.Text(), u"b b a a"_qs);
 }
 
@@ -570,22 +601,22 @@ TEST_F(ReplaceAll, KeepsBookmarksOnTheirLines) {
     hold("one\ntwo one\nthree", "one");
     replaceBy("1");
     for (const qint64 line : {0, 1, 2})
-        control.setBookmarkAt(line, true);
-    control.replaceAll();
+        control.bookmarks().setBookmarkAt(line, true);
+    control.replacing().replaceAll();
     control.Undo();
     for (const qint64 line : {0, 1, 2}) {
-        EXPECT_TRUE(control.BookmarkAt(line)) << line;
+        EXPECT_TRUE(control.bookmarks().BookmarkAt(line)) << line;
     }
 }
 
 TEST_F(FindHistoryOfControls, HasTheNewestInFront) {
     hold("text", "first");
-    control.findNext();
-    control.setSearchText(u"second"_qs);
-    control.findPrevious();
-    control.setSearchText(u"first"_qs);
-    control.findNext();
-    const QStringList entries = TextControl::FindHistory().split(u'\n');
+    control.search().findNext();
+    control.search().setSearchText(u"second"_qs);
+    control.search().findPrevious();
+    control.search().setSearchText(u"first"_qs);
+    control.search().findNext();
+    const QStringList entries = SearchHistory::ofFinds().text().split(u'\n');
     ASSERT_GE(entries.size(), 2);
     EXPECT_EQ(entries[0], u"first"_qs);
     EXPECT_EQ(entries[1], u"second"_qs);
@@ -614,7 +645,7 @@ struct SearchedLongLine : Searched {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
-        ASSERT_FALSE(control.OpenFile(file.fileName()));
+        ASSERT_FALSE(control.file().OpenFile(file.fileName()));
         ASSERT_FALSE(control.map().joints().empty());
         forgetSignals();
     }
@@ -641,7 +672,7 @@ TEST_F(SearchedLongLine, GivesThePlacesOfTheTextWithoutJoints) {
         expected.emplace_back(text.left(at).count(u'\n'), at, 3);
     EXPECT_EQ(allFound(), expected);
     EXPECT_EQ(selected(), Selected(text.size() - 3, text.size()));
-    control.findPrevious();
+    control.search().findPrevious();
     EXPECT_EQ(control.SelStart(), std::get<1>(expected[expected.size() - 2]));
 }
 
@@ -657,7 +688,7 @@ TEST_F(SearchedLongLine, IsReplacedAsIfThereWereNoJoints) {
         const QString lines = QString::fromUtf8(replacement).replace(u"\r\n"_qs, u"\n"_qs);
         const QString held = QString(lines).replace(u'\n', u"\r\n"_qs);
         expected.replace(QRegularExpression(u"e1|one"_qs), held);
-        EXPECT_GT(control.replaceAll(), 1000);
+        EXPECT_GT(control.replacing().replaceAll(), 1000);
         EXPECT_EQ(control.Text(), expected) << replacement;
         EXPECT_EQ(control.TotalLines(), expected.count(u'\n') + 1);
         control.Undo();
@@ -669,10 +700,10 @@ TEST_F(SearchedLongLine, IsReplacedAsIfThereWereNoJoints) {
 TEST_F(SearchedLongLine, FindsAMatchThatIsLongerThanManyPieces) {
     load("start" + QByteArray(300'000, 'x') + "end\nsecond");
     look("start.*end", Expression);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(selected(), Selected(0, 300'008));
     replaceBy("$0$0");
-    EXPECT_EQ(control.replaceAll(), 1);
+    EXPECT_EQ(control.replacing().replaceAll(), 1);
     EXPECT_EQ(control.Text().size(), 2 * 300'008 + 7);
     EXPECT_EQ(control.TotalLines(), 2);
 }
@@ -692,7 +723,7 @@ TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
     control.ExecuteCmd(232);
     control.ExecuteCmd(234);
     control.ExecuteCmd(236);
-    EXPECT_TRUE(control.SearchRegExp() && control.SearchWholeWord() && control.PreserveCase());
+    EXPECT_TRUE(control.SearchRegExp() && control.SearchWholeWord() && control.search().PreserveCase());
     control.ExecuteCmd(176);
     EXPECT_EQ(failures.count(), 1);
     control.ExecuteCmd(237);
@@ -707,5 +738,5 @@ TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {
     EXPECT_EQ(control.Text(), u"three Three two"_qs);
     for (const int off : {231, 233, 235})
         control.ExecuteCmd(off);
-    EXPECT_FALSE(control.SearchRegExp() || control.SearchWholeWord() || control.PreserveCase());
+    EXPECT_FALSE(control.SearchRegExp() || control.SearchWholeWord() || control.search().PreserveCase());
 }

@@ -1,3 +1,8 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 
 #include <QClipboard>
@@ -8,10 +13,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct Control : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     QSignalSpy changes{&control, &TextControl::Change};
     QSignalSpy moves{&control, &TextControl::SelChange};
 
@@ -47,7 +55,7 @@ TEST_F(TextControlTyping, PutsTheTextAtTheCaretAndTellsOfIt) {
 }
 
 TEST_F(TextControlTyping, TakesCharactersBeyondTheBasicPlane) {
-    control.type(QString::fromUtf8("x\U0001F600y"));
+    control.typing().type(QString::fromUtf8("x\U0001F600y"));
     EXPECT_EQ(control.Text(), QString::fromUtf8("x\U0001F600y"));
     EXPECT_EQ(control.SelStart(), 4);
 }
@@ -59,7 +67,7 @@ TEST_F(TextControlTyping, LeavesAltWithALetterToTheMenus) {
 }
 
 TEST_F(TextControlTyping, MakesALoneSurrogateAReplacementCharacter) {
-    control.type(QString(QChar(0xD83D)) + u"a"_qs);
+    control.typing().type(QString(QChar(0xD83D)) + u"a"_qs);
     EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + u"a"_qs);
 }
 
@@ -106,9 +114,9 @@ TEST_F(TextControlText, IsAppendedToWithoutMovingTheCaret) {
 TEST_F(TextControlSelection, KeepsItsDirection) {
     control.setText(u"one\ntwo\nthree"_qs);
     control.setSelection(9, 1);
-    EXPECT_EQ(control.StartLineNo(), 2);
-    EXPECT_EQ(control.EndLineNo(), 0);
-    EXPECT_EQ(control.EndColNo(), 1);
+    EXPECT_EQ(control.selected().StartLineNo(), 2);
+    EXPECT_EQ(control.selected().EndLineNo(), 0);
+    EXPECT_EQ(control.selected().EndColNo(), 1);
     EXPECT_EQ(control.SelStart(), 1);
     EXPECT_EQ(control.SelEnd(), 9);
 }
@@ -179,18 +187,18 @@ TEST_F(TextControlClipboard, CarriesWhatIsSelected) {
     const QString text = u"a"_qs + QChar(0) + u"bcd"_qs;
     control.setText(text);
     control.setSelection(0, 3);
-    control.Copy();
+    control.clipboard().Copy();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), text.left(3));
     control.setSelection(5, 5);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), text + text.left(3));
 }
 
 TEST_F(TextControlClipboard, IsLeftAloneWhenNothingIsSelected) {
     QGuiApplication::clipboard()->setText(u"kept"_qs);
     control.setText(u"abc"_qs);
-    control.Copy();
-    control.Cut();
+    control.clipboard().Copy();
+    control.clipboard().Cut();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"kept"_qs);
     EXPECT_EQ(control.Text(), u"abc"_qs);
 }
@@ -198,7 +206,7 @@ TEST_F(TextControlClipboard, IsLeftAloneWhenNothingIsSelected) {
 TEST_F(TextControlClipboard, IsFilledByCut) {
     control.setText(u"abc"_qs);
     control.setSelection(1, 2);
-    control.Cut();
+    control.clipboard().Cut();
     EXPECT_EQ(control.Text(), u"ac"_qs);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"b"_qs);
     control.Undo();
@@ -207,7 +215,7 @@ TEST_F(TextControlClipboard, IsFilledByCut) {
 
 TEST_F(TextControlClipboard, BringsLineEndsInTheTextsOwnForm) {
     QGuiApplication::clipboard()->setText(u"x\r\ny\rz\n"_qs);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), u"x\ny\nz\n"_qs);
 }
 
@@ -215,7 +223,7 @@ TEST_F(TextControlClipboard, BringsALoneSurrogateAsReplacementCharacter) {
     auto* mime = new QMimeData;
     mime->setText(QString(QChar(0xDC00)) + u"k"_qs);
     QGuiApplication::clipboard()->setMimeData(mime);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), QString(QChar(0xFFFD)) + u"k"_qs);
 }
 
@@ -226,8 +234,8 @@ TEST_F(TextControlLock, RefusesEveryEdit) {
     forgetSignals();
     typeKeys(u"x"_qs);
     QTest::keyClick(&control, Qt::Key_Delete);
-    control.Cut();
-    control.Paste();
+    control.clipboard().Cut();
+    control.clipboard().Paste();
     control.Undo();
     control.setSelText(u"y"_qs);
     control.AddText(u"z"_qs);
@@ -292,10 +300,11 @@ TEST_F(TextControlMouse, DropsATextWithEverythingInIt) {
 }
 
 TEST(TextControlFont, KeepsOddSizesAsGiven) {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     for (const int size : {71, 10, 2, 0, -2}) {
-        control.setTextFont(u"monospace"_qs, size);
-        EXPECT_EQ(control.FontSize(), size);
+        control.look().setTextFont(u"monospace"_qs, size);
+        EXPECT_EQ(control.look().FontSize(), size);
     }
-    EXPECT_EQ(control.FontName(), u"monospace"_qs);
+    EXPECT_EQ(control.look().FontName(), u"monospace"_qs);
 }

@@ -1,4 +1,9 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/Colouring.h"
 #include "editor/held/LongLines.h"
 #include "editor/held/ScintillaColour.h"
 #include "editor/language/TokenTheme.h"
@@ -12,6 +17,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -84,7 +91,8 @@ class ColouringTest : public testing::Test {
     MemoryRegistry registry;
     TokenTheme theme{registry};
     QTemporaryDir folder;
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 };
 
 }  // namespace
@@ -96,7 +104,7 @@ TEST_F(ColouringTest, WithoutALanguageNothingHasAClass) {
 }
 
 TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
-    control.setLanguage(&byLexer);
+    control.look().setLanguage(&byLexer);
     control.setText(u"if (int x = 12) return `raw`; // note"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(classOf("int"), TokenClass::Type);
@@ -108,7 +116,7 @@ TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
 }
 
 TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
-    control.setLanguage(&byRules);
+    control.look().setLanguage(&byRules);
     control.setText(u"if x = \"y\\\"z\" # note\n<< long\nmore >> return"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(classOf("x"), TokenClass::Text);
@@ -119,11 +127,11 @@ TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
 }
 
 TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
-    control.setLanguage(&byRules);
+    control.look().setLanguage(&byRules);
     control.setText(u"a\nif\n>> if"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     control.setSelection(0, 0);
-    control.type(u"<<"_qs);
+    control.typing().type(u"<<"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Comment);
     control.Undo();
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
@@ -131,27 +139,27 @@ TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
 
 TEST_F(ColouringTest, AnotherLanguageCutsTheTextAnew) {
     control.setText(u"# note\nif x"_qs);
-    control.setLanguage(&byRules);
+    control.look().setLanguage(&byRules);
     EXPECT_EQ(classOf("# note"), TokenClass::Comment);
-    control.setLanguage(&byLexer);
+    control.look().setLanguage(&byLexer);
     EXPECT_NE(classOf("# note"), TokenClass::Comment);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
-    control.setLanguage(nullptr);
+    control.look().setLanguage(nullptr);
     EXPECT_EQ(classOf("if"), std::nullopt);
     EXPECT_EQ(inkOf("if"), inkOf("x"));
 }
 
 TEST_F(ColouringTest, TheLanguageStaysThroughALoad) {
     for (const LanguageDefinition* language : {&byLexer, &byRules}) {
-        control.setLanguage(language);
-        ASSERT_FALSE(control.OpenFile(fileOf("if x\n")));
+        control.look().setLanguage(language);
+        ASSERT_FALSE(control.file().OpenFile(fileOf("if x\n")));
         EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     }
 }
 
 TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
-    control.setLanguage(&byRules);
-    ASSERT_FALSE(control.OpenFile(fileOf(QByteArray("if x = 1\n").repeated(500'000))));
+    control.look().setLanguage(&byRules);
+    ASSERT_FALSE(control.file().OpenFile(fileOf(QByteArray("if x = 1\n").repeated(500'000))));
     control.grab();
     const long cut = ask(TextControl::SCI_GETENDSTYLED);
     EXPECT_GT(cut, 0);
@@ -161,8 +169,8 @@ TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
 
 TEST_F(ColouringTest, OddBytesAndNulsDoNoHarm) {
     for (const LanguageDefinition* language : {&byLexer, &byRules}) {
-        control.setLanguage(language);
-        ASSERT_FALSE(control.OpenFile(fileOf(QByteArray("if \0\xC3\xA4 \"\xE2\x82\xAC\n\0\n", 13))));
+        control.look().setLanguage(language);
+        ASSERT_FALSE(control.file().OpenFile(fileOf(QByteArray("if \0\xC3\xA4 \"\xE2\x82\xAC\n\0\n", 13))));
         EXPECT_EQ(classOf("if"), TokenClass::Keyword);
         control.colouring().completeTo(control.heldText().length());
         control.grab();
@@ -170,11 +178,11 @@ TEST_F(ColouringTest, OddBytesAndNulsDoNoHarm) {
 }
 
 TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
-    control.setLanguage(&byRules);
+    control.look().setLanguage(&byRules);
     for (const char* ground :
          {"#ffffff", "#1e1e1e", "#000000", "#808080", "#fdf6e3", "#ffff00", "#0000ff", "#767676"}) {
         const QColor base(QString::fromLatin1(ground));
-        control.setElementColour(TextControl::BackgroundElement, base);
+        control.look().setElementColour(ControlLook::BackgroundElement, base);
         for (int style = 0; style < TokenClasses::Count; ++style) {
             EXPECT_GE(Contrast::between(ink(style), base), 4.5) << ground << ' ' << style;
         }
@@ -182,7 +190,7 @@ TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
 }
 
 TEST_F(ColouringTest, TheThemeFollowsThePalette) {
-    control.setLanguage(&byRules);
+    control.look().setLanguage(&byRules);
     QPalette dark = control.palette();
     dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
     dark.setColor(QPalette::Text, QColor(0xE0, 0xE0, 0xE0));
@@ -198,11 +206,12 @@ TEST_F(ColouringTest, TheThemeFollowsThePalette) {
 }
 
 TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
-    TextControl other;
+    const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+    TextControl& other = *otherOwner;
     for (TextControl* one : {&control, &other}) {
-        one->setElementColour(TextControl::BackgroundElement, Qt::white);
-        one->setTheme(&theme);
-        one->setLanguage(&byRules);
+        one->look().setElementColour(ControlLook::BackgroundElement, Qt::white);
+        one->look().setTheme(&theme);
+        one->look().setLanguage(&byRules);
     }
     TokenLooks looks;
     looks.setOwnColour(TokenLooks::Light, TokenClass::Keyword, QColor(120, 0, 60));
@@ -214,37 +223,37 @@ TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
                   ScintillaColour::number(QColor(120, 0, 60)));
         EXPECT_EQ(one->SendScintilla(TextControl::SCI_STYLEGETITALIC, keyword), 1);
     }
-    control.setTheme(nullptr);
+    control.look().setTheme(nullptr);
     EXPECT_EQ(ink(static_cast<int>(keyword)), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
 }
 
 TEST_F(ColouringTest, OnesOwnTextColourIsThatOfAllPlainText) {
-    control.setTheme(&theme);
-    control.setElementColour(TextControl::BackgroundElement, Qt::white);
+    control.look().setTheme(&theme);
+    control.look().setElementColour(ControlLook::BackgroundElement, Qt::white);
     TokenLooks looks;
     looks.setOwnColour(TokenLooks::Light, TokenClass::Text, QColor(80, 40, 0));
     theme.setLooks(looks);
     EXPECT_EQ(ink(TextControl::STYLE_DEFAULT), QColor(80, 40, 0));
-    control.setElementColour(TextControl::BackgroundElement, Qt::black);
+    control.look().setElementColour(ControlLook::BackgroundElement, Qt::black);
     EXPECT_NE(ink(TextControl::STYLE_DEFAULT), QColor(80, 40, 0));
 }
 
 TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
-    control.setLanguage(&byLexer);
+    control.look().setLanguage(&byLexer);
     const int error = 12;
     EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
-    ASSERT_FALSE(control.OpenFile(fileOf("if \"" + QByteArray(400'000, 'x') + "\"\nreturn 1\n")));
+    ASSERT_FALSE(control.file().OpenFile(fileOf("if \"" + QByteArray(400'000, 'x') + "\"\nreturn 1\n")));
     ASSERT_FALSE(control.map().joints().empty());
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
     EXPECT_EQ(ink(error), ink(TextControl::STYLE_DEFAULT));
-    EXPECT_EQ(control.limitations(), u"Long lines are shown in pieces, coloured piece by piece"_qs);
-    ASSERT_FALSE(control.OpenFile(fileOf("if\n")));
+    EXPECT_EQ(control.file().limitations(), u"Long lines are shown in pieces, coloured piece by piece"_qs);
+    ASSERT_FALSE(control.file().OpenFile(fileOf("if\n")));
     EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
-    EXPECT_EQ(control.limitations(), QString());
+    EXPECT_EQ(control.file().limitations(), QString());
 }
 
 TEST_F(ColouringTest, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
-    control.setLanguage(&byLexer);
+    control.look().setLanguage(&byLexer);
     control.setText(u"if"_qs);
     control.AddText(QString(400'000, u'x'));
     ASSERT_FALSE(control.map().joints().empty());

@@ -1,3 +1,8 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlClipboard.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "text/held/Joints.h"
 
@@ -11,6 +16,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 
 namespace {
@@ -26,7 +32,8 @@ QString longLine(qint64 length) {
 /// A control with a text from a file, as a person gets it.
 struct LoadedLongLine : testing::Test {
     QTemporaryDir folder;
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     LoadedLongLine() {
         control.resize(700, 400);
@@ -38,10 +45,10 @@ struct LoadedLongLine : testing::Test {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
         file.close();
-        ASSERT_FALSE(control.OpenFile(path()));
+        ASSERT_FALSE(control.file().OpenFile(path()));
     }
     QByteArray saved() {
-        EXPECT_FALSE(control.SaveFile(path(), SaveFlags::AsLoaded));
+        EXPECT_FALSE(control.file().SaveFile(path(), SaveFlags::AsLoaded));
         QFile file(path());
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
@@ -87,9 +94,9 @@ TEST_F(LoadedLongLine, IsSavedAsItWas) {
 
 TEST_F(LoadedLongLine, SaysWhatIsDifferentWithIt) {
     load(longLine(100'000).toUtf8());
-    EXPECT_FALSE(control.limitations().isEmpty());
+    EXPECT_FALSE(control.file().limitations().isEmpty());
     load("short\n");
-    EXPECT_TRUE(control.limitations().isEmpty());
+    EXPECT_TRUE(control.file().limitations().isEmpty());
 }
 
 TEST_F(LoadedLongLine, IsCountedInUnitsWithOtherCharacters) {
@@ -110,19 +117,19 @@ TEST_F(LoadedLongLine, IsSearchedAcrossItsJoints) {
         line += QString::number(word * 7919) + u' ';
     load(line.toUtf8());
     const qint64 joint = control.map().joints().offsets().at(3) - 3;
-    control.setSearchText(line.mid(joint - 2000, 4000));
-    EXPECT_EQ(control.findNext(), SearchOutcome::Found);
+    control.search().setSearchText(line.mid(joint - 2000, 4000));
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
     EXPECT_EQ(control.SelStart(), joint - 2000);
     EXPECT_EQ(control.SelEnd(), joint + 2000);
-    control.setSearchText(u"\r"_qs);
-    EXPECT_EQ(control.findNext(), SearchOutcome::Failed);
+    control.search().setSearchText(u"\r"_qs);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
 }
 
 TEST_F(LoadedLongLine, IsCopiedWithoutJoints) {
     const QString line = longLine(100'000);
     load(line.toUtf8());
     control.SelectAll();
-    control.Copy();
+    control.clipboard().Copy();
     EXPECT_EQ(QGuiApplication::clipboard()->text(), line);
 }
 
@@ -229,7 +236,7 @@ TEST_F(LoadedLongLine, CanBeEditedInATextWithOnlyCr) {
     EXPECT_FALSE(control.Locked());
     EXPECT_EQ(control.TotalLines(), 3);
     control.setSelection(0, 0);
-    control.type(u"x"_qs);
+    control.typing().type(u"x"_qs);
     EXPECT_EQ(saved(), "x" + bytes);
 }
 
@@ -238,7 +245,7 @@ TEST_F(LoadedLongLine, TakesPastedLinesInItsOwnForm) {
     load((line + u"\r\nend"_qs).toUtf8());
     QGuiApplication::clipboard()->setText(u"1\n2\r3\r\n"_qs);
     control.setSelection(0, 0);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(control.Text(), u"1\r\n2\r\n3\r\n"_qs + line + u"\r\nend"_qs);
     EXPECT_EQ(control.TotalLines(), 5);
 }
@@ -246,7 +253,7 @@ TEST_F(LoadedLongLine, TakesPastedLinesInItsOwnForm) {
 TEST_F(LoadedLongLine, IsCutWhenItIsPasted) {
     const QString line = longLine(500'000);
     QGuiApplication::clipboard()->setText(line);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_LE(longestHeldLine(), LongLine);
     EXPECT_EQ(control.TotalLines(), 1);
     EXPECT_EQ(control.Text(), line);
@@ -262,7 +269,7 @@ TEST_F(LoadedLongLine, IsCutWhenItGrowsByTyping) {
     control.setSelection(10, 10);
     EXPECT_EQ(heldLines(), 1);
     for (int i = 0; i < 5; ++i)
-        control.type(u"y"_qs);
+        control.typing().type(u"y"_qs);
     EXPECT_GT(heldLines(), 1);
     EXPECT_EQ(control.TotalLines(), 1);
     EXPECT_EQ(control.Text().size(), LongLine + 4);
@@ -274,13 +281,13 @@ TEST_F(LoadedLongLine, IsCutWhenItGrowsByTyping) {
 TEST_F(LoadedLongLine, TellsOfOneChangeWhenPasted) {
     QGuiApplication::clipboard()->setText(longLine(200'000));
     QSignalSpy changes(&control, &TextControl::Change);
-    control.Paste();
+    control.clipboard().Paste();
     EXPECT_EQ(changes.count(), 1);
 }
 
 /// Keys and clicks at random on the control, and the same on a plain text.
 TEST_F(LoadedLongLine, AgreesWithAPlainTextThroughRandomEdits) {
-    control.setAutoIndent(false);
+    control.typing().setAutoIndent(false);
     for (const unsigned seed : {1U, 2U}) {
         std::mt19937 random(seed);
         const QString lineEnd = seed % 2 != 0 ? u"\n"_qs : u"\r\n"_qs;
@@ -306,7 +313,7 @@ TEST_F(LoadedLongLine, AgreesWithAPlainTextThroughRandomEdits) {
             control.setSelection(at, at);
             switch (random() % 6) {
                 case 0:
-                    control.type(u"xyz"_qs);
+                    control.typing().type(u"xyz"_qs);
                     model.insert(at, u"xyz"_qs);
                     break;
                 case 1:

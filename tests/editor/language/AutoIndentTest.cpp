@@ -1,3 +1,7 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlSelection.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "editor/language/AutoIndent.h"
 #include "text/held/StringText.h"
@@ -5,6 +9,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -33,7 +39,7 @@ class LanguageIndentTest : public testing::Test {
     LanguageIndentTest() {
         control.resize(600, 400);
         control.show();
-        control.setLanguage(&language);
+        control.look().setLanguage(&language);
     }
     /// Text in which "|" is the caret.
     void put(QString text) {
@@ -42,15 +48,16 @@ class LanguageIndentTest : public testing::Test {
         control.setSelection(caret, caret);
         control.SendScintilla(TextControl::SCI_EMPTYUNDOBUFFER);
     }
-    QString shown() const { return control.Text().insert(control.CaretPosition(), u'|'); }
+    QString shown() const { return control.Text().insert(control.selected().CaretPosition(), u'|'); }
     void enter() { QTest::keyClick(&control, Qt::Key_Return); }
     void type(const QString& text) {
         for (const QChar c : text)
-            control.type(QString(c));
+            control.typing().type(QString(c));
     }
 
     LanguageDefinition language = curly();
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 };
 
 }  // namespace
@@ -179,19 +186,19 @@ TEST_F(LanguageIndentTest, TakingBackAClosingGivesItsFrontBack) {
 }
 
 TEST_F(LanguageIndentTest, IsLeftAloneWhereItIsSwitchedOffOrCanNotBe) {
-    control.setAutoIndent(false);
+    control.typing().setAutoIndent(false);
     put(u"a {|"_qs);
     enter();
     EXPECT_EQ(shown(), u"a {\n|"_qs);
     put(u"a {\n  |"_qs);
     type(u"}"_qs);
     EXPECT_EQ(shown(), u"a {\n  }|"_qs);
-    control.setAutoIndent(true);
-    control.setLanguage(nullptr);
+    control.typing().setAutoIndent(true);
+    control.look().setLanguage(nullptr);
     put(u"  a {|"_qs);
     enter();
     EXPECT_EQ(shown(), u"  a {\n  |"_qs);
-    control.setLanguage(&language);
+    control.look().setLanguage(&language);
     put(u"a {|"_qs);
     control.setLocked(true);
     enter();
@@ -208,18 +215,18 @@ TEST_F(LanguageIndentTest, TabAndIndentGoByTheLanguage) {
     EXPECT_EQ(control.Text(), u"  a"_qs);
     language.indentsWithTabs = true;
     put(u"|a"_qs);
-    control.setLanguage(nullptr);
-    control.setLanguage(&language);
+    control.look().setLanguage(nullptr);
+    control.look().setLanguage(&language);
     QTest::keyClick(&control, Qt::Key_Tab);
     EXPECT_EQ(control.Text(), u"\ta"_qs);
-    control.setBlanksForTabs(true);
+    control.typing().setBlanksForTabs(true);
     put(u"|a"_qs);
     QTest::keyClick(&control, Qt::Key_Tab);
     EXPECT_EQ(control.Text(), u"  a"_qs);
-    control.setBlanksForTabs(false);
+    control.typing().setBlanksForTabs(false);
     put(u"a\n    b|"_qs);
-    control.setLanguage(nullptr);
-    control.setLanguage(&language);
+    control.look().setLanguage(nullptr);
+    control.look().setLanguage(&language);
     QTest::keyClick(&control, Qt::Key_Home);
     QTest::keyClick(&control, Qt::Key_Tab);
     EXPECT_FALSE(control.Text().contains(u'\t')) << "the text shows that it has blanks";

@@ -1,3 +1,9 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "editor/profile/ControlProfile.h"
 #include "editor/profile/SharedProfile.h"
@@ -12,6 +18,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <optional>
 
 namespace {
@@ -40,26 +47,28 @@ struct AProfile : testing::Test {
         EXPECT_EQ(registry.writeValue(HKEY_CURRENT_USER, key, QString::fromLatin1(name), value), RegistryCode::Ok);
     }
     static void change(TextControl& control) {
-        control.setWordWrap(true);
-        control.setDisplayWhitespace(true);
-        control.setLineNumbering(true);
-        control.setDisplayLeftMargin(false);
-        control.setBraceMatching(false);
-        control.setBlanksForTabs(true);
-        control.setAutoIndent(false);
-        control.setDragDrop(false);
-        control.setTabWidth(7);
-        control.setElementColour(TextControl::BackgroundElement, QColor(1, 2, 3));
-        control.setElementColour(TextControl::LeftMarginElement, QColor(4, 5, 6));
-        control.setElementColour(TextControl::RowHighlightElement, QColor(0, 0, 0));
+        control.look().setWordWrap(true);
+        control.look().setDisplayWhitespace(true);
+        control.lineNumbers().setLineNumbering(true);
+        control.look().setDisplayLeftMargin(false);
+        control.braces().setBraceMatching(false);
+        control.typing().setBlanksForTabs(true);
+        control.typing().setAutoIndent(false);
+        control.mouse().setDragDrop(false);
+        control.typing().setTabWidth(7);
+        control.look().setElementColour(ControlLook::BackgroundElement, QColor(1, 2, 3));
+        control.look().setElementColour(ControlLook::LeftMarginElement, QColor(4, 5, 6));
+        control.look().setElementColour(ControlLook::RowHighlightElement, QColor(0, 0, 0));
     }
 };
 
 /// Some controls with a profile in common, and the dialog of the first.
 struct ASharedProfile : AProfile {
     SharedProfile shared{registry};
-    TextControl first;
-    TextControl second;
+    const std::unique_ptr<TextControl> firstOwner{makeEditor()};
+    TextControl& first = *firstOwner;
+    const std::unique_ptr<TextControl> secondOwner{makeEditor()};
+    TextControl& second = *secondOwner;
 
     ASharedProfile() {
         shared.connectTo(first);
@@ -80,31 +89,34 @@ struct ASharedProfile : AProfile {
 }  // namespace
 
 TEST_F(AProfile, BringsAllOfItFromOneControlToAnotherThroughTheStore) {
-    TextControl one;
+    const std::unique_ptr<TextControl> oneOwner{makeEditor()};
+    TextControl& one = *oneOwner;
     change(one);
     EXPECT_EQ(ControlProfile::of(one).save(registry), RegistryCode::Ok);
-    TextControl other;
+    const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+    TextControl& other = *otherOwner;
     ASSERT_NE(ControlProfile::of(other), ControlProfile::of(one));
     ControlProfile profile;
     profile.load(registry);
     profile.applyTo(other);
     EXPECT_EQ(ControlProfile::of(other), ControlProfile::of(one));
-    EXPECT_TRUE(other.WordWrap());
-    EXPECT_TRUE(other.DisplayWhitespace());
-    EXPECT_TRUE(other.LineNumbering());
-    EXPECT_FALSE(other.DisplayLeftMargin());
-    EXPECT_FALSE(other.BraceMatching());
-    EXPECT_TRUE(other.BlanksForTabs());
-    EXPECT_FALSE(other.AutoIndent());
-    EXPECT_FALSE(other.DragDrop());
-    EXPECT_EQ(other.TabWidth(), 7);
-    EXPECT_EQ(other.elementColour(TextControl::BackgroundElement), QColor(1, 2, 3));
-    EXPECT_EQ(other.elementColour(TextControl::LeftMarginElement), QColor(4, 5, 6));
-    EXPECT_EQ(other.elementColour(TextControl::RowHighlightElement), QColor(0, 0, 0));
+    EXPECT_TRUE(other.look().WordWrap());
+    EXPECT_TRUE(other.look().DisplayWhitespace());
+    EXPECT_TRUE(other.lineNumbers().LineNumbering());
+    EXPECT_FALSE(other.look().DisplayLeftMargin());
+    EXPECT_FALSE(other.braces().BraceMatching());
+    EXPECT_TRUE(other.typing().BlanksForTabs());
+    EXPECT_FALSE(other.typing().AutoIndent());
+    EXPECT_FALSE(other.mouse().DragDrop());
+    EXPECT_EQ(other.typing().TabWidth(), 7);
+    EXPECT_EQ(other.look().elementColour(ControlLook::BackgroundElement), QColor(1, 2, 3));
+    EXPECT_EQ(other.look().elementColour(ControlLook::LeftMarginElement), QColor(4, 5, 6));
+    EXPECT_EQ(other.look().elementColour(ControlLook::RowHighlightElement), QColor(0, 0, 0));
 }
 
 TEST_F(AProfile, IsStoredAsNumbersUnderTheNamesOfTheProperties) {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     change(control);
     ControlProfile::of(control).save(registry);
     EXPECT_EQ(stored("WordWrap"), 1);
@@ -114,7 +126,8 @@ TEST_F(AProfile, IsStoredAsNumbersUnderTheNamesOfTheProperties) {
 }
 
 TEST_F(AProfile, OfAnEmptyStoreLeavesAControlAsItIs) {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     const ControlProfile fresh = ControlProfile::of(control);
     ControlProfile profile;
     profile.load(registry);
@@ -136,18 +149,20 @@ TEST_F(AProfile, TakesNothingThatCannotBeRead) {
     put("TabWidth", RegistryData::fromInteger(65));
     put("BraceMatching", RegistryData::fromInteger(0));
     profile.load(registry);
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     profile.applyTo(control);
-    EXPECT_EQ(control.TabWidth(), 4);
-    EXPECT_FALSE(control.BraceMatching());
+    EXPECT_EQ(control.typing().TabWidth(), 4);
+    EXPECT_FALSE(control.braces().BraceMatching());
 }
 
 TEST_F(AProfile, ForgetsAColourThatWasReset) {
-    TextControl control;
-    control.setElementColour(TextControl::BackgroundElement, QColor(1, 2, 3));
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
+    control.look().setElementColour(ControlLook::BackgroundElement, QColor(1, 2, 3));
     ControlProfile::of(control).save(registry);
     ASSERT_TRUE(stored("BackgroundColor"));
-    control.setElementColour(TextControl::BackgroundElement, QColor());
+    control.look().setElementColour(ControlLook::BackgroundElement, QColor());
     EXPECT_EQ(ControlProfile::of(control).save(registry), RegistryCode::Ok);
     EXPECT_FALSE(stored("BackgroundColor"));
 }
@@ -155,7 +170,8 @@ TEST_F(AProfile, ForgetsAColourThatWasReset) {
 TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
     const RegistryValue other = RegistryData::fromText(u"Ctrl + 1"_qs);
     put("Other", other);
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     ControlProfile::of(control).save(registry);
     RegistryValue value;
     EXPECT_EQ(registry.readValue(HKEY_CURRENT_USER, key, u"Other"_qs, value), RegistryCode::Ok);
@@ -164,7 +180,8 @@ TEST_F(AProfile, LeavesWhatElseIsStoredThere) {
 
 TEST_F(AProfile, SaysWhyItWasNotStored) {
     FullRegistry full;
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     EXPECT_EQ(ControlProfile::of(control).save(full), RegistryCode::DiskFull);
 }
 
@@ -173,64 +190,68 @@ TEST_F(ASharedProfile, ChangesAllControlsAtOnceAndTheStore) {
         tick(dialog, "chkWordWrap");
         dialog.findChild<QSpinBox*>(u"numTabWidth"_qs)->setValue(3);
     });
-    EXPECT_TRUE(second.WordWrap());
-    EXPECT_EQ(second.TabWidth(), 3);
+    EXPECT_TRUE(second.look().WordWrap());
+    EXPECT_EQ(second.typing().TabWidth(), 3);
     EXPECT_EQ(stored("WordWrap"), 1);
     EXPECT_EQ(stored("TabWidth"), 3);
 }
 
 TEST_F(ASharedProfile, LeavesToEachControlWhatTheDialogLeftAlone) {
-    first.setBraceMatching(false);
-    second.setDisplayWhitespace(true);
+    first.braces().setBraceMatching(false);
+    second.look().setDisplayWhitespace(true);
     inDialog([](const ControlProperties& dialog) { tick(dialog, "chkAutoIndent"); });
-    EXPECT_FALSE(first.BraceMatching());
-    EXPECT_TRUE(second.BraceMatching());
-    EXPECT_TRUE(second.DisplayWhitespace());
-    EXPECT_FALSE(second.AutoIndent());
+    EXPECT_FALSE(first.braces().BraceMatching());
+    EXPECT_TRUE(second.braces().BraceMatching());
+    EXPECT_TRUE(second.look().DisplayWhitespace());
+    EXPECT_FALSE(second.typing().AutoIndent());
     EXPECT_FALSE(stored("BraceMatching"));
     EXPECT_EQ(stored("AutoIndent"), 0);
 }
 
 TEST_F(ASharedProfile, IsHowControlsToComeBegin) {
     inDialog([](const ControlProperties& dialog) { tick(dialog, "chkBlanksForTabs"); });
-    TextControl third;
+    const std::unique_ptr<TextControl> thirdOwner{makeEditor()};
+    TextControl& third = *thirdOwner;
     shared.connectTo(third);
     shared.applyTo(third);
-    EXPECT_TRUE(third.BlanksForTabs());
+    EXPECT_TRUE(third.typing().BlanksForTabs());
     SharedProfile ofNextRun(registry);
     ofNextRun.load();
-    TextControl later;
+    const std::unique_ptr<TextControl> laterOwner{makeEditor()};
+    TextControl& later = *laterOwner;
     ofNextRun.applyTo(later);
-    EXPECT_TRUE(later.BlanksForTabs());
+    EXPECT_TRUE(later.typing().BlanksForTabs());
 }
 
 TEST_F(ASharedProfile, TakesBackAColourEverywhere) {
     for (TextControl* control : {&first, &second})
-        control->setElementColour(TextControl::LeftMarginElement, QColor(9, 9, 9));
+        control->look().setElementColour(ControlLook::LeftMarginElement, QColor(9, 9, 9));
     inDialog(
         [](const ControlProperties& dialog) { dialog.findChild<QPushButton*>(u"cmdResetLeftMargin"_qs)->click(); });
-    EXPECT_FALSE(second.elementColour(TextControl::LeftMarginElement).isValid());
+    EXPECT_FALSE(second.look().elementColour(ControlLook::LeftMarginElement).isValid());
 }
 
 TEST(SharedProfile, KeepsForTheRunWhatTheStoreWouldNotTake) {
     FullRegistry full;
     full.left = 0;
     SharedProfile shared(full);
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     shared.connectTo(control);
     const ControlProfile before = ControlProfile::of(control);
-    control.setTabWidth(7);
+    control.typing().setTabWidth(7);
     Q_EMIT control.PropertiesChanged(before, ControlProfile::of(control));
     shared.load();
-    TextControl other;
+    const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+    TextControl& other = *otherOwner;
     shared.applyTo(other);
-    EXPECT_EQ(other.TabWidth(), 7);
+    EXPECT_EQ(other.typing().TabWidth(), 7);
     full.left = 100;
     EXPECT_TRUE(shared.save());
     shared.load();
-    other.setTabWidth(2);
+    other.typing().setTabWidth(2);
     shared.applyTo(other);
-    EXPECT_EQ(other.TabWidth(), 7);
+    EXPECT_EQ(other.typing().TabWidth(), 7);
 }
 
 TEST_F(ASharedProfile, HearsNothingOfADialogThatChangedNothing) {

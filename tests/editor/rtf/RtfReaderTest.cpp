@@ -1,3 +1,6 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/RichText.h"
 #include "editor/control/TextControl.h"
 #include "editor/rtf/RtfReader.h"
 #include "editor/rtf/RtfWriter.h"
@@ -6,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 
 namespace {
@@ -80,19 +84,20 @@ TEST(RtfReader, SurvivesAnyTextBehindItsBeginning) {
 }
 
 TEST(RtfReader, GivesTheControlItsText) {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     QSignalSpy failures(&control, &TextControl::CommandFailed);
     QSignalSpy changes(&control, &TextControl::Change);
-    control.convertLineEnds(TextControl::SC_EOL_CRLF);
-    EXPECT_TRUE(control.setTextRTF(u"{\\rtf1 one\\par two}"_qs));
+    control.file().convertLineEnds(TextControl::SC_EOL_CRLF);
+    EXPECT_TRUE(RichText::setText(control, u"{\\rtf1 one\\par two}"_qs));
     EXPECT_EQ(control.Text(), u"one\r\ntwo"_qs);
     EXPECT_EQ(changes.count(), 1);
     control.setSelection(0, 3);
-    EXPECT_TRUE(control.setSelRTF(u"{\\rtf1 1}"_qs));
+    EXPECT_TRUE(RichText::setSelection(control, u"{\\rtf1 1}"_qs));
     EXPECT_EQ(control.Text(), u"1\r\ntwo"_qs);
     EXPECT_EQ(failures.count(), 0);
-    EXPECT_FALSE(control.setTextRTF(u"two"_qs));
-    EXPECT_FALSE(control.setSelRTF(u"two"_qs));
+    EXPECT_FALSE(RichText::setText(control, u"two"_qs));
+    EXPECT_FALSE(RichText::setSelection(control, u"two"_qs));
     EXPECT_EQ(control.Text(), u"1\r\ntwo"_qs);
     EXPECT_EQ(failures.count(), 2);
     control.Undo();

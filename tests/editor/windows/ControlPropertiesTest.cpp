@@ -1,3 +1,11 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlBookmarks.h"
+#include "editor/control/ControlBraces.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlLook.h"
+#include "editor/control/ControlMouse.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/ControlProperties.h"
 #include "support/Mnemonics.h"
@@ -18,11 +26,14 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct PropertiesOfAControl : testing::Test {
     QTemporaryDir folder;
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     PropertiesOfAControl() {
         control.resize(600, 400);
@@ -55,10 +66,10 @@ TEST_F(PropertiesOfAControl, AreShownOnce) {
 }
 
 TEST_F(PropertiesOfAControl, ShowWhatIsSet) {
-    control.setTabWidth(7);
-    control.setWordWrap(true);
-    control.setBraceMatching(false);
-    control.setBlanksForTabs(true);
+    control.typing().setTabWidth(7);
+    control.look().setWordWrap(true);
+    control.braces().setBraceMatching(false);
+    control.typing().setBlanksForTabs(true);
     ControlProperties& dialog = open();
     EXPECT_EQ(part<QSpinBox>(dialog, "numTabWidth").value(), 7);
     EXPECT_TRUE(part<QCheckBox>(dialog, "chkWordWrap").isChecked());
@@ -72,18 +83,18 @@ TEST_F(PropertiesOfAControl, AreSetByOkAndNotBefore) {
                              "chkBlanksForTabs", "chkAutoIndent", "chkDragDrop"})
         part<QCheckBox>(dialog, name).click();
     part<QSpinBox>(dialog, "numTabWidth").setValue(3);
-    EXPECT_FALSE(control.WordWrap());
-    EXPECT_EQ(control.TabWidth(), 4);
+    EXPECT_FALSE(control.look().WordWrap());
+    EXPECT_EQ(control.typing().TabWidth(), 4);
     click(dialog, "cmdOK");
-    EXPECT_TRUE(control.WordWrap());
-    EXPECT_TRUE(control.DisplayWhitespace());
-    EXPECT_TRUE(control.LineNumbering());
-    EXPECT_FALSE(control.DisplayLeftMargin());
-    EXPECT_FALSE(control.BraceMatching());
-    EXPECT_TRUE(control.BlanksForTabs());
-    EXPECT_FALSE(control.AutoIndent());
-    EXPECT_FALSE(control.DragDrop());
-    EXPECT_EQ(control.TabWidth(), 3);
+    EXPECT_TRUE(control.look().WordWrap());
+    EXPECT_TRUE(control.look().DisplayWhitespace());
+    EXPECT_TRUE(control.lineNumbers().LineNumbering());
+    EXPECT_FALSE(control.look().DisplayLeftMargin());
+    EXPECT_FALSE(control.braces().BraceMatching());
+    EXPECT_TRUE(control.typing().BlanksForTabs());
+    EXPECT_FALSE(control.typing().AutoIndent());
+    EXPECT_FALSE(control.mouse().DragDrop());
+    EXPECT_EQ(control.typing().TabWidth(), 3);
 }
 
 TEST_F(PropertiesOfAControl, CancelLeavesThem) {
@@ -91,7 +102,7 @@ TEST_F(PropertiesOfAControl, CancelLeavesThem) {
     part<QCheckBox>(dialog, "chkWordWrap").click();
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
-    EXPECT_FALSE(control.WordWrap());
+    EXPECT_FALSE(control.look().WordWrap());
 }
 
 TEST_F(PropertiesOfAControl, ColoursAreChosenAndReset) {
@@ -108,24 +119,24 @@ TEST_F(PropertiesOfAControl, ColoursAreChosenAndReset) {
     }
     click(dialog, "cmdResetLeftMargin");
     click(dialog, "cmdOK");
-    EXPECT_EQ(control.elementColour(TextControl::BackgroundElement), QColor(1, 2, 3));
-    EXPECT_EQ(control.elementColour(TextControl::RowHighlightElement), QColor(1, 2, 3));
-    EXPECT_FALSE(control.elementColour(TextControl::LeftMarginElement).isValid());
+    EXPECT_EQ(control.look().elementColour(ControlLook::BackgroundElement), QColor(1, 2, 3));
+    EXPECT_EQ(control.look().elementColour(ControlLook::RowHighlightElement), QColor(1, 2, 3));
+    EXPECT_FALSE(control.look().elementColour(ControlLook::LeftMarginElement).isValid());
 }
 
 TEST_F(PropertiesOfAControl, ARowHighlightOfItsOwnGoesBeforeTheOneGiven) {
-    control.setElementColour(TextControl::BackgroundElement, QColor(255, 255, 255));
-    control.setLineHighlight(0, QColor(200, 250, 200));
+    control.look().setElementColour(ControlLook::BackgroundElement, QColor(255, 255, 255));
+    control.look().setLineHighlight(0, QColor(200, 250, 200));
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEBACK), 200 | 250 << 8 | 200 << 16);
-    control.setElementColour(TextControl::RowHighlightElement, QColor(250, 200, 200));
+    control.look().setElementColour(ControlLook::RowHighlightElement, QColor(250, 200, 200));
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEBACK), 250 | 200 << 8 | 200 << 16);
-    control.setLineHighlight(-1, QColor());
+    control.look().setLineHighlight(-1, QColor());
     EXPECT_EQ(control.SendScintilla(TextControl::SCI_GETCARETLINEVISIBLE), 0);
 }
 
 TEST_F(PropertiesOfAControl, LineEndsAreConverted) {
-    ASSERT_FALSE(control.OpenFile(fileOf("a\nb\r\nc\rd")));
-    control.setBookmarkAt(2, true);
+    ASSERT_FALSE(control.file().OpenFile(fileOf("a\nb\r\nc\rd")));
+    control.bookmarks().setBookmarkAt(2, true);
     QSignalSpy changes(&control, &TextControl::Change);
     ControlProperties& dialog = open();
     auto& ends = part<QComboBox>(dialog, "cmbLineEnds");
@@ -135,7 +146,7 @@ TEST_F(PropertiesOfAControl, LineEndsAreConverted) {
     EXPECT_EQ(control.Text(), u"a\r\nb\r\nc\r\nd"_qs);
     EXPECT_EQ(changes.count(), 1);
     EXPECT_FALSE(control.CanUndo());
-    EXPECT_TRUE(control.BookmarkAt(2));
+    EXPECT_TRUE(control.bookmarks().BookmarkAt(2));
     ends.setCurrentIndex(2);
     click(dialog, "cmdConvert");
     EXPECT_EQ(control.Text(), u"a\rb\rc\rd"_qs);
@@ -148,7 +159,7 @@ TEST_F(PropertiesOfAControl, LineEndsStayWhileLockedOrHeldInPieces) {
     control.setText(u"a\n"_qs);
     control.setLocked(true);
     EXPECT_FALSE(part<QPushButton>(open(), "cmdConvert").isEnabled());
-    control.convertLineEnds(TextControl::SC_EOL_CRLF);
+    control.file().convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_EQ(control.Text(), u"a\n"_qs);
     delete control.findChild<ControlProperties*>();
     control.setLocked(false);
@@ -157,7 +168,7 @@ TEST_F(PropertiesOfAControl, LineEndsStayWhileLockedOrHeldInPieces) {
     ControlProperties& dialog = open();
     EXPECT_FALSE(part<QPushButton>(dialog, "cmdConvert").isEnabled());
     EXPECT_TRUE(part<QLabel>(dialog, "lblFileNote").text().contains(u"pieces"_qs));
-    control.convertLineEnds(TextControl::SC_EOL_CRLF);
+    control.file().convertLineEnds(TextControl::SC_EOL_CRLF);
     EXPECT_TRUE(control.Text() == text);
 }
 
@@ -165,7 +176,7 @@ TEST_F(PropertiesOfAControl, AFileIsOpenedAgainInAnotherEncoding) {
     const QString path = fileOf(
         "gr\xC3\xB6\xC3\x9F"
         "e");
-    ASSERT_FALSE(control.OpenFile(path));
+    ASSERT_FALSE(control.file().OpenFile(path));
     EXPECT_EQ(control.Text(), QString::fromUtf8("größe"));
     ControlProperties& dialog = open();
     auto& encoding = part<QComboBox>(dialog, "cmbEncoding");
@@ -182,16 +193,16 @@ TEST_F(PropertiesOfAControl, AFileIsOpenedAgainInAnotherEncoding) {
 }
 
 TEST_F(PropertiesOfAControl, AnEditedTextIsNotOpenedAgain) {
-    EXPECT_FALSE(control.canReopen());
-    ASSERT_FALSE(control.OpenFile(fileOf("a\nb")));
-    EXPECT_TRUE(control.canReopen());
-    control.convertLineEnds(TextControl::SC_EOL_CRLF);
-    EXPECT_FALSE(control.canReopen());
-    ASSERT_FALSE(control.SaveFile(folder.filePath(u"a.txt"_qs), SaveFlags::AsLoaded));
-    EXPECT_TRUE(control.canReopen());
-    control.type(u"x"_qs);
-    EXPECT_FALSE(control.canReopen());
-    EXPECT_FALSE(control.reopenAs(SaveFlags::Ansi));
+    EXPECT_FALSE(control.file().canReopen());
+    ASSERT_FALSE(control.file().OpenFile(fileOf("a\nb")));
+    EXPECT_TRUE(control.file().canReopen());
+    control.file().convertLineEnds(TextControl::SC_EOL_CRLF);
+    EXPECT_FALSE(control.file().canReopen());
+    ASSERT_FALSE(control.file().SaveFile(folder.filePath(u"a.txt"_qs), SaveFlags::AsLoaded));
+    EXPECT_TRUE(control.file().canReopen());
+    control.typing().type(u"x"_qs);
+    EXPECT_FALSE(control.file().canReopen());
+    EXPECT_FALSE(control.file().reopenAs(SaveFlags::Ansi));
     EXPECT_EQ(control.Text(), u"xa\r\nb"_qs);
     EXPECT_FALSE(part<QPushButton>(open(), "cmdReopen").isEnabled());
 }

@@ -1,3 +1,6 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/FindDialog.h"
@@ -21,7 +24,7 @@
 namespace {
 
 struct Dialogs : testing::Test {
-    std::unique_ptr<TextControl> owned = std::make_unique<TextControl>();
+    std::unique_ptr<TextControl> owned = std::unique_ptr<TextControl>(makeEditor());
     TextControl& control = *owned;
     QSignalSpy told{&control, &TextControl::AfterFind};
 
@@ -164,12 +167,13 @@ TEST_F(FindDialogWindow, TellsInPlaceWhatWentWrong) {
 }
 
 TEST_F(FindDialogWindow, BeginsWithTheNewestTextOfAnyControl) {
-    TextControl other;
+    const std::unique_ptr<TextControl> otherOwner{makeEditor()};
+    TextControl& other = *otherOwner;
     other.setText(u"newest"_qs);
-    other.setSearchText(u"newest"_qs);
-    other.setReplacementText(u"by"_qs);
-    other.replaceNext();
-    control.setSearchText(u"older"_qs);
+    other.search().setSearchText(u"newest"_qs);
+    other.search().setReplacementText(u"by"_qs);
+    other.replacing().replaceNext();
+    control.search().setSearchText(u"older"_qs);
     EXPECT_EQ(in<QComboBox>(openFind(), "cboFind").currentText(), u"newest"_qs);
     EXPECT_EQ(in<QComboBox>(openReplace(), "cboReplace").currentText(), u"by"_qs);
 }
@@ -218,12 +222,13 @@ TEST_F(FindDialogWindow, StepsAsideForAMatchItCovers) {
 
 TEST_F(FindDialogWindow, ClosesWhenAnotherTextOfTheWindowGetsTheFocus) {
     QWidget window;
-    auto* first = new TextControl(&window);
-    auto* second = new TextControl(&window);
+    auto* first = makeEditor(&window);
+    auto* second = makeEditor(&window);
     window.show();
     SearchWindows::openFind(*first);
     auto* dialog = first->findChild<FindDialog*>();
-    TextControl elsewhere;
+    const std::unique_ptr<TextControl> elsewhereOwner{makeEditor()};
+    TextControl& elsewhere = *elsewhereOwner;
     Q_EMIT qApp->focusChanged(dialog, first);
     Q_EMIT qApp->focusChanged(dialog, &elsewhere);
     EXPECT_TRUE(dialog->isVisible());
@@ -413,13 +418,13 @@ TEST_F(ReplaceDialogWindow, StandsBesideTheFindDialog) {
 
 TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
     for (const char* button : {"cmdFindNext", "cmdFindPrevious", "cmdReplace", "cmdReplaceAll", "cmdCount"}) {
-        auto* gone = new TextControl;
+        auto* gone = makeEditor();
         gone->setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
         gone->setSearchRegExp(true);
         SearchWindows::openReplace(*gone);
         const QPointer<FindDialog> dialog = gone->findChild<FindDialog*>();
         enter(*dialog, "cboFind", "(a|aa)+$");
-        gone->setSearchWatch([gone](bool) {
+        gone->search().setSearchWatch([gone](bool) {
             delete gone;
             return true;
         });
@@ -430,7 +435,7 @@ TEST_F(ReplaceDialogWindow, GoesWithItsControlInTheMiddleOfASearch) {
 
 TEST_F(ReplaceDialogWindow, SaysThatASearchWasStopped) {
     control.setText(u"b"_qs + u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
-    control.setSearchWatch([](bool) { return false; });
+    control.search().setSearchWatch([](bool) { return false; });
     FindDialog& dialog = openReplace();
     check(dialog, "chkRegExp");
     enter(dialog, "cboFind", "(a|aa)+$");

@@ -1,3 +1,6 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlSelection.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/ControlPrompts.h"
@@ -14,10 +17,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct SearchBar : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
 
     SearchBar() {
         control.resize(500, 300);
@@ -30,7 +36,9 @@ struct SearchBar : testing::Test {
     QString told() { return bar().findChild<QLabel*>(u"lblIncrementalSearch"_qs)->text(); }
     void type(const char* text) { QTest::keyClicks(&field(), QString::fromUtf8(text)); }
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&field(), key, modifiers); }
-    std::pair<qint64, qint64> selected() { return {control.AnchorPosition(), control.CaretPosition()}; }
+    std::pair<qint64, qint64> selected() {
+        return {control.selected().AnchorPosition(), control.selected().CaretPosition()};
+    }
 };
 
 using Selected = std::pair<qint64, qint64>;
@@ -194,7 +202,7 @@ TEST_F(SearchBar, OpenedAgainGoesAMatchFurther) {
 }
 
 TEST_F(SearchBar, OpenedTwiceLooksForTheLastText) {
-    control.setSearchText(u"three"_qs);
+    control.search().setSearchText(u"three"_qs);
     open();
     open();
     EXPECT_EQ(selected(), Selected(12, 17));
@@ -238,7 +246,7 @@ TEST_F(SearchBar, ItsKeysComeBeforeThoseOfMenus) {
 }
 
 TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
-    auto* gone = new TextControl;
+    auto* gone = makeEditor();
     gone->setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
     gone->show();
     gone->setSearchRegExp(true);
@@ -246,7 +254,7 @@ TEST_F(SearchBar, GoesWithItsControlInTheMiddleOfASearch) {
     const QPointer<IncrementalSearchBar> goneBar = gone->findChild<IncrementalSearchBar*>();
     auto* goneField = goneBar->findChild<QLineEdit*>();
     goneField->setText(u"(a|aa)+$"_qs);
-    gone->setSearchWatch([gone](bool) {
+    gone->search().setSearchWatch([gone](bool) {
         delete gone;
         return true;
     });
@@ -258,7 +266,7 @@ TEST_F(SearchBar, SaysThatASearchWasStopped) {
     control.setText(u"aaaaaaaaaaaaaaaaaaaaaa!\n"_qs.repeated(3000));
     control.setSearchRegExp(true);
     control.setSelection(3, 3);
-    control.setSearchWatch([](bool) { return false; });
+    control.search().setSearchWatch([](bool) { return false; });
     for (const bool backwards : {false, true}) {
         open(backwards);
         field().clear();

@@ -1,3 +1,5 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlSearch.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/MatchHighlight.h"
 #include "editor/windows/SearchWindows.h"
@@ -11,19 +13,20 @@
 namespace {
 
 struct Highlight : testing::Test {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     std::unique_ptr<MatchHighlight::Hold> window;
 
-    MatchHighlight& highlight() { return MatchHighlight::of(control); }
+    MatchHighlight& highlight() { return MatchHighlight::of(control, control.search()); }
 
     void hold(const QString& text) {
         control.resize(500, 300);
         control.show();
         control.setText(text);
-        window = std::make_unique<MatchHighlight::Hold>(control);
+        window = std::make_unique<MatchHighlight::Hold>(control, control.search());
     }
     void look(const char* text) {
-        control.setSearchText(QString::fromUtf8(text));
+        control.search().setSearchText(QString::fromUtf8(text));
         highlight().refresh();
     }
     bool marked(qint64 byte) const {
@@ -110,7 +113,7 @@ TEST_F(Highlight, ComesAndGoesWithTheBar) {
 
 TEST_F(Highlight, StaysAsLongAsOneOfTwoWindowsIsOpen) {
     hold(u"one two one"_qs);
-    auto second = std::make_unique<MatchHighlight::Hold>(control);
+    auto second = std::make_unique<MatchHighlight::Hold>(control, control.search());
     look("one");
     second.reset();
     EXPECT_EQ(marks(0, 11), "###.....###");
@@ -135,7 +138,7 @@ TEST_F(Highlight, OfTheFindDialogOutlivesTheBar) {
 TEST_F(Highlight, OfASearchWithoutAWindowStaysUntilEscape) {
     hold(u"one two one"_qs);
     window.reset();
-    control.setSearchText(u"one"_qs);
+    control.search().setSearchText(u"one"_qs);
     highlight().refresh();
     EXPECT_EQ(marks(0, 11), "...........");
     control.ExecuteCmd(176);
@@ -154,10 +157,10 @@ TEST_F(Highlight, OfASearchWithoutAWindowStaysUntilEscape) {
 TEST_F(Highlight, OfASearchEndsWithAnotherText) {
     hold(u"one two one"_qs);
     window.reset();
-    control.setSearchText(u"one"_qs);
+    control.search().setSearchText(u"one"_qs);
     control.ExecuteCmd(176);
     highlight().refresh();
-    control.setSearchText(u"two"_qs);
+    control.search().setSearchText(u"two"_qs);
     highlight().refresh();
     EXPECT_EQ(marks(0, 11), "...........");
     control.ExecuteCmd(176);

@@ -1,3 +1,6 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/ControlSearch.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/SearchRange.h"
 
@@ -6,11 +9,14 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 namespace {
 
 struct Chosen : testing::Test {
-    TextControl control;
-    SearchRange range{control};
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
+    SearchRange range{control, control.selected(), control.search()};
 
     Chosen() {
         control.setText(u"one two three four"_qs);
@@ -36,7 +42,7 @@ using Places = std::pair<qint64, qint64>;
 }  // namespace
 
 TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
-    const SearchRange fresh(control);
+    const SearchRange fresh(control, control.selected(), control.search());
     EXPECT_FALSE(fresh.range());
     EXPECT_EQ(places(), Places(4, 13));
 }
@@ -44,13 +50,13 @@ TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
 TEST_F(SearchRangeOfAControl, IsWhatIsSelectedAnewButNoCaretAndNoMatch) {
     control.setSelection(2, 2);
     EXPECT_EQ(places(), Places(4, 13));
-    control.setSearchText(u"four"_qs);
-    control.findNext();
+    control.search().setSearchText(u"four"_qs);
+    control.search().findNext();
     EXPECT_EQ(control.SelText(), u"four"_qs);
     EXPECT_EQ(places(), Places(4, 13));
     control.setSelection(8, 2);
     EXPECT_EQ(places(), Places(2, 8));
-    control.findNext();
+    control.search().findNext();
     range.takeSelection();
     EXPECT_EQ(places(), Places(14, 18));
 }
@@ -85,7 +91,7 @@ TEST_F(SearchRangeOfAControl, EndsWithALoad) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("another text of some length");
     file.close();
-    ASSERT_FALSE(control.OpenFile(file.fileName()));
+    ASSERT_FALSE(control.file().OpenFile(file.fileName()));
     EXPECT_FALSE(range.range());
     insert(0, "a");
     EXPECT_FALSE(range.range());

@@ -1,3 +1,5 @@
+#include "editor/Editor.h"
+#include "editor/control/ControlLook.h"
 #include "editor/control/TextControl.h"
 #include "editor/language/TokenTheme.h"
 #include "editor/windows/ControlProperties.h"
@@ -13,6 +15,8 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -101,12 +105,13 @@ TEST_F(TokenColourPageTest, AllGoBackToTheThemeAtOnce) {
 }
 
 TEST_F(TokenColourPageTest, ThePropertiesDialogHasItForAControlWithATheme) {
-    TextControl control;
+    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
+    TextControl& control = *controlOwner;
     {
         const ControlProperties plain(control);
         EXPECT_EQ(plain.findChild<TokenColourPage*>(), nullptr);
     }
-    control.setTheme(&theme);
+    control.look().setTheme(&theme);
     ControlProperties dialog(control);
     auto* tokens = dialog.findChild<TokenColourPage*>();
     ASSERT_NE(tokens, nullptr);

@@ -31,7 +31,7 @@ class FindBarOfTheFrame : public FrameFixture {
         return *active()->findChild<QDialog*>(find ? u"FindDialog"_qs : u"ReplaceDialog"_qs);
     }
     using Selected = std::pair<qint64, qint64>;
-    Selected selection() { return std::minmax(control().SelStart(), control().SelEnd()); }
+    Selected selection() { return std::minmax(active()->GetEditor()->SelStart(), active()->GetEditor()->SelEnd()); }
     bool option(bool Options::*field) { return house().options.*field; }
 };
 
@@ -48,7 +48,7 @@ TEST_F(FindBarOfTheFrame, StandsInTheToolBarInThePlaceKeptForIt) {
 TEST_F(FindBarOfTheFrame, EnterSearchesAndKeepsTheText) {
     start();
     type(u"abc x abc"_qs);
-    control().setSelection(0, 0);
+    select(0, 0);
     enter(u"abc"_qs);
     EXPECT_EQ(selection(), (Selected{0, 3}));
     EXPECT_EQ(keys(), QStringList(u"abc"_qs));
@@ -67,14 +67,14 @@ TEST_F(FindBarOfTheFrame, EnterSearchesByTheToggles) {
     } cases[] = {{"mnuCaseSensitive", "xa", {3, 5}}, {"mnuWholeWord", "xa", {0, 2}}, {"mnuRegExp", "x.a", {3, 6}}};
     for (const auto& each : cases) {
         run(each.toggle);
-        control().setSelection(0, 0);
+        select(0, 0);
         enter(QString::fromLatin1(each.text));
         EXPECT_EQ(selection(), each.found) << each.toggle;
         run(each.toggle);
     }
     run("mnuCaseSensitive");
     run("mnuWholeWord");
-    control().setSelection(0, 0);
+    select(0, 0);
     enter(u"xa"_qs);
     EXPECT_EQ(selection(), (Selected{7, 9}));
 }
@@ -106,7 +106,7 @@ TEST_F(FindBarOfTheFrame, WithoutADocumentTheTextStillJoinsTheList) {
 TEST_F(FindBarOfTheFrame, FindNextAndPreviousTakeTheText) {
     start();
     type(u"x y, x y, x y"_qs);
-    control().setSelection(0, 0);
+    select(0, 0);
     box().setEditText(u"x y"_qs);
     run("mnuFindNext");
     run("mnuFindNext");
@@ -270,24 +270,24 @@ TEST_F(FindBarOfTheFrame, EscapeGoesBackToTheDocument) {
     start();
     box().setFocus();
     QTest::keyClick(&box(), Qt::Key_Escape);
-    EXPECT_TRUE(control().hasFocus());
+    EXPECT_TRUE(textWidget().hasFocus());
     EXPECT_EQ(documents().size(), 1);
 }
 
 TEST_F(FindBarOfTheFrame, OneKeyWalksFromTheDocumentToTheBarToTheTabs) {
     start();
     active()->setFocus();
-    QTest::keyClick(&control(), Qt::Key_F6);
+    QTest::keyClick(&textWidget(), Qt::Key_F6);
     EXPECT_TRUE(box().hasFocus());
     QTest::keyClick(&box(), Qt::Key_F6);
     EXPECT_TRUE(strip().hasFocus());
     QTest::keyClick(&strip(), Qt::Key_F6);
-    EXPECT_TRUE(control().hasFocus());
-    QTest::keyClick(&control(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_TRUE(textWidget().hasFocus());
+    QTest::keyClick(&textWidget(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_TRUE(strip().hasFocus());
     run("mnuShowFilesTab");
     active()->setFocus();
-    QTest::keyClick(&control(), Qt::Key_F6, Qt::ShiftModifier);
+    QTest::keyClick(&textWidget(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_TRUE(box().hasFocus());
 }
 

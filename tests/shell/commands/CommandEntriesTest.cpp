@@ -25,8 +25,8 @@ class CommandsOfTheFrame : public FrameFixture {
         return names;
     }
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-        control().setFocus();
-        QTest::keyClick(&control(), key, modifiers);
+        textWidget().setFocus();
+        QTest::keyClick(&textWidget(), key, modifiers);
     }
     void expectEnabled(char state) {
         for (const ExpectedCommand& expected : ExpectedCommands) {
@@ -186,7 +186,7 @@ TEST_F(CommandsOfTheFrame, AKeyOfAnEnabledEntryWinsOverTheControl) {
     press(Qt::Key_A, Qt::ControlModifier);
     EXPECT_EQ(active()->GetEditor()->SelText(), u"one\n"_qs);
     press(Qt::Key_F2, Qt::ControlModifier);
-    EXPECT_TRUE(control().BookmarkAt(control().CurrentLine()));
+    EXPECT_TRUE(isBookmarked(active()->GetEditor()->CurrentLine()));
 }
 
 TEST_F(CommandsOfTheFrame, AKeyInADisabledSubMenuIsNotTaken) {

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QTreeWidget>
+#include <Qsci/qsciscintillabase.h>
 
 namespace {
 
@@ -113,7 +114,8 @@ TEST_F(FrameLanguages, StoredLooksAreThereFromTheStartAndReachAllOpenDocuments) 
     open(fileOf("if", u"b.cpp"_qs));
     constexpr unsigned long Keyword = 5;
     const auto italic = [](const frmDocument* document) {
-        return document->GetEditor()->control().SendScintilla(TextControl::SCI_STYLEGETITALIC, Keyword) != 0;
+        return document->GetEditor()->findChild<QsciScintillaBase*>()->SendScintilla(
+                   QsciScintillaBase::SCI_STYLEGETITALIC, Keyword) != 0;
     };
     EXPECT_TRUE(italic(first));
     theme.setLooks(TokenLooks());

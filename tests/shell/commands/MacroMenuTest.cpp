@@ -25,7 +25,7 @@ class MacrosOfTheFrame : public FrameFixture {
     }
     QString statusText() { return house().status.text(1); }
     void keepUnder(Qt::Key key) {
-        auto* asked = control().findChild<MacroDialog*>();
+        auto* asked = textWidget().findChild<MacroDialog*>();
         ASSERT_NE(asked, nullptr);
         QTest::keyClick(asked->findChild<StrokeEdit*>(), key, Qt::ControlModifier | Qt::ShiftModifier);
         asked->findChild<QPushButton*>(u"cmdKeep"_qs)->click();
@@ -105,7 +105,7 @@ TEST_F(MacrosOfTheFrame, ArePlayedFromTheirEntries) {
     start();
     putMacro(4, u"abc"_qs);
     slot("mnuExecMacro", 4)->trigger();
-    EXPECT_EQ(control().Text(), u"abc"_qs);
+    EXPECT_EQ(text(), u"abc"_qs);
 }
 
 TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
@@ -118,9 +118,9 @@ TEST_F(MacrosOfTheFrame, EachEntryPlaysItsOwnInTheActiveDocumentOnly) {
         putMacro(n, QString::number(n) + u' ');
         slot("mnuExecMacro", n)->trigger();
         typed += QString::number(n) + u' ';
-        EXPECT_EQ(control().Text(), typed) << n;
+        EXPECT_EQ(text(), typed) << n;
     }
-    EXPECT_EQ(other->GetEditor()->control().Text(), QString());
+    EXPECT_EQ(other->GetEditor()->Text(), QString());
 }
 
 TEST_F(MacrosOfTheFrame, AnEntryWithoutAMacroDoesNothing) {
@@ -131,18 +131,18 @@ TEST_F(MacrosOfTheFrame, AnEntryWithoutAMacroDoesNothing) {
         if (n != 5)
             slot("mnuExecMacro", n)->trigger();
     }
-    EXPECT_EQ(control().Text(), u"text"_qs);
+    EXPECT_EQ(text(), u"text"_qs);
     EXPECT_EQ(m_prompts.messages, QStringList());
 }
 
 TEST_F(MacrosOfTheFrame, ArePlayedByTheRepeatCountAndTakenBackAtOnce) {
     start();
     putMacro(10, u"ab"_qs);
-    control().setRepeatCount(3);
+    setRepeatCount(3);
     slot("mnuExecMacro", 10)->trigger();
-    EXPECT_EQ(control().Text(), u"ababab"_qs);
+    EXPECT_EQ(text(), u"ababab"_qs);
     run("mnuEditUndo");
-    EXPECT_EQ(control().Text(), QString());
+    EXPECT_EQ(text(), QString());
 }
 
 TEST_F(MacrosOfTheFrame, AreNotPlayedInHexModeOrWithoutADocument) {
@@ -153,7 +153,7 @@ TEST_F(MacrosOfTheFrame, AreNotPlayedInHexModeOrWithoutADocument) {
     ASSERT_FALSE(active()->TextEdit());
     slot("mnuExecMacro", 1)->trigger();
     run("mnuToggleHex");
-    EXPECT_EQ(control().Text(), u"text"_qs);
+    EXPECT_EQ(text(), u"text"_qs);
     run("mnuAllFileClose");
     ASSERT_EQ(active(), nullptr);
     slot("mnuExecMacro", 1)->trigger();
@@ -167,10 +167,10 @@ TEST_F(MacrosOfTheFrame, ARecordingIsMarkedAndToldUntilItEnds) {
     EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
     EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 0 step")));
     type(u"a"_qs);
-    control().ExecuteCmd(100);
+    execute(Command::WordToUpper);
     EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 2 step")));
     EXPECT_FALSE(statusText().contains(QLatin1String("left out")));
-    control().setSelection(0, 0);
+    select(0, 0);
     EXPECT_TRUE(statusText().contains(QLatin1String("left out")));
     m_frame->SetDocumentEnv(active());
     EXPECT_TRUE(entry("mnuRecordMarco")->isChecked());
@@ -197,7 +197,7 @@ TEST_F(MacrosOfTheFrame, OneThatGetsItsNameWhenItIsKeptIsInTheMenuAtOnce) {
     run("mnuRecordMarco");
     type(u"a"_qs);
     run("mnuRecordMarco");
-    auto* asked = control().findChild<MacroDialog*>();
+    auto* asked = textWidget().findChild<MacroDialog*>();
     ASSERT_NE(asked, nullptr);
     asked->findChild<QLineEdit*>(u"txtName"_qs)->setText(u"First"_qs);
     asked->findChild<QCheckBox*>(u"chkDisplay"_qs)->click();
@@ -208,9 +208,9 @@ TEST_F(MacrosOfTheFrame, OneThatGetsItsNameWhenItIsKeptIsInTheMenuAtOnce) {
 TEST_F(MacrosOfTheFrame, ASecondStrokeThatIsWaitedForStandsInTheStatusBar) {
     start();
     globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, u"K"_qs}, {0, u"C"_qs}});
-    QTest::keyClick(&control(), Qt::Key_K, Qt::ControlModifier);
+    QTest::keyClick(&textWidget(), Qt::Key_K, Qt::ControlModifier);
     EXPECT_EQ(statusText(), u"Ctrl + K: press the second key, or Esc to leave."_qs);
-    QTest::keyClick(&control(), Qt::Key_Escape);
+    QTest::keyClick(&textWidget(), Qt::Key_Escape);
     EXPECT_EQ(statusText(), QString());
 }
 
@@ -225,8 +225,8 @@ TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
     EXPECT_TRUE(QFile::exists(macroFolder() + QLatin1String("/0.dem")));
     m_frame.reset();
     start();
-    QTest::keyClick(&control(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(control().Text(), u"again"_qs);
+    QTest::keyClick(&textWidget(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text(), u"again"_qs);
 }
 
 TEST_F(MacrosOfTheFrame, TheHiddenEntrySavesThem) {
@@ -241,7 +241,7 @@ TEST_F(MacrosOfTheFrame, AHotKeyTakesF3AndItsLikeFromTheView) {
     start();
     putMacro(1, u"x"_qs);
     globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl | HotKeyStroke::Shift, QString(QChar(114))}, {}});
-    QTest::keyClick(&control(), Qt::Key_F3, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(control().Text(), u"x"_qs);
-    EXPECT_TRUE(control().findChildren<QDialog*>().isEmpty());
+    QTest::keyClick(&textWidget(), Qt::Key_F3, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text(), u"x"_qs);
+    EXPECT_TRUE(textWidget().findChildren<QDialog*>().isEmpty());
 }

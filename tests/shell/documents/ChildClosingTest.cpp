@@ -16,7 +16,7 @@ class ChildClosing : public FrameFixture {
         ASSERT_EQ(strip().count(), count);
         ASSERT_NE(active(), nullptr);
         EXPECT_EQ(strip().tabData(strip().currentIndex()).toString(), active()->fIdx);
-        EXPECT_EQ(m_frame->focusWidget(), &control());
+        EXPECT_EQ(m_frame->focusWidget(), &textWidget());
     }
 };
 

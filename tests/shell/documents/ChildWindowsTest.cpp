@@ -91,24 +91,24 @@ TEST_F(ChildWindows, AMinimisedActiveDocumentComesBackWhenItsTabIsClicked) {
 
 TEST_F(ChildWindows, TheFocusIsInTheTextAfterEveryWayToADocument) {
     start();
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after the start";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after the start";
     run("mnuFileNew");
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after New";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after New";
     open(fileOf("1"));
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after opening";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after opening";
     for (const int tab : {0, 0, 1}) {
         strip().setFocus();
         QTest::mouseClick(&strip(), Qt::LeftButton, Qt::NoModifier, strip().tabRect(tab).center());
         EXPECT_EQ(strip().currentIndex(), tab);
-        EXPECT_EQ(m_frame->focusWidget(), &control()) << "after a click on tab " << tab;
+        EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after a click on tab " << tab;
     }
     QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(0).center());
     m_frame->findChild<QMenu*>(u"Tab"_qs)->hide();
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after the tab menu";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after the tab menu";
     QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ControlModifier);
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after walking on";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after walking on";
     run("mnuFileClose");
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "after closing another";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "after closing another";
 }
 
 TEST_F(ChildWindows, TheFocusLeavesTheFindBarForTheDocumentThatOpens) {
@@ -118,15 +118,15 @@ TEST_F(ChildWindows, TheFocusLeavesTheFindBarForTheDocumentThatOpens) {
     bar->setFocus();
     open(file);
     EXPECT_EQ(documents().size(), 1);
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "into the untouched document";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "into the untouched document";
     bar->setFocus();
     open(file);
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "already open and in front";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "already open and in front";
     open(fileOf("2", u"b.txt"_qs));
     bar->setFocus();
     open(file);
     EXPECT_EQ(active()->filename, file);
-    EXPECT_EQ(m_frame->focusWidget(), &control()) << "already open behind another";
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget()) << "already open behind another";
 }
 
 TEST_F(ChildWindows, TheTabMenuComesByItsKeyToo) {
@@ -295,8 +295,8 @@ TEST_F(ChildWindows, TheStatusBarCountsTheLinesOfWhatWasLoadedAndEdited) {
     start();
     open(fileOf("1\n2\n3"));
     EXPECT_EQ(house().status.text(2), u"Ln 1 / 3, Col 1, Pos 1"_qs);
-    control().setSelection(1, 1);
-    QTest::keyClick(&control(), Qt::Key_Delete);
+    select(1, 1);
+    QTest::keyClick(&textWidget(), Qt::Key_Delete);
     EXPECT_EQ(house().status.text(2), u"Ln 1 / 2, Col 2, Pos 2"_qs);
 }
 
@@ -313,12 +313,12 @@ TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
         run(name);
         EXPECT_EQ(position(), told()) << name;
     }
-    control().setSelection(0, 0);
-    QTest::keyClick(&control(), Qt::Key_Return);
+    select(0, 0);
+    QTest::keyClick(&textWidget(), Qt::Key_Return);
     EXPECT_EQ(position(), told());
-    control().setSelection(0, 0);
+    select(0, 0);
     const QString before = position();
-    QTest::keyClick(&control(), Qt::Key_Delete);
+    QTest::keyClick(&textWidget(), Qt::Key_Delete);
     EXPECT_EQ(position(), told());
     EXPECT_NE(position(), before);
 }
@@ -326,9 +326,10 @@ TEST_F(ChildWindows, TheStatusBarIsRightAfterEveryEdit) {
 TEST_F(ChildWindows, TheStatusBarIsThatOfTheActiveDocument) {
     startWith(2);
     const QString before = house().status.text(2);
-    TextControl& behind = documents().first()->GetEditor()->control();
-    behind.type(u"one\ntwo"_qs);
-    behind.setSelection(1, 2);
+    rtCM& behind = *documents().first()->GetEditor();
+    behind.AddText(u"one\ntwo"_qs);
+    behind.setSelStart(1);
+    behind.setSelEnd(2);
     EXPECT_EQ(house().status.text(2), before);
     strip().setCurrentIndex(0);
     EXPECT_EQ(house().status.text(2), documents().first()->GetCursorPos());
@@ -339,7 +340,7 @@ TEST_F(ChildWindows, ALongPositionHasRoomAndIsTheToolTip) {
     start();
     m_frame->resize(1000, 700);
     open(fileOf(QByteArray(30'000, '\n') + QByteArray(99, 'x')));
-    control().setSelection(30'099, 30'099);
+    select(30'099, 30'099);
     QCoreApplication::processEvents();
     const QString text = u"Ln 30,001 / 30,001, Col 100, Pos 30100"_qs;
     ASSERT_EQ(house().status.text(2), text);

@@ -91,7 +91,7 @@ TEST_F(DocumentSave, AnEncodingOfANamedDocumentRewritesItsFileAndDropsTheUndo) {
     EXPECT_EQ(bytesOf(file),
               "\xEF\xBB\xBF\xC3\xBC"
               "a");
-    EXPECT_FALSE(control().CanUndo());
+    EXPECT_FALSE(canUndo());
     EXPECT_TRUE(m_prompts.fileDialogs.empty());
 }
 

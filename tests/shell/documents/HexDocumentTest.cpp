@@ -100,7 +100,7 @@ TEST_F(HexDocuments, TheSwitchWorksByEntryAndByButton) {
         EXPECT_EQ(house().status.text(2), u"Pg 1/1, Pos 0/3"_qs);
         button("ShowHex")->trigger();
         expectMode(false);
-        EXPECT_EQ(m_frame->focusWidget(), &control());
+        EXPECT_EQ(m_frame->focusWidget(), &textWidget());
         EXPECT_TRUE(house().status.text(2).startsWith(u"Ln 1 / 1"_qs));
     }
 }
@@ -307,7 +307,7 @@ TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {
     ASSERT_TRUE(left);
     EXPECT_EQ(active(), documents().at(1));
     expectMode(false);
-    EXPECT_EQ(m_frame->focusWidget(), &control());
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
     EXPECT_TRUE(house().status.text(2).startsWith(u"Ln 1 / 1"_qs));
     EXPECT_EQ(house().status.text(4), QString());
     strip().setCurrentIndex(0);

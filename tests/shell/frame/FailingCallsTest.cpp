@@ -36,7 +36,7 @@ TEST_F(FailingCalls, OfADocumentLeaveTheFrameStanding) {
     auto* box = m_frame->findChild<QComboBox*>(u"cmbSearch"_qs);
     box->setEditText(u"absent"_qs);
     const std::function<void()> calls[] = {[&] { run("mnuFindNext"); }, [&] { button("FindPrev")->trigger(); },
-                                           [&] { QTest::keyClick(&control(), Qt::Key_F3); },
+                                           [&] { QTest::keyClick(&textWidget(), Qt::Key_F3); },
                                            [&] { QTest::keyClick(box, Qt::Key_Return); }};
     for (const auto& call : calls) {
         m_prompts.messages.clear();

@@ -145,7 +145,7 @@ TEST_F(FrameProcedures, ShowTheDocumentTheyAreGivenInTheStatusBar) {
     start();
     open(fileOf("12345"));
     frmDocument* first = active();
-    control().setSelection(3, 3);
+    select(3, 3);
     run("mnuFileNew");
     EXPECT_EQ(house().status.text(4), QString());
     EXPECT_TRUE(callWith("SelChange", first));

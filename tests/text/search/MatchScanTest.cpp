@@ -1,3 +1,4 @@
+#include "text/held/CountingText.h"
 #include "text/search/MatchScan.h"
 #include "text/search/SearchedText.h"
 
@@ -326,6 +327,22 @@ TEST(LastMatch, IsFoundFarAwayAndInsideALongLine) {
         lastMatchBefore(expression("\\d+"), oneLine.held, oneLine.map, oneLine.held.length(), false, error);
     ASSERT_TRUE(number);
     EXPECT_EQ(oneLine.plainOf(*number), (TextMatch{100'000, 100'005}));
+}
+
+TEST(LastMatch, ReadsNoLineInFrontOfTheLowest) {
+    CountingText text("needle\n");
+    for (int line = 0; line < 50; ++line)
+        text.bytes += std::string(1000, 'x') + '\n';
+    TextMap map(text);
+    map.reset(true, JointKind::None, {});
+    const SearchPattern pattern(u"needle"_qs, {});
+    SearchError error;
+    const qint64 end = text.length();
+    EXPECT_FALSE(lastMatchBefore(pattern, text, map, end, true, error, {}, end - 30));
+    EXPECT_FALSE(error);
+    EXPECT_LT(text.bytesRead(), 3000);
+    EXPECT_EQ(lastMatchBefore(pattern, text, map, end, true, error, {}, 3), (TextMatch{0, 6}));
+    EXPECT_EQ(lastMatchBefore(pattern, text, map, end, true, error, {}, 7), std::nullopt);
 }
 
 TEST(LastMatch, TellsWhyItWasGivenUp) {

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/SystemError.h"
+#include "text/codec/SaveFlags.h"
+#include "text/codec/TextCodec.h"
+
+#include <QString>
+
+class ControlLineNumbers;
+class ControlLook;
+class ControlTyping;
+class EditView;
+struct LoadedText;
+
+/// Loads files into a control and saves its text; its line ends and encoding. Owned by the control. An error leaves
+/// text and undo history as they were.
+class ControlFile {
+ public:
+    /// All four outlive this object.
+    ControlFile(EditView& view, ControlTyping& typing, ControlLineNumbers& lineNumbers, ControlLook& look);
+
+    /// Loads the file and finds out its encoding.
+    SystemError OpenFile(const QString& path);
+    /// Loads the file by the encoding of a flag word of SaveFlags (without detection); AsLoaded: by detection.
+    SystemError OpenFileAs(const QString& path, int flagWord);
+    /// Writes the text in place under a flag word. On failure the text stays changed.
+    SystemError SaveFile(const QString& path, int flagWord);
+    /// Loads the file anew by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
+    bool canReopen() const;
+    SystemError reopenAs(int flagWord);
+
+    /// The line end that typed and pasted ones become, as SC_EOL_.
+    int lineEndMode() const;
+    /// Makes all line ends this one. It cannot be undone, and not be done to a text with lines held in pieces: what a
+    /// joint is depends on the line ends that a text has.
+    bool canConvertLineEnds() const;
+    void convertLineEnds(int mode);
+
+    /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
+    QString limitations() const;
+
+ private:
+    void takeLoaded(LoadedText loaded);
+    void applyDocumentState(int lineEndMode);
+
+    EditView& m_view;
+    ControlTyping& m_typing;
+    ControlLineNumbers& m_lineNumbers;
+    ControlLook& m_look;
+    TextFormat m_format;
+    QString m_path;
+    bool m_coloured = true;
+    bool m_converted = false;  ///< line ends, since the last load or save
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "text/search/SearchState.h"
+
+#include <memory>
+
+class ControlMacros;
+class ControlSearch;
+class ControlSelection;
+class EditView;
+struct Replacements;
+
+/// Replaces what is found in a control, by the text and flags of its search. Each function is one undo step. Owned by
+/// the control; as for re-entrancy see ControlSearch.
+class ControlReplace {
+ public:
+    /// All four outlive this object.
+    ControlReplace(EditView& view, ControlSelection& selection, ControlSearch& search, ControlMacros& macros)
+        : m_view(view), m_selection(selection), m_search(search), m_macros(macros) {}
+
+    /// Finds the next match and replaces it; the replacement is selected then.
+    SearchOutcome replaceNext();
+    /// Replaces the selection when it is a match, and finds the next one.
+    SearchOutcome replaceSelectedMatch();
+    /// Replaces all matches; the number of them.
+    qint64 replaceAll(const ReplaceWatch& watch = {});
+    /// The same for those within a range of held bytes, which is selected then.
+    qint64 replaceAllIn(const TextMatch& range);
+
+ private:
+    std::shared_ptr<const SearchPattern> patternToReplace();
+    void replaceMatch(const MatchScan& scan);
+    bool isSelected(const TextMatch& match) const;
+    bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
+    void apply(const Replacements& found, const ReplaceWatch& watch);
+    qint64 replaceAllMatches(const ReplaceWatch& watch);
+
+    EditView& m_view;
+    ControlSelection& m_selection;
+    ControlSearch& m_search;
+    ControlMacros& m_macros;
+};
