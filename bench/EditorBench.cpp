@@ -8,6 +8,9 @@
 #include "editor/Editor.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlLineNumbers.h"
+#include "editor/control/ControlReplace.h"
+#include "editor/control/ControlSearch.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "hex/bytes/HexFindState.h"
 #include "settings/Options.h"
@@ -99,10 +102,10 @@ void load(benchmark::State& state, qint64 megabytes, char lineEnd, const std::st
 void typeKey(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSelection(megabytes * Megabyte / 2, megabytes * Megabyte / 2);
-    shown.control.type(u"x"_qs);
+    shown.control.typing().type(u"x"_qs);
     shown.paint();
     for (auto _ : state) {
-        shown.control.type(u"x"_qs);
+        shown.control.typing().type(u"x"_qs);
         shown.paint();
     }
 }
@@ -194,17 +197,17 @@ void trimLines(benchmark::State& state) {
 void save(benchmark::State& state, qint64 megabytes, char lineEnd) {
     Shown shown(megabytes, lineEnd);
     for (auto _ : state)
-        shown.control.SaveFile(files().target(), SaveFlags::AsLoaded);
+        shown.control.file().SaveFile(files().target(), SaveFlags::AsLoaded);
 }
 
 /// Finds all matches (one per line) and builds their list.
 void findAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSearchCaseSensitive(true);
-    shown.control.setSearchText(QString::fromStdString(word));
+    shown.control.search().setSearchText(QString::fromStdString(word));
     for (auto _ : state) {
         MatchList list;
-        shown.control.findAll([&](const MatchPlace& match) {
+        shown.control.search().findAll([&](const MatchPlace& match) {
             list.add(match.line, match.position, match.length);
             return true;
         });
@@ -224,12 +227,12 @@ void grep(benchmark::State& state, qint64 megabytes, char lineEnd, const std::st
 void replaceAll(benchmark::State& state, qint64 megabytes, char lineEnd, const std::string& word, bool undoes) {
     Shown shown(megabytes, lineEnd, word);
     shown.control.setSearchCaseSensitive(true);
-    shown.control.setSearchText(QString::fromStdString(word));
-    shown.control.setReplacementText(u"calculate"_qs);
+    shown.control.search().setSearchText(QString::fromStdString(word));
+    shown.control.search().setReplacementText(u"calculate"_qs);
     for (auto _ : state) {
         if (undoes)
             state.PauseTiming();
-        shown.control.replaceAll();
+        shown.control.replacing().replaceAll();
         if (undoes)
             state.ResumeTiming();
         else

@@ -6,6 +6,7 @@
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlLineNumbers.h"
 #include "editor/control/ControlLook.h"
+#include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
 #include "lang/LanguageTable.h"
 #include "platform/Folders.h"
@@ -110,7 +111,7 @@ void typeKey(benchmark::State& state) {
     shown.paint();
     shown.settle();
     for (auto _ : state) {
-        shown.control.type(u"x"_qs);
+        shown.control.typing().type(u"x"_qs);
         shown.paint();
     }
 }
@@ -122,7 +123,7 @@ void typeKeyAndRest(benchmark::State& state) {
     shown.paint();
     shown.settle();
     for (auto _ : state) {
-        shown.control.type(u"x"_qs);
+        shown.control.typing().type(u"x"_qs);
         shown.control.grab();
         QApplication::processEvents();
     }
