@@ -84,15 +84,16 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicOffSet->setObjectName(u"PicOffSet"_qs);
     PicOffSet->setAccessibleName(u"Offsets"_qs);
     PicHex = new GridPane(grid1, u"00"_qs, view);
+    // Before it has an accessible name: naming it makes its accessible object.
+    GridAccessible::follow(*PicHex);
     PicHex->setObjectName(u"PicHex"_qs);
     PicHex->setAccessibleName(u"Hex"_qs);
     PicHex->setCursorName(u"Shape1"_qs);
     PicText = new GridPane(grid2, u"0"_qs, view);
+    GridAccessible::follow(*PicText);
     PicText->setObjectName(u"PicText"_qs);
     PicText->setAccessibleName(u"Text"_qs);
     PicText->setCursorName(u"Shape2"_qs);
-    GridAccessible::follow(*PicHex);
-    GridAccessible::follow(*PicText);
     VScroll1 = new QScrollBar(Qt::Vertical, view);
     VScroll1->setObjectName(u"VScroll1"_qs);
     VScroll1->setRange(0, HexPaging::ScrollMaximum);

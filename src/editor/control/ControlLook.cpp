@@ -117,10 +117,10 @@ void ControlLook::setLineHighlight(qint64 line, const QColor& colour, HighlightC
     if (!m_highlight.isValid())
         return;
     const QColor own = m_elements[RowHighlightElement];
-    const bool adapts = !own.isValid() && kind == HighlightColour::Adapts;
-    const QColor shown = own.isValid() ? own : m_highlight;
-    m_view.send(Sci::SCI_SETCARETLINEBACK,
-                ScintillaColour::number(adapts ? Contrast::fittedTo(baseColour(), shown) : shown));
+    QColor shown = own.isValid() ? own : m_highlight;
+    if (!own.isValid() && kind == HighlightColour::Adapts)
+        shown = Contrast::readableOn(textLook().colour, Contrast::fittedTo(baseColour(), shown));
+    m_view.send(Sci::SCI_SETCARETLINEBACK, ScintillaColour::number(shown));
 }
 
 void ControlLook::setLanguage(const LanguageDefinition* language) {

@@ -2,7 +2,6 @@
 // calls into RoomsToCome.
 
 #include "editor/control/ControlLook.h"
-#include "editor/control/TextControl.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "shell/bars/CoolBar.h"
@@ -20,14 +19,15 @@
 #include "widgets/BusyPointer.h"
 
 #include <QDir>
+#include <QFont>
 #include <QToolBar>
 
 namespace {
 
 void readFirstSettings(House& house) {
-    const TextControl fresh;
-    house.options.FontName = fresh.look().FontName();
-    house.options.FontSize = static_cast<qint16>(fresh.look().FontSize());
+    const QFont font = ControlLook::defaultFont();
+    house.options.FontName = font.family();
+    house.options.FontSize = static_cast<qint16>(font.pointSize());
     loadFirstOptions(house.settings, house.options);
     house.searchToggles.showOptions();
 }

@@ -1,3 +1,5 @@
+#include "editor/control/ControlTyping.h"
+#include "editor/control/TextControl.h"
 #include "shell/FrameFixture.h"
 
 /// How often what is shown is brought up to date: counted where it is asked for, in a whole frame.
@@ -25,7 +27,7 @@ class ReportsOfDocuments : public FrameFixture {
     int timesTabWasCaptioned() { return m_changes[What::State]; }
     void press(Qt::Key key) {
         forget();
-        QTest::keyClick(&control(), key);
+        QTest::keyClick(&textWidget(), key);
     }
 
     std::map<What, int> m_changes;
@@ -73,7 +75,7 @@ TEST_F(ReportsOfDocuments, OneKeyAsksForTheCursorPositionOnce) {
 TEST_F(ReportsOfDocuments, AMoveAfterAnEditThatLeftTheCaretIsAskedFor) {
     begin();
     type(u"one"_qs);
-    control().setSelection(0, 0);
+    select(0, 0);
     press(Qt::Key_Delete);
     press(Qt::Key_Right);
     EXPECT_EQ(timesPositionWasAsked(), 1);
@@ -143,7 +145,7 @@ TEST_F(ReportsOfDocuments, WhatHappensToAnotherDocumentLeavesTheCommandsAlone) {
     run("mnuFileNew");
     const QString position = house().status.text(2);
     forget();
-    first->GetEditor()->control().type(u"\nx"_qs);
+    first->GetEditor()->control().typing().type(u"\nx"_qs);
     EXPECT_EQ(house().status.text(2), position);
     m_frame->SaveDocument(first, true, 1);
     EXPECT_EQ(timesCommandsWereSet(), 0);
