@@ -76,7 +76,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
     connect(m_text, &rtCM::SelChange, this, [this] {
         Q_EMIT SelChange(this);
-        if (m_positionReport.isNewAfterMove(m_text->control()))
+        if (m_positionReport.isNewAfterMove(m_text->caretPlace()))
             Q_EMIT PositionChange(this);
     });
     connect(m_text, &rtCM::propertiesChanged, this, [this] { Q_EMIT ViewChange(this); });
@@ -282,7 +282,7 @@ void frmDocument::MarkChanged() {
     }
     Q_EMIT DocChange(this);
     if (TextEdit()) {
-        m_positionReport.edited(m_text->control());
+        m_positionReport.edited(m_text->caretPlace());
         Q_EMIT PositionChange(this);
     }
     isNew = false;

@@ -223,6 +223,10 @@ void rtCM::setSelLength(qint64 length) {
     setSelEnd(SelStart() + length);
 }
 
+PositionReport::Place rtCM::caretPlace() const {
+    return {m_control->changeCount(), m_control->SelStart(), m_control->SelEnd()};
+}
+
 void rtCM::GetSelStartEnd(qint64& pStart, qint64& pEnd) const {
     pStart = m_control->selected().StartLineNo();
     pEnd = m_control->selected().EndLineNo();

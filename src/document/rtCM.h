@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/DocumentView.h"
+#include "document/PositionReport.h"
 #include "document/SaveFormats.h"
 
 #include <QColor>
@@ -70,6 +71,7 @@ class rtCM : public QWidget, public DocumentView {
     bool gMyHighlight = false;
 
     TextControl& control() const { return *m_control; }
+    PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
     /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected

@@ -8,41 +8,48 @@ class PositionReports : public testing::Test {
  protected:
     PositionReports() { m_control.setText(u"one\ntwo"_qs); }
 
+    void reportEdit() { m_report.edited(place()); }
+    bool isMoveNew() { return m_report.isNewAfterMove(place()); }
+
     TextControl m_control;
+
+ private:
+    PositionReport::Place place() const { return {m_control.changeCount(), m_control.SelStart(), m_control.SelEnd()}; }
+
     PositionReport m_report;
 };
 
 TEST_F(PositionReports, AMoveIsNew) {
-    EXPECT_TRUE(m_report.isNewAfterMove(m_control));
+    EXPECT_TRUE(isMoveNew());
     m_control.setSelStart(2);
-    EXPECT_TRUE(m_report.isNewAfterMove(m_control));
+    EXPECT_TRUE(isMoveNew());
 }
 
 TEST_F(PositionReports, TheMoveOfAnEditIsNotNew) {
     m_control.setSelText(u"x"_qs);
-    m_report.edited(m_control);
-    EXPECT_FALSE(m_report.isNewAfterMove(m_control));
+    reportEdit();
+    EXPECT_FALSE(isMoveNew());
 }
 
 TEST_F(PositionReports, OnlyTheFirstMoveAfterAnEditCanBeItsOwn) {
     m_control.setSelText(u"x"_qs);
-    m_report.edited(m_control);
-    EXPECT_FALSE(m_report.isNewAfterMove(m_control));
-    EXPECT_TRUE(m_report.isNewAfterMove(m_control));
+    reportEdit();
+    EXPECT_FALSE(isMoveNew());
+    EXPECT_TRUE(isMoveNew());
 }
 
 TEST_F(PositionReports, AMoveAfterAnEditIsNewWhereTheCaretLiesElsewhere) {
-    m_report.edited(m_control);
+    reportEdit();
     m_control.setSelStart(3);
-    EXPECT_TRUE(m_report.isNewAfterMove(m_control));
+    EXPECT_TRUE(isMoveNew());
 }
 
 TEST_F(PositionReports, AnotherEditMakesTheSamePlaceNew) {
     m_control.setSelText(u"x"_qs);
-    m_report.edited(m_control);
+    reportEdit();
     const qint64 place = m_control.SelStart();
     m_control.setText(u"other text"_qs);
     m_control.setSelStart(place);
     m_control.setSelEnd(place);
-    EXPECT_TRUE(m_report.isNewAfterMove(m_control));
+    EXPECT_TRUE(isMoveNew());
 }

@@ -1,5 +1,3 @@
-#include "editor/control/ControlTyping.h"
-#include "editor/control/TextControl.h"
 #include "shell/FrameFixture.h"
 
 /// How often what is shown is brought up to date: counted where it is asked for, in a whole frame.
@@ -145,7 +143,7 @@ TEST_F(ReportsOfDocuments, WhatHappensToAnotherDocumentLeavesTheCommandsAlone) {
     run("mnuFileNew");
     const QString position = house().status.text(2);
     forget();
-    first->GetEditor()->control().typing().type(u"\nx"_qs);
+    first->GetEditor()->AddText(u"\nx"_qs);
     EXPECT_EQ(house().status.text(2), position);
     m_frame->SaveDocument(first, true, 1);
     EXPECT_EQ(timesCommandsWereSet(), 0);
