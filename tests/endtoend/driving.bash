@@ -40,7 +40,25 @@ waitFor() {
 # windowOf PATTERN: a window whose title fits is there; its number goes into $scratch/window.
 windowOf() { xdotool search --onlyvisible --name "$1" >"$scratch/window" 2>/dev/null && [[ -s $scratch/window ]]; }
 noWindowOf() { ! windowOf "$1"; }
-focusWindow() { xdotool windowfocus --sync "$(head -n 1 "$scratch/window")"; }
+# The window has the keyboard, and the program is done with what brought it up.
+focusWindow() {
+    xdotool windowfocus --sync "$(head -n 1 "$scratch/window")"
+    settle
+}
+# Until the program has used no CPU time for half a second: what is typed before a file stands is lost on a busy machine.
+settle() {
+    local used before='' quiet=0 tries=300
+    while ((tries-- > 0 && quiet < 5)); do
+        used=$(awk '{ print $14 + $15 }' "/proc/$running/stat")
+        if [[ $used == "$before" ]]; then
+            quiet=$((quiet + 1))
+        else
+            quiet=0
+        fi
+        before=$used
+        sleep 0.1
+    done
+}
 press() { xdotool key --delay 30 "$@"; }
 
 # The program ends within half a minute, and without a fault.
