@@ -137,7 +137,8 @@ class ucHex : public QWidget, public HexFindTarget {
     void SearchDone(const QString& text, qint16 findType);
     /// Key "HEX" or "BOOK"; the position is the pointer's in the parent's coordinates.
     void ContextMenuRequest(int x, int y, const QString& key);
-    /// The desktop's properties of a file, its calculator, and the chooser of the program's language. The path is empty.
+    /// The desktop's properties of a file, its calculator, and the chooser of the program's language. The path is
+    /// empty.
     void PropertiesRequest(const QString& path);
     void CalculatorRequest();
     void LanguageRequest();

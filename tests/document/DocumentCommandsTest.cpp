@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
+#include <Qsci/qsciscintillabase.h>
 
 namespace {
 

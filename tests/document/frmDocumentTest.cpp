@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QGuiApplication>
+#include <Qsci/qsciscintillabase.h>
 
 using documenttest::readFailure;
 using documenttest::setMode;

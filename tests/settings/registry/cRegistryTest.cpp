@@ -138,7 +138,7 @@ TEST_F(cRegistryTest, AStringWithoutItsZeroLosesItsLastCharacter) {
 TEST_F(cRegistryTest, AListReadsAsOneTextWithItsZeros) {
     const RegistryValue list = RegistryData::fromTexts({u"a"_qs, u"bc"_qs});
     store.writeValue(HKEY_CURRENT_USER, Section, Name, list);
-    const QString zero(QChar(QChar::Null));
+    const QString zero(1, QChar::Null);
     EXPECT_EQ(registry.Value(), QVariant(u"a"_qs + zero + u"bc"_qs + zero));
     EXPECT_EQ(registry.ValueType, RegistryType::StringList);
 }
