@@ -2,8 +2,8 @@
 
 #include "settings/registry/RegistryStore.h"
 
-// The module procedures: one value or key at a time, over the store given first. None raises; one that writes or
-// deletes gives true when it has worked, and callers are free not to look.
+// The module procedures: one value or key at a time, in the store that is passed first. None raises; one that writes or
+// deletes returns true on success, which callers may ignore.
 
 /// The key, below the current user's root, that holds all of the program's own.
 QString programKey();
