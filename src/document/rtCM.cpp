@@ -37,7 +37,7 @@ QColor rowHighlightColour(const Options& options) {
     return StoredColour::colourOf(options.RowHighlightColor);
 }
 
-/// The colour that nobody has chosen is made for light ground.
+/// The default colour is made for a light background.
 ControlLook::HighlightColour highlightKind(const Options& options) {
     static const qint32 unchosen = Options().RowHighlightColor;
     return options.RowHighlightColor == unchosen ? ControlLook::HighlightColour::Adapts
@@ -349,7 +349,7 @@ qint64 rtCM::SelTotalCharsNoSpace() const {
 void rtCM::HighLightLine() {
     const qint64 now = CurrentLine();
     const bool leaves = !gMyHighlight || m_lastHighlightLine != now;
-    // A line beyond the end went with its highlight.
+    // A line beyond the end was deleted together with its highlight.
     if (leaves && m_lastHighlightLine >= 0 && m_lastHighlightLine < TotalLines())
         UnHighLightLine(m_lastHighlightLine);
     if (gMyHighlight)
@@ -358,7 +358,7 @@ void rtCM::HighLightLine() {
 }
 
 void rtCM::UnHighLightLine(qint64 pLine) {
-    // The control holds one highlighted line, so no other can have one to lose.
+    // The control has only one highlighted line, so no other can have one to lose.
     if (pLine == m_lastHighlightLine)
         m_control->look().setLineHighlight(-1, QColor());
 }

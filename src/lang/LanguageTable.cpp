@@ -32,7 +32,7 @@ void LanguageTable::LoadLanguageIndex() {
         const QString line = lines[at].trimmed();
         if (!line.startsWith(QLatin1String("<<")))
             continue;
-        // The line behind it is its patterns, whatever it looks like.
+        // The next line contains its patterns, whatever it looks like.
         if (++at == lines.size() || !append(nameOf(line), lines[at]))
             break;
     }
