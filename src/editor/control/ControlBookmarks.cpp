@@ -12,8 +12,8 @@ constexpr qint64 BookmarkMask = 1 << Markers::Bookmark;
 
 }  // namespace
 
-/// The pieces of a line, as held lines from the first to before the last. Asked one by one: Scintilla's own search for
-/// the next mark runs to the end of the text.
+/// The pieces of a line, as held lines from the first to before the last. They are examined one by one: Scintilla's own
+/// search for the next mark runs to the end of the text.
 ControlBookmarks::Pieces ControlBookmarks::piecesOf(qint64 line) const {
     const qint64 first = m_view.heldText().lineOf(m_view.map().lineBegin(line));
     if (m_view.map().joints().empty())

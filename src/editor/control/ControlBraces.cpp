@@ -38,7 +38,8 @@ void ControlBraces::follow() {
         m_view.send(Sci::SCI_BRACEBADLIGHT, match.brace);
 }
 
-/// Braces of the language; where it is known what they belong to, of the same class, and none in comments and strings.
+/// Braces of the language; where their token classes are known, both of the same class, and none in comments and
+/// strings.
 BraceScan::Match ControlBraces::matchAt(qint64 place) const {
     if (m_view.colouring().isProse(place))
         return {};

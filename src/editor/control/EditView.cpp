@@ -151,8 +151,8 @@ void EditView::setSelectionBytes(qint64 anchor, qint64 caret) {
     send(SCI_SETSEL, anchor, caret);
 }
 
-/// Not brought into view at once: to know where a place of a line too long is on the screen, all of that line would be
-/// laid out, and it is about to be cut.
+/// Not scrolled into view at once: to find a place of a line that is too long on the screen, Scintilla would lay out
+/// all of that line, which is about to be cut.
 void EditView::placeCaret(qint64 byte) {
     send(SCI_CLEARSELECTIONS);
     send(SCI_SETSELECTION, byte, byte);

@@ -6,8 +6,8 @@
 
 class EditView;
 
-/// Where a control stands: all that is selected in it, several ranges or a rectangle too, and what of the text is in
-/// sight. Good until the next edit or load; after that it gives nothing back.
+/// The selection of a control, several ranges or a rectangle too, and its scroll position, to restore them later. Valid
+/// until the next edit or load; after that it restores nothing.
 class KeptView {
  public:
     explicit KeptView(const EditView& view);

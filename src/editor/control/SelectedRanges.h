@@ -11,7 +11,7 @@ class SelectedRanges {
  public:
     explicit SelectedRanges(const EditView& view);
 
-    /// Selects them, each for itself: what was a rectangle is none any more.
+    /// Selects them as separate ranges: a former rectangle is none any more.
     void select(const EditView& view) const;
 
  private:

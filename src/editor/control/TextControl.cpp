@@ -57,7 +57,7 @@ SearchFlags with(SearchFlags flags, bool SearchFlags::*flag, bool on) {
     return flags;
 }
 
-/// One Scintilla message, by the part that has its own way of doing it.
+/// Carries out a Scintilla message by the part of the control that handles it itself.
 void carryOut(TextControl& control, int message) {
     switch (message) {
         case Sci::SCI_CUT:
@@ -199,7 +199,7 @@ void TextControl::ExecuteCmd(int number, const QString& argument) {
         return;
     if (number >= Command::FirstMessage)
         return runCommand(number);
-    // A copy, which lives on when the control is destroyed within.
+    // A copy, which stays valid when the control is destroyed in the call.
     const CommandRunner run = m_runner;
     if (!run)
         return;
@@ -225,7 +225,7 @@ void TextControl::setRepeatCount(int times) {
 }
 
 void TextControl::runCommand(int message) {
-    // What has grown in pieces is cut again with it; undo and redo are no edits of their own.
+    // Pieces that have grown are cut again within the same edit; undo and redo are not edits.
     const bool takesBack = message == SCI_UNDO || message == SCI_REDO;
     const int count = state().takeRepeatCount();
     const int times = message == SCI_CANCEL ? std::min(count, 1) : count;
@@ -261,7 +261,7 @@ void TextControl::Redo() {
 
 // Events
 
-/// A key that a second stroke is waited for is kept from the menus.
+/// A key that may be the second stroke of a hot key is kept from the menus.
 bool TextControl::event(QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride || !m_macros->isAwaited(*static_cast<QKeyEvent*>(event)))
         return EditView::event(event);

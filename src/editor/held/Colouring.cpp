@@ -47,7 +47,7 @@ void Colouring::setUpDocument(bool coloured) {
         ask(Sci::SCI_SETLEXER, Sci::SCLEX_CONTAINER);
     else
         tellLexer();
-    // What is there was cut by another language.
+    // The present styles are those of another language.
     ask(Sci::SCI_STARTSTYLING, 0);
 }
 
@@ -102,7 +102,7 @@ void Colouring::completeTo(qint64 byte) const {
     const qint64 known = ask(Sci::SCI_GETENDSTYLED);
     if (!m_coloured || known >= byte)
         return;
-    // Whole lines: a lexer does not see that a word ends where it is told to stop.
+    // Whole lines: a lexer does not notice that a word ends where its range ends.
     const qint64 behind = m_text.lineOf(byte) + 1;
     const qint64 end = behind < m_text.lineCount() ? m_text.lineStart(behind) : m_text.length();
     ask(Sci::SCI_COLOURISE, m_text.lineStart(m_text.lineOf(known)), end);

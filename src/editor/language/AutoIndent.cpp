@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What is looked at of a text to learn how it is indented, in bytes.
+/// Bytes of a text that are examined to find out how it is indented.
 constexpr qint64 LookedAt = 64 * 1024;
 
 bool isBlank(char c) {
@@ -22,7 +22,7 @@ QByteArrayView withoutFront(QByteArrayView line) {
     return line.sliced(AutoIndent::frontOf(line).size());
 }
 
-/// Languages that tell cases apart write these marks in one of them.
+/// Case-sensitive languages write these marks in one case.
 bool isSame(QByteArrayView one, QByteArrayView other) {
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }

@@ -15,8 +15,8 @@ inline constexpr qint64 Limit = 256 * 1024;
 struct Match {
     enum class Kind {
         None,      ///< no brace there, or its partner may lie beyond the limit
-        Pair,      ///< `brace` and `partner` belong together
-        Unmatched  ///< the text ends before a partner comes
+        Pair,      ///< `brace` and `partner` match
+        Unmatched  ///< the text ends before a partner is found
     };
     Kind kind = Kind::None;
     qint64 brace = -1;
@@ -26,7 +26,7 @@ struct Match {
 /// Opening and closing braces by turns.
 inline constexpr std::string_view Usual = "()[]{}";
 
-/// The match of the brace at a byte. Braces for which `counts` answers false are passed over, such as those inside a
+/// The match of the brace at a byte. Braces for which `counts` returns false are skipped, such as those inside a
 /// comment.
 Match matchAt(const HeldText& text, qint64 brace, const std::function<bool(qint64 byte)>& counts,
               std::string_view braces = Usual);
