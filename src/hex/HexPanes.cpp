@@ -31,7 +31,7 @@ HexPanes::HexPanes(QWidget* view, const ByteStore& bytes, const HexEdits& edits)
     m_grid1->setObjectName(u"grid1"_qs);
     m_grid2->setObjectName(u"grid2"_qs);
     for (const int number : {1, 2}) {
-        grid(number).setParent(pane(number));  // a pane looks at its grid until it is destroyed
+        grid(number).setParent(pane(number));  // a pane uses its grid until it is destroyed
         connectGrid(number);
         connect(pane(number), &GridPane::focusGained, this, [this, number] { enterPane(number); });
         pane(number)->setMarks([this](HexCell cell) { return isChanged(cell); });

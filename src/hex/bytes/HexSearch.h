@@ -9,10 +9,10 @@
 #include <optional>
 
 /// Searches a file block by block and overwrites what it finds; the file is never in memory as a whole and never
-/// changes its length. Yields to nothing. A file that can't be read any further has no more matches.
+/// changes its length. Does not yield. A file that can't be read any further has no more matches.
 ///
-/// Two oddities are meant: a match of a text that is just the last bytes of a block is met again at the start of the
-/// next, and the upward search leaves gaps once it has gone on from the end.
+/// Two oddities are intended: a match of a text that is just the last bytes of a block is found again at the start of
+/// the next, and the upward search leaves gaps once it has continued from the end.
 class HexSearch {
  public:
     static constexpr qint64 BlockSize = 32'000;
@@ -34,7 +34,7 @@ class HexSearch {
         qint64 matches = 0;
         SystemError error;
     };
-    /// Lays the replacement over each match, whatever its length. A match is taken from the bytes as they were when its
+    /// Writes the replacement over each match, whatever its length. A match is one in the bytes as they were when its
     /// block was read.
     Replaced replaceAll(const HexNeedle& needle, const QByteArray& replacement);
 

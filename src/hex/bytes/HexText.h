@@ -10,7 +10,7 @@
 /// The forms in which bytes and offsets are shown, typed and carried as text. Texts of bytes are Windows-1252.
 namespace HexText {
 
-/// What stands for a byte where the file has none.
+/// Shown in place of a byte after the end of the file.
 inline constexpr int NoByte = -1;
 
 /// The value of a hex digit in either case; -1 for all else.

@@ -2,7 +2,7 @@
 
 #include "hex/find/HexFindPanel.h"
 
-/// A page that puts something in the place of what it finds. Belongs to the form.
+/// A page that replaces what it finds. Owned by the form.
 class HexReplacePanel : public HexFindPanel {
     Q_OBJECT
 
