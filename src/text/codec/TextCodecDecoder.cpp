@@ -100,7 +100,7 @@ bool addUnit(char16_t unit, char16_t& high, Utf8Output& output) {
     return true;
 }
 
-/// Takes whole units alone.
+/// Consumes complete units only.
 template <bool Big>
 bool addUnits(std::string_view bytes, char16_t& high, Utf8Output& output) {
     const char* at = bytes.data();
@@ -119,7 +119,7 @@ bool addUnits(std::string_view bytes, char16_t& high, Utf8Output& output) {
     return true;
 }
 
-/// What a first look at the bytes suggests.
+/// The format that a first look at the bytes suggests.
 TextFormat guess(std::string_view bytes) {
     for (const TextCodecMarks::Mark& mark : TextCodecMarks::All) {
         if (bytes.starts_with(mark.bytes))
@@ -165,7 +165,7 @@ std::optional<std::string_view> TextDecoder::begin(std::string_view bytes, std::
     return run(bytes.substr(mark.size()), scratch);
 }
 
-/// The held back bytes are gone afterwards, so text that lies in them has to move.
+/// The bytes held back are overwritten afterwards, so text that lies in them must be moved.
 std::optional<std::string_view> TextDecoder::beginWithHead(std::string& scratch) {
     const std::string head = std::exchange(m_head, {});
     const auto text = begin(head, scratch);
