@@ -89,7 +89,7 @@ void DocumentSaving::SaveAll() {
     m_active.activate(present);
 }
 
-/// Each document comes to the front for its turn.
+/// Each document is activated for its turn.
 void DocumentSaving::saveTurn(frmDocument* turn) {
     m_active.activate(turn);
     yieldOnce();

@@ -8,15 +8,16 @@ class QMdiSubWindow;
 class frmDocument;
 
 /// The open documents as child windows of the frame, and which of them is the active one. Owned by the frame. The
-/// active child is kept here and does not change when the application loses the focus; there is none only while there
-/// is no document. Documents belong to their windows and are destroyed from the event loop after they were closed.
+/// active child is stored here and does not change when the application loses the focus; there is always one while
+/// there is a document. Documents are owned by their windows and are destroyed from the event loop after they were
+/// closed.
 class MdiChildren : public QObject {
     Q_OBJECT
 
  public:
     explicit MdiChildren(QMdiArea& area);
 
-    /// Shows the document in a window of its own and makes it the active one.
+    /// Shows the document in a window of its own and activates it.
     void add(frmDocument* document);
     /// The document closes: from now on it is not among the others.
     void remove(frmDocument* document);
