@@ -16,7 +16,7 @@ bool isIndex(int index) {
     return index >= 0 && index < MacroStore::Slots;
 }
 
-/// The index that a file's name stands for.
+/// The index of a macro by the name of its file.
 std::optional<int> indexOf(const QString& name) {
     const qsizetype dot = name.indexOf(u'.');
     const auto number = dot < 0 ? std::nullopt : SettingText::toLong(name.left(dot));

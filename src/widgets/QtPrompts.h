@@ -16,5 +16,5 @@ class QtPrompts : public Prompts {
 };
 
 /// "description|pattern;pattern|..." as the name filters of a file dialog: the description, and in a last pair of
-/// brackets the patterns, which the dialog hides. "*.*" stands for every file.
+/// brackets the patterns, which the dialog hides. "*.*" matches every file.
 QStringList nameFilters(const QString& filters);

@@ -16,7 +16,7 @@ class TokenTheme : public QObject {
     explicit TokenTheme(RegistryStore& store, QObject* parent = nullptr);
 
     const TokenLooks& looks() const { return m_looks; }
-    /// Reads the store. Changes that the store did not accept stay until it does.
+    /// Reads the store, except while it lacks the last changes because it did not accept them.
     void load();
     /// False when the store did not accept them; they apply to this run all the same.
     bool setLooks(const TokenLooks& looks);

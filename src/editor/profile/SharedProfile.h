@@ -17,7 +17,7 @@ class SharedProfile : public QObject {
     explicit SharedProfile(RegistryStore& store, QObject* parent = nullptr);
 
     const ControlProfile& profile() const { return m_profile; }
-    /// Reads the store. Changes that the store did not accept stay until it does.
+    /// Reads the store, except while it lacks the last changes because it did not accept them.
     void load();
     /// False when the store did not accept them.
     bool save();

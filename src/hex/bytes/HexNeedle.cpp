@@ -25,7 +25,7 @@ constexpr quint8 folded(quint8 byte) {
     return static_cast<quint8>(byte + letter + accented - multiplication + sCaron + ligature + zCaron + yDiaeresis);
 }
 
-/// The compiler vectorizes chunks of one fixed length.
+/// The compiler produces fast code for chunks of one fixed length.
 void fold(QByteArray& bytes) {
     auto* at = reinterpret_cast<quint8*>(bytes.data());
     quint8* const end = at + bytes.size();
