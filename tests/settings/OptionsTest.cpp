@@ -18,7 +18,7 @@ class OptionsTest : public testing::Test {
         loadFirstOptions(settings, options);
         LoadOptions(settings, options);
     }
-    /// What a member becomes when its key holds the text, from either state before.
+    /// The value of a member after its key held the text, from either state before.
     bool becomes(const char* key, const char* text, bool Options::*member) {
         put(key, text);
         options.*member = !(options.*member);

@@ -55,7 +55,7 @@ class WorkingCopy : public ByteStore {
     class Source;
 
     SystemError MakeTempFile(std::shared_ptr<WorkingCopyFile>& file);
-    /// Deletes an incomplete copy.
+    /// If copying fails, the copy is deleted.
     SystemError CopyToTempFile(const FileReader& source, const CopyProgress& progress);
 
     FileSystemCalls& m_calls;

@@ -42,7 +42,7 @@ LanguageDefinition lexed() {
     return language;
 }
 
-/// By rules of its own.
+/// By the language's own rules.
 LanguageDefinition ruled() {
     LanguageDefinition language;
     language.rules.strings = {{{"\"", "\""}, '\\', false}};

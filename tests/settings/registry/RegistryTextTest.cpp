@@ -17,7 +17,7 @@ class RegistryTextTest : public testing::Test {
         return RegistryText::exportKey(from, KeyName{Root, {}}).value_or(QString());
     }
 
-    /// What comes out of a text that came out of the store must be the store.
+    /// A store that is exported and imported again must be equal.
     void expectRoundTrip() {
         const QString text = QString::fromUtf8(exported(store).toUtf8());
         const RegistryText::Parsed parsed = RegistryText::parse(text);

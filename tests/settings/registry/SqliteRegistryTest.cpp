@@ -55,7 +55,7 @@ class SqliteRegistryTest : public testing::Test {
         return contentOf(m_path);
     }
 
-    /// The start goes on with defaults, what was found stands aside unchanged, and the new store works.
+    /// The start continues with defaults, the damaged file is unchanged under its new name, and the new store works.
     void expectSetAside(SqliteRegistry& store, const QByteArray& found, int number = 1) {
         EXPECT_EQ(read(store, u"1"_qs), QString());
         EXPECT_EQ(contentOf(damaged(number)), found);
@@ -66,7 +66,7 @@ class SqliteRegistryTest : public testing::Test {
     }
     QString write(RegistryStore& store, const QString& name) { return write(store, name, u"new"_qs); }
 
-    /// Gives folder and file these rights, and lets everybody pass the private folders above them.
+    /// Sets these permissions of folder and file, and makes the private folders above them accessible to all.
     void setRights(mode_t folder, mode_t file) const {
         ASSERT_EQ(::chmod(QFile::encodeName(m_path).constData(), file), 0);
         ASSERT_EQ(::chmod(QFile::encodeName(m_folder).constData(), folder), 0);
@@ -326,7 +326,7 @@ TEST_F(SqliteRegistryTest, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
     filledStore();
     SqliteRegistry open(m_path);
     EXPECT_EQ(read(open, u"1"_qs), QString(200, u'x'));
-    // Another process finds damage, and begins anew.
+    // Another process finds damage, and begins a new file.
     for (const QString& suffix : {QString(), u"-wal"_qs, u"-shm"_qs}) {
         ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
     }
@@ -387,7 +387,7 @@ struct Writer {
     int acknowledgements = -1;
     int acknowledged = 0;
 
-    /// Counts what has been acknowledged until there are `enough` or no more come.
+    /// Counts acknowledgements until there are `enough` or no more arrive.
     void follow(int enough) {
         char bytes[64];
         while (acknowledged < enough) {

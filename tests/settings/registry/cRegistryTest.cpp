@@ -26,7 +26,7 @@ class cRegistryTest : public testing::Test {
         store.readValue(HKEY_CURRENT_USER, Section, Name, value);
         return value;
     }
-    /// Writes the text as a string, and gives the type it was stored as.
+    /// Writes the text as a string, and returns the type of the stored value.
     qint32 typeOf(const QString& text) {
         EXPECT_TRUE(registry.setValue(text));
         return stored().type;
