@@ -4,8 +4,8 @@
 
 class QWidget;
 
-/// A view of a document's file: what the document asks of whichever of its views is visible. Text and hex view
-/// implement it, so that a document need not distinguish them. The document owns its views.
+/// A view of a document's file: what the document calls on its visible view. Text and hex view implement it, so that a
+/// document need not distinguish them. The document owns its views.
 ///
 /// load() and save() report failures to the user and then return false; the view is unchanged.
 class DocumentView {

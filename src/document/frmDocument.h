@@ -91,7 +91,7 @@ class frmDocument : public QWidget {
     int DocIcon() const { return m_icon; }
     Q_INVOKABLE void SetDocIcon(int icon);
 
-    /// While true a close event of this window is ignored: the Close item is greyed.
+    /// While true a close event of this window is ignored: the Close item is disabled.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
 
     // Searches and bookmarks (frmDocumentSearch.cpp). Those of one match show a box when there is none; those of all

@@ -74,8 +74,8 @@ class rtCM : public QWidget, public DocumentView {
     PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
-    /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
-    /// forwards. An exception of `change` is passed on to the caller, and then nothing has been replaced.
+    /// Replaces the selection by the result of `change`, in one undo step, and leaves the new text selected forwards.
+    /// An exception of `change` is passed on to the caller, and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -102,7 +102,7 @@ class rtCM : public QWidget, public DocumentView {
     QString GetLang() const;
     /// An unknown name leaves the language unchanged.
     void SetLang(const QString& pLang);
-    /// Takes the stored properties of the control, and stores those that all controls have in common.
+    /// Reads the stored properties of the control, and stores those that all controls have in common.
     void PropertiesLoad();
     void PropertiesSave();
 
@@ -198,7 +198,7 @@ class rtCM : public QWidget, public DocumentView {
     void setLineNumberStart(qint64 number);
     void ShowLineNumber(bool on) { setLineNumbering(on); }
 
-    // Colours of the control's elements; one that is not valid stands for the desktop's.
+    // Colours of the control's elements; an invalid one means the desktop's.
     QColor BackColor() const;
     void setBackColor(const QColor& pColor);
     void SetLeftMarginColor(const QColor& pColor);

@@ -103,7 +103,7 @@ void HexPanes::fill() {
 void HexPanes::fillCells() {
     const int rows = m_paging.rows();
     const FilePosition top = m_paging.FilePointer();
-    // One row more than is seen, as the grids have it.
+    // One row more than is visible, as in the grids.
     std::array<char, HexPaging::PageBytes + HexPaging::BytesPerRow> bytes{};
     const int shown = (rows + 1) * HexPaging::BytesPerRow;
     const qint64 count = m_bytes.read(top, bytes.data(), shown);

@@ -84,7 +84,7 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicOffSet->setObjectName(u"PicOffSet"_qs);
     PicOffSet->setAccessibleName(u"Offsets"_qs);
     PicHex = new GridPane(grid1, u"00"_qs, view);
-    // Before it has an accessible name: naming it makes its accessible object.
+    // Done before it has an accessible name: naming it creates its accessible object.
     GridAccessible::follow(*PicHex);
     PicHex->setObjectName(u"PicHex"_qs);
     PicHex->setAccessibleName(u"Hex"_qs);

@@ -121,7 +121,7 @@ class ucHex : public QWidget, public HexFindTarget {
     void cmdClearBookmark();
     void DeleteBookmark();
     void FindNextItem();
-    /// Each opens the form at the page that fits the pane in use, whatever the flag says.
+    /// Each opens the form at the page that fits the pane in use, whatever the value of the flag.
     void FindDialog(bool flag = false);
     void ReplaceDialog(bool flag = false);
     void cmdFindHex();

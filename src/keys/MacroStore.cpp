@@ -32,7 +32,7 @@ QString MacroStore::folder() const {
     return m_programFolder + QLatin1String("/macros");
 }
 
-/// The bytes are looked at once: a macro may be played by another ten thousand times.
+/// The bytes are parsed once: another macro may play this one ten thousand times.
 const std::optional<Macro>& MacroStore::macro(int index) const {
     static const std::optional<Macro> none;
     if (!isIndex(index))
@@ -80,7 +80,7 @@ bool MacroStore::SaveMacroFile(const QString& pFilename, int pIndex) {
     const QFileInfo there(pFilename);
     if (there.exists() && !there.isFile())
         return false;
-    // Reading too, because a file that is opened for writing alone is cut.
+    // Opened for reading too, because a file that is opened for writing alone is truncated.
     QFile file(pFilename);
     const QByteArray& bytes = m_bytes[pIndex];
     return file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.flush();

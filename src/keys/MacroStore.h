@@ -37,7 +37,7 @@ class MacroStore {
     /// Clears the name of slot `n` and removes it from the menu, because it will contain another macro.
     void forgetNameOf(int n);
 
-    /// Saves hot keys and macros; makes the folder in any case.
+    /// Saves hot keys and macros; creates the folder in any case.
     void SaveMacros();
     /// True when there was something to write and all of it was written.
     bool SaveMacroFile(const QString& pFilename, int pIndex);

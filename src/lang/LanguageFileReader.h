@@ -20,7 +20,7 @@ class LanguageFileReader {
     using Words = QByteArrayList;
     struct Statement {
         const char* name;
-        int fewest;  ///< words behind the name
+        int fewest;  ///< words after the name
         int most;    ///< -1: any number
         bool once;
         QString (LanguageFileReader::*take)(const Words& words);

@@ -9,7 +9,7 @@
 namespace {
 
 const QString IndexFile = u"languages.idx"_qs;
-constexpr int Mark = 2;  ///< characters before and behind a name
+constexpr int Mark = 2;  ///< characters before and after a name
 
 /// The name between the marks of a line that opens a record.
 QString nameOf(const QString& line) {

@@ -33,7 +33,7 @@ bool ControlBookmarks::BookmarkAt(qint64 line) const {
     return false;
 }
 
-/// Lines that were joined may carry marks at pieces behind the first too; those are removed with it.
+/// Lines that were joined may also have marks at pieces after the first; those are removed with it.
 void ControlBookmarks::setBookmarkAt(qint64 line, bool bookmarked) {
     if (line < 0 || line >= m_view.TotalLines() || BookmarkAt(line) == bookmarked)
         return;

@@ -18,7 +18,7 @@ void ControlBraces::setBraceMatching(bool on) {
     follow();
 }
 
-/// The brace in front of the caret has precedence over the one behind it.
+/// The brace before the caret has precedence over the one after it.
 void ControlBraces::follow() {
     if (!m_on)
         return clear();

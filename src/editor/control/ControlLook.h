@@ -64,7 +64,7 @@ class ControlLook {
 
     /// To be called when the palette has changed.
     void applyColours();
-    /// To be called behind an edit and a load: errors are shown or not as lines are held in pieces or no longer are.
+    /// To be called after an edit and a load: whether errors are shown depends on whether lines are held in pieces.
     void followPieces();
 
  private:

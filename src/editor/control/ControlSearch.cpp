@@ -161,7 +161,7 @@ SearchOutcome ControlSearch::findBackward(const SearchPattern& pattern, Wrap wra
     return findLast(lastMatchBefore, pattern, nothingSelected && !isEmptyMatchTaken({from, from}), wrap);
 }
 
-/// The last match in front of the selection, by one rule or the other, else the last of the text.
+/// The last match before the selection, by one rule or the other, else the last of the text.
 template <typename Rule>
 SearchOutcome ControlSearch::findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere, Wrap wrap) {
     const QPointer<EditView> alive(&m_view);

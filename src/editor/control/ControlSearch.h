@@ -64,7 +64,7 @@ class ControlSearch {
     /// The pattern for a new search: its text is added to the history; when there is none, searchError() returns the
     /// reason.
     std::shared_ptr<const SearchPattern> notedPattern();
-    /// The next match behind the selection. With an error, the control may have been destroyed.
+    /// The next match after the selection. With an error, the control may have been destroyed.
     OnwardMatch matchOnward(const SearchPattern& pattern, Wrap wrap);
     /// The watch of one scan. While a macro is played, it calls the player.
     MatchScan::Watch watchOfSearch();

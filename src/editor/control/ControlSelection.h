@@ -41,10 +41,10 @@ class ControlSelection {
     void loosenRectangle();
     /// The same for a text inserted as a whole: it begins at the topmost of the lines.
     void loosenAtTop();
-    /// Called behind an edit of lines that a rectangle crosses.
+    /// Called after an edit of lines that a rectangle crosses.
     void cutRectangleAnew();
 
-    /// Called behind and before a step up or down, which keeps to the column of the last step sideways.
+    /// Called after and before a step up or down, which keeps to the column of the last step sideways.
     void knowColumn();
     void chooseColumn();
 

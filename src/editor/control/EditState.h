@@ -29,10 +29,10 @@ struct EditState {
     bool noted = false;  ///< the scope was recorded as a step
     int unrecorded = 0;  ///< how many objects of Unrecorded exist
 
-    quint64 changes = 0;  ///< edits and loads since the control was made
+    quint64 changes = 0;  ///< edits and loads since the control was created
     bool typing = false;  ///< the next typed text belongs to the undo step of the last one
     bool locked = false;
-    bool forcedLock = false;  ///< the text can only be looked at
+    bool forcedLock = false;  ///< the text is read-only, whatever the user sets
     int repeatCount = 1;      ///< of the next command, key or typed text
     /// Set while a macro is played: runs the event loop, and returns whether playing continues. Called by operations
     /// that take long.

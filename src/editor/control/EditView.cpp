@@ -32,7 +32,7 @@ void EditView::setUpScintilla() {
     // the text.
     send(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
-    // No further than is shown: each key would have all that follows cut again.
+    // No further than is shown: otherwise each key would have all following text styled again.
     send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
     send(SCI_SETBUFFEREDDRAW, 0);
     send(SCI_SETSCROLLWIDTH, 1);

@@ -57,7 +57,7 @@ class EditView : public QsciScintillaBase {
     QByteArray withOwnLineEnds(const QString& text) const;
     /// Whether so many bytes more at the caret make its line too long to be held in one piece.
     bool wouldOutgrow(qint64 bytes) const;
-    /// Counts edits and loads: a place in the text is good as long as this stays the same.
+    /// Counts edits and loads: a place in the text is valid as long as this stays the same.
     quint64 changeCount() const { return m_state.changes; }
     bool Locked() const { return m_state.locked || m_state.forcedLock; }
     /// Ignored with false while the text can only be looked at (see ControlFile::limitations()).

@@ -16,7 +16,7 @@ class KeptView {
     void giveBackTo(EditView& view) const;
 
  private:
-    /// One end of a range, in bytes, and how far behind the end of its line it lies.
+    /// One end of a range, in bytes, and how far after the end of its line it is.
     struct End {
         qint64 byte;
         qint64 beyond;

@@ -13,7 +13,7 @@ using ScintillaCalls::ask;
 
 namespace {
 
-/// Blanks at the start of a line that are looked at, in bytes.
+/// Blanks at the start of a line that are examined, in bytes.
 constexpr qint64 FrontLimit = 4096;
 /// Empty lines that are passed over on the way up.
 constexpr qint64 EmptyLines = 1000;

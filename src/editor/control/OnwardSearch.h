@@ -12,7 +12,7 @@ struct OnwardSearch {
     const HeldText& text;
     const TextMap& map;
     qint64 from = 0;  ///< a held byte
-    /// Makes the watch of a scan; may be empty.
+    /// Creates the watch of a scan; may be empty.
     std::function<MatchScan::Watch()> watch = {};
     /// Whether the first match before the end of the text is skipped; may be empty.
     std::function<bool(const TextMatch& match)> isTaken = {};
@@ -20,7 +20,7 @@ struct OnwardSearch {
 
 struct OnwardMatch {
     std::unique_ptr<MatchScan> scan;  ///< at the match; null: there is none, with or without an error
-    bool wrapped = false;             ///< found, or looked for in vain, from the start of the text too
+    bool wrapped = false;             ///< the search has continued at the start, with or without a match
     SearchError error;
 };
 

@@ -37,7 +37,7 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
-/// Commands that are made of several edits.
+/// Commands that consist of several edits.
 constexpr auto Composed = std::to_array<int>({Sci::SCI_PASTE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_NEWLINE});
 /// Commands that delete or insert something wherever something is selected.
 constexpr auto Edits = std::to_array<int>({Sci::SCI_NEWLINE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_CLEAR,

@@ -73,7 +73,7 @@ void LongLines::cut(qint64 begin) {
     }
 }
 
-/// False when the text may be edited but has no byte left over to stand for a joint; its lines then stay long.
+/// False when the text may be edited but has no unused byte for joints; its lines then stay long.
 bool LongLines::chooseJoint() {
     if (m_map.joints().kind() != JointKind::None)
         return m_map.joints().kind() != JointKind::Listed;

@@ -16,7 +16,7 @@ class PartQueue {
     /// The writer has no more.
     void close();
 
-    /// The next part, good until the next call; an empty one at the end.
+    /// The next part, valid until the next call; an empty one at the end.
     std::string_view next();
     /// The reader needs no more.
     void giveUp();

@@ -88,7 +88,7 @@ bool endsByItself(QByteArrayView line) {
 std::optional<bool> indentedByTabs(const HeldText& text) {
     int tabs = 0;
     int blanks = 0;
-    int column = 0;  ///< of blanks at the front, -1 behind it
+    int column = 0;  ///< of blanks at the front, -1 after it
     text.forEachRun(0, std::min(text.length(), LookedAt), [&](std::string_view bytes) {
         for (const char c : bytes) {
             if (c == '\n' || c == '\r') {

@@ -5,11 +5,11 @@
 #include <functional>
 #include <string_view>
 
-/// The partner of a brace, looked for no further than a stated distance, so that a step of the caret costs the same in
+/// Finds the partner of a brace, no further away than a stated distance, so that a step of the caret costs the same in
 /// every text.
 namespace BraceScan {
 
-/// Bytes looked at on the way.
+/// Maximum number of bytes examined.
 inline constexpr qint64 Limit = 256 * 1024;
 
 struct Match {

@@ -15,7 +15,7 @@ using Sci = QsciScintillaBase;
 namespace {
 
 constexpr int Indicator = Sci::INDIC_CONTAINER;
-/// Bytes and matches on one screen that are looked at.
+/// Maximum bytes and matches examined on one screen.
 constexpr qint64 MostBytes = 256 * 1024;
 constexpr std::size_t MostMatches = 5000;
 constexpr int DelayMilliseconds = 30;

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int SwatchSize = 16;
-/// Letters of the column in front of the examples.
+/// Letters of the column before the examples.
 constexpr int CaptionWidth = 16;
 
 /// The name of each class, and an example of it.

@@ -27,7 +27,7 @@ class HexPaging {
     void open(qint64 length);
 
     qint64 length() const { return m_length; }
-    /// Of the first byte of the top row: 1 or more, and a whole number of rows behind 1.
+    /// Of the first byte of the top row: 1 or more, and a whole number of rows after 1.
     FilePosition FilePointer() const { return m_pointer; }
     void setFilePointer(FilePosition pointer) { m_pointer = pointer; }
 
@@ -58,7 +58,7 @@ class HexPaging {
 
     /// Makes the byte's row the first of the page.
     HexCell goTo(Offset offset);
-    /// As goTo(), by the rule of the dialog for an offset: the column is that of the byte behind it.
+    /// As goTo(), by the rule of the dialog for an offset: the column is that of the byte after it.
     HexCell goToTyped(Offset offset);
     /// One more than there are when the last page is full.
     qint64 typedPages() const { return 1 + m_length / PageBytes; }

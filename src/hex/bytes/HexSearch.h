@@ -20,7 +20,7 @@ class HexSearch {
     /// `bytes` outlive it.
     explicit HexSearch(ByteStore& bytes, qint64 blockSize = BlockSize) : m_bytes(bytes), m_blockSize(blockSize) {}
 
-    /// The first match from `start` on; with `goesOn` once more from the top of the file. A start behind the end finds
+    /// The first match from `start` on; with `goesOn` once more from the top of the file. A start after the end finds
     /// nothing.
     std::optional<FilePosition> findDown(const HexNeedle& needle, FilePosition start, bool goesOn) const;
     /// The last match before the byte at `cursor`; with `goesOn` once more from the end of the file.

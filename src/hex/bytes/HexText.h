@@ -28,9 +28,9 @@ QString hexOf(Offset offset);
 /// Ten characters: decimal, or upper-case hexadecimal, filled with "0" on the left.
 QString FormatOffset(Offset offset, bool hexMode);
 
-/// A blank behind each two characters, the last ones too.
+/// A blank after each two characters, the last ones too.
 QString SpaceHexText(const QString& digits);
-/// As SpaceHexText(), of a text whose blanks do not count; a single digit at the end gets a "0" behind it.
+/// As SpaceHexText(), for a text whose blanks are ignored; a "0" is appended to a single digit at the end.
 QString NormalizeHexText(const QString& text);
 /// The bytes of a text of which each three characters are one byte; nothing when it is no such text.
 std::optional<QByteArray> bytesOfHexText(const QString& text);

@@ -27,7 +27,7 @@ SystemError systemError(int number) {
     return SystemError::fromErrno(number);
 }
 
-/// The private one, made when it is not there.
+/// The private one, created if it does not exist.
 SystemError GetTempFolder(QString& folder) {
     folder = temporaryFolder();
     return makePrivateFolder(folder);

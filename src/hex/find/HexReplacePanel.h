@@ -22,7 +22,7 @@ class HexReplacePanel : public HexFindPanel {
     void cmdReplaceAll();
 
  private:
-    /// The term's tail behind a shorter replacement.
+    /// The term's tail after a shorter replacement.
     void fillReplacement();
     /// The replacement as blank-separated hex digits.
     QString hexText() const;

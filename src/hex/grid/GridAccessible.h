@@ -15,7 +15,7 @@ class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterfac
     explicit GridAccessible(GridPane* pane);
     ~GridAccessible() override;
 
-    /// Makes the pane known to Qt and reports each change of it from now on.
+    /// Registers the pane with Qt and reports each change of it from now on.
     static void follow(GridPane& pane);
 
     /// The receiver of reports, by default Qt while a screen reader listens there. For tests without a desktop; null:

@@ -32,7 +32,7 @@ struct Content {
 /// A file longer than `most` is an error.
 Content read(const QString& path, qsizetype most);
 
-/// A last line without an end counts, an empty one behind the last end does not.
+/// A last line without an end counts, an empty one after the last end does not.
 QStringList linesOf(QByteArrayView bytes);
 
 /// Nothing when the file cannot be read or is longer than `most`.

@@ -35,7 +35,7 @@ inline constexpr qint32 ExpandString = 2;  ///< string with environment referenc
 inline constexpr qint32 Binary = 3;
 inline constexpr qint32 Integer = 4;           ///< 32 bits, lowest byte first
 inline constexpr qint32 IntegerBigEndian = 5;  ///< 32 bits, highest byte first
-inline constexpr qint32 StringList = 7;        ///< strings, each with its zero, and a zero behind the last
+inline constexpr qint32 StringList = 7;        ///< strings, each with its zero, and a zero after the last
 }  // namespace RegistryType
 
 /// A stored value: its type and its bytes. Texts are UTF-16 units, lowest byte first, with their terminating zero

@@ -67,7 +67,8 @@ class SqliteConnection {
     /// The content of the file. Blank: nothing yet. An error is noted and counts as Foreign.
     Schema schema();
     bool createSchema();
-    /// The log beside the file is neither played in nor removed at the end, as it otherwise is by the last to close.
+    /// The log beside the file is neither replayed nor removed at the end, as the last connection to close would
+    /// otherwise do.
     void leaveFilesAlone();
 
     Access access() const { return m_access; }

@@ -279,7 +279,7 @@ int SqliteRegistry::openForReading() {
     return m_schemaKnown ? SQLITE_OK : SQLITE_EMPTY;
 }
 
-/// Where nothing can be made beside the file a log can't either: then the file is read as it lies.
+/// If no file can be created beside it, there can be no log either: then the file alone is read.
 SqliteConnection::Schema SqliteRegistry::lookAtSchema(int& sqliteResult) {
     const SqliteConnection::Schema schema = m_connection->schema();
     sqliteResult = m_connection->takeError();

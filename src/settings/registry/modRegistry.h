@@ -8,7 +8,7 @@
 /// The key, below the current user's root, that holds all of the program's own.
 QString programKey();
 
-/// Makes the key if need be. An empty name is the key's default value.
+/// Creates the key if needed. An empty name is the key's default value.
 bool SetRegString(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName,
                   const QString& sValue);
 /// The text up to its first zero character; "" when key or value is missing or the value isn't of type string.

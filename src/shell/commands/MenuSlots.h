@@ -25,7 +25,7 @@ class MenuSlots {
     /// Called with the array and number of the slot that was chosen.
     using Runner = std::function<void(const SlotArray& array, int number)>;
 
-    /// Makes the slots. The table outlives them.
+    /// Creates the slots. The table outlives them.
     MenuSlots(CommandEntries& commands, std::span<const SlotArray> table, const Runner& run);
 
     QAction* slot(const char* array, int number) const;

@@ -53,7 +53,7 @@ class ActiveDocument : public QObject {
     void reportClosing(frmDocument* document) { Q_EMIT closing(document); }
 
  Q_SIGNALS:
-    /// A document was made; it is the active one by now.
+    /// A document was created; it is the active one already.
     void added(frmDocument* document);
     void activated(frmDocument* document);
     /// Of any document, active or not.

@@ -44,7 +44,7 @@ bool DocumentOpening::FindOpenDocument(const QString& path) {
         if (document->filename != path)
             continue;
         m_children.bringToFront(document);
-        document->setFocus();  // it may have been in front already
+        document->setFocus();  // it may have been active already
         yieldOnce();
         return true;
     }

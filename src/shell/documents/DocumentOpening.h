@@ -21,7 +21,7 @@ class DocumentOpening {
     DocumentOpening(DocumentHost& host, QWidget& window, const DocumentServices& services, MdiChildren& children,
                     ActiveDocument& active, SystemClose& systemClose);
 
-    /// An untitled document with a tab, in front.
+    /// Adds an untitled document with a tab, and activates it.
     void NewDocument();
     /// Activates the document that shows the file. The path is compared exactly.
     bool FindOpenDocument(const QString& path);
