@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-/// How well one colour is seen on another, and colours made so that they are.
+/// The contrast of two colours, and colours chosen for enough of it.
 namespace Contrast {
 
 /// The contrast that text needs to be readable.

@@ -45,7 +45,7 @@ HexNeedle::Letter letterOf(char byte) {
     return {lower, lower};
 }
 
-/// Whether one of a chunk of places holds the first letter with the last one as far behind it as in the needle.
+/// Whether the first letter is at one of a chunk of places, with the last one as far after it as in the needle.
 bool mayBeginIn(const quint8* firsts, const quint8* lasts, HexNeedle::Letter first, HexNeedle::Letter last) {
     quint8 any = 0;
     for (qsizetype i = 0; i < Chunk; ++i) {

@@ -22,12 +22,12 @@ class MdiChildren : public QObject {
     /// The document closes: from now on it is not among the others.
     void remove(frmDocument* document);
 
-    /// In the order in which they were made.
+    /// In the order of their creation.
     const QList<frmDocument*>& documents() const { return m_documents; }
     frmDocument* active() const { return m_active; }
     frmDocument* byKey(const QString& key) const;
     QMdiSubWindow* windowOf(const frmDocument* document) const;
-    /// All windows, the one in front last.
+    /// All windows in the order of their last activation, the active one last.
     QList<QMdiSubWindow*> windowsByOrder() const;
     QMdiArea& area() const { return m_area; }
 

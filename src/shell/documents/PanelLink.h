@@ -10,7 +10,7 @@ class PanelLink {
 
     /// First call only: the panel makes its lists ready.
     virtual void InitObjects() = 0;
-    /// A document was made.
+    /// A document was created.
     virtual void AddFile(const QString& caption, const QString& key) = 0;
     /// Its file or state changed; `image` is that of its tab. An empty file leaves the row's text unchanged.
     virtual void SetFile(const QString& file, const QString& key, int image) = 0;

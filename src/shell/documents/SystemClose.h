@@ -17,7 +17,7 @@ class SystemClose : public QObject {
     void enable(bool on);
     bool isGreyed() const { return m_operations > 0; }
 
-    /// Runs the task now, or, while Close is greyed, from the event loop once it is not any more.
+    /// Runs the task now, or, while Close is disabled, from the event loop once it is enabled again.
     void whenFree(std::function<void()> task);
 
  private:

@@ -42,7 +42,7 @@ class TabStrip;
 struct FrameServices;
 
 /// The parts of the frame, in the order of their creation. Each part gets what it uses by its constructor; only the
-/// frame, which owns the house, has access to all of it. The widgets are owned by the window.
+/// frame, which owns this object, has access to all of it. The widgets are owned by the window.
 struct House {
     /// `window` and `host` are the frame; `run` carries out a command.
     House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run);
@@ -91,7 +91,7 @@ struct House {
     FrameCommands frameCommands;
     SlotCommands slotCommands;
 
-    // Made when the frame is loaded, and destroyed when it ends
+    // Created when the frame is loaded, and destroyed when it ends
     std::unique_ptr<frmOpenCheck> openCheck;
     std::unique_ptr<TabMenu> tabMenu;
 };

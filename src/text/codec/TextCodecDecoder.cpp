@@ -13,7 +13,7 @@ namespace {
 
 /// The most UTF-8 bytes that one byte of Windows-1252 or one unit of UTF-16 makes.
 constexpr std::size_t MostBytes = 3;
-/// Room behind the output, because a character is stored as a whole word and may belong to a unit fed earlier.
+/// Space after the output, because a character is stored as a whole word and may belong to a unit fed earlier.
 constexpr std::size_t Slack = 8;
 
 void growTo(std::string& scratch, std::size_t size) {
