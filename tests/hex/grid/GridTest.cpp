@@ -113,6 +113,20 @@ TEST(AGrid, CanBeReadFromOutside) {
     EXPECT_EQ(value, u"34"_qs);
 }
 
+TEST(AGrid, ReportsThatACellIsLeftAfterAKeyThatFoundNoneToGoTo) {
+    for (const int key : {Qt::Key_PageDown, Qt::Key_PageUp}) {
+        PagingOwner owner(640, 641);
+        owner.pages.setFilePointer(FilePosition(641));
+        QObject::disconnect(&owner.grid, &Grid::RequestPreviousPage, nullptr, nullptr);
+        owner.press(key);
+        owner.grid.setPointer(FilePosition(321));
+        owner.grid.setRows(20);
+        owner.raised.clear();
+        owner.grid.pressMouse(3, 4);
+        EXPECT_EQ(owner.raised, QStringList({u"LeaveCell 0,0"_qs, u"EnterCell 3,4"_qs})) << key;
+    }
+}
+
 TEST(TheDownKey, MovesARowDown) {
     PagingOwner owner(640);
     owner.put(2, 3);
