@@ -102,6 +102,7 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
 void HexParts::makeRuler(QWidget* view) {
     lblSelect = new ClickLabel(view);
     lblSelect->setObjectName(u"lblSelect"_qs);
+    lblSelect->setFocusPolicy(Qt::TabFocus);  // the keyboard's way to what a click on the ruler or the offsets does
     ruler = new QWidget(view);
     ruler->setFixedSize(PicHex->width(), RulerHeight);
     for (std::size_t i = 0; i < Label2.size(); ++i) {

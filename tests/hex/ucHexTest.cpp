@@ -286,6 +286,23 @@ TEST_F(TheHexView, ShowsOffsetsInEitherRadix) {
     }
 }
 
+TEST_F(TheHexView, ShowsOffsetsInEitherRadixByTheKeyboardToo) {
+    open(someBytes(400));
+    auto* caption = part<ClickLabel>(u"lblSelect"_qs);
+    EXPECT_TRUE(caption->focusPolicy() & Qt::TabFocus);
+    bookmarks()->setFocus();
+    for (int i = 0; i < 30 && QApplication::focusWidget() != caption; ++i)
+        press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(QApplication::focusWidget(), caption);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(m_hex->OffsetHexMode());
+    EXPECT_EQ(caption->text(), u"Offset - HEX"_qs);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(m_hex->OffsetHexMode());
+    press(Qt::Key_A);
+    EXPECT_FALSE(m_hex->OffsetHexMode());
+}
+
 TEST_F(TheHexView, ExchangesTheEditModeByAClickOnItsLabelsOnly) {
     const auto colour = [this](int number) {
         return part<QLabel>(u"lblInfo(%1)"_qs.arg(number))->palette().color(QPalette::WindowText);

@@ -249,6 +249,7 @@ TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
         QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     }
     EXPECT_TRUE(walked.contains(u"lsBookmark"_qs)) << walked.join(u' ').toStdString();
+    EXPECT_TRUE(walked.contains(u"lblSelect"_qs)) << walked.join(u' ').toStdString();
     EXPECT_EQ(walked.filter(u"tbScroll."_qs).size(), 6) << walked.join(u' ').toStdString();
 }
 
