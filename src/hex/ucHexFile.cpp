@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QProgressBar>
 
+#include <utility>
+
 namespace {
 
 bool isEmptyFile(const QString& path) {
@@ -40,7 +42,7 @@ CopyProgress ucHex::SetProgress() {
 }
 
 bool ucHex::OpenFile(const QString& pFileName) {
-    if (m_isBusy || isEmptyFile(pFileName))
+    if (m_isBusy || m_scans.isRunning() || isEmptyFile(pFileName))
         return false;
     finishNibble();
     const QPointer<ucHex> guard(this);
@@ -55,7 +57,7 @@ bool ucHex::OpenFile(const QString& pFileName) {
     const bool loaded = LoadFile(pFileName);
     if (!guard)
         return false;
-    m_isBusy = false;
+    setFree();
     if (!loaded)
         return false;
     FillGrid();
@@ -83,13 +85,39 @@ bool ucHex::LoadFile(const QString& pFileName) {
         return false;
     }
     m_fileOpen = true;
+    setHasUnmarked(false);
     m_panes.open(m_copy.length());
     m_panes.parts().bookmarks->clear();
     return true;
 }
 
+/// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
+bool ucHex::isFree() {
+    if (!m_isBusy && !m_scans.isRunning())
+        return true;
+    m_wasRefused = true;
+    Q_EMIT Notice(u"Not saved: the file is still being read or written."_qs);
+    return false;
+}
+
+void ucHex::setFree() {
+    m_isBusy = false;
+    if (std::exchange(m_wasRefused, false))
+        Q_EMIT Notice({});
+}
+
+QString ucHex::limitations() const {
+    return m_hasUnmarked ? u"Save As writes what was replaced or filled."_qs : QString();
+}
+
+/// Replaced and filled bytes do not count as modified, so that a plain save may leave them out.
+void ucHex::setHasUnmarked(bool hasUnmarked) {
+    if (std::exchange(m_hasUnmarked, hasUnmarked) != hasUnmarked)
+        Q_EMIT LimitationsChanged();
+}
+
 bool ucHex::SaveFile(const QString& pFileName, bool force) {
-    if (m_isBusy)
+    if (!isFree())
         return false;
     if (!m_fileOpen)
         return true;
@@ -99,7 +127,7 @@ bool ucHex::SaveFile(const QString& pFileName, bool force) {
 
 void ucHex::cmdSaveAs() {
     const QString target = m_saveAsName.left(m_saveAsName.indexOf(QChar(u'\0'))).trimmed();
-    if (m_isBusy || !m_fileOpen || target.isEmpty())
+    if (!m_fileOpen || target.isEmpty() || !isFree())
         return;
     finishNibble();
     writeOver(target);
@@ -116,12 +144,13 @@ bool ucHex::writeOver(const QString& target) {
     BusyPointer::restore();
     if (!guard)
         return false;
-    m_isBusy = false;
+    setFree();
     m_edits.endSave(!error);
     if (error) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
+    setHasUnmarked(false);
     m_panes.paintMarks();
     m_panes.parts().ProgressBar1->hide();
     return true;

@@ -442,8 +442,12 @@ TEST_F(HexMode, TheListOfBookmarksBringsItsMenuUp) {
     m_document.ToggleBookmark();
     pressKey(Qt::Key_Right);
     m_document.ToggleBookmark();
-    Q_EMIT bookmarks().customContextMenuRequested(QPoint(1, 1));
+    const QPoint at(9, 7);
+    QTest::mousePress(bookmarks().viewport(), Qt::RightButton, {}, at);
+    EXPECT_FALSE(menu("BOOK").isVisible());
+    QTest::mouseRelease(bookmarks().viewport(), Qt::RightButton, {}, at);
     EXPECT_TRUE(menu("BOOK").isVisible());
+    EXPECT_EQ(menu("BOOK").pos().y(), bookmarks().viewport()->mapToGlobal(at).y());  // the screen is too narrow for x
     menu("BOOK").close();
     choose("BOOK", "mnuHexDelBookmark");
     EXPECT_EQ(bookmarkCount(), 1);

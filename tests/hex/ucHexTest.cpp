@@ -332,7 +332,7 @@ TEST_F(TheHexView, AsksForItsMenusWhereThePointerIs) {
     ASSERT_EQ(asked.count(), 1);
     EXPECT_EQ(QPoint(asked[0][0].toInt(), asked[0][1].toInt()), pane(2)->pos() + QPoint(30, 40));
     EXPECT_EQ(asked[0][2].toString(), u"HEX"_qs);
-    Q_EMIT bookmarks()->customContextMenuRequested(QPoint(5, 6));
+    QTest::mouseClick(bookmarks()->viewport(), Qt::RightButton, {}, QPoint(5, 6));
     EXPECT_EQ(asked[1][2].toString(), u"BOOK"_qs);
     select(3, 4);
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
