@@ -1,15 +1,14 @@
 #pragma once
 
+#include "hex/PacedProgress.h"
 #include "platform/YieldPace.h"
 
 #include <QElapsedTimer>
-#include <QPointer>
 
 #include <functional>
 #include <memory>
 
 class InputStop;
-class QProgressBar;
 class QString;
 
 /// What a user sees of one scan over a file, and how it is stopped: nothing for a moment, then a progress bar, a text
@@ -33,7 +32,7 @@ class LongScan {
  private:
     void show();
 
-    QPointer<QProgressBar> m_bar;
+    PacedProgress m_bar;
     Notice m_notice;
     QElapsedTimer m_since;
     YieldPace m_pace;

@@ -1,5 +1,6 @@
 // Loading a file into the view and saving it.
 
+#include "hex/PacedProgress.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
@@ -9,7 +10,6 @@
 #include "widgets/Prompts.h"
 
 #include <QPointer>
-#include <QProgressBar>
 
 #include <utility>
 
@@ -33,11 +33,13 @@ void ucHex::EnableHexControls() {
 }
 
 CopyProgress ucHex::SetProgress() {
-    return [guard = QPointer<ucHex>(this)](int percent) {
-        if (guard)
-            guard->m_panes.parts().ProgressBar1->setValue(percent);
+    PacedProgress progress(m_panes.parts().ProgressBar1);
+    progress.show();
+    return [progress](int percent) mutable {
+        if (progress.isThere())
+            progress.setValue(percent);
         yieldOnce();
-        return !guard.isNull();
+        return progress.isThere();
     };
 }
 
@@ -74,12 +76,10 @@ bool ucHex::OpenFile(const QString& pFileName) {
 bool ucHex::LoadFile(const QString& pFileName) {
     const QPointer<ucHex> guard(this);
     m_fileOpen = false;
-    m_panes.parts().ProgressBar1->setValue(0);
-    m_panes.parts().ProgressBar1->show();
     const SystemError error = m_copy.load(pFileName, SetProgress());
     if (!guard)
         return false;
-    m_panes.parts().ProgressBar1->hide();
+    PacedProgress(m_panes.parts().ProgressBar1).hide();
     if (error) {
         m_prompts.message(this, error.description);
         return false;
@@ -135,8 +135,6 @@ void ucHex::cmdSaveAs() {
 
 bool ucHex::writeOver(const QString& target) {
     const QPointer<ucHex> guard(this);
-    m_panes.parts().ProgressBar1->setValue(0);
-    m_panes.parts().ProgressBar1->show();
     BusyPointer::show();
     m_isBusy = true;
     m_edits.beginSave();
@@ -145,6 +143,7 @@ bool ucHex::writeOver(const QString& target) {
     if (!guard)
         return false;
     setFree();
+    PacedProgress(m_panes.parts().ProgressBar1).finish();
     m_edits.endSave(!error);
     if (error) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
