@@ -1,8 +1,13 @@
 #include "hex/HexFormFixture.h"
+#include "hex/bytes/HexSearch.h"
 
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QProgressBar>
 #include <QSignalSpy>
+
+#include <algorithm>
+#include <functional>
 
 namespace {
 

@@ -2,6 +2,8 @@
 
 #include "text/codec/Windows1252.h"
 
+#include <QStringList>
+
 #include <array>
 
 namespace {
