@@ -51,6 +51,14 @@ bool HexView::isModified() const {
     return m_control->FileOpen() && m_control->Modified();
 }
 
+bool HexView::hasContent() const {
+    return m_control->FileOpen();
+}
+
+QString HexView::limitations() const {
+    return m_control->limitations();
+}
+
 bool HexView::Locked() const {
     return m_control->Locked();
 }
@@ -88,6 +96,10 @@ bool HexView::FindText(const QString& text, bool, bool caseSensitive, bool) {
     const HexFindType byCase = caseSensitive ? HexFindType::ExactCase : HexFindType::AnyCase;
     const HexFindType type = m_control->ActiveGrid() == TextPane ? byCase : HexFindType::Bytes;
     return m_control->FindDown(text, static_cast<qint16>(type)) >= 0;
+}
+
+bool HexView::wasSearchStopped() const {
+    return m_control->wasSearchStopped();
 }
 
 void HexView::ToggleBookmark() {

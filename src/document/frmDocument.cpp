@@ -149,7 +149,7 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
-    const bool saved = visibleView().save(pFilename, pFormat, pFlag);
+    const bool saved = savedView().save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
         return saved;
@@ -244,6 +244,10 @@ QString frmDocument::GetCursorPos() const {
     return visibleView().GetCursorPos();
 }
 
+QString frmDocument::limitations() const {
+    return visibleView().limitations();
+}
+
 void frmDocument::SetDocIcon(int icon) {
     if (icon < NormalIcon || icon > ReadOnlyIcon)
         return;
@@ -258,6 +262,12 @@ DocumentView& frmDocument::viewFor(bool text) const {
 
 DocumentView& frmDocument::visibleView() const {
     return viewFor(TextEdit());
+}
+
+/// In hex mode without bytes a save writes the text that waits in the text view, if there is one.
+DocumentView& frmDocument::savedView() const {
+    const bool textWaits = !TextEdit() && !m_hex->hasContent() && m_text->hasContent();
+    return viewFor(TextEdit() || textWaits);
 }
 
 /// The document has the focus while views are shown and hidden, so that none of them passes it to another widget.

@@ -84,6 +84,8 @@ class frmDocument : public QWidget {
     void setDocEnabled(bool enabled);
     rtCM* GetEditor() const { return m_text; }
     Q_INVOKABLE QString GetCursorPos() const;
+    /// What a user has to know of the visible view; mostly empty.
+    QString limitations() const;
     Q_INVOKABLE QString GetLang() const;
     Q_INVOKABLE void SetLang(const QString& pLang);
 
@@ -192,6 +194,8 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// What limitations() returns may be another text.
+    void LimitationsChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
@@ -216,6 +220,7 @@ class frmDocument : public QWidget {
     bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
     DocumentView& viewFor(bool text) const;
     DocumentView& visibleView() const;
+    DocumentView& savedView() const;
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path);

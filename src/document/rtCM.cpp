@@ -167,6 +167,10 @@ QString rtCM::limitations() const {
     return m_control->file().limitations();
 }
 
+bool rtCM::hasContent() const {
+    return m_control->heldText().length() > 0;
+}
+
 void rtCM::setTextName(const QString& name) {
     m_control->setAccessibleName(name);
 }

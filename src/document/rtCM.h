@@ -107,7 +107,8 @@ class rtCM : public QWidget, public DocumentView {
     void PropertiesSave();
 
     /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
-    QString limitations() const;
+    QString limitations() const override;
+    bool hasContent() const override;
     /// What a screen reader calls the text.
     void setTextName(const QString& name);
 

@@ -1,7 +1,6 @@
 #include "shell/bars/StatusPanels.h"
 
 #include "document/frmDocument.h"
-#include "document/rtCM.h"
 #include "shell/bars/StatusPanel.h"
 #include "widgets/Icons.h"
 
@@ -43,7 +42,10 @@ void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
     document->LastUpdateTime(lastUpdate, size);
     panel(LastUpdate)->setText(lastUpdate);
     panel(Size)->setText(size);
-    m_limitations = document->TextEdit() ? document->GetEditor()->limitations() : QString();
+}
+
+void StatusPanels::ShowLimitations(const frmDocument* document) {
+    m_limitations = document->limitations();
     showFirst();
 }
 

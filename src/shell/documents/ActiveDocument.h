@@ -23,7 +23,9 @@ class ActiveDocument : public QObject {
         Language = 8,  ///< the language of its text
         Caret = 16,    ///< the cursor's position, or the number of lines
         View = 32,     ///< how its text is shown
-        Loaded = File | Mode | Language | Caret | View,  ///< all but the state, which a document reports itself
+        Limits = 64,   ///< what the status bar says of how it is shown or saved
+        Loaded =
+            File | Mode | Language | Caret | View | Limits,  ///< all but the state, which a document reports itself
     };
     Q_DECLARE_FLAGS(Changes, What)
 

@@ -1,4 +1,5 @@
 #include "document/frmSwitch.h"
+#include "document/rtCM.h"
 #include "hex/forms/frmAnsiTable.h"
 #include "hex/forms/frmConvert.h"
 #include "hex/grid/Grid.h"
@@ -11,6 +12,8 @@
 
 #include <QDialog>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
 
@@ -183,6 +186,45 @@ TEST_F(HexDocuments, SaveAsWritesAllOfItUnderTheNewName) {
     EXPECT_EQ(tabs(), QStringList(u"new.bin"_qs));
 }
 
+TEST_F(HexDocuments, TheStatusBarSaysThatSaveAsWritesWhatWasReplaced) {
+    start();
+    open(binary());
+    const QString first = active()->filename;
+    const auto said = [this] { return house().status.text(1); };
+    EXPECT_EQ(said(), QString());
+    hex().ReplaceAll(u"6F "_qs, u"30 "_qs, 0);
+    const QString notice = u"Save As writes what was replaced or filled."_qs;
+    EXPECT_EQ(said(), notice);
+    run("mnuFileSave");
+    EXPECT_EQ(said(), notice);
+    EXPECT_EQ(bytesOf(first), QByteArray("\1one two", 8));
+    open(binary(u"b.bin"_qs));
+    EXPECT_EQ(said(), QString());
+    open(first);
+    EXPECT_EQ(said(), notice);
+    m_prompts.answerSavePath(path(u"new.bin"_qs));
+    run("mnuFileSaveAs");
+    EXPECT_EQ(said(), QString());
+    EXPECT_EQ(bytesOf(path(u"new.bin"_qs)), QByteArray("\0010ne tw0", 8));
+}
+
+TEST_F(HexDocuments, SavingAnUntitledTextWritesItInHexModeToo) {
+    start();
+    QTest::keyClicks(active()->GetEditor()->focusProxy(), u"typed"_qs);
+    whileSwitching([](frmSwitch& form) {
+        form.findChild<QRadioButton*>(u"Option1(1)"_qs)->click();
+        form.findChild<QPushButton*>(u"cmdSwitch"_qs)->click();
+    });
+    run("mnuToggleHex");
+    expectMode(true);
+    const QString target = path(u"new.txt"_qs);
+    m_prompts.answerSavePath(target);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(target), "typed");
+    EXPECT_EQ(active()->filename, target);
+    EXPECT_FALSE(active()->isChange);
+}
+
 TEST_F(HexDocuments, ClosingAChangedOneAsks) {
     start();
     const QString file = binary();
@@ -249,6 +291,7 @@ TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
         QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     }
     EXPECT_TRUE(walked.contains(u"lsBookmark"_qs)) << walked.join(u' ').toStdString();
+    EXPECT_TRUE(walked.contains(u"lblSelect"_qs)) << walked.join(u' ').toStdString();
     EXPECT_EQ(walked.filter(u"tbScroll."_qs).size(), 6) << walked.join(u' ').toStdString();
 }
 
