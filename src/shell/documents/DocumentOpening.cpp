@@ -40,8 +40,9 @@ void DocumentOpening::NewDocument() {
 }
 
 bool DocumentOpening::FindOpenDocument(const QString& path) {
+    const QString spelled = absolutePath(path);
     for (frmDocument* document : m_children.documents()) {
-        if (document->filename != path)
+        if (document->filename != spelled)
             continue;
         m_children.bringToFront(document);
         document->setFocus();  // it may have been active already
@@ -52,7 +53,7 @@ bool DocumentOpening::FindOpenDocument(const QString& path) {
 }
 
 void DocumentOpening::OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) {
-    whenIdle([=, this] { openNow(path, flags, checkBinary, openTextMode); });
+    whenIdle([=, this, spelled = absolutePath(path)] { openNow(spelled, flags, checkBinary, openTextMode); });
 }
 
 void DocumentOpening::openNow(const QString& path, int flags, bool checkBinary, bool openTextMode) {
