@@ -32,6 +32,8 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool isChange MEMBER isChange)
     Q_PROPERTY(bool isNew MEMBER isNew)
     Q_PROPERTY(bool isReadOnly MEMBER isReadOnly)
+    Q_PROPERTY(QString LastUpdate MEMBER LastUpdate)
+    Q_PROPERTY(QString KnownUpdate MEMBER KnownUpdate)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
     Q_PROPERTY(bool DocEnabled READ DocEnabled WRITE setDocEnabled)
@@ -67,8 +69,9 @@ class frmDocument : public QWidget {
     /// the hex view alone.
     Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
     Q_INVOKABLE void ReloadFile();
-    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5).
-    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat);
+    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5). With AsLoaded the encoding
+    /// is found out.
+    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
     Q_INVOKABLE void ChangeToReadOnly();

@@ -15,7 +15,7 @@ class OpenQueue : public QObject {
     Q_OBJECT
 
  public:
-    /// `window` is the parent of boxes.
+    /// `window` is the parent of boxes and of the timer.
     OpenQueue(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
               DocumentOpening& opening);
 

@@ -1,5 +1,7 @@
 #include "shell/FrameFixture.h"
 
+#include <QTimer>
+
 using OpenQueueOfTheFrame = FrameFixture;
 
 TEST_F(OpenQueueOfTheFrame, NothingOpensBeforeTheTimerHasRun) {
@@ -60,3 +62,15 @@ TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) 
     EXPECT_TRUE(house().children.windowOf(active())->isMaximized());
     EXPECT_EQ(active()->Caption(), u"Document2"_qs);
 }
+
+TEST_F(OpenQueueOfTheFrame, ItsTimerIsReachedFromOutside) {
+    start();
+    auto* timer = m_frame->findChild<QTimer*>(u"TimerOpen"_qs);
+    ASSERT_NE(timer, nullptr);
+    EXPECT_FALSE(timer->isActive());
+    m_frame->OpenFileFromCmd(fileOf("1"));
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 100);
+    timer->stop();
+}
+
