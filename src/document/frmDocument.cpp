@@ -110,7 +110,8 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
         return loaded;
     }
     // Here the pointer stays busy until the next operation has ended.
-    if (alive)
+    if (alive) {
+        m_holder = nullptr;
         m_prompts.message(this, failure);
     return false;
 }
@@ -129,6 +130,8 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     if (!alive)
         return false;
     // A load that yields may have been overtaken by one into the other view.
+    if (!loaded && m_holder == &view)
+        m_holder = nullptr;
     if (loaded && &visibleView() == &view)
         takeFile(path, readOnly);
     refreshUpdateTimes();
@@ -139,6 +142,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
 
 void frmDocument::takeFile(const QString& path, bool readOnly) {
     filename = path;
+    m_holder = &visibleView();
     isNew = false;
     isChange = false;
     isReadOnly = readOnly;
@@ -165,12 +169,17 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
 /// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path) {
     filename = path;
+    m_holder = &visibleView();
     isNew = false;
     isChange = visibleView().isModified();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
 }
 
 void frmDocument::ReloadFile() {
+bool frmDocument::holdsFile() const {
+    return !filename.isEmpty() && m_holder == &visibleView();
+}
+
     OpenFile(filename, isReadOnly, false, true);
 }
 

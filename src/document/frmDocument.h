@@ -69,6 +69,9 @@ class frmDocument : public QWidget {
     /// the hex view alone.
     Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
     Q_INVOKABLE void ReloadFile();
+    /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
+    /// and after a load that failed: such a view is not to be written over the file unless the user names it.
+    bool holdsFile() const;
     /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5). With AsLoaded the encoding
     /// is found out.
     Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
@@ -242,6 +245,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;

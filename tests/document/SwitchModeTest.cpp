@@ -190,6 +190,21 @@ TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
     EXPECT_FALSE(isBookmarked(2));
 }
 
+TEST_F(SwitchMode, AViewThatCouldNotBeLoadedDoesNotHoldTheFile) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(QFile::rename(file, path(u"away"_qs)));
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.holdsFile());
+    m_document.setTextEdit(true);
+    EXPECT_FALSE(m_document.holdsFile());
+    ASSERT_TRUE(QFile::rename(path(u"away"_qs), file));
+    m_document.setTextEdit(false);
+    EXPECT_TRUE(m_document.holdsFile());
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.holdsFile());
+}
+
 TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {
     ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
     press(u"41"_qs);

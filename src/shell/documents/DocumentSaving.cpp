@@ -31,8 +31,10 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     const QPointer<frmDocument> alive(document);
     const QString suffix = SaveFormats::row(format).titleSuffix;
     QString path = document->filename;
-    if (path.isEmpty())
-        path = askPath(QLatin1String("Save") + suffix, document->Caption() + QLatin1String(".txt"));
+    if (!document->holdsFile()) {
+        const QString initialName = path.isEmpty() ? document->Caption() + QLatin1String(".txt") : path;
+        path = askPath(QLatin1String("Save") + suffix, initialName);
+    }
     if (path.isEmpty() || !alive || !save(*document, path, format, false) || !alive)
         return;
     if (!suffix.isEmpty())
