@@ -69,6 +69,8 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     applyDocumentState(eolModeOf(loaded.firstLineEnd));
     m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);
     m_lineNumbers.followAnew();
+    m_view.send(Sci::SCI_SETFIRSTVISIBLELINE, 0);
+    m_view.send(Sci::SCI_SETXOFFSET, 0);
     m_look.followPieces();
 }
 
