@@ -230,7 +230,7 @@ void frmDocument::ChangeToReadOnly() {
 }
 
 bool frmDocument::Locked() const {
-    return m_text->Locked();
+    return visibleView().Locked();
 }
 
 void frmDocument::setLocked(bool locked) {

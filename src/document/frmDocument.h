@@ -78,6 +78,7 @@ class frmDocument : public QWidget {
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
     Q_INVOKABLE void ChangeToReadOnly();
+    /// Of the visible view: the text view can be locked by itself, when its control can only show the text.
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;

@@ -1,4 +1,5 @@
 #include "document/HexDocumentFixture.h"
+#include "editor/held/TextLoader.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -181,6 +182,26 @@ TEST_F(HexMode, TheLockIsThatOfBothViews) {
     EXPECT_EQ(m_document.DocIcon(), 0);
     press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("416E65"));
+}
+
+TEST_F(HexMode, TheLockOfATextThatCanOnlyBeShownIsNotThatOfItsBytes) {
+    const QString file = fileOf("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x'));
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(view().Locked());
+    EXPECT_TRUE(m_document.Locked());
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.Locked());
+    EXPECT_FALSE(m_document.isReadOnly);
+    m_document.ChangeToReadOnly();
+    EXPECT_TRUE(m_document.Locked());
+    m_document.ChangeToReadOnly();
+    EXPECT_FALSE(m_document.Locked());
+    press(u"41"_qs);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file).left(8), QByteArray("Ane\r\ntwo"));
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.Locked());
 }
 
 TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {
