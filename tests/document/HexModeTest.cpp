@@ -106,6 +106,32 @@ TEST_F(HexMode, AnUnchangedDocumentIsWrittenOnlyWhenForced) {
     EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
 }
 
+TEST_F(HexMode, AnUnchangedDocumentIsWrittenWhenItsFileIsGone) {
+    ASSERT_TRUE(openHexOf("one"));
+    ASSERT_TRUE(QFile::remove(m_document.filename));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, AnUnchangedDocumentIsNotCalledSavedWhenSomethingElseHasItsName) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString file = m_document.filename;
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QDir(m_folder.path()).rmdir(file));
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QFile::link(path(u"missing/target"_qs), file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    EXPECT_EQ(m_prompts.messages.size(), 3);
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("one"));
+}
+
 TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
     ASSERT_TRUE(openHexOf("\xE4\x01"));
     press(u"FF"_qs);
