@@ -100,7 +100,7 @@ void DocumentOpening::showOpened(frmDocument* document, const QString& path) {
 }
 
 void DocumentOpening::whenIdle(std::function<void()> task) {
-    if (m_opening)
+    if (isBusy())
         m_waiting.push_back(std::move(task));
     else
         task();
@@ -108,17 +108,26 @@ void DocumentOpening::whenIdle(std::function<void()> task) {
 
 void DocumentOpening::endOpening() {
     m_opening = false;
+    runWaitingLater();
+}
+
+void DocumentOpening::release() {
+    --m_holds;
+    runWaitingLater();
+}
+
+void DocumentOpening::runWaitingLater() {
     if (!m_waiting.empty())
         QTimer::singleShot(0, &m_window, [this] { runNextWaiting(); });
 }
 
 void DocumentOpening::runNextWaiting() {
-    if (m_opening || m_waiting.empty())
+    if (isBusy() || m_waiting.empty())
         return;
     const std::function<void()> next = std::move(m_waiting.front());
     m_waiting.erase(m_waiting.begin());
     ignoringErrors("OpenFile", next);
-    endOpening();
+    runWaitingLater();
 }
 
 QString DocumentOpening::captionFor(const QString& path) const {

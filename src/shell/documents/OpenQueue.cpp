@@ -44,7 +44,7 @@ void OpenQueue::OpenFileFromCmd(const QString& pFile) {
 }
 
 void OpenQueue::openPending() {
-    if (m_opening.isOpening()) {
+    if (m_opening.isBusy()) {
         m_timer.start();
         return;
     }
