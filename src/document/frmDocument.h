@@ -227,6 +227,7 @@ class frmDocument : public QWidget {
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path);
     bool settleChanges(bool toText);
+    bool askToReload();
     void refreshUpdateTimes();
     void MarkChanged();
     void inTextMode(void (rtCM::*operation)());
