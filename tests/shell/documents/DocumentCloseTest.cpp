@@ -244,6 +244,34 @@ TEST_F(DocumentClose, TheTabMenuWorksOnTheActiveDocument) {
     EXPECT_EQ(strip().count(), 0);
 }
 
+TEST_F(DocumentClose, TheRightButtonSelectsTheTabWhoseMenuItShows) {
+    start();
+    open(fileOf("1", u"1.txt"_qs));
+    open(fileOf("2", u"2.txt"_qs));
+    open(fileOf("3", u"3.txt"_qs));
+    auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
+    QTest::mousePress(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(1).center());
+    EXPECT_EQ(strip().currentIndex(), 1);
+    EXPECT_EQ(active()->filename, path(u"2.txt"_qs));
+    EXPECT_FALSE(menu->isVisible());
+    QTest::mouseRelease(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(1).center());
+    EXPECT_TRUE(menu->isVisible());
+    menu->findChild<QAction*>(u"mnuCloseFile"_qs)->trigger();
+    menu->hide();
+    EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"3.txt"_qs}));
+}
+
+TEST_F(DocumentClose, BesideTheTabsTheRightButtonSelectsNothing) {
+    start();
+    open(fileOf("1", u"1.txt"_qs));
+    open(fileOf("2", u"2.txt"_qs));
+    const QPoint beside(strip().tabRect(1).right() + 20, strip().height() / 2);
+    ASSERT_TRUE(strip().rect().contains(beside));
+    QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, beside);
+    m_frame->findChild<QMenu*>(u"Tab"_qs)->hide();
+    EXPECT_EQ(strip().currentIndex(), 1);
+}
+
 TEST_F(DocumentClose, TheTabMenuShowsThePicturesOfItsCommands) {
     start();
     const auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
