@@ -78,11 +78,14 @@ void DocumentOpening::openExisting(const QString& path, int flags, bool checkBin
     const QPointer<frmDocument> document = m_active.get();
     if (!document)
         return;
-    if ((flags & LockFlag) != 0)
+    const bool locks = (flags & LockFlag) != 0 && !document->Locked();
+    if (locks)
         document->setLocked(true);
     m_systemClose.enable(false);
     ignoringErrors("OpenFile", [&] {
-        document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+        const bool loaded = document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+        if (document && locks && !loaded)
+            document->setLocked(false);
         if (document)
             showOpened(document, path);
     });
