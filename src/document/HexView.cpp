@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
+#include "platform/Paths.h"
 
 #include <QScrollArea>
 
@@ -43,8 +44,9 @@ bool HexView::load(const QString& path) {
     return m_control->OpenFile(path);
 }
 
+/// An unmodified view is written too when its file is not there any more.
 bool HexView::save(const QString& path, int, bool force) {
-    return m_control->SaveFile(path, force);
+    return m_control->SaveFile(path, force || !isNormalFile(path));
 }
 
 bool HexView::isModified() const {

@@ -110,8 +110,10 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
         return loaded;
     }
     // Here the pointer stays busy until the next operation has ended.
-    if (alive)
+    if (alive) {
+        m_holder = nullptr;
         m_prompts.message(this, failure);
+    }
     return false;
 }
 
@@ -128,6 +130,8 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     const bool loaded = view.load(path);
     if (!alive)
         return false;
+    if (!loaded && m_holder == &view)
+        m_holder = nullptr;
     // A load that yields may have been overtaken by one into the other view.
     if (loaded && &visibleView() == &view)
         takeFile(path, readOnly);
@@ -138,6 +142,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
 }
 
 void frmDocument::takeFile(const QString& path, bool readOnly) {
+    m_holder = &visibleView();
     filename = path;
     isNew = false;
     isChange = false;
@@ -164,10 +169,15 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
 
 /// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path) {
+    m_holder = &visibleView();
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
+}
+
+bool frmDocument::holdsFile() const {
+    return !filename.isEmpty() && m_holder == &visibleView();
 }
 
 void frmDocument::ReloadFile() {
@@ -207,10 +217,16 @@ bool frmDocument::FileNeedToReload() {
     LastUpdateTime(now, size);
     const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
     if (change == DiskChange::Rewritten)
-        return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename));
+        return askToReload();
     if (change == DiskChange::Deleted)
         m_prompts.message(this, u"'%1' has been deleted!"_qs.arg(filename));
     return false;
+}
+
+bool frmDocument::askToReload() {
+    m_hex->finishTyping();
+    const QString loss = isChange ? u"Unsaved changes will be lost."_qs : QString();
+    return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename), {}, loss);
 }
 
 void frmDocument::ChangeToReadOnly() {
@@ -221,7 +237,7 @@ void frmDocument::ChangeToReadOnly() {
 }
 
 bool frmDocument::Locked() const {
-    return m_text->Locked();
+    return visibleView().Locked();
 }
 
 void frmDocument::setLocked(bool locked) {

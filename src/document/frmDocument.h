@@ -32,6 +32,8 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool isChange MEMBER isChange)
     Q_PROPERTY(bool isNew MEMBER isNew)
     Q_PROPERTY(bool isReadOnly MEMBER isReadOnly)
+    Q_PROPERTY(QString LastUpdate MEMBER LastUpdate)
+    Q_PROPERTY(QString KnownUpdate MEMBER KnownUpdate)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
     Q_PROPERTY(bool DocEnabled READ DocEnabled WRITE setDocEnabled)
@@ -67,11 +69,16 @@ class frmDocument : public QWidget {
     /// the hex view alone.
     Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
     Q_INVOKABLE void ReloadFile();
-    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5).
-    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat);
+    /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
+    /// and after a load that failed: such a view is not to be written over the file unless the user names it.
+    bool holdsFile() const;
+    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5). With AsLoaded the encoding
+    /// is found out.
+    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
     Q_INVOKABLE void ChangeToReadOnly();
+    /// Of the visible view: the text view can be locked by itself, when its control can only show the text.
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
@@ -225,6 +232,7 @@ class frmDocument : public QWidget {
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path);
     bool settleChanges(bool toText);
+    bool askToReload();
     void refreshUpdateTimes();
     void MarkChanged();
     void inTextMode(void (rtCM::*operation)());
@@ -244,6 +252,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;

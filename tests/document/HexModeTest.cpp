@@ -1,4 +1,5 @@
 #include "document/HexDocumentFixture.h"
+#include "editor/held/TextLoader.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -105,6 +106,32 @@ TEST_F(HexMode, AnUnchangedDocumentIsWrittenOnlyWhenForced) {
     EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
 }
 
+TEST_F(HexMode, AnUnchangedDocumentIsWrittenWhenItsFileIsGone) {
+    ASSERT_TRUE(openHexOf("one"));
+    ASSERT_TRUE(QFile::remove(m_document.filename));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, AnUnchangedDocumentIsNotCalledSavedWhenSomethingElseHasItsName) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString file = m_document.filename;
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QDir(m_folder.path()).rmdir(file));
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QFile::link(path(u"missing/target"_qs), file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    EXPECT_EQ(m_prompts.messages.size(), 3);
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("one"));
+}
+
 TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
     ASSERT_TRUE(openHexOf("\xE4\x01"));
     press(u"FF"_qs);
@@ -181,6 +208,26 @@ TEST_F(HexMode, TheLockIsThatOfBothViews) {
     EXPECT_EQ(m_document.DocIcon(), 0);
     press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("416E65"));
+}
+
+TEST_F(HexMode, TheLockOfATextThatCanOnlyBeShownIsNotThatOfItsBytes) {
+    const QString file = fileOf("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x'));
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(view().Locked());
+    EXPECT_TRUE(m_document.Locked());
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.Locked());
+    EXPECT_FALSE(m_document.isReadOnly);
+    m_document.ChangeToReadOnly();
+    EXPECT_TRUE(m_document.Locked());
+    m_document.ChangeToReadOnly();
+    EXPECT_FALSE(m_document.Locked());
+    press(u"41"_qs);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file).left(8), QByteArray("Ane\r\ntwo"));
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.Locked());
 }
 
 TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {

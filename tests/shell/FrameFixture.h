@@ -105,12 +105,17 @@ class NotedRooms : public RoomsToCome {
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
 class FrameFixture : public testing::Test {
  protected:
-    void start(const QString& tail = {}) {
+    /// Brings the frame up without showing it.
+    void load(const QString& tail = {}) {
         m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_explorer, m_rooms, tail,
                                                           [this](const char* step) { m_steps << QLatin1String(step); },
                                                           m_programFolder.path(), m_shareFolder});
         m_frame->resize(900, 600);
         m_frame->Load();
+    }
+
+    void start(const QString& tail = {}) {
+        load(tail);
         m_frame->show();
         QCoreApplication::processEvents();
         m_explorer.calls.clear();

@@ -34,6 +34,7 @@ class ScriptedPrompts : public Prompts {
 
     QStringList messages;                  ///< texts of the message boxes
     QStringList questions;                 ///< texts of the Yes/No boxes
+    QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
     std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
 
@@ -43,8 +44,9 @@ class ScriptedPrompts : public Prompts {
         runAction();
     }
 
-    bool askYesNo(QWidget*, const QString& text, const QString& title) override {
+    bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText) override {
         questions.append(text);
+        informativeTexts.append(informativeText);
         titles.append(title);
         runAction();
         return next<bool>(text);

@@ -59,6 +59,7 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     m_view.SendScintilla(Sci::SCI_SETDOCPOINTER, 0UL, loaded.document);
     m_view.SendScintilla(Sci::SCI_RELEASEDOCUMENT, 0UL, loaded.document);
     m_view.map().reset(loaded.ascii, loaded.jointKind, std::move(loaded.joints));
+    m_view.longLines().lookAgain();
     m_format = loaded.format;
     m_coloured = loaded.styled;
     m_view.state().forcedLock = m_view.map().joints().kind() == JointKind::Listed;
@@ -68,6 +69,8 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     ++m_view.state().changes;
     applyDocumentState(eolModeOf(loaded.firstLineEnd));
     m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);
+    m_view.send(Sci::SCI_SETFIRSTVISIBLELINE, 0);
+    m_view.send(Sci::SCI_SETXOFFSET, 0);
     m_lineNumbers.followAnew();
     m_look.followPieces();
 }
@@ -122,6 +125,7 @@ void ControlFile::convertLineEnds(int mode) {
     const EditScope scope(m_view);
     const KeptBookmarks kept(m_view);
     m_view.state().typing = false;
+    m_view.longLines().lookAgain();
     m_view.send(Sci::SCI_SETEOLMODE, mode);
     m_view.send(Sci::SCI_CONVERTEOLS, mode);
     m_converted = m_converted || m_view.state().changed;

@@ -44,6 +44,7 @@ class EditView : public QsciScintillaBase {
     const HeldText& heldText() const { return m_text; }
     const TextMap& map() const { return m_map; }
     TextMap& map() { return m_map; }
+    LongLines& longLines() { return m_longLines; }
     Colouring& colouring() const { return *m_colouring; }
     qint64 TotalLines() const { return m_map.lineCount(); }
     QString Text() const;

@@ -77,10 +77,13 @@ void LongLines::cut(qint64 begin) {
 bool LongLines::chooseJoint() {
     if (m_map.joints().kind() != JointKind::None)
         return m_map.joints().kind() != JointKind::Listed;
+    if (m_usesAllLineEnds)
+        return false;
     LineEndsSeen seen;
     seen.look(m_text.range(0, m_text.length()));
     const JointKind kind = jointKindFor(seen);
-    if (kind == JointKind::Listed)
+    m_usesAllLineEnds = kind == JointKind::Listed;
+    if (m_usesAllLineEnds)
         return false;
     m_map.setJointKind(kind);
     return true;

@@ -7,6 +7,7 @@
 #include "shell/documents/MdiChildren.h"
 #include "widgets/Icons.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 namespace {
@@ -99,6 +100,7 @@ void DocumentTabs::select(int index) {
 }
 
 void DocumentTabs::selectKey(const QString& key) {
+    const QScopedValueRollback follows(m_followsWindow, true);
     select(indexOf(key));
 }
 
@@ -146,7 +148,8 @@ void DocumentTabs::TabClick(int index) {
     if (document != m_children.active())
         m_children.bringToFront(document);
     Q_EMIT chosen(key);
-    yieldOnce();
+    if (!m_followsWindow)
+        yieldOnce();
     m_inClick = false;
 }
 

@@ -70,7 +70,7 @@ House::House(QMainWindow& window, DocumentHost& host, const FrameServices& servi
       active(children, systemClose),
       opening(host, window, documentServices, children, active, systemClose),
       saving(window, documentServices, registry, children, active, systemClose, opening),
-      closing(window, prompts, children, active, saving),
+      closing(window, prompts, children, active, opening, saving),
       diskCheck(children, active, opening, options),
       queue(window, prompts, children, active, opening),
       drops(window, panel, opening),

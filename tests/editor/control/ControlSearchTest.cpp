@@ -7,6 +7,7 @@
 #include "editor/control/ControlTyping.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/TextLoader.h"
 #include "text/held/Joints.h"
 
 #include <QFile>
@@ -709,10 +710,10 @@ TEST_F(SearchedLongLine, FindsAMatchThatIsLongerThanManyPieces) {
 }
 
 TEST_F(SearchedLongLine, IsSearchedWhereItsLineEndsAreMixed) {
-    load("one\r\ntwo\n" + QByteArray(100'000, 'x') + "one\rthree");
+    load("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x') + "one\rthree");
     ASSERT_TRUE(control.Locked());
     look("one$", Expression);
-    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, 100'009, 3}}));
+    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, TextLoader::UncutLine + 9, 3}}));
 }
 
 TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {

@@ -1,5 +1,6 @@
 #include "document/frmSwitch.h"
 #include "document/rtCM.h"
+#include "editor/held/TextLoader.h"
 #include "hex/forms/frmAnsiTable.h"
 #include "hex/forms/frmConvert.h"
 #include "hex/grid/Grid.h"
@@ -91,6 +92,29 @@ TEST_F(HexDocuments, EveryCommandIsEnabledAsItsTableSaysInAllFourStates) {
         expectEnabled(row.state);
         EXPECT_EQ(entry("mnuReadonly")->isChecked(), row.state == 'L' || row.state == 'X');
     }
+}
+
+TEST_F(HexDocuments, TheLockOfATextThatCanOnlyBeShownEndsWithTheTextView) {
+    start();
+    const QString file = fileOf("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x'));
+    open(file);
+    expectEnabled('L');
+    EXPECT_EQ(house().tabs.image(0), 3);
+    run("mnuToggleHex");
+    expectEnabled('H');
+    EXPECT_FALSE(entry("mnuReadonly")->isChecked());
+    EXPECT_EQ(house().tabs.image(0), 1);
+    run("mnuReadonly");
+    expectEnabled('X');
+    run("mnuReadonly");
+    expectEnabled('H');
+    typeBytes(u"41"_qs);
+    run("mnuFileSaveAll");
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    EXPECT_EQ(bytesOf(file).left(4), "Ane\r");
+    run("mnuToggleHex");
+    expectEnabled('L');
+    EXPECT_EQ(house().tabs.image(0), 3);
 }
 
 TEST_F(HexDocuments, TheSwitchWorksByEntryAndByButton) {

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QMenu>
+#include <QTimer>
 
 using FrameStart = FrameFixture;
 
@@ -211,4 +212,23 @@ TEST_F(FrameStart, PathsThatComeTogetherOpenInOneRoundInTheirOrder) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return documents().size() == 2 && active()->filename == first; }));
     EXPECT_EQ(tabs(), list({"1.txt", "2.txt"}));
     EXPECT_EQ(m_prompts.messages, QStringList(QLatin1String("Directory search : ") + path(QString())));
+}
+
+/// An event that destroys a child would do so while Qt walks over the children that it shows.
+TEST_F(FrameStart, ShowingTheFrameWithItsDocumentsLetsNoEventRun) {
+    set("StartNewDocument", "0");
+    load();
+    for (const QString& name : {u"1.txt"_qs, u"2.txt"_qs, u"3.txt"_qs})
+        open(fileOf("text", name));
+    ASSERT_FALSE(house().children.windowOf(active())->isMaximized());
+    const frmDocument* last = active();
+    bool ran = false;
+    QTimer::singleShot(0, m_frame.get(), [&] { ran = true; });
+    m_frame->show();
+    EXPECT_FALSE(ran);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(active(), last);
+    EXPECT_EQ(strip().tabData(strip().currentIndex()).toString(), last->fIdx);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
 }
