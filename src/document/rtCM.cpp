@@ -89,7 +89,7 @@ void rtCM::connectControl() {
 bool rtCM::OpenFile(const QString& pFilename, bool bIgnoreError) {
     if (!loadAs(pFilename, SaveFlags::AsLoaded, bIgnoreError))
         return false;
-    SetLangFromFile(pFilename);
+    pickLanguage(pFilename);
     return true;
 }
 
@@ -101,7 +101,9 @@ bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
     const int word = SaveFormats::flagWord(pFormat, m_options.ClearRedoAfterSave);
     if (!report(m_control->file().SaveFile(pFilename, word), false))
         return false;
-    SetLangFromFile(pFilename);
+    // A language that the user has chosen stays as long as the file keeps its name.
+    if (pFilename != m_languagePicked)
+        pickLanguage(pFilename);
     FileChanged = false;
     return true;
 }
@@ -130,6 +132,11 @@ bool rtCM::report(const SystemError& error, bool ignoreError) {
     if (error && !ignoreError)
         m_prompts.message(this, error.description);
     return !error;
+}
+
+void rtCM::pickLanguage(const QString& path) {
+    m_languagePicked = path;
+    SetLangFromFile(path);
 }
 
 void rtCM::SetLangFromFile(const QString& pFilename) {

@@ -295,12 +295,14 @@ class rtCM : public QWidget, public DocumentView {
     bool reportFind(const std::function<bool()>& find);
     bool prepareList(const QString& text, const SearchFlags& flags);
     void clickLeftMargin(qint64 line);
+    void pickLanguage(const QString& path);
 
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
     TextControl* m_control;
     std::unique_ptr<TextViewSearch> m_search;
-    QString m_language;  ///< upper case; empty without one
+    QString m_language;        ///< upper case; empty without one
+    QString m_languagePicked;  ///< the path by which a language was last picked; a save to it picks none again
     qint64 m_lastHighlightLine = -1;
 };
