@@ -1,10 +1,11 @@
 #include "editor/commands/LineCommands.h"
 
+#include "editor/control/ControlBookmarks.h"
 #include "editor/control/ControlClipboard.h"
-#include "editor/control/KeptBookmarks.h"
 #include "editor/control/ScintillaCalls.h"
 #include "editor/control/SelectedRanges.h"
 #include "editor/control/TextSpans.h"
+#include "editor/held/MarkHistory.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -16,6 +17,18 @@ using TextSpans::selectedLines;
 using TextSpans::spanOf;
 
 namespace {
+
+/// As long as this exists, what is deleted are whole lines.
+class LineRemoval {
+ public:
+    explicit LineRemoval(EditView& view) : m_view(view) { view.marks().setRemovesLines(true); }
+    ~LineRemoval() { m_view.marks().setRemovesLines(false); }
+    LineRemoval(const LineRemoval&) = delete;
+    LineRemoval& operator=(const LineRemoval&) = delete;
+
+ private:
+    EditView& m_view;
+};
 
 qint64 startOfMain(const EditView& view) {
     return ask(view, EditView::SCI_GETSELECTIONNSTART, ask(view, EditView::SCI_GETMAINSELECTION));
@@ -135,10 +148,20 @@ void unindentLines(EditView& view, const LineRange& lines, qint64 width) {
 void sortLines(EditView& view, const LineRange& lines, LineSort::Order order) {
     const Span span = spanOf(view, lines);
     const QByteArray before = view.bytes(span.from, span.to);
-    const std::string after = LineSort::sorted({before.constData(), static_cast<std::size_t>(before.size())}, order);
+    ControlBookmarks bookmarks(view);
+    std::vector<qint64> marked = bookmarks.markedLines(lines.first, lines.last);
+    std::vector<std::size_t> followed;
+    for (const qint64 line : marked)
+        followed.push_back(static_cast<std::size_t>(line - lines.first));
+    const std::string after =
+        LineSort::sorted({before.constData(), static_cast<std::size_t>(before.size())}, order, followed);
     const QByteArray sorted = QByteArray::fromRawData(after.data(), static_cast<qsizetype>(after.size()));
-    if (sorted != before)
-        ScintillaCalls::replace(view, span, sorted);
+    if (sorted == before)
+        return;
+    ScintillaCalls::replace(view, span, sorted);
+    for (std::size_t mark = 0; mark < marked.size(); ++mark)
+        marked[mark] = lines.first + static_cast<qint64>(followed[mark]);
+    bookmarks.setMarkedLines(lines.first, lines.last, marked);
 }
 
 }  // namespace
@@ -167,6 +190,7 @@ void deleteToEnd(EditView& view) {
 }
 
 void deleteLines(EditView& view) {
+    const LineRemoval removal(view);
     removeEach(view, spansOf(view, selectedLines(view)), startOfMain(view));
 }
 
@@ -211,7 +235,6 @@ void sort(EditView& view, LineSort::Order order) {
     const bool rectangle = ask(view, EditView::SCI_SELECTIONISRECTANGLE) != 0;
     if (ask(view, EditView::SCI_GETSELECTIONEMPTY) != 0 && !rectangle)
         return;
-    const KeptBookmarks kept(view);
     const std::vector<LineRange> ranges = selectedLines(view);
     const qint64 main = startOfMain(view);
     // Sorting moves no other line, so that the lines of the ranges keep their numbers and places.
