@@ -11,6 +11,8 @@
 #include "editor/control/ControlLook.h"
 #include "editor/control/ControlMacros.h"
 #include "editor/control/ControlSelection.h"
+#include "editor/control/EditScope.h"
+#include "editor/control/SelectedTexts.h"
 #include "editor/control/TextControl.h"
 #include "settings/Options.h"
 #include "text/lines/TextCounts.h"
@@ -89,7 +91,7 @@ void rtCM::connectControl() {
 bool rtCM::OpenFile(const QString& pFilename, bool bIgnoreError) {
     if (!loadAs(pFilename, SaveFlags::AsLoaded, bIgnoreError))
         return false;
-    SetLangFromFile(pFilename);
+    pickLanguage(pFilename);
     return true;
 }
 
@@ -101,7 +103,9 @@ bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
     const int word = SaveFormats::flagWord(pFormat, m_options.ClearRedoAfterSave);
     if (!report(m_control->file().SaveFile(pFilename, word), false))
         return false;
-    SetLangFromFile(pFilename);
+    // A language that the user has chosen stays as long as the file keeps its name.
+    if (pFilename != m_languagePicked)
+        pickLanguage(pFilename);
     FileChanged = false;
     return true;
 }
@@ -130,6 +134,11 @@ bool rtCM::report(const SystemError& error, bool ignoreError) {
     if (error && !ignoreError)
         m_prompts.message(this, error.description);
     return !error;
+}
+
+void rtCM::pickLanguage(const QString& path) {
+    m_languagePicked = path;
+    SetLangFromFile(path);
 }
 
 void rtCM::SetLangFromFile(const QString& pFilename) {
@@ -236,14 +245,17 @@ void rtCM::GetSelStartEnd(qint64& pStart, qint64& pEnd) const {
     pEnd = m_control->selected().EndLineNo();
 }
 
-bool rtCM::nothingSelected() const {
-    return SelStart() == SelEnd();
+bool rtCM::hasSelection() const {
+    return m_control->send(TextControl::SCI_GETSELECTIONEMPTY) == 0;
 }
 
 qint64 rtCM::SelTotalLines() const {
-    if (nothingSelected())
+    if (!hasSelection())
         return 0;
-    return std::abs(m_control->selected().StartLineNo() - m_control->selected().EndLineNo()) + 1;
+    const ControlSelection& selected = m_control->selected();
+    if (m_control->send(TextControl::SCI_SELECTIONISRECTANGLE) == 0)
+        return SelectedTexts::lineCount(*m_control);
+    return std::abs(selected.StartLineNo() - selected.EndLineNo()) + 1;
 }
 
 qint64 rtCM::CurrentLine() const {
@@ -306,12 +318,10 @@ void rtCM::setTextFont(const QFont& font) {
 }
 
 void rtCM::changeSelected(QString (*change)(const QString& text)) {
-    if (Locked() || nothingSelected())
+    if (Locked() || !hasSelection())
         return;
-    const qint64 from = SelStart();
-    m_control->setSelection(from, SelEnd());
-    setSelText(change(SelText()));
-    m_control->setSelection(from, SelEnd());
+    const EditScope scope(*m_control, EditScope::Grouped);
+    SelectedTexts::change(*m_control, change, SelectedTexts::Direction::Forwards);
 }
 
 void rtCM::SpacesToTabs() {
@@ -338,16 +348,23 @@ qint64 rtCM::TotalCharsNoSpace() const {
     return TextCounts::charactersWithoutBlanks(utf8Of(wholeText()));
 }
 
+qint64 rtCM::sumOfSelected(qint64 (*count)(QStringView text)) const {
+    qint64 sum = 0;
+    for (const QString& text : SelectedTexts::of(*m_control))
+        sum += count(text);
+    return sum;
+}
+
 qint64 rtCM::SelTotalWords() const {
-    return nothingSelected() ? 0 : TextCounts::words(SelText());
+    return sumOfSelected(TextCounts::words);
 }
 
 qint64 rtCM::SelTotalChars() const {
-    return nothingSelected() ? 0 : SelText().size();
+    return sumOfSelected([](QStringView text) -> qint64 { return text.size(); });
 }
 
 qint64 rtCM::SelTotalCharsNoSpace() const {
-    return nothingSelected() ? 0 : TextCounts::charactersWithoutBlanks(SelText());
+    return sumOfSelected(TextCounts::charactersWithoutBlanks);
 }
 
 void rtCM::HighLightLine() {

@@ -74,8 +74,11 @@ class rtCM : public QWidget, public DocumentView {
     PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
-    /// Replaces the selection by the result of `change`, in one undo step, and leaves the new text selected forwards.
-    /// An exception of `change` is passed on to the caller, and then nothing has been replaced.
+    /// Whether any of the ranges that are selected has text.
+    bool hasSelection() const;
+    /// Replaces the text of each selected range by what `change` makes of it, in one undo step, and leaves the new
+    /// texts selected forwards; of a rectangle its part of each line. An exception from `change` reaches the caller,
+    /// and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -288,20 +291,22 @@ class rtCM : public QWidget, public DocumentView {
     void connectControl();
     bool loadAs(const QString& path, int flagWord, bool ignoreError);
     bool report(const SystemError& error, bool ignoreError);
-    bool nothingSelected() const;
     QByteArray wholeText() const;
+    qint64 sumOfSelected(qint64 (*count)(QStringView text)) const;
 
     void connectSearch();
     void openSearchWindow(int command);
     bool reportFind(const std::function<bool()>& find);
     bool prepareList(const QString& text, const SearchFlags& flags);
     void clickLeftMargin(qint64 line);
+    void pickLanguage(const QString& path);
 
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
     TextControl* m_control;
     std::unique_ptr<TextViewSearch> m_search;
-    QString m_language;  ///< upper case; empty without one
+    QString m_language;        ///< upper case; empty without one
+    QString m_languagePicked;  ///< the path by which a language was last picked; a save to it picks none again
     qint64 m_lastHighlightLine = -1;
 };

@@ -18,6 +18,30 @@ struct DocumentCommands : DocumentFixture {
         ask(QsciScintillaBase::SCI_EMPTYUNDOBUFFER);
     }
     void putSelected(const QString& text) { put(text, 0, text.size()); }
+    /// Selects the rectangle between two places of the text.
+    void putRectangle(const QString& text, qint64 anchor, qint64 caret) {
+        put(text, 0, 0);
+        ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, anchor);
+        ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, caret);
+        ASSERT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+    }
+    /// Selects one range more; the first time, the first one.
+    void addRange(qint64 caret, qint64 anchor) {
+        const bool first = ask(QsciScintillaBase::SCI_GETSELECTIONEMPTY) != 0;
+        ask(first ? QsciScintillaBase::SCI_SETSELECTION : QsciScintillaBase::SCI_ADDSELECTION, caret, anchor);
+    }
+    QStringList selectionCounts() {
+        QStringList shown;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            for (const char* name : {"lbSelW", "lbSelL", "lbSelC", "lbSelCN"})
+                shown << box->findChild<QLabel*>(QString::fromLatin1(name))->text();
+            box->close();
+        });
+        m_document.CountAll();
+        return shown;
+    }
     QString textAfter(void (frmDocument::*operation)()) {
         (m_document.*operation)();
         return view().Text();
@@ -177,13 +201,75 @@ TEST_F(DocumentCommands, TakeAnEmptyDocument) {
     }
 }
 
-TEST_F(DocumentCommands, OnLinesTakeARectangleForTheTextFromItsStartToItsEnd) {
-    put(u"a \nb \nc "_qs, 0, 0);
-    ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, 0);
-    ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, 8);
-    ASSERT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+TEST_F(DocumentCommands, ChangeOnlyWhatIsInARectangle) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    // The second to the fifth column of three lines, of which the second line is too short.
+    constexpr Row Rows[] = {{&frmDocument::TrimTailed, "  a \n \n  b\n"},
+                            {&frmDocument::AlignLeft, " a   \n \n b  \n"},
+                            {&frmDocument::AlignRight, "    a \n \n    b\n"},
+                            {&frmDocument::AlignCenter, "   a   \n \n   b  \n"},
+                            {&frmDocument::SpacesToTabs, " \ta\t\t \n \n \tb\t\t\n"},
+                            {&frmDocument::ToUppercaseSel, "  A   \n \n  B  \n"}};
+    const QString text = u"  a   \n \n  b  \n"_qs;
+    for (const Row& row : Rows) {
+        putRectangle(text, 1, 14);
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+        EXPECT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+        m_document.Undo();
+        EXPECT_EQ(view().Text(), text);
+        EXPECT_FALSE(canUndo());
+    }
+}
+
+TEST_F(DocumentCommands, LeaveARectangleSelected) {
+    putRectangle(u"xa yy\nx\nxb yy"_qs, 1, 11);
+    m_document.SpacesToTabs();
+    EXPECT_EQ(view().Text(), u"xa\tyy\nx\nxb\tyy"_qs);
+    m_document.TabsToSpaces();
+    EXPECT_EQ(view().Text(), u"xa yy\nx\nxb yy"_qs);
+    m_document.ToUppercaseSel();
+    EXPECT_EQ(view().Text(), u"xA yy\nx\nxB yy"_qs);
+}
+
+TEST_F(DocumentCommands, ChangeEachOfSeveralRangesAndLeaveThemSelected) {
+    const QString text = u"a b c d e f\n g \n  h"_qs;
+    put(text, 0, 0);
+    addRange(4, 0);
+    addRange(6, 9);
+    addRange(11, 15);
+    m_document.SpacesToTabs();
+    EXPECT_EQ(view().Text(), u"a\tb\tc d\te f\n\tg\t\n  h"_qs);
+    m_document.TabsToSpaces();
+    EXPECT_EQ(view().Text(), text) << "all are selected still";
     m_document.TrimTailed();
-    EXPECT_EQ(view().Text(), u"a\nb\nc"_qs);
+    EXPECT_EQ(view().Text(), u"a bc d e f\n g\n  h"_qs);
+    m_document.Undo();
+    m_document.Undo();
+    m_document.Undo();
+    EXPECT_EQ(view().Text(), text);
+    EXPECT_FALSE(canUndo());
+}
+
+TEST_F(DocumentCommands, OnLinesNeedARangeWithTextButNotTheMainOne) {
+    put(u" a\n b"_qs, 0, 2);
+    ask(QsciScintillaBase::SCI_ADDSELECTION, 4, 4);
+    ASSERT_EQ(view().SelLength(), 0);
+    m_document.AlignLeft();
+    EXPECT_EQ(view().Text(), u"a\n b"_qs);
+}
+
+TEST_F(DocumentCommands, OnARectangleKeepTheBookmarksOfItsLines) {
+    putRectangle(u"a b\nc d\ne f"_qs, 0, 11);
+    view().EnableBookmarkAt(2, true);
+    m_document.SpacesToTabs();
+    EXPECT_TRUE(isBookmarked(1));
+    m_document.Undo();
+    EXPECT_TRUE(isBookmarked(1));
+    EXPECT_FALSE(isBookmarked(0));
+    EXPECT_FALSE(isBookmarked(2));
 }
 
 TEST_F(DocumentCommands, OnLinesReachALineHeldInPieces) {
@@ -295,6 +381,23 @@ TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
     });
     m_document.CountAll();
     EXPECT_EQ(shown, QStringList(4, u"0"_qs));
+}
+
+TEST_F(DocumentCommands, StatisticsOfARectangleCountWhatIsInIt) {
+    putRectangle(u"one two\nx\nthree four"_qs, 1, 16);
+    EXPECT_EQ(selectionCounts(), QStringList({u"3"_qs, u"3"_qs, u"10"_qs, u"8"_qs}));
+    putRectangle(u"one\ntwo"_qs, 1, 5);
+    EXPECT_EQ(selectionCounts(), QStringList(4, u"0"_qs)) << "it has no width";
+}
+
+TEST_F(DocumentCommands, StatisticsOfSeveralRangesCountEachOfThem) {
+    put(u"one two\nthree\nfour\nfive six"_qs, 0, 0);
+    addRange(3, 0);
+    addRange(7, 6);
+    addRange(13, 8);
+    addRange(19, 24);
+    ask(QsciScintillaBase::SCI_ADDSELECTION, 27, 27);
+    EXPECT_EQ(selectionCounts(), QStringList({u"4"_qs, u"3"_qs, u"14"_qs, u"13"_qs}));
 }
 
 TEST_F(DocumentCommands, StatisticsOutliveTheirDocument) {

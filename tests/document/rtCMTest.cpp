@@ -164,6 +164,37 @@ TEST_F(TextView, TheLanguageIsPickedByLoadsAndSavesButNotByReloads) {
     EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
 }
 
+TEST_F(TextView, ASaveUnderTheSameNameKeepsAChosenLanguage) {
+    m_given.globals.languages.LoadLanguageIndex();
+    const QString page = fileOf("a", u"a.html"_qs);
+    EXPECT_TRUE(m_view.OpenFile(page));
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(page, 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_TRUE(m_view.ReloadFile(page));
+    EXPECT_TRUE(m_view.SaveToTmp(path(u"tmp"_qs)));
+    EXPECT_TRUE(m_view.LoadFromTmp(path(u"tmp"_qs)));
+    EXPECT_TRUE(m_view.SaveFile(page, 3));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    const QString other = path(u"b.html"_qs);
+    EXPECT_FALSE(m_view.SaveFile(path(u"missing/b.py"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(other, 1));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs);
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.OpenFile(other));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs) << "a load picks it in any case";
+}
+
+TEST_F(TextView, TheFirstSaveOfAnUntitledTextPicksTheLanguage) {
+    m_given.globals.languages.LoadLanguageIndex();
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(path(u"notes"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs) << "no language claims the file";
+    EXPECT_TRUE(m_view.SaveFile(path(u"a.html"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs);
+}
+
 TEST_F(TextView, AReloadWithAFormatDoesNotGuess) {
     const QString file = fileOf("\xC3\xA4");
     EXPECT_TRUE(m_view.ReloadFile(file));

@@ -7,6 +7,7 @@
 #include "editor/control/EditView.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/held/Colouring.h"
+#include "editor/held/MarkHistory.h"
 #include "editor/held/TextLoader.h"
 #include "platform/FileErrors.h"
 #include "platform/UserFileWriter.h"
@@ -79,7 +80,7 @@ void ControlFile::applyDocumentState(int lineEndMode) {
     m_view.send(Sci::SCI_SETCODEPAGE, Sci::SC_CP_UTF8);
     m_view.colouring().setUpDocument(m_coloured);
     m_view.send(Sci::SCI_SETUNDOCOLLECTION, 1);
-    m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+    emptyUndoHistory();
     m_view.send(Sci::SCI_SETEOLMODE, lineEndMode);
     m_typing.applyTabs();
     m_view.send(Sci::SCI_SETREADONLY, m_view.Locked());
@@ -99,7 +100,7 @@ SystemError ControlFile::SaveFile(const QString& path, int flagWord) {
     m_converted = false;
     m_view.send(Sci::SCI_SETSAVEPOINT);
     if ((flagWord & SaveFlags::ClearHistory) != 0)
-        m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+        emptyUndoHistory();
     return {};
 }
 
@@ -129,7 +130,12 @@ void ControlFile::convertLineEnds(int mode) {
     m_view.send(Sci::SCI_SETEOLMODE, mode);
     m_view.send(Sci::SCI_CONVERTEOLS, mode);
     m_converted = m_converted || m_view.state().changed;
+    emptyUndoHistory();
+}
+
+void ControlFile::emptyUndoHistory() {
     m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+    m_view.marks().forget();
 }
 
 QString ControlFile::limitations() const {

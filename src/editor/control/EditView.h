@@ -15,6 +15,7 @@
 
 class Colouring;
 class ControlProfile;
+class MarkHistory;
 class QMimeData;
 
 /// The Scintilla widget with the text it holds: the parts of a control (ControlSearch, ControlTyping, ...) work on it.
@@ -46,6 +47,7 @@ class EditView : public QsciScintillaBase {
     TextMap& map() { return m_map; }
     LongLines& longLines() { return m_longLines; }
     Colouring& colouring() const { return *m_colouring; }
+    MarkHistory& marks() const { return *m_marks; }
     qint64 TotalLines() const { return m_map.lineCount(); }
     QString Text() const;
     void AddText(const QString& text);
@@ -143,6 +145,7 @@ class EditView : public QsciScintillaBase {
     LongLines m_longLines{*this, m_text, m_map};
     JointedCommands m_jointed{*this, m_text, m_map};
     std::unique_ptr<Colouring> m_colouring;
+    std::unique_ptr<MarkHistory> m_marks;
     bool m_noticed = false;
     QWidget* m_bottomBar = nullptr;
 };

@@ -247,14 +247,12 @@ void TextControl::runCommand(int message) {
 
 void TextControl::Undo() {
     const EditScope scope(*this);
-    const KeptBookmarks kept(*this);
     state().typing = false;
     send(SCI_UNDO);
 }
 
 void TextControl::Redo() {
     const EditScope scope(*this);
-    const KeptBookmarks kept(*this);
     state().typing = false;
     send(SCI_REDO);
 }
