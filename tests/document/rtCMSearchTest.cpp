@@ -719,6 +719,29 @@ TEST_F(TextViewMargin, TwoQuickClicksToggleTwice) {
     EXPECT_EQ(m_clicks.count(), 2);
 }
 
+TEST_F(TextViewMargin, WithoutAMarginAClickAtTheLeftEdgeIsOneIntoTheText) {
+    m_view.setDisplayLeftMargin(false);
+    m_view.setLineNumbering(false);
+    for (const int x : {6, 10, 24})
+        click(x);
+    EXPECT_FALSE(marked());
+    EXPECT_EQ(m_clicks.count(), 0);
+    EXPECT_EQ(m_presses.count(), 3);
+    EXPECT_EQ(m_view.CurrentLine(), 2);
+}
+
+TEST_F(TextViewMargin, EitherMarginTakesClicksWithoutTheOther) {
+    m_view.setDisplayLeftMargin(false);
+    click(10);
+    EXPECT_TRUE(marked());
+    m_view.setDisplayLeftMargin(true);
+    m_view.setLineNumbering(false);
+    click(24);
+    EXPECT_FALSE(marked());
+    click(25);
+    EXPECT_EQ(m_clicks.count(), 2);
+}
+
 TEST_F(TextViewMargin, AClickTogglesNothingWhenSwitchedOff) {
     m_view.ClickLeftMarginBookmark = false;
     click(10);

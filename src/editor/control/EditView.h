@@ -103,8 +103,8 @@ class EditView : public QsciScintillaBase {
     /// The control is about to be destroyed but still complete: windows that use it must delete themselves.
     void aboutToBeDestroyed();
     void MouseDown(Qt::MouseButton button, int x, int y);
-    /// The left button was pressed in the bookmark margin beside this line, or in its place when it is hidden. Follows
-    /// MouseDown.
+    /// The left button was pressed beside this line, in the part of the margins where a click sets a bookmark. Not
+    /// emitted while no margin is shown there. Follows MouseDown.
     void bookmarkMarginClicked(qint64 line);
     /// The right button was released, or the menu key pressed, at this place of the control.
     void ShowMenu(int x, int y);
