@@ -199,7 +199,7 @@ class frmDocument : public QWidget {
     void PropertiesRequest(const QString& path);
     void CalculatorRequest();
     void LanguageRequest();
-    /// A find or replace dialog of the document has searched, or was closed.
+    /// A find or replace dialog of the document has searched, or was closed after it had searched.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:

@@ -272,7 +272,7 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner should show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog has searched, or was closed.
+    /// The control's find or replace dialog has searched, or was closed after it had searched.
     void AfterFind();
     void DropFile(const QString& pFilename);
     /// A sentence for the status bar, shown while it holds; empty: it no longer does.

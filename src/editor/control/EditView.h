@@ -110,7 +110,8 @@ class EditView : public QsciScintillaBase {
     void ShowMenu(int x, int y);
     /// Once for each file dropped on the control.
     void DropFile(const QString& path);
-    /// A find or replace dialog has searched or was closed; text and flags are those of its last search.
+    /// A find or replace dialog has searched, or was closed after it had searched; text and flags are those of its last
+    /// search.
     void AfterFind();
     /// Search text or flags changed.
     void SearchChanged();

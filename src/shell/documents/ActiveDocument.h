@@ -66,7 +66,7 @@ class ActiveDocument : public QObject {
     void removed(frmDocument* document);
     /// A text of a document for the status bar; empty: none any more.
     void noticed(const QString& text);
-    /// A find or replace dialog of a document has searched, or was closed.
+    /// A find or replace dialog of a document has searched, or was closed after it had searched.
     void searched(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  private:

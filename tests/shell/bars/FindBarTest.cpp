@@ -164,16 +164,29 @@ TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
     EXPECT_EQ(box().currentText(), u"sought"_qs);
 }
 
-TEST_F(FindBarOfTheFrame, OpeningADialogLeavesTheBarAndClosingItBringsTheLastSearch) {
+TEST_F(FindBarOfTheFrame, ADialogThatIsClosedWithoutASearchLeavesTheBarAndTheToggles) {
     start();
     enter(u"searched"_qs);
     for (const char* name : {"mnuFind", "mnuReplace"}) {
         box().setEditText(u"half typed"_qs);
         run(name);
-        EXPECT_EQ(box().currentText(), u"half typed"_qs) << name;
+        dialog(name).findChild<QAbstractButton*>(u"chkMatchCase"_qs)->click();
         dialog(name).close();
-        EXPECT_EQ(box().currentText(), u"searched"_qs) << name;
+        EXPECT_EQ(box().currentText(), u"half typed"_qs) << name;
+        EXPECT_FALSE(entry("mnuCaseSensitive")->isChecked()) << name;
     }
+}
+
+TEST_F(FindBarOfTheFrame, ADialogThatHasSearchedBringsItsTextWhenItIsClosed) {
+    start();
+    type(u"one two"_qs);
+    run("mnuFind");
+    QDialog& find = dialog("mnuFind");
+    find.findChild<QComboBox*>(u"cboFind"_qs)->setEditText(u"one"_qs);
+    find.findChild<QAbstractButton*>(u"cmdFindNext"_qs)->click();
+    box().setEditText(u"half typed"_qs);
+    find.close();
+    EXPECT_EQ(box().currentText(), u"one"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, ADialogsSearchLeavesItsTextInTheBar) {
