@@ -294,7 +294,7 @@ void rtCM::DefaultFontSize() {
 }
 
 QFont rtCM::textFont() const {
-    return QFont(FontName(), std::max(FontSize(), 1));
+    return QFont(FontName(), FontSize());
 }
 
 void rtCM::setTextFont(const QFont& font) {

@@ -403,7 +403,7 @@ TEST_F(TextView, FontStepsStopOnlyAtTheExactSizes) {
         int smaller;
     };
     for (const Step& step : {Step{10, 12, 8}, Step{70, 70, 68}, Step{69, 71, 67}, Step{71, 73, 69}, Step{5, 7, 5},
-                             Step{7, 9, 5}, Step{6, 8, 4}}) {
+                             Step{7, 9, 5}, Step{6, 8, 4}, Step{3, 5, 1}, Step{2, 4, 2}, Step{1, 3, 1}}) {
         m_view.setTextFont(m_view.FontName(), step.from);
         m_view.IncreaseFontSize();
         EXPECT_EQ(m_view.FontSize(), step.larger);
@@ -411,6 +411,21 @@ TEST_F(TextView, FontStepsStopOnlyAtTheExactSizes) {
         m_view.DecreaseFontSize();
         EXPECT_EQ(m_view.FontSize(), step.smaller);
     }
+}
+
+TEST_F(TextView, AFontRefusesSizesBelowOne) {
+    m_view.setTextFont(u"serif"_qs, 1);
+    for (const int refused : {0, -1, -100}) {
+        m_view.setTextFont(u"monospace"_qs, refused);
+        EXPECT_EQ(m_view.FontSize(), 1);
+        EXPECT_EQ(m_view.FontName(), u"monospace"_qs);
+        EXPECT_EQ(m_view.control().SendScintilla(QsciScintillaBase::SCI_STYLEGETSIZE,
+                                                 static_cast<unsigned long>(QsciScintillaBase::STYLE_DEFAULT)),
+                  1);
+    }
+    m_options.FontSize = 0;
+    m_view.DefaultFontSize();
+    EXPECT_EQ(m_view.FontSize(), 1);
 }
 
 TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
