@@ -86,6 +86,26 @@ TEST_F(FindBarOfTheFrame, ATextThatIsNotThereIsToldAndKeptAllTheSame) {
     EXPECT_EQ(keys(), QStringList(u"abc"_qs));
 }
 
+TEST_F(FindBarOfTheFrame, WhatIsNotFoundIsNoStepOfARecording) {
+    start();
+    type(u"one two one"_qs);
+    run("mnuRecordMarco");
+    for (const bool continues : {false, true}) {
+        if (entry("mnuSearchContinue")->isChecked() != continues)
+            run("mnuSearchContinue");
+        for (const qint64 anchor : {0, 4}) {
+            select(anchor, 7);
+            enter(u"nowhere"_qs);
+            run("mnuFindNext");
+            run("mnuFindPrevious");
+        }
+    }
+    EXPECT_EQ(m_prompts.messages, QStringList(12, u"The search string not found."_qs));
+    EXPECT_TRUE(globals().control.recorder().steps().isEmpty());
+    enter(u"one"_qs);
+    EXPECT_EQ(globals().control.recorder().steps().last().command, Command::FindNext);
+}
+
 TEST_F(FindBarOfTheFrame, EnterMovesAKnownTextToTheTop) {
     start();
     type(u"a b"_qs);
