@@ -192,6 +192,8 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// The next command of the text view will be carried out another number of times.
+    void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the

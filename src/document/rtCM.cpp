@@ -5,7 +5,6 @@
 #include "document/NumberText.h"
 #include "document/TextViewSearch.h"
 #include "editor/Editor.h"
-#include "editor/control/ControlClipboard.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlLineNumbers.h"
 #include "editor/control/ControlLook.h"
@@ -22,6 +21,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -31,6 +31,18 @@ constexpr int StepSize = 2;
 
 std::string_view utf8Of(const QByteArray& text) {
     return {text.constData(), static_cast<std::size_t>(text.size())};
+}
+
+/// What so many changes make of the text, each of what the one before it has made. The rest is left out as soon as one
+/// leaves the text as it is.
+QString repeated(QString (*change)(const QString& text), QString text, int times) {
+    for (; times > 0; --times) {
+        QString changed = change(text);
+        if (changed == text)
+            break;
+        text = std::move(changed);
+    }
+    return text;
 }
 
 QColor rowHighlightColour(const Options& options) {
@@ -82,6 +94,7 @@ void rtCM::connectControl() {
     connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
     connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::RepeatCountChanged, this, &rtCM::RepeatCountChanged);
     connect(m_control, &TextControl::PropertiesChanged, this, &rtCM::propertiesChanged);
     connectSearch();
 }
@@ -279,16 +292,23 @@ void rtCM::setTextFont(const QString& name, int points) {
 }
 
 void rtCM::IncreaseFontSize() {
-    if (FontSize() != LargestStepSize)
-        setTextFont(FontName(), FontSize() + StepSize);
+    stepFontSize(StepSize, LargestStepSize);
 }
 
 void rtCM::DecreaseFontSize() {
-    if (FontSize() != SmallestStepSize)
-        setTextFont(FontName(), FontSize() - StepSize);
+    stepFontSize(-StepSize, SmallestStepSize);
+}
+
+/// As many steps as the repeat count says, but none from the last size on and none to a size that the font refuses.
+void rtCM::stepFontSize(int step, int last) {
+    int size = FontSize();
+    for (int times = m_control->takeRepeatCount(); times > 0 && size != last; --times)
+        size = size + step < ControlLook::SmallestFontSize ? size : size + step;
+    setTextFont(FontName(), size);
 }
 
 void rtCM::DefaultFontSize() {
+    m_control->takeRepeatCount();
     setTextFont(FontName(), m_options.FontSize);
     m_control->look().resetZoom();
 }
@@ -302,11 +322,12 @@ void rtCM::setTextFont(const QFont& font) {
 }
 
 void rtCM::changeSelected(QString (*change)(const QString& text)) {
+    const int times = m_control->takeRepeatCount();
     if (Locked() || nothingSelected())
         return;
     const qint64 from = SelStart();
     m_control->setSelection(from, SelEnd());
-    setSelText(change(SelText()));
+    setSelText(repeated(change, SelText(), times));
     m_control->setSelection(from, SelEnd());
 }
 
@@ -377,26 +398,6 @@ bool rtCM::Locked() const {
 
 void rtCM::setLocked(bool locked) {
     m_control->setLocked(locked);
-}
-
-void rtCM::Undo() {
-    m_control->Undo();
-}
-
-void rtCM::Redo() {
-    m_control->Redo();
-}
-
-void rtCM::Cut() {
-    m_control->clipboard().Cut();
-}
-
-void rtCM::Copy() {
-    m_control->clipboard().Copy();
-}
-
-void rtCM::Paste() {
-    m_control->clipboard().Paste();
 }
 
 QString rtCM::GetCursorPos() const {

@@ -74,8 +74,9 @@ class rtCM : public QWidget, public DocumentView {
     PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
-    /// Replaces the selection by the result of `change`, in one undo step, and leaves the new text selected forwards.
-    /// An exception of `change` is passed on to the caller, and then nothing has been replaced.
+    /// Replaces the selection by the result of `change`, applied as often as the repeat count says, in one undo step,
+    /// and leaves the new text selected forwards. An exception of `change` is passed on to the caller, and then nothing
+    /// has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -164,6 +165,8 @@ class rtCM : public QWidget, public DocumentView {
     void SortLineAscending();
     void SortLineDescending();
     void SetRepeatCount();
+    /// How often the next command is carried out.
+    int repeatCount() const;
     void GotoLine();
     void RecordMacro();
     /// Plays macro `n`, from 1 to 10; any other number does nothing.
@@ -277,6 +280,8 @@ class rtCM : public QWidget, public DocumentView {
     void DropFile(const QString& pFilename);
     /// A sentence for the status bar, shown while it holds; empty: it no longer does.
     void Notice(const QString& text);
+    /// The next command will be carried out another number of times.
+    void RepeatCountChanged();
     /// The control's properties dialog changed something.
     void propertiesChanged();
 
@@ -288,6 +293,7 @@ class rtCM : public QWidget, public DocumentView {
     bool loadAs(const QString& path, int flagWord, bool ignoreError);
     bool report(const SystemError& error, bool ignoreError);
     bool nothingSelected() const;
+    void stepFontSize(int step, int last);
     QByteArray wholeText() const;
 
     void connectSearch();

@@ -76,6 +76,30 @@ void rtCM::SetRepeatCount() {
     m_control->ExecuteCmd(Command::SetRepeatCount);
 }
 
+int rtCM::repeatCount() const {
+    return m_control->repeatCount();
+}
+
+void rtCM::Undo() {
+    m_control->ExecuteCmd(TextControl::SCI_UNDO);
+}
+
+void rtCM::Redo() {
+    m_control->ExecuteCmd(TextControl::SCI_REDO);
+}
+
+void rtCM::Cut() {
+    m_control->ExecuteCmd(TextControl::SCI_CUT);
+}
+
+void rtCM::Copy() {
+    m_control->ExecuteCmd(TextControl::SCI_COPY);
+}
+
+void rtCM::Paste() {
+    m_control->ExecuteCmd(TextControl::SCI_PASTE);
+}
+
 void rtCM::RecordMacro() {
     m_control->ExecuteCmd(Command::RecordMacro);
 }

@@ -7,9 +7,11 @@
 #include "editor/control/TextControl.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -428,6 +430,24 @@ TEST_F(TextView, AFontRefusesSizesBelowOne) {
     EXPECT_EQ(m_view.FontSize(), 1);
 }
 
+TEST_F(TextView, FontStepsAreRepeatedAsFarAsTheyGo) {
+    struct Row {
+        int from;
+        int times;
+        void (rtCM::*step)();
+        int size;
+    };
+    for (const Row& row : {Row{10, 3, &rtCM::IncreaseFontSize, 16}, Row{66, 9, &rtCM::IncreaseFontSize, 70},
+                           Row{69, 3, &rtCM::IncreaseFontSize, 75}, Row{9, 9, &rtCM::DecreaseFontSize, 5},
+                           Row{10, 9999, &rtCM::DecreaseFontSize, 2}}) {
+        m_view.setTextFont(m_view.FontName(), row.from);
+        m_view.control().setRepeatCount(row.times);
+        (m_view.*row.step)();
+        EXPECT_EQ(m_view.FontSize(), row.size);
+        EXPECT_EQ(m_view.repeatCount(), 1);
+    }
+}
+
 TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
     m_options.FontSize = 13;
     const QString name = m_view.FontName();
@@ -590,6 +610,44 @@ TEST_F(TextView, AsksForARepeatCount) {
     prompt->accept();
     type(u"a"_qs);
     EXPECT_EQ(m_view.Text(), u"aaa"_qs);
+}
+
+TEST_F(TextView, TheClipboardCommandsOfMenusAreRepeatedAsOneStep) {
+    showLarge();
+    QGuiApplication::clipboard()->setText(u"ab"_qs);
+    m_view.control().setRepeatCount(3);
+    m_view.Paste();
+    EXPECT_EQ(m_view.Text(), u"ababab"_qs);
+    type(u"q"_qs);
+    EXPECT_EQ(m_view.Text(), u"abababq"_qs);
+    m_view.Undo();
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), QString());
+    m_view.setText(u"one two"_qs);
+    for (void (rtCM::*command)() : {&rtCM::Copy, &rtCM::Cut}) {
+        select(0, 3);
+        m_view.control().setRepeatCount(3);
+        (m_view.*command)();
+        EXPECT_EQ(m_view.repeatCount(), 1);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one"_qs);
+    }
+    EXPECT_EQ(m_view.Text(), u" two"_qs);
+}
+
+TEST_F(TextView, UndoAndRedoOfMenusAreRepeated) {
+    showLarge();
+    for (const QChar each : u"abcd"_qs) {
+        type(QString(each));
+        m_view.SelectWord();  // ends the step of what was typed
+        select(m_view.Text().size(), m_view.Text().size());
+    }
+    m_view.control().setRepeatCount(3);
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), u"a"_qs);
+    m_view.control().setRepeatCount(2);
+    m_view.Redo();
+    EXPECT_EQ(m_view.Text(), u"abc"_qs);
+    EXPECT_EQ(m_view.repeatCount(), 1);
 }
 
 TEST_F(TextView, MacrosOutsideTheirNumbersDoNothing) {

@@ -121,6 +121,8 @@ class EditView : public QsciScintillaBase {
     void CommandFailed();
     /// A text for the status bar; empty: none any more.
     void Notice(const QString& text);
+    /// The repeat count of the next command is another one.
+    void RepeatCountChanged();
     /// The properties dialog changed settings that belong to a profile.
     void PropertiesChanged(const ControlProfile& before, const ControlProfile& after);
 

@@ -23,6 +23,7 @@ class ActiveDocument : public QObject {
         Language = 8,  ///< the language of its text
         Caret = 16,    ///< the cursor's position, or the number of lines
         View = 32,     ///< how its text is shown
+        Repeat = 128,  ///< how often the next command is carried out
         Loaded = File | Mode | Language | Caret | View,  ///< all but the state, which a document reports itself
     };
     Q_DECLARE_FLAGS(Changes, What)

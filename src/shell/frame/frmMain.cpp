@@ -95,6 +95,8 @@ void frmMain::connectListeners() {
     of.onActive(Active::Language, "CheckLangMenu", [&h](frmDocument* d) { h.languageMenu.CheckLangMenu(d); });
     of.onActive(Active::Caret, "ShowCursorPosition", [&h](frmDocument* d) { h.status.ShowCursorPosition(d); });
     of.onActive(Active::File, "ShowDocumentInfo", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });
+    of.onActive(Active::Repeat | Active::Mode, "ShowRepeatCount",
+                [&h](frmDocument* d) { h.status.ShowRepeatCount(d); });
     of.onActive(Active::Mode | Active::View, "SetDocumentEnv", [&h](frmDocument* d) { h.entries.SetDocumentEnv(d); });
     of.on(&Active::activated, "selectKey", [&h](frmDocument* d) { h.tabs.selectKey(d->fIdx); });
 
