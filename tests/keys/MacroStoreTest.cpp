@@ -243,6 +243,7 @@ TEST_F(MacroStoring, WithoutAFolderNothingIsLoadedOrMade) {
 
 TEST_F(MacroStoring, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
     store.setMacro(4, sample());
+    hotKeys.bind(160, {{HotKeyStroke::Ctrl, u"D"_qs}, {}});
     hotKeys.bind(218, CtrlM);
     settings.write(u"5Display"_qs, u"1"_qs);
     settings.write(u"5Desc"_qs, u"Fifth"_qs);
