@@ -31,6 +31,8 @@ struct Content {
 
 /// A file longer than `most` is an error.
 Content read(const QString& path, qsizetype most);
+/// Of a file longer than `most` only the first `most` bytes are read.
+Content readHead(const QString& path, qsizetype most);
 
 /// A last line without an end counts, an empty one after the last end does not.
 QStringList linesOf(QByteArrayView bytes);
