@@ -303,6 +303,9 @@ void frmDocument::unload() {
     const QPointer<frmDocument> alive(this);
     m_hex->finishTyping();
     m_life = Life::Unloading;
+    m_text->finishRecording();
+    if (!alive)
+        return;
     gParent->DocClose(this);
     if (!alive)
         return;

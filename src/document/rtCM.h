@@ -169,6 +169,9 @@ class rtCM : public QWidget, public DocumentView {
     int repeatCount() const;
     void GotoLine();
     void RecordMacro();
+    /// Ends a recording of this view, which is to be closed; returns when the user has decided what becomes of it. Runs
+    /// the event loop.
+    void finishRecording();
     /// Plays macro `n`, from 1 to 10; any other number does nothing.
     void ExecMacro(int n);
     void Properties();

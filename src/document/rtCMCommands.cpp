@@ -1,5 +1,6 @@
 // The commands that the text view has its control carry out.
 
+#include "document/EditorGlobals.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
@@ -102,6 +103,10 @@ void rtCM::Paste() {
 
 void rtCM::RecordMacro() {
     m_control->ExecuteCmd(Command::RecordMacro);
+}
+
+void rtCM::finishRecording() {
+    m_globals.control.finishRecording(*m_control);
 }
 
 void rtCM::Properties() {

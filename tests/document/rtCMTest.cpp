@@ -584,7 +584,7 @@ TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
     EXPECT_TRUE(present.control().look().WordWrap());
     EXPECT_TRUE(present.LineNumbering());
 
-    EditorGlobals ofNextRun(m_given.registry, m_given.programFolder.path(), {});
+    EditorGlobals ofNextRun(m_given.prompts, m_given.registry, m_given.programFolder.path(), {});
     rtCM later({m_prompts, m_options, ofNextRun, m_given.hexFind});
     later.PropertiesLoad();
     EXPECT_TRUE(later.control().look().WordWrap());

@@ -231,6 +231,19 @@ TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
     EXPECT_EQ(text(), u"again"_qs);
 }
 
+TEST_F(MacrosOfTheFrame, OneThatIsRecordedWhenTheProgramEndsIsAskedFor) {
+    start();
+    run("mnuRecordMarco");
+    type(u"again"_qs);
+    m_prompts.answerNo();
+    QTimer::singleShot(0, m_frame.get(), [&] { keepUnder(Qt::Key_M); });
+    m_frame->close();
+    m_frame.reset();
+    start();
+    QTest::keyClick(&textWidget(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text(), u"again"_qs);
+}
+
 TEST_F(MacrosOfTheFrame, ACountThatIsPendingStandsInTheStatusBarOfItsDocument) {
     const QString pending = u"The next command or key is done 3 times. Esc cancels this."_qs;
     start();
