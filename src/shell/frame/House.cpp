@@ -57,7 +57,7 @@ House::House(QMainWindow& window, DocumentHost& host, const FrameServices& servi
       panel(services.panel),
       rooms(services.rooms),
       settings(registry),
-      globals(registry, services.programFolder, services.shareFolder),
+      globals(prompts, registry, services.programFolder, services.shareFolder),
       documentServices{prompts, options, globals, hexFind},
       help(services.programFolder, services.shareFolder),
       coolBar(addRow<CoolBar>(window, 0)),

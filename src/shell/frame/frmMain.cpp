@@ -97,6 +97,8 @@ void frmMain::connectListeners() {
     of.onActive(Active::File, "ShowDocumentInfo", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });
     of.onActive(Active::File | Active::Limits, "ShowLimitations",
                 [&h](frmDocument* d) { h.status.ShowLimitations(d); });
+    of.onActive(Active::Repeat | Active::Mode, "ShowRepeatCount",
+                [&h](frmDocument* d) { h.status.ShowRepeatCount(d); });
     of.onActive(Active::Mode | Active::View, "SetDocumentEnv", [&h](frmDocument* d) { h.entries.SetDocumentEnv(d); });
     of.on(&Active::activated, "selectKey", [&h](frmDocument* d) { h.tabs.selectKey(d->fIdx); });
 

@@ -90,6 +90,17 @@ TEST_F(OwnTextFiles, AFileLongerThanWantedIsAnErrorThatNamesIt) {
     EXPECT_EQ(OwnTextFile::readLines(path(), 4), std::nullopt);
 }
 
+TEST_F(OwnTextFiles, TheHeadOfALongFileIsRead) {
+    put("12345");
+    for (const char* head : {"", "1", "1234", "12345"}) {
+        EXPECT_EQ(OwnTextFile::readHead(path(), qstrlen(head)).bytes, head);
+    }
+    EXPECT_EQ(OwnTextFile::readHead(path(), 1'000'000).bytes, "12345");
+    put(QByteArray(200'000, 'x'));
+    EXPECT_EQ(OwnTextFile::readHead(path(), 150'000).bytes, QByteArray(150'000, 'x'));
+    EXPECT_TRUE(OwnTextFile::readHead(path() + u"nowhere"_qs, 5).error);
+}
+
 TEST_F(OwnTextFiles, OnlyRegularFilesAreRead) {
     put("");
     const QString fifo = m_folder.filePath(u"fifo"_qs);
