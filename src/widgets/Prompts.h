@@ -35,4 +35,7 @@ class Prompts {
 
     /// Path to save to; empty when cancelled. The dialog does not ask about overwriting; the caller must.
     virtual QString askFileToSave(QWidget* parent, const FileQuestion& question) = 0;
+
+    /// A box with one line of text to edit. Returns the text as it stands; empty when cancelled.
+    virtual QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) = 0;
 };

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
@@ -144,4 +145,12 @@ QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) 
     QString file = dialog.selectedFiles().value(0);
     m_lastFolder = folderOf(file);
     return file;
+}
+
+QString QtPrompts::askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) {
+    QInputDialog dialog(windowOf(parent));
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(initial);
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }

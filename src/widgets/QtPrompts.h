@@ -10,6 +10,7 @@ class QtPrompts : public Prompts {
     bool askYesNo(QWidget* parent, const QString& text, const QString& title) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;
     QString askFileToSave(QWidget* parent, const FileQuestion& question) override;
+    QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) override;
 
  private:
     QString m_lastFolder;

@@ -1,0 +1,5 @@
+#include "workspace/lists/frmFileProperties.h"
+
+bool ShowProperties(const QString&, Prompts&, QWidget*) {
+    return false;
+}
