@@ -7,10 +7,13 @@ class QWidget;
 
 /// The parameters of a file dialog.
 struct FileQuestion {
+    enum Choice { ManyFiles, OneFile };  // what the open dialog takes; one file is never opened read-only
+
     QString title;
     QString folder;       ///< where it starts; empty: the current one
     QString initialName;  ///< name or full path in the name field
     QString filters;      ///< "description|pattern;pattern|description|..."
+    Choice choice = ManyFiles;
 };
 
 /// The result of the open dialog.

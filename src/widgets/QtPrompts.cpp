@@ -126,13 +126,15 @@ bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& ti
 OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
     QFileDialog dialog(windowOf(parent));
     setUp(dialog, question, m_lastFolder);
-    dialog.setFileMode(QFileDialog::ExistingFiles);
-    const QCheckBox* readOnly = addReadOnlyBox(dialog);
+    const bool one = question.choice == FileQuestion::OneFile;
+    // The caller reports a file that does not exist.
+    dialog.setFileMode(one ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
+    const QCheckBox* readOnly = one ? nullptr : addReadOnlyBox(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QStringList files = dialog.selectedFiles();
     m_lastFolder = folderOf(files.value(0));
-    return {files, readOnly->isChecked()};
+    return {files, readOnly != nullptr && readOnly->isChecked()};
 }
 
 QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {

@@ -50,13 +50,19 @@ std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype
 }
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
+    return !replace(path, lines);
+}
+
+SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
     makeFolder(QFileInfo(path).path());
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    for (const QString& line : lines) {
-        if (!line.contains(u'\n') && !line.contains(u'\r'))
-            file.write(line.toUtf8() + "\r\n");
+    if (file.open(QIODevice::WriteOnly)) {
+        for (const QString& line : lines) {
+            if (!line.contains(u'\n') && !line.contains(u'\r'))
+                file.write(line.toUtf8() + "\r\n");
+        }
+        if (file.commit())
+            return {};
     }
-    return file.commit();
+    return FileErrors::writing(path, {EIO, file.errorString()});
 }

@@ -69,8 +69,10 @@ TEST(ProjectFileReading, TheStatusNeedsATab) {
 }
 
 TEST(ProjectFileReading, AWidthThatIsNoNumberIsNoWidth) {
-    for (const QString& width : {u""_qs, u"wide"_qs, u"nan"_qs, u"inf"_qs, u"1e300"_qs, u"99999999999999999999"_qs})
+    const QStringList widths{u""_qs, u"wide"_qs, u"nan"_qs, u"inf"_qs, u"1e300"_qs, u"99999999999999999999"_qs};
+    for (const QString& width : widths) {
         EXPECT_EQ(readStatus(u"True\t"_qs + width), (PanelStatus{true, {}})) << width.toStdString();
+    }
 }
 
 TEST(ProjectFileWriting, TheSectionsStandInTheirOrder) {
@@ -83,8 +85,10 @@ TEST(ProjectFileWriting, TheSectionsStandInTheirOrder) {
 
 TEST(ProjectFileWriting, AKeyThatWouldBreakItsLineIsLeftOut) {
     EXPECT_EQ(itemLine({u"FILE"_qs, u"/a b"_qs}), u"FILE\t/a b"_qs);
-    for (const QString& key : {u"/a\tb"_qs, u"/a\nb"_qs, u"/a\rb"_qs})
+    const QStringList keys{u"/a\tb"_qs, u"/a\nb"_qs, u"/a\rb"_qs};
+    for (const QString& key : keys) {
         EXPECT_FALSE(itemLine({u"FILE"_qs, key}));
+    }
 }
 
 TEST(ProjectFileWriting, WhatIsWrittenIsReadBack) {
