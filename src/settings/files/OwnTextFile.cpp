@@ -51,12 +51,16 @@ std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
     makeFolder(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    QByteArray bytes;
     for (const QString& line : lines) {
         if (!line.contains(u'\n') && !line.contains(u'\r'))
-            file.write(line.toUtf8() + "\r\n");
+            bytes += line.toUtf8() + "\r\n";
     }
+    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return false;
+    if (file.write(bytes) != bytes.size())
+        file.cancelWriting();
     return file.commit();
 }
