@@ -36,11 +36,16 @@ void ChildWindow::setPlace(const ChildPlace& place) {
 void ChildWindow::changeEvent(QEvent* event) {
     const QPointer<QWidget> focused(window()->focusWidget());
     const bool held = event->type() == QEvent::WindowStateChange && focused && isAncestorOf(focused);
-    // The base class moves the window only now.
-    if (event->type() == QEvent::WindowStateChange &&
-        !(static_cast<QWindowStateChangeEvent*>(event)->oldState() & NotNormal))
-        m_normal = geometry();
+    if (event->type() == QEvent::WindowStateChange)
+        noteNormalPlace(static_cast<QWindowStateChangeEvent&>(*event));
     QMdiSubWindow::changeEvent(event);
     if (held && focused && focused->isVisible() && window()->focusWidget() != focused)
         focused->setFocus();
+}
+
+/// Before the base class moves the window. While it does, it sends further events, which do not say the state in which
+/// the window was.
+void ChildWindow::noteNormalPlace(const QWindowStateChangeEvent& event) {
+    if (!event.isOverride() && !(event.oldState() & NotNormal))
+        m_normal = geometry();
 }

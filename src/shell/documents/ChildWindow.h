@@ -4,6 +4,8 @@
 
 #include <QMdiSubWindow>
 
+class QWindowStateChangeEvent;
+
 /// The window of a document in the frame. Maximising and restoring hide a child window for a moment, and Qt then gives
 /// the keyboard focus to another widget; this class restores it. It also keeps the place of the normal state while the
 /// window is minimised or maximised. Owned by the area it is added to.
@@ -20,5 +22,7 @@ class ChildWindow : public QMdiSubWindow {
     void changeEvent(QEvent* event) override;
 
  private:
+    void noteNormalPlace(const QWindowStateChangeEvent& event);
+
     QRect m_normal;
 };
