@@ -42,6 +42,7 @@ class NotedExplorer : public PanelLink {
  public:
     QStringList calls;
     bool busy = false;
+    bool fails = false;  ///< SetFile throws, once it is noted
 
     QStringList take() { return std::exchange(calls, {}); }
 
@@ -51,6 +52,8 @@ class NotedExplorer : public PanelLink {
     }
     void SetFile(const QString& file, const QString& key, int image) override {
         calls << u"SetFile %1 %2 %3"_qs.arg(file, key).arg(image);
+        if (fails)
+            throw std::runtime_error("the panel is not ready");
     }
     void RemoveFile(const QString& key) override { calls << u"RemoveFile "_qs + key; }
     void FileSelected(const QString& key) override { calls << u"FileSelected "_qs + key; }
@@ -76,11 +79,6 @@ class NotedRooms : public RoomsToCome {
 
     QStringList take() { return std::exchange(calls, {}); }
 
-    void AddLRUFile(const QString& path) override { note(u"AddLRUFile "_qs + path); }
-    void LoadRecentFiles() override { calls << u"LoadRecentFiles"_qs; }
-    void RestoreSession() override { calls << u"RestoreSession"_qs; }
-    void SaveSession() override { calls << u"SaveSession"_qs; }
-    void SaveRecentFiles() override { calls << u"SaveRecentFiles"_qs; }
     void OpenProject(const QString& path) override { note(u"OpenProject "_qs + path); }
     void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
     void ShowProperties() override { note(u"ShowProperties"_qs); }
@@ -128,6 +126,8 @@ class FrameFixture : public testing::Test {
         keys.save(m_registry);
     }
 
+    /// A file of the program's own.
+    QString ownFile(const char* name) const { return m_programFolder.filePath(QString::fromLatin1(name)); }
     QString path(const QString& name) const { return m_folder.filePath(name); }
     QString fileOf(const QByteArray& bytes, const QString& name = u"a.txt"_qs) const {
         QFile file(path(name));
@@ -159,6 +159,16 @@ class FrameFixture : public testing::Test {
     QAction* entry(const char* name) { return house().entries.entry(name); }
     QAction* button(const char* key) { return house().entries.button(key); }
     QAction* slot(const char* array, int number) { return house().menuSlots.slot(array, number); }
+    /// The captions of the slots that are in use.
+    QStringList captionsOf(const char* array) {
+        QStringList captions;
+        for (int i = 1; const QAction* one = slot(array, i); ++i) {
+            if (one->isVisible())
+                captions << MenuText::captionOf(*one);
+        }
+        return captions;
+    }
+    QStringList recentFiles() { return captionsOf("mnuFiles"); }
     QAction* languageEntry(const char* name) {
         for (QAction* one : house().entries.menu("mnuLanguages")->actions()) {
             if (one->data().isValid() && MenuText::captionOf(*one) == QLatin1String(name))

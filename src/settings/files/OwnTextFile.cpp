@@ -55,14 +55,14 @@ bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
 
 SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
     makeFolder(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
-        for (const QString& line : lines) {
-            if (!line.contains(u'\n') && !line.contains(u'\r'))
-                file.write(line.toUtf8() + "\r\n");
-        }
-        if (file.commit())
-            return {};
+    QByteArray bytes;
+    for (const QString& line : lines) {
+        if (!line.contains(u'\n') && !line.contains(u'\r'))
+            bytes += line.toUtf8() + "\r\n";
     }
+    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() && file.commit())
+        return {};
     return FileErrors::writing(path, {EIO, file.errorString()});
 }

@@ -2,6 +2,7 @@
 
 #include "shell/commands/CommandRules.h"
 
+class FavoriteCommands;
 class FileCommands;
 class FrameCommands;
 class RoomsToCome;
@@ -14,11 +15,13 @@ struct CommandTarget {
     void (FileCommands::*file)() = nullptr;
     void (ViewCommands::*view)() = nullptr;
     void (FrameCommands::*frame)() = nullptr;
+    void (FavoriteCommands::*favorite)() = nullptr;
     void (frmDocument::*document)() = nullptr;
     void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
-        return file == nullptr && view == nullptr && frame == nullptr && document == nullptr && room == nullptr;
+        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && document == nullptr &&
+               room == nullptr;
     }
 };
 

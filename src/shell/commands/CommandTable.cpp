@@ -1,6 +1,7 @@
 #include "shell/commands/CommandTable.h"
 
 #include "document/frmDocument.h"
+#include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/RoomsToCome.h"
@@ -14,6 +15,7 @@ namespace {
 using File = FileCommands;
 using View = ViewCommands;
 using Frame = FrameCommands;
+using Favorite = FavoriteCommands;
 using Document = frmDocument;
 using Rooms = RoomsToCome;
 
@@ -33,6 +35,10 @@ constexpr CommandTarget on(void (ViewCommands::*procedure)()) {
 
 constexpr CommandTarget on(void (FrameCommands::*procedure)()) {
     return {.frame = procedure};
+}
+
+constexpr CommandTarget on(void (FavoriteCommands::*procedure)()) {
+    return {.favorite = procedure};
 }
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
@@ -168,8 +174,8 @@ constexpr CommandRow Commands[] = {
     gap("mnuLanguages", "mnuLangSep01"),
 
     menu("", "mnuFavorites", "Projects"),
-    {"mnuFavorites", "mnuAddFavorite", "Add to Favorite Projects", "", "projects", on(&Rooms::AddFavorite)},
-    {"mnuFavorites", "mnuDeleteFavorite", "Remove from Favorite Projects", "", "", on(&Rooms::DeleteFavorite)},
+    {"mnuFavorites", "mnuAddFavorite", "Add to Favorite Projects", "", "projects", on(&Favorite::AddFavorite)},
+    {"mnuFavorites", "mnuDeleteFavorite", "Remove from Favorite Projects", "", "", on(&Favorite::DeleteFavorite)},
     gap("mnuFavorites", "mnuFavoritesSep02"),
     {"mnuFavorites", "mnuNewProject", "New Project", "", "newproj", on(&Rooms::NewProject)},
     {"mnuFavorites", "mnuOpenProject", "Open Project", "", "openproj", on(&Rooms::AskProject)},

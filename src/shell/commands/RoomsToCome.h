@@ -8,18 +8,6 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // Recent lists and the session.
-    virtual void LoadRecentFiles() {}
-    virtual void LoadRecentProjects() {}
-    virtual void LoadFavProjects() {}
-    virtual void SaveRecentFiles() {}
-    virtual void SaveRecentProjects() {}
-    virtual void SaveFavProjects() {}
-    /// Adds a path at the top of the recent files.
-    virtual void AddLRUFile(const QString&) {}
-    virtual void RestoreSession() {}
-    virtual void SaveSession() {}
-
     // Projects.
     virtual void OpenProject(const QString&) {}
     /// Asks for the project to open.
@@ -28,8 +16,6 @@ class RoomsToCome {
     virtual void CloseProject() {}
     virtual void SaveProject() {}
     virtual void SaveProjectAs() {}
-    virtual void AddFavorite() {}
-    virtual void DeleteFavorite() {}
 
     // Search across files: the dialogs, the first with a list of folders.
     virtual void ShowSearchInFiles(const QString&) {}

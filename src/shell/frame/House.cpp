@@ -6,6 +6,7 @@
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandTable.h"
+#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/WindowMenu.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameServices.h"
@@ -51,7 +52,8 @@ QToolBar& makeToolBar(CoolBar& coolBar) {
 
 }  // namespace
 
-House::House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run)
+House::House(QMainWindow& window, DocumentHost& host, const QString& projectFilename, const FrameServices& services,
+             CommandEntries::Runner run)
     : prompts(services.prompts),
       registry(services.registry),
       panel(services.panel),
@@ -74,16 +76,23 @@ House::House(QMainWindow& window, DocumentHost& host, const FrameServices& servi
       diskCheck(children, active, opening, options),
       queue(window, prompts, children, active, opening),
       drops(window, panel, opening),
+      recentFiles(KeptList::RecentFiles, services.programFolder),
+      projectLists(services.programFolder),
+      documentRecords(children, active, opening),
+      session(services.programFolder, projectFilename, documentRecords, systemClose,
+              [this](const QString& path) { rooms.OpenProject(path); }),
       findBar(*new FindBar(window, active, options)),
       entries(commandTable(), rooms, coolBar, *window.menuBar(), toolBar, std::move(run)),
       menuSlots(entries, SlotCommands::table(),
                 [this](const SlotArray& array, int number) { (slotCommands.*array.chosen)(number); }),
+      listMenus(entries, menuSlots, recentFiles, projectLists),
       searchToggles(options, entries),
       languageMenu(entries, active),
       macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
       fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
       viewCommands(entries, coolBar, rooms, children, active),
       frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
+      favoriteCommands(window, prompts, projectFilename, projectLists),
       slotCommands(menuSlots, rooms, children, active, opening) {
     new WindowMenu(*entries.menu("mnuWindow"), children);
 }

@@ -66,7 +66,8 @@ class Listeners {
 
 frmMain::frmMain(const FrameServices& services)
     : m_services(services),
-      m_house(std::make_unique<House>(*this, *this, m_services, [this](const CommandTarget& target) { run(target); })) {
+      m_house(std::make_unique<House>(*this, *this, ProjectFilename, m_services,
+                                      [this](const CommandTarget& target) { run(target); })) {
     setObjectName(u"frmMain"_qs);
     setWindowIcon(Icons::named("quillmark"));
     setAcceptDrops(true);
@@ -104,8 +105,8 @@ void frmMain::connectListeners() {
 
     of.on(&Active::opened, "SetFile",
           [&h](frmDocument* d, const QString& path) { h.panel.SetFile(path, d->fIdx, DocumentTabs::imageFor(d)); });
-    of.on(&Active::opened, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
-    of.on(&Active::saved, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
+    of.on(&Active::opened, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.recentFiles.add(path); });
+    of.on(&Active::saved, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.recentFiles.add(path); });
 
     of.on(&Active::closing, "RemoveFile", [&h](frmDocument* d) { h.panel.RemoveFile(d->fIdx); });
     of.on(&Active::removed, "DelTab", [&h](frmDocument* d) { h.tabs.DelTab(d); });
@@ -136,6 +137,8 @@ void frmMain::run(const CommandTarget& target) {
         (h.viewCommands.*target.view)();
     else if (target.frame != nullptr)
         (h.frameCommands.*target.frame)();
+    else if (target.favorite != nullptr)
+        (h.favoriteCommands.*target.favorite)();
     else if (target.room != nullptr)
         (h.rooms.*target.room)();
     else if (frmDocument* document = h.active.get())

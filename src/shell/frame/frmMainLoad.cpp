@@ -40,9 +40,9 @@ void loadProfile(House& house) {
 
 void loadLists(House& house) {
     house.languageMenu.LoadLanguageMenu(house.globals.languages.loadedNames());
-    house.rooms.LoadRecentFiles();
-    house.rooms.LoadRecentProjects();
-    house.rooms.LoadFavProjects();
+    house.recentFiles.load();
+    house.projectLists.recent().load();
+    house.projectLists.favorites().load();
     house.findBar.LoadSearchKeys();
 }
 
@@ -131,7 +131,7 @@ std::vector<FrameStep> frmMain::loadSteps() {
         {"restoreSession",
          [&house, mayReturn = order.sessionMayReturn] {
              if (mayReturn && house.settings.LoadLastFiles())
-                 house.rooms.RestoreSession();
+                 house.session.RestoreSession();
          }},
         {"markViewParts", [&house] { house.entries.RefreshCheckedItems(); }},
         {"setCommandStates",

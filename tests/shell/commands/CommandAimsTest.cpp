@@ -1,4 +1,5 @@
 #include "shell/commands/CommandTable.h"
+#include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/RoomsToCome.h"
@@ -88,13 +89,19 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);
 }
 
+TEST(CommandAims, CommandsOfFavoritesAimAtTheirCalls) {
+    static constexpr Aim<void (FavoriteCommands::*)()> Aims[] = {
+        {"mnuAddFavorite", &FavoriteCommands::AddFavorite},
+        {"mnuDeleteFavorite", &FavoriteCommands::DeleteFavorite},
+    };
+    expectAims<void (FavoriteCommands::*)()>(Aims, &CommandTarget::favorite);
+}
+
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
     static constexpr Aim<void (Rooms::*)()> Aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
-        {"mnuAddFavorite", &Rooms::AddFavorite},
-        {"mnuDeleteFavorite", &Rooms::DeleteFavorite},
         {"mnuNewProject", &Rooms::NewProject},
         {"mnuOpenProject", &Rooms::AskProject},
         {"mnuCloseProject", &Rooms::CloseProject},
