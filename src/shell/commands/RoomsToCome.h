@@ -35,13 +35,9 @@ class RoomsToCome {
     virtual void ShowSearchInFiles(const QString&) {}
     virtual void ReplaceInFiles() {}
 
-    // The side panel and the bottom panel, and their layout.
-    virtual bool isExplorerVisible() { return false; }
+    // The bottom panel and its layout.
     virtual bool isSearchPanelVisible() { return false; }
-    virtual void ToggleExplorer() {}
     virtual void ToggleSearchPanel() {}
-    virtual void resetSplitters() {}
-    virtual void ArrangePanels() {}
     virtual void layOutSearchPanel() {}
 
     // Dialogs.

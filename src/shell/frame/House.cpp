@@ -3,15 +3,17 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandTable.h"
 #include "shell/commands/WindowMenu.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameServices.h"
+#include "workspace/host/WorkspaceServices.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QMainWindow>
-#include <QMdiArea>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
@@ -54,7 +56,6 @@ QToolBar& makeToolBar(CoolBar& coolBar) {
 House::House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run)
     : prompts(services.prompts),
       registry(services.registry),
-      panel(services.panel),
       rooms(services.rooms),
       settings(registry),
       globals(registry, services.programFolder, services.shareFolder),
@@ -63,7 +64,8 @@ House::House(QMainWindow& window, DocumentHost& host, const FrameServices& servi
       coolBar(addRow<CoolBar>(window, 0)),
       toolBar(makeToolBar(coolBar)),
       strip(*new TabStrip(&coolBar)),
-      children(*new MdiChildren(addRow<QMdiArea>(window, 1))),
+      sidePanel(addRow<SidePanel>(window, 1)),
+      children(*new MdiChildren(sidePanel.area())),
       status(*new StatusPanels(*window.statusBar())),
       tabs(*new DocumentTabs(strip, children)),
       systemClose(&window),
@@ -73,17 +75,20 @@ House::House(QMainWindow& window, DocumentHost& host, const FrameServices& servi
       closing(window, prompts, children, active, saving),
       diskCheck(children, active, opening, options),
       queue(window, prompts, children, active, opening),
-      drops(window, panel, opening),
       findBar(*new FindBar(window, active, options)),
-      entries(commandTable(), rooms, coolBar, *window.menuBar(), toolBar, std::move(run)),
+      entries(commandTable(), rooms, coolBar, sidePanel, *window.menuBar(), toolBar, std::move(run)),
       menuSlots(entries, SlotCommands::table(),
                 [this](const SlotArray& array, int number) { (slotCommands.*array.chosen)(number); }),
       searchToggles(options, entries),
       languageMenu(entries, active),
       macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
       fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
-      viewCommands(entries, coolBar, rooms, children, active),
+      viewCommands(entries, coolBar, sidePanel, rooms, children, active),
       frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
-      slotCommands(menuSlots, rooms, children, active, opening) {
+      slotCommands(menuSlots, rooms, children, active, opening),
+      panelRequests(children, active, opening, fileCommands, sidePanel),
+      panel(services.makePanel({prompts, settings, panelRequests})),
+      drops(window, panel, opening) {
+    sidePanel.hold(panel.widget());
     new WindowMenu(*entries.menu("mnuWindow"), children);
 }

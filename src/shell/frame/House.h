@@ -11,6 +11,7 @@
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/PanelRequests.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/commands/SlotCommands.h"
 #include "shell/commands/TabMenu.h"
@@ -37,6 +38,7 @@ class PanelLink;
 class QMainWindow;
 class QToolBar;
 class RoomsToCome;
+class SidePanel;
 class StatusPanels;
 class TabStrip;
 struct FrameServices;
@@ -50,7 +52,6 @@ struct House {
     // Passed to the frame
     Prompts& prompts;
     RegistryStore& registry;
-    PanelLink& panel;
     RoomsToCome& rooms;
 
     // Shared by all documents
@@ -65,6 +66,7 @@ struct House {
     CoolBar& coolBar;
     QToolBar& toolBar;
     TabStrip& strip;
+    SidePanel& sidePanel;
     MdiChildren& children;
     StatusPanels& status;
     DocumentTabs& tabs;
@@ -77,7 +79,6 @@ struct House {
     DocumentClosing closing;
     DiskCheck diskCheck;
     OpenQueue queue;
-    FrameDrops drops;
 
     // Commands
     FindBar& findBar;
@@ -90,6 +91,11 @@ struct House {
     ViewCommands viewCommands;
     FrameCommands frameCommands;
     SlotCommands slotCommands;
+
+    // The side panel
+    PanelRequests panelRequests;
+    PanelLink& panel;
+    FrameDrops drops;
 
     // Created when the frame is loaded, and destroyed when it ends
     std::unique_ptr<frmOpenCheck> openCheck;

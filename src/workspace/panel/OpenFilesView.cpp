@@ -13,6 +13,7 @@ OpenFilesView::OpenFilesView(QWidget* parent) : QListView(parent) {
     setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
+    setIconSize(QSize(16, 16));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideMiddle);
     setFrameShape(NoFrame);
