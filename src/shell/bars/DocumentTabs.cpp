@@ -99,7 +99,12 @@ void DocumentTabs::select(int index) {
 }
 
 void DocumentTabs::selectKey(const QString& key) {
-    select(indexOf(key));
+    const int index = indexOf(key);
+    // When a document closes, its neighbour's tab is selected before that document is activated.
+    if (index >= 0 && index == m_strip.currentIndex() && !m_inClick)
+        Q_EMIT chosen(key);
+    else
+        select(index);
 }
 
 int DocumentTabs::indexOf(const QString& key) const {

@@ -5,6 +5,7 @@
 class FavoriteCommands;
 class FileCommands;
 class FrameCommands;
+class ProjectCommands;
 class RoomsToCome;
 class ViewCommands;
 class frmDocument;
@@ -16,12 +17,13 @@ struct CommandTarget {
     void (ViewCommands::*view)() = nullptr;
     void (FrameCommands::*frame)() = nullptr;
     void (FavoriteCommands::*favorite)() = nullptr;
+    void (ProjectCommands::*project)() = nullptr;
     void (frmDocument::*document)() = nullptr;
     void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
-        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && document == nullptr &&
-               room == nullptr;
+        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && project == nullptr &&
+               document == nullptr && room == nullptr;
     }
 };
 

@@ -4,6 +4,7 @@
 #include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
@@ -16,6 +17,7 @@ using File = FileCommands;
 using View = ViewCommands;
 using Frame = FrameCommands;
 using Favorite = FavoriteCommands;
+using Project = ProjectCommands;
 using Document = frmDocument;
 using Rooms = RoomsToCome;
 
@@ -39,6 +41,10 @@ constexpr CommandTarget on(void (FrameCommands::*procedure)()) {
 
 constexpr CommandTarget on(void (FavoriteCommands::*procedure)()) {
     return {.favorite = procedure};
+}
+
+constexpr CommandTarget on(void (ProjectCommands::*procedure)()) {
+    return {.project = procedure};
 }
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
@@ -177,12 +183,12 @@ constexpr CommandRow Commands[] = {
     {"mnuFavorites", "mnuAddFavorite", "Add to Favorite Projects", "", "projects", on(&Favorite::AddFavorite)},
     {"mnuFavorites", "mnuDeleteFavorite", "Remove from Favorite Projects", "", "", on(&Favorite::DeleteFavorite)},
     gap("mnuFavorites", "mnuFavoritesSep02"),
-    {"mnuFavorites", "mnuNewProject", "New Project", "", "newproj", on(&Rooms::NewProject)},
-    {"mnuFavorites", "mnuOpenProject", "Open Project", "", "openproj", on(&Rooms::AskProject)},
-    {"mnuFavorites", "mnuCloseProject", "Close Project", "", "", on(&Rooms::CloseProject)},
+    {"mnuFavorites", "mnuNewProject", "New Project", "", "newproj", on(&Project::NewProject)},
+    {"mnuFavorites", "mnuOpenProject", "Open Project", "", "openproj", on(&Project::ChooseProjectToOpen)},
+    {"mnuFavorites", "mnuCloseProject", "Close Project", "", "", on(&Project::CloseProject)},
     gap("mnuFavorites", "mnuFavoritesSep03"),
-    {"mnuFavorites", "mnuSaveProject", "Save Project", "", "saveproj", on(&Rooms::SaveProject)},
-    {"mnuFavorites", "mnuSaveProjectAs", "Save Project As..", "", "", on(&Rooms::SaveProjectAs)},
+    {"mnuFavorites", "mnuSaveProject", "Save Project", "", "saveproj", on(&Project::SaveProject)},
+    {"mnuFavorites", "mnuSaveProjectAs", "Save Project As..", "", "", on(&Project::SaveProjectFileAs)},
     gap("mnuFavorites", "mnuFavoritesSep"),
 
     menu("", "mnuTools", "Tools"),

@@ -70,3 +70,35 @@ QString FrameLists::WriteDocRecord(frmDocument* pForm) const {
 void FrameLists::RestoreDocRecord(const QString& line) {
     house().documentRecords.RestoreDocRecord(line);
 }
+
+bool FrameLists::OpenProject(const QString& pFile) {
+    return house().projects.OpenProject(pFile);
+}
+
+void FrameLists::ChooseProjectToOpen() {
+    house().projects.ChooseProjectToOpen();
+}
+
+void FrameLists::NewProject() {
+    house().projects.NewProject();
+}
+
+void FrameLists::CloseCurrentProject(bool pClose) {
+    house().projects.CloseCurrentProject(pClose);
+}
+
+bool FrameLists::WriteProjectFile(const QString& pFile) {
+    return house().projects.WriteProjectFile(pFile);
+}
+
+void FrameLists::SaveProjectFile() {
+    house().projects.SaveProjectFile();
+}
+
+void FrameLists::SaveProjectFileAs() {
+    house().projects.SaveProjectFileAs();
+}
+
+void FrameLists::ProjectChanged(const QString& pAction, const QString& pFile) {
+    house().projects.ProjectChanged(pAction, pFile);
+}

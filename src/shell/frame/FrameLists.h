@@ -5,7 +5,7 @@
 class frmDocument;
 struct House;
 
-/// The procedures of the frame for its lists and its session, callable by name; each is done by the part it concerns.
+/// The procedures of the frame for its lists, its session and its projects, callable by name; each is done by the part it concerns.
 /// The base of frmMain alone.
 class FrameLists : public QMainWindow {
     Q_OBJECT
@@ -31,6 +31,15 @@ class FrameLists : public QMainWindow {
     /// The line of the document; empty when it has no file name.
     Q_INVOKABLE QString WriteDocRecord(frmDocument* pForm) const;
     Q_INVOKABLE void RestoreDocRecord(const QString& line);
+
+    Q_INVOKABLE bool OpenProject(const QString& pFile);
+    Q_INVOKABLE void ChooseProjectToOpen();
+    Q_INVOKABLE void NewProject();
+    Q_INVOKABLE void CloseCurrentProject(bool pClose);
+    Q_INVOKABLE bool WriteProjectFile(const QString& pFile);
+    Q_INVOKABLE void SaveProjectFile();
+    Q_INVOKABLE void SaveProjectFileAs();
+    Q_INVOKABLE void ProjectChanged(const QString& pAction, const QString& pFile);
 
  protected:
     virtual House& house() const = 0;

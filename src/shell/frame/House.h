@@ -13,6 +13,8 @@
 #include "shell/commands/ListMenus.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/PanelRequests.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/commands/SlotCommands.h"
 #include "shell/commands/TabMenu.h"
@@ -43,6 +45,7 @@ class PanelLink;
 class QMainWindow;
 class QToolBar;
 class RoomsToCome;
+class SidePanel;
 class StatusPanels;
 class TabStrip;
 struct FrameServices;
@@ -51,13 +54,12 @@ struct FrameServices;
 /// frame, which owns this object, has access to all of it. The widgets are owned by the window.
 struct House {
     /// `window` and `host` are the frame, and `projectFilename` is its own; `run` carries out a command.
-    House(QMainWindow& window, DocumentHost& host, const QString& projectFilename, const FrameServices& services,
+    House(QMainWindow& window, DocumentHost& host, QString& projectFilename, const FrameServices& services,
           CommandEntries::Runner run);
 
     // Passed to the frame
     Prompts& prompts;
     RegistryStore& registry;
-    PanelLink& panel;
     RoomsToCome& rooms;
 
     // Shared by all documents
@@ -72,6 +74,7 @@ struct House {
     CoolBar& coolBar;
     QToolBar& toolBar;
     TabStrip& strip;
+    SidePanel& sidePanel;
     MdiChildren& children;
     StatusPanels& status;
     DocumentTabs& tabs;
@@ -84,7 +87,6 @@ struct House {
     DocumentClosing closing;
     DiskCheck diskCheck;
     OpenQueue queue;
-    FrameDrops drops;
 
     // What is kept from run to run
     KeptList recentFiles;
@@ -104,7 +106,13 @@ struct House {
     ViewCommands viewCommands;
     FrameCommands frameCommands;
     FavoriteCommands favoriteCommands;
+
+    // The side panel, and what works with it
+    PanelRequests panelRequests;
+    PanelLink& panel;
+    ProjectCommands projects;
     SlotCommands slotCommands;
+    FrameDrops drops;
 
     // Created when the frame is loaded, and destroyed when it ends
     std::unique_ptr<frmOpenCheck> openCheck;

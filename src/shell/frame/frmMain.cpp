@@ -4,17 +4,18 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
 #include "shell/bars/FocusRound.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandRow.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/frame/House.h"
 #include "shell/start/FrameSteps.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 #include "widgets/Prompts.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -123,6 +124,8 @@ void frmMain::connectListeners() {
             [this, &h](const QString& text) { h.prompts.message(this, text); });
     connect(&h.tabs, &DocumentTabs::chosen, this,
             [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
+    connect(&h.sidePanel, &SidePanel::shownChanged, this,
+            [&h](bool shown) { h.entries.CheckMenuItem("mnuEditExplorer", shown); });
     connect(&h.strip, &TabStrip::menuWanted, this, [&h](const QPoint& place) {
         if (h.tabMenu)
             h.tabMenu->showAt(place);
@@ -139,6 +142,8 @@ void frmMain::run(const CommandTarget& target) {
         (h.frameCommands.*target.frame)();
     else if (target.favorite != nullptr)
         (h.favoriteCommands.*target.favorite)();
+    else if (target.project != nullptr)
+        (h.projects.*target.project)();
     else if (target.room != nullptr)
         (h.rooms.*target.room)();
     else if (frmDocument* document = h.active.get())
@@ -152,8 +157,11 @@ void frmMain::addKeys() {
         addKey(key, [&h] { h.children.activateNeighbour(1); });
     for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
         addKey(key, [&h] { h.children.activateNeighbour(-1); });
-    addKey("F6", [&h] { FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip}, 1); });
-    addKey("Shift+F6", [&h] { FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip}, -1); });
+    const auto walk = [&h](int step) {
+        FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip, h.sidePanel.held()}, step);
+    };
+    addKey("F6", [walk] { walk(1); });
+    addKey("Shift+F6", [walk] { walk(-1); });
 }
 
 void frmMain::addKey(const char* key, std::function<void()> action) {

@@ -2,6 +2,7 @@
 #include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
@@ -97,16 +98,21 @@ TEST(CommandAims, CommandsOfFavoritesAimAtTheirCalls) {
     expectAims<void (FavoriteCommands::*)()>(Aims, &CommandTarget::favorite);
 }
 
+TEST(CommandAims, CommandsOfProjectsAimAtTheirCalls) {
+    using Project = ProjectCommands;
+    static constexpr Aim<void (Project::*)()> Aims[] = {
+        {"mnuNewProject", &Project::NewProject},     {"mnuOpenProject", &Project::ChooseProjectToOpen},
+        {"mnuCloseProject", &Project::CloseProject}, {"mnuSaveProject", &Project::SaveProject},
+        {"mnuSaveProjectAs", &Project::SaveProjectFileAs},
+    };
+    expectAims<void (Project::*)()>(Aims, &CommandTarget::project);
+}
+
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
     static constexpr Aim<void (Rooms::*)()> Aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
-        {"mnuNewProject", &Rooms::NewProject},
-        {"mnuOpenProject", &Rooms::AskProject},
-        {"mnuCloseProject", &Rooms::CloseProject},
-        {"mnuSaveProject", &Rooms::SaveProject},
-        {"mnuSaveProjectAs", &Rooms::SaveProjectAs},
         {"mnuWindowDirectory", &Rooms::OpenWindowsDirectory},
         {"mnuSystemDirectory", &Rooms::OpenSystemDirectory},
         {"mnuDesktop", &Rooms::OpenDesktop},

@@ -74,6 +74,7 @@ TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
         start(QString::fromLatin1(tail));
         EXPECT_EQ(tabs(), list({"a.txt"})) << tail;
     }
+    m_prompts.answerNo();  // the project does not exist
     for (const char* tail : {"\"\"", "/a;/b", "/p.qmp"}) {
         start(QString::fromLatin1(tail));
         EXPECT_EQ(tabs(), list({"Document1"})) << tail;
@@ -81,8 +82,9 @@ TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
 }
 
 TEST_F(FrameStart, HandsProjectsAndFoldersToTheirRooms) {
+    m_prompts.answerNo();
     start(u"\"/p q.Qmp\""_qs);
-    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /p q.Qmp"_qs);
+    EXPECT_EQ(missingProject(), u"/p q.Qmp"_qs);
     start(path(QString()));
     EXPECT_EQ(m_rooms.calls.last(), u"ShowSearchInFiles "_qs + path(QString()));
     start(u"a;b"_qs);

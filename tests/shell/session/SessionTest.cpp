@@ -169,8 +169,9 @@ TEST_F(Sessions, OfAProjectHoldItsPathAlone) {
     end();
     EXPECT_EQ(session(), QStringList({u"<PROJECT>"_qs, u"/p q.qmp"_qs}));
     set("LoadLastFiles", "1");
+    m_prompts.answerNo();
     start();
-    EXPECT_EQ(m_rooms.calls.filter(u"OpenProject"_qs), QStringList(u"OpenProject /p q.qmp"_qs));
+    EXPECT_EQ(missingProject(), u"/p q.qmp"_qs);
     EXPECT_EQ(tabs(), QStringList(u"Document1"_qs));
 }
 
@@ -186,7 +187,7 @@ TEST_F(Sessions, OfAProjectThatWasNeverSavedOrOfAnUnknownFormRestoreNothing) {
                                      {}}) {
         startWith(lines);
         EXPECT_EQ(tabs(), QStringList(u"Document1"_qs)) << qPrintable(lines.join(u'|'));
-        EXPECT_TRUE(m_rooms.calls.filter(u"OpenProject"_qs).isEmpty()) << qPrintable(lines.join(u'|'));
+        EXPECT_TRUE(m_prompts.questions.isEmpty()) << qPrintable(lines.join(u'|'));
         m_frame.reset();
     }
     QFile::remove(ownFile("lastopen.idx"));
