@@ -4,7 +4,8 @@ namespace {
 
 constexpr QStringView Folder = u"FOLDER";
 constexpr QStringView Drive = u"DRIVE";
-constexpr qsizetype LongPrefix = 9;
+constexpr QStringView Removable = u"REMOVABLE";
+constexpr qsizetype LongPrefix = Removable.size();
 
 }  // namespace
 
@@ -18,4 +19,20 @@ QString DecodeFolderKey(const QString& key) {
 
 QString folderKey(const QString& path) {
     return Folder.toString() + path;
+}
+
+QString volumeKey(const QString& mountPoint, bool isFixed) {
+    return (isFixed ? Drive : Removable).toString() + mountPoint;
+}
+
+bool isFolderKey(const QString& key) {
+    return key.startsWith(Folder);
+}
+
+bool isFixedKey(const QString& key) {
+    return key.startsWith(Drive);
+}
+
+QString pathIn(const QString& folder, const QString& name) {
+    return folder.endsWith(u'/') ? folder + name : folder + u'/' + name;
 }

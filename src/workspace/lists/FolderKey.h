@@ -10,3 +10,14 @@ QString DecodeFolderKey(const QString& key);
 
 /// Returns the key of a folder.
 QString folderKey(const QString& path);
+
+/// Returns the key of a volume by its mount point.
+QString volumeKey(const QString& mountPoint, bool isFixed);
+
+/// Reports whether the key is that of a folder, and not of a volume.
+bool isFolderKey(const QString& key);
+/// Reports whether it is that of a fixed volume.
+bool isFixedKey(const QString& key);
+
+/// Returns the path of a name in a folder.
+QString pathIn(const QString& folder, const QString& name);

@@ -100,7 +100,7 @@ QVariant ProjectItems::picture(const Row& row) {
     const bool isFile = row.item.type == File;
     if (row.typeIcon)
         return isFile ? SystemIcons::ofFile(row.path) : SystemIcons::ofFolder(row.path);
-    const QIcon own = Icons::named(isFile ? "doc-normal" : "folder");
+    const QIcon own = Icons::named(isFile ? "file" : "folder");
     if (!row.ghosted)
         return own;
     constexpr QSize Small(16, 16);

@@ -17,3 +17,17 @@ TEST(FolderKey, AnyOtherStartIsAPrefixOfNineLetters) {
 TEST(FolderKey, TheKeyOfAFolderKeepsItsLetters) {
     EXPECT_EQ(folderKey(u"/Home/Ünï"_qs), u"FOLDER/Home/Ünï"_qs);
 }
+
+TEST(FolderKey, TheKeyOfAVolumeSaysWhetherItIsFixed) {
+    EXPECT_EQ(volumeKey(u"/"_qs, true), u"DRIVE/"_qs);
+    EXPECT_EQ(volumeKey(u"/media/u/STICK"_qs, false), u"REMOVABLE/media/u/STICK"_qs);
+    EXPECT_TRUE(isFixedKey(u"DRIVE/"_qs));
+    EXPECT_FALSE(isFixedKey(u"REMOVABLE/media"_qs));
+    EXPECT_TRUE(isFolderKey(u"FOLDER/"_qs));
+    EXPECT_FALSE(isFolderKey(u"DRIVE/FOLDER"_qs));
+}
+
+TEST(FolderKey, APathHasOneSlashBetweenItsParts) {
+    EXPECT_EQ(pathIn(u"/"_qs, u"a"_qs), u"/a"_qs);
+    EXPECT_EQ(pathIn(u"/a"_qs, u"b"_qs), u"/a/b"_qs);
+}
