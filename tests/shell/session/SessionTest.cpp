@@ -162,6 +162,18 @@ TEST_F(Sessions, OfSeveralStatesComeBackTwiceAlike) {
     EXPECT_EQ(session(), once);
 }
 
+TEST_F(Sessions, LeaveTheFocusInTheTextOfTheLastDocument) {
+    startWith(
+        {u"<FILE>"_qs, record(fileOf("1", u"1.txt"_qs), 0, m_place), record(fileOf("2", u"2.txt"_qs), 0, m_place)});
+    EXPECT_EQ(active()->filename, path(u"2.txt"_qs));
+    EXPECT_EQ(strip().currentIndex(), 1);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
+    type(u"x"_qs);
+    EXPECT_EQ(text(), u"x2"_qs);
+    m_prompts.answerNo();
+    end();
+}
+
 TEST_F(Sessions, OfAProjectHoldItsPathAlone) {
     start();
     open(fileOf("1"));
