@@ -30,7 +30,6 @@ SidePanel::SidePanel(QWidget* parent)
     m_bar.setObjectName(u"PictureV"_qs);
     m_bar.setAccessibleName(u"Width of the side panel"_qs);
     m_bar.resize(BarPixels, 0);
-    setTabOrder(&m_bar, &m_area);
     connect(&m_bar, &SplitBar::moveWanted, this,
             [this](int left) { setSplitterLeft(std::min(left, width() - m_bar.width()) * TwipsPerPixel); });
 }

@@ -17,9 +17,9 @@ BandArea::BandArea(QWidget* parent) : QWidget(parent) {
     setMinimumSize(0, 0);
 }
 
-void BandArea::addBand(const QIcon& picture, const QString& title, QWidget* content) {
+ExplorerBand& BandArea::addBand(const QIcon& picture, const QString& title) {
     const auto tab = static_cast<int>(m_bands.size());
-    auto* band = new ExplorerBand(tab, picture, content, this);
+    auto* band = new ExplorerBand(tab, picture, this);
     m_bands.append(band);
     BandTitle& bar = band->title();
     bar.setText(title, {});
@@ -27,6 +27,7 @@ void BandArea::addBand(const QIcon& picture, const QString& title, QWidget* cont
     connect(&bar, &BandTitle::closeWanted, this, [this, tab] { Q_EMIT closeWanted(tab); });
     connect(&bar, &BandTitle::moveWanted, this,
             [this, tab](int steps) { moveBar(tab, m_places.top(tab) + steps * KeyStep); });
+    return *band;
 }
 
 void BandArea::layOut() {

@@ -15,8 +15,9 @@ class BandArea : public QWidget {
  public:
     explicit BandArea(QWidget* parent = nullptr);
 
-    /// Adds the next tab, at most as many as there are places. The band owns the content.
-    void addBand(const QIcon& picture, const QString& title, QWidget* content);
+    /// Adds the next tab, at most as many as there are places. Its content is made as a child of the band, so that the
+    /// Tab key walks from the title to the content.
+    ExplorerBand& addBand(const QIcon& picture, const QString& title);
     ExplorerBand& band(int tab) const { return *m_bands.at(tab); }
 
     /// Which bands are where. A change is shown by layOut().

@@ -12,7 +12,10 @@ class ExplorerBand : public QWidget {
     Q_PROPERTY(int Top READ Top)
 
  public:
-    ExplorerBand(int number, const QIcon& picture, QWidget* content, QWidget* parent);
+    ExplorerBand(int number, const QIcon& picture, QWidget* parent);
+
+    /// The band owns it from then on.
+    void setContent(QWidget* content);
 
     BandTitle& title() { return m_title; }
     int titleHeight() const;
@@ -25,8 +28,12 @@ class ExplorerBand : public QWidget {
     /// In twips; the width is that of the parent.
     void place(int top, int height);
 
+ protected:
+    void focusInEvent(QFocusEvent* event) override;
+
  private:
     BandTitle& m_title;
+    QWidget* m_content = nullptr;
     bool m_dragged = false;
     int m_top = 0;
 };

@@ -20,63 +20,74 @@
 
 namespace {
 
-constexpr int NoTab = -1;
-
 struct PanelButton {
     const char* key;
     const char* tip;
     const char* icon;
-    int tab;  ///< whose button it is
 };
 
+/// Those of the tabs are last, in the order of the tabs.
 constexpr PanelButton Buttons[] = {
-    {"close", "Close Quillmark Explorer", "panelclose", NoTab},
-    {"resize", "Open all tabs", "tabsall", NoTab},
-    {"project", "Open project tab", "projects", 0},
-    {"explorer", "Open file explorer tab", "explorer", 1},
-    {"open", "Open file tab", "openfiles", 2},
+    {"close", "Close Quillmark Explorer", "panelclose"},
+    {"resize", "Open all tabs", "tabsall"},
+    {"project", "Open project tab", "projects"},
+    {"explorer", "Open file explorer tab", "explorer"},
+    {"open", "Open file tab", "openfiles"},
 };
+constexpr int FirstTabButton = 2;
+
+/// Made before the tabs, so that the Tab key comes to it first.
+QToolBar& makeToolBar(QWidget* panel) {
+    auto* bar = new QToolBar(panel);
+    bar->setObjectName(u"tbToolBar"_qs);
+    bar->setAccessibleName(u"Quillmark Explorer"_qs);
+    bar->setIconSize(QSize(16, 16));
+    for (const PanelButton& each : Buttons) {
+        QAction* action = bar->addAction(Icons::named(each.icon), QString::fromLatin1(each.tip));
+        QWidget* button = bar->widgetForAction(action);
+        button->setObjectName(u"tbToolBar."_qs + QLatin1String(each.key));
+        button->setFocusPolicy(Qt::TabFocus);  // no menu has these commands
+    }
+    return *bar;
+}
 
 }  // namespace
 
 ucExplorer::ucExplorer(const WorkspaceServices& services, QWidget* parent)
     : QWidget(parent),
       m_services(services),
-      m_toolBar(*new QToolBar(this)),
+      m_toolBar(makeToolBar(this)),
       m_area(*new BandArea(this)),
-      m_project(*new ucProject(services, this)),
-      m_files(*new ucFileExplorer(services, this)),
-      m_open(*new ucOpen(services.prompts, this)) {
+      m_project(*new ucProject(services, &m_area.addBand(Icons::named("projects"), u"Project"_qs))),
+      m_files(*new ucFileExplorer(services, &m_area.addBand(Icons::named("explorer"), u"File Explorer"_qs))),
+      m_open(*new ucOpen(services.prompts, &m_area.addBand(Icons::named("openfiles"), u"Open Files"_qs))) {
     setObjectName(u"ucExplorer1"_qs);
     setAccessibleName(u"Quillmark Explorer"_qs);
-    m_area.addBand(Icons::named("projects"), u"Project"_qs, &m_project);
-    m_area.addBand(Icons::named("explorer"), u"File Explorer"_qs, &m_files);
-    m_area.addBand(Icons::named("openfiles"), u"Open Files"_qs, &m_open);
+    m_area.band(Project).setContent(&m_project);
+    m_area.band(Files).setContent(&m_files);
+    m_area.band(Open).setContent(&m_open);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(&m_toolBar);
     rows->addWidget(&m_area, 1);
-    buildToolBar();
+    connectButtons();
     connectTabs();
 }
 
 ucExplorer::~ucExplorer() = default;
 
-void ucExplorer::buildToolBar() {
-    m_toolBar.setObjectName(u"tbToolBar"_qs);
-    m_toolBar.setAccessibleName(u"Quillmark Explorer"_qs);
-    m_toolBar.setIconSize(QSize(16, 16));
-    for (const PanelButton& each : Buttons) {
-        QAction* action = m_toolBar.addAction(Icons::named(each.icon), QString::fromLatin1(each.tip));
-        m_toolBar.widgetForAction(action)->setObjectName(u"tbToolBar."_qs + QLatin1String(each.key));
-        if (each.tab == NoTab)
-            continue;
-        m_buttons.at(static_cast<size_t>(each.tab)) = action;
-        connect(action, &QAction::triggered, this, [this, tab = each.tab] { openAndEnter(tab); });
-    }
-    connect(m_toolBar.actions().at(0), &QAction::triggered, this, [this] { m_services.host.hidePanel(); });
-    connect(m_toolBar.actions().at(1), &QAction::triggered, this, [this] { OpenAllTabs(); });
+/// In the order of the table of buttons.
+void ucExplorer::connectButtons() {
+    const QList<QAction*> actions = m_toolBar.actions();
+    connect(actions.at(0), &QAction::triggered, this, [this] { m_services.host.hidePanel(); });
+    connect(actions.at(1), &QAction::triggered, this, [this] { OpenAllTabs(); });
+    for (int tab = 0; tab < TabCount(); ++tab)
+        connect(buttonOf(tab), &QAction::triggered, this, [this, tab] { openAndEnter(tab); });
+}
+
+QAction* ucExplorer::buttonOf(int tab) const {
+    return m_toolBar.actions().at(FirstTabButton + tab);
 }
 
 void ucExplorer::connectTabs() {
@@ -147,7 +158,7 @@ void ucExplorer::RestoreItem(const QString& pLine) {
 void ucExplorer::ResizeBar() {
     m_area.layOut();
     for (int tab = 0; tab < TabCount(); ++tab)
-        m_buttons.at(static_cast<size_t>(tab))->setVisible(!isTabOpen(tab));
+        buttonOf(tab)->setVisible(!isTabOpen(tab));
 }
 
 void ucExplorer::openAndEnter(int tab) {

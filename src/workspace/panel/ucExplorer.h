@@ -6,8 +6,6 @@
 
 #include <QWidget>
 
-#include <array>
-
 class BandArea;
 class QAction;
 class QToolBar;
@@ -69,7 +67,8 @@ class ucExplorer : public QWidget, public PanelLink {
     enum Tab { Project, Files, Open };
 
     int busyNumber() const { return m_busy ? 1 : 0; }
-    void buildToolBar();
+    void connectButtons();
+    QAction* buttonOf(int tab) const;
     void connectTabs();
     void openAndEnter(int tab);
     void gotoFilePath(const QString& path);
@@ -83,7 +82,6 @@ class ucExplorer : public QWidget, public PanelLink {
     ucProject& m_project;
     ucFileExplorer& m_files;
     ucOpen& m_open;
-    std::array<QAction*, BandPlaces::TabCount> m_buttons{};
     bool m_initialised = false;
     bool m_filled = false;  ///< the file explorer
     bool m_busy = false;

@@ -174,6 +174,35 @@ TEST_F(ExplorerInTheFrame, TheRoundOfF6EntersThePanelWhileItIsShown) {
     EXPECT_EQ(m_frame->focusWidget(), &strip());
 }
 
+TEST_F(ExplorerInTheFrame, FromTheFindBarTheWayBackLeadsToTheDocument) {
+    start();
+    textWidget().setFocus();
+    QTest::keyClick(m_frame.get(), Qt::Key_F6);
+    QStringList walked;
+    for (int i = 0; i < 3 && !active()->isAncestorOf(m_frame->focusWidget()); ++i) {
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
+        walked << m_frame->focusWidget()->objectName();
+    }
+    EXPECT_TRUE(active()->isAncestorOf(m_frame->focusWidget())) << walked.join(u' ').toStdString();
+    EXPECT_TRUE(walked.contains(u"PictureV"_qs)) << walked.join(u' ').toStdString();
+}
+
+TEST_F(ExplorerInTheFrame, EachPartOfThePanelIsReachedByTheTabKey) {
+    start();
+    explorer().OpenAllTabs();
+    explorer().findChild<QToolButton*>(u"tbToolBar.close"_qs)->setFocus();
+    QStringList walked;
+    for (int i = 0; i < 40; ++i) {
+        walked << m_frame->focusWidget()->objectName();
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Tab);
+        if (active()->isAncestorOf(m_frame->focusWidget()))
+            break;
+    }
+    for (const char* name : {"tbToolBar.close", "tbToolBar.resize", "imgUp(0)", "imgCenter(1)", "imgUp(2)", "lvOpen"}) {
+        EXPECT_TRUE(walked.contains(QLatin1String(name))) << name << ": " << walked.join(u' ').toStdString();
+    }
+}
+
 TEST_F(ExplorerInTheFrame, TheFrameEndsWithItsDocumentsAndItsPanel) {
     start();
     twoFiles();
