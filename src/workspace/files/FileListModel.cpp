@@ -14,7 +14,6 @@
 #include <QUrl>
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 namespace {
@@ -48,11 +47,12 @@ struct FileListModel::Reading {
 
 struct FileListModel::Timing {
     QStringList names;
+    QList<int> places;  ///< of the rows
     QList<qint64> times;
 };
 
 FileListModel::FileListModel(std::shared_ptr<const Disk> disk, QObject* parent)
-    : QAbstractTableModel(parent), m_disk(std::move(disk)) {}
+    : QAbstractTableModel(parent), m_disk(std::move(disk)), m_fixedIcon(Icons::named("file")) {}
 
 FileListModel::~FileListModel() = default;
 
@@ -136,18 +136,15 @@ int FileListModel::rowOf(const QString& path) const {
 
 void FileListModel::removeFiles(const QStringList& paths) {
     const QSet<QString> gone(paths.begin(), paths.end());
-    const auto isGone = [&](const Row& row) { return gone.contains(pathIn(m_folder, row.name)); };
-    // From the end, one run of rows at a time.
-    for (auto end = m_rows.end(); !gone.isEmpty();) {
-        const auto last = std::find_if(std::reverse_iterator(end), m_rows.rend(), isGone);
-        if (last == m_rows.rend())
-            return;
-        const auto first = std::find_if_not(last, m_rows.rend(), isGone).base();
-        beginRemoveRows({}, static_cast<int>(first - m_rows.begin()),
-                        static_cast<int>(last.base() - m_rows.begin()) - 1);
-        end = m_rows.erase(first, last.base());
-        endRemoveRows();
-    }
+    const auto isLeft = [&](const Row& row) { return !gone.contains(pathIn(m_folder, row.name)); };
+    if (std::ranges::all_of(m_rows, isLeft))
+        return;
+    // To the end first, so that they are removed at once and not one by one.
+    qsizetype left = 0;
+    rearrange([&] { left = std::ranges::stable_partition(m_rows, isLeft).begin() - m_rows.begin(); });
+    beginRemoveRows({}, static_cast<int>(left), rowCount() - 1);
+    m_rows.resize(static_cast<size_t>(left));
+    endRemoveRows();
 }
 
 int FileListModel::rowCount(const QModelIndex& parent) const {
@@ -169,7 +166,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
     if (role == KeyRole || role == Qt::ToolTipRole)
         return pathIn(m_folder, row.name);
     if (role == Qt::DecorationRole && index.column() == NameColumn)
-        return m_systemIcons ? SystemIcons::ofFile(row.name) : Icons::named("file");
+        return m_systemIcons ? SystemIcons::ofFile(row.name) : m_fixedIcon;
     return {};
 }
 
@@ -227,8 +224,10 @@ bool FileListModel::areTimesKnown() const {
 void FileListModel::readAllTimes() {
     drop(m_timing);
     m_times = std::make_shared<Timing>();
-    for (const Row& row : m_rows)
+    for (const Row& row : m_rows) {
         m_times->names.append(row.name);
+        m_times->places.append(row.place);
+    }
     m_timing = std::make_unique<BackgroundWork>(
         [disk = m_disk, folder = m_folder, times = m_times](const std::atomic<bool>& cancelled) {
             times->times = disk->writeTimes(folder, times->names, cancelled);
@@ -242,11 +241,13 @@ void FileListModel::readAllTimes() {
 void FileListModel::takeTimes() {
     drop(m_timing);
     const std::shared_ptr<Timing> read = std::exchange(m_times, nullptr);
-    QHash<QString, qint64> byName;
-    for (qsizetype at = 0; at < read->names.size(); ++at)
-        byName.insert(read->names.at(at), read->times.at(at));
+    // Rows may have been taken out or moved meanwhile.
+    QHash<int, qint64> byPlace;
+    byPlace.reserve(read->places.size());
+    for (qsizetype at = 0; at < read->places.size(); ++at)
+        byPlace.insert(read->places.at(at), read->times.at(at));
     for (Row& row : m_rows) {
-        row.modified = byName.value(row.name, NoFileTime);
+        row.modified = byPlace.value(row.place, NoFileTime);
         row.isTimeKnown = true;
     }
     arrange();
@@ -265,20 +266,23 @@ void FileListModel::reorder(const std::function<bool(const Row&, const Row&)>& i
     const auto isBeforeInOrder = [&](const Row& one, const Row& other) {
         return m_sortOrder == Qt::AscendingOrder ? isBefore(one, other) : isBefore(other, one);
     };
-    if (std::ranges::is_sorted(m_rows, isBeforeInOrder))
-        return;
+    if (!std::ranges::is_sorted(m_rows, isBeforeInOrder))
+        rearrange([&] { std::ranges::stable_sort(m_rows, isBeforeInOrder); });
+}
+
+void FileListModel::rearrange(const std::function<void()>& move) {
     Q_EMIT layoutAboutToBeChanged({}, VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
-    std::vector<int> places;
+    QList<int> places;
     for (const QModelIndex& index : before)
-        places.push_back(m_rows[static_cast<size_t>(index.row())].place);
-    std::ranges::stable_sort(m_rows, isBeforeInOrder);
+        places.append(m_rows[static_cast<size_t>(index.row())].place);
+    move();
     QHash<int, int> rowByPlace;
     for (size_t row = 0; !before.isEmpty() && row < m_rows.size(); ++row)
         rowByPlace.insert(m_rows[row].place, static_cast<int>(row));
     QModelIndexList after;
     for (qsizetype at = 0; at < before.size(); ++at)
-        after.append(index(rowByPlace.value(places[static_cast<size_t>(at)]), before.at(at).column()));
+        after.append(index(rowByPlace.value(places.at(at)), before.at(at).column()));
     changePersistentIndexList(before, after);
     Q_EMIT layoutChanged({}, VerticalSortHint);
 }

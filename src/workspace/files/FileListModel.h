@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QIcon>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -35,6 +36,7 @@ class FileListModel : public QAbstractTableModel {
     bool isModifiedShown() const { return m_modifiedShown; }
     /// Icons of the files' types instead of one for all.
     void setSystemIcons(bool on);
+    bool hasSystemIcons() const { return m_systemIcons; }
 
     QString pathOf(int row) const;
     /// -1 without such a row.
@@ -76,11 +78,13 @@ class FileListModel : public QAbstractTableModel {
     bool areTimesKnown() const;
     void arrange();
     void reorder(const std::function<bool(const Row&, const Row&)>& isBefore);
+    void rearrange(const std::function<void()>& move);
     const Row& timed(int row) const;
     void readTimesAround(int row) const;
     QVariant cell(const QModelIndex& index) const;
 
     std::shared_ptr<const Disk> m_disk;
+    QIcon m_fixedIcon;
     QString m_folder;
     mutable std::vector<Row> m_rows;
     mutable bool m_isSlow = false;  ///< a time did not arrive at once: no more are asked for in this folder

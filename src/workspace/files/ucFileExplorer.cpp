@@ -171,6 +171,10 @@ void ucFileExplorer::mySetFocus() {}
 
 void ucFileExplorer::myLostFocus() {}
 
+bool ucFileExplorer::hasDefaultSysIcon() const {
+    return m_files->hasSystemIcons();
+}
+
 void ucFileExplorer::setDefaultSysIcon(bool on) {
     m_files->setSystemIcons(on);
 }

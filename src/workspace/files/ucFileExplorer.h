@@ -28,6 +28,8 @@ struct SystemError;
 /// its tree when it is first shown, unless that was done before.
 class ucFileExplorer : public QWidget {
     Q_OBJECT
+    /// Icons of the files' types in the list, instead of one for all.
+    Q_PROPERTY(bool DefaultSysIcon READ hasDefaultSysIcon WRITE setDefaultSysIcon)
 
  public:
     explicit ucFileExplorer(const WorkspaceServices& services, QWidget* parent = nullptr);
@@ -36,7 +38,7 @@ class ucFileExplorer : public QWidget {
 
     /// The key of the selected node, empty without one.
     Q_INVOKABLE QString selectedKey() const;
-    /// Icons of the files' types in the list.
+    bool hasDefaultSysIcon() const;
     void setDefaultSysIcon(bool on);
 
  public Q_SLOTS:

@@ -153,17 +153,32 @@ TEST_F(FileListOf, SortedRowsKeepWhoHoldsThem) {
     EXPECT_EQ(held.data().toString(), u"a"_qs);
 }
 
-TEST_F(FileListOf, DeletedFilesAreTakenOutInRuns) {
+TEST_F(FileListOf, DeletedFilesAreTakenOutTogether) {
     for (const char* name : {"a", "b", "c", "d", "e", "f"})
         makeFile(QString::fromLatin1(name));
     m_model.load(root(), {});
+    const QPersistentModelIndex held(m_model.index(4, 0));
     const QSignalSpy removals(&m_model, &FileListModel::rowsRemoved);
     m_model.removeFiles({in(u"f"_qs), in(u"a"_qs), in(u"b"_qs), in(u"d"_qs), u"/elsewhere/c"_qs});
     EXPECT_EQ(column(), QStringList({u"c"_qs, u"e"_qs}));
-    EXPECT_EQ(removals.count(), 3);
+    EXPECT_EQ(removals.count(), 1);
+    EXPECT_EQ(held.row(), 1);
+    EXPECT_EQ(held.data().toString(), u"e"_qs);
     m_model.removeFiles({in(u"c"_qs), in(u"e"_qs)});
     EXPECT_EQ(column(), QStringList());
     m_model.removeFiles({in(u"c"_qs)});
+}
+
+TEST_F(FileListOf, IconsAreThoseOfTheTypesWhereThatIsWanted) {
+    makeFile(u"a.png"_qs);
+    makeFile(u"b.txt"_qs);
+    m_model.load(root(), {});
+    const auto pictureOf = [&](int row) {
+        return m_model.index(row, 0).data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+    };
+    EXPECT_EQ(pictureOf(0), pictureOf(1));
+    m_model.setSystemIcons(true);
+    EXPECT_NE(pictureOf(0), pictureOf(1));
 }
 
 TEST_F(FileListOf, TimesOfRowsThatNobodySeesAreNotRead) {
