@@ -74,6 +74,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::reportDialogSearch);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
+    connect(m_text, &rtCM::RepeatCountChanged, this, [this] { Q_EMIT RepeatCountChange(this); });
     connect(m_text, &rtCM::SelChange, this, [this] {
         Q_EMIT SelChange(this);
         if (m_positionReport.isNewAfterMove(m_text->caretPlace()))
@@ -328,6 +329,9 @@ void frmDocument::unload() {
     const QPointer<frmDocument> alive(this);
     m_hex->finishTyping();
     m_life = Life::Unloading;
+    m_text->finishRecording();
+    if (!alive)
+        return;
     gParent->DocClose(this);
     if (!alive)
         return;

@@ -203,6 +203,8 @@ class frmDocument : public QWidget {
     void Notice(const QString& text);
     /// What limitations() returns may be another text.
     void LimitationsChange(frmDocument* document);
+    /// The next command of the text view will be carried out another number of times.
+    void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
@@ -210,7 +212,7 @@ class frmDocument : public QWidget {
     void PropertiesRequest(const QString& path);
     void CalculatorRequest();
     void LanguageRequest();
-    /// A find or replace dialog of the document has searched, or was closed.
+    /// A find or replace dialog of the document has searched, or was closed after it had searched.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:

@@ -5,7 +5,6 @@
 #include "document/NumberText.h"
 #include "document/TextViewSearch.h"
 #include "editor/Editor.h"
-#include "editor/control/ControlClipboard.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlLineNumbers.h"
 #include "editor/control/ControlLook.h"
@@ -24,6 +23,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -33,6 +33,18 @@ constexpr int StepSize = 2;
 
 std::string_view utf8Of(const QByteArray& text) {
     return {text.constData(), static_cast<std::size_t>(text.size())};
+}
+
+/// What so many changes make of the text, each of what the one before it has made. The rest is left out as soon as one
+/// leaves the text as it is.
+QString repeated(QString (*change)(const QString& text), QString text, int times) {
+    for (; times > 0; --times) {
+        QString changed = change(text);
+        if (changed == text)
+            break;
+        text = std::move(changed);
+    }
+    return text;
 }
 
 QColor rowHighlightColour(const Options& options) {
@@ -84,6 +96,7 @@ void rtCM::connectControl() {
     connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
     connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::RepeatCountChanged, this, &rtCM::RepeatCountChanged);
     connect(m_control, &TextControl::PropertiesChanged, this, &rtCM::propertiesChanged);
     connectSearch();
 }
@@ -295,22 +308,29 @@ void rtCM::setTextFont(const QString& name, int points) {
 }
 
 void rtCM::IncreaseFontSize() {
-    if (FontSize() != LargestStepSize)
-        setTextFont(FontName(), FontSize() + StepSize);
+    stepFontSize(StepSize, LargestStepSize);
 }
 
 void rtCM::DecreaseFontSize() {
-    if (FontSize() != SmallestStepSize)
-        setTextFont(FontName(), FontSize() - StepSize);
+    stepFontSize(-StepSize, SmallestStepSize);
+}
+
+/// As many steps as the repeat count says, but none from the last size on and none to a size that the font refuses.
+void rtCM::stepFontSize(int step, int last) {
+    int size = FontSize();
+    for (int times = m_control->takeRepeatCount(); times > 0 && size != last; --times)
+        size = size + step < ControlLook::SmallestFontSize ? size : size + step;
+    setTextFont(FontName(), size);
 }
 
 void rtCM::DefaultFontSize() {
+    m_control->takeRepeatCount();
     setTextFont(FontName(), m_options.FontSize);
     m_control->look().resetZoom();
 }
 
 QFont rtCM::textFont() const {
-    return QFont(FontName(), std::max(FontSize(), 1));
+    return QFont(FontName(), FontSize());
 }
 
 void rtCM::setTextFont(const QFont& font) {
@@ -318,10 +338,12 @@ void rtCM::setTextFont(const QFont& font) {
 }
 
 void rtCM::changeSelected(QString (*change)(const QString& text)) {
+    const int times = m_control->takeRepeatCount();
     if (Locked() || !hasSelection())
         return;
     const EditScope scope(*m_control, EditScope::Grouped);
-    SelectedTexts::change(*m_control, change, SelectedTexts::Direction::Forwards);
+    const auto changeOften = [change, times](const QString& text) { return repeated(change, text, times); };
+    SelectedTexts::change(*m_control, changeOften, SelectedTexts::Direction::Forwards);
 }
 
 void rtCM::SpacesToTabs() {
@@ -398,26 +420,6 @@ bool rtCM::Locked() const {
 
 void rtCM::setLocked(bool locked) {
     m_control->setLocked(locked);
-}
-
-void rtCM::Undo() {
-    m_control->Undo();
-}
-
-void rtCM::Redo() {
-    m_control->Redo();
-}
-
-void rtCM::Cut() {
-    m_control->clipboard().Cut();
-}
-
-void rtCM::Copy() {
-    m_control->clipboard().Copy();
-}
-
-void rtCM::Paste() {
-    m_control->clipboard().Paste();
 }
 
 QString rtCM::GetCursorPos() const {

@@ -76,9 +76,9 @@ class rtCM : public QWidget, public DocumentView {
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
     /// Whether any of the ranges that are selected has text.
     bool hasSelection() const;
-    /// Replaces the text of each selected range by what `change` makes of it, in one undo step, and leaves the new
-    /// texts selected forwards; of a rectangle its part of each line. An exception from `change` reaches the caller,
-    /// and then nothing has been replaced.
+    /// Replaces the text of each selected range by what `change` makes of it, applied as often as the repeat count says,
+    /// in one undo step, and leaves the new texts selected forwards; of a rectangle its part of each line. An exception
+    /// from `change` reaches the caller, and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -168,8 +168,13 @@ class rtCM : public QWidget, public DocumentView {
     void SortLineAscending();
     void SortLineDescending();
     void SetRepeatCount();
+    /// How often the next command is carried out.
+    int repeatCount() const;
     void GotoLine();
     void RecordMacro();
+    /// Ends a recording of this view, which is to be closed; returns when the user has decided what becomes of it. Runs
+    /// the event loop.
+    void finishRecording();
     /// Plays macro `n`, from 1 to 10; any other number does nothing.
     void ExecMacro(int n);
     void Properties();
@@ -276,11 +281,13 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner should show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog has searched, or was closed.
+    /// The control's find or replace dialog has searched, or was closed after it had searched.
     void AfterFind();
     void DropFile(const QString& pFilename);
     /// A sentence for the status bar, shown while it holds; empty: it no longer does.
     void Notice(const QString& text);
+    /// The next command will be carried out another number of times.
+    void RepeatCountChanged();
     /// The control's properties dialog changed something.
     void propertiesChanged();
 
@@ -291,6 +298,7 @@ class rtCM : public QWidget, public DocumentView {
     void connectControl();
     bool loadAs(const QString& path, int flagWord, bool ignoreError);
     bool report(const SystemError& error, bool ignoreError);
+    void stepFontSize(int step, int last);
     QByteArray wholeText() const;
     qint64 sumOfSelected(qint64 (*count)(QStringView text)) const;
 

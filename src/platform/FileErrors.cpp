@@ -18,6 +18,10 @@ SystemError FileErrors::writing(const QString& path, const SystemError& cause) {
     return sentence(u"'%1' can't be written: %2"_qs, path, cause);
 }
 
+SystemError FileErrors::deleting(const QString& path, const SystemError& cause) {
+    return sentence(u"'%1' can't be deleted: %2"_qs, path, cause);
+}
+
 SystemError FileErrors::unlessRegular(mode_t mode) {
     if (S_ISREG(mode))
         return {};

@@ -18,10 +18,13 @@ std::tm zeroTime() {
     return time;
 }
 
-std::tm localTime(const struct statx_timestamp& stamp) {
-    const std::time_t seconds = stamp.tv_sec;
+std::tm localTime(std::time_t seconds) {
     std::tm time{};
     return ::localtime_r(&seconds, &time) == nullptr ? zeroTime() : time;
+}
+
+std::tm localTime(const struct statx_timestamp& stamp) {
+    return localTime(static_cast<std::time_t>(stamp.tv_sec));
 }
 
 QString padded(int number, int width = 2) {
@@ -70,4 +73,8 @@ FileInfo GetFileInfo(const QString& pFilename) {
     const bool knowsBirth = (status.stx_mask & STATX_BTIME) != 0;
     return textForms(localTime(knowsBirth ? status.stx_btime : status.stx_ctime), localTime(status.stx_mtime),
                      localTime(status.stx_atime), static_cast<qint64>(status.stx_size));
+}
+
+QString modifiedText(qint64 seconds) {
+    return modifiedText(seconds == NoFileTime ? zeroTime() : localTime(static_cast<std::time_t>(seconds)));
 }

@@ -13,3 +13,9 @@ struct FileInfo {
 
 /// Examines the file without opening it, so it never blocks on a FIFO and has no effect on a device.
 FileInfo GetFileInfo(const QString& pFilename);
+
+/// The time of a file that has none: the start of 1601, in seconds since the start of 1970.
+inline constexpr qint64 NoFileTime = -11'644'473'600;
+
+/// The form of FileInfo::modified for a time in seconds since the start of 1970.
+QString modifiedText(qint64 seconds);

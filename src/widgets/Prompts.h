@@ -7,10 +7,13 @@ class QWidget;
 
 /// The parameters of a file dialog.
 struct FileQuestion {
+    enum Choice { ManyFiles, OneFile };  // what the open dialog takes; one file is never opened read-only
+
     QString title;
     QString folder;       ///< where it starts; empty: the current one
     QString initialName;  ///< name or full path in the name field
     QString filters;      ///< "description|pattern;pattern|description|..."
+    Choice choice = ManyFiles;
 };
 
 /// The result of the open dialog.
@@ -37,4 +40,7 @@ class Prompts {
 
     /// Path to save to; empty when cancelled. The dialog does not ask about overwriting; the caller must.
     virtual QString askFileToSave(QWidget* parent, const FileQuestion& question) = 0;
+
+    /// A box with one line of text to edit. Returns the text as it stands; empty when cancelled.
+    virtual QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) = 0;
 };

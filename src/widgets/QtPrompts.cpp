@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMessageBox>
@@ -114,13 +115,15 @@ bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& ti
 
 OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
     FileDialog dialog(question, m_lastFolder, windowOf(parent));
-    dialog.setFileMode(QFileDialog::ExistingFiles);
-    const QCheckBox* readOnly = addReadOnlyBox(dialog);
+    const bool one = question.choice == FileQuestion::OneFile;
+    // The caller reports a file that does not exist.
+    dialog.setFileMode(one ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
+    const QCheckBox* readOnly = one ? nullptr : addReadOnlyBox(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
     const QStringList files = dialog.paths();
     m_lastFolder = folderOf(files.value(0));
-    return {files, readOnly->isChecked()};
+    return {files, readOnly != nullptr && readOnly->isChecked()};
 }
 
 QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
@@ -132,4 +135,12 @@ QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) 
     QString file = dialog.paths().value(0);
     m_lastFolder = folderOf(file);
     return file;
+}
+
+QString QtPrompts::askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) {
+    QInputDialog dialog(windowOf(parent));
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(initial);
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
 }

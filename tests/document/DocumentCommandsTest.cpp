@@ -1,5 +1,7 @@
 #include "document/DocumentFixture.h"
 #include "document/frmCountAll.h"
+#include "editor/control/TextControl.h"
+#include "text/lines/LineOperations.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -51,8 +53,8 @@ struct DocumentCommands : DocumentFixture {
 
 using Operation = void (frmDocument::*)();
 
-constexpr Operation LineOperations[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
-                                        &frmDocument::AlignCenter};
+constexpr Operation OfLines[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
+                                 &frmDocument::AlignCenter};
 
 constexpr Operation Edits[] = {
     &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
@@ -91,6 +93,60 @@ TEST_F(DocumentCommands, ChangeTheSelectedLines) {
     }
 }
 
+TEST_F(DocumentCommands, UseUpTheRepeatCount) {
+    QList<Operation> operations(std::begin(Edits), std::end(Edits));
+    operations << &frmDocument::Undo << &frmDocument::Redo << &frmDocument::Cut << &frmDocument::Copy
+               << &frmDocument::Paste << &frmDocument::SelectAll << &frmDocument::SelectLine << &frmDocument::SelectWord
+               << &frmDocument::SelectPara << &frmDocument::ToggleBookmark << &frmDocument::NextBookmark
+               << &frmDocument::IncreaseFontSize << &frmDocument::DecreaseFontSize << &frmDocument::DefaultFontSize;
+    for (const bool locked : {false, true}) {
+        for (const Operation operation : operations) {
+            for (const qint64 caret : {0, 5}) {
+                m_document.setLocked(false);
+                put(u" b \na\n"_qs, 0, caret);
+                m_document.setLocked(locked);
+                control().setRepeatCount(3);
+                (m_document.*operation)();
+                EXPECT_EQ(view().repeatCount(), 1) << operations.indexOf(operation) << " at " << caret;
+            }
+        }
+    }
+}
+
+TEST_F(DocumentCommands, AreRepeatedAsOneStep) {
+    struct Row {
+        Operation operation;
+        const char* text;
+        const char* expected;
+    };
+    constexpr Row Rows[] = {{&frmDocument::LineDelete, "a\nb\nc\nd", "d"},
+                            {&frmDocument::Unindent, "\t\t\t\ta", "\ta"},
+                            {&frmDocument::Indent, "a", "\t\t\ta"},
+                            {&frmDocument::TrimTailed, "a  \nb ", "a\nb"},
+                            {&frmDocument::SpacesToTabs, "a  b", "a\t\tb"}};
+    for (const Row& row : Rows) {
+        const QString text = QString::fromLatin1(row.text);
+        const bool lineOnly = row.operation == &frmDocument::LineDelete;
+        put(text, 0, lineOnly ? 0 : text.size());
+        control().setRepeatCount(3);
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+        m_document.Undo();
+        EXPECT_EQ(view().Text(), text) << row.expected;
+        EXPECT_FALSE(canUndo()) << row.expected;
+    }
+}
+
+TEST_F(DocumentCommands, AlignEachTimeWhatTheTimeBeforeHasMade) {
+    const QString text = u"abcdefgh\nabcde\nabcdef\nabcdefg\nabcd"_qs;
+    QString expected = text;
+    for (int time = 0; time < 3; ++time)
+        expected = LineOperations::AlignCenter(expected);
+    ASSERT_NE(expected, LineOperations::AlignCenter(text));
+    putSelected(text);
+    control().setRepeatCount(3);
+    EXPECT_EQ(textAfter(&frmDocument::AlignCenter), expected);
+}
+
 TEST_F(DocumentCommands, ChangeWhatIsAtTheCaret) {
     struct Row {
         Operation operation;
@@ -126,7 +182,7 @@ TEST_F(DocumentCommands, SelectWhatIsAtTheCaret) {
 
 TEST_F(DocumentCommands, OnLinesWithoutASelectionDoNothing) {
     QSignalSpy changes(&m_document, &frmDocument::DocChange);
-    for (const Operation operation : LineOperations) {
+    for (const Operation operation : OfLines) {
         put(u"  a  "_qs, 2, 2);
         changes.clear();
         EXPECT_EQ(textAfter(operation), u"  a  "_qs);

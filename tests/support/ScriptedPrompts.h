@@ -29,6 +29,9 @@ class ScriptedPrompts : public Prompts {
     /// An empty path means that the save dialog is cancelled.
     void answerSavePath(const QString& path) { m_answers.emplace_back(path); }
 
+    /// An empty text means that the box is cancelled.
+    void answerText(const QString& text) { m_answers.emplace_back(TypedText{text}); }
+
     /// Runs once, during the next message or question.
     void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
 
@@ -37,6 +40,7 @@ class ScriptedPrompts : public Prompts {
     QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
     std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
+    QStringList textBoxes;                 ///< title, prompt and initial text of each box for a text, with tabs between
 
     void message(QWidget*, const QString& text, const QString& title) override {
         messages.append(text);
@@ -64,7 +68,17 @@ class ScriptedPrompts : public Prompts {
         return next<QString>(question.title);
     }
 
+    QString askText(QWidget*, const QString& title, const QString& prompt, const QString& initial) override {
+        textBoxes.append(QStringList{title, prompt, initial}.join(u'\t'));
+        runAction();
+        return next<TypedText>(prompt).text;
+    }
+
  private:
+    struct TypedText {
+        QString text;
+    };
+
     template <typename Answer>
     Answer next(const QString& asked) {
         if (m_answers.empty() || !std::holds_alternative<Answer>(m_answers.front())) {
@@ -81,6 +95,6 @@ class ScriptedPrompts : public Prompts {
             action();
     }
 
-    std::deque<std::variant<bool, OpenAnswer, QString>> m_answers;
+    std::deque<std::variant<bool, OpenAnswer, QString, TypedText>> m_answers;
     std::function<void()> m_whileShown;
 };

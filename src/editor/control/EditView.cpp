@@ -238,7 +238,10 @@ void EditView::closeScope() {
     const bool changed = std::exchange(m_state.changed, false);
     const ByteSelection now = selection();
     const bool moved = std::exchange(m_state.reported, now) != now;
+    const bool recounted = std::exchange(m_state.reportedCount, m_state.repeatCount) != m_state.repeatCount;
     followEdits(changed, moved);
+    if (recounted)
+        Q_EMIT RepeatCountChanged();
     if (changed)
         Q_EMIT Change();
     if (moved)

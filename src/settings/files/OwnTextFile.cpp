@@ -66,13 +66,19 @@ std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype
 }
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
+    return !replace(path, lines);
+}
+
+SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
     makeFolder(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    QByteArray bytes;
     for (const QString& line : lines) {
         if (!line.contains(u'\n') && !line.contains(u'\r'))
-            file.write(line.toUtf8() + "\r\n");
+            bytes += line.toUtf8() + "\r\n";
     }
-    return file.commit();
+    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() && file.commit())
+        return {};
+    return FileErrors::writing(path, {EIO, file.errorString()});
 }

@@ -100,8 +100,14 @@ void DocumentTabs::select(int index) {
 }
 
 void DocumentTabs::selectKey(const QString& key) {
+    const int index = indexOf(key);
+    // When a document closes, its neighbour's tab is selected before that document is activated.
+    if (index >= 0 && index == m_strip.currentIndex() && !m_inClick) {
+        Q_EMIT chosen(key);
+        return;
+    }
     const QScopedValueRollback follows(m_followsWindow, true);
-    select(indexOf(key));
+    select(index);
 }
 
 int DocumentTabs::indexOf(const QString& key) const {

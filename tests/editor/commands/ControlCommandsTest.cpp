@@ -387,6 +387,34 @@ TEST_F(TextControlRepeating, EscapeLeavesTheCount) {
     EXPECT_EQ(shown(), "x|");
 }
 
+TEST_F(TextControlRepeating, ACommandThatALockRefusesUsesTheCountUp) {
+    put("a[b|c");
+    control.setLocked(true);
+    for (const int command : Edits) {
+        control.setRepeatCount(3);
+        control.ExecuteCmd(command);
+        EXPECT_EQ(control.repeatCount(), 1) << command;
+    }
+}
+
+TEST_F(TextControlRepeating, AnotherCountIsReportedOnce) {
+    put("|");
+    const QSignalSpy reported(&control, &TextControl::RepeatCountChanged);
+    control.setRepeatCount(3);
+    EXPECT_EQ(reported.count(), 1);
+    control.setRepeatCount(3);
+    EXPECT_EQ(reported.count(), 1);
+    key(Qt::Key_X);
+    EXPECT_EQ(reported.count(), 2);
+    key(Qt::Key_Y);
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(reported.count(), 2);
+    control.setRepeatCount(2);
+    EXPECT_EQ(control.takeRepeatCount(), 2);
+    EXPECT_EQ(control.takeRepeatCount(), 1);
+    EXPECT_EQ(reported.count(), 4);
+}
+
 TEST_F(TextControlRepeating, TheCountHasBounds) {
     control.setRepeatCount(0);
     EXPECT_EQ(control.repeatCount(), 1);

@@ -196,12 +196,15 @@ TEST_F(DocumentClose, TheSessionIsWrittenBeforeTheDocumentsAsk) {
     start();
     open(fileOf("a"));
     type(u"x"_qs);
-    m_prompts.whileShown([&] { EXPECT_TRUE(m_rooms.calls.contains(u"SaveSession"_qs)); });
+    m_prompts.whileShown([&] {
+        EXPECT_TRUE(QFile::exists(ownFile("lastopen.idx")));
+        EXPECT_FALSE(QFile::exists(ownFile("lastfiles.idx")));
+    });
     m_prompts.answerNo();
     run("mnuFileExit");
     EXPECT_EQ(m_prompts.questions.size(), 1);
     EXPECT_FALSE(m_frame->isVisible());
-    EXPECT_EQ(m_rooms.calls.last(), u"SaveRecentFiles"_qs);
+    EXPECT_TRUE(QFile::exists(ownFile("lastfiles.idx")));
 }
 
 TEST_F(DocumentClose, AtTheEndYesSavesTheActiveDocumentWhoeverAsks) {

@@ -12,12 +12,12 @@ TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
     const QString file = fileOf("old");
     open(file);
     type(u"new "_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     run("mnuFileSave");
     EXPECT_EQ(bytesOf(file), "new old");
     EXPECT_EQ(house().tabs.image(0), 1);
     EXPECT_FALSE(active()->isChange);
-    EXPECT_EQ(m_rooms.calls, QStringList(u"AddLRUFile "_qs + file));
+    EXPECT_EQ(recentFiles(), QStringList({file, u"/other"_qs}));
     EXPECT_EQ(house().status.text(4), u"7"_qs);
 }
 
@@ -39,12 +39,11 @@ TEST_F(DocumentSave, AnUntitledDocumentAsksForItsName) {
 TEST_F(DocumentSave, ACancelledDialogSavesNothing) {
     start();
     type(u"x"_qs);
-    m_rooms.calls.clear();
     m_prompts.answerSavePath(QString());
     run("mnuFileSave");
     EXPECT_TRUE(active()->isChange);
     EXPECT_EQ(active()->filename, QString());
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_TRUE(recentFiles().isEmpty());
 }
 
 TEST_F(DocumentSave, NoToOverwritingShowsTheDialogAgain) {
@@ -104,13 +103,13 @@ TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
     const QString file = fileOf("a");
     open(file);
     type(u"漢"_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     run("mnuANSI");
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_EQ(bytesOf(file), "a");
     EXPECT_TRUE(active()->isChange);
     EXPECT_EQ(house().tabs.image(0), 2);
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_EQ(recentFiles(), QStringList({u"/other"_qs, file}));
 }
 
 TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
@@ -124,7 +123,7 @@ TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
     EXPECT_EQ(active()->filename, target);
     EXPECT_EQ(tabs(), QStringList(u"c.txt"_qs));
     EXPECT_EQ(bytesOf(target), "a");
-    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + target);
+    EXPECT_EQ(recentFiles(), QStringList({target, path(u"a.txt"_qs)}));
 }
 
 TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
@@ -198,13 +197,13 @@ TEST_F(DocumentSave, AFailedSaveLeavesCaptionTabAndLists) {
     const QString file = fileOf("a");
     open(file);
     type(u"x"_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0400), 0);
     run("mnuFileSave");
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_EQ(bytesOf(file), "a");
     EXPECT_TRUE(active()->isChange);
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_EQ(recentFiles(), QStringList({u"/other"_qs, file}));
 }
 
 // A view that does not hold the document's file

@@ -68,7 +68,7 @@ TEST_F(HexDocuments, ABinaryFileComesUpAsHex) {
     EXPECT_EQ(house().status.text(2), u"Pg 1/1, Pos 0/7"_qs);
     EXPECT_EQ(house().status.text(4), u"8"_qs);
     EXPECT_EQ(m_frame->focusWidget(), &pane());
-    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
+    EXPECT_EQ(recentFiles(), QStringList(file));
 }
 
 TEST_F(HexDocuments, WithTheCheckOffItComesUpAsText) {

@@ -48,7 +48,7 @@ TEST_F(OpenQueueOfTheFrame, AProjectIsADocumentLikeAnyOther) {
     const QString file = fileOf("1", u"work.qmp"_qs);
     m_frame->OpenFileFromCmd(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(m_rooms.calls.filter(u"OpenProject"_qs), QStringList());
+    EXPECT_TRUE(m_frame->ProjectFilename.isEmpty());
 }
 
 TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) {

@@ -1,3 +1,4 @@
+#include "settings/files/OwnTextFile.h"
 #include "shell/FrameFixture.h"
 #include "shell/bars/CoolBar.h"
 #include "shell/start/frmOpenCheck.h"
@@ -65,24 +66,26 @@ TEST_F(FrameStart, LeavesTheStoreEmpty) {
 }
 
 TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
+    const QString file = fileOf("1");
+    OwnTextFile::writeLines(ownFile("lastopen.idx"), {u"<FILE>"_qs, file});
     start();
-    EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs));
+    EXPECT_EQ(tabs(), list({"Document1"}));
     set("LoadLastFiles", "1");
     for (const char* tail : {"", "-d"}) {
-        m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_TRUE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
+        EXPECT_EQ(tabs(), list({"a.txt"})) << tail;
     }
+    m_prompts.answerNo();  // the project does not exist
     for (const char* tail : {"\"\"", "/a;/b", "/p.qmp"}) {
-        m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
+        EXPECT_EQ(tabs(), list({"Document1"})) << tail;
     }
 }
 
 TEST_F(FrameStart, HandsProjectsAndFoldersToTheirRooms) {
+    m_prompts.answerNo();
     start(u"\"/p q.Qmp\""_qs);
-    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /p q.Qmp"_qs);
+    EXPECT_EQ(missingProject(), u"/p q.Qmp"_qs);
     start(path(QString()));
     EXPECT_EQ(m_rooms.calls.last(), u"ShowSearchInFiles "_qs + path(QString()));
     start(u"a;b"_qs);

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QTreeView>
+
+/// The view of the folder tree. Owned by the file explorer. It notices which mouse button was pressed last, because a
+/// right press selects a folder without showing its files.
+class FolderTreeView : public QTreeView {
+    Q_OBJECT
+
+ public:
+    explicit FolderTreeView(QWidget* parent = nullptr);
+
+ Q_SIGNALS:
+    /// The current node was chosen by key or left button, whether it was another one before or not.
+    void nodeClicked(const QModelIndex& index);
+
+ protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+ private:
+    bool m_isRightPress = false;
+    bool m_isFocusArriving = false;
+    bool m_isClickReported = false;  ///< during a press: the press has changed the current node
+};
