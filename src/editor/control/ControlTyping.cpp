@@ -6,6 +6,7 @@
 #include "editor/control/EditScope.h"
 #include "editor/control/EditView.h"
 #include "editor/control/LanguageIndent.h"
+#include "editor/control/PageUpdate.h"
 #include "editor/held/Colouring.h"
 #include "editor/language/AutoIndent.h"
 
@@ -65,7 +66,7 @@ void ControlTyping::newLine() {
     if (indents && m_selection.isStream() && m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0)
         LanguageIndent::closeLevelAtLineEnd(m_view);
     const std::vector<QByteArray> fronts = indents ? frontsOfNewLines() : std::vector<QByteArray>();
-    m_view.runAcrossJoints(Sci::SCI_NEWLINE);
+    breakLine();
     // A rectangle has become one caret.
     if (std::ssize(fronts) != m_view.send(Sci::SCI_GETSELECTIONS))
         return;
@@ -74,6 +75,16 @@ void ControlTyping::newLine() {
     if (indents && m_selection.isStream())
         LanguageIndent::closeLevel(m_view);
     m_view.state().scrollDue = true;
+}
+
+/// The lines above remain as they are; the library would paint them too.
+void ControlTyping::breakLine() {
+    qint64 first = m_view.heldText().length();
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range)
+        first = std::min(first, m_view.send(Sci::SCI_GETSELECTIONNSTART, range));
+    ScrolledPage page(m_view);
+    m_view.runAcrossJoints(Sci::SCI_NEWLINE);
+    page.setChanged(m_view.heldText().lineOf(first), m_view.heldText().lineCount() - 1);
 }
 
 /// What the new line of each caret begins with. What stands behind the caret moves down with its own blanks.

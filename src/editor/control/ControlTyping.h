@@ -46,6 +46,7 @@ class ControlTyping {
  private:
     void putTyped(const QString& text, const QByteArray& utf8);
     std::vector<QByteArray> frontsOfNewLines() const;
+    void breakLine();
     void insertAtCaret(qint64 range, const QByteArray& utf8);
 
     EditView& m_view;

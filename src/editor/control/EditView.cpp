@@ -1,5 +1,6 @@
 #include "editor/control/EditView.h"
 
+#include "editor/control/PageUpdate.h"
 #include "editor/held/Colouring.h"
 #include "text/codec/Utf8Text.h"
 
@@ -8,6 +9,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -254,6 +256,26 @@ void EditView::notice(const QString& text) {
 
 void EditView::Redraw() {
     viewport()->update();
+}
+
+void EditView::redrawLines(qint64 first, qint64 last) {
+    const qint64 top = send(SCI_GETFIRSTVISIBLELINE);
+    const qint64 behind = send(SCI_VISIBLEFROMDOCLINE, last) + send(SCI_WRAPCOUNT, last);
+    const qint64 from = std::max<qint64>(send(SCI_VISIBLEFROMDOCLINE, first) - top, 0);
+    const qint64 rows = std::min(behind - top, send(SCI_LINESONSCREEN) + 1) - from;
+    const qint64 height = send(SCI_TEXTHEIGHT);
+    if (rows > 0)
+        viewport()->update(0, static_cast<int>(from * height), viewport()->width(), static_cast<int>(rows * height));
+}
+
+/// Called when the scroll bar has moved, before the library is notified, which would paint the whole page. When the
+/// library itself scrolls, it has done so before it moves the bar.
+void EditView::scrollContentsBy(int, int) {
+    const qint64 wanted = verticalScrollBar()->value();
+    if (wanted == send(SCI_GETFIRSTVISIBLELINE))
+        return;
+    const ScrolledPage page(*this);
+    send(SCI_SETFIRSTVISIBLELINE, wanted);
 }
 
 // Locked, undo, and the bar below the text

@@ -87,6 +87,8 @@ class EditView : public QsciScintillaBase {
     /// See TextControl::ExecuteCmd().
     virtual void ExecuteCmd(int number, const QString& argument) = 0;
     void Redraw();
+    /// Paints those of the lines of the held text again that can be seen.
+    void redrawLines(qint64 first, qint64 last);
     /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
     void setBottomBar(QWidget* bar);
     /// Shows a text in the status bar (signal Notice) until the next key or the next call.
@@ -129,6 +131,7 @@ class EditView : public QsciScintillaBase {
     /// brought up to date.
     virtual void followEdits(bool changed, bool moved) = 0;
     void resizeEvent(QResizeEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
 
  private:
     void setUpScintilla();

@@ -17,6 +17,7 @@
 #include "editor/control/EditorKeys.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/control/MacroRecorder.h"
+#include "editor/control/PageUpdate.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
@@ -47,6 +48,9 @@ constexpr auto Vertical = std::to_array<int>(
     {Sci::SCI_LINEUP, Sci::SCI_LINEDOWN, Sci::SCI_LINEUPEXTEND, Sci::SCI_LINEDOWNEXTEND, Sci::SCI_LINEUPRECTEXTEND,
      Sci::SCI_LINEDOWNRECTEXTEND, Sci::SCI_PAGEUP, Sci::SCI_PAGEDOWN, Sci::SCI_PAGEUPEXTEND, Sci::SCI_PAGEDOWNEXTEND,
      Sci::SCI_PAGEUPRECTEXTEND, Sci::SCI_PAGEDOWNRECTEXTEND});
+/// Commands that move the caret by a line.
+constexpr auto LineSteps =
+    std::to_array<int>({Sci::SCI_LINEUP, Sci::SCI_LINEDOWN, Sci::SCI_LINEUPEXTEND, Sci::SCI_LINEDOWNEXTEND});
 
 bool contains(std::span<const int> messages, int message) {
     return std::ranges::find(messages, message) != messages.end();
@@ -238,11 +242,32 @@ void TextControl::runCommand(int message) {
         m_selection->chooseColumn();
     if (contains(Edits, message))
         m_selection->loosenRectangle();
-    for (int done = 0; done < times; ++done)
-        carryOut(*this, message);
+    if (contains(LineSteps, message) && m_selection->isStream())
+        stepLines(message, times);
+    else
+        repeat(message, times);
     if (vertical)
         m_selection->knowColumn();
     m_macros->noteCommand(message, {}, times);
+}
+
+void TextControl::repeat(int message, int times) {
+    for (int done = 0; done < times; ++done)
+        carryOut(*this, message);
+}
+
+/// At the edge of the page such a step scrolls, and the library would paint the whole page.
+void TextControl::stepLines(int message, int times) {
+    const ByteSelection before = selection();
+    ScrolledPage page(*this);
+    repeat(message, times);
+    const ByteSelection now = selection();
+    auto [from, to] = std::minmax({before.caret, now.caret});
+    if (before.anchor != now.anchor) {
+        from = std::min({from, before.anchor, now.anchor});
+        to = std::max({to, before.anchor, now.anchor});
+    }
+    page.setChanged(heldText().lineOf(from), heldText().lineOf(to));
 }
 
 void TextControl::Undo() {

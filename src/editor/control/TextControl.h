@@ -124,6 +124,9 @@ class TextControl : public EditView {
     void wheelEvent(QWheelEvent* event) override;
 
  private:
+    void repeat(int message, int times);
+    void stepLines(int message, int times);
+
     // In the order in which they use each other
     SearchState m_searchState;
     std::unique_ptr<ControlSelection> m_selection;
