@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QPointer>
 
-/// While it lives no close event ends the document, which counts those that live: something that lets events run is at
-/// work in it. The document may be destroyed meanwhile all the same.
+/// While an object of this class exists, no close event ends the document, which counts them: some operation of it runs
+/// the event loop. The document may be destroyed meanwhile all the same.
 class CloseStop {
  public:
     CloseStop(QObject& document, int& count) : m_document(&document), m_count(count) { ++m_count; }

@@ -18,9 +18,9 @@ enum class Rule {
     ShowsLock,  ///< checked when it is
 };
 
-/// One entry, in the order in which they stand there.
+/// One entry; the entries are in the order of the menu.
 struct Entry {
-    const char* menu;     ///< name of the sub-menu it stands in; empty: the menu itself
+    const char* menu;     ///< name of its sub-menu; empty: the menu itself
     const char* name;     ///< also the entry's object name; empty: a separator
     const char* caption;  ///< of a sub-menu when nothing is run
     const char* icon = "";

@@ -10,15 +10,15 @@ class frmDocument;
 
 /// The context menus of a document by their keys: "EditText" for its text view, "HEX" for the panes of its hex view,
 /// "BOOK" for the list of bookmarks there. Built once, with the document, and owned by it. An entry calls the operation
-/// of its name on the document; what would change the file is enabled, and ReadOnly checked, by the document each time
-/// a menu is shown.
+/// of its name on the document; each time a menu is shown, the document enables what would change the file, and checks
+/// ReadOnly.
 class ContextMenus : public QObject {
     Q_OBJECT
 
  public:
     explicit ContextMenus(frmDocument& document);
 
-    /// Brings the menu in line with the document and shows it there; does not wait for the choice. An unknown key shows
+    /// Updates the menu from the document and shows it there; does not wait for the choice. An unknown key shows
     /// nothing.
     void show(const QString& key, const QPoint& globalPosition);
 

@@ -4,15 +4,15 @@
 
 #include <functional>
 
-/// What somebody else did to a document's file since the document last looked.
+/// What another program has done to a document's file since the document last checked it.
 enum class DiskChange {
-    None,       ///< nothing, or nothing that has not been told already
+    None,       ///< nothing, or nothing that was not reported already
     Rewritten,  ///< it is there, with another time
     Deleted,
 };
 
-/// Compares modification times as texts, so to the second. `now` is the file's present one, `lastUpdate` that of the
-/// last load or save; `knownUpdate`, the last one looked at, becomes `now`, so that one state of the file is told once.
+/// Compares modification times as texts, so to the second. `now` is the file's current one, `lastUpdate` that of the
+/// last load or save; `knownUpdate`, the last one seen, becomes `now`, so that each state of the file is reported once.
 inline DiskChange checkDiskChange(const QString& now, const QString& lastUpdate, QString& knownUpdate,
                                   const std::function<bool()>& exists) {
     if (now == knownUpdate)

@@ -7,7 +7,7 @@ struct EditorGlobals;
 struct HexFindState;
 struct Options;
 
-/// What a document and its views are given for their life; all of it outlives them.
+/// What a document and its views use; all of it outlives them.
 struct DocumentServices {
     Prompts& prompts;
     const Options& options;

@@ -4,10 +4,10 @@
 
 class QWidget;
 
-/// A view of a document's file: what the document asks of whichever of its views is visible. Text and hex view
-/// implement it, so that a document never asks which of the two it talks to. The document owns its views.
+/// A view of a document's file: what the document calls on its visible view. Text and hex view implement it, so that a
+/// document need not distinguish them. The document owns its views.
 ///
-/// load() and save() tell the user themselves why they failed and then answer false; nothing of the view has changed.
+/// load() and save() report failures to the user and then return false; the view is unchanged.
 class DocumentView {
  public:
     virtual ~DocumentView() = default;
@@ -34,11 +34,11 @@ class DocumentView {
     virtual void ReplaceText() = 0;
     virtual void IncrementalSearch() = 0;
     virtual void ReverseIncrementalSearch() = 0;
-    /// These answer whether a match was found; they have let events run when none was.
+    /// These return whether a match was found; if not, they have run the event loop.
     virtual bool FindNext(const QString& text) = 0;
     virtual bool FindPrev(const QString& text) = 0;
     virtual bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) = 0;
-    /// Whether the person has ended the last of them, so that it is not known what there is to be found.
+    /// Whether the user has ended the last of them, so that it is not known whether there is a match.
     virtual bool wasSearchStopped() const { return false; }
 
     virtual void ToggleBookmark() = 0;

@@ -11,9 +11,9 @@ class QString;
 class RegistryStore;
 
 /// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they show
-/// text. The shell owns the one there is, and whoever makes a control gets it by reference. The registry outlives it.
+/// text. The shell owns the only instance; code that creates a control gets it by reference. The registry outlives it.
 ///
-/// Made empty; it is for its owner to have the languages, hot keys and macros loaded.
+/// Created empty; its owner has the languages, hot keys and macros loaded.
 struct EditorGlobals {
     /// The folders are those of Folders.h.
     EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder);

@@ -6,9 +6,9 @@ class QScrollArea;
 class ucHex;
 struct DocumentServices;
 
-/// The hex view as a document asks it: hands each request to one `ucHex`. What makes no sense for bytes does nothing.
-/// Belongs to the document, like the control, which stands among the document's widgets. The control has a least size;
-/// in a smaller window it is scrolled, and follows its cursor.
+/// The hex view as a document sees it: passes each request to one `ucHex`. Requests that make no sense for bytes do
+/// nothing. Owned by the document, like the control, which is one of the document's widgets. The control has a minimum
+/// size; in a smaller window it is scrolled so that its cursor stays visible.
 class HexView : public DocumentView {
  public:
     HexView(const DocumentServices& services, QWidget* parent);
@@ -37,7 +37,8 @@ class HexView : public DocumentView {
     void ReverseIncrementalSearch() override {}
     bool FindNext(const QString& text) override;
     bool FindPrev(const QString& text) override;
-    /// In the pane of digits the text is a byte sequence, and the flags say nothing; in the other only the case counts.
+    /// In the pane of digits the text is a byte sequence, and the flags are ignored; in the other only the flag for the
+    /// case is used.
     bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override;
 
     void ToggleBookmark() override;

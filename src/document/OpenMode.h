@@ -2,7 +2,7 @@
 
 #include <functional>
 
-/// Whether a file opens as text (true) or as hex. The content is looked at only when the answer hangs on it.
+/// Whether a file opens as text (true) or as hex. The content is examined only when the result depends on it.
 inline bool chooseTextMode(bool checkBinary, bool textMode, bool checkHexModeWhenOpen,
                            const std::function<bool()>& isBinary) {
     if (!checkBinary)

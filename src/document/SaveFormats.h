@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The ways a document can be saved, as one table: number in the document layer, what a dialog's title ends with, and
-/// the flag word of the editing control.
+/// The ways a document can be saved, as one table: number in the document layer, the end of a dialog's title, and the
+/// flag word of the editing control.
 struct SaveFormat {
     int number;
     QString titleSuffix;

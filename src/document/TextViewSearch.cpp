@@ -23,8 +23,8 @@
 
 namespace {
 
-/// In a recording a search is one step, however it came about: where it ends is where the control gets from its start
-/// by itself. One that leaves the selection as it was is none.
+/// In a recording a search is one step, however it was started: playing the step repeats the search. A search that
+/// leaves the selection unchanged is not recorded.
 class RecordedSearch {
  public:
     RecordedSearch(TextControl& control, int command)
@@ -58,7 +58,7 @@ class RecordedSearch {
     qint64 m_caret;
 };
 
-/// Keeps a control from being painted, so that nothing is seen of a search but where it ends.
+/// Keeps a control from being painted, so that only the end of a search is visible.
 class PaintStop {
  public:
     explicit PaintStop(TextControl& control) : m_control(&control) { control.setUpdatesEnabled(false); }
@@ -99,8 +99,8 @@ void TextViewSearch::setText(const QString& text) {
 }
 
 /// Called while a search takes long. In the loops over all matches the program continues as it does between two
-/// matches; while one match is looked for, nobody is prepared for what the user could do meanwhile: only Esc has an
-/// effect, and before it takes long what is typed waits, since people type on while the first letters are looked for.
+/// matches; while one match is searched for, callers are not prepared for anything the user could do: only Esc has an
+/// effect, and before it takes long, keys wait, since people continue to type while the first letters are searched for.
 bool TextViewSearch::goesOn(bool takesLong) {
     const QPointer<TextControl> alive(&m_control);
     if (m_ignoresFailures) {
@@ -151,7 +151,7 @@ bool TextViewSearch::findAsCommand(Direction direction) {
 
 // All matches
 
-/// Runs a loop over matches. What goes wrong ends it with what it has found.
+/// Runs a loop over matches. An error ends it with the matches found so far.
 void TextViewSearch::overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop) {
     const QPointer<TextControl> alive(&m_control);
     m_ignoresFailures = true;

@@ -9,7 +9,7 @@ class TextControl;
 struct Options;
 struct SearchFlags;
 
-/// The searches of a text view: by which flags, whether they continue at an end of the text, lists of all matches, and
+/// The searches of a text view: their flags, whether they continue at an end of the text, lists of all matches, and
 /// what the user can do meanwhile. Owned by the view.
 ///
 /// Re-entrancy: every search may run the event loop, and view and control may be destroyed then; each function returns
@@ -23,12 +23,12 @@ class TextViewSearch {
     TextViewSearch(TextControl& control, const Options& options, bool& ignoresFailures);
 
     void useFlags(const SearchFlags& flags);
-    /// The flags of the whole program, for searches that are not given any.
+    /// The flags of the whole program, for searches without flags of their own.
     void useProgramFlags();
     void setText(const QString& text);
 
-    /// Finds a match by the flags that are set. Continues from the other end of the text if the program's option says
-    /// so, else ends there. Without a match the control stays as it was.
+    /// Finds a match by the current flags. Continues from the other end of the text if the program's option is set,
+    /// else ends there. Without a match the control is unchanged.
     bool find(Direction direction);
     /// The same as one step of a recording, painted when it is over.
     bool findAsCommand(Direction direction);
@@ -37,7 +37,7 @@ class TextViewSearch {
     /// The list holds where each replacement lies. One undo step.
     QString replaceAll(const QString& replacement, bool preserveCase);
 
-    /// Called while a search runs the event loop: it ends with what it has.
+    /// Called while a search runs the event loop: it ends with what it has found.
     void stop() { m_stopped = true; }
     bool wasStopped() const { return m_stopped; }
 

@@ -5,7 +5,7 @@
 class QGridLayout;
 class QLabel;
 
-/// What a text or a selection is made of.
+/// The counts of a text or a selection.
 struct CountedText {
     qint64 words = 0;
     qint64 lines = 0;
@@ -13,7 +13,7 @@ struct CountedText {
     qint64 charactersNoSpace = 0;
 };
 
-/// The statistics box: one text counted as a whole and in its selected part. Owned by whoever shows it.
+/// The statistics box: one text counted as a whole and in its selected part. Owned by the code that shows it.
 class frmCountAll : public QDialog {
     Q_OBJECT
 

@@ -34,7 +34,7 @@ enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };
 
 constexpr std::array IconNames{"doc-normal", "doc-changed", "doc-locked"};
 
-// Qt takes these three characters in a window title for the place of its own mark and doubles them to mean themselves.
+// In a window title Qt replaces these three characters by a mark of its own; doubled they stand for themselves.
 const QLatin1String titleMark("[*]");
 const QLatin1String doubledTitleMark("[*][*]");
 
@@ -162,7 +162,7 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     return saved;
 }
 
-/// What was typed while the view wrote its blocks may not be in the file, and stays a change.
+/// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path) {
     filename = path;
     isNew = false;
@@ -201,7 +201,7 @@ void frmDocument::refreshUpdateTimes() {
 
 bool frmDocument::FileNeedToReload() {
     if (m_loads > 0)
-        return false;  // the document itself is at the file
+        return false;  // the document itself is reading the file
     QString now;
     QString size;
     LastUpdateTime(now, size);
@@ -260,7 +260,7 @@ DocumentView& frmDocument::visibleView() const {
     return viewFor(TextEdit());
 }
 
-/// The focus waits in the document while views come and go, so that none of them hands it on to a stranger.
+/// The document has the focus while views are shown and hidden, so that none of them passes it to another widget.
 void frmDocument::bringUp(DocumentView& chosen) {
     const bool holdsFocus = isAncestorOf(window()->focusWidget());
     setFocusProxy(nullptr);

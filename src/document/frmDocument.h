@@ -20,7 +20,7 @@ struct DocumentServices;
 struct Options;
 
 /// One open file: a child window of the frame with a text view and a hex view of the same file, of which exactly one is
-/// visible; which one is the mode. The widget of a QMdiSubWindow, owned by it.
+/// visible; which one it is, is called the mode. The widget of a QMdiSubWindow, owned by it.
 ///
 /// Opening and switching yield to the event loop before the load, opening and saving as hex after each block, and all
 /// of them wherever a box is shown. A close event that arrives meanwhile is ignored. A failed load or save is reported
@@ -75,9 +75,10 @@ class frmDocument : public QWidget {
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
-    /// Switches, see SwitchMode; also to the mode that the document is in, which loads the file anew.
+    /// Switches, see SwitchMode; also to the current mode, which loads the file again.
     void setTextEdit(bool text);
-    /// To text when `New_Mode` is true, else to hex. When the other view has changes the user decides over them first.
+    /// To text when `New_Mode` is true, else to hex. When the other view has changes, the user is asked about them
+    /// first.
     void SwitchMode(bool New_Mode);
     bool DocEnabled() const;
     void setDocEnabled(bool enabled);
@@ -90,11 +91,11 @@ class frmDocument : public QWidget {
     int DocIcon() const { return m_icon; }
     Q_INVOKABLE void SetDocIcon(int icon);
 
-    /// While true a close event of this window is ignored: the Close item is greyed.
+    /// While true a close event of this window is ignored: the Close item is disabled.
     void setCloseGreyed(bool greyed) { m_closeGreyed = greyed; }
 
-    // Searches and bookmarks (frmDocumentSearch.cpp). Those of one match answer the user with a box when there is none;
-    // those of all matches yield, and the document does not close meanwhile.
+    // Searches and bookmarks (frmDocumentSearch.cpp). Those of one match show a box when there is none; those of all
+    // matches yield, and the document does not close meanwhile.
     Q_INVOKABLE bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord);
     void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                       bool pWholeWord);
@@ -124,7 +125,7 @@ class frmDocument : public QWidget {
     void setRowHighlight(bool on);
 
  public Q_SLOTS:
-    // What the menus ask of a document; frmDocumentCommands.cpp says which of it acts in which mode.
+    // What the menus call on a document; frmDocumentCommands.cpp states which of it acts in which mode.
     void Undo();
     void Redo();
     void Cut();
@@ -182,19 +183,19 @@ class frmDocument : public QWidget {
     void DeleteBookmark();
 
  Q_SIGNALS:
-    /// The changed or locked state is another.
+    /// The changed or locked state has changed.
     void FileChange(frmDocument* document);
     /// Each edit.
     void DocChange(frmDocument* document);
     void SelChange(frmDocument* document);
-    /// What GetCursorPos answers may be another; once for an edit that moves the caret too.
+    /// The result of GetCursorPos may have changed; emitted once for an edit that moves the caret too.
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
-    /// The hex view asks for the desktop's properties of a file, for the desktop's calculator, and for the chooser of
-    /// the program's language.
+    /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
+    /// program's language.
     void PropertiesRequest(const QString& path);
     void CalculatorRequest();
     void LanguageRequest();

@@ -1,4 +1,4 @@
-// What the menus ask of a document, by the view and mode it is for.
+// What the menus call on a document, by the view and mode it is for.
 
 #include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <exception>
 
-// Its own context menus
+// The document's context menus
 
 void frmDocument::makeMenus() {
     m_menus = new ContextMenus(*this);
@@ -46,7 +46,7 @@ void frmDocument::Paste() {
     visibleView().Paste();
 }
 
-// The text view's, in both modes: in hex mode it is hidden and nobody sees the effect
+// The text view's, in both modes: in hex mode it is hidden and the effect is not visible
 
 void frmDocument::SelectAll() {
     m_text->SelectAll();
@@ -200,7 +200,7 @@ void frmDocument::ExecMacro(int n) {
 
 // Lines of the text view, in text mode alone
 
-/// Lines that came new or moved would keep the highlight they had.
+/// Inserted or moved lines would keep the highlight they had.
 void frmDocument::refreshLines(qint64 beyondLast) {
     qint64 first = 0;
     qint64 last = 0;
@@ -244,7 +244,7 @@ void frmDocument::changeLines(QString (*operation)(const QString& text)) {
         m_text->changeSelected(operation);
         refreshLines(0);
     } catch (const std::exception&) {
-        // Ends quietly, with the text as it was: lines that would become too long for memory.
+        // Ends without a message, with the text unchanged: lines that would become too long for memory.
     }
 }
 
@@ -271,14 +271,14 @@ void frmDocument::CountAll() {
                             m_text->TotalCharsNoSpace()};
     const CountedText selected{m_text->SelTotalWords(), m_text->SelTotalLines(), m_text->SelTotalChars(),
                                m_text->SelTotalCharsNoSpace()};
-    // The frame that it lies over may close meanwhile and take it along.
+    // The frame below it may close meanwhile and destroy it.
     const QPointer<frmCountAll> box(new frmCountAll(window()));
     box->setCounts(total, selected);
     box->exec();
     delete box;
 }
 
-// In place for the menus, without effect on a text until what they need is there: printing and the spelling check.
+// Present for the menus, without effect on a text until what they need exists: printing and the spelling check.
 
 void frmDocument::PrintContent() {}
 

@@ -42,7 +42,7 @@ void frmDocument::setTextEdit(bool text) {
     SwitchMode(text);
 }
 
-/// No content is passed from view to view: the file is loaded anew into the one that becomes visible. While the
+/// No content is passed from view to view: the file is loaded again into the one that becomes visible. While the
 /// document loads, saves or searches it stays in its mode.
 void frmDocument::SwitchMode(bool New_Mode) {
     if (m_loads > 0)
@@ -62,7 +62,7 @@ void frmDocument::SwitchMode(bool New_Mode) {
         OpenFile(filename, isReadOnly, false, New_Mode);
 }
 
-/// False: the switch is not to be. What became of a save that was chosen is not looked at.
+/// False: the switch is cancelled. The result of a save that was chosen is ignored.
 bool frmDocument::settleChanges(bool toText) {
     const QPointer<frmDocument> alive(this);
     const QPointer<frmSwitch> form(new frmSwitch(toText, window()));

@@ -6,8 +6,8 @@
 
 class QRadioButton;
 
-/// Asks what is to become of the changes before a document switches between text and hex. Modal; made for one question
-/// by the document that asks.
+/// Asks what to do with the changes before a document switches between text and hex. Modal; created for one question by
+/// the document.
 class frmSwitch : public QDialog {
     Q_OBJECT
     Q_PROPERTY(bool Result MEMBER Result)
@@ -16,7 +16,7 @@ class frmSwitch : public QDialog {
     /// `toText`: the switch is to text mode, else to hex mode.
     explicit frmSwitch(bool toText, QWidget* parent = nullptr);
 
-    /// Whether the switch is to go on.
+    /// Whether the document should switch.
     bool Result = false;
     /// Save first, or discard the changes.
     bool savesFirst() const;

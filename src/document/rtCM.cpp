@@ -37,7 +37,7 @@ QColor rowHighlightColour(const Options& options) {
     return StoredColour::colourOf(options.RowHighlightColor);
 }
 
-/// The colour that nobody has chosen is made for light ground.
+/// The default colour is made for a light background.
 ControlLook::HighlightColour highlightKind(const Options& options) {
     static const qint32 unchosen = Options().RowHighlightColor;
     return options.RowHighlightColor == unchosen ? ControlLook::HighlightColour::Adapts
@@ -357,7 +357,7 @@ void rtCM::HighLightLine() {
 }
 
 void rtCM::UnHighLightLine(qint64 pLine) {
-    // The control holds one highlighted line, so no other can have one to lose.
+    // The control has only one highlighted line, so no other can have one to lose.
     if (pLine == m_lastHighlightLine)
         m_control->look().setLineHighlight(-1, QColor());
 }

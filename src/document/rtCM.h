@@ -22,11 +22,11 @@ struct Options;
 struct SearchFlags;
 struct SystemError;
 
-/// The text view: a facade of one editing control, through which everything the program does to text goes. Owned by the
+/// The text view: a facade of one editing control, through which the program does everything to text. Owned by the
 /// document or panel that shows it. Lines and columns count from 0, positions and lengths are UTF-16 units.
 ///
-/// It yields to the message box of a failed load or save, and in its searches. An error of the control becomes such a
-/// box and the answer false; text, undo and FileChanged then are as before.
+/// It yields to the message box of a failed load or save, and in its searches. An error of the control is shown in such
+/// a box, and false is returned; text, undo and FileChanged are then unchanged.
 class rtCM : public QWidget, public DocumentView {
     Q_OBJECT
     Q_PROPERTY(bool IgnoreCmdFailure MEMBER IgnoreCmdFailure)
@@ -74,11 +74,11 @@ class rtCM : public QWidget, public DocumentView {
     PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
-    /// Replaces the selection by what `change` makes of it, in one undo step, and leaves the new text selected
-    /// forwards. What `change` raises goes on to the caller, and then nothing has been replaced.
+    /// Replaces the selection by the result of `change`, in one undo step, and leaves the new text selected forwards.
+    /// An exception of `change` is passed on to the caller, and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
-    /// whenever 20 ms have passed, so the view may be gone when they return; the list they have given is good then too.
+    /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
     void FindAllMatch(const QString& pFindText, QString& pListResults, bool pRegExp, bool pCaseSensitive,
                       bool pWholeWord);
     /// The list holds where each replacement lies, with the length of `pReplace`. One undo step.
@@ -88,21 +88,21 @@ class rtCM : public QWidget, public DocumentView {
 
  public Q_SLOTS:
     bool OpenFile(const QString& pFilename, bool bIgnoreError = false);
-    /// Loads without picking the language again. A format other than AsLoaded says which encoding the file has; without
-    /// one it is found out.
+    /// Loads without choosing the language again. A format other than AsLoaded is the encoding of the file; without one
+    /// it is detected.
     bool ReloadFile(const QString& pFilename, bool bIgnoreError = false, int pFormat = SaveFormats::AsLoaded);
     bool SaveFile(const QString& pFilename, int pFormat);
-    /// These two answer false on failure and tell nobody.
+    /// These two return false on failure, without a message.
     bool SaveToTmp(const QString& pFilename);
     bool LoadFromTmp(const QString& pFilename);
 
-    /// Picks the language by the file's name; one that no language claims leaves it as it is.
+    /// Chooses the language by the file's name; one that no language claims leaves it unchanged.
     void SetLangFromFile(const QString& pFilename);
     /// Name of the language in upper case, "" for none.
     QString GetLang() const;
-    /// An unknown name leaves the language as it is.
+    /// An unknown name leaves the language unchanged.
     void SetLang(const QString& pLang);
-    /// Takes the stored properties of the control, and stores those that all controls have in common.
+    /// Reads the stored properties of the control, and stores those that all controls have in common.
     void PropertiesLoad();
     void PropertiesSave();
 
@@ -146,7 +146,7 @@ class rtCM : public QWidget, public DocumentView {
     void SpacesToTabs();
     void TabsToSpaces();
 
-    // Commands of the control, by their numbers; what each does stands there.
+    // Commands of the control, by their numbers; CommandNumbers.h describes them.
     void ToUppercase();
     void ToLowercase();
     void ToCapitalize();
@@ -173,7 +173,7 @@ class rtCM : public QWidget, public DocumentView {
     // Properties of the control (rtCMProperties.cpp)
     QString TextRTF() const;
     QString SelRTF() const;
-    /// Their set sides take the plain text. What is no rich text leaves the text as it is: false.
+    /// The setters insert the plain text. For anything but rich text they leave the text unchanged and return false.
     bool setTextRTF(const QString& pRTF);
     bool setSelRTF(const QString& pRTF);
     /// Pictures of the left margin, the first of them for bookmarks.
@@ -198,17 +198,17 @@ class rtCM : public QWidget, public DocumentView {
     void setLineNumberStart(qint64 number);
     void ShowLineNumber(bool on) { setLineNumbering(on); }
 
-    // Colours of the control's elements; one that is not valid stands for the desktop's.
+    // Colours of the control's elements; an invalid one means the desktop's.
     QColor BackColor() const;
     void setBackColor(const QColor& pColor);
     void SetLeftMarginColor(const QColor& pColor);
-    /// Marks the view as the one in use, and as one that is not.
+    /// Marks the view as the active one, and as inactive.
     void SetActiveMargin(const QColor& pColor = {});
     void SetInactiveMargin();
 
-    // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev go by the program-wide flags, the others by those
-    // they are given; with ContinueSearch a search continues from the other end of the text. A search that finds
-    // nothing leaves the selection as it was, runs the event loop once and returns false.
+    // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev use the program-wide flags, the others those that
+    // are passed; with ContinueSearch a search continues from the other end of the text. A search that finds nothing
+    // leaves the selection unchanged, runs the event loop once and returns false.
     bool SearchCaseSensitive() const;
     void setSearchCaseSensitive(bool on);
     bool SearchRegExp() const;
@@ -226,7 +226,7 @@ class rtCM : public QWidget, public DocumentView {
     bool FindPrev(const QString& pFindText) override;
     bool FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) override;
     bool wasSearchStopped() const override;
-    /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has.
+    /// Called while FindAllMatch or ReplaceAllMatch yields: it ends with what it has found.
     void StopSearch();
 
     void ToggleBookmark() override;
@@ -245,7 +245,7 @@ class rtCM : public QWidget, public DocumentView {
     qint64 SelTotalChars() const;
     qint64 SelTotalCharsNoSpace() const;
 
-    /// Moves the row highlight to the caret's line, or takes it away when it is off.
+    /// Moves the row highlight to the caret's line, or removes it when it is off.
     void HighLightLine();
     void UnHighLightLine(qint64 pLine);
     qint64 LastHighlightLine() const { return m_lastHighlightLine; }
@@ -269,13 +269,13 @@ class rtCM : public QWidget, public DocumentView {
     /// Selection or caret moved; the row highlight has followed already.
     void SelChange();
     void MouseDown(Qt::MouseButton Button, int x, int y);
-    /// The owner is to show its context menu at this place of the view.
+    /// The owner should show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
     /// The control's find or replace dialog has searched, or was closed.
     void AfterFind();
     void DropFile(const QString& pFilename);
-    /// For the status bar, as long as it is true; empty: it is no more.
+    /// A sentence for the status bar, shown while it holds; empty: it no longer does.
     void Notice(const QString& text);
     /// The control's properties dialog changed something.
     void propertiesChanged();

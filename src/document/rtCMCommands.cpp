@@ -1,4 +1,4 @@
-// What the text view has its control do.
+// The commands that the text view has its control carry out.
 
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"

@@ -5,8 +5,8 @@
 
 #include <QKeyEvent>
 
-/// Keys that no menu has taken and that nobody has given to a command. F3 opens the replace dialog with any modifier,
-/// so that Alt+F3 opens both.
+/// Keys that are used by no menu and assigned to no command. F3 opens the replace dialog with any modifier, so that
+/// Alt+F3 opens both.
 bool rtCM::eventFilter(QObject* watched, QEvent* event) {
     if (watched != focusProxy() || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);

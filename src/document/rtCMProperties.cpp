@@ -1,4 +1,4 @@
-// Properties of the control that the text view hands on, and the colours of its elements.
+// Properties of the control that the text view passes on, and the colours of its elements.
 
 #include "document/rtCM.h"
 #include "editor/control/ControlBraces.h"

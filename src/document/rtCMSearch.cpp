@@ -94,7 +94,7 @@ bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, b
     return reportFind([this] { return m_search->find(Direction::Forwards); });
 }
 
-/// What a search that finds nothing is followed by.
+/// What follows a search that finds nothing.
 bool rtCM::reportFind(const std::function<bool()>& find) {
     const QPointer<rtCM> alive(this);
     const bool found = find();

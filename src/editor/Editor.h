@@ -3,6 +3,6 @@
 class QWidget;
 class TextControl;
 
-/// The front door of the room: an editing control with its commands, windows and accessible object. Owned by the
-/// parent, or by the caller when there is none.
+/// Creates a complete editing control: with its commands, windows and accessible object. Owned by the parent, or by the
+/// caller when there is none.
 TextControl* makeEditor(QWidget* parent = nullptr);

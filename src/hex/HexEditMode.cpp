@@ -11,7 +11,7 @@ namespace {
 constexpr qint32 ModeInUse = 255;
 constexpr qint32 OtherMode = 16384;
 
-/// The two colours are fixed, so on a dark window they stand on a light ground.
+/// The two colours are fixed, so on a dark window they are shown on a light background.
 void paintLabel(QWidget* label, qint32 number) {
     const QColor window = label->parentWidget()->palette().color(QPalette::Window);
     const bool isTooDark = Contrast::between(StoredColour::colourOf(OtherMode), window) < Contrast::Enough;

@@ -4,8 +4,8 @@
 
 class QWidget;
 
-/// Which of the two labels of the edit mode is the one in use: "Hex" or "Text". Their colours show it. Belongs to the
-/// view, like the labels, which outlive it.
+/// Shows which edit mode is on, "Hex" or "Text", by the colours of their two labels. Owned by the view, like the
+/// labels, which outlive it.
 class HexEditMode {
  public:
     /// Hex is in use at first.
@@ -13,7 +13,7 @@ class HexEditMode {
 
     bool isHex() const { return m_hexMode; }
     void toggle();
-    /// Anew, for another palette of the window.
+    /// Sets the colours again, for another palette of the window.
     void paint() const;
 
  private:

@@ -31,7 +31,7 @@ HexPanes::HexPanes(QWidget* view, const ByteStore& bytes, const HexEdits& edits)
     m_grid1->setObjectName(u"grid1"_qs);
     m_grid2->setObjectName(u"grid2"_qs);
     for (const int number : {1, 2}) {
-        grid(number).setParent(pane(number));  // a pane looks at its grid until it is destroyed
+        grid(number).setParent(pane(number));  // a pane uses its grid until it is destroyed
         connectGrid(number);
         connect(pane(number), &GridPane::focusGained, this, [this, number] { enterPane(number); });
         pane(number)->setMarks([this](HexCell cell) { return isChanged(cell); });
@@ -103,7 +103,7 @@ void HexPanes::fill() {
 void HexPanes::fillCells() {
     const int rows = m_paging.rows();
     const FilePosition top = m_paging.FilePointer();
-    // One row more than is seen, as the grids have it.
+    // One row more than is visible, as in the grids.
     std::array<char, HexPaging::PageBytes + HexPaging::BytesPerRow> bytes{};
     const int shown = (rows + 1) * HexPaging::BytesPerRow;
     const qint64 count = m_bytes.read(top, bytes.data(), shown);

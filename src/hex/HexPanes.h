@@ -12,8 +12,8 @@ class HexEdits;
 
 /// One page of a file on the screen: the two panes, kept in step, the offsets beside them, the scroll bar, and the
 /// labels below. Reads the bytes and moves the cursor and the page; writes no byte. Panes count from 1: of digits, of
-/// characters. Cells count from 0. Belongs to the view, whose children the controls are, and is destroyed before them.
-/// Does not yield.
+/// characters. Cells count from 0. Owned by the view, whose children the controls are, and destroyed before them. Does
+/// not yield.
 class HexPanes : public QObject {
     Q_OBJECT
 
@@ -34,8 +34,8 @@ class HexPanes : public QObject {
     void open(qint64 length);
     void setEnabled(bool isEnabled);
 
-    /// Reads the page. Does not yield: a page is brought to the screen in less time than the user could wait for, and a
-    /// key that came in between would find it half filled.
+    /// Reads the page. Does not yield: a page is shown faster than the user could notice, and a key pressed in between
+    /// would be handled on a half filled page.
     void fill();
     /// The marks of typed bytes changed.
     void paintMarks();
@@ -48,7 +48,7 @@ class HexPanes : public QObject {
     void showCell(HexCell cell);
     /// Moves the cursors of both panes.
     void selectInBoth(HexCell cell);
-    /// Gives a pane the keyboard, or makes it the one to get it while another window has it.
+    /// Gives a pane the keyboard focus, or has it get the focus once its window is active.
     void usePane(int number);
 
     bool offsetsAreHex() const { return m_offsetHexMode; }

@@ -40,9 +40,9 @@ constexpr ScrollButton ScrollButtons[] = {
     {"MoveLastPage", "Goto Last Page", "rowlast"},
 };
 
-/// One label below the panes: its heading, what is before it, its first text, and the longest it may get.
+/// One label below the panes: its heading, the text before it, its first text, and its longest text.
 struct InfoRow {
-    const char* heading;  ///< empty: belongs to the one before
+    const char* heading;  ///< empty: part of the group of the one before
     const char* caption;
     const char* text;
     const char* longest;
@@ -84,7 +84,7 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
     PicOffSet->setObjectName(u"PicOffSet"_qs);
     PicOffSet->setAccessibleName(u"Offsets"_qs);
     PicHex = new GridPane(grid1, u"00"_qs, view);
-    // Before it has an accessible name: naming it makes its accessible object.
+    // Done before it has an accessible name: naming it creates its accessible object.
     GridAccessible::follow(*PicHex);
     PicHex->setObjectName(u"PicHex"_qs);
     PicHex->setAccessibleName(u"Hex"_qs);
@@ -181,7 +181,7 @@ void HexParts::layOut(QWidget* view) const {
     all->addStretch();
 }
 
-/// The labels of a group stand in a row under its heading.
+/// The labels of a group are in a row under its heading.
 QLayout* HexParts::layOutInfo(QWidget* view) const {
     auto* groups = new QHBoxLayout;
     groups->setSpacing(GapOfGroups);

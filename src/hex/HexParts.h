@@ -22,8 +22,8 @@ class QWidget;
 /// The numbers of the labels below the panes of a hex view.
 enum class HexInfo { ByteHex, ByteDec, OffsetHex, OffsetDec, Page, FileSize, HexMode, TextMode, PageBytes };
 
-/// The controls of a hex view under their names, made and laid out once. They belong to the view; here is only where
-/// they are.
+/// The controls of a hex view under their names, created and laid out once. They are owned by the view; this class only
+/// has pointers to them.
 struct HexParts {
     static constexpr int InfoCount = 9;
 
@@ -32,7 +32,7 @@ struct HexParts {
     ClickLabel* info(HexInfo which) const { return lblInfo[static_cast<std::size_t>(which)]; }
     void setScrollButtonsEnabled(bool enabled) const;
     void captionRuler(bool hexMode) const;
-    /// Puts the markers beside a row and a column of the panes.
+    /// Moves the markers beside a row and a column of the panes.
     void moveMarkers(int row, int col) const;
     /// The one in the list that has the cursor, -1 when none has.
     int selectedBookmark() const;

@@ -8,9 +8,9 @@ class HexPanes;
 class QChar;
 class QString;
 
-/// Turns what is typed into a pane into bytes: two digits make one in the pane of digits, each character one in the
-/// other. Shows them in both panes and has each complete byte saved. Belongs to the view, like the panes, which outlive
-/// it.
+/// Turns the text typed into a pane into bytes: two digits make one byte in the pane of digits, each character one in
+/// the other. Shows them in both panes and has each complete byte saved. Owned by the view, like the panes, which
+/// outlive it.
 class HexTyping {
  public:
     using Save = std::function<void(HexCell)>;

@@ -18,9 +18,9 @@ struct HexFindState;
 struct Options;
 
 /// One file shown and edited byte by byte: a pane of hex digits and one of characters side by side. Reads and writes a
-/// working copy; the user's file changes by SaveFile() alone, and its length never. Belongs to a document.
+/// working copy; only SaveFile() changes the user's file, and never its length. Owned by a document.
 ///
-/// Connects the parts of the view: the panes show and move, the typing makes bytes, the edits write them and undo.
+/// Connects the parts of the view: the panes show and move, the typing produces bytes, the edits write and undo them.
 /// Loading and saving yield after each block; the view may be destroyed meanwhile. Errors are reported here.
 class ucHex : public QWidget, public HexFindTarget {
     Q_OBJECT
@@ -42,7 +42,7 @@ class ucHex : public QWidget, public HexFindTarget {
     ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent = nullptr,
           const HexStorage& storage = {});
 
-    /// False: the file has no byte, then the view stays as it was; or it can't be loaded, then the view is shut.
+    /// False: the file is empty, then the view is unchanged; or it can't be loaded, then the view is closed.
     Q_INVOKABLE bool OpenFile(const QString& pFileName);
     /// Writes the copy over the file when it was modified, or with `force` in any case.
     Q_INVOKABLE bool SaveFile(const QString& pFileName, bool force);
@@ -56,7 +56,7 @@ class ucHex : public QWidget, public HexFindTarget {
     int ActiveGrid() const { return m_panes.activeNumber(); }
     FilePosition FilePointer() const { return m_panes.paging().FilePointer(); }
     QString TempFileName() const { return m_copy.name(); }
-    /// Where cmdSaveAs() writes to. Empty unless somebody sets it, which nothing in the program does.
+    /// The target of cmdSaveAs(). Always empty unless set; nothing in the program sets it.
     QString SaveAsName() const { return m_saveAsName; }
     void setSaveAsName(const QString& name) { m_saveAsName = name; }
 
@@ -78,7 +78,7 @@ class ucHex : public QWidget, public HexFindTarget {
 
     Q_INVOKABLE void AddBookMark(const QString& hexText, const QString& decimalText, bool silent);
 
-    /// What the dialogs ask for; numbers of more than 32 bits do nothing.
+    /// The actions of the dialogs; numbers of more than 32 bits do nothing.
     Q_INVOKABLE void gotoOffset(qint64 offset);
     Q_INVOKABLE void gotoPage(qint64 page);
     void copyBlock(Offset one, Offset other, BlockForm form);
@@ -112,7 +112,7 @@ class ucHex : public QWidget, public HexFindTarget {
     void cmdConversion();
     void cmdCharTable();
     void cmdBookmark();
-    /// What older scripts call.
+    /// For older scripts.
     void cmdBookmark_old();
     void cmdFirstBookmark();
     void cmdLastBookmark();
@@ -121,7 +121,7 @@ class ucHex : public QWidget, public HexFindTarget {
     void cmdClearBookmark();
     void DeleteBookmark();
     void FindNextItem();
-    /// Each opens the form at the page that fits the pane in use, whatever the flag says.
+    /// Each opens the form at the page that fits the pane in use, whatever the value of the flag.
     void FindDialog(bool flag = false);
     void ReplaceDialog(bool flag = false);
     void cmdFindHex();

@@ -26,8 +26,8 @@ bool askWith(const QPointer<Form>& form) {
     return form && form->isConfirmed();
 }
 
-/// A form over the window that the view is in, destroyed with the view. It is no child of the view: the area of a child
-/// window would take the keys of its tabs.
+/// A form over the view's window, destroyed with the view. It is not a child of the view: the area of a child window
+/// would handle the keys of its tabs.
 template <typename Form, typename... Arguments>
 QPointer<Form> makeForm(const QWidget& view, Arguments&&... arguments) {
     QPointer<Form> form(new Form(std::forward<Arguments>(arguments)..., view.window()));

@@ -1,4 +1,4 @@
-// Keys of the view: what they do to a byte, how that is undone, and what else they reach.
+// Keys of the view: typing, undo, and the other actions of keys.
 
 #include "hex/bytes/HexText.h"
 #include "hex/grid/Grid.h"

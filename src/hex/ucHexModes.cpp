@@ -1,4 +1,4 @@
-// What the labels of the view switch: the base of the offsets, the mode of editing.
+// The modes that the labels of the view switch: the base of the offsets, the mode of editing.
 
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"

@@ -16,7 +16,7 @@ bool isIndex(int index) {
     return index >= 0 && index < MacroStore::Slots;
 }
 
-/// The index that a file's name stands for.
+/// The index of a macro by the name of its file.
 std::optional<int> indexOf(const QString& name) {
     const qsizetype dot = name.indexOf(u'.');
     const auto number = dot < 0 ? std::nullopt : SettingText::toLong(name.left(dot));
@@ -32,7 +32,7 @@ QString MacroStore::folder() const {
     return m_programFolder + QLatin1String("/macros");
 }
 
-/// The bytes are looked at once: a macro may be played by another ten thousand times.
+/// The bytes are parsed once: another macro may play this one ten thousand times.
 const std::optional<Macro>& MacroStore::macro(int index) const {
     static const std::optional<Macro> none;
     if (!isIndex(index))
@@ -80,7 +80,7 @@ bool MacroStore::SaveMacroFile(const QString& pFilename, int pIndex) {
     const QFileInfo there(pFilename);
     if (there.exists() && !there.isFile())
         return false;
-    // Reading too, because a file that is opened for writing alone is cut.
+    // Opened for reading too, because a file that is opened for writing alone is truncated.
     QFile file(pFilename);
     const QByteArray& bytes = m_bytes[pIndex];
     return file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.flush();

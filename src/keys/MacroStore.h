@@ -11,12 +11,12 @@
 class HotKeys;
 class RegistryStore;
 
-/// The ten macros, each as its bytes, and their files "0.dem" to "9.dem" in the folder `macros` of the program folder.
-/// Owned by the shell; registry and hot keys outlive it. Indices count from 0 as in the file names, slots (`n`) from 1
-/// as in menus and settings: slot n is index n - 1.
+/// The ten macros as bytes, and their files "0.dem" to "9.dem" in the folder `macros` of the program folder. Owned by
+/// the shell; registry and hot keys outlive it. Indices count from 0 as in the file names, slots (`n`) from 1 as in
+/// menus and settings: slot n is index n - 1.
 ///
-/// The bytes of a file are kept as they stand, whatever they are. A file is written over and never cut, so what stands
-/// behind a shorter macro stays and is read again. A failure shows nothing.
+/// The bytes of a file are kept unchanged, even if they are not valid. A file is overwritten and never truncated, so
+/// the old bytes after a shorter macro stay and are read again. Failures show no message.
 class MacroStore {
  public:
     static constexpr int Slots = 10;
@@ -25,30 +25,30 @@ class MacroStore {
 
     /// Nothing for an index that is not there, and for bytes that are no macro.
     const std::optional<Macro>& macro(int index) const;
-    /// Takes the macro's place; false, and nothing changed, for an index that is not there or a macro that is too long.
+    /// Replaces the macro; false, and nothing changed, for an index out of range or a macro that is too long.
     bool setMacro(int index, const Macro& macro);
-    /// The first slot without a hot key, from 1; nothing when all are taken.
+    /// The first slot without a hot key, from 1; nothing when all have one.
     std::optional<int> freeSlot() const;
-    /// The name that a person gave to slot `n`; empty: none.
+    /// The name that the user gave to slot `n`; empty: none.
     QString nameOf(int n) const;
     void setNameOf(int n, const QString& name);
-    /// Gives slot `n` a place in the menu, or takes it.
+    /// Adds slot `n` to the menu, or removes it.
     void setDisplayOf(int n, bool on);
-    /// Takes its name and its place in the menu from slot `n`, which is to hold another macro.
+    /// Clears the name of slot `n` and removes it from the menu, because it will contain another macro.
     void forgetNameOf(int n);
 
-    /// Saves hot keys and macros; makes the folder in any case.
+    /// Saves hot keys and macros; creates the folder in any case.
     void SaveMacros();
     /// True when there was something to write and all of it was written.
     bool SaveMacroFile(const QString& pFilename, int pIndex);
     /// Reads the folder by the order of the names, up to the first that is no index or can't be read.
     void LoadMacros();
-    /// False: the file can't be read or there is no such index. A file that is too long for a macro is left alone.
+    /// False: the file can't be read or the index is out of range. A file that is too long for a macro is left alone.
     bool LoadMacroFile(const QString& pFilename, int pIndex);
 
-    /// Takes the hot key from slot `n`, its name and its place in the menu, and saves. The bytes stay.
+    /// Removes the hot key of slot `n`, its name and its place in the menu, and saves. The bytes stay.
     void DeleteMacro(int n);
-    /// Takes all hot keys back to the defaults, clears the names of all slots, and saves.
+    /// Resets all hot keys to the defaults, clears the names of all slots, and saves.
     void ResetHotKeys();
 
  private:
@@ -60,6 +60,6 @@ class MacroStore {
     mutable Settings m_settings;  ///< its reads change nothing
     QString m_programFolder;
     std::array<QByteArray, Slots> m_bytes;
-    /// What the bytes stand for; not there: not looked at yet.
+    /// The parsed bytes; empty: not parsed yet.
     mutable std::array<std::optional<std::optional<Macro>>, Slots> m_macros;
 };

@@ -7,8 +7,8 @@
 
 #include <optional>
 
-/// Reads the definition of a language, a file NAME.lng. The form is told in help/languages.html; it is read strictly,
-/// so that a slip in a file of one's own is told by its line and not guessed at. No input does harm.
+/// Reads the definition of a language, a file NAME.lng. Its form is described in help/languages.html; it is read
+/// strictly, so that a mistake in a user's file is reported with its line. No input does harm.
 namespace LanguageFile {
 
 struct Result {

@@ -7,8 +7,8 @@
 
 #include <bitset>
 
-/// Takes the lines of a definition one after the other. Each call gives what is wrong with the line, nothing when it is
-/// well; after the last line finish() tells what is missing.
+/// Takes the lines of a definition one after the other. Each call returns what is wrong with the line, an empty text
+/// when nothing is; after the last line finish() returns what is missing.
 class LanguageFileReader {
  public:
     QString take(const QByteArray& line);
@@ -20,7 +20,7 @@ class LanguageFileReader {
     using Words = QByteArrayList;
     struct Statement {
         const char* name;
-        int fewest;  ///< words behind the name
+        int fewest;  ///< words after the name
         int most;    ///< -1: any number
         bool once;
         QString (LanguageFileReader::*take)(const Words& words);

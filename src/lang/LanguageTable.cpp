@@ -9,7 +9,7 @@
 namespace {
 
 const QString IndexFile = u"languages.idx"_qs;
-constexpr int Mark = 2;  ///< characters before and behind a name
+constexpr int Mark = 2;  ///< characters before and after a name
 
 /// The name between the marks of a line that opens a record.
 QString nameOf(const QString& line) {
@@ -32,7 +32,7 @@ void LanguageTable::LoadLanguageIndex() {
         const QString line = lines[at].trimmed();
         if (!line.startsWith(QLatin1String("<<")))
             continue;
-        // The line behind it is its patterns, whatever it looks like.
+        // The next line contains its patterns, whatever it looks like.
         if (++at == lines.size() || !append(nameOf(line), lines[at]))
             break;
     }

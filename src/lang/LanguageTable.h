@@ -17,12 +17,12 @@ struct LanguageRow {
     bool operator==(const LanguageRow&) const = default;
 };
 
-/// The languages that the program knows, the files that belong to each, and the definitions of those that have been
-/// needed. One of the process, owned by the shell, used by one thread.
+/// The languages that the program knows, the files that belong to each, and the definitions that have been loaded. One
+/// for the process, owned by the shell, used by one thread.
 ///
-/// Its files lie in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
-/// is taken from the program folder, or else from what was installed. A failure shows nothing: without an index the
-/// table stays empty, without a sound definition a language stays unloaded, and lastError() tells why.
+/// Its files are in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
+/// is read from the program folder, or else from the installed files. Failures show no message: without an index the
+/// table stays empty, without a valid definition a language stays unloaded, and lastError() returns the reason.
 class LanguageTable {
  public:
     static constexpr int MostLanguages = 51;
@@ -36,14 +36,14 @@ class LanguageTable {
 
     LanguageTable(const QString& programFolder, const QString& shareFolder);
 
-    /// Adds the records of the index behind what is there, up to the limit, and registers every language.
+    /// Appends the records of the index, up to the limit, and registers every language.
     void LoadLanguageIndex();
     const QList<Entry>& entries() const { return m_entries; }
     /// The languages of the table, each once, by its first entry.
     QList<LanguageRow> rows() const;
     /// The names of the registered languages, in the order of the table.
     QStringList loadedNames() const;
-    /// Writes the index to the program folder; false: it is as it was.
+    /// Writes the index to the program folder; false: it is unchanged.
     bool saveIndex(const QList<LanguageRow>& rows) const;
 
     /// Reads the definition unless that was done, or the name is not in the table.
@@ -56,7 +56,7 @@ class LanguageTable {
     const LanguageDefinition* definition(const QString& name) const;
     /// Full path of the sample text of a language.
     QString samplePath(const QString& name) const;
-    /// Why the last definition that was asked for could not be had; empty when it could.
+    /// Why the definition requested last could not be loaded; empty when it could.
     const QString& lastError() const { return m_lastError; }
 
  private:

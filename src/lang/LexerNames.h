@@ -4,7 +4,7 @@
 
 #include <span>
 
-/// The names by which the text control's library knows its lexers. Letter case counts.
+/// The names by which the text control's library knows its lexers. Case sensitive.
 namespace LexerNames {
 
 std::span<const char* const> all();

@@ -14,7 +14,7 @@ class QTreeWidgetItem;
 class QVBoxLayout;
 class Settings;
 
-/// What the macro panel needs; all of it outlives the panel.
+/// The services that the macro panel uses; all of them outlive the panel.
 struct MacroPanelServices {
     Prompts& prompts;
     Settings& settings;

@@ -17,5 +17,5 @@ std::span<const FileFilter> builtinFilters();
 /// The same as one text: description, "|", patterns, "|", description...
 QString builtinFilterString();
 
-/// The user's own list in that form, in the order of its keys and as it stands, or the built-in one. Writes nothing.
+/// The user's own list in that form, unchanged and in the order of its keys, or else the built-in one. Writes nothing.
 QString GetFilterString(RegistryStore& store);

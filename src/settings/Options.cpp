@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Puts the meaning of a text into its variable; false when it has none.
+/// Parses a text into its variable; false when it is not valid.
 using Take = bool (*)(Options&, const QString&);
 
 struct Reading {
@@ -40,7 +40,7 @@ bool takeFontName(Options& options, const QString& text) {
     return true;
 }
 
-/// A size below one point shows no letter: it is no size.
+/// A size below one point shows no letter, so it is not valid.
 bool takeFontSize(Options& options, const QString& text) {
     const std::optional<qint16> points = SettingText::toShort(text);
     if (!points || *points < 1)
@@ -70,7 +70,7 @@ constexpr Reading SecondGroup[] = {
     {"RowHighlight", takeNumberOne<&Options::RowHighlight>},
 };
 
-/// A setting that is missing and has no default in the table says nothing about its variable.
+/// A missing setting without a default in the table leaves its variable unchanged.
 bool read(Settings& settings, const Reading& reading, Options& options) {
     const QString text = settings.forFrame(QLatin1String(reading.key));
     return text.isEmpty() || reading.take(options, text);

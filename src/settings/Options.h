@@ -4,9 +4,9 @@
 
 class Settings;
 
-/// The program-wide variables that mirror the store. The shell owns the one set; the frame fills it at start, the
-/// properties dialog writes it along with the store, documents and views read it and never the store. The values here
-/// are the defaults; the font is given to loadFirstOptions().
+/// The program-wide variables that mirror the store. The shell owns the only instance; the frame fills it at start, the
+/// properties dialog writes it along with the store, and documents and views read it instead of the store. The values
+/// here are the defaults, except for the font, see loadFirstOptions().
 struct Options {
     QString FontName;
     qint16 FontSize = 0;  ///< points
@@ -25,10 +25,10 @@ struct Options {
     bool RowHighlight = true;
 };
 
-/// Reads the first group of settings, from "FontName" to "ContinueSearch". `options` comes with the font that a fresh
-/// text control has. A text that means nothing leaves its own variable alone.
+/// Reads the first group of settings, from "FontName" to "ContinueSearch". On entry `options` holds the font of a new
+/// text control. A text that is not valid leaves its variable unchanged.
 void loadFirstOptions(Settings& settings, Options& options);
 
-/// Reads the rest, from "LoadLastFolder" to "RowHighlight". A text that means nothing ends the reading: its variable
-/// and those behind it stay as they are.
+/// Reads the rest, from "LoadLastFolder" to "RowHighlight". A text that is not valid ends the reading: its variable and
+/// those after it stay unchanged.
 void LoadOptions(Settings& settings, Options& options);

@@ -4,8 +4,8 @@
 
 #include <optional>
 
-/// What a stored text means as a value of another kind; nothing when it means none. Blanks around it don't count,
-/// numbers are written with "." in every locale, with sign, fraction and exponent, or as "&H" and hexadecimal digits.
+/// Parses a stored text as a value of another kind; nothing when it is not valid. Blanks around it are ignored; numbers
+/// are written with "." in every locale, with sign, fraction and exponent, or as "&H" and hexadecimal digits.
 namespace SettingText {
 
 std::optional<double> toNumber(const QString& text);

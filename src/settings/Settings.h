@@ -6,8 +6,8 @@
 
 class RegistryStore;
 
-/// One setting: its key, the section it lives in, and the texts that stand for it while it is missing: for the frame,
-/// and for the properties dialog, which differs in two. A null default: whoever asks has to know one.
+/// One setting: its key, its section, and the texts that are used while it is missing: for the frame, and for the
+/// properties dialog, which differs in two. A null default: the caller must have one.
 struct SettingRow {
     const char* key;
     const char* section;
@@ -15,15 +15,15 @@ struct SettingRow {
     const char* dialogDefault;
 };
 
-/// The door to the settings. Callers name a key and nothing else; the table below knows the section. Made over the
-/// store by whoever owns that, and outlived by it. Nothing is kept here: every read asks the store. Reading writes
-/// nothing, and a write that fails passes without a word.
+/// Reads and writes the settings by key; the table below has the section of each. Created by the owner of the store,
+/// which must outlive it. Nothing is cached: every read reads the store. Reading writes nothing, and a failed write is
+/// not reported.
 class Settings {
  public:
     explicit Settings(RegistryStore& store);
 
-    /// Reads the key, or gives `pValue` when it is missing or empty; with `pWrite`, writes `pValue` and gives "". The
-    /// key is compared exactly; one that no section has lives in the program's own key.
+    /// Returns the value of the key, or `pValue` when it is missing or empty; with `pWrite`, writes `pValue` and
+    /// returns "". The key is compared exactly; one without a section is stored in the program's own key.
     QString PropertyValue(const QString& pKey, const QString& pValue, bool pWrite);
 
     /// The setting for the frame, or its default in the table.
@@ -32,8 +32,8 @@ class Settings {
     QString forDialog(const QString& key);
     void write(const QString& key, const QString& value);
 
-    /// Whether the start makes an untitled document, and whether it brings back the last session. Asked for at the
-    /// moment they are needed.
+    /// Whether the start creates an untitled document, and whether it restores the last session. Read from the store at
+    /// each call.
     bool StartNewDocument();
     bool LoadLastFiles();
 

@@ -19,11 +19,12 @@
 
 namespace {
 
-/// Once the window is up and has drawn itself: nobody waits for what a killed process left behind.
+/// Done once the window is shown and painted: nobody needs to wait for the removal of files that a killed process left
+/// behind.
 constexpr std::chrono::seconds SweepDelay(2);
 
-/// The process's own duties. Entering the program into the desktop and handing over to a running instance are still to
-/// come: the first does nothing yet, and no running instance is ever found.
+/// The process's own duties. Registering the program with the desktop and passing paths to a running instance are still
+/// to come: the first does nothing yet, and no running instance is ever found.
 class Program : public StartDuties {
  public:
     Program(char* name, QString tail) : m_arguments{name, nullptr}, m_tail(std::move(tail)) {}

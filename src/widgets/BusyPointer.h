@@ -1,7 +1,7 @@
 #pragma once
 
-/// The hourglass over the whole program. There is one: showing it twice and restoring it once gives the normal pointer
-/// back, so that an operation that ended without restoring it is mended by the next one.
+/// The hourglass over the whole program. There is only one: after showing it twice, restoring it once shows the normal
+/// pointer again, so that an operation that ended without restoring it is corrected by the next one.
 namespace BusyPointer {
 
 void show();

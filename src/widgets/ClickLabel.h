@@ -3,7 +3,7 @@
 #include <QLabel>
 #include <QMouseEvent>
 
-/// A label that tells when it is clicked.
+/// A label that emits a signal when it is clicked.
 class ClickLabel : public QLabel {
     Q_OBJECT
 

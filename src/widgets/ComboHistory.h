@@ -4,20 +4,20 @@
 
 class QComboBox;
 
-/// What was typed into a combo box before, kept in a text file of the program folder: an entry a line, the newest last.
-/// The list of the box has the newest on top. Failures are not reported.
+/// The texts typed into a combo box before, stored in a text file of the program folder: an entry a line, the newest
+/// last. The list of the box has the newest at the top. Failures are not reported.
 
 /// How many entries a history has.
 inline constexpr int ComboHistorySize = 30;
-/// As `pFlag`: an entry that is there already comes to the top.
+/// As `pFlag`: an entry that is in the list already is moved to the top.
 inline constexpr int RaiseComboHistory = -1;
 
-/// Puts a text on top of the list, where the last of `pMax` entries makes room for it. Blank texts are passed over. An
-/// entry just like it stays where it is, unless `pFlag` is RaiseComboHistory.
+/// Adds a text at the top of the list and removes the last entry if there are more than `pMax`. Blank texts are
+/// ignored. An equal entry stays where it is, unless `pFlag` is RaiseComboHistory.
 void AddComboHistory(QComboBox& pCombo, const QString& pText, int pMax, int pFlag);
 
-/// Fills the list from the file, and the box with the last line of it. Without a file the list stays as it was.
+/// Fills the list from the file, and the box with its last line. Without a file the list is unchanged.
 void LoadComboHistory(const QString& pName, QComboBox& pCombo);
 
-/// Replaces the file by the list and behind it the text in the box. A text with a line break in it is left out.
+/// Replaces the file by the list, followed by the text in the box. A text that contains a line break is left out.
 void SaveComboHistory(const QString& pName, const QComboBox& pCombo);

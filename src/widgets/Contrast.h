@@ -2,10 +2,10 @@
 
 #include <QColor>
 
-/// How well one colour is seen on another, and colours made so that they are.
+/// The contrast of two colours, and colours chosen for enough of it.
 namespace Contrast {
 
-/// What text needs that anybody is to read.
+/// The contrast that text needs to be readable.
 inline constexpr double Enough = 4.5;
 
 /// How far two colours differ in lightness to the eye, from 1 to 21.
@@ -17,8 +17,8 @@ bool isDark(const QColor& ground);
 /// `one` with so many parts of a hundred of `other`.
 QColor blended(const QColor& one, const QColor& other, int percentOfOther);
 
-/// A ground like `wanted` for a window of this ground: one that is light where the window is dark, or dark where that
-/// is light, keeps its hue and gets the opposite lightness.
+/// A background like `wanted` for a window of this background: one that is light where the window is dark, or dark
+/// where that is light, keeps its hue and gets the opposite lightness.
 QColor fittedTo(const QColor& ground, const QColor& wanted);
 
 /// A colour on this ground. Where it would be hard to read it is blended with black or white until it is not.

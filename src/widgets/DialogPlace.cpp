@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Pixels between a dialog and what it stands beside.
+/// Pixels between a dialog and the rectangle beside it.
 constexpr int Distance = 12;
 
 int within(int wanted, int length, int from, int to) {

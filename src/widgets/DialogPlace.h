@@ -3,8 +3,8 @@
 #include <QPoint>
 #include <QRect>
 
-/// Where a search dialog stands on the screen, so that it covers as little as possible of what it searches. All
-/// rectangles are those of the whole desktop.
+/// Finds the place of a search dialog on the screen at which it covers as little as possible of the text it searches.
+/// All rectangles are those of the whole desktop.
 namespace DialogPlace {
 
 /// In the upper right corner of the text, as far as the screen has room.

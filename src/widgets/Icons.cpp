@@ -19,7 +19,7 @@ namespace {
 
 constexpr qreal FadedOpacity = 0.4;
 
-/// A colour as the files have it, for light windows, and what stands for it on dark ones.
+/// A colour of the files, which are made for light windows, and its replacement on dark ones.
 struct ColourPair {
     const char* onLight;
     const char* onDark;
@@ -60,7 +60,7 @@ class SvgIcon : public QIconEngine {
     bool isNull() override { return false; }
 
  private:
-    /// The style's own grey is made for light windows; on dark ones it looks like that of a picture that can be chosen.
+    /// The style's own grey is made for light windows; on dark ones it looks like an enabled picture.
     static QPixmap faded(const QPixmap& picture) {
         QPixmap pixmap(picture.size());
         pixmap.fill(Qt::transparent);
@@ -90,7 +90,7 @@ class SvgIcon : public QIconEngine {
     }
 
     QString m_path;
-    bool m_onDark = false;  ///< what m_drawn was drawn for
+    bool m_onDark = false;  ///< whether m_drawn was drawn for a dark window
     QHash<std::pair<int, int>, QPixmap> m_drawn;
 };
 

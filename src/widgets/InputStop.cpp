@@ -51,7 +51,7 @@ bool InputStop::eventFilter(QObject* watched, QEvent* event) {
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride)
         m_escaped = m_escaped || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
-    // Only a refused close leaves its window as it is.
+    // Only a refused close leaves its window unchanged.
     event->setAccepted(event->type() != QEvent::Close);
     return true;
 }

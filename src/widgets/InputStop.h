@@ -4,8 +4,8 @@
 #include <QPointer>
 #include <QWidget>
 
-/// While it lives, keys and mouse do nothing in the whole program, and no window closes; Escape is noted. A modal box
-/// that comes up meanwhile gets its own, but not one that was there before.
+/// While an object of this class exists, keys and mouse do nothing in the whole program, and no window closes; Escape
+/// is noted. A modal box that is opened meanwhile gets its input, but not one that was open before.
 class InputStop : public QObject {
     Q_OBJECT
 

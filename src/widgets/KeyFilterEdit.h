@@ -2,14 +2,13 @@
 
 #include <QLineEdit>
 
-/// A line for numbers: lets only the characters pass that its number may have, hex digits as capitals, and cancels the
-/// rest of what is typed. Or a line for any text. Enter does not end the dialog by itself. What is pasted is not looked
-/// at.
+/// A line for numbers: accepts only the characters of its kind of number, hex digits as capitals, and ignores the other
+/// ones. Or a line for any text. Enter does not close the dialog by itself. Pasted text is not checked.
 class KeyFilterEdit : public QLineEdit {
     Q_OBJECT
 
  public:
-    /// `allowed`: digits and capitals; anyKeys() lets all pass as they are.
+    /// `allowed`: digits and capitals; anyKeys() accepts all characters unchanged.
     explicit KeyFilterEdit(const QString& allowed, QWidget* parent = nullptr);
 
     static QString anyKeys() { return {}; }

@@ -18,7 +18,7 @@ bool isLit(const QStyleOptionMenuItem& item) {
     return (item.state & Chosen) == Chosen && !item.icon.isNull();
 }
 
-/// A checked picture stands on a plate that is half the highlight and half the window.
+/// A checked picture has a background that is half the highlight and half the window.
 QColor colourOn(const QStyleOptionMenuItem& item) {
     const QColor light = item.palette.color(QPalette::HighlightedText);
     if (!item.checked)

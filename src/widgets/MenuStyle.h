@@ -4,9 +4,9 @@
 
 class QMenu;
 
-/// Draws the picture of the chosen entry of a menu in one colour that is seen there: our pictures are grey and blue,
-/// and would be lost on the highlight, and on the plate that a checked one stands on. One for all menus, the
-/// application's.
+/// Draws the picture of the selected entry of a menu in one colour that is visible there: the program's pictures are
+/// grey and blue, and would not be visible on the highlight, nor on the background of a checked one. One for all menus,
+/// the application's.
 class MenuStyle : public QProxyStyle {
     Q_OBJECT
 

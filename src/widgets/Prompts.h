@@ -5,7 +5,7 @@
 
 class QWidget;
 
-/// What a file dialog is asked.
+/// The parameters of a file dialog.
 struct FileQuestion {
     QString title;
     QString folder;       ///< where it starts; empty: the current one
@@ -13,26 +13,26 @@ struct FileQuestion {
     QString filters;      ///< "description|pattern;pattern|description|..."
 };
 
-/// What the open dialog gave back.
+/// The result of the open dialog.
 struct OpenAnswer {
     QStringList files;      ///< empty: cancelled
     bool readOnly = false;  ///< the box "Open as read-only"
 };
 
-/// Every question and message the program puts to the person before it. The frame owns one and hands it down; tests
-/// give a scripted one. All calls are modal and run the event loop until they are answered.
+/// All questions and messages that the program shows to the user. The frame owns one and passes it on; tests pass a
+/// scripted one. All calls are modal and run the event loop until they are answered.
 class Prompts {
  public:
     virtual ~Prompts() = default;
 
-    /// A box with the text and OK. An empty title stands for "Quillmark".
+    /// A box with the text and OK. An empty title means "Quillmark".
     virtual void message(QWidget* parent, const QString& text, const QString& title = {}) = 0;
 
-    /// A box with Yes and No that neither Esc nor a close button answers. True: Yes.
+    /// A box with Yes and No that neither Esc nor a close button closes. True: Yes.
     virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {}) = 0;
 
     virtual OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) = 0;
 
-    /// Path to save to; empty when cancelled. The dialog does not ask about overwriting, the caller does.
+    /// Path to save to; empty when cancelled. The dialog does not ask about overwriting; the caller must.
     virtual QString askFileToSave(QWidget* parent, const FileQuestion& question) = 0;
 };

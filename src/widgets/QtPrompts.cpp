@@ -14,7 +14,7 @@ namespace {
 
 /// No path that a file can have is longer.
 constexpr qsizetype LongestText = 6000;
-/// Logical pixels that a box gives its text at least before it breaks a line.
+/// Minimum width of the text of a box before a line is broken, in logical pixels.
 constexpr int NarrowestText = 400;
 
 /// Whether the box with the text stays well inside its screen, in lines as narrow as they get.
@@ -39,8 +39,8 @@ QString folderOf(const QString& file) {
     return QFileInfo(file).absolutePath();
 }
 
-/// What a box stands over: the whole window, as the asking part of it may go meanwhile, and as the area of a child
-/// window would take the box's Ctrl+Tab for its own.
+/// The parent of a box: the whole window, because the widget that asks may be destroyed meanwhile, and because the area
+/// of a child window would handle the box's Ctrl+Tab itself.
 QWidget* windowOf(QWidget* parent) {
     return parent == nullptr ? nullptr : parent->window();
 }
@@ -51,7 +51,7 @@ void setUp(QMessageBox& box, const QString& text, const QString& title) {
     box.setText(fitting(box, text));
 }
 
-/// Goes away by one of its buttons and by nothing else.
+/// Closed by one of its buttons and by nothing else.
 class ButtonsOnlyBox : public QMessageBox {
  public:
     explicit ButtonsOnlyBox(QWidget* parent) : QMessageBox(parent) {

@@ -2,7 +2,7 @@
 
 #include "widgets/Prompts.h"
 
-/// The prompts as boxes and dialogs on the screen. Each is made when it is needed. A file dialog without a folder to
+/// The prompts as boxes and dialogs on the screen. Each is created when it is needed. A file dialog without a folder to
 /// start in begins in the folder of the file that was chosen last.
 class QtPrompts : public Prompts {
  public:
@@ -16,5 +16,5 @@ class QtPrompts : public Prompts {
 };
 
 /// "description|pattern;pattern|..." as the name filters of a file dialog: the description, and in a last pair of
-/// brackets the patterns, which the dialog hides. "*.*" stands for every file.
+/// brackets the patterns, which the dialog hides. "*.*" matches every file.
 QStringList nameFilters(const QString& filters);

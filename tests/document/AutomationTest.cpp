@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Those of the names that nobody outside can reach.
+/// Those of the names that no caller outside can reach.
 QStringList unreachable(const QMetaObject& type, const QStringList& operations) {
     QStringList missing = operations;
     for (int number = 0; number < type.methodCount(); ++number) {

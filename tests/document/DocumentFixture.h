@@ -30,7 +30,7 @@ inline QByteArray readFile(const QString& path) {
     return file.readAll();
 }
 
-/// Sets the modification time in seconds, so that nobody has to wait for the clock.
+/// Sets the modification time in seconds, so that no test has to wait for the clock.
 inline void setTime(const QString& path, time_t seconds) {
     const timespec times[2] = {{seconds, 0}, {seconds, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0), 0);
@@ -51,7 +51,7 @@ inline void typeInto(QWidget& widget, const QString& text) {
     }
 }
 
-/// What the user is told when a file can't be read or written for that reason.
+/// The sentence shown to the user when a file can't be read or written for that reason.
 inline QString readFailure(const QString& path, int number) {
     return FileErrors::reading(path, SystemError::fromErrno(number)).description;
 }
@@ -64,7 +64,7 @@ inline constexpr time_t SomeTime = 1'700'000'000;
 
 }  // namespace documenttest
 
-/// One document with a noted frame, scripted answers and a folder for its files.
+/// One document with a recorded frame, scripted answers and a folder for its files.
 class DocumentFixture : public testing::Test {
  protected:
     explicit DocumentFixture(qint64 hexBlockSize = WorkingCopy::BlockSize) : m_given(hexBlockSize) {}
@@ -80,7 +80,7 @@ class DocumentFixture : public testing::Test {
 
     rtCM& view() { return *m_document.GetEditor(); }
     TextControl& control() { return view().control(); }
-    /// The same as a widget, for those that need not know the control.
+    /// The same as a widget, for code that need not include the control.
     QWidget& textWidget() { return *view().focusProxy(); }
     bool canUndo();
     bool canRedo();
@@ -91,7 +91,7 @@ class DocumentFixture : public testing::Test {
     qint64 ask(unsigned message, qint64 first = 0);
     /// Whether lines of the text are held in pieces.
     bool isInPieces();
-    /// What happens when a file is dropped on the text.
+    /// The effect of dropping a file on the text.
     void drop(const QString& path);
     void type(const QString& text) { documenttest::typeInto(textWidget(), text); }
 

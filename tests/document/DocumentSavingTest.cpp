@@ -15,7 +15,7 @@ using documenttest::writeFailure;
 
 class DocumentSaving : public DocumentFixture {
  protected:
-    /// Opens a file whose text stands in every encoding.
+    /// Opens a file whose text can be written in every encoding.
     QString openUmlaut() {
         QString file = fileOf("\xC3\xA4\n");
         EXPECT_TRUE(open(file));

@@ -4,7 +4,7 @@ using documenttest::setTime;
 using documenttest::SomeTime;
 using documenttest::writeFile;
 
-/// The check whether somebody else changed the file of a document.
+/// The check whether another program changed the file of a document.
 class FileCheck : public DocumentFixture {
  protected:
     void SetUp() override {

@@ -14,7 +14,7 @@
 #include <QTimer>
 #include <QTreeView>
 
-/// A document on the screen, with its hex view and somebody who answers its forms.
+/// A document on the screen, with its hex view and scripted answers to its forms.
 class HexDocumentFixture : public DocumentFixture {
  protected:
     using DocumentFixture::DocumentFixture;
@@ -31,7 +31,7 @@ class HexDocumentFixture : public DocumentFixture {
     QTreeView& bookmarks() { return *hex().findChild<QTreeView*>(u"lsBookmark"_qs); }
     /// Position of the byte under the cursor, from 1.
     qint64 cursor() { return (grid().Pointer() + grid().Row() * 16 + grid().Col()).number(); }
-    /// Without a window manager nobody gives the activation back once a form has closed.
+    /// Without a window manager no window is activated again once a form has closed.
     QWidget* focused() {
         if (QApplication::activeWindow() == nullptr) {
             m_document.activateWindow();
@@ -44,7 +44,7 @@ class HexDocumentFixture : public DocumentFixture {
         return m_document.OpenFile(file, readOnly, false, false);
     }
     bool openHexOf(const QByteArray& bytes) { return openHex(fileOf(bytes, u"a.bin"_qs)); }
-    /// By real keys, into whatever has the focus.
+    /// By real keys, to the widget with the focus.
     void press(const QString& keys) { QTest::keyClicks(focused(), keys); }
     void pressKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(focused(), key, modifiers);
@@ -60,7 +60,7 @@ class HexDocumentFixture : public DocumentFixture {
         return digits;
     }
 
-    /// Runs while the next modal form of that class stands on the screen, which it is to close.
+    /// Runs while the next modal form of that class is on the screen; it must close the form.
     template <typename Form>
     void whileAsked(std::function<void(Form&)> answer) {
         QTimer::singleShot(0, &m_document, [this, answer = std::move(answer)] {

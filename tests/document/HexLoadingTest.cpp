@@ -13,8 +13,8 @@
 using documenttest::readFile;
 using documenttest::writeFile;
 
-/// Files that a document in hex mode has to stand: sizes around the edges of rows and pages, files that are none, files
-/// that change while they are read or written, and events that come in between.
+/// Files that a document in hex mode must cope with: sizes around the edges of rows and pages, paths that are no files,
+/// files that change while they are read or written, and events that are handled in between.
 class HexLoading : public HexDocumentFixture {
  protected:
     using HexDocumentFixture::HexDocumentFixture;
@@ -32,7 +32,7 @@ class HexLoading : public HexDocumentFixture {
         EXPECT_TRUE(made.open(QIODevice::WriteOnly) && made.resize(size));
         return file;
     }
-    /// Runs with each pass of the event loop, until it says that it has had its occasion.
+    /// Called in each pass of the event loop, until it returns true.
     void whileYielding(std::function<bool()> look) {
         auto* timer = new QTimer(&m_timers);
         QObject::connect(timer, &QTimer::timeout, timer, [timer, look = std::move(look)] {
@@ -200,7 +200,7 @@ TEST_F(HexLoading, ASaveThatFailsOnTheWayIsToldAndTheBytesCanBeSavedElsewhere) {
     ASSERT_TRUE(openHexOf(bytes));
     const QString file = m_document.filename;
     press(u"41"_qs);
-    // A limit on the size of files takes the place of a full disk.
+    // A limit on the size of files simulates a full disk.
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);

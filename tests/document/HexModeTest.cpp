@@ -10,7 +10,7 @@ using documenttest::readFile;
 using documenttest::setTime;
 using documenttest::writeFile;
 
-/// A document in hex mode: loading, editing, saving, and what it tells its frame.
+/// A document in hex mode: loading, editing, saving, and its reports to the frame.
 class HexMode : public HexDocumentFixture {
  protected:
     QMenu& menu(const char* key) { return *m_document.findChild<QMenu*>(QLatin1String(key)); }
@@ -423,7 +423,7 @@ TEST_F(HexMode, BookmarksAreThoseOfTheBytes) {
 TEST_F(HexMode, ABookmarkIsDeletedInHexModeAlone) {
     ASSERT_TRUE(openHexOf("one"));
     m_document.ToggleBookmark();
-    view().show();  // text mode, with the hex view as it was
+    view().show();  // text mode, with the hex view unchanged
     m_document.DeleteBookmark();
     EXPECT_EQ(bookmarkCount(), 1);
 }

@@ -11,7 +11,7 @@ using documenttest::writeFile;
 
 namespace {
 
-/// A document, and a program folder that a person puts languages into.
+/// A document, and a program folder to which the user adds languages.
 class Languages : public DocumentFixture {
  protected:
     LanguageTable& table() { return m_given.globals.languages; }

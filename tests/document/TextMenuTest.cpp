@@ -7,7 +7,7 @@
 
 namespace {
 
-/// An entry of the text menu, what it is chosen for, and what is seen then.
+/// An entry of the text menu, the text for which it is chosen, and the expected result.
 struct Chosen {
     const char* name;
     const char* text;
@@ -15,9 +15,9 @@ struct Chosen {
     qint64 caret;
     /// The text, with the selection in brackets.
     const char* seen;
-    /// In its place, the window that opens or what the frame is asked for.
+    /// Otherwise the window that opens or the call to the frame.
     const char* opens = "";
-    /// What the clipboard holds then.
+    /// The clipboard afterwards.
     const char* clipboard = "held";
 };
 

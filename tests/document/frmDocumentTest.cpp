@@ -17,7 +17,7 @@ bool pointerIsBusy() {
     return QGuiApplication::overrideCursor() && QGuiApplication::overrideCursor()->shape() == Qt::WaitCursor;
 }
 
-/// What a failed load or save must leave alone.
+/// The state that a failed load or save must not change.
 struct Fields {
     QString filename;
     bool isChange;

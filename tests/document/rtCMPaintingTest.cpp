@@ -15,7 +15,10 @@
 #include <QWindow>
 
 #include <array>
+#include <functional>
 #include <random>
+#include <utility>
+#include <vector>
 
 using Sci = QsciScintillaBase;
 
@@ -243,27 +246,55 @@ TEST_F(PaintedTextView, AnOpenedCommentIsSeenOnAllLinesBelow) {
     EXPECT_TRUE(isUpToDate());
 }
 
+/// What follows a bracket is an expression to this lexer, and there a "/" begins one of another kind.
+TEST_F(PaintedTextView, AChangedColourOfALineBelowIsSeenAtOnce) {
+    m_view.control().look().setLanguage(&m_language);
+    put(u"one\n\n\n/ two; // three\n"_qs, 3);
+    m_view.control().setSelection(3, 3);
+    settle();
+    EXPECT_TRUE(isWithin(paintedBy(Qt::Key_ParenLeft, u"("_qs), row(0, 5)));
+    EXPECT_TRUE(isUpToDate());
+}
+
+TEST_F(PaintedTextView, ReturnOverASelectionClearsWhatStoodBelowTheText) {
+    put(u"a line of text\n"_qs, 6);
+    m_view.control().setSelection(30, m_view.TotalChars());
+    settle();
+    EXPECT_TRUE(isWithin(paintedBy(Qt::Key_Return), row(2, 1000)));
+    EXPECT_EQ(m_view.TotalLines(), 4);
+    EXPECT_TRUE(isUpToDate());
+}
+
 /// Whatever is done, the screen shows what a fresh painting shows.
-TEST_F(PaintedTextView, TheScreenIsUpToDateAfterAnyRunOfKeysAndWheelSteps) {
+TEST_F(PaintedTextView, TheScreenIsUpToDateAfterAnyRunOfKeysClicksAndWheelSteps) {
     constexpr auto Keys =
         std::to_array({Qt::Key_Down, Qt::Key_Up, Qt::Key_Left, Qt::Key_Right, Qt::Key_Return, Qt::Key_End,
                        Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_PageDown, Qt::Key_PageUp});
-    constexpr auto Letters = std::to_array<char16_t>({u'(', u')', u'{', u'}', u'/', u'*', u'x', u' ', u'"'});
+    // None of those that begin a comment, a text or an expression, whose colours depend on where the lexer began.
+    constexpr QStringView Letters = u"(){}x ;";
+    std::mt19937 random(7);
+    const auto one = [&random](auto count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    const std::vector<std::function<void()>> actions = {
+        [&] {
+            QTest::keyClick(&m_view.control(), Keys[static_cast<std::size_t>(one(Keys.size()))],
+                            one(4) == 0 ? Qt::ShiftModifier : Qt::NoModifier);
+        },
+        [&] { paintedBy(Qt::Key_unknown, Letters.at(one(Letters.size()))); },
+        [&] { paintedByWheel(one(2) == 0 ? 1 : -1); },
+        [&] {
+            const QPoint place(one(viewport().width()), one(viewport().height()));
+            QTest::mouseClick(&viewport(), Qt::LeftButton, one(3) == 0 ? Qt::ControlModifier : Qt::NoModifier, place);
+        },
+        [&] { m_view.Undo(); },
+        [&] { m_view.control().look().setWordWrap(one(2) == 0); },
+    };
     m_view.control().look().setLanguage(&m_language);
     put(u"int one = two(three); // {\n\treturn (four);\n}\n"_qs, 100);
-    std::mt19937 random(7);
     for (int step = 0; step < 400; ++step) {
-        const auto choice = random() % 25;
-        const auto modifiers = random() % 4 == 0 ? Qt::ShiftModifier : Qt::NoModifier;
-        if (choice < Keys.size())
-            QTest::keyClick(&m_view.control(), Keys[choice], modifiers);
-        else if (choice < Keys.size() + Letters.size())
-            paintedBy(Qt::Key_unknown, QString(Letters[choice - Keys.size()]));
-        else if (choice == 24)
-            m_view.control().look().setWordWrap(random() % 2 == 0);
-        else
-            paintedByWheel(choice % 2 == 0 ? 1 : -1);
+        // The later in the list, the rarer.
+        const int chosen = one(1 + one(static_cast<int>(actions.size())));
+        actions[static_cast<std::size_t>(chosen)]();
         settle();
-        ASSERT_TRUE(isUpToDate()) << "step " << step << ", choice " << choice;
+        ASSERT_TRUE(isUpToDate()) << "step " << step << ", action " << chosen;
     }
 }

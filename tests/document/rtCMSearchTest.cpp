@@ -68,7 +68,7 @@ class TextViewFinds : public testing::Test {
     QSignalSpy m_moves{&m_view, &rtCM::SelChange};
 };
 
-// What takes long
+// Long searches
 
 TEST_F(TextViewFinds, EscEndsASearchForOneMatchThatTakesLong) {
     QString text;

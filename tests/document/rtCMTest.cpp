@@ -424,7 +424,7 @@ TEST_F(TextView, TheDefaultFontSizeIsThatOfTheSettings) {
     EXPECT_EQ(m_view.FontName(), name);
 }
 
-// Properties handed on
+// Properties passed on
 
 TEST_F(TextView, HandsItsPropertiesToTheControl) {
     TextControl& control = m_view.control();

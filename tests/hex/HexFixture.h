@@ -23,7 +23,7 @@
 
 #include <memory>
 
-/// A hex view on a screen that is not there, with files of its own.
+/// A hex view on an offscreen display, with files of its own.
 class HexFixture : public testing::Test {
  protected:
     void SetUp() override {

@@ -27,7 +27,7 @@ class HexFormFixture : public HexFixture {
                 form->reject();
         });
     }
-    /// The screen that is not there does not give the keyboard back by itself.
+    /// The offscreen display does not return the keyboard focus by itself.
     void activateView() {
         m_hex->activateWindow();
         QApplication::processEvents();

@@ -17,7 +17,7 @@ constexpr int RunsOfAPart = 50;
 constexpr int Parts = 4;
 constexpr qsizetype Undoable = 31;
 
-/// What a view of some bytes has to hold after each step, by the plain rules.
+/// The expected state of a view of some bytes after each step, by the plain rules.
 struct Model {
     struct Edit {
         qsizetype index;
@@ -57,7 +57,7 @@ struct Model {
     }
 };
 
-/// What is searched for, and where a plain search finds it.
+/// The needle, and the result of a plain search for it.
 struct Term {
     QByteArray bytes;
     HexFindType type;
@@ -160,7 +160,7 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
     bool isOnAByte(int number) const { return at(number) < m_model.bytes.size(); }
     int activeNumber() const { return m_hex->ActiveGrid() == 2 ? 2 : 1; }
     GridPane* activePane() const { return m_panes[activeNumber() - 1]; }
-    /// The page as it was before the step.
+    /// The page before the step.
     HexPaging page() const {
         HexPaging paging;
         paging.open(m_model.bytes.size());
@@ -177,7 +177,7 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
     }
     QString anyCase(const QString& digits) { return either() ? digits : digits.toLower(); }
 
-    // What a person does
+    // The actions of a user
 
     void typeAByte() {
         m_panes[0]->setFocus();

@@ -142,7 +142,7 @@ TEST_F(TheHexView, LoadsASecondFileUnderTheSameWorkingName) {
 }
 
 TEST_F(TheHexView, CanGoDuringALoad) {
-    // The block of the product is longer than this file, so that progress comes once and the event loop with it.
+    // The program's block is longer than this file, so progress is called once, and runs the event loop once.
     const QString path = file(someBytes(1000));
     QMetaObject::invokeMethod(
         qApp, [this] { m_hex.reset(); }, Qt::QueuedConnection);
@@ -277,7 +277,7 @@ TEST_F(TheHexView, ShowsOffsetsInEitherRadix) {
     EXPECT_EQ(caption->text(), u"Offset - DEC"_qs);
     QTest::mouseClick(part<ClickLabel>(u"Label2(3)"_qs), Qt::LeftButton);
     EXPECT_TRUE(m_hex->OffsetHexMode());
-    // Who lets the button go elsewhere has thought better of it.
+    // A button released elsewhere does nothing.
     for (QWidget* clicked :
          {static_cast<QWidget*>(caption), static_cast<QWidget*>(part<OffsetPane>(u"PicOffSet"_qs))}) {
         QTest::mousePress(clicked, Qt::LeftButton);

@@ -27,7 +27,7 @@ Macro longer() {
     return macro;
 }
 
-class MacroStoreTest : public testing::Test {
+class MacroStoring : public testing::Test {
  protected:
     QString file(const QString& name) const { return home.filePath(u"macros/"_qs + name); }
     static QByteArray bytesOf(const QString& path) {
@@ -113,7 +113,7 @@ TEST(Macro, MoreThanSixteenMegabytesAreNone) {
     EXPECT_FALSE(Macro::fromBytes(bytes).has_value());
 }
 
-TEST_F(MacroStoreTest, AnEmptyStoreMakesTheFolderAndNoFile) {
+TEST_F(MacroStoring, AnEmptyStoreMakesTheFolderAndNoFile) {
     store.SaveMacros();
     const QDir folder(home.filePath(u"macros"_qs));
     EXPECT_TRUE(folder.exists());
@@ -121,7 +121,7 @@ TEST_F(MacroStoreTest, AnEmptyStoreMakesTheFolderAndNoFile) {
     EXPECT_FALSE(store.SaveMacroFile(file(u"0.dem"_qs), 0));
 }
 
-TEST_F(MacroStoreTest, AllTenComeBack) {
+TEST_F(MacroStoring, AllTenComeBack) {
     for (int index = 0; index < 10; ++index) {
         Macro macro;
         macro.addCommand(100 + index);
@@ -136,7 +136,7 @@ TEST_F(MacroStoreTest, AllTenComeBack) {
     }
 }
 
-TEST_F(MacroStoreTest, IndicesOutsideAreRefused) {
+TEST_F(MacroStoring, IndicesOutsideAreRefused) {
     for (const int index : {-1, 10}) {
         EXPECT_FALSE(store.setMacro(index, sample()));
         EXPECT_FALSE(store.macro(index).has_value());
@@ -145,7 +145,7 @@ TEST_F(MacroStoreTest, IndicesOutsideAreRefused) {
     }
 }
 
-TEST_F(MacroStoreTest, AShorterOneKeepsTheTailOfTheLongerInItsFileAndInTheNextStart) {
+TEST_F(MacroStoring, AShorterOneKeepsTheTailOfTheLongerInItsFileAndInTheNextStart) {
     store.setMacro(3, longer());
     store.SaveMacros();
     const QByteArray before = bytesOf(file(u"3.dem"_qs));
@@ -163,7 +163,7 @@ TEST_F(MacroStoreTest, AShorterOneKeepsTheTailOfTheLongerInItsFileAndInTheNextSt
     EXPECT_EQ(bytesOf(file(u"3.dem"_qs)), after);
 }
 
-TEST_F(MacroStoreTest, AnEmptiedOneLeavesItsFile) {
+TEST_F(MacroStoring, AnEmptiedOneLeavesItsFile) {
     store.setMacro(0, sample());
     store.SaveMacros();
     store.setMacro(0, {});
@@ -171,7 +171,7 @@ TEST_F(MacroStoreTest, AnEmptiedOneLeavesItsFile) {
     EXPECT_EQ(bytesOf(file(u"0.dem"_qs)), sample().toBytes());
 }
 
-TEST_F(MacroStoreTest, ForeignBytesPlayNothingAndAreKept) {
+TEST_F(MacroStoring, ForeignBytesPlayNothingAndAreKept) {
     put(u"2.dem"_qs, "something else");
     store.LoadMacros();
     EXPECT_FALSE(store.macro(2).has_value());
@@ -179,7 +179,7 @@ TEST_F(MacroStoreTest, ForeignBytesPlayNothingAndAreKept) {
     EXPECT_EQ(bytesOf(file(u"2.dem"_qs)), "something else");
 }
 
-TEST_F(MacroStoreTest, AFileThatIsTooLongPlaysNothingAndStopsNothing) {
+TEST_F(MacroStoring, AFileThatIsTooLongPlaysNothingAndStopsNothing) {
     put(u"0.dem"_qs, sample().toBytes());
     ASSERT_TRUE(QFile::resize(file(u"0.dem"_qs), Macro::MostBytes + 1));
     put(u"1.dem"_qs, sample().toBytes());
@@ -190,7 +190,7 @@ TEST_F(MacroStoreTest, AFileThatIsTooLongPlaysNothingAndStopsNothing) {
     EXPECT_EQ(QFileInfo(file(u"0.dem"_qs)).size(), Macro::MostBytes + 1);
 }
 
-TEST_F(MacroStoreTest, ANameThatIsNoNumberStopsTheLoading) {
+TEST_F(MacroStoring, ANameThatIsNoNumberStopsTheLoading) {
     put(u"1.dem"_qs, sample().toBytes());
     put(u"2a.dem"_qs, sample().toBytes());
     put(u"3.dem"_qs, sample().toBytes());
@@ -199,7 +199,7 @@ TEST_F(MacroStoreTest, ANameThatIsNoNumberStopsTheLoading) {
     EXPECT_FALSE(store.macro(3).has_value());
 }
 
-TEST_F(MacroStoreTest, AnIndexThatIsNotThereStopsTheLoading) {
+TEST_F(MacroStoring, AnIndexThatIsNotThereStopsTheLoading) {
     put(u"1.dem"_qs, sample().toBytes());
     put(u"10.dem"_qs, sample().toBytes());
     put(u"2.dem"_qs, sample().toBytes());
@@ -208,7 +208,7 @@ TEST_F(MacroStoreTest, AnIndexThatIsNotThereStopsTheLoading) {
     EXPECT_FALSE(store.macro(2).has_value());
 }
 
-TEST_F(MacroStoreTest, NamesAreTakenByTheirLastThreeCharactersAndWhatStandsBeforeTheFirstDot) {
+TEST_F(MacroStoring, NamesAreTakenByTheirLastThreeCharactersAndWhatStandsBeforeTheFirstDot) {
     put(u"4.old.dem"_qs, sample().toBytes());
     put(u"5.xdem"_qs, sample().toBytes());
     put(u"6.txt"_qs, sample().toBytes());
@@ -220,7 +220,7 @@ TEST_F(MacroStoreTest, NamesAreTakenByTheirLastThreeCharactersAndWhatStandsBefor
     EXPECT_FALSE(store.macro(7).has_value());
 }
 
-TEST_F(MacroStoreTest, FoldersAndPipesOfThatNameAreNotLookedAt) {
+TEST_F(MacroStoring, FoldersAndPipesOfThatNameAreNotLookedAt) {
     QDir().mkpath(file(u"0.dem"_qs));
     ASSERT_EQ(::mkfifo(QFile::encodeName(file(u"1.dem"_qs)).constData(), 0600), 0);
     put(u"2.dem"_qs, sample().toBytes());
@@ -232,16 +232,16 @@ TEST_F(MacroStoreTest, FoldersAndPipesOfThatNameAreNotLookedAt) {
     EXPECT_FALSE(store.SaveMacroFile(file(u"1.dem"_qs), 1));
 }
 
-TEST_F(MacroStoreTest, AFileThatIsGoneIsNotLoaded) {
+TEST_F(MacroStoring, AFileThatIsGoneIsNotLoaded) {
     EXPECT_FALSE(store.LoadMacroFile(file(u"0.dem"_qs), 0));
 }
 
-TEST_F(MacroStoreTest, WithoutAFolderNothingIsLoadedOrMade) {
+TEST_F(MacroStoring, WithoutAFolderNothingIsLoadedOrMade) {
     store.LoadMacros();
     EXPECT_FALSE(QFileInfo::exists(home.filePath(u"macros"_qs)));
 }
 
-TEST_F(MacroStoreTest, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
+TEST_F(MacroStoring, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
     store.setMacro(4, sample());
     hotKeys.bind(218, CtrlM);
     settings.write(u"5Display"_qs, u"1"_qs);
@@ -259,7 +259,7 @@ TEST_F(MacroStoreTest, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
     EXPECT_EQ(loaded.macro(4), sample());
 }
 
-TEST_F(MacroStoreTest, DeletingASlotThatIsNotThereDoesNothing) {
+TEST_F(MacroStoring, DeletingASlotThatIsNotThereDoesNothing) {
     hotKeys.bind(213, CtrlM);
     store.DeleteMacro(0);
     store.DeleteMacro(11);
@@ -267,7 +267,7 @@ TEST_F(MacroStoreTest, DeletingASlotThatIsNotThereDoesNothing) {
     EXPECT_FALSE(QFileInfo::exists(home.filePath(u"macros"_qs)));
 }
 
-TEST_F(MacroStoreTest, AResetClearsAllHotKeysAndNames) {
+TEST_F(MacroStoring, AResetClearsAllHotKeysAndNames) {
     for (int n = 1; n <= 10; ++n) {
         hotKeys.bind(213 + n, {{HotKeyStroke::Ctrl, QString(QChar(111 + n))}, {}});
         settings.write(QString::number(n) + u"Display"_qs, u"1"_qs);
@@ -282,7 +282,7 @@ TEST_F(MacroStoreTest, AResetClearsAllHotKeysAndNames) {
     EXPECT_TRUE(QFileInfo::exists(home.filePath(u"macros"_qs)));
 }
 
-TEST_F(MacroStoreTest, TheFirstSlotWithoutAHotKeyIsFree) {
+TEST_F(MacroStoring, TheFirstSlotWithoutAHotKeyIsFree) {
     EXPECT_EQ(store.freeSlot(), 1);
     for (int n = 1; n <= 10; ++n) {
         EXPECT_EQ(store.freeSlot(), n);

@@ -1,6 +1,6 @@
 // Every shipped sample is coloured as its golden file says. A golden file holds each line of the sample, and below it,
-// led by "|", a letter for the class of each character. QUILLMARK_WRITE_GOLDEN=1 in the environment writes them anew
-// instead of comparing; look at what has changed before you keep it.
+// led by "|", a letter for the class of each character. QUILLMARK_WRITE_GOLDEN=1 in the environment writes them again
+// instead of comparing; check the changes before you keep them.
 
 #include "editor/Editor.h"
 #include "editor/control/ControlFile.h"

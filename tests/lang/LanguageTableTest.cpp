@@ -8,7 +8,7 @@
 
 namespace {
 
-class LanguageTableTest : public testing::Test {
+class TheLanguageTable : public testing::Test {
  protected:
     void put(const QString& folder, const QString& name, const QByteArray& bytes) {
         QDir().mkpath(home.filePath(folder + u"/languages"_qs));
@@ -40,14 +40,14 @@ class LanguageTableTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(LanguageTableTest, NamesAndPatternsAreUpperCase) {
+TEST_F(TheLanguageTable, NamesAndPatternsAreUpperCase) {
     putIndex("<<Pascal>>\r\n*.pas,*.Pp\r\n<<c>>\r\n*.c\r\n");
     table.LoadLanguageIndex();
     ASSERT_EQ(names(), (QStringList{u"PASCAL"_qs, u"C"_qs}));
     EXPECT_EQ(table.entries()[0].LangExt, u",*.PAS,*.PP,"_qs);
 }
 
-TEST_F(LanguageTableTest, LinesAreTrimmedAndOthersSkipped) {
+TEST_F(TheLanguageTable, LinesAreTrimmedAndOthersSkipped) {
     putIndex("; a remark\n\n  <<A>>  \n*.a\n*.lost\n \t\n<<B>>\r\n*.b");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), (QStringList{u"A"_qs, u"B"_qs}));
@@ -55,13 +55,13 @@ TEST_F(LanguageTableTest, LinesAreTrimmedAndOthersSkipped) {
     EXPECT_EQ(table.LanguageOfFile(u"x.b"_qs), u"B"_qs);
 }
 
-TEST_F(LanguageTableTest, TheClosingMarkIsCutWhateverItIs) {
+TEST_F(TheLanguageTable, TheClosingMarkIsCutWhateverItIs) {
     putIndex("<<One--\r\n*.a\r\n<<Two\r\n*.b\r\n<<>>\r\n*.c\r\n<<\r\n*.d\r\n<<Last>>\r\n*.e\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), (QStringList{u"ONE"_qs, u"T"_qs, QString(), QString(), u"LAST"_qs}));
 }
 
-TEST_F(LanguageTableTest, TheLineBehindARecordIsItsPatternsAsItStands) {
+TEST_F(TheLanguageTable, TheLineBehindARecordIsItsPatternsAsItStands) {
     putIndex("<<A>>\r\n\r\n<<B>>\r\n<<C>>\r\n<<D>>\r\n *.d \r\n<<E>>\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), (QStringList{u"A"_qs, u"B"_qs, u"D"_qs}));
@@ -71,13 +71,13 @@ TEST_F(LanguageTableTest, TheLineBehindARecordIsItsPatternsAsItStands) {
     EXPECT_EQ(table.LanguageOfFile(u"x.d"_qs), QString());
 }
 
-TEST_F(LanguageTableTest, NamesThatWouldLieInAnotherFolderAreSkipped) {
+TEST_F(TheLanguageTable, NamesThatWouldLieInAnotherFolderAreSkipped) {
     putIndex("<<../A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), QStringList{u"B"_qs});
 }
 
-TEST_F(LanguageTableTest, LetterCaseOfAnExtensionDoesNotCount) {
+TEST_F(TheLanguageTable, LetterCaseOfAnExtensionDoesNotCount) {
     putIndex("<<C>>\r\n*.c,*.H\r\n");
     table.LoadLanguageIndex();
     for (const QString& file : {u"/x/a.c"_qs, u"/x/a.C"_qs, u"a.h"_qs, u"A.H"_qs, u".c"_qs, u"a.b.c"_qs}) {
@@ -85,7 +85,7 @@ TEST_F(LanguageTableTest, LetterCaseOfAnExtensionDoesNotCount) {
     }
 }
 
-TEST_F(LanguageTableTest, OnlyTheWholeExtensionCounts) {
+TEST_F(TheLanguageTable, OnlyTheWholeExtensionCounts) {
     putIndex("<<C>>\r\n*.cc,*.x?,make*.mk\r\n");
     table.LoadLanguageIndex();
     for (const QString& file : {u"a.c"_qs, u"a.ccc"_qs, u"a.xy"_qs, u"make.mk"_qs, u"a"_qs, u"a."_qs, QString(),
@@ -94,13 +94,13 @@ TEST_F(LanguageTableTest, OnlyTheWholeExtensionCounts) {
     }
 }
 
-TEST_F(LanguageTableTest, AnExtensionGoesToTheFirstThatListsIt) {
+TEST_F(TheLanguageTable, AnExtensionGoesToTheFirstThatListsIt) {
     putIndex("<<A>>\r\n*.a\r\n<<B>>\r\n*.h,*.b\r\n<<C>>\r\n*.c,*.h\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(table.LanguageOfFile(u"x.h"_qs), u"B"_qs);
 }
 
-TEST_F(LanguageTableTest, FiftyOneAreHeldAndTheNextEndsTheReading) {
+TEST_F(TheLanguageTable, FiftyOneAreHeldAndTheNextEndsTheReading) {
     putIndex(records(0, 51));
     table.LoadLanguageIndex();
     EXPECT_EQ(table.entries().size(), 51);
@@ -113,7 +113,7 @@ TEST_F(LanguageTableTest, FiftyOneAreHeldAndTheNextEndsTheReading) {
     EXPECT_EQ(other.LanguageOfFile(u"a.x51"_qs), QString());
 }
 
-TEST_F(LanguageTableTest, LoadingAgainAddsBehindAndTheFirstStillWins) {
+TEST_F(TheLanguageTable, LoadingAgainAddsBehindAndTheFirstStillWins) {
     putIndex(records(0, 30));
     table.LoadLanguageIndex();
     table.LoadLanguageIndex();
@@ -124,7 +124,7 @@ TEST_F(LanguageTableTest, LoadingAgainAddsBehindAndTheFirstStillWins) {
     EXPECT_EQ(table.LanguageOfFile(u"a.x3"_qs), u"L3"_qs);
 }
 
-TEST_F(LanguageTableTest, ChangedPatternsOfADoubleCountWhereTheFirstHasNone) {
+TEST_F(TheLanguageTable, ChangedPatternsOfADoubleCountWhereTheFirstHasNone) {
     putIndex("<<A>>\r\n*.a\r\n");
     table.LoadLanguageIndex();
     putIndex("<<A>>\r\n*.a,*.new\r\n");
@@ -133,7 +133,7 @@ TEST_F(LanguageTableTest, ChangedPatternsOfADoubleCountWhereTheFirstHasNone) {
     EXPECT_EQ(table.LanguageOfFile(u"x.new"_qs), u"A"_qs);
 }
 
-TEST_F(LanguageTableTest, WithoutAnIndexTheTableStaysEmpty) {
+TEST_F(TheLanguageTable, WithoutAnIndexTheTableStaysEmpty) {
     table.LoadLanguageIndex();
     EXPECT_TRUE(table.entries().isEmpty());
     EXPECT_EQ(table.LanguageOfFile(u"a.c"_qs), QString());
@@ -141,7 +141,7 @@ TEST_F(LanguageTableTest, WithoutAnIndexTheTableStaysEmpty) {
     EXPECT_EQ(table.definition(u"C"_qs), nullptr);
 }
 
-TEST_F(LanguageTableTest, LanguagesWithASoundDefinitionAreLoaded) {
+TEST_F(TheLanguageTable, LanguagesWithASoundDefinitionAreLoaded) {
     putIndex("<<Good>>\r\n*.g\r\n<<Bad>>\r\n*.b\r\n<<None>>\r\n*.n\r\n");
     put(u"share"_qs, u"GOOD.lng"_qs, "lexer cpp\n");
     put(u"share"_qs, u"BAD.lng"_qs, "lexer cpp\nnonsense\n");
@@ -158,7 +158,7 @@ TEST_F(LanguageTableTest, LanguagesWithASoundDefinitionAreLoaded) {
     EXPECT_TRUE(table.lastError().contains(u"NONE.lng"_qs));
 }
 
-TEST_F(LanguageTableTest, ADefinitionIsReadOnceAndAMissingOneWhenItHasCome) {
+TEST_F(TheLanguageTable, ADefinitionIsReadOnceAndAMissingOneWhenItHasCome) {
     putIndex("<<A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n");
     put(u"share"_qs, u"A.lng"_qs, "lexer cpp\n");
     table.LoadLanguageIndex();
@@ -171,7 +171,7 @@ TEST_F(LanguageTableTest, ADefinitionIsReadOnceAndAMissingOneWhenItHasCome) {
     ASSERT_NE(table.definition(u"B"_qs), nullptr);
 }
 
-TEST_F(LanguageTableTest, ALanguageOfTheUsersIsFoundInTheProgramFolder) {
+TEST_F(TheLanguageTable, ALanguageOfTheUsersIsFoundInTheProgramFolder) {
     putIndex("<<C>>\r\n*.c\r\n");
     put(u"share"_qs, u"C.lng"_qs, "lexer cpp\n");
     put(u"share"_qs, u"C.TXT"_qs, "shipped");
@@ -187,14 +187,14 @@ TEST_F(LanguageTableTest, ALanguageOfTheUsersIsFoundInTheProgramFolder) {
     EXPECT_EQ(table.samplePath(u"C"_qs), home.filePath(u"share/languages/C.TXT"_qs));
 }
 
-TEST_F(LanguageTableTest, AnIndexInTheProgramFolderReplacesTheShippedOneWhole) {
+TEST_F(TheLanguageTable, AnIndexInTheProgramFolderReplacesTheShippedOneWhole) {
     putIndex("<<C>>\r\n*.c\r\n");
     put(u"own"_qs, u"languages.idx"_qs, "<<Mine>>\r\n*.mine\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), QStringList{u"MINE"_qs});
 }
 
-TEST_F(LanguageTableTest, TheIndexIsWrittenAsItIsReadAndToTheProgramFolder) {
+TEST_F(TheLanguageTable, TheIndexIsWrittenAsItIsReadAndToTheProgramFolder) {
     putIndex("<<Pascal>>\n*.pas,*.pp\n<<größe>>\n*.gr\n");
     table.LoadLanguageIndex();
     EXPECT_TRUE(table.saveIndex(table.rows()));
@@ -204,18 +204,18 @@ TEST_F(LanguageTableTest, TheIndexIsWrittenAsItIsReadAndToTheProgramFolder) {
     EXPECT_EQ(again.rows(), table.rows());
 }
 
-TEST_F(LanguageTableTest, RowsWithALineBreakAreNotWritten) {
+TEST_F(TheLanguageTable, RowsWithALineBreakAreNotWritten) {
     EXPECT_TRUE(table.saveIndex({{u"A"_qs, u"*.a\n<<B>>"_qs}, {u"C\r"_qs, u"*.c"_qs}, {u"D"_qs, u"*.d"_qs}}));
     EXPECT_EQ(writtenIndex(), "<<D>>\r\n*.d\r\n");
 }
 
-TEST_F(LanguageTableTest, WritingIntoAFolderThatCannotBeMadeEndsQuietly) {
+TEST_F(TheLanguageTable, WritingIntoAFolderThatCannotBeMadeEndsQuietly) {
     QFile file(home.filePath(u"own"_qs));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     EXPECT_FALSE(table.saveIndex({{u"A"_qs, u"*.a"_qs}}));
 }
 
-TEST_F(LanguageTableTest, AnIndexOfTheWindowsCodePageIsRead) {
+TEST_F(TheLanguageTable, AnIndexOfTheWindowsCodePageIsRead) {
     putIndex("<<gr\xF6sse>>\r\n*.g\r\n");
     table.LoadLanguageIndex();
     EXPECT_EQ(names(), QStringList{u"GRÖSSE"_qs});

@@ -110,7 +110,7 @@ TEST_F(ShippedLanguages, EverySampleShowsSeveralClassesAndNoError) {
             continue;
         const auto found = coloured(*language, bytesOf(table.samplePath(entry.LangName)));
         EXPECT_GE(found.size(), 4) << entry.LangName.toStdString();
-        // A line that was taken away has the colour of an error there.
+        // A removed line is shown there in the colour of an error.
         const bool hasNone = entry.LangName == u"DIFF"_qs || !found.contains(TokenClass::Error);
         EXPECT_TRUE(hasNone) << entry.LangName.toStdString() << ": " << found.value(TokenClass::Error).constData();
     }

@@ -198,7 +198,7 @@ TEST_F(BlockCopying, AFileSystemThatDoesNotTellHolesIsCopiedWhole) {
 }
 
 TEST_F(BlockCopying, SharedBytesAreDoneAtOnce) {
-    /// Stands for a file system that can share bytes: it copies them instead.
+    /// Simulates a file system that can share bytes: it copies them instead.
     class Sharing : public FileSystemCalls {
      public:
         int cloneFile(int to, int from) override {

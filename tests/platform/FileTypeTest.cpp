@@ -9,7 +9,7 @@
 
 namespace {
 
-class FileTypeTest : public testing::Test {
+class TypesOfFiles : public testing::Test {
  protected:
     QString file(const QByteArray& bytes) {
         QString path = m_folder.filePath(u"file"_qs);
@@ -29,24 +29,24 @@ QByteArray padded(const QByteArray& start) {
 
 }  // namespace
 
-TEST_F(FileTypeTest, ExactlyFourByteValuesMakeAFileBinary) {
+TEST_F(TypesOfFiles, ExactlyFourByteValuesMakeAFileBinary) {
     for (int value = 0; value < 256; ++value) {
         const bool expected = value == 255 || (value >= 1 && value <= 3);
         EXPECT_EQ(isBinary("text" + QByteArray(1, static_cast<char>(value)) + "text"), expected) << value;
     }
 }
 
-TEST_F(FileTypeTest, AnEmptyFileIsNotBinary) {
+TEST_F(TypesOfFiles, AnEmptyFileIsNotBinary) {
     EXPECT_FALSE(isBinary(QByteArray()));
 }
 
-TEST_F(FileTypeTest, ThreeHundredBytesAreLookedAt) {
+TEST_F(TypesOfFiles, ThreeHundredBytesAreLookedAt) {
     EXPECT_TRUE(isBinary(QByteArray(299, 'x') + '\x03'));
     EXPECT_FALSE(isBinary(QByteArray(300, 'x') + '\x03'));
     EXPECT_FALSE(isBinary(QByteArray(300, 'x') + QByteArray(1000, '\xFF')));
 }
 
-TEST_F(FileTypeTest, MarksOfEncodingsCountByTheirBytes) {
+TEST_F(TypesOfFiles, MarksOfEncodingsCountByTheirBytes) {
     EXPECT_TRUE(
         isBinary(QByteArray("\xFF\xFE"
                             "a\0b\0",
@@ -58,7 +58,7 @@ TEST_F(FileTypeTest, MarksOfEncodingsCountByTheirBytes) {
                  "text"));
 }
 
-TEST_F(FileTypeTest, WhatIsNotThereIsNotBinary) {
+TEST_F(TypesOfFiles, WhatIsNotThereIsNotBinary) {
     EXPECT_FALSE(IsBinaryFile(QString()));
     EXPECT_FALSE(IsBinaryFile(m_folder.filePath(u"none"_qs)));
     const QString path = file("\x01");
@@ -69,7 +69,7 @@ TEST_F(FileTypeTest, WhatIsNotThereIsNotBinary) {
     EXPECT_FALSE(IsBinaryFile(path + u"/below"_qs));
 }
 
-TEST_F(FileTypeTest, ALinkToAFileIsLookedThrough) {
+TEST_F(TypesOfFiles, ALinkToAFileIsLookedThrough) {
     const QString link = m_folder.filePath(u"link"_qs);
     ASSERT_TRUE(QFile::link(file("\x01"), link));
     EXPECT_TRUE(IsBinaryFile(link));
@@ -78,7 +78,7 @@ TEST_F(FileTypeTest, ALinkToAFileIsLookedThrough) {
     EXPECT_FALSE(IsBinaryFile(dangling));
 }
 
-TEST_F(FileTypeTest, OnlyRegularFilesAreOpened) {
+TEST_F(TypesOfFiles, OnlyRegularFilesAreOpened) {
     EXPECT_FALSE(IsBinaryFile(m_folder.path()));
     EXPECT_FALSE(IsBinaryFile(u"/dev/zero"_qs));
     EXPECT_FALSE(IsBinaryFile(u"/dev/urandom"_qs));
@@ -90,7 +90,7 @@ TEST_F(FileTypeTest, OnlyRegularFilesAreOpened) {
     EXPECT_FALSE(IsBinaryFile(link));
 }
 
-TEST_F(FileTypeTest, AFileThatCannotBeReadIsNotBinary) {
+TEST_F(TypesOfFiles, AFileThatCannotBeReadIsNotBinary) {
     const QString path = file("\x01");
     EXPECT_TRUE(IsBinaryFile(path));
     ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), 0), 0);

@@ -6,7 +6,7 @@
 
 namespace {
 
-class FileFiltersTest : public testing::Test {
+class StoredFilters : public testing::Test {
  protected:
     void put(const char* name, const char* description, const char* patterns) {
         const QString key = u"Software/Quillmark/FilenameFilters/"_qs + QLatin1String(name);
@@ -19,7 +19,7 @@ class FileFiltersTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(FileFiltersTest, AFirstStartHasTheBuiltinListAndWritesNothing) {
+TEST_F(StoredFilters, AFirstStartHasTheBuiltinListAndWritesNothing) {
     EXPECT_EQ(GetFilterString(store),
               u"All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Java Files (*.java;*.jav)|*.java;*.jav|"
               "HTML Files (*.html;*.htm)|*.html;*.htm|JSP Files (*.jsp)|*.jsp|ASP Files (*.asp)|*.asp|"
@@ -29,18 +29,18 @@ TEST_F(FileFiltersTest, AFirstStartHasTheBuiltinListAndWritesNothing) {
     EXPECT_EQ(store.openKey(HKEY_CURRENT_USER, u"Software"_qs), RegistryCode::NotFound);
 }
 
-TEST_F(FileFiltersTest, AnEmptyKeyFallsBackToTheBuiltinList) {
+TEST_F(StoredFilters, AnEmptyKeyFallsBackToTheBuiltinList) {
     store.createKey(HKEY_CURRENT_USER, u"Software/Quillmark/FilenameFilters"_qs);
     EXPECT_EQ(GetFilterString(store), builtinFilterString());
 }
 
-TEST_F(FileFiltersTest, TheUsersListComesInTheOrderOfItsKeys) {
+TEST_F(StoredFilters, TheUsersListComesInTheOrderOfItsKeys) {
     put("010", "Ten", "*.10");
     put("002", "Two", "*.2;*.ii");
     EXPECT_EQ(GetFilterString(store), u"Two|*.2;*.ii|Ten|*.10"_qs);
 }
 
-TEST_F(FileFiltersTest, RowsGoToTheDialogAsTheyAre) {
+TEST_F(StoredFilters, RowsGoToTheDialogAsTheyAre) {
     put("001", "New", "");
     put("002", "", "*.x");
     store.createKey(HKEY_CURRENT_USER, u"Software/Quillmark/FilenameFilters/003"_qs);

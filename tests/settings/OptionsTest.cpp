@@ -7,9 +7,9 @@
 
 namespace {
 
-class OptionsTest : public testing::Test {
+class OptionReading : public testing::Test {
  protected:
-    OptionsTest() {
+    OptionReading() {
         options.FontName = u"Fresh Mono"_qs;
         options.FontSize = 11;
     }
@@ -18,7 +18,7 @@ class OptionsTest : public testing::Test {
         loadFirstOptions(settings, options);
         LoadOptions(settings, options);
     }
-    /// What a member becomes when its key holds the text, from either state before.
+    /// The value of a member after its key held the text, from either state before.
     bool becomes(const char* key, const char* text, bool Options::*member) {
         put(key, text);
         options.*member = !(options.*member);
@@ -49,7 +49,7 @@ constexpr struct {
 
 }  // namespace
 
-TEST_F(OptionsTest, AFirstStartRunsOnTheDefaultsAndLeavesTheStoreEmpty) {
+TEST_F(OptionReading, AFirstStartRunsOnTheDefaultsAndLeavesTheStoreEmpty) {
     load();
     EXPECT_EQ(options.FontName, u"Fresh Mono"_qs);
     EXPECT_EQ(options.FontSize, 11);
@@ -65,7 +65,7 @@ TEST_F(OptionsTest, AFirstStartRunsOnTheDefaultsAndLeavesTheStoreEmpty) {
     EXPECT_TRUE(names.isEmpty());
 }
 
-TEST_F(OptionsTest, SwitchesAreOnByTheTextOneAlone) {
+TEST_F(OptionReading, SwitchesAreOnByTheTextOneAlone) {
     for (const auto& row : ComparedWithOne) {
         EXPECT_TRUE(becomes(row.key, "1", row.member)) << row.key;
         for (const char* text : {"0", "True", "1.0", " 1", "on", "-1"}) {
@@ -74,7 +74,7 @@ TEST_F(OptionsTest, SwitchesAreOnByTheTextOneAlone) {
     }
 }
 
-TEST_F(OptionsTest, RowHighlightIsANumberComparedWithOne) {
+TEST_F(OptionReading, RowHighlightIsANumberComparedWithOne) {
     for (const char* text : {"1", "1.0", " 1 ", "1e0", "+1", "&H1"}) {
         EXPECT_TRUE(becomes("RowHighlight", text, &Options::RowHighlight)) << text;
     }
@@ -83,7 +83,7 @@ TEST_F(OptionsTest, RowHighlightIsANumberComparedWithOne) {
     }
 }
 
-TEST_F(OptionsTest, TwoSettingsAreBooleans) {
+TEST_F(OptionReading, TwoSettingsAreBooleans) {
     const std::pair<const char*, bool Options::*> settingsOfKind[] = {
         {"FileModifyNotice", &Options::FileModifyNotice}, {"CheckHexModeWhenOpen", &Options::CheckHexModeWhenOpen}};
     for (const auto& [key, member] : settingsOfKind) {
@@ -96,7 +96,7 @@ TEST_F(OptionsTest, TwoSettingsAreBooleans) {
     }
 }
 
-TEST_F(OptionsTest, FontAndColourAreTaken) {
+TEST_F(OptionReading, FontAndColourAreTaken) {
     put("FontName", "Größe Mono");
     put("FontSize", "14");
     put("RowHighlightColor", "255");
@@ -106,7 +106,7 @@ TEST_F(OptionsTest, FontAndColourAreTaken) {
     EXPECT_EQ(options.RowHighlightColor, 255);
 }
 
-TEST_F(OptionsTest, InTheFirstGroupATextWithoutMeaningLeavesItsOwnVariableAlone) {
+TEST_F(OptionReading, InTheFirstGroupATextWithoutMeaningLeavesItsOwnVariableAlone) {
     put("FontSize", "large");
     put("FileModifyNotice", "perhaps");
     put("CheckHexModeWhenOpen", "never");
@@ -120,7 +120,7 @@ TEST_F(OptionsTest, InTheFirstGroupATextWithoutMeaningLeavesItsOwnVariableAlone)
     EXPECT_FALSE(options.ContinueSearch);
 }
 
-TEST_F(OptionsTest, AFontSizeOutOfRangeKeepsTheDefault) {
+TEST_F(OptionReading, AFontSizeOutOfRangeKeepsTheDefault) {
     for (const char* text : {"32768", "-32769", "1e9", "0", "0.4", "-1"}) {
         put("FontSize", text);
         loadFirstOptions(settings, options);
@@ -128,7 +128,7 @@ TEST_F(OptionsTest, AFontSizeOutOfRangeKeepsTheDefault) {
     }
 }
 
-TEST_F(OptionsTest, InTheSecondGroupATextWithoutMeaningEndsTheReading) {
+TEST_F(OptionReading, InTheSecondGroupATextWithoutMeaningEndsTheReading) {
     put("UseFileIcon", "1");
     put("RowHighlightColor", "blue");
     put("RowHighlight", "0");
@@ -138,7 +138,7 @@ TEST_F(OptionsTest, InTheSecondGroupATextWithoutMeaningEndsTheReading) {
     EXPECT_TRUE(options.RowHighlight) << "it comes behind";
 }
 
-TEST_F(OptionsTest, ARowHighlightWithoutMeaningKeepsItsDefaultAndTheColourIsTaken) {
+TEST_F(OptionReading, ARowHighlightWithoutMeaningKeepsItsDefaultAndTheColourIsTaken) {
     put("RowHighlightColor", "16384");
     put("RowHighlight", "yes");
     LoadOptions(settings, options);
@@ -146,7 +146,7 @@ TEST_F(OptionsTest, ARowHighlightWithoutMeaningKeepsItsDefaultAndTheColourIsTake
     EXPECT_TRUE(options.RowHighlight);
 }
 
-TEST_F(OptionsTest, EachGroupReadsItsOwnKeysOnly) {
+TEST_F(OptionReading, EachGroupReadsItsOwnKeysOnly) {
     put("ContinueSearch", "0");
     put("ShowFullPath", "0");
     loadFirstOptions(settings, options);

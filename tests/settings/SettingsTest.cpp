@@ -10,7 +10,7 @@
 
 namespace {
 
-class SettingsTest : public testing::Test {
+class StoredSettings : public testing::Test {
  protected:
     QString stored(const char* section, const QString& key) {
         const QString path = u"Software/Quillmark"_qs + QLatin1String(section);
@@ -35,7 +35,7 @@ class SettingsTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(SettingsTest, EveryKeyGoesToItsSection) {
+TEST_F(StoredSettings, EveryKeyGoesToItsSection) {
     for (const char* key : {"LoadLastFiles", "DocumentWorkingFolder", "StartNewDocument", "ShowFullPath", "UseFileIcon",
                             "LoadLastFolder", "LastFolderName", "ContextMenu", "RowHighlight", "RowHighlightColor",
                             "FileModifyNotice", "CheckHexModeWhenOpen", "ClearRedoAfterSave", "XPSkin"}) {
@@ -54,21 +54,21 @@ TEST_F(SettingsTest, EveryKeyGoesToItsSection) {
     EXPECT_EQ(Settings::table().size(), 14U + 3U + 4U + 20U);
 }
 
-TEST_F(SettingsTest, AnyOtherKeyGoesToTheProgramsOwn) {
+TEST_F(StoredSettings, AnyOtherKeyGoesToTheProgramsOwn) {
     for (const char* key : {"Display", "Desc", "0Display", "11Display", "01Display", "1display", "loadlastfiles",
                             "FONTNAME", "fontname", "path", "register_handle", "ToolbarCase ", ""}) {
         EXPECT_EQ(sectionOf(QLatin1String(key)), QString()) << key;
     }
 }
 
-TEST_F(SettingsTest, AReadGivesWhatIsStoredOrElseTheCallersText) {
+TEST_F(StoredSettings, AReadGivesWhatIsStoredOrElseTheCallersText) {
     EXPECT_EQ(read("ShowFullPath", "fallback"), u"fallback"_qs);
     EXPECT_EQ(settings.PropertyValue(u"ShowFullPath"_qs, u"0"_qs, true), QString());
     EXPECT_EQ(read("ShowFullPath", "fallback"), u"0"_qs);
     EXPECT_EQ(stored("/general", u"ShowFullPath"_qs), u"0"_qs);
 }
 
-TEST_F(SettingsTest, AnEmptyStoredTextReadsAsTheDefault) {
+TEST_F(StoredSettings, AnEmptyStoredTextReadsAsTheDefault) {
     for (const char* key : {"LastFolderName", "FontName"}) {
         settings.PropertyValue(QLatin1String(key), u"x"_qs, true);
         settings.PropertyValue(QLatin1String(key), QString(), true);
@@ -79,19 +79,19 @@ TEST_F(SettingsTest, AnEmptyStoredTextReadsAsTheDefault) {
     EXPECT_EQ(names, QStringList{u"FontName"_qs}) << "it is stored, and empty";
 }
 
-TEST_F(SettingsTest, AValueOfAnotherTypeReadsAsTheDefault) {
+TEST_F(StoredSettings, AValueOfAnotherTypeReadsAsTheDefault) {
     SetRegDword(store, HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"ShowFullPath"_qs, 0);
     EXPECT_EQ(read("ShowFullPath", "1"), u"1"_qs);
 }
 
-TEST_F(SettingsTest, EverySettingIsAString) {
+TEST_F(StoredSettings, EverySettingIsAString) {
     settings.write(u"RowHighlightColor"_qs, u"255"_qs);
     RegistryValue value;
     store.readValue(HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"RowHighlightColor"_qs, value);
     EXPECT_EQ(value.type, RegistryType::String);
 }
 
-TEST_F(SettingsTest, DefaultsAreThoseOfTheTable) {
+TEST_F(StoredSettings, DefaultsAreThoseOfTheTable) {
     const std::pair<const char*, const char*> defaults[] = {
         {"LoadLastFiles", "0"},
         {"DocumentWorkingFolder", "1"},
@@ -125,7 +125,7 @@ TEST_F(SettingsTest, DefaultsAreThoseOfTheTable) {
     }
 }
 
-TEST_F(SettingsTest, WhatIsStoredIsTheSameForFrameAndDialog) {
+TEST_F(StoredSettings, WhatIsStoredIsTheSameForFrameAndDialog) {
     for (const char* key : {"LoadLastFiles", "ToolbarWholeWord"}) {
         for (const char* text : {"0", "1"}) {
             settings.write(QLatin1String(key), QLatin1String(text));
@@ -135,7 +135,7 @@ TEST_F(SettingsTest, WhatIsStoredIsTheSameForFrameAndDialog) {
     }
 }
 
-TEST_F(SettingsTest, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
+TEST_F(StoredSettings, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
     EXPECT_TRUE(settings.StartNewDocument());
     EXPECT_FALSE(settings.LoadLastFiles());
     const std::pair<const char*, bool> cases[] = {
@@ -148,7 +148,7 @@ TEST_F(SettingsTest, TheTwoQuestionsOfTheStartAreOnByTheTextOneAlone) {
     }
 }
 
-TEST_F(SettingsTest, ReadingEverythingWritesNothing) {
+TEST_F(StoredSettings, ReadingEverythingWritesNothing) {
     const QTemporaryDir home;
     SqliteRegistry file(home.filePath(u"quillmark/registry.db"_qs));
     Settings onFile(file);

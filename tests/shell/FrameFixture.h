@@ -37,7 +37,7 @@
 #include <memory>
 #include <stdexcept>
 
-/// The side panel as a list of what it was told.
+/// A side panel that records the calls to it.
 class NotedExplorer : public PanelLink {
  public:
     QStringList calls;
@@ -59,7 +59,7 @@ class NotedExplorer : public PanelLink {
     void setDefaultSysIcon(bool on) override { calls << u"setDefaultSysIcon %1"_qs.arg(on); }
 };
 
-/// The rooms to come as a list of the calls that matter in their order.
+/// Rooms to come that record the calls whose order matters.
 class NotedRooms : public RoomsToCome {
  public:
     QStringList calls;
@@ -67,7 +67,7 @@ class NotedRooms : public RoomsToCome {
     bool fails = false;  ///< a call of one of these throws, once it is noted
     struct Panel {
         bool visible = false;
-        bool stuck = false;  ///< a toggle leaves it as it is
+        bool stuck = false;  ///< a toggle has no effect
         void toggle() { visible = visible != !stuck; }
     };
     Panel explorer;
@@ -120,7 +120,7 @@ class FrameFixture : public testing::Test {
         Settings(m_registry).write(QString::fromLatin1(key), QString::fromLatin1(value));
     }
 
-    /// Gives macro `n` the hot key Ctrl and a letter, as a store had it at the last end.
+    /// Assigns the hot key Ctrl and a letter to macro `n`, as stored by an earlier run.
     void bindMacro(int n, char16_t letter) {
         HotKeys keys(GlobalObject::defaultHotKeys());
         keys.load(m_registry);
@@ -146,7 +146,7 @@ class FrameFixture : public testing::Test {
     const QList<frmDocument*>& documents() { return house().children.documents(); }
     frmDocument* active() { return house().children.active(); }
     TextControl& control() { return active()->GetEditor()->control(); }
-    /// The same as a widget, for those that need not know the control.
+    /// The same as a widget, for code that need not include the control.
     QWidget& textWidget() { return *active()->GetEditor()->focusProxy(); }
     QString text() { return active()->GetEditor()->Text(); }
     void select(qint64 anchor, qint64 caret);

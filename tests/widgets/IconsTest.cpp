@@ -33,7 +33,7 @@ TEST(Icons, AreFaintWhereTheyCannotBeChosen) {
 
 namespace {
 
-/// The least contrast with the ground of what is drawn in full.
+/// The minimum contrast between an enabled picture and the background.
 double faintestOn(const QColor& ground, const QImage& image) {
     double faintest = 21;
     for (int y = 0; y < image.height(); ++y) {
@@ -45,7 +45,7 @@ double faintestOn(const QColor& ground, const QImage& image) {
     return faintest;
 }
 
-/// Gives the application a window colour as long as it lives.
+/// Sets the application's window colour while it exists.
 class WindowColour {
  public:
     explicit WindowColour(const QColor& colour) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The picture of the first entry, as it stands in the menu.
+/// The picture of the first entry as it is painted in the menu.
 QImage pictureIn(QMenu& menu) {
     const QRect entry = menu.actionGeometry(menu.actions().first());
     return menu.grab(QRect(entry.x(), entry.y(), entry.height(), entry.height())).toImage();

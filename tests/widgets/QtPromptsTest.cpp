@@ -19,7 +19,7 @@
 
 namespace {
 
-/// Runs the action on the box or dialog once it stands.
+/// Runs the action on the box or dialog once it is shown.
 template <typename Box>
 void whenShown(std::function<void(Box&)> action) {
     QTimer::singleShot(0, qApp, [action = std::move(action)] {

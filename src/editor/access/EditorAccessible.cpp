@@ -39,7 +39,7 @@ void EditorAccessible::textAboutToChange(TextControl& control, qint64 at, qint64
         QAccessible::updateAccessibility(&event);
         return;
     }
-    // What comes in is read when it stands in the text.
+    // An inserted text is read once it is in the control.
     QMetaObject::invokeMethod(
         &control,
         [&control, at, length, position] {
@@ -85,7 +85,7 @@ QAccessible::State EditorAccessible::state() const {
     return state;
 }
 
-/// The value of the object is its text; a large one is left to the text interface, which is asked for parts of it.
+/// The value of the object is its text; for a large one, clients use the text interface, which reads parts of it.
 QString EditorAccessible::text(QAccessible::Text kind) const {
     constexpr qint64 ValueLimit = 64 * 1024;
     if (kind != QAccessible::Value)
@@ -133,7 +133,7 @@ int EditorAccessible::characterCount() const {
     return static_cast<int>(control().map().positionOf(control().heldText().length()));
 }
 
-/// The unit of text that holds a byte. A line is a line as it is laid out, so that a huge one is not handed over whole.
+/// The unit of text that contains a byte. A line is a line of the layout, so that a huge one is not returned whole.
 EditorAccessible::Bytes EditorAccessible::unitAround(qint64 byte, QAccessible::TextBoundaryType type) const {
     const qint64 length = control().heldText().length();
     if (type == QAccessible::NoBoundary)

@@ -4,17 +4,17 @@
 
 class TextControl;
 
-/// What a screen reader gets of the editing control: its text, caret and selection. The library's own object counts
-/// characters from the start of the text at every key and paint; this one asks the control's map. Offsets are positions
-/// in UTF-16 units. Owned by Qt's cache of accessible objects.
+/// The editing control for screen readers: its text, caret and selection. The library's own object counts characters
+/// from the start of the text at every key and paint; this one uses the control's map. Offsets are positions in UTF-16
+/// units. Owned by Qt's cache of accessible objects.
 class EditorAccessible : public QAccessibleWidget,
                          public QAccessibleTextInterface,
                          public QAccessibleEditableTextInterface {
  public:
     explicit EditorAccessible(TextControl* control);
 
-    /// Lets a new control have this object, and notifies screen readers of its edits and selections from now on. Does
-    /// no work while none listens. The first call puts the factory before the library's, which exists by then.
+    /// Registers this class for a new control, and notifies screen readers of its edits and selections from now on.
+    /// Does no work while none listens. The first call installs the factory before the library's, which exists by then.
     static void follow(TextControl& control);
 
     void* interface_cast(QAccessible::InterfaceType type) override;

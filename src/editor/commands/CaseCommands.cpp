@@ -15,7 +15,8 @@ QString textOf(const EditView& view, Span span) {
     return QString::fromUtf8(view.bytes(span.from, span.to));
 }
 
-/// Puts the changed form in place and gives its length in bytes. A text that has that form already is left alone.
+/// Inserts the changed form in place of the text and returns its length in bytes. A text that has that form already is
+/// left unchanged.
 qint64 putForm(EditView& view, Span span, TextCase::Change change) {
     const QString before = textOf(view, span);
     const QString after = change(before);

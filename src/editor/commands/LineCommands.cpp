@@ -29,7 +29,7 @@ QByteArray indentation(const EditView& view) {
     return tabs ? QByteArray("\t") : QByteArray(levelWidth(view), ' ');
 }
 
-/// How many bytes at the front of a line, of which no more than one step is given, make one step of indentation.
+/// The number of bytes at the front of a line that make one step of indentation. `front` is at most one step long.
 qint64 indentedBytes(std::string_view front) {
     const std::size_t blanks = std::min(front.find_first_not_of(' '), front.size());
     const bool tab = blanks < front.size() && front[blanks] == '\t';

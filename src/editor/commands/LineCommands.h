@@ -22,14 +22,14 @@ void selectLines(EditView& view);
 void selectParagraph(EditView& view);
 void selectWord(EditView& view);
 
-/// Puts a tab, or a tab's width of blanks as it is set, in front of each selected line; of several lines the empty
+/// Inserts a tab, or a tab's width of blanks as set, at the start of each selected line; with several lines the empty
 /// ones stay empty.
 void indent(EditView& view);
-/// Takes up to a tab's width of blanks from the front of each selected line.
+/// Removes up to a tab's width of blanks from the start of each selected line.
 void unindent(EditView& view);
 
-/// Sorts the selected lines and leaves them selected. With nothing selected there is nothing to sort: a file is not
-/// turned over by a slip of the mouse.
+/// Sorts the selected lines and leaves them selected. Without a selection nothing is sorted, so that a file is not
+/// reordered by accident.
 void sort(EditView& view, LineSort::Order order);
 
 }  // namespace LineCommands

@@ -48,7 +48,7 @@ void MacroPlayer::playOnce(const QList<MacroStep>& steps) {
     }
 }
 
-/// Where a level of indentation ends by what is typed, each character is typed by itself, as when it was recorded.
+/// When typed text ends a level of indentation, each character is typed separately, as when it was recorded.
 void MacroPlayer::playText(const QString& text) {
     ControlTyping& typing = m_control->typing();
     const LanguageDefinition* language = typing.AutoIndent() ? m_control->colouring().language() : nullptr;
@@ -61,8 +61,8 @@ void MacroPlayer::playText(const QString& text) {
     }
 }
 
-/// False when the step failed and left everything as it was. A step that plays another macro runs the event loop, and
-/// the control may be destroyed behind it: then it is the player that ends.
+/// False when the step failed and left everything unchanged. A step that plays another macro runs the event loop, and
+/// the control may be destroyed by it: then the player ends.
 bool MacroPlayer::playStep(const MacroStep& step) {
     EditState& state = m_control->state();
     state.failed = false;

@@ -13,8 +13,8 @@ class TextControl;
 class ControlGlobals;
 class InputStop;
 
-/// One play of a macro on a control, with the macros that it plays in its turn. It yields as soon as it takes long;
-/// from then on keys and mouse do nothing but for Escape, which stops it. The control may be gone when play() returns.
+/// One play of a macro on a control, with the macros that it plays. It yields as soon as it takes long; from then on
+/// keys and mouse have no effect except for Escape, which stops it. The control may be destroyed when play() returns.
 class MacroPlayer {
  public:
     /// Both outlive this object, except a control that is destroyed while it yields.
@@ -23,17 +23,17 @@ class MacroPlayer {
     MacroPlayer(const MacroPlayer&) = delete;
     MacroPlayer& operator=(const MacroPlayer&) = delete;
 
-    /// Plays macro `n`, from 1, so many times. It ends early when a command has nothing to do, a search that finds
-    /// nothing for instance, and when a macro comes to be played within itself.
+    /// Plays macro `n`, from 1, `times` times. It ends early when a command has nothing to do, for instance a search
+    /// that finds nothing, and when a macro plays itself, directly or through others.
     void play(int n, int times);
 
-    /// For a step that takes long by itself: yields, and says whether the step is to go on.
+    /// For a step that takes long by itself: yields, and returns whether the step should continue.
     bool goesOn();
 
     bool controlLives() const { return !m_control.isNull(); }
-    /// What is worth a look at the status bar; empty: nothing.
+    /// A notice for the status bar; empty: none.
     const QString& remark() const { return m_remark; }
-    /// What must not be overlooked; empty: nothing.
+    /// A warning that the user must see; empty: none.
     const QString& warning() const { return m_warning; }
 
  private:

@@ -4,8 +4,8 @@
 
 class TextControl;
 
-/// Searches for the user without a window: what they look for stays marked in the text. The control may be destroyed
-/// when they return.
+/// Searches by command, without a window: the matches stay marked in the text. The control may be destroyed when they
+/// return.
 namespace SearchCommands {
 
 enum class Direction { Forwards, Backwards };

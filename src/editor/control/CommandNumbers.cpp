@@ -126,7 +126,7 @@ constexpr Info Infos[] = {
     {Sci::SCI_PAGEDOWNRECTEXTEND, Kind::Keyed, QT_TRANSLATE_NOOP("CommandNumbers", "Rectangle page down")},
     {Sci::SCI_VCHOMERECTEXTEND, Kind::Keyed, QT_TRANSLATE_NOOP("CommandNumbers", "Rectangle to start of line")},
     {Sci::SCI_LINEENDRECTEXTEND, Kind::Keyed, QT_TRANSLATE_NOOP("CommandNumbers", "Rectangle to end of line")},
-    // What is shown
+    // Display
     {Sci::SCI_LINESCROLLUP, Kind::Keyed, QT_TRANSLATE_NOOP("CommandNumbers", "Scroll up")},
     {Sci::SCI_LINESCROLLDOWN, Kind::Keyed, QT_TRANSLATE_NOOP("CommandNumbers", "Scroll down")},
     {Sci::SCI_ZOOMIN, Kind::Zooms, QT_TRANSLATE_NOOP("CommandNumbers", "Zoom in")},

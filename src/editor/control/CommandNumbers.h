@@ -4,9 +4,9 @@
 
 #include <span>
 
-/// The commands of the control by number: what each is called, and what it means for locking, repeating and recording.
-/// The numbers are public: stored hot keys and macros hold them, and so does whoever controls the program from outside.
-/// A number of four digits is the Scintilla message that carries the command out.
+/// The commands of the control by number: their captions, and how they are treated by locking, repeating and recording.
+/// The numbers are public: stored hot keys and macros contain them, and programs that control this one from outside use
+/// them. A number of four digits is the Scintilla message that carries the command out.
 namespace Command {
 
 enum Number : int {
@@ -94,7 +94,7 @@ struct Info {
 std::span<const Info> all();
 /// Null for an unknown number.
 const Info* infoOf(int number);
-/// Whether a macro can contain the command: it asks nobody and records nothing.
+/// Whether a macro can contain the command: it opens no window and records nothing.
 bool canBePlayed(const Info& info, const QString& argument);
 /// The translated caption; empty for an unknown number.
 QString captionOf(int number);

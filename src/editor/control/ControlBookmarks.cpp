@@ -12,8 +12,8 @@ constexpr qint64 BookmarkMask = 1 << Markers::Bookmark;
 
 }  // namespace
 
-/// The pieces of a line, as held lines from the first to before the last. Asked one by one: Scintilla's own search for
-/// the next mark runs to the end of the text.
+/// The pieces of a line, as held lines from the first to before the last. They are examined one by one: Scintilla's own
+/// search for the next mark runs to the end of the text.
 ControlBookmarks::Pieces ControlBookmarks::piecesOf(qint64 line) const {
     const qint64 first = m_view.heldText().lineOf(m_view.map().lineBegin(line));
     if (m_view.map().joints().empty())
@@ -33,7 +33,7 @@ bool ControlBookmarks::BookmarkAt(qint64 line) const {
     return false;
 }
 
-/// Lines that were joined may carry marks at pieces behind the first too; those are removed with it.
+/// Lines that were joined may also have marks at pieces after the first; those are removed with it.
 void ControlBookmarks::setBookmarkAt(qint64 line, bool bookmarked) {
     if (line < 0 || line >= m_view.TotalLines() || BookmarkAt(line) == bookmarked)
         return;

@@ -5,7 +5,7 @@
 class EditView;
 
 /// Bookmarks of a control, one a line; a line held in pieces is one line. Lines count from 0. Has no state of its own:
-/// Scintilla keeps the marks, at the first piece of each line. Owned by the control, or made where it is needed.
+/// Scintilla keeps the marks, at the first piece of each line. Owned by the control, or created where it is needed.
 class ControlBookmarks {
  public:
     /// The view outlives this object.

@@ -19,7 +19,7 @@ void ControlBraces::setBraceMatching(bool on) {
     follow();
 }
 
-/// The brace in front of the caret has precedence over the one behind it.
+/// The brace before the caret has precedence over the one after it.
 void ControlBraces::follow() {
     if (!m_on)
         return show({});
@@ -33,7 +33,8 @@ void ControlBraces::follow() {
     show(match);
 }
 
-/// Braces of the language; where it is known what they belong to, of the same class, and none in comments and strings.
+/// Braces of the language; where their token classes are known, both of the same class, and none in comments and
+/// strings.
 BraceScan::Match ControlBraces::matchAt(qint64 place) const {
     if (m_view.colouring().isProse(place))
         return {};
@@ -75,8 +76,6 @@ void ControlBraces::replace(Mark& shown, const Mark& mark) {
     const Mark before = std::exchange(shown, mark);
     if (before == mark)
         return;
-    for (const qint64 line : {before.line, mark.line}) {
-        if (line >= 0)
-            m_view.redrawLines(line, line);
-    }
+    m_view.redrawLines(before.line, before.line);
+    m_view.redrawLines(mark.line, mark.line);
 }

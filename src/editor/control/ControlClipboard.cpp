@@ -31,7 +31,7 @@ QMimeData* ControlClipboard::selectedText(const QByteArray& text, bool dragged) 
     return mime.release();
 }
 
-/// The text of all ranges in the order in which they stand there, each on a line of its own.
+/// The text of all ranges in the order of the text, each on a line of its own.
 QString ControlClipboard::textOfRanges() const {
     std::vector<std::pair<qint64, qint64>> ranges;
     for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range) {

@@ -43,7 +43,7 @@ SystemError ControlFile::OpenFileAs(const QString& path, int flagWord) {
     std::optional<TextFormat> format;
     if ((flagWord & ~SaveFlags::ClearHistory) != SaveFlags::AsLoaded)
         format = formatOfSave(flagWord, m_format);
-    // The document is made through an invisible view: the one that makes it loses what it knew of its own document.
+    // The document is created through an invisible view: the view that creates one loses the state of its own document.
     QsciScintillaBase host;
     LoadedText loaded = TextLoader::load(path, format, host);
     if (loaded.error)
@@ -64,7 +64,7 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     m_view.state().forcedLock = m_view.map().joints().kind() == JointKind::Listed;
     m_view.state().typing = false;
     m_view.state().changed = false;
-    m_view.state().grouped = false;  // the group was one of the text before
+    m_view.state().grouped = false;  // the group belonged to the previous text
     ++m_view.state().changes;
     applyDocumentState(eolModeOf(loaded.firstLineEnd));
     m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);

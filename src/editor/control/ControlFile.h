@@ -13,7 +13,7 @@ class EditView;
 struct LoadedText;
 
 /// Loads files into a control and saves its text; its line ends and encoding. Owned by the control. An error leaves
-/// text and undo history as they were.
+/// text and undo history unchanged.
 class ControlFile {
  public:
     /// All four outlive this object.
@@ -25,14 +25,14 @@ class ControlFile {
     SystemError OpenFileAs(const QString& path, int flagWord);
     /// Writes the text in place under a flag word. On failure the text stays changed.
     SystemError SaveFile(const QString& path, int flagWord);
-    /// Loads the file anew by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
+    /// Loads the file again by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
     bool canReopen() const;
     SystemError reopenAs(int flagWord);
 
     /// The line end that typed and pasted ones become, as SC_EOL_.
     int lineEndMode() const;
-    /// Makes all line ends this one. It cannot be undone, and not be done to a text with lines held in pieces: what a
-    /// joint is depends on the line ends that a text has.
+    /// Converts all line ends to this one. It cannot be undone, and is refused for a text with lines held in pieces:
+    /// what a joint is depends on the line ends of the text.
     bool canConvertLineEnds() const;
     void convertLineEnds(int mode);
 

@@ -28,7 +28,7 @@ bool ControlLineNumbers::areTexts() const {
     return !m_view.map().joints().empty() || m_start != 1;
 }
 
-/// Numbers that are texts stand at each line's first piece.
+/// Numbers that are texts are at each line's first piece.
 void ControlLineNumbers::follow() {
     const qint64 lines = m_shown ? m_view.TotalLines() : 0;
     const qint64 type = areTexts() ? Sci::SC_MARGIN_RTEXT : Sci::SC_MARGIN_NUMBER;

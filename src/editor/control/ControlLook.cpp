@@ -20,7 +20,7 @@ using Contrast::blended;
 namespace {
 
 constexpr QColor BadBrace(176, 0, 0);
-/// Where the desktop states the size of its fonts in pixels.
+/// For desktops that state the size of their fonts in pixels.
 constexpr int DefaultPoints = 10;
 
 }  // namespace
@@ -46,7 +46,7 @@ void ControlLook::setUpMargins() {
     }
     m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Bookmarks, Sci::SC_MARGIN_COLOUR);
     m_view.send(Sci::SCI_SETMARGINMASKN, Margins::Bookmarks, 1 << Markers::Bookmark);
-    // A click there means the bookmark and not the line's text.
+    // A click there toggles the bookmark and does not select the line's text.
     m_view.send(Sci::SCI_SETMARGINSENSITIVEN, Margins::Bookmarks, 1);
     showBookmarkSign();
     m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Numbers, Sci::SC_MARGIN_NUMBER);

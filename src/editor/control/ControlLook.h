@@ -15,8 +15,8 @@ class EditView;
 class TokenTheme;
 struct LanguageDefinition;
 
-/// What a control looks like: font, colours, language, the left margin, and what is shown besides the text. Owned by
-/// the control. Line numbers and braces have classes of their own.
+/// The look of a control: font, colours, language, the left margin, and what is shown besides the text. Owned by the
+/// control. Line numbers and braces have classes of their own.
 class ControlLook {
  public:
     /// All four outlive this object.
@@ -41,7 +41,7 @@ class ControlLook {
     bool WordWrap() const;
     void setWordWrap(bool on);
 
-    /// Elements that have a colour of their own; an invalid one stands for the desktop's.
+    /// Elements that have a colour of their own; an invalid one means the desktop's.
     enum Element { BackgroundElement = 0, LeftMarginElement = 1, RowHighlightElement = 2 };
     QColor elementColour(Element element) const { return m_elements[element]; }
     void setElementColour(Element element, const QColor& colour);
@@ -51,7 +51,7 @@ class ControlLook {
     /// turned into its like where the ground is dark; any other is shown as it is.
     enum class HighlightColour { AsItIs, Adapts };
     void setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind = HighlightColour::AsItIs);
-    /// Pictures for the left margin: the first stands at bookmarks in place of their sign. None: the sign.
+    /// Pictures for the left margin: the first is shown at bookmarks instead of their sign. None: the sign.
     QList<QPixmap> hImageList() const { return m_images; }
     void setHImageList(const QList<QPixmap>& images);
 
@@ -64,7 +64,7 @@ class ControlLook {
 
     /// To be called when the palette has changed.
     void applyColours();
-    /// To be called behind an edit and a load: errors are shown or not as lines are held in pieces or no longer are.
+    /// To be called after an edit and a load: whether errors are shown depends on whether lines are held in pieces.
     void followPieces();
 
  private:

@@ -51,7 +51,7 @@ MacroRecorder* ControlMacros::recording() const {
     return &m_globals->recorder();
 }
 
-/// A command that had nothing to do, and did nothing else either.
+/// A command that had nothing to do, and had no other effect.
 bool ControlMacros::failedIdly() const {
     return m_view.state().failed && !m_view.state().changed && m_view.selection() == m_view.state().reported;
 }
@@ -80,7 +80,7 @@ void ControlMacros::noteTyped(const QString& text, int times) {
 void ControlMacros::noteSteps(MacroRecorder& recorder, const MacroStep& step, int times) {
     if (times > 1)
         recorder.add({MacroStep::Kind::Command, Command::SetRepeatCount, QString::number(times)});
-    // At several carets a text that is typed as a whole may come out otherwise than piece by piece.
+    // With several carets, text typed as a whole may have another result than the same text typed in parts.
     recorder.add(step, m_selection.isStream());
 }
 
@@ -89,7 +89,7 @@ void ControlMacros::noteSearch(int command) {
     noteCommand(command, {}, 1);
 }
 
-/// What the search uses, as far as the steps do not have it set so already.
+/// Notes text and flags of the search, unless the steps have set them already.
 void ControlMacros::noteSearchState(MacroRecorder& recorder, int command) const {
     const auto note = [&recorder](int number, const QString& argument = {}) {
         recorder.addSetting({MacroStep::Kind::Command, number, argument});

@@ -10,8 +10,8 @@ class QKeyEvent;
 struct MacroStep;
 struct SearchState;
 
-/// Hot keys of a control, and what it notes for the recording of a macro. Without globals there are neither, and keys
-/// are those of EditorKeys. Owned by the control. Macros are played by MacroCommands.
+/// Hot keys of a control, and its notes for the recording of a macro. Without globals there are neither, and keys are
+/// those of EditorKeys. Owned by the control. Macros are played by MacroCommands.
 class ControlMacros {
  public:
     /// All three outlive this object.
@@ -22,16 +22,16 @@ class ControlMacros {
     /// The globals outlive the control.
     void setGlobals(ControlGlobals& globals) { m_globals = &globals; }
 
-    /// Whether the key is used up: it is a part of a hot key, or one of the keys that no other command can have.
+    /// Whether the key is used up: it is part of a hot key, or a key to which no other command can be assigned.
     bool takeHotKey(const QKeyEvent& key);
-    /// Whether a hot key begun before waits for this key. A key that it does not wait for ends it.
+    /// Whether a hot key waits for this key as its second stroke. Any other key cancels it.
     bool isAwaited(const QKeyEvent& key);
     void leaveHotKey();
 
     /// The recording that follows this control; null: none does.
     MacroRecorder* recording() const;
-    /// Notes a command that was carried out, unless it failed without effect. Called before the outermost scope of what
-    /// was done closes; parts of something larger are not noted.
+    /// Notes a command that was carried out, unless it failed without effect. Called before the outermost scope of the
+    /// action closes; parts of a larger action are not noted.
     void noteCommand(int number, const QString& argument, int times);
     void noteTyped(const QString& text, int times);
     /// Notes a search that was carried out, as a command that uses the present text and flags.

@@ -22,10 +22,10 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
-/// By this the library recognises a press that begins a rectangle here; the user presses Alt, or Ctrl and Alt where the
-/// desktop takes Alt for itself.
+/// The modifier by which the library recognises a press that begins a rectangle; the user presses Alt, or Ctrl and Alt
+/// where the desktop uses Alt itself.
 constexpr Qt::KeyboardModifiers RectangleModifier = Qt::ControlModifier;
-/// Pixels from the left edge in which a click means the bookmark of a line.
+/// A click within so many pixels of the left edge toggles the bookmark of a line.
 constexpr int BookmarkClickFrom = 6;
 constexpr int BookmarkClickTo = Margins::BookmarksWidth;
 
@@ -37,7 +37,7 @@ bool bringsFiles(const QDropEvent& event) {
 
 }  // namespace
 
-/// Whether a place of the control lies left of the text.
+/// Whether a point of the control is left of the text.
 bool ControlMouse::isInMargin(int x) const {
     qint64 width = 0;
     for (int margin = 0; margin < Margins::Count; ++margin)
@@ -140,7 +140,7 @@ void ControlMouse::turnWheel(QWheelEvent& event) {
         m_view.send(Sci::SCI_ZOOMOUT);
 }
 
-/// The mouse asks for the menu when its button is released; this is the menu key.
+/// With the mouse the menu is requested when its button is released; this is the menu key.
 void ControlMouse::openMenu(QContextMenuEvent& event) {
     event.accept();
     if (event.reason() == QContextMenuEvent::Mouse)

@@ -12,7 +12,7 @@ class QDropEvent;
 class QMouseEvent;
 class QWheelEvent;
 
-/// What the mouse does in a control: selecting, dragging and dropping texts and files, zooming, margin clicks and the
+/// Handles the mouse in a control: selecting, dragging and dropping texts and files, zooming, margin clicks and the
 /// menu. Owned by the control, which passes its events on. A drag, and a dropped file, run the event loop.
 class ControlMouse {
  public:

@@ -17,7 +17,7 @@
 
 using Sci = QsciScintillaBase;
 
-/// What a replacement begins with: the pattern, or null when it was reported why there is none.
+/// The pattern for a replacement, or null when the error was reported.
 std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
     auto pattern = m_search.notedPattern();
     if (pattern && !m_view.Locked())
@@ -26,7 +26,7 @@ std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
     return nullptr;
 }
 
-/// Puts the replacement in place of the scan's match and selects it.
+/// Replaces the scan's match and selects the new text.
 void ControlReplace::replaceMatch(const MatchScan& scan) {
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
                                   [this](const QString& text) { return m_view.heldForm(text); });

@@ -10,8 +10,8 @@ class ControlSelection;
 class EditView;
 struct Replacements;
 
-/// Replaces what is found in a control, by the text and flags of its search. Each function is one undo step. Owned by
-/// the control; as for re-entrancy see ControlSearch.
+/// Replaces matches in a control, by the text and flags of its search. Each function is one undo step. Owned by the
+/// control; for re-entrancy see ControlSearch.
 class ControlReplace {
  public:
     /// All four outlive this object.

@@ -113,7 +113,7 @@ SearchOutcome ControlSearch::find(bool backwards, Wrap wrap) {
     return backwards ? findBackward(*pattern, wrap) : findOnward(*pattern, wrap);
 }
 
-/// Null where there is none; searchError() says why.
+/// Null when there is none; searchError() returns the reason.
 std::shared_ptr<const SearchPattern> ControlSearch::patternToFind() {
     auto pattern = searchPattern();
     m_search.error = m_search.pattern->error();
@@ -161,7 +161,7 @@ SearchOutcome ControlSearch::findBackward(const SearchPattern& pattern, Wrap wra
     return findLast(lastMatchBefore, pattern, nothingSelected && !isEmptyMatchTaken({from, from}), wrap);
 }
 
-/// The last match in front of the selection, by one rule or the other, else the last of the text.
+/// The last match before the selection, by one rule or the other, else the last of the text.
 template <typename Rule>
 SearchOutcome ControlSearch::findLast(Rule lastMatch, const SearchPattern& pattern, bool alsoHere, Wrap wrap) {
     const QPointer<EditView> alive(&m_view);
@@ -169,7 +169,7 @@ SearchOutcome ControlSearch::findLast(Rule lastMatch, const SearchPattern& patte
     const HeldText& text = m_view.heldText();
     const TextMap& map = m_view.map();
     const qint64 from = m_view.send(Sci::SCI_GETSELECTIONSTART);
-    // What may match across line ends may begin in front of where the search began.
+    // A match across line ends may begin before the start of the search.
     const qint64 lowest = mayCrossLines() ? 0 : from;
     auto found = lastMatch(pattern, text, map, from, alsoHere, error, watchOfSearch(), 0);
     const bool wrapped = !found && !error && wrap == Wrap::Around;

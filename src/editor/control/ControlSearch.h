@@ -13,14 +13,14 @@
 class ControlMacros;
 class EditView;
 
-/// Searches the text of a control. Text and flags stay until they are set anew. A search begins at the selection and
+/// Searches the text of a control. Text and flags stay until they are set again. A search begins at the selection and
 /// selects its match. Owned by the control.
 ///
-/// Re-entrancy: the watch of a search may run the event loop, and the control be destroyed then; the search ends by
+/// Re-entrancy: the watch of a search may run the event loop, and the control may be destroyed then; the search ends by
 /// itself when the text was changed meanwhile.
 class ControlSearch {
  public:
-    /// What a search does at an end of the text: continue from the other end, up to where it began, or end there.
+    /// At an end of the text a search continues from the other end, up to where it began, or ends there.
     enum class Wrap { Around, Stop };
 
     /// All three outlive this object.
@@ -36,36 +36,37 @@ class ControlSearch {
     QString replacementText() const { return m_search.replacement; }
     void setReplacementText(const QString& text) { m_search.replacement = text; }
 
-    /// Asked every 20 ms while a search goes on; false stops it. The argument says whether the search has taken so long
-    /// that a Notice says so.
+    /// Called every 20 ms during a search; false stops it. The argument is whether the search has taken so long that a
+    /// Notice is shown.
     void setSearchWatch(std::function<bool(bool takesLong)> goesOn) { m_watch = std::move(goesOn); }
 
     SearchOutcome findNext(Wrap wrap = Wrap::Around);
     SearchOutcome findPrevious(Wrap wrap = Wrap::Around);
-    /// The same for a text that is still being typed, which does not enter the history. Backwards it finds the last
-    /// match that begins in front of the selection, or where that begins if `alsoHere`, wherever it ends: what is typed
-    /// next makes it longer.
+    /// The same for a text that is still being typed, which is not added to the history. Backwards it finds the last
+    /// match that begins before the selection, or at its start if `alsoHere`, wherever the match ends, because further
+    /// typing makes it longer.
     SearchOutcome findTyped(bool backwards, bool alsoHere = false);
     /// Why the last search failed, beyond that there was nothing to find.
     const SearchError& searchError() const { return m_search.error; }
-    /// Visits all matches from the start of the text on, until `take` returns false. The last one is selected then, or
-    /// the caret stands at the start. `take` may run the event loop: the text cannot be edited meanwhile, and the visit
-    /// ends when another one was loaded or the control destroyed. Returns the number of matches.
+    /// Visits all matches from the start of the text, until `take` returns false. The last one is selected then;
+    /// without one the caret is at the start. `take` may run the event loop: the text cannot be edited meanwhile, and
+    /// the visit ends when another one was loaded or the control destroyed. Returns the number of matches.
     qint64 findAll(const std::function<bool(const MatchPlace&)>& take);
     /// How many matches there are, in the whole text or within a range of held bytes. The selection stays as it is.
     qint64 countMatches();
     qint64 countMatches(const TextMatch& range);
-    /// Whether what is selected was found by a search, and not selected by the user.
+    /// Whether the selection was made by a search, and not by the user.
     bool isMatchSelected() const;
 
     // For what is built on a search (ControlReplace, MatchHighlight)
     /// The pattern of text and flags; null when there is none or it is no valid expression.
     std::shared_ptr<const SearchPattern> searchPattern();
-    /// The pattern of a search that begins: its text enters the history, and searchError() says why there is none.
+    /// The pattern for a new search: its text is added to the history; when there is none, searchError() returns the
+    /// reason.
     std::shared_ptr<const SearchPattern> notedPattern();
-    /// The next match behind the selection. With an error, the control may have been destroyed.
+    /// The next match after the selection. With an error, the control may have been destroyed.
     OnwardMatch matchOnward(const SearchPattern& pattern, Wrap wrap);
-    /// The watch of one scan. While a macro is played it is the player that is asked.
+    /// The watch of one scan. While a macro is played, it calls the player.
     MatchScan::Watch watchOfSearch();
     void selectMatch(const TextMatch& match);
     bool isEmptyMatchTaken(const TextMatch& match) const;

@@ -66,8 +66,8 @@ bool ControlSelection::isStream() const {
     return m_view.send(Sci::SCI_GETSELECTIONS) == 1 && m_view.send(Sci::SCI_SELECTIONISRECTANGLE) == 0;
 }
 
-/// Scintilla cuts a rectangle anew whenever it measures its styles, in the midst of an edit too, and then uses places
-/// that no longer exist.
+/// Scintilla cuts a rectangle again whenever it measures its styles, during an edit too, and then uses offsets that no
+/// longer exist.
 void ControlSelection::loosenRectangle() {
     if (!m_view.Locked() && m_view.send(Sci::SCI_SELECTIONISRECTANGLE) != 0)
         SelectedRanges(m_view).select(m_view);

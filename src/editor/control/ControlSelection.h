@@ -7,8 +7,8 @@
 class EditView;
 class KeptView;
 
-/// What is selected in a control. Lines and columns from 0, positions in UTF-16 units; what speaks of bytes, in held
-/// bytes. Owned by the control.
+/// The selection of a control. Lines and columns from 0, positions in UTF-16 units; functions with bytes in their names
+/// use held bytes. Owned by the control.
 class ControlSelection {
  public:
     /// The view outlives this object.
@@ -39,12 +39,12 @@ class ControlSelection {
     bool isStream() const;
     /// Called before each edit: from there on the lines of a rectangle are ranges like any other.
     void loosenRectangle();
-    /// The same for what is inserted as a whole: it begins at the topmost of the lines.
+    /// The same for a text inserted as a whole: it begins at the topmost of the lines.
     void loosenAtTop();
-    /// Called behind an edit of lines that a rectangle crosses.
+    /// Called after an edit of lines that a rectangle crosses.
     void cutRectangleAnew();
 
-    /// Called behind and before a step up or down, which keeps to the column of the last step sideways.
+    /// Called after and before a step up or down, which keeps to the column of the last step sideways.
     void knowColumn();
     void chooseColumn();
 
@@ -56,5 +56,5 @@ class ControlSelection {
     };
 
     EditView& m_view;
-    Place m_columnKnownAt;  ///< where the caret stood when Scintilla last knew the column that it keeps to
+    Place m_columnKnownAt;  ///< the caret when Scintilla last knew the column that it keeps to
 };

@@ -24,7 +24,7 @@ namespace {
 constexpr qint64 TypingPause = 2000;
 /// Typed texts of more units than this are inserted as a whole.
 constexpr qsizetype TypedAtOnce = 64;
-/// Bytes on each side of the caret that an input method is given.
+/// Bytes on each side of the caret that are passed to an input method.
 constexpr qint64 SurroundingBytes = 1024;
 
 }  // namespace
@@ -84,10 +84,10 @@ void ControlTyping::breakLine() {
         first = std::min(first, m_view.send(Sci::SCI_GETSELECTIONNSTART, range));
     ScrolledPage page(m_view);
     m_view.runAcrossJoints(Sci::SCI_NEWLINE);
-    page.setChanged(m_view.heldText().lineOf(first), m_view.heldText().lineCount() - 1);
+    page.setChanged(m_view.heldText().lineOf(first), m_view.heldText().lineCount());
 }
 
-/// What the new line of each caret begins with. What stands behind the caret moves down with its own blanks.
+/// The start of the new line at each caret. The text after the caret moves down with its own blanks.
 std::vector<QByteArray> ControlTyping::frontsOfNewLines() const {
     std::vector<QByteArray> fronts;
     for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range)
@@ -127,7 +127,7 @@ void ControlTyping::takeInputMethod(QInputMethodEvent& event) {
     m_macros.noteTyped(committed, times);
 }
 
-/// Only the neighbourhood of the caret: the library's own answer is the whole paragraph, which may be the whole text.
+/// Only the text near the caret: the library itself would return the whole paragraph, which may be the whole text.
 QVariant ControlTyping::answer(Qt::InputMethodQuery query) const {
     const qint64 caret = m_view.selection().caret;
     const auto before = [&] {
@@ -169,8 +169,8 @@ void ControlTyping::setBlanksForTabs(bool on) {
     applyTabs();
 }
 
-/// The language says what a level is, unless the text is indented by tabs or blanks already, or blanks are wanted in
-/// any case.
+/// The language decides what a level is, unless the text is indented by tabs or blanks already, or blanks are set for
+/// all texts.
 void ControlTyping::applyTabs() {
     const LanguageDefinition* language = m_view.colouring().language();
     bool tabs = !m_blanksForTabs;

@@ -12,7 +12,7 @@ class ControlSelection;
 class EditView;
 class QInputMethodEvent;
 
-/// What is typed into a control, by keys and input methods, and how far Tab and Enter indent. Owned by the control.
+/// Handles typed text, from keys and input methods, and how far Tab and Enter indent. Owned by the control.
 class ControlTyping {
  public:
     /// All three outlive this object.
@@ -25,10 +25,10 @@ class ControlTyping {
     /// Carries out SCI_TAB or SCI_BACKTAB.
     void tabKey(int message);
     void takeInputMethod(QInputMethodEvent& event);
-    /// What an input method asks about the neighbourhood of the caret; invalid: it is left to the library.
+    /// Answers an input method's query about the text near the caret; invalid: it is left to the library.
     QVariant answer(Qt::InputMethodQuery query) const;
-    /// The undo step that this command, as a Scintilla message, belongs to: deletions that follow each other are one,
-    /// all else is one by one.
+    /// The undo step to which this command, a Scintilla message, belongs: consecutive deletions are one step, any other
+    /// command is a step by itself.
     void beginCommand(int message);
 
     /// Whether a new line begins with the blanks of the one above.

@@ -5,7 +5,7 @@
 #include <QPointer>
 
 /// One call, key or click from outside. When the outermost scope closes, long lines are cut again and the control
-/// emits what came of it: first Change, then SelChange, once each. A grouped scope makes one undo step of all edits in
+/// reports the changes: first Change, then SelChange, once each. A grouped scope makes one undo step of all edits in
 /// it. The control may be destroyed within.
 class EditScope {
  public:

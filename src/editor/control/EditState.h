@@ -12,8 +12,8 @@ struct ByteSelection {
     bool operator==(const ByteSelection&) const = default;
 };
 
-/// What is under way in a control, shared by its parts. EditScope opens and closes it; a plain value that EditView
-/// owns. Offsets are bytes of the held text.
+/// The state of the action that a control carries out, shared by its parts. EditScope opens and closes it; a plain
+/// value that EditView owns. Offsets are bytes of the held text.
 struct EditState {
     // The scope that is open, see EditScope
     int scopes = 0;        ///< open within each other
@@ -21,21 +21,21 @@ struct EditState {
     bool changed = false;  ///< the text was edited in it
     qint64 touchedFrom = 0;
     qint64 touchedTo = 0;
-    bool scrollDue = false;  ///< the caret is brought into view when it closes
+    bool scrollDue = false;  ///< the caret is scrolled into view when it closes
     bool failed = false;     ///< its command had nothing to do
     ByteSelection reported;  ///< the selection that SelChange has reported last
 
     // Recording
-    bool noted = false;  ///< what the scope did is a step of the recording
+    bool noted = false;  ///< the scope was recorded as a step
     int unrecorded = 0;  ///< how many objects of Unrecorded exist
 
-    quint64 changes = 0;  ///< edits and loads since the control was made
-    bool typing = false;  ///< what is typed next belongs to the undo step of what was typed last
+    quint64 changes = 0;  ///< edits and loads since the control was created
+    bool typing = false;  ///< the next typed text belongs to the undo step of the last one
     bool locked = false;
-    bool forcedLock = false;  ///< the text can only be looked at
+    bool forcedLock = false;  ///< the text is read-only, whatever the user sets
     int repeatCount = 1;      ///< of the next command, key or typed text
-    /// Set while a macro is played: runs the event loop, and returns whether playing continues. Asked by what takes
-    /// long.
+    /// Set while a macro is played: runs the event loop, and returns whether playing continues. Called by operations
+    /// that take long.
     std::function<bool()> playGoesOn;
 
     bool isPlaying() const { return playGoesOn != nullptr; }

@@ -1,6 +1,5 @@
 #include "editor/control/EditView.h"
 
-#include "editor/control/PageUpdate.h"
 #include "editor/held/Colouring.h"
 #include "text/codec/Utf8Text.h"
 
@@ -9,7 +8,6 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
-#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -34,7 +32,7 @@ void EditView::setUpScintilla() {
     // the text.
     send(SCI_SETMODEVENTMASK, SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE);
     send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
-    // No further than is shown: each key would have all that follows cut again.
+    // No further than is shown: otherwise each key would have all following text styled again.
     send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
     send(SCI_SETBUFFEREDDRAW, 0);
     send(SCI_SETSCROLLWIDTH, 1);
@@ -153,8 +151,8 @@ void EditView::setSelectionBytes(qint64 anchor, qint64 caret) {
     send(SCI_SETSEL, anchor, caret);
 }
 
-/// Not brought into view at once: to know where a place of a line too long is on the screen, all of that line would be
-/// laid out, and it is about to be cut.
+/// Not scrolled into view at once: to find a place of a line that is too long on the screen, Scintilla would lay out
+/// all of that line, which is about to be cut.
 void EditView::placeCaret(qint64 byte) {
     send(SCI_CLEARSELECTIONS);
     send(SCI_SETSELECTION, byte, byte);
@@ -258,24 +256,19 @@ void EditView::Redraw() {
     viewport()->update();
 }
 
+/// A line that was deleted needs no painting: all below a line that comes or goes is painted anyway.
 void EditView::redrawLines(qint64 first, qint64 last) {
-    const qint64 top = send(SCI_GETFIRSTVISIBLELINE);
-    const qint64 behind = send(SCI_VISIBLEFROMDOCLINE, last) + send(SCI_WRAPCOUNT, last);
-    const qint64 from = std::max<qint64>(send(SCI_VISIBLEFROMDOCLINE, first) - top, 0);
-    const qint64 rows = std::min(behind - top, send(SCI_LINESONSCREEN) + 1) - from;
-    const qint64 height = send(SCI_TEXTHEIGHT);
-    if (rows > 0)
-        viewport()->update(0, static_cast<int>(from * height), viewport()->width(), static_cast<int>(rows * height));
-}
-
-/// Called when the scroll bar has moved, before the library is notified, which would paint the whole page. When the
-/// library itself scrolls, it has done so before it moves the bar.
-void EditView::scrollContentsBy(int, int) {
-    const qint64 wanted = verticalScrollBar()->value();
-    if (wanted == send(SCI_GETFIRSTVISIBLELINE))
+    const qint64 lines = m_text.lineCount();
+    if (first < 0 || first >= lines)
         return;
-    const ScrolledPage page(*this);
-    send(SCI_SETFIRSTVISIBLELINE, wanted);
+    const qint64 top = send(SCI_GETFIRSTVISIBLELINE);
+    const qint64 from = std::max<qint64>(send(SCI_VISIBLEFROMDOCLINE, first) - top, 0);
+    qint64 to = send(SCI_LINESONSCREEN) + 1;
+    if (last < lines)
+        to = std::min(to, send(SCI_VISIBLEFROMDOCLINE, last) + send(SCI_WRAPCOUNT, last) - top);
+    const qint64 height = send(SCI_TEXTHEIGHT);
+    viewport()->update(
+        QRect(0, static_cast<int>(from * height), viewport()->width(), static_cast<int>((to - from) * height)));
 }
 
 // Locked, undo, and the bar below the text

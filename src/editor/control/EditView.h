@@ -17,8 +17,8 @@ class Colouring;
 class ControlProfile;
 class QMimeData;
 
-/// The Scintilla widget with the text it holds: what the parts of a control (ControlSearch, ControlTyping, ...) work
-/// on. TextControl is the whole and the only class that derives from this one.
+/// The Scintilla widget with the text it holds: the parts of a control (ControlSearch, ControlTyping, ...) work on it.
+/// TextControl is the complete control and the only class that derives from this one.
 ///
 /// Text is UTF-8 here and offsets are bytes of the held text, joints included; the map converts them into lines and
 /// positions without joints.
@@ -30,14 +30,14 @@ class EditView : public QsciScintillaBase {
 
     // Scintilla
     qint64 send(unsigned message, qint64 first = 0, qint64 second = 0) const;
-    /// Replaces bytes of the held text, NUL bytes allowed; the selection is where Scintilla leaves it. Returns how many
-    /// bytes stand there now.
+    /// Replaces bytes of the held text, NUL bytes allowed; the selection is where Scintilla leaves it. Returns the
+    /// length of the new text in bytes.
     qint64 replaceBytes(qint64 from, qint64 to, const QByteArray& utf8);
     /// Carries out a Scintilla command across joints. No undo step, no signal: see TextControl::runCommand().
     void runAcrossJoints(int message) { m_jointed.run(message); }
     /// The library's own handling of an input event, as if it were of this type.
     void passToLibrary(QEvent::Type type, QEvent& event);
-    /// Whether what is dropped or pasted was copied from a rectangle.
+    /// Whether the dropped or pasted text was copied from a rectangle.
     bool isRectangular(const QMimeData& mime) const;
 
     // The text
@@ -51,13 +51,13 @@ class EditView : public QsciScintillaBase {
     /// The text between two bytes as UTF-8, without joints; the second in runs that are valid until the next change.
     QByteArray bytes(qint64 from, qint64 to) const;
     std::vector<std::string_view> plainRuns(qint64 from, qint64 to) const;
-    /// The bytes by which a text is entered as it is. In a text with joints its line ends become the text's own, so
-    /// that none is taken for a joint.
+    /// The bytes by which a text is inserted. Normally the text's own; in a text with joints its line ends become those
+    /// of the text, so that none is taken for a joint.
     QByteArray heldForm(const QString& text) const;
     QByteArray withOwnLineEnds(const QString& text) const;
     /// Whether so many bytes more at the caret make its line too long to be held in one piece.
     bool wouldOutgrow(qint64 bytes) const;
-    /// Counts edits and loads: a place in the text is good as long as this stays the same.
+    /// Counts edits and loads: a place in the text is valid as long as this stays the same.
     quint64 changeCount() const { return m_state.changes; }
     bool Locked() const { return m_state.locked || m_state.forcedLock; }
     /// Ignored with false while the text can only be looked at (see ControlFile::limitations()).
@@ -68,18 +68,18 @@ class EditView : public QsciScintillaBase {
     // The selection in bytes; ControlSelection has the rest
     ByteSelection selection() const;
     void setSelectionBytes(qint64 anchor, qint64 caret);
-    /// For the caret behind an edit, which is brought into view when the edit is over.
+    /// For the caret after an edit, which is scrolled into view when the edit has ended.
     void placeCaret(qint64 byte);
     void replaceSelection(const QByteArray& utf8);
     void GotoTextLine(qint64 line);
 
-    // What is under way
+    // The action in progress
     EditState& state() { return m_state; }
     const EditState& state() const { return m_state; }
     /// Called by EditScope.
     void openScope(bool grouped);
     void closeScope();
-    /// What is typed from here on is an undo step of its own.
+    /// The next typed text begins a new undo step.
     void breakUndo();
     /// Reports a command that had nothing to do, or a search that found nothing.
     void commandFailed();
@@ -87,9 +87,10 @@ class EditView : public QsciScintillaBase {
     /// See TextControl::ExecuteCmd().
     virtual void ExecuteCmd(int number, const QString& argument) = 0;
     void Redraw();
-    /// Paints those of the lines of the held text again that can be seen.
+    /// Paints those of the lines of the held text again that exist and can be seen; with a last line behind the text
+    /// all that stands below too.
     void redrawLines(qint64 first, qint64 last);
-    /// A widget of the caller's that takes the lowest lines of the control while it is shown; null: none any more.
+    /// A widget of the caller's that occupies the lowest lines of the control while it is shown; null: none any more.
     void setBottomBar(QWidget* bar);
     /// Shows a text in the status bar (signal Notice) until the next key or the next call.
     void notice(const QString& text);
@@ -99,13 +100,13 @@ class EditView : public QsciScintillaBase {
     void Change();
     /// Anchor or caret moved.
     void SelChange();
-    /// Before an edit, in held bytes, while the map still describes the text as it was; changeCount() has counted the
+    /// Before an edit, in held bytes, while the map still describes the text before it; changeCount() has counted the
     /// edit already. For accessible objects, and for ranges and marks that move along.
     void aboutToChange(qint64 at, qint64 length, bool inserts);
-    /// The control is about to be destroyed but still whole: windows that use it are to delete themselves.
+    /// The control is about to be destroyed but still complete: windows that use it must delete themselves.
     void aboutToBeDestroyed();
     void MouseDown(Qt::MouseButton button, int x, int y);
-    /// The left button was pressed in the bookmark margin beside this line, or at its place when it is hidden. Follows
+    /// The left button was pressed in the bookmark margin beside this line, or in its place when it is hidden. Follows
     /// MouseDown.
     void bookmarkMarginClicked(qint64 line);
     /// The right button was released, or the menu key pressed, at this place of the control.
@@ -122,16 +123,15 @@ class EditView : public QsciScintillaBase {
     void CommandFailed();
     /// A text for the status bar; empty: none any more.
     void Notice(const QString& text);
-    /// The properties dialog changed what a profile holds.
+    /// The properties dialog changed settings that belong to a profile.
     void PropertiesChanged(const ControlProfile& before, const ControlProfile& after);
 
  protected:
     explicit EditView(QWidget* parent);
-    /// The outermost scope has closed, Change and SelChange are about to be emitted: what is shown beside the text is
-    /// brought up to date.
+    /// The outermost scope has closed, Change and SelChange are about to be emitted: everything shown beside the text
+    /// is updated.
     virtual void followEdits(bool changed, bool moved) = 0;
     void resizeEvent(QResizeEvent* event) override;
-    void scrollContentsBy(int dx, int dy) override;
 
  private:
     void setUpScintilla();

@@ -4,7 +4,7 @@
 
 class QKeyEvent;
 
-/// The keys that the commands of the control have from the start, those that are left to the menus aside, as one table.
+/// The default keys of the control's commands, as one table; keys that belong to the menus are not among them.
 namespace EditorKeys {
 
 struct Row {
@@ -15,7 +15,7 @@ struct Row {
 
 std::span<const Row> all();
 
-/// The command a key stands for, 0 for none.
+/// The command of a key, 0 for none.
 int commandFor(const QKeyEvent& key);
 
 /// Whether the key is held for another's sake, like Shift, and is no stroke by itself.

@@ -6,9 +6,9 @@
 
 class EditView;
 
-/// Keeps bookmarks with their lines while a command replaces text as a whole, or takes such a replacement back: the
-/// library gathers the marks of replaced lines on the first of them. Made before the edit and gone after it; where the
-/// number of lines came out another, the marks stay as the library has them.
+/// Keeps bookmarks with their lines while a command replaces text as a whole, or undoes such a replacement: the library
+/// moves the marks of replaced lines to the first of them. Created before the edit and destroyed after it; if the
+/// number of lines has changed, the marks stay where the library has put them.
 class KeptBookmarks {
  public:
     /// The control outlives this object.

@@ -6,8 +6,8 @@
 
 class EditView;
 
-/// Where a control stands: all that is selected in it, several ranges or a rectangle too, and what of the text is in
-/// sight. Good until the next edit or load; after that it gives nothing back.
+/// The selection of a control, several ranges or a rectangle too, and its scroll position, to restore them later. Valid
+/// until the next edit or load; after that it restores nothing.
 class KeptView {
  public:
     explicit KeptView(const EditView& view);
@@ -16,7 +16,7 @@ class KeptView {
     void giveBackTo(EditView& view) const;
 
  private:
-    /// One end of a range, in bytes, and how far behind the end of its line it lies.
+    /// One end of a range, in bytes, and how far after the end of its line it is.
     struct End {
         qint64 byte;
         qint64 beyond;

@@ -13,7 +13,7 @@ using ScintillaCalls::ask;
 
 namespace {
 
-/// Blanks at the start of a line that are looked at, in bytes.
+/// Blanks at the start of a line that are examined, in bytes.
 constexpr qint64 FrontLimit = 4096;
 /// Empty lines that are passed over on the way up.
 constexpr qint64 EmptyLines = 1000;
@@ -39,7 +39,7 @@ bool isBlankByte(const EditView& view, qint64 byte) {
     return c == ' ' || c == '\t';
 }
 
-/// The end of what stands in front of a byte in its line, blanks and comments aside.
+/// The end of the code before a byte in its line, without blanks and comments.
 qint64 codeEnd(const EditView& view, qint64 begin, qint64 byte) {
     const Colouring& colouring = view.colouring();
     colouring.completeNear(byte);
@@ -89,7 +89,7 @@ std::optional<QByteArray> frontByLineAbove(const EditView& view, qint64 begin) {
     return std::nullopt;
 }
 
-/// The caret, where it stands at the front's end, stays there.
+/// A caret at the end of the front stays at the end.
 void replaceFront(EditView& view, Span front, const QByteArray& wanted) {
     const bool follows = ScintillaCalls::caret(view) == front.to;
     ScintillaCalls::replace(view, front, wanted);

@@ -33,7 +33,7 @@ void MacroRecorder::end() {
     Q_EMIT changed();
 }
 
-/// Whether what is typed now is added to the text of the last step; one that was repeated stands alone.
+/// Whether the typed text is added to the text of the last step; a repeated step stays by itself.
 bool MacroRecorder::typingGoesOn() const {
     if (m_steps.isEmpty() || m_steps.last().kind != MacroStep::Kind::Text)
         return false;

@@ -20,7 +20,7 @@ class MacroRecorder : public QObject {
     bool follows(const EditView& view) const;
 
     void begin(EditView& view);
-    /// Ends the recording and returns what was recorded.
+    /// Ends the recording and returns its steps.
     QList<MacroStep> finish();
 
     const QList<MacroStep>& steps() const { return m_steps; }
@@ -28,10 +28,10 @@ class MacroRecorder : public QObject {
     void add(const MacroStep& step, bool mayGoOn = true);
     /// Adds a command that sets something for later ones, unless the steps have it set so already.
     void addSetting(const MacroStep& step);
-    /// Takes steps back that turned out to be none, until so many are left.
+    /// Removes the last steps, which turned out not to be steps, until `count` are left.
     void cutTo(qsizetype count);
 
-    /// Something happened in the control that no step stands for: the mouse, a command of the program, an undo.
+    /// Something happened in the control that no step can express: the mouse, a command of the program, an undo.
     void missed();
     int missedCount() const { return m_missed; }
 

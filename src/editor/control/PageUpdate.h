@@ -36,7 +36,7 @@ class ScrolledPage {
     ScrolledPage(const ScrolledPage&) = delete;
     ScrolledPage& operator=(const ScrolledPage&) = delete;
 
-    /// Lines of the held text as they are numbered after the call.
+    /// Lines of the held text as they are numbered after the call; with a last line behind the text all below as well.
     void setChanged(qint64 firstLine, qint64 lastLine);
 
  private:

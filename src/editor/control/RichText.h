@@ -11,8 +11,8 @@ namespace RichText {
 /// The text or the selection with its colours.
 QByteArray ofText(const TextControl& control);
 QByteArray ofSelection(const TextControl& control);
-/// Replace text or selection by the plain text of rich text. What is no rich text leaves the text as it is: false, and
-/// the control emits CommandFailed.
+/// Replace text or selection by the plain text of rich text. For anything else the text stays unchanged, false is
+/// returned, and the control emits CommandFailed.
 bool setText(TextControl& control, const QString& rtf);
 bool setSelection(TextControl& control, const QString& rtf);
 

@@ -14,7 +14,7 @@ inline qint64 caret(const EditView& view) {
     return view.selection().caret;
 }
 
-/// Without bringing the caret into view, which lays out all of a line that is about to be cut.
+/// Without scrolling the caret into view, which lays out all of a line that is about to be cut.
 inline void select(EditView& view, qint64 anchor, qint64 caret) {
     view.send(EditView::SCI_CLEARSELECTIONS);
     view.send(EditView::SCI_SETSELECTION, caret, anchor);

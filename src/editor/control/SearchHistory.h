@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
-/// Texts that were searched for or put in their place, newest first, each once. There are two for the whole program,
-/// shared by all controls.
+/// The texts last searched for, or last inserted as replacements, newest first, each once. There are two such lists for
+/// the whole program, shared by all controls.
 class SearchHistory {
  public:
     static constexpr qsizetype Most = 30;
@@ -11,7 +11,7 @@ class SearchHistory {
     static SearchHistory& ofFinds();
     static SearchHistory& ofReplacements();
 
-    /// Puts a text on top. Nothing is kept of an empty text or one with a line end in it.
+    /// Adds a text at the top. An empty text or one with a line end is not added.
     void add(const QString& text);
     QString newestOr(const QString& other) const { return m_entries.value(0, other); }
     const QStringList& entries() const { return m_entries; }

@@ -14,8 +14,7 @@ class SearchNotice {
     SearchNotice(const SearchNotice&) = delete;
     SearchNotice& operator=(const SearchNotice&) = delete;
 
-    /// Called again and again as long as the search goes on; true: it takes long, and
-    /// that is shown.
+    /// Called repeatedly during the search; true: it takes long, and that is shown.
     bool lookAtClock();
 
  private:

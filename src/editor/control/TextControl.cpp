@@ -18,6 +18,7 @@
 #include "editor/control/KeptBookmarks.h"
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/PageUpdate.h"
+#include "editor/held/Colouring.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
@@ -27,6 +28,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -38,7 +40,7 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
-/// Commands that are made of several edits.
+/// Commands that consist of several edits.
 constexpr auto Composed = std::to_array<int>({Sci::SCI_PASTE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_NEWLINE});
 /// Commands that delete or insert something wherever something is selected.
 constexpr auto Edits = std::to_array<int>({Sci::SCI_NEWLINE, Sci::SCI_TAB, Sci::SCI_BACKTAB, Sci::SCI_CLEAR,
@@ -61,7 +63,7 @@ SearchFlags with(SearchFlags flags, bool SearchFlags::*flag, bool on) {
     return flags;
 }
 
-/// One Scintilla message, by the part that has its own way of doing it.
+/// Carries out a Scintilla message by the part of the control that handles it itself.
 void carryOut(TextControl& control, int message) {
     switch (message) {
         case Sci::SCI_CUT:
@@ -113,6 +115,8 @@ void TextControl::followEdits(bool changed, bool moved) {
     if (changed) {
         m_lineNumbers->follow();
         m_look->followPieces();
+        // Painting a changed line colours no other, but the colours of the lines below may depend on it.
+        colouring().completePage();
     }
     if (changed || moved)
         m_braces->follow();
@@ -203,7 +207,7 @@ void TextControl::ExecuteCmd(int number, const QString& argument) {
         return;
     if (number >= Command::FirstMessage)
         return runCommand(number);
-    // A copy, which lives on when the control is destroyed within.
+    // A copy, which stays valid when the control is destroyed in the call.
     const CommandRunner run = m_runner;
     if (!run)
         return;
@@ -229,7 +233,7 @@ void TextControl::setRepeatCount(int times) {
 }
 
 void TextControl::runCommand(int message) {
-    // What has grown in pieces is cut again with it; undo and redo are no edits of their own.
+    // Pieces that have grown are cut again within the same edit; undo and redo are not edits.
     const bool takesBack = message == SCI_UNDO || message == SCI_REDO;
     const int count = state().takeRepeatCount();
     const int times = message == SCI_CANCEL ? std::min(count, 1) : count;
@@ -286,7 +290,7 @@ void TextControl::Redo() {
 
 // Events
 
-/// A key that a second stroke is waited for is kept from the menus.
+/// A key that may be the second stroke of a hot key is kept from the menus.
 bool TextControl::event(QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride || !m_macros->isAwaited(*static_cast<QKeyEvent*>(event)))
         return EditView::event(event);
@@ -375,6 +379,16 @@ void TextControl::mousePressEvent(QMouseEvent* event) {
 
 void TextControl::mouseReleaseEvent(QMouseEvent* event) {
     m_mouse->release(*event);
+}
+
+/// Called when the scroll bar has moved, before the library is notified, which would paint the whole page. When the
+/// library itself scrolls, it has done so before it moves the bar.
+void TextControl::scrollContentsBy(int, int) {
+    const qint64 wanted = verticalScrollBar()->value();
+    if (wanted == send(SCI_GETFIRSTVISIBLELINE))
+        return;
+    const ScrolledPage page(*this);
+    send(SCI_SETFIRSTVISIBLELINE, wanted);
 }
 
 void TextControl::wheelEvent(QWheelEvent* event) {

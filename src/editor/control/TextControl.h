@@ -20,13 +20,13 @@ class ControlSelection;
 class ControlTyping;
 
 /// The editing control: text with undo, selection, searches, files and signals (see EditView), over Scintilla. Owned by
-/// its parent widget. Made by makeEditor() (editor/Editor.h), which adds commands, windows and the accessible object.
+/// its parent widget. Created by makeEditor() (editor/Editor.h), which adds commands, windows and the accessible
+/// object.
 ///
-/// Units: lines and columns from 0; positions and lengths in UTF-16 units from the start of the text, a line end of
-/// CR LF counts two. Lines above a certain length are held in pieces; no position or text that leaves the public names
-/// contains the joints.
-/// Re-entrancy: searches and macros may run the event loop; the control may be destroyed then. While a macro is played
-/// nobody else can load into it or type.
+/// Units: lines and columns from 0; positions and lengths in UTF-16 units from the start of the text, a line end of CR
+/// LF counts two. Lines above a certain length are held in pieces; no position or text of the public functions contains
+/// the joints. Re-entrancy: searches and macros may run the event loop; the control may be destroyed then. While a
+/// macro is played no other code can load into it or type.
 class TextControl : public EditView {
     Q_OBJECT
     Q_PROPERTY(QString Text READ Text WRITE setText)
@@ -45,7 +45,7 @@ class TextControl : public EditView {
     explicit TextControl(QWidget* parent = nullptr);
     ~TextControl() override;
 
-    // What it is made of
+    // Its parts
     ControlSelection& selected() const { return *m_selection; }
     ControlBookmarks& bookmarks() const { return *m_bookmarks; }
     ControlMacros& macros() const { return *m_macros; }
@@ -59,7 +59,7 @@ class TextControl : public EditView {
     ControlLook& look() const { return *m_look; }
     ControlFile& file() const { return *m_file; }
 
-    // The text; what only reads it or appends to it stands in EditView
+    // The text; functions that only read or append are in EditView
     void setText(const QString& text);
     QString SelText() const;
     void setSelText(const QString& text);
@@ -121,6 +121,7 @@ class TextControl : public EditView {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:

@@ -7,7 +7,7 @@ class EditView;
 /// Stretches of a control's text that commands act on. Joints inside a long line never end one.
 namespace TextSpans {
 
-/// From the first to the last place that is selected, in whatever way.
+/// From the first to the last selected place, whatever the kind of selection.
 Span selection(const EditView& view);
 
 /// The word around the caret, or the one that begins or ends there; empty when there is none.

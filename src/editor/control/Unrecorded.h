@@ -5,7 +5,7 @@
 #include <QPointer>
 
 /// As long as this exists, a recording neither takes steps from the control's changes nor counts them as missed: they
-/// are noted in another way, or not worth it.
+/// are noted in another way, or do not matter.
 class Unrecorded {
  public:
     explicit Unrecorded(EditView& view) : m_view(&view) { ++view.state().unrecorded; }

@@ -8,10 +8,10 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
-/// Bytes between two matches that are put in anew rather than beginning another edit: that costs about as much, in time
-/// and in what is kept for undo.
+/// Bytes between two matches that are written again instead of beginning another edit: that costs about as much, in
+/// time and in memory for undo.
 constexpr qint64 MostBetween = 128;
-/// Bytes of an edit, so that little is held twice.
+/// Maximum bytes of an edit, so that little of the text is in memory twice.
 constexpr qint64 MostTogether = 256 * 1024;
 constexpr long AllMarks = -1;
 
@@ -54,8 +54,7 @@ bool BulkReplace::textHoldsCr() const {
     return found;
 }
 
-/// Where there are CR, an edit of line ends may halve a CR LF or make one of two line ends for a moment, and marks go
-/// with that.
+/// In a text with CR, an edit of line ends may split a CR LF or join two line ends for a moment, which deletes marks.
 bool BulkReplace::maySplitLineEnd(const Replacements::Edit& edit) const {
     if (!m_holdsCr)
         return false;
@@ -78,8 +77,8 @@ BulkReplace::Run BulkReplace::runThatEnds(std::size_t end) const {
     return {first, end};
 }
 
-/// A mark stays with its line through an edit that leaves alone the start of it and the line end in front, of which an
-/// edit may take the half.
+/// A mark stays with its line through an edit that does not touch the start of the line and the line end before it,
+/// half of which an edit may remove.
 qint64 BulkReplace::lastMarkUpTo(qint64 place) const {
     const auto behind = std::ranges::upper_bound(m_markedLines, place);
     return behind == m_markedLines.begin() ? -1 : *std::prev(behind);

@@ -9,7 +9,7 @@
 
 class QsciScintillaBase;
 
-/// Matches and what takes their place, in the order of the text.
+/// Matches and their replacements, in the order of the text.
 struct Replacements {
     struct Edit {
         TextMatch match;
@@ -20,14 +20,14 @@ struct Replacements {
     QByteArray texts;
 };
 
-/// Carries out many replacements in few edits: what lies near together is put in anew along with the little text
-/// between, where no mark of a line would suffer from it. The control's undo group is the caller's.
+/// Carries out many replacements in few edits: matches near each other are replaced along with the short text between
+/// them, where no mark of a line would be lost. The control's undo group is the caller's.
 class BulkReplace {
  public:
     /// All three outlive this object; the text is the view's.
     BulkReplace(QsciScintillaBase& view, const HeldText& text, const Replacements& wanted);
 
-    /// From the last to the first, so that no edit moves a match that is still to come.
+    /// From the last to the first, so that no edit moves a match that is not replaced yet.
     void apply();
 
  private:
@@ -47,7 +47,7 @@ class BulkReplace {
     QsciScintillaBase& m_view;
     const HeldText& m_text;
     const Replacements& m_wanted;
-    std::vector<qint64> m_markedLines;  ///< where they begin, in front of the edits made so far
-    bool m_holdsCr = false;             ///< the text between the matches, or what is put in
+    std::vector<qint64> m_markedLines;  ///< where they begin, before the edits made so far
+    bool m_holdsCr = false;             ///< the text between the matches, or the replacements
     QByteArray m_run;
 };

@@ -12,6 +12,9 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
+/// How far ahead colouring may be brought up to date at once, in bytes.
+constexpr qint64 Near = 64 * 1024;
+
 /// Styles that Scintilla keeps for its own parts.
 bool isOfTheView(int style) {
     return style >= Sci::STYLE_DEFAULT && style <= Sci::STYLE_LASTPREDEFINED;
@@ -47,7 +50,7 @@ void Colouring::setUpDocument(bool coloured) {
         ask(Sci::SCI_SETLEXER, Sci::SCLEX_CONTAINER);
     else
         tellLexer();
-    // What is there was cut by another language.
+    // The present styles are those of another language.
     ask(Sci::SCI_STARTSTYLING, 0);
 }
 
@@ -102,16 +105,26 @@ void Colouring::completeTo(qint64 byte) const {
     const qint64 known = ask(Sci::SCI_GETENDSTYLED);
     if (!m_coloured || known >= byte)
         return;
-    // Whole lines: a lexer does not see that a word ends where it is told to stop.
+    // Whole lines: a lexer does not notice that a word ends where its range ends.
     const qint64 behind = m_text.lineOf(byte) + 1;
     const qint64 end = behind < m_text.lineCount() ? m_text.lineStart(behind) : m_text.length();
     ask(Sci::SCI_COLOURISE, m_text.lineStart(m_text.lineOf(known)), end);
 }
 
 void Colouring::completeNear(qint64 byte) const {
-    constexpr qint64 Near = 64 * 1024;
     if (byte - ask(Sci::SCI_GETENDSTYLED) <= Near)
         completeTo(byte);
+}
+
+/// The message asks for something else; it colours on the way and, unlike SCI_COLOURISE, has only those lines painted
+/// whose colours change.
+void Colouring::completePage() const {
+    if (!m_coloured || m_language == nullptr)
+        return;
+    const qint64 behind = ask(Sci::SCI_GETFIRSTVISIBLELINE) + ask(Sci::SCI_LINESONSCREEN);
+    const qint64 last = std::min<qint64>(ask(Sci::SCI_DOCLINEFROMVISIBLE, behind), m_text.lineCount() - 1);
+    if (last > 0 && m_text.lineStart(last) - ask(Sci::SCI_GETENDSTYLED) <= Near)
+        ask(Sci::SCI_GETLASTCHILD, last - 1, Sci::SC_FOLDLEVELNUMBERMASK);
 }
 
 std::optional<TokenClass> Colouring::classAt(qint64 byte) const {

@@ -13,11 +13,12 @@
 class QsciScintillaBase;
 class TokenLooks;
 
-/// How the text of one control is cut into token classes: by a lexer of the library that is given the words and options
-/// of the language, or by the language's own rules whenever the control asks. Owned by the control. Bytes are offsets
-/// into the held text.
+/// Divides the text of one control into token classes: by a lexer of the library with the words and options of the
+/// language, or by the language's own rules whenever the control requests styles. Owned by the control. Bytes are
+/// offsets into the held text.
 ///
-/// Cutting goes on only as far as the window shows, and in the pauses between keys; what lies behind is not known yet.
+/// The text is divided only as far as the window shows it, and further while no key is pressed; the classes after that
+/// are not known yet.
 class Colouring {
  public:
     /// View and text outlive this object.
@@ -30,19 +31,21 @@ class Colouring {
     /// Opening and closing ones by turns; the usual ones without a language.
     std::string_view brackets() const;
 
-    /// To be called when the view shows another document, which knows of no language. `coloured` false: it can't hold
+    /// To be called when the view shows another document, which has no language yet. `coloured` false: it can't hold
     /// any styles, and stays plain.
     void setUpDocument(bool coloured);
-    /// Gives the styles their looks on the ground of the view, which has given all of them the same before. Cuts of a
-    /// text `inPieces` are wrong at the joints, so nothing is called an error there.
+    /// Sets the looks of the styles for the background of the view, which must have given all of them the same look
+    /// before. In a text held `inPieces` the classes at the joints are wrong, so nothing is shown as an error there.
     void setUpStyles(const TokenLooks& looks, const QColor& ground, bool inPieces) const;
 
-    /// Cuts the text up to this byte; to be called when the view asks for styles.
+    /// Finds the classes up to this byte; to be called when the view requests styles.
     void styleTo(qint64 byte);
-    /// Sees to it that the class of everything in front of this byte is known.
+    /// Ensures that the class of everything before this byte is known.
     void completeTo(qint64 byte) const;
-    /// The same, unless so much lies before it that it would be felt.
+    /// The same, unless so much text lies before it that the user would notice the delay.
     void completeNear(qint64 byte) const;
+    /// The same for what can be seen. Must not be called while the library paints.
+    void completePage() const;
     /// The class of a byte; nothing while it is not known, or without a language.
     std::optional<TokenClass> classAt(qint64 byte) const;
     /// Whether the byte is known to belong to a comment or a string.
@@ -58,5 +61,5 @@ class Colouring {
     const LanguageDefinition* m_language = nullptr;
     std::optional<RuleLexer> m_rules;  ///< of a language without a lexer of the library
     bool m_coloured = true;
-    std::vector<TokenClass> m_classes;  ///< of the line that is being cut
+    std::vector<TokenClass> m_classes;  ///< of the current line
 };

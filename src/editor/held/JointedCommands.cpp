@@ -8,7 +8,7 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
-/// Blanks at the start of a line that Home looks over, in bytes.
+/// Blanks at the start of a line that Home examines, in bytes.
 constexpr qint64 IndentLimit = 4096;
 
 }  // namespace
@@ -60,7 +60,7 @@ void JointedCommands::run(int message) {
     }
 }
 
-/// A step that has only crossed a joint has not moved in the text: it is taken once more.
+/// A step that has only crossed a joint has not moved in the text: it is repeated once.
 void JointedCommands::stepAcross(int message) {
     const qint64 from = caret();
     send(message);
@@ -68,7 +68,7 @@ void JointedCommands::stepAcross(int message) {
         send(message);
 }
 
-/// With nothing selected and a joint in the way, the deletion begins on the other side of it.
+/// Without a selection, and with a joint in the way, the deletion begins on the other side of it.
 void JointedCommands::deleteAcross(int message, qint64 jointAt, qint64 beyond) {
     if (caret() == anchor() && m_map.joints().isJoint(jointAt))
         m_view.SendScintilla(Sci::SCI_SETEMPTYSELECTION, static_cast<unsigned long>(beyond));
@@ -81,7 +81,7 @@ void JointedCommands::moveTo(qint64 byte, bool extend) {
     send(Sci::SCI_CHOOSECARETX);
 }
 
-/// The first character of the line that is no blank, or its start when the caret is there already.
+/// The first character of the line that is not a blank, or its start when the caret is there already.
 qint64 JointedCommands::smartHome() const {
     const qint64 begin = m_map.lineBeginOf(caret());
     const qint64 length = std::min(IndentLimit, m_map.lineEndOf(caret()) - begin);

@@ -4,11 +4,11 @@
 
 class QsciScintillaBase;
 
-/// Commands of the control that would show their user the joints of a long line, in a form that goes across them: steps
+/// Commands of the control at which the user would notice the joints of a long line, in a form that crosses them: steps
 /// of the caret and deletions.
 class JointedCommands {
  public:
-    /// All three belong to the control and outlive this object.
+    /// All three are owned by the control and outlive this object.
     JointedCommands(QsciScintillaBase& view, const HeldText& text, const TextMap& map)
         : m_view(view), m_text(text), m_map(map) {}
 

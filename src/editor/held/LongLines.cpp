@@ -21,7 +21,7 @@ bool LongLines::wouldOutgrow(qint64 at, qint64 bytes) const {
 
 void LongLines::keepShort(qint64 low, qint64 high) {
     removeIdleJoints(low - 1, high + 1);
-    // Whoever stands at the start of a line need look no further than the line that lies LongLine bytes ahead.
+    // From the start of a line it is enough to check the line that lies LongLine bytes ahead.
     for (qint64 at = m_text.lineStart(m_text.lineOf(std::min(low, m_text.length()))); at < m_text.length();) {
         const qint64 ahead = m_text.lineStart(m_text.lineOf(std::min(at + LongLine + 1, m_text.length())));
         if (ahead > at) {
@@ -54,7 +54,7 @@ void LongLines::removeIdleJoints(qint64 low, qint64 high) {
     }
 }
 
-/// A joint with no piece on one of its sides joins nothing, and could be taken for a part of the line end there.
+/// A joint without a piece on one of its sides is useless, and could be taken for a part of the line end there.
 bool LongLines::isIdle(qint64 joint) const {
     const bool atStart = joint == 0 || isLineEnd(m_text.range(joint - 1, 1));
     return atStart || joint + 1 >= m_text.length() || isLineEnd(m_text.range(joint + 1, 1));
@@ -73,7 +73,7 @@ void LongLines::cut(qint64 begin) {
     }
 }
 
-/// False when the text may be edited but has no byte left over to stand for a joint; its lines then stay long.
+/// False when the text may be edited but has no unused byte for joints; its lines then stay long.
 bool LongLines::chooseJoint() {
     if (m_map.joints().kind() != JointKind::None)
         return m_map.joints().kind() != JointKind::Listed;

@@ -5,11 +5,11 @@
 
 class QsciScintillaBase;
 
-/// Keeps the lines of an edited text short enough to lay out: cuts what has grown too long into pieces and takes away
-/// joints that have come to stand beside a line end. Works inside the undo group of the edit that made it necessary.
+/// Keeps the lines of an edited text short enough to lay out: cuts those that have grown too long into pieces and
+/// removes joints that are now beside a line end. Works inside the undo group of the edit that made it necessary.
 class LongLines {
  public:
-    /// All three belong to the control and outlive this object.
+    /// All three are owned by the control and outlive this object.
     LongLines(QsciScintillaBase& view, const HeldText& text, TextMap& map) : m_view(view), m_text(text), m_map(map) {}
 
     /// Whether an edit that adds `bytes` at `at` makes the line there too long.

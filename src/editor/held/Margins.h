@@ -12,7 +12,7 @@ inline constexpr int BookmarksWidth = 25;
 
 }  // namespace Margins
 
-/// Numbers of the marks that lines may bear.
+/// Numbers of the marks of lines.
 namespace Markers {
 
 inline constexpr int Bookmark = 1;

@@ -7,7 +7,7 @@ bool PartQueue::put(std::string_view part) {
         return false;
     std::string& place = m_parts[m_put % Places];
     lock.unlock();
-    place.assign(part);  // nobody else looks at a place between the two marks
+    place.assign(part);  // the other thread does not access a place between the two marks
     lock.lock();
     ++m_put;
     m_changed.notify_all();

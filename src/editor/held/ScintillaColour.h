@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-/// Colours as Scintilla takes them.
+/// Colours in the form of Scintilla.
 namespace ScintillaColour {
 
 /// Blue-green-red.

@@ -15,7 +15,7 @@ qint64 ScintillaText::gap() const {
 std::string_view ScintillaText::range(qint64 from, qint64 length) const {
     if (length <= 0)
         return {};
-    // Scintilla answers with an address in an integer.
+    // Scintilla returns an address as an integer.
     const auto address = static_cast<std::uintptr_t>(ask(QsciScintillaBase::SCI_GETRANGEPOINTER, from, length));
     return {reinterpret_cast<const char*>(address), static_cast<std::size_t>(length)};
 }

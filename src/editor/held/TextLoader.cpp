@@ -33,7 +33,7 @@ class NewDocument {
         int options = styled ? Sci::SC_DOCUMENTOPTION_DEFAULT : Sci::SC_DOCUMENTOPTION_STYLES_NONE;
         if (bytes > LargeDocument)
             options |= Sci::SC_DOCUMENTOPTION_TEXT_LARGE;
-        // Scintilla answers with an address in an integer.
+        // Scintilla returns an address as an integer.
         m_loader = reinterpret_cast<ILoader*>(static_cast<std::uintptr_t>(
             host.SendScintilla(Sci::SCI_CREATELOADER, static_cast<unsigned long>(bytes), static_cast<long>(options))));
     }
@@ -54,12 +54,12 @@ class NewDocument {
     ILoader* m_loader = nullptr;
 };
 
-/// One way through a file by one guess at its format: reads, decodes, cuts long lines, and gives out parts of the text.
+/// One pass over a file with one guess at its format: reads, decodes, cuts long lines, and passes on parts of the text.
 class Reading {
  public:
     Reading(FileReader& file, TextDecoder& decoder, char joint) : m_file(file), m_decoder(decoder), m_cutter(joint) {}
 
-    /// Stops early when `give` answers false, when reading fails, or when the guess was wrong.
+    /// Stops early when `give` returns false, when reading fails, or when the guess was wrong.
     void run(const Give& give);
 
     bool guessedRight() const { return m_guessedRight; }
@@ -76,7 +76,7 @@ class Reading {
     PieceCutter m_cutter;
     std::string m_raw = std::string(PartSize, '\0');
     std::string m_scratch;
-    std::string m_text;  ///< decoded and not yet given out
+    std::string m_text;  ///< decoded and not yet passed on
     QString m_firstLineEnd;
     bool m_guessedRight = true;
 };
@@ -122,13 +122,13 @@ void Reading::noteFirstLineEnd(std::string_view run) {
         m_firstLineEnd = run.substr(at, 2) == "\r\n" ? u"\r\n"_qs : QString(QLatin1Char(run[at]));
 }
 
-/// Room for the text of a file: what it takes in UTF-8, and its joints.
+/// Space for the text of a file: its length in UTF-8, and its joints.
 qint64 roomFor(qint64 fileSize, TextEncoding encoding) {
     const qint64 text = encoding == TextEncoding::Windows1252 ? fileSize + fileSize / 8 : fileSize;
     return text + text / (PieceLength / 2) + static_cast<qint64>(PartSize);
 }
 
-/// The one line end of a text with joints of this kind, or what was found where there are several.
+/// The one line end of a text with joints of this kind, or `found` where there are several.
 QString lineEndBesides(JointKind kind, const QString& found) {
     switch (kind) {
         case JointKind::AnyCr:
@@ -142,7 +142,7 @@ QString lineEndBesides(JointKind kind, const QString& found) {
     }
 }
 
-/// Reads in a second thread what is stored in this one.
+/// Reads in a second thread the text that is stored in this one.
 bool fillInTwoThreads(Reading& reading, NewDocument& document) {
     PartQueue queue;
     std::thread reader([&] {

@@ -12,10 +12,10 @@
 
 class QsciScintillaBase;
 
-/// A text read from a file into a Scintilla document of its own, and what was found out on the way.
+/// A text that was read from a file into a new Scintilla document, and what was detected while reading.
 struct LoadedText {
     SystemError error;         ///< set: there is no document
-    void* document = nullptr;  ///< a reference to it is the receiver's to release
+    void* document = nullptr;  ///< the receiver must release its reference to it
     TextFormat format;
     bool ascii = true;
     bool styled = true;  ///< false: too large to be coloured
@@ -31,8 +31,8 @@ inline constexpr qint64 ColouringLimit = 64LL * 1024 * 1024;
 /// Files of more bytes are refused with the description of EFBIG.
 inline constexpr qint64 SizeLimit = 2'147'483'647;
 
-/// Reads a file, by the given format or, without one, by what its bytes tell. `host` is any view; the document is made
-/// through it and does not appear in it.
+/// Reads a file, by the given format or, without one, by a format detected from its bytes. `host` is any view; the
+/// document is created through it and does not appear in it.
 LoadedText load(const QString& path, std::optional<TextFormat> format, QsciScintillaBase& host);
 
 }  // namespace TextLoader

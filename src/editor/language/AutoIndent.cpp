@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What is looked at of a text to learn how it is indented, in bytes.
+/// Bytes of a text that are examined to find out how it is indented.
 constexpr qint64 LookedAt = 64 * 1024;
 
 bool isBlank(char c) {
@@ -22,7 +22,7 @@ QByteArrayView withoutFront(QByteArrayView line) {
     return line.sliced(AutoIndent::frontOf(line).size());
 }
 
-/// Languages that tell cases apart write these marks in one of them.
+/// Case-sensitive languages write these marks in one case.
 bool isSame(QByteArrayView one, QByteArrayView other) {
     return one.compare(other, Qt::CaseInsensitive) == 0;
 }
@@ -88,7 +88,7 @@ bool endsByItself(QByteArrayView line) {
 std::optional<bool> indentedByTabs(const HeldText& text) {
     int tabs = 0;
     int blanks = 0;
-    int column = 0;  ///< of blanks at the front, -1 behind it
+    int column = 0;  ///< of blanks at the front, -1 after it
     text.forEachRun(0, std::min(text.length(), LookedAt), [&](std::string_view bytes) {
         for (const char c : bytes) {
             if (c == '\n' || c == '\r') {

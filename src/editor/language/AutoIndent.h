@@ -11,7 +11,7 @@ class HeldText;
 /// How the rules of a language indent lines. Plain functions over the text of a line, without its line end.
 namespace AutoIndent {
 
-/// How far a level goes and what it is made of.
+/// The width of a level and its characters.
 struct Unit {
     int width = 4;  ///< columns
     int tabWidth = 4;
@@ -25,7 +25,7 @@ QByteArrayView frontOf(QByteArrayView line);
 int columnsOf(QByteArrayView front, const Unit& unit);
 /// A front of so many columns.
 QByteArray frontOfColumns(int columns, const Unit& unit);
-/// The front of the next level. A front that has blanks or tabs goes on with the same.
+/// The front of the next level. A front that has blanks or tabs continues with the same.
 QByteArray oneLevelMore(QByteArrayView front, const Unit& unit);
 
 /// Whether the line ends so that the next one is indented further.
@@ -34,10 +34,11 @@ bool opensLevel(QByteArrayView line, const LanguageDefinition& language);
 bool closesLevel(QByteArrayView line, const LanguageDefinition& language);
 /// Whether the line begins with such a mark.
 bool beginsClosing(QByteArrayView line, const LanguageDefinition& language);
-/// Whether a mark is over as soon as it stands there; one that ends in a letter may still go on as another word.
+/// Whether a mark is complete as soon as it is typed; one that ends in a letter may become another word.
 bool endsByItself(QByteArrayView line);
 
-/// Whether the lines of a text are indented by tabs, by what its beginning shows; nothing when it shows neither.
+/// Whether the lines of a text are indented by tabs, judging by its beginning; nothing when tabs and blanks are equally
+/// frequent there.
 std::optional<bool> indentedByTabs(const HeldText& text);
 
 }  // namespace AutoIndent

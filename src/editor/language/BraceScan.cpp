@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A pair of braces, seen from one of them: it counts on at its own kind, and back at its partner.
+/// A pair of braces, seen from one of them: the count increases at its own kind, and decreases at its partner.
 struct Pair {
     char own = '\0';
     char partner = '\0';
@@ -31,7 +31,7 @@ std::vector<Run> runsOf(const HeldText& text, qint64 from, qint64 to) {
     return runs;
 }
 
-/// Counts braces on the way; the byte of the partner once the count comes back to nothing, else -1.
+/// Counts braces; returns the byte of the partner when the count is 0 again, else -1.
 class Counter {
  public:
     Counter(Pair pair, const std::function<bool(qint64)>& counts) : m_pair(pair), m_counts(counts) {}

@@ -19,7 +19,7 @@ struct LanguageMarks {
 /// A string of a language with rules of its own.
 struct LanguageString {
     LanguageMarks marks;
-    char escape = 0;  ///< takes the next character's meaning away; 0: there is none
+    char escape = 0;  ///< makes the next character a literal one; 0: there is none
     bool goesOverLines = false;
 };
 
@@ -29,10 +29,10 @@ struct LanguageRules {
     QByteArray wordCharacters;  ///< beside letters, digits and "_"
     QByteArray operators;
     QList<LanguageString> strings;
-    QList<std::pair<QByteArray, TokenClass>> prefixes;  ///< a word behind such a mark is of that class
+    QList<std::pair<QByteArray, TokenClass>> prefixes;  ///< a word after such a mark is of that class
 };
 
-/// What the program knows of a language: read from its file, registered once, never changed. All texts are UTF-8.
+/// The definition of a language: read from its file, registered once, never changed. All texts are UTF-8.
 struct LanguageDefinition {
     static constexpr int KeywordSets = 9;
     static constexpr int Styles = 256;
@@ -44,8 +44,8 @@ struct LanguageDefinition {
     QByteArrayList lineComments;
     QList<LanguageMarks> blockComments;
     QByteArray brackets;         ///< opening and closing ones by turns
-    QByteArrayList indentAfter;  ///< a line that ends so indents the next one
-    QByteArrayList unindentAt;   ///< a line that begins so goes back
+    QByteArrayList indentAfter;  ///< a line that ends with one indents the next one
+    QByteArrayList unindentAt;   ///< a line that begins with one is unindented
     int indentWidth = 4;
     bool indentsWithTabs = false;
     std::array<TokenClass, Styles> classOfStyle{};

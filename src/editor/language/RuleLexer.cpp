@@ -40,7 +40,7 @@ struct RuleLexer::Walk {
 
 RuleLexer::RuleLexer(const LanguageDefinition& language)
     : m_rules(language.rules), m_lineComments(language.lineComments), m_blockComments(language.blockComments) {
-    // Of two marks that begin alike the longer one is meant.
+    // Of two marks that begin alike the longer one matches.
     std::stable_sort(
         m_rules.strings.begin(), m_rules.strings.end(),
         [](const LanguageString& a, const LanguageString& b) { return a.marks.open.size() > b.marks.open.size(); });

@@ -8,17 +8,17 @@
 #include <array>
 #include <span>
 
-/// Colours the text of a language that has rules of its own, line by line. Made from a definition, which it does not
-/// need afterwards. All texts are UTF-8; bytes of any kind do no harm.
+/// Colours the text of a language that has rules of its own, line by line. Created from a definition, which it does not
+/// need afterwards. All texts are UTF-8; invalid bytes do no harm.
 class RuleLexer {
  public:
-    /// What a line leaves open for the next: 0 nothing, n > 0 the n-th string, n < 0 the n-th block comment.
+    /// The construct that a line leaves open for the next: 0 none, n > 0 the n-th string, n < 0 the n-th block comment.
     using State = int;
 
     explicit RuleLexer(const LanguageDefinition& language);
 
-    /// Gives every byte of the line its class and answers what stays open at its end. `classes` is as long as the line;
-    /// the line end may belong to it.
+    /// Sets the class of every byte of the line and returns the state at its end. `classes` is as long as the line; the
+    /// line may include its line end.
     State line(QByteArrayView text, State open, std::span<TokenClass> classes) const;
 
  private:

@@ -6,7 +6,7 @@
 #include <optional>
 #include <span>
 
-/// What a piece of a text is, whatever its language: each gets its colour.
+/// The kinds of tokens, the same for all languages: each has its colour.
 enum class TokenClass : unsigned char {
     Text,
     Comment,
@@ -26,7 +26,7 @@ namespace TokenClasses {
 
 inline constexpr int Count = static_cast<int>(TokenClass::Error) + 1;
 
-/// How a class looks on a light and on a dark ground.
+/// The look of a class on a light and on a dark background.
 struct Row {
     TokenClass token;
     const char* name;  ///< as definitions of languages write it

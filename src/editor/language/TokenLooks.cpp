@@ -50,7 +50,7 @@ QColor colourOf(std::optional<qint32> number) {
 
 }  // namespace
 
-/// What is stored of a class: a value named by the class and what it is.
+/// The stored form of a look: values named by the class and the property.
 struct TokenLooks::StoredRow {
     const char* name;
     qint32 most;

@@ -17,14 +17,14 @@ struct TokenLook {
     bool operator==(const TokenLook&) const = default;
 };
 
-/// How the token classes look: the program's theme, and over it what a person has chosen. Colours are chosen for light
-/// and for dark ground each; bold and italic count on both. A plain value.
+/// The looks of the token classes: the program's theme, and over it the user's choices. Colours are chosen separately
+/// for light and dark backgrounds; bold and italic apply to both. A plain value.
 class TokenLooks {
  public:
     enum Ground { Light, Dark };
     static Ground groundOf(const QColor& colour) { return Contrast::isDark(colour) ? Dark : Light; }
 
-    /// The look of a class on a ground, its colour made readable there.
+    /// The look of a class on a background, its colour made readable there.
     TokenLook on(const QColor& ground, TokenClass token) const;
 
     /// The colour a person has chosen; not valid: none, and the theme's holds.
@@ -35,9 +35,9 @@ class TokenLooks {
     bool italic(TokenClass token) const;
     void setItalic(TokenClass token, bool on);
 
-    /// Takes what is stored under the languages' key; what is not, or can't be read, is the theme's.
+    /// Reads the choices stored under the languages' key; whatever is missing or invalid there is the theme's.
     void load(RegistryStore& store);
-    /// Stores what a person has chosen and deletes the rest, all or nothing; a result number of the store.
+    /// Stores the user's choices and deletes the rest, all or nothing; returns a result number of the store.
     int save(RegistryStore& store) const;
 
     bool operator==(const TokenLooks&) const = default;

@@ -6,8 +6,8 @@
 
 class RegistryStore;
 
-/// How the token classes look in all controls of the program, kept in the store. What is changed here is changed in all
-/// of them at once.
+/// The looks of the token classes in all controls of the program, kept in the store. A change applies to all controls
+/// at once.
 class TokenTheme : public QObject {
     Q_OBJECT
 
@@ -16,9 +16,9 @@ class TokenTheme : public QObject {
     explicit TokenTheme(RegistryStore& store, QObject* parent = nullptr);
 
     const TokenLooks& looks() const { return m_looks; }
-    /// What the store would not take stands until it does.
+    /// Reads the store, except while it lacks the last changes because it did not accept them.
     void load();
-    /// False when the store did not take it; it counts for this run all the same.
+    /// False when the store did not accept them; they apply to this run all the same.
     bool setLooks(const TokenLooks& looks);
     bool save();
 

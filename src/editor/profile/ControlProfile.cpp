@@ -38,7 +38,7 @@ constexpr Row flag(const char* name) {
             }};
 }
 
-/// Not told: the desktop's.
+/// Without a value: the desktop's colour.
 template <ControlLook::Element Element>
 constexpr Row colour(const char* name) {
     return {name, 0, LargestColour,

@@ -9,20 +9,20 @@
 class TextControl;
 class RegistryStore;
 
-/// How controls show text and take keys, as it is kept from run to run: what the properties dialog offers but for the
-/// file. What it does not tell stays as a fresh control has it. A plain value.
+/// The settings of controls for display and keys that are kept from run to run: those of the properties dialog except
+/// for the ones of the file. A setting without a value stays as in a new control. A plain value.
 class ControlProfile {
  public:
-    /// What a control has at the moment.
+    /// The current settings of a control.
     static ControlProfile of(const TextControl& control);
     void applyTo(TextControl& control) const;
 
-    /// Takes what is stored; what is not, or cannot be read, is no longer told.
+    /// Reads the stored values; a setting that is not stored, or not readable, has no value then.
     void load(RegistryStore& store);
-    /// Stores what is told and deletes the rest, all or nothing; a result number of the store.
+    /// Stores the values and deletes the rest, all or nothing; returns a result number of the store.
     int save(RegistryStore& store) const;
 
-    /// Takes over what differs between two others, and nothing else.
+    /// Copies the settings that differ between two profiles, and no others.
     void takeChanges(const ControlProfile& before, const ControlProfile& after);
 
     bool operator==(const ControlProfile&) const = default;

@@ -6,9 +6,9 @@
 
 class RegistryStore;
 
-/// The profile that all controls of the program share. What is changed in the properties dialog of one of them is
-/// changed in all of them at once, and in those that come; what was left alone there stays as each of them has it. Kept
-/// in the store from then on.
+/// The profile that all controls of the program share. A setting that is changed in the properties dialog of one of
+/// them is changed in all of them at once, and in later ones; a setting that is not changed there stays as it is in
+/// each of them. Changes are kept in the store.
 class SharedProfile : public QObject {
     Q_OBJECT
 
@@ -17,12 +17,12 @@ class SharedProfile : public QObject {
     explicit SharedProfile(RegistryStore& store, QObject* parent = nullptr);
 
     const ControlProfile& profile() const { return m_profile; }
-    /// What the store would not take stands until it does.
+    /// Reads the store, except while it lacks the last changes because it did not accept them.
     void load();
-    /// False when the store did not take it.
+    /// False when the store did not accept them.
     bool save();
 
-    /// From now on the control and the others follow each other. It is as it was until applyTo.
+    /// From now on the control and the others follow each other's changes. It is unchanged until applyTo.
     void connectTo(TextControl& control);
     void applyTo(TextControl& control) const { m_profile.applyTo(control); }
 

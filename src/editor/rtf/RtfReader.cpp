@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Groups within each other beyond which a document is taken for broken.
+/// A document whose groups are nested deeper than this is taken for broken.
 constexpr std::size_t DeepestGroup = 1000;
 constexpr qsizetype LongestNumber = 10;
 
@@ -16,7 +16,7 @@ struct WordText {
     char16_t text;
 };
 
-/// Words that stand for a character.
+/// Control words that stand for a character.
 constexpr WordText Characters[] = {
     {"par", u'\n'},           {"line", u'\n'},          {"sect", u'\n'},        {"page", u'\n'},
     {"row", u'\n'},           {"tab", u'\t'},           {"cell", u'\t'},        {"emdash", u'\u2014'},
@@ -72,7 +72,7 @@ class Reader {
         return true;
     }
 
-    /// A character of the text; those that stand behind one of Unicode for readers without are left out.
+    /// A character of the text; those after a Unicode character, for readers without Unicode, are skipped.
     void put(QChar character) {
         if (m_toSkip > 0)
             --m_toSkip;

@@ -9,7 +9,7 @@ void appendUnicode(QByteArray& target, char16_t unit) {
     target += "\\u" + QByteArray::number(static_cast<qint16>(unit)) + '?';
 }
 
-/// A name as plain text inside a group, where some signs mean the form and not themselves.
+/// A name as plain text inside a group, without the characters that have a meaning in the format.
 QByteArray escaped(const QString& name) {
     QByteArray target;
     for (const QChar unit : name) {
@@ -27,7 +27,7 @@ QByteArray escaped(const QString& name) {
 
 RtfWriter::RtfWriter(const QString& fontName, int points) : m_font(escaped(fontName)), m_halfPoints(points * 2) {}
 
-/// Colours count from 1; 0 is whatever the reader takes for text.
+/// Colours count from 1; 0 is the default colour of the reader.
 int RtfWriter::numberOf(const QColor& colour) {
     const auto known = std::ranges::find(m_colours, colour);
     if (known == m_colours.end()) {

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// How a stretch of text looks.
+/// The look of a stretch of text.
 struct RtfLook {
     QColor colour;
     bool bold = false;
@@ -20,7 +20,7 @@ class RtfWriter {
     RtfWriter(const QString& fontName, int points);
 
     void append(QStringView text, const RtfLook& look);
-    /// The whole document; nothing is to be appended afterwards.
+    /// Returns the complete document; nothing may be appended afterwards.
     QByteArray finished() const;
 
  private:

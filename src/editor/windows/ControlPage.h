@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-/// A page of the control's properties dialog that a room above brings along.
+/// A page of the control's properties dialog that a higher room provides.
 class ControlPage : public QWidget {
     Q_OBJECT
 

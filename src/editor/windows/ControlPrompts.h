@@ -6,16 +6,16 @@ class QWidget;
 class TextControl;
 
 /// The small questions that the control asks by itself. Each is one dialog at a time, not modal, owned by the control;
-/// it takes no number outside its bounds, and Escape leaves it. Nothing here waits for an answer.
+/// it accepts no number outside its bounds, and Escape closes it. No function waits for the answer.
 namespace ControlPrompts {
 
 /// Moves the caret to the start of a line, counted from 1.
 void askLine(TextControl& control);
 
-/// Sets how often the next command or key is to be carried out.
+/// Asks how often the next command or key should be carried out.
 void askRepeatCount(TextControl& control);
 
-/// Tells what must not be overlooked.
+/// Shows a message that the user must see.
 void tell(QWidget& control, const QString& text);
 
 }  // namespace ControlPrompts

@@ -30,7 +30,7 @@
 
 namespace {
 
-/// A property that a box stands for.
+/// A property with a check box.
 struct BoxRow {
     const char* name;
     const char* caption;

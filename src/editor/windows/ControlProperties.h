@@ -14,9 +14,9 @@ class QPushButton;
 class QSpinBox;
 class TokenColourPage;
 
-/// What one control offers besides the menus: how it shows the text and takes keys, its colours, and the line ends and
-/// encoding of its file. Options act with OK; line ends and encoding at once, by their buttons. Owned by the control,
-/// one at a time, modal to its window only.
+/// The properties dialog of one control: how it shows the text and handles keys, its colours, and the line ends and
+/// encoding of its file. Options are applied with OK; line ends and encoding at once, by their buttons. Owned by the
+/// control, one at a time, modal to its window only.
 class ControlProperties : public QDialog {
     Q_OBJECT
 

@@ -23,7 +23,7 @@
 
 namespace {
 
-/// A selection of more units is not taken for a text to search for.
+/// A selection of more units is not used as the text to search for.
 constexpr qint64 LongestBegin = 200;
 constexpr int FieldWidth = 32;  // characters
 constexpr int CheckRow = 2;
@@ -161,7 +161,7 @@ void FindDialog::hideEvent(QHideEvent* event) {
     m_highlight.reset();
 }
 
-/// Another text in the same window is worked on: this one's dialog would only be in the way, and be taken for that
+/// The user works on another text in the same window: this dialog would only be in the way, and be taken for that
 /// text's.
 void FindDialog::focusMoved(QWidget*, QWidget* now) {
     const auto* other = qobject_cast<const TextControl*>(now);
@@ -198,7 +198,7 @@ void FindDialog::uncoverMatch() {
     move(DialogPlace::besideMatch(match, frameGeometry(), m_control.screen()->availableGeometry()));
 }
 
-/// What is selected within a line, else what was searched for last, wherever that was.
+/// The selection if it is within a line, else the text searched for last in any control.
 QString FindDialog::textToBegin() const {
     const bool oneLine = m_control.selected().StartLineNo() == m_control.selected().EndLineNo();
     const bool shortEnough = m_control.SelEnd() - m_control.SelStart() <= LongestBegin;
@@ -260,7 +260,7 @@ void FindDialog::enableButtons() {
 
 // Searching
 
-/// The control may be gone when its search returns, and this dialog with it.
+/// The control may be destroyed when its search returns, and this dialog with it.
 template <typename Search>
 void FindDialog::search(Search search, bool backwards) {
     const QPointer<FindDialog> alive(this);
@@ -328,7 +328,7 @@ void FindDialog::tellOfSearch() {
     Q_EMIT m_control.AfterFind();
 }
 
-/// The caret goes to where the expression is wrong.
+/// The caret is moved to the error in the expression.
 void FindDialog::showError() {
     const qint64 position = m_control.search().searchError().position;
     if (position < 0)

@@ -16,10 +16,10 @@ class QPushButton;
 class SearchRange;
 enum class SearchOutcome;
 
-/// The control's find dialog, and its replace dialog, which has some more in it. Modeless; a child of the control and
-/// gone with it. Flags and text that it searches with become the control's. What went wrong is told in the dialog
-/// itself. "Within the selection" is what was selected when it was opened, or was selected anew since. It closes when
-/// another text of the window gets the focus. The control raises AfterFind after each search, and when the dialog is
+/// The control's find dialog, and its replace dialog, which has some more controls. Modeless; a child of the control
+/// and destroyed with it. Flags and text of its searches become the control's. Errors are shown in the dialog itself.
+/// "Within the selection" is the selection at the time it was opened, or a later one made by the user. It closes when
+/// another text of the window gets the focus. The control emits AfterFind after each search, and when the dialog is
 /// closed.
 class FindDialog : public QDialog {
     Q_OBJECT

@@ -23,7 +23,7 @@ namespace {
 constexpr int Padding = 3;
 constexpr int TextWidth = 240;
 
-/// Keys that mean this bar while it is typed in, whatever a menu makes of them.
+/// Keys for this bar while it has the focus, even if a menu uses them.
 bool isOwnKey(const QKeyEvent& key) {
     const Qt::KeyboardModifiers others = key.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
     if (others != Qt::NoModifier)
@@ -139,7 +139,7 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
         report(outcome, m_backwards);
 }
 
-/// In a recording this is one search for the whole text, however it came to be typed.
+/// In a recording this is one search for the whole text, however it was typed.
 SearchOutcome IncrementalSearchBar::findTyped() {
     const Unrecorded part(m_control);
     const QPointer<IncrementalSearchBar> alive(this);
@@ -166,7 +166,7 @@ void IncrementalSearchBar::cutRecording(qsizetype stepsThen) {
         recorder->cutTo(stepsThen);
 }
 
-/// From the present match on; what is typed after that is looked for from there.
+/// From the current match; text typed after that is searched for from there.
 void IncrementalSearchBar::goOn(bool backwards) {
     setDirection(backwards);
     if (m_text->text().isEmpty())
@@ -199,7 +199,7 @@ void IncrementalSearchBar::finish() {
     m_control.setFocus();
 }
 
-/// Keys of the text field that no menu is to have, and Escape in the text, where the caret stays.
+/// Keys of the text field that must not reach a menu, and Escape in the text, where the caret stays.
 bool IncrementalSearchBar::eventFilter(QObject* watched, QEvent* event) {
     const bool pressed = event->type() == QEvent::KeyPress;
     if (!pressed && event->type() != QEvent::ShortcutOverride)

@@ -15,9 +15,9 @@ class QLineEdit;
 class QToolButton;
 enum class SearchOutcome;
 
-/// The slim bar under the text in which one searches while typing. The control's flags count. Enter and F3 go to the
-/// next match, with Shift to the one before; Escape gives the caret back and closes the bar, its button and Escape in
-/// the text close it where the search has come to. A child of the control.
+/// The slim bar under the text for searching while typing. It uses the control's flags. Enter and F3 move to the next
+/// match, with Shift to the one before; Escape moves the caret back to its start and closes the bar; its button, and
+/// Escape in the text, close it and leave the match selected. A child of the control.
 class IncrementalSearchBar : public QWidget {
     Q_OBJECT
 
@@ -25,7 +25,8 @@ class IncrementalSearchBar : public QWidget {
     explicit IncrementalSearchBar(TextControl& control);
     ~IncrementalSearchBar() override;
 
-    /// Opens the bar to search from the caret. When it is open already it turns that way and goes a match further.
+    /// Opens the bar to search from the caret. If it is open already, it takes this direction and moves to the next
+    /// match.
     void begin(bool backwards);
 
  protected:
@@ -53,8 +54,8 @@ class IncrementalSearchBar : public QWidget {
     std::unique_ptr<MatchHighlight::Hold> m_highlight;
     bool m_backwards = false;
     std::unique_ptr<KeptView> m_atFirst;
-    qint64 m_from = 0;             ///< position from which the typed text is searched
-    bool m_standsOnMatch = false;  ///< there, so that what is typed may make it longer
+    qint64 m_from = 0;             ///< a match begins there, and further typing may extend it
+    bool m_standsOnMatch = false;  ///< there, so that further typing may extend it
     // Steps of a recording when the bar was opened, and when the typed text was begun.
     qsizetype m_stepsAtFirst = 0;
     qsizetype m_stepsFrom = 0;

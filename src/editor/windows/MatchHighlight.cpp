@@ -15,16 +15,16 @@ using Sci = QsciScintillaBase;
 namespace {
 
 constexpr int Indicator = Sci::INDIC_CONTAINER;
-/// Bytes and matches on one screen that are looked at.
+/// Maximum bytes and matches examined on one screen.
 constexpr qint64 MostBytes = 256 * 1024;
 constexpr std::size_t MostMatches = 5000;
 constexpr int DelayMilliseconds = 30;
-/// After this no more matches are looked for: the marks are a help that nobody waits for.
+/// After this time no more matches are searched for: the marks are a help that nobody waits for.
 constexpr qint64 LongestMilliseconds = 40;
 constexpr int FillAlpha = 60;
 constexpr int OutlineAlpha = 160;
 
-/// A text up to some place: what lies behind is not looked at for a match.
+/// A text up to some place: no match is searched for after it.
 class TextUpTo : public HeldText {
  public:
     TextUpTo(const HeldText& text, qint64 end) : m_text(text), m_end(end) {}
@@ -140,7 +140,8 @@ std::vector<TextMatch> MatchHighlight::visibleMatches() const {
     return found;
 }
 
-/// Marks are put only where they differ from those that are there: putting them makes the control tell of a change.
+/// Marks are only changed where they differ from the present ones, because each change makes the control notify its
+/// listeners.
 void MatchHighlight::refresh() {
     std::vector<TextMatch> found = wanted() ? visibleMatches() : std::vector<TextMatch>();
     if (found == m_marked && m_markedAt == m_view.changeCount())

@@ -10,18 +10,18 @@ class ControlSearch;
 class EditView;
 struct TextMatch;
 
-/// Marks all matches of a control's search text in the part of the text that can be seen: as long as a window is open
-/// in which the text is typed, and after a search until Escape is pressed in the text or something else is searched
-/// for. Each control has one, its child. The work is bounded by what fits on a screen.
+/// Marks all matches of a control's search text in the visible part of the text: while a window in which that text is
+/// typed is open, and after a search until Escape is pressed in the text or another text is searched for. Each control
+/// has one, its child. The work is limited to what fits on a screen.
 class MatchHighlight : public QObject {
     Q_OBJECT
 
  public:
-    /// Made when it is first asked for.
+    /// Created at the first call.
     static MatchHighlight& of(EditView& view, ControlSearch& search);
     ~MatchHighlight() override;
 
-    /// Keeps the marks on the screen for its own life.
+    /// Keeps the marks on the screen while it exists.
     class Hold {
      public:
         Hold(EditView& view, ControlSearch& search);
@@ -32,10 +32,10 @@ class MatchHighlight : public QObject {
      private:
         QPointer<MatchHighlight> m_highlight;
     };
-    /// Called when a search has been made: what it looked for stays marked.
+    /// Called after a search: its matches stay marked.
     void keep();
     void dismiss();
-    /// Brings the marks up to date at once instead of when the event loop is idle.
+    /// Updates the marks at once instead of when the event loop is idle.
     void refresh();
 
  protected:

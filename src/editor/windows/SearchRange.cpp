@@ -26,7 +26,7 @@ std::optional<TextMatch> SearchRange::range() const {
     return m_changes == m_view.changeCount() ? m_range : std::nullopt;
 }
 
-/// What is inserted at either end becomes part of the range: a replaced match there is deleted and inserted anew.
+/// Text inserted at either end becomes part of the range: a replaced match there is deleted and inserted again.
 void SearchRange::textAboutToChange(qint64 at, qint64 length, bool inserts) {
     if (!m_range)
         return;

@@ -10,9 +10,9 @@ class ControlSearch;
 class ControlSelection;
 class EditView;
 
-/// What the user has selected in a control to search within, in held bytes. It stays when a search selects its match,
-/// moves along with edits, and becomes the new selection when the user selects anew. A load ends it. Owned by the
-/// dialog.
+/// The range of a control that the user has selected to search within, in held bytes. It stays when a search selects
+/// its match, moves along with edits, and becomes the new selection when the user selects another text. A load clears
+/// it. Owned by the dialog.
 class SearchRange : public QObject {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ class SearchRange : public QObject {
     /// All three outlive this object. Nothing is chosen before the first selection.
     SearchRange(EditView& view, const ControlSelection& selection, const ControlSearch& search);
 
-    /// Takes what is selected now, even if that is a match.
+    /// Uses the current selection, even if it is a match.
     void takeSelection();
     /// In held bytes.
     std::optional<TextMatch> range() const;

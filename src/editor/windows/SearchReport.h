@@ -9,11 +9,11 @@ enum class SearchOutcome;
 /// The sentence that reports a search to the user, in the window in which they began it.
 namespace SearchReport {
 
-/// Empty when there is nothing to say: a match was found in the direction of the search.
+/// Empty when no message is needed: a match was found in the direction of the search.
 QString sentence(const ControlSearch& search, SearchOutcome outcome, bool backwards);
 /// Why nothing was replaced or counted; empty: there was nothing to find.
 QString errorSentence(const ControlSearch& search);
-/// Shows a sentence and lets a screen reader say it.
+/// Shows a sentence and has a screen reader speak it.
 void show(QLabel& label, const QString& sentence);
 
 }  // namespace SearchReport

@@ -2,8 +2,8 @@
 
 class TextControl;
 
-/// The windows in which the user searches a control: each control has its own of each kind, made when it is first asked
-/// for, and brought to the front after that. They use the control to their end, so each deletes itself when the control
+/// The windows in which the user searches a control: each control has its own of each kind, created at the first call
+/// and brought to the front at later ones. They use the control until it ends, so each deletes itself when the control
 /// is about to be destroyed.
 namespace SearchWindows {
 

@@ -14,10 +14,10 @@
 namespace {
 
 constexpr int SwatchSize = 16;
-/// Letters of the column in front of the examples.
+/// Letters of the column before the examples.
 constexpr int CaptionWidth = 16;
 
-/// What each class is called, and an example of it.
+/// The name of each class, and an example of it.
 struct ClassRow {
     const char* caption;
     const char* example;

@@ -11,8 +11,8 @@ class QListWidget;
 class QPushButton;
 class TokenTheme;
 
-/// The page of the properties dialog on which a person chooses how the token classes look on the ground the text stands
-/// on. Every class is shown as it will look. Chosen looks act with apply().
+/// The page of the properties dialog on which the user chooses the looks of the token classes for the background of the
+/// text. Every class is shown as it will look. The choices are applied by apply().
 class TokenColourPage : public QWidget {
     Q_OBJECT
 

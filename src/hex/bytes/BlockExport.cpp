@@ -8,7 +8,7 @@ namespace {
 
 constexpr int BytesPerLine = 16;
 
-/// What stands around the bytes of a block.
+/// The text around the bytes of a block.
 struct Frame {
     QLatin1String heading;  ///< with "%1" for the number in brackets
     int lessThanCount;      ///< how much that number is below the count of bytes

@@ -14,9 +14,9 @@ class ByteStore {
 
     virtual qint64 length() const = 0;
 
-    /// How many bytes it gave: fewer than `count` at the end of the file, -1 when it can't be read.
+    /// Returns the number of bytes read: fewer than `count` at the end of the file, -1 when it can't be read.
     virtual qint64 read(FilePosition from, char* buffer, qint64 count) const = 0;
 
-    /// What would lie past the end is cut off.
+    /// Bytes past the end are cut off.
     virtual SystemError write(FilePosition from, std::string_view bytes) = 0;
 };

@@ -25,7 +25,7 @@ class FilePosition {
     qint64 m_number = 1;
 };
 
-/// The same counted from 0: what the user sees and types, and what bookmarks keep.
+/// The same counted from 0: the form that the user sees and types, and that bookmarks keep.
 class Offset {
  public:
     constexpr explicit Offset(qint64 number) : m_number(number) {}

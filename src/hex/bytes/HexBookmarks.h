@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// The bookmarks of a hex view in the order of adding, as its list shows them. The decimal offset is the key. Belongs
-/// to the view; cleared with each load.
+/// The bookmarks of a hex view in the order of adding, as its list shows them. The decimal offset is the key. Owned by
+/// the view; cleared with each load.
 class HexBookmarks : public QAbstractListModel {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ void HexChanges::restore(FilePosition at, quint8 now) {
         m_before.erase(kept);
 }
 
-/// Something else may have been laid over a typed byte since.
+/// A replacement may have overwritten a typed byte since.
 bool HexChanges::isMarked(FilePosition at, quint8 now) const {
     const auto kept = m_before.constFind(at.number());
     return kept != m_before.constEnd() && *kept != now;

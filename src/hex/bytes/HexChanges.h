@@ -4,18 +4,18 @@
 
 #include <QHash>
 
-/// Which bytes were typed since a file was loaded or saved and are not what they were then. Keeps what each byte was,
-/// so its size is that of the edits and not of the file. Belongs to the view.
+/// The bytes that were typed since a file was loaded or saved and differ from their values then. Keeps the old value of
+/// each byte, so its size is that of the edits and not of the file. Owned by the view.
 class HexChanges {
  public:
     void clear() { m_before.clear(); }
 
     /// A byte was typed in the place of another.
     void type(FilePosition at, quint8 before, quint8 now);
-    /// A byte was taken back.
+    /// A byte was undone.
     void restore(FilePosition at, quint8 now);
 
-    /// Whether the byte that is there now is to be marked.
+    /// Whether the current byte is to be marked.
     bool isMarked(FilePosition at, quint8 now) const;
     qsizetype count() const { return m_before.size(); }
 

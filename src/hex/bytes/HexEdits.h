@@ -6,10 +6,9 @@
 
 class ByteStore;
 
-/// The bytes that a user typed over those of one file. Writes each into the store, keeps what was there so that it can
-/// be taken back, and knows whether there is something to save. Replacing and filling write to the store directly: they
-/// leave no undo and do not count as modified. Belongs to the view, like the store, which outlives it. Errors are the
-/// system's.
+/// The bytes that a user typed over those of one file. Writes each into the store, keeps the old byte for undo, and
+/// reports whether there is something to save. Replacing and filling write to the store directly: they leave no undo
+/// and do not count as modified. Owned by the view, like the store, which outlives it. Errors are the system's.
 class HexEdits {
  public:
     explicit HexEdits(ByteStore& bytes) : m_bytes(bytes) {}
@@ -20,17 +19,18 @@ class HexEdits {
     /// A byte of the page that begins at `page`. After an error nothing has changed.
     SystemError overwrite(FilePosition page, HexCell cell, quint8 byte);
 
-    /// The newest edit, with its byte as it was before. Nothing when there is none; nothing, and `error`, when the byte
-    /// cannot be written: the edit is kept then.
+    /// Undoes the newest edit and returns it, with its old byte. Nothing when there is none; nothing, and `error`, when
+    /// the byte cannot be written: the edit is kept then.
     std::optional<HexUndoEntry> takeBack(SystemError& error);
 
-    /// Whether a byte was written since the last load or save. Taking it back does not change the answer.
+    /// Whether a byte was written since the last load or save. Undoing it does not change the result.
     bool modified() const { return m_modified; }
 
-    /// Whether the byte that is there now is to be marked as typed.
+    /// Whether the current byte is to be marked as typed.
     bool isChanged(FilePosition at, quint8 now) const { return m_changes.isMarked(at, now); }
 
-    /// Before and after a save. What is typed in between may miss the file, so it counts as modified afterwards.
+    /// Called before and after a save. Bytes typed in between may be missing in the file, so they count as modified
+    /// afterwards.
     void beginSave();
     void endSave(bool isSaved);
 

@@ -9,8 +9,8 @@
 namespace {
 
 constexpr qsizetype Chunk = 128;
-/// Bytes compared for each one of the block before the places of a needle that nearly matches everywhere are given up
-/// for a search whose time does not depend on what it looks for.
+/// Bytes compared per byte of the block before a search for a needle that nearly matches everywhere changes to one
+/// whose time does not depend on the needle.
 constexpr qsizetype Patience = 4;
 
 /// The lower case of a character of Windows-1252; by sums of bytes and without branches, so that many are done at once.
@@ -25,7 +25,7 @@ constexpr quint8 folded(quint8 byte) {
     return static_cast<quint8>(byte + letter + accented - multiplication + sCaron + ligature + zCaron + yDiaeresis);
 }
 
-/// Chunks of one fixed length are what the compiler makes fast.
+/// The compiler produces fast code for chunks of one fixed length.
 void fold(QByteArray& bytes) {
     auto* at = reinterpret_cast<quint8*>(bytes.data());
     quint8* const end = at + bytes.size();
@@ -45,7 +45,7 @@ HexNeedle::Letter letterOf(char byte) {
     return {lower, lower};
 }
 
-/// Whether one of a chunk of places holds the first letter with the last one as far behind it as in the needle.
+/// Whether the first letter is at one of a chunk of places, with the last one as far after it as in the needle.
 bool mayBeginIn(const quint8* firsts, const quint8* lasts, HexNeedle::Letter first, HexNeedle::Letter last) {
     quint8 any = 0;
     for (qsizetype i = 0; i < Chunk; ++i) {
@@ -103,7 +103,7 @@ qsizetype HexNeedle::firstIn(QByteArrayView block, qsizetype from) const {
     return m_ignoresCase ? firstAnyCase(block, from) : firstAsItIs(block, m_bytes, from);
 }
 
-/// The block stays as it is: few places of it are worth a look, and folding all of it costs more than reading it.
+/// The block is not folded: few places of it need a comparison, and folding all of it costs more than reading it.
 qsizetype HexNeedle::firstAnyCase(QByteArrayView block, qsizetype from) const {
     const auto* const bytes = reinterpret_cast<const quint8*>(block.data());
     const qsizetype toLast = size() - 1;

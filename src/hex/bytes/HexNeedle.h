@@ -6,14 +6,14 @@
 
 #include <optional>
 
-/// How the text of a search is meant.
+/// How the text of a search is interpreted.
 enum class HexFindType : qint16 {
     Bytes = 0,      ///< hex digits, three characters a byte
     AnyCase = 1,    ///< text, upper and lower case alike
     ExactCase = 2,  ///< text
 };
 
-/// What is searched for, ready to be found in blocks of bytes. Never empty. Case is that of Windows-1252.
+/// A text or byte sequence, prepared for searching in blocks of bytes. Never empty. Case is that of Windows-1252.
 class HexNeedle {
  public:
     /// A byte in lower and in upper case; the same twice when it is no letter.
@@ -29,7 +29,7 @@ class HexNeedle {
     /// By how many bytes the blocks of a search overlap: the number of characters of a text, one less of a sequence.
     qsizetype overlap() const { return m_overlap; }
 
-    /// Index of the first match in a block at `from` or behind it; -1 when there is none.
+    /// Index of the first match in a block at or after `from`; -1 when there is none.
     qsizetype firstIn(QByteArrayView block, qsizetype from = 0) const;
     /// Index of the last match in a block; -1 when there is none.
     qsizetype lastIn(QByteArrayView block) const;

@@ -13,9 +13,9 @@ struct HexCell {
 };
 
 /// Which part of a file is on the screen, and where each command moves it. Holds no bytes. The oddities of the moves at
-/// the end of a file are meant as they are: a last partial row stays below the screen until moveLastPage().
+/// the end of a file are intended: a last partial row stays below the screen until moveLastPage().
 ///
-/// A move answers whether the page is to be filled anew.
+/// A move returns whether the page must be filled again.
 class HexPaging {
  public:
     static constexpr int BytesPerRow = 16;
@@ -27,7 +27,7 @@ class HexPaging {
     void open(qint64 length);
 
     qint64 length() const { return m_length; }
-    /// Of the first byte of the top row: 1 or more, and a whole number of rows behind 1.
+    /// Of the first byte of the top row: 1 or more, and a whole number of rows after 1.
     FilePosition FilePointer() const { return m_pointer; }
     void setFilePointer(FilePosition pointer) { m_pointer = pointer; }
 
@@ -56,9 +56,9 @@ class HexPaging {
     void SetOffsetPosition(int value);
     int scrollPosition() const;
 
-    /// The byte's row comes to the top.
+    /// Makes the byte's row the first of the page.
     HexCell goTo(Offset offset);
-    /// As goTo(), by the rule of the dialog for an offset: the column is that of the byte behind it.
+    /// As goTo(), by the rule of the dialog for an offset: the column is that of the byte after it.
     HexCell goToTyped(Offset offset);
     /// One more than there are when the last page is full.
     qint64 typedPages() const { return 1 + m_length / PageBytes; }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-/// A block that a long needle fills would not let the search advance.
+/// If a needle filled the block, the search could not advance.
 qint64 HexSearch::blockFor(const HexNeedle& needle) const {
     return needle.overlap() < m_blockSize ? m_blockSize : m_blockSize + needle.overlap();
 }
@@ -54,7 +54,7 @@ std::optional<FilePosition> HexSearch::findUp(const HexNeedle& needle, FilePosit
     for (;;) {
         const bool isLast = at - m_blockSize < 1;
         if (isLast)
-            size = std::max<qint64>(at, needle.overlap());  // and stays so small when the search goes on from the end
+            size = std::max<qint64>(at, needle.overlap());  // and stays so small when the search continues from the end
         at = isLast ? 1 : at - m_blockSize;
         if (!read(at, size, block))
             return std::nullopt;

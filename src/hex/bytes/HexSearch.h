@@ -9,10 +9,10 @@
 #include <optional>
 
 /// Searches a file block by block and overwrites what it finds; the file is never in memory as a whole and never
-/// changes its length. Yields to nothing. A file that can't be read any further has no more matches.
+/// changes its length. Does not yield. A file that can't be read any further has no more matches.
 ///
-/// Two oddities are meant: a match of a text that is just the last bytes of a block is met again at the start of the
-/// next, and the upward search leaves gaps once it has gone on from the end.
+/// Two oddities are intended: a match of a text that is just the last bytes of a block is found again at the start of
+/// the next, and the upward search leaves gaps once it has continued from the end.
 class HexSearch {
  public:
     static constexpr qint64 BlockSize = 32'000;
@@ -20,7 +20,7 @@ class HexSearch {
     /// `bytes` outlive it.
     explicit HexSearch(ByteStore& bytes, qint64 blockSize = BlockSize) : m_bytes(bytes), m_blockSize(blockSize) {}
 
-    /// The first match from `start` on; with `goesOn` once more from the top of the file. A start behind the end finds
+    /// The first match from `start` on; with `goesOn` once more from the top of the file. A start after the end finds
     /// nothing.
     std::optional<FilePosition> findDown(const HexNeedle& needle, FilePosition start, bool goesOn) const;
     /// The last match before the byte at `cursor`; with `goesOn` once more from the end of the file.
@@ -34,7 +34,7 @@ class HexSearch {
         qint64 matches = 0;
         SystemError error;
     };
-    /// Lays the replacement over each match, whatever its length. A match is taken from the bytes as they were when its
+    /// Writes the replacement over each match, whatever its length. A match is one in the bytes as they were when its
     /// block was read.
     Replaced replaceAll(const HexNeedle& needle, const QByteArray& replacement);
 

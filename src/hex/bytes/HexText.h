@@ -10,7 +10,7 @@
 /// The forms in which bytes and offsets are shown, typed and carried as text. Texts of bytes are Windows-1252.
 namespace HexText {
 
-/// What stands for a byte where the file has none.
+/// Shown in place of a byte after the end of the file.
 inline constexpr int NoByte = -1;
 
 /// The value of a hex digit in either case; -1 for all else.
@@ -28,9 +28,9 @@ QString hexOf(Offset offset);
 /// Ten characters: decimal, or upper-case hexadecimal, filled with "0" on the left.
 QString FormatOffset(Offset offset, bool hexMode);
 
-/// A blank behind each two characters, the last ones too.
+/// A blank after each two characters, the last ones too.
 QString SpaceHexText(const QString& digits);
-/// As SpaceHexText(), of a text whose blanks do not count; a single digit at the end gets a "0" behind it.
+/// As SpaceHexText(), for a text whose blanks are ignored; a "0" is appended to a single digit at the end.
 QString NormalizeHexText(const QString& text);
 /// The bytes of a text of which each three characters are one byte; nothing when it is no such text.
 std::optional<QByteArray> bytesOfHexText(const QString& text);

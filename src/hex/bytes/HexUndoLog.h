@@ -5,7 +5,7 @@
 #include <array>
 #include <optional>
 
-/// One byte as it was before an edit, and the page on which it was edited.
+/// The value of a byte before an edit, and the page on which it was edited.
 struct HexUndoEntry {
     FilePosition pointer;
     HexCell cell;
@@ -22,7 +22,7 @@ class HexUndoLog {
     void clear() { m_count = 0; }
     bool isEmpty() const { return m_count == 0; }
     void add(const HexUndoEntry& entry);
-    /// Takes the newest out; nothing when there is none.
+    /// Removes and returns the newest; nothing when there is none.
     std::optional<HexUndoEntry> take();
 
  private:

@@ -20,14 +20,14 @@
 namespace {
 
 constexpr int SecondsOfADay = 86'400;
-/// What is read and written at once within a block stays in the processor's own memory on the way.
+/// Bytes read and written at once within a block, few enough to stay in the processor's cache.
 constexpr qint64 PieceSize = 65'536;
 
 SystemError systemError(int number) {
     return SystemError::fromErrno(number);
 }
 
-/// The private one, made when it is not there.
+/// The private one, created if it does not exist.
 SystemError GetTempFolder(QString& folder) {
     folder = temporaryFolder();
     return makePrivateFolder(folder);
@@ -44,7 +44,8 @@ void removeUnlessLocked(FileSystemCalls& calls, const QByteArray& name) {
     struct stat opened {};
     struct stat named {};
     const bool free = calls.flock(handle, LOCK_EX | LOCK_NB) == 0;
-    // Another process may have swept this one away and made its own copy of the same name since.
+    // The sweep of another process may have removed this file, and that process may have created its own copy of the
+    // same name since.
     if (free && calls.fstat(handle, &opened) == 0 && calls.stat(name.constData(), &named) == 0 &&
         S_ISREG(opened.st_mode) && opened.st_ino == named.st_ino && opened.st_dev == named.st_dev)
         calls.unlink(name.constData());
@@ -74,7 +75,7 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
-    /// The pieces given so far are written; reported after each block. The save goes on when the view is destroyed
+    /// Writes the pieces given so far and reports after each block. The save continues when the view is destroyed
     /// meanwhile.
     void report() {
         const bool isBlock = m_at > 0 && (m_at % m_blockSize == 0 || m_at == length());
@@ -116,7 +117,7 @@ SystemError WorkingCopy::CopyToTempFile(const FileReader& source, const CopyProg
         return error;
     SystemError error = copyFile(m_calls, source.handle(), file->handle(), source.size(), m_blockSize, progress);
     if (error.number == ECANCELED)
-        return error;  // this object may be gone
+        return error;  // this object may be destroyed
     if (!error)
         error = file->measure();
     if (!error && file->length() == 0)

@@ -14,10 +14,10 @@
 class FileReader;
 class WorkingCopyFile;
 
-/// The copy of a user's file in the private temporary folder that a hex view reads and edits; the file itself is
-/// touched by save() alone. One belongs to one view. Its file is locked while it is in use, and removed with it.
+/// The copy of a user's file in the private temporary folder that a hex view reads and edits; only save() writes the
+/// file itself. Owned by one view. Its own file is locked while it is in use, and deleted with it.
 ///
-/// load() and save() yield through their progress. The working copy may be destroyed meanwhile: progress has to return
+/// load() and save() yield through their progress. The working copy may be destroyed meanwhile: progress must return
 /// false then. Errors are the system's, with its description alone.
 class WorkingCopy : public ByteStore {
  public:
@@ -33,12 +33,11 @@ class WorkingCopy : public ByteStore {
     ~WorkingCopy() override;
     Q_DISABLE_COPY_MOVE(WorkingCopy)
 
-    /// Makes the copy afresh, under the name of the one before if there was one. Regular files of 1 byte up to
-    /// MostBytes. A file that can't be opened or is too long leaves the copy that was there; a copy that fails leaves
-    /// none.
+    /// Creates the copy again, under the name of the one before if there was one. Regular files of 1 byte up to
+    /// MostBytes. A file that can't be opened or is too long leaves the present copy; if copying fails, there is none.
     SystemError load(const QString& source, const CopyProgress& progress);
 
-    /// Writes the bytes over the start of a file, which keeps what it has behind them. Without an open copy: EBADF.
+    /// Writes the bytes over the start of a file, whose remaining bytes stay. Without an open copy: EBADF.
     SystemError save(const QString& target, const CopyProgress& progress);
 
     bool isOpen() const { return m_file != nullptr; }
@@ -49,14 +48,14 @@ class WorkingCopy : public ByteStore {
     qint64 read(FilePosition from, char* buffer, qint64 count) const override;
     SystemError write(FilePosition from, std::string_view bytes) override;
 
-    /// Removes the working copies that processes left behind when they were killed: those that nobody has locked.
+    /// Removes the working copies left behind by processes that were killed: those that no process has locked.
     static void removeAbandoned(FileSystemCalls& calls = FileSystemCalls::system());
 
  private:
     class Source;
 
     SystemError MakeTempFile(std::shared_ptr<WorkingCopyFile>& file);
-    /// Nothing is kept of a copy that fails.
+    /// If copying fails, the copy is deleted.
     SystemError CopyToTempFile(const FileReader& source, const CopyProgress& progress);
 
     FileSystemCalls& m_calls;

@@ -12,11 +12,11 @@ namespace {
 
 constexpr mode_t Private = 0600;
 
-/// Locks a file that was just made. False: a sweep of another process took it for abandoned, and removed or locked it.
+/// Locks a new file. False: a sweep of another process took it for abandoned, and removed or locked it.
 bool takeLock(FileSystemCalls& calls, int handle) {
     const auto lock = [&] { return calls.flock(handle, LOCK_EX | LOCK_NB); };
     if (uninterrupted(lock) != 0)
-        return errno != EWOULDBLOCK;  // a file system without locks: nobody can sweep there either
+        return errno != EWOULDBLOCK;  // a file system without locks: no sweep works there either
     struct stat status {};
     return calls.fstat(handle, &status) == 0 && status.st_nlink > 0;
 }
@@ -42,7 +42,7 @@ std::shared_ptr<WorkingCopyFile> WorkingCopyFile::make(FileSystemCalls& calls, c
     return std::make_shared<WorkingCopyFile>(calls, name, handle);
 }
 
-/// By its name first: the lock holds until the name is gone, so that no sweep meets it.
+/// The name is removed first: the lock is held until then, so that no sweep finds the file.
 WorkingCopyFile::~WorkingCopyFile() {
     m_calls.unlink(m_name.constData());
     m_calls.close(m_handle);

@@ -12,7 +12,7 @@
 /// An open and locked file of a working copy; removed and closed when its last owner releases it.
 class WorkingCopyFile {
  public:
-    /// A fresh file of that name. Null, and `error`, when it cannot be made; EEXIST when the name is taken.
+    /// Creates a file of that name. Null, and `error`, when it cannot be created; EEXIST when the name is in use.
     static std::shared_ptr<WorkingCopyFile> make(FileSystemCalls& calls, const QString& path, SystemError& error);
 
     WorkingCopyFile(FileSystemCalls& calls, const QByteArray& name, int handle)
@@ -22,7 +22,7 @@ class WorkingCopyFile {
 
     int handle() const { return m_handle; }
     qint64 length() const { return m_length; }
-    /// Takes its length from the file.
+    /// Reads its length from the file.
     SystemError measure();
 
     qint64 read(qint64 at, char* buffer, qint64 count) const;

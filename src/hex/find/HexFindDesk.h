@@ -4,7 +4,7 @@ class Prompts;
 struct HexFindState;
 struct Options;
 
-/// What the find and replace form and its panels need of the program. All of it outlives them.
+/// The parts of the program that the find and replace form and its panels use. All of them outlive it.
 struct HexFindDesk {
     Prompts& prompts;
     const Options& options;

@@ -158,7 +158,7 @@ HexFindType HexFindPanel::findType() const {
     return m_case[1]->isChecked() ? HexFindType::ExactCase : HexFindType::AnyCase;
 }
 
-// What may be worked with
+// What can be used
 
 bool HexFindPanel::checkInput() {
     return checkBox(m_term);

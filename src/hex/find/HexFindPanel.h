@@ -18,9 +18,9 @@ class QRadioButton;
 class QVBoxLayout;
 
 /// One page of the find and replace form: a term with its history, where to search, and the buttons that do it. Works
-/// on the target it was given last and does nothing without one. What can't be bytes is refused in words on the page
-/// itself; results are shown in boxes, which run the event loop: form and target may be destroyed meanwhile. Belongs to
-/// the form, which is destroyed with the target.
+/// on the target that was set last and does nothing without one. Input that can't be bytes is refused with a message on
+/// the page itself; results are shown in boxes, which run the event loop: form and target may be destroyed meanwhile.
+/// Owned by the form, which is destroyed with the target.
 class HexFindPanel : public QWidget {
     Q_OBJECT
 
@@ -28,13 +28,13 @@ class HexFindPanel : public QWidget {
     /// The rules outlive it.
     HexFindPanel(const HexFindRules& rules, const HexFindDesk& desk, QWidget* parent = nullptr);
 
-    /// Takes a target, whether it is locked, the histories, and the shared setting for the case.
+    /// Sets the target and whether it is locked; loads the histories, and the shared setting for the case.
     virtual void InitControl(HexFindTarget* target, bool locked);
     void letGoOfTarget();
 
     /// The term gets the keyboard, selected whole.
     void focusTerm();
-    /// What Enter presses where nothing else takes it.
+    /// The button that Enter presses unless another control handles the key.
     QPushButton* findButton() const { return m_findNext; }
 
  Q_SIGNALS:
@@ -64,7 +64,7 @@ class HexFindPanel : public QWidget {
     virtual void keepMatch() {}
     virtual void keepHistories();
 
-    /// Whether there was a match; it is kept then.
+    /// Whether there was a match; the position is kept then.
     bool searchOn();
     /// `completed` when a match was found before.
     void reportMiss(const QString& completed);

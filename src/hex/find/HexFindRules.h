@@ -1,6 +1,7 @@
 #pragma once
 
-/// In what the four panels of the find and replace form differ. Texts take the term as %1 and a number as %2.
+/// The differences between the four panels of the find and replace form. Texts contain the term as %1 and a number as
+/// %2.
 struct HexFindRules {
     const char* name;            ///< object name of the panel
     bool isText;                 ///< else a byte sequence

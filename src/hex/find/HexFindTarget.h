@@ -2,9 +2,9 @@
 
 #include <QString>
 
-/// What the find panels need of the view that they search. Positions count from 1; a type is one of HexFindType. A text
-/// is digits of hex for bytes, else the text itself. Each call may show what it found and may report an error in a box,
-/// which runs the event loop.
+/// The functions of a view that the find panels use to search it. Positions count from 1; a type is one of HexFindType.
+/// A text is digits of hex for bytes, else the text itself. Each call may show what it found and may report an error in
+/// a box, which runs the event loop.
 class HexFindTarget {
  public:
     HexFindTarget() = default;
@@ -18,8 +18,8 @@ class HexFindTarget {
     virtual int CountBytes(const QString& pStr, qint16 pFindType) = 0;
     virtual int MarkAll(const QString& pStr, qint16 pFindType) = 0;
     virtual int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) = 0;
-    /// Writes bytes, given as digits, over those from a position on.
+    /// Writes bytes, passed as digits, over those from a position on.
     virtual void ReplaceBytes(const QString& pHexText, int position) = 0;
-    /// Reads the page anew.
+    /// Reads the page again.
     virtual void FillGrid() = 0;
 };

@@ -2,7 +2,7 @@
 
 #include "hex/find/HexFindPanel.h"
 
-/// A page that puts something in the place of what it finds. Belongs to the form.
+/// A page that replaces what it finds. Owned by the form.
 class HexReplacePanel : public HexFindPanel {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ class HexReplacePanel : public HexFindPanel {
     void cmdReplaceAll();
 
  private:
-    /// The term's tail behind a shorter replacement.
+    /// The term's tail after a shorter replacement.
     void fillReplacement();
     /// The replacement as blank-separated hex digits.
     QString hexText() const;

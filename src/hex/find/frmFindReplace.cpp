@@ -62,7 +62,7 @@ void frmFindReplace::InitControl(HexFindTarget* target, const QString& key, cons
     m_pages[index]->focusTerm();
 }
 
-/// Enter presses the button of the page that is seen.
+/// Enter presses the button of the visible page.
 void frmFindReplace::showPage(int index) {
     m_pages[static_cast<std::size_t>(index)]->findButton()->setDefault(true);
 }

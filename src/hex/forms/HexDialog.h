@@ -4,8 +4,8 @@
 
 class QLabel;
 
-/// What the small modal forms of the hex view have in common: an OK button that looks at the input first, a cancel
-/// button that Esc presses too, and "OK" or "CANCEL" as the answer. Made for one question and destroyed after it.
+/// The common parts of the small modal forms of the hex view: an OK button that checks the input first, a cancel button
+/// that Esc presses too, and "OK" or "CANCEL" as the result. Created for one question and destroyed after it.
 class HexDialog : public QDialog {
     Q_OBJECT
     Q_PROPERTY(QString Tag READ Tag)
@@ -26,7 +26,7 @@ class HexDialog : public QDialog {
 
     /// `Command1` and `Command2`; to be added last.
     QWidget* makeButtons();
-    /// A label of that name before a box. The first one of a form carries the answer, too, as its property "Tag".
+    /// A label of that name before a box. The first one of a form also holds the result, as its property "Tag".
     QLabel* makeLabel(const QString& name, const QString& caption, QWidget* box);
 
  private:

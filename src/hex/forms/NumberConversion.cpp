@@ -31,7 +31,7 @@ QString fromBase(const QString& digits, int base) {
 
 }  // namespace
 
-/// Qt would take signs, blanks and the prefixes of programming languages, too.
+/// Qt would accept signs, blanks and the prefixes of programming languages, too.
 std::optional<quint32> NumberConversion::numberOfDigits(const QString& digits, int base) {
     const auto isDigit = [base](QChar digit) {
         const int value = HexText::nibbleOf(digit);

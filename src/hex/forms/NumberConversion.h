@@ -5,7 +5,7 @@
 #include <optional>
 
 /// Conversions of one number between texts of different bases. Numbers are signed and have 32 bits, negative ones their
-/// two's complement form; a text that is no such number gives an empty one.
+/// two's complement form; the result for any other text is empty.
 namespace NumberConversion {
 
 /// Digits of that base and nothing else, in 32 bits.

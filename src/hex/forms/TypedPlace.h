@@ -7,9 +7,9 @@
 /// The numbers that a person types to go somewhere. Nothing when a text is no number.
 namespace TypedPlace {
 
-/// Decimal, or hexadecimal of 32 bits behind "&H"; negative ones are possible.
+/// Decimal, or hexadecimal of 32 bits after "&H"; negative ones are possible.
 std::optional<qint64> offsetOf(const QString& text);
-/// Decimal; what is below 1 means the first page.
+/// Decimal; a number below 1 means the first page.
 std::optional<qint64> pageOf(const QString& text);
 
 }  // namespace TypedPlace

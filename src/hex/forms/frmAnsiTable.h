@@ -4,7 +4,7 @@
 
 class QScrollArea;
 
-/// The 256 characters of a byte with their codes, a half at a time, to look them up.
+/// The 256 characters of a byte with their codes, half of them at a time.
 class frmAnsiTable : public QDialog {
     Q_OBJECT
 

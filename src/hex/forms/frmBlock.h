@@ -11,7 +11,7 @@ class KeyFilterEdit;
 class QGroupBox;
 class QRadioButton;
 
-/// Asks for a block of bytes by its two offsets, and whether it is to be put on the clipboard or filled with a byte.
+/// Asks for a block of bytes by its two offsets, and whether to copy it to the clipboard or to fill it with a byte.
 class frmBlock : public HexDialog {
     Q_OBJECT
 

@@ -19,7 +19,7 @@ QString unchanged(const QString& text) {
     return text;
 }
 
-/// One box: what it is called and takes, and how its text comes from a decimal number and becomes one.
+/// One box: its name and allowed characters, and the conversions of its text from and to a decimal number.
 struct Box {
     const char* label;
     const char* caption;

@@ -6,8 +6,8 @@
 
 class KeyFilterEdit;
 
-/// Converts one number between decimal, hexadecimal, binary and octal as it is typed. The box in use leads; what the
-/// conversion writes into the others sets off nothing.
+/// Converts one number between decimal, hexadecimal, binary and octal as it is typed. The box in use is the source;
+/// changes of the others by the conversion start no further one.
 class frmConvert : public QDialog {
     Q_OBJECT
 

@@ -10,9 +10,9 @@
 #include <vector>
 
 /// The cells of one pane of a hex view: sixteen columns and the rows of a page, each with a text, and a cursor among
-/// them that never rests where the file has no byte. Knows where the data ends but not how to page: when the cursor
-/// would leave the rows it asks its owner to move the page, and goes on when the signal has returned. Rows and columns
-/// count from 0. Belongs to the view, draws nothing itself: a GridPane shows it.
+/// them that is never after the end of the file. The grid has the end of the data but does not page: before the cursor
+/// would leave the rows it emits a signal for its owner to move the page, and continues when the signal has returned.
+/// Rows and columns count from 0. Owned by the view, draws nothing itself: a GridPane shows it.
 class Grid : public QObject {
     Q_OBJECT
     Q_PROPERTY(int Row READ Row WRITE setRow)
@@ -48,11 +48,11 @@ class Grid : public QObject {
     /// The last position that holds data: the length of the file.
     void setMax(qint64 max) { m_max = max; }
 
-    /// Whether the pane has the keyboard. Only then does the grid ask for another page.
+    /// Whether the pane has the keyboard focus. Only then does the grid request another page.
     bool HasFocus() const { return m_hasFocus; }
     void setHasFocus(bool hasFocus);
 
-    /// Takes the cursor back to a cell with data if there is none under it any more.
+    /// Moves the cursor back to a cell with data if its own has none any more.
     void Refresh();
     void Reset();
     void SelectCell(int row, int col);
@@ -100,7 +100,7 @@ class Grid : public QObject {
 
     HexCell m_cell;
     HexCell m_previous;        ///< the cell last entered
-    bool m_keepLeave = false;  ///< LeaveCell was raised already for the cell that is about to be left
+    bool m_keepLeave = false;  ///< LeaveCell was emitted already for the current cell
     int m_rows = HexPaging::PageRows;
     std::vector<Texts> m_texts{static_cast<std::size_t>(m_rows) + 1};  ///< one row more than in use
     FilePosition m_pointer;

@@ -8,17 +8,17 @@
 class Grid;
 class GridPane;
 
-/// A pane as a screen reader sees it: a table of sixteen columns whose cells bear their offset and their text.
-/// Children count row by row. Owned by Qt's cache of accessible objects.
+/// A pane for screen readers: a table of sixteen columns whose cells have their offset and their text. Children count
+/// row by row. Owned by Qt's cache of accessible objects.
 class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterface {
  public:
     explicit GridAccessible(GridPane* pane);
     ~GridAccessible() override;
 
-    /// Makes the pane known to Qt and reports each change of it from now on.
+    /// Registers the pane with Qt and reports each change of it from now on.
     static void follow(GridPane& pane);
 
-    /// What reports are made to, by default Qt while a screen reader listens there. For tests without a desktop; null:
+    /// The receiver of reports, by default Qt while a screen reader listens there. For tests without a desktop; null:
     /// the default again.
     static void reportTo(QAccessible::UpdateHandler handler);
 
@@ -55,5 +55,5 @@ class GridAccessible : public QAccessibleWidget, public QAccessibleTableInterfac
     const GridPane& pane() const;
     const Grid& grid() const;
 
-    mutable QHash<int, QAccessible::Id> m_cells;  ///< those that were asked for, by index
+    mutable QHash<int, QAccessible::Id> m_cells;  ///< those that were requested, by index
 };

@@ -8,8 +8,8 @@
 class Grid;
 class GridPane;
 
-/// One cell of a pane for a screen reader. It stands for a place of the page, whatever byte is shown there. Owned by
-/// Qt's cache of accessible objects, and taken from it by the pane's own.
+/// One cell of a pane for screen readers. It represents a place of the page, whatever byte is shown there. Owned by
+/// Qt's cache of accessible objects, and removed from it by the pane's own.
 class GridCellAccessible : public QAccessibleInterface,
                            public QAccessibleTableCellInterface,
                            public QAccessibleActionInterface {

@@ -131,7 +131,7 @@ void GridPane::moveCursor() {
     Q_EMIT cursorMoved();
 }
 
-/// Every row is placed by one same height, whatever its letters. Control characters have no picture.
+/// All rows have the same height, whatever their letters. Control characters have no picture.
 void GridPane::DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const {
     if (m_grid.IsBeyondData(cell.row, cell.col))
         return;
@@ -226,7 +226,7 @@ void GridPane::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
 }
 
-/// Smooth wheels send parts of a notch; a turn the other way begins anew.
+/// Smooth wheels send parts of a notch; turning the other way starts again from 0.
 void GridPane::wheelEvent(QWheelEvent* event) {
     const int delta = event->angleDelta().y();
     m_wheel = (m_wheel < 0) == (delta < 0) ? m_wheel + delta : delta;
@@ -247,7 +247,7 @@ void GridPane::focusOutEvent(QFocusEvent*) {
     Q_EMIT focusLost();
 }
 
-/// Tab goes between the two panes, by the view's own rule.
+/// Tab moves between the two panes, by the view's own rule.
 bool GridPane::focusNextPrevChild(bool) {
     return false;
 }

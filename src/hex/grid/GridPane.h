@@ -12,24 +12,23 @@
 class Grid;
 class QPainter;
 
-/// The picture of a Grid, and the source of its keys, clicks and focus. Paints what the grid holds, only the cells that
-/// changed; the window keeps the picture. The cursor is a child of its own, inverted while the pane has the focus and
-/// shaded while it has not. Sizes are logical pixels; colours are the palette's. Belongs to the hex view, like the
-/// grid.
+/// Paints a Grid, and is the source of its keys, clicks and focus. It paints only the cells that changed; the window
+/// keeps the picture. The cursor is a child of its own, inverted while the pane has the focus and shaded while it has
+/// not. Sizes are logical pixels; colours are the palette's. Owned by the hex view, like the grid.
 class GridPane : public QWidget {
     Q_OBJECT
 
  public:
     static constexpr int RowHeight = 19;
     static constexpr int Height = RowHeight * HexPaging::PageRows;
-    static constexpr int CellHeight = Height / 20;  ///< whatever rows are in use
+    static constexpr int CellHeight = Height / 20;  ///< independent of the rows in use
     int CellWidth() const { return width() / HexPaging::BytesPerRow; }
 
     /// `widest` is the longest text of a cell. The grid outlives the pane.
     GridPane(Grid& grid, const QString& widest, QWidget* parent = nullptr);
 
     void setCursorName(const QString& name);
-    /// Which cells are painted as changed; asked at each painting.
+    /// Which cells are painted as changed; called at each painting.
     void setMarks(std::function<bool(HexCell)> isMarked) { m_isMarked = std::move(isMarked); }
     /// Off while nothing is loaded.
     void setCursorShown(bool shown);
@@ -48,21 +47,21 @@ class GridPane : public QWidget {
     QRect cellRect(HexCell cell) const;
     /// The one under a point of the pane, if the grid has a row there.
     std::optional<HexCell> cellAt(const QPoint& point) const;
-    /// The font of all panes of a hex view, as high as the rows can take.
+    /// The font of all panes of a hex view, as high as the rows allow.
     static QFont paneFont();
 
  Q_SIGNALS:
-    /// Before the grid looks at the key, which does not when it is `taken`.
+    /// Emitted before the grid handles the key, which it does not if it is `taken`.
     void keyPressed(QKeyEvent* event, bool* taken);
-    /// What a key or an input method typed; control characters are among it. Unless it is `taken` the key goes to the
-    /// parent.
+    /// Text from a key or an input method, which may contain control characters. Unless it is `taken`, the key is
+    /// passed to the parent.
     void typed(const QString& text, bool* taken);
     void focusGained();
     void focusLost();
     void wheelTurned(int notches);
-    /// Position in the pane. The key for menus asks at the cursor.
+    /// Position in the pane. For the menu key it is that of the cursor.
     void rightReleased(const QPoint& position);
-    /// What a screen reader is notified of: the cursor moved, a cell changed, all cells did.
+    /// Events for screen readers: the cursor moved, a cell changed, all cells did.
     void cursorMoved();
     void cellChanged(int row, int col);
     void pageChanged();
@@ -83,7 +82,7 @@ class GridPane : public QWidget {
  private:
     class Cursor;
 
-    /// Takes its size, listens to the grid and puts the cursor on its cell.
+    /// Sets its size, connects to the grid and places the cursor on its cell.
     void InitializeGrid(int cellWidth);
     void DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const;
     void paintDivider(QPainter& painter) const;

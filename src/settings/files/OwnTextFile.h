@@ -11,11 +11,11 @@
 #include <optional>
 
 /// The small files that the program keeps for itself: lists, histories, language files. Lines end in CR LF, and LF
-/// alone is read too. Written as UTF-8 without a byte order mark; read as what the mark says, else as UTF-8, else as
-/// Windows-1252. Only regular files are read. Lengths are bytes.
+/// alone is read too. Written as UTF-8 without a byte order mark; read in the encoding of the mark, else as UTF-8, else
+/// as Windows-1252. Only regular files are read. Lengths are bytes.
 namespace OwnTextFile {
 
-/// More than any list that the program writes has in it.
+/// More bytes than any list that the program writes.
 inline constexpr qsizetype MostListBytes = 16 * 1024 * 1024;
 
 /// The path of a file of the program folder.
@@ -32,14 +32,14 @@ struct Content {
 /// A file longer than `most` is an error.
 Content read(const QString& path, qsizetype most);
 
-/// A last line without an end counts, an empty one behind the last end does not.
+/// A last line without an end counts, an empty one after the last end does not.
 QStringList linesOf(QByteArrayView bytes);
 
 /// Nothing when the file cannot be read or is longer than `most`.
 std::optional<QStringList> readLines(const QString& path, qsizetype most);
 
-/// Replaces the file whole, and makes its folder first. A line with a line break in it is left out. False: the file
-/// could not be written and is as it was before.
+/// Replaces the whole file, and creates its folder first. A line that contains a line break is left out. False: the
+/// file could not be written and is unchanged.
 bool writeLines(const QString& path, const QStringList& lines);
 
 }  // namespace OwnTextFile

@@ -5,7 +5,7 @@
 #include <map>
 #include <utility>
 
-/// A registry that lives as long as the object: for tests, and for a run that is to leave nothing behind.
+/// A registry in memory: for tests, and for a run that must leave nothing behind.
 class MemoryRegistry : public RegistryStore {
  public:
     int openKey(RegistryRoot root, const QString& path) override;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// An error that an operation raised: the operation gave false, and its object hands this out. Number 0: none.
+/// An error that an operation raised: the operation returned false, and its object returns this. Number 0: none.
 struct RaisedError {
     qint32 number = 0;
     QString source;

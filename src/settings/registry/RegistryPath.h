@@ -9,11 +9,11 @@
 struct RegistryName {
     explicit RegistryName(const QString& name);
 
-    QByteArray spelling;  ///< UTF-8; half a surrogate pair has become a replacement character
+    QByteArray spelling;  ///< UTF-8; an unpaired surrogate is replaced by a replacement character
     QByteArray folded;
 };
 
-/// The path of a key, taken apart: one step for each key from below the root down to the key itself.
+/// The path of a key, split into one step for each key from below the root to the key itself.
 class RegistryPath {
  public:
     struct Step {

@@ -29,12 +29,12 @@ constexpr struct {
     char16_t letter;
 } Escapes[] = {{u'\\', u'\\'}, {u'"', u'"'}, {u'\n', u'n'}, {u'\r', u'r'}, {u'\t', u't'}};
 
-/// Half a pair cannot be written in UTF-8; separators and the like would break or hide in a line.
+/// An unpaired surrogate cannot be written in UTF-8; separators and the like would break a line or be invisible in it.
 bool isSeen(char32_t character) {
     return QChar::isPrint(character) && character != QChar::LineSeparator && character != QChar::ParagraphSeparator;
 }
 
-/// The character there, or half a pair that stands alone.
+/// The character at the index, or an unpaired surrogate.
 char32_t characterAt(const QString& text, qsizetype at) {
     const bool pair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
     return pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : text[at].unicode();
@@ -62,7 +62,7 @@ QString quoted(const QString& text) {
     return u'"' + escaped(text) + u'"';
 }
 
-/// Reads the parts of one line from left to right; after the first that isn't there nothing more is.
+/// Reads the parts of one line from left to right; after the first missing one no other is found.
 class LineReader {
  public:
     explicit LineReader(QStringView line) : m_rest(line) {}
@@ -75,7 +75,7 @@ class LineReader {
         return true;
     }
 
-    /// The text up to `end`, which is taken too, with its escapes resolved.
+    /// The text up to `end`, which is consumed too, with its escapes resolved.
     std::optional<QString> takeUntil(QChar end) {
         QString text;
         while (!m_rest.isEmpty()) {
@@ -152,7 +152,7 @@ QString textOf(const RegistryValue& value) {
     return units.endsWith(QChar(QChar::Null)) ? units.chopped(1) : units;
 }
 
-/// How the types with a form of their own are written and read; `data` is what stands behind the colon.
+/// How the types with a form of their own are written and read; `data` is the text after the colon.
 struct TypeForm {
     qint32 type;
     const char* name;
@@ -252,7 +252,7 @@ constexpr TypeForm Forms[] = {
     {RegistryType::Binary, "binary", binaryText, binaryFromLine, binaryText, oneFromPlain<binaryFromLine>},
 };
 
-/// The form of the value's type, when what it writes is read back as the very same value.
+/// The form of the value's type, if what it writes is read back as exactly the same value.
 const TypeForm* formFor(const RegistryValue& value) {
     const auto* form = std::ranges::find_if(Forms, [&](const TypeForm& each) { return each.type == value.type; });
     const bool faithful = form != std::end(Forms) && form->fromLine(form->line(value)) == value;
@@ -289,7 +289,7 @@ void exportInto(QString& text, RegistryStore& store, const KeyName& key) {
         exportInto(text, store, {key.root, key.path.isEmpty() ? name : key.path + u'/' + name});
 }
 
-/// The text between the brackets of a key's line; "]" stands in it as it is, since only the last one ends it.
+/// The text between the brackets of a key's line; "]" is not escaped in it, since only the last one ends it.
 std::optional<KeyName> keyFromLine(QStringView line) {
     if (!line.endsWith(u']'))
         return std::nullopt;
@@ -298,7 +298,7 @@ std::optional<KeyName> keyFromLine(QStringView line) {
     return text ? RegistryText::keyFromText(*text) : std::nullopt;
 }
 
-/// What is wrong with the line; null when nothing is. Adds what it says to the entries.
+/// Adds the content of the line to the entries. Returns what is wrong with it; null when nothing is.
 const char* parseLine(QStringView line, QList<Entry>& entries) {
     if (line.startsWith(u'[')) {
         const std::optional<KeyName> key = keyFromLine(line);

@@ -17,11 +17,11 @@
 ///     "Bytes" = binary:00 ff
 ///
 /// A key without values is a line in brackets alone. Types: string, expand, multi (strings with "," between), dword,
-/// dword-be, binary; hex(N) for the bytes of any other type, and for data that isn't of the usual form of its own. In
-/// quotes and brackets stand \\ \" \n \r \t and \u{HEX} for what can't be seen. Empty lines and lines that begin with
-/// "#" or ";" say nothing.
+/// dword-be, binary; hex(N) for the bytes of any other type, and for data that isn't in the usual form of its type. In
+/// quotes and brackets, \\ \" \n \r \t and \u{HEX} stand for invisible characters. Empty lines and lines that begin
+/// with "#" or ";" are ignored.
 ///
-/// Every value, name and key comes back exactly as it was.
+/// Every value, name and key is read back unchanged.
 namespace RegistryText {
 
 struct KeyName {
@@ -54,13 +54,13 @@ QString valueLine(const QString& name, const RegistryValue& value);
 /// For a person: strings as they are, numbers in decimal, bytes as hexadecimal pairs, a line for each string of a list.
 QString plainValue(const RegistryValue& value);
 /// A value of a named type ("string", "expand", "multi", "dword", "dword-be", "binary" or a number with hexadecimal
-/// data) from texts as a person types them; multi takes any number of them, the others one.
+/// data) from typed texts: any number of them for multi, one for the others.
 std::optional<RegistryValue> valueFromPlain(const QString& type, const QStringList& data);
 
-/// The key with all below it. Nothing when the key isn't there.
+/// The key with all below it. Nothing when the key doesn't exist.
 std::optional<QString> exportKey(RegistryStore& store, const KeyName& key);
 Parsed parse(const QString& text);
-/// Writes what was parsed, all of it or nothing; what else the store holds stays.
+/// Writes all entries, or none on failure; everything else in the store stays unchanged.
 int import(RegistryStore& store, const QList<Entry>& entries);
 
 }  // namespace RegistryText

@@ -95,7 +95,7 @@ SqliteConnection::SqliteConnection(const QByteArray& path, Access access) : m_ac
         return;
     sqlite3_busy_timeout(m_database, BusyPatienceMs);
     sqlite3_db_config(m_database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-    // A damaged page is told by the size of its cells before they are believed.
+    // With the size check, SQLite detects a damaged page before it uses the cells of it.
     execute("PRAGMA synchronous = NORMAL; PRAGMA cell_size_check = ON");
 }
 
@@ -129,8 +129,8 @@ SqliteConnection::Schema SqliteConnection::schema() {
 }
 
 bool SqliteConnection::createSchema() {
-    // A write ahead log spares each write its wait for the disk. Where the file system can't have one, it is done
-    // without.
+    // With a write-ahead log a write need not wait for the disk. If the file system does not support one, the store
+    // works without it.
     execute("PRAGMA journal_mode = WAL");
     takeError();
     // Tables and mark appear together, or not at all.

@@ -8,7 +8,7 @@
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// One run of a statement of SqliteConnection: bound by constructor, stepped through, reset when it goes.
+/// One run of a statement of SqliteConnection: bound by the constructor, stepped through, reset by the destructor.
 class SqliteStatement {
  public:
     SqliteStatement(class SqliteConnection& connection, sqlite3_stmt* statement);
@@ -34,7 +34,7 @@ class SqliteStatement {
 };
 
 /// An open store file and its prepared statements. Owned by SqliteRegistry. Errors are SQLite's numbers: the first one
-/// since the last takeError() is kept, and whoever opened a transaction asks for it at the end.
+/// since the last takeError() is kept, and the code that began a transaction calls takeError() at its end.
 class SqliteConnection {
  public:
     enum class Query {
@@ -52,7 +52,8 @@ class SqliteConnection {
         Count
     };
     enum class Schema { Blank, Ours, Foreign };
-    /// Shared: with a log beside the file, along with other processes. Still: the file as it lies, which nobody writes.
+    /// Shared: with a log beside the file, together with other processes. Still: the file alone, to which no process
+    /// writes.
     enum class Access { Shared, Still };
 
     /// Opens the existing file; see error() for the result.
@@ -63,10 +64,11 @@ class SqliteConnection {
     SqliteStatement statement(Query query);
     bool execute(const char* sql);
 
-    /// What the file holds. Blank: nothing yet. An error is noted and counts as Foreign.
+    /// The content of the file. Blank: nothing yet. An error is noted and counts as Foreign.
     Schema schema();
     bool createSchema();
-    /// The log beside the file is neither played in nor removed at the end, as it otherwise is by the last to close.
+    /// The log beside the file is neither replayed nor removed at the end, as the last connection to close would
+    /// otherwise do.
     void leaveFilesAlone();
 
     Access access() const { return m_access; }

@@ -39,7 +39,7 @@ int codeOf(int sqliteResult) {
     return RegistryCode::IoError;
 }
 
-/// SQLITE_ERROR is what a missing table or column gives: the file is another's, whatever it says it is.
+/// SQLITE_ERROR is the result of a missing table or column: the file is another program's, whatever its header states.
 bool isDamage(int sqliteResult) {
     return sqliteResult == SQLITE_CORRUPT || sqliteResult == SQLITE_NOTADB || sqliteResult == SQLITE_ERROR;
 }
@@ -61,7 +61,7 @@ void insertKey(SqliteConnection& connection, RegistryRoot root, const RegistryPa
     }
 }
 
-/// The names a statement with one text column gives, in its order.
+/// The names that a statement with one text column returns, in its order.
 QStringList namesOf(SqliteStatement& statement) {
     QStringList names;
     while (statement.nextRow())
@@ -75,7 +75,7 @@ SqliteRegistry::SqliteRegistry(const QString& path) : m_path(path), m_folder(QFi
 
 SqliteRegistry::~SqliteRegistry() {
     if (m_connection) {
-        // The last to close removes the log by its name: nobody may begin a new file meanwhile.
+        // The last connection to close deletes the log by its name: no process may begin a new file meanwhile.
         const FolderLock lock(m_folder);
         m_connection.reset();
     }
@@ -215,7 +215,7 @@ int SqliteRegistry::read(const Work& work) {
     return result == SQLITE_OK ? code : codeOf(result);
 }
 
-/// A write that can only take away: where there is no file there is nothing to take, and none is made for it.
+/// A write that only deletes: without a file there is nothing to delete, and none is created.
 int SqliteRegistry::change(const Work& work) {
     return m_inBatch || FileIdentity::of(m_path) ? write(work) : RegistryCode::NotFound;
 }
@@ -251,10 +251,10 @@ int SqliteRegistry::writeOnce(const Work& work, int& sqliteResult) {
     return sqliteResult == SQLITE_OK ? code : codeOf(sqliteResult);
 }
 
-/// Gives SQLITE_EMPTY when there is nothing to read yet: no file, or one without tables.
+/// Returns SQLITE_EMPTY when there is nothing to read yet: no file, or one without tables.
 int SqliteRegistry::openForReading() {
     const std::optional<FileIdentity> identity = FileIdentity::of(m_path);
-    // Nobody tells a connection that takes its file for still when that has changed.
+    // A connection that assumes that no process writes to its file is not notified when one does.
     if (m_connection && (identity != m_identity || m_connection->access() == SqliteConnection::Access::Still))
         letGo();
     if (!identity)
@@ -279,7 +279,7 @@ int SqliteRegistry::openForReading() {
     return m_schemaKnown ? SQLITE_OK : SQLITE_EMPTY;
 }
 
-/// Where nothing can be made beside the file a log can't either: then the file is read as it lies.
+/// If no file can be created beside it, there can be no log either: then the file alone is read.
 SqliteConnection::Schema SqliteRegistry::lookAtSchema(int& sqliteResult) {
     const SqliteConnection::Schema schema = m_connection->schema();
     sqliteResult = m_connection->takeError();
@@ -292,7 +292,7 @@ SqliteConnection::Schema SqliteRegistry::lookAtSchema(int& sqliteResult) {
     return lying;
 }
 
-/// What stands in a log is part of the store and is missing in the file.
+/// The content of a log is part of the store and is missing in the file.
 bool SqliteRegistry::hasLog() const {
     return QFileInfo(m_path + QLatin1String("-wal")).size() > 0;
 }
@@ -313,14 +313,14 @@ int SqliteRegistry::openForWriting() {
     return SQLITE_OK;
 }
 
-/// Made before SQLite does it, so that what it holds is the owner's alone.
+/// Created before SQLite does it, so that only the owner can access it.
 bool SqliteRegistry::makeFile() const {
     QFile file(m_path);
     return file.open(QIODevice::WriteOnly | QIODevice::Append, QFile::ReadOwner | QFile::WriteOwner);
 }
 
-/// Moves the file that was found damaged out of the way, unless another process has done so already. The folder is
-/// locked. Its log goes along: left behind it would be played into the new file.
+/// Renames the file that was found damaged, unless another process has done so already. The folder is locked. Its log
+/// is renamed too: if it stayed, it would be replayed into the new file.
 bool SqliteRegistry::setAside() {
     letGo();
     const std::optional<FileIdentity> identity = FileIdentity::of(m_path);
@@ -335,7 +335,7 @@ bool SqliteRegistry::setAside() {
     return QFile::rename(m_path, target);
 }
 
-/// Lets go of a file that is damaged, half made or no longer the one at the path, and touches nothing beside it.
+/// Closes a file that is damaged, incomplete or no longer the one at the path, and touches nothing beside it.
 void SqliteRegistry::letGo() {
     if (m_connection)
         m_connection->leaveFilesAlone();

@@ -6,20 +6,20 @@
 
 #include <memory>
 
-/// The registry in one SQLite file, whose path the shell gives. Several processes may use the file at once, each with
-/// an object of its own (never one carried through a fork); what an operation has acknowledged stays.
+/// The registry in one SQLite file, whose path the shell passes. Several processes may use the file at once, each with
+/// an object of its own (never one inherited through a fork); what an operation has acknowledged stays stored.
 ///
-/// Nothing is touched before the first operation, and the file and its folder are made by the first write, not before:
-/// until then everything reads as missing. Where they can't be made or written, writes fail by their result, and a file
-/// that is there is read all the same. While it is open a log and an index stand beside the file; the last process to
-/// close removes them.
+/// Nothing is touched before the first operation, and the file and its folder are created by the first write, not
+/// before: until then every key is reported as missing. Where they can't be created or written, writes return an error,
+/// and an existing file can still be read. While it is open, there are a log and an index beside the file; the last
+/// process to close deletes them.
 ///
 /// A file that is damaged (no database, cut short, another program's tables, a page that turns out broken later, no
-/// regular file at all) is set aside as "<file>.damaged-1" or the next free number, and the store goes on empty. This
-/// and every write happens under a lock of the folder, and a write looks first whether the path still names the file
-/// that is open: so no process goes on writing into a file that another has set aside.
+/// regular file at all) is renamed to "<file>.damaged-1" or the next free number, and the store continues empty. This
+/// and every write happens under a lock of the folder, and a write first checks whether the path still names the open
+/// file: so no process continues to write into a file that another has renamed.
 ///
-/// Waits for other processes up to five seconds, then gives Busy.
+/// Waits for other processes up to five seconds, then returns Busy.
 class SqliteRegistry : public RegistryStore {
  public:
     explicit SqliteRegistry(const QString& path);

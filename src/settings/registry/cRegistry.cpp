@@ -9,7 +9,7 @@ constexpr qint32 RaisedNumber = 26001;
 constexpr int SectionBuffer = 255;
 constexpr int Raising = -1;
 
-/// "%NAME%" gives way to the variable of that name; a "%" that closes no known name may open the next.
+/// "%NAME%" is replaced by the variable of that name; a "%" that ends no known name may begin the next.
 QString withEnvironment(const QString& text) {
     QString result;
     qsizetype done = 0;
@@ -40,12 +40,12 @@ QString textOf(const QVariant& value) {
     return value.toString();
 }
 
-/// What was written as a string ends in its terminating zero; what is empty has none to drop.
+/// A value written as a string ends in its terminating zero; an empty one has none to drop.
 QString withoutLast(const QString& units) {
     return units.chopped(units.isEmpty() ? 0 : 1);
 }
 
-/// The upper bound less the lower bound less one is what counts as the length: the last byte stays behind.
+/// The length is taken as the upper bound less the lower bound less one: the last byte is not stored.
 QByteArray withoutLast(const QByteArray& bytes) {
     return bytes.chopped(bytes.isEmpty() ? 0 : 1);
 }

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int SectionBuffer = 256;
 
-/// First the key alone, then the first tree below it as often as one is there and goes, then the key again.
+/// First the key alone, then the first tree below it as long as there is one and it can be deleted, then the key again.
 bool deleteTree(RegistryStore& store, RegistryRoot root, const QString& key) {
     if (DeleteRegKey(store, root, key))
         return true;
@@ -43,7 +43,7 @@ bool SetRegDword(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, 
 bool DeleteRegTree(RegistryStore& store, RegistryRoot hRoot, const QString& sKey) {
     if (store.openKey(hRoot, sKey) != RegistryCode::Ok)
         return false;
-    // As one step, so that nobody meets half a tree; what could be deleted stays deleted all the same.
+    // In one transaction, so that no other process sees half a tree; what could be deleted stays deleted in any case.
     bool deleted = false;
     const int code = store.runBatch([&] {
         deleted = deleteTree(store, hRoot, sKey);

@@ -2,13 +2,13 @@
 
 #include "settings/registry/RegistryStore.h"
 
-// The module procedures: one value or key at a time, over the store given first. None raises; one that writes or
-// deletes gives true when it has worked, and callers are free not to look.
+// The module procedures: one value or key at a time, in the store that is passed first. None raises; one that writes or
+// deletes returns true on success, which callers may ignore.
 
 /// The key, below the current user's root, that holds all of the program's own.
 QString programKey();
 
-/// Makes the key if need be. An empty name is the key's default value.
+/// Creates the key if needed. An empty name is the key's default value.
 bool SetRegString(RegistryStore& store, RegistryRoot hRoot, const QString& sKey, const QString& sName,
                   const QString& sValue);
 /// The text up to its first zero character; "" when key or value is missing or the value isn't of type string.

@@ -5,8 +5,8 @@
 #include <array>
 
 /// The rows above the documents: band "Tool" with the tool bar and, in a row of its own, band "Tab" with the document
-/// tabs. Owned by the frame. The bands' visible flags are kept here and nowhere else; with none of them visible the
-/// whole bar is hidden.
+/// tabs. Owned by the frame. The bands' visible flags are stored only here; with none of them visible the whole bar is
+/// hidden.
 class CoolBar : public QWidget {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ class CoolBar : public QWidget {
 
     explicit CoolBar(QWidget* parent = nullptr);
 
-    /// Puts the widget into the band, which owns it from then on.
+    /// Moves the widget into the band, which owns it from then on.
     void setBand(Band band, QWidget* content);
     bool isBandVisible(Band band) const;
     void setBandVisible(Band band, bool visible);

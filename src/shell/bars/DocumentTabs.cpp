@@ -15,7 +15,7 @@ constexpr int NormalImage = 1;
 constexpr int ChangedImage = 2;
 constexpr int LockedImage = 3;
 
-/// What a screen reader says behind the tab's caption, by image.
+/// What a screen reader speaks after the tab's caption, by image.
 QString spokenState(int image) {
     switch (image) {
         case ChangedImage:
@@ -74,7 +74,7 @@ void DocumentTabs::DelTab(const frmDocument* document) {
     const int index = indexOf(document->fIdx);
     if (index < 0)
         return;
-    const QSignalBlocker silent(m_strip);  // the child windows decide who comes next
+    const QSignalBlocker silent(m_strip);  // the child windows decide which one is next
     m_strip.removeTab(index);
 }
 

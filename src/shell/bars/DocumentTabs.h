@@ -9,8 +9,8 @@ class MdiChildren;
 class TabStrip;
 class frmDocument;
 
-/// The tab strip in step with the child windows: one tab a document, known by its key (the tab's data). Owned by the
-/// strip. A tab click runs the event loop once; clicks that the click itself brings about are passed over by a guard.
+/// The tab strip, kept in step with the child windows: one tab a document, identified by its key (the tab's data).
+/// Owned by the strip. A tab click runs the event loop once; a guard ignores clicks that the click itself causes.
 class DocumentTabs : public QObject {
     Q_OBJECT
 
@@ -22,11 +22,11 @@ class DocumentTabs : public QObject {
     /// A tab at the end, selected.
     void AddDocumentTab(const frmDocument* document);
     void DelTab(const frmDocument* document);
-    /// Brings caption, tool tip and image in line with the document.
+    /// Updates caption, tool tip and image from the document.
     void SetTabCaption(const frmDocument* document);
 
     int count() const;
-    /// Selects the tab of that key; its document comes to the front.
+    /// Selects the tab of that key and activates its document.
     void selectKey(const QString& key);
     int indexOf(const QString& key) const;
     /// 1 normal, 2 changed, 3 locked; 0 for no such tab.

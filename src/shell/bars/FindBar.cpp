@@ -32,7 +32,7 @@ FindBar::FindBar(QWidget& window, const ActiveDocument& active, Options& options
     m_box->setToolTip(u"Search text (F6)"_qs);
     m_box->setEditable(true);
     m_box->setInsertPolicy(QComboBox::NoInsert);
-    m_box->setCompleter(nullptr);  // it would change what is typed
+    m_box->setCompleter(nullptr);  // it would change the typed text
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_box->hide();
     m_box->installEventFilter(this);
@@ -130,7 +130,7 @@ void FindBar::SaveSearchKeys() const {
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Wheel)
-        return true;  // it would put an older text in the place of what is typed
+        return true;  // it would replace the typed text by an older one
     if (event->type() == QEvent::FocusIn)
         takeFindHistory();
     if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {

@@ -7,40 +7,40 @@ class QComboBox;
 class QWidget;
 struct Options;
 
-/// The find bar `cmbSearch` in the tool bar: what was searched for, the newest first, and the text to search for now.
-/// The box is the only copy of that list, and the options are the only place of the search flags. Owned by the window.
-/// Without an active document Enter searches nothing; the text is added to the list all the same.
+/// The find bar `cmbSearch` in the tool bar: the texts searched for, the newest first, and the current one. The box is
+/// the only copy of that list, and the options are the only place of the search flags. Owned by the window. Without an
+/// active document Enter searches nothing; the text is added to the list all the same.
 class FindBar : public QObject {
     Q_OBJECT
 
  public:
     FindBar(QWidget& window, const ActiveDocument& active, Options& options);
 
-    /// Puts the box into the place that the tool bar keeps for it.
+    /// Places the box in the tool bar.
     void placeIn(QWidget& place);
 
-    /// The box, for whoever gives it the focus.
+    /// The box, for code that gives it the focus.
     QWidget* widget() const;
     QString text() const;
     void AddSearchKey(const QString& pText, bool pMoveToTop);
-    /// A find dialog has searched: takes over text and flags. An empty text changes nothing.
+    /// A find dialog has searched: copies its text and flags. An empty text changes nothing.
     void AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord);
     void FindNext();
     void FindPrevious();
 
-    /// Fills the find history of the controls too, which is kept while the program runs.
+    /// Fills the find history of the controls too, which exists while the program runs.
     void LoadSearchKeys();
     void SaveSearchKeys() const;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  Q_SIGNALS:
-    /// The search flags were taken over from a find dialog.
+    /// The search flags were set from those of a find dialog.
     void searched();
 
  private:
     QStringList keys() const;
-    /// Leaves the text in the box as it is.
+    /// Leaves the text in the box unchanged.
     void setKeys(const QStringList& keys);
     void find();
     void takeFindHistory();

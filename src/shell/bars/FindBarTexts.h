@@ -13,7 +13,8 @@ enum class Change {
     Raised,  ///< it was in the list and was moved to the top
 };
 
-/// Puts a text on top of the list. One that is there already is moved only when that is wanted; a blank one is ignored.
+/// Adds a text at the top of the list. One that is in the list already is moved only if requested; a blank one is
+/// ignored.
 Change AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop);
 
 /// The list from the lines of its file, which has the oldest first.

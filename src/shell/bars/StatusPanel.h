@@ -18,7 +18,7 @@ class StatusPanel : public QWidget {
     void setText(const QString& text);
     const QIcon& picture() const { return m_picture; }
     void setPicture(const QIcon& picture);
-    /// How many letters the panel is to have room for.
+    /// The number of letters for which the panel should have room.
     void setRoomFor(int letters);
 
     QSize sizeHint() const override;

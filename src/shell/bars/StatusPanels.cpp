@@ -11,7 +11,7 @@ namespace {
 
 enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
 
-/// Letters that each panel has room for; the first takes what is left.
+/// Letters for which each panel has room; the first gets the remaining width.
 constexpr std::array<int, 4> PanelRoom = {0, 48, 22, 16};
 
 }  // namespace

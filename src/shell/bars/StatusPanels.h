@@ -8,8 +8,8 @@ class QStatusBar;
 class StatusPanel;
 class frmDocument;
 
-/// What the status bar shows of the active document: 1 a notice of its text view, else the recording of a macro, else
-/// what was switched off for its size, 2 cursor position, 3 last update of the file, 4 its size. Owned by the bar.
+/// The panels of the status bar for the active document: 1 a notice of its text view, else the recording of a macro,
+/// else what was switched off for its size, 2 cursor position, 3 last update of the file, 4 its size. Owned by the bar.
 class StatusPanels : public QObject {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ class StatusPanels : public QObject {
 
     /// No document is left.
     void clear();
-    /// Until an empty text comes.
+    /// Shown until an empty text is set.
     void ShowNotice(const QString& text);
     void ShowRecording(const QString& text);
 
@@ -32,7 +32,7 @@ class StatusPanels : public QObject {
     QString text(int panel) const;
 
  Q_SIGNALS:
-    /// The user wants to read the whole of a panel.
+    /// The user wants to read the whole text of a panel.
     void textWanted(const QString& text);
 
  private:

@@ -2,8 +2,8 @@
 
 #include <QTabBar>
 
-/// The row of document tabs. It can be walked by keyboard, and asks for its menu at the release of the right button or
-/// on the menu key.
+/// The row of document tabs. It can be used by keyboard, and requests its menu at the release of the right button or on
+/// the menu key.
 class TabStrip : public QTabBar {
     Q_OBJECT
 

@@ -30,7 +30,7 @@ bool isSeparator(const CommandRow& row) {
     return qstrcmp(row.caption, "-") == 0;
 }
 
-/// The mark follows what the command did, not the click.
+/// The mark shows the state after the command, not after the click.
 void undoClick(QAction& action, bool checked) {
     if (action.isCheckable())
         action.setChecked(!checked);

@@ -24,7 +24,7 @@ struct ToolRow;
 struct ViewToggle;
 
 /// The commands as entries of the menu bar and buttons of the tool bar, made from their tables. Owned by the frame.
-/// Enabled flags and check marks live in the entries and nowhere else; SetDocumentEnv rebuilds them from a document.
+/// Enabled flags and check marks are stored only in the entries; SetDocumentEnv rebuilds them from a document.
 ///
 /// An entry's check is kept apart from the mark that is shown, since marking a language clears all other marks;
 /// RefreshCheckedItems restores them from the checks.
@@ -35,7 +35,7 @@ class CommandEntries : public QObject {
     /// `run` carries out a target; the entries call it.
     using Runner = std::function<void(const CommandTarget&)>;
 
-    /// Rooms and bands are asked for the marks of what they show; the table outlives the entries.
+    /// The marks of what rooms and bands show are read from them; the table outlives the entries.
     CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar, QMenuBar& menuBar,
                    QToolBar& toolBar, Runner run);
 
@@ -43,7 +43,7 @@ class CommandEntries : public QObject {
     QAction* entry(const QByteArray& name) const;
     QAction* button(const QByteArray& key) const;
     QMenu* menu(const QByteArray& name) const;
-    /// Where the find bar stands in the tool bar.
+    /// The place of the find bar in the tool bar.
     QWidget* searchPlace() const { return m_searchPlace; }
 
     /// An entry beyond the table, at the end of its menu; it can be found and marked like the others.
@@ -53,10 +53,10 @@ class CommandEntries : public QObject {
     void CheckMenuItem(const QByteArray& name, bool checked);
     /// The entry's check, whatever mark is shown.
     bool isChecked(const QByteArray& name) const;
-    /// Marks the entries of that caption, of whatever kind, and no others; with an empty one none.
+    /// Marks the entries of that caption, of whatever kind, and no others; none for an empty one.
     void markOnly(const QString& caption);
 
-    /// Without a document everything stays as it was.
+    /// Without a document nothing changes.
     void SetDocumentEnv(const frmDocument* document);
     /// The entries that need a project; `changed`: there is something to save though no project has a name.
     void SetProjectMenus(const QString& projectFilename, bool changed);

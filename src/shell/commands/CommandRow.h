@@ -8,8 +8,8 @@ class RoomsToCome;
 class ViewCommands;
 class frmDocument;
 
-/// What a command runs: a procedure of the frame, one of the active document (without a document nothing), or one of a
-/// room that is not built yet. All empty: a sub-menu or a separator.
+/// The target of a command: a procedure of the frame, one of the active document (without a document nothing), or one
+/// of a room that is not built yet. All empty: a sub-menu or a separator.
 struct CommandTarget {
     void (FileCommands::*file)() = nullptr;
     void (ViewCommands::*view)() = nullptr;
@@ -24,7 +24,7 @@ struct CommandTarget {
 
 /// One entry of the menus.
 struct CommandRow {
-    const char* parent;   ///< name of the menu it stands in; empty: the menu bar
+    const char* parent;   ///< name of its menu; empty: the menu bar
     const char* name;     ///< also the entry's object name
     const char* caption;  ///< "-": a separator
     const char* key;      ///< portable form of the shortcut; empty: none

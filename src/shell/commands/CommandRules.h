@@ -9,7 +9,7 @@ enum class Enabled {
     InHex,           ///< the document shows bytes
 };
 
-/// What of a document decides over the commands.
+/// The properties of a document that decide which commands are enabled.
 struct DocumentState {
     bool text = true;  ///< text mode, not hex
     bool locked = false;

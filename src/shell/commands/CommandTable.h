@@ -4,7 +4,7 @@
 
 #include <span>
 
-/// All commands, in the order in which they stand in the menus.
+/// All commands, in the order of the menus.
 std::span<const CommandRow> commandTable();
 
 /// The row of that name; null when there is none.

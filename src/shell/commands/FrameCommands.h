@@ -9,8 +9,8 @@ class SearchToggles;
 class frmDocument;
 struct DocumentServices;
 
-/// The commands that search, concern macros and languages, or open a tool, and what documents ask of the frame. Owned
-/// by the frame; passes them on, and decides nothing.
+/// The commands that search, use macros and languages, or open a tool, and the requests of documents to the frame.
+/// Owned by the frame; forwards the calls and decides nothing.
 class FrameCommands {
  public:
     /// `window` is the frame.
@@ -34,7 +34,7 @@ class FrameCommands {
     void ShowConvertor();
     void StartCalculator();
 
-    /// From now on a new document gets what it asks for.
+    /// From now on the requests of a new document are handled.
     void answerRequests(const frmDocument& document);
 
  private:

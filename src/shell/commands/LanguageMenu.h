@@ -8,8 +8,8 @@ class CommandEntries;
 class QAction;
 class frmDocument;
 
-/// The languages in their menu, one entry each, known from other entries by an item data of 1. Owned by the frame.
-/// Marking one clears the marks of all other entries until the commands are brought up to date from a document.
+/// The languages in their menu, one entry each, distinguished from other entries by an item data of 1. Owned by the
+/// frame. Marking one clears the marks of all other entries until the commands are updated from a document.
 class LanguageMenu {
  public:
     LanguageMenu(CommandEntries& commands, const ActiveDocument& active);

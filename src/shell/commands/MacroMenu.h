@@ -11,8 +11,8 @@ class QWidget;
 class Settings;
 struct EditorGlobals;
 
-/// The macros in their menu: one slot for each that has a hot key and that the user wants to see there, and a mark
-/// while one is recorded. Owned by the frame. The dialog and the question run the event loop.
+/// The macros in their menu: one slot for each that has a hot key and that the user has put there, and a mark while one
+/// is recorded. Owned by the frame. The dialog and the question run the event loop.
 class MacroMenu : public QObject {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ class MacroMenu : public QObject {
     MacroMenu(QWidget& window, Prompts& prompts, Settings& settings, EditorGlobals& globals, const HelpPages& help,
               CommandEntries& commands, const MenuSlots& menuSlots);
 
-    /// Brings the slots in line with hot keys and settings.
+    /// Updates the slots from hot keys and settings.
     void UpdateMacroMenu();
     /// Sets all hot keys, and so all macros, back to the defaults after a question.
     void ResetKeys();

@@ -7,8 +7,8 @@ class CommandEntries;
 class QAction;
 class SlotCommands;
 
-/// An array of entries at the end of a menu, made once and then only shown, hidden and named anew. Slot 0 is a disabled
-/// placeholder that stands there while no other is in use.
+/// An array of entries at the end of a menu, created once and then only shown, hidden and renamed. Slot 0 is a disabled
+/// placeholder, shown while no other is in use.
 struct SlotArray {
     const char* menu;
     const char* name;         ///< an entry's object name is this and its number in brackets
@@ -19,14 +19,13 @@ struct SlotArray {
 };
 
 /// The entries that are filled while the program runs: recent files and projects, favourite projects, macros. A slot is
-/// in use exactly when it is visible; its caption is the text kept in it, its tag the data of the action. They belong
-/// to the menus.
+/// in use exactly when it is visible; its caption is its text, its tag the data of the action. Owned by the menus.
 class MenuSlots {
  public:
     /// Called with the array and number of the slot that was chosen.
     using Runner = std::function<void(const SlotArray& array, int number)>;
 
-    /// Makes the slots. The table outlives them.
+    /// Creates the slots. The table outlives them.
     MenuSlots(CommandEntries& commands, std::span<const SlotArray> table, const Runner& run);
 
     QAction* slot(const char* array, int number) const;

@@ -7,18 +7,18 @@ class DocumentOpening;
 class FileCommands;
 class MdiChildren;
 
-/// What the side panel asks of the frame, one function for each of its events. Owned by the frame.
+/// The requests of the side panel to the frame, one function for each of its events. Owned by the frame.
 class PanelRequests {
  public:
     PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, FileCommands& commands);
 
-    /// By key; it comes to the front.
+    /// By key; the document is activated.
     void selectDocument(const QString& key);
     void openFile(const QString& path);
     /// These two work on the active document, whichever row was clicked.
     void closeDocument();
     void saveDocument();
-    /// A drag of rows out of the file list: while it runs no document takes a drop.
+    /// Rows are dragged out of the file list: meanwhile no document accepts a drop.
     void dragStarts();
     void dragEnds();
 

@@ -3,7 +3,7 @@
 #include <QString>
 
 /// Calls of the frame into rooms that are not built yet, each in its final place. Every one does nothing until its room
-/// takes it over and it leaves this list.
+/// implements it and it is removed from this list.
 class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
@@ -15,7 +15,7 @@ class RoomsToCome {
     virtual void SaveRecentFiles() {}
     virtual void SaveRecentProjects() {}
     virtual void SaveFavProjects() {}
-    /// Puts a path on top of the recent files.
+    /// Adds a path at the top of the recent files.
     virtual void AddLRUFile(const QString&) {}
     virtual void RestoreSession() {}
     virtual void SaveSession() {}
@@ -47,10 +47,10 @@ class RoomsToCome {
     // Dialogs.
     virtual void ShowProperties() {}
     virtual void ShowAbout() {}
-    /// Lets the language of the program be chosen, and keeps it.
+    /// Has the user choose the language of the program, and stores it.
     virtual void ChooseLanguage() {}
 
-    // What lies outside the program.
+    // Things outside the program.
     virtual void OpenWindowsDirectory() {}
     virtual void OpenSystemDirectory() {}
     virtual void OpenDesktop() {}

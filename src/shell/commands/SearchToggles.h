@@ -17,7 +17,7 @@ class SearchToggles {
 
     /// A click on the menu entry.
     void toggle(const char* entry);
-    /// Marks what the options say, after somebody else has set them.
+    /// Updates the marks from the options after other code has changed them.
     void showOptions();
 
  private:

@@ -9,8 +9,8 @@ class MenuSlots;
 class RoomsToCome;
 struct SlotArray;
 
-/// What the entries do that are filled while the program runs; each function is given the number of the slot. Owned by
-/// the frame.
+/// The commands of the entries that are filled while the program runs; each function is passed the number of the slot.
+/// Owned by the frame.
 class SlotCommands {
  public:
     SlotCommands(const MenuSlots& menuSlots, RoomsToCome& rooms, MdiChildren& children, ActiveDocument& active,

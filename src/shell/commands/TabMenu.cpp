@@ -49,7 +49,8 @@ void TabMenu::BuildTabMenu() {
     findChild<QAction*>(u"mnuReadonly"_qs)->setCheckable(true);
 }
 
-// Neither in the slot itself nor over a copy of `this`: there gcc's check of the member call reads what it never wrote.
+// Not in the slot itself, and without a copy of `this`: there gcc's check of the member call reads memory that it never
+// wrote.
 void TabMenu::run(const char* key, void (FileCommands::*command)()) {
     FileCommands& commands = m_commands;
     ignoringErrors(key, [&commands, command] { (commands.*command)(); });

@@ -14,7 +14,7 @@ class TabMenu : public QMenu {
  public:
     TabMenu(const ActiveDocument& active, FileCommands& commands, QWidget* parent);
 
-    /// Brings the entries in line with the active document and shows them there.
+    /// Updates the entries from the active document and shows them there.
     void showAt(const QPoint& globalPosition);
 
  private:

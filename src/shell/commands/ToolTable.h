@@ -5,8 +5,8 @@
 #include <span>
 
 /// One button of the tool bar; an empty key is a gap. It runs the target of the command it names, but has its own rule:
-/// some buttons stay enabled where their menu entry does not. The one button without a command keeps the place of the
-/// find bar.
+/// some buttons stay enabled where their menu entry does not. The one button without a command is the place of the find
+/// bar.
 struct ToolRow {
     const char* key;
     const char* command;

@@ -6,8 +6,8 @@ class CoolBar;
 class MdiChildren;
 class RoomsToCome;
 
-/// The commands that change what is shown: of the active document, of the frame, and how the child windows lie. Owned
-/// by the frame.
+/// The commands that change the display: of the active document, of the frame, and of the arrangement of the child
+/// windows. Owned by the frame.
 class ViewCommands {
  public:
     ViewCommands(CommandEntries& entries, CoolBar& coolBar, RoomsToCome& rooms, MdiChildren& children,

@@ -4,8 +4,8 @@
 
 class frmDocument;
 
-/// What can be switched on and off in the view of a document: its menu entry, its button ("" for none), and where the
-/// document keeps it. Entry and button show the document's state and keep none of their own.
+/// A property of the view of a document that can be switched: its menu entry, its button ("" for none), and where the
+/// document stores it. Entry and button show the document's state and have none of their own.
 struct ViewToggle {
     const char* entry;
     const char* button;

@@ -20,7 +20,7 @@ WindowMenu::WindowMenu(QMenu& menu, MdiChildren& children) : QObject(&menu), m_m
     connect(&menu, &QMenu::aboutToShow, this, &WindowMenu::refill);
 }
 
-/// The first ones; an active document that is not among them takes the last place.
+/// The first ones; an active document that is not among them gets the last place.
 QList<frmDocument*> WindowMenu::listedDocuments() const {
     QList<frmDocument*> listed = m_children.documents().first(qMin(m_children.documents().size(), ListLength));
     if (m_children.active() != nullptr && !listed.contains(m_children.active()))

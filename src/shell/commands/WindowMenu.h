@@ -9,7 +9,7 @@ class QMenu;
 class frmDocument;
 
 /// The window list: the first nine child windows below the other entries of the window menu, the active one checked; it
-/// takes the ninth place when it is a later one. Made anew each time the menu opens. Owned by the menu.
+/// is in the ninth place when it is a later one. Created again each time the menu opens. Owned by the menu.
 class WindowMenu : public QObject {
     Q_OBJECT
 

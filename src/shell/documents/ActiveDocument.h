@@ -7,15 +7,15 @@ class MdiChildren;
 class SystemClose;
 class frmDocument;
 
-/// Which document is the active one, and what happens to documents: whoever shows something of them connects here and
-/// asks nobody else. Owned by the frame. A document's own signals arrive through this object from add() on.
+/// Which document is the active one, and the events of all documents: code that shows a property of them connects only
+/// to this object. Owned by the frame. A document's own signals are forwarded by this object from add() on.
 ///
-/// The text and hex switch runs the event loop; Close is greyed meanwhile.
+/// The text and hex switch runs the event loop; Close is disabled meanwhile.
 class ActiveDocument : public QObject {
     Q_OBJECT
 
  public:
-    /// What of a document is not as it was.
+    /// What has changed in a document.
     enum What {
         State = 1,     ///< its file's name, whether it is changed, whether it is locked
         File = 2,      ///< size and time of its file on disk
@@ -32,10 +32,10 @@ class ActiveDocument : public QObject {
     /// Null while there is no document.
     frmDocument* get() const;
     bool is(const frmDocument* document) const { return document != nullptr && document == get(); }
-    /// Brings the document to the front; one that is active already is left as it is, minimised or not. May be null.
+    /// Activates the document; one that is active already is left unchanged, minimised or not. May be null.
     void activate(frmDocument* document);
 
-    /// Puts a new document into the frame, in front of the others.
+    /// Adds a new document to the frame, in front of the others.
     void add(frmDocument* document);
     /// The document has ended and is not among the others any more.
     void remove(frmDocument* document);
@@ -53,7 +53,7 @@ class ActiveDocument : public QObject {
     void reportClosing(frmDocument* document) { Q_EMIT closing(document); }
 
  Q_SIGNALS:
-    /// A document was made; it is the active one by now.
+    /// A document was created; it is the active one already.
     void added(frmDocument* document);
     void activated(frmDocument* document);
     /// Of any document, active or not.
@@ -61,10 +61,10 @@ class ActiveDocument : public QObject {
     /// A file was opened in the document, as far as it could be read.
     void opened(frmDocument* document, const QString& path);
     void saved(frmDocument* document, const QString& path);
-    /// The document is about to end; it was asked about its changes.
+    /// The document is about to end; the user was asked about its changes.
     void closing(frmDocument* document);
     void removed(frmDocument* document);
-    /// A document has something to say in the status bar; empty: no more.
+    /// A text of a document for the status bar; empty: none any more.
     void noticed(const QString& text);
     /// A find or replace dialog of a document has searched, or was closed.
     void searched(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);

@@ -38,6 +38,6 @@ void DiskCheck::checkFile(const QPointer<frmDocument>& document) {
         return;
     m_children.bringToFront(document);
     document->ReloadFile();
-    if (document)  // it is shown as text now, whatever it was
+    if (document)  // it is shown as text now, whatever the mode was before
         m_active.reportChange(document, ActiveDocument::Loaded);
 }

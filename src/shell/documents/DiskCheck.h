@@ -8,15 +8,16 @@ class MdiChildren;
 class frmDocument;
 struct Options;
 
-/// Looks whether other programs have changed the files of open documents. Owned by the frame. The documents ask the
-/// user, so it runs the event loop; a second look that is asked for meanwhile does not take place.
+/// Checks whether other programs have changed the files of open documents. Owned by the frame. The documents ask the
+/// user, so it runs the event loop; a second check requested meanwhile does not take place.
 class DiskCheck {
  public:
     DiskCheck(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, const Options& options);
 
-    /// Asks each document about changes on disk, and reloads those that say so. While a file is being opened it waits.
+    /// Asks each document about changes on disk, and reloads those that return true. While a file is being opened it
+    /// waits.
     void CheckFileUpdate();
-    /// The user has come back to the program: looks, when the user wants that.
+    /// The program was activated: checks, if that option is on.
     void applicationActivated();
 
  private:

@@ -16,7 +16,7 @@ void DocumentClosing::CloseActive() {
     m_children.unload(m_active.get());
 }
 
-/// Each document comes to the front for its turn. Others may have ended while one was asked about its changes.
+/// Each document is activated for its turn. Others may have ended while the user was asked about its changes.
 void DocumentClosing::CloseAll(const frmDocument* except) {
     const QString kept = except == nullptr ? QString() : except->fIdx;
     for (qsizetype i = m_children.documents().size() - 1; i >= 0; --i) {
@@ -38,7 +38,8 @@ void DocumentClosing::DocClose(frmDocument* document) {
 void DocumentClosing::askToSave(const frmDocument& document) {
     if (!document.isChange)
         return;
-    // Yes saves the active document, which while the frame closes need not be the one that asks.
+    // Yes saves the active document, which while the frame closes may be another than the one whose changes were asked
+    // about.
     if (m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document.Caption())))
         m_saving.SaveActive();
 }

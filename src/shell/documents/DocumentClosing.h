@@ -7,7 +7,7 @@ class Prompts;
 class QWidget;
 class frmDocument;
 
-/// What the frame does when documents close. Owned by the frame.
+/// The work of the frame when documents close. Owned by the frame.
 class DocumentClosing {
  public:
     /// `window` is the parent of boxes.

@@ -44,7 +44,7 @@ bool DocumentOpening::FindOpenDocument(const QString& path) {
         if (document->filename != path)
             continue;
         m_children.bringToFront(document);
-        document->setFocus();  // it may have been in front already
+        document->setFocus();  // it may have been active already
         yieldOnce();
         return true;
     }
@@ -89,7 +89,7 @@ void DocumentOpening::openExisting(const QString& path, int flags, bool checkBin
     m_systemClose.enable(true);
 }
 
-/// While a document loads in blocks another one may have come to the front, which keeps the focus.
+/// While a document loads in blocks, another one may have been activated, which keeps the focus.
 void DocumentOpening::showOpened(frmDocument* document, const QString& path) {
     document->setCaption(captionFor(path));
     m_active.reportOpened(document, path);

@@ -17,13 +17,13 @@ struct DocumentServices;
 /// a second OpenFile that arrives in the middle of one waits until the first has returned.
 class DocumentOpening {
  public:
-    /// `host` is what the documents are given, `window` the parent of boxes.
+    /// `host` is passed to the documents, `window` is the parent of boxes.
     DocumentOpening(DocumentHost& host, QWidget& window, const DocumentServices& services, MdiChildren& children,
                     ActiveDocument& active, SystemClose& systemClose);
 
-    /// An untitled document with a tab, in front.
+    /// Adds an untitled document with a tab, and activates it.
     void NewDocument();
-    /// Brings the document that shows the file to the front. The path is compared exactly.
+    /// Activates the document that shows the file. The path is compared exactly.
     bool FindOpenDocument(const QString& path);
     /// Bit 1 of `flags` locks the document before it loads.
     void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode);

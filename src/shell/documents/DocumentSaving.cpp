@@ -61,7 +61,7 @@ void DocumentSaving::SaveAs() {
     m_active.reportSaved(document, path);
 }
 
-/// Bytes are saved in blocks, between which events run: Close is greyed.
+/// Bytes are saved in blocks, between which the event loop runs: Close is disabled.
 bool DocumentSaving::save(frmDocument& document, const QString& path, int format, bool force) {
     m_systemClose.enable(false);
     bool saved = false;
@@ -89,7 +89,7 @@ void DocumentSaving::SaveAll() {
     m_active.activate(present);
 }
 
-/// Each document comes to the front for its turn.
+/// Each document is activated for its turn.
 void DocumentSaving::saveTurn(frmDocument* turn) {
     m_active.activate(turn);
     yieldOnce();

@@ -12,7 +12,7 @@ class frmDocument;
 struct DocumentServices;
 
 /// Saving documents: under their name, under another, in an encoding, all of them. Owned by the frame. Dialogs run the
-/// event loop; a cancelled one leaves everything as it was.
+/// event loop; a cancelled one changes nothing.
 class DocumentSaving {
  public:
     /// `window` is the parent of boxes; the registry holds the filters of the dialogs.
@@ -27,11 +27,11 @@ class DocumentSaving {
     /// Every document in the order of the tabs, changed or not.
     void SaveAll();
 
-    /// Where file dialogs start: the folder of the active document, when the user wants that.
+    /// The first folder of file dialogs: that of the active document, if that option is on.
     QString dialogFolder() const;
 
  private:
-    /// Asks until the name is free or may be overwritten; empty: cancelled.
+    /// Asks until the name is unused or may be overwritten; empty: cancelled.
     QString askPath(const QString& title, const QString& initialName) const;
     bool save(frmDocument& document, const QString& path, int format, bool force);
     void saveTurn(frmDocument* turn);

@@ -29,7 +29,7 @@ QList<QMdiSubWindow*> windowsByLoading(const MdiChildren& children) {
     return windows;
 }
 
-/// What the minimised windows along the lower edge leave.
+/// The area without the minimised windows along the lower edge.
 QRect roomAbove(const QRect& viewport, const QList<QMdiSubWindow*>& minimised) {
     int top = viewport.bottom() + 1;
     for (const QMdiSubWindow* window : minimised)

@@ -5,8 +5,8 @@
 
 class MdiChildren;
 
-/// Where child windows are put when they are arranged. Geometry alone, in logical pixels; what does not fit is made as
-/// small as needed.
+/// The places of child windows when they are arranged. Geometry alone, in logical pixels; windows that do not fit are
+/// made as small as needed.
 namespace MdiArrange {
 
 enum Mode {

@@ -23,11 +23,11 @@ void MdiChildren::add(frmDocument* document) {
     m_area.addSubWindow(window);
     window->setWindowIcon(document->windowIcon());
     connect(document, &QWidget::windowIconChanged, window, &QWidget::setWindowIcon);
-    // The frame has its own keys for closing and walking; two owners of one key would cancel each other.
+    // The frame has its own keys for closing and switching windows; two owners of one key would cancel each other.
     for (QAction* action : window->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());
     window->show();
-    document->setFocus();  // else the window would give the focus to the first child of the two views
+    document->setFocus();  // otherwise the window would focus the first child of the two views
     bringToFront(document);
 }
 

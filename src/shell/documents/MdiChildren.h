@@ -8,25 +8,26 @@ class QMdiSubWindow;
 class frmDocument;
 
 /// The open documents as child windows of the frame, and which of them is the active one. Owned by the frame. The
-/// active child is kept here and does not change when the application loses the focus; there is none only while there
-/// is no document. Documents belong to their windows and are destroyed from the event loop after they were closed.
+/// active child is stored here and does not change when the application loses the focus; there is always one while
+/// there is a document. Documents are owned by their windows and are destroyed from the event loop after they were
+/// closed.
 class MdiChildren : public QObject {
     Q_OBJECT
 
  public:
     explicit MdiChildren(QMdiArea& area);
 
-    /// Shows the document in a window of its own and makes it the active one.
+    /// Shows the document in a window of its own and activates it.
     void add(frmDocument* document);
     /// The document closes: from now on it is not among the others.
     void remove(frmDocument* document);
 
-    /// In the order in which they were made.
+    /// In the order of their creation.
     const QList<frmDocument*>& documents() const { return m_documents; }
     frmDocument* active() const { return m_active; }
     frmDocument* byKey(const QString& key) const;
     QMdiSubWindow* windowOf(const frmDocument* document) const;
-    /// All windows, the one in front last.
+    /// All windows in the order of their last activation, the active one last.
     QList<QMdiSubWindow*> windowsByOrder() const;
     QMdiArea& area() const { return m_area; }
 

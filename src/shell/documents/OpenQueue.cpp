@@ -16,7 +16,7 @@
 namespace {
 
 constexpr int WaitMilliseconds = 100;
-/// Of a file that was handed over and has none.
+/// For a file that was passed without a language.
 const QString defaultLanguage = u"html"_qs;
 
 }  // namespace

@@ -9,8 +9,8 @@ class MdiChildren;
 class Prompts;
 class QWidget;
 
-/// Paths from outside that wait to be opened, each behind one tab character, and the timer that opens them 100 ms after
-/// the last was added. Owned by the frame. While another file is being opened they wait for the timer once more.
+/// Paths from outside that are waiting to be opened, each after one tab character, and the timer that opens them 100 ms
+/// after the last one was added. Owned by the frame. While another file is being opened, the timer is started again.
 class OpenQueue : public QObject {
     Q_OBJECT
 

@@ -2,17 +2,17 @@
 
 #include <QString>
 
-/// What the frame reports to the side panel, and asks of it. Documents are named by their key. The link outlives the
-/// frame.
+/// The frame's calls to the side panel: reports and queries. Documents are identified by their key. The link outlives
+/// the frame.
 class PanelLink {
  public:
     virtual ~PanelLink() = default;
 
     /// First call only: the panel makes its lists ready.
     virtual void InitObjects() = 0;
-    /// A document was made.
+    /// A document was created.
     virtual void AddFile(const QString& caption, const QString& key) = 0;
-    /// Its file or state changed; `image` is that of its tab. An empty file leaves the row's text.
+    /// Its file or state changed; `image` is that of its tab. An empty file leaves the row's text unchanged.
     virtual void SetFile(const QString& file, const QString& key, int image) = 0;
     virtual void RemoveFile(const QString& key) = 0;
     /// The document was chosen by its tab.

@@ -5,9 +5,9 @@
 #include <functional>
 #include <vector>
 
-/// Whether the frame may be closed. While an operation lets events run, Close is greyed, and what would destroy the
-/// frame during it waits here. Greying nests: Close is enabled again when the outermost operation ends. Owned by the
-/// frame.
+/// Whether the frame may be closed. While an operation runs the event loop, Close is disabled, and calls that would
+/// destroy the frame wait until it has ended. Disabling nests: Close is enabled again when the outermost operation
+/// ends. Owned by the frame.
 class SystemClose : public QObject {
     Q_OBJECT
 
@@ -17,7 +17,7 @@ class SystemClose : public QObject {
     void enable(bool on);
     bool isGreyed() const { return m_operations > 0; }
 
-    /// Runs the task now, or, while Close is greyed, from the event loop once it is not any more.
+    /// Runs the task now, or, while Close is disabled, from the event loop once it is enabled again.
     void whenFree(std::function<void()> task);
 
  private:

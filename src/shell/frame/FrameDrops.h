@@ -14,8 +14,8 @@ class FrameDrops {
     FrameDrops(QObject& frame, PanelLink& panel, DocumentOpening& opening);
 
     static bool carriesFiles(const QMimeData& data);
-    /// Opens the files in the order of the drop, once the drop itself has ended, so that a box does not hold up the
-    /// program that they come from. A drag of the side panel's own rows is left to the panel.
+    /// Opens the files in the order of the drop, once the drop itself has ended, so that a box does not block the
+    /// program that is their source. A drag of the side panel's own rows is left to the panel.
     void take(const QMimeData& data);
 
  private:

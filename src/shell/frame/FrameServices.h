@@ -11,7 +11,7 @@ class Prompts;
 class RegistryStore;
 class RoomsToCome;
 
-/// What the frame is given for its life; it owns none of it.
+/// The services that the frame uses; it owns none of them.
 struct FrameServices {
     Prompts& prompts;
     RegistryStore& registry;
@@ -20,7 +20,7 @@ struct FrameServices {
     QString tail;  ///< command line tail, untrimmed
     /// Called with the name of each step of start and end as it begins; may be empty.
     std::function<void(const char* step)> noted;
-    // Where the program keeps its own files, and what was installed with it.
+    // The folder of the program's own files, and that of the installed files.
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
 };

@@ -21,7 +21,7 @@
 
 namespace {
 
-/// The inside of the window, made when it is first asked for: rows, one below the other.
+/// The central widget of the window, created at the first call: rows, one below the other.
 QVBoxLayout& rowsOf(QMainWindow& window) {
     if (window.centralWidget() == nullptr) {
         auto* inner = new QWidget(&window);
@@ -33,7 +33,7 @@ QVBoxLayout& rowsOf(QMainWindow& window) {
     return static_cast<QVBoxLayout&>(*window.centralWidget()->layout());
 }
 
-/// Adds a widget below the others, which takes so much of the height that is left.
+/// Adds a widget below the others, with this share of the remaining height.
 template <typename Row>
 Row& addRow(QMainWindow& window, int stretch) {
     QVBoxLayout& rows = rowsOf(window);

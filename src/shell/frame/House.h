@@ -41,19 +41,19 @@ class StatusPanels;
 class TabStrip;
 struct FrameServices;
 
-/// What the frame is made of, in the order in which it is made. Each part gets by its constructor what it uses; the
-/// frame alone, which owns the house, sees all of it. The widgets belong to the window.
+/// The parts of the frame, in the order of their creation. Each part gets what it uses by its constructor; only the
+/// frame, which owns this object, has access to all of it. The widgets are owned by the window.
 struct House {
     /// `window` and `host` are the frame; `run` carries out a command.
     House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run);
 
-    // Given for the life of the frame
+    // Passed to the frame
     Prompts& prompts;
     RegistryStore& registry;
     PanelLink& panel;
     RoomsToCome& rooms;
 
-    // What all documents share
+    // Shared by all documents
     Options options;
     Settings settings;
     EditorGlobals globals;
@@ -91,7 +91,7 @@ struct House {
     FrameCommands frameCommands;
     SlotCommands slotCommands;
 
-    // Made when the frame is loaded, and destroyed when it ends
+    // Created when the frame is loaded, and destroyed when it ends
     std::unique_ptr<frmOpenCheck> openCheck;
     std::unique_ptr<TabMenu> tabMenu;
 };

@@ -76,12 +76,12 @@ frmMain::frmMain(const FrameServices& services)
 }
 
 frmMain::~frmMain() {
-    // Documents call their host when they are destroyed, so that happens while it still stands.
+    // Documents call their host when they are destroyed, so that happens while it still exists.
     delete takeCentralWidget();
 }
 
-/// Who listens to what, each by the step that it does. They are called in the order of this list; the tabs stand last
-/// where they let events run.
+/// The receivers of each signal, each with the step that it does. They are called in the order of this list; the tabs
+/// are last where they run the event loop.
 void frmMain::connectListeners() {
     using Active = ActiveDocument;
     House& h = *m_house;
@@ -91,7 +91,7 @@ void frmMain::connectListeners() {
     of.on(&Active::added, "answerRequests", [&h](frmDocument* d) { h.frameCommands.answerRequests(*d); });
     of.on(&Active::added, "AddDocumentTab", [&h](frmDocument* d) { h.tabs.AddDocumentTab(d); });
 
-    // The language takes all other marks off the menus, and the commands bring them back.
+    // The language removes all other marks from the menus, and the commands restore them.
     of.onActive(Active::Language, "CheckLangMenu", [&h](frmDocument* d) { h.languageMenu.CheckLangMenu(d); });
     of.onActive(Active::Caret, "ShowCursorPosition", [&h](frmDocument* d) { h.status.ShowCursorPosition(d); });
     of.onActive(Active::File, "ShowDocumentInfo", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });

@@ -14,8 +14,8 @@ struct FrameStep;
 struct House;
 
 /// The one top-level window: a frame with any number of documents as child windows and a tab for each. Owned by the
-/// program. It makes its parts (House), connects them and forwards to them; what is done stands in the classes beside
-/// it. Close events are ignored while an operation runs that greys Close; nothing else keeps the frame from closing.
+/// program. It creates its parts (House), connects them and forwards to them; the classes beside it do the work. Close
+/// events are ignored while an operation runs that disables Close; nothing else prevents the frame from closing.
 class frmMain : public QMainWindow, public DocumentHost {
     Q_OBJECT
     Q_PROPERTY(QString ProjectFilename MEMBER ProjectFilename)
@@ -27,7 +27,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     /// Path of the open project, empty without one.
     QString ProjectFilename;
 
-    /// Brings everything up, in its order; the frame is to be shown after it.
+    /// Loads everything, in its order; the frame must be shown after it.
     void Load();
     bool isLoaded() const { return m_loaded; }
 
@@ -38,14 +38,14 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE bool FindOpenDocument(const QString& pFile);
     /// Every document but `pExcept`, which may be null.
     Q_INVOKABLE void CloseAll(frmDocument* pExcept);
-    /// A find dialog has searched: find bar and search toggles show what for.
+    /// A find dialog has searched: find bar and search toggles show its text and flags.
     Q_INVOKABLE void AfterFind(const QString& pText, bool pCaseSensitive, bool pRegExp, bool pWholeWord);
     Q_INVOKABLE void SetDocumentEnv(frmDocument* pForm);
     Q_INVOKABLE void SetProjectMenus(bool pFlag);
     Q_INVOKABLE void RefreshCheckedItems();
     Q_INVOKABLE void UpdateMacroMenu();
 
-    // What a document reports of itself, and single steps of the procedures above (frmMainProcedures.cpp).
+    // The reports of a document, and single steps of the procedures above (frmMainProcedures.cpp).
     Q_INVOKABLE void AddDocumentTab(frmDocument* pForm);
     /// The document has become the active child.
     Q_INVOKABLE void ActiveFormChange(frmDocument* pForm);
@@ -67,8 +67,8 @@ class frmMain : public QMainWindow, public DocumentHost {
     Q_INVOKABLE void SetContinueSearchOption(bool pOn);
     Q_INVOKABLE void AddSearchKey(const QString& pText, bool pMoveToTop);
 
-    // Kept for whoever calls them from outside, without effect: the list of documents in the Window menu is made anew
-    // whenever the menu opens. `pKey` is a document's key or file.
+    // Kept for callers from outside, without effect: the list of documents in the Window menu is created again whenever
+    // the menu opens. `pKey` is a document's key or file.
     Q_INVOKABLE void AddMenu(const QString& /*pCaption*/, const QString& /*pKey*/) {}
     Q_INVOKABLE void SetMenuCaption(const QString& /*pCaption*/, const QString& /*pKey*/) {}
     Q_INVOKABLE void UnloadMenuItem(const QString& /*pKey*/) {}
@@ -87,7 +87,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     void dropEvent(QDropEvent* event) override;
 
  private:
-    friend class FrameFixture;  // the tests look into the house
+    friend class FrameFixture;  // the tests use the parts of the frame
 
     void connectListeners();
     void addKeys();

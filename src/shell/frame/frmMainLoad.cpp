@@ -1,5 +1,5 @@
-// Everything that comes up with the frame, as named steps in their order. The steps whose room is still to come are
-// calls into RoomsToCome.
+// The load sequence of the frame, as named steps in their order. The steps of rooms that are not built yet are calls
+// into RoomsToCome.
 
 #include "editor/control/ControlLook.h"
 #include "platform/Paths.h"

@@ -1,4 +1,5 @@
-// What documents report to the frame, and single steps that are called by name; each is done by the part it concerns.
+// The reports of documents to the frame, and single steps that are called by name; each is done by the part it
+// concerns.
 
 #include "document/frmDocument.h"
 #include "shell/bars/DocumentTabs.h"

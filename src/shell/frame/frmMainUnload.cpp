@@ -1,6 +1,6 @@
-// Everything that ends with the frame, as named steps in their order: first the session is written, with the documents
-// still open; then each document asks about its changes and closes; then the frame writes its lists and gives up what
-// it holds. Nothing here can keep the program from ending.
+// The end of the frame, as named steps in their order: first the session is written, with the documents still open;
+// then each document asks about its changes and closes; then the frame writes its lists and releases its parts. Nothing
+// here can prevent the program from ending.
 
 #include "document/frmDocument.h"
 #include "shell/bars/FindBar.h"
@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Not by tabs: the active child stays what it is while the others ask.
+/// Not through the tabs: the active child stays the same while the others ask.
 void unloadDocuments(MdiChildren& children) {
     const QList<frmDocument*>& open = children.documents();
     const QList<QPointer<frmDocument>> documents(open.begin(), open.end());

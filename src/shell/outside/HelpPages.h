@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The pages of the help, in the folder `help` of the program folder or else of what was installed, shown by whatever
-/// the desktop opens pages with. Owned by the frame.
+/// The pages of the help, in the folder `help` of the program folder or else of the installed files, opened by the
+/// desktop's program for such pages. Owned by the frame.
 class HelpPages {
  public:
     HelpPages(const QString& programFolder, const QString& shareFolder);

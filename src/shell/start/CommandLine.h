@@ -5,23 +5,23 @@
 #include <functional>
 
 /// The command line tail: the program's arguments joined by one blank each, read as one text and never split. Plain
-/// functions; nothing is opened. It is read twice, and not quite alike: Main takes the blanks off both ends first, the
-/// load sequence of the frame takes the tail unchanged.
+/// functions; nothing is opened. It is read twice, and in different ways: Main removes the blanks at both ends first,
+/// the load sequence of the frame uses the tail unchanged.
 namespace CommandLine {
 
-/// What the tail is read against.
+/// The environment in which the tail is read.
 struct Surroundings {
     std::function<bool(const QString& path)> isFolder;
     QString workingFolder;  ///< relative paths start here
 };
 
-/// What Main is to do before there is a frame.
+/// The action of Main before there is a frame.
 struct MainOrder {
     enum class Kind {
-        Register,    ///< enter the program into the desktop, no window
-        Unregister,  ///< take it out again, no window
-        Run,         ///< show the frame, whoever else runs
-        Document,    ///< give the path to a running instance; without one show the frame
+        Register,    ///< register the program with the desktop, no window
+        Unregister,  ///< undo that, no window
+        Run,         ///< show the frame, even if another instance runs
+        Document,    ///< pass the path to a running instance; without one show the frame
     };
     Kind kind = Kind::Run;
     QString path;  ///< for Document: absolute
@@ -29,13 +29,13 @@ struct MainOrder {
     bool operator==(const MainOrder&) const = default;
 };
 
-/// What the frame is to do at the end of its load sequence.
+/// The action of the frame at the end of its load sequence.
 struct LoadOrder {
     enum class Kind { Nothing, Document, Project, SearchFolders };
     Kind kind = Kind::Nothing;
-    QString text;                   ///< path (absolute), or the list of folders as it stands
-    bool hooked = true;             ///< other instances hand over to this one, and files are checked on activation
-    bool sessionMayReturn = false;  ///< nothing was asked for, so the last session may be restored
+    QString text;                   ///< path (absolute), or the unchanged list of folders
+    bool hooked = true;             ///< other instances pass paths to this one, and files are checked on activation
+    bool sessionMayReturn = false;  ///< nothing was requested, so the last session may be restored
 
     bool operator==(const LoadOrder&) const = default;
 };

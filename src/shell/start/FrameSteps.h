@@ -10,5 +10,5 @@ struct FrameStep {
 };
 
 /// Runs the steps in their order; `noted`, which may be empty, is called with the name of each as it begins. A step
-/// that throws is given up and does not keep the next one from running.
+/// that throws is ended, and the next one runs.
 void runSteps(std::span<const FrameStep> steps, const std::function<void(const char* name)>& noted);

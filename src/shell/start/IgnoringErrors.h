@@ -2,12 +2,12 @@
 
 #include <exception>
 
-/// One line on standard error: a step was given up, and why.
+/// Writes one line to standard error: a step has failed, and why.
 void noteGivenUp(const char* step, const char* reason);
 
-/// Runs the call and goes on whatever it throws: what it would have done is missing, and a line on standard error with
-/// the name of the step says so. Commands, and the single statements of a procedure that goes on after a failed one,
-/// run by it.
+/// Calls the function and returns even if it throws: then its effect is missing, and a line on standard error with the
+/// name of the step reports it. Commands, and the single statements of a procedure that continues after a failed one,
+/// are run by it.
 template <typename Call>
 void ignoringErrors(const char* step, const Call& call) {
     try {

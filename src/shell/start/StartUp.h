@@ -2,7 +2,7 @@
 
 #include "shell/start/CommandLine.h"
 
-/// What Main calls once it knows what the tail asks for. The program supplies the real one.
+/// The actions that Main runs once the tail is read. The program supplies the real ones.
 class StartDuties {
  public:
     virtual ~StartDuties() = default;
@@ -12,12 +12,12 @@ class StartDuties {
     virtual void UnregisterShellExtension() = 0;
     /// True only when another living process of this program runs as an instance.
     virtual bool previousInstanceRuns() = 0;
-    /// Gives a document's path to the running instance. True: it has it, and this process is to end.
+    /// Passes a document's path to the running instance. True: that has accepted it, and this process should end.
     virtual bool handOver(const QString& path) = 0;
-    /// Shows the frame and runs the event loop; gives the process's exit code.
+    /// Shows the frame and runs the event loop; returns the process's exit code.
     virtual int runFrame() = 0;
 };
 
-/// The process from its command line to its end; gives the exit code. Only a plain document path ever looks for a
-/// running instance: folders, lists, projects and "-d" begin a further one.
+/// The process from its command line to its end; returns the exit code. A running instance is only searched for with a
+/// plain document path: folders, lists, projects and "-d" start another one.
 int runMain(const QString& tail, const CommandLine::Surroundings& around, StartDuties& duties);

@@ -5,8 +5,8 @@
 
 #include <functional>
 
-/// The hidden window by whose caption other instances know this one. Once hooked it also reports when the application
-/// comes to the front. Owned by the frame, made when that is loaded and destroyed when it ends.
+/// The hidden window by whose caption other instances find this one. Once hooked it also reports when the application
+/// is activated. Owned by the frame, created when that is loaded and destroyed when it ends.
 class frmOpenCheck : public QWidget {
     Q_OBJECT
 

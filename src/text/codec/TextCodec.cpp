@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Encodings that a save can ask for, by their flag.
+/// Encodings for saving, by their flag.
 constexpr struct {
     int flag;
     TextFormat format;

@@ -12,41 +12,40 @@
 #include <string_view>
 #include <vector>
 
-/// How the bytes of a file make a text. Inside the program every text is UTF-8; these are the other forms and the way
-/// there and back. Nothing is ever lost: what is decoded and encoded by the format found gives the very bytes again.
+/// Decodes the bytes of a file into text, and encodes it again. Inside the program every text is UTF-8. Nothing is ever
+/// lost: decoding, and encoding in the detected format, gives exactly the same bytes.
 
 enum class TextEncoding { Utf8, Utf16LittleEndian, Utf16BigEndian, Windows1252 };
 
-/// What is remembered of a file's bytes beside its text: enough to write the same bytes again.
+/// The properties of a file's bytes beside its text: enough to write the same bytes again.
 struct TextFormat {
     TextEncoding encoding = TextEncoding::Utf8;
-    bool mark = false;  ///< a byte order mark stands in front
+    bool mark = false;  ///< there is a byte order mark at the start
 
     bool operator==(const TextFormat&) const = default;
 };
 
-/// The format that a save under this word of SaveFlags writes; a word that names none: as loaded. UTF-16 is little
+/// The format that a save with this word of SaveFlags writes; a word without an encoding: as loaded. UTF-16 is little
 /// endian.
 TextFormat formatOfSave(int flagWord, TextFormat loaded);
 
-/// Turns the bytes of a file into UTF-8, part by part. Made for one load by whoever reads the file.
+/// Turns the bytes of a file into UTF-8, part by part. Created for one load by the code that reads the file.
 ///
-/// What the bytes are shows only at the last of them, so a guess is followed until it fails: a byte order mark decides,
-/// else it is UTF-8. When decode() or finish() gives nothing, the bytes can't be what they were taken for; after
-/// startOver() they are fed once more from the first, and then they are something else. Windows-1252 never fails, so a
-/// detected text is read twice at most.
+/// The format is certain only at the last byte, so a guess is used until it fails: a byte order mark decides, else it
+/// is UTF-8. When decode() or finish() returns nothing, the guess was wrong; after startOver() the bytes are fed once
+/// more from the first, with another guess. Windows-1252 never fails, so a detected text is read twice at most.
 ///
-/// No byte is copied where nothing has to change: what decode() gives may lie in the bytes that were fed. Otherwise it
-/// lies in the caller's scratch, which only grows. A part may end within a character.
+/// No byte is copied unless it must be converted: the result of decode() may lie in the bytes that were fed. Otherwise
+/// it lies in the caller's scratch, which only grows. A part may end within a character.
 class TextDecoder {
  public:
-    /// By what the bytes show.
+    /// With detection.
     TextDecoder() = default;
-    /// By this format, mark included. If the bytes are not in it, startOver() turns to what they show.
+    /// In this format, mark included. If the bytes are not in it, startOver() changes to detection.
     explicit TextDecoder(TextFormat format) : m_way(Way::Given), m_format(format) {}
 
     std::optional<std::string_view> decode(std::string_view bytes, std::string& scratch);
-    /// To be called behind the last byte; may give a last bit of text.
+    /// To be called after the last byte; may return the end of the text.
     std::optional<std::string_view> finish(std::string& scratch);
 
     void startOver();
@@ -83,7 +82,7 @@ struct DecodedText {
     bool ascii = true;
 };
 
-/// By the given format if the bytes are in it, else, or without one, by what they show.
+/// In the given format if the bytes are in it; otherwise, or without one, in the detected format.
 DecodedText decodeText(std::string_view bytes, std::optional<TextFormat> format = std::nullopt);
 
 /// The first character that an encoding can't hold.
@@ -96,10 +95,10 @@ struct EncodeFailure {
     SystemError error() const;
 };
 
-/// What to write for a text.
+/// The bytes to write for a text.
 struct EncodedText {
-    std::vector<std::string_view> pieces;  ///< parts of the text itself where nothing had to change
-    std::unique_ptr<char[]> storage;       ///< holds what had to
+    std::vector<std::string_view> pieces;  ///< parts of the text itself where nothing is converted
+    std::unique_ptr<char[]> storage;       ///< holds the converted parts
     std::optional<EncodeFailure> failure;  ///< set: there are no pieces
 };
 

@@ -7,7 +7,7 @@
 #include <emmintrin.h>
 #endif
 
-/// Looks at sixteen bytes at once, by vector instructions where there are any. For the codec's own use.
+/// Examines sixteen bytes at once, by vector instructions where available. For the codec's own use.
 namespace TextCodecBytes {
 
 inline constexpr unsigned BlockLength = 16;
@@ -46,7 +46,7 @@ inline bool areAsciiBlocks(const char* bytes) {
 
 #endif
 
-/// Blocks that areAsciiBlocks() looks at.
+/// Blocks that areAsciiBlocks() examines.
 inline constexpr unsigned BlocksLength = 64;
 
 }  // namespace TextCodecBytes

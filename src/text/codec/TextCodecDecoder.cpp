@@ -13,7 +13,7 @@ namespace {
 
 /// The most UTF-8 bytes that one byte of Windows-1252 or one unit of UTF-16 makes.
 constexpr std::size_t MostBytes = 3;
-/// Room behind the output, because a character is stored as a whole word and may belong to a unit fed earlier.
+/// Space after the output, because a character is stored as a whole word and may belong to a unit fed earlier.
 constexpr std::size_t Slack = 8;
 
 void growTo(std::string& scratch, std::size_t size) {
@@ -100,7 +100,7 @@ bool addUnit(char16_t unit, char16_t& high, Utf8Output& output) {
     return true;
 }
 
-/// Takes whole units alone.
+/// Consumes complete units only.
 template <bool Big>
 bool addUnits(std::string_view bytes, char16_t& high, Utf8Output& output) {
     const char* at = bytes.data();
@@ -119,7 +119,7 @@ bool addUnits(std::string_view bytes, char16_t& high, Utf8Output& output) {
     return true;
 }
 
-/// What a first look at the bytes suggests.
+/// The format that a first look at the bytes suggests.
 TextFormat guess(std::string_view bytes) {
     for (const TextCodecMarks::Mark& mark : TextCodecMarks::All) {
         if (bytes.starts_with(mark.bytes))
@@ -165,7 +165,7 @@ std::optional<std::string_view> TextDecoder::begin(std::string_view bytes, std::
     return run(bytes.substr(mark.size()), scratch);
 }
 
-/// The held back bytes are gone afterwards, so text that lies in them has to move.
+/// The bytes held back are overwritten afterwards, so text that lies in them must be moved.
 std::optional<std::string_view> TextDecoder::beginWithHead(std::string& scratch) {
     const std::string head = std::exchange(m_head, {});
     const auto text = begin(head, scratch);

@@ -19,7 +19,7 @@ std::size_t lengthByFirst(char byte) {
     return first < 0xC0 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-/// A character of a valid text. Bytes that are none anyway come out as U+FFFD, one each.
+/// A character of a valid text. Invalid bytes become U+FFFD, one each.
 struct Character {
     char32_t number;
     std::size_t length;  ///< 0: the rest of it is not here
@@ -116,7 +116,7 @@ struct Stop {
     char32_t character;
 };
 
-/// Hands a text to an output, piece by piece.
+/// Passes a text to an output, piece by piece.
 template <typename Output>
 class Encoder {
  public:
@@ -237,7 +237,7 @@ EncodedText transcode(std::span<const std::string_view> text, std::string_view m
     std::size_t length = 0;
     for (const std::string_view piece : text)
         length += piece.size();
-    // Left uninitialised: pages that the output does not reach are never made.
+    // Left uninitialised: the system never provides the pages that the output does not reach.
     EncodedText result;
     result.storage.reset(new char[length * Output::MostBytes + mark.size() + Output::MostBytes]);
     std::copy(mark.begin(), mark.end(), result.storage.get());

@@ -19,7 +19,7 @@ struct Kinds {
     std::uint32_t narrow;        ///< E0, ED, F0, F4: not every continuation may follow
 };
 
-/// The bytes behind which not every continuation may stand, and where those are parted.
+/// The lead bytes that do not allow every continuation byte, and the limits for the next byte.
 struct NarrowKinds {
     std::uint32_t e0;
     std::uint32_t ed;
@@ -134,7 +134,7 @@ bool Utf8Validator::feedShort(const char* bytes, unsigned length) {
     return feedBlock(block.data(), length);
 }
 
-/// Every byte tells by its kind how many continuations follow it; there have to be those and no others. Bytes behind
+/// Every lead byte determines how many continuation bytes follow it; there must be so many and no others. Bytes after
 /// `length` are NUL.
 bool Utf8Validator::feedBlock(const char* block, unsigned length) {
     const Kinds kinds = kindsOf(block);

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// Tells whether bytes fed part by part are strict UTF-8: no overlong form, no surrogates, nothing above U+10FFFF. A
+/// Checks whether bytes fed part by part are strict UTF-8: no overlong form, no surrogates, nothing above U+10FFFF. A
 /// part may end within a character.
 class Utf8Validator {
  public:
@@ -18,7 +18,7 @@ class Utf8Validator {
     bool feedBlock(const char* block, unsigned length);
     bool feedShort(const char* bytes, unsigned length);
 
-    // What the bytes before ask of those to come: bit i speaks of the next byte but i.
+    // The requirements of the previous bytes on the following ones: bit i is for the next byte but i.
     std::uint32_t m_expected = 0;  ///< has to go on the character
     std::uint32_t m_afterE0 = 0;
     std::uint32_t m_afterEd = 0;

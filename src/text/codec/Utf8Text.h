@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-/// Whether a byte of UTF-8 goes on with a character and begins none.
+/// Whether a byte of UTF-8 continues a character and begins none.
 inline bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
 }

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstdint>
 
-/// Windows-1252, one byte a character. The five bytes without a character of their own (81 8D 8F 90 9D) stand for the
-/// control character of the same number, so that every byte has its character and comes back from it.
+/// Windows-1252, one byte a character. The five bytes without a character of their own (81 8D 8F 90 9D) are mapped to
+/// the control character of the same number, so that every byte has its character and is encoded from it.
 namespace Windows1252 {
 
 /// Characters of the bytes 80 to 9F; all others have the number of their byte.

@@ -87,7 +87,7 @@ QString valueName(const QCommandLineParser& options) {
 
 }  // namespace
 
-/// What a command is called, how many arguments it takes behind its name, and which options it knows besides --store.
+/// A command's name, the number of arguments after it, and the options it accepts besides --store.
 struct RegistryTool::Command {
     const char* name;
     int fewest;

@@ -6,13 +6,13 @@
 
 class QCommandLineParser;
 
-/// The command quillmark-reg: reads its arguments, does one thing with the store, says what went wrong on standard
-/// error, and gives the exit code. Made and run once by main.
+/// The command quillmark-reg: reads its arguments, does one thing with the store, reports errors on standard error, and
+/// returns the exit code. Created and run once by main.
 class RegistryTool {
  public:
     enum ExitCode {
         Done = 0,
-        Missing = 1,   ///< the key or value asked for isn't there
+        Missing = 1,   ///< the requested key or value doesn't exist
         Misused = 2,   ///< the arguments can't be understood
         Failed = 3,    ///< the store or a file can't be read or written
         Malformed = 4  ///< the text to import isn't one

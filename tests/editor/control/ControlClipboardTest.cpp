@@ -44,7 +44,7 @@ struct Ranged : testing::Test {
     static QString held() { return QGuiApplication::clipboard()->text(); }
 };
 
-/// What the control hands to whoever wants its selection.
+/// The data that the control offers for its selection.
 struct Offering : TextControl {
     using TextControl::toMimeData;
 };

@@ -42,7 +42,7 @@ LanguageDefinition lexed() {
     return language;
 }
 
-/// By rules of its own.
+/// By the language's own rules.
 LanguageDefinition ruled() {
     LanguageDefinition language;
     language.rules.strings = {{{"\"", "\""}, '\\', false}};
@@ -55,9 +55,9 @@ LanguageDefinition ruled() {
     return language;
 }
 
-class ColouringTest : public testing::Test {
+class TextColouring : public testing::Test {
  protected:
-    ColouringTest() {
+    TextColouring() {
         control.resize(600, 400);
         control.show();
     }
@@ -97,13 +97,13 @@ class ColouringTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ColouringTest, WithoutALanguageNothingHasAClass) {
+TEST_F(TextColouring, WithoutALanguageNothingHasAClass) {
     control.setText(u"if (1) // x"_qs);
     EXPECT_EQ(classOf("if"), std::nullopt);
     EXPECT_EQ(ask(TextControl::SCI_GETLEXER), TextControl::SCLEX_NULL);
 }
 
-TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
+TEST_F(TextColouring, ALexerIsGivenWordsAndOptions) {
     control.look().setLanguage(&byLexer);
     control.setText(u"if (int x = 12) return `raw`; // note"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
@@ -115,7 +115,7 @@ TEST_F(ColouringTest, ALexerIsGivenWordsAndOptions) {
     EXPECT_EQ(classOf("//"), TokenClass::Comment);
 }
 
-TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
+TEST_F(TextColouring, RulesCutTheTextWithoutALexer) {
     control.look().setLanguage(&byRules);
     control.setText(u"if x = \"y\\\"z\" # note\n<< long\nmore >> return"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
@@ -126,7 +126,7 @@ TEST_F(ColouringTest, RulesCutTheTextWithoutALexer) {
     EXPECT_EQ(classOf("return"), TokenClass::Keyword);
 }
 
-TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
+TEST_F(TextColouring, WhatALineLeavesOpenIsFollowedThroughEdits) {
     control.look().setLanguage(&byRules);
     control.setText(u"a\nif\n>> if"_qs);
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
@@ -137,7 +137,7 @@ TEST_F(ColouringTest, WhatALineLeavesOpenIsFollowedThroughEdits) {
     EXPECT_EQ(classOf("if"), TokenClass::Keyword);
 }
 
-TEST_F(ColouringTest, AnotherLanguageCutsTheTextAnew) {
+TEST_F(TextColouring, AnotherLanguageCutsTheTextAnew) {
     control.setText(u"# note\nif x"_qs);
     control.look().setLanguage(&byRules);
     EXPECT_EQ(classOf("# note"), TokenClass::Comment);
@@ -149,7 +149,7 @@ TEST_F(ColouringTest, AnotherLanguageCutsTheTextAnew) {
     EXPECT_EQ(inkOf("if"), inkOf("x"));
 }
 
-TEST_F(ColouringTest, TheLanguageStaysThroughALoad) {
+TEST_F(TextColouring, TheLanguageStaysThroughALoad) {
     for (const LanguageDefinition* language : {&byLexer, &byRules}) {
         control.look().setLanguage(language);
         ASSERT_FALSE(control.file().OpenFile(fileOf("if x\n")));
@@ -157,7 +157,7 @@ TEST_F(ColouringTest, TheLanguageStaysThroughALoad) {
     }
 }
 
-TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
+TEST_F(TextColouring, OnlyWhatIsShownIsCut) {
     control.look().setLanguage(&byRules);
     ASSERT_FALSE(control.file().OpenFile(fileOf(QByteArray("if x = 1\n").repeated(500'000))));
     control.grab();
@@ -167,7 +167,7 @@ TEST_F(ColouringTest, OnlyWhatIsShownIsCut) {
     EXPECT_EQ(control.colouring().classAt(cut), std::nullopt);
 }
 
-TEST_F(ColouringTest, OddBytesAndNulsDoNoHarm) {
+TEST_F(TextColouring, OddBytesAndNulsDoNoHarm) {
     for (const LanguageDefinition* language : {&byLexer, &byRules}) {
         control.look().setLanguage(language);
         ASSERT_FALSE(control.file().OpenFile(fileOf(QByteArray("if \0\xC3\xA4 \"\xE2\x82\xAC\n\0\n", 13))));
@@ -177,7 +177,7 @@ TEST_F(ColouringTest, OddBytesAndNulsDoNoHarm) {
     }
 }
 
-TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
+TEST_F(TextColouring, EveryClassCanBeReadOnEveryGround) {
     control.look().setLanguage(&byRules);
     for (const char* ground :
          {"#ffffff", "#1e1e1e", "#000000", "#808080", "#fdf6e3", "#ffff00", "#0000ff", "#767676"}) {
@@ -189,7 +189,7 @@ TEST_F(ColouringTest, EveryClassCanBeReadOnEveryGround) {
     }
 }
 
-TEST_F(ColouringTest, TheThemeFollowsThePalette) {
+TEST_F(TextColouring, TheThemeFollowsThePalette) {
     control.look().setLanguage(&byRules);
     QPalette dark = control.palette();
     dark.setColor(QPalette::Base, QColor(0x1E, 0x1E, 0x1E));
@@ -205,7 +205,7 @@ TEST_F(ColouringTest, TheThemeFollowsThePalette) {
     EXPECT_EQ(ink(TextControl::STYLE_DEFAULT), QColor(0xE0, 0xE0, 0xE0));
 }
 
-TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
+TEST_F(TextColouring, OnesOwnLooksReachAllControlsAtOnce) {
     const std::unique_ptr<TextControl> otherOwner{makeEditor()};
     TextControl& other = *otherOwner;
     for (TextControl* one : {&control, &other}) {
@@ -227,7 +227,7 @@ TEST_F(ColouringTest, OnesOwnLooksReachAllControlsAtOnce) {
     EXPECT_EQ(ink(static_cast<int>(keyword)), TokenClasses::colourOn(Qt::white, TokenClass::Keyword));
 }
 
-TEST_F(ColouringTest, OnesOwnTextColourIsThatOfAllPlainText) {
+TEST_F(TextColouring, OnesOwnTextColourIsThatOfAllPlainText) {
     control.look().setTheme(&theme);
     control.look().setElementColour(ControlLook::BackgroundElement, Qt::white);
     TokenLooks looks;
@@ -238,7 +238,7 @@ TEST_F(ColouringTest, OnesOwnTextColourIsThatOfAllPlainText) {
     EXPECT_NE(ink(TextControl::STYLE_DEFAULT), QColor(80, 40, 0));
 }
 
-TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
+TEST_F(TextColouring, LinesHeldInPiecesAreColouredWithoutErrors) {
     control.look().setLanguage(&byLexer);
     const int error = 12;
     EXPECT_NE(ink(error), ink(TextControl::STYLE_DEFAULT));
@@ -252,7 +252,7 @@ TEST_F(ColouringTest, LinesHeldInPiecesAreColouredWithoutErrors) {
     EXPECT_EQ(control.file().limitations(), QString());
 }
 
-TEST_F(ColouringTest, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
+TEST_F(TextColouring, ALineThatGrowsTooLongChangesTheErrorsTheSameWay) {
     control.look().setLanguage(&byLexer);
     control.setText(u"if"_qs);
     control.AddText(QString(400'000, u'x'));

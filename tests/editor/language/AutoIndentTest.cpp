@@ -34,9 +34,9 @@ LanguageDefinition curly() {
     return language;
 }
 
-class LanguageIndentTest : public testing::Test {
+class IndentingByLanguage : public testing::Test {
  protected:
-    LanguageIndentTest() {
+    IndentingByLanguage() {
         control.resize(600, 400);
         control.show();
         control.look().setLanguage(&language);
@@ -97,7 +97,7 @@ TEST(AutoIndent, ATextShowsHowItIsIndented) {
     EXPECT_EQ(AutoIndent::indentedByTabs(StringText("")), std::nullopt);
 }
 
-TEST_F(LanguageIndentTest, ALineBehindAnOpeningMarkIsIndented) {
+TEST_F(IndentingByLanguage, ALineBehindAnOpeningMarkIsIndented) {
     put(u"if x {|"_qs);
     enter();
     EXPECT_EQ(shown(), u"if x {\n  |"_qs);
@@ -109,7 +109,7 @@ TEST_F(LanguageIndentTest, ALineBehindAnOpeningMarkIsIndented) {
     EXPECT_EQ(shown(), u"\tif x then\n\t\t|"_qs);
 }
 
-TEST_F(LanguageIndentTest, WhatCommentsAndStringsEndInOpensNothing) {
+TEST_F(IndentingByLanguage, WhatCommentsAndStringsEndInOpensNothing) {
     put(u"x { // why|"_qs);
     enter();
     EXPECT_EQ(shown(), u"x { // why\n  |"_qs);
@@ -120,7 +120,7 @@ TEST_F(LanguageIndentTest, WhatCommentsAndStringsEndInOpensNothing) {
     }
 }
 
-TEST_F(LanguageIndentTest, AClosingBracketGoesUnderTheLineOfItsPartner) {
+TEST_F(IndentingByLanguage, AClosingBracketGoesUnderTheLineOfItsPartner) {
     put(u"a {\n  b(\n      |"_qs);
     type(u")"_qs);
     EXPECT_EQ(shown(), u"a {\n  b(\n  )|"_qs);
@@ -129,7 +129,7 @@ TEST_F(LanguageIndentTest, AClosingBracketGoesUnderTheLineOfItsPartner) {
     EXPECT_EQ(shown(), u"a {\n  b(\n  )\n}|"_qs);
 }
 
-TEST_F(LanguageIndentTest, AClosingWordGoesBackALevelOnceItIsComplete) {
+TEST_F(IndentingByLanguage, AClosingWordGoesBackALevelOnceItIsComplete) {
     put(u"  if x then\n    y\n    |"_qs);
     type(u"end"_qs);
     EXPECT_EQ(shown(), u"  if x then\n    y\n    end|"_qs);
@@ -146,13 +146,13 @@ TEST_F(LanguageIndentTest, AClosingWordGoesBackALevelOnceItIsComplete) {
     EXPECT_EQ(shown(), u"if x then\n  y\n  ending |"_qs);
 }
 
-TEST_F(LanguageIndentTest, RightBehindTheLineThatOpensALevelAWordGoesUnderIt) {
+TEST_F(IndentingByLanguage, RightBehindTheLineThatOpensALevelAWordGoesUnderIt) {
     put(u"  if x then\n\n    |"_qs);
     type(u"end "_qs);
     EXPECT_EQ(shown(), u"  if x then\n\n  end |"_qs);
 }
 
-TEST_F(LanguageIndentTest, NothingIsEverMovedOnward) {
+TEST_F(IndentingByLanguage, NothingIsEverMovedOnward) {
     put(u"  a {\n|"_qs);
     type(u"}"_qs);
     EXPECT_EQ(shown(), u"  a {\n}|"_qs);
@@ -161,13 +161,13 @@ TEST_F(LanguageIndentTest, NothingIsEverMovedOnward) {
     EXPECT_EQ(shown(), u"}\n  }|"_qs) << "it has no partner";
 }
 
-TEST_F(LanguageIndentTest, ClosingMarksInCommentsStayWhereTheyAre) {
+TEST_F(IndentingByLanguage, ClosingMarksInCommentsStayWhereTheyAre) {
     put(u"a {\n  /*\n  |"_qs);
     type(u"}"_qs);
     EXPECT_EQ(shown(), u"a {\n  /*\n  }|"_qs);
 }
 
-TEST_F(LanguageIndentTest, ALineEndInFrontOfAClosingBracketTakesItBack) {
+TEST_F(IndentingByLanguage, ALineEndInFrontOfAClosingBracketTakesItBack) {
     put(u"  a {|}"_qs);
     enter();
     EXPECT_EQ(shown(), u"  a {\n  |}"_qs);
@@ -175,7 +175,7 @@ TEST_F(LanguageIndentTest, ALineEndInFrontOfAClosingBracketTakesItBack) {
     EXPECT_EQ(control.Text(), u"  a {}"_qs);
 }
 
-TEST_F(LanguageIndentTest, TakingBackAClosingGivesItsFrontBack) {
+TEST_F(IndentingByLanguage, TakingBackAClosingGivesItsFrontBack) {
     put(u"a {\n    |"_qs);
     type(u"}"_qs);
     ASSERT_EQ(shown(), u"a {\n}|"_qs);
@@ -185,7 +185,7 @@ TEST_F(LanguageIndentTest, TakingBackAClosingGivesItsFrontBack) {
     EXPECT_EQ(control.Text(), u"a {\n    "_qs);
 }
 
-TEST_F(LanguageIndentTest, IsLeftAloneWhereItIsSwitchedOffOrCanNotBe) {
+TEST_F(IndentingByLanguage, IsLeftAloneWhereItIsSwitchedOffOrCanNotBe) {
     control.typing().setAutoIndent(false);
     put(u"a {|"_qs);
     enter();
@@ -205,7 +205,7 @@ TEST_F(LanguageIndentTest, IsLeftAloneWhereItIsSwitchedOffOrCanNotBe) {
     EXPECT_EQ(shown(), u"a {|"_qs);
 }
 
-TEST_F(LanguageIndentTest, TabAndIndentGoByTheLanguage) {
+TEST_F(IndentingByLanguage, TabAndIndentGoByTheLanguage) {
     put(u"|a"_qs);
     QTest::keyClick(&control, Qt::Key_Tab);
     EXPECT_EQ(control.Text(), u"  a"_qs);

@@ -25,7 +25,7 @@ namespace {
 
 const QString key = u"Software/Quillmark/Languages"_qs;
 
-/// Says no to every write from the given one on.
+/// Refuses every write from the given one on.
 class FullRegistry : public MemoryRegistry {
  public:
     int left = 3;

@@ -20,7 +20,7 @@
 
 namespace {
 
-class TokenColourPageTest : public testing::Test {
+class TheTokenColourPage : public testing::Test {
  protected:
     template <typename Widget>
     Widget* part(const char* name) {
@@ -44,7 +44,7 @@ class TokenColourPageTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(TokenColourPageTest, ShowsEveryClassInItsLook) {
+TEST_F(TheTokenColourPage, ShowsEveryClassInItsLook) {
     ASSERT_EQ(list().count(), TokenClasses::Count);
     for (const TokenClasses::Row& row : TokenClasses::table()) {
         const QListWidgetItem* item = list().item(static_cast<int>(row.token));
@@ -56,7 +56,7 @@ TEST_F(TokenColourPageTest, ShowsEveryClassInItsLook) {
     EXPECT_EQ(list().palette().color(QPalette::Base), QColor(Qt::white));
 }
 
-TEST_F(TokenColourPageTest, AChosenColourActsWhenApplied) {
+TEST_F(TheTokenColourPage, AChosenColourActsWhenApplied) {
     choose(TokenClass::String);
     EXPECT_FALSE(part<QPushButton>("cmdTokenDefault")->isEnabled());
     pick(QColor(0, 90, 0));
@@ -71,7 +71,7 @@ TEST_F(TokenColourPageTest, AChosenColourActsWhenApplied) {
     EXPECT_EQ(theme.looks(), TokenLooks());
 }
 
-TEST_F(TokenColourPageTest, BoldAndItalicAreOfTheChosenClass) {
+TEST_F(TheTokenColourPage, BoldAndItalicAreOfTheChosenClass) {
     choose(TokenClass::Keyword);
     EXPECT_TRUE(part<QCheckBox>("chkTokenBold")->isChecked());
     part<QCheckBox>("chkTokenBold")->click();
@@ -84,7 +84,7 @@ TEST_F(TokenColourPageTest, BoldAndItalicAreOfTheChosenClass) {
     EXPECT_FALSE(theme.looks().italic(TokenClass::Text));
 }
 
-TEST_F(TokenColourPageTest, AColourThatCouldNotBeReadIsToldToBeShownOtherwise) {
+TEST_F(TheTokenColourPage, AColourThatCouldNotBeReadIsToldToBeShownOtherwise) {
     choose(TokenClass::Comment);
     EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
     pick(QColor(255, 255, 180));
@@ -93,7 +93,7 @@ TEST_F(TokenColourPageTest, AColourThatCouldNotBeReadIsToldToBeShownOtherwise) {
     EXPECT_EQ(part<QLabel>("lblTokenNote")->text(), QString());
 }
 
-TEST_F(TokenColourPageTest, AllGoBackToTheThemeAtOnce) {
+TEST_F(TheTokenColourPage, AllGoBackToTheThemeAtOnce) {
     choose(TokenClass::Number);
     pick(Qt::black);
     choose(TokenClass::Type);
@@ -104,7 +104,7 @@ TEST_F(TokenColourPageTest, AllGoBackToTheThemeAtOnce) {
     EXPECT_EQ(theme.looks(), TokenLooks());
 }
 
-TEST_F(TokenColourPageTest, ThePropertiesDialogHasItForAControlWithATheme) {
+TEST_F(TheTokenColourPage, ThePropertiesDialogHasItForAControlWithATheme) {
     const std::unique_ptr<TextControl> controlOwner{makeEditor()};
     TextControl& control = *controlOwner;
     {

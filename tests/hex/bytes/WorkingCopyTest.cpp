@@ -312,7 +312,7 @@ TEST_F(WorkingCopies, ASweepWithoutAFolderMakesNone) {
 }
 
 TEST_F(WorkingCopies, SweptAwayBeforeTheyWereLockedAreMadeAgain) {
-    /// The first lock comes too late: the sweep of another process has taken the file away.
+    /// The first lock comes too late: the sweep of another process has removed the file.
     class Swept : public FileSystemCalls {
      public:
         int open(const char* path, int flags, mode_t mode) override {

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// Writes down what it is asked for; finds `matches` times, at 7, then nothing.
+/// Records its calls; finds `matches` times, at 7, then nothing.
 class RecordedTarget : public HexFindTarget {
  public:
     int FindDown(const QString& pStr, qint16 pFindType) override { return find(u"down"_qs, pStr, pFindType); }

@@ -391,7 +391,7 @@ TEST_F(HexFindForm, StandsAnyTextInEveryBox) {
                 if (on.box(filled) == nullptr)
                     continue;
                 for (const QString& text : texts) {
-                    // What is looked for is nowhere in the file, so that nothing is replaced.
+                    // The term is nowhere in the file, so that nothing is replaced.
                     on.set("Text1", on.button("Option2(0)") != nullptr ? u"nowhere"_qs : u"FEFEFE"_qs);
                     if (on.box("Text2") != nullptr)
                         on.set("Text2", u"41"_qs);

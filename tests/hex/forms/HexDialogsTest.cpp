@@ -275,7 +275,7 @@ QStringList badTexts() {
 
 }  // namespace
 
-/// Whatever stands in a field, a place is one of the file and the bytes stay as they are.
+/// Whatever the text of a field, the place is within the file and the bytes do not change.
 TEST_F(HexForms, StandAnyTextInEveryField) {
     const QByteArray bytes = someBytes(1000);
     open(bytes);

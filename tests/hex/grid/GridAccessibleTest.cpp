@@ -7,7 +7,7 @@
 
 namespace {
 
-/// What was told to screen readers while one of these is there.
+/// Records the events for screen readers while it exists.
 struct Told {
     struct Event {
         QAccessible::Event kind;
@@ -15,7 +15,7 @@ struct Told {
         int child;
     };
     static inline std::vector<Event> events;
-    static inline int ofNoCell = 0;  ///< events of cells that nobody could ask for
+    static inline int ofNoCell = 0;  ///< events of cells that no client could have requested
 
     Told() {
         events.clear();

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// An owner that pages as the hex view does, over bytes that are their own offset, and notes what it is told.
+/// An owner that pages as the hex view does, over bytes that are their own offset, and records the signals.
 class PagingOwner {
  public:
     explicit PagingOwner(qint64 length, qint64 pointer = 1) {
@@ -31,7 +31,7 @@ class PagingOwner {
         serve("RequestEOF", &Grid::RequestEOF, [this] { return pages.MoveLastPage(); });
     }
 
-    /// What was raised by one key.
+    /// The signals caused by one key.
     QStringList press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         raised.clear();
         EXPECT_TRUE(grid.pressKey(key, modifiers));

@@ -1,4 +1,4 @@
-// What every registry does, whatever keeps it.
+// The behaviour of every registry, whatever its storage.
 
 #include "settings/registry/MemoryRegistry.h"
 #include "settings/registry/RegistryData.h"
@@ -12,7 +12,7 @@ namespace {
 
 constexpr RegistryRoot Root = HKEY_CURRENT_USER;
 
-/// A store and what it needs to live.
+/// A store and the objects that it needs.
 class Memory {
  public:
     RegistryStore& store() { return m_store; }

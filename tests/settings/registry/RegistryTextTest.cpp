@@ -11,13 +11,13 @@ namespace {
 constexpr RegistryRoot Root = HKEY_CURRENT_USER;
 using RegistryText::KeyName;
 
-class RegistryTextTest : public testing::Test {
+class RegistryTexts : public testing::Test {
  protected:
     QString exported(RegistryStore& from) {
         return RegistryText::exportKey(from, KeyName{Root, {}}).value_or(QString());
     }
 
-    /// What comes out of a text that came out of the store must be the store.
+    /// A store that is exported and imported again must be equal.
     void expectRoundTrip() {
         const QString text = QString::fromUtf8(exported(store).toUtf8());
         const RegistryText::Parsed parsed = RegistryText::parse(text);
@@ -56,7 +56,7 @@ const QString Odd =
 
 }  // namespace
 
-TEST_F(RegistryTextTest, LooksAsThePersonExpects) {
+TEST_F(RegistryTexts, LooksAsThePersonExpects) {
     store.createKey(Root, u"Software/Empty"_qs);
     const QString key = u"Software/Quillmark"_qs;
     store.writeValue(Root, key, QString(), RegistryData::fromText(u"default"_qs));
@@ -83,11 +83,11 @@ TEST_F(RegistryTextTest, LooksAsThePersonExpects) {
     expectRoundTrip();
 }
 
-TEST_F(RegistryTextTest, AMissingKeyGivesNoText) {
+TEST_F(RegistryTexts, AMissingKeyGivesNoText) {
     EXPECT_FALSE(RegistryText::exportKey(store, {Root, u"none"_qs}));
 }
 
-TEST_F(RegistryTextTest, OddNamesAndTextsComeBack) {
+TEST_F(RegistryTexts, OddNamesAndTextsComeBack) {
     store.writeValue(Root, Odd + u'/' + Odd, Odd, RegistryData::fromText(Odd));
     store.createKey(Root, u" blank /]/[x]"_qs);
     put(u"@"_qs, RegistryData::fromText(QString()));
@@ -97,7 +97,7 @@ TEST_F(RegistryTextTest, OddNamesAndTextsComeBack) {
     expectRoundTrip();
 }
 
-TEST_F(RegistryTextTest, DataOfNoUsualFormComesBack) {
+TEST_F(RegistryTexts, DataOfNoUsualFormComesBack) {
     int number = 0;
     for (const qint32 type : {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 11, 1000}) {
         for (const QByteArray& data :
@@ -109,7 +109,7 @@ TEST_F(RegistryTextTest, DataOfNoUsualFormComesBack) {
     expectRoundTrip();
 }
 
-TEST_F(RegistryTextTest, EveryCharacterComesBack) {
+TEST_F(RegistryTexts, EveryCharacterComesBack) {
     QString all;
     for (char32_t character = 0; character < 0x11000; ++character)
         all += QChar::fromUcs4(character);
@@ -117,7 +117,7 @@ TEST_F(RegistryTextTest, EveryCharacterComesBack) {
     expectRoundTrip();
 }
 
-TEST_F(RegistryTextTest, ChanceComesBack) {
+TEST_F(RegistryTexts, ChanceComesBack) {
     std::mt19937 chance(20260720);
     const auto below = [&](int limit) { return static_cast<int>(chance() % static_cast<unsigned>(limit)); };
     for (int i = 0; i < 500; ++i) {
@@ -129,7 +129,7 @@ TEST_F(RegistryTextTest, ChanceComesBack) {
     expectRoundTrip();
 }
 
-TEST_F(RegistryTextTest, ReadsWhatAPersonWrites) {
+TEST_F(RegistryTexts, ReadsWhatAPersonWrites) {
     const RegistryText::Parsed parsed = RegistryText::parse(
         u"\n# a remark\r\nquillmark-registry 1\r\n; another\r\n  [hkey_current_user/A/B]  \r\n"
         "  \"n\"=string: \"1\" \r\n@  =  dword:0xff\r\n\"h\" = hex(12): 00FF 1a\n\"e\" = multi:\n"_qs);
@@ -146,7 +146,7 @@ TEST_F(RegistryTextTest, ReadsWhatAPersonWrites) {
     EXPECT_EQ(value, RegistryData::fromTexts({}));
 }
 
-TEST_F(RegistryTextTest, ALineThatIsNotUnderstoodIsNamed) {
+TEST_F(RegistryTexts, ALineThatIsNotUnderstoodIsNamed) {
     EXPECT_EQ(lineOf("something else\n"), 1);
     EXPECT_EQ(lineOf("\n\nquillmark-registry 2\n"), 3);
     EXPECT_GT(lineOf(""), 0);
@@ -184,7 +184,7 @@ TEST_F(RegistryTextTest, ALineThatIsNotUnderstoodIsNamed) {
     EXPECT_EQ(lineOf("quillmark-registry 1\n\"a\" = dword:1\n"), 2) << "no key yet";
 }
 
-TEST_F(RegistryTextTest, KeysAreNamedByEitherNameOfTheirRoot) {
+TEST_F(RegistryTexts, KeysAreNamedByEitherNameOfTheirRoot) {
     EXPECT_EQ(RegistryText::keyFromText(u"hkcr/.txt"_qs)->root, HKEY_CLASSES_ROOT);
     EXPECT_EQ(RegistryText::keyFromText(u"HKEY_LOCAL_MACHINE"_qs)->root, HKEY_LOCAL_MACHINE);
     EXPECT_EQ(RegistryText::keyFromText(u"HKCU/a/b"_qs)->path, u"a/b"_qs);

@@ -13,7 +13,7 @@
 
 namespace {
 
-class RegistryToolTest : public testing::Test {
+class RegistryToolRuns : public testing::Test {
  protected:
     struct Outcome {
         int exitCode = -1;
@@ -48,7 +48,7 @@ class RegistryToolTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(RegistryToolTest, HelpAndVersionGoToStandardOutput) {
+TEST_F(RegistryToolRuns, HelpAndVersionGoToStandardOutput) {
     const Outcome help = run("--help");
     EXPECT_EQ(help.exitCode, 0);
     for (const char* word : {"query", "add", "delete", "export", "import", "--store", "HKCU"}) {
@@ -61,7 +61,7 @@ TEST_F(RegistryToolTest, HelpAndVersionGoToStandardOutput) {
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
-TEST_F(RegistryToolTest, WrongArgumentsAreToldAndChangeNothing) {
+TEST_F(RegistryToolRuns, WrongArgumentsAreToldAndChangeNothing) {
     for (const char* line :
          {"", "frobnicate", "query", "query A B", "query Software", "query HKCU --data x", "add", "add HKCU/a --data x",
           "add HKCU/a --name n --type nonsense --data x", "add HKCU/a --name n --type dword --data x",
@@ -75,26 +75,26 @@ TEST_F(RegistryToolTest, WrongArgumentsAreToldAndChangeNothing) {
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
-TEST_F(RegistryToolTest, TheStoreIsThatOfTheProgram) {
+TEST_F(RegistryToolRuns, TheStoreIsThatOfTheProgram) {
     EXPECT_EQ(run("add HKCU/Software/Quillmark/general --name ShowFullPath --data 0").exitCode, 0);
     SqliteRegistry store(m_path);
     EXPECT_EQ(GetRegString(store, HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"ShowFullPath"_qs), u"0"_qs);
 }
 
-TEST_F(RegistryToolTest, ARelativeConfigFolderCountsAsNone) {
+TEST_F(RegistryToolRuns, ARelativeConfigFolderCountsAsNone) {
     m_config = u"relative"_qs;
     EXPECT_EQ(run("add HKCU/a").exitCode, 0);
     EXPECT_TRUE(QFile::exists(m_home.filePath(u".config/quillmark/registry.db"_qs)));
 }
 
-TEST_F(RegistryToolTest, AnotherStoreCanBeNamed) {
+TEST_F(RegistryToolRuns, AnotherStoreCanBeNamed) {
     const QString other = m_home.filePath(u"other.db"_qs);
     EXPECT_EQ(runWith({u"--store"_qs, other, u"add"_qs, u"HKLM/x"_qs}).exitCode, 0);
     EXPECT_TRUE(QFile::exists(other));
     EXPECT_FALSE(QFile::exists(m_path));
 }
 
-TEST_F(RegistryToolTest, EveryTypeIsWrittenAndShown) {
+TEST_F(RegistryToolRuns, EveryTypeIsWrittenAndShown) {
     const struct {
         const char* line;
         RegistryValue value;
@@ -122,7 +122,7 @@ TEST_F(RegistryToolTest, EveryTypeIsWrittenAndShown) {
     }
 }
 
-TEST_F(RegistryToolTest, AKeyIsShownWithValuesAndSubKeys) {
+TEST_F(RegistryToolRuns, AKeyIsShownWithValuesAndSubKeys) {
     run("add HKCR/k --default --data d");
     run("add HKCR/k --name n --type dword --data 1");
     run("add HKCR/k/sub/deeper");
@@ -131,7 +131,7 @@ TEST_F(RegistryToolTest, AKeyIsShownWithValuesAndSubKeys) {
     EXPECT_EQ(run("query HKLM").exitCode, 0);
 }
 
-TEST_F(RegistryToolTest, WhatIsMissingIsTold) {
+TEST_F(RegistryToolRuns, WhatIsMissingIsTold) {
     for (const char* line : {"query HKCU/none", "query HKCU/none --name n", "query HKCU --default", "delete HKCU/none",
                              "delete HKCU/none --tree", "delete HKCU --name n", "export HKCU/none"}) {
         const Outcome outcome = run(line);
@@ -142,7 +142,7 @@ TEST_F(RegistryToolTest, WhatIsMissingIsTold) {
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
-TEST_F(RegistryToolTest, ValuesKeysAndTreesAreDeleted) {
+TEST_F(RegistryToolRuns, ValuesKeysAndTreesAreDeleted) {
     run("add HKCU/k/sub --name n --data x");
     const Outcome refused = run("delete HKCU/k");
     EXPECT_EQ(refused.exitCode, 3);
@@ -155,7 +155,7 @@ TEST_F(RegistryToolTest, ValuesKeysAndTreesAreDeleted) {
     EXPECT_EQ(run("query HKCU/k").exitCode, 1);
 }
 
-TEST_F(RegistryToolTest, AnExportedKeyIsImportedAgain) {
+TEST_F(RegistryToolRuns, AnExportedKeyIsImportedAgain) {
     runWith({u"add"_qs, u"HKCU/Köln/leer"_qs});
     runWith({u"add"_qs, u"HKCU/Köln"_qs, u"--name"_qs, u"a\nb"_qs, u"--data"_qs, u"\"x\"\n😀"_qs});
     const QString file = m_home.filePath(u"out.txt"_qs);
@@ -173,14 +173,14 @@ TEST_F(RegistryToolTest, AnExportedKeyIsImportedAgain) {
     EXPECT_TRUE(run("export").output.contains(u"[HKCU/Köln/leer]"_qs));
 }
 
-TEST_F(RegistryToolTest, AMalformedTextIsRefusedWithItsLineAndWhole) {
+TEST_F(RegistryToolRuns, AMalformedTextIsRefusedWithItsLineAndWhole) {
     const Outcome outcome = run("import", "quillmark-registry 1\n[HKCU/a]\n\"x\" = dword:1\nnonsense\n");
     EXPECT_EQ(outcome.exitCode, 4);
     EXPECT_EQ(outcome.error, u"quillmark-reg: standard input:4: neither a key nor a value\n"_qs);
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
-TEST_F(RegistryToolTest, FilesAndStoresOutOfReachAreTold) {
+TEST_F(RegistryToolRuns, FilesAndStoresOutOfReachAreTold) {
     const QString none = m_home.filePath(u"none/file"_qs);
     EXPECT_EQ(runWith({u"import"_qs, none}).exitCode, 3);
     run("add HKCU/a");

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-/// A registry whose operations give the results a test asks for.
+/// A registry whose operations return the results that a test sets.
 class ScriptedRegistry : public MemoryRegistry {
  public:
     std::optional<int> createResult;

@@ -34,7 +34,7 @@ void putContent(const QString& path, const QByteArray& bytes) {
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-class SqliteRegistryTest : public testing::Test {
+class RegistryInAFile : public testing::Test {
  protected:
     QString write(RegistryStore& store, const QString& name, const QString& text) {
         return SetRegString(store, Root, Key, name, text) ? u"written"_qs : u"refused"_qs;
@@ -55,7 +55,7 @@ class SqliteRegistryTest : public testing::Test {
         return contentOf(m_path);
     }
 
-    /// The start goes on with defaults, what was found stands aside unchanged, and the new store works.
+    /// The start continues with defaults, the damaged file is unchanged under its new name, and the new store works.
     void expectSetAside(SqliteRegistry& store, const QByteArray& found, int number = 1) {
         EXPECT_EQ(read(store, u"1"_qs), QString());
         EXPECT_EQ(contentOf(damaged(number)), found);
@@ -66,7 +66,7 @@ class SqliteRegistryTest : public testing::Test {
     }
     QString write(RegistryStore& store, const QString& name) { return write(store, name, u"new"_qs); }
 
-    /// Gives folder and file these rights, and lets everybody pass the private folders above them.
+    /// Sets these permissions of folder and file, and makes the private folders above them accessible to all.
     void setRights(mode_t folder, mode_t file) const {
         ASSERT_EQ(::chmod(QFile::encodeName(m_path).constData(), file), 0);
         ASSERT_EQ(::chmod(QFile::encodeName(m_folder).constData(), folder), 0);
@@ -83,11 +83,11 @@ class SqliteRegistryTest : public testing::Test {
     QString m_path = m_folder + u"/registry.db"_qs;
 };
 
-class DamagedStore : public SqliteRegistryTest, public testing::WithParamInterface<QByteArray> {};
+class DamagedStore : public RegistryInAFile, public testing::WithParamInterface<QByteArray> {};
 
 }  // namespace
 
-TEST_F(SqliteRegistryTest, ReadingAndDeletingInAFirstStartLeaveNothingBehind) {
+TEST_F(RegistryInAFile, ReadingAndDeletingInAFirstStartLeaveNothingBehind) {
     SqliteRegistry store(m_path);
     QStringList names;
     EXPECT_EQ(read(store, u"n"_qs), QString());
@@ -99,7 +99,7 @@ TEST_F(SqliteRegistryTest, ReadingAndDeletingInAFirstStartLeaveNothingBehind) {
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
 }
 
-TEST_F(SqliteRegistryTest, TheFirstWriteMakesFolderAndFileForTheOwnerAlone) {
+TEST_F(RegistryInAFile, TheFirstWriteMakesFolderAndFileForTheOwnerAlone) {
     {
         SqliteRegistry store(m_path);
         EXPECT_EQ(write(store, u"n"_qs), u"written"_qs);
@@ -112,7 +112,7 @@ TEST_F(SqliteRegistryTest, TheFirstWriteMakesFolderAndFileForTheOwnerAlone) {
     EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{u"registry.db"_qs});
 }
 
-TEST_F(SqliteRegistryTest, WhatIsWrittenIsThereForTheNextProcess) {
+TEST_F(RegistryInAFile, WhatIsWrittenIsThereForTheNextProcess) {
     {
         SqliteRegistry store(m_path);
         write(store, u"n"_qs, u"ünï"_qs);
@@ -123,7 +123,7 @@ TEST_F(SqliteRegistryTest, WhatIsWrittenIsThereForTheNextProcess) {
     EXPECT_EQ(store.openKey(HKEY_CLASSES_ROOT, u"empty"_qs), RegistryCode::Ok);
 }
 
-TEST_F(SqliteRegistryTest, TwoOpenStoresSeeEachOthersWrites) {
+TEST_F(RegistryInAFile, TwoOpenStoresSeeEachOthersWrites) {
     SqliteRegistry one(m_path);
     SqliteRegistry two(m_path);
     EXPECT_EQ(read(two, u"n"_qs), QString());
@@ -133,7 +133,7 @@ TEST_F(SqliteRegistryTest, TwoOpenStoresSeeEachOthersWrites) {
     EXPECT_EQ(read(one, u"n"_qs), u"2"_qs);
 }
 
-TEST_F(SqliteRegistryTest, AStoreWhoseFileIsRemovedBeginsANewOne) {
+TEST_F(RegistryInAFile, AStoreWhoseFileIsRemovedBeginsANewOne) {
     SqliteRegistry store(m_path);
     write(store, u"n"_qs);
     ASSERT_TRUE(QDir(m_folder).removeRecursively());
@@ -143,7 +143,7 @@ TEST_F(SqliteRegistryTest, AStoreWhoseFileIsRemovedBeginsANewOne) {
     EXPECT_EQ(read(later, u"m"_qs), u"new"_qs);
 }
 
-TEST_F(SqliteRegistryTest, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites) {
+TEST_F(RegistryInAFile, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites) {
     putContent(m_home.filePath(u"config"_qs), "a file in the way");
     SqliteRegistry store(m_path);
     EXPECT_EQ(read(store, u"n"_qs), QString());
@@ -153,7 +153,7 @@ TEST_F(SqliteRegistryTest, AFolderThatCannotBeMadeGivesDefaultsAndFailingWrites)
     EXPECT_EQ(contentOf(m_home.filePath(u"config"_qs)), QByteArray("a file in the way"));
 }
 
-TEST_F(SqliteRegistryTest, AStoreInAFolderThatCannotBeWrittenIsRead) {
+TEST_F(RegistryInAFile, AStoreInAFolderThatCannotBeWrittenIsRead) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act for two users";
     {
@@ -170,7 +170,7 @@ TEST_F(SqliteRegistryTest, AStoreInAFolderThatCannotBeWrittenIsRead) {
     EXPECT_EQ(QDir(m_folder).entryList(QDir::Files), QStringList{u"registry.db"_qs});
 }
 
-TEST_F(SqliteRegistryTest, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
+TEST_F(RegistryInAFile, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can act for two users";
     const QByteArray content = filledStore();
@@ -182,7 +182,7 @@ TEST_F(SqliteRegistryTest, AStoreThatCannotBeReadGivesDefaultsAndIsLeftAlone) {
     EXPECT_EQ(contentOf(m_path), content);
 }
 
-TEST_F(SqliteRegistryTest, AnEmptyFileIsAnEmptyStore) {
+TEST_F(RegistryInAFile, AnEmptyFileIsAnEmptyStore) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, QByteArray());
     SqliteRegistry store(m_path);
@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(Garbage, DamagedStore,
                                          QByteArray(100'000, '\xA5'), QByteArray("[general]\nShowFullPath=1\n")),
                          [](const auto& each) { return "Case" + std::to_string(each.index); });
 
-TEST_F(SqliteRegistryTest, AStoreCutShortAnywhereIsSetAside) {
+TEST_F(RegistryInAFile, AStoreCutShortAnywhereIsSetAside) {
     const QByteArray whole = filledStore();
     ASSERT_GT(whole.size(), 40'000);
     for (const qsizetype size :
@@ -228,7 +228,7 @@ TEST_F(SqliteRegistryTest, AStoreCutShortAnywhereIsSetAside) {
     }
 }
 
-TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenLaterIsFoundByTheReadThatMeetsIt) {
+TEST_F(RegistryInAFile, APageThatTurnsOutBrokenLaterIsFoundByTheReadThatMeetsIt) {
     QByteArray bytes = filledStore();
     bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
     putContent(m_path, bytes);
@@ -237,7 +237,7 @@ TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenLaterIsFoundByTheReadThatMeets
     expectSetAside(store, bytes);
 }
 
-TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenInAWriteDoesNotLoseTheWrite) {
+TEST_F(RegistryInAFile, APageThatTurnsOutBrokenInAWriteDoesNotLoseTheWrite) {
     QByteArray bytes = filledStore();
     bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
     putContent(m_path, bytes);
@@ -247,7 +247,7 @@ TEST_F(SqliteRegistryTest, APageThatTurnsOutBrokenInAWriteDoesNotLoseTheWrite) {
     EXPECT_TRUE(QFile::exists(damaged(1)));
 }
 
-TEST_F(SqliteRegistryTest, ABatchThatMeetsABrokenPageRunsAgainOnTheNewStore) {
+TEST_F(RegistryInAFile, ABatchThatMeetsABrokenPageRunsAgainOnTheNewStore) {
     QByteArray bytes = filledStore();
     bytes.replace(3 * 4096, bytes.size() - 3 * 4096, QByteArray(bytes.size() - 3 * 4096, '\x55'));
     putContent(m_path, bytes);
@@ -265,7 +265,7 @@ TEST_F(SqliteRegistryTest, ABatchThatMeetsABrokenPageRunsAgainOnTheNewStore) {
     EXPECT_EQ(read(store, u"2"_qs), u"new"_qs);
 }
 
-TEST_F(SqliteRegistryTest, TheTablesOfAnotherProgramAreSetAside) {
+TEST_F(RegistryInAFile, TheTablesOfAnotherProgramAreSetAside) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     for (const char* sql :
          {"CREATE TABLE bookmarks(url)", "CREATE TABLE registry_key(x); CREATE TABLE registry_value(y)",
@@ -284,7 +284,7 @@ TEST_F(SqliteRegistryTest, TheTablesOfAnotherProgramAreSetAside) {
     }
 }
 
-TEST_F(SqliteRegistryTest, EachDamagedFileGetsANumberOfItsOwn) {
+TEST_F(RegistryInAFile, EachDamagedFileGetsANumberOfItsOwn) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     for (int number = 1; number <= 3; ++number) {
         QFile::remove(m_path);
@@ -296,7 +296,7 @@ TEST_F(SqliteRegistryTest, EachDamagedFileGetsANumberOfItsOwn) {
     EXPECT_EQ(contentOf(damaged(1)), QByteArray("garbage 1"));
 }
 
-TEST_F(SqliteRegistryTest, WhatBelongsToADamagedFileIsNotPlayedIntoTheNewStore) {
+TEST_F(RegistryInAFile, WhatBelongsToADamagedFileIsNotPlayedIntoTheNewStore) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, "garbage");
     putContent(m_path + u"-wal"_qs, "log");
@@ -308,7 +308,7 @@ TEST_F(SqliteRegistryTest, WhatBelongsToADamagedFileIsNotPlayedIntoTheNewStore) 
     EXPECT_EQ(contentOf(damaged(1) + u"-wal"_qs), QByteArray("log"));
 }
 
-TEST_F(SqliteRegistryTest, AFifoOrAFolderInThePlaceIsSetAsideAndNeverOpened) {
+TEST_F(RegistryInAFile, AFifoOrAFolderInThePlaceIsSetAsideAndNeverOpened) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     ASSERT_EQ(::mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
     SqliteRegistry store(m_path);
@@ -322,11 +322,11 @@ TEST_F(SqliteRegistryTest, AFifoOrAFolderInThePlaceIsSetAsideAndNeverOpened) {
     EXPECT_TRUE(QFileInfo(damaged(2)).isDir());
 }
 
-TEST_F(SqliteRegistryTest, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
+TEST_F(RegistryInAFile, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
     filledStore();
     SqliteRegistry open(m_path);
     EXPECT_EQ(read(open, u"1"_qs), QString(200, u'x'));
-    // Another process finds damage, and begins anew.
+    // Another process finds damage, and begins a new file.
     for (const QString& suffix : {QString(), u"-wal"_qs, u"-shm"_qs}) {
         ASSERT_TRUE(QFile::rename(m_path + suffix, damaged(1) + suffix));
     }
@@ -337,7 +337,7 @@ TEST_F(SqliteRegistryTest, AStoreThatAnotherSetAsideIsNotWrittenToAnyMore) {
     EXPECT_EQ(read(open, u"fresh"_qs), u"new"_qs);
 }
 
-TEST_F(SqliteRegistryTest, AStoreThatEndsAfterAnotherSetItAsideTakesNothingAlong) {
+TEST_F(RegistryInAFile, AStoreThatEndsAfterAnotherSetItAsideTakesNothingAlong) {
     filledStore();
     auto open = std::make_unique<SqliteRegistry>(m_path);
     EXPECT_EQ(read(*open, u"1"_qs), QString(200, u'x'));
@@ -352,7 +352,7 @@ TEST_F(SqliteRegistryTest, AStoreThatEndsAfterAnotherSetItAsideTakesNothingAlong
     EXPECT_EQ(read(later, u"fresh"_qs), u"new"_qs);
 }
 
-TEST_F(SqliteRegistryTest, ALinkToTheStoreIsFollowed) {
+TEST_F(RegistryInAFile, ALinkToTheStoreIsFollowed) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     const QString target = m_home.filePath(u"dotfiles.db"_qs);
     ASSERT_TRUE(QFile::link(target, m_path));
@@ -387,7 +387,7 @@ struct Writer {
     int acknowledgements = -1;
     int acknowledged = 0;
 
-    /// Counts what has been acknowledged until there are `enough` or no more come.
+    /// Counts acknowledgements until there are `enough` or no more arrive.
     void follow(int enough) {
         char bytes[64];
         while (acknowledged < enough) {
@@ -415,7 +415,7 @@ Writer startWriter(const QString& path, int number) {
 
 }  // namespace
 
-TEST_F(SqliteRegistryTest, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
+TEST_F(RegistryInAFile, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
     std::vector<Writer> writers;
     writers.reserve(Writers);
     for (int number = 0; number < Writers; ++number)
@@ -444,7 +444,7 @@ TEST_F(SqliteRegistryTest, EightWritersAtOnceLoseNothingThoughOneIsKilled) {
     EXPECT_FALSE(QFile::exists(damaged(1)));
 }
 
-TEST_F(SqliteRegistryTest, WritersThatFindADamagedStoreTogetherLoseNothing) {
+TEST_F(RegistryInAFile, WritersThatFindADamagedStoreTogetherLoseNothing) {
     ASSERT_TRUE(QDir().mkpath(m_folder));
     putContent(m_path, QByteArray(10'000, '\x33'));
     std::vector<Writer> writers;

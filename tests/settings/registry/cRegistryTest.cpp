@@ -12,9 +12,9 @@ namespace {
 const QString Section = u"Software/Quillmark/test"_qs;
 const QString Name = u"name"_qs;
 
-class cRegistryTest : public testing::Test {
+class RegistryAccess : public testing::Test {
  protected:
-    cRegistryTest() {
+    RegistryAccess() {
         registry.SectionKey = Section;
         registry.ValueKey = Name;
         registry.Default = u"default"_qs;
@@ -26,7 +26,7 @@ class cRegistryTest : public testing::Test {
         store.readValue(HKEY_CURRENT_USER, Section, Name, value);
         return value;
     }
-    /// Writes the text as a string, and gives the type it was stored as.
+    /// Writes the text as a string, and returns the type of the stored value.
     qint32 typeOf(const QString& text) {
         EXPECT_TRUE(registry.setValue(text));
         return stored().type;
@@ -43,13 +43,13 @@ class cRegistryTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(cRegistryTest, TheRootsAreTheirSignedHandles) {
+TEST_F(RegistryAccess, TheRootsAreTheirSignedHandles) {
     EXPECT_EQ(HKEY_CLASSES_ROOT, -2147483647 - 1);
     EXPECT_EQ(HKEY_CURRENT_USER, -2147483647);
     EXPECT_EQ(HKEY_LOCAL_MACHINE, -2147483646);
 }
 
-TEST_F(cRegistryTest, AKeyExistsOnceItIsCreatedAndNoMoreOnceDeleted) {
+TEST_F(RegistryAccess, AKeyExistsOnceItIsCreatedAndNoMoreOnceDeleted) {
     EXPECT_FALSE(registry.KeyExists());
     EXPECT_TRUE(registry.CreateKey());
     EXPECT_TRUE(registry.KeyExists());
@@ -58,13 +58,13 @@ TEST_F(cRegistryTest, AKeyExistsOnceItIsCreatedAndNoMoreOnceDeleted) {
     EXPECT_EQ(registry.lastError().number, 0);
 }
 
-TEST_F(cRegistryTest, AKeyThatCannotBeCreatedRaises) {
+TEST_F(RegistryAccess, AKeyThatCannotBeCreatedRaises) {
     store.createResult = RegistryCode::AccessDenied;
     EXPECT_FALSE(registry.CreateKey());
     expectRaised(u"Failed to create registry Key: 'Software/Quillmark/test"_qs);
 }
 
-TEST_F(cRegistryTest, AKeyThatCannotBeDeletedRaises) {
+TEST_F(RegistryAccess, AKeyThatCannotBeDeletedRaises) {
     EXPECT_FALSE(registry.DeleteKey());
     expectRaised(u"Failed to delete registry Key: '-2147483647',Section: 'Software/Quillmark/test"_qs);
     registry.ClassKey = HKEY_CLASSES_ROOT;
@@ -74,7 +74,7 @@ TEST_F(cRegistryTest, AKeyThatCannotBeDeletedRaises) {
     expectRaised(u"Failed to delete registry Key: '-2147483648',Section: 'a"_qs);
 }
 
-TEST_F(cRegistryTest, DeletingAValueRaisesOnlyWithoutTheKey) {
+TEST_F(RegistryAccess, DeletingAValueRaisesOnlyWithoutTheKey) {
     EXPECT_FALSE(registry.DeleteValue());
     expectRaised(u"Failed to open key '-2147483647',Section: 'Software/Quillmark/test' for delete access"_qs);
     registry.CreateKey();
@@ -85,14 +85,14 @@ TEST_F(cRegistryTest, DeletingAValueRaisesOnlyWithoutTheKey) {
     EXPECT_EQ(registry.Value(), QVariant(u"default"_qs));
 }
 
-TEST_F(cRegistryTest, TheNextOperationForgetsTheErrorBefore) {
+TEST_F(RegistryAccess, TheNextOperationForgetsTheErrorBefore) {
     registry.DeleteKey();
     registry.KeyExists();
     EXPECT_EQ(registry.lastError().number, 0);
     EXPECT_TRUE(registry.lastError().description.isEmpty());
 }
 
-TEST_F(cRegistryTest, AMissingValueReadsAsTheDefaultOfWhateverType) {
+TEST_F(RegistryAccess, AMissingValueReadsAsTheDefaultOfWhateverType) {
     for (const QVariant& value :
          {QVariant(u"text"_qs), QVariant(42), QVariant(QByteArray("bytes")), QVariant(), QVariant(true)}) {
         registry.Default = value;
@@ -105,7 +105,7 @@ TEST_F(cRegistryTest, AMissingValueReadsAsTheDefaultOfWhateverType) {
     EXPECT_EQ(registry.ValueType, RegistryType::Binary);
 }
 
-TEST_F(cRegistryTest, OnlyMoreDataIsNoFailureOfAQuery) {
+TEST_F(RegistryAccess, OnlyMoreDataIsNoFailureOfAQuery) {
     put(RegistryType::Integer, QByteArray("\x2A\0\0\0", 4));
     store.readResult = RegistryCode::MoreData;
     EXPECT_EQ(registry.Value(), QVariant(42));
@@ -113,7 +113,7 @@ TEST_F(cRegistryTest, OnlyMoreDataIsNoFailureOfAQuery) {
     EXPECT_EQ(registry.Value(), QVariant(u"default"_qs));
 }
 
-TEST_F(cRegistryTest, ARereadStringIsTheOneWritten) {
+TEST_F(RegistryAccess, ARereadStringIsTheOneWritten) {
     for (const QString& text :
          {QString(), u"x"_qs, u"Grüße, 世界 😀"_qs, u"a\0b"_qs.append(QChar(QChar::Null)), u"l1\r\nl2"_qs}) {
         EXPECT_TRUE(registry.setValue(text));
@@ -123,19 +123,19 @@ TEST_F(cRegistryTest, ARereadStringIsTheOneWritten) {
     }
 }
 
-TEST_F(cRegistryTest, AStringOfNoBytesAndOneOfItsZeroReadAsAnEmptyText) {
+TEST_F(RegistryAccess, AStringOfNoBytesAndOneOfItsZeroReadAsAnEmptyText) {
     put(RegistryType::String, {});
     EXPECT_EQ(registry.Value(), QVariant(QString()));
     put(RegistryType::String, QByteArray(2, '\0'));
     EXPECT_EQ(registry.Value(), QVariant(QString()));
 }
 
-TEST_F(cRegistryTest, AStringWithoutItsZeroLosesItsLastCharacter) {
+TEST_F(RegistryAccess, AStringWithoutItsZeroLosesItsLastCharacter) {
     put(RegistryType::String, QByteArray("a\0b\0", 4));
     EXPECT_EQ(registry.Value(), QVariant(u"a"_qs));
 }
 
-TEST_F(cRegistryTest, AListReadsAsOneTextWithItsZeros) {
+TEST_F(RegistryAccess, AListReadsAsOneTextWithItsZeros) {
     const RegistryValue list = RegistryData::fromTexts({u"a"_qs, u"bc"_qs});
     store.writeValue(HKEY_CURRENT_USER, Section, Name, list);
     const QString zero(1, QChar::Null);
@@ -143,7 +143,7 @@ TEST_F(cRegistryTest, AListReadsAsOneTextWithItsZeros) {
     EXPECT_EQ(registry.ValueType, RegistryType::StringList);
 }
 
-TEST_F(cRegistryTest, ReferencesToTheEnvironmentAreExpandedAndUnknownOnesStay) {
+TEST_F(RegistryAccess, ReferencesToTheEnvironmentAreExpandedAndUnknownOnesStay) {
     qputenv("QM_ONE", "first");
     qputenv("QM_EMPTY", "");
     qunsetenv("QM_NONE");
@@ -166,13 +166,13 @@ TEST_F(cRegistryTest, ReferencesToTheEnvironmentAreExpandedAndUnknownOnesStay) {
     }
 }
 
-TEST_F(cRegistryTest, AStringTypeOneIsNotExpanded) {
+TEST_F(RegistryAccess, AStringTypeOneIsNotExpanded) {
     qputenv("QM_ONE", "first");
     store.writeValue(HKEY_CURRENT_USER, Section, Name, RegistryData::fromText(u"%QM_ONE%"_qs));
     EXPECT_EQ(registry.Value(), QVariant(u"%QM_ONE%"_qs));
 }
 
-TEST_F(cRegistryTest, IntegersAreReadInTheByteOrderOfTheirType) {
+TEST_F(RegistryAccess, IntegersAreReadInTheByteOrderOfTheirType) {
     put(RegistryType::Integer, QByteArray("\x01\x02\x03\x84", 4));
     EXPECT_EQ(registry.Value(), QVariant(static_cast<qint32>(0x84030201)));
     EXPECT_EQ(registry.Value().typeId(), QMetaType::Int);
@@ -183,7 +183,7 @@ TEST_F(cRegistryTest, IntegersAreReadInTheByteOrderOfTheirType) {
     EXPECT_EQ(registry.Value(), QVariant(7));
 }
 
-TEST_F(cRegistryTest, EveryOtherTypeReadsAsItsBytes) {
+TEST_F(RegistryAccess, EveryOtherTypeReadsAsItsBytes) {
     for (const qint32 type : {0, 3, 6, 8, 11, 99}) {
         put(type, QByteArray("\0\x01\xFF", 3));
         EXPECT_EQ(registry.Value(), QVariant(QByteArray("\0\x01\xFF", 3)));
@@ -194,7 +194,7 @@ TEST_F(cRegistryTest, EveryOtherTypeReadsAsItsBytes) {
     EXPECT_EQ(registry.Value().typeId(), QMetaType::QByteArray);
 }
 
-TEST_F(cRegistryTest, TwoPercentSignsThatAreNotAdjacentMakeAReference) {
+TEST_F(RegistryAccess, TwoPercentSignsThatAreNotAdjacentMakeAReference) {
     EXPECT_EQ(typeOf(u"%PATH%"_qs), RegistryType::ExpandString);
     EXPECT_EQ(typeOf(u"%a%"_qs), RegistryType::ExpandString);
     EXPECT_EQ(typeOf(u"%%%"_qs), RegistryType::ExpandString);
@@ -204,13 +204,13 @@ TEST_F(cRegistryTest, TwoPercentSignsThatAreNotAdjacentMakeAReference) {
     EXPECT_EQ(typeOf(QString()), RegistryType::String);
 }
 
-TEST_F(cRegistryTest, TheTextDecidesBetweenTheTwoStringTypes) {
+TEST_F(RegistryAccess, TheTextDecidesBetweenTheTwoStringTypes) {
     registry.ValueType = RegistryType::ExpandString;
     EXPECT_EQ(typeOf(u"plain"_qs), RegistryType::String);
     EXPECT_EQ(registry.ValueType, RegistryType::ExpandString) << "only a read changes it";
 }
 
-TEST_F(cRegistryTest, OtherVariantsAreWrittenAsTheirText) {
+TEST_F(RegistryAccess, OtherVariantsAreWrittenAsTheirText) {
     registry.setValue(42);
     EXPECT_EQ(registry.Value(), QVariant(u"42"_qs));
     registry.setValue(true);
@@ -219,7 +219,7 @@ TEST_F(cRegistryTest, OtherVariantsAreWrittenAsTheirText) {
     EXPECT_EQ(registry.Value(), QVariant(u"False"_qs));
 }
 
-TEST_F(cRegistryTest, AByteArrayIsStoredWithoutItsLastByte) {
+TEST_F(RegistryAccess, AByteArrayIsStoredWithoutItsLastByte) {
     registry.ValueType = RegistryType::Binary;
     EXPECT_TRUE(registry.setValue(QByteArray("\x01\x02\x03", 3)));
     EXPECT_EQ(stored(), (RegistryValue{RegistryType::Binary, QByteArray("\x01\x02", 2)}));
@@ -230,7 +230,7 @@ TEST_F(cRegistryTest, AByteArrayIsStoredWithoutItsLastByte) {
     EXPECT_EQ(stored().data.size(), 0);
 }
 
-TEST_F(cRegistryTest, AnythingButAByteArrayRaisesOnTheBinaryType) {
+TEST_F(RegistryAccess, AnythingButAByteArrayRaisesOnTheBinaryType) {
     registry.ValueType = RegistryType::Binary;
     EXPECT_FALSE(registry.setValue(u"text"_qs));
     expectRaised(
@@ -241,7 +241,7 @@ TEST_F(cRegistryTest, AnythingButAByteArrayRaisesOnTheBinaryType) {
     EXPECT_TRUE(registry.KeyExists()) << "the key was made before";
 }
 
-TEST_F(cRegistryTest, ShortAndLongIntegersAreStoredInOrdinaryByteOrder) {
+TEST_F(RegistryAccess, ShortAndLongIntegersAreStoredInOrdinaryByteOrder) {
     for (const qint32 type : {RegistryType::Integer, RegistryType::IntegerBigEndian}) {
         for (const QVariant& value :
              {QVariant(258), QVariant::fromValue<short>(258), QVariant(258U), QVariant::fromValue<ushort>(258)}) {
@@ -255,7 +255,7 @@ TEST_F(cRegistryTest, ShortAndLongIntegersAreStoredInOrdinaryByteOrder) {
     EXPECT_EQ(registry.Value(), QVariant(std::numeric_limits<qint32>::min()));
 }
 
-TEST_F(cRegistryTest, NoOtherVariantIsStoredAsAnIntegerAndNobodyIsTold) {
+TEST_F(RegistryAccess, NoOtherVariantIsStoredAsAnIntegerAndNobodyIsTold) {
     registry.ValueType = RegistryType::Integer;
     for (const QVariant& value : {QVariant(u"7"_qs), QVariant(7.0), QVariant(true), QVariant(7LL)}) {
         EXPECT_TRUE(registry.setValue(value));
@@ -264,7 +264,7 @@ TEST_F(cRegistryTest, NoOtherVariantIsStoredAsAnIntegerAndNobodyIsTold) {
     }
 }
 
-TEST_F(cRegistryTest, AnotherTypeStoresNothingAndRaisesNothing) {
+TEST_F(RegistryAccess, AnotherTypeStoresNothingAndRaisesNothing) {
     for (const qint32 type : {0, 6, 7, 11, -1}) {
         registry.ValueType = type;
         EXPECT_TRUE(registry.setValue(u"x"_qs));
@@ -274,14 +274,14 @@ TEST_F(cRegistryTest, AnotherTypeStoresNothingAndRaisesNothing) {
     }
 }
 
-TEST_F(cRegistryTest, AFailureOfTheSystemPassesWithoutAWord) {
+TEST_F(RegistryAccess, AFailureOfTheSystemPassesWithoutAWord) {
     store.writeResult = RegistryCode::AccessDenied;
     EXPECT_TRUE(registry.setValue(u"x"_qs));
     EXPECT_EQ(registry.lastError().number, 0);
     EXPECT_EQ(registry.currentValue(), QVariant(u"x"_qs));
 }
 
-TEST_F(cRegistryTest, OnlyTheResultMinusOneRaises) {
+TEST_F(RegistryAccess, OnlyTheResultMinusOneRaises) {
     store.writeResult = -1;
     EXPECT_FALSE(registry.setValue(12));
     expectRaised(
@@ -290,7 +290,7 @@ TEST_F(cRegistryTest, OnlyTheResultMinusOneRaises) {
     EXPECT_FALSE(registry.currentValue().isValid());
 }
 
-TEST_F(cRegistryTest, AKeyThatCannotBeMadeRaisesInAWrite) {
+TEST_F(RegistryAccess, AKeyThatCannotBeMadeRaisesInAWrite) {
     store.createResult = RegistryCode::AccessDenied;
     registry.ValueKey.clear();
     EXPECT_FALSE(registry.setValue(u"v"_qs));
@@ -299,7 +299,7 @@ TEST_F(cRegistryTest, AKeyThatCannotBeMadeRaisesInAWrite) {
         "to value: 'v'"_qs);
 }
 
-TEST_F(cRegistryTest, ValuesAndSectionsAreEnumerated) {
+TEST_F(RegistryAccess, ValuesAndSectionsAreEnumerated) {
     QStringList names{u"stale"_qs};
     qint32 count = 9;
     registry.EnumerateValues(names, count);
@@ -321,7 +321,7 @@ TEST_F(cRegistryTest, ValuesAndSectionsAreEnumerated) {
     EXPECT_EQ(names, (QStringList{u"A"_qs, u"b"_qs}));
 }
 
-TEST_F(cRegistryTest, TheWalkOverSectionsEndsAtANameThatDoesNotFit) {
+TEST_F(RegistryAccess, TheWalkOverSectionsEndsAtANameThatDoesNotFit) {
     const QString fits(254, u'b');
     for (const QString& name : {u"a"_qs, fits, QString(255, u'c'), u"d"_qs})
         store.createKey(HKEY_CURRENT_USER, Section + u'/' + name);
@@ -332,7 +332,7 @@ TEST_F(cRegistryTest, TheWalkOverSectionsEndsAtANameThatDoesNotFit) {
     EXPECT_EQ(count, 2);
 }
 
-TEST_F(cRegistryTest, NamesOfSectionsAreCutAtTheirFirstZero) {
+TEST_F(RegistryAccess, NamesOfSectionsAreCutAtTheirFirstZero) {
     store.createKey(HKEY_CURRENT_USER, Section + u"/ab"_qs + QChar(QChar::Null) + u"cd"_qs);
     QStringList names;
     qint32 count = 0;
@@ -342,7 +342,7 @@ TEST_F(cRegistryTest, NamesOfSectionsAreCutAtTheirFirstZero) {
 
 namespace {
 
-class AssociationTest : public cRegistryTest {
+class FileAssociations : public RegistryAccess {
  protected:
     QString classText(const char* key) {
         return GetRegString(store, HKEY_CLASSES_ROOT, QString::fromLatin1(key), QString());
@@ -357,7 +357,7 @@ class AssociationTest : public cRegistryTest {
 
 }  // namespace
 
-TEST_F(AssociationTest, TheSmallestHasOpenAlone) {
+TEST_F(FileAssociations, TheSmallestHasOpenAlone) {
     EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, u"Description"_qs, u"ext"_qs));
     EXPECT_EQ(classText(".ext"), className);
     EXPECT_EQ(classText("My.Class"), u"Description"_qs);
@@ -370,7 +370,7 @@ TEST_F(AssociationTest, TheSmallestHasOpenAlone) {
     EXPECT_EQ(registry.SectionKey, Section) << "the fields stay";
 }
 
-TEST_F(AssociationTest, EveryVerbHasItsUsualText) {
+TEST_F(FileAssociations, EveryVerbHasItsUsualText) {
     EXPECT_TRUE(registry.CreateEXEAssociation(exe, className, QString(), u"ext"_qs, QString(), true, QString(), true,
                                               QString(), true, QString(), 0));
     EXPECT_EQ(classText("My.Class/shell/print"), u"&Print"_qs);
@@ -382,7 +382,7 @@ TEST_F(AssociationTest, EveryVerbHasItsUsualText) {
     EXPECT_EQ(classText("My.Class/DefaultIcon"), u"\"/opt/my app/q\",0"_qs);
 }
 
-TEST_F(AssociationTest, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
+TEST_F(FileAssociations, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
     const QString quoted = u"\"/opt/q\""_qs;
     EXPECT_TRUE(registry.CreateEXEAssociation(quoted, className, QString(), u"ext"_qs, u"o"_qs, true, u"p"_qs, true,
                                               u"n"_qs, true, u"i"_qs, 3));
@@ -393,13 +393,13 @@ TEST_F(AssociationTest, GivenTextsAreTakenAndAQuotedPathStaysAsItIs) {
     EXPECT_EQ(classText("My.Class/DefaultIcon"), u"\"/opt/q\",3"_qs);
 }
 
-TEST_F(AssociationTest, AStoreThatRefusesRaises) {
+TEST_F(FileAssociations, AStoreThatRefusesRaises) {
     store.createResult = RegistryCode::AccessDenied;
     EXPECT_FALSE(registry.CreateEXEAssociation(exe, className, QString(), u"ext"_qs));
     expectRaised(u"Failed to set registry value Key: '-2147483648',Section: '.ext',Key: '' to value: 'My.Class'"_qs);
 }
 
-TEST_F(AssociationTest, FurtherEntriesComeInThrees) {
+TEST_F(FileAssociations, FurtherEntriesComeInThrees) {
     store.createKey(HKEY_CLASSES_ROOT, className);
     EXPECT_TRUE(registry.CreateAdditionalEXEAssociations(
         className, {u"one"_qs, u"&One"_qs, u"cmd 1"_qs, u"two"_qs, u"&Two"_qs, u"cmd 2"_qs}));
@@ -410,7 +410,7 @@ TEST_F(AssociationTest, FurtherEntriesComeInThrees) {
     EXPECT_TRUE(registry.CreateAdditionalEXEAssociations(className, {}));
 }
 
-TEST_F(AssociationTest, AnIncompleteListAndAnUnknownClassRaise) {
+TEST_F(FileAssociations, AnIncompleteListAndAnUnknownClassRaise) {
     EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(className, {u"one"_qs, u"&One"_qs}));
     expectRaised(u"Invalid parameter list passed to CreateAdditionalEXEAssociations - expected Name/Text/Command"_qs);
     EXPECT_FALSE(registry.CreateAdditionalEXEAssociations(className, {u"one"_qs, u"&One"_qs, u"cmd"_qs}));

@@ -10,7 +10,7 @@ constexpr RegistryRoot Root = HKEY_CURRENT_USER;
 const QString Key = u"Software/Quillmark/test"_qs;
 const QString Name = u"name"_qs;
 
-class ModRegistryTest : public testing::Test {
+class RegistryProcedures : public testing::Test {
  protected:
     QString read() { return GetRegString(store, Root, Key, Name); }
 
@@ -19,14 +19,14 @@ class ModRegistryTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ModRegistryTest, AStringIsWrittenWithItsKeyAndRead) {
+TEST_F(RegistryProcedures, AStringIsWrittenWithItsKeyAndRead) {
     EXPECT_TRUE(SetRegString(store, Root, Key, Name, u"Grüße"_qs));
     EXPECT_EQ(read(), u"Grüße"_qs);
     EXPECT_TRUE(SetRegString(store, Root, Key, QString(), u"default"_qs));
     EXPECT_EQ(GetRegString(store, Root, Key, QString()), u"default"_qs);
 }
 
-TEST_F(ModRegistryTest, APercentSignMakesNoReference) {
+TEST_F(RegistryProcedures, APercentSignMakesNoReference) {
     SetRegString(store, Root, Key, Name, u"%PATH%"_qs);
     RegistryValue value;
     store.readValue(Root, Key, Name, value);
@@ -34,13 +34,13 @@ TEST_F(ModRegistryTest, APercentSignMakesNoReference) {
     EXPECT_EQ(read(), u"%PATH%"_qs);
 }
 
-TEST_F(ModRegistryTest, WhatIsMissingReadsAsAnEmptyText) {
+TEST_F(RegistryProcedures, WhatIsMissingReadsAsAnEmptyText) {
     EXPECT_EQ(read(), QString());
     store.createKey(Root, Key);
     EXPECT_EQ(read(), QString());
 }
 
-TEST_F(ModRegistryTest, AnotherTypeReadsAsAnEmptyText) {
+TEST_F(RegistryProcedures, AnotherTypeReadsAsAnEmptyText) {
     EXPECT_TRUE(SetRegDword(store, Root, Key, Name, 65));
     EXPECT_EQ(read(), QString());
     for (const qint32 type : {RegistryType::ExpandString, RegistryType::Binary, RegistryType::StringList}) {
@@ -49,7 +49,7 @@ TEST_F(ModRegistryTest, AnotherTypeReadsAsAnEmptyText) {
     }
 }
 
-TEST_F(ModRegistryTest, AStringIsCutAtItsFirstZero) {
+TEST_F(RegistryProcedures, AStringIsCutAtItsFirstZero) {
     SetRegString(store, Root, Key, Name, u"ab"_qs + QChar(QChar::Null) + u"cd"_qs);
     EXPECT_EQ(read(), u"ab"_qs);
     store.writeValue(Root, Key, Name, {RegistryType::String, QByteArray("a\0b\0", 4)});
@@ -58,14 +58,14 @@ TEST_F(ModRegistryTest, AStringIsCutAtItsFirstZero) {
     EXPECT_EQ(read(), QString());
 }
 
-TEST_F(ModRegistryTest, AnIntegerIsStoredLowestByteFirst) {
+TEST_F(RegistryProcedures, AnIntegerIsStoredLowestByteFirst) {
     EXPECT_TRUE(SetRegDword(store, Root, Key, Name, -2));
     RegistryValue value;
     store.readValue(Root, Key, Name, value);
     EXPECT_EQ(value, (RegistryValue{RegistryType::Integer, QByteArray("\xFE\xFF\xFF\xFF", 4)}));
 }
 
-TEST_F(ModRegistryTest, ReadRegValueSaysWhetherThereIsAString) {
+TEST_F(RegistryProcedures, ReadRegValueSaysWhetherThereIsAString) {
     QString text = u"stale"_qs;
     EXPECT_FALSE(ReadRegValue(store, Root, Key, Name, text));
     EXPECT_EQ(text, QString());
@@ -77,7 +77,7 @@ TEST_F(ModRegistryTest, ReadRegValueSaysWhetherThereIsAString) {
     EXPECT_EQ(text, QString());
 }
 
-TEST_F(ModRegistryTest, WritingAnEmptyTextDeletesTheValue) {
+TEST_F(RegistryProcedures, WritingAnEmptyTextDeletesTheValue) {
     EXPECT_TRUE(WriteRegValue(store, Root, Key, Name, u"x"_qs));
     EXPECT_EQ(read(), u"x"_qs);
     EXPECT_TRUE(WriteRegValue(store, Root, Key, Name, QString()));
@@ -87,7 +87,7 @@ TEST_F(ModRegistryTest, WritingAnEmptyTextDeletesTheValue) {
     EXPECT_FALSE(WriteRegValue(store, Root, Key, Name, QString()));
 }
 
-TEST_F(ModRegistryTest, OneKeyIsDeletedOnlyWithoutSubKeys) {
+TEST_F(RegistryProcedures, OneKeyIsDeletedOnlyWithoutSubKeys) {
     store.createKey(Root, Key);
     EXPECT_FALSE(DeleteRegKey(store, Root, u"Software/Quillmark"_qs));
     EXPECT_TRUE(DeleteRegKey(store, Root, Key));
@@ -95,7 +95,7 @@ TEST_F(ModRegistryTest, OneKeyIsDeletedOnlyWithoutSubKeys) {
     EXPECT_FALSE(DeleteRegKey(store, Root, Key));
 }
 
-TEST_F(ModRegistryTest, TheFramesNameForItDeletesOneKeyToo) {
+TEST_F(RegistryProcedures, TheFramesNameForItDeletesOneKeyToo) {
     store.createKey(Root, Key);
     EXPECT_FALSE(DeleteKey(store, Root, u"Software/Quillmark"_qs, u"test"_qs));
     EXPECT_TRUE(DeleteKey(store, Root, Key, QString()));
@@ -103,7 +103,7 @@ TEST_F(ModRegistryTest, TheFramesNameForItDeletesOneKeyToo) {
     EXPECT_FALSE(DeleteKey(store, Root, Key, QString()));
 }
 
-TEST_F(ModRegistryTest, ATreeIsDeletedWithEverythingBelow) {
+TEST_F(RegistryProcedures, ATreeIsDeletedWithEverythingBelow) {
     for (const char* path : {"a/b/c", "a/b/d/e", "a/f", "ab", "A2"})
         SetRegString(store, Root, QLatin1String(path), Name, u"x"_qs);
     EXPECT_TRUE(DeleteRegTree(store, Root, u"A"_qs));
@@ -113,13 +113,13 @@ TEST_F(ModRegistryTest, ATreeIsDeletedWithEverythingBelow) {
     EXPECT_EQ(store.openKey(Root, u"a/b/d/e"_qs), RegistryCode::NotFound);
 }
 
-TEST_F(ModRegistryTest, AMissingTreeIsNotDeletedAndNothingChanges) {
+TEST_F(RegistryProcedures, AMissingTreeIsNotDeletedAndNothingChanges) {
     SetRegString(store, Root, Key, Name, u"x"_qs);
     EXPECT_FALSE(DeleteRegTree(store, Root, u"Software/None"_qs));
     EXPECT_EQ(read(), u"x"_qs);
 }
 
-TEST_F(ModRegistryTest, ATreeWithAKeyThatStaysKeepsWhatIsAboveAndBehindIt) {
+TEST_F(RegistryProcedures, ATreeWithAKeyThatStaysKeepsWhatIsAboveAndBehindIt) {
     for (const char* path : {"t/a", "t/b/deep", "t/c"})
         store.createKey(Root, QLatin1String(path));
     store.undeletable = u"t/b/deep"_qs;
@@ -129,7 +129,7 @@ TEST_F(ModRegistryTest, ATreeWithAKeyThatStaysKeepsWhatIsAboveAndBehindIt) {
     EXPECT_EQ(names, (QStringList{u"b"_qs, u"c"_qs}));
 }
 
-TEST_F(ModRegistryTest, SectionsOfTheProgramsOwnKeyAreListed) {
+TEST_F(RegistryProcedures, SectionsOfTheProgramsOwnKeyAreListed) {
     QStringList names{u"stale"_qs};
     EXPECT_FALSE(EnumRegSections(store, u"FilenameFilters"_qs, names));
     EXPECT_TRUE(names.isEmpty());
@@ -139,7 +139,7 @@ TEST_F(ModRegistryTest, SectionsOfTheProgramsOwnKeyAreListed) {
     EXPECT_EQ(names, (QStringList{u"001"_qs, u"002"_qs, u"003"_qs}));
 }
 
-TEST_F(ModRegistryTest, TheListOfSectionsHasRoomForOneCharacterMore) {
+TEST_F(RegistryProcedures, TheListOfSectionsHasRoomForOneCharacterMore) {
     const QString fits(255, u'a');
     store.createKey(Root, u"Software/Quillmark/s/"_qs + fits);
     store.createKey(Root, u"Software/Quillmark/s/"_qs + QString(256, u'b'));
@@ -149,7 +149,7 @@ TEST_F(ModRegistryTest, TheListOfSectionsHasRoomForOneCharacterMore) {
     EXPECT_EQ(names, QStringList{fits});
 }
 
-TEST_F(ModRegistryTest, FailuresAreSilentAndFalse) {
+TEST_F(RegistryProcedures, FailuresAreSilentAndFalse) {
     store.writeResult = RegistryCode::AccessDenied;
     EXPECT_FALSE(SetRegString(store, Root, Key, Name, u"x"_qs));
     EXPECT_FALSE(SetRegDword(store, Root, Key, Name, 1));

@@ -127,7 +127,7 @@ TEST_F(FindBarOfTheFrame, TheFocusBringsWhatTheDialogsHaveSearched) {
     for (const char* text : {"two", "own", "one"})
         SearchHistory::ofFinds().add(QString::fromLatin1(text));
     box().setFocus();
-    QStringList joined;  // the history is the whole program's: other texts may stand in it
+    QStringList joined;  // the history is the whole program's: it may contain other texts
     for (const QString& key : keys()) {
         if (key == QLatin1String("one") || key == QLatin1String("two") || key == QLatin1String("own"))
             joined << key;

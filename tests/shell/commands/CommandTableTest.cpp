@@ -99,7 +99,7 @@ TEST(CommandTable, EveryEntryStandsBehindItsMenu) {
 }
 
 TEST(CommandTable, NoMenuBeginsOrEndsWithASeparatorOrHasTwoInARow) {
-    QSet<QString> filled;  // menus whose last separator parts what is filled in while the program runs
+    QSet<QString> filled;  // menus whose last separator is above the entries filled at run time
     for (const SlotArray& array : SlotCommands::table())
         filled.insert(text(array.menu));
     filled.insert(u"mnuLanguages"_qs);

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// What the tables of menus and buttons have to hold, written down once more for the tests.
+/// The expected contents of the tables of menus and buttons, written a second time for the tests.
 
 /// `enabled`: in which states of a document; T text, L locked text, H hex, X locked hex.
 struct ExpectedCommand {

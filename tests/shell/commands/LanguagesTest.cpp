@@ -47,7 +47,7 @@ class FrameLanguages : public FrameFixture {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
-    /// Runs the command and looks at the form that it shows.
+    /// Runs the command and examines the form that it shows.
     void organize(const std::function<void(QDialog&)>& look) {
         bool shown = false;
         QTimer::singleShot(0, m_frame.get(), [&] {

@@ -1,6 +1,6 @@
 #include "shell/FrameFixture.h"
 
-/// How often what is shown is brought up to date: counted where it is asked for, in a whole frame.
+/// How often the display is updated: counted where it is requested, in a whole frame.
 class ReportsOfDocuments : public FrameFixture {
  protected:
     using What = ActiveDocument::What;

@@ -252,7 +252,7 @@ TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
     EXPECT_EQ(walked.filter(u"tbScroll."_qs).size(), 6) << walked.join(u' ').toStdString();
 }
 
-// Loading and saving let events run
+// Loading and saving run the event loop
 
 TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {
     start();

@@ -8,7 +8,7 @@
 
 #include <stdexcept>
 
-/// What a call throws reaches neither the event loop nor the person.
+/// An exception of a call reaches neither the event loop nor the user.
 class FailingCalls : public FrameFixture {
  protected:
     void failInTheNextBox() {

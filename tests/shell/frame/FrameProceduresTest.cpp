@@ -5,7 +5,7 @@
 #include <QComboBox>
 #include <QMetaMethod>
 
-/// The frame's procedures as whoever reaches it from outside finds them: by name.
+/// The frame's procedures as callers outside find them: by name.
 class FrameProcedures : public FrameFixture {
  protected:
     template <typename... Values>

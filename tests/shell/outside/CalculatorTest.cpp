@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-/// A search path with nothing on it but what a test puts there.
+/// A search path that contains only the programs of a test.
 class Calculators : public testing::Test {
  protected:
     Calculators() { qputenv("PATH", QFile::encodeName(m_folder.path())); }

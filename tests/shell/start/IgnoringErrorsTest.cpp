@@ -17,7 +17,7 @@ void takeLine(QtMsgType type, const QMessageLogContext&, const QString& text) {
 
 }  // namespace
 
-/// What is stepped over, and what is said of it.
+/// Which errors are ignored, and what is reported of them.
 class IgnoringErrors : public testing::Test {
  protected:
     void SetUp() override {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Nothing when the bytes came back and the text is sound, else what went wrong.
+/// Nothing when the bytes are unchanged and the text is valid, else a description of the error.
 std::string roundTripFault(std::string_view bytes, std::size_t partSize) {
     const DecodedText decoded = decodeInParts(bytes, partSize);
     if (const DecodedText whole = decodeText(bytes); whole.utf8 != decoded.utf8 || whole.format != decoded.format)

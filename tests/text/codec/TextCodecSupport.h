@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-/// Decoding in parts of one size, as a file is read; 0 means all at once.
+/// Decodes in parts of one size, as a file is read; 0 means all at once.
 inline DecodedText decodeInParts(std::string_view bytes, std::size_t partSize,
                                  std::optional<TextFormat> format = std::nullopt) {
     TextDecoder decoder = format ? TextDecoder(*format) : TextDecoder();
@@ -16,7 +16,7 @@ inline DecodedText decodeInParts(std::string_view bytes, std::size_t partSize,
         std::string scratch;
         bool good = true;
         for (std::size_t at = 0; good && at < bytes.size(); at += step) {
-            // A copy of its own, so that a look beyond the part is found out.
+            // A separate copy, so that an access beyond the part is detected.
             const std::string part(bytes.substr(at, step));
             const auto text = decoder.decode(part, scratch);
             good = text.has_value();

@@ -44,7 +44,7 @@ bool isUtf8(std::string_view text, std::size_t partSize) {
 }  // namespace
 
 TEST(Utf8Validator, AgreesOnEverySequenceOfThreeBytesAtEveryPlaceOfABlock) {
-    // Of bytes of one kind the first and last stand for all.
+    // Of bytes of one kind only the first and last are tried.
     constexpr unsigned char Kinds[] = {0x00, 0x7F, 0x80, 0x8F, 0x90, 0x9F, 0xA0, 0xBF, 0xC0, 0xC1, 0xC2, 0xDF, 0xE0,
                                        0xE1, 0xEC, 0xED, 0xEE, 0xEF, 0xF0, 0xF1, 0xF3, 0xF4, 0xF5, 0xF7, 0xF8, 0xFF};
     for (const unsigned char first : Kinds) {
@@ -82,7 +82,7 @@ TEST(Utf8Validator, PartsOfAnySizeGiveTheSameAnswer) {
                                          "\x80"};
     std::mt19937 random(7);
     for (int i = 0; i < 4000; ++i) {
-        // The unsound ones stand last in the list and come seldom.
+        // The invalid ones are last in the list and rare.
         const std::size_t choice = i % 3 == 0 ? std::size(Bits) : 8;
         std::string text;
         for (unsigned count = random() % 40; count > 0; --count)

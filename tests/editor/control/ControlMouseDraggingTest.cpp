@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Does something in the midst of a drag out of the selection, when the drag asks for what it is to carry.
+/// Calls a function during a drag out of the selection, when the drag requests its data.
 struct Dragged : TextControl {
     std::function<void()> meanwhile;
 
@@ -47,7 +47,7 @@ struct Dragging : testing::Test {
         QCoreApplication::sendEvent(control.viewport(), &move);
         return enter.isAccepted() && move.isAccepted();
     }
-    /// What the source is told, IgnoreAction when nothing was taken.
+    /// The action that is reported to the source, IgnoreAction when the drop was refused.
     Qt::DropAction drop(QPoint at, Qt::DropAction action = Qt::CopyAction) {
         hover(at);
         QDropEvent event(QPointF(at), action, &mime, Qt::LeftButton, Qt::NoModifier);
@@ -55,7 +55,7 @@ struct Dragging : testing::Test {
         QCoreApplication::sendEvent(control.viewport(), &event);
         return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
     }
-    /// Drags what is selected and lets it go elsewhere.
+    /// Drags the selection and drops it elsewhere.
     void dragSelection(long from, long to, Qt::DropAction action) {
         mime.setText(control.SelText());
         control.meanwhile = [this, to, action] { drop(placeOf(to), action); };

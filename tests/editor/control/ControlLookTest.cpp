@@ -316,7 +316,7 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
                     key(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
                 if (typed)
                     control.typing().type(u"-"_qs);
-                // As a font of another size does, this has Scintilla look at its styles anew at the next edit.
+                // Like a font of another size, this makes Scintilla measure its styles again at the next edit.
                 control.SendScintilla(TextControl::SCI_STYLESETSIZE, 40UL, 10L + row.number % 2);
                 control.ExecuteCmd(row.number);
                 EXPECT_TRUE(control.Text().endsWith(before[2] + u'\n')) << row.caption;

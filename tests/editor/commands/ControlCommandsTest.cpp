@@ -51,7 +51,7 @@ struct Control : testing::Test {
         control.show();
         QGuiApplication::clipboard()->setText(u"clipboard"_qs);
     }
-    /// The text with "|" where the caret is to be and "[" where the selection begins.
+    /// The text with "|" at the caret and "[" at the start of the selection.
     void put(const char* marked) {
         QString text = QString::fromUtf8(marked);
         const qsizetype anchor = text.indexOf(u'[');
@@ -474,7 +474,7 @@ TEST_F(TextControlEveryCommand, TellsOfItsChangeOnce) {
     EXPECT_EQ(changes.count(), 1);
 }
 
-/// Each command does to a line that is held in pieces what it does to a short one.
+/// Each command has the same effect on a line that is held in pieces as on a short one.
 TEST_F(TextControlEveryCommand, IsTheSameOnALineHeldInPieces) {
     const QString line = longLine(150'000);
     const QString text = u"first\n"_qs + line + u"\nlast"_qs;
