@@ -22,8 +22,9 @@ namespace {
 
 /// Milliseconds without a key after which typing begins a new undo step.
 constexpr qint64 TypingPause = 2000;
-/// Typed texts of more units than this are inserted as a whole.
-constexpr qsizetype TypedAtOnce = 64;
+/// Typed texts of more units than this are inserted as a whole. A macro's are in any case, since the library lays out
+/// the whole line at each character.
+constexpr qsizetype TypedOneByOne = 64;
 /// Bytes on each side of the caret that are passed to an input method.
 constexpr qint64 SurroundingBytes = 1024;
 
@@ -46,8 +47,16 @@ void ControlTyping::type(const QString& text) {
     m_macros.noteTyped(text, times);
 }
 
+/// Whether typing just replaces the selection: there are one caret and no virtual space, and nothing is overtyped.
+bool ControlTyping::replacesSelection() const {
+    return m_selection.isStream() && m_view.send(Sci::SCI_GETOVERTYPE) == 0 &&
+           m_view.send(Sci::SCI_GETSELECTIONNCARETVIRTUALSPACE, 0) == 0 &&
+           m_view.send(Sci::SCI_GETSELECTIONNANCHORVIRTUALSPACE, 0) == 0;
+}
+
 void ControlTyping::putTyped(const QString& text, const QByteArray& utf8) {
-    if (text.size() > TypedAtOnce && m_selection.isStream())
+    const qsizetype oneByOne = m_view.state().isPlaying() ? 1 : TypedOneByOne;
+    if (text.size() > oneByOne && replacesSelection())
         return m_view.replaceSelection(utf8);
     QInputMethodEvent event;
     event.setCommitString(QString::fromUtf8(utf8));

@@ -44,6 +44,7 @@ class ControlTyping {
     void applyTabs();
 
  private:
+    bool replacesSelection() const;
     void putTyped(const QString& text, const QByteArray& utf8);
     std::vector<QByteArray> frontsOfNewLines() const;
     void breakLine();
