@@ -66,6 +66,7 @@ void removeEach(EditView& view, const std::vector<Span>& spans, qint64 main) {
 
 std::vector<Span> spansOf(const EditView& view, const std::vector<LineRange>& ranges) {
     std::vector<Span> spans;
+    spans.reserve(ranges.size());
     for (const LineRange& lines : ranges)
         spans.push_back(spanOf(view, lines));
     return spans;
@@ -81,6 +82,7 @@ void selectEach(EditView& view, const std::vector<Span>& spans, qint64 main) {
     if (apart.empty())
         return;
     std::vector<ByteSelection> ranges;
+    ranges.reserve(apart.size());
     for (const Span& span : apart)
         ranges.push_back({span.from, span.to});
     SelectedRanges::set(view, ranges, spanAt(apart, main));
@@ -151,6 +153,7 @@ void sortLines(EditView& view, const LineRange& lines, LineSort::Order order) {
     ControlBookmarks bookmarks(view);
     std::vector<qint64> marked = bookmarks.markedLines(lines.first, lines.last);
     std::vector<std::size_t> followed;
+    followed.reserve(marked.size());
     for (const qint64 line : marked)
         followed.push_back(static_cast<std::size_t>(line - lines.first));
     const std::string after =

@@ -73,6 +73,7 @@ std::vector<qint64> ControlBookmarks::markedLines(qint64 first, qint64 last) con
 
 void ControlBookmarks::setMarkedLines(qint64 first, qint64 last, const std::vector<qint64>& marked) {
     std::vector<qint64> pieces;
+    pieces.reserve(marked.size());
     for (const qint64 line : marked)
         pieces.push_back(piecesOf(line).first);
     std::ranges::sort(pieces);
