@@ -1,3 +1,4 @@
+#include "KeyTimes.h"
 #include "ProcessState.h"
 #include "WatchedScreen.h"
 
@@ -14,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,7 +25,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr const char* Usage =
-    "usage: Watch [--end] [--save FILE] [--timeout SECONDS] [--picture FILE.pgm] PROGRAM [ARGUMENT]...\n"
+    "usage: Watch [--end] [--save FILE] [--keys COUNT] [--timeout SECONDS] [--picture FILE.pgm] PROGRAM [ARGUMENT]...\n"
     "\n"
     "Starts a program on $DISPLAY, watches the screen from outside, ends the program and prints one line of figures, "
     "in\n"
@@ -31,6 +33,8 @@ constexpr const char* Usage =
     "  mapped  its window came up\n"
     "  shown   from here on the picture was the one that stood in the end, but for a thousandth of the window\n"
     "  saved   with --save: from Ctrl+S until the file was written and the program had no thread at work\n"
+    "  keys    with --keys: for each key, typed and deleted by turns, from its press until the line with the caret\n"
+    "          had changed on the screen\n"
     "  peak    the most memory it held, in KiB\n"
     "The end is when nothing larger than a caret has changed for 0.7 s and the program used no processor time.\n"
     "With --end, Ctrl+End is pressed as soon as the window has the keyboard, 40 times a second for the first half "
@@ -52,6 +56,7 @@ constexpr double BetweenPresses = 25.0;
 struct Wanted {
     bool end = false;
     std::string save;
+    int keys = 0;
     double timeout = 60'000.0;
     std::string picture;
     std::vector<char*> command;
@@ -61,6 +66,7 @@ struct Figures {
     double mapped = -1.0;
     double shown = -1.0;
     double saved = -1.0;
+    std::vector<double> keys;
     long peak = 0;
 };
 
@@ -233,6 +239,11 @@ bool Watch::run(Figures& figures) {
         figures.saved = save(process);
         good = figures.saved >= 0;
     }
+    if (good && m_wanted.keys > 0) {
+        const std::function<bool()> wait = [&] { return waitUntilStill(process); };
+        figures.keys = KeyTimes(m_screen, wait).measure(m_wanted.keys);
+        good = !figures.keys.empty();
+    }
     endProgram(program);
     return good;
 }
@@ -246,6 +257,8 @@ bool parse(int argc, char** argv, Wanted& wanted) {
             wanted.end = true;
         else if (option == "--save" && hasValue)
             wanted.save = argv[++at];
+        else if (option == "--keys" && hasValue)
+            wanted.keys = std::atoi(argv[++at]);
         else if (option == "--timeout" && hasValue)
             wanted.timeout = std::atof(argv[++at]) * 1000.0;
         else if (option == "--picture" && hasValue)
@@ -256,6 +269,13 @@ bool parse(int argc, char** argv, Wanted& wanted) {
     wanted.command.assign(argv + at, argv + argc);
     wanted.command.push_back(nullptr);
     return wanted.command.size() > 1;
+}
+
+std::string joined(const std::vector<double>& values) {
+    std::string text;
+    for (const double value : values)
+        text += (text.empty() ? "" : ", ") + std::to_string(value);
+    return text;
 }
 
 }  // namespace
@@ -273,7 +293,8 @@ int main(int argc, char** argv) {
     }
     Figures figures;
     const bool good = Watch(wanted, screen).run(figures);
-    std::printf("{\"mapped\": %.1f, \"shown\": %.1f, \"saved\": %.1f, \"peak\": %ld, \"good\": %s}\n", figures.mapped,
-                figures.shown, figures.saved, figures.peak, good ? "true" : "false");
+    std::printf("{\"mapped\": %.1f, \"shown\": %.1f, \"saved\": %.1f, \"keys\": [%s], \"peak\": %ld, \"good\": %s}\n",
+                figures.mapped, figures.shown, figures.saved, joined(figures.keys).c_str(), figures.peak,
+                good ? "true" : "false");
     return 0;
 }

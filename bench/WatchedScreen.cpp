@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <utility>
 
 struct WatchedScreen::Parts {
     Display* display = nullptr;
@@ -106,16 +107,51 @@ bool WatchedScreen::wasDrawn(int milliseconds) {
 }
 
 WatchedScreen::Picture WatchedScreen::picture() {
+    return picture({0, m_parts->image->height});
+}
+
+/// The image of the whole screen is asked for fewer rows, which come to its beginning.
+WatchedScreen::Picture WatchedScreen::picture(Rows rows) {
     Parts& my = *m_parts;
-    XShmGetImage(my.display, my.root, my.image, 0, 0, AllPlanes);
-    Picture taken(static_cast<std::size_t>(my.image->width) * static_cast<std::size_t>(my.image->height));
+    const int height = std::exchange(my.image->height, rows.count);
+    XShmGetImage(my.display, my.root, my.image, 0, rows.first, AllPlanes);
+    my.image->height = height;
+    Picture taken(static_cast<std::size_t>(my.image->width) * static_cast<std::size_t>(rows.count));
     std::size_t at = 0;
-    for (int row = 0; row < my.image->height; ++row) {
+    for (int row = 0; row < rows.count; ++row) {
         const char* line = my.image->data + static_cast<std::ptrdiff_t>(row) * my.image->bytes_per_line;
         for (int column = 0; column < my.image->width; ++column)
             taken[at++] = static_cast<std::uint8_t>(line[column * 4 + 1]);
     }
     return taken;
+}
+
+WatchedScreen::Rows WatchedScreen::topmostChange(const Picture& one, const Picture& other) const {
+    const auto width = static_cast<std::size_t>(m_parts->image->width);
+    const auto differs = [&](int row) {
+        const auto from = static_cast<std::ptrdiff_t>(static_cast<std::size_t>(row) * width);
+        const auto to = from + static_cast<std::ptrdiff_t>(width);
+        return !std::equal(one.begin() + from, one.begin() + to, other.begin() + from);
+    };
+    Rows rows;
+    while (rows.first < m_parts->image->height && !differs(rows.first))
+        ++rows.first;
+    while (rows.first + rows.count < m_parts->image->height && differs(rows.first + rows.count))
+        ++rows.count;
+    return rows;
+}
+
+int WatchedScreen::changedWidth(const Picture& one, const Picture& other) const {
+    const auto width = static_cast<std::size_t>(m_parts->image->width);
+    std::size_t left = width;
+    std::size_t right = 0;
+    for (std::size_t at = 0; at < one.size(); ++at) {
+        if (one[at] == other[at])
+            continue;
+        left = std::min(left, at % width);
+        right = std::max(right, at % width + 1);
+    }
+    return right > left ? static_cast<int>(right - left) : 0;
 }
 
 int WatchedScreen::windowPixels() const {

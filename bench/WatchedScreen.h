@@ -10,6 +10,11 @@
 class WatchedScreen {
  public:
     using Picture = std::vector<std::uint8_t>;
+    /// Neighbouring rows of the screen, as wide as it.
+    struct Rows {
+        int first = 0;
+        int count = 0;
+    };
 
     WatchedScreen();
     ~WatchedScreen();
@@ -19,6 +24,11 @@ class WatchedScreen {
     /// Waits at most this many milliseconds; returns true if something was drawn since the last call.
     bool wasDrawn(int milliseconds);
     Picture picture();
+    Picture picture(Rows rows);
+    /// The topmost unbroken group of rows in which two pictures of the whole screen differ; none if they are equal.
+    Rows topmostChange(const Picture& one, const Picture& other) const;
+    /// From the leftmost to the rightmost pixel, of all rows, in which two pictures of equal height differ.
+    int changedWidth(const Picture& one, const Picture& other) const;
     /// The number of pixels of the largest window that was mapped since the start; 0 if there was none.
     int windowPixels() const;
     /// Whether a window of a program has the keyboard focus, not one of the window manager.

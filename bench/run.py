@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,session,open,save,lines,search,hex,languages,macros] [--runs N]
+usage: run.py --build FOLDER --table FILE
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros] [--runs N]
               [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -18,6 +19,10 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   save   a character is typed at the end of the open file and Ctrl+S pressed; from the key until the file was written and
          no thread of the program was at work or waited for the disk. Against it: cp of the same file to a new name and
          fsync of the copy. They take turns.
+  keys   key to pixel: the file on the command line, the caret in the middle of the first page, then twenty letters typed and
+         deleted again, and so on; from the press of each key until the line with the caret had changed on the screen. The
+         median and the 99th percentile of 200 keys of each round; the programs take turns. The C file is coloured by each
+         program that can.
   lines  a million lines of 20 to 90 letters: from the command until they stand sorted in the control, against sort of the
          same file with LC_ALL=C, in turn; and until their trailing blanks are gone, of half of them and of all. From
          inside, by EditorBench.
@@ -234,6 +239,46 @@ def benchSave(bench, programs, quick):
         bench.say(f"| {name} | {spread(values, 1000, 2)} | {statistics.median(values) / base:.2f} |")
 
 
+def writeCode(path, size):
+    """Functions in C, of about this many bytes."""
+    with open(path, "w", encoding="ascii") as file:
+        number = 0
+        while file.tell() < size:
+            file.write(f"/* The {number}th of many. */\nstatic int function{number}(const char *name, int count)\n{{\n"
+                       f"    int sum = {number * 31 % 1009};\n    for (int index = 0; index < count; ++index) {{\n"
+                       f"        if (name[index] == 'x')  // counted\n            sum += index * 0x{number:x};\n"
+                       f"        else\n            printf(\"%d: %s\\n\", sum, name);\n    }}\n    return sum;\n}}\n\n")
+            number += 1
+
+
+def percentile(values, part):
+    """The value that this part of all values does not exceed."""
+    values = sorted(values)
+    return values[min(len(values) - 1, round(part * len(values)))]
+
+
+def benchKeys(bench, programs, bare, quick):
+    files = [("empty text", None, None, 0), ("100 KB of C, coloured", "code.c", writeCode, MEGA // 10),
+             ("100 MB of text", "source.txt", writeSource, 100 * MEGA)]
+    bench.say("", "Key to pixel: milliseconds from the press until the line had changed, of 200 keys a round: median (range of "
+              "the rounds) and 99th percentile (range)", "", "| | text | median | 99 % |", "|---|---|---|---|")
+    for title, name, write, size in files:
+        arguments = []
+        if name:
+            write(Path(bench.scratch, name), size)
+            arguments = [str(Path(bench.scratch, name))]
+        measured = programs if name else [*programs, bare]
+        taken = bench.rounds(measured, 1 if quick else 3, *arguments, options=["--keys", "200", "--timeout", "120"])
+        for program, runs in taken.items():
+            if None in runs:
+                bench.say(f"| {program} | {title} | not measured | |")
+                continue
+            bench.say(f"| {program} | {title} | {spread([statistics.median(run['keys']) for run in runs], 1, 1)} "
+                      f"| {spread([percentile(run['keys'], 0.99) for run in runs], 1, 1)} |")
+        for path in arguments:
+            os.unlink(path)
+
+
 def writeUnordered(path):
     chosen = random.Random(1)
     letters = string.ascii_letters + string.digits
@@ -357,7 +402,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,lines,search,hex,languages,macros")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -387,6 +432,8 @@ def main():
             benchOpen(bench, [own, *others], wanted.quick)
         if "save" in wanted.only:
             benchSave(bench, [own], wanted.quick)
+        if "keys" in wanted.only:
+            benchKeys(bench, [own, *others], bare, wanted.quick)
         if "lines" in wanted.only:
             benchLines(bench, str(build / "bench" / "EditorBench"), wanted.quick)
         if "search" in wanted.only:

@@ -391,12 +391,11 @@ qint64 rtCM::SelTotalCharsNoSpace() const {
 
 void rtCM::HighLightLine() {
     const qint64 now = CurrentLine();
-    const bool leaves = !gMyHighlight || m_lastHighlightLine != now;
-    // A line beyond the end was deleted together with its highlight.
-    if (leaves && m_lastHighlightLine >= 0 && m_lastHighlightLine < TotalLines())
-        UnHighLightLine(m_lastHighlightLine);
+    // The control holds one highlighted line, so the one that is left need not lose its highlight first.
     if (gMyHighlight)
         m_control->look().setLineHighlight(now, rowHighlightColour(m_options), highlightKind(m_options));
+    else
+        UnHighLightLine(m_lastHighlightLine);
     m_lastHighlightLine = gMyHighlight ? now : -1;
 }
 

@@ -7,6 +7,8 @@
 #include "hex/grid/Grid.h"
 #include "settings/Options.h"
 
+#include <QScopeGuard>
+
 #include <utility>
 #include <vector>
 
@@ -25,10 +27,13 @@ bool HexScans::run(const std::optional<HexNeedle>& needle,
     LongScan shown(m_panes.parts().ProgressBar1, m_notice);
     HexSearch search(m_bytes, HexSearch::BlockSize, [&shown](int percent) { return shown.goesOn(percent); });
     m_isRunning = true;
+    const auto ended = qScopeGuard([this, &alive] {
+        if (alive)
+            m_isRunning = false;
+    });
     scan(search, *needle);
     if (!alive)
         return false;
-    m_isRunning = false;
     m_wasStopped = shown.wasStopped();
     return true;
 }

@@ -107,7 +107,7 @@ void ucHex::setFree() {
 }
 
 QString ucHex::limitations() const {
-    return m_hasUnmarked ? u"Save As writes what was replaced or filled."_qs : QString();
+    return m_fileOpen && m_hasUnmarked ? u"Save As writes what was replaced or filled."_qs : QString();
 }
 
 /// Replaced and filled bytes do not count as modified, so that a plain save may leave them out.

@@ -10,6 +10,8 @@
 
 #include <QPointer>
 
+#include <cerrno>
+#include <new>
 #include <optional>
 
 namespace {
@@ -78,7 +80,14 @@ int ucHex::CountBytes(const QString& pStr, qint16 pFindType) {
 
 int ucHex::MarkAll(const QString& pStr, qint16 pFindType) {
     finishNibble();
-    return m_fileOpen ? m_scans.mark(pStr, static_cast<HexFindType>(pFindType)) : 0;
+    if (!m_fileOpen)
+        return 0;
+    try {
+        return m_scans.mark(pStr, static_cast<HexFindType>(pFindType));
+    } catch (const std::bad_alloc&) {
+        m_prompts.message(this, SystemError::fromErrno(ENOMEM).description);
+        return 0;
+    }
 }
 
 int ucHex::ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) {

@@ -26,10 +26,10 @@ bool losesItsLast(int command, const HotKey& newKey, const HotKeys& hotKeys) {
 QString lossOf(const QStringList& losers, const QStringList& deleted) {
     if (losers.isEmpty())
         return {};
-    const QString loss = tr("This hot key will be taken away from %1.").arg(losers.join(u", "_qs));
-    if (deleted.isEmpty())
-        return loss;
-    return loss + u' ' + tr("No hot key is left to %1, which will be deleted.").arg(deleted.join(u", "_qs));
+    QString loss = tr("This hot key will be taken away from %1.").arg(losers.join(u", "_qs));
+    if (!deleted.isEmpty())
+        loss += u' ' + tr("No hot key is left to %1, which will be deleted.").arg(deleted.join(u", "_qs));
+    return loss;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QMessageBox>
 #include <QScreen>
 
@@ -18,6 +19,9 @@ namespace {
 constexpr qsizetype LongestText = 6000;
 /// Minimum width of the text of a box before a line is broken, in logical pixels.
 constexpr int NarrowestText = 400;
+
+/// Size of the letters of an informative text, as a part of those of the question.
+constexpr qreal SmallLetters = 0.9;
 
 /// Whether the box with the text stays well inside its screen, in lines as narrow as they get.
 bool fits(const QMessageBox& box, const QString& text) {
@@ -52,6 +56,17 @@ void setUp(QMessageBox& box, const QString& text, const QString& title) {
     box.setWindowTitle(title.isEmpty() ? u"Quillmark"_qs : title);
     box.setTextFormat(Qt::PlainText);
     box.setText(fitting(box, text));
+}
+
+/// Most styles show an informative text in letters of the size of the question.
+void addSmallText(QMessageBox& box, const QString& text) {
+    box.setInformativeText(text);
+    auto* label = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_qs);
+    if (label != nullptr && label->font().pointSizeF() > 0) {
+        QFont small = label->font();
+        small.setPointSizeF(small.pointSizeF() * SmallLetters);
+        label->setFont(small);
+    }
 }
 
 /// Closed by one of its buttons and by nothing else.
@@ -92,7 +107,7 @@ void QtPrompts::message(QWidget* parent, const QString& text, const QString& tit
 bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText) {
     ButtonsOnlyBox box(windowOf(parent));
     setUp(box, text, title);
-    box.setInformativeText(informativeText);
+    addSmallText(box, informativeText);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.exec();
     return box.clickedButton() == box.button(QMessageBox::Yes);

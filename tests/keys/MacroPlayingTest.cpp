@@ -91,6 +91,11 @@ TEST_F(MacroPlaying, TypesOverWhereThatIsOn) {
     put(1, {text(u"xy"_qs)});
     play(1);
     EXPECT_EQ(control.Text(), u"xycdef"_qs);
+    control.setText(u"abc"_qs.repeated(60));
+    control.setSelection(0, 0);
+    put(1, {text(u"xy"_qs.repeated(40))});
+    play(1);
+    EXPECT_EQ(control.Text(), u"xy"_qs.repeated(40) + u"abc"_qs.repeated(60).mid(80));
 }
 
 TEST_F(MacroPlaying, OneThatRunsIntoItselfEndsWithAMessage) {

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -141,6 +142,11 @@ TEST(QtPrompts, AQuestionShowsItsInformativeTextBelow) {
         whenShown<QMessageBox>([&](QMessageBox& box) {
             EXPECT_EQ(box.text(), u"reload it."_qs);
             EXPECT_EQ(box.informativeText(), text);
+            const auto* small = box.findChild<QLabel*>(u"qt_msgbox_informativelabel"_qs);
+            EXPECT_EQ(small == nullptr, text.isEmpty());
+            if (small != nullptr) {
+                EXPECT_LT(small->font().pointSizeF(), box.font().pointSizeF());
+            }
             box.button(QMessageBox::No)->click();
         });
         EXPECT_FALSE(prompts.askYesNo(nullptr, u"reload it."_qs, {}, text));

@@ -19,9 +19,20 @@ class ControlBraces {
 
  private:
     BraceScan::Match matchAt(qint64 place) const;
-    void clear();
 
     EditView& m_view;
     bool m_on = true;
-    bool m_shown = false;
+    /// A marked brace, by line and column of the held text: an edit that moves it has its line painted anyway.
+    struct Mark {
+        qint64 line = -1;  ///< none: -1
+        qint64 column = -1;
+        bool matched = false;
+        bool operator==(const Mark&) const = default;
+    };
+    Mark markAt(qint64 byte, bool matched) const;
+    void show(const BraceScan::Match& match);
+    void replace(Mark& shown, const Mark& mark);
+
+    Mark m_brace;
+    Mark m_partner;
 };

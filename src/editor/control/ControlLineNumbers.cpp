@@ -31,7 +31,10 @@ bool ControlLineNumbers::areTexts() const {
 /// Numbers that are texts are at each line's first piece.
 void ControlLineNumbers::follow() {
     const qint64 lines = m_shown ? m_view.TotalLines() : 0;
-    m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Numbers, areTexts() ? Sci::SC_MARGIN_RTEXT : Sci::SC_MARGIN_NUMBER);
+    const qint64 type = areTexts() ? Sci::SC_MARGIN_RTEXT : Sci::SC_MARGIN_NUMBER;
+    // Scintilla lays out and paints everything again whenever it is set, even to what it was.
+    if (type != m_view.send(Sci::SCI_GETMARGINTYPEN, Margins::Numbers))
+        m_view.send(Sci::SCI_SETMARGINTYPEN, Margins::Numbers, type);
     if (lines == m_numberedLines)
         return;
     m_numberedLines = lines;

@@ -110,18 +110,22 @@ void ControlLook::applyMarkColours(const QColor& base, const QColor& text) {
     m_view.send(Sci::SCI_SETSELBACK, 1, ScintillaColour::number(accent));
 }
 
-/// The line is always the caret's: Scintilla keeps its highlight there and needs no colour for each line.
+/// The line is always the caret's: Scintilla keeps its highlight there and needs no colour for each line. It lays out
+/// and paints everything again whenever one of the two is set, even to what it was.
 void ControlLook::setLineHighlight(qint64 line, const QColor& colour, HighlightColour kind) {
     m_highlight = line < 0 ? QColor() : colour;
     m_highlightKind = kind;
-    m_view.send(Sci::SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
+    if (m_highlight.isValid() != (m_view.send(Sci::SCI_GETCARETLINEVISIBLE) != 0))
+        m_view.send(Sci::SCI_SETCARETLINEVISIBLE, m_highlight.isValid());
     if (!m_highlight.isValid())
         return;
     const QColor own = m_elements[RowHighlightElement];
     QColor shown = own.isValid() ? own : m_highlight;
     if (!own.isValid() && kind == HighlightColour::Adapts)
         shown = Contrast::readableOn(textLook().colour, Contrast::fittedTo(baseColour(), shown));
-    m_view.send(Sci::SCI_SETCARETLINEBACK, ScintillaColour::number(shown));
+    const qint64 number = ScintillaColour::number(shown);
+    if (number != m_view.send(Sci::SCI_GETCARETLINEBACK))
+        m_view.send(Sci::SCI_SETCARETLINEBACK, number);
 }
 
 void ControlLook::setLanguage(const LanguageDefinition* language) {

@@ -6,6 +6,7 @@
 #include "editor/control/EditScope.h"
 #include "editor/control/EditView.h"
 #include "editor/control/LanguageIndent.h"
+#include "editor/control/PageUpdate.h"
 #include "editor/held/Colouring.h"
 #include "editor/language/AutoIndent.h"
 
@@ -21,8 +22,9 @@ namespace {
 
 /// Milliseconds without a key after which typing begins a new undo step.
 constexpr qint64 TypingPause = 2000;
-/// Typed texts of more units than this are inserted as a whole.
-constexpr qsizetype TypedAtOnce = 64;
+/// Typed texts of more units than this are inserted as a whole. A macro's are in any case, since the library lays out
+/// the whole line at each character.
+constexpr qsizetype TypedOneByOne = 64;
 /// Bytes on each side of the caret that are passed to an input method.
 constexpr qint64 SurroundingBytes = 1024;
 
@@ -45,8 +47,16 @@ void ControlTyping::type(const QString& text) {
     m_macros.noteTyped(text, times);
 }
 
+/// Whether typing just replaces the selection: there are one caret and no virtual space, and nothing is overtyped.
+bool ControlTyping::replacesSelection() const {
+    return m_selection.isStream() && m_view.send(Sci::SCI_GETOVERTYPE) == 0 &&
+           m_view.send(Sci::SCI_GETSELECTIONNCARETVIRTUALSPACE, 0) == 0 &&
+           m_view.send(Sci::SCI_GETSELECTIONNANCHORVIRTUALSPACE, 0) == 0;
+}
+
 void ControlTyping::putTyped(const QString& text, const QByteArray& utf8) {
-    if (text.size() > TypedAtOnce && m_selection.isStream())
+    const qsizetype oneByOne = m_view.state().isPlaying() ? 1 : TypedOneByOne;
+    if (text.size() > oneByOne && replacesSelection())
         return m_view.replaceSelection(utf8);
     QInputMethodEvent event;
     event.setCommitString(QString::fromUtf8(utf8));
@@ -65,7 +75,7 @@ void ControlTyping::newLine() {
     if (indents && m_selection.isStream() && m_view.send(Sci::SCI_GETSELECTIONEMPTY) != 0)
         LanguageIndent::closeLevelAtLineEnd(m_view);
     const std::vector<QByteArray> fronts = indents ? frontsOfNewLines() : std::vector<QByteArray>();
-    m_view.runAcrossJoints(Sci::SCI_NEWLINE);
+    breakLine();
     // A rectangle has become one caret.
     if (std::ssize(fronts) != m_view.send(Sci::SCI_GETSELECTIONS))
         return;
@@ -74,6 +84,16 @@ void ControlTyping::newLine() {
     if (indents && m_selection.isStream())
         LanguageIndent::closeLevel(m_view);
     m_view.state().scrollDue = true;
+}
+
+/// The lines above remain as they are; the library would paint them too.
+void ControlTyping::breakLine() {
+    qint64 first = m_view.heldText().length();
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range)
+        first = std::min(first, m_view.send(Sci::SCI_GETSELECTIONNSTART, range));
+    ScrolledPage page(m_view);
+    m_view.runAcrossJoints(Sci::SCI_NEWLINE);
+    page.setChanged(m_view.heldText().lineOf(first), m_view.heldText().lineCount());
 }
 
 /// The start of the new line at each caret. The text after the caret moves down with its own blanks.

@@ -44,8 +44,10 @@ class ControlTyping {
     void applyTabs();
 
  private:
+    bool replacesSelection() const;
     void putTyped(const QString& text, const QByteArray& utf8);
     std::vector<QByteArray> frontsOfNewLines() const;
+    void breakLine();
     void insertAtCaret(qint64 range, const QByteArray& utf8);
 
     EditView& m_view;

@@ -278,6 +278,21 @@ void EditView::Redraw() {
     viewport()->update();
 }
 
+/// A line that was deleted needs no painting: all below a line that comes or goes is painted anyway.
+void EditView::redrawLines(qint64 first, qint64 last) {
+    const qint64 lines = m_text.lineCount();
+    if (first < 0 || first >= lines)
+        return;
+    const qint64 top = send(SCI_GETFIRSTVISIBLELINE);
+    const qint64 from = std::max<qint64>(send(SCI_VISIBLEFROMDOCLINE, first) - top, 0);
+    qint64 to = send(SCI_LINESONSCREEN) + 1;
+    if (last < lines)
+        to = std::min(to, send(SCI_VISIBLEFROMDOCLINE, last) + send(SCI_WRAPCOUNT, last) - top);
+    const qint64 height = send(SCI_TEXTHEIGHT);
+    viewport()->update(
+        QRect(0, static_cast<int>(from * height), viewport()->width(), static_cast<int>((to - from) * height)));
+}
+
 // Locked, undo, and the bar below the text
 
 void EditView::setLocked(bool locked) {

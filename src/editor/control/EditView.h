@@ -90,6 +90,9 @@ class EditView : public QsciScintillaBase {
     /// See TextControl::ExecuteCmd().
     virtual void ExecuteCmd(int number, const QString& argument) = 0;
     void Redraw();
+    /// Paints those of the lines of the held text again that exist and can be seen; with a last line behind the text
+    /// all that stands below too.
+    void redrawLines(qint64 first, qint64 last);
     /// A widget of the caller's that occupies the lowest lines of the control while it is shown; null: none any more.
     void setBottomBar(QWidget* bar);
     /// Shows a text in the status bar (signal Notice) until the next key or the next call.

@@ -17,6 +17,8 @@
 #include "editor/control/EditorKeys.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/control/MacroRecorder.h"
+#include "editor/control/PageUpdate.h"
+#include "editor/held/Colouring.h"
 
 #include <QContextMenuEvent>
 #include <QDropEvent>
@@ -26,6 +28,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPointer>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -47,6 +50,9 @@ constexpr auto Vertical = std::to_array<int>(
     {Sci::SCI_LINEUP, Sci::SCI_LINEDOWN, Sci::SCI_LINEUPEXTEND, Sci::SCI_LINEDOWNEXTEND, Sci::SCI_LINEUPRECTEXTEND,
      Sci::SCI_LINEDOWNRECTEXTEND, Sci::SCI_PAGEUP, Sci::SCI_PAGEDOWN, Sci::SCI_PAGEUPEXTEND, Sci::SCI_PAGEDOWNEXTEND,
      Sci::SCI_PAGEUPRECTEXTEND, Sci::SCI_PAGEDOWNRECTEXTEND});
+/// Commands that move the caret by a line.
+constexpr auto LineSteps =
+    std::to_array<int>({Sci::SCI_LINEUP, Sci::SCI_LINEDOWN, Sci::SCI_LINEUPEXTEND, Sci::SCI_LINEDOWNEXTEND});
 
 bool contains(std::span<const int> messages, int message) {
     return std::ranges::find(messages, message) != messages.end();
@@ -109,6 +115,8 @@ void TextControl::followEdits(bool changed, bool moved) {
     if (changed) {
         m_lineNumbers->follow();
         m_look->followPieces();
+        // Painting a changed line colours no other, but the colours of the lines below may depend on it.
+        colouring().completePage();
     }
     if (changed || moved)
         m_braces->follow();
@@ -248,11 +256,32 @@ void TextControl::runCommand(int message) {
         m_selection->chooseColumn();
     if (contains(Edits, message))
         m_selection->loosenRectangle();
-    for (int done = 0; done < times; ++done)
-        carryOut(*this, message);
+    if (contains(LineSteps, message) && m_selection->isStream())
+        stepLines(message, times);
+    else
+        repeat(message, times);
     if (vertical)
         m_selection->knowColumn();
     m_macros->noteCommand(message, {}, times);
+}
+
+void TextControl::repeat(int message, int times) {
+    for (int done = 0; done < times; ++done)
+        carryOut(*this, message);
+}
+
+/// At the edge of the page such a step scrolls, and the library would paint the whole page.
+void TextControl::stepLines(int message, int times) {
+    const ByteSelection before = selection();
+    ScrolledPage page(*this);
+    repeat(message, times);
+    const ByteSelection now = selection();
+    auto [from, to] = std::minmax({before.caret, now.caret});
+    if (before.anchor != now.anchor) {
+        from = std::min({from, before.anchor, now.anchor});
+        to = std::max({to, before.anchor, now.anchor});
+    }
+    page.setChanged(heldText().lineOf(from), heldText().lineOf(to));
 }
 
 void TextControl::Undo() {
@@ -358,6 +387,16 @@ void TextControl::mousePressEvent(QMouseEvent* event) {
 
 void TextControl::mouseReleaseEvent(QMouseEvent* event) {
     m_mouse->release(*event);
+}
+
+/// Called when the scroll bar has moved, before the library is notified, which would paint the whole page. When the
+/// library itself scrolls, it has done so before it moves the bar.
+void TextControl::scrollContentsBy(int, int) {
+    const qint64 wanted = verticalScrollBar()->value();
+    if (wanted == send(SCI_GETFIRSTVISIBLELINE))
+        return;
+    const ScrolledPage page(*this);
+    send(SCI_SETFIRSTVISIBLELINE, wanted);
 }
 
 void TextControl::wheelEvent(QWheelEvent* event) {

@@ -123,9 +123,13 @@ class TextControl : public EditView {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;
 
  private:
+    void repeat(int message, int times);
+    void stepLines(int message, int times);
+
     // In the order in which they use each other
     SearchState m_searchState;
     std::unique_ptr<ControlSelection> m_selection;

@@ -12,6 +12,9 @@ using Sci = QsciScintillaBase;
 
 namespace {
 
+/// How far ahead colouring may be brought up to date at once, in bytes.
+constexpr qint64 Near = 64 * 1024;
+
 /// Styles that Scintilla keeps for its own parts.
 bool isOfTheView(int style) {
     return style >= Sci::STYLE_DEFAULT && style <= Sci::STYLE_LASTPREDEFINED;
@@ -109,9 +112,19 @@ void Colouring::completeTo(qint64 byte) const {
 }
 
 void Colouring::completeNear(qint64 byte) const {
-    constexpr qint64 Near = 64 * 1024;
     if (byte - ask(Sci::SCI_GETENDSTYLED) <= Near)
         completeTo(byte);
+}
+
+/// The message asks for something else; it colours on the way and, unlike SCI_COLOURISE, has only those lines painted
+/// whose colours change.
+void Colouring::completePage() const {
+    if (!m_coloured || m_language == nullptr)
+        return;
+    const qint64 behind = ask(Sci::SCI_GETFIRSTVISIBLELINE) + ask(Sci::SCI_LINESONSCREEN);
+    const qint64 last = std::min<qint64>(ask(Sci::SCI_DOCLINEFROMVISIBLE, behind), m_text.lineCount() - 1);
+    if (last > 0 && m_text.lineStart(last) - ask(Sci::SCI_GETENDSTYLED) <= Near)
+        ask(Sci::SCI_GETLASTCHILD, last - 1, Sci::SC_FOLDLEVELNUMBERMASK);
 }
 
 std::optional<TokenClass> Colouring::classAt(qint64 byte) const {

@@ -44,6 +44,8 @@ class Colouring {
     void completeTo(qint64 byte) const;
     /// The same, unless so much text lies before it that the user would notice the delay.
     void completeNear(qint64 byte) const;
+    /// The same for what can be seen. Must not be called while the library paints.
+    void completePage() const;
     /// The class of a byte; nothing while it is not known, or without a language.
     std::optional<TokenClass> classAt(qint64 byte) const;
     /// Whether the byte is known to belong to a comment or a string.

@@ -40,5 +40,5 @@ class HexBookmarks : public QAbstractListModel {
     };
 
     std::vector<Item> m_items;
-    std::vector<qint32> m_offsets;  ///< the same offsets, ascending
+    std::vector<qint32> m_offsets;  ///< ascending; empty while the items ascend
 };

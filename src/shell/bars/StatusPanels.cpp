@@ -1,6 +1,7 @@
 #include "shell/bars/StatusPanels.h"
 
 #include "document/frmDocument.h"
+#include "document/rtCM.h"
 #include "shell/bars/StatusPanel.h"
 #include "widgets/Icons.h"
 

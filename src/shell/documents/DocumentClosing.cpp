@@ -1,6 +1,7 @@
 #include "shell/documents/DocumentClosing.h"
 
 #include "document/frmDocument.h"
+#include "document/rtCM.h"
 #include "platform/Yield.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
@@ -39,6 +40,7 @@ void DocumentClosing::CloseAll(const frmDocument* except) {
 void DocumentClosing::DocClose(frmDocument* document) {
     const QPointer<frmDocument> alive(document);
     m_opening.hold();
+    ignoringErrors("finishRecording", [&] { alive->GetEditor()->finishRecording(); });
     ignoringErrors("DocClose", [&] { settleChanges(alive); });
     m_opening.release();
     if (alive)

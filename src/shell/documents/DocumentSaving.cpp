@@ -75,7 +75,7 @@ bool DocumentSaving::save(frmDocument& document, const QString& path, int format
 QString DocumentSaving::askPath(const QString& title, const QString& initialName) const {
     const FileQuestion question{title, dialogFolder(), initialName, GetFilterString(m_registry)};
     for (;;) {
-        const QString path = absolutePath(m_services.prompts.askFileToSave(&m_window, question));
+        QString path = absolutePath(m_services.prompts.askFileToSave(&m_window, question));
         if (path.isEmpty() || !fileExists(path))
             return path;
         const QString asked = path + QLatin1String(" already exist !\nOverwrite it ?");

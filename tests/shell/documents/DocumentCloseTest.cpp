@@ -1,9 +1,141 @@
+#include "keys/MacroDialog.h"
+#include "keys/StrokeEdit.h"
 #include "shell/FrameFixture.h"
 #include "widgets/Icons.h"
 
 #include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+#include <functional>
+#include <utility>
 
 using DocumentClose = FrameFixture;
+
+/// A document in which a macro is recorded while it is closed.
+class RecordedDocumentClose : public FrameFixture {
+ protected:
+    void record(const QString& typed) {
+        run("mnuRecordMarco");
+        type(typed);
+        active()->isChange = false;
+        active()->GetEditor()->FileChanged = false;
+    }
+    MacroDialog* dialog() { return m_frame->findChild<MacroDialog*>(); }
+    /// Called while the close waits for an answer.
+    void whileItWaits(std::function<void()> act) { QTimer::singleShot(0, m_frame.get(), std::move(act)); }
+    void drop() {
+        m_prompts.answerYes();
+        dialog()->reject();
+    }
+    bool isRecording() { return globals().control.recorder().isRecording(); }
+};
+
+TEST_F(RecordedDocumentClose, TheRecordingEndsByItsDialog) {
+    start();
+    record(u"abc"_qs);
+    whileItWaits([&] {
+        EXPECT_EQ(documents().size(), 1);
+        QTest::keyClick(dialog()->findChild<StrokeEdit*>(), Qt::Key_M, Qt::ControlModifier);
+        dialog()->findChild<QPushButton*>(u"cmdKeep"_qs)->click();
+    });
+    run("mnuFileClose");
+    EXPECT_TRUE(documents().isEmpty());
+    ASSERT_TRUE(globals().macros.macro(0).has_value());
+    EXPECT_EQ(globals().macros.macro(0)->steps().first().text, u"abc"_qs);
+    EXPECT_FALSE(isRecording());
+}
+
+TEST_F(RecordedDocumentClose, TheStepsAreDroppedAfterAQuestion) {
+    start();
+    record(u"abc"_qs);
+    whileItWaits([&] {
+        m_prompts.answerNo();
+        dialog()->reject();
+        EXPECT_TRUE(dialog()->isVisible());
+        EXPECT_EQ(documents().size(), 1);
+        drop();
+    });
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions, QStringList(2, u"Drop the recorded steps?"_qs));
+    EXPECT_TRUE(documents().isEmpty());
+    EXPECT_FALSE(globals().macros.macro(0).has_value());
+}
+
+TEST_F(RecordedDocumentClose, TheChangesAreAskedAboutAfterwards) {
+    start();
+    run("mnuRecordMarco");
+    type(u"abc"_qs);
+    whileItWaits([&] {
+        drop();
+        m_prompts.answerNo();
+    });
+    run("mnuFileClose");
+    ASSERT_EQ(m_prompts.questions.size(), 2);
+    EXPECT_TRUE(m_prompts.questions.last().startsWith(u"Save "_qs));
+}
+
+TEST_F(RecordedDocumentClose, ADialogThatIsOpenAlreadyIsWaitedFor) {
+    start();
+    record(u"abc"_qs);
+    run("mnuRecordMarco");
+    ASSERT_NE(dialog(), nullptr);
+    whileItWaits([&] {
+        EXPECT_EQ(m_frame->findChildren<MacroDialog*>().size(), 1);
+        EXPECT_EQ(documents().size(), 1);
+        drop();
+    });
+    run("mnuFileClose");
+    EXPECT_TRUE(documents().isEmpty());
+}
+
+TEST_F(RecordedDocumentClose, InHexModeTheDialogComesToo) {
+    start();
+    open(fileOf("one"));
+    record(u"x"_qs);
+    run("mnuToggleHex");
+    ASSERT_FALSE(active()->TextEdit());
+    whileItWaits([&] { drop(); });
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions, QStringList(u"Drop the recorded steps?"_qs));
+}
+
+TEST_F(RecordedDocumentClose, WithoutAStepItEndsQuietly) {
+    start();
+    run("mnuRecordMarco");
+    run("mnuFileClose");
+    EXPECT_TRUE(documents().isEmpty());
+    EXPECT_FALSE(isRecording());
+}
+
+TEST_F(RecordedDocumentClose, TheRecordingOfAnotherContinues) {
+    start();
+    record(u"x"_qs);
+    m_frame->NewDocument();
+    run("mnuFileClose");
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_TRUE(isRecording());
+}
+
+TEST_F(RecordedDocumentClose, NothingIsOpenedMeanwhile) {
+    start();
+    record(u"x"_qs);
+    const QString file = fileOf("one");
+    auto* timer = m_frame->findChild<QTimer*>(u"TimerOpen"_qs);
+    ASSERT_NE(timer, nullptr);
+    whileItWaits([&] {
+        m_frame->OpenFileFromCmd(file);
+        timer->start(0);
+        for (int pass = 0; pass < 3; ++pass)
+            QCoreApplication::processEvents();
+        EXPECT_EQ(documents().size(), 1);
+        EXPECT_NE(active()->filename, file);
+        drop();
+    });
+    run("mnuFileClose");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return active() != nullptr && active()->filename == file; }));
+    EXPECT_EQ(documents().size(), 1);
+}
 
 TEST_F(DocumentClose, AnUneditedDocumentAsksNothing) {
     start();
