@@ -364,7 +364,7 @@ TEST_F(DocumentSave, TheNameFromTheDialogIsSpelledAsEveryPathIs) {
     run("mnuFileSave");
     EXPECT_EQ(active()->filename, file);
     EXPECT_EQ(active()->Caption(), file);
-    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
+    EXPECT_EQ(recentFiles().value(0), file);
     open(file);
     EXPECT_EQ(m_prompts.messages, QStringList(u"'%1' already open!"_qs.arg(file)));
     m_prompts.answerSavePath(m_folder.path() + u"/./other.txt"_qs);
