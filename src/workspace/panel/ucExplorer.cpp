@@ -10,13 +10,9 @@
 #include "workspace/project/ucProject.h"
 
 #include <QAction>
-#include <QEvent>
 #include <QPointer>
-#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace {
 
@@ -104,7 +100,6 @@ void ucExplorer::connectTabs() {
     connect(&m_files, &ucFileExplorer::addToProject, this, &ucExplorer::AddProjectItem);
     connect(&m_files, &ucFileExplorer::dragStarted, this, [this] { setBusy(true); });
     connect(&m_files, &ucFileExplorer::dragEnded, this, [this] { setBusy(false); });
-    m_files.installEventFilter(this);
 
     connect(&m_open, &ucOpen::activateFile, this, [&host](const QString& key) { host.selectDocument(key); });
     connect(&m_open, &ucOpen::closeFile, this, [&host] { host.closeDocument(); });
@@ -207,28 +202,19 @@ QStringList ucExplorer::SaveItem(bool pIsProject) const {
     return lines;
 }
 
-/// False when the panel was destroyed meanwhile.
-bool ucExplorer::showFiles() {
+void ucExplorer::showFiles() {
     if (!isTabOpen(Files))
         OpenTab(Files);
-    const QPointer<ucExplorer> self(this);
-    fillFiles();
-    return self != nullptr;
-}
-
-void ucExplorer::fillFiles() {
-    if (!std::exchange(m_filled, true))
-        m_files.InitObjects();
 }
 
 void ucExplorer::GotoPath(const QString& pKey) {
-    if (showFiles())
-        m_files.GotoPath(pKey);
+    showFiles();
+    m_files.GotoPath(pKey);
 }
 
 void ucExplorer::gotoFilePath(const QString& path) {
-    if (showFiles())
-        m_files.GotoFilePath(path);
+    showFiles();
+    m_files.GotoFilePath(path);
 }
 
 void ucExplorer::OpenSelectedFiles() {
@@ -265,16 +251,4 @@ void ucExplorer::focusInEvent(QFocusEvent*) {
         m_area.band(first).setFocus(Qt::TabFocusReason);
     else
         m_toolBar.widgetForAction(m_toolBar.actions().constFirst())->setFocus(Qt::TabFocusReason);
-}
-
-/// The file explorer is filled from the event loop, because that runs the event loop itself, and no window may do so
-/// while it is being shown.
-bool ucExplorer::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Show)
-        QTimer::singleShot(0, this, &ucExplorer::fillFiles);
-    else if (event->type() == QEvent::FocusIn)
-        m_files.mySetFocus();
-    else if (event->type() == QEvent::FocusOut)
-        m_files.myLostFocus();
-    return QWidget::eventFilter(watched, event);
 }

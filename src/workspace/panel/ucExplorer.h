@@ -15,8 +15,7 @@ class ucProject;
 
 /// The side panel: three tabs stacked on top of each other, each a band with a title, and a tool bar with a button for
 /// each tab that is closed. The one connection between the frame and the tabs: forwards calls to them, and their events
-/// to the host. Owned by the frame's window. The file explorer is filled when its tab is shown for the first time; what
-/// makes it read folders runs the event loop.
+/// to the host. Owned by the frame's window. What reads folders runs the event loop.
 class ucExplorer : public QWidget, public PanelLink {
     Q_OBJECT
     Q_PROPERTY(int TabCount READ TabCount CONSTANT)
@@ -61,7 +60,6 @@ class ucExplorer : public QWidget, public PanelLink {
 
  protected:
     void focusInEvent(QFocusEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
     enum Tab { Project, Files, Open };
@@ -72,8 +70,7 @@ class ucExplorer : public QWidget, public PanelLink {
     void connectTabs();
     void openAndEnter(int tab);
     void gotoFilePath(const QString& path);
-    bool showFiles();
-    void fillFiles();
+    void showFiles();
     void setBusy(bool busy);
 
     WorkspaceServices m_services;
@@ -83,7 +80,6 @@ class ucExplorer : public QWidget, public PanelLink {
     ucFileExplorer& m_files;
     ucOpen& m_open;
     bool m_initialised = false;
-    bool m_filled = false;  ///< the file explorer
     bool m_busy = false;
     bool m_systemIcons = false;
 };
