@@ -203,7 +203,7 @@ bool FolderTree::GotoPath(const QString& key) {
     --m_walks;
     if (!last.isValid())
         return false;
-    m_view.scrollTo(last);
+    m_view.scrollTo(last, QAbstractItemView::PositionAtCenter);
     return true;
 }
 

@@ -44,7 +44,7 @@ class ucFileExplorer : public QWidget {
  public Q_SLOTS:
     /// Fills the tree, and selects the folder of the last run where the settings want that.
     void InitObjects();
-    /// The lists of favourite and recent folders, from their files.
+    /// The lists of favourite and recent folders, from their files. The constructor has read them.
     void LoadFavorites();
     void LoadRecent();
     void RefreshView();
@@ -68,6 +68,7 @@ class ucFileExplorer : public QWidget {
 
  protected:
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
  private:
     struct Entry;
