@@ -291,6 +291,33 @@ void markMatches(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 
+/// How many more MiB the process uses once all matches have bookmarks and the list shows them.
+void memoryOfMarks(benchmark::State& state) {
+    Shown shown(files().pathOfMatches(state.range(0)));
+    for (auto _ : state) {
+        const double before = heldMemory();
+        shown.view.MarkAll(sequence(Often), 0);
+        QApplication::processEvents();
+        state.counters["more_MB"] = heldMemory() - before;
+    }
+}
+
+/// Every byte is a match.
+void markZeros(benchmark::State& state) {
+    Shown shown(files().pathOfHole(state.range(0) * Megabyte));
+    for (auto _ : state) {
+        const double before = heldMemory();
+        if (shown.view.MarkAll(u"00 "_qs, 0) != state.range(0) * Megabyte)
+            state.SkipWithError("marked otherwise");
+        QApplication::processEvents();
+        state.counters["more_MB"] = heldMemory() - before;
+        state.PauseTiming();
+        shown.view.cmdClearBookmark();
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+
 }  // namespace
 
 #define QUILLMARK_BENCH(function) BENCHMARK(function)->Unit(benchmark::kMillisecond)->UseRealTime()
@@ -309,6 +336,8 @@ QUILLMARK_CAPTURE(findAsGrep, exact, QString())->Arg(1000)->Iterations(5);
 QUILLMARK_CAPTURE(findAsGrep, any_case, u"i"_qs)->Arg(1000)->Iterations(5);
 QUILLMARK_BENCH(countMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
 QUILLMARK_BENCH(markMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
+QUILLMARK_BENCH(memoryOfMarks)->Arg(1'000'000)->Iterations(1);
+QUILLMARK_BENCH(markZeros)->Arg(100)->Iterations(1);
 
 int main(int argc, char** argv) {
     QApplication application(argc, argv);

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measure the editor against two others and a bare window, and write the table.
 
-usage: run.py --build FOLDER --table FILE [--only start,open,save,lines,search,hex,languages,macros] [--runs N]
+usage: run.py --build FOLDER --table FILE [--only start,session,open,save,lines,search,hex,languages,macros] [--runs N]
               [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -9,6 +9,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
 
   start  nothing on the command line; from exec until the window came up, and until the picture stood as it stood in the
          end but for a thousandth of the window. The programs take turns; the median and the range of all runs.
+  session
+         a start that restores 20 files of 10 KB, in turn with one that restores a single file and one that restores none;
+         from exec until the picture stood. The single file says what loading a file takes.
   open   the file on the command line, Ctrl+End pressed from when the window has the keyboard on; from exec until the last
          line stood on the screen. For the long line there is no key: from exec until the picture stood. Memory is the
          most the program held, over the size of the file. A peer that takes more than a minute is given up.
@@ -140,6 +143,39 @@ def benchStart(bench, programs):
             continue
         bench.say(f"| {name} | {spread([run['mapped'] for run in runs])} | {spread([run['shown'] for run in runs])} "
                   f"| {statistics.median(run['peak'] for run in runs) / 1024:.0f} |")
+
+
+def withSession(build, home, files):
+    """The editor with a home of its own, in which it restores these files."""
+    program = Program(f"{len(files)} files", [str(build / "bin" / "quillmark")], home)
+    settings = [str(build / "bin" / "quillmark-reg"), "add", "HKCU/Software/Quillmark/general", "--name", "LoadLastFiles",
+                "--data", "1"]
+    subprocess.run(settings, env=program.environment(), check=True, stdout=subprocess.DEVNULL)
+    folder = Path(home, "data", "quillmark")
+    folder.mkdir(parents=True, exist_ok=True)
+    Path(folder, "lastopen.idx").write_bytes(b"".join(
+        line.encode() + b"\r\n" for line in ["<FILE>", *(f"{file}\tTrue\tFalse\t0\t0\t0\t9000\t6000" for file in files)]))
+    return program
+
+
+def benchSession(bench, build, quick):
+    files = [f"{bench.scratch}/session {number}.txt" for number in range(20)]
+    for file in files:
+        writeSource(file, 10_000)
+    programs = [withSession(build, f"{bench.scratch}/home{count}", files[:count]) for count in (0, 1, 20)]
+    bench.rounds(programs, 1)
+    taken = bench.rounds(programs, 1 if quick else bench.runs)
+    bench.ownFailed |= any(None in runs for runs in taken.values())
+    if bench.ownFailed:
+        bench.say("", "Session: did not come up")
+        return
+    none, one, _ = (statistics.median(run["shown"] for run in taken[program.name]) for program in programs)
+    goal = 1.5 * (none + max(0, one - none) * len(files))
+    bench.say("", "Start with a session: milliseconds from exec until the picture stood, median (range)", "",
+              "| files | picture stood | at most |", "|---|---|---|")
+    for program in programs:
+        shown = spread([run["shown"] for run in taken[program.name]])
+        bench.say(f"| {program.name.split()[0]} | {shown} | {f'{goal:.0f}' if program is programs[-1] else ''} |")
 
 
 def benchOpen(bench, programs, quick):
@@ -321,7 +357,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,open,save,lines,search,hex,languages,macros")
+    parser.add_argument("--only", default="start,session,open,save,lines,search,hex,languages,macros")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -345,6 +381,8 @@ def main():
                   f"{os.getloadavg()[0]:.1f}")
         if "start" in wanted.only:
             benchStart(bench, [own, *others, bare])
+        if "session" in wanted.only:
+            benchSession(bench, build, wanted.quick)
         if "open" in wanted.only:
             benchOpen(bench, [own, *others], wanted.quick)
         if "save" in wanted.only:

@@ -45,11 +45,12 @@ void checkForm(const QString& text) {
         return;
     require(bytes && bytes->size() == form.size() / 3);
     require(HexText::SpaceHexText(QString::fromLatin1(bytes->toHex().toUpper())) == form.toUpper());
+    require(HexText::bytesOfTypedHex(form) == bytes);
 }
 
 void checkSearch(const QString& text, HexFindType type, const QByteArray& file) {
     const auto needle = HexNeedle::make(text, type);
-    const auto what = type == HexFindType::Bytes ? HexText::bytesOfHexText(text) : HexText::bytesOfText(text);
+    const auto what = type == HexFindType::Bytes ? HexText::bytesOfTypedHex(text) : HexText::bytesOfText(text);
     require(needle.has_value() == (what && !what->isEmpty()));
     if (!needle)
         return;

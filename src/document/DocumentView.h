@@ -20,6 +20,11 @@ class DocumentView {
     /// Edited since the view's last load or save.
     virtual bool isModified() const = 0;
 
+    /// Whether there is anything that a save could write.
+    virtual bool hasContent() const = 0;
+    /// What a user has to know of how the content is shown or saved, for the status bar; mostly empty.
+    virtual QString limitations() const = 0;
+
     virtual bool Locked() const = 0;
     virtual void setLocked(bool locked) = 0;
 

@@ -1,10 +1,11 @@
 #include "document/EditorGlobals.h"
 
-EditorGlobals::EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder)
+EditorGlobals::EditorGlobals(Prompts& prompts, RegistryStore& store, const QString& programFolder,
+                             const QString& shareFolder)
     : registry(store),
       languages(programFolder, shareFolder),
       hotKeys(GlobalObject::defaultHotKeys()),
       macros(store, hotKeys, programFolder),
-      control(store, hotKeys, macros),
+      control(prompts, store, hotKeys, macros),
       profile(store),
       theme(store) {}

@@ -7,16 +7,18 @@
 #include "keys/MacroStore.h"
 #include "lang/LanguageTable.h"
 
+class Prompts;
 class QString;
 class RegistryStore;
 
 /// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they show
-/// text. The shell owns the only instance; code that creates a control gets it by reference. The registry outlives it.
+/// text. The shell owns the only instance; code that creates a control gets it by reference. Prompts and registry
+/// outlive it.
 ///
 /// Created empty; its owner has the languages, hot keys and macros loaded.
 struct EditorGlobals {
     /// The folders are those of Folders.h.
-    EditorGlobals(RegistryStore& store, const QString& programFolder, const QString& shareFolder);
+    EditorGlobals(Prompts& prompts, RegistryStore& store, const QString& programFolder, const QString& shareFolder);
 
     RegistryStore& registry;
     LanguageTable languages;

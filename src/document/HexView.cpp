@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
+#include "platform/Paths.h"
 
 #include <QScrollArea>
 
@@ -43,12 +44,21 @@ bool HexView::load(const QString& path) {
     return m_control->OpenFile(path);
 }
 
+/// An unmodified view is written too when its file is not there any more.
 bool HexView::save(const QString& path, int, bool force) {
-    return m_control->SaveFile(path, force);
+    return m_control->SaveFile(path, force || !isNormalFile(path));
 }
 
 bool HexView::isModified() const {
     return m_control->FileOpen() && m_control->Modified();
+}
+
+bool HexView::hasContent() const {
+    return m_control->FileOpen();
+}
+
+QString HexView::limitations() const {
+    return m_control->limitations();
 }
 
 bool HexView::Locked() const {
@@ -88,6 +98,10 @@ bool HexView::FindText(const QString& text, bool, bool caseSensitive, bool) {
     const HexFindType byCase = caseSensitive ? HexFindType::ExactCase : HexFindType::AnyCase;
     const HexFindType type = m_control->ActiveGrid() == TextPane ? byCase : HexFindType::Bytes;
     return m_control->FindDown(text, static_cast<qint16>(type)) >= 0;
+}
+
+bool HexView::wasSearchStopped() const {
+    return m_control->wasSearchStopped();
 }
 
 void HexView::ToggleBookmark() {

@@ -21,6 +21,8 @@ class HexView : public DocumentView {
     bool load(const QString& path) override;
     bool save(const QString& path, int format, bool force) override;
     bool isModified() const override;
+    bool hasContent() const override;
+    QString limitations() const override;
     bool Locked() const override;
     void setLocked(bool locked) override;
 
@@ -40,6 +42,7 @@ class HexView : public DocumentView {
     /// In the pane of digits the text is a byte sequence, and the flags are ignored; in the other only the flag for the
     /// case is used.
     bool FindText(const QString& text, bool regExp, bool caseSensitive, bool wholeWord) override;
+    bool wasSearchStopped() const override;
 
     void ToggleBookmark() override;
     void NextBookmark() override;

@@ -1,7 +1,6 @@
 #include "document/TextViewSearch.h"
 
 #include "editor/commands/SearchCommands.h"
-#include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlMacros.h"
 #include "editor/control/ControlReplace.h"
 #include "editor/control/ControlSearch.h"
@@ -23,40 +22,10 @@
 
 namespace {
 
-/// In a recording a search is one step, however it was started: playing the step repeats the search. A search that
-/// leaves the selection unchanged is not recorded.
-class RecordedSearch {
- public:
-    RecordedSearch(TextControl& control, int command)
-        : m_control(&control),
-          m_command(command),
-          m_steps(stepCount()),
-          m_anchor(control.selected().AnchorPosition()),
-          m_caret(control.selected().CaretPosition()) {}
-    ~RecordedSearch() {
-        MacroRecorder* recorder = m_control ? m_control->macros().recording() : nullptr;
-        if (recorder == nullptr)
-            return;
-        const ControlSelection& now = m_control->selected();
-        recorder->cutTo(m_steps);
-        if (m_anchor != now.AnchorPosition() || m_caret != now.CaretPosition())
-            m_control->macros().noteSearch(m_command);
-    }
-    RecordedSearch(const RecordedSearch&) = delete;
-    RecordedSearch& operator=(const RecordedSearch&) = delete;
-
- private:
-    qsizetype stepCount() const {
-        const MacroRecorder* recorder = m_control->macros().recording();
-        return recorder == nullptr ? 0 : recorder->steps().size();
-    }
-
-    QPointer<TextControl> m_control;
-    int m_command;
-    qsizetype m_steps;
-    qint64 m_anchor;
-    qint64 m_caret;
-};
+qsizetype recordedSteps(const TextControl& control) {
+    const MacroRecorder* recorder = control.macros().recording();
+    return recorder == nullptr ? 0 : recorder->steps().size();
+}
 
 /// Keeps a control from being painted, so that only the end of a search is visible.
 class PaintStop {
@@ -121,6 +90,7 @@ bool TextViewSearch::find(Direction direction) {
     using Wrap = ControlSearch::Wrap;
     const QPointer<TextControl> alive(&m_control);
     const KeptView before(m_control);
+    const qsizetype stepsBefore = recordedSteps(m_control);
     if (!m_ignoresFailures)
         m_stopped = false;
     const auto towards =
@@ -132,20 +102,20 @@ bool TextViewSearch::find(Direction direction) {
     m_control.notice(SearchReport::errorSentence(m_control.search()));
     if (outcome != SearchOutcome::Failed)
         return true;
-    giveBack(before);
+    giveBack(before, stepsBefore);
     return false;
 }
 
-/// A search that is repeated may have found something before it failed.
-void TextViewSearch::giveBack(const KeptView& before) {
+/// A search that is repeated may have found something before it failed, and a recording may have noted it.
+void TextViewSearch::giveBack(const KeptView& before, qsizetype stepsBefore) {
     const Unrecorded part(m_control);
     m_control.selected().giveBack(before);
+    if (MacroRecorder* recorder = m_control.macros().recording())
+        recorder->cutTo(stepsBefore);
 }
 
-bool TextViewSearch::findAsCommand(Direction direction) {
+bool TextViewSearch::findUnpainted(Direction direction) {
     const PaintStop stop(m_control);
-    const RecordedSearch recorded(m_control,
-                                  direction == Direction::Forwards ? Command::FindNext : Command::FindPrevious);
     return find(direction);
 }
 

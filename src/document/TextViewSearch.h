@@ -28,10 +28,10 @@ class TextViewSearch {
     void setText(const QString& text);
 
     /// Finds a match by the current flags. Continues from the other end of the text if the program's option is set,
-    /// else ends there. Without a match the control is unchanged.
+    /// else ends there. Without a match the control is unchanged, and a recording gets no step.
     bool find(Direction direction);
-    /// The same as one step of a recording, painted when it is over.
-    bool findAsCommand(Direction direction);
+    /// The same, painted when it is over.
+    bool findUnpainted(Direction direction);
     /// All matches from the top of the text as the text of a MatchList. The last is left selected.
     QString findAll();
     /// The list holds where each replacement lies. One undo step.
@@ -43,7 +43,7 @@ class TextViewSearch {
 
  private:
     bool goesOn(bool takesLong);
-    void giveBack(const KeptView& before);
+    void giveBack(const KeptView& before, qsizetype stepsBefore);
     void overAllMatches(const std::function<void(const std::function<bool()>& goesOn)>& loop);
 
     TextControl& m_control;

@@ -74,6 +74,7 @@ void frmDocument::connectTextView() {
     connect(m_text, &rtCM::Change, this, &frmDocument::MarkChanged);
     connect(m_text, &rtCM::AfterFind, this, &frmDocument::reportDialogSearch);
     connect(m_text, &rtCM::Notice, this, &frmDocument::Notice);
+    connect(m_text, &rtCM::RepeatCountChanged, this, [this] { Q_EMIT RepeatCountChange(this); });
     connect(m_text, &rtCM::SelChange, this, [this] {
         Q_EMIT SelChange(this);
         if (m_positionReport.isNewAfterMove(m_text->caretPlace()))
@@ -110,8 +111,10 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
         return loaded;
     }
     // Here the pointer stays busy until the next operation has ended.
-    if (alive)
+    if (alive) {
+        m_holder = nullptr;
         m_prompts.message(this, failure);
+    }
     return false;
 }
 
@@ -128,6 +131,8 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     const bool loaded = view.load(path);
     if (!alive)
         return false;
+    if (!loaded && m_holder == &view)
+        m_holder = nullptr;
     // A load that yields may have been overtaken by one into the other view.
     if (loaded && &visibleView() == &view)
         takeFile(path, readOnly);
@@ -138,6 +143,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
 }
 
 void frmDocument::takeFile(const QString& path, bool readOnly) {
+    m_holder = &visibleView();
     filename = path;
     isNew = false;
     isChange = false;
@@ -149,7 +155,7 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
-    const bool saved = visibleView().save(pFilename, pFormat, pFlag);
+    const bool saved = savedView().save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
         return saved;
@@ -164,10 +170,15 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
 
 /// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path) {
+    m_holder = &visibleView();
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
+}
+
+bool frmDocument::holdsFile() const {
+    return !filename.isEmpty() && m_holder == &visibleView();
 }
 
 void frmDocument::ReloadFile() {
@@ -207,10 +218,16 @@ bool frmDocument::FileNeedToReload() {
     LastUpdateTime(now, size);
     const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
     if (change == DiskChange::Rewritten)
-        return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename));
+        return askToReload();
     if (change == DiskChange::Deleted)
         m_prompts.message(this, u"'%1' has been deleted!"_qs.arg(filename));
     return false;
+}
+
+bool frmDocument::askToReload() {
+    m_hex->finishTyping();
+    const QString loss = isChange ? u"Unsaved changes will be lost."_qs : QString();
+    return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename), {}, loss);
 }
 
 void frmDocument::ChangeToReadOnly() {
@@ -221,7 +238,7 @@ void frmDocument::ChangeToReadOnly() {
 }
 
 bool frmDocument::Locked() const {
-    return m_text->Locked();
+    return visibleView().Locked();
 }
 
 void frmDocument::setLocked(bool locked) {
@@ -244,6 +261,10 @@ QString frmDocument::GetCursorPos() const {
     return visibleView().GetCursorPos();
 }
 
+QString frmDocument::limitations() const {
+    return visibleView().limitations();
+}
+
 void frmDocument::SetDocIcon(int icon) {
     if (icon < NormalIcon || icon > ReadOnlyIcon)
         return;
@@ -258,6 +279,12 @@ DocumentView& frmDocument::viewFor(bool text) const {
 
 DocumentView& frmDocument::visibleView() const {
     return viewFor(TextEdit());
+}
+
+/// In hex mode without bytes a save writes the text that waits in the text view, if there is one.
+DocumentView& frmDocument::savedView() const {
+    const bool textWaits = !TextEdit() && !m_hex->hasContent() && m_text->hasContent();
+    return viewFor(TextEdit() || textWaits);
 }
 
 /// The document has the focus while views are shown and hidden, so that none of them passes it to another widget.
@@ -302,6 +329,9 @@ void frmDocument::unload() {
     const QPointer<frmDocument> alive(this);
     m_hex->finishTyping();
     m_life = Life::Unloading;
+    m_text->finishRecording();
+    if (!alive)
+        return;
     gParent->DocClose(this);
     if (!alive)
         return;

@@ -32,6 +32,8 @@ class frmDocument : public QWidget {
     Q_PROPERTY(bool isChange MEMBER isChange)
     Q_PROPERTY(bool isNew MEMBER isNew)
     Q_PROPERTY(bool isReadOnly MEMBER isReadOnly)
+    Q_PROPERTY(QString LastUpdate MEMBER LastUpdate)
+    Q_PROPERTY(QString KnownUpdate MEMBER KnownUpdate)
     Q_PROPERTY(bool Locked READ Locked WRITE setLocked)
     Q_PROPERTY(bool TextEdit READ TextEdit WRITE setTextEdit)
     Q_PROPERTY(bool DocEnabled READ DocEnabled WRITE setDocEnabled)
@@ -67,11 +69,16 @@ class frmDocument : public QWidget {
     /// the hex view alone.
     Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
     Q_INVOKABLE void ReloadFile();
-    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5).
-    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat);
+    /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
+    /// and after a load that failed: such a view is not to be written over the file unless the user names it.
+    bool holdsFile() const;
+    /// After a save in an encoding: reads the file back by the encoding of pFormat (2 to 5). With AsLoaded the encoding
+    /// is found out.
+    Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
     Q_INVOKABLE void ChangeToReadOnly();
+    /// Of the visible view: the text view can be locked by itself, when its control can only show the text.
     bool Locked() const;
     void setLocked(bool locked);
     bool TextEdit() const;
@@ -84,6 +91,8 @@ class frmDocument : public QWidget {
     void setDocEnabled(bool enabled);
     rtCM* GetEditor() const { return m_text; }
     Q_INVOKABLE QString GetCursorPos() const;
+    /// What a user has to know of the visible view; mostly empty.
+    QString limitations() const;
     Q_INVOKABLE QString GetLang() const;
     Q_INVOKABLE void SetLang(const QString& pLang);
 
@@ -192,6 +201,10 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// What limitations() returns may be another text.
+    void LimitationsChange(frmDocument* document);
+    /// The next command of the text view will be carried out another number of times.
+    void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
@@ -199,7 +212,7 @@ class frmDocument : public QWidget {
     void PropertiesRequest(const QString& path);
     void CalculatorRequest();
     void LanguageRequest();
-    /// A find or replace dialog of the document has searched, or was closed.
+    /// A find or replace dialog of the document has searched, or was closed after it had searched.
     void AfterFind(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  protected:
@@ -216,10 +229,12 @@ class frmDocument : public QWidget {
     bool loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode);
     DocumentView& viewFor(bool text) const;
     DocumentView& visibleView() const;
+    DocumentView& savedView() const;
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path);
     bool settleChanges(bool toText);
+    bool askToReload();
     void refreshUpdateTimes();
     void MarkChanged();
     void inTextMode(void (rtCM::*operation)());
@@ -239,6 +254,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;

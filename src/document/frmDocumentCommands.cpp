@@ -238,7 +238,7 @@ void frmDocument::SortLineDescending() {
 }
 
 void frmDocument::changeLines(QString (*operation)(const QString& text)) {
-    if (!TextEdit() || m_text->SelLength() == 0)
+    if (!TextEdit())
         return;
     try {
         m_text->changeSelected(operation);

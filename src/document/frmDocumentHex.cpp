@@ -20,6 +20,8 @@ void frmDocument::connectHexView() {
         Q_EMIT PositionChange(this);
     });
     connect(control, &ucHex::SearchDone, this, &frmDocument::reportHexSearch);
+    connect(control, &ucHex::Notice, this, &frmDocument::Notice);
+    connect(control, &ucHex::LimitationsChanged, this, [this] { Q_EMIT LimitationsChange(this); });
     connect(control, &ucHex::PropertiesRequest, this, &frmDocument::PropertiesRequest);
     connect(control, &ucHex::CalculatorRequest, this, &frmDocument::CalculatorRequest);
     connect(control, &ucHex::LanguageRequest, this, &frmDocument::LanguageRequest);

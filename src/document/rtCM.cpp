@@ -5,12 +5,13 @@
 #include "document/NumberText.h"
 #include "document/TextViewSearch.h"
 #include "editor/Editor.h"
-#include "editor/control/ControlClipboard.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlLineNumbers.h"
 #include "editor/control/ControlLook.h"
 #include "editor/control/ControlMacros.h"
 #include "editor/control/ControlSelection.h"
+#include "editor/control/EditScope.h"
+#include "editor/control/SelectedTexts.h"
 #include "editor/control/TextControl.h"
 #include "settings/Options.h"
 #include "text/lines/TextCounts.h"
@@ -22,6 +23,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -31,6 +33,18 @@ constexpr int StepSize = 2;
 
 std::string_view utf8Of(const QByteArray& text) {
     return {text.constData(), static_cast<std::size_t>(text.size())};
+}
+
+/// What so many changes make of the text, each of what the one before it has made. The rest is left out as soon as one
+/// leaves the text as it is.
+QString repeated(QString (*change)(const QString& text), QString text, int times) {
+    for (; times > 0; --times) {
+        QString changed = change(text);
+        if (changed == text)
+            break;
+        text = std::move(changed);
+    }
+    return text;
 }
 
 QColor rowHighlightColour(const Options& options) {
@@ -82,6 +96,7 @@ void rtCM::connectControl() {
     connect(m_control, &TextControl::ShowMenu, this, &rtCM::ShowMenu);
     connect(m_control, &TextControl::DropFile, this, &rtCM::DropFile);
     connect(m_control, &TextControl::Notice, this, &rtCM::Notice);
+    connect(m_control, &TextControl::RepeatCountChanged, this, &rtCM::RepeatCountChanged);
     connect(m_control, &TextControl::PropertiesChanged, this, &rtCM::propertiesChanged);
     connectSearch();
 }
@@ -89,7 +104,7 @@ void rtCM::connectControl() {
 bool rtCM::OpenFile(const QString& pFilename, bool bIgnoreError) {
     if (!loadAs(pFilename, SaveFlags::AsLoaded, bIgnoreError))
         return false;
-    SetLangFromFile(pFilename);
+    pickLanguage(pFilename);
     return true;
 }
 
@@ -101,7 +116,9 @@ bool rtCM::SaveFile(const QString& pFilename, int pFormat) {
     const int word = SaveFormats::flagWord(pFormat, m_options.ClearRedoAfterSave);
     if (!report(m_control->file().SaveFile(pFilename, word), false))
         return false;
-    SetLangFromFile(pFilename);
+    // A language that the user has chosen stays as long as the file keeps its name.
+    if (pFilename != m_languagePicked)
+        pickLanguage(pFilename);
     FileChanged = false;
     return true;
 }
@@ -130,6 +147,11 @@ bool rtCM::report(const SystemError& error, bool ignoreError) {
     if (error && !ignoreError)
         m_prompts.message(this, error.description);
     return !error;
+}
+
+void rtCM::pickLanguage(const QString& path) {
+    m_languagePicked = path;
+    SetLangFromFile(path);
 }
 
 void rtCM::SetLangFromFile(const QString& pFilename) {
@@ -165,6 +187,10 @@ void rtCM::PropertiesSave() {
 
 QString rtCM::limitations() const {
     return m_control->file().limitations();
+}
+
+bool rtCM::hasContent() const {
+    return m_control->heldText().length() > 0;
 }
 
 void rtCM::setTextName(const QString& name) {
@@ -232,14 +258,17 @@ void rtCM::GetSelStartEnd(qint64& pStart, qint64& pEnd) const {
     pEnd = m_control->selected().EndLineNo();
 }
 
-bool rtCM::nothingSelected() const {
-    return SelStart() == SelEnd();
+bool rtCM::hasSelection() const {
+    return m_control->send(TextControl::SCI_GETSELECTIONEMPTY) == 0;
 }
 
 qint64 rtCM::SelTotalLines() const {
-    if (nothingSelected())
+    if (!hasSelection())
         return 0;
-    return std::abs(m_control->selected().StartLineNo() - m_control->selected().EndLineNo()) + 1;
+    const ControlSelection& selected = m_control->selected();
+    if (m_control->send(TextControl::SCI_SELECTIONISRECTANGLE) == 0)
+        return SelectedTexts::lineCount(*m_control);
+    return std::abs(selected.StartLineNo() - selected.EndLineNo()) + 1;
 }
 
 qint64 rtCM::CurrentLine() const {
@@ -279,22 +308,29 @@ void rtCM::setTextFont(const QString& name, int points) {
 }
 
 void rtCM::IncreaseFontSize() {
-    if (FontSize() != LargestStepSize)
-        setTextFont(FontName(), FontSize() + StepSize);
+    stepFontSize(StepSize, LargestStepSize);
 }
 
 void rtCM::DecreaseFontSize() {
-    if (FontSize() != SmallestStepSize)
-        setTextFont(FontName(), FontSize() - StepSize);
+    stepFontSize(-StepSize, SmallestStepSize);
+}
+
+/// As many steps as the repeat count says, but none from the last size on and none to a size that the font refuses.
+void rtCM::stepFontSize(int step, int last) {
+    int size = FontSize();
+    for (int times = m_control->takeRepeatCount(); times > 0 && size != last; --times)
+        size = size + step < ControlLook::SmallestFontSize ? size : size + step;
+    setTextFont(FontName(), size);
 }
 
 void rtCM::DefaultFontSize() {
+    m_control->takeRepeatCount();
     setTextFont(FontName(), m_options.FontSize);
     m_control->look().resetZoom();
 }
 
 QFont rtCM::textFont() const {
-    return QFont(FontName(), std::max(FontSize(), 1));
+    return QFont(FontName(), FontSize());
 }
 
 void rtCM::setTextFont(const QFont& font) {
@@ -302,12 +338,12 @@ void rtCM::setTextFont(const QFont& font) {
 }
 
 void rtCM::changeSelected(QString (*change)(const QString& text)) {
-    if (Locked() || nothingSelected())
+    const int times = m_control->takeRepeatCount();
+    if (Locked() || !hasSelection())
         return;
-    const qint64 from = SelStart();
-    m_control->setSelection(from, SelEnd());
-    setSelText(change(SelText()));
-    m_control->setSelection(from, SelEnd());
+    const EditScope scope(*m_control, EditScope::Grouped);
+    const auto changeOften = [change, times](const QString& text) { return repeated(change, text, times); };
+    SelectedTexts::change(*m_control, changeOften, SelectedTexts::Direction::Forwards);
 }
 
 void rtCM::SpacesToTabs() {
@@ -334,16 +370,23 @@ qint64 rtCM::TotalCharsNoSpace() const {
     return TextCounts::charactersWithoutBlanks(utf8Of(wholeText()));
 }
 
+qint64 rtCM::sumOfSelected(qint64 (*count)(QStringView text)) const {
+    qint64 sum = 0;
+    for (const QString& text : SelectedTexts::of(*m_control))
+        sum += count(text);
+    return sum;
+}
+
 qint64 rtCM::SelTotalWords() const {
-    return nothingSelected() ? 0 : TextCounts::words(SelText());
+    return sumOfSelected(TextCounts::words);
 }
 
 qint64 rtCM::SelTotalChars() const {
-    return nothingSelected() ? 0 : SelText().size();
+    return sumOfSelected([](QStringView text) -> qint64 { return text.size(); });
 }
 
 qint64 rtCM::SelTotalCharsNoSpace() const {
-    return nothingSelected() ? 0 : TextCounts::charactersWithoutBlanks(SelText());
+    return sumOfSelected(TextCounts::charactersWithoutBlanks);
 }
 
 void rtCM::HighLightLine() {
@@ -377,26 +420,6 @@ bool rtCM::Locked() const {
 
 void rtCM::setLocked(bool locked) {
     m_control->setLocked(locked);
-}
-
-void rtCM::Undo() {
-    m_control->Undo();
-}
-
-void rtCM::Redo() {
-    m_control->Redo();
-}
-
-void rtCM::Cut() {
-    m_control->clipboard().Cut();
-}
-
-void rtCM::Copy() {
-    m_control->clipboard().Copy();
-}
-
-void rtCM::Paste() {
-    m_control->clipboard().Paste();
 }
 
 QString rtCM::GetCursorPos() const {

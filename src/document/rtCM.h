@@ -74,8 +74,11 @@ class rtCM : public QWidget, public DocumentView {
     PositionReport::Place caretPlace() const;
     /// First and last selected line in the order they were selected.
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
-    /// Replaces the selection by the result of `change`, in one undo step, and leaves the new text selected forwards.
-    /// An exception of `change` is passed on to the caller, and then nothing has been replaced.
+    /// Whether any of the ranges that are selected has text.
+    bool hasSelection() const;
+    /// Replaces the text of each selected range by what `change` makes of it, applied as often as the repeat count says,
+    /// in one undo step, and leaves the new texts selected forwards; of a rectangle its part of each line. An exception
+    /// from `change` reaches the caller, and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -107,7 +110,8 @@ class rtCM : public QWidget, public DocumentView {
     void PropertiesSave();
 
     /// What was switched off for this text because of its size, as a sentence for the status bar; empty: nothing.
-    QString limitations() const;
+    QString limitations() const override;
+    bool hasContent() const override;
     /// What a screen reader calls the text.
     void setTextName(const QString& name);
 
@@ -164,8 +168,13 @@ class rtCM : public QWidget, public DocumentView {
     void SortLineAscending();
     void SortLineDescending();
     void SetRepeatCount();
+    /// How often the next command is carried out.
+    int repeatCount() const;
     void GotoLine();
     void RecordMacro();
+    /// Ends a recording of this view, which is to be closed; returns when the user has decided what becomes of it. Runs
+    /// the event loop.
+    void finishRecording();
     /// Plays macro `n`, from 1 to 10; any other number does nothing.
     void ExecMacro(int n);
     void Properties();
@@ -272,11 +281,13 @@ class rtCM : public QWidget, public DocumentView {
     /// The owner should show its context menu at this place of the view.
     void ShowMenu(int x, int y);
     void ClickLeftMargin(qint64 pLineNo, bool pBookmarked);
-    /// The control's find or replace dialog has searched, or was closed.
+    /// The control's find or replace dialog has searched, or was closed after it had searched.
     void AfterFind();
     void DropFile(const QString& pFilename);
     /// A sentence for the status bar, shown while it holds; empty: it no longer does.
     void Notice(const QString& text);
+    /// The next command will be carried out another number of times.
+    void RepeatCountChanged();
     /// The control's properties dialog changed something.
     void propertiesChanged();
 
@@ -287,20 +298,23 @@ class rtCM : public QWidget, public DocumentView {
     void connectControl();
     bool loadAs(const QString& path, int flagWord, bool ignoreError);
     bool report(const SystemError& error, bool ignoreError);
-    bool nothingSelected() const;
+    void stepFontSize(int step, int last);
     QByteArray wholeText() const;
+    qint64 sumOfSelected(qint64 (*count)(QStringView text)) const;
 
     void connectSearch();
     void openSearchWindow(int command);
     bool reportFind(const std::function<bool()>& find);
     bool prepareList(const QString& text, const SearchFlags& flags);
     void clickLeftMargin(qint64 line);
+    void pickLanguage(const QString& path);
 
     Prompts& m_prompts;
     const Options& m_options;
     EditorGlobals& m_globals;
     TextControl* m_control;
     std::unique_ptr<TextViewSearch> m_search;
-    QString m_language;  ///< upper case; empty without one
+    QString m_language;        ///< upper case; empty without one
+    QString m_languagePicked;  ///< the path by which a language was last picked; a save to it picks none again
     qint64 m_lastHighlightLine = -1;
 };

@@ -1,5 +1,6 @@
 // The commands that the text view has its control carry out.
 
+#include "document/EditorGlobals.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
 #include "editor/control/TextControl.h"
@@ -76,8 +77,36 @@ void rtCM::SetRepeatCount() {
     m_control->ExecuteCmd(Command::SetRepeatCount);
 }
 
+int rtCM::repeatCount() const {
+    return m_control->repeatCount();
+}
+
+void rtCM::Undo() {
+    m_control->ExecuteCmd(TextControl::SCI_UNDO);
+}
+
+void rtCM::Redo() {
+    m_control->ExecuteCmd(TextControl::SCI_REDO);
+}
+
+void rtCM::Cut() {
+    m_control->ExecuteCmd(TextControl::SCI_CUT);
+}
+
+void rtCM::Copy() {
+    m_control->ExecuteCmd(TextControl::SCI_COPY);
+}
+
+void rtCM::Paste() {
+    m_control->ExecuteCmd(TextControl::SCI_PASTE);
+}
+
 void rtCM::RecordMacro() {
     m_control->ExecuteCmd(Command::RecordMacro);
+}
+
+void rtCM::finishRecording() {
+    m_globals.control.finishRecording(*m_control);
 }
 
 void rtCM::Properties() {

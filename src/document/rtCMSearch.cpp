@@ -78,14 +78,14 @@ bool rtCM::FindNext(const QString& pFindText) {
     m_search->useProgramFlags();
     if (!pFindText.isEmpty())
         SetFindText(pFindText);
-    return reportFind([this] { return m_search->findAsCommand(Direction::Forwards); });
+    return reportFind([this] { return m_search->findUnpainted(Direction::Forwards); });
 }
 
 bool rtCM::FindPrev(const QString& pFindText) {
     m_search->useProgramFlags();
     if (!pFindText.isEmpty())
         SetFindText(pFindText);
-    return reportFind([this] { return m_search->findAsCommand(Direction::Backwards); });
+    return reportFind([this] { return m_search->findUnpainted(Direction::Backwards); });
 }
 
 bool rtCM::FindText(const QString& pText, bool RegExpOn, bool CaseSensitiveOn, bool WholeWord) {

@@ -35,6 +35,7 @@ HexPanes::HexPanes(QWidget* view, const ByteStore& bytes, const HexEdits& edits)
         connectGrid(number);
         connect(pane(number), &GridPane::focusGained, this, [this, number] { enterPane(number); });
         pane(number)->setMarks([this](HexCell cell) { return isChanged(cell); });
+        pane(number)->setMatches([this](HexCell cell) { return isFound(cell); });
     }
 }
 
@@ -63,6 +64,7 @@ void HexPanes::connectGrid(int number) {
 
 void HexPanes::open(qint64 length) {
     m_paging.open(length);
+    m_match.reset();
     for (const int number : {1, 2})
         grid(number).setMax(length);
     m_scrollSync = true;
@@ -128,6 +130,27 @@ bool HexPanes::isChanged(HexCell cell) const {
     return m_edits.isChanged(m_paging.positionOf(cell), static_cast<quint8>(byte));
 }
 
+bool HexPanes::isFound(HexCell cell) const {
+    const FilePosition position = m_paging.positionOf(cell);
+    return m_match && m_match->first <= position && position <= m_match->last;
+}
+
+void HexPanes::forgetMatchUnlessAt(HexCell cell) {
+    if (!m_match || isFound(cell))
+        return;
+    m_match.reset();
+    paintMarks();
+}
+
+void HexPanes::showMatch(const HexBlock& match) {
+    const HexCell cell = m_paging.goTo(Offset(match.first));
+    m_match.reset();
+    fill();
+    selectInBoth(cell);
+    m_match = match;
+    paintMarks();
+}
+
 void HexPanes::paintMarks() {
     for (const int number : {1, 2})
         pane(number)->update();
@@ -188,6 +211,7 @@ void HexPanes::selectInBoth(HexCell cell) {
 void HexPanes::enterCell(int number, HexCell cell) {
     if (m_activeNumber != number)
         return;
+    forgetMatchUnlessAt(cell);
     showCell(cell);
     grid(number == 1 ? 2 : 1).SelectCell(cell.row, cell.col);
     Q_EMIT positionChanged();
@@ -201,8 +225,13 @@ void HexPanes::enterPane(int number) {
     Q_EMIT positionChanged();
 }
 
+void HexPanes::focusPane(int number) {
+    if (m_view->isVisible())
+        pane(number)->setFocus();
+}
+
 void HexPanes::usePane(int number) {
-    pane(number)->setFocus();
+    focusPane(number);
     if (m_activeNumber != number)
         enterPane(number);
 }

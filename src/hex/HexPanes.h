@@ -1,11 +1,14 @@
 #pragma once
 
 #include "hex/HexParts.h"
+#include "hex/bytes/HexBlock.h"
 #include "hex/bytes/HexPaging.h"
 
 #include <QObject>
 #include <QRect>
 #include <QStringList>
+
+#include <optional>
 
 class ByteStore;
 class HexEdits;
@@ -37,7 +40,7 @@ class HexPanes : public QObject {
     /// Reads the page. Does not yield: a page is shown faster than the user could notice, and a key pressed in between
     /// would be handled on a half filled page.
     void fill();
-    /// The marks of typed bytes changed.
+    /// The marks of typed or found bytes changed.
     void paintMarks();
 
     bool isScrolling() const { return m_scrollSync; }
@@ -50,6 +53,13 @@ class HexPanes : public QObject {
     void selectInBoth(HexCell cell);
     /// Gives a pane the keyboard focus, or has it get the focus once its window is active.
     void usePane(int number);
+    /// Gives a pane the keyboard, unless the view is hidden: what is typed is then meant for another view.
+    void focusPane(int number);
+    void focusActivePane() { focusPane(m_activeNumber == 2 ? 2 : 1); }
+
+    /// Brings these bytes to the top row, with the cursor on the first. All of them are painted as found until the
+    /// cursor moves to another byte or another file is loaded.
+    void showMatch(const HexBlock& match);
 
     bool offsetsAreHex() const { return m_offsetHexMode; }
     void toggleOffsets();
@@ -76,6 +86,8 @@ class HexPanes : public QObject {
     void connectGrid(int number);
     void fillCells();
     bool isChanged(HexCell cell) const;
+    bool isFound(HexCell cell) const;
+    void forgetMatchUnlessAt(HexCell cell);
     QStringList offsetTexts(bool toEndOfFile) const;
     void enterCell(int number, HexCell cell);
     void enterPane(int number);
@@ -88,6 +100,7 @@ class HexPanes : public QObject {
     Grid* m_grid2;
     HexParts m_parts;
     HexCell m_shown;  ///< the one that the labels are about
+    std::optional<HexBlock> m_match;
     int m_activeNumber = 0;
     bool m_offsetHexMode = false;
     bool m_scrollSync = false;  ///< the program moves the scroll bar

@@ -1,5 +1,6 @@
 #include "hex/HexParts.h"
 
+#include "hex/BookmarkList.h"
 #include "hex/bytes/HexPaging.h"
 #include "hex/grid/GridAccessible.h"
 #include "hex/grid/GridPane.h"
@@ -12,12 +13,10 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QProgressBar>
 #include <QScrollBar>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeView>
 #include <QVBoxLayout>
 
 namespace {
@@ -102,6 +101,7 @@ void HexParts::makePanes(QWidget* view, Grid& grid1, Grid& grid2) {
 void HexParts::makeRuler(QWidget* view) {
     lblSelect = new ClickLabel(view);
     lblSelect->setObjectName(u"lblSelect"_qs);
+    lblSelect->setFocusPolicy(Qt::TabFocus);  // the keyboard's way to what a click on the ruler or the offsets does
     ruler = new QWidget(view);
     ruler->setFixedSize(PicHex->width(), RulerHeight);
     for (std::size_t i = 0; i < Label2.size(); ++i) {
@@ -123,13 +123,10 @@ void HexParts::makeBookmarks(QWidget* view) {
     bookmarks = new HexBookmarks(view);
     fmInfo = new QGroupBox(u"Bookmarks (Hex,Dec)"_qs, view);
     fmInfo->setObjectName(u"fmInfo"_qs);
-    lsBookmark = new QTreeView(fmInfo);
+    lsBookmark = new BookmarkList(fmInfo);
     lsBookmark->setObjectName(u"lsBookmark"_qs);
     lsBookmark->setAccessibleName(u"Bookmarks"_qs);
     lsBookmark->setModel(bookmarks);
-    lsBookmark->setRootIsDecorated(false);
-    lsBookmark->setUniformRowHeights(true);
-    lsBookmark->setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto* layout = new QVBoxLayout(fmInfo);
     layout->addWidget(lsBookmark);
 }

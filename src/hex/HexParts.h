@@ -6,6 +6,7 @@
 
 #include <array>
 
+class BookmarkList;
 class ClickLabel;
 class Grid;
 class GridPane;
@@ -16,7 +17,6 @@ class QLayout;
 class QProgressBar;
 class QScrollBar;
 class QToolBar;
-class QTreeView;
 class QWidget;
 
 /// The numbers of the labels below the panes of a hex view.
@@ -47,7 +47,7 @@ struct HexParts {
     std::array<HexMarker*, 2> Sign{};  ///< of the column, of the row
     QScrollBar* VScroll1 = nullptr;
     QGroupBox* fmInfo = nullptr;
-    QTreeView* lsBookmark = nullptr;
+    BookmarkList* lsBookmark = nullptr;
     QToolBar* tbScroll = nullptr;
     QProgressBar* ProgressBar1 = nullptr;
     std::array<ClickLabel*, InfoCount> lblInfo{};

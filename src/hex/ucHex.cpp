@@ -1,5 +1,6 @@
 #include "hex/ucHex.h"
 
+#include "hex/BookmarkList.h"
 #include "hex/bytes/HexFindState.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
@@ -10,7 +11,6 @@
 #include <QCoreApplication>
 #include <QScrollBar>
 #include <QToolBar>
-#include <QTreeView>
 #include <QWheelEvent>
 
 ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, QWidget* parent,
@@ -23,7 +23,8 @@ ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, 
       m_edits(m_copy),
       m_panes(this, m_copy, m_edits),
       m_typing(m_panes, [this](HexCell cell) { SaveData(cell.row, cell.col); }),
-      m_editMode(m_panes.parts().info(HexInfo::HexMode), m_panes.parts().info(HexInfo::TextMode)) {
+      m_editMode(m_panes.parts().info(HexInfo::HexMode), m_panes.parts().info(HexInfo::TextMode)),
+      m_scans(this, m_copy, m_panes, options, findState, [this](const QString& text) { Q_EMIT Notice(text); }) {
     connectPanes();
     connectParts();
     m_panes.setEnabled(false);
@@ -81,10 +82,9 @@ void ucHex::connectParts() {
         connect(label, &ClickLabel::clicked, this, &ucHex::toggleOffsetMode);
     for (const ClickLabel* label : parts.lblInfo)
         connect(label, &ClickLabel::clicked, this, &ucHex::toggleEditMode);
-    connect(parts.lsBookmark, &QTreeView::clicked, this, &ucHex::GotoSelectedBookmark);
-    connect(parts.lsBookmark, &QTreeView::activated, this, &ucHex::GotoSelectedBookmark);
-    parts.lsBookmark->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(parts.lsBookmark, &QWidget::customContextMenuRequested, this,
+    connect(parts.lsBookmark, &BookmarkList::clicked, this, &ucHex::GotoSelectedBookmark);
+    connect(parts.lsBookmark, &BookmarkList::activated, this, &ucHex::GotoSelectedBookmark);
+    connect(parts.lsBookmark, &BookmarkList::rightReleased, this,
             [this](const QPoint& at) { requestContextMenu(m_panes.parts().lsBookmark, at, u"BOOK"_qs); });
 }
 
@@ -166,7 +166,7 @@ void ucHex::gotoOffset(qint64 offset) {
     FillGrid();
     m_panes.selectInBoth(cell);
     m_panes.grid(1).Refresh();
-    m_panes.pane(1)->setFocus();
+    m_panes.focusPane(1);
 }
 
 void ucHex::gotoPage(qint64 page) {
@@ -176,6 +176,6 @@ void ucHex::gotoPage(qint64 page) {
     m_panes.paging().goToPage(page);
     FillGrid();
     m_panes.selectInBoth({});
-    m_panes.pane(1)->setFocus();
+    m_panes.focusPane(1);
     m_panes.grid(1).Refresh();
 }

@@ -2,6 +2,7 @@
 
 #include "hex/HexEditMode.h"
 #include "hex/HexPanes.h"
+#include "hex/HexScans.h"
 #include "hex/HexTyping.h"
 #include "hex/bytes/HexEdits.h"
 #include "hex/bytes/HexStorage.h"
@@ -13,7 +14,6 @@ class Prompts;
 class QKeyEvent;
 enum class BlockForm;
 enum class HexFindDirection : qint16;
-enum class HexFindType : qint16;
 struct HexFindState;
 struct Options;
 
@@ -21,7 +21,7 @@ struct Options;
 /// working copy; only SaveFile() changes the user's file, and never its length. Owned by a document.
 ///
 /// Connects the parts of the view: the panes show and move, the typing produces bytes, the edits write and undo them.
-/// Loading and saving yield after each block; the view may be destroyed meanwhile. Errors are reported here.
+/// Loads, saves and long searches yield, and the view may be destroyed meanwhile. Errors are reported here.
 class ucHex : public QWidget, public HexFindTarget {
     Q_OBJECT
     Q_PROPERTY(int FilePointer READ filePointerNumber)
@@ -60,10 +60,10 @@ class ucHex : public QWidget, public HexFindTarget {
     QString SaveAsName() const { return m_saveAsName; }
     void setSaveAsName(const QString& name) { m_saveAsName = name; }
 
-    /// "Pg 1/3, Pos 0/960"
-    Q_INVOKABLE QString GetCursorPos() const { return m_panes.cursorText(); }
-    /// Of the pane in use.
-    QRect cursorRect() const { return m_panes.cursorRect(); }
+    Q_INVOKABLE QString GetCursorPos() const { return m_panes.cursorText(); }  ///< "Pg 1/3, Pos 0/960"
+    /// What a user has to know of the bytes in the view, in a few words; mostly empty.
+    QString limitations() const;
+    QRect cursorRect() const { return m_panes.cursorRect(); }  ///< of the pane in use
 
     /// A match is shown in the top row.
     Q_INVOKABLE int FindDown(const QString& pStr, qint16 pFindType) override;
@@ -75,6 +75,7 @@ class ucHex : public QWidget, public HexFindTarget {
     Q_INVOKABLE int MarkAll(const QString& pStr, qint16 pFindType) override;
     Q_INVOKABLE int ReplaceAll(const QString& pFind, const QString& pReplace, qint16 pFindType) override;
     Q_INVOKABLE void ReplaceBytes(const QString& pHexText, int position) override;
+    bool wasSearchStopped() const override { return m_scans.wasStopped(); }
 
     Q_INVOKABLE void AddBookMark(const QString& hexText, const QString& decimalText, bool silent);
 
@@ -82,7 +83,7 @@ class ucHex : public QWidget, public HexFindTarget {
     Q_INVOKABLE void gotoOffset(qint64 offset);
     Q_INVOKABLE void gotoPage(qint64 page);
     void copyBlock(Offset one, Offset other, BlockForm form);
-    void fillBlock(Offset one, Offset other, quint8 byte);
+    void fillBlock(Offset one, Offset other, quint8 byte);  ///< nothing in a locked view
 
  public Q_SLOTS:
     void FillGrid() override;
@@ -98,8 +99,7 @@ class ucHex : public QWidget, public HexFindTarget {
     void DoUndos();
     void cmdUndo();
     void cmdCopy();
-    /// A byte of which one digit was typed is complete with that one.
-    void finishNibble();
+    void finishNibble();  ///< a byte of which one digit was typed is complete
     void cmdGoOffset();
     void cmdGoPage();
     void SelectBlock();
@@ -112,8 +112,7 @@ class ucHex : public QWidget, public HexFindTarget {
     void cmdConversion();
     void cmdCharTable();
     void cmdBookmark();
-    /// For older scripts.
-    void cmdBookmark_old();
+    void cmdBookmark_old();  ///< what older scripts call
     void cmdFirstBookmark();
     void cmdLastBookmark();
     void cmdPreviousBookmark();
@@ -135,6 +134,8 @@ class ucHex : public QWidget, public HexFindTarget {
     void PositionChanged();
     void DataChanged();
     void SearchDone(const QString& text, qint16 findType);
+    void Notice(const QString& text);  ///< for the status bar; an empty one removes it
+    void LimitationsChanged();
     /// Key "HEX" or "BOOK"; the position is the pointer's in the parent's coordinates.
     void ContextMenuRequest(int x, int y, const QString& key);
     /// The desktop's properties of a file, its calculator, and the chooser of the program's language. The path is
@@ -145,8 +146,7 @@ class ucHex : public QWidget, public HexFindTarget {
 
  protected:
     void changeEvent(QEvent* event) override;
-    /// The pane in use gets the focus.
-    void focusInEvent(QFocusEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;  ///< the pane in use gets the focus
 
  private:
     int filePointerNumber() const { return static_cast<int>(FilePointer().number()); }
@@ -162,25 +162,22 @@ class ucHex : public QWidget, public HexFindTarget {
     void EnableHexControls();
     bool LoadFile(const QString& pFileName);
     CopyProgress SetProgress();
+    bool isFree();
+    void setFree();
     bool writeOver(const QString& target);
-
+    void setHasUnmarked(bool hasUnmarked);
     void pageAfter(bool (HexPaging::*step)());
     void turnWheel(int notches);
     void toggleOffsetMode();
     void toggleEditMode();
-
     bool HandleKey(const QKeyEvent& event);
     bool refusesTyping() const { return m_ctrlDown || m_locked || !m_fileOpen; }
-    /// Shows the page as it is, and the error with the next pass of the event loop: the edit may be part of another
-    /// step.
+    /// Shows the page unchanged, and the error later: the edit may be part of another step.
     void refuseEdit(const SystemError& error);
-
     void showFindForm(const QString& key, const QString& caption);
     void repeatSearch(const QString& notFound);
     int search(const QString& text, HexFindType type, HexFindDirection direction);
     bool searchFromBar(const QString& text, HexFindDirection direction);
-    int showMatch(FilePosition match);
-
     void GotoSelectedBookmark();
     void requestContextMenu(const QWidget* from, const QPoint& at, const QString& key);
 
@@ -192,9 +189,12 @@ class ucHex : public QWidget, public HexFindTarget {
     HexPanes m_panes;
     HexTyping m_typing;
     HexEditMode m_editMode;
+    HexScans m_scans;
     bool m_fileOpen = false;
     bool m_locked = false;
     bool m_ctrlDown = false;
     QString m_saveAsName;
-    bool m_isBusy = false;  ///< a load or save is under way
+    bool m_isBusy = false;       ///< a load or save is running
+    bool m_wasRefused = false;   ///< a save, while another one was running
+    bool m_hasUnmarked = false;  ///< bytes were replaced or filled since the last load or save
 };

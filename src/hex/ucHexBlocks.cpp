@@ -41,11 +41,12 @@ void ucHex::copyBlock(Offset one, Offset other, BlockForm form) {
 void ucHex::fillBlock(Offset one, Offset other, quint8 byte) {
     finishNibble();
     const std::optional<HexBlock> block = HexBlock::between(one, other, m_copy.length());
-    if (!block || !m_fileOpen)
+    if (!block || !m_fileOpen || m_locked)
         return;
     BusyPointer::show();
     const SystemError error = block->fill(m_copy, byte);
     FillGrid();
+    setHasUnmarked(true);
     BusyPointer::restore();
     if (error)
         m_prompts.message(this, error.description);

@@ -6,10 +6,15 @@
 #include "hex/ucHex.h"
 #include "widgets/Prompts.h"
 
-void ucHex::AddBookMark(const QString& hexText, const QString& decimalText, bool silent) {
+/// The decimal text is the key; the hexadecimal one that is shown is made from it.
+void ucHex::AddBookMark(const QString&, const QString& decimalText, bool silent) {
     if (!m_fileOpen)
         return;
-    if (m_panes.parts().bookmarks->add(hexText, decimalText))
+    bool isNumber = false;
+    const Offset offset(decimalText.toLongLong(&isNumber));
+    if (!isNumber || offset < Offset(0) || offset >= Offset(FilePosition::Largest))
+        return;
+    if (m_panes.parts().bookmarks->add(offset))
         m_panes.parts().selectBookmark(m_panes.parts().bookmarks->count() - 1);
     else if (!silent)
         m_prompts.message(this, u"Bookmark already exists!"_qs);
@@ -19,7 +24,7 @@ void ucHex::cmdBookmark() {
     finishNibble();
     const Offset offset(m_panes.paging().positionOf(m_panes.grid(1).cell()));
     AddBookMark(HexText::hexOf(offset), QString::number(offset.number()), false);
-    m_panes.activePane()->setFocus();
+    m_panes.focusActivePane();
 }
 
 void ucHex::cmdBookmark_old() {
@@ -31,9 +36,9 @@ void ucHex::GotoSelectedBookmark() {
     const int index = m_panes.parts().selectedBookmark();
     if (!m_fileOpen || index < 0)
         return;
-    const HexCell cell = m_panes.paging().goTo(Offset(m_panes.parts().bookmarks->offsetAt(index)));
+    const HexCell cell = m_panes.paging().goTo(m_panes.parts().bookmarks->offsetAt(index));
     FillGrid();
-    m_panes.grid(1).SelectCell(cell.row, cell.col);
+    m_panes.selectInBoth(cell);
     m_panes.grid(1).Refresh();
 }
 

@@ -11,6 +11,7 @@
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 
+#include <QEvent>
 #include <QPointer>
 #include <QScreen>
 
@@ -26,11 +27,28 @@ bool askWith(const QPointer<Form>& form) {
     return form && form->isConfirmed();
 }
 
+/// Cancels a form when the view is hidden: a user cannot see any more what the form works on. Owned by the form.
+class HiddenView : public QObject {
+ public:
+    HiddenView(QDialog* form, QWidget& view) : QObject(form), m_form(*form) { view.installEventFilter(this); }
+
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Hide && !event->spontaneous())
+            m_form.reject();
+        return QObject::eventFilter(watched, event);
+    }
+
+ private:
+    QDialog& m_form;
+};
+
 /// A form over the view's window, destroyed with the view. It is not a child of the view: the area of a child window
 /// would handle the keys of its tabs.
 template <typename Form, typename... Arguments>
-QPointer<Form> makeForm(const QWidget& view, Arguments&&... arguments) {
+QPointer<Form> makeForm(QWidget& view, Arguments&&... arguments) {
     QPointer<Form> form(new Form(std::forward<Arguments>(arguments)..., view.window()));
+    new HiddenView(form, view);
     QObject::connect(&view, &QObject::destroyed, form, [raw = form.data()] { delete raw; });
     return form;
 }
@@ -72,7 +90,7 @@ void ucHex::SelectBlock() {
     if (!m_fileOpen)
         return;
     finishNibble();
-    const auto form = makeForm<frmBlock>(*this);
+    const auto form = makeForm<frmBlock>(*this, m_locked);
     if (askWith(form)) {
         if (!form->fills())
             copyBlock(form->first(), form->last(), form->form());
@@ -148,5 +166,5 @@ void ucHex::showFindForm(const QString& key, const QString& caption) {
     if (!form)
         return;
     delete form;
-    m_panes.activePane()->setFocus();
+    m_panes.focusActivePane();
 }

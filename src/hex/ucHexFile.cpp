@@ -1,5 +1,6 @@
 // Loading a file into the view and saving it.
 
+#include "hex/PacedProgress.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
@@ -9,7 +10,8 @@
 #include "widgets/Prompts.h"
 
 #include <QPointer>
-#include <QProgressBar>
+
+#include <utility>
 
 namespace {
 
@@ -31,16 +33,18 @@ void ucHex::EnableHexControls() {
 }
 
 CopyProgress ucHex::SetProgress() {
-    return [guard = QPointer<ucHex>(this)](int percent) {
-        if (guard)
-            guard->m_panes.parts().ProgressBar1->setValue(percent);
+    PacedProgress progress(m_panes.parts().ProgressBar1);
+    progress.show();
+    return [progress](int percent) mutable {
+        if (progress.isThere())
+            progress.setValue(percent);
         yieldOnce();
-        return !guard.isNull();
+        return progress.isThere();
     };
 }
 
 bool ucHex::OpenFile(const QString& pFileName) {
-    if (m_isBusy || isEmptyFile(pFileName))
+    if (m_isBusy || m_scans.isRunning() || isEmptyFile(pFileName))
         return false;
     finishNibble();
     const QPointer<ucHex> guard(this);
@@ -55,7 +59,7 @@ bool ucHex::OpenFile(const QString& pFileName) {
     const bool loaded = LoadFile(pFileName);
     if (!guard)
         return false;
-    m_isBusy = false;
+    setFree();
     if (!loaded)
         return false;
     FillGrid();
@@ -72,24 +76,48 @@ bool ucHex::OpenFile(const QString& pFileName) {
 bool ucHex::LoadFile(const QString& pFileName) {
     const QPointer<ucHex> guard(this);
     m_fileOpen = false;
-    m_panes.parts().ProgressBar1->setValue(0);
-    m_panes.parts().ProgressBar1->show();
     const SystemError error = m_copy.load(pFileName, SetProgress());
     if (!guard)
         return false;
-    m_panes.parts().ProgressBar1->hide();
+    PacedProgress(m_panes.parts().ProgressBar1).hide();
     if (error) {
         m_prompts.message(this, error.description);
         return false;
     }
     m_fileOpen = true;
+    setHasUnmarked(false);
     m_panes.open(m_copy.length());
     m_panes.parts().bookmarks->clear();
     return true;
 }
 
+/// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
+bool ucHex::isFree() {
+    if (!m_isBusy && !m_scans.isRunning())
+        return true;
+    m_wasRefused = true;
+    Q_EMIT Notice(u"Not saved: the file is still being read or written."_qs);
+    return false;
+}
+
+void ucHex::setFree() {
+    m_isBusy = false;
+    if (std::exchange(m_wasRefused, false))
+        Q_EMIT Notice({});
+}
+
+QString ucHex::limitations() const {
+    return m_hasUnmarked ? u"Save As writes what was replaced or filled."_qs : QString();
+}
+
+/// Replaced and filled bytes do not count as modified, so that a plain save may leave them out.
+void ucHex::setHasUnmarked(bool hasUnmarked) {
+    if (std::exchange(m_hasUnmarked, hasUnmarked) != hasUnmarked)
+        Q_EMIT LimitationsChanged();
+}
+
 bool ucHex::SaveFile(const QString& pFileName, bool force) {
-    if (m_isBusy)
+    if (!isFree())
         return false;
     if (!m_fileOpen)
         return true;
@@ -99,7 +127,7 @@ bool ucHex::SaveFile(const QString& pFileName, bool force) {
 
 void ucHex::cmdSaveAs() {
     const QString target = m_saveAsName.left(m_saveAsName.indexOf(QChar(u'\0'))).trimmed();
-    if (m_isBusy || !m_fileOpen || target.isEmpty())
+    if (!m_fileOpen || target.isEmpty() || !isFree())
         return;
     finishNibble();
     writeOver(target);
@@ -107,8 +135,6 @@ void ucHex::cmdSaveAs() {
 
 bool ucHex::writeOver(const QString& target) {
     const QPointer<ucHex> guard(this);
-    m_panes.parts().ProgressBar1->setValue(0);
-    m_panes.parts().ProgressBar1->show();
     BusyPointer::show();
     m_isBusy = true;
     m_edits.beginSave();
@@ -116,12 +142,14 @@ bool ucHex::writeOver(const QString& target) {
     BusyPointer::restore();
     if (!guard)
         return false;
-    m_isBusy = false;
+    setFree();
+    PacedProgress(m_panes.parts().ProgressBar1).finish();
     m_edits.endSave(!error);
     if (error) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
+    setHasUnmarked(false);
     m_panes.paintMarks();
     m_panes.parts().ProgressBar1->hide();
     return true;

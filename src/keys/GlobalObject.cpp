@@ -1,5 +1,6 @@
 #include "keys/GlobalObject.h"
 
+#include "editor/control/EditView.h"
 #include "editor/control/EditorKeys.h"
 #include "editor/windows/ControlPrompts.h"
 #include "keys/KeyNames.h"
@@ -7,6 +8,7 @@
 #include "keys/MacroDialog.h"
 #include "keys/MacroStore.h"
 
+#include <QEventLoop>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -19,8 +21,8 @@ bool isPlainEscape(const HotKeyStroke& stroke) {
 
 }  // namespace
 
-GlobalObject::GlobalObject(RegistryStore& registry, HotKeys& hotKeys, MacroStore& macros)
-    : m_registry(registry), m_hotKeys(hotKeys), m_macros(macros), m_strokes(hotKeys) {}
+GlobalObject::GlobalObject(Prompts& prompts, RegistryStore& registry, HotKeys& hotKeys, MacroStore& macros)
+    : m_prompts(prompts), m_registry(registry), m_hotKeys(hotKeys), m_macros(macros), m_strokes(hotKeys) {}
 
 /// Keys that can't be hot keys, such as Return, are not in the table; their commands can't be changed.
 QList<HotKeys::Binding> GlobalObject::defaultHotKeys() {
@@ -74,9 +76,23 @@ bool GlobalObject::mayRecord(QWidget& control) {
 }
 
 void GlobalObject::keepMacro(QWidget& control, const QList<MacroStep>& steps) {
-    auto* dialog = new MacroDialog(m_hotKeys, m_macros, steps, m_recorder.missedCount(), control);
+    auto* dialog = new MacroDialog(m_prompts, m_hotKeys, m_macros, steps, m_recorder.missedCount(), control);
     connect(dialog, &MacroDialog::kept, this, &GlobalObject::macrosChanged);
     dialog->open();
+}
+
+void GlobalObject::finishRecording(EditView& control) {
+    if (m_recorder.follows(control)) {
+        if (const QList<MacroStep> steps = m_recorder.finish(); !steps.isEmpty())
+            keepMacro(control, steps);
+    }
+    const auto* dialog = control.findChild<MacroDialog*>(QString(), Qt::FindDirectChildrenOnly);
+    if (dialog == nullptr || !dialog->isVisible())
+        return;
+    QEventLoop decision;
+    connect(dialog, &QDialog::finished, &decision, &QEventLoop::quit);
+    connect(dialog, &QObject::destroyed, &decision, &QEventLoop::quit);
+    decision.exec();
 }
 
 QList<MacroStep> GlobalObject::macro(int n) const {

@@ -7,28 +7,35 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace {
 
 QString tr(const char* text) {
     return QCoreApplication::translate("HotKeyVerdict", text);
 }
 
-/// Whether the user needs the stroke for typing: letters, digits, Space, Tab and Backspace without Ctrl or Alt.
-bool isTyped(const HotKeyStroke& stroke) {
-    constexpr int KeepsTyping = HotKeyStroke::Ctrl | HotKeyStroke::Alt;
-    if ((stroke.modifiers & KeepsTyping) != 0 || stroke.key.isEmpty())
+/// Whether the command plays a macro that would have no hot key left without those that collide with a new one.
+bool losesItsLast(int command, const HotKey& newKey, const HotKeys& hotKeys) {
+    if (!Command::isMacro(command))
         return false;
-    const char16_t code = stroke.key.front().unicode();
-    const bool letter = code >= u'A' && code <= u'Z';
-    const bool digit = code >= u'0' && code <= u'9';
-    return letter || digit || code == u' ' || code == u'\t' || code == u'\b';
+    const QList<HotKey> its = hotKeys.hotKeysOf(command);
+    return std::ranges::all_of(its, [&](const HotKey& one) { return one.collidesWith(newKey); });
+}
+
+QString lossOf(const QStringList& losers, const QStringList& deleted) {
+    if (losers.isEmpty())
+        return {};
+    const QString loss = tr("This hot key will be taken away from %1.").arg(losers.join(u", "_qs));
+    if (deleted.isEmpty())
+        return loss;
+    return loss + u' ' + tr("No hot key is left to %1, which will be deleted.").arg(deleted.join(u", "_qs));
 }
 
 }  // namespace
 
 QString commandName(int command, const MacroStore& macros) {
-    const int n = command - Command::MacroBase;
-    const QString name = n >= 1 && n <= Command::Macros ? macros.nameOf(n) : QString();
+    const QString name = Command::isMacro(command) ? macros.nameOf(command - Command::MacroBase) : QString();
     return name.isEmpty() ? Command::captionOf(command) : name;
 }
 
@@ -37,16 +44,19 @@ HotKeyVerdict HotKeyVerdict::of(const HotKey& hotKey, int command, const HotKeys
     if (hotKey.first.key.isEmpty())
         return {};
     const QString first = KeyNames::text(hotKey.first);
-    if (isTyped(hotKey.first))
+    if (KeyNames::isTyped(hotKey.first))
         return {false, tr("%1 is needed for typing. Hold Ctrl or Alt with it.").arg(first)};
     if (const QString owner = menuCommand(hotKey.first); !owner.isEmpty())
         return {false, tr("%1 belongs to \"%2\" of the menus, which comes first.").arg(first, owner)};
     QStringList losers;
+    QStringList deleted;
     for (const HotKeys::Binding& binding : hotKeys.collisionsOf(hotKey)) {
-        if (binding.command != command)
-            losers << tr("\"%1\" (%2)").arg(commandName(binding.command, macros), KeyNames::text(binding.hotKey));
+        if (binding.command == command)
+            continue;
+        const QString name = u"\"%1\""_qs.arg(commandName(binding.command, macros));
+        losers << tr("%1 (%2)").arg(name, KeyNames::text(binding.hotKey));
+        if (losesItsLast(binding.command, hotKey, hotKeys) && !deleted.contains(name))
+            deleted << name;
     }
-    if (losers.isEmpty())
-        return {true, {}};
-    return {true, tr("This hot key will be taken away from %1.").arg(losers.join(u", "_qs))};
+    return {true, lossOf(losers, deleted)};
 }

@@ -40,15 +40,20 @@ std::optional<HotKeyStroke> strokeOf(const QString& modifiers, const QString& co
     return stroke;
 }
 
+/// Returns the command of a stored line; 0 if there is no such command.
+int commandOf(const QString& line) {
+    const int command = line.section(u' ', 0, 0).toInt();
+    return Command::infoOf(command) == nullptr ? 0 : command;
+}
+
 std::optional<HotKeys::Binding> bindingOf(const QString& line) {
     const QStringList fields = line.split(u' ');
-    if (fields.size() != Fields)
+    const int command = commandOf(line);
+    if (fields.size() != Fields || command == 0)
         return std::nullopt;
-    bool hasCommand = false;
-    const int command = fields[0].toInt(&hasCommand);
     const auto first = strokeOf(fields[1], fields[2]);
     const auto second = strokeOf(fields[3], fields[4]);
-    if (!hasCommand || !first || !second)
+    if (!first || !second)
         return std::nullopt;
     return HotKeys::Binding{command, {*first, *second}};
 }
@@ -120,17 +125,32 @@ void HotKeys::load(RegistryStore& store) {
         value.type != RegistryType::StringList)
         return;
     m_bindings.clear();
-    for (const QString& line : RegistryData::units(value).split(QChar(u'\0'), Qt::SkipEmptyParts)) {
-        if (const auto binding = bindingOf(line))
+    const QStringList lines = RegistryData::units(value).split(QChar(u'\0'), Qt::SkipEmptyParts);
+    QList<int> damaged;
+    for (const QString& line : lines) {
+        if (const auto binding = bindingOf(line); binding && isUsable(*binding))
             bind(binding->command, binding->hotKey);
+        else
+            damaged.append(commandOf(line));
+    }
+    const bool concernsAll = lines.isEmpty() || damaged.contains(0);
+    for (const Binding& binding : m_defaults) {
+        if ((concernsAll || damaged.contains(binding.command)) && collisionsOf(binding.hotKey).isEmpty())
+            m_bindings.append(binding);
     }
 }
 
-void HotKeys::save(RegistryStore& store) const {
+/// Tab and Backspace are needed for typing, but the commands that type them have them.
+bool HotKeys::isUsable(const Binding& stored) const {
+    return !stored.hotKey.first.key.isEmpty() &&
+           (!KeyNames::isTyped(stored.hotKey.first) || m_defaults.contains(stored));
+}
+
+bool HotKeys::save(RegistryStore& store) const {
     QStringList lines;
     for (const Binding& binding : m_bindings)
         lines.append(lineOf(binding));
-    store.writeValue(HKEY_CURRENT_USER, Section, Value, RegistryData::fromTexts(lines));
+    return store.writeValue(HKEY_CURRENT_USER, Section, Value, RegistryData::fromTexts(lines)) == RegistryCode::Ok;
 }
 
 bool HotKeyStrokes::ends(const HotKeyStroke& second) const {

@@ -41,11 +41,16 @@ class HotKeys {
     /// Returns the first hot key of macro `n` ("1" to "10") as text; empty if it has none, or there is no such macro.
     QString HotKeyText(const QString& n) const;
 
-    /// Reads what save() wrote. Unreadable entries are skipped; if nothing was saved, the defaults are used.
+    /// Reads what save() wrote; if nothing was saved, the defaults are used. An entry that cannot be read, or whose
+    /// first stroke is needed for typing, is skipped, and its command has its default hot keys, unless others have them
+    /// by now. If even its command is unknown, that holds for all commands; an empty list counts as such an entry.
     void load(RegistryStore& store);
-    void save(RegistryStore& store) const;
+    /// Returns false if it could not be stored.
+    bool save(RegistryStore& store) const;
 
  private:
+    bool isUsable(const Binding& stored) const;
+
     QList<Binding> m_defaults;
     QList<Binding> m_bindings;
 };

@@ -98,6 +98,16 @@ QString KeyNames::KeyName(const QString& pKey) {
     return row == Keys.end() ? pKey : QString::fromUtf16(row->name);
 }
 
+bool KeyNames::isTyped(const HotKeyStroke& stroke) {
+    constexpr int KeepsTyping = HotKeyStroke::Ctrl | HotKeyStroke::Alt;
+    if ((stroke.modifiers & KeepsTyping) != 0 || stroke.key.isEmpty())
+        return false;
+    const char16_t code = stroke.key.front().unicode();
+    const bool letter = code >= u'A' && code <= u'Z';
+    const bool digit = code >= u'0' && code <= u'9';
+    return letter || digit || code == u' ' || code == u'\t' || code == u'\b';
+}
+
 QString KeyNames::text(const HotKeyStroke& stroke) {
     QString text;
     for (const ModifierRow& row : Modifiers) {

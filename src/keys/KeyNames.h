@@ -15,6 +15,9 @@ namespace KeyNames {
 /// Returns the name of the key; `pKey` itself if it has no name.
 QString KeyName(const QString& pKey);
 
+/// Whether the user needs the stroke for typing: letters, digits, Space, Tab and Backspace without Ctrl or Alt.
+bool isTyped(const HotKeyStroke& stroke);
+
 /// Returns the names of Ctrl, Shift, Alt and the key, joined by " + ". Without a key, the text ends with " + ".
 QString text(const HotKeyStroke& stroke);
 /// Returns the text of the strokes, separated by ", " if there are two.

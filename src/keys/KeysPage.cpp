@@ -23,7 +23,7 @@ enum Column { Name, Keys };
 
 constexpr int NameWidth = 220;
 constexpr int ListWidth = 420;
-constexpr int VerdictLines = 2;
+constexpr int VerdictLines = 3;
 
 QLabel* labelFor(QWidget& field, const QString& caption) {
     auto* label = new QLabel(caption);
@@ -165,11 +165,22 @@ void KeysPage::judge(const HotKey& hotKey) {
     tell(verdictOf(hotKey));
 }
 
+QString KeysPage::lossSentence() const {
+    QStringList lost;
+    for (int n = 1; n <= Command::Macros; ++n) {
+        const int command = Command::MacroBase + n;
+        if (!m_hotKeys.hotKeysOf(command).isEmpty() && m_edited.hotKeysOf(command).isEmpty())
+            lost << u"\"%1\""_qs.arg(commandName(command, m_macros));
+    }
+    return lost.isEmpty() ? QString() : tr("OK will delete %1: no hot key is left.").arg(lost.join(u", "_qs));
+}
+
 void KeysPage::tell(const HotKeyVerdict& verdict) {
     m_add->setEnabled(verdict.accepted && chosen() != 0);
-    m_verdict->setText(verdict.sentence);
-    m_new->setAccessibleDescription(verdict.sentence);
-    if (verdict.sentence.isEmpty())
+    const QString sentence = verdict.sentence.isEmpty() ? lossSentence() : verdict.sentence;
+    m_verdict->setText(sentence);
+    m_new->setAccessibleDescription(sentence);
+    if (sentence.isEmpty())
         return;
     QAccessibleEvent told(m_verdict, QAccessible::Alert);
     QAccessible::updateAccessibility(&told);

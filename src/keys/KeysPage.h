@@ -47,6 +47,8 @@ class KeysPage : public ControlPage {
     void changed();
     int chosen() const;
     HotKeyVerdict verdictOf(const HotKey& hotKey) const;
+    /// Names the macros that the edited table has left without a hot key; empty if there are none.
+    QString lossSentence() const;
 
     RegistryStore& m_registry;
     HotKeys& m_hotKeys;

@@ -5,6 +5,8 @@
 #include "keys/MacroStore.h"
 #include "keys/MenuKeys.h"
 #include "keys/StrokeEdit.h"
+#include "platform/SystemError.h"
+#include "widgets/Prompts.h"
 
 #include <QAccessible>
 #include <QCheckBox>
@@ -21,7 +23,7 @@ namespace {
 /// The dialog lists at most this many steps.
 constexpr qsizetype MostRows = 1000;
 constexpr qsizetype LongestText = 60;
-constexpr int VerdictLines = 2;
+constexpr int VerdictLines = 3;
 constexpr int ListWidth = 380;
 
 QString shortened(QString text) {
@@ -38,9 +40,10 @@ QString rowOf(const MacroStep& step) {
 
 }  // namespace
 
-MacroDialog::MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed,
-                         QWidget& control)
+MacroDialog::MacroDialog(Prompts& prompts, HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps,
+                         int missed, QWidget& control)
     : QDialog(&control),
+      m_prompts(prompts),
       m_hotKeys(hotKeys),
       m_macros(macros),
       m_steps(steps),
@@ -166,6 +169,22 @@ void MacroDialog::accept() {
     if (!replaced)
         m_hotKeys.bind(Command::MacroBase + slot, hotKey);
     nameSlot(slot, replaced.has_value());
+    const QPointer<MacroDialog> alive(this);
     Q_EMIT kept();
-    QDialog::accept();
+    saveSlot(slot);
+    if (alive)
+        QDialog::accept();
+}
+
+void MacroDialog::saveSlot(int slot) {
+    if (const SystemError error = m_macros.saveSlot(slot)) {
+        m_prompts.message(this, tr("The macro can be played until the program ends, but it could not be saved.\n%1")
+                                    .arg(error.description));
+    }
+}
+
+void MacroDialog::reject() {
+    const QPointer<MacroDialog> alive(this);
+    if (m_prompts.askYesNo(this, tr("Drop the recorded steps?")) && alive)
+        QDialog::reject();
 }

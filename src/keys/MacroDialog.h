@@ -10,6 +10,7 @@
 
 class HotKeys;
 class MacroStore;
+class Prompts;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -18,19 +19,22 @@ class QPushButton;
 class StrokeEdit;
 
 /// The dialog at the end of a recording: it lists the steps and lets the user choose the hot key and the name of the
-/// macro, and whether it is in the menu. The macro is stored in the first free slot; if the user chooses the hot key of
-/// an existing macro, it replaces that one, and fields left empty keep their old values. If the user cancels, nothing
-/// is stored.
+/// macro, and whether it is in the menu. The macro is stored in a free slot and saved at once; if the user chooses the
+/// hot key of an existing macro, it replaces that one, and fields left empty keep their old values. If the user
+/// cancels, nothing is stored, after a question.
 ///
-/// A child of the control, modal to its window; deletes itself when closed. `hotKeys` and `macros` outlive it.
+/// A child of the control, modal to its window; deletes itself when closed. The services outlive it. It runs the event
+/// loop while a box is open.
 class MacroDialog : public QDialog {
     Q_OBJECT
 
  public:
     /// `missed`: the number of actions during the recording that could not be recorded as steps.
-    MacroDialog(HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed, QWidget& control);
+    MacroDialog(Prompts& prompts, HotKeys& hotKeys, MacroStore& macros, const QList<MacroStep>& steps, int missed,
+                QWidget& control);
 
     void accept() override;
+    void reject() override;
 
  Q_SIGNALS:
     void kept();
@@ -41,9 +45,11 @@ class MacroDialog : public QDialog {
     void tell(const HotKeyVerdict& verdict);
     HotKeyVerdict verdictOf(const HotKey& hotKey) const;
     void nameSlot(int slot, bool isReplaced);
+    void saveSlot(int slot);
     /// Returns the slot (from 1) of the macro with exactly this hot key.
     std::optional<int> slotOf(const HotKey& hotKey) const;
 
+    Prompts& m_prompts;
     HotKeys& m_hotKeys;
     MacroStore& m_macros;
     QList<MacroStep> m_steps;

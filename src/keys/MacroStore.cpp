@@ -2,13 +2,20 @@
 
 #include "editor/control/CommandNumbers.h"
 #include "keys/HotKeys.h"
+#include "platform/FileErrors.h"
 #include "platform/Folders.h"
 #include "settings/SettingText.h"
 #include "settings/files/OwnTextFile.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -16,11 +23,15 @@ bool isIndex(int index) {
     return index >= 0 && index < MacroStore::Slots;
 }
 
-/// The index of a macro by the name of its file.
-std::optional<int> indexOf(const QString& name) {
-    const qsizetype dot = name.indexOf(u'.');
-    const auto number = dot < 0 ? std::nullopt : SettingText::toLong(name.left(dot));
-    return number && isIndex(*number) ? number : std::nullopt;
+/// The text before the first dot of a file's name; empty without a dot.
+QString stemOf(const QString& name) {
+    return name.left(std::max<qsizetype>(name.indexOf(u'.'), 0));
+}
+
+SystemError unlessWritable(const QFileInfo& file) {
+    if (!file.exists() || file.isFile())
+        return {};
+    return FileErrors::unlessRegular(file.isDir() ? S_IFDIR : S_IFIFO);
 }
 
 }  // namespace
@@ -30,6 +41,10 @@ MacroStore::MacroStore(RegistryStore& registry, HotKeys& hotKeys, const QString&
 
 QString MacroStore::folder() const {
     return m_programFolder + QLatin1String("/macros");
+}
+
+QString MacroStore::fileOf(int index) const {
+    return folder() + u"/%1.dem"_qs.arg(index);
 }
 
 /// The bytes are parsed once: another macro may play this one ten thousand times.
@@ -55,12 +70,22 @@ bool MacroStore::setMacro(int index, const Macro& macro) {
     return true;
 }
 
+std::optional<int> MacroStore::lossIn(int n) const {
+    enum Loss { None, OtherBytes, AMacro };
+    if (!m_hotKeys.HotKeyText(QString::number(n)).isEmpty())
+        return std::nullopt;
+    if (m_bytes[n - 1].isEmpty())
+        return None;
+    return macro(n - 1) ? AMacro : OtherBytes;
+}
+
 std::optional<int> MacroStore::freeSlot() const {
+    std::optional<int> best;
     for (int n = 1; n <= Slots; ++n) {
-        if (m_hotKeys.HotKeyText(QString::number(n)).isEmpty())
-            return n;
+        if (const auto loss = lossIn(n); loss && (!best || *loss < *lossIn(*best)))
+            best = n;
     }
-    return std::nullopt;
+    return best;
 }
 
 QString MacroStore::nameOf(int n) const {
@@ -71,27 +96,42 @@ void MacroStore::SaveMacros() {
     m_hotKeys.save(m_registry);
     makeFolder(folder());
     for (int index = 0; index < Slots; ++index)
-        SaveMacroFile(folder() + u"/%1.dem"_qs.arg(index), index);
+        SaveMacroFile(fileOf(index), index);
+}
+
+SystemError MacroStore::saveSlot(int n) {
+    static constexpr const char* NoHotKey = QT_TRANSLATE_NOOP("MacroStore", "The hot key can't be stored.");
+    if (!m_hotKeys.save(m_registry))
+        return {EIO, QCoreApplication::translate("MacroStore", NoHotKey)};
+    if (const SystemError error = makeFolder(folder()))
+        return FileErrors::writing(folder(), error);
+    return write(fileOf(n - 1), n - 1);
 }
 
 bool MacroStore::SaveMacroFile(const QString& pFilename, int pIndex) {
-    if (!isIndex(pIndex) || m_bytes[pIndex].isEmpty())
-        return false;
-    const QFileInfo there(pFilename);
-    if (there.exists() && !there.isFile())
-        return false;
+    return isIndex(pIndex) && !m_bytes[pIndex].isEmpty() && !write(pFilename, pIndex);
+}
+
+SystemError MacroStore::write(const QString& path, int index) const {
+    if (const SystemError error = unlessWritable(QFileInfo(path)))
+        return FileErrors::writing(path, error);
     // Opened for reading too, because a file that is opened for writing alone is truncated.
-    QFile file(pFilename);
-    const QByteArray& bytes = m_bytes[pIndex];
-    return file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.flush();
+    QFile file(path);
+    const QByteArray& bytes = m_bytes[index];
+    if (file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.flush())
+        return {};
+    return FileErrors::writing(path, {EIO, file.errorString()});
 }
 
 void MacroStore::LoadMacros() {
     for (const QFileInfo& file : QDir(folder()).entryInfoList(QDir::Files, QDir::Name)) {
         if (!file.fileName().endsWith(QLatin1String("dem")))
             continue;
-        const auto index = indexOf(file.fileName());
-        if (!index || !LoadMacroFile(file.filePath(), *index))
+        const QString stem = stemOf(file.fileName());
+        if (!SettingText::toNumber(stem))
+            return;
+        const int index = SettingText::toLong(stem).value_or(Slots);
+        if (isIndex(index) && !LoadMacroFile(file.filePath(), index))
             return;
     }
 }
@@ -99,10 +139,10 @@ void MacroStore::LoadMacros() {
 bool MacroStore::LoadMacroFile(const QString& pFilename, int pIndex) {
     if (!isIndex(pIndex))
         return false;
-    const OwnTextFile::Content file = OwnTextFile::read(pFilename, Macro::MostBytes);
+    const OwnTextFile::Content file = OwnTextFile::readHead(pFilename, Macro::MostBytes);
     if (!file.error)
         setBytes(pIndex, file.bytes);
-    return !file.error || file.isTooLong();
+    return !file.error;
 }
 
 void MacroStore::DeleteMacro(int n) {

@@ -5,6 +5,7 @@
 #include "settings/files/OwnTextFile.h"
 
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -20,6 +21,13 @@ bool isOneLine(const QString& text) {
     return !text.contains(u'\n') && !text.contains(u'\r');
 }
 
+QString trimmedPatterns(const QString& line) {
+    QStringList patterns = line.split(u',');
+    for (QString& pattern : patterns)
+        pattern = pattern.trimmed();
+    return patterns.join(u',');
+}
+
 }  // namespace
 
 LanguageTable::LanguageTable(const QString& programFolder, const QString& shareFolder)
@@ -27,38 +35,57 @@ LanguageTable::LanguageTable(const QString& programFolder, const QString& shareF
       m_shareFolder(shareFolder + QLatin1String("/languages/")) {}
 
 void LanguageTable::LoadLanguageIndex() {
-    const QStringList lines = OwnTextFile::readLines(pathOf(IndexFile), MostIndexBytes).value_or(QStringList());
-    for (qsizetype at = 0; at < lines.size(); ++at) {
-        const QString line = lines[at].trimmed();
-        if (!line.startsWith(QLatin1String("<<")))
-            continue;
-        // The next line contains its patterns, whatever it looks like.
-        if (++at == lines.size() || !append(nameOf(line), lines[at]))
-            break;
+    m_indexFault.clear();
+    m_rows.clear();
+    for (const LanguageRow& record : recordsOf(indexLines())) {
+        addRow(record);
+        if (m_entries.size() < MostLanguages)
+            m_entries.append({record.name, u',' + record.patterns + u',', false});
     }
     for (Entry& entry : m_entries)
         RegisterLanguage(entry.LangName);
 }
 
-bool LanguageTable::append(const QString& name, const QString& patterns) {
-    // Its files would lie elsewhere.
-    if (name.contains(u'/'))
-        return true;
-    if (m_entries.size() == MostLanguages)
-        return false;
-    m_entries.append({name, u',' + patterns.toUpper() + u',', false});
-    return true;
+/// Of an index that is too long, the lines that are complete in its first part.
+QStringList LanguageTable::indexLines() {
+    const QString path = pathOf(IndexFile);
+    OwnTextFile::Content index = OwnTextFile::read(path, MostIndexBytes);
+    if (index.error && index.error.number != ENOENT)
+        m_indexFault = index.error.description;
+    if (index.isTooLong()) {
+        index = OwnTextFile::readHead(path, MostIndexBytes);
+        index.bytes.truncate(index.bytes.lastIndexOf('\n') + 1);
+    }
+    return OwnTextFile::linesOf(index.bytes);
 }
 
-QList<LanguageRow> LanguageTable::rows() const {
-    QList<LanguageRow> rows;
-    for (const Entry& entry : m_entries) {
-        const bool isDouble =
-            std::any_of(rows.begin(), rows.end(), [&](const LanguageRow& row) { return row.name == entry.LangName; });
-        if (!isDouble)
-            rows.append({entry.LangName, entry.LangExt.sliced(1).chopped(1)});
+/// Reading ends at the first record that is too many.
+QList<LanguageRow> LanguageTable::recordsOf(const QStringList& lines) {
+    QList<LanguageRow> records;
+    for (qsizetype at = 0; at < lines.size(); ++at) {
+        const QString line = lines[at].trimmed();
+        if (!line.startsWith(QLatin1String("<<")))
+            continue;
+        // The line behind it is its patterns, whatever it looks like.
+        if (++at == lines.size())
+            break;
+        const QString name = nameOf(line);
+        // Its files would lie elsewhere.
+        if (name.contains(u'/'))
+            continue;
+        if (records.size() == MostLanguages) {
+            m_indexFault = u"%1 has more than %2 languages"_qs.arg(pathOf(IndexFile)).arg(MostLanguages);
+            break;
+        }
+        records.append({name, trimmedPatterns(lines[at]).toUpper()});
     }
-    return rows;
+    return records;
+}
+
+void LanguageTable::addRow(const LanguageRow& record) {
+    const bool isDouble = std::ranges::any_of(m_rows, [&](const LanguageRow& row) { return row.name == record.name; });
+    if (!isDouble)
+        m_rows.append(record);
 }
 
 QStringList LanguageTable::loadedNames() const {
@@ -71,6 +98,8 @@ QStringList LanguageTable::loadedNames() const {
 }
 
 bool LanguageTable::saveIndex(const QList<LanguageRow>& rows) const {
+    if (!m_indexFault.isEmpty() || rows.size() > MostLanguages)
+        return false;
     QStringList lines;
     for (const LanguageRow& row : rows) {
         if (isOneLine(row.name) && isOneLine(row.patterns))

@@ -20,9 +20,11 @@ struct LanguageRow {
 /// The languages that the program knows, the files that belong to each, and the definitions that have been loaded. One
 /// for the process, owned by the shell, used by one thread.
 ///
-/// Its files are in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
-/// is read from the program folder, or else from the installed files. Failures show no message: without an index the
-/// table stays empty, without a valid definition a language stays unloaded, and lastError() returns the reason.
+/// Its files lie in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
+/// is taken from the program folder, or else from what was installed. No failure shows a message: without an index the
+/// table stays empty, of an index that is too long or not readable to its end the table has what could be read, and
+/// indexFault() says why it is not written again; without a sound definition a language stays unloaded, and lastError()
+/// says why.
 class LanguageTable {
  public:
     static constexpr int MostLanguages = 51;
@@ -30,7 +32,7 @@ class LanguageTable {
 
     struct Entry {
         QString LangName;  ///< upper case
-        QString LangExt;   ///< "," + patterns + "," in upper case
+        QString LangExt;   ///< "," + trimmed patterns + "," in upper case
         bool LangLoaded = false;
     };
 
@@ -39,11 +41,15 @@ class LanguageTable {
     /// Appends the records of the index, up to the limit, and registers every language.
     void LoadLanguageIndex();
     const QList<Entry>& entries() const { return m_entries; }
-    /// The languages of the table, each once, by its first entry.
-    QList<LanguageRow> rows() const;
+    /// The languages of the index as it was last read, each once, by its first record. The table may have older
+    /// patterns of a language, by which its files are found until the program is started again.
+    const QList<LanguageRow>& rows() const { return m_rows; }
+    /// Why rows() lacks a part of the index, which therefore must not be written; empty when nothing is missing.
+    const QString& indexFault() const { return m_indexFault; }
     /// The names of the registered languages, in the order of the table.
     QStringList loadedNames() const;
-    /// Writes the index to the program folder; false: it is unchanged.
+    /// Writes the index to the program folder; false: it is as it was. An index with a fault is never written, nor are
+    /// more than MostLanguages rows.
     bool saveIndex(const QList<LanguageRow>& rows) const;
 
     /// Reads the definition unless that was done, or the name is not in the table.
@@ -60,13 +66,17 @@ class LanguageTable {
     const QString& lastError() const { return m_lastError; }
 
  private:
-    bool append(const QString& name, const QString& patterns);
+    QStringList indexLines();
+    QList<LanguageRow> recordsOf(const QStringList& lines);
+    void addRow(const LanguageRow& record);
     QString pathOf(const QString& file) const;
     void registerEntry(Entry& entry);
 
     QString m_programFolder;
     QString m_shareFolder;
     QList<Entry> m_entries;
+    QList<LanguageRow> m_rows;
+    QString m_indexFault;
     QHash<QString, std::shared_ptr<const LanguageDefinition>> m_definitions;
     QString m_lastError;
 };

@@ -1,5 +1,6 @@
 #include "platform/Paths.h"
 
+#include <QDir>
 #include <QStringConverter>
 #include <QStringList>
 
@@ -48,6 +49,10 @@ QString absolutePath(const QString& path, const QString& workingFolder) {
     if (endsOpen && !elements.isEmpty())
         result += u'/';
     return result;
+}
+
+QString absolutePath(const QString& path) {
+    return absolutePath(path, QDir::currentPath());
 }
 
 std::optional<QByteArray> localName(const QString& path) {

@@ -26,6 +26,10 @@ bool fileExists(const QString& path);
 /// empty, because it names nothing.
 QString absolutePath(const QString& path, const QString& workingFolder);
 
+/// The same with the working folder of this process. Every path that is to be opened, saved to or compared passes
+/// through it, so that one file has one spelling wherever its path comes from.
+QString absolutePath(const QString& path);
+
 /// Returns the bytes of the path for system calls. Nothing when the text can't be a path: it is empty, or contains a
 /// NUL or an unpaired surrogate.
 std::optional<QByteArray> localName(const QString& path);

@@ -29,6 +29,16 @@ QPushButton* buttonOf(const QString& caption, const char* name) {
     return button;
 }
 
+/// A hidden label for a reason, which may be long and can be copied.
+QLabel* reasonLabel(const QString& name) {
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->hide();
+    return label;
+}
+
 }  // namespace
 
 ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp showHelp, QWidget* parent)
@@ -40,6 +50,8 @@ ucLangProperties::ucLangProperties(const DocumentServices& services, ShowHelp sh
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);  // the surrounding layout has margins
     rows->addLayout(columns, 1);
+    m_indexFault = reasonLabel(u"lblIndexFault"_qs);
+    rows->addWidget(m_indexFault);
     rows->addWidget(buildButtons());
 }
 
@@ -81,11 +93,7 @@ QWidget* ucLangProperties::buildDetails() {
     rows->addSpacing(style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
     rows->addWidget(new QLabel(tr("Sample Syntax Highlight:")));
     rows->addWidget(m_sample, 1);
-    m_fault = new QLabel;
-    m_fault->setObjectName(u"lblFault"_qs);
-    m_fault->setWordWrap(true);
-    m_fault->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_fault->hide();
+    m_fault = reasonLabel(u"lblFault"_qs);
     rows->addWidget(m_fault);
     return details;
 }
@@ -108,12 +116,13 @@ QWidget* ucLangProperties::buildButtons() {
 }
 
 void ucLangProperties::InitObjects(bool pSave) {
-    m_save->setEnabled(pSave);
     m_shown.clear();
     m_list->clear();
     m_patterns->clear();
     m_changed = false;
     m_services.globals.languages.LoadLanguageIndex();
+    m_save->setEnabled(pSave && canSave());
+    showIndexFault();
     for (const LanguageRow& row : m_services.globals.languages.rows())
         addRow(row.name, row.patterns);
     m_list->setCurrentItem(m_list->topLevelItem(0));
@@ -162,12 +171,22 @@ void ucLangProperties::showFault(const QString& name) {
     m_fault->setVisible(!loaded);
 }
 
+bool ucLangProperties::canSave() const {
+    return m_services.globals.languages.indexFault().isEmpty();
+}
+
+void ucLangProperties::showIndexFault() {
+    m_indexFault->setText(canSave() ? QString()
+                                    : tr("The list can't be saved: %1").arg(m_services.globals.languages.indexFault()));
+    m_indexFault->setVisible(!canSave());
+}
+
 void ucLangProperties::takeEdit(const QString& text) {
     const QTreeWidgetItem* row = rowOf(m_shown);
     if (row == nullptr || text == row->data(0, TagRole).toString())
         return;
     m_changed = true;
-    m_save->setEnabled(true);
+    m_save->setEnabled(canSave());
     Q_EMIT Changed();
 }
 

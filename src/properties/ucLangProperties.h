@@ -17,7 +17,8 @@ struct DocumentServices;
 /// while the message boxes of its sample view are open. Saved patterns take effect at the next program start; the table
 /// in memory does not change.
 ///
-/// If the index can't be written, there is no message.
+/// An index that was not read whole can't be saved, and a label gives the reason. If an index can't be written, there
+/// is no message.
 class ucLangProperties : public QWidget {
     Q_OBJECT
 
@@ -46,6 +47,8 @@ class ucLangProperties : public QWidget {
     void keepEditedPatterns();
     void showRow(QTreeWidgetItem* row);
     void showFault(const QString& name);
+    void showIndexFault();
+    bool canSave() const;
     void takeEdit(const QString& text);
     void openProperties();
     void writeIndex();
@@ -55,7 +58,8 @@ class ucLangProperties : public QWidget {
     QTreeWidget* m_list = nullptr;
     QLineEdit* m_patterns = nullptr;
     rtCM* m_sample = nullptr;
-    QLabel* m_fault = nullptr;  ///< why the language has no colours
+    QLabel* m_fault = nullptr;       ///< why the language has no colours
+    QLabel* m_indexFault = nullptr;  ///< why the list can't be saved
     QPushButton* m_save = nullptr;
     QString m_shown;  ///< key of the row whose patterns are in the field
     bool m_changed = false;

@@ -3,12 +3,12 @@
 #include "platform/Paths.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
+#include "workspace/panel/ucExplorer.h"
 
 #include <QApplication>
 #include <QDir>
@@ -22,6 +22,10 @@ namespace {
 /// Done once the window is shown and painted: nobody needs to wait for the removal of files that a killed process left
 /// behind.
 constexpr std::chrono::seconds SweepDelay(2);
+
+PanelLink& makeExplorer(const WorkspaceServices& services) {
+    return *new ucExplorer(services);  // the window owns it
+}
 
 /// The process's own duties. Registering the program with the desktop and passing paths to a running instance are still
 /// to come: the first does nothing yet, and no running instance is ever found.
@@ -42,9 +46,8 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
         QtPrompts prompts;
-        NoPanel panel;
         RoomsToCome rooms;
-        frmMain frame({prompts, registry, panel, rooms, m_tail, {}});
+        frmMain frame({prompts, registry, makeExplorer, rooms, m_tail, {}});
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });

@@ -1,21 +1,23 @@
 #pragma once
 
 #include <QLabel>
-#include <QMouseEvent>
 
-/// A label that emits a signal when it is clicked.
+/// A label that emits clicked() when it is clicked. With a focus policy it is a button for the keyboard and for screen
+/// readers too: Space and Enter click it, and the keyboard's place is painted.
 class ClickLabel : public QLabel {
     Q_OBJECT
 
  public:
-    using QLabel::QLabel;
+    explicit ClickLabel(QWidget* parent = nullptr);
+    explicit ClickLabel(const QString& text, QWidget* parent = nullptr);
 
  Q_SIGNALS:
     void clicked();
 
  protected:
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
-            Q_EMIT clicked();
-    }
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 };

@@ -2,15 +2,12 @@
 
 #include "widgets/Contrast.h"
 
-#include <QApplication>
 #include <QFile>
 #include <QGuiApplication>
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
-#include <QStyle>
-#include <QStyleOption>
 #include <QSvgRenderer>
 
 #include <utility>
@@ -52,8 +49,7 @@ class SvgIcon : public QIconEngine {
             return drawn;
         if (mode == QIcon::Disabled)
             return faded(drawn);
-        const QStyleOption option;
-        return QApplication::style()->generatedIconPixmap(mode, drawn, &option);
+        return inOneColour(drawn, QGuiApplication::palette().color(QPalette::HighlightedText));
     }
 
     QIconEngine* clone() const override { return new SvgIcon(m_path); }
@@ -68,6 +64,14 @@ class SvgIcon : public QIconEngine {
         painter.setOpacity(FadedOpacity);
         painter.drawPixmap(0, 0, picture);
         return pixmap;
+    }
+
+    /// On the highlight of a selected row the pictures' own colours would not be visible.
+    static QPixmap inOneColour(QPixmap picture, const QColor& colour) {
+        QPainter painter(&picture);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(QRect(QPoint(), picture.deviceIndependentSize().toSize()), colour);
+        return picture;
     }
 
     QPixmap draw(const QSize& size) const {

@@ -7,10 +7,13 @@ class QWidget;
 
 /// The parameters of a file dialog.
 struct FileQuestion {
+    enum Choice { ManyFiles, OneFile };  // what the open dialog takes; one file is never opened read-only
+
     QString title;
     QString folder;       ///< where it starts; empty: the current one
     QString initialName;  ///< name or full path in the name field
     QString filters;      ///< "description|pattern;pattern|description|..."
+    Choice choice = ManyFiles;
 };
 
 /// The result of the open dialog.
@@ -28,8 +31,10 @@ class Prompts {
     /// A box with the text and OK. An empty title means "Quillmark".
     virtual void message(QWidget* parent, const QString& text, const QString& title = {}) = 0;
 
-    /// A box with Yes and No that neither Esc nor a close button closes. True: Yes.
-    virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {}) = 0;
+    /// A box with Yes and No that neither Esc nor a close button closes. True: Yes. The informative text stands below
+    /// the question in smaller letters.
+    virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {},
+                          const QString& informativeText = {}) = 0;
 
     virtual OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) = 0;
 

@@ -1,15 +1,16 @@
 #include "widgets/QtPrompts.h"
 
+#include "widgets/FileDialog.h"
+
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
+
+#include <algorithm>
 
 namespace {
 
@@ -36,8 +37,9 @@ QString fitting(const QMessageBox& box, const QString& text) {
     return shown;
 }
 
+/// Of an absolute path.
 QString folderOf(const QString& file) {
-    return QFileInfo(file).absolutePath();
+    return file.left(std::max<qsizetype>(file.lastIndexOf(u'/'), 1));
 }
 
 /// The parent of a box: the whole window, because the widget that asks may be destroyed meanwhile, and because the area
@@ -70,19 +72,6 @@ class ButtonsOnlyBox : public QMessageBox {
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
 
-void setUp(QFileDialog& dialog, const FileQuestion& question, const QString& lastFolder) {
-    dialog.setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite |
-                      QFileDialog::HideNameFilterDetails);
-    dialog.setWindowTitle(question.title);
-    const QStringList filters = nameFilters(question.filters);
-    if (!filters.isEmpty())
-        dialog.setNameFilters(filters);
-    const QString folder = question.folder.isEmpty() ? lastFolder : question.folder;
-    dialog.setDirectory(folder.isEmpty() ? QDir::currentPath() : folder);
-    if (!question.initialName.isEmpty())
-        dialog.selectFile(question.initialName);
-}
-
 QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
     auto* box = new QCheckBox(u"Open as &read-only"_qs, &dialog);
     box->setObjectName(u"chkReadOnly"_qs);
@@ -93,21 +82,6 @@ QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
 
 }  // namespace
 
-QStringList nameFilters(const QString& filters) {
-    const QStringList parts = filters.split(u'|');
-    QStringList names;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QStringList patterns = parts.at(i + 1).split(u';', Qt::SkipEmptyParts);
-        for (QString& pattern : patterns) {
-            pattern = pattern.trimmed();
-            if (pattern == QLatin1String("*.*"))
-                pattern = u"*"_qs;
-        }
-        names.append(u"%1 (%2)"_qs.arg(parts.at(i), patterns.join(u' ')));
-    }
-    return names;
-}
-
 void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
     QMessageBox box(windowOf(parent));
     setUp(box, text, title);
@@ -115,34 +89,35 @@ void QtPrompts::message(QWidget* parent, const QString& text, const QString& tit
     box.exec();
 }
 
-bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title) {
+bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText) {
     ButtonsOnlyBox box(windowOf(parent));
     setUp(box, text, title);
+    box.setInformativeText(informativeText);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.exec();
     return box.clickedButton() == box.button(QMessageBox::Yes);
 }
 
 OpenAnswer QtPrompts::askFilesToOpen(QWidget* parent, const FileQuestion& question) {
-    QFileDialog dialog(windowOf(parent));
-    setUp(dialog, question, m_lastFolder);
-    dialog.setFileMode(QFileDialog::ExistingFiles);
-    const QCheckBox* readOnly = addReadOnlyBox(dialog);
+    FileDialog dialog(question, m_lastFolder, windowOf(parent));
+    const bool one = question.choice == FileQuestion::OneFile;
+    // The caller reports a file that does not exist.
+    dialog.setFileMode(one ? QFileDialog::AnyFile : QFileDialog::ExistingFiles);
+    const QCheckBox* readOnly = one ? nullptr : addReadOnlyBox(dialog);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    const QStringList files = dialog.selectedFiles();
+    const QStringList files = dialog.paths();
     m_lastFolder = folderOf(files.value(0));
-    return {files, readOnly->isChecked()};
+    return {files, readOnly != nullptr && readOnly->isChecked()};
 }
 
 QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) {
-    QFileDialog dialog(windowOf(parent));
-    setUp(dialog, question, m_lastFolder);
+    FileDialog dialog(question, m_lastFolder, windowOf(parent));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     if (dialog.exec() != QDialog::Accepted)
         return {};
-    QString file = dialog.selectedFiles().value(0);
+    QString file = dialog.paths().value(0);
     m_lastFolder = folderOf(file);
     return file;
 }

@@ -7,7 +7,8 @@
 class QtPrompts : public Prompts {
  public:
     void message(QWidget* parent, const QString& text, const QString& title) override;
-    bool askYesNo(QWidget* parent, const QString& text, const QString& title) override;
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title,
+                  const QString& informativeText = {}) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;
     QString askFileToSave(QWidget* parent, const FileQuestion& question) override;
     QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) override;
@@ -15,7 +16,3 @@ class QtPrompts : public Prompts {
  private:
     QString m_lastFolder;
 };
-
-/// "description|pattern;pattern|..." as the name filters of a file dialog: the description, and in a last pair of
-/// brackets the patterns, which the dialog hides. "*.*" matches every file.
-QStringList nameFilters(const QString& filters);

@@ -72,9 +72,11 @@ TEST(Automation, ReachesTheOperationsOfADocument) {
                                 "EnableBookmarkAt GotoTextLine GotoLine Undo Redo Cut Copy Paste SelectAll CountAll "
                                 "TrimTailed AlignLeft AlignRight AlignCenter ToggleBookmark ClearAllBookmark")),
               QStringList());
-    EXPECT_EQ(unreadable(frmDocument::staticMetaObject,
-                         names("fIdx filename isChange isNew isReadOnly Locked TextEdit DocEnabled Caption DocIcon")),
-              QStringList());
+    EXPECT_EQ(
+        unreadable(frmDocument::staticMetaObject,
+                   names("fIdx filename isChange isNew isReadOnly LastUpdate KnownUpdate Locked TextEdit DocEnabled "
+                         "Caption DocIcon")),
+        QStringList());
 }
 
 TEST(Automation, ReachesTheCommandsOfTheControl) {

@@ -1,13 +1,21 @@
 #include "document/DocumentFixture.h"
+#include "document/EditorGlobals.h"
+#include "editor/control/TextControl.h"
+#include "keys/MacroDialog.h"
+#include "keys/StrokeEdit.h"
 
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <stdexcept>
+#include <utility>
 
 /// How a document unloads, and when it does not.
 class DocumentClosing : public DocumentFixture {
@@ -39,6 +47,93 @@ TEST_F(DocumentClosing, ASecondCloseDuringTheQuestionIsIgnored) {
     m_document.show();
     EXPECT_TRUE(m_document.close());
     EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+class RecordedDocumentClosing : public DocumentClosing {
+ protected:
+    RecordedDocumentClosing() { m_document.show(); }
+    void record(const QString& typed) {
+        m_document.RecordMarco();
+        type(typed);
+    }
+    MacroDialog* dialog() { return control().findChild<MacroDialog*>(); }
+    /// Called when the close waits for an answer.
+    void whileItWaits(std::function<void()> act) { QTimer::singleShot(0, &m_document, std::move(act)); }
+    MacroStore& macros() { return m_services.globals.macros; }
+};
+
+TEST_F(RecordedDocumentClosing, TheRecordingEndsByItsDialog) {
+    record(u"abc"_qs);
+    whileItWaits([&] {
+        EXPECT_TRUE(m_host.calls.isEmpty());
+        QTest::keyClick(dialog()->findChild<StrokeEdit*>(), Qt::Key_M, Qt::ControlModifier);
+        dialog()->findChild<QPushButton*>(u"cmdKeep"_qs)->click();
+    });
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+    ASSERT_TRUE(macros().macro(0).has_value());
+    EXPECT_EQ(macros().macro(0)->steps().first().text, u"abc"_qs);
+    EXPECT_FALSE(m_services.globals.control.recorder().isRecording());
+}
+
+TEST_F(RecordedDocumentClosing, TheStepsAreDroppedAfterAQuestion) {
+    record(u"abc"_qs);
+    whileItWaits([&] {
+        m_prompts.answerNo();
+        dialog()->reject();
+        EXPECT_TRUE(dialog()->isVisible());
+        EXPECT_TRUE(m_host.calls.isEmpty());
+        m_prompts.answerYes();
+        dialog()->reject();
+    });
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_prompts.questions, QStringList(2, u"Drop the recorded steps?"_qs));
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+    EXPECT_FALSE(macros().macro(0).has_value());
+}
+
+TEST_F(RecordedDocumentClosing, ADialogThatIsOpenAlreadyIsWaitedFor) {
+    record(u"abc"_qs);
+    m_document.RecordMarco();
+    ASSERT_NE(dialog(), nullptr);
+    whileItWaits([&] {
+        EXPECT_EQ(control().findChildren<MacroDialog*>().size(), 1);
+        EXPECT_TRUE(m_host.calls.isEmpty());
+        m_prompts.answerYes();
+        dialog()->reject();
+    });
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(m_host.calls, m_unloadCalls);
+}
+
+TEST_F(RecordedDocumentClosing, InHexModeTooTheDialogComes) {
+    ASSERT_TRUE(open(fileOf("one")));
+    m_document.RecordMarco();
+    type(u"x"_qs);
+    m_document.isChange = false;
+    view().FileChanged = false;
+    m_document.setTextEdit(false);
+    whileItWaits([&] {
+        ASSERT_NE(dialog(), nullptr);
+        m_prompts.answerYes();
+        dialog()->reject();
+    });
+    EXPECT_TRUE(m_document.close());
+}
+
+TEST_F(RecordedDocumentClosing, WithoutAStepItEndsQuietly) {
+    m_document.RecordMarco();
+    EXPECT_TRUE(m_document.close());
+    EXPECT_EQ(dialog(), nullptr);
+    EXPECT_FALSE(m_services.globals.control.recorder().isRecording());
+}
+
+TEST_F(RecordedDocumentClosing, TheRecordingOfAnotherGoesOn) {
+    frmDocument other(&m_host, m_services);
+    other.RecordMarco();
+    documenttest::typeInto(*other.GetEditor()->focusProxy(), u"x"_qs);
+    EXPECT_TRUE(m_document.close());
+    EXPECT_TRUE(m_services.globals.control.recorder().isRecording());
 }
 
 TEST_F(DocumentClosing, AnUntouchedDocumentAsksNothing) {

@@ -1,5 +1,7 @@
 #include "document/DocumentFixture.h"
 #include "document/frmCountAll.h"
+#include "editor/control/TextControl.h"
+#include "text/lines/LineOperations.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -18,6 +20,30 @@ struct DocumentCommands : DocumentFixture {
         ask(QsciScintillaBase::SCI_EMPTYUNDOBUFFER);
     }
     void putSelected(const QString& text) { put(text, 0, text.size()); }
+    /// Selects the rectangle between two places of the text.
+    void putRectangle(const QString& text, qint64 anchor, qint64 caret) {
+        put(text, 0, 0);
+        ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, anchor);
+        ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, caret);
+        ASSERT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+    }
+    /// Selects one range more; the first time, the first one.
+    void addRange(qint64 caret, qint64 anchor) {
+        const bool first = ask(QsciScintillaBase::SCI_GETSELECTIONEMPTY) != 0;
+        ask(first ? QsciScintillaBase::SCI_SETSELECTION : QsciScintillaBase::SCI_ADDSELECTION, caret, anchor);
+    }
+    QStringList selectionCounts() {
+        QStringList shown;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<frmCountAll*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            for (const char* name : {"lbSelW", "lbSelL", "lbSelC", "lbSelCN"})
+                shown << box->findChild<QLabel*>(QString::fromLatin1(name))->text();
+            box->close();
+        });
+        m_document.CountAll();
+        return shown;
+    }
     QString textAfter(void (frmDocument::*operation)()) {
         (m_document.*operation)();
         return view().Text();
@@ -27,8 +53,8 @@ struct DocumentCommands : DocumentFixture {
 
 using Operation = void (frmDocument::*)();
 
-constexpr Operation LineOperations[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
-                                        &frmDocument::AlignCenter};
+constexpr Operation OfLines[] = {&frmDocument::TrimTailed, &frmDocument::AlignLeft, &frmDocument::AlignRight,
+                                 &frmDocument::AlignCenter};
 
 constexpr Operation Edits[] = {
     &frmDocument::TrimTailed,        &frmDocument::AlignLeft,         &frmDocument::AlignRight,
@@ -67,6 +93,60 @@ TEST_F(DocumentCommands, ChangeTheSelectedLines) {
     }
 }
 
+TEST_F(DocumentCommands, UseUpTheRepeatCount) {
+    QList<Operation> operations(std::begin(Edits), std::end(Edits));
+    operations << &frmDocument::Undo << &frmDocument::Redo << &frmDocument::Cut << &frmDocument::Copy
+               << &frmDocument::Paste << &frmDocument::SelectAll << &frmDocument::SelectLine << &frmDocument::SelectWord
+               << &frmDocument::SelectPara << &frmDocument::ToggleBookmark << &frmDocument::NextBookmark
+               << &frmDocument::IncreaseFontSize << &frmDocument::DecreaseFontSize << &frmDocument::DefaultFontSize;
+    for (const bool locked : {false, true}) {
+        for (const Operation operation : operations) {
+            for (const qint64 caret : {0, 5}) {
+                m_document.setLocked(false);
+                put(u" b \na\n"_qs, 0, caret);
+                m_document.setLocked(locked);
+                control().setRepeatCount(3);
+                (m_document.*operation)();
+                EXPECT_EQ(view().repeatCount(), 1) << operations.indexOf(operation) << " at " << caret;
+            }
+        }
+    }
+}
+
+TEST_F(DocumentCommands, AreRepeatedAsOneStep) {
+    struct Row {
+        Operation operation;
+        const char* text;
+        const char* expected;
+    };
+    constexpr Row Rows[] = {{&frmDocument::LineDelete, "a\nb\nc\nd", "d"},
+                            {&frmDocument::Unindent, "\t\t\t\ta", "\ta"},
+                            {&frmDocument::Indent, "a", "\t\t\ta"},
+                            {&frmDocument::TrimTailed, "a  \nb ", "a\nb"},
+                            {&frmDocument::SpacesToTabs, "a  b", "a\t\tb"}};
+    for (const Row& row : Rows) {
+        const QString text = QString::fromLatin1(row.text);
+        const bool lineOnly = row.operation == &frmDocument::LineDelete;
+        put(text, 0, lineOnly ? 0 : text.size());
+        control().setRepeatCount(3);
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+        m_document.Undo();
+        EXPECT_EQ(view().Text(), text) << row.expected;
+        EXPECT_FALSE(canUndo()) << row.expected;
+    }
+}
+
+TEST_F(DocumentCommands, AlignEachTimeWhatTheTimeBeforeHasMade) {
+    const QString text = u"abcdefgh\nabcde\nabcdef\nabcdefg\nabcd"_qs;
+    QString expected = text;
+    for (int time = 0; time < 3; ++time)
+        expected = LineOperations::AlignCenter(expected);
+    ASSERT_NE(expected, LineOperations::AlignCenter(text));
+    putSelected(text);
+    control().setRepeatCount(3);
+    EXPECT_EQ(textAfter(&frmDocument::AlignCenter), expected);
+}
+
 TEST_F(DocumentCommands, ChangeWhatIsAtTheCaret) {
     struct Row {
         Operation operation;
@@ -102,7 +182,7 @@ TEST_F(DocumentCommands, SelectWhatIsAtTheCaret) {
 
 TEST_F(DocumentCommands, OnLinesWithoutASelectionDoNothing) {
     QSignalSpy changes(&m_document, &frmDocument::DocChange);
-    for (const Operation operation : LineOperations) {
+    for (const Operation operation : OfLines) {
         put(u"  a  "_qs, 2, 2);
         changes.clear();
         EXPECT_EQ(textAfter(operation), u"  a  "_qs);
@@ -177,13 +257,75 @@ TEST_F(DocumentCommands, TakeAnEmptyDocument) {
     }
 }
 
-TEST_F(DocumentCommands, OnLinesTakeARectangleForTheTextFromItsStartToItsEnd) {
-    put(u"a \nb \nc "_qs, 0, 0);
-    ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONANCHOR, 0);
-    ask(QsciScintillaBase::SCI_SETRECTANGULARSELECTIONCARET, 8);
-    ASSERT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+TEST_F(DocumentCommands, ChangeOnlyWhatIsInARectangle) {
+    struct Row {
+        Operation operation;
+        const char* expected;
+    };
+    // The second to the fifth column of three lines, of which the second line is too short.
+    constexpr Row Rows[] = {{&frmDocument::TrimTailed, "  a \n \n  b\n"},
+                            {&frmDocument::AlignLeft, " a   \n \n b  \n"},
+                            {&frmDocument::AlignRight, "    a \n \n    b\n"},
+                            {&frmDocument::AlignCenter, "   a   \n \n   b  \n"},
+                            {&frmDocument::SpacesToTabs, " \ta\t\t \n \n \tb\t\t\n"},
+                            {&frmDocument::ToUppercaseSel, "  A   \n \n  B  \n"}};
+    const QString text = u"  a   \n \n  b  \n"_qs;
+    for (const Row& row : Rows) {
+        putRectangle(text, 1, 14);
+        EXPECT_EQ(textAfter(row.operation), QString::fromLatin1(row.expected));
+        EXPECT_NE(ask(QsciScintillaBase::SCI_SELECTIONISRECTANGLE), 0);
+        m_document.Undo();
+        EXPECT_EQ(view().Text(), text);
+        EXPECT_FALSE(canUndo());
+    }
+}
+
+TEST_F(DocumentCommands, LeaveARectangleSelected) {
+    putRectangle(u"xa yy\nx\nxb yy"_qs, 1, 11);
+    m_document.SpacesToTabs();
+    EXPECT_EQ(view().Text(), u"xa\tyy\nx\nxb\tyy"_qs);
+    m_document.TabsToSpaces();
+    EXPECT_EQ(view().Text(), u"xa yy\nx\nxb yy"_qs);
+    m_document.ToUppercaseSel();
+    EXPECT_EQ(view().Text(), u"xA yy\nx\nxB yy"_qs);
+}
+
+TEST_F(DocumentCommands, ChangeEachOfSeveralRangesAndLeaveThemSelected) {
+    const QString text = u"a b c d e f\n g \n  h"_qs;
+    put(text, 0, 0);
+    addRange(4, 0);
+    addRange(6, 9);
+    addRange(11, 15);
+    m_document.SpacesToTabs();
+    EXPECT_EQ(view().Text(), u"a\tb\tc d\te f\n\tg\t\n  h"_qs);
+    m_document.TabsToSpaces();
+    EXPECT_EQ(view().Text(), text) << "all are selected still";
     m_document.TrimTailed();
-    EXPECT_EQ(view().Text(), u"a\nb\nc"_qs);
+    EXPECT_EQ(view().Text(), u"a bc d e f\n g\n  h"_qs);
+    m_document.Undo();
+    m_document.Undo();
+    m_document.Undo();
+    EXPECT_EQ(view().Text(), text);
+    EXPECT_FALSE(canUndo());
+}
+
+TEST_F(DocumentCommands, OnLinesNeedARangeWithTextButNotTheMainOne) {
+    put(u" a\n b"_qs, 0, 2);
+    ask(QsciScintillaBase::SCI_ADDSELECTION, 4, 4);
+    ASSERT_EQ(view().SelLength(), 0);
+    m_document.AlignLeft();
+    EXPECT_EQ(view().Text(), u"a\n b"_qs);
+}
+
+TEST_F(DocumentCommands, OnARectangleKeepTheBookmarksOfItsLines) {
+    putRectangle(u"a b\nc d\ne f"_qs, 0, 11);
+    view().EnableBookmarkAt(2, true);
+    m_document.SpacesToTabs();
+    EXPECT_TRUE(isBookmarked(1));
+    m_document.Undo();
+    EXPECT_TRUE(isBookmarked(1));
+    EXPECT_FALSE(isBookmarked(0));
+    EXPECT_FALSE(isBookmarked(2));
 }
 
 TEST_F(DocumentCommands, OnLinesReachALineHeldInPieces) {
@@ -295,6 +437,23 @@ TEST_F(DocumentCommands, StatisticsWithoutASelectionShowZeros) {
     });
     m_document.CountAll();
     EXPECT_EQ(shown, QStringList(4, u"0"_qs));
+}
+
+TEST_F(DocumentCommands, StatisticsOfARectangleCountWhatIsInIt) {
+    putRectangle(u"one two\nx\nthree four"_qs, 1, 16);
+    EXPECT_EQ(selectionCounts(), QStringList({u"3"_qs, u"3"_qs, u"10"_qs, u"8"_qs}));
+    putRectangle(u"one\ntwo"_qs, 1, 5);
+    EXPECT_EQ(selectionCounts(), QStringList(4, u"0"_qs)) << "it has no width";
+}
+
+TEST_F(DocumentCommands, StatisticsOfSeveralRangesCountEachOfThem) {
+    put(u"one two\nthree\nfour\nfive six"_qs, 0, 0);
+    addRange(3, 0);
+    addRange(7, 6);
+    addRange(13, 8);
+    addRange(19, 24);
+    ask(QsciScintillaBase::SCI_ADDSELECTION, 27, 27);
+    EXPECT_EQ(selectionCounts(), QStringList({u"4"_qs, u"3"_qs, u"14"_qs, u"13"_qs}));
 }
 
 TEST_F(DocumentCommands, StatisticsOutliveTheirDocument) {

@@ -24,8 +24,8 @@ void DocumentFixture::insert(const QString& text) {
     control().typing().type(text);
 }
 
-qint64 DocumentFixture::ask(unsigned message, qint64 first) {
-    return control().send(message, first);
+qint64 DocumentFixture::ask(unsigned message, qint64 first, qint64 second) {
+    return control().send(message, first, second);
 }
 
 bool DocumentFixture::isInPieces() {

@@ -88,7 +88,7 @@ class DocumentFixture : public testing::Test {
     void select(qint64 anchor, qint64 caret);
     /// Types a text at once, line ends too.
     void insert(const QString& text);
-    qint64 ask(unsigned message, qint64 first = 0);
+    qint64 ask(unsigned message, qint64 first = 0, qint64 second = 0);
     /// Whether lines of the text are held in pieces.
     bool isInPieces();
     /// The effect of dropping a file on the text.

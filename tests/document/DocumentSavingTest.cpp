@@ -218,6 +218,36 @@ TEST_F(DocumentSaving, TheLanguageFollowsTheNameOfTheSaveButNotTheReload) {
     EXPECT_EQ(m_document.GetLang(), u"HTML"_qs);
 }
 
+TEST_F(DocumentSaving, ADocumentHoldsTheFileThatItLoadedOrSaved) {
+    EXPECT_FALSE(m_document.holdsFile());
+    ASSERT_TRUE(m_document.SaveFile(path(u"new.txt"_qs), 1, false));
+    EXPECT_TRUE(m_document.holdsFile());
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    EXPECT_TRUE(m_document.holdsFile());
+    EXPECT_FALSE(m_document.SaveFile(path(u"missing/new.txt"_qs), 1, true));
+    EXPECT_TRUE(m_document.holdsFile());
+}
+
+TEST_F(DocumentSaving, ADocumentWhoseReloadFailedHoldsItsFileNoMoreUntilItIsLoadedOrSaved) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    for (const bool saved : {false, true}) {
+        ASSERT_TRUE(QFile::remove(file));
+        m_document.ReloadFile();
+        EXPECT_EQ(m_document.filename, file);
+        EXPECT_FALSE(m_document.holdsFile());
+        if (saved) {
+            EXPECT_TRUE(save());
+        } else {
+            fileOf("two");
+            EXPECT_TRUE(open(file));
+        }
+        EXPECT_TRUE(m_document.holdsFile());
+    }
+    EXPECT_EQ(readFile(file), "two");
+}
+
 // Failures
 
 TEST_F(DocumentSaving, AFailedSaveLeavesTheDocumentChangedAndTheFileWhole) {

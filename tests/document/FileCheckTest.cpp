@@ -49,6 +49,18 @@ TEST_F(FileCheck, AChangedFileAsksWhetherToReload) {
     EXPECT_FALSE(m_document.FileNeedToReload());
 }
 
+TEST_F(FileCheck, TheQuestionSaysThatUnsavedChangesWillBeLostWhenThereAreAny) {
+    setTime(m_file, SomeTime + 1);
+    m_prompts.answerNo();
+    EXPECT_FALSE(m_document.FileNeedToReload());
+    type(u"x"_qs);
+    setTime(m_file, SomeTime + 2);
+    m_prompts.answerNo();
+    EXPECT_FALSE(m_document.FileNeedToReload());
+    EXPECT_EQ(m_prompts.questions, QStringList({changedQuestion(), changedQuestion()}));
+    EXPECT_EQ(m_prompts.informativeTexts, QStringList({QString(), u"Unsaved changes will be lost."_qs}));
+}
+
 TEST_F(FileCheck, NoKeepsTheTextAndTheQuestionReturnsOnlyWithAnotherTime) {
     setTime(m_file, SomeTime + 1);
     m_prompts.answerNo();

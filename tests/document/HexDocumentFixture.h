@@ -7,12 +7,12 @@
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
-#include <QTreeView>
 
 /// A document on the screen, with its hex view and scripted answers to its forms.
 class HexDocumentFixture : public DocumentFixture {
@@ -28,7 +28,7 @@ class HexDocumentFixture : public DocumentFixture {
     ucHex& hex() { return *m_document.findChild<ucHex*>(u"ucHex1"_qs); }
     GridPane& pane(int number) { return *hex().findChild<GridPane*>(number == 1 ? u"PicHex"_qs : u"PicText"_qs); }
     Grid& grid() { return *hex().findChild<Grid*>(u"grid1"_qs); }
-    QTreeView& bookmarks() { return *hex().findChild<QTreeView*>(u"lsBookmark"_qs); }
+    QAbstractItemView& bookmarks() { return *hex().findChild<QAbstractItemView*>(u"lsBookmark"_qs); }
     /// Position of the byte under the cursor, from 1.
     qint64 cursor() { return (grid().Pointer() + grid().Row() * 16 + grid().Col()).number(); }
     /// Without a window manager no window is activated again once a form has closed.

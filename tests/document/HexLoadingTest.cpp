@@ -2,6 +2,7 @@
 
 #include <QProgressBar>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include <sys/resource.h>
 
@@ -369,4 +370,25 @@ TEST_F(HexLoadingInBlocks, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {
     });
     EXPECT_FALSE(document->SaveFile(file, SaveFormats::AsLoaded, true));
     EXPECT_EQ(readFile(file), bytes);
+}
+
+TEST_F(HexLoadingInBlocks, WhileItSavesAnotherSaveIsRefusedWithANotice) {
+    ASSERT_TRUE(openHexOf(bytesOfSize(SeveralBlocks)));
+    const QString file = m_document.filename;
+    press(u"41"_qs);
+    QSignalSpy notices(&m_document, &frmDocument::Notice);
+    bool tried = false;
+    whileYielding([&] {
+        tried = true;
+        EXPECT_FALSE(m_document.SaveFile(file));
+        EXPECT_EQ(notices.count(), 1);
+        EXPECT_EQ(notices.last().first().toString(), u"Not saved: the file is still being read or written."_qs);
+        return true;
+    });
+    EXPECT_TRUE(m_document.SaveFile(file));
+    ASSERT_TRUE(tried);
+    EXPECT_EQ(notices.count(), 2);
+    EXPECT_EQ(notices.last().first().toString(), QString());
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
 }

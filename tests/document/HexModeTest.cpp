@@ -1,4 +1,5 @@
 #include "document/HexDocumentFixture.h"
+#include "editor/held/TextLoader.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -105,6 +106,32 @@ TEST_F(HexMode, AnUnchangedDocumentIsWrittenOnlyWhenForced) {
     EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
 }
 
+TEST_F(HexMode, AnUnchangedDocumentIsWrittenWhenItsFileIsGone) {
+    ASSERT_TRUE(openHexOf("one"));
+    ASSERT_TRUE(QFile::remove(m_document.filename));
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one"));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, AnUnchangedDocumentIsNotCalledSavedWhenSomethingElseHasItsName) {
+    ASSERT_TRUE(openHexOf("one"));
+    const QString file = m_document.filename;
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QDir(m_folder.path()).rmdir(file));
+    ASSERT_EQ(mkfifo(QFile::encodeName(file).constData(), 0600), 0);
+    EXPECT_FALSE(m_document.SaveFile(file));
+    ASSERT_TRUE(QFile::remove(file));
+    ASSERT_TRUE(QFile::link(path(u"missing/target"_qs), file));
+    EXPECT_FALSE(m_document.SaveFile(file));
+    EXPECT_EQ(m_prompts.messages.size(), 3);
+    ASSERT_TRUE(QFile::remove(file));
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("one"));
+}
+
 TEST_F(HexMode, TheFormatOfASaveConcernsNoBytes) {
     ASSERT_TRUE(openHexOf("\xE4\x01"));
     press(u"FF"_qs);
@@ -181,6 +208,26 @@ TEST_F(HexMode, TheLockIsThatOfBothViews) {
     EXPECT_EQ(m_document.DocIcon(), 0);
     press(u"41"_qs);
     EXPECT_EQ(shown(), QByteArray("416E65"));
+}
+
+TEST_F(HexMode, TheLockOfATextThatCanOnlyBeShownIsNotThatOfItsBytes) {
+    const QString file = fileOf("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x'));
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(view().Locked());
+    EXPECT_TRUE(m_document.Locked());
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.Locked());
+    EXPECT_FALSE(m_document.isReadOnly);
+    m_document.ChangeToReadOnly();
+    EXPECT_TRUE(m_document.Locked());
+    m_document.ChangeToReadOnly();
+    EXPECT_FALSE(m_document.Locked());
+    press(u"41"_qs);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file).left(8), QByteArray("Ane\r\ntwo"));
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.Locked());
 }
 
 TEST_F(HexMode, ALockFinishesTheByteOfOneDigit) {
@@ -389,6 +436,95 @@ TEST_F(HexMode, ASearchTellsTheFindBarWhatForAndHow) {
     }
 }
 
+TEST_F(HexMode, TheFindBarTakesHexDigitsWithOrWithoutBlanks) {
+    ASSERT_TRUE(openHexOf(QByteArray("....\xDE\xAD\xBE\xEF....")));
+    for (const auto& text : {u"DEADBEEF"_qs, u"DE AD BE EF"_qs, u"dead beef"_qs}) {
+        pressKey(Qt::Key_Home, Qt::ControlModifier);
+        EXPECT_TRUE(m_document.FindText(text, false, false, false)) << text.toStdString();
+        EXPECT_EQ(cursor(), 5) << text.toStdString();
+        pressKey(Qt::Key_Home, Qt::ControlModifier);
+        m_document.FindNext(text);
+        EXPECT_EQ(cursor(), 5) << text.toStdString();
+    }
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, AReloadAsTextEndsTheFormAndLeavesTheBytesAlone) {
+    const QString file = fileOf("one two");
+    ASSERT_TRUE(openHex(file));
+    bool isFormOver = false;
+    QTimer::singleShot(0, &m_document, [&] {
+        const QPointer<QDialog> form(qobject_cast<QDialog*>(QApplication::activeModalWidget()));
+        ASSERT_TRUE(form);
+        writeFile(file, "two one");
+        setTime(file, documenttest::SomeTime + 5);
+        m_prompts.answerYes();
+        if (m_document.FileNeedToReload())
+            m_document.ReloadFile();
+        isFormOver = !form || !form->isVisible();
+    });
+    m_document.Find();
+    EXPECT_TRUE(isFormOver);
+    ASSERT_TRUE(m_document.TextEdit());
+    EXPECT_EQ(focused(), &textWidget());
+    press(u"41"_qs);
+    EXPECT_EQ(view().Text(), u"41two one"_qs);
+    EXPECT_EQ(shown(), QByteArray("6F6E652074776F"));
+    EXPECT_FALSE(hex().Modified());
+}
+
+TEST_F(HexMode, ReplacedAndFilledBytesAreSaidToNeedSaveAs) {
+    ASSERT_TRUE(openHexOf("one two"));
+    QSignalSpy changes(&m_document, &frmDocument::LimitationsChange);
+    EXPECT_EQ(m_document.limitations(), QString());
+    EXPECT_EQ(hex().ReplaceAll(u"6F "_qs, u"30 "_qs, 0), 2);
+    EXPECT_EQ(changes.count(), 1);
+    const QString notice = m_document.limitations();
+    EXPECT_TRUE(notice.contains(u"Save As"_qs)) << notice.toStdString();
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("one two"));
+    EXPECT_EQ(m_document.limitations(), notice);
+    EXPECT_TRUE(m_document.SaveFile(m_document.filename, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(readFile(m_document.filename), QByteArray("0ne tw0"));
+    EXPECT_EQ(m_document.limitations(), QString());
+}
+
+TEST_F(HexMode, AnUntitledTextIsSavedWhileNoBytesAreLoaded) {
+    type(u"typed \u00E4"_qs);
+    answerSwitch(1, "cmdSwitch");
+    m_document.setTextEdit(false);
+    ASSERT_FALSE(m_document.TextEdit());
+    const QString file = path(u"new.txt"_qs);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("typed \u00E4"));
+    EXPECT_EQ(m_document.filename, file);
+    EXPECT_FALSE(m_document.isChange);
+    EXPECT_FALSE(view().FileChanged);
+    m_document.setTextEdit(false);
+    EXPECT_EQ(m_asked, 1);
+    EXPECT_EQ(shown(), QByteArray("7479706564 20C3A4").replace(" ", ""));
+}
+
+TEST_F(HexMode, AnUntitledTextThatCannotBeSavedStaysAChange) {
+    type(u"typed"_qs);
+    answerSwitch(1, "cmdSwitch");
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.SaveFile(path(u"none/new.txt"_qs)));
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_TRUE(view().FileChanged);
+    EXPECT_TRUE(m_document.isChange);
+    EXPECT_EQ(m_document.filename, QString());
+}
+
+TEST_F(HexMode, LoadedBytesAreSavedWhateverTheTextViewHolds) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    m_document.setTextEdit(false);
+    press(u"41"_qs);
+    EXPECT_TRUE(m_document.SaveFile(file));
+    EXPECT_EQ(readFile(file), QByteArray("Ane"));
+}
+
 // Bookmarks and menus
 
 TEST_F(HexMode, BookmarksAreThoseOfTheBytes) {
@@ -442,8 +578,12 @@ TEST_F(HexMode, TheListOfBookmarksBringsItsMenuUp) {
     m_document.ToggleBookmark();
     pressKey(Qt::Key_Right);
     m_document.ToggleBookmark();
-    Q_EMIT bookmarks().customContextMenuRequested(QPoint(1, 1));
+    const QPoint at(9, 7);
+    QTest::mousePress(bookmarks().viewport(), Qt::RightButton, {}, at);
+    EXPECT_FALSE(menu("BOOK").isVisible());
+    QTest::mouseRelease(bookmarks().viewport(), Qt::RightButton, {}, at);
     EXPECT_TRUE(menu("BOOK").isVisible());
+    EXPECT_EQ(menu("BOOK").pos().y(), bookmarks().viewport()->mapToGlobal(at).y());  // the screen is too narrow for x
     menu("BOOK").close();
     choose("BOOK", "mnuHexDelBookmark");
     EXPECT_EQ(bookmarkCount(), 1);

@@ -190,6 +190,75 @@ TEST_F(SwitchMode, SelectionUndoAndBookmarksOfTheTextGoWithTheReload) {
     EXPECT_FALSE(isBookmarked(2));
 }
 
+TEST_F(SwitchMode, AFreshlyLoadedTextIsScrolledToItsTop) {
+    QByteArray bytes;
+    for (int line = 0; line < 2000; ++line)
+        bytes += "line " + QByteArray::number(line) + QByteArray(300, 'x') + '\n';
+    const QString file = fileOf(bytes);
+    ASSERT_TRUE(open(file));
+    const std::pair<const char*, std::function<void()>> loads[] = {
+        {"switch",
+         [&] {
+             m_document.setTextEdit(false);
+             m_document.setTextEdit(true);
+         }},
+        {"reload", [&] { m_document.ReloadFile(); }},
+        {"encoding", [&] { m_document.ReloadTextFile(file, SaveFormats::NoByteOrderMark); }},
+        {"file", [&] { ASSERT_TRUE(open(file)); }},
+    };
+    for (const auto& [way, load] : loads) {
+        view().GotoTextLine(1500);
+        ask(QsciScintillaBase::SCI_SETXOFFSET, 400);
+        ASSERT_GT(ask(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE), 1000) << way;
+        load();
+        EXPECT_EQ(view().CurrentLine(), 0) << way;
+        EXPECT_EQ(ask(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE), 0) << way;
+        EXPECT_EQ(ask(QsciScintillaBase::SCI_GETXOFFSET), 0) << way;
+        QApplication::processEvents();
+        EXPECT_EQ(ask(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE), 0) << way;
+    }
+}
+
+TEST_F(SwitchMode, FreshlyLoadedBytesAreScrolledToTheirTop) {
+    const QString file = fileOf(QByteArray(5000, 'a'));
+    ASSERT_TRUE(openHex(file));
+    m_document.resize(300, 200);
+    QApplication::processEvents();
+    const auto isSeen = [&](int row) {
+        const QRect cell = pane(1).cellRect({row, 0});
+        return m_document.rect().contains(QRect(pane(1).mapTo(&m_document, cell.topLeft()), cell.size()));
+    };
+    for (int i = 0; i < 2; ++i) {
+        pressKey(Qt::Key_End, Qt::ControlModifier);
+        ASSERT_GT(cursor(), 4000);
+        ASSERT_FALSE(isSeen(0));
+        if (i == 0) {
+            m_document.setTextEdit(true);
+            m_document.setTextEdit(false);
+        } else {
+            ASSERT_TRUE(openHex(file));
+        }
+        QApplication::processEvents();
+        EXPECT_EQ(cursor(), 1);
+        EXPECT_TRUE(isSeen(0)) << i;
+    }
+}
+
+TEST_F(SwitchMode, AViewThatCouldNotBeLoadedDoesNotHoldTheFile) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    ASSERT_TRUE(QFile::rename(file, path(u"away"_qs)));
+    m_document.setTextEdit(false);
+    EXPECT_FALSE(m_document.holdsFile());
+    m_document.setTextEdit(true);
+    EXPECT_FALSE(m_document.holdsFile());
+    ASSERT_TRUE(QFile::rename(path(u"away"_qs), file));
+    m_document.setTextEdit(false);
+    EXPECT_TRUE(m_document.holdsFile());
+    m_document.setTextEdit(true);
+    EXPECT_TRUE(m_document.holdsFile());
+}
+
 TEST_F(SwitchMode, CursorUndoAndBookmarksOfTheBytesGoWithTheReload) {
     ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
     press(u"41"_qs);

@@ -76,6 +76,18 @@ TEST_F(Document, ItsFieldsCanBeReadFromOutside) {
     EXPECT_FALSE(m_document.property("isNew").toBool());
     EXPECT_FALSE(m_document.property("isChange").toBool());
     EXPECT_EQ(m_document.property("DocIcon").toInt(), 2);
+    EXPECT_FALSE(m_document.LastUpdate.isEmpty());
+    EXPECT_EQ(m_document.property("LastUpdate").toString(), m_document.LastUpdate);
+    m_document.KnownUpdate = u"2000/01/01 00:00:00"_qs;
+    EXPECT_EQ(m_document.property("KnownUpdate").toString(), m_document.KnownUpdate);
+}
+
+TEST_F(Document, IsReloadedFromOutsideByItsPathAlone) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    documenttest::writeFile(file, QByteArray("\xFF\xFEt\0", 4));
+    EXPECT_TRUE(QMetaObject::invokeMethod(&m_document, "ReloadTextFile", Q_ARG(QString, file)));
+    EXPECT_EQ(view().Text(), u"t"_qs);
 }
 
 TEST_F(Document, TheTextLiesWithinANarrowMargin) {

@@ -7,9 +7,11 @@
 #include "editor/control/TextControl.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDialog>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -162,6 +164,37 @@ TEST_F(TextView, TheLanguageIsPickedByLoadsAndSavesButNotByReloads) {
     EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
     EXPECT_FALSE(m_view.OpenFile(path(u"missing.py"_qs), true));
     EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+}
+
+TEST_F(TextView, ASaveUnderTheSameNameKeepsAChosenLanguage) {
+    m_given.globals.languages.LoadLanguageIndex();
+    const QString page = fileOf("a", u"a.html"_qs);
+    EXPECT_TRUE(m_view.OpenFile(page));
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(page, 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_TRUE(m_view.ReloadFile(page));
+    EXPECT_TRUE(m_view.SaveToTmp(path(u"tmp"_qs)));
+    EXPECT_TRUE(m_view.LoadFromTmp(path(u"tmp"_qs)));
+    EXPECT_TRUE(m_view.SaveFile(page, 3));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    const QString other = path(u"b.html"_qs);
+    EXPECT_FALSE(m_view.SaveFile(path(u"missing/b.py"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(other, 1));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs);
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.OpenFile(other));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs) << "a load picks it in any case";
+}
+
+TEST_F(TextView, TheFirstSaveOfAnUntitledTextPicksTheLanguage) {
+    m_given.globals.languages.LoadLanguageIndex();
+    m_view.SetLang(u"C++"_qs);
+    EXPECT_TRUE(m_view.SaveFile(path(u"notes"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"C++"_qs) << "no language claims the file";
+    EXPECT_TRUE(m_view.SaveFile(path(u"a.html"_qs), 1));
+    EXPECT_EQ(m_view.GetLang(), u"HTML"_qs);
 }
 
 TEST_F(TextView, AReloadWithAFormatDoesNotGuess) {
@@ -403,13 +436,46 @@ TEST_F(TextView, FontStepsStopOnlyAtTheExactSizes) {
         int smaller;
     };
     for (const Step& step : {Step{10, 12, 8}, Step{70, 70, 68}, Step{69, 71, 67}, Step{71, 73, 69}, Step{5, 7, 5},
-                             Step{7, 9, 5}, Step{6, 8, 4}}) {
+                             Step{7, 9, 5}, Step{6, 8, 4}, Step{3, 5, 1}, Step{2, 4, 2}, Step{1, 3, 1}}) {
         m_view.setTextFont(m_view.FontName(), step.from);
         m_view.IncreaseFontSize();
         EXPECT_EQ(m_view.FontSize(), step.larger);
         m_view.setTextFont(m_view.FontName(), step.from);
         m_view.DecreaseFontSize();
         EXPECT_EQ(m_view.FontSize(), step.smaller);
+    }
+}
+
+TEST_F(TextView, AFontRefusesSizesBelowOne) {
+    m_view.setTextFont(u"serif"_qs, 1);
+    for (const int refused : {0, -1, -100}) {
+        m_view.setTextFont(u"monospace"_qs, refused);
+        EXPECT_EQ(m_view.FontSize(), 1);
+        EXPECT_EQ(m_view.FontName(), u"monospace"_qs);
+        EXPECT_EQ(m_view.control().SendScintilla(QsciScintillaBase::SCI_STYLEGETSIZE,
+                                                 static_cast<unsigned long>(QsciScintillaBase::STYLE_DEFAULT)),
+                  1);
+    }
+    m_options.FontSize = 0;
+    m_view.DefaultFontSize();
+    EXPECT_EQ(m_view.FontSize(), 1);
+}
+
+TEST_F(TextView, FontStepsAreRepeatedAsFarAsTheyGo) {
+    struct Row {
+        int from;
+        int times;
+        void (rtCM::*step)();
+        int size;
+    };
+    for (const Row& row : {Row{10, 3, &rtCM::IncreaseFontSize, 16}, Row{66, 9, &rtCM::IncreaseFontSize, 70},
+                           Row{69, 3, &rtCM::IncreaseFontSize, 75}, Row{9, 9, &rtCM::DecreaseFontSize, 5},
+                           Row{10, 9999, &rtCM::DecreaseFontSize, 2}}) {
+        m_view.setTextFont(m_view.FontName(), row.from);
+        m_view.control().setRepeatCount(row.times);
+        (m_view.*row.step)();
+        EXPECT_EQ(m_view.FontSize(), row.size);
+        EXPECT_EQ(m_view.repeatCount(), 1);
     }
 }
 
@@ -549,7 +615,7 @@ TEST_F(TextView, BeginsAsThePropertiesOfAnotherWereLeft) {
     EXPECT_TRUE(present.control().look().WordWrap());
     EXPECT_TRUE(present.LineNumbering());
 
-    EditorGlobals ofNextRun(m_given.registry, m_given.programFolder.path(), {});
+    EditorGlobals ofNextRun(m_given.prompts, m_given.registry, m_given.programFolder.path(), {});
     rtCM later({m_prompts, m_options, ofNextRun, m_given.hexFind});
     later.PropertiesLoad();
     EXPECT_TRUE(later.control().look().WordWrap());
@@ -575,6 +641,44 @@ TEST_F(TextView, AsksForARepeatCount) {
     prompt->accept();
     type(u"a"_qs);
     EXPECT_EQ(m_view.Text(), u"aaa"_qs);
+}
+
+TEST_F(TextView, TheClipboardCommandsOfMenusAreRepeatedAsOneStep) {
+    showLarge();
+    QGuiApplication::clipboard()->setText(u"ab"_qs);
+    m_view.control().setRepeatCount(3);
+    m_view.Paste();
+    EXPECT_EQ(m_view.Text(), u"ababab"_qs);
+    type(u"q"_qs);
+    EXPECT_EQ(m_view.Text(), u"abababq"_qs);
+    m_view.Undo();
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), QString());
+    m_view.setText(u"one two"_qs);
+    for (void (rtCM::*command)() : {&rtCM::Copy, &rtCM::Cut}) {
+        select(0, 3);
+        m_view.control().setRepeatCount(3);
+        (m_view.*command)();
+        EXPECT_EQ(m_view.repeatCount(), 1);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), u"one"_qs);
+    }
+    EXPECT_EQ(m_view.Text(), u" two"_qs);
+}
+
+TEST_F(TextView, UndoAndRedoOfMenusAreRepeated) {
+    showLarge();
+    for (const QChar each : u"abcd"_qs) {
+        type(QString(each));
+        m_view.SelectWord();  // ends the step of what was typed
+        select(m_view.Text().size(), m_view.Text().size());
+    }
+    m_view.control().setRepeatCount(3);
+    m_view.Undo();
+    EXPECT_EQ(m_view.Text(), u"a"_qs);
+    m_view.control().setRepeatCount(2);
+    m_view.Redo();
+    EXPECT_EQ(m_view.Text(), u"abc"_qs);
+    EXPECT_EQ(m_view.repeatCount(), 1);
 }
 
 TEST_F(TextView, MacrosOutsideTheirNumbersDoNothing) {

@@ -27,6 +27,7 @@ waitFor 30 windowOf '^Record Marco$' || fail "nobody asked for the hot key"
 focusWindow
 press ctrl+k m Return
 waitFor 30 noWindowOf '^Record Marco$' || fail "the hot key was not taken"
+[[ -s $XDG_DATA_HOME/quillmark/macros/0.dem ]] || fail "the macro was not saved when it was kept"
 waitFor 30 windowOf 'list\.txt' || fail "the window went with the question"
 focusWindow
 expectFile $'- alpha\nbeta\ngamma\n' "what was recorded did not happen"

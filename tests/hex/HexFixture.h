@@ -11,13 +11,13 @@
 #include "support/ScriptedPrompts.h"
 #include "widgets/ClickLabel.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QFile>
 #include <QLabel>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -69,7 +69,7 @@ class HexFixture : public testing::Test {
     GridPane* pane(int number) const { return part<GridPane>(number == 1 ? u"PicHex"_qs : u"PicText"_qs); }
     QString info(int number) const { return part<QLabel>(u"lblInfo(%1)"_qs.arg(number))->text(); }
     QScrollBar* scrollBar() const { return part<QScrollBar>(u"VScroll1"_qs); }
-    QTreeView* bookmarks() const { return part<QTreeView>(u"lsBookmark"_qs); }
+    QAbstractItemView* bookmarks() const { return part<QAbstractItemView>(u"lsBookmark"_qs); }
     QStringList bookmarkTexts() const {
         QStringList texts;
         for (int row = 0; row < bookmarks()->model()->rowCount(); ++row)

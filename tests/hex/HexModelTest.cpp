@@ -570,7 +570,7 @@ class AnyUseOfTheHexView : public HexFixture, public testing::WithParamInterface
     std::array<Grid*, 2> m_grids{};
     std::array<GridPane*, 2> m_panes{};
     std::array<QLabel*, 9> m_labels{};
-    QTreeView* m_list = nullptr;
+    QAbstractItemView* m_list = nullptr;
     QScrollBar* m_bar = nullptr;
 };
 

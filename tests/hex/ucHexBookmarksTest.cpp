@@ -1,5 +1,11 @@
 #include "hex/HexFixture.h"
 
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QSignalSpy>
+
+#include <malloc.h>
+
 namespace {
 
 using HexMarks = HexFixture;
@@ -50,7 +56,7 @@ TEST_F(HexMarks, AreVisitedInTheOrderOfTheList) {
     EXPECT_EQ(cursor(), 501);
 }
 
-TEST_F(HexMarks, MoveThePaneOfDigitsAloneWhenTheOtherIsInUse) {
+TEST_F(HexMarks, MoveTheCursorsOfBothPanesWhicheverIsInUse) {
     open(someBytes(1000));
     m_hex->AddBookMark(u"1FF"_qs, u"511"_qs, false);
     press(Qt::Key_Tab);
@@ -58,9 +64,13 @@ TEST_F(HexMarks, MoveThePaneOfDigitsAloneWhenTheOtherIsInUse) {
     m_hex->cmdFirstBookmark();
     EXPECT_EQ(pointer(), 497);
     EXPECT_EQ(grid(1)->cell(), (HexCell{0, 15}));
-    EXPECT_EQ(grid(2)->cell(), (HexCell{0, 1}));
-    EXPECT_EQ(info(3), u"497"_qs);
+    EXPECT_EQ(grid(2)->cell(), (HexCell{0, 15}));
+    EXPECT_EQ(info(3), u"511"_qs);
     EXPECT_TRUE(pane(2)->hasFocus());
+    type(u"Z"_qs);
+    QByteArray expected = someBytes(1000);
+    expected[511] = 'Z';
+    EXPECT_EQ(workingBytes(), expected);
 }
 
 TEST_F(HexMarks, AreRemovedOneOrAllWithoutMovingTheView) {
@@ -80,4 +90,65 @@ TEST_F(HexMarks, AreRemovedOneOrAllWithoutMovingTheView) {
          {&ucHex::cmdFirstBookmark, &ucHex::cmdLastBookmark, &ucHex::cmdNextBookmark, &ucHex::cmdPreviousBookmark})
         (m_hex.get()->*go)();
     EXPECT_EQ(cursor(), 86);
+}
+
+TEST_F(HexMarks, TakeNoTextThatIsNoOffset) {
+    open(someBytes(100));
+    for (const auto& text : {u""_qs, u"x"_qs, u"-1"_qs, u"2147483647"_qs, u"99999999999999999999"_qs})
+        m_hex->AddBookMark(text, text, false);
+    EXPECT_TRUE(bookmarkTexts().isEmpty());
+    m_hex->AddBookMark(u"7FFFFFFE"_qs, u"2147483646"_qs, false);
+    EXPECT_EQ(bookmarkTexts(), QStringList(u"1 - (7FFFFFFE,2147483646)"_qs));
+}
+
+TEST_F(HexMarks, OfAMillionMatchesTakeTwentyFourMegabytes) {
+    constexpr qsizetype Million = 1'000'000;
+    constexpr size_t MostBytes = 24'000'000;
+    open(QByteArray(Million, '\0'));
+    const auto held = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return info.uordblks + info.hblkhd;
+    };
+    const size_t before = held();
+    EXPECT_EQ(m_hex->MarkAll(u"00 "_qs, 0), Million);
+    QApplication::processEvents();
+    EXPECT_LE(held(), before + MostBytes);
+    EXPECT_EQ(bookmarks()->currentIndex().row(), Million - 1);
+    EXPECT_EQ(bookmarks()->currentIndex().data().toString(), u"1000000 - (F423F,999999)"_qs);
+    EXPECT_EQ(bookmarks()->indexAt(bookmarks()->viewport()->rect().bottomLeft() - QPoint(0, 20)).row() > Million - 40,
+              true);
+    m_hex->cmdClearBookmark();
+    QApplication::processEvents();
+    EXPECT_LE(held(), before + MostBytes / 2);
+}
+
+TEST_F(HexMarks, AskForTheirMenuAtTheReleaseOfTheRightButtonWhereThePointerIs) {
+    open(someBytes(400));
+    m_hex->cmdBookmark();
+    QSignalSpy asked(m_hex.get(), &ucHex::ContextMenuRequest);
+    QWidget* const viewport = bookmarks()->viewport();
+    const QPoint at = bookmarks()->visualRect(bookmarks()->currentIndex()).center();
+    QTest::mousePress(viewport, Qt::RightButton, {}, at);
+    QContextMenuEvent byPress(QContextMenuEvent::Mouse, at, viewport->mapToGlobal(at));
+    QApplication::sendEvent(viewport, &byPress);
+    EXPECT_EQ(asked.count(), 0);
+    QTest::mouseRelease(viewport, Qt::RightButton, {}, at);
+    ASSERT_EQ(asked.count(), 1);
+    const auto place = [&](int call) { return QPoint(asked[call][0].toInt(), asked[call][1].toInt()); };
+    EXPECT_EQ(place(0), viewport->mapTo(m_hex.get(), at));
+    EXPECT_EQ(asked[0][2].toString(), u"BOOK"_qs);
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(viewport, &byKey);
+    ASSERT_EQ(asked.count(), 2);
+    EXPECT_EQ(place(1), viewport->mapTo(m_hex.get(), at));
+}
+
+TEST_F(HexMarks, StandUnderTheirHeading) {
+    open(someBytes(400));
+    const auto* heading = bookmarks()->findChild<QHeaderView*>();
+    ASSERT_NE(heading, nullptr);
+    EXPECT_TRUE(heading->isVisible());
+    EXPECT_GT(heading->height(), 10);
+    EXPECT_EQ(heading->geometry().bottom() + 1, bookmarks()->viewport()->geometry().top());
+    EXPECT_EQ(heading->model()->headerData(0, Qt::Horizontal).toString(), u"Bookmarks"_qs);
 }

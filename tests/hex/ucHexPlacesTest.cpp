@@ -70,3 +70,48 @@ TEST_F(HexPlaces, OfABlockTooLargeForTheClipboardAreRefused) {
     EXPECT_EQ(m_prompts.messages, QStringList(SystemError::fromErrno(ENOMEM).description));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), u"before"_qs);
 }
+
+TEST_F(HexPlaces, BehindTheEndLoseNoByteThatIsTypedAfterwards) {
+    for (const int key : {Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Down, Qt::Key_Right, Qt::Key_End}) {
+        open(QByteArray(640, '\0'));
+        m_hex->gotoPage(3);
+        press(key);
+        while (pointer() > 321)
+            scroll(u"MovePreviousPage"_qs);
+        pane(1)->setFocus();
+        type(u"a"_qs);
+        const qint64 typedAt = cursor();
+        select(7, 8);
+        EXPECT_TRUE(m_hex->Modified()) << key;
+        EXPECT_EQ(workingBytes().at(typedAt - 1), '\x0A') << key;
+    }
+}
+
+TEST_F(HexPlaces, OfABlockAreNotFilledInALockedView) {
+    open("abcdef");
+    m_hex->setLocked(true);
+    m_hex->fillBlock(Offset(0), Offset(3), 0x20);
+    EXPECT_EQ(workingBytes(), "abcdef");
+    m_hex->copyBlock(Offset(0), Offset(0), BlockForm::HexValues);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"61 "_qs);
+    m_hex->setLocked(false);
+    m_hex->fillBlock(Offset(0), Offset(3), 0x20);
+    EXPECT_EQ(workingBytes(), "    ef");
+}
+
+TEST_F(HexPlaces, LeaveTheKeyboardAloneWhileTheViewIsHidden) {
+    QWidget window;
+    auto* view = new ucHex(m_prompts, m_options, m_findState, &window);
+    auto* other = new QWidget(&window);
+    other->setFocusPolicy(Qt::StrongFocus);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(view->OpenFile(file(someBytes(400))));
+    view->hide();
+    other->setFocus();
+    view->gotoOffset(5);
+    view->gotoPage(1);
+    view->cmdBookmark();
+    view->FindDown(u"20 "_qs, 0);
+    EXPECT_EQ(window.focusWidget(), other);
+}

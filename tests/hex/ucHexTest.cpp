@@ -286,6 +286,23 @@ TEST_F(TheHexView, ShowsOffsetsInEitherRadix) {
     }
 }
 
+TEST_F(TheHexView, ShowsOffsetsInEitherRadixByTheKeyboardToo) {
+    open(someBytes(400));
+    auto* caption = part<ClickLabel>(u"lblSelect"_qs);
+    EXPECT_TRUE(caption->focusPolicy() & Qt::TabFocus);
+    bookmarks()->setFocus();
+    for (int i = 0; i < 30 && QApplication::focusWidget() != caption; ++i)
+        press(Qt::Key_Backtab, Qt::ShiftModifier);
+    ASSERT_EQ(QApplication::focusWidget(), caption);
+    press(Qt::Key_Space);
+    EXPECT_TRUE(m_hex->OffsetHexMode());
+    EXPECT_EQ(caption->text(), u"Offset - HEX"_qs);
+    press(Qt::Key_Return);
+    EXPECT_FALSE(m_hex->OffsetHexMode());
+    press(Qt::Key_A);
+    EXPECT_FALSE(m_hex->OffsetHexMode());
+}
+
 TEST_F(TheHexView, ExchangesTheEditModeByAClickOnItsLabelsOnly) {
     const auto colour = [this](int number) {
         return part<QLabel>(u"lblInfo(%1)"_qs.arg(number))->palette().color(QPalette::WindowText);
@@ -315,7 +332,7 @@ TEST_F(TheHexView, AsksForItsMenusWhereThePointerIs) {
     ASSERT_EQ(asked.count(), 1);
     EXPECT_EQ(QPoint(asked[0][0].toInt(), asked[0][1].toInt()), pane(2)->pos() + QPoint(30, 40));
     EXPECT_EQ(asked[0][2].toString(), u"HEX"_qs);
-    Q_EMIT bookmarks()->customContextMenuRequested(QPoint(5, 6));
+    QTest::mouseClick(bookmarks()->viewport(), Qt::RightButton, {}, QPoint(5, 6));
     EXPECT_EQ(asked[1][2].toString(), u"BOOK"_qs);
     select(3, 4);
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});

@@ -6,6 +6,7 @@
 #include "keys/KeyNames.h"
 #include "keys/MacroFixture.h"
 #include "keys/MenuKeys.h"
+#include "settings/registry/RegistryData.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -153,6 +154,28 @@ TEST_F(HotKeyTyping, SwallowsNoTypingThatItDoesNotOwn) {
         typed += QChar(sign);
     }
     EXPECT_EQ(control.Text(), typed);
+}
+
+TEST_F(HotKeyTyping, WhateverListIsStoredTheKeysOfTheCaretWorkAndLettersAreTyped) {
+    const QStringList damaged(u"\x01\x02"_qs);
+    QStringList cut;
+    for (const HotKeys::Binding& binding : GlobalObject::defaultHotKeys()) {
+        const HotKeyStroke& first = binding.hotKey.first;
+        cut << u"%1 %2 %3"_qs.arg(binding.command).arg(first.modifiers).arg(first.key.front().unicode());
+    }
+    for (const QStringList& stored : {QStringList(), damaged, cut, QStringList{u"214 0 65 0 0"_qs, u"x"_qs}}) {
+        registry.writeValue(HKEY_CURRENT_USER, u"Software/Quillmark/Languages"_qs, u"HotKeys"_qs,
+                            RegistryData::fromTexts(stored));
+        hotKeys.load(registry);
+        control.setText(u"xyz"_qs);
+        control.setSelection(0, 0);
+        key(Qt::Key_Right);
+        type("a");
+        key(Qt::Key_End);
+        key(Qt::Key_Backspace);
+        key(Qt::Key_Tab);
+        EXPECT_EQ(control.Text(), u"xay\t"_qs) << stored.size();
+    }
 }
 
 TEST_F(HotKeyTyping, AKeyTakenFromACommandDoesItNoMore) {

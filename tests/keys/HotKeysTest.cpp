@@ -176,12 +176,78 @@ TEST(HotKeys, WhatWasSavedIsLoaded) {
     EXPECT_EQ(loaded.bindings(), keys.bindings());
 }
 
-TEST(HotKeys, AnEmptyTableThatWasSavedStaysEmpty) {
+TEST(HotKeys, AnEmptyListLeavesTheDefaults) {
     MemoryRegistry store;
-    HotKeys().save(store);
+    ASSERT_TRUE(HotKeys().save(store));
     HotKeys loaded({{102, CtrlK}});
     loaded.load(store);
-    EXPECT_TRUE(loaded.bindings().isEmpty());
+    EXPECT_EQ(loaded, HotKeys({{102, CtrlK}}));
+}
+
+TEST(HotKeys, KeysThatWereTakenFromACommandStayTaken) {
+    MemoryRegistry store;
+    HotKeys keys({{100, oneStroke(Ctrl, u'A')}, {106, oneStroke(Ctrl, u'B')}});
+    keys.remove(oneStroke(Ctrl, u'B'));
+    keys.save(store);
+    HotKeys loaded({{100, oneStroke(Ctrl, u'A')}, {106, oneStroke(Ctrl, u'B')}});
+    loaded.load(store);
+    EXPECT_EQ(loaded, keys);
+}
+
+namespace {
+
+/// What is loaded from such lines, over defaults for the commands 100, which has two hot keys, 106 and 113.
+QList<HotKeys::Binding> loadedFrom(const QStringList& lines) {
+    MemoryRegistry store;
+    store.writeValue(HKEY_CURRENT_USER, u"Software/Quillmark/Languages"_qs, u"HotKeys"_qs,
+                     RegistryData::fromTexts(lines));
+    HotKeys loaded({{100, oneStroke(Ctrl, u'A')},
+                    {100, oneStroke(0, u'%')},
+                    {106, oneStroke(Ctrl, u'B')},
+                    {113, oneStroke(0, u'\b')}});
+    loaded.load(store);
+    return loaded.bindings();
+}
+
+}  // namespace
+
+TEST(HotKeys, ALineThatCannotBeReadLeavesTheDefaultsOfItsCommand) {
+    const HotKeys::Binding own{113, oneStroke(Alt, u'X')};
+    for (const char* damaged : {"100", "100 ", "100 2", "100 2 65 0", "100 2 65 0 0 0", "100 8 65 0 0", "100 2 0 0 0",
+                                "100 2 65 0 99999", "100 -2 65 0 0", "100 x 65 0 0", "100 2 65 0 0x"}) {
+        EXPECT_EQ(loadedFrom({u"113 4 88 0 0"_qs, QString::fromLatin1(damaged)}),
+                  (QList<HotKeys::Binding>{own, {100, oneStroke(Ctrl, u'A')}, {100, oneStroke(0, u'%')}}))
+            << damaged;
+    }
+}
+
+TEST(HotKeys, ALineOfAnUnknownCommandLeavesAllDefaultsThatAreFree) {
+    for (const char* damaged :
+         {" ", "x", "0 2 66 0 0", "-1 2 66 0 0", "99 2 66 0 0", "9999999999 2 66 0 0", "2 66 0 0", "\xFF\x01"}) {
+        EXPECT_EQ(loadedFrom({u"214 2 65 0 0"_qs, QString::fromLatin1(damaged)}),
+                  (QList<HotKeys::Binding>{{214, oneStroke(Ctrl, u'A')},
+                                           {100, oneStroke(0, u'%')},
+                                           {106, oneStroke(Ctrl, u'B')},
+                                           {113, oneStroke(0, u'\b')}}))
+            << damaged;
+    }
+}
+
+TEST(HotKeys, AStoredStrokeThatTypesTextIsPassedOver) {
+    for (const char* typed : {"214 0 65 0 0", "214 1 65 0 0", "214 0 48 0 0", "214 0 57 2 65", "214 0 32 0 0",
+                              "214 0 9 0 0", "214 0 8 0 0"}) {
+        EXPECT_EQ(loadedFrom({u"106 2 66 0 0"_qs, QString::fromLatin1(typed)}),
+                  (QList<HotKeys::Binding>{{106, oneStroke(Ctrl, u'B')}}))
+            << typed;
+    }
+    EXPECT_EQ(loadedFrom({u"113 0 65 0 0"_qs}), (QList<HotKeys::Binding>{{113, oneStroke(0, u'\b')}}));
+}
+
+TEST(HotKeys, StrokesWithCtrlOrAltAndTheDefaultOfBackspaceAreTaken) {
+    EXPECT_EQ(
+        loadedFrom({u"214 2 65 0 0"_qs, u"215 4 66 0 67"_qs, u"113 0 8 0 0"_qs}),
+        (QList<HotKeys::Binding>{
+            {214, oneStroke(Ctrl, u'A')}, {215, {stroke(Alt, u'B'), stroke(0, u'C')}}, {113, oneStroke(0, u'\b')}}));
 }
 
 TEST(HotKeys, WithoutAnythingSavedTheDefaultsStand) {

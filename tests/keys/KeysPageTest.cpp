@@ -157,6 +157,39 @@ TEST_F(KeysOfTheControl, ResetGivesBackWhatACommandHadAtFirst) {
     EXPECT_EQ(row(160)->text(1), QString());
 }
 
+TEST_F(KeysOfTheControl, ThatAMacroLosesItsOnlyKeyIsSaid) {
+    const QString gone = u"OK will delete \"My macro\": no hot key is left."_qs;
+    hotKeys.bind(214, hotKey(HotKeyStroke::Ctrl, u'M'));
+    hotKeys.bind(214, hotKey(HotKeyStroke::Ctrl, u'X'));
+    Settings(registry).write(u"1Desc"_qs, u"My macro"_qs);
+    open();
+    choose(214);
+    click("cmdRemoveKey");
+    EXPECT_EQ(said(), QString());
+    click("cmdRemoveKey");
+    EXPECT_EQ(row(214)->text(1), QString());
+    EXPECT_EQ(said(), gone);
+    strokes(Qt::Key_M, Qt::ControlModifier);
+    click("cmdAddKey");
+    EXPECT_EQ(said(), QString());
+    choose(160);
+    EXPECT_EQ(said(), QString());
+    strokes(Qt::Key_M, Qt::ControlModifier);
+    EXPECT_EQ(said(),
+              u"This hot key will be taken away from \"My macro\" (Ctrl + M). No hot key is left to \"My macro\", "
+              "which will be deleted."_qs);
+    click("cmdAddKey");
+    EXPECT_EQ(said(), gone);
+}
+
+TEST_F(KeysOfTheControl, ThatAResetTakesTheOnlyKeyOfAMacroIsSaid) {
+    hotKeys.bind(214, hotKey(HotKeyStroke::Ctrl, u'X'));
+    open();
+    choose(Sci::SCI_CUT);
+    click("cmdResetKey");
+    EXPECT_EQ(said(), u"OK will delete \"Play macro 1\": no hot key is left."_qs);
+}
+
 TEST_F(KeysOfTheControl, ResetAllLeavesTheMacrosTheirs) {
     hotKeys.bind(214, hotKey(HotKeyStroke::Ctrl, u'M'));
     hotKeys.bind(160, hotKey(HotKeyStroke::Ctrl, u'D'));

@@ -10,6 +10,7 @@
 #include "keys/MacroStore.h"
 #include "keys/StrokeEdit.h"
 #include "settings/registry/MemoryRegistry.h"
+#include "support/ScriptedPrompts.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -79,7 +80,8 @@ class MacroFixture : public testing::Test {
     MemoryRegistry registry;
     HotKeys hotKeys{GlobalObject::defaultHotKeys()};
     MacroStore store{registry, hotKeys, home.path()};
-    GlobalObject globals{registry, hotKeys, store};
+    ScriptedPrompts prompts;
+    GlobalObject globals{prompts, registry, hotKeys, store};
     const std::unique_ptr<TextControl> controlOwner{makeEditor()};
     TextControl& control = *controlOwner;
 };

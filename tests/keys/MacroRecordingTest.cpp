@@ -19,6 +19,8 @@
 #include <QListWidget>
 #include <QSignalSpy>
 
+#include <functional>
+
 namespace {
 
 using Sci = QsciScintillaBase;
@@ -293,10 +295,76 @@ TEST_F(MacroRecording, CancelKeepsNothing) {
     type("x");
     control.ExecuteCmd(Record);
     press(Qt::Key_M, Qt::ControlModifier);
+    prompts.answerYes();
     part<QPushButton>("cmdCancel").click();
+    EXPECT_FALSE(dialog() != nullptr && dialog()->isVisible());
     EXPECT_EQ(hotKeys.HotKeyText(u"1"_qs), QString());
     EXPECT_FALSE(store.macro(0).has_value());
     EXPECT_EQ(hotKeys, HotKeys(GlobalObject::defaultHotKeys()));
+}
+
+TEST_F(MacroRecording, TheStepsAreDroppedOnlyAfterAQuestion) {
+    begin();
+    type("x");
+    control.ExecuteCmd(Record);
+    press(Qt::Key_M, Qt::ControlModifier);
+    const std::function<void()> refusals[] = {[&] { QTest::keyClick(dialog(), Qt::Key_Escape); },
+                                              [&] { press(Qt::Key_Escape); }, [&] { dialog()->close(); },
+                                              [&] { part<QPushButton>("cmdCancel").click(); }};
+    for (const auto& refuse : refusals) {
+        prompts.questions.clear();
+        prompts.answerNo();
+        refuse();
+        EXPECT_EQ(prompts.questions, QStringList(u"Drop the recorded steps?"_qs));
+        ASSERT_NE(dialog(), nullptr);
+        EXPECT_TRUE(dialog()->isVisible());
+    }
+    keep();
+    EXPECT_EQ(store.macro(0), Macro(Steps{text(u"x"_qs)}));
+    EXPECT_EQ(prompts.questions.size(), 1) << "what is kept is not asked about";
+}
+
+TEST_F(MacroRecording, AControlThatGoesDuringTheQuestionTakesTheDialogWithIt) {
+    std::unique_ptr<TextControl> other(makeEditor());
+    other->macros().setGlobals(globals);
+    other->ExecuteCmd(Record);
+    other->typing().type(u"x"_qs);
+    other->ExecuteCmd(Record);
+    const QPointer<MacroDialog> asked = other->findChild<MacroDialog*>();
+    ASSERT_FALSE(asked.isNull());
+    prompts.answerYes();
+    prompts.whileShown([&] { other.reset(); });
+    asked->reject();
+    EXPECT_TRUE(asked.isNull());
+}
+
+TEST_F(MacroRecording, WhatIsKeptIsSavedAtOnce) {
+    begin();
+    type("abc");
+    keepAs(Qt::Key_M);
+    HotKeys hotKeysOfNextRun{GlobalObject::defaultHotKeys()};
+    hotKeysOfNextRun.load(registry);
+    EXPECT_EQ(hotKeysOfNextRun.HotKeyText(u"1"_qs), u"Ctrl + Shift + M"_qs);
+    MacroStore ofNextRun(registry, hotKeysOfNextRun, home.path());
+    ofNextRun.LoadMacros();
+    EXPECT_EQ(ofNextRun.macro(0), Macro(Steps{text(u"abc"_qs)}));
+    EXPECT_EQ(prompts.messages, QStringList());
+}
+
+TEST_F(MacroRecording, WhatCannotBeSavedIsSaidAndCanBePlayed) {
+    QFile inTheWay(home.filePath(u"macros"_qs));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    begin();
+    type("abc");
+    keepAs(Qt::Key_M);
+    ASSERT_EQ(prompts.messages.size(), 1);
+    EXPECT_TRUE(prompts.messages.first().startsWith(
+        u"The macro can be played until the program ends, but it could not be saved.\n'%1' can't be written: "_qs.arg(
+            inTheWay.fileName())))
+        << prompts.messages.first().toStdString();
+    EXPECT_EQ(dialog(), nullptr);
+    key(Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(control.Text(), u"abcabc"_qs);
 }
 
 TEST_F(MacroRecording, HotKeysThatWouldSwallowTypingAreRefused) {
@@ -347,6 +415,38 @@ TEST_F(MacroRecording, AConflictIsShownBeforeItIsTaken) {
     keep();
     EXPECT_EQ(hotKeys.hotKeysOf(Sci::SCI_COPY), QList<HotKey>{hotKey(HotKeyStroke::Ctrl, 45)});
     EXPECT_EQ(hotKeys.HotKeyText(u"1"_qs), u"Ctrl + C"_qs);
+}
+
+TEST_F(MacroRecording, ThatAMacroWouldLoseItsOnlyHotKeyIsSaid) {
+    const HotKeyStroke ctrlK{HotKeyStroke::Ctrl, u"K"_qs};
+    put(2, {text(u"a"_qs)});
+    hotKeys.bind(215, {ctrlK, {0, u"A"_qs}});
+    hotKeys.bind(216, {ctrlK, {0, u"B"_qs}});
+    hotKeys.bind(216, {ctrlK, {0, u"C"_qs}});
+    hotKeys.bind(217, {ctrlK, {0, u"D"_qs}});
+    hotKeys.bind(217, hotKey(HotKeyStroke::Ctrl, u'D'));
+    Settings(registry).write(u"2Desc"_qs, u"First"_qs);
+    begin();
+    type("x");
+    control.ExecuteCmd(Record);
+    press(Qt::Key_K, Qt::ControlModifier);
+    EXPECT_TRUE(canKeep());
+    EXPECT_EQ(verdict(),
+              u"This hot key will be taken away from \"First\" (Ctrl + K, A), \"Play macro 3\" (Ctrl + K, B), "
+              "\"Play macro 3\" (Ctrl + K, C), \"Play macro 4\" (Ctrl + K, D). No hot key is left to \"First\", "
+              "\"Play macro 3\", which will be deleted."_qs);
+    keep();
+    EXPECT_EQ(store.macro(1), Macro(Steps{text(u"a"_qs)})) << "the new one has another place";
+    EXPECT_EQ(hotKeys.HotKeyText(u"1"_qs), u"Ctrl + K"_qs);
+}
+
+TEST_F(MacroRecording, ANewOneIsNotPutOverAMacroThatHasLostItsHotKey) {
+    put(1, {text(u"lost"_qs)});
+    begin();
+    type("x");
+    keepAs(Qt::Key_M);
+    EXPECT_EQ(store.macro(0), Macro(Steps{text(u"lost"_qs)}));
+    EXPECT_EQ(hotKeys.HotKeyText(u"2"_qs), u"Ctrl + Shift + M"_qs);
 }
 
 TEST_F(MacroRecording, TheHotKeyOfAMacroChosenAgainReplacesItInItsSlot) {

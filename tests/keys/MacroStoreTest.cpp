@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+
 namespace {
 
 const HotKey CtrlM = {{HotKeyStroke::Ctrl, u"M"_qs}, {}};
@@ -179,15 +181,30 @@ TEST_F(MacroStoring, ForeignBytesPlayNothingAndAreKept) {
     EXPECT_EQ(bytesOf(file(u"2.dem"_qs)), "something else");
 }
 
-TEST_F(MacroStoring, AFileThatIsTooLongPlaysNothingAndStopsNothing) {
+TEST_F(MacroStoring, AFileThatIsTooLongIsReadAtItsHead) {
     put(u"0.dem"_qs, sample().toBytes());
-    ASSERT_TRUE(QFile::resize(file(u"0.dem"_qs), Macro::MostBytes + 1));
-    put(u"1.dem"_qs, sample().toBytes());
+    put(u"1.dem"_qs, "something else");
+    for (const QString& name : {u"0.dem"_qs, u"1.dem"_qs}) {
+        ASSERT_TRUE(QFile::resize(file(name), Macro::MostBytes + 1));
+    }
+    put(u"2.dem"_qs, sample().toBytes());
     store.LoadMacros();
-    EXPECT_FALSE(store.macro(0).has_value());
-    EXPECT_EQ(store.macro(1), sample());
+    EXPECT_EQ(store.macro(0), sample());
+    EXPECT_FALSE(store.macro(1).has_value());
+    EXPECT_EQ(store.macro(2), sample());
     store.SaveMacros();
     EXPECT_EQ(QFileInfo(file(u"0.dem"_qs)).size(), Macro::MostBytes + 1);
+    EXPECT_TRUE(bytesOf(file(u"1.dem"_qs)).startsWith("something else"));
+}
+
+TEST_F(MacroStoring, AMacroThatIsSavedOverAFileThatIsTooLongIsThereAtTheNextStart) {
+    put(u"0.dem"_qs, QByteArray(Macro::MostBytes + 1000, 'x'));
+    store.LoadMacros();
+    store.setMacro(0, sample());
+    store.SaveMacros();
+    MacroStore loaded = another();
+    loaded.LoadMacros();
+    EXPECT_EQ(loaded.macro(0), sample());
 }
 
 TEST_F(MacroStoring, ANameThatIsNoNumberStopsTheLoading) {
@@ -199,13 +216,13 @@ TEST_F(MacroStoring, ANameThatIsNoNumberStopsTheLoading) {
     EXPECT_FALSE(store.macro(3).has_value());
 }
 
-TEST_F(MacroStoring, AnIndexThatIsNotThereStopsTheLoading) {
-    put(u"1.dem"_qs, sample().toBytes());
-    put(u"10.dem"_qs, sample().toBytes());
-    put(u"2.dem"_qs, sample().toBytes());
+TEST_F(MacroStoring, NumbersBeyondTheTenArePassedOver) {
+    for (const char* name : {"-1", "0", "10", "11", "100", "2", "99999999999999999999", "1e3", "9"})
+        put(QString::fromLatin1(name) + u".dem"_qs, sample().toBytes());
     store.LoadMacros();
-    EXPECT_EQ(store.macro(1), sample());
-    EXPECT_FALSE(store.macro(2).has_value());
+    for (int index = 0; index < MacroStore::Slots; ++index) {
+        EXPECT_EQ(store.macro(index).has_value(), index == 0 || index == 2 || index == 9) << index;
+    }
 }
 
 TEST_F(MacroStoring, NamesAreTakenByTheirLastThreeCharactersAndWhatStandsBeforeTheFirstDot) {
@@ -243,6 +260,7 @@ TEST_F(MacroStoring, WithoutAFolderNothingIsLoadedOrMade) {
 
 TEST_F(MacroStoring, ADeletedOneLosesItsHotKeyAndNameButNotItsFile) {
     store.setMacro(4, sample());
+    hotKeys.bind(160, {{HotKeyStroke::Ctrl, u"D"_qs}, {}});
     hotKeys.bind(218, CtrlM);
     settings.write(u"5Display"_qs, u"1"_qs);
     settings.write(u"5Desc"_qs, u"Fifth"_qs);
@@ -280,6 +298,61 @@ TEST_F(MacroStoring, AResetClearsAllHotKeysAndNames) {
         EXPECT_EQ(settings.PropertyValue(QString::number(n) + u"Desc"_qs, u"none"_qs, false), u"none"_qs);
     }
     EXPECT_TRUE(QFileInfo::exists(home.filePath(u"macros"_qs)));
+}
+
+TEST_F(MacroStoring, ASlotWithoutAMacroIsPreferred) {
+    for (int n = 1; n <= 4; ++n)
+        store.setMacro(n - 1, sample());
+    EXPECT_EQ(store.freeSlot(), 5);
+    put(u"2.dem"_qs, "something else");
+    store.LoadMacroFile(file(u"2.dem"_qs), 2);
+    EXPECT_EQ(store.freeSlot(), 5);
+    for (int n = 5; n <= 10; ++n)
+        hotKeys.bind(213 + n, {{HotKeyStroke::Ctrl, QString(QChar(111 + n))}, {}});
+    EXPECT_EQ(store.freeSlot(), 3) << "the bytes there are no macro";
+    hotKeys.bind(216, CtrlM);
+    EXPECT_EQ(store.freeSlot(), 1) << "macros without a hot key are all that is left";
+}
+
+TEST_F(MacroStoring, ASlotIsSavedWithTheHotKeys) {
+    store.setMacro(2, sample());
+    store.setMacro(3, sample());
+    hotKeys.bind(216, CtrlM);
+    EXPECT_FALSE(store.saveSlot(3));
+    EXPECT_EQ(bytesOf(file(u"2.dem"_qs)), sample().toBytes());
+    EXPECT_FALSE(QFileInfo::exists(file(u"3.dem"_qs)));
+    HotKeys saved;
+    saved.load(registry);
+    EXPECT_EQ(saved.HotKeyText(u"3"_qs), u"Ctrl + M"_qs);
+}
+
+TEST_F(MacroStoring, ASlotThatCannotBeSavedGivesTheReason) {
+    store.setMacro(0, sample());
+    store.setMacro(1, sample());
+    QDir().mkpath(file(u"0.dem"_qs));
+    EXPECT_EQ(store.saveSlot(1).description, u"'%1' can't be written: Is a directory"_qs.arg(file(u"0.dem"_qs)));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(file(u"1.dem"_qs)).constData(), 0600), 0);
+    EXPECT_EQ(store.saveSlot(2).description,
+              u"'%1' can't be written: It is not a regular file"_qs.arg(file(u"1.dem"_qs)));
+    ASSERT_TRUE(QDir(home.filePath(u"macros"_qs)).removeRecursively());
+    QFile inTheWay(home.filePath(u"macros"_qs));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    const SystemError error = store.saveSlot(1);
+    EXPECT_EQ(error.number, EEXIST);
+    EXPECT_TRUE(error.description.startsWith(u"'%1' can't be written: "_qs.arg(inTheWay.fileName())));
+}
+
+TEST_F(MacroStoring, AHotKeyThatCannotBeSavedIsAnError) {
+    class FullRegistry : public MemoryRegistry {
+     public:
+        int writeValue(RegistryRoot, const QString&, const QString&, const RegistryValue&) override {
+            return RegistryCode::DiskFull;
+        }
+    };
+    FullRegistry full;
+    MacroStore overFull(full, hotKeys, home.path());
+    overFull.setMacro(0, sample());
+    EXPECT_EQ(overFull.saveSlot(1).description, u"The hot key can't be stored."_qs);
 }
 
 TEST_F(MacroStoring, TheFirstSlotWithoutAHotKeyIsFree) {

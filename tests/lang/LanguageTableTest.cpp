@@ -67,8 +67,17 @@ TEST_F(TheLanguageTable, TheLineBehindARecordIsItsPatternsAsItStands) {
     EXPECT_EQ(names(), (QStringList{u"A"_qs, u"B"_qs, u"D"_qs}));
     EXPECT_EQ(table.entries()[0].LangExt, u",,"_qs);
     EXPECT_EQ(table.entries()[1].LangExt, u",<<C>>,"_qs);
-    EXPECT_EQ(table.entries()[2].LangExt, u", *.D ,"_qs);
-    EXPECT_EQ(table.LanguageOfFile(u"x.d"_qs), QString());
+    EXPECT_EQ(table.entries()[2].LangExt, u",*.D,"_qs);
+    EXPECT_EQ(table.LanguageOfFile(u"x.d"_qs), u"D"_qs);
+}
+
+TEST_F(TheLanguageTable, BlanksAroundAPatternDoNotCount) {
+    putIndex("<<A>>\r\n*.abc, *.abd\t,\t*.abe ,,*.a f\r\n");
+    table.LoadLanguageIndex();
+    for (const QString& file : {u"x.abc"_qs, u"x.abd"_qs, u"x.abe"_qs, u"x.a f"_qs}) {
+        EXPECT_EQ(table.LanguageOfFile(file), u"A"_qs) << file.toStdString();
+    }
+    EXPECT_EQ(table.rows(), (QList<LanguageRow>{{u"A"_qs, u"*.ABC,*.ABD,*.ABE,,*.A F"_qs}}));
 }
 
 TEST_F(TheLanguageTable, NamesThatWouldLieInAnotherFolderAreSkipped) {
@@ -129,13 +138,86 @@ TEST_F(TheLanguageTable, ChangedPatternsOfADoubleCountWhereTheFirstHasNone) {
     table.LoadLanguageIndex();
     putIndex("<<A>>\r\n*.a,*.new\r\n");
     table.LoadLanguageIndex();
-    EXPECT_EQ(table.rows(), (QList<LanguageRow>{{u"A"_qs, u"*.A"_qs}}));
     EXPECT_EQ(table.LanguageOfFile(u"x.new"_qs), u"A"_qs);
+}
+
+TEST_F(TheLanguageTable, TheRowsAreThoseOfTheIndexAsItWasLastRead) {
+    putIndex(records(0, 40));
+    table.LoadLanguageIndex();
+    putIndex("<<L1>>\r\n*.new\r\n<<L0>>\r\n*.x0\r\n<<ADDED>>\r\n*.added\r\n");
+    table.LoadLanguageIndex();
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.rows(),
+              (QList<LanguageRow>{{u"L1"_qs, u"*.NEW"_qs}, {u"L0"_qs, u"*.X0"_qs}, {u"ADDED"_qs, u"*.ADDED"_qs}}));
+    EXPECT_EQ(table.entries().size(), 46);
+    EXPECT_EQ(table.indexFault(), QString());
+}
+
+TEST_F(TheLanguageTable, ADoubleWithinTheIndexIsOneRow) {
+    putIndex("<<A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n<<a>>\r\n*.c\r\n");
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.rows(), (QList<LanguageRow>{{u"A"_qs, u"*.A"_qs}, {u"B"_qs, u"*.B"_qs}}));
+}
+
+TEST_F(TheLanguageTable, AnIndexOfMoreThanFiftyOneIsNotWritten) {
+    putIndex(records(0, 51));
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.indexFault(), QString());
+    EXPECT_TRUE(table.saveIndex(table.rows()));
+    const QByteArray whole = records(0, 60);
+    put(u"own"_qs, u"languages.idx"_qs, whole);
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.rows().size(), 51);
+    EXPECT_EQ(table.indexFault(), home.filePath(u"own/languages/languages.idx"_qs) + u" has more than 51 languages"_qs);
+    EXPECT_FALSE(table.saveIndex(table.rows()));
+    EXPECT_EQ(writtenIndex(), whole);
+}
+
+TEST_F(TheLanguageTable, MoreThanFiftyOneRowsAreNotWritten) {
+    QList<LanguageRow> rows;
+    for (int row = 0; row < 52; ++row)
+        rows.append({u"L%1"_qs.arg(row), u"*.l"_qs});
+    EXPECT_FALSE(table.saveIndex(rows));
+    EXPECT_EQ(writtenIndex(), QByteArray());
+    rows.removeLast();
+    EXPECT_TRUE(table.saveIndex(rows));
+}
+
+TEST_F(TheLanguageTable, OfAnIndexThatIsTooLongTheFirstPartIsReadAndNothingIsWritten) {
+    QByteArray whole = "<<A>>\r\n*.a\r\n<<größe>>\r\n*.g\r\n";
+    // The limit lies in the midst of a character.
+    whole += QByteArray(LanguageTable::MostIndexBytes - whole.size() - 1, ' ') + QString(u'ü').toUtf8();
+    whole += "\r\n<<B>>\r\n*.b\r\n";
+    put(u"own"_qs, u"languages.idx"_qs, whole);
+    table.LoadLanguageIndex();
+    EXPECT_EQ(names(), (QStringList{u"A"_qs, QString::fromUtf8("GRÖSSE")}));
+    EXPECT_TRUE(table.indexFault().contains(home.filePath(u"own/languages/languages.idx"_qs)));
+    EXPECT_FALSE(table.saveIndex(table.rows()));
+    EXPECT_EQ(writtenIndex(), whole);
+}
+
+TEST_F(TheLanguageTable, AnIndexThatCannotBeReadIsNotWritten) {
+    put(u"own"_qs, u"languages.idx"_qs, records(0, 3));
+    table.LoadLanguageIndex();
+    const QList<LanguageRow> rows = table.rows();
+    ASSERT_EQ(rows.size(), 3);
+    QFile::remove(home.filePath(u"own/languages/languages.idx"_qs));
+    ASSERT_TRUE(QDir().mkdir(home.filePath(u"own/languages/languages.idx"_qs)));
+    table.LoadLanguageIndex();
+    EXPECT_TRUE(table.rows().isEmpty());
+    EXPECT_TRUE(table.indexFault().contains(u"languages.idx"_qs));
+    ASSERT_TRUE(QDir().rmdir(home.filePath(u"own/languages/languages.idx"_qs)));
+    EXPECT_FALSE(table.saveIndex(rows));
+    put(u"own"_qs, u"languages.idx"_qs, records(0, 3));
+    table.LoadLanguageIndex();
+    EXPECT_EQ(table.indexFault(), QString());
+    EXPECT_TRUE(table.saveIndex(rows));
 }
 
 TEST_F(TheLanguageTable, WithoutAnIndexTheTableStaysEmpty) {
     table.LoadLanguageIndex();
     EXPECT_TRUE(table.entries().isEmpty());
+    EXPECT_EQ(table.indexFault(), QString());
     EXPECT_EQ(table.LanguageOfFile(u"a.c"_qs), QString());
     table.RegisterLanguage(u"C"_qs);
     EXPECT_EQ(table.definition(u"C"_qs), nullptr);

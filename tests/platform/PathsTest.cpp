@@ -32,6 +32,12 @@ TEST(Paths, DotsAndDoubledSlashesGoAndTwoDotsStay) {
     EXPECT_EQ(absolutePath(u"//."_qs, {}), u"/"_qs);
 }
 
+TEST(Paths, WithoutAFolderARelativePathIsSeenFromTheWorkingFolderOfTheProcess) {
+    EXPECT_EQ(absolutePath(u"./a//b"_qs), absolutePath(QDir::currentPath() + u"/a/b"_qs, {}));
+    EXPECT_EQ(absolutePath(u"/a/./b//../c"_qs), u"/a/b/../c"_qs);
+    EXPECT_EQ(absolutePath(QString()), QString());
+}
+
 TEST(Paths, TheEmptyPathStaysEmpty) {
     EXPECT_EQ(absolutePath({}, u"/src"_qs), QString());
 }

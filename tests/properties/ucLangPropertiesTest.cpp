@@ -210,6 +210,43 @@ TEST_F(LanguagePanel, OpenedAgainItListsEachLanguageOnceWhileTheTableGrows) {
     EXPECT_EQ(list().topLevelItemCount(), 3);
 }
 
+TEST_F(LanguagePanel, WhatWasSavedIsShownAndSavedWhenItIsOpenedAgain) {
+    panel.InitObjects(true);
+    box().setText(u"*.wool"_qs);
+    save().click();
+    panel.InitObjects(true);
+    EXPECT_EQ(box().text(), u"*.WOOL"_qs);
+    select(1);
+    box().setText(u"*.thread"_qs);
+    save().click();
+    EXPECT_EQ(index(), "<<KNIT>>\r\n*.WOOL\r\n<<SEW>>\r\n*.thread\r\n<<GLUE>>\r\n*.GLUE\r\n");
+}
+
+TEST_F(LanguagePanel, AnIndexThatWasNotReadWholeIsShownWithTheReasonAndNotSaved) {
+    QByteArray whole = index();
+    for (int added = 0; added < 57; ++added)
+        whole += "<<L" + QByteArray::number(added) + ">>\r\n*.l" + QByteArray::number(added) + "\r\n";
+    const QLabel& reason = *part<QLabel>("lblIndexFault");
+    panel.InitObjects(true);
+    EXPECT_TRUE(reason.isHidden());
+    put(u"languages.idx"_qs, whole);
+    panel.InitObjects(true);
+    EXPECT_EQ(list().topLevelItemCount(), LanguageTable::MostLanguages);
+    EXPECT_FALSE(reason.isHidden());
+    EXPECT_EQ(reason.text(),
+              u"The list can't be saved: "_qs + path(u"languages.idx"_qs) + u" has more than 51 languages"_qs);
+    EXPECT_FALSE(save().isEnabled());
+    box().setText(u"*.wool"_qs);
+    EXPECT_FALSE(save().isEnabled());
+    panel.SaveProp();
+    EXPECT_EQ(index(), whole);
+    put(u"languages.idx"_qs, "<<KNIT>>\r\n*.knit\r\n");
+    panel.InitObjects(true);
+    EXPECT_TRUE(reason.isHidden());
+    EXPECT_TRUE(save().isEnabled());
+    EXPECT_EQ(given.prompts.messages, QStringList());
+}
+
 TEST_F(LanguagePanel, AMissingSampleIsTold) {
     QFile::remove(path(u"SEW.TXT"_qs));
     panel.InitObjects(false);

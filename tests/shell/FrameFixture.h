@@ -18,16 +18,18 @@
 #include "shell/commands/MenuText.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
 #include "support/ScriptedPrompts.h"
+#include "workspace/host/WorkspaceServices.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -42,6 +44,7 @@ class NotedExplorer : public PanelLink {
  public:
     QStringList calls;
     bool busy = false;
+    bool fails = false;  ///< SetFile throws, once it is noted
 
     QStringList take() { return std::exchange(calls, {}); }
 
@@ -51,12 +54,34 @@ class NotedExplorer : public PanelLink {
     }
     void SetFile(const QString& file, const QString& key, int image) override {
         calls << u"SetFile %1 %2 %3"_qs.arg(file, key).arg(image);
+        if (fails)
+            throw std::runtime_error("the panel is not ready");
     }
     void RemoveFile(const QString& key) override { calls << u"RemoveFile "_qs + key; }
     void FileSelected(const QString& key) override { calls << u"FileSelected "_qs + key; }
     bool Busy() const override { return busy; }
     void OpenSelectedFiles() override { calls << u"OpenSelectedFiles"_qs; }
     void setDefaultSysIcon(bool on) override { calls << u"setDefaultSysIcon %1"_qs.arg(on); }
+
+    QWidget* widget() override { return nullptr; }
+    void OpenTab(int pTab) override { calls << u"OpenTab %1"_qs.arg(pTab); }
+    void CloseTab(int pTab) override { calls << u"CloseTab %1"_qs.arg(pTab); }
+    void OpenAllTabs(bool) override { calls << u"OpenAllTabs"_qs; }
+    void ClearExplorer() override { calls << u"ClearExplorer"_qs; }
+    void SetProjectName(const QString& pPath, const QString& pName) override {
+        calls << u"SetProjectName %1 %2"_qs.arg(pPath, pName);
+    }
+    void AddProjectItem(const QString& pName, const QString& pType) override {
+        calls << u"AddProjectItem %1 %2"_qs.arg(pName, pType);
+    }
+    void PjtItem(int, QString& pName, QString& pType) const override {
+        pName.clear();
+        pType.clear();
+    }
+    int PjtItemCount() const override { return 0; }
+    void GotoPath(const QString& pKey) override { calls << u"GotoPath "_qs + pKey; }
+    QStringList SaveItem(bool) const override { return {}; }
+    void RestoreItem(const QString& pLine) override { calls << u"RestoreItem "_qs + pLine; }
 };
 
 /// Rooms to come that record the calls whose order matters.
@@ -70,28 +95,19 @@ class NotedRooms : public RoomsToCome {
         bool stuck = false;  ///< a toggle has no effect
         void toggle() { visible = visible != !stuck; }
     };
-    Panel explorer;
-    int timesAsked = 0;  ///< whether the side panel is visible
+    int timesAsked = 0;  ///< whether the bottom panel is visible
     Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
 
-    void AddLRUFile(const QString& path) override { note(u"AddLRUFile "_qs + path); }
-    void LoadRecentFiles() override { calls << u"LoadRecentFiles"_qs; }
-    void RestoreSession() override { calls << u"RestoreSession"_qs; }
-    void SaveSession() override { calls << u"SaveSession"_qs; }
-    void SaveRecentFiles() override { calls << u"SaveRecentFiles"_qs; }
-    void OpenProject(const QString& path) override { note(u"OpenProject "_qs + path); }
     void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
     void ShowProperties() override { note(u"ShowProperties"_qs); }
     void ShowFileProperties(const QString& path) override { note(u"ShowFileProperties "_qs + path); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-    bool isExplorerVisible() override {
+    bool isSearchPanelVisible() override {
         ++timesAsked;
-        return explorer.visible;
+        return search.visible;
     }
-    bool isSearchPanelVisible() override { return search.visible; }
-    void ToggleExplorer() override { explorer.toggle(); }
     void ToggleSearchPanel() override { search.toggle(); }
 
  private:
@@ -105,12 +121,17 @@ class NotedRooms : public RoomsToCome {
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
 class FrameFixture : public testing::Test {
  protected:
-    void start(const QString& tail = {}) {
-        m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_explorer, m_rooms, tail,
+    /// Brings the frame up without showing it.
+    void load(const QString& tail = {}) {
+        m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_makePanel, m_rooms, tail,
                                                           [this](const char* step) { m_steps << QLatin1String(step); },
                                                           m_programFolder.path(), m_shareFolder});
         m_frame->resize(900, 600);
         m_frame->Load();
+    }
+
+    void start(const QString& tail = {}) {
+        load(tail);
         m_frame->show();
         QCoreApplication::processEvents();
         m_explorer.calls.clear();
@@ -128,6 +149,8 @@ class FrameFixture : public testing::Test {
         keys.save(m_registry);
     }
 
+    /// A file of the program's own.
+    QString ownFile(const char* name) const { return m_programFolder.filePath(QString::fromLatin1(name)); }
     QString path(const QString& name) const { return m_folder.filePath(name); }
     QString fileOf(const QByteArray& bytes, const QString& name = u"a.txt"_qs) const {
         QFile file(path(name));
@@ -159,6 +182,16 @@ class FrameFixture : public testing::Test {
     QAction* entry(const char* name) { return house().entries.entry(name); }
     QAction* button(const char* key) { return house().entries.button(key); }
     QAction* slot(const char* array, int number) { return house().menuSlots.slot(array, number); }
+    /// The captions of the slots that are in use.
+    QStringList captionsOf(const char* array) {
+        QStringList captions;
+        for (int i = 1; const QAction* one = slot(array, i); ++i) {
+            if (one->isVisible())
+                captions << MenuText::captionOf(*one);
+        }
+        return captions;
+    }
+    QStringList recentFiles() { return captionsOf("mnuFiles"); }
     QAction* languageEntry(const char* name) {
         for (QAction* one : house().entries.menu("mnuLanguages")->actions()) {
             if (one->data().isValid() && MenuText::captionOf(*one) == QLatin1String(name))
@@ -167,6 +200,11 @@ class FrameFixture : public testing::Test {
         return nullptr;
     }
     void run(const char* name) { entry(name)->trigger(); }
+    /// The project that was asked for last; its file does not exist, and the question about that was answered before.
+    QString missingProject() {
+        static const QRegularExpression asked(u"^Project '(.*)' does not exist\\."_qs);
+        return m_prompts.questions.isEmpty() ? QString() : asked.match(m_prompts.questions.takeLast()).captured(1);
+    }
     void open(const QString& file, int flags = 0) { m_frame->OpenFile(file, flags, true, true); }
 
     QStringList tabs() {
@@ -182,6 +220,7 @@ class FrameFixture : public testing::Test {
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;
+    FrameServices::PanelMaker m_makePanel = [this](const WorkspaceServices&) -> PanelLink& { return m_explorer; };
     NotedRooms m_rooms;
     QStringList m_steps;
     std::unique_ptr<frmMain> m_frame;

@@ -2,6 +2,8 @@
 
 #include "platform/FileSystemCalls.h"
 
+#include <QThread>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -45,6 +47,9 @@ class FailingFileSystem : public FileSystemCalls {
 
     /// Every read and write transfers at most this many bytes.
     void shortenAll(std::size_t bytes) { m_mostBytes = bytes; }
+
+    /// Every call of this kind takes at least so long, as on a slow disk.
+    void slowDown(SystemCall call, unsigned long milliseconds) { m_delays[call] = milliseconds; }
 
     void setSizeLimit(quint64 bytes) { m_sizeLimit = bytes; }
 
@@ -140,6 +145,8 @@ class FailingFileSystem : public FileSystemCalls {
 
     bool fails(SystemCall call) {
         m_calls.push_back(call);
+        if (const auto delay = m_delays.find(call); delay != m_delays.end())
+            QThread::msleep(delay->second);
         const int number = ++m_counts[call];
         auto found = m_failures.find({call, number});
         if (found == m_failures.end())
@@ -158,6 +165,7 @@ class FailingFileSystem : public FileSystemCalls {
 
     std::map<Occasion, int> m_failures;
     std::map<Occasion, std::size_t> m_short;
+    std::map<SystemCall, unsigned long> m_delays;
     std::map<SystemCall, int> m_counts;
     std::vector<SystemCall> m_calls;
     std::set<int> m_open;

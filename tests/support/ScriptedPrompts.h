@@ -37,6 +37,7 @@ class ScriptedPrompts : public Prompts {
 
     QStringList messages;                  ///< texts of the message boxes
     QStringList questions;                 ///< texts of the Yes/No boxes
+    QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
     std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
     QStringList textBoxes;                 ///< title, prompt and initial text of each box for a text, with tabs between
@@ -47,8 +48,9 @@ class ScriptedPrompts : public Prompts {
         runAction();
     }
 
-    bool askYesNo(QWidget*, const QString& text, const QString& title) override {
+    bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText) override {
         questions.append(text);
+        informativeTexts.append(informativeText);
         titles.append(title);
         runAction();
         return next<bool>(text);

@@ -20,7 +20,7 @@ struct ScriptedServices {
     Options options;
     MemoryRegistry registry;
     QTemporaryDir programFolder;
-    EditorGlobals globals{registry, programFolder.path(), shareFolder()};
+    EditorGlobals globals{prompts, registry, programFolder.path(), shareFolder()};
     HexFindState hexFind;
     FailingFileSystem hexCalls;  ///< used to load and save the bytes of hex views
     qint64 hexBlockSize;

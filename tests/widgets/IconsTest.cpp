@@ -80,6 +80,22 @@ TEST(Icons, AreSeenOnLightAndOnDarkWindows) {
     }
 }
 
+TEST(Icons, OfSelectedRowsHaveTheColourOfTheirText) {
+    const QColor text = QApplication::palette().color(QPalette::HighlightedText);
+    const QImage image = Icons::named("doc-normal").pixmap(64, QIcon::Selected).toImage();
+    int seen = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor colour = image.pixelColor(x, y);
+            if (colour.alpha() < 255)
+                continue;
+            ++seen;
+            ASSERT_EQ(colour.rgb(), text.rgb());
+        }
+    }
+    EXPECT_GT(seen, 100);
+}
+
 TEST(Icons, OfAnUnknownNameAreNone) {
     EXPECT_TRUE(Icons::named("no such picture").isNull());
 }

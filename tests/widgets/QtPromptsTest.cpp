@@ -1,3 +1,4 @@
+#include "widgets/FileDialog.h"
 #include "widgets/QtPrompts.h"
 
 #include <QApplication>
@@ -5,6 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -130,6 +133,132 @@ TEST(QtPrompts, AQuestionGoesAwayByItsButtonsOnly) {
         });
         EXPECT_EQ(prompts.askYesNo(nullptr, u"Save ?"_qs, u"Title"_qs), button == QMessageBox::Yes);
     }
+}
+
+TEST(QtPrompts, AQuestionShowsItsInformativeTextBelow) {
+    QtPrompts prompts;
+    for (const QString& text : {QString(), u"Unsaved changes will be lost."_qs}) {
+        whenShown<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.text(), u"reload it."_qs);
+            EXPECT_EQ(box.informativeText(), text);
+            box.button(QMessageBox::No)->click();
+        });
+        EXPECT_FALSE(prompts.askYesNo(nullptr, u"reload it."_qs, {}, text));
+    }
+}
+
+// Paths of the file dialogs
+
+namespace {
+
+void touch(const QString& path) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+}
+
+/// A folder with a link to a folder elsewhere, and dialogs that are answered by keyboard.
+class FileDialogs : public testing::Test {
+ protected:
+    void SetUp() override {
+        ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"far/inner"_qs));
+        ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"near"_qs));
+        ASSERT_TRUE(QFile::link(path("far/inner"), path("link")));
+        touch(path("x.txt"));
+        touch(path("far/x.txt"));
+    }
+    QString path(const char* name) const { return m_folder.filePath(QLatin1String(name)); }
+    static QLineEdit& field(QFileDialog& dialog) { return *dialog.findChild<QLineEdit*>(u"fileNameEdit"_qs); }
+
+    /// The dialog changes the text of a field without the focus.
+    static bool focusField(QFileDialog& dialog) {
+        dialog.activateWindow();
+        field(dialog).setFocus();
+        return QTest::qWaitFor([&] { return field(dialog).hasFocus(); });
+    }
+
+    /// Enters each text in turn and presses Return.
+    void whenAsked(const QStringList& texts) {
+        whenShown<QFileDialog>([texts](QFileDialog& dialog) {
+            for (const QString& text : texts) {
+                ASSERT_TRUE(dialog.isVisible()) << "before " << text.toStdString();
+                ASSERT_TRUE(focusField(dialog));
+                field(dialog).setText(text);
+                EXPECT_EQ(field(dialog).text(), text);
+                QTest::keyClick(&field(dialog), Qt::Key_Return);
+            }
+            EXPECT_FALSE(dialog.isVisible());
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+    }
+    QStringList opened(const QStringList& texts) {
+        whenAsked(texts);
+        return m_prompts.askFilesToOpen(nullptr, {u"Open"_qs, m_folder.path(), {}, {}}).files;
+    }
+    QString saved(const QStringList& texts) {
+        whenAsked(texts);
+        return m_prompts.askFileToSave(nullptr, {u"Save"_qs, m_folder.path(), {}, {}});
+    }
+
+    QTemporaryDir m_folder;
+    QtPrompts m_prompts;
+};
+
+}  // namespace
+
+TEST_F(FileDialogs, LeaveTheParentOfALinkToTheSystem) {
+    for (const QString& typed : {path("link/../x.txt"), u"link/../x.txt"_qs}) {
+        EXPECT_EQ(opened({typed}), QStringList(path("link/../x.txt")));
+        EXPECT_EQ(saved({typed}), path("link/../x.txt"));
+        EXPECT_EQ(saved({u"link/../new.txt"_qs}), path("link/../new.txt"));
+    }
+}
+
+TEST_F(FileDialogs, GiveAnAbsolutePathForEveryName) {
+    EXPECT_EQ(opened({u"x.txt"_qs}), QStringList(path("x.txt")));
+    EXPECT_EQ(opened({u"./far//x.txt"_qs}), QStringList(path("far/x.txt")));
+    EXPECT_EQ(saved({u"new.txt"_qs}), path("new.txt"));
+    EXPECT_EQ(saved({u"far/new.txt"_qs}), path("far/new.txt"));
+}
+
+TEST_F(FileDialogs, TakeSeveralNamesInQuotationMarks) {
+    EXPECT_EQ(opened({u"\"link/../x.txt\" \"x.txt\""_qs}), QStringList({path("link/../x.txt"), path("x.txt")}));
+}
+
+TEST_F(FileDialogs, TakeANameWithAQuotationMark) {
+    touch(path("a\"b.txt"));
+    EXPECT_EQ(opened({u"a\"b.txt"_qs}), QStringList(path("a\"b.txt")));
+}
+
+TEST_F(FileDialogs, LeaveItToTheProgramToReportAMissingFile) {
+    EXPECT_EQ(opened({u"gone.txt"_qs}), QStringList(path("gone.txt")));
+    EXPECT_EQ(opened({u"gone/gone.txt"_qs}), QStringList(path("gone/gone.txt")));
+}
+
+TEST_F(FileDialogs, ShowTheFolderThatIsNamed) {
+    EXPECT_EQ(opened({u"far"_qs, u"x.txt"_qs}), QStringList(path("far/x.txt")));
+    EXPECT_EQ(opened({u"far/inner"_qs, u".."_qs, u"x.txt"_qs}), QStringList(path("far/x.txt")));
+    EXPECT_EQ(opened({u"link/.."_qs, u"x.txt"_qs}), QStringList(QFileInfo(path("far/x.txt")).canonicalFilePath()));
+    EXPECT_EQ(saved({path("far/"), u"new.txt"_qs}), path("far/new.txt"));
+}
+
+TEST_F(FileDialogs, StartInTheRealFolderOfAFileBelowTheParentOfALink) {
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(field(dialog).text(), u"x.txt"_qs);
+        QTest::keyClick(&field(dialog), Qt::Key_Return);
+        if (dialog.isVisible())
+            dialog.reject();
+    });
+    const QString answer =
+        m_prompts.askFileToSave(nullptr, {u"Save As"_qs, path("link/../"), path("link/../x.txt"), {}});
+    EXPECT_EQ(answer, QFileInfo(path("far/x.txt")).canonicalFilePath());
+}
+
+TEST_F(FileDialogs, FindTheHomeFolder) {
+    const QByteArray before = qgetenv("HOME");
+    qputenv("HOME", QFile::encodeName(m_folder.path()));
+    EXPECT_EQ(opened({u"~/x.txt"_qs}), QStringList(path("x.txt")));
+    qputenv("HOME", before);
 }
 
 TEST(QtPrompts, TheOpenDialogHasTheReadOnlyBox) {

@@ -1,13 +1,13 @@
 #include "editor/commands/CaseCommands.h"
 
-#include "editor/control/KeptBookmarks.h"
 #include "editor/control/ScintillaCalls.h"
+#include "editor/control/SelectedRanges.h"
+#include "editor/control/SelectedTexts.h"
 #include "editor/control/TextSpans.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
-
-using ScintillaCalls::ask;
 
 namespace {
 
@@ -15,70 +15,63 @@ QString textOf(const EditView& view, Span span) {
     return QString::fromUtf8(view.bytes(span.from, span.to));
 }
 
-/// Inserts the changed form in place of the text and returns its length in bytes. A text that has that form already is
-/// left unchanged.
+/// Replaces the text by its new form and returns how many bytes longer it is. A text that has that form already is left
+/// alone.
 qint64 putForm(EditView& view, Span span, TextCase::Change change) {
     const QString before = textOf(view, span);
     const QString after = change(before);
     if (after == before)
-        return span.to - span.from;
+        return 0;
     const QByteArray utf8 = after.toUtf8();
     ScintillaCalls::replace(view, span, utf8);
-    return utf8.size();
+    return utf8.size() - (span.to - span.from);
 }
 
-struct Part {
+/// A word, and the carets in it or beside it by their distance from its start when it has its new form.
+struct Word {
     Span span;
-    bool backward = false;
-    qint64 length = 0;  ///< of its new form
+    std::vector<qint64> carets;
 };
 
-std::vector<Part> selectedParts(const EditView& view) {
-    std::vector<Part> parts;
-    const qint64 count = ask(view, EditView::SCI_GETSELECTIONS);
-    for (qint64 number = 0; number < count; ++number) {
-        const qint64 anchor = ask(view, EditView::SCI_GETSELECTIONNANCHOR, number);
-        const qint64 caret = ask(view, EditView::SCI_GETSELECTIONNCARET, number);
-        parts.push_back({{std::min(anchor, caret), std::max(anchor, caret)}, caret < anchor, 0});
+std::vector<Word> wordsAtCarets(const EditView& view, TextCase::Change change) {
+    std::vector<Word> words;
+    for (const qint64 caret : TextSpans::carets(view)) {
+        const Span word = TextSpans::wordAt(view, caret);
+        if (words.empty() || words.back().span != word)
+            words.push_back({word, {}});
+        words.back().carets.push_back(change(textOf(view, {word.from, caret})).toUtf8().size());
     }
-    std::ranges::sort(parts, {}, [](const Part& part) { return part.span.from; });
-    return parts;
-}
-
-void selectParts(EditView& view, const std::vector<Part>& parts) {
-    ask(view, EditView::SCI_CLEARSELECTIONS);
-    qint64 grown = 0;
-    for (const Part& part : parts) {
-        const qint64 from = part.span.from + grown;
-        const qint64 to = from + part.length;
-        grown += part.length - (part.span.to - part.span.from);
-        const unsigned message = &part == &parts.front() ? EditView::SCI_SETSELECTION : EditView::SCI_ADDSELECTION;
-        ask(view, message, part.backward ? from : to, part.backward ? to : from);
-    }
+    return words;
 }
 
 }  // namespace
 
 namespace CaseCommands {
 
-void changeWord(EditView& view, TextCase::Change change) {
-    const Span word = TextSpans::wordAtCaret(view);
-    if (word.empty())
+void changeWords(EditView& view, TextCase::Change change) {
+    const std::vector<Word> words = wordsAtCarets(view, change);
+    if (std::ranges::all_of(words, [](const Word& word) { return word.span.empty(); }))
         return;
-    const QString passed = change(textOf(view, {word.from, ScintillaCalls::caret(view)}));
-    putForm(view, word, change);
-    const qint64 caret = word.from + passed.toUtf8().size();
-    ScintillaCalls::select(view, caret, caret);
+    const std::size_t main = TextSpans::mainCaret(view);
+    std::vector<qint64> grown(words.size());
+    for (std::size_t word = words.size(); word-- > 0;)
+        grown[word] = putForm(view, words[word].span, change);
+    std::vector<ByteSelection> carets;
+    qint64 moved = 0;
+    for (std::size_t word = 0; word < words.size(); ++word) {
+        for (const qint64 caret : words[word].carets) {
+            const qint64 at = words[word].span.from + moved + caret;
+            carets.push_back({at, at});
+        }
+        moved += grown[word];
+    }
+    SelectedRanges::set(view, carets, main);
 }
 
 void changeSelection(EditView& view, TextCase::Change change) {
-    const KeptBookmarks kept(view);
-    std::vector<Part> parts = selectedParts(view);
-    if (std::ranges::all_of(parts, [](const Part& part) { return part.span.empty(); }))
-        return;
-    for (auto part = parts.rbegin(); part != parts.rend(); ++part)
-        part->length = putForm(view, part->span, change);
-    selectParts(view, parts);
+    const std::vector<QString> texts = SelectedTexts::of(view);
+    if (std::ranges::any_of(texts, [change](const QString& text) { return change(text) != text; }))
+        SelectedTexts::change(view, change, SelectedTexts::Direction::Kept);
 }
 
 }  // namespace CaseCommands

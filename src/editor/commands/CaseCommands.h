@@ -7,10 +7,10 @@ class EditView;
 /// Commands that change the case of letters. They run inside a scope of the control, on a text that may be edited.
 namespace CaseCommands {
 
-/// The word at the caret. The caret stays before the same letter.
-void changeWord(EditView& view, TextCase::Change change);
+/// The word at each caret. A caret stays in front of the letter it stood before.
+void changeWords(EditView& view, TextCase::Change change);
 
-/// The selected text, which stays selected; with several selections each of them.
+/// The text of each selected range, which stays selected; of a rectangle its part of each line.
 void changeSelection(EditView& view, TextCase::Change change);
 
 }  // namespace CaseCommands

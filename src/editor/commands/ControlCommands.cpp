@@ -44,10 +44,10 @@ struct Row {
 };
 
 constexpr Row Rows[] = {
-    {Command::WordToUpper, [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::upper); }},
-    {Command::WordToLower, [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::lower); }},
+    {Command::WordToUpper, [](TextControl& control, Text) { CaseCommands::changeWords(control, TextCase::upper); }},
+    {Command::WordToLower, [](TextControl& control, Text) { CaseCommands::changeWords(control, TextCase::lower); }},
     {Command::CapitalizeWord,
-     [](TextControl& control, Text) { CaseCommands::changeWord(control, TextCase::capitalised); }},
+     [](TextControl& control, Text) { CaseCommands::changeWords(control, TextCase::capitalised); }},
     {Command::SelectionToUpper,
      [](TextControl& control, Text) { CaseCommands::changeSelection(control, TextCase::upper); }},
     {Command::SelectionToLower,
@@ -56,10 +56,10 @@ constexpr Row Rows[] = {
     {Command::DeleteToEndOfLine, [](TextControl& control, Text) { LineCommands::deleteToEnd(control); }},
     {Command::DeleteLine, [](TextControl& control, Text) { LineCommands::deleteLines(control); }},
     {Command::CutLine, [](TextControl& control, Text) { LineCommands::cutLines(control, control.clipboard()); }},
-    {Command::SelectParagraph, [](TextControl& control, Text) { LineCommands::selectParagraph(control); }},
+    {Command::SelectParagraph, [](TextControl& control, Text) { LineCommands::selectParagraphs(control); }},
     {Command::SelectLine, [](TextControl& control, Text) { LineCommands::selectLines(control); }},
     {Command::SelectAll, [](TextControl& control, Text) { control.SelectAll(); }},
-    {Command::SelectWord, [](TextControl& control, Text) { LineCommands::selectWord(control); }},
+    {Command::SelectWord, [](TextControl& control, Text) { LineCommands::selectWords(control); }},
     {Command::Indent, [](TextControl& control, Text) { LineCommands::indent(control); }},
     {Command::Unindent, [](TextControl& control, Text) { LineCommands::unindent(control); }},
     {Command::SortLinesAscending,

@@ -69,6 +69,9 @@ enum Number : int {
 /// Macro n is played by the command MacroBase + n, from 1 to Macros.
 constexpr int MacroBase = RecordMacro;
 constexpr int Macros = 10;
+constexpr bool isMacro(int number) {
+    return number > MacroBase && number <= MacroBase + Macros;
+}
 /// Numbers from here on are Scintilla messages.
 constexpr int FirstMessage = 2000;
 

@@ -3,6 +3,9 @@
 #include "editor/control/EditScope.h"
 #include "editor/control/EditView.h"
 #include "editor/held/Margins.h"
+#include "editor/held/MarkHistory.h"
+
+#include <algorithm>
 
 using Sci = QsciScintillaBase;
 
@@ -52,6 +55,28 @@ void ControlBookmarks::ToggleBookmark() {
 
 void ControlBookmarks::ClearAllBookmarks() {
     m_view.send(Sci::SCI_MARKERDELETEALL, Markers::Bookmark);
+    m_view.marks().forget();
+}
+
+/// Of a line in pieces that has several marks, the line is there once.
+std::vector<qint64> ControlBookmarks::markedLines(qint64 first, qint64 last) const {
+    std::vector<qint64> marked;
+    const qint64 end = piecesOf(last).end;
+    for (auto held = m_view.marks().nextMark(piecesOf(first).first, end - 1); held;
+         held = m_view.marks().nextMark(*held + 1, end - 1)) {
+        const qint64 line = m_view.map().lineOf(m_view.heldText().lineStart(*held));
+        if (marked.empty() || marked.back() != line)
+            marked.push_back(line);
+    }
+    return marked;
+}
+
+void ControlBookmarks::setMarkedLines(qint64 first, qint64 last, const std::vector<qint64>& marked) {
+    std::vector<qint64> pieces;
+    for (const qint64 line : marked)
+        pieces.push_back(piecesOf(line).first);
+    std::ranges::sort(pieces);
+    m_view.marks().setMarks(piecesOf(first).first, piecesOf(last).end - 1, pieces);
 }
 
 void ControlBookmarks::goToHeldLine(qint64 held) {

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+#include <vector>
+
 class EditView;
 
 /// Bookmarks of a control, one a line; a line held in pieces is one line. Lines count from 0. Has no state of its own:
@@ -14,7 +16,13 @@ class ControlBookmarks {
     bool BookmarkAt(qint64 line) const;
     void setBookmarkAt(qint64 line, bool bookmarked);
     void ToggleBookmark();
+    /// Bookmarks of lines that are gone do not come back with them either.
     void ClearAllBookmarks();
+    /// Numbers of the lines from `first` to `last` that have a bookmark, in their order.
+    std::vector<qint64> markedLines(qint64 first, qint64 last) const;
+    /// Sets the bookmarks of the lines from `first` to `last` to just these, as a part of the last edit: undo and redo
+    /// change them too.
+    void setMarkedLines(qint64 first, qint64 last, const std::vector<qint64>& marked);
     /// These move the caret to the start of a marked line, the middle two around the ends of the text.
     void FirstBookmark();
     void NextBookmark();

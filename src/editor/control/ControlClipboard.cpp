@@ -58,8 +58,12 @@ void ControlClipboard::Copy() {
         m_copying = false;
         return;
     }
+    put(textOfRanges());
+}
+
+void ControlClipboard::put(const QString& text) {
     auto mime = std::make_unique<QMimeData>();
-    mime->setText(textOfRanges());
+    mime->setText(text);
     QGuiApplication::clipboard()->setMimeData(mime.release());
 }
 

@@ -18,6 +18,8 @@ class ControlClipboard {
     void Cut();
     void Copy();
     void Paste();
+    /// Puts a text on the clipboard that is not what is selected.
+    void put(const QString& text);
 
     /// What a selection that is no rectangle offers to the clipboard, to the primary selection and to a drag alike.
     QMimeData* selectedText(const QByteArray& text, bool dragged) const;

@@ -7,6 +7,7 @@
 #include "editor/control/EditView.h"
 #include "editor/control/KeptBookmarks.h"
 #include "editor/held/Colouring.h"
+#include "editor/held/MarkHistory.h"
 #include "editor/held/TextLoader.h"
 #include "platform/FileErrors.h"
 #include "platform/UserFileWriter.h"
@@ -59,6 +60,7 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     m_view.SendScintilla(Sci::SCI_SETDOCPOINTER, 0UL, loaded.document);
     m_view.SendScintilla(Sci::SCI_RELEASEDOCUMENT, 0UL, loaded.document);
     m_view.map().reset(loaded.ascii, loaded.jointKind, std::move(loaded.joints));
+    m_view.longLines().lookAgain();
     m_format = loaded.format;
     m_coloured = loaded.styled;
     m_view.state().forcedLock = m_view.map().joints().kind() == JointKind::Listed;
@@ -68,6 +70,8 @@ void ControlFile::takeLoaded(LoadedText loaded) {
     ++m_view.state().changes;
     applyDocumentState(eolModeOf(loaded.firstLineEnd));
     m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);
+    m_view.send(Sci::SCI_SETFIRSTVISIBLELINE, 0);
+    m_view.send(Sci::SCI_SETXOFFSET, 0);
     m_lineNumbers.followAnew();
     m_look.followPieces();
 }
@@ -76,7 +80,7 @@ void ControlFile::applyDocumentState(int lineEndMode) {
     m_view.send(Sci::SCI_SETCODEPAGE, Sci::SC_CP_UTF8);
     m_view.colouring().setUpDocument(m_coloured);
     m_view.send(Sci::SCI_SETUNDOCOLLECTION, 1);
-    m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+    emptyUndoHistory();
     m_view.send(Sci::SCI_SETEOLMODE, lineEndMode);
     m_typing.applyTabs();
     m_view.send(Sci::SCI_SETREADONLY, m_view.Locked());
@@ -96,7 +100,7 @@ SystemError ControlFile::SaveFile(const QString& path, int flagWord) {
     m_converted = false;
     m_view.send(Sci::SCI_SETSAVEPOINT);
     if ((flagWord & SaveFlags::ClearHistory) != 0)
-        m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+        emptyUndoHistory();
     return {};
 }
 
@@ -122,10 +126,16 @@ void ControlFile::convertLineEnds(int mode) {
     const EditScope scope(m_view);
     const KeptBookmarks kept(m_view);
     m_view.state().typing = false;
+    m_view.longLines().lookAgain();
     m_view.send(Sci::SCI_SETEOLMODE, mode);
     m_view.send(Sci::SCI_CONVERTEOLS, mode);
     m_converted = m_converted || m_view.state().changed;
+    emptyUndoHistory();
+}
+
+void ControlFile::emptyUndoHistory() {
     m_view.send(Sci::SCI_EMPTYUNDOBUFFER);
+    m_view.marks().forget();
 }
 
 QString ControlFile::limitations() const {

@@ -42,6 +42,7 @@ class ControlFile {
  private:
     void takeLoaded(LoadedText loaded);
     void applyDocumentState(int lineEndMode);
+    void emptyUndoHistory();
 
     EditView& m_view;
     ControlTyping& m_typing;

@@ -42,7 +42,7 @@ class ControlGlobals {
     virtual MacroRecorder& recorder() = 0;
     /// Whether there is room for one more macro; shows a message if not.
     virtual bool mayRecord(QWidget& control) = 0;
-    /// Asks for the hot key of the macro, and stores the macro then.
+    /// Asks for the hot key of the macro, and stores the macro then. Does not wait for the answer.
     virtual void keepMacro(QWidget& control, const QList<MacroStep>& steps) = 0;
     /// The steps of macro `n`, from 1; empty when there is none.
     virtual QList<MacroStep> macro(int n) const = 0;

@@ -55,9 +55,10 @@ void ControlLook::setUpMargins() {
 
 void ControlLook::setTextFont(const QString& name, int points) {
     m_fontName = name;
-    m_fontSize = points;
+    if (points >= SmallestFontSize)
+        m_fontSize = points;
     m_view.SendScintilla(Sci::SCI_STYLESETFONT, static_cast<uintptr_t>(Sci::STYLE_DEFAULT), name.toUtf8().constData());
-    m_view.send(Sci::SCI_STYLESETSIZE, Sci::STYLE_DEFAULT, points);
+    m_view.send(Sci::SCI_STYLESETSIZE, Sci::STYLE_DEFAULT, m_fontSize);
     applyColours();
     m_lineNumbers.followAnew();
 }

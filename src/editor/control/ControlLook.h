@@ -26,8 +26,9 @@ class ControlLook {
     static QFont defaultFont();
     QString FontName() const { return m_fontName; }
     int FontSize() const { return m_fontSize; }
-    /// Does not change the zoom, which is added to it.
+    /// The zoom stays as it is and is added to the size. A size below SmallestFontSize is refused: the size stays.
     void setTextFont(const QString& name, int points);
+    static constexpr int SmallestFontSize = 1;  ///< points
     void resetZoom();
 
     bool DisplayLeftMargin() const { return m_leftMargin; }

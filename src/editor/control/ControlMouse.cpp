@@ -48,7 +48,7 @@ bool ControlMouse::isInMargin(int x) const {
 void ControlMouse::reportPress(const QMouseEvent& event) {
     const QPoint at = event.position().toPoint();
     Q_EMIT m_view.MouseDown(event.button(), at.x(), at.y());
-    const bool inBookmarks = at.x() >= BookmarkClickFrom && at.x() < BookmarkClickTo;
+    const bool inBookmarks = isInMargin(at.x()) && at.x() >= BookmarkClickFrom && at.x() < BookmarkClickTo;
     // The line is that of the text beside the margin.
     if (inBookmarks && event.button() == Qt::LeftButton)
         Q_EMIT m_view.bookmarkMarginClicked(m_selection.lineAtPoint(at.x() + Margins::BookmarksWidth, at.y()));

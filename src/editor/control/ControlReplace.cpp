@@ -17,6 +17,27 @@
 
 using Sci = QsciScintillaBase;
 
+namespace {
+
+constexpr char CrLf[] = "\r\n";
+
+/// Bytes of a replacement that stand beside the match already: the other half of a CR LF of which the match has one.
+struct Halves {
+    qsizetype front = 0;
+    qsizetype back = 0;
+};
+
+Halves halvesBeside(const HeldText& text, const TextMatch& match, const QByteArray& replacement) {
+    const auto isCrLf = [&text](qint64 at) {
+        return at > 0 && at < text.length() && text.range(at - 1, 1) == "\r" && text.range(at, 1) == "\n";
+    };
+    const bool front = !match.empty() && replacement.startsWith(CrLf) && isCrLf(match.from);
+    const bool back = !match.empty() && replacement.endsWith(CrLf) && isCrLf(match.to);
+    return {front ? 1 : 0, back ? 1 : 0};
+}
+
+}  // namespace
+
 /// The pattern for a replacement, or null when the error was reported.
 std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
     auto pattern = m_search.notedPattern();
@@ -29,9 +50,11 @@ std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
 /// Replaces the scan's match and selects the new text.
 void ControlReplace::replaceMatch(const MatchScan& scan) {
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
-                                  [this](const QString& text) { return m_view.heldForm(text); });
-    const QByteArray text = replacement.forMatch(scan);
+                                  [this](const QString& text) { return m_view.withOwnLineEnds(text); });
     const TextMatch match = scan.match();
+    QByteArray text = replacement.forMatch(scan);
+    const Halves there = halvesBeside(m_view.heldText(), match, text);
+    text = text.sliced(there.front).chopped(there.back);
     m_view.replaceBytes(match.from, match.to, text);
     m_search.selectMatch({match.from, match.from + text.size()});
     m_search.forgetEmptyMatch();
@@ -89,20 +112,21 @@ bool ControlReplace::collect(Replacements& found, const SearchPattern& pattern, 
     const quint64 changes = m_view.state().changes;
     const ScanLock lock(m_view);
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
-                                  [this](const QString& text) { return m_view.heldForm(text); });
+                                  [this](const QString& text) { return m_view.withOwnLineEnds(text); });
     MatchScan scan(pattern, m_view.heldText(), m_view.map(), range.from);
     scan.stopBehind(range.to);
     scan.watchedBy(m_search.watchOfSearch());
+    QByteArray text;
     while (scan.next()) {
         if (scan.match().to > range.to)
             continue;
         if (!replacement.fixed() || found.edits.empty()) {
-            const QByteArray text = replacement.forMatch(scan);
-            found.edits.push_back({scan.match(), found.texts.size(), text.size()});
+            text = replacement.forMatch(scan);
             found.texts += text;
-        } else {
-            found.edits.push_back({scan.match(), 0, found.texts.size()});
         }
+        const Halves there = halvesBeside(m_view.heldText(), scan.match(), text);
+        found.edits.push_back(
+            {scan.match(), found.texts.size() - text.size() + there.front, text.size() - there.front - there.back});
         const bool goesOn = watch.goesOn();
         if (!alive || m_view.state().changes != changes)
             return false;

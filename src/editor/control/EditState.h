@@ -34,6 +34,7 @@ struct EditState {
     bool locked = false;
     bool forcedLock = false;  ///< the text is read-only, whatever the user sets
     int repeatCount = 1;      ///< of the next command, key or typed text
+    int reportedCount = 1;    ///< the repeat count that RepeatCountChanged has reported last
     /// Set while a macro is played: runs the event loop, and returns whether playing continues. Called by operations
     /// that take long.
     std::function<bool()> playGoesOn;

@@ -1,6 +1,7 @@
 #include "editor/control/EditView.h"
 
 #include "editor/held/Colouring.h"
+#include "editor/held/MarkHistory.h"
 #include "text/codec/Utf8Text.h"
 
 #include <QDropEvent>
@@ -13,8 +14,21 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+MarkHistory::By editorOf(int modification) {
+    using By = MarkHistory::By;
+    if ((modification & QsciScintillaBase::SC_PERFORMED_UNDO) != 0)
+        return By::Undo;
+    return (modification & QsciScintillaBase::SC_PERFORMED_REDO) != 0 ? By::Redo : By::User;
+}
+
+}  // namespace
+
 EditView::EditView(QWidget* parent)
-    : QsciScintillaBase(parent), m_colouring(std::make_unique<Colouring>(*this, m_text)) {
+    : QsciScintillaBase(parent),
+      m_colouring(std::make_unique<Colouring>(*this, m_text)),
+      m_marks(std::make_unique<MarkHistory>(*this, m_text, m_map)) {
     setUpScintilla();
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this,
             [this](int at, int type, const char*, int length) { textAboutToChange(at, type, length); });
@@ -185,10 +199,14 @@ void EditView::textAboutToChange(qint64 at, int type, qint64 length) {
         return;
     ++m_state.changes;
     Q_EMIT aboutToChange(at, length, inserts);
-    if (inserts)
+    // The marks are moved by what text and map are before the edit.
+    if (inserts) {
+        m_marks->beforeInsert(at, editorOf(type));
         m_map.beforeInsert(at, length);
-    else
+    } else {
+        m_marks->beforeDelete(at, length, editorOf(type));
         m_map.beforeDelete(at, length);
+    }
     if (!std::exchange(m_state.changed, true))
         m_state.touchedFrom = m_state.touchedTo = at;
     m_state.touchedFrom = std::min(m_state.touchedFrom, at);
@@ -205,6 +223,7 @@ void EditView::openScope(bool grouped) {
 }
 
 void EditView::closeScope() {
+    m_marks->settle();
     if (m_state.scopes > 1) {
         --m_state.scopes;
         return;
@@ -219,7 +238,10 @@ void EditView::closeScope() {
     const bool changed = std::exchange(m_state.changed, false);
     const ByteSelection now = selection();
     const bool moved = std::exchange(m_state.reported, now) != now;
+    const bool recounted = std::exchange(m_state.reportedCount, m_state.repeatCount) != m_state.repeatCount;
     followEdits(changed, moved);
+    if (recounted)
+        Q_EMIT RepeatCountChanged();
     if (changed)
         Q_EMIT Change();
     if (moved)

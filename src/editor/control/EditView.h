@@ -15,6 +15,7 @@
 
 class Colouring;
 class ControlProfile;
+class MarkHistory;
 class QMimeData;
 
 /// The Scintilla widget with the text it holds: the parts of a control (ControlSearch, ControlTyping, ...) work on it.
@@ -44,7 +45,9 @@ class EditView : public QsciScintillaBase {
     const HeldText& heldText() const { return m_text; }
     const TextMap& map() const { return m_map; }
     TextMap& map() { return m_map; }
+    LongLines& longLines() { return m_longLines; }
     Colouring& colouring() const { return *m_colouring; }
+    MarkHistory& marks() const { return *m_marks; }
     qint64 TotalLines() const { return m_map.lineCount(); }
     QString Text() const;
     void AddText(const QString& text);
@@ -103,14 +106,15 @@ class EditView : public QsciScintillaBase {
     /// The control is about to be destroyed but still complete: windows that use it must delete themselves.
     void aboutToBeDestroyed();
     void MouseDown(Qt::MouseButton button, int x, int y);
-    /// The left button was pressed in the bookmark margin beside this line, or in its place when it is hidden. Follows
-    /// MouseDown.
+    /// The left button was pressed beside this line, in the part of the margins where a click sets a bookmark. Not
+    /// emitted while no margin is shown there. Follows MouseDown.
     void bookmarkMarginClicked(qint64 line);
     /// The right button was released, or the menu key pressed, at this place of the control.
     void ShowMenu(int x, int y);
     /// Once for each file dropped on the control.
     void DropFile(const QString& path);
-    /// A find or replace dialog has searched or was closed; text and flags are those of its last search.
+    /// A find or replace dialog has searched, or was closed after it had searched; text and flags are those of its last
+    /// search.
     void AfterFind();
     /// Search text or flags changed.
     void SearchChanged();
@@ -120,6 +124,8 @@ class EditView : public QsciScintillaBase {
     void CommandFailed();
     /// A text for the status bar; empty: none any more.
     void Notice(const QString& text);
+    /// The repeat count of the next command is another one.
+    void RepeatCountChanged();
     /// The properties dialog changed settings that belong to a profile.
     void PropertiesChanged(const ControlProfile& before, const ControlProfile& after);
 
@@ -142,6 +148,7 @@ class EditView : public QsciScintillaBase {
     LongLines m_longLines{*this, m_text, m_map};
     JointedCommands m_jointed{*this, m_text, m_map};
     std::unique_ptr<Colouring> m_colouring;
+    std::unique_ptr<MarkHistory> m_marks;
     bool m_noticed = false;
     QWidget* m_bottomBar = nullptr;
 };

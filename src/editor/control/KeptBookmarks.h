@@ -6,9 +6,9 @@
 
 class EditView;
 
-/// Keeps bookmarks with their lines while a command replaces text as a whole, or undoes such a replacement: the library
-/// moves the marks of replaced lines to the first of them. Created before the edit and destroyed after it; if the
-/// number of lines has changed, the marks stay where the library has put them.
+/// Keeps bookmarks at the numbers of their lines while a command replaces text as a whole by as many other lines, which
+/// without this are deleted lines. Created before the edit and destroyed after it. If the number of lines has changed,
+/// it does nothing.
 class KeptBookmarks {
  public:
     /// The control outlives this object.

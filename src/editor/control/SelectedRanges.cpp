@@ -27,3 +27,12 @@ void SelectedRanges::select(const EditView& view) const {
     }
     ask(view, Sci::SCI_SETMAINSELECTION, m_main);
 }
+
+void SelectedRanges::set(const EditView& view, const std::vector<ByteSelection>& ranges, std::size_t main) {
+    ask(view, Sci::SCI_CLEARSELECTIONS);
+    for (const ByteSelection& range : ranges) {
+        const unsigned message = &range == &ranges.front() ? Sci::SCI_SETSELECTION : Sci::SCI_ADDSELECTION;
+        ask(view, message, range.caret, range.anchor);
+    }
+    ask(view, Sci::SCI_SETMAINSELECTION, static_cast<qint64>(main));
+}

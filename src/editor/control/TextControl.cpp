@@ -195,8 +195,12 @@ void TextControl::setSearchWholeWord(bool on) {
 void TextControl::ExecuteCmd(int number, const QString& argument) {
     using Command::Kind;
     const Command::Info* info = Command::infoOf(number);
-    if (info == nullptr || (info->kind == Kind::Edits && Locked()))
+    if (info == nullptr)
         return;
+    if (info->kind == Kind::Edits && Locked()) {
+        takeRepeatCount();
+        return;
+    }
     if (number >= Command::FirstMessage)
         return runCommand(number);
     // A copy, which stays valid when the control is destroyed in the call.
@@ -221,7 +225,13 @@ void TextControl::ExecuteCmd(int number, const QString& argument) {
 }
 
 void TextControl::setRepeatCount(int times) {
+    const EditScope scope(*this);
     state().repeatCount = std::clamp(times, 1, LargestRepeatCount);
+}
+
+int TextControl::takeRepeatCount() {
+    const EditScope scope(*this);
+    return state().takeRepeatCount();
 }
 
 void TextControl::runCommand(int message) {
@@ -247,14 +257,12 @@ void TextControl::runCommand(int message) {
 
 void TextControl::Undo() {
     const EditScope scope(*this);
-    const KeptBookmarks kept(*this);
     state().typing = false;
     send(SCI_UNDO);
 }
 
 void TextControl::Redo() {
     const EditScope scope(*this);
-    const KeptBookmarks kept(*this);
     state().typing = false;
     send(SCI_REDO);
 }

@@ -84,17 +84,19 @@ class TextControl : public EditView {
     void setSearchWholeWord(bool on);
 
     // Commands
-    /// Carries out a command by its number (CommandNumbers.h) as one undo step. Does nothing for an unknown number, and
-    /// for a command that edits while the text is locked.
+    /// Carries out a command by its number (CommandNumbers.h) as one undo step. Does nothing for an unknown number. A
+    /// command that edits does nothing while the text is locked, but uses up the repeat count.
     Q_INVOKABLE void ExecuteCmd(int number, const QString& argument = {}) override;
     /// Carries out a Scintilla message as if its key had been pressed: one edit, one undo step, joints crossed.
     void runCommand(int message);
     void Undo();
     void Redo();
-    /// How often the next command, key or typed text is carried out, all of it as one undo step. Used up by it; Escape
-    /// sets it back to 1.
+    /// How often the next command, key or typed text is carried out, all of it as one undo step. It sets the count back
+    /// to 1, and so does Escape.
     int repeatCount() const { return state().repeatCount; }
     void setRepeatCount(int times);
+    /// Sets the count back to 1 and returns what it was, for a command that is carried out by the caller.
+    int takeRepeatCount();
     static constexpr int LargestRepeatCount = 9999;
     /// Carries out the numbered commands that are not Scintilla messages; makeEditor() sets it. The control may be
     /// destroyed when it returns.

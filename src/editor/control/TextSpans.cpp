@@ -5,7 +5,6 @@
 #include <algorithm>
 
 using ScintillaCalls::ask;
-using ScintillaCalls::caret;
 
 namespace {
 
@@ -50,49 +49,69 @@ bool isBlankLine(const EditView& view, qint64 line) {
     return blank;
 }
 
+LineRange linesOfRange(const EditView& view, qint64 range) {
+    const qint64 from = ask(view, EditView::SCI_GETSELECTIONNSTART, range);
+    const qint64 to = ask(view, EditView::SCI_GETSELECTIONNEND, range);
+    const bool endsAtStart = from < to && view.map().lineBeginOf(to) == to;
+    return {view.map().lineOf(from), view.map().lineOf(to) - (endsAtStart ? 1 : 0)};
+}
+
 }  // namespace
 
 namespace TextSpans {
 
-Span selection(const EditView& view) {
-    Span whole{ask(view, EditView::SCI_GETSELECTIONSTART), ask(view, EditView::SCI_GETSELECTIONEND)};
-    const qint64 count = ask(view, EditView::SCI_GETSELECTIONS);
-    for (qint64 part = 0; part < count; ++part) {
-        whole.from = std::min(whole.from, ask(view, EditView::SCI_GETSELECTIONNSTART, part));
-        whole.to = std::max(whole.to, ask(view, EditView::SCI_GETSELECTIONNEND, part));
-    }
-    return whole;
+Span wordAt(const EditView& view, qint64 byte) {
+    return {wordStart(view, byte), wordEnd(view, byte)};
 }
 
-Span wordAtCaret(const EditView& view) {
-    const qint64 at = caret(view);
-    return {wordStart(view, at), wordEnd(view, at)};
-}
-
-LineRange selectedLineNumbers(const EditView& view) {
-    const Span chosen = selection(view);
+Span paragraphAt(const EditView& view, qint64 byte) {
     const TextMap& map = view.map();
-    const bool endsAtStart = !chosen.empty() && map.lineBeginOf(chosen.to) == chosen.to;
-    return {map.lineOf(chosen.from), map.lineOf(chosen.to) - (endsAtStart ? 1 : 0)};
-}
-
-Span selectedLines(const EditView& view) {
-    const auto [first, last] = selectedLineNumbers(view);
-    const TextMap& map = view.map();
-    return {map.lineBegin(first), map.nextLineOf(map.lineBegin(last))};
-}
-
-Span paragraphAtCaret(const EditView& view) {
-    const TextMap& map = view.map();
-    qint64 first = map.lineOf(caret(view));
+    qint64 first = map.lineOf(byte);
     if (isBlankLine(view, first))
-        return {caret(view), caret(view)};
+        return {byte, byte};
     qint64 last = first;
     while (first > 0 && !isBlankLine(view, first - 1))
         --first;
     while (last + 1 < map.lineCount() && !isBlankLine(view, last + 1))
         ++last;
-    return {map.lineBegin(first), map.nextLineOf(map.lineBegin(last))};
+    return spanOf(view, {first, last});
+}
+
+std::vector<LineRange> selectedLines(const EditView& view) {
+    std::vector<LineRange> touched;
+    for (qint64 range = 0; range < ask(view, EditView::SCI_GETSELECTIONS); ++range)
+        touched.push_back(linesOfRange(view, range));
+    std::ranges::sort(touched, {}, &LineRange::first);
+    // Of a rectangle there is a range in each line, which may be an empty one.
+    const qint64 reach = ask(view, EditView::SCI_SELECTIONISRECTANGLE) != 0 ? 1 : 0;
+    std::vector<LineRange> joined;
+    for (const LineRange& lines : touched) {
+        if (!joined.empty() && lines.first <= joined.back().last + reach)
+            joined.back().last = std::max(joined.back().last, lines.last);
+        else
+            joined.push_back(lines);
+    }
+    return joined;
+}
+
+Span spanOf(const EditView& view, const LineRange& lines) {
+    const TextMap& map = view.map();
+    return {map.lineBegin(lines.first), map.nextLineOf(map.lineBegin(lines.last))};
+}
+
+std::vector<qint64> carets(const EditView& view) {
+    std::vector<qint64> places;
+    for (qint64 range = 0; range < ask(view, EditView::SCI_GETSELECTIONS); ++range)
+        places.push_back(ask(view, EditView::SCI_GETSELECTIONNCARET, range));
+    std::ranges::sort(places);
+    places.erase(std::ranges::unique(places).begin(), places.end());
+    return places;
+}
+
+std::size_t mainCaret(const EditView& view) {
+    const std::vector<qint64> places = carets(view);
+    const qint64 main = ask(view, EditView::SCI_GETSELECTIONNCARET, ask(view, EditView::SCI_GETMAINSELECTION));
+    return static_cast<std::size_t>(std::ranges::lower_bound(places, main) - places.begin());
 }
 
 }  // namespace TextSpans

@@ -62,12 +62,15 @@ bool LongLines::isIdle(qint64 joint) const {
 
 /// Cuts the line that begins here into pieces.
 void LongLines::cut(qint64 begin) {
-    const char joint[] = {jointByte(m_map.joints().kind()), '\0'};
+    const char joint = jointByte(m_map.joints().kind());
     const qint64 line = m_text.lineOf(begin);
     qint64 end = line + 1 < m_text.lineCount() ? m_text.lineStart(line + 1) - 2 : m_text.length();
     for (qint64 at = begin; end - at > PieceLength;) {
         at += pieceEnd(m_text.range(at, PieceLength + 1));
-        m_view.SendScintilla(QsciScintillaBase::SCI_INSERTTEXT, static_cast<uintptr_t>(at), joint);
+        // Unlike the message that inserts a text, this one leaves what is selected.
+        m_view.SendScintilla(QsciScintillaBase::SCI_SETTARGETRANGE, static_cast<unsigned long>(at),
+                             static_cast<long>(at));
+        m_view.SendScintilla(QsciScintillaBase::SCI_REPLACETARGET, uintptr_t{1}, &joint);
         ++at;
         ++end;
     }
@@ -77,10 +80,13 @@ void LongLines::cut(qint64 begin) {
 bool LongLines::chooseJoint() {
     if (m_map.joints().kind() != JointKind::None)
         return m_map.joints().kind() != JointKind::Listed;
+    if (m_usesAllLineEnds)
+        return false;
     LineEndsSeen seen;
     seen.look(m_text.range(0, m_text.length()));
     const JointKind kind = jointKindFor(seen);
-    if (kind == JointKind::Listed)
+    m_usesAllLineEnds = kind == JointKind::Listed;
+    if (m_usesAllLineEnds)
         return false;
     m_map.setJointKind(kind);
     return true;

@@ -18,6 +18,9 @@ class LongLines {
     /// The bytes from `low` to `high` have just changed.
     void keepShort(qint64 low, qint64 high);
 
+    /// The line ends of the text may be others: whether a byte is left over to stand for a joint is found out again.
+    void lookAgain() { m_usesAllLineEnds = false; }
+
  private:
     void removeIdleJoints(qint64 low, qint64 high);
     bool isIdle(qint64 joint) const;
@@ -27,4 +30,5 @@ class LongLines {
     QsciScintillaBase& m_view;
     const HeldText& m_text;
     TextMap& m_map;
+    bool m_usesAllLineEnds = false;  ///< known; such a text is not read again at each edit of a long line
 };

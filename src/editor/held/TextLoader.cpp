@@ -57,7 +57,8 @@ class NewDocument {
 /// One pass over a file with one guess at its format: reads, decodes, cuts long lines, and passes on parts of the text.
 class Reading {
  public:
-    Reading(FileReader& file, TextDecoder& decoder, char joint) : m_file(file), m_decoder(decoder), m_cutter(joint) {}
+    Reading(FileReader& file, TextDecoder& decoder, std::optional<char> joint)
+        : m_file(file), m_decoder(decoder), m_cutter(joint) {}
 
     /// Stops early when `give` returns false, when reading fails, or when the guess was wrong.
     void run(const Give& give);
@@ -166,7 +167,8 @@ bool fill(Reading& reading, NewDocument& document, qint64 fileSize) {
 }
 
 /// Nothing when the decoder's guess was wrong.
-std::optional<LoadedText> tryLoad(const QString& path, TextDecoder& decoder, char joint, QsciScintillaBase& host) {
+std::optional<LoadedText> tryLoad(const QString& path, TextDecoder& decoder, std::optional<char> joint,
+                                  QsciScintillaBase& host) {
     LoadedText text;
     FileReader file;
     text.error = file.open(path);
@@ -189,6 +191,7 @@ std::optional<LoadedText> tryLoad(const QString& path, TextDecoder& decoder, cha
     text.format = decoder.format();
     text.ascii = decoder.ascii();
     text.joints = reading.cutter().joints();
+    text.longestCut = reading.cutter().longestCut();
     text.firstLineEnd = reading.firstLineEnd();
     if (!text.joints.empty()) {
         text.jointKind = jointKindFor(reading.cutter().lineEnds());
@@ -198,7 +201,8 @@ std::optional<LoadedText> tryLoad(const QString& path, TextDecoder& decoder, cha
 }
 
 /// Guesses until one is right; the last guess always is.
-LoadedText loadWithJoint(const QString& path, std::optional<TextFormat> format, char joint, QsciScintillaBase& host) {
+LoadedText loadWithJoint(const QString& path, std::optional<TextFormat> format, std::optional<char> joint,
+                         QsciScintillaBase& host) {
     TextDecoder decoder = format ? TextDecoder(*format) : TextDecoder();
     for (;;) {
         if (std::optional<LoadedText> text = tryLoad(path, decoder, joint, host))
@@ -213,10 +217,18 @@ void discard(LoadedText& text, QsciScintillaBase& host) {
 
 }  // namespace
 
-/// The joint is CR unless the text turns out to use CR alone; then it is read once more with LF.
+/// The joint is CR unless the text turns out to use CR alone; then it is read once more with LF. A text that uses all
+/// line ends has no byte left over for a joint: it is read once more and left uncut, unless a line of it is so long
+/// that it would keep the control busy for seconds.
 LoadedText TextLoader::load(const QString& path, std::optional<TextFormat> format, QsciScintillaBase& host) {
     LoadedText text = loadWithJoint(path, format, '\r', host);
-    if (text.error || text.jointKind != JointKind::AnyLf)
+    if (text.error)
+        return text;
+    if (text.jointKind == JointKind::Listed && text.longestCut < UncutLine) {
+        discard(text, host);
+        return loadWithJoint(path, format, std::nullopt, host);
+    }
+    if (text.jointKind != JointKind::AnyLf)
         return text;
     discard(text, host);
     text = loadWithJoint(path, format, '\n', host);

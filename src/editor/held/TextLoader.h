@@ -21,6 +21,7 @@ struct LoadedText {
     bool styled = true;  ///< false: too large to be coloured
     JointKind jointKind = JointKind::None;
     std::vector<qint64> joints;  ///< byte offsets
+    qint64 longestCut = 0;       ///< bytes of the longest line with joints
     QString firstLineEnd;        ///< of the file; empty when it has one line
 };
 
@@ -30,6 +31,8 @@ namespace TextLoader {
 inline constexpr qint64 ColouringLimit = 64LL * 1024 * 1024;
 /// Files of more bytes are refused with the description of EFBIG.
 inline constexpr qint64 SizeLimit = 2'147'483'647;
+/// A text that uses all line ends is held uncut, and so can be edited, when all its lines have fewer bytes than this.
+inline constexpr qint64 UncutLine = 8LL * 1024 * 1024;
 
 /// Reads a file, by the given format or, without one, by a format detected from its bytes. `host` is any view; the
 /// document is created through it and does not appear in it.

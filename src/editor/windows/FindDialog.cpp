@@ -21,6 +21,8 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include <utility>
+
 namespace {
 
 /// A selection of more units is not used as the text to search for.
@@ -148,7 +150,8 @@ void FindDialog::begin() {
 
 void FindDialog::done(int result) {
     QDialog::done(result);
-    Q_EMIT m_control.AfterFind();
+    if (std::exchange(m_searched, false))
+        Q_EMIT m_control.AfterFind();
 }
 
 void FindDialog::showEvent(QShowEvent* event) {
@@ -325,6 +328,7 @@ void FindDialog::finishAll(qint64 count, const QString& sentence) {
 
 void FindDialog::tellOfSearch() {
     fillHistories();
+    m_searched = true;
     Q_EMIT m_control.AfterFind();
 }
 

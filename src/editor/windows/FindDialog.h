@@ -19,8 +19,8 @@ enum class SearchOutcome;
 /// The control's find dialog, and its replace dialog, which has some more controls. Modeless; a child of the control
 /// and destroyed with it. Flags and text of its searches become the control's. Errors are shown in the dialog itself.
 /// "Within the selection" is the selection at the time it was opened, or a later one made by the user. It closes when
-/// another text of the window gets the focus. The control emits AfterFind after each search, and when the dialog is
-/// closed.
+/// another text of the window gets the focus. The control emits AfterFind after each search, and when a dialog that has
+/// searched is closed.
 class FindDialog : public QDialog {
     Q_OBJECT
 
@@ -80,6 +80,7 @@ class FindDialog : public QDialog {
     QCheckBox* m_preserveCase = nullptr;
     QCheckBox* m_inSelection = nullptr;
     QLabel* m_result = nullptr;
+    bool m_searched = false;  ///< since it was opened
     std::unique_ptr<SearchRange> m_range;
     std::unique_ptr<MatchHighlight::Hold> m_highlight;
 };

@@ -91,7 +91,7 @@ HexNeedle::HexNeedle(QByteArray bytes, qsizetype overlap, bool ignoresCase)
 
 std::optional<HexNeedle> HexNeedle::make(const QString& text, HexFindType type) {
     const bool isSequence = type == HexFindType::Bytes;
-    const std::optional<QByteArray> bytes = isSequence ? HexText::bytesOfHexText(text) : HexText::bytesOfText(text);
+    const std::optional<QByteArray> bytes = isSequence ? HexText::bytesOfTypedHex(text) : HexText::bytesOfText(text);
     if (!bytes || bytes->isEmpty())
         return std::nullopt;
     return HexNeedle(*bytes, bytes->size() - (isSequence ? 1 : 0), type == HexFindType::AnyCase);

@@ -8,7 +8,7 @@
 
 /// How the text of a search is interpreted.
 enum class HexFindType : qint16 {
-    Bytes = 0,      ///< hex digits, three characters a byte
+    Bytes = 0,      ///< hex digits, with or without blanks between the bytes
     AnyCase = 1,    ///< text, upper and lower case alike
     ExactCase = 2,  ///< text
 };

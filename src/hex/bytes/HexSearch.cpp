@@ -3,6 +3,21 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+/// The watch is called once for so many matches within a block.
+constexpr qint64 MatchesOfAWatch = 1024;
+
+int percentAt(qint64 at, qint64 length) {
+    return length == 0 ? 100 : static_cast<int>(std::clamp<qint64>(at * 100 / length, 0, 100));
+}
+
+}  // namespace
+
+bool HexSearch::mayContinue(qint64 at, qint64 length) const {
+    return !m_watch || m_watch(percentAt(at, length));
+}
+
 /// If a needle filled the block, the search could not advance.
 qint64 HexSearch::blockFor(const HexNeedle& needle) const {
     return needle.overlap() < m_blockSize ? m_blockSize : m_blockSize + needle.overlap();
@@ -28,6 +43,8 @@ bool HexSearch::scanDown(const HexNeedle& needle, qint64 start, std::optional<Fi
             found = FilePosition(at + index);
         if (found || length - at < size)
             break;
+        if (!mayContinue(at, length))
+            return false;
     }
     return true;
 }
@@ -60,6 +77,8 @@ std::optional<FilePosition> HexSearch::findUp(const HexNeedle& needle, FilePosit
             return std::nullopt;
         if (const qsizetype found = needle.lastIn(block); found >= 0)
             return FilePosition(at + found);
+        if (!mayContinue(length - at, length))
+            return std::nullopt;
         if (!isLast)
             continue;
         if (hasGoneOn || !goesOn)
@@ -69,26 +88,33 @@ std::optional<FilePosition> HexSearch::findUp(const HexNeedle& needle, FilePosit
     }
 }
 
-qint64 HexSearch::forEachMatch(const HexNeedle& needle, const std::function<void(FilePosition)>& visit) const {
+bool HexSearch::visitMatches(const HexNeedle& needle, const QByteArray& block, qint64 at, qint64 length,
+                             const std::function<void(FilePosition)>& visit) const {
+    qint64 matches = 0;
+    for (qsizetype found = needle.firstIn(block); found >= 0; found = needle.firstIn(block, found + 1)) {
+        visit(FilePosition(at + found));
+        if (++matches % MatchesOfAWatch == 0 && !mayContinue(at + found, length))
+            return false;
+    }
+    return true;
+}
+
+void HexSearch::forEachMatch(const HexNeedle& needle, const std::function<void(FilePosition)>& visit) const {
     const qint64 length = m_bytes.length();
     const qint64 size = blockFor(needle);
-    qint64 matches = 0;
     QByteArray block;
     for (qint64 at = 1; at <= length; at += size - needle.overlap()) {
-        if (!read(at, size, block))
-            break;
-        for (qsizetype found = needle.firstIn(block); found >= 0; found = needle.firstIn(block, found + 1)) {
-            ++matches;
-            visit(FilePosition(at + found));
-        }
-        if (length - at < size)
-            break;
+        if (!read(at, size, block) || !visitMatches(needle, block, at, length, visit))
+            return;
+        if (length - at < size || !mayContinue(at, length))
+            return;
     }
-    return matches;
 }
 
 qint64 HexSearch::count(const HexNeedle& needle) const {
-    return forEachMatch(needle, [](FilePosition) {});
+    qint64 matches = 0;
+    forEachMatch(needle, [&](FilePosition) { ++matches; });
+    return matches;
 }
 
 HexSearch::Replaced HexSearch::replaceAll(const HexNeedle& needle, const QByteArray& replacement) {

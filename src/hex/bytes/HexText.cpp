@@ -2,6 +2,8 @@
 
 #include "text/codec/Windows1252.h"
 
+#include <QStringList>
+
 #include <array>
 
 namespace {
@@ -95,6 +97,21 @@ std::optional<QByteArray> HexText::bytesOfHexText(const QString& text) {
         if (!byte)
             return std::nullopt;
         bytes += static_cast<char>(*byte);
+    }
+    return bytes;
+}
+
+std::optional<QByteArray> HexText::bytesOfTypedHex(const QString& text) {
+    QByteArray bytes;
+    for (QString run : text.simplified().split(u' ', Qt::SkipEmptyParts)) {
+        if (run.size() % 2 != 0)
+            run.insert(run.size() == 1 ? 0 : run.size(), u'0');
+        for (qsizetype at = 0; at < run.size(); at += 2) {
+            const std::optional<int> byte = byteOfDigits(run.mid(at, 2));
+            if (!byte)
+                return std::nullopt;
+            bytes += static_cast<char>(*byte);
+        }
     }
     return bytes;
 }

@@ -34,6 +34,9 @@ QString SpaceHexText(const QString& digits);
 QString NormalizeHexText(const QString& text);
 /// The bytes of a text of which each three characters are one byte; nothing when it is no such text.
 std::optional<QByteArray> bytesOfHexText(const QString& text);
+/// The bytes of hex digits as people type them, with blanks between the bytes or without. A digit left over in a run of
+/// digits is the upper half of a byte, one that stands alone is the lower half. Nothing when there is anything else.
+std::optional<QByteArray> bytesOfTypedHex(const QString& text);
 
 /// The bytes of a text; nothing when a character has no byte.
 std::optional<QByteArray> bytesOfText(const QString& text);

@@ -180,20 +180,24 @@ bool HexFindPanel::checkBox(QComboBox* box) {
 }
 
 bool HexFindPanel::refuse(QComboBox* box, const QString& why) {
-    m_refusal->setText(why);
+    say(why);
     box->setFocus();
+    return false;
+}
+
+void HexFindPanel::say(const QString& text) {
+    m_refusal->setText(text);
     QAccessibleEvent event(m_refusal, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
-    return false;
 }
 
 // The buttons
 
-int HexFindPanel::search() {
+int HexFindPanel::search() const {
     BusyPointer::show();
     const auto type = static_cast<qint16>(findType());
-    const int position =
-        m_direction[0]->isChecked() ? m_target->FindUp(term(), type) : m_target->FindDown(term(), type);
+    const bool isUp = m_direction[0]->isChecked();
+    const int position = isUp ? m_target->FindUp(term(), type) : m_target->FindDown(term(), type);
     BusyPointer::restore();
     return position;
 }
@@ -202,19 +206,32 @@ void HexFindPanel::cmdFindNext() {
     if (m_target == nullptr || !checkInput())
         return;
     fitReplacement();
-    if (!searchOn())
+    if (searchOn() == Outcome::Missed)
         reportMiss(u"Find Completed"_qs);
 }
 
-bool HexFindPanel::searchOn() {
+HexFindPanel::Outcome HexFindPanel::searchOn() {
+    const QPointer<HexFindPanel> guard(this);
+    m_refusal->clear();
     const int position = search();
+    if (!guard || m_target == nullptr)
+        return Outcome::Ended;
+    if (m_target->wasSearchStopped()) {
+        say(u"Stopped."_qs);
+        return Outcome::Ended;
+    }
     if (position < 0)
-        return false;
+        return Outcome::Missed;
     m_foundAt = position;
     m_desk.state.HexFindActive = true;
     keepMatch();
     keepHistories();
-    return true;
+    return Outcome::Found;
+}
+
+void HexFindPanel::reportStop(int matches) {
+    keepHistories();  // may set the texts of the boxes, which clears what is said
+    say(u"Stopped after %1."_qs.arg(matches));
 }
 
 void HexFindPanel::reportMiss(const QString& completed) {
@@ -235,9 +252,15 @@ void HexFindPanel::cmdMarkAll() {
 void HexFindPanel::reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16)) {
     if (m_target == nullptr || !checkInput())
         return;
+    const QPointer<HexFindPanel> guard(this);
+    m_refusal->clear();
     BusyPointer::show();
     const int number = (m_target->*work)(term(), static_cast<qint16>(findType()));
     BusyPointer::restore();
+    if (!guard || m_target == nullptr)
+        return;
+    if (m_target->wasSearchStopped())
+        return reportStop(number);
     report(QString::fromLatin1(text).arg(term().trimmed(), QString::number(number)));
 }
 

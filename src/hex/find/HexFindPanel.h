@@ -64,8 +64,12 @@ class HexFindPanel : public QWidget {
     virtual void keepMatch() {}
     virtual void keepHistories();
 
-    /// Whether there was a match; the position is kept then.
-    bool searchOn();
+    enum class Outcome { Found, Missed, Ended };
+    /// A match is kept. Ended: the user stopped the search, which the page says, or this object was destroyed
+    /// meanwhile.
+    Outcome searchOn();
+    /// Says on the page that the user stopped a search, after so many matches.
+    void reportStop(int matches);
     /// `completed` when a match was found before.
     void reportMiss(const QString& completed);
     /// Shows a box and keeps the histories if the form still exists.
@@ -83,7 +87,8 @@ class HexFindPanel : public QWidget {
 
     QGroupBox* addOptions(const char* title, const char* name, const std::array<const char*, 2>& captions,
                           std::array<QRadioButton*, 2>& options);
-    int search();
+    int search() const;
+    void say(const QString& text);
     void reportNumber(const char* text, int (HexFindTarget::*work)(const QString&, qint16));
     bool refuse(QComboBox* box, const QString& why);
 

@@ -3,14 +3,16 @@
 #include <QString>
 
 /// The functions of a view that the find panels use to search it. Positions count from 1; a type is one of HexFindType.
-/// A text is digits of hex for bytes, else the text itself. Each call may show what it found and may report an error in
-/// a box, which runs the event loop.
+/// A text is digits of hex for bytes, else the text itself. Each call may show what it found, and may run the event
+/// loop: while a search takes long, or for a box that reports an error.
 class HexFindTarget {
  public:
     HexFindTarget() = default;
     virtual ~HexFindTarget() = default;
     Q_DISABLE_COPY_MOVE(HexFindTarget)
 
+    /// A search that takes long may be stopped by the user; it then has the results up to there.
+    virtual bool wasSearchStopped() const = 0;
     /// Both show the match and return its position, -1 when there is none.
     virtual int FindDown(const QString& pStr, qint16 pFindType) = 0;
     virtual int FindUp(const QString& pStr, qint16 pFindType) = 0;

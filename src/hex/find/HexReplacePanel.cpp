@@ -72,7 +72,7 @@ void HexReplacePanel::cmdReplace() {
         target()->ReplaceBytes(hexText(), foundAt());
     if (!guard || target() == nullptr)
         return;
-    if (searchOn())
+    if (searchOn() != Outcome::Missed)
         return;
     if (foundAt() > 0)
         target()->FillGrid();
@@ -85,14 +85,20 @@ void HexReplacePanel::cmdReplaceAll() {
     fillReplacement();
     if (rules().cutsForAll)
         m_replacement->setEditText(m_replacement->currentText().left(term().size()));
+    const QPointer<HexReplacePanel> guard(this);
     BusyPointer::show();
     const int number = target()->ReplaceAll(term(), hexText(), static_cast<qint16>(findType()));
     BusyPointer::restore();
-    if (number == 0)
+    if (!guard || target() == nullptr)
+        return;
+    const bool wasStopped = target()->wasSearchStopped();
+    if (number == 0 && !wasStopped)
         return report(u"Not Found"_qs);
     forgetFound();
     if (rules().isText)
         setMatchWaits(false);
+    if (wasStopped)
+        return reportStop(number);
     report(QString::fromLatin1(rules().replacedAll).arg(number));
 }
 

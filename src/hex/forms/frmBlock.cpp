@@ -1,6 +1,7 @@
 #include "hex/forms/frmBlock.h"
 
 #include "hex/forms/NumberConversion.h"
+#include "widgets/Contrast.h"
 #include "widgets/KeyFilterEdit.h"
 
 #include <QButtonGroup>
@@ -37,7 +38,7 @@ QRadioButton* makeOption(const char* name, std::size_t index, const char* captio
 
 }  // namespace
 
-frmBlock::frmBlock(QWidget* parent)
+frmBlock::frmBlock(bool locked, QWidget* parent)
     : HexDialog(u"frmBlock"_qs, u"Select Block"_qs, parent),
       m_first(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)),
       m_last(new KeyFilterEdit(KeyFilterEdit::decimalKeys(), this)),
@@ -61,6 +62,7 @@ frmBlock::frmBlock(QWidget* parent)
     layout->addRow(makeFillFrame());
     layout->addRow(makeButtons());
     m_mode[0]->setChecked(true);
+    m_mode[1]->setEnabled(!locked);
     applyMode();
     m_first->setFocus();
 }
@@ -91,14 +93,21 @@ void frmBlock::applyMode() {
         option->setEnabled(!isFill);
     m_fillFrame->setEnabled(isFill);
     m_byte->setEnabled(isFill);
-    QPalette palette = this->palette();
-    if (!isFill) {
-        m_byte->clear();
-        palette.setColor(QPalette::Base, Grey);
-    }
-    m_byte->setPalette(palette);
+    m_byte->setPalette(byteColours(isFill));
     if (isFill)
         m_byte->setFocus();
+    else
+        m_byte->clear();
+}
+
+/// Grey while nothing can be typed. In a dark window that grey would be the brightest spot: there the box has the
+/// colour of the window.
+QPalette frmBlock::byteColours(bool isFill) const {
+    QPalette colours = palette();
+    const QColor window = colours.color(QPalette::Window);
+    if (!isFill)
+        colours.setColor(QPalette::Base, Contrast::isDark(window) ? window : Grey);
+    return colours;
 }
 
 bool frmBlock::checkInput() {

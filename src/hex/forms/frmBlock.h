@@ -16,7 +16,8 @@ class frmBlock : public HexDialog {
     Q_OBJECT
 
  public:
-    explicit frmBlock(QWidget* parent = nullptr);
+    /// In a locked view a block can only be copied.
+    explicit frmBlock(bool locked = false, QWidget* parent = nullptr);
 
     /// Of a confirmed form; in the order they were typed. Too large for an offset: a number that no file has.
     Offset first() const;
@@ -33,6 +34,7 @@ class frmBlock : public HexDialog {
     QWidget* makeFillFrame();
     QWidget* makeCopyFrame();
     void applyMode();
+    QPalette byteColours(bool isFill) const;
 
     KeyFilterEdit* m_first;
     KeyFilterEdit* m_last;

@@ -127,8 +127,8 @@ bool Grid::pressKey(int key, Qt::KeyboardModifiers modifiers) {
     const auto* rule = std::find_if(std::begin(Rules), std::end(Rules), [&](const Rule& r) { return r.key == key; });
     if (rule == std::end(Rules))
         return false;
-    m_keepLeave = false;
     (this->*rule->press)(modifiers);
+    m_keepLeave = false;  // of this key alone, also when it found no cell to go to
     return true;
 }
 

@@ -100,7 +100,7 @@ class Grid : public QObject {
 
     HexCell m_cell;
     HexCell m_previous;        ///< the cell last entered
-    bool m_keepLeave = false;  ///< LeaveCell was emitted already for the current cell
+    bool m_keepLeave = false;  ///< during a key: LeaveCell was emitted already for the current cell
     int m_rows = HexPaging::PageRows;
     std::vector<Texts> m_texts{static_cast<std::size_t>(m_rows) + 1};  ///< one row more than in use
     FilePosition m_pointer;

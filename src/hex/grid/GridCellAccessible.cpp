@@ -7,6 +7,12 @@ namespace {
 
 constexpr int OffsetDigits = 8;
 
+QString stateText(bool isChanged, bool isFound) {
+    if (isFound)
+        return isChanged ? u"Changed, found"_qs : u"Found"_qs;
+    return isChanged ? u"Changed"_qs : QString();
+}
+
 }  // namespace
 
 GridCellAccessible::GridCellAccessible(GridPane* pane, HexCell cell) : m_pane(pane), m_cell(cell) {}
@@ -43,7 +49,7 @@ QString GridCellAccessible::text(QAccessible::Text kind) const {
     if (kind == QAccessible::Value)
         return value;
     if (kind == QAccessible::Description)
-        return m_pane->isMarked(m_cell) ? u"Changed"_qs : QString();
+        return stateText(m_pane->isMarked(m_cell), m_pane->isFound(m_cell));
     if (kind != QAccessible::Name)
         return {};
     const Offset offset(grid().Pointer() + m_cell.row * Grid::Columns + m_cell.col);

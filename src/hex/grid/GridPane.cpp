@@ -23,6 +23,7 @@ constexpr int EighthsOfANotch = 120;
 constexpr int PassiveShadePercent = 20;
 constexpr int PassiveEdgePercent = 60;
 constexpr int DividerPercent = 15;
+constexpr int BorderWidth = 2;
 
 }  // namespace
 
@@ -42,15 +43,17 @@ class GridPane::Cursor : public QWidget {
         const QColor base = palette().color(QPalette::Base);
         const HexCell cell = m_pane.m_grid.cell();
         const bool marked = m_pane.isMarked(cell);
+        const bool found = m_pane.isFound(cell);
         if (m_pane.m_grid.HasFocus()) {
             painter.fillRect(rect(), marked ? HexColours::changedText(palette()) : text);
             painter.setPen(base);
         } else {
-            const QColor shade = Contrast::blended(base, text, PassiveShadePercent);
+            const HexColours::Cell look = HexColours::cell(palette(), marked, found);
+            const QColor shade = found ? look.ground : Contrast::blended(base, text, PassiveShadePercent);
             painter.fillRect(rect(), shade);
-            painter.setPen(Contrast::blended(base, text, PassiveEdgePercent));
+            painter.setPen(found ? look.text : Contrast::blended(base, text, PassiveEdgePercent));
             painter.drawRect(rect().adjusted(0, 0, -1, -1));
-            painter.setPen(Contrast::readableOn(shade, marked ? HexColours::changedText(palette()) : text));
+            painter.setPen(Contrast::readableOn(shade, look.text));
         }
         m_pane.DrawCell(painter, rect(), cell);
     }
@@ -157,9 +160,7 @@ const QStaticText& GridPane::laidOut(const QString& text) const {
 void GridPane::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setFont(font());
-    const QColor text = palette().color(QPalette::Text);
-    const QColor changedText = HexColours::changedText(palette());
-    const QColor changedBase = HexColours::changedBase(palette());
+    const HexColours::Cells looks(palette());
     for (const QRect& part : event->region()) {
         painter.fillRect(part, palette().color(QPalette::Base));
         const int lastRow = std::min(part.bottom() / CellHeight, m_grid.Rows() - 1);
@@ -167,19 +168,22 @@ void GridPane::paintEvent(QPaintEvent* event) {
         for (int row = part.top() / CellHeight; row <= lastRow; ++row) {
             for (int col = part.left() / CellWidth(); col <= lastCol; ++col) {
                 const QRect cell = cellRect({row, col});
-                const bool marked = isMarked({row, col});
-                if (marked)
-                    painter.fillRect(cell, changedBase);
-                painter.setPen(marked ? changedText : text);
+                const HexColours::Cell& look = looks.of(isMarked({row, col}), isFound({row, col}));
+                painter.fillRect(cell, look.ground);
+                painter.setPen(look.text);
                 DrawCell(painter, cell, {row, col});
             }
         }
     }
     paintDivider(painter);
-    if (m_hasBorder) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
+    if (m_hasBorder)
+        paintBorder(painter);
+}
+
+void GridPane::paintBorder(QPainter& painter) const {
+    painter.setPen(HexColours::border(palette()));
+    for (int inset = 0; inset < BorderWidth; ++inset)
+        painter.drawRect(rect().adjusted(inset, inset, -1 - inset, -1 - inset));
 }
 
 /// Between the halves of the rows, so that a column is found at a glance.

@@ -30,6 +30,8 @@ class GridPane : public QWidget {
     void setCursorName(const QString& name);
     /// Which cells are painted as changed; called at each painting.
     void setMarks(std::function<bool(HexCell)> isMarked) { m_isMarked = std::move(isMarked); }
+    /// The same for the bytes that a search found.
+    void setMatches(std::function<bool(HexCell)> isFound) { m_isFound = std::move(isFound); }
     /// Off while nothing is loaded.
     void setCursorShown(bool shown);
     /// A line around the pane, for the one in use.
@@ -43,6 +45,7 @@ class GridPane : public QWidget {
     const Grid& grid() const { return m_grid; }
     Grid& grid() { return m_grid; }
     bool isMarked(HexCell cell) const { return m_isMarked && m_isMarked(cell); }
+    bool isFound(HexCell cell) const { return m_isFound && m_isFound(cell); }
 
     QRect cellRect(HexCell cell) const;
     /// The one under a point of the pane, if the grid has a row there.
@@ -86,6 +89,7 @@ class GridPane : public QWidget {
     void InitializeGrid(int cellWidth);
     void DrawCell(QPainter& painter, const QRect& rect, HexCell cell) const;
     void paintDivider(QPainter& painter) const;
+    void paintBorder(QPainter& painter) const;
     const QStaticText& laidOut(const QString& text) const;
     void updateCell(HexCell cell);
     void moveCursor();
@@ -93,6 +97,7 @@ class GridPane : public QWidget {
     Grid& m_grid;
     Cursor* m_cursor;
     std::function<bool(HexCell)> m_isMarked;
+    std::function<bool(HexCell)> m_isFound;
     mutable QHash<QString, QStaticText> m_laidOut;  ///< by its text; there are no more than bytes and digits
     bool m_hasBorder = false;
     int m_wheel = 0;  ///< eighths of a degree that are no whole notch yet

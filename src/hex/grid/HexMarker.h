@@ -1,5 +1,7 @@
 #pragma once
 
+#include "hex/grid/HexColours.h"
+
 #include <QPainter>
 #include <QWidget>
 
@@ -15,6 +17,6 @@ class HexMarker : public QWidget {
 
  protected:
     void paintEvent(QPaintEvent*) override {
-        QPainter(this).fillRect(rect(), palette().color(isEnabled() ? QPalette::Highlight : QPalette::Mid));
+        QPainter(this).fillRect(rect(), isEnabled() ? HexColours::marker(palette()) : palette().color(QPalette::Mid));
     }
 };

@@ -8,11 +8,10 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-QString OwnTextFile::path(const QString& name) {
-    return ProgramFolder() + u'/' + name;
-}
+namespace {
 
-OwnTextFile::Content OwnTextFile::read(const QString& path, qsizetype most) {
+/// Stops behind `most` bytes, so that a longer file has more of them.
+OwnTextFile::Content readPast(const QString& path, qsizetype most) {
     FileReader reader;
     if (const SystemError error = reader.open(path))
         return {{}, error};
@@ -25,11 +24,28 @@ OwnTextFile::Content OwnTextFile::read(const QString& path, qsizetype most) {
         if (length < 0)
             return {{}, reader.error()};
         bytes.truncate(before + length);
-        if (bytes.size() > most)
-            return {{}, FileErrors::reading(path, SystemError::fromErrno(EFBIG))};
-        if (length < Part)
+        if (length < Part || bytes.size() > most)
             return {bytes, {}};
     }
+}
+
+}  // namespace
+
+QString OwnTextFile::path(const QString& name) {
+    return ProgramFolder() + u'/' + name;
+}
+
+OwnTextFile::Content OwnTextFile::read(const QString& path, qsizetype most) {
+    Content content = readPast(path, most);
+    if (content.bytes.size() > most)
+        return {{}, FileErrors::reading(path, SystemError::fromErrno(EFBIG))};
+    return content;
+}
+
+OwnTextFile::Content OwnTextFile::readHead(const QString& path, qsizetype most) {
+    Content content = readPast(path, most);
+    content.bytes.truncate(most);
+    return content;
 }
 
 QStringList OwnTextFile::linesOf(QByteArrayView bytes) {
@@ -50,13 +66,19 @@ std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype
 }
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
+    return !replace(path, lines);
+}
+
+SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
     makeFolder(QFileInfo(path).path());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
+    QByteArray bytes;
     for (const QString& line : lines) {
         if (!line.contains(u'\n') && !line.contains(u'\r'))
-            file.write(line.toUtf8() + "\r\n");
+            bytes += line.toUtf8() + "\r\n";
     }
-    return file.commit();
+    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() && file.commit())
+        return {};
+    return FileErrors::writing(path, {EIO, file.errorString()});
 }

@@ -31,6 +31,8 @@ struct Content {
 
 /// A file longer than `most` is an error.
 Content read(const QString& path, qsizetype most);
+/// Of a file longer than `most` only the first `most` bytes are read.
+Content readHead(const QString& path, qsizetype most);
 
 /// A last line without an end counts, an empty one after the last end does not.
 QStringList linesOf(QByteArrayView bytes);
@@ -41,5 +43,8 @@ std::optional<QStringList> readLines(const QString& path, qsizetype most);
 /// Replaces the whole file, and creates its folder first. A line that contains a line break is left out. False: the
 /// file could not be written and is unchanged.
 bool writeLines(const QString& path, const QStringList& lines);
+
+/// The same, with the reason when the file could not be written.
+SystemError replace(const QString& path, const QStringList& lines);
 
 }  // namespace OwnTextFile

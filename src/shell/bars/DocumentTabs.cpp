@@ -7,6 +7,7 @@
 #include "shell/documents/MdiChildren.h"
 #include "widgets/Icons.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 namespace {
@@ -99,7 +100,14 @@ void DocumentTabs::select(int index) {
 }
 
 void DocumentTabs::selectKey(const QString& key) {
-    select(indexOf(key));
+    const int index = indexOf(key);
+    // When a document closes, its neighbour's tab is selected before that document is activated.
+    if (index >= 0 && index == m_strip.currentIndex() && !m_inClick) {
+        Q_EMIT chosen(key);
+        return;
+    }
+    const QScopedValueRollback follows(m_followsWindow, true);
+    select(index);
 }
 
 int DocumentTabs::indexOf(const QString& key) const {
@@ -146,7 +154,8 @@ void DocumentTabs::TabClick(int index) {
     if (document != m_children.active())
         m_children.bringToFront(document);
     Q_EMIT chosen(key);
-    yieldOnce();
+    if (!m_followsWindow)
+        yieldOnce();
     m_inClick = false;
 }
 

@@ -26,7 +26,8 @@ class DocumentTabs : public QObject {
     void SetTabCaption(const frmDocument* document);
 
     int count() const;
-    /// Selects the tab of that key and activates its document.
+    /// Selects the tab of a document that has become the active one. Does not yield: this may happen while a window is
+    /// being shown, when Qt walks over children that a yield could destroy.
     void selectKey(const QString& key);
     int indexOf(const QString& key) const;
     /// 1 normal, 2 changed, 3 locked; 0 for no such tab.
@@ -51,4 +52,5 @@ class DocumentTabs : public QObject {
     MdiChildren& m_children;
     std::array<QIcon, 3> m_images;
     bool m_inClick = false;
+    bool m_followsWindow = false;  ///< the tab is selected because its document was activated
 };

@@ -119,7 +119,9 @@ void FindBar::takeFindHistory() {
 
 void FindBar::LoadSearchKeys() {
     const QStringList lines = OwnTextFile::readLines(listPath(), OwnTextFile::MostListBytes).value_or(QStringList());
-    setKeys(FindBarTexts::fromLines(lines));
+    QStringList list = keys();
+    FindBarTexts::addLines(list, lines);
+    setKeys(list);
     for (const QString& line : lines)
         SearchHistory::ofFinds().add(line);
 }

@@ -1,33 +1,30 @@
 #include "shell/bars/FindBarTexts.h"
 
-#include <algorithm>
-#include <iterator>
+#include "shell/session/RecentList.h"
+
+namespace {
+
+constexpr RecentList::Rule Rule{.capacity = FindBarTexts::Most};
+
+}  // namespace
 
 FindBarTexts::Change FindBarTexts::AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop) {
     if (pText.trimmed().isEmpty())
         return Change::Nothing;
-    const qsizetype present = keys.indexOf(pText);
-    if (present < 0) {
-        if (keys.size() >= Most)
-            keys.removeAt(Most - 1);
-        keys.prepend(pText);
-        return Change::Added;
-    }
-    if (!pMoveToTop)
+    RecentList list(Rule, keys);
+    const bool isPresent = list.contains(pText);
+    if (isPresent && !pMoveToTop)
         return Change::Nothing;
-    keys.move(present, 0);
-    return Change::Raised;
+    list.add(pText);
+    keys = list.entries();
+    return isPresent ? Change::Raised : Change::Added;
 }
 
-QStringList FindBarTexts::fromLines(const QStringList& lines) {
-    QStringList keys;
+void FindBarTexts::addLines(QStringList& keys, const QStringList& lines) {
     for (const QString& line : lines)
         AddSearchKey(keys, line, false);
-    return keys;
 }
 
 QStringList FindBarTexts::toLines(const QStringList& keys) {
-    QStringList lines;
-    std::ranges::reverse_copy(keys, std::back_inserter(lines));
-    return lines;
+    return RecentList(Rule, keys).oldestFirst();
 }

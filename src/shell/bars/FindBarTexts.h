@@ -17,8 +17,8 @@ enum class Change {
 /// ignored.
 Change AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop);
 
-/// The list from the lines of its file, which has the oldest first.
-QStringList fromLines(const QStringList& lines);
+/// Adds the lines of a file, which has the oldest first.
+void addLines(QStringList& keys, const QStringList& lines);
 QStringList toLines(const QStringList& keys);
 
 }  // namespace FindBarTexts

@@ -1,11 +1,12 @@
 #include "shell/bars/StatusPanels.h"
 
 #include "document/frmDocument.h"
-#include "document/rtCM.h"
 #include "shell/bars/StatusPanel.h"
 #include "widgets/Icons.h"
 
 #include <QStatusBar>
+
+#include <algorithm>
 
 namespace {
 
@@ -43,7 +44,18 @@ void StatusPanels::ShowDocumentInfo(const frmDocument* document) {
     document->LastUpdateTime(lastUpdate, size);
     panel(LastUpdate)->setText(lastUpdate);
     panel(Size)->setText(size);
-    m_limitations = document->TextEdit() ? document->GetEditor()->limitations() : QString();
+}
+
+void StatusPanels::ShowLimitations(const frmDocument* document) {
+    m_limitations = document->limitations();
+    showFirst();
+}
+
+/// In hex mode no command is repeated.
+void StatusPanels::ShowRepeatCount(const frmDocument* document) {
+    const int times = document->TextEdit() ? document->GetEditor()->repeatCount() : 1;
+    m_repeatCount =
+        times == 1 ? QString() : tr("The next command or key is done %1 times. Esc cancels this.").arg(times);
     showFirst();
 }
 
@@ -58,14 +70,16 @@ void StatusPanels::ShowRecording(const QString& text) {
 }
 
 void StatusPanels::showFirst() {
-    const QString& rest = m_recording.isEmpty() ? m_limitations : m_recording;
-    panel(First)->setText(m_notice.isEmpty() ? rest : m_notice);
+    const auto texts = {&m_notice, &m_repeatCount, &m_recording, &m_limitations};
+    const auto* const shown = std::ranges::find_if_not(texts, [](const QString* text) { return text->isEmpty(); });
+    panel(First)->setText(shown == texts.end() ? QString() : **shown);
 }
 
 void StatusPanels::clear() {
     for (StatusPanel* each : m_panels)
         each->setText(QString());
     m_notice.clear();
+    m_repeatCount.clear();
     m_limitations.clear();
     showFirst();
 }

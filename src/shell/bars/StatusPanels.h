@@ -8,8 +8,9 @@ class QStatusBar;
 class StatusPanel;
 class frmDocument;
 
-/// The panels of the status bar for the active document: 1 a notice of its text view, else the recording of a macro,
-/// else what was switched off for its size, 2 cursor position, 3 last update of the file, 4 its size. Owned by the bar.
+/// The panels of the status bar for the active document: 1 a notice of its view, else a pending repeat count, else the
+/// recording of a macro, else what has to be known of how it is shown or saved, 2 cursor position, 3 last update of the
+/// file, 4 its size. Owned by the bar.
 class StatusPanels : public QObject {
     Q_OBJECT
 
@@ -21,6 +22,8 @@ class StatusPanels : public QObject {
     /// Cheap: it is called with every movement of the cursor.
     void ShowCursorPosition(const frmDocument* document);
     void ShowDocumentInfo(const frmDocument* document);
+    void ShowLimitations(const frmDocument* document);
+    void ShowRepeatCount(const frmDocument* document);
 
     /// No document is left.
     void clear();
@@ -42,6 +45,7 @@ class StatusPanels : public QObject {
 
     std::array<StatusPanel*, 4> m_panels{};
     QString m_notice;
+    QString m_repeatCount;
     QString m_recording;
     QString m_limitations;
 };

@@ -12,6 +12,13 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
     setFocusPolicy(Qt::TabFocus);  // a click leaves the focus in the text
 }
 
+void TabStrip::mousePressEvent(QMouseEvent* event) {
+    const int tab = tabAt(event->position().toPoint());
+    if (event->button() == Qt::RightButton && tab >= 0)
+        setCurrentIndex(tab);
+    QTabBar::mousePressEvent(event);
+}
+
 void TabStrip::mouseReleaseEvent(QMouseEvent* event) {
     QTabBar::mouseReleaseEvent(event);
     if (event->button() == Qt::RightButton && count() > 0)

@@ -14,6 +14,8 @@ class TabStrip : public QTabBar {
     void menuWanted(const QPoint& globalPosition);
 
  protected:
+    /// The right button selects the tab below it too, so that the menu is for that tab.
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 };

@@ -2,6 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandRow.h"
 #include "shell/commands/MenuText.h"
 #include "shell/commands/RoomsToCome.h"
@@ -39,8 +40,8 @@ void undoClick(QAction& action, bool checked) {
 }  // namespace
 
 CommandEntries::CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar,
-                               QMenuBar& menuBar, QToolBar& toolBar, Runner run)
-    : m_table(table), m_rooms(rooms), m_coolBar(coolBar), m_run(std::move(run)) {
+                               const SidePanel& sidePanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run)
+    : m_table(table), m_rooms(rooms), m_coolBar(coolBar), m_sidePanel(sidePanel), m_run(std::move(run)) {
     buildMenus(menuBar);
     buildButtons(toolBar);
 }
@@ -231,7 +232,7 @@ void CommandEntries::showViewToggle(const ViewToggle& option, const frmDocument&
 }
 
 void CommandEntries::RefreshCheckedItems() {
-    CheckMenuItem("mnuEditExplorer", m_rooms.isExplorerVisible());
+    CheckMenuItem("mnuEditExplorer", m_sidePanel.isShown());
     CheckMenuItem("mnulFindReplacePanel", m_rooms.isSearchPanelVisible());
     CheckMenuItem("mnuShowEditToolbar", m_coolBar.isBandVisible(CoolBar::Tool));
     CheckMenuItem("mnuShowFilesTab", m_coolBar.isBandVisible(CoolBar::Tab));

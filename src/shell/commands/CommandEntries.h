@@ -16,6 +16,7 @@ class QMenuBar;
 class QToolBar;
 class QWidget;
 class RoomsToCome;
+class SidePanel;
 class frmDocument;
 struct CommandRow;
 struct CommandTarget;
@@ -36,8 +37,8 @@ class CommandEntries : public QObject {
     using Runner = std::function<void(const CommandTarget&)>;
 
     /// The marks of what rooms and bands show are read from them; the table outlives the entries.
-    CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar, QMenuBar& menuBar,
-                   QToolBar& toolBar, Runner run);
+    CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar,
+                   const SidePanel& sidePanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run);
 
     /// The entry or button of that name or key; null when there is none.
     QAction* entry(const QByteArray& name) const;
@@ -84,6 +85,7 @@ class CommandEntries : public QObject {
     std::span<const CommandRow> m_table;
     RoomsToCome& m_rooms;
     const CoolBar& m_coolBar;
+    const SidePanel& m_sidePanel;
     Runner m_run;
     QList<QAction*> m_items;
     QHash<QByteArray, QAction*> m_entries;

@@ -2,8 +2,10 @@
 
 #include "shell/commands/CommandRules.h"
 
+class FavoriteCommands;
 class FileCommands;
 class FrameCommands;
+class ProjectCommands;
 class RoomsToCome;
 class ViewCommands;
 class frmDocument;
@@ -14,11 +16,14 @@ struct CommandTarget {
     void (FileCommands::*file)() = nullptr;
     void (ViewCommands::*view)() = nullptr;
     void (FrameCommands::*frame)() = nullptr;
+    void (FavoriteCommands::*favorite)() = nullptr;
+    void (ProjectCommands::*project)() = nullptr;
     void (frmDocument::*document)() = nullptr;
     void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
-        return file == nullptr && view == nullptr && frame == nullptr && document == nullptr && room == nullptr;
+        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && project == nullptr &&
+               document == nullptr && room == nullptr;
     }
 };
 

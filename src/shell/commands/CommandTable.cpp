@@ -1,8 +1,10 @@
 #include "shell/commands/CommandTable.h"
 
 #include "document/frmDocument.h"
+#include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
@@ -14,6 +16,8 @@ namespace {
 using File = FileCommands;
 using View = ViewCommands;
 using Frame = FrameCommands;
+using Favorite = FavoriteCommands;
+using Project = ProjectCommands;
 using Document = frmDocument;
 using Rooms = RoomsToCome;
 
@@ -33,6 +37,14 @@ constexpr CommandTarget on(void (ViewCommands::*procedure)()) {
 
 constexpr CommandTarget on(void (FrameCommands::*procedure)()) {
     return {.frame = procedure};
+}
+
+constexpr CommandTarget on(void (FavoriteCommands::*procedure)()) {
+    return {.favorite = procedure};
+}
+
+constexpr CommandTarget on(void (ProjectCommands::*procedure)()) {
+    return {.project = procedure};
 }
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
@@ -168,15 +180,15 @@ constexpr CommandRow Commands[] = {
     gap("mnuLanguages", "mnuLangSep01"),
 
     menu("", "mnuFavorites", "Projects"),
-    {"mnuFavorites", "mnuAddFavorite", "Add to Favorite Projects", "", "projects", on(&Rooms::AddFavorite)},
-    {"mnuFavorites", "mnuDeleteFavorite", "Remove from Favorite Projects", "", "", on(&Rooms::DeleteFavorite)},
+    {"mnuFavorites", "mnuAddFavorite", "Add to Favorite Projects", "", "projects", on(&Favorite::AddFavorite)},
+    {"mnuFavorites", "mnuDeleteFavorite", "Remove from Favorite Projects", "", "", on(&Favorite::DeleteFavorite)},
     gap("mnuFavorites", "mnuFavoritesSep02"),
-    {"mnuFavorites", "mnuNewProject", "New Project", "", "newproj", on(&Rooms::NewProject)},
-    {"mnuFavorites", "mnuOpenProject", "Open Project", "", "openproj", on(&Rooms::AskProject)},
-    {"mnuFavorites", "mnuCloseProject", "Close Project", "", "", on(&Rooms::CloseProject)},
+    {"mnuFavorites", "mnuNewProject", "New Project", "", "newproj", on(&Project::NewProject)},
+    {"mnuFavorites", "mnuOpenProject", "Open Project", "", "openproj", on(&Project::ChooseProjectToOpen)},
+    {"mnuFavorites", "mnuCloseProject", "Close Project", "", "", on(&Project::CloseProject)},
     gap("mnuFavorites", "mnuFavoritesSep03"),
-    {"mnuFavorites", "mnuSaveProject", "Save Project", "", "saveproj", on(&Rooms::SaveProject)},
-    {"mnuFavorites", "mnuSaveProjectAs", "Save Project As..", "", "", on(&Rooms::SaveProjectAs)},
+    {"mnuFavorites", "mnuSaveProject", "Save Project", "", "saveproj", on(&Project::SaveProject)},
+    {"mnuFavorites", "mnuSaveProjectAs", "Save Project As..", "", "", on(&Project::SaveProjectFileAs)},
     gap("mnuFavorites", "mnuFavoritesSep"),
 
     menu("", "mnuTools", "Tools"),

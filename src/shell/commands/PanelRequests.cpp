@@ -2,30 +2,32 @@
 
 #include "document/frmDocument.h"
 #include "platform/Yield.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
+#include "shell/start/IgnoringErrors.h"
 
 PanelRequests::PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening,
-                             FileCommands& commands)
-    : m_children(children), m_active(active), m_opening(opening), m_commands(commands) {}
+                             FileCommands& commands, SidePanel& sidePanel)
+    : m_children(children), m_active(active), m_opening(opening), m_commands(commands), m_sidePanel(sidePanel) {}
 
 void PanelRequests::selectDocument(const QString& key) {
-    m_active.activate(m_children.byKey(key));
+    ignoringErrors("selectDocument", [&] { m_active.activate(m_children.byKey(key)); });
     yieldOnce();
 }
 
 void PanelRequests::openFile(const QString& path) {
-    m_opening.OpenFile(path, 0, true, true);
+    ignoringErrors("openFile", [&] { m_opening.OpenFile(path, 0, true, true); });
 }
 
 void PanelRequests::closeDocument() {
-    m_commands.Close();
+    ignoringErrors("closeDocument", [this] { m_commands.Close(); });
 }
 
 void PanelRequests::saveDocument() {
-    m_commands.Save();
+    ignoringErrors("saveDocument", [this] { m_commands.Save(); });
 }
 
 void PanelRequests::dragStarts() {
@@ -34,6 +36,10 @@ void PanelRequests::dragStarts() {
 
 void PanelRequests::dragEnds() {
     enableDocuments(true);
+}
+
+void PanelRequests::hidePanel() {
+    m_sidePanel.setShown(false);
 }
 
 void PanelRequests::enableDocuments(bool enabled) {

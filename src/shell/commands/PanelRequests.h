@@ -1,26 +1,26 @@
 #pragma once
 
-#include <QString>
+#include "workspace/host/WorkspaceHost.h"
 
 class ActiveDocument;
 class DocumentOpening;
 class FileCommands;
 class MdiChildren;
+class SidePanel;
 
-/// The requests of the side panel to the frame, one function for each of its events. Owned by the frame.
-class PanelRequests {
+/// The requests of the side panel to the frame. Owned by the frame. A request that fails has no effect.
+class PanelRequests : public WorkspaceHost {
  public:
-    PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, FileCommands& commands);
+    PanelRequests(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening, FileCommands& commands,
+                  SidePanel& sidePanel);
 
-    /// By key; the document is activated.
-    void selectDocument(const QString& key);
-    void openFile(const QString& path);
-    /// These two work on the active document, whichever row was clicked.
-    void closeDocument();
-    void saveDocument();
-    /// Rows are dragged out of the file list: meanwhile no document accepts a drop.
-    void dragStarts();
-    void dragEnds();
+    void selectDocument(const QString& key) override;
+    void openFile(const QString& path) override;
+    void closeDocument() override;
+    void saveDocument() override;
+    void dragStarts() override;
+    void dragEnds() override;
+    void hidePanel() override;
 
  private:
     void enableDocuments(bool enabled);
@@ -29,4 +29,5 @@ class PanelRequests {
     ActiveDocument& m_active;
     DocumentOpening& m_opening;
     FileCommands& m_commands;
+    SidePanel& m_sidePanel;
 };

@@ -8,40 +8,13 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // Recent lists and the session.
-    virtual void LoadRecentFiles() {}
-    virtual void LoadRecentProjects() {}
-    virtual void LoadFavProjects() {}
-    virtual void SaveRecentFiles() {}
-    virtual void SaveRecentProjects() {}
-    virtual void SaveFavProjects() {}
-    /// Adds a path at the top of the recent files.
-    virtual void AddLRUFile(const QString&) {}
-    virtual void RestoreSession() {}
-    virtual void SaveSession() {}
-
-    // Projects.
-    virtual void OpenProject(const QString&) {}
-    /// Asks for the project to open.
-    virtual void AskProject() {}
-    virtual void NewProject() {}
-    virtual void CloseProject() {}
-    virtual void SaveProject() {}
-    virtual void SaveProjectAs() {}
-    virtual void AddFavorite() {}
-    virtual void DeleteFavorite() {}
-
     // Search across files: the dialogs, the first with a list of folders.
     virtual void ShowSearchInFiles(const QString&) {}
     virtual void ReplaceInFiles() {}
 
-    // The side panel and the bottom panel, and their layout.
-    virtual bool isExplorerVisible() { return false; }
+    // The bottom panel and its layout.
     virtual bool isSearchPanelVisible() { return false; }
-    virtual void ToggleExplorer() {}
     virtual void ToggleSearchPanel() {}
-    virtual void resetSplitters() {}
-    virtual void ArrangePanels() {}
     virtual void layOutSearchPanel() {}
 
     // Dialogs.

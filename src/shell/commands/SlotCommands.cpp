@@ -3,7 +3,7 @@
 #include "document/frmDocument.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/MenuText.h"
-#include "shell/commands/RoomsToCome.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
@@ -24,9 +24,9 @@ constexpr SlotArray Arrays[] = {
 
 }  // namespace
 
-SlotCommands::SlotCommands(const MenuSlots& menuSlots, RoomsToCome& rooms, MdiChildren& children,
+SlotCommands::SlotCommands(const MenuSlots& menuSlots, ProjectCommands& projects, MdiChildren& children,
                            ActiveDocument& active, DocumentOpening& opening)
-    : m_menuSlots(menuSlots), m_rooms(rooms), m_children(children), m_active(active), m_opening(opening) {}
+    : m_menuSlots(menuSlots), m_projects(projects), m_children(children), m_active(active), m_opening(opening) {}
 
 std::span<const SlotArray> SlotCommands::table() {
     return Arrays;
@@ -37,11 +37,11 @@ void SlotCommands::OpenRecentFile(int slot) {
 }
 
 void SlotCommands::OpenRecentProject(int slot) {
-    m_rooms.OpenProject(MenuText::captionOf(*m_menuSlots.slot("mnuWorkspaces", slot)));
+    m_projects.OpenProject(MenuText::captionOf(*m_menuSlots.slot("mnuWorkspaces", slot)));
 }
 
 void SlotCommands::OpenFavorite(int slot) {
-    m_rooms.OpenProject(m_menuSlots.slot("mnuFavoriteProject", slot)->data().toString());
+    m_projects.OpenProject(m_menuSlots.slot("mnuFavoriteProject", slot)->data().toString());
 }
 
 void SlotCommands::ExecMacro(int slot) {

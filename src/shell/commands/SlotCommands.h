@@ -6,14 +6,14 @@ class ActiveDocument;
 class DocumentOpening;
 class MdiChildren;
 class MenuSlots;
-class RoomsToCome;
+class ProjectCommands;
 struct SlotArray;
 
 /// The commands of the entries that are filled while the program runs; each function is passed the number of the slot.
 /// Owned by the frame.
 class SlotCommands {
  public:
-    SlotCommands(const MenuSlots& menuSlots, RoomsToCome& rooms, MdiChildren& children, ActiveDocument& active,
+    SlotCommands(const MenuSlots& menuSlots, ProjectCommands& projects, MdiChildren& children, ActiveDocument& active,
                  DocumentOpening& opening);
 
     /// The arrays of such entries.
@@ -27,7 +27,7 @@ class SlotCommands {
 
  private:
     const MenuSlots& m_menuSlots;
-    RoomsToCome& m_rooms;
+    ProjectCommands& m_projects;
     MdiChildren& m_children;
     ActiveDocument& m_active;
     DocumentOpening& m_opening;

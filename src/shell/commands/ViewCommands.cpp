@@ -2,6 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandEntries.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewToggles.h"
@@ -20,9 +21,14 @@ void toggleBand(CoolBar& coolBar, CoolBar::Band band, CommandEntries& entries, c
 
 }  // namespace
 
-ViewCommands::ViewCommands(CommandEntries& entries, CoolBar& coolBar, RoomsToCome& rooms, MdiChildren& children,
-                           ActiveDocument& active)
-    : m_entries(entries), m_coolBar(coolBar), m_rooms(rooms), m_children(children), m_active(active) {}
+ViewCommands::ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, RoomsToCome& rooms,
+                           MdiChildren& children, ActiveDocument& active)
+    : m_entries(entries),
+      m_coolBar(coolBar),
+      m_sidePanel(sidePanel),
+      m_rooms(rooms),
+      m_children(children),
+      m_active(active) {}
 
 /// The button shows the new mode while the document still asks about its changes.
 void ViewCommands::ToggleHex() {
@@ -64,8 +70,7 @@ void ViewCommands::toggleView(const char* entry) {
 }
 
 void ViewCommands::ToggleExplorer() {
-    m_rooms.ToggleExplorer();
-    m_entries.CheckMenuItem("mnuEditExplorer", m_rooms.isExplorerVisible());
+    m_sidePanel.setShown(!m_sidePanel.isShown());
 }
 
 void ViewCommands::ToggleSearchPanel() {

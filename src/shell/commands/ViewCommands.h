@@ -5,13 +5,14 @@ class CommandEntries;
 class CoolBar;
 class MdiChildren;
 class RoomsToCome;
+class SidePanel;
 
 /// The commands that change the display: of the active document, of the frame, and of the arrangement of the child
 /// windows. Owned by the frame.
 class ViewCommands {
  public:
-    ViewCommands(CommandEntries& entries, CoolBar& coolBar, RoomsToCome& rooms, MdiChildren& children,
-                 ActiveDocument& active);
+    ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, RoomsToCome& rooms,
+                 MdiChildren& children, ActiveDocument& active);
 
     void ToggleHex();
     void ToggleLineNumber();
@@ -35,6 +36,7 @@ class ViewCommands {
 
     CommandEntries& m_entries;
     CoolBar& m_coolBar;
+    SidePanel& m_sidePanel;
     RoomsToCome& m_rooms;
     MdiChildren& m_children;
     ActiveDocument& m_active;

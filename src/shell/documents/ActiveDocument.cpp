@@ -28,6 +28,8 @@ void ActiveDocument::add(frmDocument* document) {
     connect(document, &frmDocument::FileChange, this, report(State));
     connect(document, &frmDocument::PositionChange, this, report(Caret));
     connect(document, &frmDocument::ViewChange, this, report(View));
+    connect(document, &frmDocument::LimitationsChange, this, report(Limits));
+    connect(document, &frmDocument::RepeatCountChange, this, report(Repeat));
     connect(document, &frmDocument::Notice, this, &ActiveDocument::noticed);
     connect(document, &frmDocument::AfterFind, this, &ActiveDocument::searched);
     m_children.add(document);

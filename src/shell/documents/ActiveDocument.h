@@ -23,7 +23,10 @@ class ActiveDocument : public QObject {
         Language = 8,  ///< the language of its text
         Caret = 16,    ///< the cursor's position, or the number of lines
         View = 32,     ///< how its text is shown
-        Loaded = File | Mode | Language | Caret | View,  ///< all but the state, which a document reports itself
+        Limits = 64,   ///< what the status bar says of how it is shown or saved
+        Repeat = 128,  ///< how often the next command is carried out
+        Loaded =
+            File | Mode | Language | Caret | View | Limits,  ///< all but the state, which a document reports itself
     };
     Q_DECLARE_FLAGS(Changes, What)
 
@@ -66,7 +69,7 @@ class ActiveDocument : public QObject {
     void removed(frmDocument* document);
     /// A text of a document for the status bar; empty: none any more.
     void noticed(const QString& text);
-    /// A find or replace dialog of a document has searched, or was closed.
+    /// A find or replace dialog of a document has searched, or was closed after it had searched.
     void searched(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 
  private:

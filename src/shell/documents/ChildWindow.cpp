@@ -1,12 +1,51 @@
 #include "shell/documents/ChildWindow.h"
 
-#include <QEvent>
 #include <QPointer>
+#include <QWindowStateChangeEvent>
+
+#include <cstddef>
+
+namespace {
+
+constexpr Qt::WindowStates NotNormal = Qt::WindowMinimized | Qt::WindowMaximized;
+
+/// By state.
+constexpr void (QWidget::*ShowAs[])() = {&QWidget::showNormal, &QWidget::showMinimized, &QWidget::showMaximized};
+
+ChildState childState(Qt::WindowStates states) {
+    if (states & Qt::WindowMinimized)
+        return ChildState::Minimised;
+    return states & Qt::WindowMaximized ? ChildState::Maximised : ChildState::Normal;
+}
+
+}  // namespace
+
+ChildPlace ChildWindow::place() const {
+    const ChildState state = childState(windowState());
+    return {state, state == ChildState::Normal ? geometry() : m_normal};
+}
+
+void ChildWindow::setPlace(const ChildPlace& place) {
+    if (this->place().normal != place.normal) {
+        showNormal();
+        setGeometry(place.normal);
+    }
+    (this->*ShowAs[static_cast<std::size_t>(place.state)])();
+}
 
 void ChildWindow::changeEvent(QEvent* event) {
     const QPointer<QWidget> focused(window()->focusWidget());
     const bool held = event->type() == QEvent::WindowStateChange && focused && isAncestorOf(focused);
+    if (event->type() == QEvent::WindowStateChange)
+        noteNormalPlace(static_cast<QWindowStateChangeEvent&>(*event));
     QMdiSubWindow::changeEvent(event);
     if (held && focused && focused->isVisible() && window()->focusWidget() != focused)
         focused->setFocus();
+}
+
+/// Before the base class moves the window. While it does, it sends further events, which do not say the state in which
+/// the window was.
+void ChildWindow::noteNormalPlace(const QWindowStateChangeEvent& event) {
+    if (!event.isOverride() && !(event.oldState() & NotNormal))
+        m_normal = geometry();
 }

@@ -3,14 +3,20 @@
 #include "document/frmDocument.h"
 #include "platform/Yield.h"
 #include "shell/documents/ActiveDocument.h"
+#include "shell/documents/DocumentOpening.h"
 #include "shell/documents/DocumentSaving.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Prompts.h"
 
 DocumentClosing::DocumentClosing(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
-                                 DocumentSaving& saving)
-    : m_window(window), m_prompts(prompts), m_children(children), m_active(active), m_saving(saving) {}
+                                 DocumentOpening& opening, DocumentSaving& saving)
+    : m_window(window),
+      m_prompts(prompts),
+      m_children(children),
+      m_active(active),
+      m_opening(opening),
+      m_saving(saving) {}
 
 void DocumentClosing::CloseActive() {
     m_children.unload(m_active.get());
@@ -31,17 +37,25 @@ void DocumentClosing::CloseAll(const frmDocument* except) {
 }
 
 void DocumentClosing::DocClose(frmDocument* document) {
-    ignoringErrors("DocClose", [&] { askToSave(*document); });
-    m_active.reportClosing(document);
+    const QPointer<frmDocument> alive(document);
+    m_opening.hold();
+    ignoringErrors("DocClose", [&] { settleChanges(alive); });
+    m_opening.release();
+    if (alive)
+        m_active.reportClosing(document);
 }
 
-void DocumentClosing::askToSave(const frmDocument& document) {
-    if (!document.isChange)
-        return;
-    // Yes saves the active document, which while the frame closes may be another than the one whose changes were asked
-    // about.
-    if (m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document.Caption())))
+/// Yes saves the active document, which while the frame closes need not be the one that asks. When it is, and the save
+/// does not succeed, the question comes again: the changes are not lost unless the user says so.
+void DocumentClosing::settleChanges(const QPointer<frmDocument>& document) {
+    while (document && document->isChange) {
+        if (!m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document->Caption())))
+            return;
+        const bool savesTheAsking = m_active.is(document);
         m_saving.SaveActive();
+        if (!savesTheAsking)
+            return;
+    }
 }
 
 void DocumentClosing::DelTab(frmDocument* document) {

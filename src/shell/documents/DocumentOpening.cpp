@@ -40,8 +40,9 @@ void DocumentOpening::NewDocument() {
 }
 
 bool DocumentOpening::FindOpenDocument(const QString& path) {
+    const QString spelled = absolutePath(path);
     for (frmDocument* document : m_children.documents()) {
-        if (document->filename != path)
+        if (document->filename != spelled)
             continue;
         m_children.bringToFront(document);
         document->setFocus();  // it may have been active already
@@ -52,7 +53,7 @@ bool DocumentOpening::FindOpenDocument(const QString& path) {
 }
 
 void DocumentOpening::OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode) {
-    whenIdle([=, this] { openNow(path, flags, checkBinary, openTextMode); });
+    whenIdle([=, this, spelled = absolutePath(path)] { openNow(spelled, flags, checkBinary, openTextMode); });
 }
 
 void DocumentOpening::openNow(const QString& path, int flags, bool checkBinary, bool openTextMode) {
@@ -77,11 +78,14 @@ void DocumentOpening::openExisting(const QString& path, int flags, bool checkBin
     const QPointer<frmDocument> document = m_active.get();
     if (!document)
         return;
-    if ((flags & LockFlag) != 0)
+    const bool locks = (flags & LockFlag) != 0 && !document->Locked();
+    if (locks)
         document->setLocked(true);
     m_systemClose.enable(false);
     ignoringErrors("OpenFile", [&] {
-        document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+        const bool loaded = document->OpenFile(path, document->Locked(), checkBinary, openTextMode);
+        if (document && locks && !loaded)
+            document->setLocked(false);
         if (document)
             showOpened(document, path);
     });
@@ -99,7 +103,7 @@ void DocumentOpening::showOpened(frmDocument* document, const QString& path) {
 }
 
 void DocumentOpening::whenIdle(std::function<void()> task) {
-    if (m_opening)
+    if (isBusy())
         m_waiting.push_back(std::move(task));
     else
         task();
@@ -107,17 +111,26 @@ void DocumentOpening::whenIdle(std::function<void()> task) {
 
 void DocumentOpening::endOpening() {
     m_opening = false;
+    runWaitingLater();
+}
+
+void DocumentOpening::release() {
+    --m_holds;
+    runWaitingLater();
+}
+
+void DocumentOpening::runWaitingLater() {
     if (!m_waiting.empty())
         QTimer::singleShot(0, &m_window, [this] { runNextWaiting(); });
 }
 
 void DocumentOpening::runNextWaiting() {
-    if (m_opening || m_waiting.empty())
+    if (isBusy() || m_waiting.empty())
         return;
     const std::function<void()> next = std::move(m_waiting.front());
     m_waiting.erase(m_waiting.begin());
     ignoringErrors("OpenFile", next);
-    endOpening();
+    runWaitingLater();
 }
 
 QString DocumentOpening::captionFor(const QString& path) const {

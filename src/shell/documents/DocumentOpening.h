@@ -13,8 +13,9 @@ class SystemClose;
 class frmDocument;
 struct DocumentServices;
 
-/// Making, finding and opening documents. Owned by the frame. OpenFile runs the event loop, and greys Close meanwhile;
-/// a second OpenFile that arrives in the middle of one waits until the first has returned.
+/// Making, finding and opening documents. Owned by the frame. OpenFile yields, and Close is greyed meanwhile; a second
+/// OpenFile that arrives in the middle of one waits until the first has returned. Paths are brought to the one spelling
+/// of absolutePath() here.
 class DocumentOpening {
  public:
     /// `host` is passed to the documents, `window` is the parent of boxes.
@@ -27,8 +28,13 @@ class DocumentOpening {
     bool FindOpenDocument(const QString& path);
     /// Bit 1 of `flags` locks the document before it loads.
     void OpenFile(const QString& path, int flags, bool checkBinary, bool openTextMode);
-    bool isOpening() const { return m_opening; }
-    /// Runs the task now, or, while a file is being opened, from the event loop afterwards.
+    /// Between hold() and release(), which nest, nothing is opened: a document asks about its changes, and the answer
+    /// is for the document that is active.
+    void hold() { ++m_holds; }
+    void release();
+    /// A file is being opened, or nothing may be.
+    bool isBusy() const { return m_opening || m_holds > 0; }
+    /// Runs the task now, or, while isBusy(), from the event loop afterwards.
     void whenIdle(std::function<void()> task);
 
     /// Caption of the document's window: path or name, as the user set it.
@@ -39,6 +45,7 @@ class DocumentOpening {
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
     void endOpening();
+    void runWaitingLater();
     void runNextWaiting();
 
     DocumentHost& m_host;
@@ -49,5 +56,6 @@ class DocumentOpening {
     SystemClose& m_systemClose;
     int m_documentCounter = 0;
     bool m_opening = false;
+    int m_holds = 0;
     std::vector<std::function<void()>> m_waiting;
 };

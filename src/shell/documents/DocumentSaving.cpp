@@ -31,8 +31,10 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     const QPointer<frmDocument> alive(document);
     const QString suffix = SaveFormats::row(format).titleSuffix;
     QString path = document->filename;
-    if (path.isEmpty())
-        path = askPath(QLatin1String("Save") + suffix, document->Caption() + QLatin1String(".txt"));
+    if (!document->holdsFile()) {
+        const QString initialName = path.isEmpty() ? document->Caption() + QLatin1String(".txt") : path;
+        path = askPath(QLatin1String("Save") + suffix, initialName);
+    }
     if (path.isEmpty() || !alive || !save(*document, path, format, false) || !alive)
         return;
     if (!suffix.isEmpty())
@@ -73,7 +75,7 @@ bool DocumentSaving::save(frmDocument& document, const QString& path, int format
 QString DocumentSaving::askPath(const QString& title, const QString& initialName) const {
     const FileQuestion question{title, dialogFolder(), initialName, GetFilterString(m_registry)};
     for (;;) {
-        QString path = m_services.prompts.askFileToSave(&m_window, question);
+        const QString path = absolutePath(m_services.prompts.askFileToSave(&m_window, question));
         if (path.isEmpty() || !fileExists(path))
             return path;
         const QString asked = path + QLatin1String(" already exist !\nOverwrite it ?");

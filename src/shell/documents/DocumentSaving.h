@@ -19,7 +19,8 @@ class DocumentSaving {
     DocumentSaving(QWidget& window, const DocumentServices& services, RegistryStore& registry, MdiChildren& children,
                    ActiveDocument& active, SystemClose& systemClose, const DocumentOpening& opening);
 
-    /// `format` is one of SaveFormats. An untitled document raises the save dialog.
+    /// `format` is one of SaveFormats. An untitled document raises the save dialog, and so does one whose view does not
+    /// hold the document's file, since that file is another than what is shown.
     void SaveDocument(frmDocument* document, bool activeTab, int format);
     /// The plain save command, on the active document.
     void SaveActive();

@@ -65,6 +65,20 @@ void MdiChildren::maximise(frmDocument* document) {
         window->showMaximized();
 }
 
+ChildWindow* MdiChildren::childOf(const frmDocument* document) const {
+    return qobject_cast<ChildWindow*>(windowOf(document));
+}
+
+ChildPlace MdiChildren::placeOf(const frmDocument* document) const {
+    const ChildWindow* window = childOf(document);
+    return window == nullptr ? ChildPlace{} : window->place();
+}
+
+void MdiChildren::setPlace(const frmDocument* document, const ChildPlace& place) {
+    if (ChildWindow* window = childOf(document))
+        window->setPlace(place);
+}
+
 void MdiChildren::unload(frmDocument* document) {
     if (QMdiSubWindow* window = windowOf(document))
         window->close();

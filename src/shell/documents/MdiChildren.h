@@ -1,8 +1,11 @@
 #pragma once
 
+#include "shell/documents/ChildPlace.h"
+
 #include <QList>
 #include <QObject>
 
+class ChildWindow;
 class QMdiArea;
 class QMdiSubWindow;
 class frmDocument;
@@ -33,6 +36,8 @@ class MdiChildren : public QObject {
 
     void bringToFront(frmDocument* document);
     void maximise(frmDocument* document);
+    ChildPlace placeOf(const frmDocument* document) const;
+    void setPlace(const frmDocument* document, const ChildPlace& place);
     /// Closes the document's window, which asks about changes. Without effect while the document loads.
     void unload(frmDocument* document);
     /// The next child in the order of documents(), or with -1 the one before; round at the ends.
@@ -43,6 +48,7 @@ class MdiChildren : public QObject {
     void activated(frmDocument* document);
 
  private:
+    ChildWindow* childOf(const frmDocument* document) const;
     void windowActivated(QMdiSubWindow* window);
     void setActive(frmDocument* document);
 

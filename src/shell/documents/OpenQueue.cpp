@@ -23,7 +23,12 @@ const QString defaultLanguage = u"html"_qs;
 
 OpenQueue::OpenQueue(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
                      DocumentOpening& opening)
-    : m_window(window), m_prompts(prompts), m_children(children), m_active(active), m_opening(opening) {
+    : m_window(window),
+      m_prompts(prompts),
+      m_children(children),
+      m_active(active),
+      m_opening(opening),
+      m_timer(&window) {
     m_timer.setObjectName(u"TimerOpen"_qs);
     m_timer.setSingleShot(true);
     m_timer.setInterval(WaitMilliseconds);
@@ -39,7 +44,7 @@ void OpenQueue::OpenFileFromCmd(const QString& pFile) {
 }
 
 void OpenQueue::openPending() {
-    if (m_opening.isOpening()) {
+    if (m_opening.isBusy()) {
         m_timer.start();
         return;
     }

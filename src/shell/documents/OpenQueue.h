@@ -10,12 +10,13 @@ class Prompts;
 class QWidget;
 
 /// Paths from outside that are waiting to be opened, each after one tab character, and the timer that opens them 100 ms
-/// after the last one was added. Owned by the frame. While another file is being opened, the timer is started again.
+/// after the last one was added. Owned by the frame. While another file is being opened, or a document that closes asks
+/// about its changes, the timer is started again.
 class OpenQueue : public QObject {
     Q_OBJECT
 
  public:
-    /// `window` is the parent of boxes.
+    /// `window` is the parent of boxes and of the timer.
     OpenQueue(QWidget& window, Prompts& prompts, MdiChildren& children, ActiveDocument& active,
               DocumentOpening& opening);
 

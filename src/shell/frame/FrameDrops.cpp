@@ -1,8 +1,8 @@
 #include "shell/frame/FrameDrops.h"
 
 #include "shell/documents/DocumentOpening.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/start/IgnoringErrors.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QMimeData>
 #include <QTimer>

@@ -10,12 +10,16 @@ class PanelLink;
 class Prompts;
 class RegistryStore;
 class RoomsToCome;
+struct WorkspaceServices;
 
 /// The services that the frame uses; it owns none of them.
 struct FrameServices {
+    /// Makes the side panel. The frame's window owns what is shown of it; the panel must live as long as the window.
+    using PanelMaker = std::function<PanelLink&(const WorkspaceServices& services)>;
+
     Prompts& prompts;
     RegistryStore& registry;
-    PanelLink& panel;
+    PanelMaker makePanel;
     RoomsToCome& rooms;
     QString tail;  ///< command line tail, untrimmed
     /// Called with the name of each step of start and end as it begins; may be empty.

@@ -3,15 +3,18 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandTable.h"
+#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/WindowMenu.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameServices.h"
+#include "workspace/host/WorkspaceServices.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QMainWindow>
-#include <QMdiArea>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QToolBar>
@@ -51,39 +54,52 @@ QToolBar& makeToolBar(CoolBar& coolBar) {
 
 }  // namespace
 
-House::House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run)
+House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, const FrameServices& services,
+             CommandEntries::Runner run)
     : prompts(services.prompts),
       registry(services.registry),
-      panel(services.panel),
       rooms(services.rooms),
       settings(registry),
-      globals(registry, services.programFolder, services.shareFolder),
+      globals(prompts, registry, services.programFolder, services.shareFolder),
       documentServices{prompts, options, globals, hexFind},
       help(services.programFolder, services.shareFolder),
       coolBar(addRow<CoolBar>(window, 0)),
       toolBar(makeToolBar(coolBar)),
       strip(*new TabStrip(&coolBar)),
-      children(*new MdiChildren(addRow<QMdiArea>(window, 1))),
+      sidePanel(addRow<SidePanel>(window, 1)),
+      children(*new MdiChildren(sidePanel.area())),
       status(*new StatusPanels(*window.statusBar())),
       tabs(*new DocumentTabs(strip, children)),
       systemClose(&window),
       active(children, systemClose),
       opening(host, window, documentServices, children, active, systemClose),
       saving(window, documentServices, registry, children, active, systemClose, opening),
-      closing(window, prompts, children, active, saving),
+      closing(window, prompts, children, active, opening, saving),
       diskCheck(children, active, opening, options),
       queue(window, prompts, children, active, opening),
-      drops(window, panel, opening),
+      recentFiles(KeptList::RecentFiles, services.programFolder),
+      projectLists(services.programFolder),
+      documentRecords(children, active, opening),
+      session(services.programFolder, projectFilename, documentRecords, systemClose,
+              [this](const QString& path) { projects.OpenProject(path); }),
       findBar(*new FindBar(window, active, options)),
-      entries(commandTable(), rooms, coolBar, *window.menuBar(), toolBar, std::move(run)),
+      entries(commandTable(), rooms, coolBar, sidePanel, *window.menuBar(), toolBar, std::move(run)),
       menuSlots(entries, SlotCommands::table(),
                 [this](const SlotArray& array, int number) { (slotCommands.*array.chosen)(number); }),
+      listMenus(entries, menuSlots, recentFiles, projectLists),
       searchToggles(options, entries),
       languageMenu(entries, active),
       macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
       fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
-      viewCommands(entries, coolBar, rooms, children, active),
+      viewCommands(entries, coolBar, sidePanel, rooms, children, active),
       frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
-      slotCommands(menuSlots, rooms, children, active, opening) {
+      favoriteCommands(window, prompts, projectFilename, projectLists),
+      panelRequests(children, active, opening, fileCommands, sidePanel),
+      panel(services.makePanel({prompts, settings, panelRequests})),
+      projects(window, projectFilename, prompts, systemClose, closing, documentRecords, projectLists, panel, sidePanel,
+               entries),
+      slotCommands(menuSlots, projects, children, active, opening),
+      drops(window, panel, opening) {
+    sidePanel.hold(panel.widget());
     new WindowMenu(*entries.menu("mnuWindow"), children);
 }

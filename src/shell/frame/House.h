@@ -6,11 +6,15 @@
 #include "settings/Options.h"
 #include "settings/Settings.h"
 #include "shell/commands/CommandEntries.h"
+#include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/LanguageMenu.h"
+#include "shell/commands/ListMenus.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/PanelRequests.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/commands/SlotCommands.h"
 #include "shell/commands/TabMenu.h"
@@ -24,6 +28,10 @@
 #include "shell/documents/SystemClose.h"
 #include "shell/frame/FrameDrops.h"
 #include "shell/outside/HelpPages.h"
+#include "shell/session/DocumentRecords.h"
+#include "shell/session/KeptList.h"
+#include "shell/session/ProjectLists.h"
+#include "shell/session/SessionKeeper.h"
 #include "shell/start/frmOpenCheck.h"
 
 #include <memory>
@@ -37,6 +45,7 @@ class PanelLink;
 class QMainWindow;
 class QToolBar;
 class RoomsToCome;
+class SidePanel;
 class StatusPanels;
 class TabStrip;
 struct FrameServices;
@@ -44,13 +53,13 @@ struct FrameServices;
 /// The parts of the frame, in the order of their creation. Each part gets what it uses by its constructor; only the
 /// frame, which owns this object, has access to all of it. The widgets are owned by the window.
 struct House {
-    /// `window` and `host` are the frame; `run` carries out a command.
-    House(QMainWindow& window, DocumentHost& host, const FrameServices& services, CommandEntries::Runner run);
+    /// `window` and `host` are the frame, and `projectFilename` is its own; `run` carries out a command.
+    House(QMainWindow& window, DocumentHost& host, QString& projectFilename, const FrameServices& services,
+          CommandEntries::Runner run);
 
     // Passed to the frame
     Prompts& prompts;
     RegistryStore& registry;
-    PanelLink& panel;
     RoomsToCome& rooms;
 
     // Shared by all documents
@@ -65,6 +74,7 @@ struct House {
     CoolBar& coolBar;
     QToolBar& toolBar;
     TabStrip& strip;
+    SidePanel& sidePanel;
     MdiChildren& children;
     StatusPanels& status;
     DocumentTabs& tabs;
@@ -77,19 +87,32 @@ struct House {
     DocumentClosing closing;
     DiskCheck diskCheck;
     OpenQueue queue;
-    FrameDrops drops;
+
+    // What is kept from run to run
+    KeptList recentFiles;
+    ProjectLists projectLists;
+    DocumentRecords documentRecords;
+    SessionKeeper session;
 
     // Commands
     FindBar& findBar;
     CommandEntries entries;
     MenuSlots menuSlots;
+    ListMenus listMenus;
     SearchToggles searchToggles;
     LanguageMenu languageMenu;
     MacroMenu macroMenu;
     FileCommands fileCommands;
     ViewCommands viewCommands;
     FrameCommands frameCommands;
+    FavoriteCommands favoriteCommands;
+
+    // The side panel, and what works with it
+    PanelRequests panelRequests;
+    PanelLink& panel;
+    ProjectCommands projects;
     SlotCommands slotCommands;
+    FrameDrops drops;
 
     // Created when the frame is loaded, and destroyed when it ends
     std::unique_ptr<frmOpenCheck> openCheck;

@@ -4,17 +4,18 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
 #include "shell/bars/FocusRound.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandRow.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/frame/House.h"
 #include "shell/start/FrameSteps.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
 #include "widgets/Prompts.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -66,7 +67,8 @@ class Listeners {
 
 frmMain::frmMain(const FrameServices& services)
     : m_services(services),
-      m_house(std::make_unique<House>(*this, *this, m_services, [this](const CommandTarget& target) { run(target); })) {
+      m_house(std::make_unique<House>(*this, *this, ProjectFilename, m_services,
+                                      [this](const CommandTarget& target) { run(target); })) {
     setObjectName(u"frmMain"_qs);
     setWindowIcon(Icons::named("quillmark"));
     setAcceptDrops(true);
@@ -95,6 +97,10 @@ void frmMain::connectListeners() {
     of.onActive(Active::Language, "CheckLangMenu", [&h](frmDocument* d) { h.languageMenu.CheckLangMenu(d); });
     of.onActive(Active::Caret, "ShowCursorPosition", [&h](frmDocument* d) { h.status.ShowCursorPosition(d); });
     of.onActive(Active::File, "ShowDocumentInfo", [&h](frmDocument* d) { h.status.ShowDocumentInfo(d); });
+    of.onActive(Active::File | Active::Limits, "ShowLimitations",
+                [&h](frmDocument* d) { h.status.ShowLimitations(d); });
+    of.onActive(Active::Repeat | Active::Mode, "ShowRepeatCount",
+                [&h](frmDocument* d) { h.status.ShowRepeatCount(d); });
     of.onActive(Active::Mode | Active::View, "SetDocumentEnv", [&h](frmDocument* d) { h.entries.SetDocumentEnv(d); });
     of.on(&Active::activated, "selectKey", [&h](frmDocument* d) { h.tabs.selectKey(d->fIdx); });
 
@@ -104,8 +110,8 @@ void frmMain::connectListeners() {
 
     of.on(&Active::opened, "SetFile",
           [&h](frmDocument* d, const QString& path) { h.panel.SetFile(path, d->fIdx, DocumentTabs::imageFor(d)); });
-    of.on(&Active::opened, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
-    of.on(&Active::saved, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.rooms.AddLRUFile(path); });
+    of.on(&Active::opened, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.recentFiles.add(path); });
+    of.on(&Active::saved, "AddLRUFile", [&h](frmDocument*, const QString& path) { h.recentFiles.add(path); });
 
     of.on(&Active::closing, "RemoveFile", [&h](frmDocument* d) { h.panel.RemoveFile(d->fIdx); });
     of.on(&Active::removed, "DelTab", [&h](frmDocument* d) { h.tabs.DelTab(d); });
@@ -122,6 +128,8 @@ void frmMain::connectListeners() {
             [this, &h](const QString& text) { h.prompts.message(this, text); });
     connect(&h.tabs, &DocumentTabs::chosen, this,
             [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
+    connect(&h.sidePanel, &SidePanel::shownChanged, this,
+            [&h](bool shown) { h.entries.CheckMenuItem("mnuEditExplorer", shown); });
     connect(&h.strip, &TabStrip::menuWanted, this, [&h](const QPoint& place) {
         if (h.tabMenu)
             h.tabMenu->showAt(place);
@@ -136,6 +144,10 @@ void frmMain::run(const CommandTarget& target) {
         (h.viewCommands.*target.view)();
     else if (target.frame != nullptr)
         (h.frameCommands.*target.frame)();
+    else if (target.favorite != nullptr)
+        (h.favoriteCommands.*target.favorite)();
+    else if (target.project != nullptr)
+        (h.projects.*target.project)();
     else if (target.room != nullptr)
         (h.rooms.*target.room)();
     else if (frmDocument* document = h.active.get())
@@ -149,8 +161,11 @@ void frmMain::addKeys() {
         addKey(key, [&h] { h.children.activateNeighbour(1); });
     for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
         addKey(key, [&h] { h.children.activateNeighbour(-1); });
-    addKey("F6", [&h] { FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip}, 1); });
-    addKey("Shift+F6", [&h] { FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip}, -1); });
+    const auto walk = [&h](int step) {
+        FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip, h.sidePanel.held()}, step);
+    };
+    addKey("F6", [walk] { walk(1); });
+    addKey("Shift+F6", [walk] { walk(-1); });
 }
 
 void frmMain::addKey(const char* key, std::function<void()> action) {

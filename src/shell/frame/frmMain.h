@@ -1,9 +1,8 @@
 #pragma once
 
 #include "document/DocumentHost.h"
+#include "shell/frame/FrameLists.h"
 #include "shell/frame/FrameServices.h"
-
-#include <QMainWindow>
 
 #include <functional>
 #include <memory>
@@ -16,7 +15,7 @@ struct House;
 /// The one top-level window: a frame with any number of documents as child windows and a tab for each. Owned by the
 /// program. It creates its parts (House), connects them and forwards to them; the classes beside it do the work. Close
 /// events are ignored while an operation runs that disables Close; nothing else prevents the frame from closing.
-class frmMain : public QMainWindow, public DocumentHost {
+class frmMain : public FrameLists, public DocumentHost {
     Q_OBJECT
     Q_PROPERTY(QString ProjectFilename MEMBER ProjectFilename)
 
@@ -85,6 +84,7 @@ class frmMain : public QMainWindow, public DocumentHost {
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    House& house() const override { return *m_house; }
 
  private:
     friend class FrameFixture;  // the tests use the parts of the frame

@@ -7,16 +7,17 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
-#include "shell/documents/PanelLink.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
 #include "shell/start/FrameSteps.h"
 #include "widgets/BusyPointer.h"
+#include "workspace/panel/PanelLink.h"
 
 #include <QDir>
 #include <QFont>
@@ -40,9 +41,9 @@ void loadProfile(House& house) {
 
 void loadLists(House& house) {
     house.languageMenu.LoadLanguageMenu(house.globals.languages.loadedNames());
-    house.rooms.LoadRecentFiles();
-    house.rooms.LoadRecentProjects();
-    house.rooms.LoadFavProjects();
+    house.recentFiles.load();
+    house.projectLists.recent().load();
+    house.projectLists.favorites().load();
     house.findBar.LoadSearchKeys();
 }
 
@@ -61,7 +62,7 @@ void startNewDocument(House& house) {
 
 void layOutPanels(House& house) {
     BusyPointer::restore();
-    house.rooms.ArrangePanels();
+    house.sidePanel.ArrangePanels();
     house.panel.InitObjects();
     house.rooms.layOutSearchPanel();
 }
@@ -75,7 +76,7 @@ void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
             house.queue.OpenFileFromCmd(order.text);
             break;
         case Kind::Project:
-            house.rooms.OpenProject(order.text);
+            house.projects.OpenProject(order.text);
             break;
         case Kind::SearchFolders:
             house.rooms.ShowSearchInFiles(order.text);
@@ -120,7 +121,7 @@ std::vector<FrameStep> frmMain::loadSteps() {
         {"setLoaded",
          [this, &house] {
              m_loaded = true;
-             house.rooms.resetSplitters();
+             house.sidePanel.resetSplitter();
          }},
         {"placeSearchBox", [&house] { house.findBar.placeIn(*house.entries.searchPlace()); }},
         {"buildCoolBar", [&house] { buildCoolBar(house); }},
@@ -131,7 +132,7 @@ std::vector<FrameStep> frmMain::loadSteps() {
         {"restoreSession",
          [&house, mayReturn = order.sessionMayReturn] {
              if (mayReturn && house.settings.LoadLastFiles())
-                 house.rooms.RestoreSession();
+                 house.session.RestoreSession();
          }},
         {"markViewParts", [&house] { house.entries.RefreshCheckedItems(); }},
         {"setCommandStates",

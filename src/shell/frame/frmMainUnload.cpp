@@ -4,7 +4,6 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/FindBar.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
@@ -46,11 +45,11 @@ void frmMain::closeEvent(QCloseEvent* event) {
 std::vector<FrameStep> frmMain::unloadSteps() {
     House& house = *m_house;
     return {
-        {"SaveSession", [&house] { house.rooms.SaveSession(); }},
+        {"SaveSession", [&house] { house.session.SaveSession(); }},
         {"unloadDocuments", [&house] { unloadDocuments(house.children); }},
-        {"SaveRecentFiles", [&house] { house.rooms.SaveRecentFiles(); }},
-        {"SaveRecentProjects", [&house] { house.rooms.SaveRecentProjects(); }},
-        {"SaveFavProjects", [&house] { house.rooms.SaveFavProjects(); }},
+        {"SaveRecentFiles", [&house] { house.recentFiles.save(); }},
+        {"SaveRecentProjects", [&house] { house.projectLists.recent().save(); }},
+        {"SaveFavProjects", [&house] { house.projectLists.favorites().save(); }},
         {"SaveSearchKeys", [&house] { house.findBar.SaveSearchKeys(); }},
         {"PropertiesSave", [&house] { saveProfile(house); }},
         {"saveMacroFiles", [&house] { house.macroMenu.SaveMacros(); }},

@@ -1,6 +1,7 @@
 #include "text/held/PieceCutter.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -50,22 +51,21 @@ qint64 PieceCutter::piecesOfLongLine(std::string_view rest, bool last) {
         const auto piece = static_cast<std::size_t>(pieceEnd(rest.substr(at, end - at)));
         m_out.append(rest.substr(at, piece));
         m_joints.push_back(m_given + m_uncut + static_cast<qint64>(m_out.size()));
-        m_out.push_back(m_joint);
+        m_out.push_back(*m_joint);
         at += piece;
     }
-    if (end == rest.size() && !last)
+    if (end == rest.size() && !last) {
+        m_lineTaken += static_cast<qint64>(at);
         return static_cast<qint64>(at);
+    }
     m_inLongLine = false;
     pass(rest.substr(at, end - at));
+    m_longestCut = std::max(m_longestCut, std::exchange(m_lineTaken, 0) + static_cast<qint64>(end));
     return static_cast<qint64>(end);
 }
 
-qint64 PieceCutter::feed(std::string_view part, bool last, const Give& give) {
-    // A CR at the end is not taken yet, because an LF may begin the next part.
-    if (!last && !part.empty() && part.back() == '\r')
-        part.remove_suffix(1);
-    m_uncut = 0;
-    m_out.clear();
+/// Returns how many bytes of the part were taken.
+std::size_t PieceCutter::cut(std::string_view part, bool last) {
     std::size_t taken = 0;
     while (taken < part.size()) {
         const std::string_view rest = part.substr(taken);
@@ -77,6 +77,20 @@ qint64 PieceCutter::feed(std::string_view part, bool last, const Give& give) {
         if (advance == 0 && m_inLongLine == wasInLongLine)
             break;
     }
+    return taken;
+}
+
+qint64 PieceCutter::feed(std::string_view part, bool last, const Give& give) {
+    // A CR at the end is not taken yet, because an LF may begin the next part.
+    if (!last && !part.empty() && part.back() == '\r')
+        part.remove_suffix(1);
+    m_uncut = 0;
+    m_out.clear();
+    std::size_t taken = part.size();
+    if (m_joint)
+        taken = cut(part, last);
+    else
+        pass(part);
     m_seen.look(part.substr(0, taken));
     if (m_uncut > 0)
         give(part.substr(0, static_cast<std::size_t>(m_uncut)));

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <vector>
+#include <unordered_map>
 
 namespace {
 
@@ -47,17 +47,40 @@ Split split(std::string_view text) {
     return result;
 }
 
+/// No two lines begin at the same byte, not even empty ones.
+void follow(const std::vector<Line>& lines, const std::vector<const char*>& begins,
+            std::vector<std::size_t>& followed) {
+    std::unordered_map<const char*, std::size_t> wanted;
+    for (std::size_t at = 0; at < begins.size(); ++at)
+        wanted[begins[at]] = at;
+    for (std::size_t line = 0; line < lines.size(); ++line) {
+        const auto found = wanted.find(lines[line].text.data());
+        if (found != wanted.end())
+            followed[found->second] = line;
+    }
+}
+
 }  // namespace
 
 namespace LineSort {
 
 std::string sorted(std::string_view text, Order order) {
+    std::vector<std::size_t> nothing;
+    return sorted(text, order, nothing);
+}
+
+std::string sorted(std::string_view text, Order order, std::vector<std::size_t>& followed) {
     auto [lines, ends] = split(text);
+    std::vector<const char*> begins;
+    for (const std::size_t line : followed)
+        begins.push_back(line < lines.size() ? lines[line].text.data() : nullptr);
     if (order == Order::Ascending)
         std::ranges::stable_sort(lines, less);
     else
         std::ranges::stable_sort(lines, [](const Line& one, const Line& other) { return less(other, one); });
 
+    if (!begins.empty())
+        follow(lines, begins, followed);
     std::string result;
     result.reserve(text.size());
     for (std::size_t at = 0; at < lines.size(); ++at)

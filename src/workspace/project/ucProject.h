@@ -1,10 +1,15 @@
 #pragma once
 
 #include "workspace/host/WorkspaceServices.h"
+#include "workspace/project/ProjectItems.h"
 
 #include <QWidget>
 
-/// The project tab of the side panel: a flat list of the files and folders of the project. Owned by the panel.
+class QMenu;
+class QTreeView;
+
+/// The project tab of the side panel: a flat list of the files and folders of the project. A double-click or Enter
+/// opens a row, Delete removes it after a question. Owned by the panel.
 class ucProject : public QWidget {
     Q_OBJECT
 
@@ -28,6 +33,27 @@ class ucProject : public QWidget {
     void gotoFolder(const QString& key);
     void gotoFile(const QString& path);
 
+ protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+    struct MenuEntry;
+    static const MenuEntry MenuEntries[];
+
+    void buildMenu();
+    void showMenu(const QPoint& globalPosition);
+    bool takeKey(int key);
+    /// Calls the command with the selected row; without one only the command that needs none runs.
+    void run(void (ucProject::*command)(int row));
+
+    void open(int row);
+    void gotoPath(int row);
+    void openFolder(int row);
+    void removeRow(int row);
+    void removeAll(int row);
+
     WorkspaceServices m_services;
+    ProjectItems m_items;
+    QTreeView* m_list;
+    QMenu* m_menu;
 };

@@ -13,8 +13,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -74,6 +78,27 @@ struct Control : testing::Test {
         text.insert(std::max(anchor, caret), anchor < caret ? u'|' : u'[');
         return text.insert(std::min(anchor, caret), anchor < caret ? u'[' : u'|').toStdString();
     }
+    /// Selects several ranges, each as anchor and caret; the last is the main one.
+    void select(std::initializer_list<std::pair<long, long>> ranges) {
+        bool first = true;
+        for (const auto& [anchor, caret] : ranges) {
+            const unsigned message = first ? TextControl::SCI_SETSELECTION : TextControl::SCI_ADDSELECTION;
+            control.SendScintilla(message, static_cast<unsigned long>(caret), anchor);
+            first = false;
+        }
+    }
+    /// All ranges from the top, as anchor and caret.
+    std::vector<std::pair<long, long>> ranges() const {
+        std::vector<std::pair<long, long>> all;
+        const long count = control.SendScintilla(TextControl::SCI_GETSELECTIONS);
+        for (long range = 0; range < count; ++range) {
+            const auto number = static_cast<unsigned long>(range);
+            all.emplace_back(control.SendScintilla(TextControl::SCI_GETSELECTIONNANCHOR, number),
+                             control.SendScintilla(TextControl::SCI_GETSELECTIONNCARET, number));
+        }
+        std::ranges::sort(all);
+        return all;
+    }
     std::string after(int command, const char* marked) {
         put(marked);
         control.ExecuteCmd(command);
@@ -90,6 +115,8 @@ using TextControlIndenting = Control;
 using TextControlSorting = Control;
 using TextControlRepeating = Control;
 using TextControlAsking = Control;
+using SeveralRanges = Control;
+using Ranges = std::vector<std::pair<long, long>>;
 using TextControlEveryCommand = Control;
 
 QString longLine(qsizetype length) {
@@ -360,6 +387,34 @@ TEST_F(TextControlRepeating, EscapeLeavesTheCount) {
     EXPECT_EQ(shown(), "x|");
 }
 
+TEST_F(TextControlRepeating, ACommandThatALockRefusesUsesTheCountUp) {
+    put("a[b|c");
+    control.setLocked(true);
+    for (const int command : Edits) {
+        control.setRepeatCount(3);
+        control.ExecuteCmd(command);
+        EXPECT_EQ(control.repeatCount(), 1) << command;
+    }
+}
+
+TEST_F(TextControlRepeating, AnotherCountIsReportedOnce) {
+    put("|");
+    const QSignalSpy reported(&control, &TextControl::RepeatCountChanged);
+    control.setRepeatCount(3);
+    EXPECT_EQ(reported.count(), 1);
+    control.setRepeatCount(3);
+    EXPECT_EQ(reported.count(), 1);
+    key(Qt::Key_X);
+    EXPECT_EQ(reported.count(), 2);
+    key(Qt::Key_Y);
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(reported.count(), 2);
+    control.setRepeatCount(2);
+    EXPECT_EQ(control.takeRepeatCount(), 2);
+    EXPECT_EQ(control.takeRepeatCount(), 1);
+    EXPECT_EQ(reported.count(), 4);
+}
+
 TEST_F(TextControlRepeating, TheCountHasBounds) {
     control.setRepeatCount(0);
     EXPECT_EQ(control.repeatCount(), 1);
@@ -535,6 +590,15 @@ TEST_F(TextControlSelecting, SeesNoJoint) {
     EXPECT_EQ(control.SelStart(), 50'000);
 }
 
+TEST_F(TextControlSelecting, StaysWhenALineIsCutIntoPieces) {
+    control.setText(longLine(100'000) + u"\nb"_qs);
+    ASSERT_FALSE(control.map().joints().empty());
+    control.setSelection(10, 100'002);
+    control.ExecuteCmd(SelectionUpper);
+    EXPECT_EQ(control.SelStart(), 10);
+    EXPECT_EQ(control.SelEnd(), 100'002);
+}
+
 TEST_F(TextControlIndenting, TabMovesALineHeldInPiecesAsOne) {
     const QString text = u"a\n"_qs + longLine(100'000) + u"\nb"_qs;
     control.setText(text);
@@ -629,4 +693,127 @@ TEST_F(TextControlEveryCommand, OfLinesTakesARectangleForTheLinesItCrosses) {
                                                     : u"cc"_qs;
         EXPECT_EQ(control.Text(), expected) << number;
     }
+}
+
+TEST_F(SeveralRanges, DeleteTheirOwnLinesAndNoneBetween) {
+    const QString text = u"0\n1\n2\n3\n4\n5"_qs;
+    control.setText(text);
+    select({{2, 2}, {8, 8}});
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"0\n2\n3\n5"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{2, 2}, {6, 6}}));
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"0\n3\n"_qs);
+    control.Undo();
+    control.Undo();
+    EXPECT_EQ(control.Text(), text);
+    select({{0, 3}, {6, 6}, {11, 10}});
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"2\n4\n"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{0, 0}, {2, 2}, {4, 4}}));
+}
+
+TEST_F(SeveralRanges, InOneLineAreOneLine) {
+    control.setText(u"0\nabc\n2"_qs);
+    select({{2, 2}, {4, 5}});
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"0\n2"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{2, 2}}));
+    control.setText(u"0\n1\n2\n3"_qs);
+    select({{2, 2}, {4, 4}});
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"0\n3"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{2, 2}})) << "neighbours leave one caret";
+}
+
+TEST_F(SeveralRanges, AreCutAsOneText) {
+    control.setText(u"0\n1\n2\n3"_qs);
+    select({{6, 6}, {2, 2}});
+    control.ExecuteCmd(CutLine);
+    EXPECT_EQ(clipboard(), u"1\n3"_qs);
+    EXPECT_EQ(control.Text(), u"0\n2\n"_qs);
+}
+
+TEST_F(SeveralRanges, AreIndentedAndUnindentedLineByLine) {
+    control.setText(u"0\n1\n\n3\n4"_qs);
+    select({{0, 0}, {5, 5}, {8, 8}});
+    control.ExecuteCmd(Indent);
+    EXPECT_EQ(control.Text(), u"\t0\n1\n\n\t3\n\t4"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{1, 1}, {7, 7}, {11, 11}}));
+    control.ExecuteCmd(Unindent);
+    EXPECT_EQ(control.Text(), u"0\n1\n\n3\n4"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{0, 0}, {5, 5}, {8, 8}}));
+    control.setText(u"  0\n  1\n  2\n  3"_qs);
+    select({{0, 5}, {13, 14}});
+    control.ExecuteCmd(Unindent);
+    EXPECT_EQ(control.Text(), u"0\n1\n  2\n3"_qs);
+}
+
+TEST_F(SeveralRanges, SelectTheirOwnLines) {
+    control.setText(u"0\n1\n2\n3"_qs);
+    select({{2, 2}, {7, 7}});
+    control.ExecuteCmd(SelectLine);
+    EXPECT_EQ(ranges(), (Ranges{{2, 4}, {6, 7}}));
+    EXPECT_EQ(control.SelText(), u"3"_qs) << "the main one stays so";
+    control.ExecuteCmd(SelectLine);
+    EXPECT_EQ(ranges(), (Ranges{{2, 4}, {6, 7}}));
+}
+
+TEST_F(SeveralRanges, SelectTheirOwnWordsAndParagraphs) {
+    control.setText(u"aa bb\n\ncc dd\nee"_qs);
+    select({{4, 4}, {8, 8}});
+    control.ExecuteCmd(SelectWord);
+    EXPECT_EQ(ranges(), (Ranges{{3, 5}, {7, 9}}));
+    select({{4, 4}, {8, 8}, {14, 14}});
+    control.ExecuteCmd(SelectParagraph);
+    EXPECT_EQ(ranges(), (Ranges{{0, 6}, {7, 15}}));
+}
+
+TEST_F(SeveralRanges, ChangeTheCaseOfTheirOwnWords) {
+    control.setText(QString::fromUtf8("aß bb ccc"));
+    select({{1, 1}, {3, 3}, {8, 8}});
+    control.ExecuteCmd(WordUpper);
+    EXPECT_EQ(control.Text(), u"ASS bb CCC"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{1, 1}, {3, 3}, {8, 8}}));
+}
+
+TEST_F(SeveralRanges, DeleteToTheEndsOfTheirOwnLines) {
+    control.setText(u"abcd\nefgh\nijkl"_qs);
+    select({{1, 1}, {3, 3}, {12, 12}});
+    control.ExecuteCmd(DeleteToStart);
+    EXPECT_EQ(control.Text(), u"d\nefgh\nkl"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{0, 0}, {7, 7}}));
+    control.setText(u"abcd\nefgh\nijkl"_qs);
+    select({{1, 1}, {3, 3}, {12, 12}});
+    control.ExecuteCmd(DeleteToEnd);
+    EXPECT_EQ(control.Text(), u"a\nefgh\nij"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{1, 1}, {9, 9}}));
+}
+
+TEST_F(SeveralRanges, AreSortedEachByItself) {
+    const QString text = u"d\nc\nb\nx\nb\na\n"_qs;
+    control.setText(text);
+    select({{0, 3}, {8, 12}});
+    control.ExecuteCmd(SortUp);
+    EXPECT_EQ(control.Text(), u"c\nd\nb\nx\na\nb\n"_qs);
+    EXPECT_EQ(ranges(), (Ranges{{0, 4}, {8, 12}}));
+    control.Undo();
+    EXPECT_EQ(control.Text(), text);
+    select({{0, 0}, {9, 9}});
+    control.ExecuteCmd(SortUp);
+    EXPECT_EQ(control.Text(), text) << "carets select nothing";
+}
+
+TEST_F(SeveralRanges, ByCtrlAndClickLoseNoLineBetween) {
+    control.setText(u"1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n"_qs);
+    const auto click = [this](long byte, Qt::KeyboardModifiers held) {
+        const QPoint at(static_cast<int>(control.SendScintilla(TextControl::SCI_POINTXFROMPOSITION, 0UL, byte)) + 1,
+                        static_cast<int>(control.SendScintilla(TextControl::SCI_POINTYFROMPOSITION, 0UL, byte)) + 3);
+        QTest::mouseClick(control.viewport(), Qt::LeftButton, held, at);
+    };
+    click(0, {});
+    click(18, Qt::ControlModifier);
+    ASSERT_EQ(ranges().size(), 2U);
+    control.ExecuteCmd(DeleteLine);
+    EXPECT_EQ(control.Text(), u"2\n3\n4\n5\n6\n7\n8\n9\n"_qs);
 }

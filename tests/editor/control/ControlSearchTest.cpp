@@ -7,6 +7,7 @@
 #include "editor/control/ControlTyping.h"
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/TextLoader.h"
 #include "text/held/Joints.h"
 
 #include <QFile>
@@ -609,6 +610,45 @@ TEST_F(ReplaceAll, KeepsBookmarksOnTheirLines) {
     }
 }
 
+TEST_F(ReplaceAll, MakesLineEndsOfTheReplacementThoseOfTheText) {
+    struct Row {
+        long lineEnds;
+        const char* text;
+        const char* find;
+        const char* by;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {TextControl::SC_EOL_CRLF, "a;b\r\nc;d", ";", "\\n", "a\r\nb\r\nc\r\nd"},
+        {TextControl::SC_EOL_CRLF, "a;b\r\nc;d", ";", "\\r\\n\\n", "a\r\n\r\nb\r\nc\r\n\r\nd"},
+        {TextControl::SC_EOL_CRLF, "a;b\r\n", "(;)", "$1\\n\\t$1", "a;\r\n\t;b\r\n"},
+        {TextControl::SC_EOL_LF, "a;b\n", ";", "\\r\\n", "a\nb\n"},
+        {TextControl::SC_EOL_CR, "a;b\r", ";", "\\n", "a\rb\r"},
+        // What is taken over from the text stays as it is.
+        {TextControl::SC_EOL_CRLF, "a\nb\r\n", "(a\\n)b", "$1c\\n", "a\nc\r\n\r\n"},
+        // A match that has half of a line end does not make a lone half of the other one.
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\n", "\\n", "a\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "\\n", "\\n\\n", "a\r\n\r\nb\r\n\r\n"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "\\r", ",\\n", "a,\r\nb,\r\n"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "a\\r", "\\n", "\r\nb"},
+    };
+    for (const Row& row : rows) {
+        for (const bool all : {true, false}) {
+            control.SendScintilla(TextControl::SCI_SETEOLMODE, row.lineEnds);
+            hold(row.text, row.find, {.regExp = true});
+            replaceBy(row.by);
+            if (all) {
+                control.replacing().replaceAll();
+                EXPECT_EQ(control.Text(), QString::fromLatin1(row.expected)) << row.find << " by " << row.by;
+            } else if (control.Text().count(QRegularExpression(QString::fromLatin1(row.find))) == 1) {
+                control.setSelection(0, 0);
+                control.replacing().replaceNext();
+                EXPECT_EQ(control.Text(), QString::fromLatin1(row.expected)) << row.find << " by " << row.by;
+            }
+        }
+    }
+}
+
 TEST_F(FindHistoryOfControls, HasTheNewestInFront) {
     hold("text", "first");
     control.search().findNext();
@@ -709,10 +749,10 @@ TEST_F(SearchedLongLine, FindsAMatchThatIsLongerThanManyPieces) {
 }
 
 TEST_F(SearchedLongLine, IsSearchedWhereItsLineEndsAreMixed) {
-    load("one\r\ntwo\n" + QByteArray(100'000, 'x') + "one\rthree");
+    load("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x') + "one\rthree");
     ASSERT_TRUE(control.Locked());
     look("one$", Expression);
-    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, 100'009, 3}}));
+    EXPECT_EQ(allFound(), (Places{{0, 0, 3}, {2, TextLoader::UncutLine + 9, 3}}));
 }
 
 TEST_F(FindNext, IsReachedByTheNumbersOfItsCommands) {

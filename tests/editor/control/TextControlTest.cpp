@@ -299,12 +299,16 @@ TEST_F(TextControlMouse, DropsATextWithEverythingInIt) {
     EXPECT_EQ(control.Text(), u"abc"_qs);
 }
 
-TEST(TextControlFont, KeepsOddSizesAsGiven) {
+TEST(TextControlFont, KeepsOddSizesAndRefusesThoseBelowOne) {
     const std::unique_ptr<TextControl> controlOwner{makeEditor()};
     TextControl& control = *controlOwner;
-    for (const int size : {71, 10, 2, 0, -2}) {
+    for (const int size : {71, 10, 2, 1}) {
         control.look().setTextFont(u"monospace"_qs, size);
         EXPECT_EQ(control.look().FontSize(), size);
     }
-    EXPECT_EQ(control.look().FontName(), u"monospace"_qs);
+    for (const int refused : {0, -2}) {
+        control.look().setTextFont(u"serif"_qs, refused);
+        EXPECT_EQ(control.look().FontSize(), 1);
+    }
+    EXPECT_EQ(control.look().FontName(), u"serif"_qs);
 }

@@ -4,6 +4,7 @@
 #include "editor/control/ControlSearch.h"
 #include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/TextLoader.h"
 #include "text/held/Joints.h"
 
 #include <QClipboard>
@@ -220,14 +221,64 @@ TEST_F(LoadedLongLine, TakesAReturnAtAJoint) {
 }
 
 TEST_F(LoadedLongLine, StaysLockedWhereAJointCouldBeTakenForALineEnd) {
-    const QByteArray bytes = "one\r\ntwo\n" + longLine(100'000).toUtf8() + "\rthree\r\n";
+    const QByteArray bytes = "one\r\ntwo\n" + longLine(TextLoader::UncutLine).toUtf8() + "\rthree\r\n";
     load(bytes);
     EXPECT_TRUE(control.Locked());
+    EXPECT_LE(longestHeldLine(), LongLine);
     control.setLocked(false);
     EXPECT_TRUE(control.Locked());
     EXPECT_EQ(control.TotalLines(), 5);
     EXPECT_EQ(control.Text(), QString::fromUtf8(bytes));
     EXPECT_EQ(saved(), bytes);
+}
+
+TEST_F(LoadedLongLine, IsLockedFromItsFullLengthOn) {
+    const QByteArray line = longLine(TextLoader::UncutLine - 1).toUtf8();
+    load("one\r\n" + line + "\ntwo");
+    EXPECT_FALSE(control.Locked());
+    EXPECT_EQ(heldLines(), 3);
+    load("one\r\n" + line + "x\ntwo");
+    EXPECT_TRUE(control.Locked());
+}
+
+TEST_F(LoadedLongLine, StaysWholeAndCanBeEditedWhereNoJointCanStand) {
+    const QByteArray bytes = "one\r\ntwo\n" + longLine(100'000).toUtf8() + "\rthree\r\n";
+    load(bytes);
+    EXPECT_FALSE(control.Locked());
+    EXPECT_EQ(heldLines(), 5);
+    EXPECT_EQ(control.TotalLines(), 5);
+    EXPECT_EQ(control.Text(), QString::fromUtf8(bytes));
+    EXPECT_EQ(saved(), bytes);
+    control.setSelection(50'000, 50'000);
+    control.typing().type(u"x"_qs);
+    key(Qt::Key_Return);
+    key(Qt::Key_Backspace);
+    key(Qt::Key_Delete);
+    control.setSelection(100'000, 100'000);
+    control.setSelText(longLine(70'000));
+    EXPECT_EQ(heldLines(), 5);
+    EXPECT_EQ(saved(),
+              bytes.left(50'000) + 'x' + bytes.mid(50'001, 49'999) + longLine(70'000).toUtf8() + bytes.mid(100'000));
+    while (control.CanUndo())
+        control.Undo();
+    EXPECT_EQ(saved(), bytes);
+    while (control.CanRedo())
+        control.Redo();
+    EXPECT_EQ(saved().size(), bytes.size() + 70'000);
+}
+
+TEST_F(LoadedLongLine, IsCutOnceItsTextHasOneLineEnd) {
+    const QByteArray bytes = "one\r\ntwo\n" + longLine(100'000).toUtf8();
+    load(bytes);
+    control.setSelection(50'000, 50'000);
+    control.typing().type(u"x"_qs);
+    ASSERT_EQ(heldLines(), 3);
+    ASSERT_TRUE(control.file().canConvertLineEnds());
+    control.file().convertLineEnds(QsciScintillaBase::SC_EOL_LF);
+    control.typing().type(u"y"_qs);
+    EXPECT_GT(heldLines(), 3);
+    EXPECT_LE(longestHeldLine(), LongLine);
+    EXPECT_EQ(saved(), "one\ntwo\n" + longLine(100'000).toUtf8().insert(50'000 - 9, "xy"));
 }
 
 TEST_F(LoadedLongLine, CanBeEditedInATextWithOnlyCr) {

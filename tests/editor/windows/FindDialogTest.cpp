@@ -298,15 +298,27 @@ TEST_F(FindDialogWindow, TellsWhenItIsClosedAfterASearch) {
     }
 }
 
-TEST_F(FindDialogWindow, TellsOfEveryCloseButOfNoOpening) {
+TEST_F(FindDialogWindow, TellsNothingWhenItIsClosedWithoutASearch) {
+    for (FindDialog* dialog : {&openFind(), &openReplace()}) {
+        SearchWindows::openFind(control);
+        SearchWindows::openReplace(control);
+        told.clear();
+        enter(*dialog, "cboFind", "one");
+        check(*dialog, "chkMatchCase");
+        dialog->close();
+        EXPECT_EQ(told.count(), 0);
+    }
+}
+
+TEST_F(FindDialogWindow, TellsNothingOfASearchBeforeItWasOpenedAgain) {
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "one");
-    check(dialog, "chkMatchCase");
-    EXPECT_EQ(told.count(), 0);
+    press(dialog, "cmdCount");
+    openFind();  // in front already: it is not opened anew
+    EXPECT_EQ(told.count(), 1);
     dialog.close();
-    EXPECT_EQ(told.count(), 1);
+    EXPECT_EQ(told.count(), 2);
     openFind();
-    EXPECT_EQ(told.count(), 1);
     dialog.close();
     EXPECT_EQ(told.count(), 2);
 }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <random>
 #include <string>
 #include <vector>
@@ -35,7 +37,16 @@ class Searching : public testing::Test {
     }
     qint64 count(const HexNeedle& needle) { return HexSearch(m_file, Block).count(needle); }
 
+    /// A search whose watch notes what it is called with, and ends it at the call of that number, from 1.
+    HexSearch watched(int lastCall) {
+        return HexSearch(m_file, Block, [this, lastCall](int percent) {
+            m_percents.push_back(percent);
+            return static_cast<int>(m_percents.size()) < lastCall;
+        });
+    }
+
     MemoryBytes m_file;
+    std::vector<int> m_percents;
 };
 
 }  // namespace
@@ -226,10 +237,9 @@ TEST_F(Searching, CountsAMatchOncePerBlockThatHoldsIt) {
                     break;
             }
             std::vector<qint64> found;
-            const qint64 matches =
-                HexSearch(m_file, Block).forEachMatch(needle, [&](FilePosition at) { found.push_back(at.number()); });
+            HexSearch(m_file, Block).forEachMatch(needle, [&](FilePosition at) { found.push_back(at.number()); });
             EXPECT_EQ(found, expected);
-            EXPECT_EQ(matches, static_cast<qint64>(expected.size()));
+            EXPECT_EQ(count(needle), static_cast<qint64>(expected.size()));
         }
     }
 }
@@ -335,4 +345,45 @@ TEST_F(Searching, ANeedleThatNearlyMatchesEverywhereIsStillFound) {
     EXPECT_EQ(numberOf(HexSearch(m_file).findDown(text(needle + u'b', HexFindType::AnyCase), FilePosition(1), false)),
               -1);
     EXPECT_EQ(HexSearch(m_file).count(text(needle, HexFindType::AnyCase)), 1);
+}
+
+TEST_F(Searching, CallsItsWatchWithHowFarItIs) {
+    m_file.bytes = QByteArray(100, '.');
+    EXPECT_EQ(watched(1000).count(sequence("a")), 0);
+    EXPECT_GE(m_percents.size(), 10U);
+    EXPECT_TRUE(std::is_sorted(m_percents.begin(), m_percents.end()));
+    EXPECT_LE(m_percents.back(), 100);
+    m_percents.clear();
+    EXPECT_EQ(watched(1000).findUp(sequence("a"), FilePosition(100), false), std::nullopt);
+    EXPECT_GE(m_percents.size(), 10U);
+    EXPECT_TRUE(std::is_sorted(m_percents.begin(), m_percents.end()));
+}
+
+TEST_F(Searching, EndsWhenItsWatchSaysSoWithWhatItHas) {
+    m_file.bytes = QByteArray(100, 'a') + 'b';
+    EXPECT_EQ(watched(3).count(sequence("a")), 3 * Block);
+    EXPECT_EQ(m_percents.size(), 3U);
+    EXPECT_EQ(watched(4).findDown(sequence("b"), FilePosition(1), true), std::nullopt);
+    EXPECT_EQ(m_percents.size(), 4U);
+    EXPECT_EQ(watched(5).findUp(sequence("c"), FilePosition(100), true), std::nullopt);
+    EXPECT_EQ(m_percents.size(), 5U);
+    const HexSearch::Replaced replaced = watched(6).replaceAll(sequence("a"), "x");
+    EXPECT_EQ(replaced.matches, Block);
+    EXPECT_EQ(m_file.bytes, QByteArray(Block, 'x') + QByteArray(100 - Block, 'a') + 'b');
+}
+
+TEST_F(Searching, CallsItsWatchAmongTheMatchesOfOneBlock) {
+    m_file.bytes = QByteArray(20'000, 'a');
+    int calls = 0;
+    const HexSearch search(m_file, HexSearch::BlockSize, [&calls](int) { return ++calls < 3; });
+    EXPECT_EQ(search.count(sequence("aa")), 3 * 1024);
+}
+
+TEST_F(Searching, TouchesNothingOnceItsWatchHasEndedIt) {
+    auto file = std::make_unique<MemoryBytes>(QByteArray(100, 'a'));
+    HexSearch search(*file, Block, [&file](int) {
+        file.reset();
+        return false;
+    });
+    EXPECT_EQ(search.replaceAll(sequence("a"), "b").matches, Block);
 }

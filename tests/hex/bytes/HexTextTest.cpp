@@ -81,3 +81,28 @@ TEST(Texts, HaveTheBytesOfTheirCharactersOrNone) {
     EXPECT_EQ(bytesOfText(u"\U0001F600"_qs), std::nullopt);
     EXPECT_EQ(bytesOfText(QString()), QByteArray());
 }
+
+TEST(TypedHex, IsReadWithAndWithoutBlanks) {
+    const QByteArray bytes("\xDE\xAD\xBE\xEF");
+    for (const auto& text :
+         {u"DEADBEEF"_qs, u"DE AD BE EF"_qs, u"de ad be ef "_qs, u"DEAD BEEF"_qs, u"  DE\tAD  BEEF "_qs}) {
+        EXPECT_EQ(bytesOfTypedHex(text), bytes) << text.toStdString();
+    }
+    EXPECT_EQ(bytesOfTypedHex(u"ABC"_qs), QByteArray("\xAB\xC0"));
+    EXPECT_EQ(bytesOfTypedHex(u"0FF"_qs), QByteArray("\x0F\xF0"));
+    EXPECT_EQ(bytesOfTypedHex(u"A B"_qs), QByteArray("\x0A\x0B"));
+    EXPECT_EQ(bytesOfTypedHex(u" "_qs), QByteArray());
+}
+
+TEST(TypedHex, IsNothingWithAnyOtherCharacter) {
+    for (const auto& text : {u"hello"_qs, u"0x41"_qs, u"-1"_qs, u"41,42"_qs, u"4\u00E9"_qs, u"DEADBEEG"_qs}) {
+        EXPECT_EQ(bytesOfTypedHex(text), std::nullopt) << text.toStdString();
+    }
+}
+
+TEST(TypedHex, OfSpacedPairsIsWhatThreeCharactersAByteAre) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const QString text = ByteToHexCell(byte) + u" 00 "_qs + ByteToHexCell(255 - byte) + u' ';
+        EXPECT_EQ(bytesOfTypedHex(text), bytesOfHexText(text));
+    }
+}

@@ -8,6 +8,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 
 #include <gtest/gtest.h>
 
@@ -25,9 +26,11 @@ class RecordedTarget : public HexFindTarget {
     }
     void ReplaceBytes(const QString& pHexText, int position) override { note(u"replace"_qs, pHexText, position); }
     void FillGrid() override { calls += u"fill"_qs; }
+    bool wasSearchStopped() const override { return isStopped; }
 
     QStringList calls;
     int matches = 0;
+    bool isStopped = false;
 
  private:
     int note(const QString& what, const QString& text, int number) {
@@ -108,4 +111,22 @@ TEST_F(TheFindForm, LeavesItsTargetAloneOnceItIsClosed) {
     for (const char* button : {"cmdFindNext", "cmdCount", "cmdMarkAll", "cmdReplace", "cmdReplaceAll"})
         click(button);
     EXPECT_EQ(takeCalls(), QStringList());
+}
+
+TEST_F(TheFindForm, ReportsASearchThatWasStoppedOnItsPageAndInNoBox) {
+    open("ucReplaceText1");
+    m_target.isStopped = true;
+    set("Text1", u"ab"_qs);
+    set("Text2", u"cd"_qs);
+    const auto* refusal = m_page->findChild<QLabel*>(u"lblRefusal"_qs);
+    for (const char* button : {"cmdCount", "cmdMarkAll", "cmdReplaceAll"}) {
+        click(button);
+        EXPECT_EQ(refusal->text(), u"Stopped after 3."_qs) << button;
+    }
+    for (const char* button : {"cmdFindNext", "cmdReplace"}) {
+        click(button);
+        EXPECT_EQ(refusal->text(), u"Stopped."_qs) << button;
+    }
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    EXPECT_FALSE(takeCalls().contains(u"fill"_qs));
 }

@@ -455,3 +455,53 @@ TEST_F(HexForms, ListTheCharactersOfAHalf) {
     click(&form, u"Option1(1)"_qs);
     EXPECT_EQ(view->verticalScrollBar()->value(), 0);
 }
+
+TEST_F(HexForms, OfABlockFillNothingInALockedView) {
+    open(someBytes(400));
+    m_hex->setLocked(true);
+    whileOpen([](const QDialog* form) {
+        const auto* fill = form->findChild<QAbstractButton*>(u"Option1(1)"_qs);
+        EXPECT_FALSE(fill->isEnabled());
+        click(form, u"Option1(1)"_qs);
+        EXPECT_FALSE(fill->isChecked());
+        set(form, u"Text1"_qs, u"0"_qs);
+        set(form, u"Text2"_qs, u"5"_qs);
+        click(form, u"Command1"_qs);
+    });
+    m_hex->SelectBlock();
+    EXPECT_EQ(workingBytes(), someBytes(400));
+    EXPECT_EQ(m_hex->limitations(), QString());
+}
+
+TEST_F(HexForms, OfABlockGreyNothingBrighterThanTheirWindowInADarkTheme) {
+    QPalette dark;
+    dark.setColor(QPalette::Window, QColor(42, 46, 50));
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    QWidget window;
+    window.setPalette(dark);
+    frmBlock form(false, &window);
+    form.setPalette(dark);
+    click(&form, u"Option1(1)"_qs);
+    const auto* byte = form.findChild<QLineEdit*>(u"Text3"_qs);
+    EXPECT_EQ(byte->palette().color(QPalette::Base), QColor(27, 30, 32));
+    click(&form, u"Option1(0)"_qs);
+    EXPECT_EQ(byte->palette().color(QPalette::Base), QColor(42, 46, 50));
+}
+
+TEST_F(HexForms, AreCancelledWhenTheViewIsHidden) {
+    open(someBytes(400));
+    select(2, 3);
+    for (void (ucHex::*command)() : {&ucHex::cmdGoOffset, &ucHex::cmdGoPage, &ucHex::SelectBlock, &ucHex::cmdFindHex}) {
+        whileOpen([this](QDialog* form) {
+            if (auto* text = form->findChild<QLineEdit*>(u"Text1"_qs))
+                text->setText(u"1"_qs);
+            m_hex->hide();
+            EXPECT_FALSE(form->isVisible());
+        });
+        (m_hex.get()->*command)();
+        EXPECT_EQ(cursor(), 36);
+        EXPECT_EQ(workingBytes(), someBytes(400));
+        m_hex->show();
+        activateView();
+    }
+}

@@ -1,6 +1,7 @@
 #include "hex/bytes/HexText.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
+#include "hex/grid/HexColours.h"
 
 #include <QApplication>
 #include <QImage>
@@ -111,6 +112,20 @@ TEST(AGrid, CanBeReadFromOutside) {
     EXPECT_TRUE(
         QMetaObject::invokeMethod(&owner.grid, "Value", Q_RETURN_ARG(QString, value), Q_ARG(int, 3), Q_ARG(int, 4)));
     EXPECT_EQ(value, u"34"_qs);
+}
+
+TEST(AGrid, ReportsThatACellIsLeftAfterAKeyThatFoundNoneToGoTo) {
+    for (const int key : {Qt::Key_PageDown, Qt::Key_PageUp}) {
+        PagingOwner owner(640, 641);
+        owner.pages.setFilePointer(FilePosition(641));
+        QObject::disconnect(&owner.grid, &Grid::RequestPreviousPage, nullptr, nullptr);
+        owner.press(key);
+        owner.grid.setPointer(FilePosition(321));
+        owner.grid.setRows(20);
+        owner.raised.clear();
+        owner.grid.pressMouse(3, 4);
+        EXPECT_EQ(owner.raised, QStringList({u"LeaveCell 0,0"_qs, u"EnterCell 3,4"_qs})) << key;
+    }
 }
 
 TEST(TheDownKey, MovesARowDown) {
@@ -454,4 +469,38 @@ TEST_F(APane, CountsWholeNotchesOfTheWheel) {
     turn(-60);
     turn(120);
     EXPECT_EQ(turned, -1);
+}
+
+TEST_F(APane, PaintsAllBytesOfAMatchOnAnotherGround) {
+    m_pane.setMatches([](HexCell cell) { return cell.row == 1 && cell.col > 2 && cell.col < 6; });
+    m_pane.update();
+    const QImage picture = m_pane.grab().toImage();
+    const auto groundOf = [&](HexCell cell) {
+        return picture.pixelColor(m_pane.cellRect(cell).topLeft() + QPoint(1, 1));
+    };
+    const HexColours::Cell look = HexColours::cell(m_pane.palette(), false, true);
+    for (const int col : {3, 4, 5}) {
+        EXPECT_EQ(groundOf({1, col}), look.ground) << col;
+    }
+    for (const HexCell cell : {HexCell{1, 2}, HexCell{1, 6}, HexCell{2, 4}}) {
+        EXPECT_EQ(groundOf(cell), m_pane.palette().color(QPalette::Base));
+    }
+}
+
+TEST_F(APane, PaintsTheCursorOfAPassivePaneInAMatchOnTheGroundOfTheMatch) {
+    m_pane.setMatches([](HexCell cell) { return cell == HexCell{0, 0}; });
+    m_pane.clearFocus();
+    const QImage picture = m_pane.grab().toImage();
+    EXPECT_EQ(picture.pixelColor(m_pane.cellRect({0, 0}).topLeft() + QPoint(2, 2)),
+              HexColours::cell(m_pane.palette(), false, true).ground);
+}
+
+TEST_F(APane, HasABorderOfTwoPixelsWhileItIsInUse) {
+    m_pane.setBorder(true);
+    const QImage picture = m_pane.grab().toImage();
+    const QColor border = HexColours::border(m_pane.palette());
+    for (const int inset : {0, 1}) {
+        EXPECT_EQ(picture.pixelColor(picture.width() - 1 - inset, picture.height() / 2), border) << inset;
+        EXPECT_EQ(picture.pixelColor(40, picture.height() - 1 - inset), border) << inset;
+    }
 }

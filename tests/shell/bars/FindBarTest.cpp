@@ -86,6 +86,26 @@ TEST_F(FindBarOfTheFrame, ATextThatIsNotThereIsToldAndKeptAllTheSame) {
     EXPECT_EQ(keys(), QStringList(u"abc"_qs));
 }
 
+TEST_F(FindBarOfTheFrame, WhatIsNotFoundIsNoStepOfARecording) {
+    start();
+    type(u"one two one"_qs);
+    run("mnuRecordMarco");
+    for (const bool continues : {false, true}) {
+        if (entry("mnuSearchContinue")->isChecked() != continues)
+            run("mnuSearchContinue");
+        for (const qint64 anchor : {0, 4}) {
+            select(anchor, 7);
+            enter(u"nowhere"_qs);
+            run("mnuFindNext");
+            run("mnuFindPrevious");
+        }
+    }
+    EXPECT_EQ(m_prompts.messages, QStringList(12, u"The search string not found."_qs));
+    EXPECT_TRUE(globals().control.recorder().steps().isEmpty());
+    enter(u"one"_qs);
+    EXPECT_EQ(globals().control.recorder().steps().last().command, Command::FindNext);
+}
+
 TEST_F(FindBarOfTheFrame, EnterMovesAKnownTextToTheTop) {
     start();
     type(u"a b"_qs);
@@ -164,16 +184,29 @@ TEST_F(FindBarOfTheFrame, ADocumentsDialogIsHeardByTheFrame) {
     EXPECT_EQ(box().currentText(), u"sought"_qs);
 }
 
-TEST_F(FindBarOfTheFrame, OpeningADialogLeavesTheBarAndClosingItBringsTheLastSearch) {
+TEST_F(FindBarOfTheFrame, ADialogThatIsClosedWithoutASearchLeavesTheBarAndTheToggles) {
     start();
     enter(u"searched"_qs);
     for (const char* name : {"mnuFind", "mnuReplace"}) {
         box().setEditText(u"half typed"_qs);
         run(name);
-        EXPECT_EQ(box().currentText(), u"half typed"_qs) << name;
+        dialog(name).findChild<QAbstractButton*>(u"chkMatchCase"_qs)->click();
         dialog(name).close();
-        EXPECT_EQ(box().currentText(), u"searched"_qs) << name;
+        EXPECT_EQ(box().currentText(), u"half typed"_qs) << name;
+        EXPECT_FALSE(entry("mnuCaseSensitive")->isChecked()) << name;
     }
+}
+
+TEST_F(FindBarOfTheFrame, ADialogThatHasSearchedBringsItsTextWhenItIsClosed) {
+    start();
+    type(u"one two"_qs);
+    run("mnuFind");
+    QDialog& find = dialog("mnuFind");
+    find.findChild<QComboBox*>(u"cboFind"_qs)->setEditText(u"one"_qs);
+    find.findChild<QAbstractButton*>(u"cmdFindNext"_qs)->click();
+    box().setEditText(u"half typed"_qs);
+    find.close();
+    EXPECT_EQ(box().currentText(), u"one"_qs);
 }
 
 TEST_F(FindBarOfTheFrame, ADialogsSearchLeavesItsTextInTheBar) {

@@ -62,7 +62,11 @@ TEST(FindBarTexts, TheThirtyNewestAreKept) {
 }
 
 TEST(FindBarTexts, AFileHasTheOldestFirstAndItsDoublesOnce) {
-    EXPECT_EQ(FindBarTexts::fromLines(list({"a", "", "b", "a", "c"})), list({"c", "b", "a"}));
-    EXPECT_EQ(FindBarTexts::toLines(list({"c", "b", "a"})), list({"a", "b", "c"}));
-    EXPECT_EQ(FindBarTexts::fromLines(numbers(1, 40)).size(), 30);
+    QStringList keys;
+    FindBarTexts::addLines(keys, list({"a", "", "b", "a", "c"}));
+    EXPECT_EQ(keys, list({"c", "b", "a"}));
+    EXPECT_EQ(FindBarTexts::toLines(keys), list({"a", "b", "c"}));
+    FindBarTexts::addLines(keys, numbers(1, 40));
+    EXPECT_EQ(keys.size(), 30);
+    EXPECT_EQ(keys.first(), u"40"_qs);
 }

@@ -1,6 +1,8 @@
 #include "shell/commands/CommandTable.h"
+#include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
@@ -88,18 +90,29 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);
 }
 
+TEST(CommandAims, CommandsOfFavoritesAimAtTheirCalls) {
+    static constexpr Aim<void (FavoriteCommands::*)()> Aims[] = {
+        {"mnuAddFavorite", &FavoriteCommands::AddFavorite},
+        {"mnuDeleteFavorite", &FavoriteCommands::DeleteFavorite},
+    };
+    expectAims<void (FavoriteCommands::*)()>(Aims, &CommandTarget::favorite);
+}
+
+TEST(CommandAims, CommandsOfProjectsAimAtTheirCalls) {
+    using Project = ProjectCommands;
+    static constexpr Aim<void (Project::*)()> Aims[] = {
+        {"mnuNewProject", &Project::NewProject},     {"mnuOpenProject", &Project::ChooseProjectToOpen},
+        {"mnuCloseProject", &Project::CloseProject}, {"mnuSaveProject", &Project::SaveProject},
+        {"mnuSaveProjectAs", &Project::SaveProjectFileAs},
+    };
+    expectAims<void (Project::*)()>(Aims, &CommandTarget::project);
+}
+
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
     static constexpr Aim<void (Rooms::*)()> Aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
-        {"mnuAddFavorite", &Rooms::AddFavorite},
-        {"mnuDeleteFavorite", &Rooms::DeleteFavorite},
-        {"mnuNewProject", &Rooms::NewProject},
-        {"mnuOpenProject", &Rooms::AskProject},
-        {"mnuCloseProject", &Rooms::CloseProject},
-        {"mnuSaveProject", &Rooms::SaveProject},
-        {"mnuSaveProjectAs", &Rooms::SaveProjectAs},
         {"mnuWindowDirectory", &Rooms::OpenWindowsDirectory},
         {"mnuSystemDirectory", &Rooms::OpenSystemDirectory},
         {"mnuDesktop", &Rooms::OpenDesktop},

@@ -1,5 +1,6 @@
 #include "shell/FrameFixture.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandTable.h"
 #include "shell/commands/ExpectedCommands.h"
 #include "shell/commands/MenuText.h"
@@ -209,24 +210,39 @@ TEST_F(CommandsOfTheFrame, FindInFilesIsBegunWithAnEmptyText) {
     EXPECT_EQ(m_rooms.calls, QStringList(u"ShowSearchInFiles "_qs));
 }
 
-TEST_F(CommandsOfTheFrame, APanelsMarkFollowsWhetherItIsSeen) {
+TEST_F(CommandsOfTheFrame, TheBottomPanelsMarkFollowsWhetherItIsSeen) {
     start();
-    for (auto& [name, panel] :
-         {std::pair{"mnuEditExplorer", &m_rooms.explorer}, {"mnulFindReplacePanel", &m_rooms.search}}) {
-        run(name);
-        EXPECT_TRUE(panel->visible) << name;
-        EXPECT_TRUE(entry(name)->isChecked()) << name;
-        panel->stuck = true;
-        run(name);
-        EXPECT_TRUE(entry(name)->isChecked()) << name;
-        panel->stuck = false;
-        run(name);
-        EXPECT_FALSE(panel->visible) << name;
-        EXPECT_FALSE(entry(name)->isChecked()) << name;
-        panel->visible = true;
-        m_frame->RefreshCheckedItems();
-        EXPECT_TRUE(entry(name)->isChecked()) << name;
-    }
+    const char* const name = "mnulFindReplacePanel";
+    NotedRooms::Panel& panel = m_rooms.search;
+    run(name);
+    EXPECT_TRUE(panel.visible);
+    EXPECT_TRUE(entry(name)->isChecked());
+    panel.stuck = true;
+    run(name);
+    EXPECT_TRUE(entry(name)->isChecked());
+    panel.stuck = false;
+    run(name);
+    EXPECT_FALSE(panel.visible);
+    EXPECT_FALSE(entry(name)->isChecked());
+    panel.visible = true;
+    m_frame->RefreshCheckedItems();
+    EXPECT_TRUE(entry(name)->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, TheSidePanelsMarkFollowsWhetherItIsSeen) {
+    start();
+    const char* const name = "mnuEditExplorer";
+    EXPECT_TRUE(house().sidePanel.isShown());
+    EXPECT_TRUE(entry(name)->isChecked());
+    run(name);
+    EXPECT_FALSE(house().sidePanel.isShown());
+    EXPECT_FALSE(entry(name)->isChecked());
+    house().entries.CheckMenuItem(name, true);
+    m_frame->RefreshCheckedItems();
+    EXPECT_FALSE(entry(name)->isChecked());
+    run(name);
+    EXPECT_TRUE(house().sidePanel.isShown());
+    EXPECT_TRUE(entry(name)->isChecked());
 }
 
 TEST_F(CommandsOfTheFrame, ButtonsStandInTheirOrder) {
@@ -265,7 +281,7 @@ TEST_F(CommandsOfTheFrame, ChecksOutliveAMarkThatWasWiped) {
     EXPECT_TRUE(entry("mnuShowEditToolbar")->isChecked());
     EXPECT_TRUE(entry("mnuShowFilesTab")->isChecked());
     EXPECT_TRUE(entry("mnuSearchContinue")->isChecked());
-    EXPECT_FALSE(entry("mnuEditExplorer")->isChecked());
+    EXPECT_TRUE(entry("mnuEditExplorer")->isChecked());
     EXPECT_FALSE(entry("mnulFindReplacePanel")->isChecked());
 }
 

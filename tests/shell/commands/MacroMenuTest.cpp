@@ -7,7 +7,9 @@
 #include "shell/commands/MenuText.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QDir>
+#include <QInputDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -227,6 +229,61 @@ TEST_F(MacrosOfTheFrame, AreThereAgainAtTheNextStart) {
     start();
     QTest::keyClick(&textWidget(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(text(), u"again"_qs);
+}
+
+TEST_F(MacrosOfTheFrame, OneThatIsRecordedWhenTheProgramEndsIsAskedFor) {
+    start();
+    run("mnuRecordMarco");
+    type(u"again"_qs);
+    m_prompts.answerNo();
+    QTimer::singleShot(0, m_frame.get(), [&] { keepUnder(Qt::Key_M); });
+    m_frame->close();
+    m_frame.reset();
+    start();
+    QTest::keyClick(&textWidget(), Qt::Key_M, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(text(), u"again"_qs);
+}
+
+TEST_F(MacrosOfTheFrame, ACountThatIsPendingStandsInTheStatusBarOfItsDocument) {
+    const QString pending = u"The next command or key is done 3 times. Esc cancels this."_qs;
+    start();
+    frmDocument* first = active();
+    run("mnuSetRepeat");
+    auto* prompt = first->findChild<QInputDialog*>(u"RepeatCount"_qs);
+    ASSERT_NE(prompt, nullptr);
+    prompt->setIntValue(3);
+    EXPECT_EQ(statusText(), QString());
+    prompt->accept();
+    EXPECT_EQ(statusText(), pending);
+    m_frame->NewDocument();
+    EXPECT_EQ(statusText(), QString());
+    house().children.bringToFront(first);
+    EXPECT_EQ(statusText(), pending);
+    globals().hotKeys.bind(214, {{HotKeyStroke::Ctrl, u"K"_qs}, {0, u"C"_qs}});
+    QTest::keyClick(&textWidget(), Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(statusText(), u"Ctrl + K: press the second key, or Esc to leave."_qs);
+    QTest::keyClick(&textWidget(), Qt::Key_Escape);
+    EXPECT_EQ(statusText(), pending);
+    QTest::keyClick(&textWidget(), Qt::Key_Escape);
+    EXPECT_EQ(statusText(), QString());
+    setRepeatCount(3);
+    QApplication::clipboard()->setText(u"ab"_qs);
+    run("mnuEditPaste");
+    EXPECT_EQ(text(), u"ababab"_qs);
+    EXPECT_EQ(statusText(), QString());
+    setRepeatCount(3);
+    m_prompts.answerNo();
+    run("mnuAllFileClose");
+    EXPECT_EQ(statusText(), QString());
+}
+
+TEST_F(MacrosOfTheFrame, ACountIsShownBeforeARecording) {
+    start();
+    run("mnuRecordMarco");
+    setRepeatCount(2);
+    EXPECT_EQ(statusText(), u"The next command or key is done 2 times. Esc cancels this."_qs);
+    type(u"a"_qs);
+    EXPECT_TRUE(statusText().startsWith(QLatin1String("Recording: 2 step")));
 }
 
 TEST_F(MacrosOfTheFrame, TheHiddenEntrySavesThem) {

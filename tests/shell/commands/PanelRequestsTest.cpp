@@ -1,58 +1,73 @@
 #include "shell/FrameFixture.h"
+#include "shell/bars/SidePanel.h"
 #include "shell/commands/PanelRequests.h"
 
-#include <optional>
+#include <stdexcept>
 
 class RequestsOfThePanel : public FrameFixture {
  protected:
-    void begin() {
-        start();
-        m_requests.emplace(house().children, house().active, house().opening, house().fileCommands);
-    }
-
-    std::optional<PanelRequests> m_requests;
+    PanelRequests& requests() { return house().panelRequests; }
 };
 
 TEST_F(RequestsOfThePanel, ADocumentIsSelectedByItsKey) {
-    begin();
+    start();
     run("mnuFileNew");
-    m_requests->selectDocument(u"F1"_qs);
+    requests().selectDocument(u"F1"_qs);
     EXPECT_EQ(active()->fIdx, u"F1"_qs);
     EXPECT_EQ(strip().currentIndex(), 0);
-    m_requests->selectDocument(u"F77"_qs);
+    requests().selectDocument(u"F77"_qs);
     EXPECT_EQ(active()->fIdx, u"F1"_qs);
 }
 
 TEST_F(RequestsOfThePanel, AFileIsOpenedUnlocked) {
-    begin();
-    m_requests->openFile(fileOf("1"));
+    start();
+    requests().openFile(fileOf("1"));
     EXPECT_EQ(active()->filename, path(u"a.txt"_qs));
     EXPECT_FALSE(active()->Locked());
 }
 
 TEST_F(RequestsOfThePanel, ClosingAndSavingConcernTheActiveDocument) {
-    begin();
+    start();
     const QString file = fileOf("1");
     open(file);
     type(u"x"_qs);
-    m_requests->saveDocument();
+    requests().saveDocument();
     EXPECT_EQ(bytesOf(file), "x1");
-    m_requests->closeDocument();
+    requests().closeDocument();
     EXPECT_TRUE(documents().isEmpty());
-    m_requests->saveDocument();
-    m_requests->closeDocument();
+    requests().saveDocument();
+    requests().closeDocument();
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(RequestsOfThePanel, WhileRowsAreDraggedNoDocumentTakesADrop) {
-    begin();
+    start();
     run("mnuFileNew");
-    m_requests->dragStarts();
+    requests().dragStarts();
     for (const frmDocument* document : documents()) {
         EXPECT_FALSE(document->DocEnabled());
     }
-    m_requests->dragEnds();
+    requests().dragEnds();
     for (const frmDocument* document : documents()) {
         EXPECT_TRUE(document->DocEnabled());
     }
+}
+
+TEST_F(RequestsOfThePanel, ThePanelIsHiddenAndTheMarkOfItsEntryFollows) {
+    start();
+    EXPECT_TRUE(entry("mnuEditExplorer")->isChecked());
+    requests().hidePanel();
+    EXPECT_FALSE(house().sidePanel.isShown());
+    EXPECT_FALSE(entry("mnuEditExplorer")->isChecked());
+    requests().hidePanel();
+    EXPECT_FALSE(entry("mnuEditExplorer")->isChecked());
+}
+
+TEST_F(RequestsOfThePanel, ARequestThatFailsLeavesThePanelStanding) {
+    start();
+    type(u"x"_qs);
+    m_prompts.whileShown([] { throw std::runtime_error("no box"); });
+    EXPECT_NO_THROW(requests().closeDocument());
+    m_prompts.whileShown([] { throw std::runtime_error("no box"); });
+    EXPECT_NO_THROW(requests().openFile(path(u"gone.txt"_qs)));
 }

@@ -236,6 +236,15 @@ TEST_F(ChildWindows, DroppedFilesOpenInTheirOrder) {
     EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"2 ü.txt"_qs}));
 }
 
+TEST_F(ChildWindows, ADroppedFileThatIsOpenIsFoundWhateverItsSpelling) {
+    start();
+    const QString file = fileOf("1");
+    open(file);
+    drop({QUrl::fromLocalFile(m_folder.path() + u"//./a.txt"_qs)});
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"'%1' already open!"_qs.arg(file)));
+}
+
 TEST_F(ChildWindows, ADropOfThePanelsOwnRowsIsNotRead) {
     start();
     m_explorer.busy = true;

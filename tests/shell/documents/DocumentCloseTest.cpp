@@ -28,6 +28,66 @@ TEST_F(DocumentClose, YesSavesAndNoDiscards) {
     }
 }
 
+TEST_F(DocumentClose, ASaveThatFailsIsAskedAboutAgainUntilTheAnswerIsNo) {
+    start();
+    const QString file = fileOf("\xE4");
+    open(file);
+    type(u"\u2192"_qs);
+    m_prompts.answerYes();
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions, QStringList(3, u"Save %1 ?"_qs.arg(file)));
+    EXPECT_EQ(m_prompts.messages.size(), 2);
+    EXPECT_EQ(bytesOf(file), "\xE4");
+    EXPECT_TRUE(documents().isEmpty());
+}
+
+TEST_F(DocumentClose, ASaveThatFailedIsMadeGoodByTheNextYes) {
+    start();
+    const QString file = fileOf("a");
+    open(file);
+    type(u"x"_qs);
+    ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0400), 0);
+    m_prompts.answerYes();
+    m_prompts.answerYes();
+    m_prompts.whileShown([&] {
+        m_prompts.whileShown([&] {
+            ASSERT_EQ(m_prompts.messages.size(), 1);
+            ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0600), 0);
+        });
+    });
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions.size(), 2);
+    EXPECT_EQ(bytesOf(file), "xa");
+    EXPECT_TRUE(documents().isEmpty());
+}
+
+TEST_F(DocumentClose, AnUntitledDocumentWhoseSaveDialogIsCancelledAsksAgain) {
+    start();
+    type(u"x"_qs);
+    m_prompts.answerYes();
+    m_prompts.answerSavePath(QString());
+    m_prompts.answerYes();
+    m_prompts.answerSavePath(path(u"new.txt"_qs));
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions, QStringList(2, u"Save Document1 ?"_qs));
+    EXPECT_EQ(bytesOf(path(u"new.txt"_qs)), "x");
+    EXPECT_TRUE(documents().isEmpty());
+}
+
+TEST_F(DocumentClose, AtTheEndASaveThatFailsIsAskedAboutAgainToo) {
+    start();
+    const QString file = fileOf("\xE4");
+    open(file);
+    type(u"\u2192"_qs);
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    m_frame->close();
+    EXPECT_EQ(m_prompts.questions, QStringList(2, u"Save %1 ?"_qs.arg(file)));
+    EXPECT_TRUE(documents().isEmpty());
+}
+
 TEST_F(DocumentClose, CloseAllAsksForEachChangedDocumentAndSavesThatOne) {
     start();
     const QString first = fileOf("1", u"1.txt"_qs);
@@ -136,12 +196,15 @@ TEST_F(DocumentClose, TheSessionIsWrittenBeforeTheDocumentsAsk) {
     start();
     open(fileOf("a"));
     type(u"x"_qs);
-    m_prompts.whileShown([&] { EXPECT_TRUE(m_rooms.calls.contains(u"SaveSession"_qs)); });
+    m_prompts.whileShown([&] {
+        EXPECT_TRUE(QFile::exists(ownFile("lastopen.idx")));
+        EXPECT_FALSE(QFile::exists(ownFile("lastfiles.idx")));
+    });
     m_prompts.answerNo();
     run("mnuFileExit");
     EXPECT_EQ(m_prompts.questions.size(), 1);
     EXPECT_FALSE(m_frame->isVisible());
-    EXPECT_EQ(m_rooms.calls.last(), u"SaveRecentFiles"_qs);
+    EXPECT_TRUE(QFile::exists(ownFile("lastfiles.idx")));
 }
 
 TEST_F(DocumentClose, AtTheEndYesSavesTheActiveDocumentWhoeverAsks) {
@@ -182,6 +245,34 @@ TEST_F(DocumentClose, TheTabMenuWorksOnTheActiveDocument) {
     menu->findChild<QAction*>(u"mnuCloseFile"_qs)->trigger();
     menu->hide();
     EXPECT_EQ(strip().count(), 0);
+}
+
+TEST_F(DocumentClose, TheRightButtonSelectsTheTabWhoseMenuItShows) {
+    start();
+    open(fileOf("1", u"1.txt"_qs));
+    open(fileOf("2", u"2.txt"_qs));
+    open(fileOf("3", u"3.txt"_qs));
+    auto* menu = m_frame->findChild<QMenu*>(u"Tab"_qs);
+    QTest::mousePress(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(1).center());
+    EXPECT_EQ(strip().currentIndex(), 1);
+    EXPECT_EQ(active()->filename, path(u"2.txt"_qs));
+    EXPECT_FALSE(menu->isVisible());
+    QTest::mouseRelease(&strip(), Qt::RightButton, Qt::NoModifier, strip().tabRect(1).center());
+    EXPECT_TRUE(menu->isVisible());
+    menu->findChild<QAction*>(u"mnuCloseFile"_qs)->trigger();
+    menu->hide();
+    EXPECT_EQ(tabs(), QStringList({u"1.txt"_qs, u"3.txt"_qs}));
+}
+
+TEST_F(DocumentClose, BesideTheTabsTheRightButtonSelectsNothing) {
+    start();
+    open(fileOf("1", u"1.txt"_qs));
+    open(fileOf("2", u"2.txt"_qs));
+    const QPoint beside(strip().tabRect(1).right() + 20, strip().height() / 2);
+    ASSERT_TRUE(strip().rect().contains(beside));
+    QTest::mouseClick(&strip(), Qt::RightButton, Qt::NoModifier, beside);
+    m_frame->findChild<QMenu*>(u"Tab"_qs)->hide();
+    EXPECT_EQ(strip().currentIndex(), 1);
 }
 
 TEST_F(DocumentClose, TheTabMenuShowsThePicturesOfItsCommands) {

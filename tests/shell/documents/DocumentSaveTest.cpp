@@ -1,6 +1,10 @@
 #include "shell/FrameFixture.h"
 #include "shell/commands/LanguageMenu.h"
 
+#include <QDir>
+
+#include <cstdio>
+
 using DocumentSave = FrameFixture;
 
 TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
@@ -8,12 +12,12 @@ TEST_F(DocumentSave, PlainSaveWritesInPlaceWithoutADialog) {
     const QString file = fileOf("old");
     open(file);
     type(u"new "_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     run("mnuFileSave");
     EXPECT_EQ(bytesOf(file), "new old");
     EXPECT_EQ(house().tabs.image(0), 1);
     EXPECT_FALSE(active()->isChange);
-    EXPECT_EQ(m_rooms.calls, QStringList(u"AddLRUFile "_qs + file));
+    EXPECT_EQ(recentFiles(), QStringList({file, u"/other"_qs}));
     EXPECT_EQ(house().status.text(4), u"7"_qs);
 }
 
@@ -35,12 +39,11 @@ TEST_F(DocumentSave, AnUntitledDocumentAsksForItsName) {
 TEST_F(DocumentSave, ACancelledDialogSavesNothing) {
     start();
     type(u"x"_qs);
-    m_rooms.calls.clear();
     m_prompts.answerSavePath(QString());
     run("mnuFileSave");
     EXPECT_TRUE(active()->isChange);
     EXPECT_EQ(active()->filename, QString());
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_TRUE(recentFiles().isEmpty());
 }
 
 TEST_F(DocumentSave, NoToOverwritingShowsTheDialogAgain) {
@@ -100,13 +103,13 @@ TEST_F(DocumentSave, WhatAnsiCannotHoldIsRefusedAndNothingMoves) {
     const QString file = fileOf("a");
     open(file);
     type(u"漢"_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     run("mnuANSI");
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_EQ(bytesOf(file), "a");
     EXPECT_TRUE(active()->isChange);
     EXPECT_EQ(house().tabs.image(0), 2);
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_EQ(recentFiles(), QStringList({u"/other"_qs, file}));
 }
 
 TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
@@ -120,7 +123,7 @@ TEST_F(DocumentSave, SaveAsAsksUnderItsOwnTitleAndMovesTheDocument) {
     EXPECT_EQ(active()->filename, target);
     EXPECT_EQ(tabs(), QStringList(u"c.txt"_qs));
     EXPECT_EQ(bytesOf(target), "a");
-    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + target);
+    EXPECT_EQ(recentFiles(), QStringList({target, path(u"a.txt"_qs)}));
 }
 
 TEST_F(DocumentSave, TheLanguageIsMarkedAnewByASaveAndNotBySaveAs) {
@@ -194,11 +197,177 @@ TEST_F(DocumentSave, AFailedSaveLeavesCaptionTabAndLists) {
     const QString file = fileOf("a");
     open(file);
     type(u"x"_qs);
-    m_rooms.calls.clear();
+    m_frame->AddLRUFile(u"/other"_qs);
     ASSERT_EQ(chmod(QFile::encodeName(file).constData(), 0400), 0);
     run("mnuFileSave");
     EXPECT_EQ(m_prompts.messages.size(), 1);
     EXPECT_EQ(bytesOf(file), "a");
     EXPECT_TRUE(active()->isChange);
-    EXPECT_TRUE(m_rooms.calls.isEmpty());
+    EXPECT_EQ(recentFiles(), QStringList({u"/other"_qs, file}));
+}
+
+// A view that does not hold the document's file
+
+class UnheldFile : public FrameFixture {
+ protected:
+    void SetUp() override {
+        start();
+        m_bytes = QByteArray(1026, '\1');
+        m_file = fileOf(m_bytes, u"a.bin"_qs);
+        open(m_file);
+        ASSERT_FALSE(active()->TextEdit());
+    }
+    QString away() const { return path(u"away"_qs); }
+    void takeAway() { ASSERT_TRUE(QFile::rename(m_file, away())); }
+    void bringBack() { ASSERT_TRUE(QFile::rename(away(), m_file)); }
+
+    /// Ctrl+S asks for a name, and a cancelled dialog leaves the file as it is.
+    void expectAskedForAName() {
+        m_prompts.fileDialogs.clear();
+        m_prompts.answerSavePath(QString());
+        run("mnuFileSave");
+        ASSERT_EQ(m_prompts.fileDialogs.size(), 1U);
+        EXPECT_EQ(m_prompts.fileDialogs.front().title, u"Save"_qs);
+        EXPECT_EQ(m_prompts.fileDialogs.front().initialName, m_file);
+        EXPECT_EQ(bytesOf(m_file), m_bytes);
+    }
+
+    QString m_file;
+    QByteArray m_bytes;
+};
+
+TEST_F(UnheldFile, IsNotOverwrittenByTheViewThatCouldNotBeLoaded) {
+    takeAway();
+    run("mnuToggleHex");
+    ASSERT_TRUE(active()->TextEdit());
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    bringBack();
+    expectAskedForAName();
+    type(u"typed meanwhile"_qs);
+    expectAskedForAName();
+    m_prompts.answerSavePath(m_file);
+    m_prompts.answerNo();
+    m_prompts.answerSavePath(path(u"other.txt"_qs));
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(m_file), m_bytes);
+    EXPECT_EQ(bytesOf(path(u"other.txt"_qs)), "typed meanwhile");
+    EXPECT_EQ(active()->filename, path(u"other.txt"_qs));
+    m_prompts.fileDialogs.clear();
+    type(u"x"_qs);
+    run("mnuFileSave");
+    EXPECT_TRUE(m_prompts.fileDialogs.empty());
+}
+
+TEST_F(UnheldFile, IsOverwrittenOnlyOnTheWordOfTheUser) {
+    takeAway();
+    run("mnuToggleHex");
+    bringBack();
+    m_prompts.answerSavePath(m_file);
+    m_prompts.answerYes();
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(m_file), "");
+    EXPECT_TRUE(active()->holdsFile());
+}
+
+TEST_F(UnheldFile, IsNotOverwrittenByAStaleView) {
+    run("mnuToggleHex");
+    run("mnuToggleHex");
+    QTest::keyClicks(m_frame->focusWidget(), u"41"_qs);
+    run("mnuFileSave");
+    m_bytes[0] = 'A';
+    ASSERT_EQ(bytesOf(m_file), m_bytes);
+    takeAway();
+    run("mnuToggleHex");
+    EXPECT_TRUE(text().startsWith(u'\1')) << "the text of before the edit";
+    bringBack();
+    expectAskedForAName();
+}
+
+TEST_F(UnheldFile, IsHeldAgainOnceTheOtherViewHasLoadedIt) {
+    takeAway();
+    run("mnuToggleHex");
+    bringBack();
+    run("mnuToggleHex");
+    ASSERT_FALSE(active()->TextEdit());
+    QTest::keyClicks(m_frame->focusWidget(), u"41"_qs);
+    run("mnuFileSave");
+    EXPECT_TRUE(m_prompts.fileDialogs.empty());
+    EXPECT_EQ(bytesOf(m_file).at(0), 'A');
+}
+
+TEST_F(UnheldFile, IsSafeWhateverStoodInItsPlace) {
+    const std::pair<const char*, std::function<void()>> places[] = {
+        {"folder", [&] { ASSERT_TRUE(QDir().mkdir(m_file)); }},
+        {"fifo", [&] { ASSERT_EQ(mkfifo(QFile::encodeName(m_file).constData(), 0600), 0); }},
+        {"socket link", [&] { ASSERT_TRUE(QFile::link(u"/dev/null"_qs, m_file)); }},
+        {"link to nothing", [&] { ASSERT_TRUE(QFile::link(path(u"nothing"_qs), m_file)); }},
+        {"link to itself", [&] { ASSERT_TRUE(QFile::link(m_file, m_file)); }},
+    };
+    for (const auto& [what, put] : places) {
+        m_prompts.messages.clear();
+        takeAway();
+        put();
+        run("mnuToggleHex");
+        ASSERT_TRUE(active()->TextEdit()) << what;
+        EXPECT_EQ(m_prompts.messages.size(), 1) << what;
+        ASSERT_EQ(std::remove(QFile::encodeName(m_file).constData()), 0) << what;
+        bringBack();
+        expectAskedForAName();
+        run("mnuToggleHex");
+        ASSERT_FALSE(active()->TextEdit()) << what;
+    }
+}
+
+TEST_F(UnheldFile, IsNotOverwrittenBySavesInAnEncodingOrOfAllOrAtClosing) {
+    takeAway();
+    run("mnuToggleHex");
+    bringBack();
+    type(u"x"_qs);
+    m_prompts.answerSavePath(QString());
+    run("mnuUTF8");
+    ASSERT_EQ(m_prompts.fileDialogs.size(), 1U);
+    EXPECT_EQ(m_prompts.fileDialogs.back().title, u"Save (UTF-8)"_qs);
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSaveAll");
+    m_prompts.answerYes();
+    m_prompts.answerSavePath(QString());
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.fileDialogs.size(), 3U);
+    EXPECT_EQ(bytesOf(m_file), m_bytes);
+}
+
+TEST_F(UnheldFile, IsNotOverwrittenAfterAReloadThatFailed) {
+    const QString file = fileOf("text");
+    open(file);
+    type(u"x"_qs);
+    active()->LastUpdate = active()->KnownUpdate = u"2000/01/01 00:00:00"_qs;
+    m_prompts.whileShown([&] { ASSERT_TRUE(QFile::rename(file, away())); });
+    m_prompts.answerYes();
+    m_frame->CheckFileUpdate();
+    ASSERT_EQ(m_prompts.messages.size(), 1);
+    ASSERT_TRUE(QFile::rename(away(), file));
+    m_prompts.answerSavePath(QString());
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "text");
+    EXPECT_EQ(text(), u"xtext"_qs);
+    EXPECT_TRUE(active()->isChange);
+}
+
+// One spelling
+
+TEST_F(DocumentSave, TheNameFromTheDialogIsSpelledAsEveryPathIs) {
+    start();
+    type(u"x"_qs);
+    const QString file = path(u"new.txt"_qs);
+    m_prompts.answerSavePath(m_folder.path() + u"//.///new.txt"_qs);
+    run("mnuFileSave");
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_EQ(active()->Caption(), file);
+    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
+    open(file);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"'%1' already open!"_qs.arg(file)));
+    m_prompts.answerSavePath(m_folder.path() + u"/./other.txt"_qs);
+    run("mnuFileSaveAs");
+    EXPECT_EQ(active()->filename, path(u"other.txt"_qs));
 }

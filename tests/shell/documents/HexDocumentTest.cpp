@@ -1,4 +1,6 @@
 #include "document/frmSwitch.h"
+#include "document/rtCM.h"
+#include "editor/held/TextLoader.h"
 #include "hex/forms/frmAnsiTable.h"
 #include "hex/forms/frmConvert.h"
 #include "hex/grid/Grid.h"
@@ -11,6 +13,8 @@
 
 #include <QDialog>
 #include <QMenuBar>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QTabBar>
 #include <QTimer>
 
@@ -64,7 +68,7 @@ TEST_F(HexDocuments, ABinaryFileComesUpAsHex) {
     EXPECT_EQ(house().status.text(2), u"Pg 1/1, Pos 0/7"_qs);
     EXPECT_EQ(house().status.text(4), u"8"_qs);
     EXPECT_EQ(m_frame->focusWidget(), &pane());
-    EXPECT_EQ(m_rooms.calls.last(), u"AddLRUFile "_qs + file);
+    EXPECT_EQ(recentFiles(), QStringList(file));
 }
 
 TEST_F(HexDocuments, WithTheCheckOffItComesUpAsText) {
@@ -88,6 +92,29 @@ TEST_F(HexDocuments, EveryCommandIsEnabledAsItsTableSaysInAllFourStates) {
         expectEnabled(row.state);
         EXPECT_EQ(entry("mnuReadonly")->isChecked(), row.state == 'L' || row.state == 'X');
     }
+}
+
+TEST_F(HexDocuments, TheLockOfATextThatCanOnlyBeShownEndsWithTheTextView) {
+    start();
+    const QString file = fileOf("one\r\ntwo\n" + QByteArray(TextLoader::UncutLine, 'x'));
+    open(file);
+    expectEnabled('L');
+    EXPECT_EQ(house().tabs.image(0), 3);
+    run("mnuToggleHex");
+    expectEnabled('H');
+    EXPECT_FALSE(entry("mnuReadonly")->isChecked());
+    EXPECT_EQ(house().tabs.image(0), 1);
+    run("mnuReadonly");
+    expectEnabled('X');
+    run("mnuReadonly");
+    expectEnabled('H');
+    typeBytes(u"41"_qs);
+    run("mnuFileSaveAll");
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    EXPECT_EQ(bytesOf(file).left(4), "Ane\r");
+    run("mnuToggleHex");
+    expectEnabled('L');
+    EXPECT_EQ(house().tabs.image(0), 3);
 }
 
 TEST_F(HexDocuments, TheSwitchWorksByEntryAndByButton) {
@@ -183,6 +210,45 @@ TEST_F(HexDocuments, SaveAsWritesAllOfItUnderTheNewName) {
     EXPECT_EQ(tabs(), QStringList(u"new.bin"_qs));
 }
 
+TEST_F(HexDocuments, TheStatusBarSaysThatSaveAsWritesWhatWasReplaced) {
+    start();
+    open(binary());
+    const QString first = active()->filename;
+    const auto said = [this] { return house().status.text(1); };
+    EXPECT_EQ(said(), QString());
+    hex().ReplaceAll(u"6F "_qs, u"30 "_qs, 0);
+    const QString notice = u"Save As writes what was replaced or filled."_qs;
+    EXPECT_EQ(said(), notice);
+    run("mnuFileSave");
+    EXPECT_EQ(said(), notice);
+    EXPECT_EQ(bytesOf(first), QByteArray("\1one two", 8));
+    open(binary(u"b.bin"_qs));
+    EXPECT_EQ(said(), QString());
+    open(first);
+    EXPECT_EQ(said(), notice);
+    m_prompts.answerSavePath(path(u"new.bin"_qs));
+    run("mnuFileSaveAs");
+    EXPECT_EQ(said(), QString());
+    EXPECT_EQ(bytesOf(path(u"new.bin"_qs)), QByteArray("\0010ne tw0", 8));
+}
+
+TEST_F(HexDocuments, SavingAnUntitledTextWritesItInHexModeToo) {
+    start();
+    QTest::keyClicks(active()->GetEditor()->focusProxy(), u"typed"_qs);
+    whileSwitching([](frmSwitch& form) {
+        form.findChild<QRadioButton*>(u"Option1(1)"_qs)->click();
+        form.findChild<QPushButton*>(u"cmdSwitch"_qs)->click();
+    });
+    run("mnuToggleHex");
+    expectMode(true);
+    const QString target = path(u"new.txt"_qs);
+    m_prompts.answerSavePath(target);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(target), "typed");
+    EXPECT_EQ(active()->filename, target);
+    EXPECT_FALSE(active()->isChange);
+}
+
 TEST_F(HexDocuments, ClosingAChangedOneAsks) {
     start();
     const QString file = binary();
@@ -249,6 +315,7 @@ TEST_F(HexDocuments, ButtonsAndBookmarksAreReachedByKeyboard) {
         QTest::keyClick(m_frame->focusWidget(), Qt::Key_Backtab, Qt::ShiftModifier);
     }
     EXPECT_TRUE(walked.contains(u"lsBookmark"_qs)) << walked.join(u' ').toStdString();
+    EXPECT_TRUE(walked.contains(u"lblSelect"_qs)) << walked.join(u' ').toStdString();
     EXPECT_EQ(walked.filter(u"tbScroll."_qs).size(), 6) << walked.join(u' ').toStdString();
 }
 

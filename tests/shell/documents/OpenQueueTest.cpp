@@ -1,5 +1,7 @@
 #include "shell/FrameFixture.h"
 
+#include <QTimer>
+
 using OpenQueueOfTheFrame = FrameFixture;
 
 TEST_F(OpenQueueOfTheFrame, NothingOpensBeforeTheTimerHasRun) {
@@ -46,7 +48,7 @@ TEST_F(OpenQueueOfTheFrame, AProjectIsADocumentLikeAnyOther) {
     const QString file = fileOf("1", u"work.qmp"_qs);
     m_frame->OpenFileFromCmd(file);
     ASSERT_TRUE(QTest::qWaitFor([&] { return active()->filename == file; }));
-    EXPECT_EQ(m_rooms.calls.filter(u"OpenProject"_qs), QStringList());
+    EXPECT_TRUE(m_frame->ProjectFilename.isEmpty());
 }
 
 TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) {
@@ -59,4 +61,50 @@ TEST_F(OpenQueueOfTheFrame, WhatCannotBeOpenedLeavesTheActiveDocumentMaximised) 
     EXPECT_TRUE(m_prompts.messages.first().endsWith(QLatin1String("\nFile not found!")));
     EXPECT_TRUE(house().children.windowOf(active())->isMaximized());
     EXPECT_EQ(active()->Caption(), u"Document2"_qs);
+}
+
+TEST_F(OpenQueueOfTheFrame, ItsTimerIsReachedFromOutside) {
+    start();
+    auto* timer = m_frame->findChild<QTimer*>(u"TimerOpen"_qs);
+    ASSERT_NE(timer, nullptr);
+    EXPECT_FALSE(timer->isActive());
+    m_frame->OpenFileFromCmd(fileOf("1"));
+    EXPECT_TRUE(timer->isActive());
+    EXPECT_EQ(timer->interval(), 100);
+    timer->stop();
+}
+
+TEST_F(OpenQueueOfTheFrame, NothingOpensWhileADocumentAsksAboutItsChanges) {
+    start();
+    const QString first = fileOf("1", u"1.txt"_qs);
+    const QString second = fileOf("2", u"2.txt"_qs);
+    open(first);
+    type(u"x"_qs);
+    m_prompts.whileShown([&] {
+        m_frame->OpenFileFromCmd(second);
+        QTest::qWait(300);
+        m_frame->OpenFile(second, 0, true, true);
+        EXPECT_EQ(documents().size(), 1);
+        EXPECT_EQ(active()->filename, first);
+    });
+    m_prompts.answerYes();
+    run("mnuFileClose");
+    EXPECT_EQ(bytesOf(first), "x1");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return active() != nullptr && active()->filename == second; }));
+    EXPECT_EQ(tabs(), QStringList(u"2.txt"_qs));
+}
+
+TEST_F(OpenQueueOfTheFrame, AChangeOnDiskIsNotAskedAboutInTheMiddleOfThatQuestion) {
+    start();
+    open(fileOf("1"));
+    type(u"x"_qs);
+    active()->LastUpdate = active()->KnownUpdate = u"2000/01/01 00:00:00"_qs;
+    m_prompts.whileShown([&] {
+        m_frame->CheckFileUpdate();
+        QCoreApplication::processEvents();
+    });
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_prompts.questions, QStringList(u"Save %1 ?"_qs.arg(path(u"a.txt"_qs))));
 }

@@ -1,9 +1,11 @@
+#include "settings/files/OwnTextFile.h"
 #include "shell/FrameFixture.h"
 #include "shell/bars/CoolBar.h"
 #include "shell/start/frmOpenCheck.h"
 
 #include <QAccessible>
 #include <QMenu>
+#include <QTimer>
 
 using FrameStart = FrameFixture;
 
@@ -64,24 +66,26 @@ TEST_F(FrameStart, LeavesTheStoreEmpty) {
 }
 
 TEST_F(FrameStart, RestoresTheSessionOnlyWhenWantedAndNothingWasAskedFor) {
+    const QString file = fileOf("1");
+    OwnTextFile::writeLines(ownFile("lastopen.idx"), {u"<FILE>"_qs, file});
     start();
-    EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs));
+    EXPECT_EQ(tabs(), list({"Document1"}));
     set("LoadLastFiles", "1");
     for (const char* tail : {"", "-d"}) {
-        m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_TRUE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
+        EXPECT_EQ(tabs(), list({"a.txt"})) << tail;
     }
+    m_prompts.answerNo();  // the project does not exist
     for (const char* tail : {"\"\"", "/a;/b", "/p.qmp"}) {
-        m_rooms.calls.clear();
         start(QString::fromLatin1(tail));
-        EXPECT_FALSE(m_rooms.calls.contains(u"RestoreSession"_qs)) << tail;
+        EXPECT_EQ(tabs(), list({"Document1"})) << tail;
     }
 }
 
 TEST_F(FrameStart, HandsProjectsAndFoldersToTheirRooms) {
+    m_prompts.answerNo();
     start(u"\"/p q.Qmp\""_qs);
-    EXPECT_EQ(m_rooms.calls.last(), u"OpenProject /p q.Qmp"_qs);
+    EXPECT_EQ(missingProject(), u"/p q.Qmp"_qs);
     start(path(QString()));
     EXPECT_EQ(m_rooms.calls.last(), u"ShowSearchInFiles "_qs + path(QString()));
     start(u"a;b"_qs);
@@ -211,4 +215,23 @@ TEST_F(FrameStart, PathsThatComeTogetherOpenInOneRoundInTheirOrder) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return documents().size() == 2 && active()->filename == first; }));
     EXPECT_EQ(tabs(), list({"1.txt", "2.txt"}));
     EXPECT_EQ(m_prompts.messages, QStringList(QLatin1String("Directory search : ") + path(QString())));
+}
+
+/// An event that destroys a child would do so while Qt walks over the children that it shows.
+TEST_F(FrameStart, ShowingTheFrameWithItsDocumentsLetsNoEventRun) {
+    set("StartNewDocument", "0");
+    load();
+    for (const QString& name : {u"1.txt"_qs, u"2.txt"_qs, u"3.txt"_qs})
+        open(fileOf("text", name));
+    ASSERT_FALSE(house().children.windowOf(active())->isMaximized());
+    const frmDocument* last = active();
+    bool ran = false;
+    QTimer::singleShot(0, m_frame.get(), [&] { ran = true; });
+    m_frame->show();
+    EXPECT_FALSE(ran);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(active(), last);
+    EXPECT_EQ(strip().tabData(strip().currentIndex()).toString(), last->fIdx);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
 }

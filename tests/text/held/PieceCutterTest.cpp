@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 
 namespace {
@@ -11,6 +12,7 @@ struct Cut {
     std::string out;
     std::vector<qint64> joints;
     LineEndsSeen lineEnds;
+    qint64 longestCut = 0;
 
     std::string withoutJoints() const {
         std::string plain = out;
@@ -20,7 +22,7 @@ struct Cut {
     }
 };
 
-Cut cutInParts(const std::string& text, std::size_t partSize, char joint = '\r') {
+Cut cutInParts(const std::string& text, std::size_t partSize, std::optional<char> joint = '\r') {
     PieceCutter cutter(joint);
     Cut cut;
     std::string waiting;
@@ -33,6 +35,7 @@ Cut cutInParts(const std::string& text, std::size_t partSize, char joint = '\r')
     }
     cut.joints = cutter.joints();
     cut.lineEnds = cutter.lineEnds();
+    cut.longestCut = cutter.longestCut();
     return cut;
 }
 
@@ -88,6 +91,25 @@ TEST(PieceCutter, GivesTheSameWhateverThePartsAre) {
         EXPECT_EQ(cut.withoutJoints(), text) << part;
         EXPECT_EQ(cut.lineEnds, whole.lineEnds) << part;
         EXPECT_LE(longestLine(cut.out), PieceLength) << part;
+    }
+}
+
+TEST(PieceCutter, MeasuresTheLongestLineThatItCuts) {
+    const std::string text = lines({LongLine, LongLine + 7, 3 * LongLine + 5, 2 * LongLine}, "\r\n");
+    for (const std::size_t part : {1'000UL, 65'536UL, text.size()}) {
+        EXPECT_EQ(cutInParts(text, part).longestCut, 3 * LongLine + 5) << part;
+        EXPECT_EQ(cutInParts(text + std::string(4 * LongLine, 'x'), part).longestCut, 4 * LongLine) << part;
+    }
+    EXPECT_EQ(cutInParts(lines({LongLine}, "\n"), 1'000).longestCut, 0);
+}
+
+TEST(PieceCutter, WithoutAByteForJointsLeavesEveryLineWhole) {
+    const std::string text = lines({50, 3 * LongLine, 3}, "\r\n") + lines({2 * LongLine}, "\n") + "a\rb";
+    for (const std::size_t part : {1'000UL, 65'537UL, text.size()}) {
+        const Cut cut = cutInParts(text, part, std::nullopt);
+        EXPECT_EQ(cut.out, text) << part;
+        EXPECT_TRUE(cut.joints.empty()) << part;
+        EXPECT_EQ(cut.lineEnds, (LineEndsSeen{true, true, true})) << part;
     }
 }
 

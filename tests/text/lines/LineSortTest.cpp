@@ -35,6 +35,15 @@ TEST(LineSort, LineEndsStayWhereTheyAre) {
     EXPECT_EQ(descending("a\r\nb"), "b\r\na");
 }
 
+TEST(LineSort, SaysWhereTheFollowedLinesAre) {
+    std::vector<std::size_t> lines{0, 1, 3, 4};
+    EXPECT_EQ(LineSort::sorted("c\n\nb\nc\n\na", LineSort::Order::Ascending, lines), "\n\na\nb\nc\nc");
+    EXPECT_EQ(lines, (std::vector<std::size_t>{4, 0, 5, 1}));
+    lines = {5, 9};
+    EXPECT_EQ(LineSort::sorted("c\n\nb\nc\n\na", LineSort::Order::Descending, lines), "c\nc\nb\na\n\n");
+    EXPECT_EQ(lines, (std::vector<std::size_t>{3, 9})) << "a line that is not there stays";
+}
+
 TEST(LineSort, TakesWhatHasNothingToSort) {
     EXPECT_EQ(ascending(""), "");
     EXPECT_EQ(ascending("a"), "a");

@@ -1,0 +1,88 @@
+#include "hex/HexScans.h"
+
+#include "hex/HexPanes.h"
+#include "hex/LongScan.h"
+#include "hex/bytes/HexBlock.h"
+#include "hex/bytes/HexFindState.h"
+#include "hex/grid/Grid.h"
+#include "settings/Options.h"
+
+#include <utility>
+#include <vector>
+
+HexScans::HexScans(QWidget* view, ByteStore& bytes, HexPanes& panes, const Options& options, HexFindState& state,
+                   Notice notice)
+    : m_view(view), m_bytes(bytes), m_panes(panes), m_options(options), m_state(state), m_notice(std::move(notice)) {}
+
+bool HexScans::run(const std::optional<HexNeedle>& needle,
+                   const std::function<void(HexSearch&, const HexNeedle&)>& scan) {
+    if (m_isRunning)
+        return false;
+    m_wasStopped = false;
+    if (!needle)
+        return false;
+    const QPointer<QWidget> alive(m_view);
+    LongScan shown(m_panes.parts().ProgressBar1, m_notice);
+    HexSearch search(m_bytes, HexSearch::BlockSize, [&shown](int percent) { return shown.goesOn(percent); });
+    m_isRunning = true;
+    scan(search, *needle);
+    if (!alive)
+        return false;
+    m_isRunning = false;
+    m_wasStopped = shown.wasStopped();
+    return true;
+}
+
+std::optional<FilePosition> HexScans::find(const QString& text, HexFindType type, HexFindDirection direction) {
+    const bool isDown = direction == HexFindDirection::Down;
+    const FilePosition cursor = m_panes.paging().positionOf(m_panes.grid(1).cell());
+    m_wasStopped = false;
+    if (isDown && cursor.number() >= m_bytes.length())
+        return std::nullopt;
+    m_state.LastFindText = text;
+    m_state.LastFindType = type;
+    m_state.LastFindDirection = direction;
+    m_panes.usePane(type == HexFindType::Bytes ? 1 : 2);
+    std::optional<HexBlock> match;
+    const bool wraps = m_options.ContinueSearch;
+    const bool isOver = run(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
+        const auto at = isDown ? search.findDown(needle, cursor + 1, wraps) : search.findUp(needle, cursor, wraps);
+        if (at)
+            match = HexBlock{*at, *at + needle.size() - 1};
+    });
+    if (!isOver || !match)
+        return std::nullopt;
+    m_panes.showMatch(*match);
+    return match->first;
+}
+
+int HexScans::count(const QString& text, HexFindType type) {
+    qint64 matches = 0;
+    run(HexNeedle::make(text, type),
+        [&](const HexSearch& search, const HexNeedle& needle) { matches = search.count(needle); });
+    return static_cast<int>(matches);
+}
+
+int HexScans::mark(const QString& text, HexFindType type) {
+    std::vector<qint32> offsets;
+    const bool isOver = run(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
+        search.forEachMatch(
+            needle, [&](FilePosition match) { offsets.push_back(static_cast<qint32>(Offset(match).number())); });
+    });
+    if (!isOver)
+        return 0;
+    const auto matches = static_cast<int>(offsets.size());
+    HexBookmarks& bookmarks = *m_panes.parts().bookmarks;
+    const int before = bookmarks.count();
+    bookmarks.addAll(std::move(offsets));
+    if (bookmarks.count() > before)
+        m_panes.parts().selectBookmark(bookmarks.count() - 1);
+    return matches;
+}
+
+HexSearch::Replaced HexScans::replace(const QString& text, HexFindType type, const QByteArray& replacement) {
+    HexSearch::Replaced replaced;
+    run(HexNeedle::make(text, type),
+        [&](HexSearch& search, const HexNeedle& needle) { replaced = search.replaceAll(needle, replacement); });
+    return replaced;
+}

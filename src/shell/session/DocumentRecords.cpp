@@ -1,0 +1,75 @@
+#include "shell/session/DocumentRecords.h"
+
+#include "document/frmDocument.h"
+#include "platform/Yield.h"
+#include "shell/documents/ActiveDocument.h"
+#include "shell/documents/DocumentOpening.h"
+#include "shell/documents/MdiChildren.h"
+#include "shell/session/DocumentRecord.h"
+#include "shell/start/IgnoringErrors.h"
+#include "widgets/Twips.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int LockFlag = 1;
+/// No window is farther away or larger.
+constexpr float MostPixels = 32767;
+
+float twips(int pixels) {
+    return static_cast<float>(pixels * TwipsPerPixel);
+}
+
+int pixels(float twips) {
+    return static_cast<int>(std::lround(std::clamp(twips / TwipsPerPixel, -MostPixels, MostPixels)));
+}
+
+}  // namespace
+
+DocumentRecords::DocumentRecords(MdiChildren& children, ActiveDocument& active, DocumentOpening& opening)
+    : m_children(children), m_active(active), m_opening(opening) {}
+
+QString DocumentRecords::WriteDocRecord(const frmDocument& pForm) const {
+    const ChildPlace place = m_children.placeOf(&pForm);
+    return DocumentRecord{.path = pForm.filename,
+                          .textEdit = pForm.TextEdit(),
+                          .locked = pForm.Locked(),
+                          .windowState = place.state,
+                          .left = twips(place.normal.x()),
+                          .top = twips(place.normal.y()),
+                          .width = twips(place.normal.width()),
+                          .height = twips(place.normal.height())}
+        .toLine();
+}
+
+QStringList DocumentRecords::writeAll() const {
+    QStringList lines;
+    for (const frmDocument* document : m_children.documents())
+        lines << WriteDocRecord(*document);
+    lines.removeAll(QString());
+    return lines;
+}
+
+void DocumentRecords::RestoreDocRecord(const QString& line) {
+    const DocumentRecord record = DocumentRecord::fromLine(line);
+    if (!record.path.isEmpty())
+        m_opening.whenIdle([this, record] { restore(record); });
+}
+
+void DocumentRecords::restore(const DocumentRecord& record) {
+    m_opening.OpenFile(record.path, record.locked ? LockFlag : 0, false, record.textEdit);
+    if (const frmDocument* document = m_active.get())
+        ignoringErrors("RestoreDocRecord", [&] { place(*document, record); });
+    yieldOnce();
+}
+
+void DocumentRecords::place(const frmDocument& document, const DocumentRecord& record) {
+    ChildPlace place = m_children.placeOf(&document);
+    if (record.windowState)
+        place.state = *record.windowState;
+    if (record.hasPlace())
+        place.normal = {pixels(record.left), pixels(record.top), pixels(record.width), pixels(record.height)};
+    m_children.setPlace(&document, place);
+}
