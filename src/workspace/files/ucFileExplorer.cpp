@@ -52,8 +52,6 @@ ucFileExplorer::ucFileExplorer(const WorkspaceServices& services, std::shared_pt
     connectTree();
     buildList();
     buildMenus();
-    LoadFavorites();
-    LoadRecent();
     connect(m_treeView->selectionModel(), &QItemSelectionModel::currentChanged, this, &ucFileExplorer::followState);
     connect(&m_tree->model(), &QAbstractItemModel::modelReset, this, &ucFileExplorer::followState);
     restoreLayout();
