@@ -285,7 +285,8 @@ TEST_F(SidePanelOfThreeTabs, OpenFilesArePassedOnToTheirList) {
     m_panel->AddFile(u"Document2"_qs, u"F2"_qs);
     m_panel->SetFile(u"/home/u/a.txt"_qs, u"F1"_qs, 2);
     m_panel->FileSelected(u"F2"_qs);
-    auto& list = part<QAbstractItemView>(u"lvOpen"_qs);
+    // The list of the file explorer has the same name.
+    auto& list = *part<QWidget>(u"ucOpen1"_qs).findChild<QAbstractItemView*>(u"lvOpen"_qs);
     ASSERT_EQ(list.model()->rowCount(), 2);
     EXPECT_EQ(list.model()->index(0, 0).data(), u"a.txt"_qs);
     EXPECT_EQ(list.currentIndex().data(Qt::UserRole), u"F2"_qs);
