@@ -21,7 +21,7 @@ namespace {
 constexpr int KeyRole = Qt::UserRole;
 constexpr int TagRole = Qt::UserRole + 1;
 /// Rows whose times are read together when one of them is shown.
-constexpr int RowsAtOnce = 32;
+constexpr size_t RowsAtOnce = 32;
 
 struct ColumnText {
     const char* title;
@@ -141,7 +141,7 @@ void FileListModel::removeFiles(const QStringList& paths) {
         return;
     // To the end first, so that they are removed at once and not one by one.
     qsizetype left = 0;
-    rearrange([&] { left = std::ranges::stable_partition(m_rows, isLeft).begin() - m_rows.begin(); });
+    rearrange([&] { left = std::stable_partition(m_rows.begin(), m_rows.end(), isLeft) - m_rows.begin(); });
     beginRemoveRows({}, static_cast<int>(left), rowCount() - 1);
     m_rows.resize(static_cast<size_t>(left));
     endRemoveRows();
@@ -294,7 +294,7 @@ const FileListModel::Row& FileListModel::timed(int row) const {
 }
 
 void FileListModel::readTimesAround(int row) const {
-    const auto first = static_cast<size_t>(row / RowsAtOnce * RowsAtOnce);
+    const auto first = static_cast<size_t>(row) / RowsAtOnce * RowsAtOnce;
     const size_t end = std::min(first + RowsAtOnce, m_rows.size());
     const auto read = std::make_shared<Timing>();
     for (size_t at = first; at < end; ++at)

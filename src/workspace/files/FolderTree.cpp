@@ -31,8 +31,10 @@ QString withoutEnd(QString path) {
 
 /// The state of a volume, asked of it in a thread of its own.
 struct FolderTree::Question {
-    std::shared_ptr<VolumeState> state = std::make_shared<VolumeState>();
-    BackgroundWork* work = nullptr;  ///< a child of the tree; null: an earlier question has not been answered
+    std::shared_ptr<const VolumeState> state;
+    QPointer<BackgroundWork> work;  ///< a child of the tree; destroyed when the answer was taken
+
+    bool isAnswered() const { return !work || work->isDone(); }
 };
 
 FolderTree::FolderTree(QTreeView& view, Prompts& prompts, std::shared_ptr<const Disk> disk, QObject* parent)
@@ -56,46 +58,50 @@ void FolderTree::RefreshView() {
 void FolderTree::addVolumes(const QList<Volume>& volumes) {
     const int filling = ++m_fillings;
     // All are asked at once, so that those that do not answer cost their time together.
-    QList<Question> questions;
+    QList<std::shared_ptr<Question>> questions;
     for (const Volume& volume : volumes)
         questions.append(ask(volume.mountPoint));
     QElapsedTimer since;
     since.start();
     const QPointer<FolderTree> self(this);
     for (qsizetype at = 0; at < questions.size(); ++at) {
-        if (BackgroundWork* work = questions.at(at).work)
+        if (const BackgroundWork* work = questions.at(at)->work)
             work->waitFor(std::max(BackgroundWork::Still - std::chrono::milliseconds(since.elapsed()), 0ms));
-        add(volumes.at(at), questions.at(at));
+        add(volumes.at(at), *questions.at(at));
         yieldOnce();
         if (!self || filling != m_fillings)
             return;
     }
 }
 
-FolderTree::Question FolderTree::ask(const QString& mountPoint) {
-    Question question;
-    if (m_unanswered.contains(mountPoint))
+/// A volume that has not answered yet is not asked again.
+std::shared_ptr<FolderTree::Question> FolderTree::ask(const QString& mountPoint) {
+    std::shared_ptr<Question>& question = m_questions[mountPoint];
+    if (question)
         return question;
-    question.work = new BackgroundWork([disk = m_disk, mountPoint, state = question.state](
-                                           const std::atomic<bool>&) { *state = disk->stateOf(mountPoint); },
-                                       this);
-    m_unanswered.insert(mountPoint);
-    connect(question.work, &BackgroundWork::finished, this, [this, mountPoint, question] {
-        m_unanswered.remove(mountPoint);
-        question.work->deleteLater();
-        if (question.state->ready)
-            takeAnswer(mountPoint, *question.state);
-    });
+    question = std::make_shared<Question>();
+    const auto state = std::make_shared<VolumeState>();
+    const auto work = [disk = m_disk, mountPoint, state](const std::atomic<bool>&) {
+        *state = disk->stateOf(mountPoint);
+    };
+    question->state = state;
+    question->work = new BackgroundWork(work, this);
+    connect(question->work, &BackgroundWork::finished, this, [this, mountPoint] { takeAnswer(mountPoint); });
     return question;
 }
 
 void FolderTree::add(const Volume& volume, const Question& question) {
-    const VolumeState state = question.work != nullptr && question.work->isDone() ? *question.state : VolumeState();
+    const VolumeState state = question.isAnswered() ? *question.state : VolumeState();
     if (!state.isFile)
         m_model->addRoot(volumeKey(volume.mountPoint, volume.fixed), volumeText(volume.mountPoint, state), state.ready);
 }
 
-void FolderTree::takeAnswer(const QString& mountPoint, const VolumeState& state) {
+void FolderTree::takeAnswer(const QString& mountPoint) {
+    const std::shared_ptr<Question> question = m_questions.take(mountPoint);
+    question->work->deleteLater();
+    const VolumeState& state = *question->state;
+    if (!state.ready)
+        return;
     for (const bool isFixed : {true, false}) {
         const QModelIndex index = m_model->child({}, volumeKey(mountPoint, isFixed));
         if (index.isValid())
@@ -115,7 +121,8 @@ bool FolderTree::waitFor(std::function<void(const std::atomic<bool>&)> work) {
 }
 
 bool FolderTree::isReady(const QString& mountPoint) {
-    if (m_unanswered.contains(mountPoint))
+    const std::shared_ptr<Question> open = m_questions.value(mountPoint);
+    if (open && !open->isAnswered())
         return false;
     const auto state = std::make_shared<VolumeState>();
     return waitFor(
@@ -203,7 +210,7 @@ bool FolderTree::GotoPath(const QString& key) {
     --m_walks;
     if (!last.isValid())
         return false;
-    m_view.scrollTo(last);
+    m_view.scrollTo(last, QAbstractItemView::PositionAtCenter);
     return true;
 }
 

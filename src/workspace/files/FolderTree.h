@@ -2,10 +2,10 @@
 
 #include "platform/Volumes.h"
 
+#include <QHash>
 #include <QModelIndex>
 #include <QObject>
 #include <QPointer>
-#include <QSet>
 
 #include <atomic>
 #include <functional>
@@ -56,9 +56,9 @@ class FolderTree : public QObject {
     struct Question;
 
     void addVolumes(const QList<Volume>& volumes);
-    Question ask(const QString& mountPoint);
+    std::shared_ptr<Question> ask(const QString& mountPoint);
     void add(const Volume& volume, const Question& question);
-    void takeAnswer(const QString& mountPoint, const VolumeState& state);
+    void takeAnswer(const QString& mountPoint);
     bool isReady(const QString& mountPoint);
     bool waitFor(std::function<void(const std::atomic<bool>&)> work);
     void showNotReady();
@@ -73,5 +73,5 @@ class FolderTree : public QObject {
     bool m_isFilled = false;
     int m_fillings = 0;  ///< counts refreshes, so that one notices that another has begun
     int m_walks = 0;
-    QSet<QString> m_unanswered;  ///< mount points of volumes that were asked and have not answered yet
+    QHash<QString, std::shared_ptr<Question>> m_questions;  ///< by mount point; those whose answer was not taken yet
 };

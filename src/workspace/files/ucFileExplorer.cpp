@@ -12,6 +12,7 @@
 #include "workspace/files/FolderTreeView.h"
 #include "workspace/lists/FolderKey.h"
 
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QMenu>
 #include <QTimer>
@@ -45,8 +46,9 @@ ucFileExplorer::ucFileExplorer(const WorkspaceServices& services, std::shared_pt
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_splitter);
-    setFocusProxy(m_treeView);
     m_splitter->handle(1)->setObjectName(u"Picture2"_qs);
+    setTabOrder(m_treeView, m_splitter->handle(1));
+    setTabOrder(m_splitter->handle(1), m_list);
     connectTree();
     buildList();
     buildMenus();
@@ -85,6 +87,10 @@ void ucFileExplorer::showEvent(QShowEvent* event) {
     // Later, because nothing may run the event loop while a window is being shown.
     if (!m_isInitialised)
         QTimer::singleShot(0, this, &ucFileExplorer::fillOnce);
+}
+
+void ucFileExplorer::focusInEvent(QFocusEvent* event) {
+    m_treeView->setFocus(event->reason());
 }
 
 void ucFileExplorer::fillOnce() {

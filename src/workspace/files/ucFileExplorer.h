@@ -1,6 +1,5 @@
 #pragma once
 
-#include "workspace/files/FolderList.h"
 #include "workspace/host/WorkspaceServices.h"
 #include "workspace/lists/SortedRows.h"
 
@@ -16,6 +15,7 @@
 class Disk;
 class FileListModel;
 class FileListView;
+class FolderPlaces;
 class FolderSplitter;
 class FolderTree;
 class FolderTreeView;
@@ -44,7 +44,7 @@ class ucFileExplorer : public QWidget {
  public Q_SLOTS:
     /// Fills the tree, and selects the folder of the last run where the settings want that.
     void InitObjects();
-    /// The lists of favourite and recent folders, from their files.
+    /// The lists of favourite and recent folders, from their files. The constructor has read them.
     void LoadFavorites();
     void LoadRecent();
     void RefreshView();
@@ -68,6 +68,7 @@ class ucFileExplorer : public QWidget {
 
  protected:
     void showEvent(QShowEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
  private:
     struct Entry;
@@ -94,10 +95,6 @@ class ucFileExplorer : public QWidget {
     void addEntry(QMenu& menu, const Entry& entry);
     void showFolderMenu(const QPoint& place);
     void showFileMenu(const QPoint& place);
-    void addFolderEntry(QMenu& menu, const QString& name, const QString& key);
-    void showKeys(QMenu& menu, const FolderList& list, const QString& prefix);
-    void showFavorites();
-    void showRecent();
     void followState();
 
     void setAsRoot();
@@ -114,10 +111,6 @@ class ucFileExplorer : public QWidget {
     void setFilter();
     void clearFilter();
     void applyFilter(const QString& filter);
-    void gotoPrograms();
-    void gotoSystem();
-    void gotoDesktop();
-    void gotoDocuments();
 
     WorkspaceServices m_services;
     FolderSplitter* m_splitter;
@@ -127,8 +120,7 @@ class ucFileExplorer : public QWidget {
     FileListModel* m_files;
     QMenu* m_folderMenu = nullptr;
     QMenu* m_fileMenu = nullptr;
-    FolderList m_favorites{u"FavoriteDir.idx"_qs};
-    FolderList m_recent{u"RecentDir.idx"_qs};
+    FolderPlaces* m_places = nullptr;
     SortDirections m_directions;
     QString m_filter;
     QString m_listed;      ///< the folder whose files are shown

@@ -9,6 +9,7 @@
 #include "workspace/files/FileListModel.h"
 #include "workspace/files/FileListView.h"
 #include "workspace/files/FileOperations.h"
+#include "workspace/files/FolderPlaces.h"
 #include "workspace/files/FolderTree.h"
 #include "workspace/files/ucFileExplorer.h"
 #include "workspace/lists/frmFileProperties.h"
@@ -61,8 +62,7 @@ void ucFileExplorer::OpenSelectedFiles() {
 void ucFileExplorer::openFiles(const QStringList& paths) {
     if (paths.isEmpty())
         return;
-    m_recent.add(selectedKey());
-    showRecent();
+    m_places->addRecent(selectedKey());
     const QPointer<ucFileExplorer> self(this);
     for (const QString& path : paths) {
         if (!self)

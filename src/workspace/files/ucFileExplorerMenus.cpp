@@ -7,6 +7,7 @@
 #include "widgets/Prompts.h"
 #include "workspace/files/FileListModel.h"
 #include "workspace/files/FileListView.h"
+#include "workspace/files/FolderPlaces.h"
 #include "workspace/files/FolderTree.h"
 #include "workspace/files/FolderTreeView.h"
 #include "workspace/files/ucFileExplorer.h"
@@ -25,8 +26,9 @@ struct ucFileExplorer::Entry {
     const char* subMenu;  ///< empty: the menu itself
     const char* name;     ///< also the entry's object name; empty: a separator
     const char* caption;
-    enum Kind { Command, Checked, SubMenu, Heading, Gap } kind;
+    enum Kind { Command, Checked, Place, SubMenu, Heading, Gap } kind;
     void (ucFileExplorer::*run)() = nullptr;
+    int folder = 0;  ///< of a place: the code of the special folder
 
     static std::span<const Entry> all();
 };
@@ -38,16 +40,8 @@ constexpr int DocumentsFolder = 5;
 constexpr int ProgramsFolder = 1;
 constexpr int SystemFolder = -1;
 
-/// Keeps the keys of the recent folders apart from those of the favourites.
-constexpr const char* RecentPrefix = "2";
-
 QString textOf(const char* text) {
     return QString::fromLatin1(text);
-}
-
-/// A path as the caption of an entry.
-QString captionOf(QString path) {
-    return path.replace(u'&', u"&&"_qs);
 }
 
 }  // namespace
@@ -69,10 +63,10 @@ std::span<const ucFileExplorer::Entry> ucFileExplorer::Entry::all() {
         {"Folder", "mnuFavorites", "mnuFavFolders", "Folder(s)", Heading},
         {"Folder", "", "mnuRecent", "Recent", SubMenu},
         {"Folder", "mnuRecent", "mnuRecentFolder", "Folder(s)", Heading},
-        {"Folder", "", "mnuWndowDirectory", "Windows Directory", Command, &Explorer::gotoPrograms},
-        {"Folder", "", "mnuSystemDirectory", "System Directory", Command, &Explorer::gotoSystem},
-        {"Folder", "", "mnuDesktop", "Desktop", Command, &Explorer::gotoDesktop},
-        {"Folder", "", "mnuMyDocuments", "My Documents", Command, &Explorer::gotoDocuments},
+        {"Folder", "", "mnuWndowDirectory", "Windows Directory", Place, nullptr, ProgramsFolder},
+        {"Folder", "", "mnuSystemDirectory", "System Directory", Place, nullptr, SystemFolder},
+        {"Folder", "", "mnuDesktop", "Desktop", Place, nullptr, DesktopFolder},
+        {"Folder", "", "mnuMyDocuments", "My Documents", Place, nullptr, DocumentsFolder},
         {"File", "", "mnuOpenFile", "Open Selected Files", Command, &Explorer::OpenSelectedFiles},
         {"File", "", "mnuRenameFile", "Rename File", Command, &Explorer::renameFile},
         {"File", "", "mnuDuplicateFile", "Duplicate File", Command, &Explorer::duplicateFile},
@@ -84,10 +78,10 @@ std::span<const ucFileExplorer::Entry> ucFileExplorer::Entry::all() {
         {"File", "", "mnuOpenFolder", "Open Folder in File Explorer", Command, &Explorer::openFolder},
         {"File", "", "mnuProperties", "Properties", Command, &Explorer::showFileProperties},
         {"File", "", "mnuShowModifiedDate", "Show Modified Date", Checked, &Explorer::flipModifiedDate},
-        {"File", "", "mnuWndowDirectory", "Windows Directory", Command, &Explorer::gotoPrograms},
-        {"File", "", "mnuSystemDirectory", "System Directory", Command, &Explorer::gotoSystem},
-        {"File", "", "mnuDesktop", "Desktop", Command, &Explorer::gotoDesktop},
-        {"File", "", "mnuMyDocuments", "My Documents", Command, &Explorer::gotoDocuments},
+        {"File", "", "mnuWndowDirectory", "Windows Directory", Place, nullptr, ProgramsFolder},
+        {"File", "", "mnuSystemDirectory", "System Directory", Place, nullptr, SystemFolder},
+        {"File", "", "mnuDesktop", "Desktop", Place, nullptr, DesktopFolder},
+        {"File", "", "mnuMyDocuments", "My Documents", Place, nullptr, DocumentsFolder},
     };
     return Entries;
 }
@@ -95,7 +89,11 @@ std::span<const ucFileExplorer::Entry> ucFileExplorer::Entry::all() {
 void ucFileExplorer::buildMenus() {
     m_folderMenu = buildMenu(u"Folder"_qs);
     m_fileMenu = buildMenu(u"File"_qs);
-    followState();
+    m_places = new FolderPlaces(*m_folderMenu->findChild<QMenu*>(u"mnuFavorites"_qs),
+                                *m_folderMenu->findChild<QMenu*>(u"mnuRecent"_qs), this);
+    connect(m_places, &FolderPlaces::chosen, this, &ucFileExplorer::GotoPath);
+    LoadFavorites();
+    LoadRecent();
 }
 
 QMenu* ucFileExplorer::buildMenu(const QString& key) {
@@ -125,8 +123,11 @@ void ucFileExplorer::addEntry(QMenu& menu, const Entry& entry) {
     action->setObjectName(textOf(entry.name));
     action->setCheckable(entry.kind == Entry::Checked);
     action->setEnabled(entry.kind != Entry::Heading);
+    const auto gotoPlace = [this, code = entry.folder] { GotoPath(folderKey(specialFolder(code))); };
     if (entry.run != nullptr)
         connect(action, &QAction::triggered, this, entry.run);
+    else if (entry.kind == Entry::Place)
+        connect(action, &QAction::triggered, this, gotoPlace);
 }
 
 void ucFileExplorer::showFolderMenu(const QPoint& place) {
@@ -140,7 +141,7 @@ void ucFileExplorer::showFileMenu(const QPoint& place) {
 }
 
 void ucFileExplorer::followState() {
-    const bool isFavorite = m_favorites.contains(selectedKey());
+    const bool isFavorite = m_places->isFavorite(selectedKey());
     m_folderMenu->findChild<QAction*>(u"mnuAddFavFolders"_qs)->setEnabled(!isFavorite);
     m_folderMenu->findChild<QAction*>(u"mnuDelFavFolders"_qs)->setEnabled(isFavorite);
     m_fileMenu->findChild<QAction*>(u"mnuSetFilter"_qs)->setChecked(!m_filter.isEmpty());
@@ -149,50 +150,22 @@ void ucFileExplorer::followState() {
 }
 
 void ucFileExplorer::LoadFavorites() {
-    m_favorites.load();
-    showFavorites();
-}
-
-void ucFileExplorer::LoadRecent() {
-    m_recent.load();
-    showRecent();
-}
-
-void ucFileExplorer::showFavorites() {
-    showKeys(*m_folderMenu->findChild<QMenu*>(u"mnuFavorites"_qs), m_favorites, {});
+    m_places->loadFavorites();
     followState();
 }
 
-void ucFileExplorer::showRecent() {
-    showKeys(*m_folderMenu->findChild<QMenu*>(u"mnuRecent"_qs), m_recent, textOf(RecentPrefix));
-}
-
-void ucFileExplorer::showKeys(QMenu& menu, const FolderList& list, const QString& prefix) {
-    for (QAction* action : menu.actions()) {
-        if (action->data().isValid()) {
-            menu.removeAction(action);
-            action->deleteLater();
-        }
-    }
-    for (const QString& key : list.keys())
-        addFolderEntry(menu, prefix + key, key);
-}
-
-void ucFileExplorer::addFolderEntry(QMenu& menu, const QString& name, const QString& key) {
-    QAction* action = menu.addAction(captionOf(DecodeFolderKey(key)));
-    action->setObjectName(name);
-    action->setData(key);
-    connect(action, &QAction::triggered, this, [this, key] { GotoPath(key); });
+void ucFileExplorer::LoadRecent() {
+    m_places->loadRecent();
 }
 
 void ucFileExplorer::addFavorite() {
-    m_favorites.add(selectedKey());
-    showFavorites();
+    m_places->addFavorite(selectedKey());
+    followState();
 }
 
 void ucFileExplorer::removeFavorite() {
-    m_favorites.remove(selectedKey());
-    showFavorites();
+    m_places->removeFavorite(selectedKey());
+    followState();
 }
 
 void ucFileExplorer::setAsRoot() {
@@ -250,20 +223,4 @@ void ucFileExplorer::applyFilter(const QString& filter) {
     m_filter = filter;
     followState();
     refillList();
-}
-
-void ucFileExplorer::gotoPrograms() {
-    GotoPath(folderKey(specialFolder(ProgramsFolder)));
-}
-
-void ucFileExplorer::gotoSystem() {
-    GotoPath(folderKey(specialFolder(SystemFolder)));
-}
-
-void ucFileExplorer::gotoDesktop() {
-    GotoPath(folderKey(specialFolder(DesktopFolder)));
-}
-
-void ucFileExplorer::gotoDocuments() {
-    GotoPath(folderKey(specialFolder(DocumentsFolder)));
 }

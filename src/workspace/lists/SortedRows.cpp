@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <optional>
 #include <utility>
@@ -19,9 +20,9 @@ struct Key {
 
 std::optional<double> numberOf(const QString& cell) {
     bool isNumber = false;
-    QLocale plain = QLocale::c();
-    const double value = plain.toDouble(cell.trimmed(), &isNumber);
-    return isNumber ? std::optional(value) : std::nullopt;
+    const double value = QLocale::c().toDouble(cell.trimmed(), &isNumber);
+    // "nan" and "inf" are read as numbers, and have no place among them.
+    return isNumber && std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
 /// In the forms in which the lists show dates.

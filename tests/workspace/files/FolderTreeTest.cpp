@@ -77,6 +77,18 @@ TEST_F(FolderTreeOf, AVolumeThatDoesNotAnswerIsNotReadyUntilItDoes) {
     EXPECT_TRUE(model().hasChildren(rootNode()));
 }
 
+TEST_F(FolderTreeOf, ManyVolumesAreAskedAtOnceAndListedInOrder) {
+    QStringList expected{u"Disk (/)"_qs};
+    for (int n = 1; n <= 8; ++n) {
+        m_disk->volumeList.volumes.append({makeFolder(QString::number(n)), false});
+        expected.append(u"Disk (%1)"_qs.arg(in(QString::number(n))));
+    }
+    m_tree->RefreshView();
+    EXPECT_EQ(texts(), expected);
+    m_tree->RefreshView();
+    EXPECT_EQ(texts(), expected);
+}
+
 TEST_F(FolderTreeOf, ATableOfMountsThatCannotBeReadIsTold) {
     m_disk->volumeList = {{5, u"Input/output error"_qs}, {}};
     m_tree->RefreshView();

@@ -116,6 +116,25 @@ TEST_F(FileExplorer, ItsPartsBearTheirNamesAndAreReachedByTheKeyboard) {
     }
 }
 
+TEST_F(FileExplorer, TheTabKeyComesFromTheTreeToTheBarAndToTheList) {
+    QStringList walk;
+    for (QWidget* next = m_tree->nextInFocusChain(); next != m_tree; next = next->nextInFocusChain()) {
+        if ((next->focusPolicy() & Qt::TabFocus) != 0 && next->isVisibleTo(m_explorer.get()))
+            walk.append(next->objectName());
+    }
+    EXPECT_EQ(walk, QStringList({u"Picture2"_qs, u"lvOpen"_qs}));
+}
+
+TEST_F(FileExplorer, TheTreeHasTheFocusThatItIsGiven) {
+    m_explorer->show();
+    m_explorer->activateWindow();
+    QCoreApplication::processEvents();
+    m_list->setFocus();
+    ASSERT_TRUE(m_list->hasFocus());
+    m_explorer->setFocus();
+    EXPECT_TRUE(m_tree->hasFocus());
+}
+
 TEST_F(FileExplorer, TheTreeMenuHasItsEntriesInOrder) {
     EXPECT_EQ(namesOf(*menu("Folder")),
               QStringList({u"mnuRefresh=Refresh"_qs, u"mnuSetAsRoot=Set Directory as Root"_qs,
@@ -210,7 +229,9 @@ TEST_F(FileExplorer, TheFolderOfAFileIsSelected) {
 TEST_F(FileExplorer, GoingToAPathGivesTheTreeTheFocus) {
     m_explorer->show();
     m_explorer->activateWindow();
+    QCoreApplication::processEvents();
     m_list->setFocus();
+    ASSERT_TRUE(m_list->hasFocus());
     gotoRoot();
     EXPECT_TRUE(m_tree->hasFocus());
 }
@@ -330,7 +351,6 @@ TEST_F(FileExplorer, TheTwentySecondFavouriteIsShownButNotKept) {
     }
     EXPECT_EQ(menu("mnuFavorites")->actions().size(), 3 + 22);
     make();
-    m_explorer->LoadFavorites();
     EXPECT_EQ(menu("mnuFavorites")->actions().size(), 3 + 21);
 }
 

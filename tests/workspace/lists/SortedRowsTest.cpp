@@ -26,6 +26,11 @@ TEST(SortedRows, NumbersMayBeGroupedAndOfAnySize) {
               QStringList({u"-99999999999"_qs, u" 7 "_qs, u"1,234"_qs, u"9999999999"_qs, u"12,345,678,901"_qs}));
 }
 
+TEST(SortedRows, WordsThatStandForNoNumberAreTexts) {
+    EXPECT_EQ(sorted({u"-1"_qs, u"nan"_qs, u"1"_qs, u"inf"_qs, u"-inf"_qs, u"0x10"_qs, u"-"_qs}, ColumnType::Number),
+              QStringList({u"nan"_qs, u"inf"_qs, u"-inf"_qs, u"0x10"_qs, u"-"_qs, u"-1"_qs, u"1"_qs}));
+}
+
 TEST(SortedRows, ACellThatIsNoDateComesFirst) {
     EXPECT_EQ(sorted({u"2024/03/05 10:00:00"_qs, u"2024/03/05 09:59:59"_qs, u"soon"_qs, u"1999/12/31"_qs,
                       u"2024/13/01 00:00:00"_qs},

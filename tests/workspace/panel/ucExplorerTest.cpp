@@ -286,6 +286,7 @@ TEST_F(SidePanelOfThreeTabs, OpenFilesArePassedOnToTheirList) {
     m_panel->SetFile(u"/home/u/a.txt"_qs, u"F1"_qs, 2);
     m_panel->FileSelected(u"F2"_qs);
     auto& list = *part(u"ucOpen1"_qs).findChild<QAbstractItemView*>(u"lvOpen"_qs);
+    // The list of the file explorer has the same name.
     ASSERT_EQ(list.model()->rowCount(), 2);
     EXPECT_EQ(list.model()->index(0, 0).data(), u"a.txt"_qs);
     EXPECT_EQ(list.currentIndex().data(Qt::UserRole), u"F2"_qs);
