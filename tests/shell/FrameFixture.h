@@ -102,7 +102,6 @@ class NotedRooms : public RoomsToCome {
 
     void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
     void ShowProperties() override { note(u"ShowProperties"_qs); }
-    void ShowFileProperties(const QString& path) override { note(u"ShowFileProperties "_qs + path); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
     bool isSearchPanelVisible() override {
         ++timesAsked;

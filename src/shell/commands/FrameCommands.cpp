@@ -10,6 +10,7 @@
 #include "shell/outside/Calculator.h"
 #include "shell/outside/HelpPages.h"
 #include "shell/outside/ToolForms.h"
+#include "workspace/lists/frmFileProperties.h"
 
 #include <QWidget>
 
@@ -80,9 +81,14 @@ void FrameCommands::StartCalculator() {
     Calculator::start();
 }
 
+void FrameCommands::showProperties(const QString& path) {
+    if (!path.isEmpty())
+        ShowProperties(path, m_services.prompts, &m_window);
+}
+
 void FrameCommands::answerRequests(const frmDocument& document) {
     QObject::connect(&document, &frmDocument::PropertiesRequest, &m_window,
-                     [this](const QString& path) { m_rooms.ShowFileProperties(path); });
+                     [this](const QString& path) { showProperties(path); });
     QObject::connect(&document, &frmDocument::CalculatorRequest, &m_window, [] { Calculator::start(); });
     QObject::connect(&document, &frmDocument::LanguageRequest, &m_window, [this] { m_rooms.ChooseLanguage(); });
 }

@@ -3,6 +3,7 @@
 class FindBar;
 class HelpPages;
 class MacroMenu;
+class QString;
 class QWidget;
 class RoomsToCome;
 class SearchToggles;
@@ -38,6 +39,9 @@ class FrameCommands {
     void answerRequests(const frmDocument& document);
 
  private:
+    /// Of a file; a document without a file has none.
+    void showProperties(const QString& path);
+
     QWidget& m_window;
     const DocumentServices& m_services;
     const HelpPages& m_help;

@@ -28,8 +28,6 @@ class RoomsToCome {
     virtual void OpenSystemDirectory() {}
     virtual void OpenDesktop() {}
     virtual void OpenMyDocuments() {}
-    /// The desktop's properties of a file; without a path nothing is shown.
-    virtual void ShowFileProperties(const QString&) {}
     virtual void ShowHelp() {}
     virtual void OpenWebSite() {}
     virtual void SendEmail() {}

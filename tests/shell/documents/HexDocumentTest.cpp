@@ -12,6 +12,7 @@
 #include "shell/documents/SystemClose.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
@@ -411,7 +412,12 @@ TEST_F(HexDocuments, WhatTheyAskForOutsideGoesToTheRoomOfIt) {
     m_rooms.take();
     hex().cmdProperties();
     hex().cmdLanguage();
-    EXPECT_EQ(m_rooms.take(), QStringList({u"ShowFileProperties "_qs, u"ChooseLanguage"_qs}));
+    EXPECT_EQ(m_rooms.take(), QStringList(u"ChooseLanguage"_qs));
+    EXPECT_EQ(m_frame->findChild<QDialog*>(u"frmFileProperties"_qs), nullptr);
+    Q_EMIT hex().PropertiesRequest(binary());
+    auto* properties = m_frame->findChild<QDialog*>(u"frmFileProperties"_qs);
+    ASSERT_NE(properties, nullptr);
+    EXPECT_EQ(properties->findChild<QLabel*>(u"lblPath"_qs)->text(), binary());
     QTemporaryDir programs;
     QFile program(programs.filePath(u"xcalc"_qs));
     ASSERT_TRUE(program.open(QIODevice::WriteOnly));
