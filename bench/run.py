@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros] [--runs N]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer] [--runs N]
               [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -35,6 +35,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          the definitions at the start; the first picture, a key and a step to the middle in coloured text, each next to
          the same without colours. From inside, by LanguageBench.
   macros a macro of fifty steps played a thousand and ten thousand times. From inside, by MacroBench.
+  explorer
+         a folder of 100,000 files shown and scrolled to its end, beside ls -lU of the same folder; sorted by date; a node
+         of 1,000 folders opened. From inside, by ExplorerBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -363,13 +366,15 @@ def benchHex(bench, inside):
 
 
 # The most that a figure may be: milliseconds, more than those of another row where one is named.
-LANGUAGE_GOALS = {"loadDefinitions": (10, None),
+LANGUAGE_GOALS = {"loadDefinitions": (10,),
                   "firstPicture/MB:10/coloured:1": (50, "firstPicture/MB:10/coloured:0"),
-                  "typeKey/MB:50/coloured:1": (16, None),
-                  "typeKeyAndRest/MB:50/coloured:1": (50, None),
-                  "jumpToMiddle/MB:50/coloured:1": (50, None)}
-MACRO_GOALS = {"play a macro of 50 steps so many times/1000": (500, None),
-               "play a macro of 50 steps so many times/10000": (5_000, None)}
+                  "typeKey/MB:50/coloured:1": (16,),
+                  "typeKeyAndRest/MB:50/coloured:1": (50,),
+                  "jumpToMiddle/MB:50/coloured:1": (50,)}
+MACRO_GOALS = {"play a macro of 50 steps so many times/1000": (500,),
+               "play a macro of 50 steps so many times/10000": (5_000,)}
+# What ls takes for the same folder counts twice.
+EXPLORER_GOALS = {"showAndScrollToTheEnd": (0, "listWithLs", "listWithLs"), "sortByDate": (500,), "openNode": (20,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -385,8 +390,8 @@ def benchGoals(bench, inside, title, goals):
     for name, own in taken.items():
         verdict = ""
         if name in goals:
-            allowed, beside = goals[name]
-            most = allowed + taken.get(beside, 0)
+            allowed, *besides = goals[name]
+            most = allowed + sum(taken[beside] for beside in besides)
             verdict = f"{most:.0f}, {'met' if own <= most else 'missed'}"
         bench.say(f"| {name} | {own:.2f} | {verdict} |")
 
@@ -402,7 +407,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -444,6 +449,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "LanguageBench"), "Languages", LANGUAGE_GOALS)
         if "macros" in wanted.only:
             benchGoals(bench, str(build / "bench" / "MacroBench"), "Macros", MACRO_GOALS)
+        if "explorer" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "ExplorerBench"), "File explorer", EXPLORER_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 
 namespace {
 
@@ -17,15 +18,38 @@ void showCursor(QScrollArea& area, const QRect& cursor) {
     area.ensureVisible(middle.x(), middle.y(), cursor.width() / 2 + 1, cursor.height() / 2 + 1);
 }
 
+/// Where the byte view is scrolled. After a change of its size the left end is shown, as far as the cursor allows.
+class ByteArea : public QScrollArea {
+ public:
+    explicit ByteArea(QWidget* parent) : QScrollArea(parent) {}
+
+    void hold(ucHex* control) {
+        m_control = control;
+        setWidget(control);
+    }
+
+ protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        if (m_control == nullptr)
+            return;
+        horizontalScrollBar()->setValue(0);
+        showCursor(*this, m_control->cursorRect());
+    }
+
+ private:
+    ucHex* m_control = nullptr;
+};
+
 }  // namespace
 
 HexView::HexView(const DocumentServices& services, QWidget* parent)
-    : m_area(new QScrollArea(parent)),
+    : m_area(new ByteArea(parent)),
       m_control(new ucHex(services.prompts, services.options, services.hexFind, parent, services.hexStorage)) {
     m_control->setObjectName(u"ucHex1"_qs);
     m_area->setFrameShape(QFrame::NoFrame);
     m_area->setWidgetResizable(true);
-    m_area->setWidget(m_control);
+    static_cast<ByteArea*>(m_area)->hold(m_control);
     m_area->setFocusPolicy(Qt::NoFocus);
     m_area->setFocusProxy(m_control);
     QObject::connect(m_control, &ucHex::PositionChanged, m_area,

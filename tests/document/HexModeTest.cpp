@@ -5,6 +5,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 
 using documenttest::readFile;
@@ -33,6 +35,17 @@ TEST_F(HexMode, OpeningTakesTheFile) {
     EXPECT_EQ(m_host.take(), QStringList({u"SetTabCaption 1"_qs, u"SetEditModeIcon"_qs}));
     EXPECT_EQ(focused(), &pane(1));
     EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(HexMode, AWiderWindowShowsTheLeftEndAgain) {
+    ASSERT_TRUE(openHexOf(QByteArray(64, 'x')));
+    const QScrollBar& bar = *m_document.findChild<QScrollArea*>()->horizontalScrollBar();
+    m_document.resize(300, 400);
+    QApplication::processEvents();
+    EXPECT_GT(bar.value(), 0);
+    m_document.resize(900, 400);
+    QApplication::processEvents();
+    EXPECT_EQ(bar.value(), 0);
 }
 
 TEST_F(HexMode, OpeningReadOnlyShowsItsIcon) {
