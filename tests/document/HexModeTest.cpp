@@ -41,6 +41,7 @@ TEST_F(HexMode, AWiderWindowShowsTheLeftEndAgain) {
     ASSERT_TRUE(openHexOf(QByteArray(64, 'x')));
     const QScrollBar& bar = *m_document.findChild<QScrollArea*>()->horizontalScrollBar();
     m_document.resize(300, 400);
+    pressKey(Qt::Key_End);
     QApplication::processEvents();
     EXPECT_GT(bar.value(), 0);
     m_document.resize(900, 400);
