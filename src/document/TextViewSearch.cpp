@@ -9,7 +9,7 @@
 #include "editor/control/MacroRecorder.h"
 #include "editor/control/TextControl.h"
 #include "editor/control/Unrecorded.h"
-#include "editor/windows/SearchReport.h"
+#include "editor/windows/SearchSentences.h"
 #include "platform/Yield.h"
 #include "platform/YieldPace.h"
 #include "settings/Options.h"
@@ -99,7 +99,7 @@ bool TextViewSearch::find(Direction direction) {
         SearchCommands::find(m_control, towards, m_options.ContinueSearch ? Wrap::Around : Wrap::Stop);
     if (!alive)
         return false;
-    m_control.notice(SearchReport::errorSentence(m_control.search()));
+    m_control.notice(SearchSentences::errorSentence(m_control.search()));
     if (outcome != SearchOutcome::Failed)
         return true;
     giveBack(before, stepsBefore);
@@ -138,7 +138,7 @@ void TextViewSearch::overAllMatches(const std::function<void(const std::function
     if (!alive)
         return;
     m_ignoresFailures = false;
-    m_control.notice(SearchReport::errorSentence(m_control.search()));
+    m_control.notice(SearchSentences::errorSentence(m_control.search()));
 }
 
 QString TextViewSearch::findAll() {

@@ -76,9 +76,9 @@ class rtCM : public QWidget, public DocumentView {
     void GetSelStartEnd(qint64& pStart, qint64& pEnd) const;
     /// Whether any of the ranges that are selected has text.
     bool hasSelection() const;
-    /// Replaces the text of each selected range by what `change` makes of it, applied as often as the repeat count says,
-    /// in one undo step, and leaves the new texts selected forwards; of a rectangle its part of each line. An exception
-    /// from `change` reaches the caller, and then nothing has been replaced.
+    /// Replaces the text of each selected range by what `change` makes of it, applied as often as the repeat count
+    /// says, in one undo step, and leaves the new texts selected forwards; of a rectangle its part of each line. An
+    /// exception from `change` reaches the caller, and then nothing has been replaced.
     void changeSelected(QString (*change)(const QString& text));
     /// All matches from the top of the text as the text of a MatchList. The last is left selected. These two yield
     /// whenever 20 ms have passed, so the view may be destroyed when they return; the returned list is valid then too.
@@ -215,9 +215,9 @@ class rtCM : public QWidget, public DocumentView {
     void SetActiveMargin(const QColor& pColor = {});
     void SetInactiveMargin();
 
-    // Searches and bookmarks (rtCMSearch.cpp). FindNext and FindPrev use the program-wide flags, the others those that
-    // are passed; with ContinueSearch a search continues from the other end of the text. A search that finds nothing
-    // leaves the selection unchanged, runs the event loop once and returns false.
+    // Searches (rtCMSearch.cpp) and bookmarks (rtCMBookmarks.cpp). FindNext and FindPrev use the program-wide flags,
+    // the others those that are passed; with ContinueSearch a search continues from the other end of the text. A search
+    // that finds nothing leaves the selection unchanged, runs the event loop once and returns false.
     bool SearchCaseSensitive() const;
     void setSearchCaseSensitive(bool on);
     bool SearchRegExp() const;

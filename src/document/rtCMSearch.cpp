@@ -1,9 +1,8 @@
-// The text view's searches and bookmarks under their public names.
+// The text view's searches under their public names.
 
 #include "document/TextViewSearch.h"
 #include "document/rtCM.h"
 #include "editor/control/CommandNumbers.h"
-#include "editor/control/ControlBookmarks.h"
 #include "editor/control/TextControl.h"
 #include "platform/Yield.h"
 #include "text/search/SearchPattern.h"
@@ -136,43 +135,4 @@ void rtCM::ReplaceAllMatch(const QString& pFindText, const QString& pReplace, QS
     pListResults = u""_qs;
     if (prepareList(pFindText, {pCaseSensitive, pRegExp, pWholeWord}))
         pListResults = m_search->replaceAll(pReplace, pPreserveCase);
-}
-
-// Bookmarks
-
-void rtCM::ToggleBookmark() {
-    m_control->ExecuteCmd(Command::ToggleBookmark);
-}
-
-void rtCM::PrevBookmark() {
-    m_control->ExecuteCmd(Command::PreviousBookmark);
-}
-
-void rtCM::NextBookmark() {
-    m_control->ExecuteCmd(Command::NextBookmark);
-}
-
-void rtCM::ClearAllBookmark() {
-    m_control->ExecuteCmd(Command::ClearAllBookmarks);
-}
-
-void rtCM::BookmarkFirst() {
-    m_control->ExecuteCmd(Command::FirstBookmark);
-}
-
-void rtCM::BookmarkLast() {
-    m_control->ExecuteCmd(Command::LastBookmark);
-}
-
-void rtCM::EnableBookmarkAt(qint64 pLine, bool pBookmarked) {
-    m_control->bookmarks().setBookmarkAt(pLine - 1, pBookmarked);
-}
-
-void rtCM::clickLeftMargin(qint64 line) {
-    if (!ClickLeftMarginBookmark)
-        return;
-    const bool bookmarked = !m_control->bookmarks().BookmarkAt(line);
-    m_control->bookmarks().setBookmarkAt(line, bookmarked);
-    Q_EMIT ClickLeftMargin(line, bookmarked);
-    Redraw();
 }

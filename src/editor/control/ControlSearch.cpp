@@ -6,7 +6,7 @@
 #include "editor/control/EditView.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
-#include "editor/control/SearchNotice.h"
+#include "editor/control/SlowSearchNotice.h"
 #include "platform/YieldPace.h"
 #include "text/search/MatchScan.h"
 
@@ -125,7 +125,7 @@ MatchScan::Watch ControlSearch::watchOfSearch() {
     if (m_view.state().isPlaying()) {
         asked = m_view.state().playGoesOn;
     } else if (m_watch) {
-        asked = [watch = m_watch, notice = std::make_shared<SearchNotice>(m_view)] {
+        asked = [watch = m_watch, notice = std::make_shared<SlowSearchNotice>(m_view)] {
             return watch(notice->lookAtClock());
         };
     } else {

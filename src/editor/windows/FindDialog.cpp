@@ -7,7 +7,7 @@
 #include "editor/control/SearchHistory.h"
 #include "editor/control/TextControl.h"
 #include "editor/windows/SearchRange.h"
-#include "editor/windows/SearchReport.h"
+#include "editor/windows/SearchSentences.h"
 #include "widgets/DialogPlace.h"
 
 #include <QApplication>
@@ -56,7 +56,7 @@ FindDialog::FindDialog(TextControl& control, Kind kind)
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(ResultRow, 1);
     connect(m_find, &QComboBox::editTextChanged, this, [this] {
-        SearchReport::show(*m_result, {});
+        SearchSentences::show(*m_result, {});
         enableButtons();
         giveControl();
     });
@@ -138,7 +138,7 @@ void FindDialog::layOutButtons(QGridLayout& grid) {
 
 void FindDialog::begin() {
     takeControl();
-    SearchReport::show(*m_result, {});
+    SearchSentences::show(*m_result, {});
     if (!isVisible())
         placeInCorner();
     show();
@@ -309,7 +309,7 @@ TextMatch FindDialog::chosenRange() const {
 }
 
 void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
+    SearchSentences::show(*m_result, SearchSentences::sentence(m_control.search(), outcome, backwards));
     if (outcome == SearchOutcome::Failed)
         showError();
     else
@@ -318,10 +318,10 @@ void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {
 }
 
 void FindDialog::finishAll(qint64 count, const QString& sentence) {
-    const QString error = SearchReport::errorSentence(m_control.search());
+    const QString error = SearchSentences::errorSentence(m_control.search());
     const QString told =
-        count == 0 ? SearchReport::sentence(m_control.search(), SearchOutcome::Failed, false) : sentence;
-    SearchReport::show(*m_result, count == 0 || error.isEmpty() ? told : told + u". "_qs + error);
+        count == 0 ? SearchSentences::sentence(m_control.search(), SearchOutcome::Failed, false) : sentence;
+    SearchSentences::show(*m_result, count == 0 || error.isEmpty() ? told : told + u". "_qs + error);
     showError();
     tellOfSearch();
 }

@@ -9,7 +9,7 @@
 #include "editor/control/TextControl.h"
 #include "editor/control/Unrecorded.h"
 #include "editor/windows/MatchHighlight.h"
-#include "editor/windows/SearchReport.h"
+#include "editor/windows/SearchSentences.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -116,7 +116,7 @@ void IncrementalSearchBar::begin(bool backwards) {
     m_stepsAtFirst = m_stepsFrom = recordedSteps();
     m_standsOnMatch = false;
     m_text->clear();
-    SearchReport::show(*m_result, {});
+    SearchSentences::show(*m_result, {});
     m_control.setBottomBar(this);
     show();
     m_text->setFocus();
@@ -127,7 +127,7 @@ void IncrementalSearchBar::searchTyped(const QString& text) {
     if (text.isEmpty()) {
         m_highlight.reset();
         goBackTo(m_from, m_stepsFrom);
-        SearchReport::show(*m_result, {});
+        SearchSentences::show(*m_result, {});
         return;
     }
     if (!m_highlight)
@@ -183,7 +183,7 @@ void IncrementalSearchBar::goOn(bool backwards) {
 }
 
 void IncrementalSearchBar::report(SearchOutcome outcome, bool backwards) {
-    SearchReport::show(*m_result, SearchReport::sentence(m_control.search(), outcome, backwards));
+    SearchSentences::show(*m_result, SearchSentences::sentence(m_control.search(), outcome, backwards));
 }
 
 void IncrementalSearchBar::giveBack() {

@@ -4,7 +4,7 @@
 #include "editor/control/SearchHistory.h"
 #include "settings/Options.h"
 #include "settings/files/OwnTextFile.h"
-#include "shell/bars/FindBarTexts.h"
+#include "shell/bars/FindBarHistory.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Twips.h"
@@ -72,11 +72,11 @@ void FindBar::setKeys(const QStringList& keys) {
 
 void FindBar::AddSearchKey(const QString& pText, bool pMoveToTop) {
     QStringList list = keys();
-    const FindBarTexts::Change change = FindBarTexts::AddSearchKey(list, pText, pMoveToTop);
-    if (change == FindBarTexts::Change::Nothing)
+    const FindBarHistory::Change change = FindBarHistory::AddSearchKey(list, pText, pMoveToTop);
+    if (change == FindBarHistory::Change::Nothing)
         return;
     setKeys(list);
-    if (change == FindBarTexts::Change::Raised)
+    if (change == FindBarHistory::Change::Raised)
         m_box->setEditText(pText);
 }
 
@@ -120,14 +120,14 @@ void FindBar::takeFindHistory() {
 void FindBar::LoadSearchKeys() {
     const QStringList lines = OwnTextFile::readLines(listPath(), OwnTextFile::MostListBytes).value_or(QStringList());
     QStringList list = keys();
-    FindBarTexts::addLines(list, lines);
+    FindBarHistory::addLines(list, lines);
     setKeys(list);
     for (const QString& line : lines)
         SearchHistory::ofFinds().add(line);
 }
 
 void FindBar::SaveSearchKeys() const {
-    OwnTextFile::writeLines(listPath(), FindBarTexts::toLines(keys()));
+    OwnTextFile::writeLines(listPath(), FindBarHistory::toLines(keys()));
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event) {

@@ -3,7 +3,7 @@
 #include <QStringList>
 
 /// The texts that were searched for, the newest first, at most 30. A text is compared exactly and kept unchanged.
-namespace FindBarTexts {
+namespace FindBarHistory {
 
 constexpr int Most = 30;
 
@@ -21,4 +21,4 @@ Change AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop);
 void addLines(QStringList& keys, const QStringList& lines);
 QStringList toLines(const QStringList& keys);
 
-}  // namespace FindBarTexts
+}  // namespace FindBarHistory

@@ -1,11 +1,11 @@
-#include "shell/bars/FindBarTexts.h"
+#include "shell/bars/FindBarHistory.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-using FindBarTexts::AddSearchKey;
-using FindBarTexts::Change;
+using FindBarHistory::AddSearchKey;
+using FindBarHistory::Change;
 
 QStringList list(std::initializer_list<const char*> texts) {
     QStringList all;
@@ -23,13 +23,13 @@ QStringList numbers(int from, int to) {
 
 }  // namespace
 
-TEST(FindBarTexts, ANewTextStandsOnTop) {
+TEST(FindBarHistory, ANewTextStandsOnTop) {
     QStringList keys = list({"a"});
     EXPECT_EQ(AddSearchKey(keys, u"b"_qs, false), Change::Added);
     EXPECT_EQ(keys, list({"b", "a"}));
 }
 
-TEST(FindBarTexts, ABlankTextIsPassedOverAndOthersAreKeptUntrimmed) {
+TEST(FindBarHistory, ABlankTextIsPassedOverAndOthersAreKeptUntrimmed) {
     QStringList keys;
     EXPECT_EQ(AddSearchKey(keys, u" \t "_qs, true), Change::Nothing);
     EXPECT_EQ(AddSearchKey(keys, QString(), true), Change::Nothing);
@@ -37,7 +37,7 @@ TEST(FindBarTexts, ABlankTextIsPassedOverAndOthersAreKeptUntrimmed) {
     EXPECT_EQ(keys, list({" a "}));
 }
 
-TEST(FindBarTexts, AKnownTextMovesToTheTopOnlyWhenThatIsWanted) {
+TEST(FindBarHistory, AKnownTextMovesToTheTopOnlyWhenThatIsWanted) {
     QStringList keys = list({"c", "b", "a"});
     EXPECT_EQ(AddSearchKey(keys, u"a"_qs, false), Change::Nothing);
     EXPECT_EQ(keys, list({"c", "b", "a"}));
@@ -45,14 +45,14 @@ TEST(FindBarTexts, AKnownTextMovesToTheTopOnlyWhenThatIsWanted) {
     EXPECT_EQ(keys, list({"a", "c", "b"}));
 }
 
-TEST(FindBarTexts, TextsAreComparedExactly) {
+TEST(FindBarHistory, TextsAreComparedExactly) {
     QStringList keys = list({"a"});
     AddSearchKey(keys, u"A"_qs, true);
     AddSearchKey(keys, u"a "_qs, true);
     EXPECT_EQ(keys, list({"a ", "A", "a"}));
 }
 
-TEST(FindBarTexts, TheThirtyNewestAreKept) {
+TEST(FindBarHistory, TheThirtyNewestAreKept) {
     QStringList keys;
     for (const QString& number : numbers(1, 31))
         AddSearchKey(keys, number, false);
@@ -61,12 +61,12 @@ TEST(FindBarTexts, TheThirtyNewestAreKept) {
     EXPECT_EQ(keys.last(), u"2"_qs);
 }
 
-TEST(FindBarTexts, AFileHasTheOldestFirstAndItsDoublesOnce) {
+TEST(FindBarHistory, AFileHasTheOldestFirstAndItsDoublesOnce) {
     QStringList keys;
-    FindBarTexts::addLines(keys, list({"a", "", "b", "a", "c"}));
+    FindBarHistory::addLines(keys, list({"a", "", "b", "a", "c"}));
     EXPECT_EQ(keys, list({"c", "b", "a"}));
-    EXPECT_EQ(FindBarTexts::toLines(keys), list({"a", "b", "c"}));
-    FindBarTexts::addLines(keys, numbers(1, 40));
+    EXPECT_EQ(FindBarHistory::toLines(keys), list({"a", "b", "c"}));
+    FindBarHistory::addLines(keys, numbers(1, 40));
     EXPECT_EQ(keys.size(), 30);
     EXPECT_EQ(keys.first(), u"40"_qs);
 }

@@ -1,4 +1,4 @@
-#include "editor/control/SearchNotice.h"
+#include "editor/control/SlowSearchNotice.h"
 
 #include "editor/control/EditView.h"
 
@@ -9,16 +9,16 @@ constexpr qint64 DelayMilliseconds = 500;
 
 }  // namespace
 
-SearchNotice::SearchNotice(EditView& view) : m_view(&view) {
+SlowSearchNotice::SlowSearchNotice(EditView& view) : m_view(&view) {
     m_since.start();
 }
 
-SearchNotice::~SearchNotice() {
+SlowSearchNotice::~SlowSearchNotice() {
     if (m_view && m_shown)
         m_view->notice({});
 }
 
-bool SearchNotice::lookAtClock() {
+bool SlowSearchNotice::lookAtClock() {
     if (m_shown || !m_view || m_since.elapsed() < DelayMilliseconds)
         return m_shown;
     m_shown = true;

@@ -1,14 +1,14 @@
-#include "shell/bars/FindBarTexts.h"
+#include "shell/bars/FindBarHistory.h"
 
 #include "shell/session/RecentList.h"
 
 namespace {
 
-constexpr RecentList::Rule Rule{.capacity = FindBarTexts::Most};
+constexpr RecentList::Rule Rule{.capacity = FindBarHistory::Most};
 
 }  // namespace
 
-FindBarTexts::Change FindBarTexts::AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop) {
+FindBarHistory::Change FindBarHistory::AddSearchKey(QStringList& keys, const QString& pText, bool pMoveToTop) {
     if (pText.trimmed().isEmpty())
         return Change::Nothing;
     RecentList list(Rule, keys);
@@ -20,11 +20,11 @@ FindBarTexts::Change FindBarTexts::AddSearchKey(QStringList& keys, const QString
     return isPresent ? Change::Raised : Change::Added;
 }
 
-void FindBarTexts::addLines(QStringList& keys, const QStringList& lines) {
+void FindBarHistory::addLines(QStringList& keys, const QStringList& lines) {
     for (const QString& line : lines)
         AddSearchKey(keys, line, false);
 }
 
-QStringList FindBarTexts::toLines(const QStringList& keys) {
+QStringList FindBarHistory::toLines(const QStringList& keys) {
     return RecentList(Rule, keys).oldestFirst();
 }

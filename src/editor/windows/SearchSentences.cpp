@@ -1,4 +1,4 @@
-#include "editor/windows/SearchReport.h"
+#include "editor/windows/SearchSentences.h"
 
 #include "editor/control/ControlSearch.h"
 
@@ -9,12 +9,12 @@
 namespace {
 
 QString tr(const char* text) {
-    return QCoreApplication::translate("SearchReport", text);
+    return QCoreApplication::translate("SearchSentences", text);
 }
 
 }  // namespace
 
-namespace SearchReport {
+namespace SearchSentences {
 
 QString errorSentence(const ControlSearch& search) {
     const SearchError& error = search.searchError();
@@ -41,4 +41,4 @@ void show(QLabel& label, const QString& sentence) {
     QAccessible::updateAccessibility(&said);
 }
 
-}  // namespace SearchReport
+}  // namespace SearchSentences

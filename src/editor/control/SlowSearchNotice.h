@@ -7,12 +7,12 @@ class EditView;
 
 /// Shows in the status bar that a search of a control takes long, and how to end it, until this object is destroyed.
 /// Owned by the search's watch.
-class SearchNotice {
+class SlowSearchNotice {
  public:
-    explicit SearchNotice(EditView& view);
-    ~SearchNotice();
-    SearchNotice(const SearchNotice&) = delete;
-    SearchNotice& operator=(const SearchNotice&) = delete;
+    explicit SlowSearchNotice(EditView& view);
+    ~SlowSearchNotice();
+    SlowSearchNotice(const SlowSearchNotice&) = delete;
+    SlowSearchNotice& operator=(const SlowSearchNotice&) = delete;
 
     /// Called repeatedly during the search; true: it takes long, and that is shown.
     bool lookAtClock();
