@@ -186,7 +186,7 @@ void trimLines(benchmark::State& state) {
     QtPrompts prompts;
     const Options options;
     MemoryRegistry registry;
-    EditorGlobals globals(registry, {}, {});
+    EditorGlobals globals(prompts, registry, {}, {});
     HexFindState hexFind;
     rtCM view({prompts, options, globals, hexFind});
     view.resize(1000, 700);

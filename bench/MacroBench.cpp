@@ -8,6 +8,7 @@
 #include "keys/HotKeys.h"
 #include "keys/MacroStore.h"
 #include "settings/registry/MemoryRegistry.h"
+#include "widgets/QtPrompts.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -57,7 +58,8 @@ void play(benchmark::State& state) {
     MemoryRegistry registry;
     HotKeys hotKeys(GlobalObject::defaultHotKeys());
     MacroStore macros(registry, hotKeys, home.path());
-    GlobalObject globals(registry, hotKeys, macros);
+    QtPrompts prompts;
+    GlobalObject globals(prompts, registry, hotKeys, macros);
     Macro outer;
     outer.addCommand(SetRepeatCount, QString::number(InnerTimes));
     outer.addCommand(PlayInner);

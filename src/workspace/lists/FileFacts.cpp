@@ -120,7 +120,8 @@ void addUp(const QString& folder, FolderSum& sum, const std::atomic<bool>& cance
     FTS* walk = ::fts_open(roots, FTS_PHYSICAL | FTS_NOCHDIR | FTS_XDEV, nullptr);
     if (walk == nullptr)
         return;
-    while (const FTSENT* entry = cancelled ? nullptr : ::fts_read(walk))
+    // Read once in any case: a walk that is closed before its first step is not freed whole.
+    for (const FTSENT* entry = ::fts_read(walk); entry != nullptr && !cancelled; entry = ::fts_read(walk))
         add(*entry, sum);
     ::fts_close(walk);
 }

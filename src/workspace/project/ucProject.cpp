@@ -66,8 +66,10 @@ ucProject::ucProject(const WorkspaceServices& services, QWidget* parent)
     buildMenu();
 }
 
-// The view is destroyed after the model, as a child of the widget, and must not use it any more.
+// The view uses the model, so it is destroyed first. It sends events until its end.
 ucProject::~ucProject() {
+    m_list->removeEventFilter(this);
+    m_list->viewport()->removeEventFilter(this);
     delete m_list;
 }
 
