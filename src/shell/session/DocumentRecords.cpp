@@ -9,8 +9,13 @@
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Twips.h"
 
+#include <QEvent>
+#include <QMdiArea>
+#include <QTimer>
+
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -25,6 +30,50 @@ float twips(int pixels) {
 int pixels(float twips) {
     return static_cast<int>(std::lround(std::clamp(twips / TwipsPerPixel, -MostPixels, MostPixels)));
 }
+
+constexpr QMdiArea::AreaOption MaximisedStays = QMdiArea::DontMaximizeSubWindowOnActivation;
+
+/// Clears the option once the area has been shown, which activates a window. Owned by the area.
+class UntilShown : public QObject {
+ public:
+    explicit UntilShown(QMdiArea& area) : QObject(&area), m_area(area) { area.installEventFilter(this); }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Show)
+            QTimer::singleShot(0, this, [this] { end(); });
+        return false;
+    }
+
+ private:
+    void end() {
+        m_area.setOption(MaximisedStays, false);
+        deleteLater();
+    }
+
+    QMdiArea& m_area;
+};
+
+/// From its construction on, a maximised window stays so when another one is activated: until its destruction or, if
+/// the area is hidden then, until the area has been shown.
+class StatesKept {
+ public:
+    explicit StatesKept(QMdiArea& area) : m_area(area), m_sets(!area.testOption(MaximisedStays)) {
+        area.setOption(MaximisedStays);
+    }
+    ~StatesKept() {
+        if (!m_sets)
+            return;
+        if (m_area.isVisible())
+            m_area.setOption(MaximisedStays, false);
+        else
+            new UntilShown(m_area);
+    }
+    Q_DISABLE_COPY_MOVE(StatesKept)
+
+ private:
+    QMdiArea& m_area;
+    bool m_sets;
+};
 
 }  // namespace
 
@@ -59,10 +108,18 @@ void DocumentRecords::RestoreDocRecord(const QString& line) {
 }
 
 void DocumentRecords::restore(const DocumentRecord& record) {
+    openAndPlace(record);
+    yieldOnce();
+}
+
+/// A window without a state in its record takes over that of the active one, as any new window does.
+void DocumentRecords::openAndPlace(const DocumentRecord& record) {
+    std::optional<StatesKept> kept;
+    if (record.windowState)
+        kept.emplace(m_children.area());
     m_opening.OpenFile(record.path, record.locked ? LockFlag : 0, false, record.textEdit);
     if (const frmDocument* document = m_active.get())
         ignoringErrors("RestoreDocRecord", [&] { place(*document, record); });
-    yieldOnce();
 }
 
 void DocumentRecords::place(const frmDocument& document, const DocumentRecord& record) {

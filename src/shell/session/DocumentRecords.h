@@ -25,6 +25,7 @@ class DocumentRecords {
 
  private:
     void restore(const DocumentRecord& record);
+    void openAndPlace(const DocumentRecord& record);
     void place(const frmDocument& document, const DocumentRecord& record);
 
     MdiChildren& m_children;

@@ -7,6 +7,7 @@
 #include "workspace/panel/BandTitle.h"
 #include "workspace/panel/ExplorerBand.h"
 #include "workspace/panel/ucOpen.h"
+#include "workspace/project/ProjectFile.h"
 #include "workspace/project/ucProject.h"
 
 #include <QAction>
@@ -194,7 +195,8 @@ QStringList ucExplorer::SaveItem(bool pIsProject) const {
             QString name;
             QString type;
             PjtItem(item, name, type);
-            lines << type + u'\t' + name;
+            if (const auto line = ProjectFile::itemLine({type, name}))
+                lines << *line;
         }
     }
     lines << u"<<EXPLORER>>"_qs << m_files.selectedKey();

@@ -146,20 +146,33 @@ TEST_F(Sessions, RecordTheNormalPlaceThroughEveryChangeOfState) {
     EXPECT_EQ(m_frame->WriteDocRecord(active()).toStdString(), record(file, 2, m_place).toStdString());
 }
 
-TEST_F(Sessions, OfSeveralStatesComeBackTwiceAlike) {
+TEST_F(Sessions, OfSeveralStatesComeBackAsTheyWere) {
     QStringList lines{u"<FILE>"_qs};
     for (int i = 0; i < 6; ++i)
         lines << record(fileOf("x", u"%1.txt"_qs.arg(i)), i % 3, m_place.translated(i, i));
     startWith(lines);
     EXPECT_EQ(documents().size(), 6);
-    EXPECT_TRUE(window(5)->isMaximized());
+    for (int i = 0; i < 6; ++i) {
+        EXPECT_EQ(window(i)->isMinimized(), i % 3 == 1) << i;
+        EXPECT_EQ(window(i)->isMaximized(), i % 3 == 2) << i;
+    }
     end();
-    const QStringList once = session();
-    EXPECT_EQ(once.size(), 7);
-    EXPECT_EQ(once.last().toStdString(), lines.last().toStdString());
-    start();
-    end();
-    EXPECT_EQ(session(), once);
+    EXPECT_EQ(session().join(u'\n').toStdString(), lines.join(u'\n').toStdString());
+}
+
+TEST_F(Sessions, KeepAMaximisedWindowWhenAFurtherOneFollows) {
+    startWith(
+        {u"<FILE>"_qs, record(fileOf("1", u"1.txt"_qs), 2, m_place), record(fileOf("2", u"2.txt"_qs), 0, m_place)});
+    ASSERT_EQ(documents().size(), 2);
+    EXPECT_TRUE(window(0)->isMaximized());
+    EXPECT_FALSE(window(1)->isMaximized());
+    window(0)->showNormal();
+    EXPECT_EQ(window(0)->geometry(), m_place);
+    // Afterwards windows take the state over from each other again.
+    window(1)->showMaximized();
+    house().children.bringToFront(documents().at(0));
+    EXPECT_TRUE(window(0)->isMaximized());
+    EXPECT_FALSE(window(1)->isMaximized());
 }
 
 TEST_F(Sessions, LeaveTheFocusInTheTextOfTheLastDocument) {

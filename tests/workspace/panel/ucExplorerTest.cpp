@@ -322,6 +322,14 @@ TEST_F(SidePanelOfThreeTabs, ThePanelIsSavedAsTheLinesOfAProjectFile) {
     EXPECT_EQ(m_panel->SaveItem().at(4).split(u'\t').at(5), u"3000"_qs);
 }
 
+TEST_F(SidePanelOfThreeTabs, ItemsWhoseNameWouldBreakALineAreLeftOutOfTheProjectFile) {
+    for (const char* name : {"/a\tb", "/a\nb", "/a\rb", "/kept"})
+        m_panel->AddProjectItem(QLatin1String(name), u"FILE"_qs);
+    EXPECT_EQ(m_panel->PjtItemCount(), 4);
+    EXPECT_EQ(m_panel->SaveItem().mid(0, 3),
+              QStringList({u"<<PROJECT FILE>>"_qs, u"FILE\t/kept"_qs, u"<<EXPLORER>>"_qs}));
+}
+
 TEST_F(SidePanelOfThreeTabs, TabsThatDoNotExistAreIgnored) {
     showPanel();
     m_panel->OpenAllTabs();
