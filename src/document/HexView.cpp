@@ -4,6 +4,7 @@
 #include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
 #include "platform/Paths.h"
+#include "widgets/Prompts.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
@@ -44,7 +45,8 @@ class ByteArea : public QScrollArea {
 }  // namespace
 
 HexView::HexView(const DocumentServices& services, QWidget* parent)
-    : m_area(new ByteArea(parent)),
+    : m_prompts(services.prompts),
+      m_area(new ByteArea(parent)),
       m_control(new ucHex(services.prompts, services.options, services.hexFind, parent, services.hexStorage)) {
     m_control->setObjectName(u"ucHex1"_qs);
     m_area->setFrameShape(QFrame::NoFrame);
@@ -68,8 +70,13 @@ bool HexView::load(const QString& path) {
     return m_control->OpenFile(path);
 }
 
-/// An unmodified view is written too when its file is not there any more.
+/// An unmodified view is written too when its file is not there any more. One that has loaded nothing has nothing that
+/// a file could get.
 bool HexView::save(const QString& path, int, bool force) {
+    if (!hasContent()) {
+        m_prompts.message(m_area, path + u"\nNothing was saved, because no bytes are loaded."_qs);
+        return false;
+    }
     return m_control->SaveFile(path, force || !isNormalFile(path));
 }
 

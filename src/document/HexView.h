@@ -2,6 +2,7 @@
 
 #include "document/DocumentView.h"
 
+class Prompts;
 class QScrollArea;
 class ucHex;
 struct DocumentServices;
@@ -55,6 +56,7 @@ class HexView : public DocumentView {
     QString GetCursorPos() const override;
 
  private:
+    Prompts& m_prompts;
     QScrollArea* m_area;
     ucHex* m_control;
 };

@@ -155,13 +155,14 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
-    const bool saved = savedView().save(pFilename, pFormat, pFlag);
+    DocumentView& view = savedView();
+    const bool saved = view.save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
         return saved;
     }
     if (saved)
-        takeSaved(pFilename);
+        takeSaved(pFilename, view);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();
@@ -169,8 +170,8 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
 }
 
 /// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
-void frmDocument::takeSaved(const QString& path) {
-    m_holder = &visibleView();
+void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
+    m_holder = &view;
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();

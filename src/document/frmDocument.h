@@ -232,7 +232,7 @@ class frmDocument : public QWidget {
     DocumentView& savedView() const;
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
-    void takeSaved(const QString& path);
+    void takeSaved(const QString& path, const DocumentView& view);
     bool settleChanges(bool toText);
     bool askToReload();
     void refreshUpdateTimes();

@@ -503,6 +503,15 @@ TEST_F(HexMode, ReplacedAndFilledBytesAreSaidToNeedSaveAs) {
     EXPECT_EQ(m_document.limitations(), QString());
 }
 
+TEST_F(HexMode, NothingIsSavedWhereNeitherBytesNorTextAreLoaded) {
+    m_document.setTextEdit(false);
+    const QString file = path(u"new.bin"_qs);
+    EXPECT_FALSE(m_document.SaveFile(file));
+    EXPECT_FALSE(QFile::exists(file));
+    EXPECT_TRUE(m_document.filename.isEmpty());
+    EXPECT_EQ(m_prompts.messages, QStringList(file + u"\nNothing was saved, because no bytes are loaded."_qs));
+}
+
 TEST_F(HexMode, AnUntitledTextIsSavedWhileNoBytesAreLoaded) {
     type(u"typed \u00E4"_qs);
     answerSwitch(1, "cmdSwitch");

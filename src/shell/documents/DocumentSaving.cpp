@@ -31,11 +31,12 @@ void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
     const QPointer<frmDocument> alive(document);
     const QString suffix = SaveFormats::row(format).titleSuffix;
     QString path = document->filename;
-    if (!document->holdsFile()) {
+    const bool asks = !document->holdsFile();
+    if (asks) {
         const QString initialName = path.isEmpty() ? document->Caption() + QLatin1String(".txt") : path;
         path = askPath(QLatin1String("Save") + suffix, initialName);
     }
-    if (path.isEmpty() || !alive || !save(*document, path, format, false) || !alive)
+    if (path.isEmpty() || !alive || !save(*document, path, format, asks) || !alive)
         return;
     if (!suffix.isEmpty())
         document->ReloadTextFile(path, format);

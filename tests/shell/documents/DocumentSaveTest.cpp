@@ -208,6 +208,23 @@ TEST_F(DocumentSave, AFailedSaveLeavesCaptionTabAndLists) {
 
 // A view that does not hold the document's file
 
+TEST_F(DocumentSave, BytesThatDidNotChangeAreWrittenUnderANameThatWasAskedFor) {
+    start();
+    open(fileOf("0123456789"));
+    run("mnuToggleHex");
+    run("mnuToggleHex");
+    active()->SelectAll();
+    QTest::keyClick(&textWidget(), Qt::Key_Delete);
+    run("mnuFileSave");
+    ASSERT_EQ(bytesOf(active()->filename), QByteArray());
+    run("mnuToggleHex");
+    const QString other = fileOf("g", u"g.txt"_qs);
+    m_prompts.answerSavePath(other);
+    m_prompts.answerYes();
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(other), "0123456789");
+}
+
 class UnheldFile : public FrameFixture {
  protected:
     void SetUp() override {
