@@ -66,11 +66,11 @@ std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype
 }
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
+    makeFolder(QFileInfo(path).path());
     return !replace(path, lines);
 }
 
 SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
-    makeFolder(QFileInfo(path).path());
     QByteArray bytes;
     for (const QString& line : lines) {
         if (!line.contains(u'\n') && !line.contains(u'\r'))

@@ -44,7 +44,7 @@ std::optional<QStringList> readLines(const QString& path, qsizetype most);
 /// file could not be written and is unchanged.
 bool writeLines(const QString& path, const QStringList& lines);
 
-/// The same, with the reason when the file could not be written.
+/// The same in a folder that exists, with the reason when the file could not be written.
 SystemError replace(const QString& path, const QStringList& lines);
 
 }  // namespace OwnTextFile

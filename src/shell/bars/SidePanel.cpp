@@ -50,7 +50,9 @@ void SidePanel::setShown(bool shown) {
     m_container.setVisible(shown);
     m_bar.setVisible(shown);
     ArrangePanels();
-    if (QMdiSubWindow* document = m_area.activeSubWindow(); leaves && document != nullptr)
+    // A minimised document would pass the focus, and with it its place as the active one, to another.
+    QMdiSubWindow* document = m_area.activeSubWindow();
+    if (leaves && document != nullptr && !document->isMinimized())
         document->widget()->setFocus();
     Q_EMIT shownChanged(isShown());
 }

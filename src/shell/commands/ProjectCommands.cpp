@@ -29,21 +29,23 @@ constexpr int TabCount = 3;
 constexpr qsizetype MostBytes = 256 * 1024 * 1024;
 constexpr QStringView Filter = u"Quillmark Project (*.qmp)|*.qmp";
 
-/// The busy pointer, and Close disabled, until the end of a block.
-class LongOperation {
+/// Close disabled until the end of a block; what must not run meanwhile waits for it.
+class CloseDisabled {
  public:
-    explicit LongOperation(SystemClose& systemClose) : m_systemClose(systemClose) {
-        m_systemClose.enable(false);
-        BusyPointer::show();
-    }
-    ~LongOperation() {
-        BusyPointer::restore();
-        m_systemClose.enable(true);
-    }
-    Q_DISABLE_COPY_MOVE(LongOperation)
+    explicit CloseDisabled(SystemClose& systemClose) : m_systemClose(systemClose) { m_systemClose.enable(false); }
+    ~CloseDisabled() { m_systemClose.enable(true); }
+    Q_DISABLE_COPY_MOVE(CloseDisabled)
 
  private:
     SystemClose& m_systemClose;
+};
+
+/// The busy pointer until the end of a block.
+class Busy {
+ public:
+    Busy() { BusyPointer::show(); }
+    ~Busy() { BusyPointer::restore(); }
+    Q_DISABLE_COPY_MOVE(Busy)
 };
 
 struct ActionRow {
@@ -87,13 +89,24 @@ bool ProjectCommands::OpenProject(const QString& pFile) {
             m_lists.DeleteFavProject(pFile);
         return false;
     }
-    const LongOperation operation(m_systemClose);
+    const CloseDisabled noClose(m_systemClose);
+    const Busy busy;
     const QScopedValueRollback atWork(m_atWork, true);
     closeWorkspace(false);
     m_projectFilename = pFile;
     rememberProject();
     ProjectChanged(u"OPEN"_qs, pFile);
-    return readProject(pFile);
+    const bool read = readProject(pFile);
+    if (!read)
+        becomeNew();
+    return read;
+}
+
+/// A file that was not read must not be written over with what is open instead.
+void ProjectCommands::becomeNew() {
+    m_projectFilename = NewName.toString();
+    ProjectChanged(u"NEW"_qs, {});
+    SetProjectMenus(true);
 }
 
 bool ProjectCommands::readProject(const QString& file) try {
@@ -166,6 +179,7 @@ void ProjectCommands::CloseCurrentProject(bool pClose) {
         m_systemClose.whenFree([this, pClose] { CloseCurrentProject(pClose); });
         return;
     }
+    const CloseDisabled noClose(m_systemClose);
     const QScopedValueRollback atWork(m_atWork, true);
     closeWorkspace(pClose);
 }
@@ -173,14 +187,18 @@ void ProjectCommands::CloseCurrentProject(bool pClose) {
 void ProjectCommands::closeWorkspace(bool leaveNone) {
     if (!m_projectFilename.isEmpty() && m_prompts.askYesNo(&m_window, u"Save the current project ?"_qs))
         WriteProjectFile(m_projectFilename);
-    const LongOperation operation(m_systemClose);
+    const Busy busy;
     m_closing.CloseAll(nullptr);
     for (int tab = 0; tab < TabCount; ++tab)
         m_panel.OpenTab(tab);
     m_panel.OpenAllTabs();
     m_panel.ClearExplorer();
-    m_projectFilename = leaveNone ? QString() : NewName.toString();
-    ProjectChanged(leaveNone ? u"CLOSE"_qs : u"NEW"_qs, {});
+    if (!leaveNone) {
+        becomeNew();
+        return;
+    }
+    m_projectFilename.clear();
+    ProjectChanged(u"CLOSE"_qs, {});
     SetProjectMenus(true);
 }
 

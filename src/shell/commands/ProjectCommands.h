@@ -27,7 +27,7 @@ class ProjectCommands {
                     SidePanel& sidePanel, CommandEntries& entries);
 
     /// Closes what is open and opens what the project holds. Returns true when the file was read through. What was
-    /// opened before an error stays open.
+    /// opened before an error stays open, as a project that was never saved.
     bool OpenProject(const QString& pFile);
     /// The list of items, the panel and the open documents as a project file. False: it could not be written, which was
     /// reported.
@@ -50,6 +50,7 @@ class ProjectCommands {
     void restoreLine(const QString& line, int section);
     void restoreStatus(const QString& line);
     void closeWorkspace(bool leaveNone);
+    void becomeNew();
     QString askName(const QString& title, const QString& initial);
     bool writeAs(const QString& file);
     void SetProjectMenus(bool changed);

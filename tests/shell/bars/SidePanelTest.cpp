@@ -143,3 +143,13 @@ TEST_F(SidePanelWithItsBar, AHiddenPanelPassesTheKeyboardToTheDocument) {
     m_side.setShown(false);
     EXPECT_EQ(m_side.focusWidget(), text);
 }
+
+TEST_F(SidePanelWithItsBar, AHiddenPanelLeavesAMinimisedDocumentActive) {
+    m_side.area().addSubWindow(new QLineEdit)->show();
+    QMdiSubWindow* minimised = m_side.area().addSubWindow(new QLineEdit);
+    minimised->showMinimized();
+    m_side.area().setActiveSubWindow(minimised);
+    m_content.setFocus();
+    m_side.setShown(false);
+    EXPECT_EQ(m_side.area().activeSubWindow(), minimised);
+}

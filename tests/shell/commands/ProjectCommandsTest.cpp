@@ -120,6 +120,32 @@ TEST_F(Projects, AFolderInPlaceOfTheFileIsReported) {
     EXPECT_FALSE(house().systemClose.isGreyed());
 }
 
+TEST_F(Projects, AFileThatCouldNotBeReadIsNotTheProjectThatASaveWrites) {
+    const QString folder = path(u"folder.qmp"_qs);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    m_explorer.take();
+    EXPECT_FALSE(openProject(folder));
+    EXPECT_EQ(m_frame->ProjectFilename, u"[New Project]"_qs);
+    EXPECT_EQ(m_explorer.take().filter(u"SetProjectName"_qs).last(), u"SetProjectName  [New Project]"_qs);
+}
+
+TEST_F(Projects, AreNotWrittenIntoAFolderThatDoesNotExist) {
+    EXPECT_FALSE(m_frame->WriteProjectFile(path(u"none/work.qmp"_qs)));
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_FALSE(QFile::exists(path(u"none"_qs)));
+}
+
+TEST_F(Projects, OneThatIsAskedForWhileAnotherIsBeingClosedWaits) {
+    openProject(projectOf({}, u"first.qmp"_qs));
+    const QString second = projectOf({}, u"second.qmp"_qs);
+    m_prompts.answerNo();
+    m_prompts.whileShown([&] { EXPECT_FALSE(openProject(second)); });
+    m_frame->CloseCurrentProject(true);
+    EXPECT_TRUE(m_frame->ProjectFilename.isEmpty());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(m_frame->ProjectFilename, second);
+}
+
 TEST_F(Projects, OpeningAnotherAsksToSaveThePresentOneThoughNothingChanged) {
     const QString first = projectOf({}, u"first.qmp"_qs);
     const QString second = projectOf({}, u"second.qmp"_qs);
