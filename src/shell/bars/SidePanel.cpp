@@ -47,13 +47,14 @@ void SidePanel::hold(QWidget* panel) {
 void SidePanel::setShown(bool shown) {
     const QWidget* focused = window()->focusWidget();
     const bool leaves = !shown && focused != nullptr && (focused == &m_bar || m_container.isAncestorOf(focused));
+    // Before the panel is hidden, since Qt would pass its focus to any document, which that would activate.
+    if (QMdiSubWindow* document = m_area.activeSubWindow(); leaves && document != nullptr) {
+        QWidget* heir = document->isMinimized() ? document : document->widget();
+        heir->setFocus();
+    }
     m_container.setVisible(shown);
     m_bar.setVisible(shown);
     ArrangePanels();
-    // A minimised document would pass the focus, and with it its place as the active one, to another.
-    QMdiSubWindow* document = m_area.activeSubWindow();
-    if (leaves && document != nullptr && !document->isMinimized())
-        document->widget()->setFocus();
     Q_EMIT shownChanged(isShown());
 }
 

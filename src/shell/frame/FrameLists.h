@@ -5,8 +5,8 @@
 class frmDocument;
 struct House;
 
-/// The procedures of the frame for its lists, its session and its projects, callable by name; each is done by the part it concerns.
-/// The base of frmMain alone.
+/// The procedures of the frame for its lists, its session and its projects, callable by name; each is done by the part
+/// it concerns. The base of frmMain alone.
 class FrameLists : public QMainWindow {
     Q_OBJECT
 

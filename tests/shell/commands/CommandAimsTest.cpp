@@ -101,8 +101,8 @@ TEST(CommandAims, CommandsOfFavoritesAimAtTheirCalls) {
 TEST(CommandAims, CommandsOfProjectsAimAtTheirCalls) {
     using Project = ProjectCommands;
     static constexpr Aim<void (Project::*)()> Aims[] = {
-        {"mnuNewProject", &Project::NewProject},     {"mnuOpenProject", &Project::ChooseProjectToOpen},
-        {"mnuCloseProject", &Project::CloseProject}, {"mnuSaveProject", &Project::SaveProject},
+        {"mnuNewProject", &Project::NewProject},           {"mnuOpenProject", &Project::ChooseProjectToOpen},
+        {"mnuCloseProject", &Project::CloseProject},       {"mnuSaveProject", &Project::SaveProject},
         {"mnuSaveProjectAs", &Project::SaveProjectFileAs},
     };
     expectAims<void (Project::*)()>(Aims, &CommandTarget::project);

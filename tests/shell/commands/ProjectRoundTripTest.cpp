@@ -143,8 +143,9 @@ TEST_P(ProjectRoundTrip, TheFileNamesAllThatIsInTheWorkspace) {
     EXPECT_EQ(items, house().panel.PjtItemCount());
     const qsizetype opened = lines.indexOf(u"<<OPEN FILE>>"_qs) + 1;
     ASSERT_EQ(lines.size() - 1 - opened, documents().size());  // the last line is the empty one after the last end
-    for (const frmDocument* document : documents())
+    for (const frmDocument* document : documents()) {
         EXPECT_TRUE(lines[opened + documents().indexOf(document)].startsWith(document->filename + u'\t'));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Generated, ProjectRoundTrip, testing::Range(1U, 25U));
