@@ -66,20 +66,30 @@ QList<LanguageRow> LanguageTable::recordsOf(const QStringList& lines) {
         const QString line = lines[at].trimmed();
         if (!line.startsWith(QLatin1String("<<")))
             continue;
-        // The line behind it is its patterns, whatever it looks like.
-        if (++at == lines.size())
-            break;
         const QString name = nameOf(line);
+        // The line behind it is its patterns, whatever it looks like.
+        if (++at == lines.size()) {
+            noteFault(u"%1 has no patterns for \"%2\""_qs.arg(pathOf(IndexFile), name));
+            break;
+        }
         // Its files would lie elsewhere.
-        if (name.contains(u'/'))
+        if (name.contains(u'/')) {
+            noteFault(u"%1 has a language \"%2\", whose name has a \"/\""_qs.arg(pathOf(IndexFile), name));
             continue;
+        }
         if (records.size() == MostLanguages) {
-            m_indexFault = u"%1 has more than %2 languages"_qs.arg(pathOf(IndexFile)).arg(MostLanguages);
+            noteFault(u"%1 has more than %2 languages"_qs.arg(pathOf(IndexFile)).arg(MostLanguages));
             break;
         }
         records.append({name, trimmedPatterns(lines[at]).toUpper()});
     }
     return records;
+}
+
+/// The first fault is the one that is reported.
+void LanguageTable::noteFault(const QString& fault) {
+    if (m_indexFault.isEmpty())
+        m_indexFault = fault;
 }
 
 void LanguageTable::addRow(const LanguageRow& record) {

@@ -22,9 +22,9 @@ struct LanguageRow {
 ///
 /// Its files lie in the folder `languages`: the index `languages.idx`, and NAME.lng and NAME.TXT of each language. Each
 /// is taken from the program folder, or else from what was installed. No failure shows a message: without an index the
-/// table stays empty, of an index that is too long or not readable to its end the table has what could be read, and
-/// indexFault() says why it is not written again; without a sound definition a language stays unloaded, and lastError()
-/// says why.
+/// table stays empty, of an index that is too long, not readable to its end or has a record that is no language the
+/// table has what could be read, and indexFault() says why it is not written again; without a sound definition a
+/// language stays unloaded, and lastError() says why.
 class LanguageTable {
  public:
     static constexpr int MostLanguages = 51;
@@ -68,6 +68,7 @@ class LanguageTable {
  private:
     QStringList indexLines();
     QList<LanguageRow> recordsOf(const QStringList& lines);
+    void noteFault(const QString& fault);
     void addRow(const LanguageRow& record);
     QString pathOf(const QString& file) const;
     void registerEntry(Entry& entry);

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace {
 
 class TheLanguageTable : public testing::Test {
@@ -171,6 +173,24 @@ TEST_F(TheLanguageTable, AnIndexOfMoreThanFiftyOneIsNotWritten) {
     EXPECT_EQ(table.indexFault(), home.filePath(u"own/languages/languages.idx"_qs) + u" has more than 51 languages"_qs);
     EXPECT_FALSE(table.saveIndex(table.rows()));
     EXPECT_EQ(writtenIndex(), whole);
+}
+
+TEST_F(TheLanguageTable, AnIndexWithARecordThatIsNoLanguageIsNotWritten) {
+    const QString path = home.filePath(u"own/languages/languages.idx"_qs);
+    const std::pair<QByteArray, QString> rows[] = {
+        {"<<A>>\r\n*.a\r\n<<x/y>>\r\n*.x\r\n<<B>>\r\n*.b\r\n",
+         path + u" has a language \"X/Y\", whose name has a \"/\""_qs},
+        {"<<A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n<<last>>\r\n", path + u" has no patterns for \"LAST\""_qs},
+        {"<<A>>\r\n*.a\r\n<<B>>\r\n*.b\r\n<<last>>", path + u" has no patterns for \"LAST\""_qs},
+    };
+    for (const auto& [whole, fault] : rows) {
+        put(u"own"_qs, u"languages.idx"_qs, whole);
+        table.LoadLanguageIndex();
+        EXPECT_EQ(table.rows(), (QList<LanguageRow>{{u"A"_qs, u"*.A"_qs}, {u"B"_qs, u"*.B"_qs}}));
+        EXPECT_EQ(table.indexFault(), fault);
+        EXPECT_FALSE(table.saveIndex(table.rows()));
+        EXPECT_EQ(writtenIndex(), whole);
+    }
 }
 
 TEST_F(TheLanguageTable, MoreThanFiftyOneRowsAreNotWritten) {

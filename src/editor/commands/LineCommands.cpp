@@ -72,6 +72,14 @@ std::vector<Span> spansOf(const EditView& view, const std::vector<LineRange>& ra
     return spans;
 }
 
+/// The text of the selected lines, or of those of the carets, with their line ends.
+QByteArray textOfLines(const EditView& view) {
+    QByteArray text;
+    for (const Span& span : spansOf(view, selectedLines(view)))
+        text += view.bytes(span.from, span.to);
+    return text;
+}
+
 /// Selects spans, given from the top; those that are empty or lie in another are left out.
 void selectEach(EditView& view, const std::vector<Span>& spans, qint64 main) {
     std::vector<Span> apart;
@@ -198,13 +206,20 @@ void deleteLines(EditView& view) {
 }
 
 void cutLines(EditView& view, ControlClipboard& clipboard) {
+    const int times = view.state().takeRepeatCount();
     QByteArray text;
-    for (const Span& span : spansOf(view, selectedLines(view)))
-        text += view.bytes(span.from, span.to);
-    if (text.isEmpty())
-        return;
-    clipboard.put(QString::fromUtf8(text));
-    deleteLines(view);
+    for (int done = 0; done < times; ++done) {
+        const QByteArray lines = textOfLines(view);
+        if (lines.isEmpty())
+            break;
+        // The last line of the text may be cut before others.
+        if (!text.isEmpty() && !text.endsWith('\n') && !text.endsWith('\r'))
+            text += view.withOwnLineEnds(u"\n"_qs);
+        text += lines;
+        deleteLines(view);
+    }
+    if (!text.isEmpty())
+        clipboard.put(QString::fromUtf8(text));
 }
 
 void selectLines(EditView& view) {

@@ -15,7 +15,8 @@ void deleteToEnd(EditView& view);
 
 /// The selected lines, or those of the carets, with their line ends and bookmarks.
 void deleteLines(EditView& view);
-/// The same to the clipboard, one text in the order of the lines.
+/// The same to the clipboard, one text in the order of the lines. Uses up the repeat count: the lines of all repeats
+/// are one text.
 void cutLines(EditView& view, ControlClipboard& clipboard);
 
 void selectLines(EditView& view);

@@ -22,7 +22,7 @@ constexpr Info Infos[] = {
     {DeleteToStartOfLine, Kind::Edits, QT_TRANSLATE_NOOP("CommandNumbers", "Delete to start of line")},
     {DeleteToEndOfLine, Kind::Edits, QT_TRANSLATE_NOOP("CommandNumbers", "Delete to end of line")},
     {DeleteLine, Kind::Edits, QT_TRANSLATE_NOOP("CommandNumbers", "Delete line")},
-    {CutLine, Kind::Edits, QT_TRANSLATE_NOOP("CommandNumbers", "Cut line")},
+    {CutLine, Kind::EditsOnce, QT_TRANSLATE_NOOP("CommandNumbers", "Cut line")},
     {SelectParagraph, Kind::Looks, QT_TRANSLATE_NOOP("CommandNumbers", "Select paragraph")},
     {SelectLine, Kind::Looks, QT_TRANSLATE_NOOP("CommandNumbers", "Select line")},
     {SelectAll, Kind::Looks, QT_TRANSLATE_NOOP("CommandNumbers", "Select all")},

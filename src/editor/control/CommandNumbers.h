@@ -78,6 +78,7 @@ constexpr int FirstMessage = 2000;
 enum class Kind {
     Looks,
     Edits,      ///< does nothing while the text is locked
+    EditsOnce,  ///< the same, for an edit that carries out its repeat count itself
     Searches,   ///< uses the control's search text and flags
     Sets,       ///< something for a later command, to which a repeat count is left
     Asks,       ///< opens a window, unless the argument has the answer; a repeat count is left alone

@@ -205,7 +205,8 @@ void TextControl::ExecuteCmd(int number, const QString& argument) {
     const Command::Info* info = Command::infoOf(number);
     if (info == nullptr)
         return;
-    if (info->kind == Kind::Edits && Locked()) {
+    const bool edits = info->kind == Kind::Edits || info->kind == Kind::EditsOnce;
+    if (edits && Locked()) {
         takeRepeatCount();
         return;
     }
@@ -220,14 +221,15 @@ void TextControl::ExecuteCmd(int number, const QString& argument) {
     const EditScope scope(*this, EditScope::Grouped);
     state().typing = false;
     const bool leavesCount = info->kind == Kind::Sets || info->kind == Kind::Asks;
-    const int times = leavesCount ? 1 : state().takeRepeatCount();
+    const int times = leavesCount ? 1 : state().repeatCount;
+    const int runs = info->kind == Kind::EditsOnce || leavesCount ? 1 : state().takeRepeatCount();
     const QPointer<TextControl> alive(this);
-    for (int done = 0; done < times && !(info->kind == Kind::Searches && state().failed); ++done) {
+    for (int done = 0; done < runs && !(info->kind == Kind::Searches && state().failed); ++done) {
         run(*this, number, argument);
         if (!alive)
             return;
     }
-    if (info->kind == Kind::Edits)
+    if (edits)
         m_selection->cutRectangleAnew();
     m_macros->noteCommand(number, argument, times);
 }

@@ -69,6 +69,17 @@ QString capitalised(const QString& text) {
     return text.left(first) + text.mid(first, 1).toUpper() + text.mid(first + 1).toLower();
 }
 
+QByteArray groupWith(LineEndHalves halves, std::string_view group, std::string_view match) {
+    QByteArray text(group.data(), static_cast<qsizetype>(group.size()));
+    if (text.isEmpty())
+        return text;
+    if (halves.cr && group.data() == match.data())
+        text.prepend('\r');
+    if (halves.lf && group.data() + group.size() == match.data() + match.size())
+        text.append('\n');
+    return text;
+}
+
 }  // namespace
 
 Replacement::Replacement(const QString& text, Rules rules, const std::function<QByteArray(const QString&)>& held)
@@ -92,15 +103,13 @@ Replacement::Replacement(const QString& text, Rules rules, const std::function<Q
     m_fixed = !m_preserveCase && std::ranges::all_of(m_pieces, [](const Piece& piece) { return piece.group < 0; });
 }
 
-QByteArray Replacement::forMatch(const MatchScan& scan) const {
+QByteArray Replacement::forMatch(const MatchScan& scan, LineEndHalves halves) const {
+    const std::string_view match = scan.group(0);
     QByteArray made;
-    for (const Piece& piece : m_pieces) {
-        const std::string_view group = scan.group(piece.group);
-        made += piece.group < 0 ? piece.text : QByteArray(group.data(), static_cast<qsizetype>(group.size()));
-    }
+    for (const Piece& piece : m_pieces)
+        made += piece.group < 0 ? piece.text : groupWith(halves, scan.group(piece.group), match);
     if (!m_preserveCase)
         return made;
-    const std::string_view match = scan.group(0);
     return withCaseOf(QString::fromUtf8(match.data(), static_cast<qsizetype>(match.size())), QString::fromUtf8(made))
         .toUtf8();
 }

@@ -8,6 +8,12 @@
 
 class MatchScan;
 
+/// The other half of a CR LF of which a match has one. It is replaced along with the match.
+struct LineEndHalves {
+    bool cr = false;  ///< in front of the match, which begins with the LF
+    bool lf = false;  ///< behind the match, which ends with the CR
+};
+
 /// The text that replaces a match. For a regular expression it may contain `$1` to `$99`, `${1}` or `\1` to `\9` for
 /// groups of the match, `$0` for the whole match, and `\n`, `\r` and `\t`; `$$` and `\\` stand for `$` and `\`. A group
 /// that did not take part in the match, or does not exist, is empty. Owned by the code that replaces; no errors.
@@ -22,8 +28,9 @@ class Replacement {
 
     /// Whether the replacement is the same for every match.
     bool fixed() const { return m_fixed; }
-    /// Returns the UTF-8 text that replaces the current match of the scan.
-    QByteArray forMatch(const MatchScan& scan) const;
+    /// Returns the UTF-8 text that replaces the current match of the scan along with these halves. A group at an end
+    /// of the match has the half beside it.
+    QByteArray forMatch(const MatchScan& scan, LineEndHalves halves = {}) const;
 
  private:
     struct Piece {

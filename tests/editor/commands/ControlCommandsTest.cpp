@@ -322,6 +322,42 @@ TEST_F(TextControlRepeating, RepeatsTheNextCommandOnceAndAsOneStep) {
     EXPECT_EQ(control.Text(), u"a\nb\nc\nd"_qs);
 }
 
+TEST_F(TextControlRepeating, CutsTheLinesOfAllRepeatsAsOneText) {
+    put("0\n|a\nb\nc\nd");
+    control.setRepeatCount(3);
+    const QSignalSpy put(QGuiApplication::clipboard(), &QClipboard::dataChanged);
+    control.ExecuteCmd(CutLine);
+    EXPECT_EQ(clipboard(), u"a\nb\nc\n"_qs);
+    EXPECT_EQ(put.count(), 1);
+    EXPECT_EQ(shown(), "0\n|d");
+    EXPECT_EQ(control.repeatCount(), 1);
+    control.Undo();
+    EXPECT_EQ(control.Text(), u"0\na\nb\nc\nd"_qs);
+    EXPECT_FALSE(control.CanUndo());
+}
+
+TEST_F(TextControlRepeating, CuttingEndsWithTheText) {
+    put("0\n|a\nb");
+    control.setRepeatCount(TextControl::LargestRepeatCount);
+    control.ExecuteCmd(CutLine);
+    EXPECT_EQ(clipboard(), u"a\nb"_qs);
+    EXPECT_EQ(shown(), "0\n|");
+    control.setRepeatCount(2);
+    control.ExecuteCmd(CutLine);
+    EXPECT_EQ(clipboard(), u"a\nb"_qs) << "nothing was cut";
+    EXPECT_EQ(control.repeatCount(), 1);
+}
+
+TEST_F(TextControlRepeating, CutLinesOfSeveralRangesStayLines) {
+    control.SendScintilla(TextControl::SCI_SETEOLMODE, TextControl::SC_EOL_LF);
+    control.setText(u"0\n1\n2\n3"_qs);
+    select({{6, 6}, {2, 2}});
+    control.setRepeatCount(2);
+    control.ExecuteCmd(CutLine);
+    EXPECT_EQ(clipboard(), u"1\n3\n2\n"_qs);
+    EXPECT_EQ(control.Text(), u"0\n"_qs);
+}
+
 TEST_F(TextControlRepeating, RepeatsATypedKey) {
     put("a|b");
     control.setRepeatCount(4);

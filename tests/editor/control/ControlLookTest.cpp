@@ -308,7 +308,8 @@ TEST_F(TextControlCarets, NoCommandEditsOrStandsOutsideARectangle) {
     for (const int steps : {0, 1, 3}) {
         for (const bool typed : {false, true}) {
             for (const Command::Info& row : Command::all()) {
-                if (row.kind != Command::Kind::Keyed && row.kind != Command::Kind::Edits)
+                if (row.kind != Command::Kind::Keyed && row.kind != Command::Kind::Edits &&
+                    row.kind != Command::Kind::EditsOnce)
                     continue;
                 put(before.join(u'\n'), 6);
                 key(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);

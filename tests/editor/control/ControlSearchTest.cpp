@@ -631,6 +631,24 @@ TEST_F(ReplaceAll, MakesLineEndsOfTheReplacementThoseOfTheText) {
         {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "\\n", "\\n\\n", "a\r\n\r\nb\r\n\r\n"},
         {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "\\r", ",\\n", "a,\r\nb,\r\n"},
         {TextControl::SC_EOL_CRLF, "a\r\nb", "a\\r", "\\n", "\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "\\n", "-\\n", "a-\r\nb-\r\n"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\n", "-\\n", "a-\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\n", "", "ab"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\r", "", "ab"},
+        {TextControl::SC_EOL_CRLF, "a\r\n\r\nb", "\\n", "", "ab"},
+        {TextControl::SC_EOL_CRLF, "\r\n", "\\n", "x", "x"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\nc", "\\nb\\r", ";", "a;c"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "(\\n)", "$1x", "a\r\nxb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "(\\n)", "x$1", "ax\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "(\\r)", "x$1", "ax\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "(a)(\\r)", "$2$1", "\r\nab"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\nc", "\\nb\\r", "\\n", "a\r\nc"},
+        // Each half is a match of its own.
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\r|\\n", "\\n", "a\r\n\r\nb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\r|\\n", "", "ab"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "\\r|\\n", "x", "axxb"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb\r\n", "([\\r\\n])", "$1", "a\r\nb\r\n"},
+        {TextControl::SC_EOL_CRLF, "a\r\nb", "(\\r)|\\n", "$1x", "a\rxxb"},
     };
     for (const Row& row : rows) {
         for (const bool all : {true, false}) {
@@ -647,6 +665,42 @@ TEST_F(ReplaceAll, MakesLineEndsOfTheReplacementThoseOfTheText) {
             }
         }
     }
+}
+
+TEST_F(ReplaceAll, LeavesBookmarksOnTheLinesBehindALineEndOfWhichTheMatchHasHalf) {
+    control.SendScintilla(TextControl::SCI_SETEOLMODE, TextControl::SC_EOL_CRLF);
+    hold("a\r\nb\r\nc", "\\n", Expression);
+    control.bookmarks().setBookmarkAt(2, true);
+    replaceBy("\\n\\t");
+    EXPECT_EQ(control.replacing().replaceAll(), 2);
+    EXPECT_EQ(control.Text(), u"a\r\n\tb\r\n\tc"_qs);
+    EXPECT_TRUE(control.bookmarks().BookmarkAt(2));
+    EXPECT_FALSE(control.bookmarks().BookmarkAt(1));
+}
+
+TEST_F(ReplaceAll, CountsALineEndOfWhichTheMatchHasHalfOnce) {
+    control.SendScintilla(TextControl::SCI_SETEOLMODE, TextControl::SC_EOL_CRLF);
+    hold("a\r\nb\r\nc", "\\n", Expression);
+    replaceBy("-\\n");
+    EXPECT_EQ(control.search().countMatches(), 2);
+    EXPECT_EQ(control.replacing().replaceAll(), 2);
+    EXPECT_EQ(control.Text(), u"a-\r\nb-\r\nc"_qs);
+    control.Undo();
+    EXPECT_EQ(control.Text(), u"a\r\nb\r\nc"_qs);
+    EXPECT_EQ(control.replacing().replaceAllIn({0, 4}), 1);
+    EXPECT_EQ(control.Text(), u"a-\r\nb\r\nc"_qs);
+}
+
+TEST_F(ReplaceNext, ReplacesTheWholeLineEndOfWhichTheMatchHasHalf) {
+    control.SendScintilla(TextControl::SCI_SETEOLMODE, TextControl::SC_EOL_CRLF);
+    hold("a\r\nb\r\nc", "\\n", Expression);
+    replaceBy("-\\n");
+    control.setSelection(0, 0);
+    EXPECT_EQ(control.search().findNext(), SearchOutcome::Found);
+    EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Found);
+    EXPECT_EQ(control.Text(), u"a-\r\nb\r\nc"_qs);
+    control.replacing().replaceSelectedMatch();
+    EXPECT_EQ(control.Text(), u"a-\r\nb-\r\nc"_qs);
 }
 
 TEST_F(FindHistoryOfControls, HasTheNewestInFront) {
