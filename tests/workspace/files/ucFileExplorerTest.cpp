@@ -486,6 +486,36 @@ TEST_F(FileExplorer, AFilterShowsWhatMatchesAndIsChecked) {
     EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
 }
 
+TEST_F(FileExplorer, ACancelledFilterBoxLeavesTheFilterAndAnEmptyAnswerClearsIt) {
+    makeFile(u"a.txt"_qs);
+    makeFile(u"b.c"_qs);
+    gotoRoot();
+    m_prompts.cancelText();
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column().size(), 2);
+    EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+    m_prompts.answerText(u"*.c"_qs);
+    choose("File", "mnuSetFilter");
+    m_prompts.cancelText();
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column(), QStringList(u"b.c"_qs));
+    EXPECT_TRUE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+    m_prompts.answerText({});
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column().size(), 2);
+    EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+}
+
+TEST_F(FileExplorer, ACancelledRenameLeavesTheFile) {
+    makeFile(u"a"_qs);
+    gotoRoot();
+    select({u"a"_qs});
+    m_prompts.cancelText();
+    choose("File", "mnuRenameFile");
+    EXPECT_EQ(column(), QStringList(u"a"_qs));
+    EXPECT_EQ(m_prompts.messages, QStringList());
+}
+
 TEST_F(FileExplorer, TheModifiedDateIsShownAndHiddenByBothMenus) {
     makeFile(u"a"_qs);
     gotoRoot();
