@@ -193,6 +193,32 @@ TEST_F(FileExplorer, AVolumeThatHasGoneSaysSoAndTheListStays) {
     EXPECT_EQ(column(), QStringList(u"top"_qs));
 }
 
+TEST_F(FileExplorer, GoingToAVolumeThatHasGoneSaysSoOnceAndTheListStays) {
+    makeFile(u"top"_qs);
+    const QString stick = makeFolder(u"stick"_qs);
+    m_disk->volumeList.volumes.append({stick, false});
+    gotoRoot();
+    ASSERT_TRUE(QDir().rmdir(stick));
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    m_explorer->GotoPath(u"FOLDER"_qs + stick + u"/folder"_qs);
+    EXPECT_EQ(m_prompts.messages, QStringList(2, u"Drive is not ready"_qs));
+    EXPECT_EQ(m_explorer->selectedKey(), u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(column(), QStringList(u"top"_qs));
+}
+
+TEST_F(FileExplorer, AVolumeThatGoesAfterItWasReadSaysSoOnceToo) {
+    makeFile(u"top"_qs);
+    const QString stick = makeFolder(u"stick"_qs);
+    m_disk->volumeList.volumes.append({stick, false});
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    gotoRoot();
+    ASSERT_TRUE(QDir().rmdir(stick));
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(column(), QStringList(u"top"_qs));
+}
+
 TEST_F(FileExplorer, TheSelectedFolderIsStoredOnlyWhereTheSettingsWantThat) {
     makeFolder(u"a"_qs);
     gotoRoot();
