@@ -70,6 +70,16 @@ void FileListView::keyPressEvent(QKeyEvent* event) {
     Q_EMIT(this->*row->requested)();
 }
 
+/// The base class makes the first row the current one without selecting it, but the keys act on selected rows. A press
+/// of the mouse selects by itself, and a closed menu changes nothing.
+void FileListView::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::PopupFocusReason)
+        return;
+    if (currentIndex().isValid() && !selectionModel()->hasSelection())
+        selectionModel()->select(currentIndex(), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+}
+
 void FileListView::startDrag(Qt::DropActions supportedActions) {
     const QPointer<FileListView> self(this);
     Q_EMIT dragStarted();

@@ -7,6 +7,7 @@
 #include "workspace/files/ucFileExplorer.h"
 #include "workspace/host/WorkspaceHost.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QMenu>
 #include <QSignalSpy>
@@ -293,6 +294,44 @@ TEST_F(FileExplorer, ADoubleClickAndEnterOpen) {
     EXPECT_EQ(opened.count(), 3);
     QTest::keyClick(m_list, Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(opened.count(), 3);
+}
+
+TEST_F(FileExplorer, TheRowThatTheFocusComesToIsSelected) {
+    makeFile(u"a"_qs);
+    makeFile(u"b"_qs);
+    m_explorer->resize(300, 400);
+    m_explorer->show();
+    m_explorer->activateWindow();
+    gotoRoot();
+    ASSERT_TRUE(m_tree->hasFocus());
+    QTest::keyClick(m_tree, Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(m_list->hasFocus());
+    const QSignalSpy opened(m_explorer.get(), &ucFileExplorer::openFile);
+    QTest::keyClick(m_list, Qt::Key_Return);
+    ASSERT_EQ(opened.count(), 1);
+    EXPECT_EQ(opened.first().first().toString(), in(u"a"_qs));
+    QTest::keyClick(m_list, Qt::Key_Down);
+    EXPECT_EQ(m_list->selectionModel()->selectedRows(), QModelIndexList{m_list->model()->index(1, 0)});
+}
+
+TEST_F(FileExplorer, TheFocusLeavesASelectionAndAnEmptyListAsTheyAre) {
+    m_explorer->show();
+    m_explorer->activateWindow();
+    gotoRoot();
+    m_list->setFocus(Qt::TabFocusReason);
+    EXPECT_FALSE(m_list->selectionModel()->hasSelection());
+    makeFile(u"a"_qs);
+    makeFile(u"b"_qs);
+    gotoRoot();
+    select({u"b"_qs});
+    m_list->selectionModel()->setCurrentIndex(m_list->model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    m_list->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(m_list->selectionModel()->selectedRows(), QModelIndexList{m_list->model()->index(1, 0)});
+    m_list->clearSelection();
+    m_tree->setFocus();
+    m_list->setFocus(Qt::MouseFocusReason);
+    EXPECT_FALSE(m_list->selectionModel()->hasSelection());
 }
 
 TEST_F(FileExplorer, WithoutASelectionNothingIsOpenedDeletedOrRenamed) {
