@@ -25,4 +25,7 @@ class FileListView : public QTreeView {
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void startDrag(Qt::DropActions supportedActions) override;
+
+ private:
+    void requestMenuAtCurrentRow();
 };

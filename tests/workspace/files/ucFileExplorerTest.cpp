@@ -8,8 +8,10 @@
 #include "workspace/host/WorkspaceHost.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTest>
@@ -161,6 +163,32 @@ TEST_F(FileExplorer, TheListMenuHasItsEntriesInOrder) {
                            u"mnuMyDocuments=My Documents"_qs}));
     EXPECT_EQ(namesOf(*menu("mnuFileFiltering")),
               QStringList({u"mnuSetFilter=Set Filter"_qs, u"mnuClearFilter=Clear Filter"_qs}));
+}
+
+TEST_F(FileExplorer, TheMenuKeyOpensTheListMenuAtTheCurrentRow) {
+    for (int n = 100; n < 200; ++n)
+        makeFile(QString::number(n));
+    m_explorer->resize(300, 400);
+    m_explorer->show();
+    gotoRoot();
+    QSignalSpy asked(m_list, &QWidget::customContextMenuRequested);
+    const auto pressMenuKey = [&] {
+        const QPoint middle = m_list->rect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, m_list->mapToGlobal(middle));
+        QCoreApplication::sendEvent(m_list, &event);
+        EXPECT_TRUE(menu("File")->isVisible());
+        menu("File")->hide();
+        return asked.takeFirst().first().toPoint();
+    };
+    EXPECT_EQ(pressMenuKey(), QPoint(0, 0));
+    for (const QString& name : {u"101"_qs, u"199"_qs}) {
+        select({name});
+        m_list->verticalScrollBar()->setValue(0);
+        const QPoint place = pressMenuKey();
+        EXPECT_EQ(place, m_list->visualRect(m_list->currentIndex()).bottomLeft());
+        EXPECT_TRUE(m_list->viewport()->rect().contains(place)) << name.toStdString();
+    }
+    EXPECT_EQ(asked.count(), 0);
 }
 
 TEST_F(FileExplorer, ItIsFilledWhenItIsFirstShown) {
