@@ -33,7 +33,14 @@ struct Mount {
 constexpr std::array NetworkTypes = {
     "nfs",   "nfs4",       "cifs",   "smb3",           "smbfs",      "ncpfs",       "9p",        "afs",
     "ceph",  "glusterfs",  "lustre", "fuse.glusterfs", "fuse.sshfs", "fuse.rclone", "fuse.s3fs", "fuse.curlftpfs",
-    "davfs", "fuse.davfs", "beegfs", "ocfs2",          "gfs2",       "fuse.ceph",   "zfs",
+    "davfs", "fuse.davfs", "beegfs", "ocfs2",          "gfs2",       "fuse.ceph",   "zfs",       "virtiofs",
+};
+
+/// They hold the kernel's or a service's own state, wherever they are mounted.
+constexpr std::array PseudoTypes = {
+    "autofs",   "binfmt_misc", "bpf",         "cgroup",     "cgroup2",    "configfs",  "debugfs", "devpts",
+    "devtmpfs", "efivarfs",    "fuse.portal", "fusectl",    "hugetlbfs",  "mqueue",    "nfsd",    "nsfs",
+    "proc",     "pstore",      "resctrl",     "rpc_pipefs", "securityfs", "selinuxfs", "sysfs",   "tracefs",
 };
 
 constexpr std::array PlacesOfOthers = {"/media/", "/run/media/", "/mnt/"};
@@ -42,6 +49,11 @@ constexpr std::array PlacesOfRemovables = {"/media/", "/run/media/"};
 template <size_t Count>
 bool isIn(const QByteArray& place, const std::array<const char*, Count>& folders) {
     return std::ranges::any_of(folders, [&](const char* folder) { return place.startsWith(folder); });
+}
+
+template <size_t Count>
+bool isOfType(const Mount& mount, const std::array<const char*, Count>& types) {
+    return std::ranges::any_of(types, [&](const char* type) { return mount.type == type; });
 }
 
 /// The table writes blanks and the like as "\" and three octal digits.
@@ -72,9 +84,11 @@ bool isPackedProgram(const Mount& mount) {
 Kind kindOf(const Mount& mount) {
     if (mount.place == "/")
         return Kind::Root;
+    if (isOfType(mount, PseudoTypes))
+        return Kind::None;
     if (mount.device.startsWith("/dev/") && mount.device != "/dev/fuse")
         return isPackedProgram(mount) ? Kind::None : Kind::BlockDevice;
-    if (std::ranges::any_of(NetworkTypes, [&](const char* type) { return mount.type == type; }))
+    if (isOfType(mount, NetworkTypes))
         return Kind::Network;
     return isIn(mount.place, PlacesOfOthers) ? Kind::Other : Kind::None;
 }

@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 class QWidget;
 
 /// The parameters of a file dialog.
@@ -41,6 +43,7 @@ class Prompts {
     /// Path to save to; empty when cancelled. The dialog does not ask about overwriting; the caller must.
     virtual QString askFileToSave(QWidget* parent, const FileQuestion& question) = 0;
 
-    /// A box with one line of text to edit. Returns the text as it stands; empty when cancelled.
-    virtual QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) = 0;
+    /// A box with one line of text to edit. Returns the text as it stands; nothing when cancelled.
+    virtual std::optional<QString> askText(QWidget* parent, const QString& title, const QString& prompt,
+                                           const QString& initial) = 0;
 };

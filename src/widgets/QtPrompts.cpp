@@ -137,10 +137,11 @@ QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) 
     return file;
 }
 
-QString QtPrompts::askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) {
+std::optional<QString> QtPrompts::askText(QWidget* parent, const QString& title, const QString& prompt,
+                                          const QString& initial) {
     QInputDialog dialog(windowOf(parent));
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);
     dialog.setTextValue(initial);
-    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : QString();
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
 }

@@ -11,7 +11,8 @@ class QtPrompts : public Prompts {
                   const QString& informativeText = {}) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;
     QString askFileToSave(QWidget* parent, const FileQuestion& question) override;
-    QString askText(QWidget* parent, const QString& title, const QString& prompt, const QString& initial) override;
+    std::optional<QString> askText(QWidget* parent, const QString& title, const QString& prompt,
+                                   const QString& initial) override;
 
  private:
     QString m_lastFolder;

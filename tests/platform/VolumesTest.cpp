@@ -32,6 +32,20 @@ TEST(Volumes, FileSystemsOfTheKernelAreNoVolumes) {
               QStringList());
 }
 
+TEST(Volumes, FileSystemsOfTheKernelAreNoVolumesBelowThePlacesOfSticksEither) {
+    EXPECT_EQ(placesIn("proc /mnt/root/proc proc rw 0 0\nsysfs /mnt/root/sys sysfs rw 0 0\n"
+                       "udev /mnt/root/dev devtmpfs rw 0 0\ndevpts /mnt/root/dev/pts devpts rw 0 0\n"
+                       "/dev/none /media/u/proc proc rw 0 0\ncgroup2 /run/media/u/x cgroup2 rw 0 0\n"
+                       "/dev/sdb1 /mnt/root ext4 rw 0 0\ntmpfs /mnt/root/tmp tmpfs rw 0 0\n"),
+              QStringList({u"fixed /mnt/root"_qs, u"other /mnt/root/tmp"_qs}));
+    EXPECT_EQ(placesIn("/dev/sdb1 /mnt/a ext4 rw 0 0\nproc /mnt/a proc rw 0 0\n"), QStringList());
+}
+
+TEST(Volumes, AFolderOfTheHostOfAVirtualMachineIsLikeANetwork) {
+    EXPECT_EQ(placesIn("share /srv/share virtiofs rw 0 0\nshare9 /srv/nine 9p rw 0 0\n"),
+              QStringList({u"other /srv/nine"_qs, u"other /srv/share"_qs}));
+}
+
 TEST(Volumes, WhateverIsMountedWhereStickAreMountedCounts) {
     EXPECT_EQ(placesIn("/dev/sdc1 /media/u/STICK vfat rw 0 0\nx /run/media/u/phone fuse.jmtpfs rw 0 0\n"
                        "u@host: /mnt/host fuse.sshfs rw 0 0\n/dev/sdd1 /mnt/disk ext4 rw 0 0\n"),

@@ -9,6 +9,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -29,8 +30,8 @@ class ScriptedPrompts : public Prompts {
     /// An empty path means that the save dialog is cancelled.
     void answerSavePath(const QString& path) { m_answers.emplace_back(path); }
 
-    /// An empty text means that the box is cancelled.
     void answerText(const QString& text) { m_answers.emplace_back(TypedText{text}); }
+    void cancelText() { m_answers.emplace_back(TypedText{}); }
 
     /// Runs once, during the next message or question.
     void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
@@ -68,7 +69,8 @@ class ScriptedPrompts : public Prompts {
         return next<QString>(question.title);
     }
 
-    QString askText(QWidget*, const QString& title, const QString& prompt, const QString& initial) override {
+    std::optional<QString> askText(QWidget*, const QString& title, const QString& prompt,
+                                   const QString& initial) override {
         textBoxes.append(QStringList{title, prompt, initial}.join(u'\t'));
         runAction();
         return next<TypedText>(prompt).text;
@@ -76,7 +78,7 @@ class ScriptedPrompts : public Prompts {
 
  private:
     struct TypedText {
-        QString text;
+        std::optional<QString> text;  ///< nothing: cancelled
     };
 
     template <typename Answer>

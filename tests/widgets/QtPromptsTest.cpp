@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -19,6 +20,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -66,6 +68,21 @@ TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {
         box.button(QMessageBox::Yes)->click();
     });
     EXPECT_TRUE(prompts.askYesNo(part, u"text"_qs, QString()));
+}
+
+TEST(QtPrompts, AnEmptyTextIsAnAnswerAndACancelledBoxIsNone) {
+    QtPrompts prompts;
+    const auto answerAfter = [&](const QString& typed, Qt::Key end) {
+        whenShown<QInputDialog>([=](QInputDialog& box) {
+            EXPECT_EQ(box.textValue(), u"before"_qs);
+            box.setTextValue(typed);
+            QTest::keyClick(&box, end);
+        });
+        return prompts.askText(nullptr, u"Title"_qs, u"Prompt:"_qs, u"before"_qs);
+    };
+    EXPECT_EQ(answerAfter(u" typed "_qs, Qt::Key_Return), u" typed "_qs);
+    EXPECT_EQ(answerAfter({}, Qt::Key_Return), QString());
+    EXPECT_EQ(answerAfter(u"typed"_qs, Qt::Key_Escape), std::nullopt);
 }
 
 TEST(QtPrompts, AMessageOfAHundredThousandCharactersIsCutInTheMiddle) {

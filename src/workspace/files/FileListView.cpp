@@ -1,5 +1,6 @@
 #include "workspace/files/FileListView.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPointer>
@@ -57,7 +58,23 @@ bool FileListView::event(QEvent* event) {
         event->accept();
         return true;
     }
+    if (event->type() == QEvent::ContextMenu) {
+        const auto* asked = static_cast<QContextMenuEvent*>(event);
+        if (asked->reason() == QContextMenuEvent::Keyboard) {
+            event->accept();
+            requestMenuAtCurrentRow();
+            return true;
+        }
+    }
     return QTreeView::event(event);
+}
+
+/// Without a current row the menu opens at the top of the list.
+void FileListView::requestMenuAtCurrentRow() {
+    const QModelIndex row = currentIndex().siblingAtColumn(0);
+    if (row.isValid())
+        scrollTo(row);
+    Q_EMIT customContextMenuRequested(row.isValid() ? visualRect(row).bottomLeft() : QPoint());
 }
 
 void FileListView::keyPressEvent(QKeyEvent* event) {
@@ -68,6 +85,16 @@ void FileListView::keyPressEvent(QKeyEvent* event) {
     }
     event->accept();
     Q_EMIT(this->*row->requested)();
+}
+
+/// The base class makes the first row the current one without selecting it, but the keys act on selected rows. A press
+/// of the mouse selects by itself, and a closed menu changes nothing.
+void FileListView::focusInEvent(QFocusEvent* event) {
+    QTreeView::focusInEvent(event);
+    if (event->reason() == Qt::MouseFocusReason || event->reason() == Qt::PopupFocusReason)
+        return;
+    if (currentIndex().isValid() && !selectionModel()->hasSelection())
+        selectionModel()->select(currentIndex(), QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
 void FileListView::startDrag(Qt::DropActions supportedActions) {

@@ -23,5 +23,9 @@ class FileListView : public QTreeView {
  protected:
     bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void startDrag(Qt::DropActions supportedActions) override;
+
+ private:
+    void requestMenuAtCurrentRow();
 };

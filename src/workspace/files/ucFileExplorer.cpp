@@ -143,7 +143,9 @@ void ucFileExplorer::GotoPath(const QString& pKey) {
     const QPointer<ucFileExplorer> self(this);
     if (!m_tree->GotoPath(pKey) || !self)
         return;
-    fillList(m_tree->selected());
+    // A node that could not be opened has been reported already.
+    if (m_tree->model().isRead(m_tree->selected()))
+        fillList(m_tree->selected());
     if (self)
         m_treeView->setFocus();
 }

@@ -127,7 +127,8 @@ void ucFileExplorer::renameFile() {
         return;
     const QString name = FileNameOf(path);
     const QPointer<ucFileExplorer> self(this);
-    const QString newName = m_services.prompts.askText(this, u"Rename"_qs, u"Enter the new name:"_qs, name).trimmed();
+    const QString newName =
+        m_services.prompts.askText(this, u"Rename"_qs, u"Enter the new name:"_qs, name).value_or(QString()).trimmed();
     if (!self || newName.isEmpty() || newName == name)
         return;
     const auto error = run([=](const std::atomic<bool>&) { return FileOperations::rename(path, newName); });

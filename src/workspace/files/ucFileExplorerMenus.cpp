@@ -209,10 +209,15 @@ void ucFileExplorer::flipModifiedDate() {
 
 void ucFileExplorer::setFilter() {
     const QPointer<ucFileExplorer> self(this);
-    const QString answer =
-        m_services.prompts.askText(this, u"File Filtering"_qs, u"Enter Filter:"_qs, m_filter).trimmed();
-    if (self)
-        applyFilter(answer);
+    const std::optional<QString> answer =
+        m_services.prompts.askText(this, u"File Filtering"_qs, u"Enter Filter:"_qs, m_filter);
+    if (!self)
+        return;
+    if (!answer) {
+        followState();
+        return;
+    }
+    applyFilter(answer->trimmed());
 }
 
 void ucFileExplorer::clearFilter() {

@@ -8,6 +8,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QIcon>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -200,6 +201,58 @@ TEST_F(FolderTreeOf, LetterCaseOfAPathCounts) {
     makeFolder(u"a"_qs);
     EXPECT_TRUE(m_tree->GotoPath(u"FOLDER"_qs + in(u"A"_qs)));
     EXPECT_EQ(m_tree->selectedKey(), u"REMOVABLE"_qs + root());
+}
+
+TEST_F(FolderTreeOf, TheNameOfADeepFolderIsScrolledIntoTheView) {
+    makeRootAVolume();
+    const QString deep = QStringList(20, u"in"_qs).join(u'/') + u"/the deepest"_qs;
+    makeFolder(deep);
+    m_view.resize(200, 300);
+    m_view.show();
+    const auto isNameInView = [&](const QModelIndex& index) {
+        const QRect row = m_view.visualRect(index);
+        const int end = row.left() + m_view.sizeHintForIndex(index).width();
+        return row.left() >= 0 && end <= m_view.viewport()->width() &&
+               m_view.viewport()->rect().contains(0, row.center().y());
+    };
+    ASSERT_TRUE(m_tree->GotoPath(u"FOLDER"_qs + in(deep)));
+    EXPECT_TRUE(isNameInView(m_tree->selected()));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isNameInView(m_tree->selected()));
+    EXPECT_TRUE(m_view.horizontalScrollBar()->isVisible());
+    QTest::keyClick(&m_view, Qt::Key_Up);
+    EXPECT_TRUE(isNameInView(m_tree->selected()));
+    QTest::keyClick(&m_view, Qt::Key_Home);
+    EXPECT_EQ(m_view.horizontalScrollBar()->value(), 0);
+    EXPECT_GE(m_view.visualRect(m_tree->selected()).left(), 0);
+}
+
+TEST_F(FolderTreeOf, ANameThatIsWiderThanTheViewIsShownFromItsStart) {
+    makeRootAVolume();
+    const QString name(200, u'w');
+    makeFolder(u"a/"_qs + name);
+    m_view.resize(200, 300);
+    m_view.show();
+    ASSERT_TRUE(m_tree->GotoPath(u"FOLDER"_qs + in(u"a/"_qs + name)));
+    QCoreApplication::processEvents();
+    const QRect row = m_view.visualRect(m_tree->selected());
+    EXPECT_GE(row.left(), 0);
+    EXPECT_LT(row.left(), m_view.viewport()->width() / 2);
+    EXPECT_GE(row.width(), m_view.sizeHintForIndex(m_tree->selected()).width());
+}
+
+TEST_F(FolderTreeOf, RowsOfShortNamesReachToTheEdgeOfTheView) {
+    m_disk->volumeList.volumes = {{u"/"_qs, true}};
+    m_view.resize(400, 300);
+    m_view.show();
+    m_tree->RefreshView();
+    for (const int width : {400, 250, 500}) {
+        m_view.resize(width, 300);
+        QCoreApplication::processEvents();
+        const int middle = m_view.visualRect(model().index(0, 0)).center().y();
+        EXPECT_TRUE(m_view.indexAt({m_view.viewport()->width() - 1, middle}).isValid()) << width;
+        EXPECT_EQ(m_view.horizontalScrollBar()->maximum(), 0) << width;
+    }
 }
 
 TEST_F(FolderTreeOf, AKeyWhoseVolumeIsNotThereIsTold) {

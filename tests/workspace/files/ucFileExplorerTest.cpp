@@ -7,8 +7,11 @@
 #include "workspace/files/ucFileExplorer.h"
 #include "workspace/host/WorkspaceHost.h"
 
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QSplitter>
 #include <QTest>
@@ -162,6 +165,32 @@ TEST_F(FileExplorer, TheListMenuHasItsEntriesInOrder) {
               QStringList({u"mnuSetFilter=Set Filter"_qs, u"mnuClearFilter=Clear Filter"_qs}));
 }
 
+TEST_F(FileExplorer, TheMenuKeyOpensTheListMenuAtTheCurrentRow) {
+    for (int n = 100; n < 200; ++n)
+        makeFile(QString::number(n));
+    m_explorer->resize(300, 400);
+    m_explorer->show();
+    gotoRoot();
+    QSignalSpy asked(m_list, &QWidget::customContextMenuRequested);
+    const auto pressMenuKey = [&] {
+        const QPoint middle = m_list->rect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, m_list->mapToGlobal(middle));
+        QCoreApplication::sendEvent(m_list, &event);
+        EXPECT_TRUE(menu("File")->isVisible());
+        menu("File")->hide();
+        return asked.takeFirst().first().toPoint();
+    };
+    EXPECT_EQ(pressMenuKey(), QPoint(0, 0));
+    for (const QString& name : {u"101"_qs, u"199"_qs}) {
+        select({name});
+        m_list->verticalScrollBar()->setValue(0);
+        const QPoint place = pressMenuKey();
+        EXPECT_EQ(place, m_list->visualRect(m_list->currentIndex()).bottomLeft());
+        EXPECT_TRUE(m_list->viewport()->rect().contains(place)) << name.toStdString();
+    }
+    EXPECT_EQ(asked.count(), 0);
+}
+
 TEST_F(FileExplorer, ItIsFilledWhenItIsFirstShown) {
     EXPECT_EQ(m_tree->model()->rowCount(), 0);
     m_explorer->show();
@@ -190,6 +219,32 @@ TEST_F(FileExplorer, AVolumeThatHasGoneSaysSoAndTheListStays) {
     m_tree->setCurrentIndex(node(u"REMOVABLE"_qs + stick));
     EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
     EXPECT_EQ(m_prompts.titles, QStringList(u"Tesmo Explorer"_qs));
+    EXPECT_EQ(column(), QStringList(u"top"_qs));
+}
+
+TEST_F(FileExplorer, GoingToAVolumeThatHasGoneSaysSoOnceAndTheListStays) {
+    makeFile(u"top"_qs);
+    const QString stick = makeFolder(u"stick"_qs);
+    m_disk->volumeList.volumes.append({stick, false});
+    gotoRoot();
+    ASSERT_TRUE(QDir().rmdir(stick));
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    m_explorer->GotoPath(u"FOLDER"_qs + stick + u"/folder"_qs);
+    EXPECT_EQ(m_prompts.messages, QStringList(2, u"Drive is not ready"_qs));
+    EXPECT_EQ(m_explorer->selectedKey(), u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(column(), QStringList(u"top"_qs));
+}
+
+TEST_F(FileExplorer, AVolumeThatGoesAfterItWasReadSaysSoOnceToo) {
+    makeFile(u"top"_qs);
+    const QString stick = makeFolder(u"stick"_qs);
+    m_disk->volumeList.volumes.append({stick, false});
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    gotoRoot();
+    ASSERT_TRUE(QDir().rmdir(stick));
+    m_explorer->GotoPath(u"REMOVABLE"_qs + stick);
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
     EXPECT_EQ(column(), QStringList(u"top"_qs));
 }
 
@@ -267,6 +322,44 @@ TEST_F(FileExplorer, ADoubleClickAndEnterOpen) {
     EXPECT_EQ(opened.count(), 3);
     QTest::keyClick(m_list, Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(opened.count(), 3);
+}
+
+TEST_F(FileExplorer, TheRowThatTheFocusComesToIsSelected) {
+    makeFile(u"a"_qs);
+    makeFile(u"b"_qs);
+    m_explorer->resize(300, 400);
+    m_explorer->show();
+    m_explorer->activateWindow();
+    gotoRoot();
+    ASSERT_TRUE(m_tree->hasFocus());
+    QTest::keyClick(m_tree, Qt::Key_Tab);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    ASSERT_TRUE(m_list->hasFocus());
+    const QSignalSpy opened(m_explorer.get(), &ucFileExplorer::openFile);
+    QTest::keyClick(m_list, Qt::Key_Return);
+    ASSERT_EQ(opened.count(), 1);
+    EXPECT_EQ(opened.first().first().toString(), in(u"a"_qs));
+    QTest::keyClick(m_list, Qt::Key_Down);
+    EXPECT_EQ(m_list->selectionModel()->selectedRows(), QModelIndexList{m_list->model()->index(1, 0)});
+}
+
+TEST_F(FileExplorer, TheFocusLeavesASelectionAndAnEmptyListAsTheyAre) {
+    m_explorer->show();
+    m_explorer->activateWindow();
+    gotoRoot();
+    m_list->setFocus(Qt::TabFocusReason);
+    EXPECT_FALSE(m_list->selectionModel()->hasSelection());
+    makeFile(u"a"_qs);
+    makeFile(u"b"_qs);
+    gotoRoot();
+    select({u"b"_qs});
+    m_list->selectionModel()->setCurrentIndex(m_list->model()->index(0, 0), QItemSelectionModel::NoUpdate);
+    m_list->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(m_list->selectionModel()->selectedRows(), QModelIndexList{m_list->model()->index(1, 0)});
+    m_list->clearSelection();
+    m_tree->setFocus();
+    m_list->setFocus(Qt::MouseFocusReason);
+    EXPECT_FALSE(m_list->selectionModel()->hasSelection());
 }
 
 TEST_F(FileExplorer, WithoutASelectionNothingIsOpenedDeletedOrRenamed) {
@@ -484,6 +577,36 @@ TEST_F(FileExplorer, AFilterShowsWhatMatchesAndIsChecked) {
     choose("File", "mnuClearFilter");
     EXPECT_EQ(column().size(), 2);
     EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+}
+
+TEST_F(FileExplorer, ACancelledFilterBoxLeavesTheFilterAndAnEmptyAnswerClearsIt) {
+    makeFile(u"a.txt"_qs);
+    makeFile(u"b.c"_qs);
+    gotoRoot();
+    m_prompts.cancelText();
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column().size(), 2);
+    EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+    m_prompts.answerText(u"*.c"_qs);
+    choose("File", "mnuSetFilter");
+    m_prompts.cancelText();
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column(), QStringList(u"b.c"_qs));
+    EXPECT_TRUE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+    m_prompts.answerText({});
+    choose("File", "mnuSetFilter");
+    EXPECT_EQ(column().size(), 2);
+    EXPECT_FALSE(entry("File", u"mnuSetFilter"_qs)->isChecked());
+}
+
+TEST_F(FileExplorer, ACancelledRenameLeavesTheFile) {
+    makeFile(u"a"_qs);
+    gotoRoot();
+    select({u"a"_qs});
+    m_prompts.cancelText();
+    choose("File", "mnuRenameFile");
+    EXPECT_EQ(column(), QStringList(u"a"_qs));
+    EXPECT_EQ(m_prompts.messages, QStringList());
 }
 
 TEST_F(FileExplorer, TheModifiedDateIsShownAndHiddenByBothMenus) {
