@@ -104,7 +104,7 @@ TEST_F(TheProjectList, WhatIsMissingIsDimmedAndStays) {
     project.AddProjectItem(u"/nowhere/a"_qs, u"FILE"_qs);
     project.AddProjectItem(u"FOLDER/nowhere/b"_qs, u"FOLDER"_qs);
     for (int number : {0, 1}) {
-        EXPECT_TRUE(row(number).data(Qt::ForegroundRole).isValid());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return row(number).data(Qt::ForegroundRole).isValid(); }));
         EXPECT_FALSE(row(number).data(Qt::DecorationRole).value<QIcon>().isNull());
     }
     EXPECT_EQ(project.PjtItemCount(), 2);
