@@ -190,7 +190,7 @@ int ucExplorer::PjtItemCount() const {
 QStringList ucExplorer::SaveItem(bool pIsProject) const {
     QStringList lines;
     if (pIsProject) {
-        lines << u"<<PROJECT FILE>>"_qs;
+        lines << ProjectFile::marker(ProjectFile::Section::ProjectItems);
         for (int item = 1; item <= PjtItemCount(); ++item) {
             QString name;
             QString type;
@@ -199,8 +199,9 @@ QStringList ucExplorer::SaveItem(bool pIsProject) const {
                 lines << *line;
         }
     }
-    lines << u"<<EXPLORER>>"_qs << m_files.selectedKey();
-    lines << u"<<TAB POSITION>>"_qs << m_area.places().positionLine();
+    const QString key = m_files.selectedKey();
+    lines << ProjectFile::marker(ProjectFile::Section::Explorer) << (ProjectFile::standsInALine(key) ? key : QString());
+    lines << ProjectFile::marker(ProjectFile::Section::TabPosition) << m_area.places().positionLine();
     return lines;
 }
 
