@@ -23,7 +23,7 @@ ExplorerBand& BandArea::addBand(const QIcon& picture, const QString& title) {
     m_bands.append(band);
     BandTitle& bar = band->title();
     bar.setText(title, {});
-    connect(&bar, &BandTitle::openWanted, this, [this, tab] { Q_EMIT openWanted(tab); });
+    connect(&bar, &BandTitle::enlargeWanted, this, [this, tab] { Q_EMIT enlargeWanted(tab); });
     connect(&bar, &BandTitle::closeWanted, this, [this, tab] { Q_EMIT closeWanted(tab); });
     connect(&bar, &BandTitle::moveWanted, this,
             [this, tab](int steps) { moveBar(tab, m_places.top(tab) + steps * KeyStep); });

@@ -27,7 +27,7 @@ class BandArea : public QWidget {
 
  Q_SIGNALS:
     // Of the buttons and keys of a title.
-    void openWanted(int tab);
+    void enlargeWanted(int tab);
     void closeWanted(int tab);
 
  protected:

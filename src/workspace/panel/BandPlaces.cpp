@@ -59,19 +59,23 @@ int BandPlaces::nextOpen(int tab) const {
 }
 
 void BandPlaces::OpenTab(int tab) {
-    if (!isTab(tab))
+    if (!isTab(tab) || isOpen(tab))
         return;
     keepShown();
-    const Lengths heights = isOpen(tab) ? titleHeights() : sharedHeights(tab);
+    const Lengths heights = sharedHeights(tab);
     m_open[index(tab)] = true;
     place(tab, heights);
     fit();
 }
 
-BandPlaces::Lengths BandPlaces::titleHeights() const {
+void BandPlaces::enlarge(int tab) {
+    if (!isOpen(tab))
+        return;
+    keepShown();
     Lengths heights;
     heights.fill(m_titleHeight);
-    return heights;
+    place(tab, heights);
+    fit();
 }
 
 /// The open bands keep their proportions.

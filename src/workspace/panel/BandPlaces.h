@@ -27,8 +27,10 @@ class BandPlaces {
     int previousOpen(int tab) const;
     int nextOpen(int tab) const;
 
-    /// A closed tab gets an equal share of the height. One that is open gets all of it but the titles of the others.
+    /// A closed tab gets an equal share of the height. One that is open stays as it is.
     void OpenTab(int tab);
+    /// An open tab gets all of the height but the titles of the others.
+    void enlarge(int tab);
     /// The next open band moves up to the top of this one.
     void CloseTab(int tab);
     /// Opens every tab, each with a third of the height.
@@ -53,7 +55,6 @@ class BandPlaces {
     static size_t index(int tab) { return static_cast<size_t>(tab); }
     int& kept(int tab) { return m_kept[index(tab)]; }
     Lengths sharedHeights(int opening) const;
-    Lengths titleHeights() const;
     void keepShown();
     void place(int opened, const Lengths& heights);
     void fit();

@@ -90,7 +90,7 @@ QAction* ucExplorer::buttonOf(int tab) const {
 void ucExplorer::connectTabs() {
     WorkspaceHost& host = m_services.host;
     const auto openFile = [&host](const QString& path) { host.openFile(path); };
-    connect(&m_area, &BandArea::openWanted, this, &ucExplorer::OpenTab);
+    connect(&m_area, &BandArea::enlargeWanted, this, &ucExplorer::enlarge);
     connect(&m_area, &BandArea::closeWanted, this, &ucExplorer::CloseTab);
 
     connect(&m_project, &ucProject::openFile, this, openFile);
@@ -128,6 +128,11 @@ bool ucExplorer::isTabOpen(int pTab) const {
 
 void ucExplorer::OpenTab(int pTab) {
     m_area.places().OpenTab(pTab);
+    ResizeBar();
+}
+
+void ucExplorer::enlarge(int tab) {
+    m_area.places().enlarge(tab);
     ResizeBar();
 }
 
