@@ -15,8 +15,11 @@ class BandPlaces {
     static constexpr int TabCount = 3;
     static constexpr int Gap = 20;
 
+    /// Whether the height is the one that is seen, or may be that of a window that is not laid out yet.
+    enum class Room { Real, Assumed };
+
     /// The height of the area and that of one title. Until the first call both are assumed.
-    void setRoom(int areaHeight, int titleHeight);
+    void setRoom(int areaHeight, int titleHeight, Room room = Room::Real);
 
     bool isOpen(int tab) const { return isTab(tab) && m_open[index(tab)]; }
     /// As shown.
@@ -33,7 +36,7 @@ class BandPlaces {
     void enlarge(int tab);
     /// The next open band moves up to the top of this one.
     void CloseTab(int tab);
-    /// Opens every tab, each with a third of the height.
+    /// Opens every tab, each with a third of the height. With an assumed height they are thirds of the next real one.
     void OpenAllTabs();
     void setTop(int tab, int top);
     /// Moves the top of a band, as far as its own title and those of its neighbours stay visible. The first band stays
@@ -57,6 +60,7 @@ class BandPlaces {
     Lengths sharedHeights(int opening) const;
     void keepShown();
     void place(int opened, const Lengths& heights);
+    void placeThirds();
     void fit();
 
     std::array<bool, TabCount> m_open{};
@@ -64,4 +68,6 @@ class BandPlaces {
     Lengths m_shown{};  ///< as far as the height allows
     int m_areaHeight = 9000;
     int m_titleHeight = 360;
+    Room m_room = Room::Assumed;
+    bool m_thirds = false;  ///< of the next real height, unless a band is moved before
 };

@@ -126,6 +126,26 @@ TEST_F(PlacesOfBands, AllTabsShareTheHeightInThirds) {
     EXPECT_EQ(tops(), QList<int>({0, Height / 3, 2 * Height / 3}));
 }
 
+TEST_F(PlacesOfBands, ThirdsOfAnAssumedHeightBecomeThoseOfTheFirstRealOne) {
+    BandPlaces places;
+    places.setRoom(450, Title, BandPlaces::Room::Assumed);
+    places.OpenAllTabs();
+    places.setRoom(600, Title, BandPlaces::Room::Assumed);
+    places.setRoom(Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t3000\tTrue\t6000\t"_qs);
+    places.setRoom(2 * Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t3000\tTrue\t6000\t"_qs);
+}
+
+TEST_F(PlacesOfBands, TopsThatWereSetAfterTheThirdsStay) {
+    BandPlaces places;
+    places.setRoom(450, Title, BandPlaces::Room::Assumed);
+    places.OpenAllTabs();
+    places.RestoreItem(u"True\t0\tTrue\t2000\tTrue\t8000\t"_qs);
+    places.setRoom(Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t2000\tTrue\t8000\t"_qs);
+}
+
 TEST_F(PlacesOfBands, ABarIsDraggedBetweenTheTitlesOfItsNeighbours) {
     m_places.OpenAllTabs();
     m_places.dragTo(1, 4000);

@@ -106,6 +106,15 @@ TEST_F(SidePanelOfThreeTabs, TheResizeButtonOpensAllTabsWithAThirdEach) {
     EXPECT_EQ(tops(), QList<int>({0, height / 3, 2 * height / 3}));
 }
 
+TEST_F(SidePanelOfThreeTabs, TabsOpenedBeforeThePanelIsShownHaveAThirdEachToo) {
+    m_panel->resize(240, 40);
+    m_panel->OpenAllTabs();
+    m_panel->resize(Size);
+    showPanel();
+    const int height = band(0).parentWidget()->height() * 15;
+    EXPECT_EQ(tops(), QList<int>({0, height / 3, 2 * height / 3}));
+}
+
 TEST_F(SidePanelOfThreeTabs, TheCloseButtonAsksTheFrameToHideThePanel) {
     showPanel();
     press(button("close"));
