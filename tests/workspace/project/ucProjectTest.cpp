@@ -164,6 +164,19 @@ TEST_F(TheProjectList, EnterOpensTheRowAndDeleteAsks) {
     EXPECT_EQ(prompts.questions, (QStringList{u"Remove 'a' from project ?"_qs, u"Remove 'a' from project ?"_qs}));
 }
 
+TEST_F(TheProjectList, KeysWithModifiersNeitherOpenNorRemove) {
+    project.AddProjectItem(makeFile(u"a"_qs), u"FILE"_qs);
+    list.setCurrentIndex(row(0));
+    for (const Qt::KeyboardModifier with : {Qt::ControlModifier, Qt::AltModifier, Qt::ShiftModifier}) {
+        for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Return, Qt::Key_Enter})
+            QTest::keyClick(&list, key, with);
+    }
+    EXPECT_EQ(opened.size(), 0);
+    EXPECT_TRUE(prompts.questions.isEmpty());
+    QTest::keyClick(&list, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(opened.size(), 1);
+}
+
 TEST_F(TheProjectList, WithoutARowKeysDoNothing) {
     QTest::keyClick(&list, Qt::Key_Return);
     QTest::keyClick(&list, Qt::Key_Delete);
