@@ -23,7 +23,7 @@ ExplorerBand& BandArea::addBand(const QIcon& picture, const QString& title) {
     m_bands.append(band);
     BandTitle& bar = band->title();
     bar.setText(title, {});
-    connect(&bar, &BandTitle::openWanted, this, [this, tab] { Q_EMIT openWanted(tab); });
+    connect(&bar, &BandTitle::enlargeWanted, this, [this, tab] { Q_EMIT enlargeWanted(tab); });
     connect(&bar, &BandTitle::closeWanted, this, [this, tab] { Q_EMIT closeWanted(tab); });
     connect(&bar, &BandTitle::moveWanted, this,
             [this, tab](int steps) { moveBar(tab, m_places.top(tab) + steps * KeyStep); });
@@ -33,7 +33,9 @@ ExplorerBand& BandArea::addBand(const QIcon& picture, const QString& title) {
 void BandArea::layOut() {
     if (m_bands.isEmpty())
         return;
-    m_places.setRoom(height() * TwipsPerPixel, band(0).titleHeight() * TwipsPerPixel);
+    // Layouts give the area its height when it is shown.
+    const BandPlaces::Room room = isVisible() ? BandPlaces::Room::Real : BandPlaces::Room::Assumed;
+    m_places.setRoom(height() * TwipsPerPixel, band(0).titleHeight() * TwipsPerPixel, room);
     for (int tab = 0; tab < m_bands.size(); ++tab) {
         if (m_places.isOpen(tab))
             band(tab).place(m_places.top(tab), m_places.height(tab));
@@ -42,6 +44,10 @@ void BandArea::layOut() {
 }
 
 void BandArea::resizeEvent(QResizeEvent*) {
+    layOut();
+}
+
+void BandArea::showEvent(QShowEvent*) {
     layOut();
 }
 

@@ -27,11 +27,12 @@ class BandArea : public QWidget {
 
  Q_SIGNALS:
     // Of the buttons and keys of a title.
-    void openWanted(int tab);
+    void enlargeWanted(int tab);
     void closeWanted(int tab);
 
  protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -30,9 +30,12 @@ std::optional<int> twipsOf(const QString& field) {
 
 }  // namespace
 
-void BandPlaces::setRoom(int areaHeight, int titleHeight) {
+void BandPlaces::setRoom(int areaHeight, int titleHeight, Room room) {
     m_areaHeight = areaHeight;
     m_titleHeight = titleHeight;
+    m_room = room;
+    if (m_thirds)
+        placeThirds();
     fit();
 }
 
@@ -59,19 +62,23 @@ int BandPlaces::nextOpen(int tab) const {
 }
 
 void BandPlaces::OpenTab(int tab) {
-    if (!isTab(tab))
+    if (!isTab(tab) || isOpen(tab))
         return;
     keepShown();
-    const Lengths heights = isOpen(tab) ? titleHeights() : sharedHeights(tab);
+    const Lengths heights = sharedHeights(tab);
     m_open[index(tab)] = true;
     place(tab, heights);
     fit();
 }
 
-BandPlaces::Lengths BandPlaces::titleHeights() const {
+void BandPlaces::enlarge(int tab) {
+    if (!isOpen(tab))
+        return;
+    keepShown();
     Lengths heights;
     heights.fill(m_titleHeight);
-    return heights;
+    place(tab, heights);
+    fit();
 }
 
 /// The open bands keep their proportions.
@@ -118,15 +125,21 @@ void BandPlaces::CloseTab(int tab) {
 
 void BandPlaces::OpenAllTabs() {
     m_open.fill(true);
+    placeThirds();
+    fit();
+}
+
+void BandPlaces::placeThirds() {
     for (int tab = 0; tab < TabCount; ++tab)
         kept(tab) = tab * m_areaHeight / TabCount;
-    fit();
+    m_thirds = m_room == Room::Assumed;
 }
 
 void BandPlaces::setTop(int tab, int top) {
     if (!isTab(tab))
         return;
     kept(tab) = top;
+    m_thirds = false;
     fit();
 }
 
@@ -165,8 +178,10 @@ void BandPlaces::RestoreItem(const QString& line) {
     }
     for (int tab = 0; tab < TabCount; ++tab) {
         const std::optional<int> top = twipsOf(fields.value(2 * tab + 1));
-        if (top && isOpen(tab))
-            kept(tab) = *top;
+        if (!top || !isOpen(tab))
+            continue;
+        kept(tab) = *top;
+        m_thirds = false;
     }
     fit();
 }
@@ -180,6 +195,7 @@ QString BandPlaces::positionLine() const {
 
 /// A change starts from what is seen.
 void BandPlaces::keepShown() {
+    m_thirds = false;
     for (size_t tab = 0; tab < TabCount; ++tab) {
         if (m_open[tab])
             m_kept[tab] = m_shown[tab];

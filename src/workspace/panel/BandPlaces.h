@@ -15,8 +15,11 @@ class BandPlaces {
     static constexpr int TabCount = 3;
     static constexpr int Gap = 20;
 
+    /// Whether the height is the one that is seen, or may be that of a window that is not laid out yet.
+    enum class Room { Real, Assumed };
+
     /// The height of the area and that of one title. Until the first call both are assumed.
-    void setRoom(int areaHeight, int titleHeight);
+    void setRoom(int areaHeight, int titleHeight, Room room = Room::Real);
 
     bool isOpen(int tab) const { return isTab(tab) && m_open[index(tab)]; }
     /// As shown.
@@ -27,11 +30,13 @@ class BandPlaces {
     int previousOpen(int tab) const;
     int nextOpen(int tab) const;
 
-    /// A closed tab gets an equal share of the height. One that is open gets all of it but the titles of the others.
+    /// A closed tab gets an equal share of the height. One that is open stays as it is.
     void OpenTab(int tab);
+    /// An open tab gets all of the height but the titles of the others.
+    void enlarge(int tab);
     /// The next open band moves up to the top of this one.
     void CloseTab(int tab);
-    /// Opens every tab, each with a third of the height.
+    /// Opens every tab, each with a third of the height. With an assumed height they are thirds of the next real one.
     void OpenAllTabs();
     void setTop(int tab, int top);
     /// Moves the top of a band, as far as its own title and those of its neighbours stay visible. The first band stays
@@ -53,9 +58,9 @@ class BandPlaces {
     static size_t index(int tab) { return static_cast<size_t>(tab); }
     int& kept(int tab) { return m_kept[index(tab)]; }
     Lengths sharedHeights(int opening) const;
-    Lengths titleHeights() const;
     void keepShown();
     void place(int opened, const Lengths& heights);
+    void placeThirds();
     void fit();
 
     std::array<bool, TabCount> m_open{};
@@ -63,4 +68,6 @@ class BandPlaces {
     Lengths m_shown{};  ///< as far as the height allows
     int m_areaHeight = 9000;
     int m_titleHeight = 360;
+    Room m_room = Room::Assumed;
+    bool m_thirds = false;  ///< of the next real height, unless a band is moved before
 };

@@ -54,7 +54,7 @@ BandTitle::BandTitle(int number, const QIcon& picture, QWidget* parent)
     parts->addWidget(&m_text, 1);
     parts->addWidget(&m_up);
     parts->addWidget(&m_center);
-    connect(&m_up, &QToolButton::clicked, this, &BandTitle::openWanted);
+    connect(&m_up, &QToolButton::clicked, this, &BandTitle::enlargeWanted);
     connect(&m_center, &QToolButton::clicked, this, &BandTitle::closeWanted);
 }
 
@@ -95,7 +95,7 @@ void BandTitle::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Delete)
         Q_EMIT closeWanted();
     else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        Q_EMIT openWanted();
+        Q_EMIT enlargeWanted();
     else
         QWidget::keyPressEvent(event);
 }

@@ -21,7 +21,7 @@ class BandTitle : public QWidget {
  Q_SIGNALS:
     /// By this many small steps, downwards if positive.
     void moveWanted(int steps);
-    void openWanted();
+    void enlargeWanted();
     void closeWanted();
 
  protected:

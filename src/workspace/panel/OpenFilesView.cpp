@@ -48,9 +48,10 @@ void OpenFilesView::contextMenuEvent(QContextMenuEvent* event) {
 
 void OpenFilesView::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
-    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && currentIndex().isValid())
+    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (isPlain && (key == Qt::Key_Return || key == Qt::Key_Enter) && currentIndex().isValid())
         Q_EMIT rowChosen(currentIndex());
-    else if (key == Qt::Key_Delete)
+    else if (isPlain && key == Qt::Key_Delete)
         Q_EMIT deletePressed();
     else
         QListView::keyPressEvent(event);

@@ -90,7 +90,7 @@ QAction* ucExplorer::buttonOf(int tab) const {
 void ucExplorer::connectTabs() {
     WorkspaceHost& host = m_services.host;
     const auto openFile = [&host](const QString& path) { host.openFile(path); };
-    connect(&m_area, &BandArea::openWanted, this, &ucExplorer::OpenTab);
+    connect(&m_area, &BandArea::enlargeWanted, this, &ucExplorer::enlarge);
     connect(&m_area, &BandArea::closeWanted, this, &ucExplorer::CloseTab);
 
     connect(&m_project, &ucProject::openFile, this, openFile);
@@ -128,6 +128,11 @@ bool ucExplorer::isTabOpen(int pTab) const {
 
 void ucExplorer::OpenTab(int pTab) {
     m_area.places().OpenTab(pTab);
+    ResizeBar();
+}
+
+void ucExplorer::enlarge(int tab) {
+    m_area.places().enlarge(tab);
     ResizeBar();
 }
 
@@ -190,7 +195,7 @@ int ucExplorer::PjtItemCount() const {
 QStringList ucExplorer::SaveItem(bool pIsProject) const {
     QStringList lines;
     if (pIsProject) {
-        lines << u"<<PROJECT FILE>>"_qs;
+        lines << ProjectFile::marker(ProjectFile::Section::ProjectItems);
         for (int item = 1; item <= PjtItemCount(); ++item) {
             QString name;
             QString type;
@@ -199,8 +204,9 @@ QStringList ucExplorer::SaveItem(bool pIsProject) const {
                 lines << *line;
         }
     }
-    lines << u"<<EXPLORER>>"_qs << m_files.selectedKey();
-    lines << u"<<TAB POSITION>>"_qs << m_area.places().positionLine();
+    const QString key = m_files.selectedKey();
+    lines << ProjectFile::marker(ProjectFile::Section::Explorer) << (ProjectFile::standsInALine(key) ? key : QString());
+    lines << ProjectFile::marker(ProjectFile::Section::TabPosition) << m_area.places().positionLine();
     return lines;
 }
 

@@ -69,6 +69,7 @@ class ucExplorer : public QWidget, public PanelLink {
     QAction* buttonOf(int tab) const;
     void connectTabs();
     void openAndEnter(int tab);
+    void enlarge(int tab);
     void gotoFilePath(const QString& path);
     void showFiles();
     void setBusy(bool busy);

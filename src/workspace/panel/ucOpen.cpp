@@ -94,8 +94,7 @@ void ucOpen::AddFile(const QString& pFile, const QString& pKey) {
 
 void ucOpen::SetFile(const QString& pFile, const QString& pKey, int pIcon) {
     m_model.set(pFile, pKey, pIcon);
-    if (m_list.lastButton() != Qt::RightButton)
-        selectRow(m_model.rowOf(pKey));
+    selectRow(m_model.rowOf(pKey));
 }
 
 void ucOpen::RemoveFile(const QString& pKey) {

@@ -29,10 +29,6 @@ Section sectionOf(const QString& line) {
     return found == Markers.end() ? Section::None : found->section;
 }
 
-bool standsInALine(const QString& text) {
-    return std::ranges::none_of(text, [](QChar letter) { return letter == Tab || letter == u'\n' || letter == u'\r'; });
-}
-
 std::optional<int> readTwips(const QString& text) {
     bool isNumber = false;
     const double number = text.trimmed().toDouble(&isNumber);
@@ -44,6 +40,10 @@ std::optional<int> readTwips(const QString& text) {
 }
 
 }  // namespace
+
+bool standsInALine(const QString& text) {
+    return std::ranges::none_of(text, [](QChar letter) { return letter == Tab || letter == u'\n' || letter == u'\r'; });
+}
 
 QString marker(Section section) {
     const auto found = std::ranges::find(Markers, section, &MarkerRow::section);

@@ -155,7 +155,7 @@ void ucProject::removeAll(int) {
 
 bool ucProject::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list && event->type() == QEvent::KeyPress)
-        return takeKey(static_cast<QKeyEvent*>(event)->key());
+        return takeKey(*static_cast<QKeyEvent*>(event));
     if (event->type() == QEvent::ContextMenu) {
         // The mouse opens the menu when its button is released.
         const auto* asked = static_cast<QContextMenuEvent*>(event);
@@ -171,7 +171,10 @@ bool ucProject::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-bool ucProject::takeKey(int key) {
+bool ucProject::takeKey(const QKeyEvent& event) {
+    const int key = event.key();
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return false;
     if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Delete)
         return false;
     run(key == Qt::Key_Delete ? &ucProject::removeRow : &ucProject::open);

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class QKeyEvent;
 class QMenu;
 class QTreeView;
 
@@ -42,7 +43,7 @@ class ucProject : public QWidget {
 
     void buildMenu();
     void showMenu(const QPoint& globalPosition);
-    bool takeKey(int key);
+    bool takeKey(const QKeyEvent& event);
     /// Calls the command with the selected row; without one only the command that needs none runs.
     void run(void (ucProject::*command)(int row));
 

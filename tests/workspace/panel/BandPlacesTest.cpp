@@ -64,14 +64,33 @@ TEST_F(PlacesOfBands, TheOthersKeepTheirProportionsWhenATabOpens) {
     EXPECT_NEAR(m_places.height(0), 2 * m_places.height(2), 60);
 }
 
-TEST_F(PlacesOfBands, AnOpenTabThatIsOpenedAgainGetsAllButTheTitles) {
-    m_places.OpenAllTabs();
+TEST_F(PlacesOfBands, AnOpenTabThatIsOpenedAgainLeavesAllBandsWhereTheyAre) {
+    m_places.RestoreItem(u"True\t0\tTrue\t3000\tTrue\t8000\t"_qs);
+    for (int tab = 0; tab < BandPlaces::TabCount; ++tab) {
+        m_places.OpenTab(tab);
+        EXPECT_EQ(open(), QList<bool>({true, true, true}));
+        EXPECT_EQ(tops(), QList<int>({0, 3000, 8000}));
+    }
+    m_places.setRoom(2000, Title);
     m_places.OpenTab(1);
+    EXPECT_EQ(m_places.positionLine(), u"True\t0\tTrue\t3000\tTrue\t8000\t"_qs);
+}
+
+TEST_F(PlacesOfBands, AClosedTabIsNotEnlarged) {
+    m_places.OpenTab(0);
+    m_places.enlarge(1);
+    EXPECT_EQ(open(), QList<bool>({true, false, false}));
+    EXPECT_EQ(m_places.height(0), Height);
+}
+
+TEST_F(PlacesOfBands, AnEnlargedTabGetsAllButTheTitles) {
+    m_places.OpenAllTabs();
+    m_places.enlarge(1);
     EXPECT_EQ(open(), QList<bool>({true, true, true}));
     EXPECT_EQ(tops(), QList<int>({0, Title + Gap, Height - Title}));
     EXPECT_EQ(m_places.height(0), Title);
     EXPECT_EQ(m_places.height(2), Title);
-    m_places.OpenTab(0);
+    m_places.enlarge(0);
     EXPECT_EQ(tops(), QList<int>({0, Height - 2 * Title - Gap, Height - Title}));
 }
 
@@ -105,6 +124,26 @@ TEST_F(PlacesOfBands, AllTabsShareTheHeightInThirds) {
     m_places.OpenAllTabs();
     EXPECT_EQ(open(), QList<bool>({true, true, true}));
     EXPECT_EQ(tops(), QList<int>({0, Height / 3, 2 * Height / 3}));
+}
+
+TEST_F(PlacesOfBands, ThirdsOfAnAssumedHeightBecomeThoseOfTheFirstRealOne) {
+    BandPlaces places;
+    places.setRoom(450, Title, BandPlaces::Room::Assumed);
+    places.OpenAllTabs();
+    places.setRoom(600, Title, BandPlaces::Room::Assumed);
+    places.setRoom(Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t3000\tTrue\t6000\t"_qs);
+    places.setRoom(2 * Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t3000\tTrue\t6000\t"_qs);
+}
+
+TEST_F(PlacesOfBands, TopsThatWereSetAfterTheThirdsStay) {
+    BandPlaces places;
+    places.setRoom(450, Title, BandPlaces::Room::Assumed);
+    places.OpenAllTabs();
+    places.RestoreItem(u"True\t0\tTrue\t2000\tTrue\t8000\t"_qs);
+    places.setRoom(Height, Title);
+    EXPECT_EQ(places.positionLine(), u"True\t0\tTrue\t2000\tTrue\t8000\t"_qs);
 }
 
 TEST_F(PlacesOfBands, ABarIsDraggedBetweenTheTitlesOfItsNeighbours) {
@@ -187,6 +226,7 @@ TEST_F(PlacesOfBands, TabsThatDoNotExistAreIgnored) {
     const QString before = m_places.positionLine();
     for (const int tab : {-1, 3, 1000}) {
         m_places.OpenTab(tab);
+        m_places.enlarge(tab);
         m_places.CloseTab(tab);
         m_places.setTop(tab, 77);
         m_places.dragTo(tab, 77);
@@ -204,7 +244,7 @@ TEST_F(PlacesOfBands, WhatWasSavedIsRestored) {
         saved.setRoom(Height, Title);
         for (int step = 0; step < 8; ++step) {
             const int tab = random.bounded(BandPlaces::TabCount);
-            switch (random.bounded(4)) {
+            switch (random.bounded(5)) {
                 case 0:
                     saved.OpenTab(tab);
                     break;
@@ -213,6 +253,9 @@ TEST_F(PlacesOfBands, WhatWasSavedIsRestored) {
                     break;
                 case 2:
                     saved.OpenAllTabs();
+                    break;
+                case 3:
+                    saved.enlarge(tab);
                     break;
                 default:
                     saved.dragTo(tab, random.bounded(Height));

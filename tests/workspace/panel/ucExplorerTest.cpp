@@ -5,7 +5,9 @@
 #include "workspace/project/ucProject.h"
 
 #include <QAbstractItemView>
+#include <QDir>
 #include <QLabel>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 
@@ -104,6 +106,15 @@ TEST_F(SidePanelOfThreeTabs, TheResizeButtonOpensAllTabsWithAThirdEach) {
     EXPECT_EQ(tops(), QList<int>({0, height / 3, 2 * height / 3}));
 }
 
+TEST_F(SidePanelOfThreeTabs, TabsOpenedBeforeThePanelIsShownHaveAThirdEachToo) {
+    m_panel->resize(240, 40);
+    m_panel->OpenAllTabs();
+    m_panel->resize(Size);
+    showPanel();
+    const int height = band(0).parentWidget()->height() * 15;
+    EXPECT_EQ(tops(), QList<int>({0, height / 3, 2 * height / 3}));
+}
+
 TEST_F(SidePanelOfThreeTabs, TheCloseButtonAsksTheFrameToHideThePanel) {
     showPanel();
     press(button("close"));
@@ -114,9 +125,10 @@ TEST_F(SidePanelOfThreeTabs, TheCloseButtonAsksTheFrameToHideThePanel) {
 TEST_F(SidePanelOfThreeTabs, OpeningATabAgainDoesNoHarm) {
     showPanel();
     m_panel->OpenAllTabs();
+    const QList<int> before = tops();
     m_panel->OpenTab(1);
     EXPECT_EQ(openTabs(), QList<bool>({true, true, true}));
-    EXPECT_EQ(tops().at(0), 0);
+    EXPECT_EQ(tops(), before);
     EXPECT_LT(band(0).geometry().bottom(), band(1).y());
     EXPECT_LT(band(1).geometry().bottom(), band(2).y());
     expectButtonsOfClosedTabs();
@@ -328,6 +340,25 @@ TEST_F(SidePanelOfThreeTabs, ItemsWhoseNameWouldBreakALineAreLeftOutOfTheProject
     EXPECT_EQ(m_panel->PjtItemCount(), 4);
     EXPECT_EQ(m_panel->SaveItem().mid(0, 3),
               QStringList({u"<<PROJECT FILE>>"_qs, u"FILE\t/kept"_qs, u"<<EXPLORER>>"_qs}));
+}
+
+TEST_F(SidePanelOfThreeTabs, ASelectedFolderWhoseNameWouldBreakALineIsLeftOutOfTheProjectFile) {
+    showPanel();
+    const QTemporaryDir folder;
+    QStringList paths;
+    for (const char* name : {"a\tb", "a\nb", "a\rb"}) {
+        paths << folder.filePath(QLatin1String(name));
+        ASSERT_TRUE(QDir().mkpath(paths.last()));
+    }
+    for (const QString& path : paths) {
+        m_panel->GotoPath(u"FOLDER"_qs + path);
+        ASSERT_EQ(part<ucFileExplorer>(u"ucFileExplorer1"_qs).selectedKey(), u"FOLDER"_qs + path);
+        const QStringList lines = m_panel->SaveItem();
+        ASSERT_EQ(lines.size(), 5);
+        EXPECT_EQ(lines.at(1), u"<<EXPLORER>>"_qs);
+        EXPECT_EQ(lines.at(2), QString());
+        EXPECT_EQ(lines.at(3), u"<<TAB POSITION>>"_qs);
+    }
 }
 
 TEST_F(SidePanelOfThreeTabs, TabsThatDoNotExistAreIgnored) {

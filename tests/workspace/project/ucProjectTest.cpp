@@ -104,7 +104,7 @@ TEST_F(TheProjectList, WhatIsMissingIsDimmedAndStays) {
     project.AddProjectItem(u"/nowhere/a"_qs, u"FILE"_qs);
     project.AddProjectItem(u"FOLDER/nowhere/b"_qs, u"FOLDER"_qs);
     for (int number : {0, 1}) {
-        EXPECT_TRUE(row(number).data(Qt::ForegroundRole).isValid());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return row(number).data(Qt::ForegroundRole).isValid(); }));
         EXPECT_FALSE(row(number).data(Qt::DecorationRole).value<QIcon>().isNull());
     }
     EXPECT_EQ(project.PjtItemCount(), 2);
@@ -162,6 +162,19 @@ TEST_F(TheProjectList, EnterOpensTheRowAndDeleteAsks) {
     QTest::keyClick(&list, Qt::Key_Delete);
     EXPECT_EQ(project.PjtItemCount(), 0);
     EXPECT_EQ(prompts.questions, (QStringList{u"Remove 'a' from project ?"_qs, u"Remove 'a' from project ?"_qs}));
+}
+
+TEST_F(TheProjectList, KeysWithModifiersNeitherOpenNorRemove) {
+    project.AddProjectItem(makeFile(u"a"_qs), u"FILE"_qs);
+    list.setCurrentIndex(row(0));
+    for (const Qt::KeyboardModifier with : {Qt::ControlModifier, Qt::AltModifier, Qt::ShiftModifier}) {
+        for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Return, Qt::Key_Enter})
+            QTest::keyClick(&list, key, with);
+    }
+    EXPECT_EQ(opened.size(), 0);
+    EXPECT_TRUE(prompts.questions.isEmpty());
+    QTest::keyClick(&list, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(opened.size(), 1);
 }
 
 TEST_F(TheProjectList, WithoutARowKeysDoNothing) {
