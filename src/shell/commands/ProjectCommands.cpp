@@ -247,7 +247,7 @@ void ProjectCommands::SaveProjectFileAs() {
 /// Asks until the name is new, or may be replaced; empty when cancelled.
 QString ProjectCommands::askName(const QString& title, const QString& initial) {
     for (;;) {
-        const QString file = m_prompts.askFileToSave(&m_window, {title, {}, initial, Filter.toString()});
+        QString file = m_prompts.askFileToSave(&m_window, {title, {}, initial, Filter.toString()});
         if (file.isEmpty() || !fileExists(file) ||
             m_prompts.askYesNo(&m_window, file + u" already exist !\nOverwrite it ?"_qs))
             return file;

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
 
 namespace {
@@ -66,7 +67,7 @@ class StatesKept {
         if (m_area.isVisible())
             m_area.setOption(MaximisedStays, false);
         else
-            new UntilShown(m_area);
+            new (std::nothrow) UntilShown(m_area);
     }
     Q_DISABLE_COPY_MOVE(StatesKept)
 
