@@ -6,6 +6,7 @@
 #include "workspace/host/WorkspaceHost.h"
 #include "workspace/panel/ucExplorer.h"
 
+#include <QApplication>
 #include <QStringList>
 
 #include <gtest/gtest.h>
