@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <algorithm>
+
 namespace {
 
 /// Stops behind `most` bytes, so that a longer file has more of them.
@@ -63,6 +65,10 @@ QStringList OwnTextFile::linesOf(QByteArrayView bytes) {
 std::optional<QStringList> OwnTextFile::readLines(const QString& path, qsizetype most) {
     const Content content = read(path, most);
     return content.error ? std::nullopt : std::optional(linesOf(content.bytes));
+}
+
+bool OwnTextFile::isOneField(const QString& text) {
+    return std::ranges::none_of(text, [](QChar each) { return QStringView(u"\t\r\n").contains(each); });
 }
 
 bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {

@@ -40,6 +40,9 @@ QStringList linesOf(QByteArrayView bytes);
 /// Nothing when the file cannot be read or is longer than `most`.
 std::optional<QStringList> readLines(const QString& path, qsizetype most);
 
+/// Whether a text is one field of one line: it contains neither a tab nor a line break. May be empty.
+bool isOneField(const QString& text);
+
 /// Replaces the whole file, and creates its folder first. A line that contains a line break is left out. False: the
 /// file could not be written and is unchanged.
 bool writeLines(const QString& path, const QStringList& lines);

@@ -118,7 +118,7 @@ bool ProjectCommands::readProject(const QString& file) try {
     }
     ProjectFile::Reader reader;
     for (const QString& line : OwnTextFile::linesOf(content.bytes)) {
-        restoreLine(line, static_cast<int>(reader.take(line)));
+        restoreLine(line, reader.take(line));
         yieldOnce();
     }
     SetProjectMenus(false);
@@ -129,8 +129,8 @@ bool ProjectCommands::readProject(const QString& file) try {
     return false;
 }
 
-void ProjectCommands::restoreLine(const QString& line, int section) {
-    switch (static_cast<Section>(section)) {
+void ProjectCommands::restoreLine(const QString& line, Section section) {
+    switch (section) {
         case Section::None:
             break;
         case Section::ExplorerStatus:

@@ -13,6 +13,10 @@ class QWidget;
 class SidePanel;
 class SystemClose;
 
+namespace ProjectFile {
+enum class Section;
+}
+
 /// The commands that open, save and close projects: a project is a list of files and folders and all that was open when
 /// it was saved. Owned by the frame. While a project is opened or closed, Close is disabled and the event loop runs; a
 /// command for another project waits until that has ended.
@@ -47,7 +51,7 @@ class ProjectCommands {
 
  private:
     bool readProject(const QString& file);
-    void restoreLine(const QString& line, int section);
+    void restoreLine(const QString& line, ProjectFile::Section section);
     void restoreStatus(const QString& line);
     void closeWorkspace(bool leaveNone);
     void becomeNew();

@@ -1,6 +1,6 @@
 #include "shell/session/DocumentRecord.h"
 
-#include "shell/session/PathLines.h"
+#include "settings/files/OwnTextFile.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -62,7 +62,7 @@ DocumentRecord DocumentRecord::fromLine(const QString& line) {
 }
 
 QString DocumentRecord::toLine() const {
-    if (!canBeWritten(path))
+    if (path.isEmpty() || !OwnTextFile::isOneField(path))
         return {};
     const int number = static_cast<int>(windowState.value_or(ChildState::Normal));
     return QStringList{path,         textOf(textEdit), textOf(locked), QString::number(number),

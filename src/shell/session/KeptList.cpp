@@ -1,7 +1,6 @@
 #include "shell/session/KeptList.h"
 
 #include "settings/files/OwnTextFile.h"
-#include "shell/session/PathLines.h"
 
 #include <algorithm>
 #include <iterator>
@@ -50,6 +49,7 @@ void KeptList::load() {
 
 void KeptList::save() const {
     QStringList lines;
-    std::ranges::copy_if(m_list.oldestFirst(), std::back_inserter(lines), canBeWritten);
+    std::ranges::copy_if(m_list.oldestFirst(), std::back_inserter(lines),
+                         [](const QString& path) { return !path.isEmpty() && OwnTextFile::isOneField(path); });
     OwnTextFile::writeLines(m_file, lines);
 }

@@ -1,6 +1,6 @@
 #include "shell/session/SessionFile.h"
 
-#include "shell/session/PathLines.h"
+#include "settings/files/OwnTextFile.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ QStringList SessionFile::toLines() const {
     if (project.isEmpty())
         return QStringList(FileMark) + records;
     QStringList lines(ProjectMark);
-    if (canBeWritten(project))
+    if (!project.isEmpty() && OwnTextFile::isOneField(project))
         lines << project;
     return lines;
 }

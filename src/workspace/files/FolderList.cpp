@@ -4,14 +4,6 @@
 
 #include <utility>
 
-namespace {
-
-bool canBeWritten(const QString& key) {
-    return !key.contains(u'\t') && !key.contains(u'\n') && !key.contains(u'\r');
-}
-
-}  // namespace
-
 FolderList::FolderList(QString fileName) : m_fileName(std::move(fileName)) {}
 
 void FolderList::load() {
@@ -40,7 +32,7 @@ void FolderList::remove(const QString& key) {
 void FolderList::save() const {
     QStringList lines;
     for (const QString& key : m_keys.mid(0, MostKept)) {
-        if (canBeWritten(key))
+        if (OwnTextFile::isOneField(key))
             lines.append(key);
     }
     OwnTextFile::writeLines(OwnTextFile::path(m_fileName), lines);

@@ -1,5 +1,6 @@
 #include "workspace/panel/ucExplorer.h"
 
+#include "settings/files/OwnTextFile.h"
 #include "widgets/Icons.h"
 #include "workspace/files/ucFileExplorer.h"
 #include "workspace/host/WorkspaceHost.h"
@@ -205,7 +206,7 @@ QStringList ucExplorer::SaveItem(bool pIsProject) const {
         }
     }
     const QString key = m_files.selectedKey();
-    lines << ProjectFile::marker(ProjectFile::Section::Explorer) << (ProjectFile::standsInALine(key) ? key : QString());
+    lines << ProjectFile::marker(ProjectFile::Section::Explorer) << (OwnTextFile::isOneField(key) ? key : QString());
     lines << ProjectFile::marker(ProjectFile::Section::TabPosition) << m_area.places().positionLine();
     return lines;
 }

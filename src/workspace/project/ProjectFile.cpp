@@ -1,5 +1,7 @@
 #include "workspace/project/ProjectFile.h"
 
+#include "settings/files/OwnTextFile.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -41,10 +43,6 @@ std::optional<int> readTwips(const QString& text) {
 
 }  // namespace
 
-bool standsInALine(const QString& text) {
-    return std::ranges::none_of(text, [](QChar letter) { return letter == Tab || letter == u'\n' || letter == u'\r'; });
-}
-
 QString marker(Section section) {
     const auto found = std::ranges::find(Markers, section, &MarkerRow::section);
     return found == Markers.end() ? QString() : found->marker.toString();
@@ -61,7 +59,7 @@ Section Reader::take(const QString& line) {
 }
 
 std::optional<QString> itemLine(const ProjectItem& item) {
-    if (!standsInALine(item.key))
+    if (!OwnTextFile::isOneField(item.key))
         return std::nullopt;
     return item.type + Tab + item.key;
 }

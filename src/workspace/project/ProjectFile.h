@@ -50,9 +50,6 @@ class Reader {
     Section m_section = Section::None;
 };
 
-/// Whether a text is one field of one line: without a tab and a line break.
-bool standsInALine(const QString& text);
-
 /// The line of a project item; nothing when it cannot be written.
 std::optional<QString> itemLine(const ProjectItem& item);
 /// Nothing when the line has no tab; fields after the second are ignored.
