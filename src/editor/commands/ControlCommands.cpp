@@ -81,7 +81,7 @@ constexpr Row Rows[] = {
     {Command::ReplaceSelected, [](TextControl& control, Text) { control.replacing().replaceSelectedMatch(); }},
     {Command::ReplaceAll, [](TextControl& control, Text) { control.replacing().replaceAll(); }},
     {Command::ReplaceAllInSelection,
-     [](TextControl& control, Text) { control.replacing().replaceAllIn(control.selected().selectedBytes()); }},
+     [](TextControl& control, Text) { control.replacing().replaceAllIn(control.selected().selectedRanges()); }},
     {Command::SetSearchText, [](TextControl& control, Text text) { control.search().setSearchText(text); }},
     {Command::SetReplacementText, [](TextControl& control, Text text) { control.search().setReplacementText(text); }},
     {Command::RegExpOn, [](TextControl& control, Text) { control.setSearchRegExp(true); }},

@@ -8,6 +8,7 @@
 #include "editor/control/EditView.h"
 #include "editor/control/ScanLock.h"
 #include "editor/control/SearchHistory.h"
+#include "editor/control/SelectedRanges.h"
 #include "editor/control/Unrecorded.h"
 #include "editor/held/BulkReplace.h"
 #include "text/search/MatchScan.h"
@@ -82,6 +83,25 @@ class Collector {
     std::optional<Replacements::Edit> m_withoutLf;  ///< the last edit, as it is when the next match has the LF
 };
 
+/// Selects the ranges as they are after the edits, those that are not empty.
+void selectGrown(EditView& view, const std::vector<TextMatch>& ranges, const Replacements& done) {
+    std::vector<ByteSelection> selected;
+    auto edit = done.edits.begin();
+    qint64 grown = 0;
+    for (const TextMatch& range : ranges) {
+        const qint64 from = range.from + grown;
+        for (; edit != done.edits.end() && edit->match.from <= range.to; ++edit)
+            grown += edit->textLength - (edit->match.to - edit->match.from);
+        if (from < range.to + grown)
+            selected.push_back({from, range.to + grown});
+    }
+    if (selected.empty())
+        return view.setSelectionBytes(ranges.front().from, ranges.front().from);
+    view.setSelectionBytes(selected.front().anchor, selected.front().caret);
+    if (selected.size() > 1)
+        SelectedRanges::set(view, selected, selected.size() - 1);
+}
+
 }  // namespace
 
 /// The pattern for a replacement, or null when the error was reported.
@@ -153,30 +173,34 @@ SearchOutcome ControlReplace::replaceSelectedMatch() {
 }
 
 /// False when the text is no longer the one in which the matches were found.
-bool ControlReplace::collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range,
+bool ControlReplace::collect(Replacements& found, const SearchPattern& pattern, const std::vector<TextMatch>& ranges,
                              const ReplaceWatch& watch) {
     const QPointer<EditView> alive(&m_view);
     const quint64 changes = m_view.state().changes;
     const ScanLock lock(m_view);
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
                                   [this](const QString& text) { return m_view.withOwnLineEnds(text); });
-    MatchScan scan(pattern, m_view.heldText(), m_view.map(), range.from);
-    scan.stopBehind(range.to);
-    scan.watchedBy(m_search.watchOfSearch());
     Collector collector(found, replacement, m_view.heldText());
-    while (scan.next()) {
-        if (scan.match().to > range.to)
-            continue;
-        collector.add(scan);
-        const bool goesOn = watch.goesOn();
+    for (const TextMatch& range : ranges) {
+        MatchScan scan(pattern, m_view.heldText(), m_view.map(), range.from, windowFor(range));
+        scan.stopBehind(range.to);
+        scan.watchedBy(m_search.watchOfSearch());
+        while (scan.next()) {
+            if (scan.match().to > range.to)
+                continue;
+            collector.add(scan);
+            const bool goesOn = watch.goesOn();
+            if (!alive || m_view.state().changes != changes)
+                return false;
+            if (!goesOn)
+                scan.stop();
+        }
         if (!alive || m_view.state().changes != changes)
             return false;
-        if (!goesOn)
-            scan.stop();
+        m_search.setError(scan.error());
+        if (scan.error())
+            break;
     }
-    if (!alive || m_view.state().changes != changes)
-        return false;
-    m_search.setError(scan.error());
     return true;
 }
 
@@ -218,7 +242,7 @@ qint64 ControlReplace::replaceAllMatches(const ReplaceWatch& watch) {
     if (!pattern)
         return 0;
     Replacements found;
-    const bool sameText = collect(found, *pattern, {0, m_view.heldText().length()}, watch);
+    const bool sameText = collect(found, *pattern, {{0, m_view.heldText().length()}}, watch);
     if (!alive)
         return 0;
     if (!sameText || found.edits.empty() || m_view.Locked()) {
@@ -232,23 +256,24 @@ qint64 ControlReplace::replaceAllMatches(const ReplaceWatch& watch) {
     return static_cast<qint64>(found.edits.size());
 }
 
-qint64 ControlReplace::replaceAllIn(const TextMatch& range) {
+qint64 ControlReplace::replaceAllIn(const std::vector<TextMatch>& ranges) {
     const QPointer<EditView> alive(&m_view);
     const EditScope scope(m_view, EditScope::Grouped);
     const auto pattern = patternToReplace();
     if (!pattern)
         return 0;
-    const qint64 behind = m_view.heldText().length() - range.to;
     Replacements found;
-    const bool sameText = collect(found, *pattern, range, {});
+    const bool sameText = collect(found, *pattern, ranges, {});
     if (!alive)
         return 0;
     if (!sameText || found.edits.empty()) {
         m_search.fail();
         return 0;
     }
+    // The library would cut a rectangle anew at each edit.
+    m_view.setSelectionBytes(ranges.front().from, ranges.front().from);
     apply(found, {});
-    m_view.setSelectionBytes(range.from, m_view.heldText().length() - behind);
+    selectGrown(m_view, ranges, found);
     SearchHistory::ofReplacements().add(m_search.replacementText());
     m_macros.noteCommand(Command::ReplaceAllInSelection, {}, 1);
     return static_cast<qint64>(found.edits.size());

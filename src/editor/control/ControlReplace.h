@@ -3,6 +3,7 @@
 #include "text/search/SearchState.h"
 
 #include <memory>
+#include <vector>
 
 class ControlMacros;
 class ControlSearch;
@@ -24,14 +25,16 @@ class ControlReplace {
     SearchOutcome replaceSelectedMatch();
     /// Replaces all matches; the number of them.
     qint64 replaceAll(const ReplaceWatch& watch = {});
-    /// The same for those within a range of held bytes, which is selected then.
-    qint64 replaceAllIn(const TextMatch& range);
+    /// The same for those within each of some ranges of held bytes, given from the top and apart from each other, at
+    /// least one. They are selected then.
+    qint64 replaceAllIn(const std::vector<TextMatch>& ranges);
 
  private:
     std::shared_ptr<const SearchPattern> patternToReplace();
     void replaceMatch(const MatchScan& scan);
     bool isSelected(const TextMatch& match) const;
-    bool collect(Replacements& found, const SearchPattern& pattern, const TextMatch& range, const ReplaceWatch& watch);
+    bool collect(Replacements& found, const SearchPattern& pattern, const std::vector<TextMatch>& ranges,
+                 const ReplaceWatch& watch);
     void apply(const Replacements& found, const ReplaceWatch& watch);
     qint64 replaceAllMatches(const ReplaceWatch& watch);
 

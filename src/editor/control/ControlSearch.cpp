@@ -231,22 +231,28 @@ qint64 ControlSearch::findAll(const std::function<bool(const MatchPlace&)>& take
 }
 
 qint64 ControlSearch::countMatches() {
-    return countMatches({0, m_view.heldText().length()});
+    return countMatches(std::vector<TextMatch>{{0, m_view.heldText().length()}});
 }
 
-qint64 ControlSearch::countMatches(const TextMatch& range) {
+qint64 ControlSearch::countMatches(const std::vector<TextMatch>& ranges) {
     const QPointer<EditView> alive(&m_view);
+    const quint64 changes = m_view.changeCount();
     const auto pattern = notedPattern();
     if (!pattern)
         return 0;
-    MatchScan scan(*pattern, m_view.heldText(), m_view.map(), range.from);
-    scan.stopBehind(range.to);
-    scan.watchedBy(watchOfSearch());
     qint64 count = 0;
-    while (scan.next())
-        count += scan.match().to <= range.to ? 1 : 0;
-    if (alive)
+    for (const TextMatch& range : ranges) {
+        MatchScan scan(*pattern, m_view.heldText(), m_view.map(), range.from, windowFor(range));
+        scan.stopBehind(range.to);
+        scan.watchedBy(watchOfSearch());
+        while (scan.next())
+            count += scan.match().to <= range.to ? 1 : 0;
+        if (!alive)
+            return count;
         m_search.error = scan.error();
+        if (scan.error() || m_view.changeCount() != changes)
+            break;
+    }
     return count;
 }
 

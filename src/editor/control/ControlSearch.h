@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 class ControlMacros;
 class EditView;
@@ -52,9 +53,10 @@ class ControlSearch {
     /// without one the caret is at the start. `take` may run the event loop: the text cannot be edited meanwhile, and
     /// the visit ends when another one was loaded or the control destroyed. Returns the number of matches.
     qint64 findAll(const std::function<bool(const MatchPlace&)>& take);
-    /// How many matches there are, in the whole text or within a range of held bytes. The selection stays as it is.
+    /// How many matches there are, in the whole text or within each of some ranges of held bytes. The selection stays
+    /// as it is.
     qint64 countMatches();
-    qint64 countMatches(const TextMatch& range);
+    qint64 countMatches(const std::vector<TextMatch>& ranges);
     /// Whether the selection was made by a search, and not by the user.
     bool isMatchSelected() const;
 

@@ -53,6 +53,25 @@ TextMatch ControlSelection::selectedBytes() const {
     return {m_view.send(Sci::SCI_GETSELECTIONSTART), m_view.send(Sci::SCI_GETSELECTIONEND)};
 }
 
+std::vector<TextMatch> ControlSelection::selectedRanges() const {
+    std::vector<TextMatch> all;
+    for (qint64 range = 0; range < m_view.send(Sci::SCI_GETSELECTIONS); ++range)
+        all.push_back({m_view.send(Sci::SCI_GETSELECTIONNSTART, range), m_view.send(Sci::SCI_GETSELECTIONNEND, range)});
+    std::ranges::sort(all, {}, &TextMatch::from);
+    std::vector<TextMatch> ranges;
+    for (const TextMatch& range : all) {
+        if (range.empty())
+            continue;
+        if (!ranges.empty() && range.from <= ranges.back().to)
+            ranges.back().to = std::max(ranges.back().to, range.to);
+        else
+            ranges.push_back(range);
+    }
+    if (ranges.empty())
+        ranges.push_back(all.front());
+    return ranges;
+}
+
 qint64 ControlSelection::lineAtPoint(int x, int y) const {
     return m_view.map().lineOf(m_view.send(Sci::SCI_POSITIONFROMPOINT, x, y));
 }

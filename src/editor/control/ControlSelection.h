@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <vector>
+
 class EditView;
 class KeptView;
 
@@ -30,7 +32,11 @@ class ControlSelection {
     qint64 EndLineNo() const;
     /// Column of the caret.
     qint64 EndColNo() const;
+    /// From the first byte selected to the last, with what lies between several ranges.
     TextMatch selectedBytes() const;
+    /// Of a rectangle its part of each line, of several ranges each of them, from the top and apart from each other.
+    /// Those that are empty are left out, unless all are: then it is the place of the first.
+    std::vector<TextMatch> selectedRanges() const;
     bool isSelected(qint64 byte) const;
     /// The line at a place of the control, the last one for a place below it.
     qint64 lineAtPoint(int x, int y) const;

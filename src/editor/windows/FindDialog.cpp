@@ -288,7 +288,7 @@ void FindDialog::replace() {
 void FindDialog::replaceAll() {
     const QPointer<FindDialog> alive(this);
     giveControl();
-    const qint64 count = m_inSelection->isChecked() ? m_control.replacing().replaceAllIn(chosenRange())
+    const qint64 count = m_inSelection->isChecked() ? m_control.replacing().replaceAllIn(chosenRanges())
                                                     : m_control.replacing().replaceAll();
     if (alive)
         finishAll(count, tr("%n replaced", "", static_cast<int>(count)));
@@ -297,15 +297,15 @@ void FindDialog::replaceAll() {
 void FindDialog::count() {
     const QPointer<FindDialog> alive(this);
     giveControl();
-    const qint64 count =
-        m_inSelection->isChecked() ? m_control.search().countMatches(chosenRange()) : m_control.search().countMatches();
+    const qint64 count = m_inSelection->isChecked() ? m_control.search().countMatches(chosenRanges())
+                                                    : m_control.search().countMatches();
     if (alive)
         finishAll(count, tr("%n found", "", static_cast<int>(count)));
 }
 
 /// Of another text than that in which it was chosen there is no range but the selection.
-TextMatch FindDialog::chosenRange() const {
-    return m_range->range().value_or(m_control.selected().selectedBytes());
+std::vector<TextMatch> FindDialog::chosenRanges() const {
+    return m_range->ranges().value_or(m_control.selected().selectedRanges());
 }
 
 void FindDialog::finishSearch(SearchOutcome outcome, bool backwards) {

@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include <memory>
+#include <vector>
 
 class TextControl;
 class QCheckBox;
@@ -55,7 +56,7 @@ class FindDialog : public QDialog {
     void focusMoved(QWidget* before, QWidget* now);
     void placeInCorner();
     void uncoverMatch();
-    TextMatch chosenRange() const;
+    std::vector<TextMatch> chosenRanges() const;
 
     template <typename Search>
     void search(Search search, bool backwards);

@@ -13,26 +13,26 @@ SearchRange::SearchRange(EditView& view, const ControlSelection& selection, cons
 }
 
 void SearchRange::takeSelection() {
-    m_range = m_selection.selectedBytes();
+    m_ranges = m_selection.selectedRanges();
     m_changes = m_view.changeCount();
 }
 
 void SearchRange::takeSelectedAnew() {
-    if (!m_selection.selectedBytes().empty() && !m_search.isMatchSelected())
+    if (!m_selection.selectedRanges().front().empty() && !m_search.isMatchSelected())
         takeSelection();
 }
 
-std::optional<TextMatch> SearchRange::range() const {
-    return m_changes == m_view.changeCount() ? m_range : std::nullopt;
+std::optional<std::vector<TextMatch>> SearchRange::ranges() const {
+    return m_changes == m_view.changeCount() ? m_ranges : std::nullopt;
 }
 
 /// Text inserted at either end becomes part of the range: a replaced match there is deleted and inserted again.
 void SearchRange::textAboutToChange(qint64 at, qint64 length, bool inserts) {
-    if (!m_range)
+    if (!m_ranges)
         return;
     // The control has counted this change already.
     if (m_view.changeCount() != ++m_changes) {
-        m_range.reset();
+        m_ranges.reset();
         return;
     }
     const auto moved = [&](qint64 place, bool alsoAtPlace) {
@@ -40,5 +40,10 @@ void SearchRange::textAboutToChange(qint64 at, qint64 length, bool inserts) {
             return place <= at ? place : std::max<qint64>(at, place - length);
         return at < place || (alsoAtPlace && at == place) ? place + length : place;
     };
-    m_range = TextMatch{moved(m_range->from, false), moved(m_range->to, true)};
+    for (TextMatch& range : *m_ranges)
+        range = {moved(range.from, false), moved(range.to, true)};
+    // What is inserted there next would belong to both.
+    const auto touches = [](const TextMatch& range, const TextMatch& next) { return range.to >= next.from; };
+    if (std::ranges::adjacent_find(*m_ranges, touches) != m_ranges->end())
+        m_ranges.reset();
 }

@@ -5,14 +5,16 @@
 #include <QObject>
 
 #include <optional>
+#include <vector>
 
 class ControlSearch;
 class ControlSelection;
 class EditView;
 
-/// The range of a control that the user has selected to search within, in held bytes. It stays when a search selects
-/// its match, moves along with edits, and becomes the new selection when the user selects another text. A load clears
-/// it. Owned by the dialog.
+/// What the user has selected in a control to search within, in held bytes: one range, several, or the part of each
+/// line that a rectangle has. It stays when a search selects its match, moves along with edits, and becomes the new
+/// selection when the user selects another text. A load clears it, and an edit that joins two of its ranges. Owned by
+/// the dialog.
 class SearchRange : public QObject {
     Q_OBJECT
 
@@ -22,8 +24,8 @@ class SearchRange : public QObject {
 
     /// Uses the current selection, even if it is a match.
     void takeSelection();
-    /// In held bytes.
-    std::optional<TextMatch> range() const;
+    /// From the top and apart from each other, at least one.
+    std::optional<std::vector<TextMatch>> ranges() const;
 
  private:
     void takeSelectedAnew();
@@ -32,6 +34,6 @@ class SearchRange : public QObject {
     EditView& m_view;
     const ControlSelection& m_selection;
     const ControlSearch& m_search;
-    std::optional<TextMatch> m_range;
-    quint64 m_changes = 0;  ///< of the control, as far as the range has followed
+    std::optional<std::vector<TextMatch>> m_ranges;
+    quint64 m_changes = 0;  ///< of the control, as far as the ranges have followed
 };

@@ -65,6 +65,10 @@ void MatchScan::FreeMatchData::operator()(pcre2_real_match_data_8* data) const {
     pcre2_match_data_free(data);
 }
 
+qint64 windowFor(const TextMatch& range) {
+    return std::clamp(range.to - range.from, MatchScan::FirstReach, MatchScan::FirstWindow);
+}
+
 MatchScan::MatchScan(const SearchPattern& pattern, const HeldText& text, const TextMap& map, qint64 from, qint64 window)
     : m_pattern(pattern),
       m_text(text),

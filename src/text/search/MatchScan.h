@@ -23,6 +23,9 @@ struct TextMatch {
     bool operator==(const TextMatch&) const = default;
 };
 
+/// The size in bytes of the first window for a search within a range, which does not read far behind a short one.
+qint64 windowFor(const TextMatch& range);
+
 /// Finds the matches of a pattern in a held text one after another, from a given byte on, without overlaps. Lookbehinds
 /// also see the text before that byte. After an empty match the search continues one character later. Joints are
 /// ignored, as if they were not in the text. Owned by the code that searches.

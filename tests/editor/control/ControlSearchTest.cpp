@@ -1,4 +1,5 @@
 #include "editor/Editor.h"
+#include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlBookmarks.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlReplace.h"
@@ -22,6 +23,7 @@
 #include <memory>
 #include <random>
 #include <tuple>
+#include <vector>
 
 namespace {
 
@@ -145,7 +147,7 @@ TEST_F(FindNext, FailsWithoutAText) {
     EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Failed);
     EXPECT_EQ(control.replacing().replaceAll(), 0);
-    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedRanges()), 0);
     EXPECT_EQ(control.search().countMatches(), 0);
     EXPECT_EQ(allFound(), Places());
     EXPECT_EQ(failures.count(), 7);
@@ -281,7 +283,7 @@ TEST_F(FindNext, EndsWhenAnotherTextComesWhileItIsWatched) {
     EXPECT_EQ(control.search().findNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.Text(), u"another"_qs);
     control.setText(slowLines());
-    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedRanges()), 0);
 }
 
 TEST_F(FindNext, OutlivesTheControlThatGoesWhileItIsWatched) {
@@ -460,7 +462,7 @@ TEST_F(FindAll, CountsWithoutMoving) {
     control.setSelection(5, 1);
     forgetSignals();
     EXPECT_EQ(control.search().countMatches(), 4);
-    EXPECT_EQ(control.search().countMatches(control.selected().selectedBytes()), 2);
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedRanges()), 2);
     EXPECT_EQ(control.selected().AnchorPosition(), 5);
     EXPECT_EQ(moves.count(), 0);
 }
@@ -521,7 +523,7 @@ TEST_F(ReplaceNext, LeavesALockedDocumentAsItIs) {
     EXPECT_EQ(control.replacing().replaceNext(), SearchOutcome::Failed);
     EXPECT_EQ(control.replacing().replaceSelectedMatch(), SearchOutcome::Failed);
     EXPECT_EQ(control.replacing().replaceAll(), 0);
-    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 0);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedRanges()), 0);
     EXPECT_EQ(failures.count(), 4);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(control.Text(), u"one one"_qs);
@@ -580,12 +582,45 @@ TEST_F(ReplaceAll, KeepsToTheSelection) {
     hold("aa aa aa aa", "aa");
     replaceBy("bcd");
     control.setSelection(1, 10);
-    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedBytes()), 2);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedRanges()), 2);
     EXPECT_EQ(control.Text(), u"aa bcd bcd aa"_qs);
     EXPECT_EQ(selected(), Selected(1, 12));
     EXPECT_EQ(changes.count(), 1);
     control.Undo();
     EXPECT_EQ(control.Text(), u"aa aa aa aa"_qs);
+}
+
+TEST_F(ReplaceAll, KeepsToEachOfSeveralSelectedRanges) {
+    hold("aa aa aa aa", "aa");
+    replaceBy("bcd");
+    control.SendScintilla(TextControl::SCI_SETSELECTION, 11UL, 9L);
+    control.SendScintilla(TextControl::SCI_ADDSELECTION, 0UL, 4L);
+    forgetSignals();
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedRanges()), 2);
+    EXPECT_EQ(control.replacing().replaceAllIn(control.selected().selectedRanges()), 2);
+    EXPECT_EQ(control.Text(), u"bcd aa aa bcd"_qs);
+    EXPECT_EQ(control.selected().selectedRanges(), (std::vector<TextMatch>{{0, 5}, {10, 13}}));
+    EXPECT_EQ(changes.count(), 1);
+    control.Undo();
+    EXPECT_EQ(control.Text(), u"aa aa aa aa"_qs);
+}
+
+TEST_F(ReplaceAll, KeepsToTheLinesPartsOfARectangle) {
+    const auto selectRectangle = [this](long anchor, unsigned long caret) {
+        control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONANCHOR, static_cast<unsigned long>(anchor));
+        control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONCARET, caret);
+    };
+    hold("a a a\na a a\n\na a a", "a");
+    replaceBy("");
+    selectRectangle(2, 16);
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedRanges()), 3);
+    control.ExecuteCmd(Command::ReplaceAllInSelection);
+    EXPECT_EQ(control.Text(), u"a  a\na  a\n\na  a"_qs);
+    control.Undo();
+    selectRectangle(3, 15);
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedRanges()), 3) << "from right to left";
+    selectRectangle(0, 13);
+    EXPECT_EQ(control.search().countMatches(control.selected().selectedRanges()), 0) << "without a width";
 }
 
 TEST_F(ReplaceAll, ReplacesWhatWasFoundUntilItIsStopped) {
@@ -687,7 +722,7 @@ TEST_F(ReplaceAll, CountsALineEndOfWhichTheMatchHasHalfOnce) {
     EXPECT_EQ(control.Text(), u"a-\r\nb-\r\nc"_qs);
     control.Undo();
     EXPECT_EQ(control.Text(), u"a\r\nb\r\nc"_qs);
-    EXPECT_EQ(control.replacing().replaceAllIn({0, 4}), 1);
+    EXPECT_EQ(control.replacing().replaceAllIn({{0, 4}}), 1);
     EXPECT_EQ(control.Text(), u"a-\r\nb\r\nc"_qs);
 }
 

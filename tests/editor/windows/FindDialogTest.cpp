@@ -272,6 +272,31 @@ TEST_F(FindDialogWindow, Counts) {
     EXPECT_EQ(control.SelStart(), 1);
 }
 
+TEST_F(FindDialogWindow, CountsWithinTheLinesPartsOfARectangle) {
+    control.setText(u"a a\na a\na a"_qs);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONANCHOR, 2UL);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONCARET, 11UL);
+    FindDialog& dialog = openFind();
+    enter(dialog, "cboFind", "a");
+    EXPECT_TRUE(in<QCheckBox>(dialog, "chkInSelection").isChecked());
+    press(dialog, "cmdCount");
+    EXPECT_TRUE(result(dialog).startsWith(u"3 "_qs)) << result(dialog).toStdString();
+}
+
+TEST_F(ReplaceDialogWindow, ReplacesAllWithinTheLinesPartsOfARectangleAgainAndAgain) {
+    control.setText(u"a a\na a\na a"_qs);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONANCHOR, 2UL);
+    control.SendScintilla(TextControl::SCI_SETRECTANGULARSELECTIONCARET, 11UL);
+    FindDialog& dialog = openReplace();
+    enter(dialog, "cboFind", "a");
+    enter(dialog, "cboReplace", "aa");
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), u"a aa\na aa\na aa"_qs);
+    press(dialog, "cmdReplaceAll");
+    EXPECT_EQ(control.Text(), u"a aaaa\na aaaa\na aaaa"_qs);
+    EXPECT_TRUE(result(dialog).startsWith(u"6 "_qs)) << result(dialog).toStdString();
+}
+
 TEST_F(FindDialogWindow, SearchesForNothingWithoutAText) {
     FindDialog& dialog = openFind();
     enter(dialog, "cboFind", "");

@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -23,8 +25,8 @@ struct Chosen : testing::Test {
         control.setSelection(4, 13);
     }
     std::pair<qint64, qint64> places() const {
-        const auto [from, to] = range.range().value_or(TextMatch{-1, -1});
-        return {from, to};
+        const auto ranges = range.ranges().value_or(std::vector<TextMatch>());
+        return ranges.size() == 1 ? std::pair(ranges[0].from, ranges[0].to) : std::pair<qint64, qint64>(-1, -1);
     }
     void insert(qint64 at, const char* text) {
         control.setSelection(at, at);
@@ -43,7 +45,7 @@ using Places = std::pair<qint64, qint64>;
 
 TEST_F(SearchRangeOfAControl, IsNothingBeforeSomethingIsSelected) {
     const SearchRange fresh(control, control.selected(), control.search());
-    EXPECT_FALSE(fresh.range());
+    EXPECT_FALSE(fresh.ranges());
     EXPECT_EQ(places(), Places(4, 13));
 }
 
@@ -85,6 +87,19 @@ TEST_F(SearchRangeOfAControl, HoldsWhatIsPutInAtItsEnds) {
     EXPECT_EQ(places(), Places(4, 15));
 }
 
+TEST_F(SearchRangeOfAControl, IsEachOfSeveralRangesUntilTheyAreJoined) {
+    control.SendScintilla(TextControl::SCI_SETSELECTION, 7UL, 4L);
+    control.SendScintilla(TextControl::SCI_ADDSELECTION, 18UL, 14L);
+    range.takeSelection();
+    EXPECT_EQ(range.ranges(), (std::vector<TextMatch>{{4, 7}, {14, 18}}));
+    insert(9, "ab");
+    EXPECT_EQ(range.ranges(), (std::vector<TextMatch>{{4, 7}, {16, 20}}));
+    remove(6, 8);
+    EXPECT_EQ(range.ranges(), (std::vector<TextMatch>{{4, 6}, {14, 18}}));
+    remove(5, 15);
+    EXPECT_FALSE(range.ranges());
+}
+
 TEST_F(SearchRangeOfAControl, EndsWithALoad) {
     QTemporaryDir folder;
     QFile file(folder.filePath(u"a"_qs));
@@ -92,7 +107,7 @@ TEST_F(SearchRangeOfAControl, EndsWithALoad) {
     file.write("another text of some length");
     file.close();
     ASSERT_FALSE(control.file().OpenFile(file.fileName()));
-    EXPECT_FALSE(range.range());
+    EXPECT_FALSE(range.ranges());
     insert(0, "a");
-    EXPECT_FALSE(range.range());
+    EXPECT_FALSE(range.ranges());
 }
