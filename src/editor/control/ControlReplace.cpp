@@ -12,76 +12,13 @@
 #include "editor/control/Unrecorded.h"
 #include "editor/held/BulkReplace.h"
 #include "text/search/MatchScan.h"
-#include "text/search/Replacement.h"
+#include "text/search/Replacements.h"
 
 #include <QPointer>
-
-#include <optional>
 
 using Sci = QsciScintillaBase;
 
 namespace {
-
-/// `free` is where the text begins that no earlier match has.
-LineEndHalves halvesBeside(const HeldText& text, const TextMatch& match, qint64 free) {
-    const auto splits = [&text](qint64 at) {
-        return at > 0 && at < text.length() && text.range(at - 1, 1) == "\r" && text.range(at, 1) == "\n";
-    };
-    if (match.empty())
-        return {};
-    return {match.from > free && splits(match.from), splits(match.to)};
-}
-
-/// Of these halves those that the replacement has too. They stay in the text, because the bookmark of a line stays with
-/// its line then.
-LineEndHalves halvesKept(LineEndHalves halves, const QByteArray& text) {
-    return {halves.cr && text.startsWith("\r\n"), halves.lf && text.endsWith("\r\n")};
-}
-
-TextMatch with(LineEndHalves halves, LineEndHalves kept, const TextMatch& match) {
-    return {match.from - (halves.cr && !kept.cr ? 1 : 0), match.to + (halves.lf && !kept.lf ? 1 : 0)};
-}
-
-QByteArray without(LineEndHalves kept, const QByteArray& text) {
-    return text.sliced(kept.cr ? 1 : 0).chopped(kept.lf ? 1 : 0);
-}
-
-/// Collects matches and their replacements. A match that begins with the LF behind another one keeps it.
-class Collector {
- public:
-    Collector(Replacements& found, const Replacement& replacement, const HeldText& held)
-        : m_found(found), m_replacement(replacement), m_held(held) {}
-
-    void add(const MatchScan& scan) {
-        auto& edits = m_found.edits;
-        if (m_withoutLf && scan.match().from == m_withoutLf->match.to)
-            edits.back() = *m_withoutLf;
-        const qint64 free = edits.empty() ? 0 : edits.back().match.to;
-        const LineEndHalves halves = halvesBeside(m_held, scan.match(), free);
-        m_withoutLf.reset();
-        if (halves.lf)
-            m_withoutLf = editFor(scan, {halves.cr, false});
-        edits.push_back(editFor(scan, halves));
-    }
-
- private:
-    /// A replacement that is the same for every match is held once.
-    Replacements::Edit editFor(const MatchScan& scan, LineEndHalves halves) {
-        if (!m_replacement.fixed() || m_text.isEmpty()) {
-            m_text = m_replacement.forMatch(scan, halves);
-            m_found.texts += m_text;
-        }
-        const LineEndHalves kept = halvesKept(halves, m_text);
-        return {with(halves, kept, scan.match()), m_found.texts.size() - m_text.size() + (kept.cr ? 1 : 0),
-                m_text.size() - (kept.cr ? 1 : 0) - (kept.lf ? 1 : 0)};
-    }
-
-    Replacements& m_found;
-    const Replacement& m_replacement;
-    const HeldText& m_held;
-    QByteArray m_text;                              ///< of the last replacement
-    std::optional<Replacements::Edit> m_withoutLf;  ///< the last edit, as it is when the next match has the LF
-};
 
 /// Selects the ranges as they are after the edits, those that are not empty.
 void selectGrown(EditView& view, const std::vector<TextMatch>& ranges, const Replacements& done) {
@@ -117,13 +54,11 @@ std::shared_ptr<const SearchPattern> ControlReplace::patternToReplace() {
 void ControlReplace::replaceMatch(const MatchScan& scan) {
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
                                   [this](const QString& text) { return m_view.withOwnLineEnds(text); });
-    const LineEndHalves halves = halvesBeside(m_view.heldText(), scan.match(), 0);
-    const QByteArray whole = replacement.forMatch(scan, halves);
-    const LineEndHalves kept = halvesKept(halves, whole);
-    const TextMatch match = with(halves, kept, scan.match());
-    const QByteArray text = without(kept, whole);
-    m_view.replaceBytes(match.from, match.to, text);
-    m_search.selectMatch({match.from, match.from + text.size()});
+    Replacements found;
+    ReplacementCollector(found, replacement, m_view.heldText()).add(scan);
+    const Replacements::Edit& edit = found.edits.front();
+    m_view.replaceBytes(edit.match.from, edit.match.to, found.texts.sliced(edit.textFrom, edit.textLength));
+    m_search.selectMatch({edit.match.from, edit.match.from + edit.textLength});
     m_search.forgetEmptyMatch();
     SearchHistory::ofReplacements().add(m_search.replacementText());
 }
@@ -180,7 +115,7 @@ bool ControlReplace::collect(Replacements& found, const SearchPattern& pattern, 
     const ScanLock lock(m_view);
     const Replacement replacement(m_search.replacementText(), {m_search.flags().regExp, m_search.PreserveCase()},
                                   [this](const QString& text) { return m_view.withOwnLineEnds(text); });
-    Collector collector(found, replacement, m_view.heldText());
+    ReplacementCollector collector(found, replacement, m_view.heldText());
     for (const TextMatch& range : ranges) {
         MatchScan scan(pattern, m_view.heldText(), m_view.map(), range.from, windowFor(range));
         scan.stopBehind(range.to);

@@ -130,14 +130,10 @@ QByteArray EditView::heldForm(const QString& text) const {
 }
 
 QByteArray EditView::withOwnLineEnds(const QString& text) const {
-    const qint64 lineEnd = send(SCI_GETEOLMODE);
-    QString converted = text;
-    converted.replace(u"\r\n"_qs, u"\n"_qs).replace(u'\r', u'\n');
-    if (lineEnd == SC_EOL_CRLF)
-        converted.replace(u'\n', u"\r\n"_qs);
-    else if (lineEnd == SC_EOL_CR)
-        converted.replace(u'\n', u'\r');
-    return wellFormedUtf8(converted);
+    const qint64 mode = send(SCI_GETEOLMODE);
+    if (mode == SC_EOL_CRLF)
+        return utf8WithLineEnds(text, u"\r\n"_qs);
+    return utf8WithLineEnds(text, mode == SC_EOL_CR ? u"\r"_qs : u"\n"_qs);
 }
 
 QString EditView::Text() const {

@@ -1,24 +1,13 @@
 #pragma once
 
 #include "text/held/HeldText.h"
-#include "text/search/MatchScan.h"
+#include "text/search/Replacements.h"
 
 #include <QByteArray>
 
 #include <vector>
 
 class QsciScintillaBase;
-
-/// Matches and their replacements, in the order of the text.
-struct Replacements {
-    struct Edit {
-        TextMatch match;
-        qsizetype textFrom = 0;  ///< into the texts
-        qsizetype textLength = 0;
-    };
-    std::vector<Edit> edits;
-    QByteArray texts;
-};
 
 /// Carries out many replacements in few edits: matches near each other are replaced along with the short text between
 /// them, where no mark of a line would be lost. The control's undo group is the caller's.

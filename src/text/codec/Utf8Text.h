@@ -10,3 +10,6 @@ inline bool isContinuation(char byte) {
 
 /// UTF-8 of a text in which a lone surrogate has become U+FFFD, as it does when it is typed.
 QByteArray wellFormedUtf8(QString text);
+
+/// The same with each line end (CR, LF, CR LF) turned into this one.
+QByteArray utf8WithLineEnds(QString text, const QString& lineEnd);

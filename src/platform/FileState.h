@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+/// Which file it is, and when and at which size it was last changed: equal as long as nobody has written to it since,
+/// as far as the file system's clock can tell. A plain value; times are nanoseconds.
+struct FileState {
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 modified = 0;
+    qint64 changed = 0;
+
+    bool operator==(const FileState&) const = default;
+
+    /// Nothing when the file cannot be examined. Links are followed.
+    static std::optional<FileState> of(const QString& path);
+    /// The same of an open file.
+    static std::optional<FileState> of(int handle);
+};
