@@ -90,24 +90,12 @@ class NotedRooms : public RoomsToCome {
     QStringList calls;
 
     bool fails = false;  ///< a call of one of these throws, once it is noted
-    struct Panel {
-        bool visible = false;
-        bool stuck = false;  ///< a toggle has no effect
-        void toggle() { visible = visible != !stuck; }
-    };
-    int timesAsked = 0;  ///< whether the bottom panel is visible
-    Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
 
     void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
     void ShowProperties() override { note(u"ShowProperties"_qs); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-    bool isSearchPanelVisible() override {
-        ++timesAsked;
-        return search.visible;
-    }
-    void ToggleSearchPanel() override { search.toggle(); }
 
  private:
     void note(const QString& call) {

@@ -45,6 +45,7 @@ class PanelLink;
 class QMainWindow;
 class QToolBar;
 class RoomsToCome;
+class SearchPanel;
 class SidePanel;
 class StatusPanels;
 class TabStrip;
@@ -75,6 +76,7 @@ struct House {
     QToolBar& toolBar;
     TabStrip& strip;
     SidePanel& sidePanel;
+    SearchPanel& searchPanel;
     MdiChildren& children;
     StatusPanels& status;
     DocumentTabs& tabs;
