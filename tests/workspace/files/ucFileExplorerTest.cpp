@@ -6,7 +6,7 @@
 #include "workspace/files/FolderFixture.h"
 #include "workspace/files/SlowDisk.h"
 #include "workspace/files/ucFileExplorer.h"
-#include "workspace/host/WorkspaceHost.h"
+#include "workspace/host/NotedHost.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -24,17 +24,6 @@
 #include <memory>
 
 namespace {
-
-class NoHost : public WorkspaceHost {
- public:
-    void selectDocument(const QString&) override {}
-    void openFile(const QString&) override {}
-    void closeDocument() override {}
-    void saveDocument() override {}
-    void dragStarts() override {}
-    void dragEnds() override {}
-    void hidePanel() override {}
-};
 
 /// The folder of the test is a removable volume.
 class FileExplorer : public FolderFixture {
@@ -112,7 +101,7 @@ class FileExplorer : public FolderFixture {
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     Settings m_settings{m_registry};
-    NoHost m_host;
+    NotedHost m_host;
     std::unique_ptr<ucFileExplorer> m_explorer;
     QTreeView* m_tree = nullptr;
     QTreeView* m_list = nullptr;
