@@ -1,8 +1,9 @@
 #include "widgets/RowInput.h"
 
+#include "widgets/PlainKey.h"
+
 #include <QAbstractItemView>
 #include <QContextMenuEvent>
-#include <QKeyEvent>
 
 RowInput::RowInput(QAbstractItemView& view) : QObject(&view), m_view(view) {
     view.installEventFilter(this);
@@ -15,7 +16,7 @@ void RowInput::onKeys(std::initializer_list<int> keys, std::function<void()> cal
 }
 
 bool RowInput::isOwnKey(const QKeyEvent& event) const {
-    return (event.modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier && m_calls.contains(event.key());
+    return isPlainKey(event) && m_calls.contains(event.key());
 }
 
 bool RowInput::eventFilter(QObject* watched, QEvent* event) {

@@ -1,9 +1,9 @@
 #include "shell/bars/SplitBar.h"
 
 #include "widgets/FocusFrame.h"
+#include "widgets/PlainKey.h"
 #include "widgets/Twips.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 
 namespace {
@@ -73,7 +73,7 @@ void SplitBar::mouseReleaseEvent(QMouseEvent* event) {
 
 void SplitBar::keyPressEvent(QKeyEvent* event) {
     for (const StepKey& each : StepKeys) {
-        if (each.orientation == m_orientation && event->key() == each.key) {
+        if (isPlainKey(*event) && each.orientation == m_orientation && event->key() == each.key) {
             Q_EMIT moveWanted(edge() + each.pixels);
             return;
         }

@@ -2,9 +2,9 @@
 
 #include "widgets/FocusFrame.h"
 #include "widgets/Icons.h"
+#include "widgets/PlainKey.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QToolButton>
 
@@ -85,6 +85,10 @@ void BandTitle::setText(const QString& text, const QString& toolTip) {
 }
 
 void BandTitle::keyPressEvent(QKeyEvent* event) {
+    if (!isPlainKey(*event)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
     for (const MoveKey& each : MoveKeys) {
         if (event->key() == each.key) {
             Q_EMIT moveWanted(each.steps);

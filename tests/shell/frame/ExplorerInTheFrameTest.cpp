@@ -1,6 +1,7 @@
 #include "shell/FrameFixture.h"
 #include "shell/bars/SidePanel.h"
 #include "workspace/files/ucFileExplorer.h"
+#include "workspace/panel/BandTitle.h"
 #include "workspace/panel/ucExplorer.h"
 
 #include <QAbstractItemView>
@@ -172,6 +173,35 @@ TEST_F(ExplorerInTheFrame, TheRoundOfF6EntersThePanelWhileItIsShown) {
     run("mnuEditExplorer");
     QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(m_frame->focusWidget(), &strip());
+}
+
+TEST_F(ExplorerInTheFrame, AClosedTabLeavesTheKeyboardInThePanelAndTheDocumentActive) {
+    start();
+    const QString last = twoFiles();
+    house().children.bringToFront(documents().at(0));
+    const frmDocument* present = active();
+    explorer().OpenAllTabs();
+    const auto focused = [this] { return m_frame->focusWidget()->parentWidget()->objectName(); };
+    const auto closeByKey = [this] { QTest::keyClick(m_frame->focusWidget(), Qt::Key_Delete); };
+    explorer().findChild<QWidget*>(u"picTitle(1)"_qs)->findChild<BandTitle*>()->setFocus();
+    closeByKey();
+    EXPECT_FALSE(explorer().isTabOpen(1));
+    EXPECT_EQ(focused(), u"picTitle(2)"_qs);
+    closeByKey();
+    EXPECT_EQ(focused(), u"picTitle(0)"_qs);
+    closeByKey();
+    EXPECT_EQ(m_frame->focusWidget()->objectName(), u"tbToolBar.close"_qs);
+    EXPECT_EQ(active(), present);
+    EXPECT_NE(active()->fIdx, last);
+
+    explorer().OpenAllTabs();
+    list().setFocus();
+    explorer().CloseTab(2);
+    EXPECT_EQ(focused(), u"picTitle(1)"_qs);
+    textWidget().setFocus();
+    explorer().CloseTab(1);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
+    EXPECT_EQ(active(), present);
 }
 
 TEST_F(ExplorerInTheFrame, FromTheFindBarTheWayBackLeadsToTheDocument) {
