@@ -112,7 +112,7 @@ class FrameFixture : public testing::Test {
     void load(const QString& tail = {}) {
         m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_makePanel, m_rooms, tail,
                                                           [this](const char* step) { m_steps << QLatin1String(step); },
-                                                          m_programFolder.path(), m_shareFolder});
+                                                          m_programFolder.path(), m_shareFolder, m_fileExists});
         m_frame->resize(900, 600);
         m_frame->Load();
     }
@@ -204,6 +204,7 @@ class FrameFixture : public testing::Test {
     QTemporaryDir m_folder;
     QTemporaryDir m_programFolder;
     QString m_shareFolder;
+    FileLookup::Exists m_fileExists = fileExists;  ///< called in another thread
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;

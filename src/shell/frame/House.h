@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "hex/bytes/HexFindState.h"
+#include "platform/FileLookup.h"
 #include "settings/Options.h"
 #include "settings/Settings.h"
 #include "shell/commands/CommandEntries.h"
@@ -83,6 +84,7 @@ struct House {
 
     // Documents
     SystemClose systemClose;
+    FileLookup lookup;
     ActiveDocument active;
     DocumentOpening opening;
     DocumentSaving saving;
