@@ -3,6 +3,7 @@
 #include "platform/FileLookup.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
+#include "platform/YieldPace.h"
 #include "settings/files/OwnTextFile.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandEntries.h"
@@ -127,10 +128,13 @@ bool ProjectCommands::readProject(const QString& file) try {
         return false;
     }
     ProjectFile::Reader reader;
+    YieldPace pace;  // each yield lays out the list of the project again
     for (const QString& line : OwnTextFile::linesOf(content.bytes)) {
         restoreLine(line, reader.take(line));
-        yieldOnce();
+        if (pace.due())
+            yieldOnce();
     }
+    yieldOnce();
     SetProjectMenus(false);
     return true;
 } catch (const std::exception& error) {

@@ -7,6 +7,7 @@
 #include <QAbstractItemView>
 #include <QMdiArea>
 #include <QPointer>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -173,6 +174,23 @@ TEST_F(ExplorerInTheFrame, TheRoundOfF6EntersThePanelWhileItIsShown) {
     run("mnuEditExplorer");
     QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(m_frame->focusWidget(), &strip());
+}
+
+TEST_F(ExplorerInTheFrame, TheWindowLivesWhileAProjectOfAMillionLinesOpens) {
+    constexpr int Items = 500'000;
+    QByteArray lines = "<<EXPLORER STATUS>>\r\nTrue\t3300\r\n<<PROJECT FILE>>\r\n";
+    for (int i = 0; i < Items; ++i)
+        lines += "FILE\t/gone/" + QByteArray::number(Items + i) + "\r\nNOTHING\r\n";
+    lines += "<<NO SECTION>>\r\nFILE\t/in/none\r\n";
+    start();
+    int rounds = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, m_frame.get(), [&] { ++rounds; });
+    timer.start(0);
+    EXPECT_TRUE(m_frame->OpenProject(fileOf(lines, u"large.qmp"_qs)));
+    EXPECT_GT(rounds, 10);
+    EXPECT_EQ(explorer().PjtItemCount(), Items);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(ExplorerInTheFrame, AClosedTabLeavesTheKeyboardInThePanelAndTheDocumentActive) {
