@@ -10,7 +10,7 @@ RowInput::RowInput(QAbstractItemView& view) : QObject(&view), m_view(view) {
     view.viewport()->installEventFilter(this);
 }
 
-void RowInput::onKeys(std::initializer_list<int> keys, std::function<void()> call) {
+void RowInput::onKeys(std::initializer_list<int> keys, const std::function<void()>& call) {
     for (const int key : keys)
         m_calls.insert(key, call);
 }

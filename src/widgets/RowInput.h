@@ -20,7 +20,7 @@ class RowInput : public QObject {
 
     /// The view has these keys for this, even where the main menu has them too. A key with a modifier is not one of
     /// them.
-    void onKeys(std::initializer_list<int> keys, std::function<void()> call);
+    void onKeys(std::initializer_list<int> keys, const std::function<void()>& call);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 

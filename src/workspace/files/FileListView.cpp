@@ -2,6 +2,7 @@
 
 #include "widgets/RowInput.h"
 
+#include <QFocusEvent>
 #include <QHeaderView>
 #include <QPointer>
 

@@ -2,6 +2,8 @@
 #include "hex/bytes/HexBlock.h"
 #include "hex/bytes/MemoryBytes.h"
 
+#include <QList>
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
