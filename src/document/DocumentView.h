@@ -17,6 +17,8 @@ class DocumentView {
     virtual bool load(const QString& path) = 0;
     /// `format` is one of SaveFormats and concerns text alone; `force` (write even when nothing was edited) hex alone.
     virtual bool save(const QString& path, int format, bool force) = 0;
+    /// Whether a save may begin. Otherwise the view has said in the status bar why not.
+    virtual bool maySave() { return true; }
     /// Edited since the view's last load or save.
     virtual bool isModified() const = 0;
 

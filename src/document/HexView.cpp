@@ -80,6 +80,10 @@ bool HexView::save(const QString& path, int, bool force) {
     return m_control->SaveFile(path, force || !isNormalFile(path));
 }
 
+bool HexView::maySave() {
+    return m_control->maySave();
+}
+
 bool HexView::isModified() const {
     return m_control->FileOpen() && m_control->Modified();
 }

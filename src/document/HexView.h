@@ -21,6 +21,7 @@ class HexView : public DocumentView {
     QWidget* viewWidget() override;
     bool load(const QString& path) override;
     bool save(const QString& path, int format, bool force) override;
+    bool maySave() override;
     bool isModified() const override;
     bool hasContent() const override;
     QString limitations() const override;

@@ -102,10 +102,13 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
     QString failure;
     try {
         const CloseStop stop(*this, m_loads);
+        const CloseStop opening(*this, m_openings);
         loaded = loadChosenView(pFilename, pReadonly, pCheckBinary, pTextMode);
     } catch (const std::exception& error) {
         failure = QString::fromLocal8Bit(error.what());
     }
+    if (alive && m_openings == 0 && std::exchange(m_wasRefused, false))
+        Q_EMIT Notice({});
     if (failure.isNull()) {
         BusyPointer::restore();
         return loaded;
@@ -176,6 +179,14 @@ void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     isNew = false;
     isChange = visibleView().isModified();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
+}
+
+bool frmDocument::maySave() {
+    if (m_openings == 0)
+        return visibleView().maySave();
+    m_wasRefused = true;
+    Q_EMIT Notice(u"Not saved: the file is still being read or written."_qs);
+    return false;
 }
 
 bool frmDocument::holdsFile() const {

@@ -68,6 +68,8 @@ class frmDocument : public QWidget {
     /// `pFormat` is one of SaveFormats and concerns the text view alone; `pFlag` (write even when nothing was edited)
     /// the hex view alone.
     Q_INVOKABLE bool SaveFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded, bool pFlag = false);
+    /// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
+    bool maySave();
     Q_INVOKABLE void ReloadFile();
     /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
     /// and after a load that failed: such a view is not to be written over the file unless the user names it.
@@ -258,6 +260,8 @@ class frmDocument : public QWidget {
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;
-    int m_loads = 0;
+    int m_loads = 0;            ///< operations that run the event loop
+    int m_openings = 0;         ///< those of them that load a file
+    bool m_wasRefused = false;  ///< a save, while a file was being loaded
     Life m_life = Life::Open;
 };

@@ -15,16 +15,12 @@ class BookmarkList : public QListView {
     void setModel(QAbstractItemModel* model) override;
 
  Q_SIGNALS:
-    /// The right button was released, or the key for menus was pressed. Position in this widget.
-    void rightReleased(const QPoint& position);
+    /// In coordinates of the screen.
+    void menuWanted(const QPoint& place);
 
  protected:
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
     void updateGeometries() override;
 
  private:
-    QPoint fromViewport(const QPoint& point) const;
-
     QHeaderView* m_heading;
 };

@@ -16,22 +16,28 @@ HexScans::HexScans(QWidget* view, ByteStore& bytes, HexPanes& panes, const Optio
                    Notice notice)
     : m_view(view), m_bytes(bytes), m_panes(panes), m_options(options), m_state(state), m_notice(std::move(notice)) {}
 
-bool HexScans::run(const std::optional<HexNeedle>& needle,
-                   const std::function<void(HexSearch&, const HexNeedle&)>& scan) {
+bool HexScans::scanFor(const std::optional<HexNeedle>& needle,
+                       const std::function<void(HexSearch&, const HexNeedle&)>& scan) {
     if (m_isRunning)
         return false;
     m_wasStopped = false;
-    if (!needle)
+    return needle && run(u"Searching. Esc stops it."_qs, [&](const ScanWatch& watch) {
+               HexSearch search(m_bytes, HexSearch::BlockSize, watch);
+               scan(search, *needle);
+           });
+}
+
+bool HexScans::run(const QString& text, const std::function<void(const ScanWatch&)>& work) {
+    if (m_isRunning)
         return false;
     const QPointer<QWidget> alive(m_view);
-    LongScan shown(m_panes.parts().ProgressBar1, m_notice);
-    HexSearch search(m_bytes, HexSearch::BlockSize, [&shown](int percent) { return shown.goesOn(percent); });
+    LongScan shown(m_panes.parts().ProgressBar1, m_notice, text);
     m_isRunning = true;
     const auto ended = qScopeGuard([this, &alive] {
         if (alive)
             m_isRunning = false;
     });
-    scan(search, *needle);
+    work([&shown](int percent) { return shown.goesOn(percent); });
     if (!alive)
         return false;
     m_wasStopped = shown.wasStopped();
@@ -50,7 +56,7 @@ std::optional<FilePosition> HexScans::find(const QString& text, HexFindType type
     m_panes.usePane(type == HexFindType::Bytes ? 1 : 2);
     std::optional<HexBlock> match;
     const bool wraps = m_options.ContinueSearch;
-    const bool isOver = run(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
+    const bool isOver = scanFor(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
         const auto at = isDown ? search.findDown(needle, cursor + 1, wraps) : search.findUp(needle, cursor, wraps);
         if (at)
             match = HexBlock{*at, *at + needle.size() - 1};
@@ -63,14 +69,14 @@ std::optional<FilePosition> HexScans::find(const QString& text, HexFindType type
 
 int HexScans::count(const QString& text, HexFindType type) {
     qint64 matches = 0;
-    run(HexNeedle::make(text, type),
-        [&](const HexSearch& search, const HexNeedle& needle) { matches = search.count(needle); });
+    scanFor(HexNeedle::make(text, type),
+            [&](const HexSearch& search, const HexNeedle& needle) { matches = search.count(needle); });
     return static_cast<int>(matches);
 }
 
 int HexScans::mark(const QString& text, HexFindType type) {
     std::vector<qint32> offsets;
-    const bool isOver = run(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
+    const bool isOver = scanFor(HexNeedle::make(text, type), [&](const HexSearch& search, const HexNeedle& needle) {
         search.forEachMatch(
             needle, [&](FilePosition match) { offsets.push_back(static_cast<qint32>(Offset(match).number())); });
     });
@@ -87,7 +93,13 @@ int HexScans::mark(const QString& text, HexFindType type) {
 
 HexSearch::Replaced HexScans::replace(const QString& text, HexFindType type, const QByteArray& replacement) {
     HexSearch::Replaced replaced;
-    run(HexNeedle::make(text, type),
-        [&](HexSearch& search, const HexNeedle& needle) { replaced = search.replaceAll(needle, replacement); });
+    scanFor(HexNeedle::make(text, type),
+            [&](HexSearch& search, const HexNeedle& needle) { replaced = search.replaceAll(needle, replacement); });
     return replaced;
+}
+
+SystemError HexScans::fill(const HexBlock& block, quint8 byte) {
+    SystemError error;
+    run(u"Filling. Esc stops it."_qs, [&](const ScanWatch& watch) { error = block.fill(m_bytes, byte, watch); });
+    return error;
 }

@@ -11,7 +11,8 @@ constexpr qint64 PatienceMilliseconds = 200;
 
 }  // namespace
 
-LongScan::LongScan(QProgressBar* bar, Notice notice) : m_bar(bar), m_notice(std::move(notice)) {
+LongScan::LongScan(QProgressBar* bar, Notice notice, QString text)
+    : m_bar(bar), m_notice(std::move(notice)), m_text(std::move(text)) {
     m_since.start();
 }
 
@@ -25,7 +26,7 @@ LongScan::~LongScan() {
 void LongScan::show() {
     m_input = std::make_unique<InputStop>();
     m_bar.show();
-    m_notice(u"Searching. Esc stops it."_qs);
+    m_notice(m_text);
 }
 
 bool LongScan::goesOn(int percent) {

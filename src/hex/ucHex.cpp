@@ -84,8 +84,8 @@ void ucHex::connectParts() {
         connect(label, &ClickLabel::clicked, this, &ucHex::toggleEditMode);
     connect(parts.lsBookmark, &BookmarkList::clicked, this, &ucHex::GotoSelectedBookmark);
     connect(parts.lsBookmark, &BookmarkList::activated, this, &ucHex::GotoSelectedBookmark);
-    connect(parts.lsBookmark, &BookmarkList::rightReleased, this,
-            [this](const QPoint& at) { requestContextMenu(m_panes.parts().lsBookmark, at, u"BOOK"_qs); });
+    connect(parts.lsBookmark, &BookmarkList::menuWanted, this,
+            [this](const QPoint& place) { requestContextMenu(this, mapFromGlobal(place), u"BOOK"_qs); });
 }
 
 void ucHex::requestContextMenu(const QWidget* from, const QPoint& at, const QString& key) {

@@ -63,6 +63,8 @@ class ucHex : public QWidget, public HexFindTarget {
     Q_INVOKABLE QString GetCursorPos() const { return m_panes.cursorText(); }  ///< "Pg 1/3, Pos 0/960"
     /// What a user has to know of the bytes in the view, in a few words; mostly empty.
     QString limitations() const;
+    /// Whether nothing runs that a save would disturb. Otherwise the status bar says what does.
+    bool maySave();
     QRect cursorRect() const { return m_panes.cursorRect(); }  ///< of the pane in use
 
     /// A match is shown in the top row.
@@ -162,7 +164,6 @@ class ucHex : public QWidget, public HexFindTarget {
     void EnableHexControls();
     bool LoadFile(const QString& pFileName);
     CopyProgress SetProgress();
-    bool isFree();
     void setFree();
     bool writeOver(const QString& target);
     void setHasUnmarked(bool hasUnmarked);

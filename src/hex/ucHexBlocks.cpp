@@ -8,6 +8,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPointer>
 
 #include <cerrno>
 
@@ -41,13 +42,16 @@ void ucHex::copyBlock(Offset one, Offset other, BlockForm form) {
 void ucHex::fillBlock(Offset one, Offset other, quint8 byte) {
     finishNibble();
     const std::optional<HexBlock> block = HexBlock::between(one, other, m_copy.length());
-    if (!block || !m_fileOpen || m_locked)
+    if (!block || !m_fileOpen || m_locked || m_scans.isRunning())
         return;
+    const QPointer<ucHex> guard(this);
     BusyPointer::show();
-    const SystemError error = block->fill(m_copy, byte);
+    const SystemError error = m_scans.fill(*block, byte);
+    BusyPointer::restore();
+    if (!guard)
+        return;
     FillGrid();
     setHasUnmarked(true);
-    BusyPointer::restore();
     if (error)
         m_prompts.message(this, error.description);
 }

@@ -91,13 +91,14 @@ bool ucHex::LoadFile(const QString& pFileName) {
     return true;
 }
 
-/// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
-bool ucHex::isFree() {
-    if (!m_isBusy && !m_scans.isRunning())
-        return true;
-    m_wasRefused = true;
-    Q_EMIT Notice(u"Not saved: the file is still being read or written."_qs);
-    return false;
+/// Otherwise the status bar says why not, until what is running has ended. A scan removes the text by itself.
+bool ucHex::maySave() {
+    if (m_scans.isRunning())
+        Q_EMIT Notice(u"Not saved: a search, replacement or fill is running. Esc stops it."_qs);
+    else if (m_isBusy)
+        Q_EMIT Notice(u"Not saved: the file is still being read or written."_qs);
+    m_wasRefused |= m_isBusy;
+    return !m_isBusy && !m_scans.isRunning();
 }
 
 void ucHex::setFree() {
@@ -117,7 +118,7 @@ void ucHex::setHasUnmarked(bool hasUnmarked) {
 }
 
 bool ucHex::SaveFile(const QString& pFileName, bool force) {
-    if (!isFree())
+    if (!maySave())
         return false;
     if (!m_fileOpen)
         return true;
@@ -127,7 +128,7 @@ bool ucHex::SaveFile(const QString& pFileName, bool force) {
 
 void ucHex::cmdSaveAs() {
     const QString target = m_saveAsName.left(m_saveAsName.indexOf(QChar(u'\0'))).trimmed();
-    if (!m_fileOpen || target.isEmpty() || !isFree())
+    if (!m_fileOpen || target.isEmpty() || !maySave())
         return;
     finishNibble();
     writeOver(target);

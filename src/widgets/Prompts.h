@@ -33,6 +33,9 @@ class Prompts {
     /// A box with the text and OK. An empty title means "Quillmark".
     virtual void message(QWidget* parent, const QString& text, const QString& title = {}) = 0;
 
+    /// The same with the picture of a stop.
+    virtual void stop(QWidget* parent, const QString& text, const QString& title = {}) = 0;
+
     /// A box with Yes and No that neither Esc nor a close button closes. True: Yes. The informative text stands below
     /// the question in smaller letters.
     virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {},

@@ -87,6 +87,14 @@ class ButtonsOnlyBox : public QMessageBox {
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
 
+void showMessage(QWidget* parent, const QString& text, const QString& title, QMessageBox::Icon icon) {
+    QMessageBox box(windowOf(parent));
+    setUp(box, text, title);
+    box.setIcon(icon);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+}
+
 QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
     auto* box = new QCheckBox(u"Open as &read-only"_qs, &dialog);
     box->setObjectName(u"chkReadOnly"_qs);
@@ -98,10 +106,11 @@ QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
 }  // namespace
 
 void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
-    QMessageBox box(windowOf(parent));
-    setUp(box, text, title);
-    box.setStandardButtons(QMessageBox::Ok);
-    box.exec();
+    showMessage(parent, text, title, QMessageBox::NoIcon);
+}
+
+void QtPrompts::stop(QWidget* parent, const QString& text, const QString& title) {
+    showMessage(parent, text, title, QMessageBox::Critical);
 }
 
 bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText) {

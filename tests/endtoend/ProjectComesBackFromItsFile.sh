@@ -30,9 +30,8 @@ typeName() { settle; xdotool type --delay 30 "$1"; press Return; settle; }
 showsBytes() { [[ $(readlink "/proc/$running/fd/"*) == *'~hextemp'* ]]; }
 # holds FILE BYTES: as printf takes them.
 holds() { printf '%b' "$2" | cmp -s - "$1"; }
-# The file of the project without its CRs, without the place of a tab that is closed, which is not restored, and without
-# the places of windows.
-linesOf() { tr -d '\r' <"$1" | sed -E "/^\//s/(${tab}[-0-9.]+){4}$//; /^(True|False)${tab}[0-9]+${tab}/s/False${tab}[0-9]+/False${tab}/g"; }
+# The file of the project without its CRs, and without the place of a tab that is closed, which is not restored.
+linesOf() { tr -d '\r' <"$1" | sed -E "/^(True|False)${tab}[0-9]+${tab}/s/False${tab}[0-9]+/False${tab}/g"; }
 hasLine() { [[ -e $project ]] && linesOf "$project" | grep -qxF "$1"; }
 # expectLine LINE: the file of the project has it.
 expectLine() { waitFor 30 hasLine "$1" || { cat "$project" >&2 || true; fail "the project has no line $1"; }; }

@@ -121,9 +121,54 @@ TEST_F(LongScans, AreTheOnlyWorkOnTheirFile) {
     QStringList texts;
     for (const auto& notice : notices)
         texts += notice[0].toString();
-    EXPECT_EQ(texts, QStringList({u"Searching. Esc stops it."_qs,
-                                  u"Not saved: the file is still being read or written."_qs, QString()}));
+    EXPECT_EQ(texts,
+              QStringList({u"Searching. Esc stops it."_qs,
+                           u"Not saved: a search, replacement or fill is running. Esc stops it."_qs, QString()}));
+    const auto before = notices.count();
     EXPECT_TRUE(m_hex->SaveFile(at(u"file"_qs), true));
+    EXPECT_EQ(notices.count(), before);
+}
+
+TEST_F(LongScans, AFillShowsHowFarItIsAndIsStoppedByEsc) {
+    constexpr qsizetype Size = 20 * 512'000;
+    open(QByteArray(Size, 'a'));
+    const auto filled = [this] { return numberOf(workingBytes(), 'b'); };
+    QSignalSpy notices(m_hex.get(), &ucHex::Notice);
+    m_hex->fillBlock(Offset(Size - 10), Offset(Size), 'b');
+    EXPECT_EQ(filled(), 10);
+    EXPECT_EQ(notices.count(), 0);
+    m_calls.slowDown(SystemCall::Write, SlowRead);
+    bool wasSeen = false;
+    QTimer::singleShot(0, m_hex.get(), [&] {
+        wasSeen = progress()->isVisible();
+        EXPECT_EQ(m_hex->CountBytes(u"61 "_qs, 0), 0);
+        m_hex->fillBlock(Offset(0), Offset(9), 'c');
+        EXPECT_FALSE(m_hex->SaveFile(at(u"file"_qs), true));
+    });
+    postKey(pane(1), Qt::Key_Escape);
+    m_hex->fillBlock(Offset(0), Offset(Size), 'b');
+    EXPECT_TRUE(wasSeen);
+    EXPECT_GT(filled(), 512'000);
+    EXPECT_LT(filled(), Size);
+    EXPECT_EQ(numberOf(workingBytes(), 'c'), 0);
+    EXPECT_FALSE(progress()->isVisible());
+    ASSERT_EQ(notices.count(), 3);
+    EXPECT_EQ(notices[0][0].toString(), u"Filling. Esc stops it."_qs);
+    EXPECT_EQ(notices[2][0].toString(), QString());
+    EXPECT_EQ(m_hex->limitations(), u"Save As writes what was replaced or filled."_qs);
+    m_calls.slowDown(SystemCall::Write, 0);
+    m_hex->fillBlock(Offset(0), Offset(Size), 'b');
+    EXPECT_EQ(filled(), Size);
+}
+
+TEST_F(LongScans, AFillEndsWithItsView) {
+    open(QByteArray(20 * 512'000, 'a'));
+    m_calls.slowDown(SystemCall::Write, SlowRead);
+    QTimer::singleShot(0, qApp, [this] { m_hex.reset(); });
+    m_hex->fillBlock(Offset(0), Offset(20 * 512'000), 'b');
+    EXPECT_EQ(m_hex, nullptr);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
 TEST_F(LongScans, EndWithTheirView) {

@@ -140,7 +140,8 @@ TEST_F(HexMarks, AskForTheirMenuAtTheReleaseOfTheRightButtonWhereThePointerIs) {
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
     QApplication::sendEvent(viewport, &byKey);
     ASSERT_EQ(asked.count(), 2);
-    EXPECT_EQ(place(1), viewport->mapTo(m_hex.get(), at));
+    const QPoint row = bookmarks()->visualRect(bookmarks()->currentIndex()).bottomLeft();
+    EXPECT_EQ(place(1), viewport->mapTo(m_hex.get(), row));
 }
 
 TEST_F(HexMarks, StandUnderTheirHeading) {

@@ -90,24 +90,12 @@ class NotedRooms : public RoomsToCome {
     QStringList calls;
 
     bool fails = false;  ///< a call of one of these throws, once it is noted
-    struct Panel {
-        bool visible = false;
-        bool stuck = false;  ///< a toggle has no effect
-        void toggle() { visible = visible != !stuck; }
-    };
-    int timesAsked = 0;  ///< whether the bottom panel is visible
-    Panel search;
 
     QStringList take() { return std::exchange(calls, {}); }
 
     void ShowSearchInFiles(const QString& text) override { note(u"ShowSearchInFiles "_qs + text); }
     void ShowProperties() override { note(u"ShowProperties"_qs); }
     void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-    bool isSearchPanelVisible() override {
-        ++timesAsked;
-        return search.visible;
-    }
-    void ToggleSearchPanel() override { search.toggle(); }
 
  private:
     void note(const QString& call) {
@@ -124,7 +112,7 @@ class FrameFixture : public testing::Test {
     void load(const QString& tail = {}) {
         m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_makePanel, m_rooms, tail,
                                                           [this](const char* step) { m_steps << QLatin1String(step); },
-                                                          m_programFolder.path(), m_shareFolder});
+                                                          m_programFolder.path(), m_shareFolder, m_fileExists});
         m_frame->resize(900, 600);
         m_frame->Load();
     }
@@ -216,6 +204,7 @@ class FrameFixture : public testing::Test {
     QTemporaryDir m_folder;
     QTemporaryDir m_programFolder;
     QString m_shareFolder;
+    FileLookup::Exists m_fileExists = fileExists;  ///< called in another thread
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;

@@ -37,6 +37,7 @@ class ScriptedPrompts : public Prompts {
     void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
 
     QStringList messages;                  ///< texts of the message boxes
+    QStringList stops;                     ///< those of them that have the picture of a stop
     QStringList questions;                 ///< texts of the Yes/No boxes
     QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
@@ -47,6 +48,11 @@ class ScriptedPrompts : public Prompts {
         messages.append(text);
         titles.append(title);
         runAction();
+    }
+
+    void stop(QWidget* parent, const QString& text, const QString& title) override {
+        stops.append(text);
+        message(parent, text, title);
     }
 
     bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText) override {

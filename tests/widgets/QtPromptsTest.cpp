@@ -44,9 +44,22 @@ TEST(QtPrompts, AMessageShowsItsTextAsItStands) {
         EXPECT_EQ(box.text(), u"/a <b>\nFile not found!"_qs);
         EXPECT_EQ(box.textFormat(), Qt::PlainText);
         EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box.icon(), QMessageBox::NoIcon);
         QTest::keyClick(&box, Qt::Key_Escape);
     });
     prompts.message(nullptr, u"/a <b>\nFile not found!"_qs, QString());
+}
+
+TEST(QtPrompts, AStopIsAMessageWithAPicture) {
+    QtPrompts prompts;
+    whenShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), u"The title"_qs);
+        EXPECT_EQ(box.text(), u"Not ready"_qs);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box.icon(), QMessageBox::Critical);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    prompts.stop(nullptr, u"Not ready"_qs, u"The title"_qs);
 }
 
 TEST(QtPrompts, BoxesStandOverTheWindowAndStandItThatTheAskingPartGoes) {

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <optional>
 
 /// A run of bytes of a file, both ends belonging to it.
@@ -20,6 +21,7 @@ struct HexBlock {
 
     /// Nothing when it can't be read.
     std::optional<QByteArray> bytesIn(const ByteStore& file) const;
-    /// Overwrites each byte of it.
-    SystemError fill(ByteStore& file, quint8 byte) const;
+    /// Overwrites each byte of it. The watch is called often with how far it is, in percent; once it returns false the
+    /// rest stays as it is, and the file is not used any more.
+    SystemError fill(ByteStore& file, quint8 byte, const std::function<bool(int percent)>& watch = {}) const;
 };

@@ -1,7 +1,11 @@
 #include "shell/bars/FocusRound.h"
 
 #include <QList>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QWidget>
+
+#include <algorithm>
 
 namespace {
 
@@ -25,4 +29,12 @@ void FocusRound::go(std::initializer_list<QWidget*> parts, int step) {
         ++present;
     const qsizetype next = present == round.size() ? 0 : (present + step + round.size()) % round.size();
     round.at(next)->setFocus(Qt::TabFocusReason);
+}
+
+void FocusRound::leave(std::initializer_list<const QWidget*> parts, const QMdiArea& documents) {
+    QMdiSubWindow* document = documents.activeSubWindow();
+    if (document == nullptr || std::ranges::none_of(parts, holdsFocus))
+        return;
+    QWidget* heir = document->isMinimized() ? document : document->widget();
+    heir->setFocus();
 }

@@ -1,10 +1,10 @@
 #include "shell/bars/SidePanel.h"
 
+#include "shell/bars/FocusRound.h"
 #include "shell/bars/SplitBar.h"
 #include "widgets/Twips.h"
 
 #include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -14,6 +14,7 @@ namespace {
 constexpr int StartLeft = 3300;
 constexpr int BarWidth = 70;
 constexpr int BarPixels = (BarWidth + TwipsPerPixel / 2) / TwipsPerPixel;
+constexpr int LeastPixels = 33;  ///< of the height
 
 }  // namespace
 
@@ -21,8 +22,9 @@ SidePanel::SidePanel(QWidget* parent)
     : QWidget(parent),
       m_area(*new QMdiArea(this)),
       m_container(*new QWidget(this)),
-      m_bar(*new SplitBar(this)),
+      m_bar(*new SplitBar(Qt::Vertical, this)),
       m_left(StartLeft) {
+    setMinimumHeight(LeastPixels);
     m_container.setObjectName(u"picButtons"_qs);
     auto* rows = new QVBoxLayout(&m_container);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -45,13 +47,8 @@ void SidePanel::hold(QWidget* panel) {
 }
 
 void SidePanel::setShown(bool shown) {
-    const QWidget* focused = window()->focusWidget();
-    const bool leaves = !shown && focused != nullptr && (focused == &m_bar || m_container.isAncestorOf(focused));
-    // Before the panel is hidden, since Qt would pass its focus to any document, which that would activate.
-    if (QMdiSubWindow* document = m_area.activeSubWindow(); leaves && document != nullptr) {
-        QWidget* heir = document->isMinimized() ? document : document->widget();
-        heir->setFocus();
-    }
+    if (!shown)
+        FocusRound::leave({&m_bar, &m_container}, m_area);
     m_container.setVisible(shown);
     m_bar.setVisible(shown);
     ArrangePanels();

@@ -2,10 +2,10 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandRow.h"
 #include "shell/commands/MenuText.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ToolTable.h"
 #include "shell/commands/ViewToggles.h"
 #include "shell/start/IgnoringErrors.h"
@@ -39,9 +39,9 @@ void undoClick(QAction& action, bool checked) {
 
 }  // namespace
 
-CommandEntries::CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar,
-                               const SidePanel& sidePanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run)
-    : m_table(table), m_rooms(rooms), m_coolBar(coolBar), m_sidePanel(sidePanel), m_run(std::move(run)) {
+CommandEntries::CommandEntries(std::span<const CommandRow> table, const CoolBar& coolBar, const SidePanel& sidePanel,
+                               const SearchPanel& searchPanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run)
+    : m_table(table), m_coolBar(coolBar), m_sidePanel(sidePanel), m_searchPanel(searchPanel), m_run(std::move(run)) {
     buildMenus(menuBar);
     buildButtons(toolBar);
 }
@@ -233,7 +233,7 @@ void CommandEntries::showViewToggle(const ViewToggle& option, const frmDocument&
 
 void CommandEntries::RefreshCheckedItems() {
     CheckMenuItem("mnuEditExplorer", m_sidePanel.isShown());
-    CheckMenuItem("mnulFindReplacePanel", m_rooms.isSearchPanelVisible());
+    CheckMenuItem("mnulFindReplacePanel", m_searchPanel.isShown());
     CheckMenuItem("mnuShowEditToolbar", m_coolBar.isBandVisible(CoolBar::Tool));
     CheckMenuItem("mnuShowFilesTab", m_coolBar.isBandVisible(CoolBar::Tab));
     for (const char* name : OwnChecks)

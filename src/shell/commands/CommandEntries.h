@@ -15,7 +15,7 @@ class QMenu;
 class QMenuBar;
 class QToolBar;
 class QWidget;
-class RoomsToCome;
+class SearchPanel;
 class SidePanel;
 class frmDocument;
 struct CommandRow;
@@ -36,9 +36,9 @@ class CommandEntries : public QObject {
     /// `run` carries out a target; the entries call it.
     using Runner = std::function<void(const CommandTarget&)>;
 
-    /// The marks of what rooms and bands show are read from them; the table outlives the entries.
-    CommandEntries(std::span<const CommandRow> table, RoomsToCome& rooms, const CoolBar& coolBar,
-                   const SidePanel& sidePanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run);
+    /// The marks of what panels and bands show are read from them; the table outlives the entries.
+    CommandEntries(std::span<const CommandRow> table, const CoolBar& coolBar, const SidePanel& sidePanel,
+                   const SearchPanel& searchPanel, QMenuBar& menuBar, QToolBar& toolBar, Runner run);
 
     /// The entry or button of that name or key; null when there is none.
     QAction* entry(const QByteArray& name) const;
@@ -83,9 +83,9 @@ class CommandEntries : public QObject {
     void showMark(QAction* action, bool marked);
 
     std::span<const CommandRow> m_table;
-    RoomsToCome& m_rooms;
     const CoolBar& m_coolBar;
     const SidePanel& m_sidePanel;
+    const SearchPanel& m_searchPanel;
     Runner m_run;
     QList<QAction*> m_items;
     QHash<QByteArray, QAction*> m_entries;

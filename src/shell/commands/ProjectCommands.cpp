@@ -1,7 +1,9 @@
 #include "shell/commands/ProjectCommands.h"
 
+#include "platform/FileLookup.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
+#include "platform/YieldPace.h"
 #include "settings/files/OwnTextFile.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandEntries.h"
@@ -64,12 +66,13 @@ constexpr ActionRow Actions[] = {
 }  // namespace
 
 ProjectCommands::ProjectCommands(QWidget& window, QString& projectFilename, Prompts& prompts, SystemClose& systemClose,
-                                 DocumentClosing& closing, DocumentRecords& records, ProjectLists& lists,
-                                 PanelLink& panel, SidePanel& sidePanel, CommandEntries& entries)
+                                 FileLookup& lookup, DocumentClosing& closing, DocumentRecords& records,
+                                 ProjectLists& lists, PanelLink& panel, SidePanel& sidePanel, CommandEntries& entries)
     : m_window(window),
       m_projectFilename(projectFilename),
       m_prompts(prompts),
       m_systemClose(systemClose),
+      m_lookup(lookup),
       m_closing(closing),
       m_records(records),
       m_lists(lists),
@@ -82,7 +85,7 @@ bool ProjectCommands::OpenProject(const QString& pFile) {
         m_systemClose.whenFree([this, pFile] { OpenProject(pFile); });
         return false;
     }
-    if (!fileExists(pFile)) {
+    if (!isThere(pFile)) {
         const QString question =
             u"Project '%1' does not exist.\nDo you want to remove the project from the Favorites?"_qs;
         if (m_prompts.askYesNo(&m_window, question.arg(pFile)))
@@ -102,6 +105,14 @@ bool ProjectCommands::OpenProject(const QString& pFile) {
     return read;
 }
 
+/// While the disk does not answer, the event loop runs.
+bool ProjectCommands::isThere(const QString& file) {
+    const CloseDisabled noClose(m_systemClose);
+    const Busy busy;
+    const QScopedValueRollback atWork(m_atWork, true);
+    return m_lookup.exists(file);
+}
+
 /// A file that was not read must not be written over with what is open instead.
 void ProjectCommands::becomeNew() {
     m_projectFilename = NewName.toString();
@@ -117,10 +128,13 @@ bool ProjectCommands::readProject(const QString& file) try {
         return false;
     }
     ProjectFile::Reader reader;
+    YieldPace pace;  // each yield lays out the list of the project again
     for (const QString& line : OwnTextFile::linesOf(content.bytes)) {
         restoreLine(line, reader.take(line));
-        yieldOnce();
+        if (pace.due())
+            yieldOnce();
     }
+    yieldOnce();
     SetProjectMenus(false);
     return true;
 } catch (const std::exception& error) {
@@ -260,7 +274,7 @@ void ProjectCommands::ChooseProjectToOpen() {
     if (answer.files.isEmpty())
         return;
     const QString file = answer.files.first();
-    if (!fileExists(file)) {
+    if (!isThere(file)) {
         m_prompts.message(&m_window, u"File not exist!"_qs);
         return;
     }

@@ -6,6 +6,7 @@
 class CommandEntries;
 class DocumentClosing;
 class DocumentRecords;
+class FileLookup;
 class PanelLink;
 class ProjectLists;
 class Prompts;
@@ -27,8 +28,8 @@ class ProjectCommands {
 
     /// `window` is the parent of boxes, `projectFilename` the frame's.
     ProjectCommands(QWidget& window, QString& projectFilename, Prompts& prompts, SystemClose& systemClose,
-                    DocumentClosing& closing, DocumentRecords& records, ProjectLists& lists, PanelLink& panel,
-                    SidePanel& sidePanel, CommandEntries& entries);
+                    FileLookup& lookup, DocumentClosing& closing, DocumentRecords& records, ProjectLists& lists,
+                    PanelLink& panel, SidePanel& sidePanel, CommandEntries& entries);
 
     /// Closes what is open and opens what the project holds. Returns true when the file was read through. What was
     /// opened before an error stays open, as a project that was never saved.
@@ -50,6 +51,7 @@ class ProjectCommands {
     void SaveProject();
 
  private:
+    bool isThere(const QString& file);
     bool readProject(const QString& file);
     void restoreLine(const QString& line, ProjectFile::Section section);
     void restoreStatus(const QString& line);
@@ -65,6 +67,7 @@ class ProjectCommands {
     QString& m_projectFilename;
     Prompts& m_prompts;
     SystemClose& m_systemClose;
+    FileLookup& m_lookup;
     DocumentClosing& m_closing;
     DocumentRecords& m_records;
     ProjectLists& m_lists;

@@ -12,11 +12,6 @@ class RoomsToCome {
     virtual void ShowSearchInFiles(const QString&) {}
     virtual void ReplaceInFiles() {}
 
-    // The bottom panel and its layout.
-    virtual bool isSearchPanelVisible() { return false; }
-    virtual void ToggleSearchPanel() {}
-    virtual void layOutSearchPanel() {}
-
     // Dialogs.
     virtual void ShowProperties() {}
     virtual void ShowAbout() {}

@@ -2,9 +2,9 @@
 
 #include "document/frmDocument.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandEntries.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewToggles.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/documents/MdiArrange.h"
@@ -21,12 +21,12 @@ void toggleBand(CoolBar& coolBar, CoolBar::Band band, CommandEntries& entries, c
 
 }  // namespace
 
-ViewCommands::ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, RoomsToCome& rooms,
+ViewCommands::ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, SearchPanel& searchPanel,
                            MdiChildren& children, ActiveDocument& active)
     : m_entries(entries),
       m_coolBar(coolBar),
       m_sidePanel(sidePanel),
-      m_rooms(rooms),
+      m_searchPanel(searchPanel),
       m_children(children),
       m_active(active) {}
 
@@ -74,8 +74,7 @@ void ViewCommands::ToggleExplorer() {
 }
 
 void ViewCommands::ToggleSearchPanel() {
-    m_rooms.ToggleSearchPanel();
-    m_entries.CheckMenuItem("mnulFindReplacePanel", m_rooms.isSearchPanelVisible());
+    m_searchPanel.setShown(!m_searchPanel.isShown());
 }
 
 void ViewCommands::ToggleToolBand() {

@@ -4,14 +4,14 @@ class ActiveDocument;
 class CommandEntries;
 class CoolBar;
 class MdiChildren;
-class RoomsToCome;
+class SearchPanel;
 class SidePanel;
 
 /// The commands that change the display: of the active document, of the frame, and of the arrangement of the child
 /// windows. Owned by the frame.
 class ViewCommands {
  public:
-    ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, RoomsToCome& rooms,
+    ViewCommands(CommandEntries& entries, CoolBar& coolBar, SidePanel& sidePanel, SearchPanel& searchPanel,
                  MdiChildren& children, ActiveDocument& active);
 
     void ToggleHex();
@@ -37,7 +37,7 @@ class ViewCommands {
     CommandEntries& m_entries;
     CoolBar& m_coolBar;
     SidePanel& m_sidePanel;
-    RoomsToCome& m_rooms;
+    SearchPanel& m_searchPanel;
     MdiChildren& m_children;
     ActiveDocument& m_active;
 };

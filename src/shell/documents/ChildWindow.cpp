@@ -30,7 +30,14 @@ void ChildWindow::setPlace(const ChildPlace& place) {
         showNormal();
         setGeometry(place.normal);
     }
-    (this->*ShowAs[static_cast<std::size_t>(place.state)])();
+    // Where it was already, too: the area, once it is shown, places windows that nobody has placed.
+    setAttribute(Qt::WA_Moved);
+    setAttribute(Qt::WA_Resized);
+    setState(place.state);
+}
+
+void ChildWindow::setState(ChildState state) {
+    (this->*ShowAs[static_cast<std::size_t>(state)])();
 }
 
 void ChildWindow::changeEvent(QEvent* event) {

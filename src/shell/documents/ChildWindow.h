@@ -17,6 +17,7 @@ class ChildWindow : public QMdiSubWindow {
 
     ChildPlace place() const;
     void setPlace(const ChildPlace& place);
+    void setState(ChildState state);
 
  protected:
     void changeEvent(QEvent* event) override;

@@ -2,6 +2,7 @@
 
 #include "document/DocumentServices.h"
 #include "document/frmDocument.h"
+#include "platform/FileLookup.h"
 #include "platform/Paths.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
@@ -23,13 +24,15 @@ constexpr int LockFlag = 1;
 }  // namespace
 
 DocumentOpening::DocumentOpening(DocumentHost& host, QWidget& window, const DocumentServices& services,
-                                 MdiChildren& children, ActiveDocument& active, SystemClose& systemClose)
+                                 MdiChildren& children, ActiveDocument& active, SystemClose& systemClose,
+                                 FileLookup& lookup)
     : m_host(host),
       m_window(window),
       m_services(services),
       m_children(children),
       m_active(active),
-      m_systemClose(systemClose) {}
+      m_systemClose(systemClose),
+      m_lookup(lookup) {}
 
 void DocumentOpening::NewDocument() {
     ++m_documentCounter;
@@ -56,8 +59,18 @@ void DocumentOpening::OpenFile(const QString& path, int flags, bool checkBinary,
     whenIdle([=, this, spelled = absolutePath(path)] { openNow(spelled, flags, checkBinary, openTextMode); });
 }
 
+/// While the disk does not answer, the event loop runs.
+bool DocumentOpening::isThere(const QString& path) {
+    m_opening = true;
+    m_systemClose.enable(false);
+    const bool exists = m_lookup.exists(path);
+    m_systemClose.enable(true);
+    endOpening();
+    return exists;
+}
+
 void DocumentOpening::openNow(const QString& path, int flags, bool checkBinary, bool openTextMode) {
-    if (!fileExists(path)) {
+    if (!isThere(path)) {
         m_services.prompts.message(&m_window, path + QLatin1String("\nFile not found!"));
         yieldOnce();
         return;

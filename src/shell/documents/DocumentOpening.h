@@ -7,6 +7,7 @@
 
 class ActiveDocument;
 class DocumentHost;
+class FileLookup;
 class MdiChildren;
 class QWidget;
 class SystemClose;
@@ -20,7 +21,7 @@ class DocumentOpening {
  public:
     /// `host` is passed to the documents, `window` is the parent of boxes.
     DocumentOpening(DocumentHost& host, QWidget& window, const DocumentServices& services, MdiChildren& children,
-                    ActiveDocument& active, SystemClose& systemClose);
+                    ActiveDocument& active, SystemClose& systemClose, FileLookup& lookup);
 
     /// Adds an untitled document with a tab, and activates it.
     void NewDocument();
@@ -41,6 +42,7 @@ class DocumentOpening {
     QString captionFor(const QString& path) const;
 
  private:
+    bool isThere(const QString& path);
     void openNow(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void openExisting(const QString& path, int flags, bool checkBinary, bool openTextMode);
     void showOpened(frmDocument* document, const QString& path);
@@ -54,6 +56,7 @@ class DocumentOpening {
     MdiChildren& m_children;
     ActiveDocument& m_active;
     SystemClose& m_systemClose;
+    FileLookup& m_lookup;
     int m_documentCounter = 0;
     bool m_opening = false;
     int m_holds = 0;

@@ -28,6 +28,8 @@ DocumentSaving::DocumentSaving(QWidget& window, const DocumentServices& services
       m_opening(opening) {}
 
 void DocumentSaving::SaveDocument(frmDocument* document, bool, int format) {
+    if (!document->maySave())
+        return;
     const QPointer<frmDocument> alive(document);
     const QString suffix = SaveFormats::row(format).titleSuffix;
     QString path = document->filename;
@@ -54,7 +56,7 @@ void DocumentSaving::SaveActive() {
 
 void DocumentSaving::SaveAs() {
     const QPointer<frmDocument> document = m_active.get();
-    if (!document)
+    if (!document || !document->maySave())
         return;
     const QString path = askPath(u"Save As"_qs, document->filename);
     if (path.isEmpty() || !document || !save(*document, path, SaveFormats::AsLoaded, true) || !document)

@@ -79,6 +79,11 @@ void MdiChildren::setPlace(const frmDocument* document, const ChildPlace& place)
         window->setPlace(place);
 }
 
+void MdiChildren::setState(const frmDocument* document, ChildState state) {
+    if (ChildWindow* window = childOf(document))
+        window->setState(state);
+}
+
 void MdiChildren::unload(frmDocument* document) {
     if (QMdiSubWindow* window = windowOf(document))
         window->close();

@@ -38,6 +38,7 @@ class MdiChildren : public QObject {
     void maximise(frmDocument* document);
     ChildPlace placeOf(const frmDocument* document) const;
     void setPlace(const frmDocument* document, const ChildPlace& place);
+    void setState(const frmDocument* document, ChildState state);
     /// Closes the document's window, which asks about changes. Without effect while the document loads.
     void unload(frmDocument* document);
     /// The next child in the order of documents(), or with -1 the one before; round at the ends.

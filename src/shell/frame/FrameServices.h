@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileLookup.h"
 #include "platform/Folders.h"
 
 #include <QString>
@@ -27,4 +28,5 @@ struct FrameServices {
     // The folder of the program's own files, and that of the installed files.
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
+    FileLookup::Exists fileExists = ::fileExists;
 };

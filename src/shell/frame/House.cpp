@@ -3,6 +3,7 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
@@ -37,10 +38,10 @@ QVBoxLayout& rowsOf(QMainWindow& window) {
 }
 
 /// Adds a widget below the others, with this share of the remaining height.
-template <typename Row>
-Row& addRow(QMainWindow& window, int stretch) {
+template <typename Row, typename... Given>
+Row& addRow(QMainWindow& window, int stretch, Given&... given) {
     QVBoxLayout& rows = rowsOf(window);
-    auto* row = new Row(window.centralWidget());
+    auto* row = new Row(given..., window.centralWidget());
     rows.addWidget(row, stretch);
     return *row;
 }
@@ -67,12 +68,14 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       toolBar(makeToolBar(coolBar)),
       strip(*new TabStrip(&coolBar)),
       sidePanel(addRow<SidePanel>(window, 1)),
+      searchPanel(addRow<SearchPanel>(window, 0, sidePanel.area())),
       children(*new MdiChildren(sidePanel.area())),
       status(*new StatusPanels(*window.statusBar())),
       tabs(*new DocumentTabs(strip, children)),
       systemClose(&window),
+      lookup(services.fileExists),
       active(children, systemClose),
-      opening(host, window, documentServices, children, active, systemClose),
+      opening(host, window, documentServices, children, active, systemClose, lookup),
       saving(window, documentServices, registry, children, active, systemClose, opening),
       closing(window, prompts, children, active, opening, saving),
       diskCheck(children, active, opening, options),
@@ -83,7 +86,7 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       session(services.programFolder, projectFilename, documentRecords, systemClose,
               [this](const QString& path) { projects.OpenProject(path); }),
       findBar(*new FindBar(window, active, options)),
-      entries(commandTable(), rooms, coolBar, sidePanel, *window.menuBar(), toolBar, std::move(run)),
+      entries(commandTable(), coolBar, sidePanel, searchPanel, *window.menuBar(), toolBar, std::move(run)),
       menuSlots(entries, SlotCommands::table(),
                 [this](const SlotArray& array, int number) { (slotCommands.*array.chosen)(number); }),
       listMenus(entries, menuSlots, recentFiles, projectLists),
@@ -91,13 +94,13 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       languageMenu(entries, active),
       macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
       fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
-      viewCommands(entries, coolBar, sidePanel, rooms, children, active),
+      viewCommands(entries, coolBar, sidePanel, searchPanel, children, active),
       frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
       favoriteCommands(window, prompts, projectFilename, projectLists),
       panelRequests(children, active, opening, fileCommands, sidePanel),
       panel(services.makePanel({prompts, settings, panelRequests})),
-      projects(window, projectFilename, prompts, systemClose, closing, documentRecords, projectLists, panel, sidePanel,
-               entries),
+      projects(window, projectFilename, prompts, systemClose, lookup, closing, documentRecords, projectLists, panel,
+               sidePanel, entries),
       slotCommands(menuSlots, projects, children, active, opening),
       drops(window, panel, opening) {
     sidePanel.hold(panel.widget());

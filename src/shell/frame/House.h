@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "hex/bytes/HexFindState.h"
+#include "platform/FileLookup.h"
 #include "settings/Options.h"
 #include "settings/Settings.h"
 #include "shell/commands/CommandEntries.h"
@@ -45,6 +46,7 @@ class PanelLink;
 class QMainWindow;
 class QToolBar;
 class RoomsToCome;
+class SearchPanel;
 class SidePanel;
 class StatusPanels;
 class TabStrip;
@@ -75,12 +77,14 @@ struct House {
     QToolBar& toolBar;
     TabStrip& strip;
     SidePanel& sidePanel;
+    SearchPanel& searchPanel;
     MdiChildren& children;
     StatusPanels& status;
     DocumentTabs& tabs;
 
     // Documents
     SystemClose systemClose;
+    FileLookup lookup;
     ActiveDocument active;
     DocumentOpening opening;
     DocumentSaving saving;

@@ -4,6 +4,7 @@
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
 #include "shell/bars/FocusRound.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
@@ -130,6 +131,8 @@ void frmMain::connectListeners() {
             [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
     connect(&h.sidePanel, &SidePanel::shownChanged, this,
             [&h](bool shown) { h.entries.CheckMenuItem("mnuEditExplorer", shown); });
+    connect(&h.searchPanel, &SearchPanel::shownChanged, this,
+            [&h](bool shown) { h.entries.CheckMenuItem("mnulFindReplacePanel", shown); });
     connect(&h.strip, &TabStrip::menuWanted, this, [&h](const QPoint& place) {
         if (h.tabMenu)
             h.tabMenu->showAt(place);
@@ -162,7 +165,8 @@ void frmMain::addKeys() {
     for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
         addKey(key, [&h] { h.children.activateNeighbour(-1); });
     const auto walk = [&h](int step) {
-        FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip, h.sidePanel.held()}, step);
+        FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip, h.sidePanel.held(), h.searchPanel.entrance()},
+                       step);
     };
     addKey("F6", [walk] { walk(1); });
     addKey("Shift+F6", [walk] { walk(-1); });

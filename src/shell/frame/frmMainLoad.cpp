@@ -7,6 +7,7 @@
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
@@ -64,7 +65,7 @@ void layOutPanels(House& house) {
     BusyPointer::restore();
     house.sidePanel.ArrangePanels();
     house.panel.InitObjects();
-    house.rooms.layOutSearchPanel();
+    house.searchPanel.ArrangePanels();
 }
 
 void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
@@ -122,6 +123,7 @@ std::vector<FrameStep> frmMain::loadSteps() {
          [this, &house] {
              m_loaded = true;
              house.sidePanel.resetSplitter();
+             house.searchPanel.resetSplitter();
          }},
         {"placeSearchBox", [&house] { house.findBar.placeIn(*house.entries.searchPlace()); }},
         {"buildCoolBar", [&house] { buildCoolBar(house); }},

@@ -124,10 +124,10 @@ void DocumentRecords::openAndPlace(const DocumentRecord& record) {
 }
 
 void DocumentRecords::place(const frmDocument& document, const DocumentRecord& record) {
-    ChildPlace place = m_children.placeOf(&document);
-    if (record.windowState)
-        place.state = *record.windowState;
+    const ChildState state = record.windowState.value_or(m_children.placeOf(&document).state);
+    const QRect normal(pixels(record.left), pixels(record.top), pixels(record.width), pixels(record.height));
     if (record.hasPlace())
-        place.normal = {pixels(record.left), pixels(record.top), pixels(record.width), pixels(record.height)};
-    m_children.setPlace(&document, place);
+        m_children.setPlace(&document, {state, normal});
+    else
+        m_children.setState(&document, state);
 }

@@ -1,34 +1,12 @@
 #include "workspace/files/FileListView.h"
 
-#include <QContextMenuEvent>
+#include "widgets/RowInput.h"
+
+#include <QFocusEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QPointer>
 
 #include <algorithm>
-
-namespace {
-
-struct KeyRow {
-    Qt::Key key;
-    void (FileListView::*requested)();
-};
-
-constexpr KeyRow KeyRows[] = {
-    {Qt::Key_Return, &FileListView::openRequested},
-    {Qt::Key_Enter, &FileListView::openRequested},
-    {Qt::Key_F2, &FileListView::renameRequested},
-    {Qt::Key_Delete, &FileListView::deleteRequested},
-};
-
-const KeyRow* rowOf(const QKeyEvent& event) {
-    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
-        return nullptr;
-    const auto* row = std::ranges::find(KeyRows, event.key(), &KeyRow::key);
-    return row == std::end(KeyRows) ? nullptr : row;
-}
-
-}  // namespace
 
 FileListView::FileListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
@@ -39,9 +17,13 @@ FileListView::FileListView(QWidget* parent) : QTreeView(parent) {
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setDragEnabled(true);
     setDragDropMode(QAbstractItemView::DragOnly);
-    setContextMenuPolicy(Qt::CustomContextMenu);
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(true);
+    auto* input = new RowInput(*this);
+    input->onKeys({Qt::Key_Return, Qt::Key_Enter}, [this] { Q_EMIT openRequested(); });
+    input->onKeys({Qt::Key_F2}, [this] { Q_EMIT renameRequested(); });
+    input->onKeys({Qt::Key_Delete}, [this] { Q_EMIT deleteRequested(); });
+    connect(input, &RowInput::menuWanted, this, &FileListView::menuWanted);
 }
 
 QList<int> FileListView::selectedRows() const {
@@ -50,41 +32,6 @@ QList<int> FileListView::selectedRows() const {
         rows.append(index.row());
     std::ranges::sort(rows);
     return rows;
-}
-
-bool FileListView::event(QEvent* event) {
-    // These keys are not those of the main menu here.
-    if (event->type() == QEvent::ShortcutOverride && rowOf(*static_cast<QKeyEvent*>(event)) != nullptr) {
-        event->accept();
-        return true;
-    }
-    if (event->type() == QEvent::ContextMenu) {
-        const auto* asked = static_cast<QContextMenuEvent*>(event);
-        if (asked->reason() == QContextMenuEvent::Keyboard) {
-            event->accept();
-            requestMenuAtCurrentRow();
-            return true;
-        }
-    }
-    return QTreeView::event(event);
-}
-
-/// Without a current row the menu opens at the top of the list.
-void FileListView::requestMenuAtCurrentRow() {
-    const QModelIndex row = currentIndex().siblingAtColumn(0);
-    if (row.isValid())
-        scrollTo(row);
-    Q_EMIT customContextMenuRequested(row.isValid() ? visualRect(row).bottomLeft() : QPoint());
-}
-
-void FileListView::keyPressEvent(QKeyEvent* event) {
-    const KeyRow* row = rowOf(*event);
-    if (row == nullptr) {
-        QTreeView::keyPressEvent(event);
-        return;
-    }
-    event->accept();
-    Q_EMIT(this->*row->requested)();
 }
 
 /// The base class makes the first row the current one without selecting it, but the keys act on selected rows. A press

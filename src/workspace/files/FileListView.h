@@ -17,15 +17,12 @@ class FileListView : public QTreeView {
     void openRequested();
     void renameRequested();
     void deleteRequested();
+    /// In coordinates of the screen.
+    void menuWanted(const QPoint& place);
     void dragStarted();
     void dragEnded();
 
  protected:
-    bool event(QEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void startDrag(Qt::DropActions supportedActions) override;
-
- private:
-    void requestMenuAtCurrentRow();
 };

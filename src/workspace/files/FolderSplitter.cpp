@@ -1,6 +1,7 @@
 #include "workspace/files/FolderSplitter.h"
 
-#include <QKeyEvent>
+#include "widgets/PlainKey.h"
+
 #include <QPainter>
 
 namespace {
@@ -17,9 +18,9 @@ class Bar : public QSplitterHandle {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Up)
+        if (isPlainKey(*event) && event->key() == Qt::Key_Up)
             m_splitter.moveBar(-Step);
-        else if (event->key() == Qt::Key_Down)
+        else if (isPlainKey(*event) && event->key() == Qt::Key_Down)
             m_splitter.moveBar(Step);
         else
             QSplitterHandle::keyPressEvent(event);

@@ -131,7 +131,7 @@ bool FolderTree::isReady(const QString& mountPoint) {
 }
 
 void FolderTree::showNotReady() {
-    m_prompts.message(&m_view, u"Drive is not ready"_qs, u"Tesmo Explorer"_qs);
+    m_prompts.stop(&m_view, u"Drive is not ready"_qs, u"Tesmo Explorer"_qs);
 }
 
 bool FolderTree::checkReady(const QModelIndex& index) {

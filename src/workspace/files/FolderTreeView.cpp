@@ -1,5 +1,7 @@
 #include "workspace/files/FolderTreeView.h"
 
+#include "widgets/RowInput.h"
+
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -17,10 +19,10 @@ FolderTreeView::FolderTreeView(QWidget* parent) : QTreeView(parent) {
     setHeaderHidden(true);
     setUniformRowHeights(true);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
-    setContextMenuPolicy(Qt::CustomContextMenu);
     header()->setStretchLastSection(false);
     header()->setResizeContentsPrecision(RowsMeasuredAhead);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    connect(new RowInput(*this), &RowInput::menuWanted, this, &FolderTreeView::menuWanted);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &FolderTreeView::fitColumn);
     connect(this, &QTreeView::clicked, this, [this](const QModelIndex& index) {
         if (!m_isRightPress && !m_isClickReported)

@@ -17,6 +17,8 @@ class FolderTreeView : public QTreeView {
  Q_SIGNALS:
     /// The current node was chosen by key or left button, whether it was another one before or not.
     void nodeClicked(const QModelIndex& index);
+    /// In coordinates of the screen.
+    void menuWanted(const QPoint& place);
 
  protected:
     int sizeHintForColumn(int column) const override;

@@ -63,7 +63,7 @@ void ucFileExplorer::connectTree() {
     m_treeView->setObjectName(u"t1"_qs);
     m_treeView->setAccessibleName(u"Folders"_qs);
     connect(m_treeView, &FolderTreeView::nodeClicked, this, &ucFileExplorer::clickNode);
-    connect(m_treeView, &QWidget::customContextMenuRequested, this, &ucFileExplorer::showFolderMenu);
+    connect(m_treeView, &FolderTreeView::menuWanted, this, &ucFileExplorer::showFolderMenu);
 }
 
 void ucFileExplorer::buildList() {
@@ -77,7 +77,7 @@ void ucFileExplorer::buildList() {
     connect(m_list, &FileListView::deleteRequested, this, &ucFileExplorer::DeleteSelectedFiles);
     connect(m_list, &FileListView::dragStarted, this, &ucFileExplorer::dragStarted);
     connect(m_list, &FileListView::dragEnded, this, &ucFileExplorer::dragEnded);
-    connect(m_list, &QWidget::customContextMenuRequested, this, &ucFileExplorer::showFileMenu);
+    connect(m_list, &FileListView::menuWanted, this, &ucFileExplorer::showFileMenu);
     connect(m_list->header(), &QHeaderView::sectionClicked, this, &ucFileExplorer::sortBy);
     connect(m_files, &FileListModel::loaded, this, &ucFileExplorer::selectLoaded);
 }

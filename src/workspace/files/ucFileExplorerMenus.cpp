@@ -132,12 +132,12 @@ void ucFileExplorer::addEntry(QMenu& menu, const Entry& entry) {
 
 void ucFileExplorer::showFolderMenu(const QPoint& place) {
     followState();
-    m_folderMenu->popup(m_treeView->viewport()->mapToGlobal(place));
+    m_folderMenu->popup(place);
 }
 
 void ucFileExplorer::showFileMenu(const QPoint& place) {
     followState();
-    m_fileMenu->popup(m_list->viewport()->mapToGlobal(place));
+    m_fileMenu->popup(place);
 }
 
 void ucFileExplorer::followState() {

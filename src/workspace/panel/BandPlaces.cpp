@@ -1,5 +1,7 @@
 #include "workspace/panel/BandPlaces.h"
 
+#include "settings/SettingText.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -10,15 +12,6 @@
 namespace {
 
 constexpr double MostTwips = 1'000'000;
-
-std::optional<bool> flagOf(const QString& field) {
-    const QString word = field.trimmed();
-    if (word.compare(u"True", Qt::CaseInsensitive) == 0)
-        return true;
-    if (word.compare(u"False", Qt::CaseInsensitive) == 0)
-        return false;
-    return std::nullopt;
-}
 
 std::optional<int> twipsOf(const QString& field) {
     bool isNumber = false;
@@ -161,7 +154,7 @@ void BandPlaces::SetTab(const QString& line) {
     const int tab = fields.at(0).trimmed().toInt(&isNumber);
     if (!isNumber || !isTab(tab))
         return;
-    const std::optional<bool> open = flagOf(fields.value(1));
+    const std::optional<bool> open = SettingText::toBoolean(fields.value(1));
     if (open)
         *open ? OpenTab(tab) : CloseTab(tab);
     const std::optional<int> top = twipsOf(fields.value(2));
@@ -172,7 +165,7 @@ void BandPlaces::SetTab(const QString& line) {
 void BandPlaces::RestoreItem(const QString& line) {
     const QStringList fields = line.split(u'\t');
     for (int tab = 0; tab < TabCount; ++tab) {
-        const std::optional<bool> open = flagOf(fields.value(2 * tab));
+        const std::optional<bool> open = SettingText::toBoolean(fields.value(2 * tab));
         if (open)
             *open ? OpenTab(tab) : CloseTab(tab);
     }

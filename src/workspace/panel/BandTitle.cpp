@@ -1,12 +1,11 @@
 #include "workspace/panel/BandTitle.h"
 
+#include "widgets/FocusFrame.h"
 #include "widgets/Icons.h"
+#include "widgets/PlainKey.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
 #include <QToolButton>
 
 namespace {
@@ -86,6 +85,10 @@ void BandTitle::setText(const QString& text, const QString& toolTip) {
 }
 
 void BandTitle::keyPressEvent(QKeyEvent* event) {
+    if (!isPlainKey(*event)) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
     for (const MoveKey& each : MoveKeys) {
         if (event->key() == each.key) {
             Q_EMIT moveWanted(each.steps);
@@ -101,12 +104,5 @@ void BandTitle::keyPressEvent(QKeyEvent* event) {
 }
 
 void BandTitle::paintEvent(QPaintEvent*) {
-    if (!hasFocus())
-        return;
-    QStylePainter painter(this);
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.state |= QStyle::State_KeyboardFocusChange;
-    option.backgroundColor = palette().color(QPalette::Button);
-    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    FocusFrame::paint(*this);
 }

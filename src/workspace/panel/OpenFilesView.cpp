@@ -1,7 +1,7 @@
 #include "workspace/panel/OpenFilesView.h"
 
-#include <QContextMenuEvent>
-#include <QKeyEvent>
+#include "widgets/RowInput.h"
+
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -18,6 +18,13 @@ OpenFilesView::OpenFilesView(QWidget* parent) : QListView(parent) {
     setTextElideMode(Qt::ElideMiddle);
     setFrameShape(NoFrame);
     connect(this, &QListView::doubleClicked, this, &OpenFilesView::rowChosen);
+    auto* input = new RowInput(*this);
+    input->onKeys({Qt::Key_Return, Qt::Key_Enter}, [this] {
+        if (currentIndex().isValid())
+            Q_EMIT rowChosen(currentIndex());
+    });
+    input->onKeys({Qt::Key_Delete}, [this] { Q_EMIT deletePressed(); });
+    connect(input, &RowInput::menuWanted, this, &OpenFilesView::menuWanted);
 }
 
 QList<int> OpenFilesView::selectedRows() const {
@@ -31,28 +38,4 @@ QList<int> OpenFilesView::selectedRows() const {
 void OpenFilesView::mousePressEvent(QMouseEvent* event) {
     m_lastButton = event->button();
     QListView::mousePressEvent(event);
-}
-
-void OpenFilesView::mouseReleaseEvent(QMouseEvent* event) {
-    QListView::mouseReleaseEvent(event);
-    if (event->button() == Qt::RightButton)
-        Q_EMIT menuWanted(event->globalPosition().toPoint());
-}
-
-/// The mouse brings the menu up when its button is released; the key does so here.
-void OpenFilesView::contextMenuEvent(QContextMenuEvent* event) {
-    event->accept();
-    if (event->reason() == QContextMenuEvent::Keyboard)
-        Q_EMIT menuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
-}
-
-void OpenFilesView::keyPressEvent(QKeyEvent* event) {
-    const int key = event->key();
-    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (isPlain && (key == Qt::Key_Return || key == Qt::Key_Enter) && currentIndex().isValid())
-        Q_EMIT rowChosen(currentIndex());
-    else if (isPlain && key == Qt::Key_Delete)
-        Q_EMIT deletePressed();
-    else
-        QListView::keyPressEvent(event);
 }

@@ -25,9 +25,6 @@ class OpenFilesView : public QListView {
 
  protected:
     void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     Qt::MouseButton m_lastButton = Qt::NoButton;

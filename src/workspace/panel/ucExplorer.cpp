@@ -158,9 +158,30 @@ void ucExplorer::RestoreItem(const QString& pLine) {
 }
 
 void ucExplorer::ResizeBar() {
+    keepKeyboard();
     m_area.layOut();
     for (int tab = 0; tab < TabCount(); ++tab)
         buttonOf(tab)->setVisible(!isTabOpen(tab));
+}
+
+/// The keyboard leaves a tab that is closed for the title of the next one, of the one before, or else for the buttons.
+/// Qt would pass it to any widget, a document included, which that would activate.
+void ucExplorer::keepKeyboard() {
+    const QWidget* focused = window()->focusWidget();
+    for (int tab = 0; tab < TabCount(); ++tab) {
+        if (isTabOpen(tab) || !m_area.band(tab).isAncestorOf(focused))
+            continue;
+        const BandPlaces& places = m_area.places();
+        const int heir = places.nextOpen(tab) >= 0 ? places.nextOpen(tab) : places.previousOpen(tab);
+        if (heir >= 0)
+            m_area.band(heir).title().setFocus(Qt::TabFocusReason);
+        else
+            enterToolBar();
+    }
+}
+
+void ucExplorer::enterToolBar() {
+    m_toolBar.widgetForAction(m_toolBar.actions().constFirst())->setFocus(Qt::TabFocusReason);
 }
 
 void ucExplorer::openAndEnter(int tab) {
@@ -259,5 +280,5 @@ void ucExplorer::focusInEvent(QFocusEvent*) {
     if (first >= 0)
         m_area.band(first).setFocus(Qt::TabFocusReason);
     else
-        m_toolBar.widgetForAction(m_toolBar.actions().constFirst())->setFocus(Qt::TabFocusReason);
+        enterToolBar();
 }

@@ -69,6 +69,8 @@ class ucExplorer : public QWidget, public PanelLink {
     QAction* buttonOf(int tab) const;
     void connectTabs();
     void openAndEnter(int tab);
+    void keepKeyboard();
+    void enterToolBar();
     void enlarge(int tab);
     void gotoFilePath(const QString& path);
     void showFiles();

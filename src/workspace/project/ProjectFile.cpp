@@ -1,5 +1,6 @@
 #include "workspace/project/ProjectFile.h"
 
+#include "settings/SettingText.h"
 #include "settings/files/OwnTextFile.h"
 
 #include <algorithm>
@@ -79,8 +80,8 @@ std::optional<PanelStatus> readStatus(const QString& line) {
     const QStringList fields = line.split(Tab);
     if (fields.size() < 2)
         return std::nullopt;
-    const bool visible = fields[0].trimmed().compare(u"True", Qt::CaseInsensitive) == 0;
-    return PanelStatus{visible, readTwips(fields[1])};
+    const auto visible = SettingText::toBoolean(fields[0]);
+    return visible ? std::optional<PanelStatus>({*visible, readTwips(fields[1])}) : std::nullopt;
 }
 
 QStringList lines(const ProjectContent& content) {

@@ -3,12 +3,11 @@
 #include "widgets/MenuStyle.h"
 #include "widgets/OpenOutside.h"
 #include "widgets/Prompts.h"
+#include "widgets/RowInput.h"
 #include "workspace/lists/FolderKey.h"
 
-#include <QContextMenuEvent>
 #include <QFileInfo>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QPointer>
 #include <QTreeView>
@@ -56,8 +55,10 @@ ucProject::ucProject(const WorkspaceServices& services, QWidget* parent)
     m_list->setUniformRowHeights(true);
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->header()->setStretchLastSection(true);
-    m_list->installEventFilter(this);
-    m_list->viewport()->installEventFilter(this);
+    auto* input = new RowInput(*m_list);
+    input->onKeys({Qt::Key_Return, Qt::Key_Enter}, [this] { run(&ucProject::open); });
+    input->onKeys({Qt::Key_Delete}, [this] { run(&ucProject::removeRow); });
+    connect(input, &RowInput::menuWanted, this, &ucProject::showMenu);
     connect(m_list, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) { open(index.row()); });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins({});
@@ -66,10 +67,8 @@ ucProject::ucProject(const WorkspaceServices& services, QWidget* parent)
     buildMenu();
 }
 
-// The view uses the model, so it is destroyed first. It sends events until its end.
+// The view uses the model, so it is destroyed first.
 ucProject::~ucProject() {
-    m_list->removeEventFilter(this);
-    m_list->viewport()->removeEventFilter(this);
     delete m_list;
 }
 
@@ -151,34 +150,6 @@ void ucProject::removeAll(int) {
     const QPointer<ucProject> alive(this);
     if (m_services.prompts.askYesNo(this, u"Remove all items from project ?"_qs) && alive)
         m_items.clear();
-}
-
-bool ucProject::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == m_list && event->type() == QEvent::KeyPress)
-        return takeKey(*static_cast<QKeyEvent*>(event));
-    if (event->type() == QEvent::ContextMenu) {
-        // The mouse opens the menu when its button is released.
-        const auto* asked = static_cast<QContextMenuEvent*>(event);
-        if (watched == m_list && asked->reason() == QContextMenuEvent::Keyboard)
-            showMenu(m_list->viewport()->mapToGlobal(m_list->visualRect(m_list->currentIndex()).bottomLeft()));
-        return true;
-    }
-    if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonRelease) {
-        const auto* released = static_cast<QMouseEvent*>(event);
-        if (released->button() == Qt::RightButton)
-            showMenu(released->globalPosition().toPoint());
-    }
-    return QWidget::eventFilter(watched, event);
-}
-
-bool ucProject::takeKey(const QKeyEvent& event) {
-    const int key = event.key();
-    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
-        return false;
-    if (key != Qt::Key_Return && key != Qt::Key_Enter && key != Qt::Key_Delete)
-        return false;
-    run(key == Qt::Key_Delete ? &ucProject::removeRow : &ucProject::open);
-    return true;
 }
 
 void ucProject::showMenu(const QPoint& globalPosition) {

@@ -5,7 +5,6 @@
 
 #include <QWidget>
 
-class QKeyEvent;
 class QMenu;
 class QTreeView;
 
@@ -34,16 +33,12 @@ class ucProject : public QWidget {
     void gotoFolder(const QString& key);
     void gotoFile(const QString& path);
 
- protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
  private:
     struct MenuEntry;
     static const MenuEntry MenuEntries[];
 
     void buildMenu();
     void showMenu(const QPoint& globalPosition);
-    bool takeKey(const QKeyEvent& event);
     /// Calls the command with the selected row; without one only the command that needs none runs.
     void run(void (ucProject::*command)(int row));
 

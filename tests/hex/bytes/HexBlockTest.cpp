@@ -2,6 +2,8 @@
 #include "hex/bytes/HexBlock.h"
 #include "hex/bytes/MemoryBytes.h"
 
+#include <QList>
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -33,6 +35,25 @@ TEST(ABlock, IsFilledWithOneByteAndNothingElse) {
     MemoryBytes large(QByteArray(1'300'000, '.'));
     EXPECT_FALSE(HexBlock::between(Offset(1), Offset(1'299'998), large.length())->fill(large, 0xFF));
     EXPECT_EQ(large.bytes, "." + QByteArray(1'299'998, '\xFF') + ".");
+}
+
+TEST(ABlock, IsFilledUntilItIsStopped) {
+    MemoryBytes file(QByteArray(1'300'000, '.'));
+    const HexBlock block{FilePosition(2), FilePosition(1'299'999)};
+    QList<int> percents;
+    const auto fill = [&](int last) {
+        percents.clear();
+        return block.fill(file, 'x', [&](int percent) {
+            percents.append(percent);
+            return percent < last;
+        });
+    };
+    EXPECT_FALSE(fill(50));
+    EXPECT_EQ(percents, QList<int>({39, 78}));
+    EXPECT_EQ(file.bytes.count('x'), 1'024'000);
+    EXPECT_FALSE(fill(1000));
+    EXPECT_EQ(percents, QList<int>({39, 78, 100}));
+    EXPECT_EQ(file.bytes, '.' + QByteArray(1'299'998, 'x') + '.');
 }
 
 TEST(ABlock, ThatCannotBeReadOrWrittenIsTold) {

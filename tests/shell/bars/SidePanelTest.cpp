@@ -107,6 +107,10 @@ TEST_F(SidePanelWithItsBar, TheBarIsMovedByKeys) {
     EXPECT_GT(bar().x(), before);
     QTest::keyClick(&bar(), Qt::Key_Left);
     EXPECT_EQ(bar().x(), before);
+    for (const auto key : {Qt::Key_Up, Qt::Key_Down})
+        QTest::keyClick(&bar(), key);
+    QTest::keyClick(&bar(), Qt::Key_Right, Qt::ControlModifier);
+    EXPECT_EQ(bar().x(), before);
     QTest::keyClick(&bar(), Qt::Key_PageDown);
     EXPECT_GT(bar().x(), before + 40);
     for (int i = 0; i < 20; ++i)

@@ -1,5 +1,6 @@
 #include "shell/FrameFixture.h"
 #include "shell/bars/CoolBar.h"
+#include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
 #include "shell/commands/CommandTable.h"
 #include "shell/commands/ExpectedCommands.h"
@@ -10,10 +11,12 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSignalSpy>
 #include <QToolBar>
+#include <QToolButton>
 
 class CommandsOfTheFrame : public FrameFixture {
  protected:
@@ -213,20 +216,64 @@ TEST_F(CommandsOfTheFrame, FindInFilesIsBegunWithAnEmptyText) {
 TEST_F(CommandsOfTheFrame, TheBottomPanelsMarkFollowsWhetherItIsSeen) {
     start();
     const char* const name = "mnulFindReplacePanel";
-    NotedRooms::Panel& panel = m_rooms.search;
-    run(name);
-    EXPECT_TRUE(panel.visible);
-    EXPECT_TRUE(entry(name)->isChecked());
-    panel.stuck = true;
-    run(name);
-    EXPECT_TRUE(entry(name)->isChecked());
-    panel.stuck = false;
-    run(name);
-    EXPECT_FALSE(panel.visible);
+    SearchPanel& panel = house().searchPanel;
+    EXPECT_FALSE(panel.isShown());
     EXPECT_FALSE(entry(name)->isChecked());
-    panel.visible = true;
+    run(name);
+    EXPECT_TRUE(panel.isShown());
+    EXPECT_TRUE(entry(name)->isChecked());
+    house().entries.CheckMenuItem(name, false);
     m_frame->RefreshCheckedItems();
     EXPECT_TRUE(entry(name)->isChecked());
+    run(name);
+    EXPECT_FALSE(panel.isShown());
+    EXPECT_FALSE(entry(name)->isChecked());
+    panel.setShown(true);
+    EXPECT_TRUE(entry(name)->isChecked());
+    panel.findChild<QToolButton*>(u"imgClose"_qs)->click();
+    EXPECT_FALSE(panel.isShown());
+    EXPECT_FALSE(entry(name)->isChecked());
+}
+
+TEST_F(CommandsOfTheFrame, TheBottomPanelStandsBelowSidePanelAndDocuments) {
+    start();
+    run("mnulFindReplacePanel");
+    QWidget& side = house().sidePanel;
+    SearchPanel& panel = house().searchPanel;
+    const auto expectPlaces = [&] {
+        EXPECT_EQ(side.geometry().bottom() + 1, panel.y());
+        EXPECT_EQ(panel.x(), 0);
+        EXPECT_EQ(panel.width(), m_frame->width());
+        EXPECT_EQ(panel.geometry().bottom(), m_frame->centralWidget()->height() - 1);
+        EXPECT_GE(panel.height(), 33);
+    };
+    expectPlaces();
+    panel.findChild<QToolButton*>(u"imgMax"_qs)->click();
+    EXPECT_EQ(panel.height(), m_frame->height() * 2 / 3);
+    expectPlaces();
+    m_frame->resize(700, 260);
+    expectPlaces();
+    m_frame->resize(300, 10);
+    expectPlaces();
+    EXPECT_EQ(panel.height(), 33);
+    m_frame->resize(900, 900);
+    EXPECT_EQ(panel.height(), 400);
+    expectPlaces();
+}
+
+TEST_F(CommandsOfTheFrame, TheRoundOfF6EntersTheBottomPanelWhileItIsShown) {
+    start();
+    auto* results = new QLineEdit;
+    house().searchPanel.hold(results);
+    textWidget().setFocus();
+    QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_NE(m_frame->focusWidget(), results);
+    run("mnulFindReplacePanel");
+    textWidget().setFocus();
+    QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ShiftModifier);
+    EXPECT_EQ(m_frame->focusWidget(), results);
+    QTest::keyClick(m_frame.get(), Qt::Key_F6);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
 }
 
 TEST_F(CommandsOfTheFrame, TheSidePanelsMarkFollowsWhetherItIsSeen) {

@@ -5,8 +5,12 @@
 
 #include <QDir>
 #include <QRegularExpression>
+#include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <semaphore>
 
 namespace {
 
@@ -306,6 +310,28 @@ TEST_F(Projects, ASecondProjectWaitsUntilTheFirstHasBeenOpened) {
     EXPECT_EQ(m_frame->ProjectFilename, first);
     QCoreApplication::processEvents();
     EXPECT_EQ(m_frame->ProjectFilename, second);
+}
+
+TEST_F(Projects, WhileTheDiskDoesNotAnswerTheWindowLivesAndOtherProjectsWait) {
+    const auto gate = std::make_shared<std::counting_semaphore<>>(0);
+    const QString first = projectOf({}, u"first.qmp"_qs);
+    m_fileExists = [gate, first](const QString& file) {
+        if (file == first)
+            gate->acquire();
+        return fileExists(file);
+    };
+    start();
+    bool isClosed = true;
+    QTimer::singleShot(0, m_frame.get(), [&] {
+        isClosed = m_frame->close();
+        EXPECT_FALSE(openProject(projectOf({}, u"second.qmp"_qs)));
+        gate->release();
+    });
+    EXPECT_TRUE(openProject(first));
+    EXPECT_FALSE(isClosed);
+    EXPECT_EQ(m_frame->ProjectFilename, first);
+    m_prompts.answerNo();  // to saving the first
+    EXPECT_TRUE(QTest::qWaitFor([&] { return m_frame->ProjectFilename == path(u"second.qmp"_qs); }));
 }
 
 TEST_F(Projects, CloseIsDisabledWhileOneIsBeingOpened) {

@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTabBar>
 #include <QTimer>
 
@@ -355,6 +356,35 @@ TEST_F(HexDocuments, WhileBytesLoadNothingClosesAndASecondFileWaits) {
     EXPECT_TRUE(hexOf(*documents().at(1)).FileOpen());
     QObject::disconnect(documents().at(0), nullptr, m_frame.get(), nullptr);
     EXPECT_TRUE(m_frame->close());
+}
+
+TEST_F(HexDocuments, WhileBytesLoadASaveIsRefusedWithoutAQuestion) {
+    start();
+    const QByteArray bytes(SeveralBlocks, '\1');
+    const QString file = fileOf(bytes, u"big.bin"_qs);
+    QSignalSpy notices(active(), &frmDocument::Notice);
+    bool tried = false;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, m_frame.get(), [&] {
+        if (tried || !hexOf(*active()).isVisible() || hexOf(*active()).FileOpen())
+            return;
+        tried = true;
+        for (const char* command : {"mnuFileSave", "mnuFileSaveAs", "mnuFileSaveAll"})
+            run(command);
+    });
+    timer.start(0);
+    open(file);
+    timer.stop();
+    ASSERT_TRUE(tried);
+    EXPECT_TRUE(m_prompts.fileDialogs.empty());
+    ASSERT_EQ(notices.count(), 4);
+    EXPECT_EQ(notices[0][0].toString(), u"Not saved: the file is still being read or written."_qs);
+    EXPECT_EQ(notices[3][0].toString(), QString());
+    EXPECT_EQ(active()->filename, file);
+    typeBytes(u"41"_qs);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), 'A' + bytes.mid(1));
+    EXPECT_EQ(notices.count(), 4);
 }
 
 TEST_F(HexDocuments, ADocumentThatLoadsDoesNotSpeakForTheOneInFront) {

@@ -1,11 +1,13 @@
 #include "shell/FrameFixture.h"
 #include "shell/bars/SidePanel.h"
 #include "workspace/files/ucFileExplorer.h"
+#include "workspace/panel/BandTitle.h"
 #include "workspace/panel/ucExplorer.h"
 
 #include <QAbstractItemView>
 #include <QMdiArea>
 #include <QPointer>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -172,6 +174,52 @@ TEST_F(ExplorerInTheFrame, TheRoundOfF6EntersThePanelWhileItIsShown) {
     run("mnuEditExplorer");
     QTest::keyClick(m_frame.get(), Qt::Key_F6, Qt::ShiftModifier);
     EXPECT_EQ(m_frame->focusWidget(), &strip());
+}
+
+TEST_F(ExplorerInTheFrame, TheWindowLivesWhileAProjectOfAMillionLinesOpens) {
+    constexpr int Items = 500'000;
+    QByteArray lines = "<<EXPLORER STATUS>>\r\nTrue\t3300\r\n<<PROJECT FILE>>\r\n";
+    for (int i = 0; i < Items; ++i)
+        lines += "FILE\t/gone/" + QByteArray::number(Items + i) + "\r\nNOTHING\r\n";
+    lines += "<<NO SECTION>>\r\nFILE\t/in/none\r\n";
+    start();
+    int rounds = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, m_frame.get(), [&] { ++rounds; });
+    timer.start(0);
+    EXPECT_TRUE(m_frame->OpenProject(fileOf(lines, u"large.qmp"_qs)));
+    EXPECT_GT(rounds, 10);
+    EXPECT_EQ(explorer().PjtItemCount(), Items);
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+}
+
+TEST_F(ExplorerInTheFrame, AClosedTabLeavesTheKeyboardInThePanelAndTheDocumentActive) {
+    start();
+    const QString last = twoFiles();
+    house().children.bringToFront(documents().at(0));
+    const frmDocument* present = active();
+    explorer().OpenAllTabs();
+    const auto focused = [this] { return m_frame->focusWidget()->parentWidget()->objectName(); };
+    const auto closeByKey = [this] { QTest::keyClick(m_frame->focusWidget(), Qt::Key_Delete); };
+    explorer().findChild<QWidget*>(u"picTitle(1)"_qs)->findChild<BandTitle*>()->setFocus();
+    closeByKey();
+    EXPECT_FALSE(explorer().isTabOpen(1));
+    EXPECT_EQ(focused(), u"picTitle(2)"_qs);
+    closeByKey();
+    EXPECT_EQ(focused(), u"picTitle(0)"_qs);
+    closeByKey();
+    EXPECT_EQ(m_frame->focusWidget()->objectName(), u"tbToolBar.close"_qs);
+    EXPECT_EQ(active(), present);
+    EXPECT_NE(active()->fIdx, last);
+
+    explorer().OpenAllTabs();
+    list().setFocus();
+    explorer().CloseTab(2);
+    EXPECT_EQ(focused(), u"picTitle(1)"_qs);
+    textWidget().setFocus();
+    explorer().CloseTab(1);
+    EXPECT_EQ(m_frame->focusWidget(), &textWidget());
+    EXPECT_EQ(active(), present);
 }
 
 TEST_F(ExplorerInTheFrame, FromTheFindBarTheWayBackLeadsToTheDocument) {

@@ -160,6 +160,33 @@ TEST_F(Sessions, OfSeveralStatesComeBackAsTheyWere) {
     EXPECT_EQ(session().join(u'\n').toStdString(), lines.join(u'\n').toStdString());
 }
 
+TEST_F(Sessions, AWindowIsWhereItsRecordSaysThoughTheHiddenAreaHadPutItThere) {
+    const QString file = fileOf("1");
+    const auto projectOf = [&](const QString& line) {
+        return fileOf("<<OPEN FILE>>\r\n" + line.toUtf8(), u"work.qmp"_qs);
+    };
+    const QString project = projectOf(file + u"\tFalse\tFalse\t0"_qs);
+    load(project);
+    const QRect place = window()->geometry();
+    start(project);
+    EXPECT_NE(window()->geometry(), place);
+    start(projectOf(record(file, 0, place, false)));
+    EXPECT_EQ(window()->geometry(), place);
+}
+
+TEST_F(Sessions, AProjectOfTheCommandLineHasItsWindowsWhereTheyWere) {
+    QStringList lines{u"<<EXPLORER STATUS>>"_qs, u"True\t3300"_qs, u"<<OPEN FILE>>"_qs};
+    for (int i = 0; i < 3; ++i)
+        lines << record(fileOf("x", u"%1.txt"_qs.arg(i)), i, m_place.translated(10 * i, 20 * i), i > 0);
+    start(fileOf(lines.join(u"\r\n"_qs).toUtf8(), u"work.qmp"_qs));
+    ASSERT_EQ(documents().size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        const ChildPlace place = house().children.placeOf(documents().at(i));
+        EXPECT_EQ(place.normal, m_place.translated(10 * i, 20 * i)) << i;
+        EXPECT_EQ(place.state, static_cast<ChildState>(i)) << i;
+    }
+}
+
 TEST_F(Sessions, KeepAMaximisedWindowWhenAFurtherOneFollows) {
     startWith(
         {u"<FILE>"_qs, record(fileOf("1", u"1.txt"_qs), 2, m_place), record(fileOf("2", u"2.txt"_qs), 0, m_place)});

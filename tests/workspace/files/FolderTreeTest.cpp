@@ -139,7 +139,8 @@ TEST_F(FolderTreeOf, AVolumeThatHasGoneSaysSoAndLosesItsChildren) {
     const QModelIndex node = volume(volumeKey(stick, false));
     ASSERT_TRUE(QDir().rmdir(stick));
     m_view.expand(node);
-    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.stops, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.messages, m_prompts.stops);
     EXPECT_EQ(m_prompts.titles, QStringList(u"Tesmo Explorer"_qs));
     EXPECT_FALSE(model().hasChildren(node));
 }
@@ -312,7 +313,8 @@ TEST_F(FolderTreeOf, AVolumeThatHasGoneIsNoRoot) {
     m_view.setCurrentIndex(volume(volumeKey(stick, false)));
     ASSERT_TRUE(QDir().rmdir(stick));
     EXPECT_FALSE(m_tree->setAsRoot());
-    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.stops, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.messages, m_prompts.stops);
     EXPECT_EQ(texts().size(), 2);
 }
 
@@ -339,7 +341,8 @@ TEST_F(FolderTreeOf, AFolderThatNeverAnswersIsNotReadyAndCanBeTriedAgain) {
     m_disk->hold(in(u"slow"_qs));
     const QModelIndex slow = model().index(0, 0, rootNode());
     m_view.expand(slow);
-    EXPECT_EQ(m_prompts.messages, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.stops, QStringList(u"Drive is not ready"_qs));
+    EXPECT_EQ(m_prompts.messages, m_prompts.stops);
     EXPECT_EQ(texts(slow), QStringList(u".."_qs));
     EXPECT_FALSE(m_view.isExpanded(slow));
     m_disk->release();

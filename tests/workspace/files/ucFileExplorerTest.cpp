@@ -2,10 +2,11 @@
 #include "settings/files/OwnTextFile.h"
 #include "settings/registry/MemoryRegistry.h"
 #include "support/ScriptedPrompts.h"
+#include "widgets/RowInput.h"
 #include "workspace/files/FolderFixture.h"
 #include "workspace/files/SlowDisk.h"
 #include "workspace/files/ucFileExplorer.h"
-#include "workspace/host/WorkspaceHost.h"
+#include "workspace/host/NotedHost.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
@@ -24,17 +25,6 @@
 
 namespace {
 
-class NoHost : public WorkspaceHost {
- public:
-    void selectDocument(const QString&) override {}
-    void openFile(const QString&) override {}
-    void closeDocument() override {}
-    void saveDocument() override {}
-    void dragStarts() override {}
-    void dragEnds() override {}
-    void hidePanel() override {}
-};
-
 /// The folder of the test is a removable volume.
 class FileExplorer : public FolderFixture {
  protected:
@@ -47,6 +37,12 @@ class FileExplorer : public FolderFixture {
         m_disk->release();
         m_explorer.reset();
         forgetLists();
+    }
+    /// By the key for menus.
+    static void askForMenu(QWidget& view) {
+        const QPoint middle = view.rect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, view.mapToGlobal(middle));
+        QCoreApplication::sendEvent(&view, &event);
     }
     static void forgetLists() {
         QFile::remove(OwnTextFile::path(u"FavoriteDir.idx"_qs));
@@ -105,7 +101,7 @@ class FileExplorer : public FolderFixture {
     ScriptedPrompts m_prompts;
     MemoryRegistry m_registry;
     Settings m_settings{m_registry};
-    NoHost m_host;
+    NotedHost m_host;
     std::unique_ptr<ucFileExplorer> m_explorer;
     QTreeView* m_tree = nullptr;
     QTreeView* m_list = nullptr;
@@ -173,14 +169,12 @@ TEST_F(FileExplorer, TheMenuKeyOpensTheListMenuAtTheCurrentRow) {
     m_explorer->resize(300, 400);
     m_explorer->show();
     gotoRoot();
-    QSignalSpy asked(m_list, &QWidget::customContextMenuRequested);
+    QSignalSpy asked(m_list->findChild<RowInput*>(), &RowInput::menuWanted);
     const auto pressMenuKey = [&] {
-        const QPoint middle = m_list->rect().center();
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, middle, m_list->mapToGlobal(middle));
-        QCoreApplication::sendEvent(m_list, &event);
+        askForMenu(*m_list);
         EXPECT_TRUE(menu("File")->isVisible());
         menu("File")->hide();
-        return asked.takeFirst().first().toPoint();
+        return m_list->viewport()->mapFromGlobal(asked.takeFirst().first().toPoint());
     };
     EXPECT_EQ(pressMenuKey(), QPoint(0, 0));
     for (const QString& name : {u"101"_qs, u"199"_qs}) {
@@ -191,6 +185,21 @@ TEST_F(FileExplorer, TheMenuKeyOpensTheListMenuAtTheCurrentRow) {
         EXPECT_TRUE(m_list->viewport()->rect().contains(place)) << name.toStdString();
     }
     EXPECT_EQ(asked.count(), 0);
+}
+
+TEST_F(FileExplorer, TheRightButtonOpensBothMenusWhenItIsReleased) {
+    makeFile(u"1"_qs);
+    m_explorer->show();
+    gotoRoot();
+    const QPoint at(30, 5);
+    const std::pair<QTreeView*, const char*> views[] = {{m_tree, "Folder"}, {m_list, "File"}};
+    for (const auto& [view, name] : views) {
+        QTest::mousePress(view->viewport(), Qt::RightButton, {}, at);
+        EXPECT_FALSE(menu(name)->isVisible()) << name;
+        QTest::mouseRelease(view->viewport(), Qt::RightButton, {}, at);
+        EXPECT_TRUE(menu(name)->isVisible()) << name;
+        menu(name)->hide();
+    }
 }
 
 TEST_F(FileExplorer, ItIsFilledWhenItIsFirstShown) {
@@ -417,17 +426,17 @@ TEST_F(FileExplorer, ChoosingARecentFolderGoesThere) {
 TEST_F(FileExplorer, FavouritesAreAddedChosenAndDeleted) {
     makeFolder(u"a&b"_qs);
     m_explorer->GotoPath(keyOf(u"a&b"_qs));
-    Q_EMIT m_tree->customContextMenuRequested({});
+    askForMenu(*m_tree);
     EXPECT_TRUE(entry("Folder", u"mnuAddFavFolders"_qs)->isEnabled());
     EXPECT_FALSE(entry("Folder", u"mnuDelFavFolders"_qs)->isEnabled());
     choose("Folder", "mnuAddFavFolders");
     EXPECT_EQ(listFile(u"FavoriteDir.idx"_qs), keyOf(u"a&b"_qs).toUtf8() + "\r\n");
     EXPECT_EQ(entry("mnuFavorites", keyOf(u"a&b"_qs))->text(), in(u"a&&b"_qs));
-    Q_EMIT m_tree->customContextMenuRequested({});
+    askForMenu(*m_tree);
     EXPECT_FALSE(entry("Folder", u"mnuAddFavFolders"_qs)->isEnabled());
     EXPECT_TRUE(entry("Folder", u"mnuDelFavFolders"_qs)->isEnabled());
     gotoRoot();
-    Q_EMIT m_tree->customContextMenuRequested({});
+    askForMenu(*m_tree);
     EXPECT_TRUE(entry("Folder", u"mnuAddFavFolders"_qs)->isEnabled());
     entry("mnuFavorites", keyOf(u"a&b"_qs))->trigger();
     EXPECT_EQ(m_explorer->selectedKey(), keyOf(u"a&b"_qs));
@@ -755,7 +764,10 @@ TEST_F(FileExplorer, TheBarIsMovedWithTheArrowKeys) {
     auto* bar = m_explorer->findChild<QSplitterHandle*>(u"Picture2"_qs);
     const int before = m_tree->height();
     QTest::keyClick(bar, Qt::Key_Down);
-    EXPECT_GT(m_tree->height(), before);
+    const int moved = m_tree->height();
+    EXPECT_GT(moved, before);
+    QTest::keyClick(bar, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(m_tree->height(), moved);
     QTest::keyClick(bar, Qt::Key_Up);
     QTest::keyClick(bar, Qt::Key_Up);
     EXPECT_LT(m_tree->height(), before);

@@ -210,6 +210,13 @@ TEST_F(SidePanelOfThreeTabs, BarsAreMovedAndTabsClosedByKeys) {
     EXPECT_EQ(tops().at(1), before);
     QTest::keyClick(&title, Qt::Key_PageDown);
     EXPECT_GT(tops().at(1), before + step);
+    const QList<int> moved = tops();
+    for (const auto modifier : {Qt::ControlModifier, Qt::ShiftModifier, Qt::AltModifier, Qt::MetaModifier}) {
+        for (const auto key : {Qt::Key_Up, Qt::Key_PageDown, Qt::Key_Return, Qt::Key_Delete})
+            QTest::keyClick(&title, key, modifier);
+    }
+    EXPECT_EQ(tops(), moved);
+    EXPECT_EQ(openTabs(), QList<bool>({true, true, true}));
     QTest::keyClick(&title, Qt::Key_Return);
     EXPECT_GT(band(1).height(), band(0).height() + band(2).height());
     QTest::keyClick(&title, Qt::Key_Delete);

@@ -68,6 +68,18 @@ TEST(ProjectFileReading, TheStatusNeedsATab) {
     EXPECT_EQ(readStatus(u"true\t3000.6"_qs), (PanelStatus{true, 3001}));
 }
 
+TEST(ProjectFileReading, TheStatusIsABooleanInAnyForm) {
+    for (const char* shown : {"True", "TRUE", "tRue", " True ", "-1", "1", "2.5"}) {
+        EXPECT_EQ(readStatus(QString::fromLatin1(shown) + u"\t15"_qs), (PanelStatus{true, 15})) << shown;
+    }
+    for (const char* hidden : {"False", "FALSE", " false", "0", "0.0"}) {
+        EXPECT_EQ(readStatus(QString::fromLatin1(hidden) + u"\t15"_qs), (PanelStatus{false, 15})) << hidden;
+    }
+    for (const char* neither : {"", "Tru", "yes", "True False", "nan"}) {
+        EXPECT_FALSE(readStatus(QString::fromLatin1(neither) + u"\t15"_qs)) << neither;
+    }
+}
+
 TEST(ProjectFileReading, AWidthThatIsNoNumberIsNoWidth) {
     const QStringList widths{u""_qs, u"wide"_qs, u"nan"_qs, u"inf"_qs, u"1e300"_qs, u"99999999999999999999"_qs};
     for (const QString& width : widths) {

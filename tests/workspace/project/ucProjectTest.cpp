@@ -1,7 +1,7 @@
 #include "settings/Settings.h"
 #include "settings/registry/MemoryRegistry.h"
 #include "support/ScriptedPrompts.h"
-#include "workspace/host/WorkspaceHost.h"
+#include "workspace/host/NotedHost.h"
 #include "workspace/project/ucProject.h"
 
 #include <QDir>
@@ -15,17 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-class NoHost : public WorkspaceHost {
- public:
-    void selectDocument(const QString&) override {}
-    void openFile(const QString&) override {}
-    void closeDocument() override {}
-    void saveDocument() override {}
-    void dragStarts() override {}
-    void dragEnds() override {}
-    void hidePanel() override {}
-};
 
 class TheProjectList : public ::testing::Test {
  protected:
@@ -57,7 +46,7 @@ class TheProjectList : public ::testing::Test {
     ScriptedPrompts prompts;
     MemoryRegistry registry;
     Settings settings{registry};
-    NoHost host;
+    NotedHost host;
     ucProject project{WorkspaceServices{prompts, settings, host}};
     QTreeView& list = *project.findChild<QTreeView*>(u"lvProject"_qs);
     QSignalSpy opened{&project, &ucProject::openFile};
