@@ -38,6 +38,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   explorer
          a folder of 100,000 files shown and scrolled to its end, beside ls -lU of the same folder; sorted by date; a node
          of 1,000 folders opened. From inside, by ExplorerBench.
+  results
+         a million matches in 100,000 files added to the results of a search with the event loop between portions; all
+         opened, closed, checked, removed and cleared. From inside, by ResultsBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -375,6 +378,8 @@ MACRO_GOALS = {"play a macro of 50 steps so many times/1000": (500,),
                "play a macro of 50 steps so many times/10000": (5_000,)}
 # What ls takes for the same folder counts twice.
 EXPLORER_GOALS = {"showAndScrollToTheEnd": (0, "listWithLs", "listWithLs"), "sortByDate": (500,), "openNode": (20,)}
+RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
+                 "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -407,7 +412,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,results")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -451,6 +456,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "MacroBench"), "Macros", MACRO_GOALS)
         if "explorer" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ExplorerBench"), "File explorer", EXPLORER_GOALS)
+        if "results" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

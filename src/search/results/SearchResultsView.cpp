@@ -3,6 +3,7 @@
 #include "search/results/MatchDelegate.h"
 #include "search/results/SearchResultsModel.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
@@ -52,15 +53,13 @@ SearchResultsView::SearchResultsView(SearchResultsModel& model, QWidget* parent)
     connect(&m_model, &SearchResultsModel::layoutChanged, this, &SearchResultsView::doItemsLayout);
 }
 
+/// A screen reader is notified of rows by the base class alone.
 void SearchResultsView::rowsInserted(const QModelIndex& parent, int start, int end) {
     const bool isShown = !parent.isValid() || isExpanded(parent);
     const int rows = verticalScrollBar()->maximum();
-    if (!isShown || rows < FewRows) {
+    if (!isShown || rows < FewRows || QAccessible::isActive())
         QTreeView::rowsInserted(parent, start, end);
-        return;
-    }
-    QAbstractItemView::rowsInserted(parent, start, end);
-    if (!m_nextLayout.isActive())
+    else if (!m_nextLayout.isActive())
         m_nextLayout.start(rows / RowsPerMillisecond);
 }
 

@@ -73,6 +73,12 @@ ucSearchResults::ucSearchResults(Prompts& prompts, QWidget* parent)
     connect(&m_tree, &SearchResultsView::menuWanted, this, &ucSearchResults::showMenu);
 }
 
+// A command of the menu may have led here, and the menu is used until it returns.
+ucSearchResults::~ucSearchResults() {
+    m_menu.setParent(nullptr);
+    m_menu.deleteLater();
+}
+
 void ucSearchResults::buildMenus() {
     m_menu.setObjectName(u"Search"_qs);
     MenuStyle::giveTo(m_menu);

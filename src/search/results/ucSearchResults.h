@@ -19,6 +19,7 @@ class ucSearchResults : public QWidget {
  public:
     /// The prompts outlive it.
     explicit ucSearchResults(Prompts& prompts, QWidget* parent = nullptr);
+    ~ucSearchResults() override;
 
     /// The node of the file; invalid when there is none.
     Q_INVOKABLE QModelIndex GetTreeNode(const QString& pKey) const;

@@ -2,14 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <string_view>
 #include <vector>
-
-using namespace std::string_view_literals;
 
 TEST(FileMatchesTest, ALineIsKeptOnceForAllItsMatches) {
     FileMatches matches;
-    matches.addLine(7, "a b a"sv);
+    matches.addLine(7, u"a b a"_qs);
     matches.addMatch({100, 1, 0, 0, 1});
     matches.addMatch({104, 1, 0, 4, 1});
     matches.addLine(9, QString(u"ein \u00e4"_qs));
@@ -31,10 +28,10 @@ TEST(FileMatchesTest, OfALongLineItsFirstUnitsAreKept) {
 
 TEST(FileMatchesTest, AnotherListIsAddedBehind) {
     FileMatches first;
-    first.addLine(1, "one"sv);
+    first.addLine(1, u"one"_qs);
     first.addMatch({0, 3, 0, 0, 3});
     FileMatches second;
-    second.addLine(2, "two"sv);
+    second.addLine(2, u"two"_qs);
     second.addMatch({4, 3, 0, 0, 3});
     first.append(second);
     ASSERT_EQ(first.matches().size(), 2U);
@@ -58,12 +55,12 @@ TEST(FileMatchesTest, ALineThatEqualsTheLastOneIsNotAddedAgain) {
 
 TEST(FileMatchesTest, RemovedMatchesLeaveTheOthersWithTheirLines) {
     FileMatches matches;
-    matches.addLine(1, "one one"sv);
+    matches.addLine(1, u"one one"_qs);
     matches.addMatch({0, 3, 0, 0, 3});
     matches.addMatch({4, 3, 0, 4, 3});
-    matches.addLine(2, "two"sv);
+    matches.addLine(2, u"two"_qs);
     matches.addMatch({8, 3, 0, 0, 3});
-    matches.addLine(5, "five five"sv);
+    matches.addLine(5, u"five five"_qs);
     matches.addMatch({20, 4, 0, 0, 4});
     matches.addMatch({25, 4, 0, 5, 4});
     matches.remove({false, true, true, false, false});

@@ -561,6 +561,12 @@ TEST_F(SearchResultsTest, AHandlerMayDestroyTheControl) {
     const std::pair<const char*, std::function<void()>> ways[] = {
         {"double click", [this] { doubleClick(placeOf(match(0, 0))); }},
         {"enter", [this] { press(Qt::Key_Return); }},
+        {"entry of the menu",
+         [this] {
+             click(placeOf(match(0, 0)), Qt::RightButton);
+             menu().setActiveAction(menu().findChild<QAction*>(u"mnuOpenFile"_qs));
+             QTest::keyClick(&menu(), Qt::Key_Return);
+         }},
         {"open", [this] { run("mnuOpenFile"); }},
         {"bookmark", [this] { run("mnuBookLines"); }},
     };
