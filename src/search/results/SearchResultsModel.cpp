@@ -5,6 +5,7 @@
 #include <QFont>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 /// A file with its matches.
@@ -72,7 +73,9 @@ QFont boldFont() {
 }  // namespace
 
 SearchResultsModel::SearchResultsModel(QObject* parent)
-    : QAbstractItemModel(parent), m_fileIcon(Icons::named("filetext")), m_matchIcon(Icons::named("matchline")) {}
+    : QAbstractItemModel(parent), m_fileIcon(Icons::named("filetext")), m_matchIcon(Icons::named("matchline")) {
+    connect(&m_nextRelease, &QTimer::timeout, this, &SearchResultsModel::releaseSome);
+}
 
 SearchResultsModel::~SearchResultsModel() = default;
 
@@ -116,12 +119,11 @@ void SearchResultsModel::setText(const QString& key, const QString& text) {
     Q_EMIT dataChanged(index, index, {Qt::DisplayRole});
 }
 
-// The records are kept until the views have been notified: until then they hold indexes of them.
 void SearchResultsModel::clear() {
     if (m_files.empty())
         return;
     beginResetModel();
-    const Files gone = std::exchange(m_files, {});
+    releaseLater(std::exchange(m_files, {}));
     m_byKey.clear();
     endResetModel();
 }
@@ -152,7 +154,7 @@ void SearchResultsModel::removeChecked() {
     after.reserve(before.size());
     for (const QModelIndex& each : before)
         after.append(afterRemoval(each, rows));
-    const Files gone = takeChecked();
+    releaseLater(takeChecked());
     changePersistentIndexList(before, after);
     Q_EMIT layoutChanged();
 }
@@ -180,7 +182,7 @@ QModelIndex SearchResultsModel::afterRemoval(const QModelIndex& index, const std
     return createIndex(row, 0, file);
 }
 
-/// The records of the removed files, which the caller keeps until the views have been notified.
+/// The records of the removed files.
 SearchResultsModel::Files SearchResultsModel::takeChecked() {
     Files gone;
     Files kept;
@@ -198,6 +200,23 @@ SearchResultsModel::Files SearchResultsModel::takeChecked() {
     }
     m_files = std::move(kept);
     return gone;
+}
+
+/// Views hold indexes of the records until they have been notified, and the release of a hundred thousand of them takes
+/// as long as all else in a removal.
+void SearchResultsModel::releaseLater(Files files) {
+    std::ranges::move(files, std::back_inserter(m_removed));
+    m_nextRelease.start(0);
+}
+
+void SearchResultsModel::releaseSome() {
+    constexpr std::size_t Portion = 2'000;
+    if (m_removed.size() > Portion) {
+        m_removed.resize(m_removed.size() - Portion);
+        return;
+    }
+    m_removed = Files();
+    m_nextRelease.stop();
 }
 
 QModelIndex SearchResultsModel::neighbourToRemain(const QModelIndex& index) const {

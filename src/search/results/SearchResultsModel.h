@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
@@ -82,8 +83,12 @@ class SearchResultsModel : public QAbstractItemModel {
     QModelIndex afterRemoval(const QModelIndex& index, const std::vector<int>& rows) const;
     std::vector<int> rowsAfterRemoval() const;
     Files takeChecked();
+    void releaseLater(Files files);
+    void releaseSome();
 
     Files m_files;
+    Files m_removed;       ///< released in portions by the event loop
+    QTimer m_nextRelease;  ///< of such a portion
     QHash<QString, File*> m_byKey;
     QIcon m_fileIcon;
     QIcon m_matchIcon;

@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -43,14 +44,26 @@ SearchResultsView::SearchResultsView(SearchResultsModel& model, QWidget* parent)
         if (SearchResultsModel::isMatch(index))
             Q_EMIT matchChosen(index);
     });
-    // A match that is no longer visible is not where the arrow keys go on from.
-    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& file) {
-        if (currentIndex().parent() == file)
-            setCurrentIndex(file);
-    });
+    connect(this, &QTreeView::collapsed, this, &SearchResultsView::leaveClosedFile);
     setModel(&m_model);
     // At once: the rows that are laid out may be of matches that are gone.
     connect(&m_model, &SearchResultsModel::layoutChanged, this, &SearchResultsView::doItemsLayout);
+}
+
+/// A match that is no longer visible is not where the arrow keys go on from.
+void SearchResultsView::leaveClosedFile() {
+    const QModelIndex file = currentIndex().parent();
+    if (file.isValid() && !isExpanded(file))
+        setCurrentIndex(file);
+}
+
+/// Without the signals of each file, which take longer than the closing.
+void SearchResultsView::closeAllFiles() {
+    {
+        const QSignalBlocker quiet(this);
+        collapseAll();
+    }
+    leaveClosedFile();
 }
 
 /// A screen reader is notified of rows by the base class alone.

@@ -17,6 +17,7 @@ class SearchResultsView : public QTreeView {
     /// The panel owns both.
     SearchResultsView(SearchResultsModel& model, QWidget* parent);
 
+    void closeAllFiles();
     /// Leaves the view where it is in the direction of the lines.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void doItemsLayout() override;
@@ -41,6 +42,7 @@ class SearchResultsView : public QTreeView {
 
  private:
     void fitColumn();
+    void leaveClosedFile();
     bool isOnCheckBox(QPoint place) const;
     void takeEnter();
 

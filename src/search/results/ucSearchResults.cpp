@@ -151,7 +151,7 @@ void ucSearchResults::expandAll() {
 
 void ucSearchResults::collapseAll() {
     BusyPointer::show();
-    m_tree.collapseAll();
+    m_tree.closeAllFiles();
     BusyPointer::restore();
 }
 

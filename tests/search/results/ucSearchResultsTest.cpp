@@ -530,17 +530,43 @@ TEST_F(SearchResultsTest, TypingGoesToTheNextFileOfThatName) {
     for (const char* path : {"/m/one.c", "/m/two.c", "/m/three.c", "/m/old.c"})
         m_results->AddItem(QLatin1String(path), 1, 0, 1, u"t"_qs);
     m_results->SetNodeText(u"/m/two.c"_qs, u"Find      1 't'  in '/m/two.c'"_qs);
+    const int interval = QApplication::keyboardInputInterval();
     tree().setFocus();
     select(file(0));
+    QApplication::setKeyboardInputInterval(1'000'000);
     QTest::keyClicks(&tree(), u"th"_qs);
     EXPECT_EQ(tree().currentIndex(), file(2));
-    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    QApplication::setKeyboardInputInterval(0);  // after a pause a letter begins a name
+    QTest::qWait(5);
     QTest::keyClick(&tree(), Qt::Key_T);
     EXPECT_EQ(tree().currentIndex(), file(1));
-    QTest::keyClick(&tree(), Qt::Key_T);
+    QApplication::setKeyboardInputInterval(1'000'000);
+    QTest::keyClick(&tree(), Qt::Key_T);  // a letter that is repeated
     EXPECT_EQ(tree().currentIndex(), file(2));
     QTest::keyClicks(&tree(), u"x"_qs);
     EXPECT_EQ(tree().currentIndex(), file(2));
+    QApplication::setKeyboardInputInterval(interval);
+}
+
+TEST_F(SearchResultsTest, TypingInAMatchGoesOnFromItsFile) {
+    for (const char* path : {"/m/one.c", "/m/two.c", "/m/other.c"})
+        m_results->AddItem(QLatin1String(path), 1, 0, 1, u"t"_qs);
+    tree().expandAll();
+    select(match(0, 0));
+    press(Qt::Key_O);
+    EXPECT_EQ(tree().currentIndex(), file(2));
+}
+
+TEST_F(SearchResultsTest, RemovedRecordsAreReleasedByTheEventLoop) {
+    for (int n = 0; n < 5000; ++n)
+        m_results->AddItem(u"/%1"_qs.arg(n), 1, 0, 1, u"x"_qs);
+    tree().expandAll();
+    m_results->ClearTree();
+    addTwoFiles();
+    for (int turn = 0; turn < 10; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(model().rowCount(), 2);
+    EXPECT_EQ(match(1, 1).data().toString(), u"  20 : two"_qs);
 }
 
 TEST_F(SearchResultsTest, ARowThatIsWiderThanTheViewCanBeScrolled) {
