@@ -305,6 +305,7 @@ QVariant SearchResultsModel::fileData(const File& file, int role) const {
             return m_fileIcon;
         case Qt::FontRole:
             return bold;
+        case Qt::ToolTipRole:
         case Key:
             return file.key;
         case Image:

@@ -64,6 +64,7 @@ TEST_F(SearchResultsModelTest, AFileHasKeyTextImageAndBoldLetters) {
     m_model.addMatches(u"/src/a.c"_qs, oneMatch(1, u"x"_qs));
     EXPECT_EQ(file(0).data().toString(), u"/src/a.c"_qs);
     EXPECT_EQ(file(0).data(Qt::UserRole).toString(), u"/src/a.c"_qs);
+    EXPECT_EQ(file(0).data(Qt::ToolTipRole).toString(), u"/src/a.c"_qs);
     EXPECT_FALSE(file(0).data(Qt::UserRole + 1).isValid());
     EXPECT_EQ(file(0).data(SearchResultsModel::Image).toInt(), 1);
     EXPECT_TRUE(file(0).data(Qt::FontRole).value<QFont>().bold());

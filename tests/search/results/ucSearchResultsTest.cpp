@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QMenu>
 #include <QPointer>
 #include <QScrollBar>
@@ -199,6 +200,24 @@ TEST_F(SearchResultsTest, AllNodesAreOpenedAndClosed) {
     EXPECT_FALSE(tree().isExpanded(file(0)));
     EXPECT_FALSE(tree().isExpanded(file(1)));
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(SearchResultsTest, TheHourglassIsShownWhileAllNodesAreOpenedAndClosed) {
+    for (int n = 0; n < 100; ++n)
+        m_results->AddItem(u"/%1"_qs.arg(n), 1, 0, 1, u"x"_qs);
+    QCoreApplication::processEvents();
+    for (const char* key : {"mnuExpandAllNodes", "mnuCollapseAllNodes"}) {
+        SCOPED_TRACE(key);
+        bool isSeen = false;
+        const auto heard = QObject::connect(tree().verticalScrollBar(), &QScrollBar::rangeChanged, [&isSeen] {
+            const QCursor* pointer = QGuiApplication::overrideCursor();
+            isSeen = pointer != nullptr && pointer->shape() == Qt::WaitCursor;
+        });
+        run(key);
+        QObject::disconnect(heard);
+        EXPECT_TRUE(isSeen);
+        EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    }
 }
 
 TEST_F(SearchResultsTest, TheCursorOfAClosedFileIsOnTheFile) {
