@@ -13,8 +13,7 @@
 
 /// The results of a search as a tree: a node for each file, below it one for each match, both in the order in which
 /// they were added. The nodes have check boxes, each for itself. The records are plain, and the texts of the matches
-/// are made when they are asked for. Row, column and parent are the only things that an index of it holds, so that a
-/// million of them cost a view little.
+/// are made when they are asked for. Owned by the panel. Nothing here runs the event loop.
 class SearchResultsModel : public QAbstractItemModel {
     Q_OBJECT
 

@@ -50,7 +50,7 @@ SearchResultsView::SearchResultsView(SearchResultsModel& model, QWidget* parent)
     connect(&m_model, &SearchResultsModel::layoutChanged, this, &SearchResultsView::doItemsLayout);
 }
 
-/// A match that is no longer visible is not where the arrow keys go on from.
+/// The arrow keys start at the current node, which must be visible for that.
 void SearchResultsView::leaveClosedFile() {
     const QModelIndex file = currentIndex().parent();
     if (file.isValid() && !isExpanded(file))
@@ -138,7 +138,7 @@ void SearchResultsView::mouseDoubleClickEvent(QMouseEvent* event) {
         QTreeView::mouseDoubleClickEvent(event);
 }
 
-/// The mouse brings the menu up when its button is released; the key does so here.
+/// The mouse opens the menu when its button is released; the key opens it here.
 void SearchResultsView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
     if (event->reason() != QContextMenuEvent::Keyboard)
@@ -167,10 +167,10 @@ void SearchResultsView::takeEnter() {
 /// What was typed without a pause is one name; a letter that is repeated stands for itself each time. Space, which
 /// checks, is part of a name but does not begin one.
 void SearchResultsView::keyboardSearch(const QString& typed) {
-    const bool goesOn =
+    const bool isContinued =
         m_sinceTyped.isValid() && !m_typed.isEmpty() && m_sinceTyped.elapsed() <= QApplication::keyboardInputInterval();
     m_sinceTyped.start();
-    m_typed = goesOn ? m_typed + typed : typed.trimmed();
+    m_typed = isContinued ? m_typed + typed : typed.trimmed();
     if (m_typed.isEmpty())
         return;
     const bool isOneLetter = m_typed.count(m_typed.front()) == m_typed.size();

@@ -8,7 +8,7 @@ class MatchDelegate;
 class SearchResultsModel;
 
 /// The view of the search results. Enter and a double-click choose a match; Enter on a file opens and closes its node,
-/// and typing goes to the next file of that name. Its only column is as wide as the widest row that was shown, at least
+/// and typing selects the next file of that name. Its only column is as wide as the widest row that was shown, at least
 /// as wide as the view. Owned by the panel.
 class SearchResultsView : public QTreeView {
     Q_OBJECT
@@ -18,7 +18,7 @@ class SearchResultsView : public QTreeView {
     SearchResultsView(SearchResultsModel& model, QWidget* parent);
 
     void closeAllFiles();
-    /// Leaves the view where it is in the direction of the lines.
+    /// Does not scroll sideways.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void doItemsLayout() override;
     void reset() override;

@@ -419,7 +419,7 @@ TEST_F(SearchResultsTest, AllNodesAreCheckedAndUnchecked) {
     }
 }
 
-TEST_F(SearchResultsTest, TheRightButtonSelectsTheNodeAndItsReleaseBringsUpTheMenu) {
+TEST_F(SearchResultsTest, TheRightButtonSelectsTheNodeAndItsReleaseOpensTheMenu) {
     addTwoFiles();
     tree().expand(file(0));
     select(file(1));
@@ -453,14 +453,14 @@ TEST_F(SearchResultsTest, AnEmptyTreeHasNoMenu) {
     EXPECT_FALSE(menu().isVisible());
 }
 
-TEST_F(SearchResultsTest, TheRightButtonReleasedOutsideBringsUpNoMenu) {
+TEST_F(SearchResultsTest, TheRightButtonReleasedOutsideOpensNoMenu) {
     addTwoFiles();
     QTest::mousePress(tree().viewport(), Qt::RightButton, {}, placeOf(file(0)));
     QTest::mouseRelease(tree().viewport(), Qt::RightButton, {}, QPoint(50, -40));
     EXPECT_FALSE(menu().isVisible());
 }
 
-TEST_F(SearchResultsTest, TheMenuKeyBringsUpTheMenuAtTheNode) {
+TEST_F(SearchResultsTest, TheMenuKeyOpensTheMenuAtTheNode) {
     addTwoFiles();
     select(file(1));
     QContextMenuEvent key(QContextMenuEvent::Keyboard, QPoint(), QPoint());
@@ -545,7 +545,7 @@ TEST_F(SearchResultsTest, SpaceChecksTheNodeAndTheCursorStays) {
     EXPECT_EQ(tree().currentIndex(), match(0, 1));
 }
 
-TEST_F(SearchResultsTest, TypingGoesToTheNextFileOfThatName) {
+TEST_F(SearchResultsTest, TypingSelectsTheNextFileOfThatName) {
     for (const char* path : {"/m/one.c", "/m/two.c", "/m/three.c", "/m/old.c"})
         m_results->AddItem(QLatin1String(path), 1, 0, 1, u"t"_qs);
     m_results->SetNodeText(u"/m/two.c"_qs, u"Find      1 't'  in '/m/two.c'"_qs);
@@ -567,7 +567,7 @@ TEST_F(SearchResultsTest, TypingGoesToTheNextFileOfThatName) {
     QApplication::setKeyboardInputInterval(interval);
 }
 
-TEST_F(SearchResultsTest, TypingInAMatchGoesOnFromItsFile) {
+TEST_F(SearchResultsTest, TypingInAMatchStartsAtItsFile) {
     for (const char* path : {"/m/one.c", "/m/two.c", "/m/other.c"})
         m_results->AddItem(QLatin1String(path), 1, 0, 1, u"t"_qs);
     tree().expandAll();
