@@ -141,17 +141,25 @@ void SearchResultsView::mouseDoubleClickEvent(QMouseEvent* event) {
 /// The mouse opens the menu when its button is released; the key opens it here.
 void SearchResultsView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
-    if (event->reason() != QContextMenuEvent::Keyboard)
-        return;
-    if (currentIndex().isValid())
-        scrollTo(currentIndex());
-    Q_EMIT menuWanted(viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        openMenuAtNode();
 }
 
+void SearchResultsView::openMenuAtNode() {
+    if (currentIndex().isValid())
+        scrollTo(currentIndex());
+    const QPoint place = visualRect(currentIndex()).bottomLeft();
+    Q_EMIT menuWanted(viewport()->mapToGlobal(QPoint(std::max(place.x(), 0), place.y())));
+}
+
+/// Qt opens a menu by the menu key alone.
 void SearchResultsView::keyPressEvent(QKeyEvent* event) {
+    const Qt::KeyboardModifiers with = event->modifiers() & ~Qt::KeypadModifier;
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier)
+    if (isEnter && with == Qt::NoModifier)
         takeEnter();
+    else if (event->key() == Qt::Key_F10 && with == Qt::ShiftModifier)
+        openMenuAtNode();
     else
         QTreeView::keyPressEvent(event);
 }

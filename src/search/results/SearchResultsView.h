@@ -45,6 +45,7 @@ class SearchResultsView : public QTreeView {
     void leaveClosedFile();
     bool isOnCheckBox(QPoint place) const;
     void takeEnter();
+    void openMenuAtNode();
 
     SearchResultsModel& m_model;
     MatchDelegate& m_delegate;

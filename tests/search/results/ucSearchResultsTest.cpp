@@ -469,6 +469,19 @@ TEST_F(SearchResultsTest, TheMenuKeyOpensTheMenuAtTheNode) {
     EXPECT_EQ(menu().pos(), tree().viewport()->mapToGlobal(tree().visualRect(file(1)).bottomLeft()));
 }
 
+TEST_F(SearchResultsTest, ShiftF10OpensTheMenuAtTheNodeInAViewThatIsScrolled) {
+    m_results->AddItem(u"/a"_qs, 1, 0, 1, QString(400, u'x'));
+    run("mnuExpandAllNodes");
+    QCoreApplication::processEvents();
+    tree().horizontalScrollBar()->setValue(300);
+    select(match(0, 0));
+    press(Qt::Key_F10);
+    EXPECT_FALSE(menu().isVisible());
+    press(Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(menu().isVisible());
+    EXPECT_EQ(menu().pos(), tree().viewport()->mapToGlobal(QPoint(0, tree().visualRect(match(0, 0)).bottom())));
+}
+
 TEST_F(SearchResultsTest, WithoutANodeTheEntriesForOneAreGreyed) {
     addTwoFiles();
     tree().selectionModel()->clear();
