@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -40,6 +40,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          of 1,000 folders opened. From inside, by ExplorerBench.
   project
          a project of 200 documents of 10 KB, beside the same files opened one by one. From inside, by ProjectBench.
+  results
+         a million matches in 100,000 files added to the results of a search with the event loop between portions; all
+         opened, closed, checked, removed and cleared. From inside, by ResultsBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -379,6 +382,8 @@ MACRO_GOALS = {"play a macro of 50 steps so many times/1000": (500,),
 EXPLORER_GOALS = {"showAndScrollToTheEnd": (0, ("listWithLs", 2)), "sortByDate": (500,), "openNode": (20,)}
 # The files opened one by one count one and a half times.
 PROJECT_GOALS = {"openProject": (0, ("openOneByOne", 1.5))}
+RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
+                 "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -411,7 +416,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -457,6 +462,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "ExplorerBench"), "File explorer", EXPLORER_GOALS)
         if "project" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ProjectBench"), "Projects", PROJECT_GOALS)
+        if "results" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

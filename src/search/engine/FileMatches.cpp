@@ -2,8 +2,12 @@
 
 #include "text/codec/Utf16Units.h"
 
+#include <algorithm>
+
 void FileMatches::addLine(qint64 number, std::string_view utf8) {
     const std::string_view kept = utf8.substr(0, static_cast<std::size_t>(bytesForUtf16Units(utf8, LongestText)));
+    if (!m_lines.empty() && m_lines.back().number == number && textOf(m_lines.back()) == kept)
+        return;
     m_lines.push_back({number, m_texts.size(), static_cast<qint64>(kept.size())});
     m_texts.append(kept.data(), static_cast<qsizetype>(kept.size()));
 }
@@ -32,8 +36,35 @@ void FileMatches::append(const FileMatches& more) {
 }
 
 QString FileMatches::lineText(const Match& match) const {
-    const Line& line = lineOf(match);
-    return QString::fromUtf8(m_texts.constData() + line.from, line.length);
+    const std::string_view text = textOf(lineOf(match));
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// In place: what is kept moves towards the front.
+void FileMatches::remove(const std::vector<bool>& flags) {
+    char* const texts = m_texts.data();
+    std::size_t matches = 0;
+    std::size_t lines = 0;
+    qint64 bytes = 0;
+    qint32 lastLine = -1;
+    for (std::size_t n = 0; n < m_matches.size(); ++n) {
+        if (flags[n])
+            continue;
+        Match match = m_matches[n];
+        if (match.line != lastLine) {
+            lastLine = match.line;
+            Line line = lineOf(match);
+            std::copy_n(texts + line.from, line.length, texts + bytes);
+            line.from = bytes;
+            bytes += line.length;
+            m_lines[lines++] = line;
+        }
+        match.line = static_cast<qint32>(lines) - 1;
+        m_matches[matches++] = match;
+    }
+    m_matches.resize(matches);
+    m_lines.resize(lines);
+    m_texts.resize(bytes);
 }
 
 void FileMatches::squeeze() {

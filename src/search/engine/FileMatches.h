@@ -21,7 +21,8 @@ class FileMatches {
         qint32 textLength = 0;  ///< of the text that was found or put there
     };
 
-    /// Adds a line, counted from 1 in the file, for the matches that are added next.
+    /// Adds a line, counted from 1 in the file, for the matches that are added next. One that equals the last line is
+    /// not added again.
     void addLine(qint64 number, std::string_view utf8);
     void addLine(qint64 number, const QString& text);
     /// Adds a match to the last line; its index of the line is set here.
@@ -33,6 +34,8 @@ class FileMatches {
     const std::vector<Match>& matches() const { return m_matches; }
     qint64 lineNumber(const Match& match) const { return lineOf(match).number; }
     QString lineText(const Match& match) const;
+    /// Removes the matches whose flag is set, and the lines that have none left. There is a flag for every match.
+    void remove(const std::vector<bool>& flags);
     /// Releases memory that was reserved for more.
     void squeeze();
 
@@ -42,6 +45,9 @@ class FileMatches {
         qint64 from = 0;  ///< into the texts, in bytes
         qint64 length = 0;
     };
+    std::string_view textOf(const Line& line) const {
+        return {m_texts.constData() + line.from, static_cast<std::size_t>(line.length)};
+    }
     const Line& lineOf(const Match& match) const { return m_lines[static_cast<std::size_t>(match.line)]; }
 
     std::vector<Match> m_matches;

@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 TEST(FileMatchesTest, ALineIsKeptOnceForAllItsMatches) {
     FileMatches matches;
-    matches.addLine(7, std::string_view("a b a"));
+    matches.addLine(7, u"a b a"_qs);
     matches.addMatch({100, 1, 0, 0, 1});
     matches.addMatch({104, 1, 0, 4, 1});
     matches.addLine(9, QString(u"ein \u00e4"_qs));
@@ -26,14 +28,48 @@ TEST(FileMatchesTest, OfALongLineItsFirstUnitsAreKept) {
 
 TEST(FileMatchesTest, AnotherListIsAddedBehind) {
     FileMatches first;
-    first.addLine(1, std::string_view("one"));
+    first.addLine(1, u"one"_qs);
     first.addMatch({0, 3, 0, 0, 3});
     FileMatches second;
-    second.addLine(2, std::string_view("two"));
+    second.addLine(2, u"two"_qs);
     second.addMatch({4, 3, 0, 0, 3});
     first.append(second);
     ASSERT_EQ(first.matches().size(), 2U);
     EXPECT_EQ(first.lineText(first.matches()[1]), u"two"_qs);
     EXPECT_EQ(first.lineNumber(first.matches()[1]), 2);
     EXPECT_EQ(first.matches()[1].start, 4);
+}
+
+TEST(FileMatchesTest, ALineThatEqualsTheLastOneIsNotAddedAgain) {
+    FileMatches matches;
+    matches.addLine(3, u"x x"_qs);
+    matches.addMatch({10, 1, 0, 0, 1});
+    matches.addLine(3, u"x x"_qs);
+    matches.addMatch({12, 1, 0, 2, 1});
+    matches.addLine(4, u"x x"_qs);
+    matches.addMatch({14, 1, 0, 0, 1});
+    EXPECT_EQ(matches.matches()[1].line, 0);
+    EXPECT_EQ(matches.matches()[2].line, 1);
+    EXPECT_EQ(matches.lineNumber(matches.matches()[2]), 4);
+}
+
+TEST(FileMatchesTest, RemovedMatchesLeaveTheOthersWithTheirLines) {
+    FileMatches matches;
+    matches.addLine(1, u"one one"_qs);
+    matches.addMatch({0, 3, 0, 0, 3});
+    matches.addMatch({4, 3, 0, 4, 3});
+    matches.addLine(2, u"two"_qs);
+    matches.addMatch({8, 3, 0, 0, 3});
+    matches.addLine(5, u"five five"_qs);
+    matches.addMatch({20, 4, 0, 0, 4});
+    matches.addMatch({25, 4, 0, 5, 4});
+    matches.remove({false, true, true, false, false});
+    ASSERT_EQ(matches.matches().size(), 3U);
+    EXPECT_EQ(matches.lineText(matches.matches()[0]), u"one one"_qs);
+    EXPECT_EQ(matches.lineNumber(matches.matches()[1]), 5);
+    EXPECT_EQ(matches.lineText(matches.matches()[2]), u"five five"_qs);
+    EXPECT_EQ(matches.matches()[1].line, matches.matches()[2].line);
+    EXPECT_EQ(matches.matches()[2].start, 25);
+    matches.remove({true, true, true});
+    EXPECT_TRUE(matches.empty());
 }
