@@ -4,7 +4,7 @@
 
 TEST(FileMatchesTest, ALineIsKeptOnceForAllItsMatches) {
     FileMatches matches;
-    matches.addLine(7, "a b a");
+    matches.addLine(7, u"a b a"_qs);
     matches.addMatch({100, 1, 0, 0, 1});
     matches.addMatch({104, 1, 0, 4, 1});
     matches.addLine(9, QString(u"ein \u00e4"_qs));
@@ -26,10 +26,10 @@ TEST(FileMatchesTest, OfALongLineItsFirstUnitsAreKept) {
 
 TEST(FileMatchesTest, AnotherListIsAddedBehind) {
     FileMatches first;
-    first.addLine(1, "one");
+    first.addLine(1, u"one"_qs);
     first.addMatch({0, 3, 0, 0, 3});
     FileMatches second;
-    second.addLine(2, "two");
+    second.addLine(2, u"two"_qs);
     second.addMatch({4, 3, 0, 0, 3});
     first.append(second);
     ASSERT_EQ(first.matches().size(), 2U);
