@@ -10,13 +10,6 @@ namespace {
 
 constexpr int KeepOrder = 0;
 
-/// The list changes and the text in the box does not.
-void insertOnTop(QComboBox& combo, const QString& text) {
-    const QString inBox = combo.currentText();
-    combo.insertItem(0, text);
-    combo.setEditText(inBox);
-}
-
 }  // namespace
 
 void AddComboHistory(QComboBox& pCombo, const QString& pText, int pMax, int pFlag) {
@@ -25,15 +18,14 @@ void AddComboHistory(QComboBox& pCombo, const QString& pText, int pMax, int pFla
     const int found = pCombo.findText(pText, Qt::MatchExactly | Qt::MatchCaseSensitive);
     if (found >= 0 && pFlag != RaiseComboHistory)
         return;
-    if (found >= 0) {
+    // A combo box whose entry is removed shows another one.
+    const QString inBox = found >= 0 ? pText : pCombo.currentText();
+    if (found >= 0)
         pCombo.removeItem(found);
-        insertOnTop(pCombo, pText);
-        pCombo.setEditText(pText);
-        return;
-    }
-    if (pCombo.count() >= pMax)
+    else if (pCombo.count() >= pMax)
         pCombo.removeItem(pMax - 1);
-    insertOnTop(pCombo, pText);
+    pCombo.insertItem(0, pText);
+    pCombo.setEditText(inBox);
 }
 
 void LoadComboHistory(const QString& pName, QComboBox& pCombo) {
@@ -46,7 +38,10 @@ void LoadComboHistory(const QString& pName, QComboBox& pCombo) {
         if (!line.isEmpty())
             AddComboHistory(pCombo, line, ComboHistorySize, KeepOrder);
     }
-    pCombo.setEditText(lines->isEmpty() ? QString() : lines->last());
+    const QString last = lines->isEmpty() ? QString() : lines->last();
+    // The arrow keys start from the entry that the box shows.
+    pCombo.setCurrentIndex(pCombo.findText(last, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    pCombo.setEditText(last);
 }
 
 void SaveComboHistory(const QString& pName, const QComboBox& pCombo) {

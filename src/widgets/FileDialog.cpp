@@ -45,21 +45,27 @@ QStringList FileDialog::paths() const {
     return m_paths.isEmpty() ? selectedFiles() : m_paths;
 }
 
-/// What names a folder is left to Qt, which shows that folder, unless only the system knows which folder it is.
+/// Where a file is wanted, what names a folder is left to Qt, which shows that folder, unless only the system knows
+/// which folder it is.
 void FileDialog::accept() {
     const QStringList named = namedPaths();
     const bool isFolder = named.size() == 1 && IsFolderPath(named.first());
+    if (isFolder && fileMode() == Directory && nameField().text() != QLatin1String("..")) {
+        m_paths = named;
+        done(Accepted);
+        return;
+    }
     if (isFolder && nameField().text().contains(u'/')) {
         setDirectory(withoutParents(named.first()));
         nameField().clear();
         return;
     }
-    if (named.isEmpty() || std::ranges::any_of(named, &IsFolderPath)) {
+    if (named.isEmpty() || fileMode() == Directory || std::ranges::any_of(named, &IsFolderPath)) {
         QFileDialog::accept();
         return;
     }
     m_paths = named;
-    QDialog::accept();
+    done(Accepted);
 }
 
 /// Several names are in quotation marks, which a single name may contain too.

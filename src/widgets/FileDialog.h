@@ -7,7 +7,7 @@ struct FileQuestion;
 
 /// Qt's own file dialog for one question. A path typed with a "/" reaches the program as it was typed, since after a
 /// link only the system knows what ".." means; Qt would remove it. A file that does not exist is accepted too: the
-/// program reports it. Made by QtPrompts; modal.
+/// program reports it. A dialog for a folder accepts only one that exists. Made by QtPrompts; modal.
 class FileDialog : public QFileDialog {
     Q_OBJECT
 

@@ -46,6 +46,9 @@ class Prompts {
     /// Path to save to; empty when cancelled. The dialog does not ask about overwriting; the caller must.
     virtual QString askFileToSave(QWidget* parent, const FileQuestion& question) = 0;
 
+    /// Absolute path of a folder that exists; empty when cancelled.
+    virtual QString askFolder(QWidget* parent, const QString& title) = 0;
+
     /// A box with one line of text to edit. Returns the text as it stands; nothing when cancelled.
     virtual std::optional<QString> askText(QWidget* parent, const QString& title, const QString& prompt,
                                            const QString& initial) = 0;

@@ -46,6 +46,10 @@ QString folderOf(const QString& file) {
     return file.left(std::max<qsizetype>(file.lastIndexOf(u'/'), 1));
 }
 
+QString withoutLastSlash(const QString& folder) {
+    return folder.size() > 1 && folder.endsWith(u'/') ? folder.chopped(1) : folder;
+}
+
 /// The parent of a box: the whole window, because the widget that asks may be destroyed meanwhile, and because the area
 /// of a child window would handle the box's Ctrl+Tab itself.
 QWidget* windowOf(QWidget* parent) {
@@ -144,6 +148,18 @@ QString QtPrompts::askFileToSave(QWidget* parent, const FileQuestion& question) 
     QString file = dialog.paths().value(0);
     m_lastFolder = folderOf(file);
     return file;
+}
+
+QString QtPrompts::askFolder(QWidget* parent, const QString& title) {
+    const QString& start = m_besideLastChoice.isEmpty() ? m_lastFolder : m_besideLastChoice;
+    FileDialog dialog({title, {}, {}, {}}, start, windowOf(parent));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() != QDialog::Accepted)
+        return {};
+    QString folder = withoutLastSlash(dialog.paths().value(0));
+    m_besideLastChoice = folderOf(folder);
+    return folder;
 }
 
 std::optional<QString> QtPrompts::askText(QWidget* parent, const QString& title, const QString& prompt,

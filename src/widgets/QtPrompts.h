@@ -3,7 +3,8 @@
 #include "widgets/Prompts.h"
 
 /// The prompts as boxes and dialogs on the screen. Each is created when it is needed. A file dialog without a folder to
-/// start in begins in the folder of the file that was chosen last.
+/// start in begins in the folder of the file that was chosen last, a dialog for a folder beside the folder that was
+/// chosen last.
 class QtPrompts : public Prompts {
  public:
     void message(QWidget* parent, const QString& text, const QString& title) override;
@@ -12,9 +13,11 @@ class QtPrompts : public Prompts {
                   const QString& informativeText = {}) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;
     QString askFileToSave(QWidget* parent, const FileQuestion& question) override;
+    QString askFolder(QWidget* parent, const QString& title) override;
     std::optional<QString> askText(QWidget* parent, const QString& title, const QString& prompt,
                                    const QString& initial) override;
 
  private:
     QString m_lastFolder;
+    QString m_besideLastChoice;  ///< the folder that contains the last chosen one
 };

@@ -30,6 +30,9 @@ class ScriptedPrompts : public Prompts {
     /// An empty path means that the save dialog is cancelled.
     void answerSavePath(const QString& path) { m_answers.emplace_back(path); }
 
+    /// An empty path means that the dialog is cancelled.
+    void answerFolder(const QString& path) { m_answers.emplace_back(path); }
+
     void answerText(const QString& text) { m_answers.emplace_back(TypedText{text}); }
     void cancelText() { m_answers.emplace_back(TypedText{}); }
 
@@ -42,6 +45,7 @@ class ScriptedPrompts : public Prompts {
     QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
     std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
+    QStringList folderDialogs;             ///< titles of the dialogs for a folder
     QStringList textBoxes;                 ///< title, prompt and initial text of each box for a text, with tabs between
 
     void message(QWidget*, const QString& text, const QString& title) override {
@@ -73,6 +77,12 @@ class ScriptedPrompts : public Prompts {
         fileDialogs.push_back(question);
         runAction();
         return next<QString>(question.title);
+    }
+
+    QString askFolder(QWidget*, const QString& title) override {
+        folderDialogs.append(title);
+        runAction();
+        return next<QString>(title);
     }
 
     std::optional<QString> askText(QWidget*, const QString& title, const QString& prompt,

@@ -84,6 +84,31 @@ TEST_F(Histories, LetTheOldestGoForANewText) {
     EXPECT_EQ(list().first(), u"2"_qs);
 }
 
+TEST_F(Histories, LeaveTheTypedTextAloneWhenTheEntryOfTheBoxGoes) {
+    QByteArray lines;
+    for (int i = 1; i <= 30; ++i)
+        lines += QByteArray::number(i) + "\r\n";
+    store(lines);
+    load();
+    for (const int current : {29, 0, 7}) {
+        m_combo.setCurrentIndex(current);
+        m_combo.setEditText(u"typed at %1"_qs.arg(current));
+        AddComboHistory(m_combo, m_combo.currentText(), 30, RaiseComboHistory);
+        EXPECT_EQ(m_combo.currentText(), u"typed at %1"_qs.arg(current));
+        EXPECT_EQ(m_combo.count(), 30);
+    }
+}
+
+TEST_F(Histories, ShowTheEntryThatTheBoxHasForTheArrowKeys) {
+    store("one\r\nTwo\r\ntwo\r\ntwo\r\n");
+    load();
+    EXPECT_EQ(m_combo.currentIndex(), 0);
+    store("one\r\ntwo\r\none\r\n");
+    load();
+    EXPECT_EQ(m_combo.currentIndex(), 1);
+    EXPECT_EQ(m_combo.currentText(), u"one"_qs);
+}
+
 TEST_F(Histories, AreStoredOldestFirstAndEndWithTheTextOfTheBox) {
     AddComboHistory(m_combo, u"one"_qs, 30, RaiseComboHistory);
     AddComboHistory(m_combo, u"zwei \u00E4"_qs, 30, RaiseComboHistory);

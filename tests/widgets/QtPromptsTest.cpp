@@ -236,6 +236,11 @@ class FileDialogs : public testing::Test {
         return m_prompts.askFileToSave(nullptr, {u"Save"_qs, m_folder.path(), {}, {}});
     }
 
+    QString folder(const QStringList& texts) {
+        whenAsked(texts);
+        return m_prompts.askFolder(nullptr, u"Select folder"_qs);
+    }
+
     QTemporaryDir m_folder;
     QtPrompts m_prompts;
 };
@@ -276,6 +281,50 @@ TEST_F(FileDialogs, ShowTheFolderThatIsNamed) {
     EXPECT_EQ(opened({u"far/inner"_qs, u".."_qs, u"x.txt"_qs}), QStringList(path("far/x.txt")));
     EXPECT_EQ(opened({u"link/.."_qs, u"x.txt"_qs}), QStringList(QFileInfo(path("far/x.txt")).canonicalFilePath()));
     EXPECT_EQ(saved({path("far/"), u"new.txt"_qs}), path("far/new.txt"));
+}
+
+TEST_F(FileDialogs, ChooseAFolderThatExists) {
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"Select folder"_qs);
+        EXPECT_TRUE(dialog.testOption(QFileDialog::DontUseNativeDialog));
+        EXPECT_TRUE(dialog.testOption(QFileDialog::ShowDirsOnly));
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+        dialog.reject();
+    });
+    EXPECT_EQ(m_prompts.askFolder(nullptr, u"Select folder"_qs), QString());
+    EXPECT_EQ(folder({path("far")}), path("far"));
+    EXPECT_EQ(folder({u"near"_qs}), path("near"));
+    EXPECT_EQ(folder({u"far/inner/"_qs}), path("far/inner"));
+    EXPECT_EQ(folder({u"inner/.."_qs}), path("far/inner/.."));
+    EXPECT_EQ(folder({path("link/..")}), path("link/.."));
+    EXPECT_EQ(folder({u"/"_qs}), u"/"_qs);
+}
+
+TEST_F(FileDialogs, StartBesideTheFolderThatWasChosenLast) {
+    EXPECT_EQ(folder({path("far/inner")}), path("far/inner"));
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), path("far"));
+        dialog.reject();
+    });
+    m_prompts.askFolder(nullptr, u"Select folder"_qs);
+    EXPECT_EQ(opened({path("x.txt")}), QStringList(path("x.txt")));
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), m_folder.path()) << "files have a place of their own";
+        dialog.reject();
+    });
+    m_prompts.askFilesToOpen(nullptr, {u"Open"_qs, {}, {}, {}});
+}
+
+TEST_F(FileDialogs, TakeTheShownFolderWhenNoneIsNamed) {
+    EXPECT_EQ(folder({path("far/inner")}), path("far/inner"));
+    whenShown<QFileDialog>([&](QFileDialog& dialog) {
+        field(dialog).clear();
+        static_cast<QDialog&>(dialog).accept();
+        EXPECT_FALSE(dialog.isVisible());
+        if (dialog.isVisible())
+            dialog.reject();
+    });
+    EXPECT_EQ(m_prompts.askFolder(nullptr, u"Select folder"_qs), path("far"));
 }
 
 TEST_F(FileDialogs, StartInTheRealFolderOfAFileBelowTheParentOfALink) {
