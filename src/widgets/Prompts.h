@@ -36,6 +36,9 @@ class Prompts {
     /// The same with the picture of a stop.
     virtual void stop(QWidget* parent, const QString& text, const QString& title = {}) = 0;
 
+    /// The same with a check box below the text. True: it was ticked.
+    virtual bool messageWithCheck(QWidget* parent, const QString& text, const QString& check) = 0;
+
     /// A box with Yes and No that neither Esc nor a close button closes. True: Yes. The informative text stands below
     /// the question in smaller letters.
     virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {},

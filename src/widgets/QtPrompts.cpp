@@ -117,6 +117,17 @@ void QtPrompts::stop(QWidget* parent, const QString& text, const QString& title)
     showMessage(parent, text, title, QMessageBox::Critical);
 }
 
+bool QtPrompts::messageWithCheck(QWidget* parent, const QString& text, const QString& check) {
+    QMessageBox box(windowOf(parent));
+    setUp(box, text, {});
+    auto* tick = new QCheckBox(check, &box);
+    tick->setObjectName(u"chkSilence"_qs);
+    box.setCheckBox(tick);
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+    return tick->isChecked();
+}
+
 bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText) {
     ButtonsOnlyBox box(windowOf(parent));
     setUp(box, text, title);

@@ -9,6 +9,7 @@ class QtPrompts : public Prompts {
  public:
     void message(QWidget* parent, const QString& text, const QString& title) override;
     void stop(QWidget* parent, const QString& text, const QString& title) override;
+    bool messageWithCheck(QWidget* parent, const QString& text, const QString& check) override;
     bool askYesNo(QWidget* parent, const QString& text, const QString& title,
                   const QString& informativeText = {}) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;

@@ -41,6 +41,8 @@ class ScriptedPrompts : public Prompts {
 
     QStringList messages;                  ///< texts of the message boxes
     QStringList stops;                     ///< those of them that have the picture of a stop
+    QStringList checks;                    ///< captions of the check boxes in them
+    bool ticks = false;                    ///< whether these are ticked
     QStringList questions;                 ///< texts of the Yes/No boxes
     QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
@@ -57,6 +59,12 @@ class ScriptedPrompts : public Prompts {
     void stop(QWidget* parent, const QString& text, const QString& title) override {
         stops.append(text);
         message(parent, text, title);
+    }
+
+    bool messageWithCheck(QWidget* parent, const QString& text, const QString& check) override {
+        checks.append(check);
+        message(parent, text, {});
+        return ticks;
     }
 
     bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText) override {

@@ -8,14 +8,17 @@
 #include "text/search/Replacements.h"
 
 #include <algorithm>
+#include <chrono>
 #include <new>
 
 namespace {
 
 /// Bytes that are read or decoded between two looks at whether the search was cancelled.
 constexpr qint64 PartSize = 4LL * 1024 * 1024;
-/// Buffers of more bytes are released after the file.
+/// Files of more bytes are large: one at a time is in memory, and its buffer is released after it.
 constexpr qint64 KeptBuffer = 16LL * 1024 * 1024;
+/// While another thread has a large file, this one looks so often whether the search was cancelled.
+constexpr std::chrono::milliseconds TurnLook{20};
 
 /// Adds matches to a list together with the lines in which they begin.
 class MatchLister {
@@ -50,6 +53,12 @@ QString ownLineEnd(std::string_view text) {
     return text.substr(at, 2) == "\r\n" ? u"\r\n"_qs : u"\r"_qs;
 }
 
+FileFinding cancelledFinding() {
+    FileFinding finding;
+    finding.cancelled = true;
+    return finding;
+}
+
 qint64 longestLine(std::string_view text) {
     std::size_t longest = 0;
     for (std::size_t from = 0; from <= text.size();) {
@@ -62,8 +71,8 @@ qint64 longestLine(std::string_view text) {
 
 }  // namespace
 
-FileSearch::FileSearch(const SearchRequest& request, const std::atomic<bool>& cancelled)
-    : m_request(request), m_cancelled(cancelled), m_required(request.text, request.flags) {}
+FileSearch::FileSearch(const SearchRequest& request, const std::atomic<bool>& cancelled, LargeFiles& largeFiles)
+    : m_request(request), m_cancelled(cancelled), m_largeFiles(largeFiles), m_required(request.text, request.flags) {}
 
 FileSearch::~FileSearch() = default;
 
@@ -80,18 +89,36 @@ FileFinding FileSearch::search(const QString& path) try {
     FileReader file;
     if (file.open(path) || file.size() > SizeLimit)
         return {};
-    const std::optional<FileState> state = m_request.replaces ? FileState::of(file.handle()) : std::nullopt;
-    if (!read(file))
-        return {};
-    FileFinding finding = searchBytes({m_buffer.get(), static_cast<std::size_t>(m_length)});
-    finding.state = state;
+    std::unique_lock turn(m_largeFiles.turn, std::defer_lock);
+    if (file.size() > KeptBuffer && !waitForTurn(turn))
+        return cancelledFinding();
+    FileFinding finding = searchOpen(file);
     if (m_bufferSize > KeptBuffer) {
         m_buffer.reset();
         m_bufferSize = 0;
+        m_decoded = {};
     }
     return finding;
 } catch (const std::bad_alloc&) {
     return {};
+}
+
+/// False when the search was cancelled.
+bool FileSearch::waitForTurn(std::unique_lock<std::timed_mutex>& turn) const {
+    while (goesOn()) {
+        if (turn.try_lock_for(TurnLook))
+            return true;
+    }
+    return false;
+}
+
+FileFinding FileSearch::searchOpen(FileReader& file) {
+    const std::optional<FileState> state = m_request.replaces ? FileState::of(file.handle()) : std::nullopt;
+    if (!read(file))
+        return goesOn() ? FileFinding() : cancelledFinding();
+    FileFinding finding = searchBytes({m_buffer.get(), static_cast<std::size_t>(m_length)});
+    finding.state = state;
+    return finding;
 }
 
 /// Reads to the end of the file, also when it has grown. False: it failed, or the search was cancelled.
@@ -207,11 +234,12 @@ void FileSearch::find(FileFinding& finding) {
     scan.watchedBy([this] { return goesOn(); });
     while (scan.next()) {
         lister.add(scan.match(), lister.lengthOf(scan.match()));
-        if (!goesOn())
+        finding.tooMany = finding.matches.matches().size() >= MostMatches;
+        if (finding.tooMany || !goesOn())
             scan.stop();
     }
     finding.cancelled = !goesOn();
-    finding.gaveUp = !finding.cancelled && static_cast<bool>(scan.error());
+    finding.gaveUp = !finding.cancelled && !finding.tooMany && static_cast<bool>(scan.error());
 }
 
 bool FileSearch::isLocked() const {

@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,6 +25,7 @@ struct Replacements;
 /// What the search of one file has found.
 struct FileFinding {
     bool loaded = false;     ///< false: it could not be read, and nothing was found
+    bool tooMany = false;    ///< the search was ended at MostMatches
     bool gaveUp = false;     ///< the expression took too long somewhere, so a search in an editing view may find more
     bool cancelled = false;  ///< the search was ended before the end of the text
     FileMatches matches;
@@ -33,6 +35,11 @@ struct FileFinding {
     std::string newText;             ///< UTF-8; the whole text with all replacements, when there are matches
     TextFormat format;               ///< of the file's bytes
     std::optional<FileState> state;  ///< of the file just before it was read
+};
+
+/// Shared by the searches of several threads: large files are in memory one at a time.
+struct LargeFiles {
+    std::timed_mutex turn;
 };
 
 /// Searches files one after another, each read into memory, decoded as a load does and searched as the editing control
@@ -47,19 +54,23 @@ class FileSearch {
     /// no replacement.
     static constexpr qint64 LockedLine = 8LL * 1024 * 1024;
 
-    /// `cancelled` is read often, from 100 ms on after it was set nothing more is searched; it outlives the search.
-    FileSearch(const SearchRequest& request, const std::atomic<bool>& cancelled);
+    /// `cancelled` is read often: when it is set the search ends within 100 ms. Both outlive this object.
+    FileSearch(const SearchRequest& request, const std::atomic<bool>& cancelled, LargeFiles& largeFiles);
     ~FileSearch();
     FileSearch(const FileSearch&) = delete;
     FileSearch& operator=(const FileSearch&) = delete;
+
+    /// A search for nothing in particular must not fill the memory with its matches.
+    static constexpr std::size_t MostMatches = 10'000'000;
 
     FileFinding search(const QString& path);
     /// The same in bytes that are in memory already.
     FileFinding searchBytes(std::string_view bytes);
 
  private:
+    FileFinding searchOpen(FileReader& file);
+    bool waitForTurn(std::unique_lock<std::timed_mutex>& turn) const;
     bool read(FileReader& file);
-    FileFinding searchText(std::string_view bytes);
     bool decode(std::string_view bytes);
     std::optional<bool> decodeBy(TextDecoder& decoder, std::string_view bytes);
     void take(std::string_view part);
@@ -72,6 +83,7 @@ class FileSearch {
 
     const SearchRequest m_request;
     const std::atomic<bool>& m_cancelled;
+    LargeFiles& m_largeFiles;
     const RequiredText m_required;
     std::unique_ptr<SearchPattern> m_pattern;       ///< for any text
     std::unique_ptr<SearchPattern> m_asciiPattern;  ///< for a text of ASCII alone

@@ -4,6 +4,7 @@
 
 class FavoriteCommands;
 class FileCommands;
+class FileSearches;
 class FrameCommands;
 class ProjectCommands;
 class RoomsToCome;
@@ -18,12 +19,13 @@ struct CommandTarget {
     void (FrameCommands::*frame)() = nullptr;
     void (FavoriteCommands::*favorite)() = nullptr;
     void (ProjectCommands::*project)() = nullptr;
+    void (FileSearches::*search)() = nullptr;
     void (frmDocument::*document)() = nullptr;
     void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
         return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && project == nullptr &&
-               document == nullptr && room == nullptr;
+               search == nullptr && document == nullptr && room == nullptr;
     }
 };
 

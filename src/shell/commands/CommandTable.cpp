@@ -3,6 +3,7 @@
 #include "document/frmDocument.h"
 #include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
+#include "shell/commands/FileSearches.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
@@ -18,6 +19,7 @@ using View = ViewCommands;
 using Frame = FrameCommands;
 using Favorite = FavoriteCommands;
 using Project = ProjectCommands;
+using Search = FileSearches;
 using Document = frmDocument;
 using Rooms = RoomsToCome;
 
@@ -45,6 +47,10 @@ constexpr CommandTarget on(void (FavoriteCommands::*procedure)()) {
 
 constexpr CommandTarget on(void (ProjectCommands::*procedure)()) {
     return {.project = procedure};
+}
+
+constexpr CommandTarget on(void (FileSearches::*procedure)()) {
+    return {.search = procedure};
 }
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
@@ -153,8 +159,8 @@ constexpr CommandRow Commands[] = {
     {"mnuSearch", "mnuReverseIncrementalSearch", "Reverse Incremental Search", "", "",
      on(&Document::ReverseIncrementalSearch), InText},
     gap("mnuSearch", "mnuFindSep07"),
-    {"mnuSearch", "mnuFindInFiles", "Find in Files", "", "", on(&Frame::FindInFiles)},
-    {"mnuSearch", "mnuReplaceInFiles", "Replace in Files", "", "", on(&Rooms::ReplaceInFiles)},
+    {"mnuSearch", "mnuFindInFiles", "Find in Files", "", "", on(&Search::FindInFiles)},
+    {"mnuSearch", "mnuReplaceInFiles", "Replace in Files", "", "", on(&Search::ReplaceInFiles)},
     gap("mnuSearch", "mnuSearchSep01"),
     {"mnuSearch", "mnuToggleBookmark", "Toggle Bookmark", "Ctrl+F2", "bookmark", on(&Document::ToggleBookmark)},
     {"mnuSearch", "mnuPreviousBookmark", "Previous Bookmark", "Shift+F2", "bookprev", on(&Document::PrevBookmark)},

@@ -32,10 +32,6 @@ void FrameCommands::FindPrevious() {
     m_findBar.FindPrevious();
 }
 
-void FrameCommands::FindInFiles() {
-    m_rooms.ShowSearchInFiles(QString());
-}
-
 void FrameCommands::ToggleWholeWord() {
     m_searchToggles.toggle("mnuWholeWord");
 }

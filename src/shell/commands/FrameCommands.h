@@ -20,7 +20,6 @@ class FrameCommands {
 
     void FindNext();
     void FindPrevious();
-    void FindInFiles();
     void ToggleWholeWord();
     void ToggleCase();
     void ToggleRegExp();

@@ -287,6 +287,8 @@ void ProjectCommands::NewProject() {
 }
 
 void ProjectCommands::CloseProject() {
+    if (m_atWork)
+        return m_systemClose.whenFree([this] { CloseProject(); });
     if (m_projectFilename.isEmpty() || !m_prompts.askYesNo(&m_window, u"Close the current project?"_qs))
         return;
     CloseCurrentProject(true);

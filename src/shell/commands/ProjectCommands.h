@@ -44,6 +44,10 @@ class ProjectCommands {
     void SaveProjectFile();
     void SaveProjectFileAs();
 
+    /// While a search runs, projects are neither opened nor closed: what would do so waits until Close of the frame is
+    /// enabled again.
+    void hold(bool on) { m_atWork = on; }
+
     // The commands of the menu.
     void ChooseProjectToOpen();
     void NewProject();
@@ -74,5 +78,5 @@ class ProjectCommands {
     PanelLink& m_panel;
     SidePanel& m_sidePanel;
     CommandEntries& m_entries;
-    bool m_atWork = false;  ///< a project is being opened or closed
+    bool m_atWork = false;  ///< a project is being opened or closed, or a search runs
 };

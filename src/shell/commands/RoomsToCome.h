@@ -8,10 +8,6 @@ class RoomsToCome {
  public:
     virtual ~RoomsToCome() = default;
 
-    // Search across files: the dialogs, the first with a list of folders.
-    virtual void ShowSearchInFiles(const QString&) {}
-    virtual void ReplaceInFiles() {}
-
     // Dialogs.
     virtual void ShowProperties() {}
     virtual void ShowAbout() {}

@@ -101,6 +101,8 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       panel(services.makePanel({prompts, settings, panelRequests})),
       projects(window, projectFilename, prompts, systemClose, lookup, closing, documentRecords, projectLists, panel,
                sidePanel, entries),
+      searches({window, projectFilename, documentServices, children, active, opening, systemClose, status, searchPanel,
+                panel, projects}),
       slotCommands(menuSlots, projects, children, active, opening),
       drops(window, panel, opening) {
     sidePanel.hold(panel.widget());

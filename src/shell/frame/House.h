@@ -9,6 +9,7 @@
 #include "shell/commands/CommandEntries.h"
 #include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
+#include "shell/commands/FileSearches.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/LanguageMenu.h"
 #include "shell/commands/ListMenus.h"
@@ -115,6 +116,7 @@ struct House {
     PanelRequests panelRequests;
     PanelLink& panel;
     ProjectCommands projects;
+    FileSearches searches;
     SlotCommands slotCommands;
     FrameDrops drops;
 

@@ -151,6 +151,8 @@ void frmMain::run(const CommandTarget& target) {
         (h.favoriteCommands.*target.favorite)();
     else if (target.project != nullptr)
         (h.projects.*target.project)();
+    else if (target.search != nullptr)
+        (h.searches.*target.search)();
     else if (target.room != nullptr)
         (h.rooms.*target.room)();
     else if (frmDocument* document = h.active.get())

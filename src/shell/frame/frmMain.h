@@ -18,6 +18,9 @@ struct House;
 class frmMain : public FrameLists, public DocumentHost {
     Q_OBJECT
     Q_PROPERTY(QString ProjectFilename MEMBER ProjectFilename)
+    Q_PROPERTY(bool AbortFlag READ AbortFlag)
+    Q_PROPERTY(int FilesFound READ FilesFound)
+    Q_PROPERTY(int FilesSearched READ FilesSearched)
 
  public:
     explicit frmMain(const FrameServices& services);
@@ -43,6 +46,16 @@ class frmMain : public FrameLists, public DocumentHost {
     Q_INVOKABLE void SetProjectMenus(bool pFlag);
     Q_INVOKABLE void RefreshCheckedItems();
     Q_INVOKABLE void UpdateMacroMenu();
+
+    // The search across files (frmMainProcedures.cpp); a search runs the event loop until it has ended.
+    Q_INVOKABLE void ShowSearchInFiles(const QString& pDir);
+    void StartSearch(const QString& pPath, const QString& pFilter, bool pSubDir, const QString& pSearch, bool pRegExpOn,
+                     bool pCaseSensitiveOn, bool pPreserveCase, bool pWholeWordOn, int pOption, bool pSearchOnly,
+                     const QString& pReplaceText, bool pListResults);
+    Q_INVOKABLE void AbortSearch();
+    bool AbortFlag() const;
+    int FilesFound() const;
+    int FilesSearched() const;
 
     // The reports of a document, and single steps of the procedures above (frmMainProcedures.cpp).
     Q_INVOKABLE void AddDocumentTab(frmDocument* pForm);

@@ -79,3 +79,38 @@ void frmMain::SetContinueSearchOption(bool pOn) {
 void frmMain::AddSearchKey(const QString& pText, bool pMoveToTop) {
     m_house->findBar.AddSearchKey(pText, pMoveToTop);
 }
+
+void frmMain::ShowSearchInFiles(const QString& pDir) {
+    m_house->searches.ShowSearchInFiles(pDir);
+}
+
+void frmMain::StartSearch(const QString& pPath, const QString& pFilter, bool pSubDir, const QString& pSearch,
+                          bool pRegExpOn, bool pCaseSensitiveOn, bool pPreserveCase, bool pWholeWordOn, int pOption,
+                          bool pSearchOnly, const QString& pReplaceText, bool pListResults) {
+    m_house->searches.StartSearch({pPath,
+                                   pFilter,
+                                   pSubDir,
+                                   static_cast<SearchIn>(pOption),
+                                   pSearch,
+                                   {pCaseSensitiveOn, pRegExpOn, pWholeWordOn},
+                                   !pSearchOnly,
+                                   pReplaceText,
+                                   pPreserveCase,
+                                   pListResults});
+}
+
+void frmMain::AbortSearch() {
+    m_house->searches.search().AbortSearch();
+}
+
+bool frmMain::AbortFlag() const {
+    return m_house->searches.search().AbortFlag();
+}
+
+int frmMain::FilesFound() const {
+    return m_house->searches.search().FilesFound();
+}
+
+int frmMain::FilesSearched() const {
+    return m_house->searches.search().FilesSearched();
+}

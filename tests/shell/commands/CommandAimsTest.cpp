@@ -1,6 +1,7 @@
 #include "shell/commands/CommandTable.h"
 #include "shell/commands/FavoriteCommands.h"
 #include "shell/commands/FileCommands.h"
+#include "shell/commands/FileSearches.h"
 #include "shell/commands/FrameCommands.h"
 #include "shell/commands/ProjectCommands.h"
 #include "shell/commands/RoomsToCome.h"
@@ -74,7 +75,6 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     static constexpr Aim<void (Frame::*)()> Aims[] = {
         {"mnuFindNext", &Frame::FindNext},
         {"mnuFindPrevious", &Frame::FindPrevious},
-        {"mnuFindInFiles", &Frame::FindInFiles},
         {"mnuAnsiTable", &Frame::ShowAnsiTable},
         {"mnuConvertor", &Frame::ShowConvertor},
         {"mnuCalculator", &Frame::StartCalculator},
@@ -108,11 +108,18 @@ TEST(CommandAims, CommandsOfProjectsAimAtTheirCalls) {
     expectAims<void (Project::*)()>(Aims, &CommandTarget::project);
 }
 
+TEST(CommandAims, CommandsOfTheSearchAcrossFilesAimAtTheirCalls) {
+    static constexpr Aim<void (FileSearches::*)()> Aims[] = {
+        {"mnuFindInFiles", &FileSearches::FindInFiles},
+        {"mnuReplaceInFiles", &FileSearches::ReplaceInFiles},
+    };
+    expectAims<void (FileSearches::*)()>(Aims, &CommandTarget::search);
+}
+
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
     static constexpr Aim<void (Rooms::*)()> Aims[] = {
         {"mnuFileProperties", &Rooms::ShowProperties},
-        {"mnuReplaceInFiles", &Rooms::ReplaceInFiles},
         {"mnuWindowDirectory", &Rooms::OpenWindowsDirectory},
         {"mnuSystemDirectory", &Rooms::OpenSystemDirectory},
         {"mnuDesktop", &Rooms::OpenDesktop},

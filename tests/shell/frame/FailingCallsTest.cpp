@@ -21,12 +21,11 @@ TEST_F(FailingCalls, OfMenuEntriesAndSlotsLeaveTheFrameStanding) {
     m_rooms.calls.clear();
     m_rooms.fails = true;
     run("mnuFileProperties");
-    run("mnuFindInFiles");
     slot("mnuFavoriteProject", 1)->setData(u"/a.qmp"_qs);
     failInTheNextBox();
     slot("mnuFavoriteProject", 1)->trigger();
     EXPECT_EQ(missingProject(), u"/a.qmp"_qs);
-    EXPECT_EQ(m_rooms.calls, QStringList({u"ShowProperties"_qs, u"ShowSearchInFiles "_qs}));
+    EXPECT_EQ(m_rooms.calls, QStringList(u"ShowProperties"_qs));
     EXPECT_TRUE(m_frame->isVisible());
     EXPECT_EQ(tabs(), QStringList(u"Document1"_qs));
     EXPECT_TRUE(m_prompts.messages.isEmpty());

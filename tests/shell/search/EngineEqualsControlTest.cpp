@@ -256,7 +256,8 @@ class EngineEqualsControl : public testing::TestWithParam<int> {
         return file.readAll();
     }
     FileFinding finding(const SearchRequest& request, const QString& path) const {
-        return FileSearch(request, m_cancelled).search(path);
+        LargeFiles largeFiles;
+        return FileSearch(request, m_cancelled, largeFiles).search(path);
     }
     QString listOfControl(const SearchRequest& request, const QString& path);
     void expectSameLines(const FileMatches& matches) const;
