@@ -85,22 +85,36 @@ const SearchPattern& FileSearch::pattern() {
 
 // Reading
 
-FileFinding FileSearch::search(const QString& path) try {
+FileFinding FileSearch::search(const QString& path) {
+    FileFinding finding;
+    try {
+        finding = readAndSearch(path);
+    } catch (const std::bad_alloc&) {
+        finding = {};
+    }
+    releaseLargeBuffers();
+    return finding;
+}
+
+FileFinding FileSearch::readAndSearch(const QString& path) {
     FileReader file;
     if (file.open(path) || file.size() > SizeLimit)
         return {};
     std::unique_lock turn(m_largeFiles.turn, std::defer_lock);
     if (file.size() > KeptBuffer && !waitForTurn(turn))
         return cancelledFinding();
-    FileFinding finding = searchOpen(file);
+    return searchOpen(file);
+}
+
+void FileSearch::releaseLargeBuffers() {
+    m_text = {};
     if (m_bufferSize > KeptBuffer) {
         m_buffer.reset();
         m_bufferSize = 0;
-        m_decoded = {};
     }
-    return finding;
-} catch (const std::bad_alloc&) {
-    return {};
+    // Assigning "{}" would keep the memory.
+    if (m_decoded.capacity() > static_cast<std::size_t>(KeptBuffer))
+        m_decoded = std::string();
 }
 
 /// False when the search was cancelled.

@@ -70,6 +70,8 @@ class FileSearch {
  private:
     FileFinding searchOpen(FileReader& file);
     bool waitForTurn(std::unique_lock<std::timed_mutex>& turn) const;
+    FileFinding readAndSearch(const QString& path);
+    void releaseLargeBuffers();
     bool read(FileReader& file);
     bool decode(std::string_view bytes);
     std::optional<bool> decodeBy(TextDecoder& decoder, std::string_view bytes);
