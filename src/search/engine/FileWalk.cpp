@@ -40,7 +40,7 @@ QString nameText(const QByteArray& name) {
     return pathText(name).value_or(QString());
 }
 
-QString withoutSlash(QString path) {
+QString withoutSlash(const QString& path) {
     return path.endsWith(u'/') ? path.chopped(1) : path;
 }
 
