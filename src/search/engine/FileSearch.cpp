@@ -7,6 +7,8 @@
 #include "text/search/MatchScan.h"
 #include "text/search/Replacements.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <chrono>
 #include <new>
@@ -57,6 +59,10 @@ FileFinding cancelledFinding() {
     FileFinding finding;
     finding.cancelled = true;
     return finding;
+}
+
+QString leftAsItWas() {
+    return QCoreApplication::translate("Search", "A file with more than 10,000,000 matches was left as it was.");
 }
 
 qint64 longestLine(std::string_view text) {
@@ -279,6 +285,10 @@ void FileSearch::replace(FileFinding& finding) {
     MatchScan scan(pattern(), text, map, 0);
     scan.watchedBy([this] { return goesOn(); });
     while (scan.next()) {
+        if (found.edits.size() >= MostMatches) {
+            finding.error = leftAsItWas();
+            return;
+        }
         collector.add(scan);
         if (!goesOn())
             scan.stop();

@@ -322,6 +322,19 @@ TEST_F(FileSearchTest, AWrongGuessOfTheEncodingIsCorrectedHoweverLateItIsSeen) {
     EXPECT_TRUE(replaced(replacing(u"needle"_qs, u"-"_qs), bytes) == wanted);
 }
 
+TEST_F(FileSearchTest, FindingEndsAtTheMostMatchesAndReplacingLeavesTheFile) {
+    const std::string most(FileSearch::MostMatches, 'a');
+    const FileFinding found = inBytes(finding(u"a"_qs), most + "a");
+    EXPECT_TRUE(found.tooMany);
+    EXPECT_EQ(found.matches.matches().size(), FileSearch::MostMatches);
+    EXPECT_FALSE(found.gaveUp);
+    const FileFinding refused = inBytes(replacing(u"a"_qs, u"b"_qs), most + "a");
+    EXPECT_FALSE(refused.error.isEmpty());
+    EXPECT_TRUE(refused.matches.empty());
+    EXPECT_TRUE(refused.newText.empty());
+    EXPECT_TRUE(inBytes(replacing(u"a"_qs, u"b"_qs), most).error.isEmpty());
+}
+
 // Replacements
 
 TEST_F(FileSearchTest, AFileWithoutAMatchHasNoNewText) {
