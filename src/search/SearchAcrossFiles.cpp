@@ -60,6 +60,7 @@ void SearchAcrossFiles::StartSearch(const SearchRequest& request) {
     m_silenced = false;
     m_lastFile.clear();
     m_parts.host.enableClose(false);
+    m_parts.host.notice({});
     m_abort = false;
     try {
         search(request);
