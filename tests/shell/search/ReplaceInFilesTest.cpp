@@ -270,8 +270,9 @@ TEST_P(ReplaceEqualsModel, InManyFilesOfAllEncodings) {
     request.flags.caseSensitive = true;
     request.subDirectories = true;
     search(request);
-    for (const auto& [file, bytes] : expected)
+    for (const auto& [file, bytes] : expected) {
         ASSERT_EQ(bytesOf(file), bytes) << file.toStdString();
+    }
     EXPECT_EQ(searched(), Files);
     EXPECT_EQ(found(), changed);
     EXPECT_EQ(files().size(), changed);
