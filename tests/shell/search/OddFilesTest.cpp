@@ -135,7 +135,7 @@ TEST_F(OddFiles, FilesMayChangeWhileTheyAreSearched) {
     start();
     folder(u"moving"_qs);
     folder(u"steady"_qs);
-    constexpr int Count = 300;
+    constexpr int Count = 100;
     for (int i = 0; i < Count; ++i) {
         fileOf("foo", u"moving/%1"_qs.arg(i));
         fileOf("foo", u"steady/%1"_qs.arg(i));
@@ -157,7 +157,7 @@ TEST_F(OddFiles, FilesMayChangeWhileTheyAreSearched) {
             }
         }
     });
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 10; ++i) {
         SearchRequest request = i % 2 == 0 ? findBelow(u"foo"_qs) : replace(u"foo"_qs, u"foo"_qs);
         request.subDirectories = true;
         search(request);

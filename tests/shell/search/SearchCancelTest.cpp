@@ -158,12 +158,12 @@ TEST_F(SearchCancel, InsideOfAHugeFileThatIsReplacedLeavesItAsItWas) {
 
 TEST_F(SearchCancel, InAReplaceTheChangedFilesAreThoseThatAreCounted) {
     start();
-    const SearchRequest request = inThreeParts(replace(u"foo"_qs, u"longer"_qs), 400);
+    const SearchRequest request = inThreeParts(replace(u"foo"_qs, u"longer"_qs), 100);
     m_prompts.whileShown([&] { m_frame->AbortSearch(); });
     search(request);
     const QStringList changed = filesWith("longer");
-    EXPECT_EQ(changed.size() + filesWith("foo").size(), 800);
-    EXPECT_GE(changed.size(), 400);
+    EXPECT_EQ(changed.size() + filesWith("foo").size(), 200);
+    EXPECT_GE(changed.size(), 100);
     EXPECT_EQ(found(), changed.size());
     EXPECT_EQ(files(), changed);
     EXPECT_EQ(title(), u"Replace completed, changed files : %1"_qs.arg(changed.size()));
@@ -171,13 +171,13 @@ TEST_F(SearchCancel, InAReplaceTheChangedFilesAreThoseThatAreCounted) {
 
 TEST_F(SearchCancel, InTheMiddleOfAReplaceTheChangedFilesAreThoseThatAreCounted) {
     start();
-    SearchRequest request = inThreeParts(replace(u"foo"_qs, u"longer"_qs), 2'000);
+    SearchRequest request = inThreeParts(replace(u"foo"_qs, u"longer"_qs), 500);
     request.directories = path(u"one"_qs) + u';' + path(u"two"_qs);
     abortAfterTheFirstFile();
     search(request);
     const QStringList changed = filesWith("longer");
     EXPECT_TRUE(allActionsWereDone());
-    EXPECT_EQ(changed.size() + filesWith("foo").size(), 4'000);
+    EXPECT_EQ(changed.size() + filesWith("foo").size(), 1'000);
     EXPECT_EQ(found(), changed.size());
     EXPECT_EQ(files(), changed);
     EXPECT_EQ(title(), u"Replace completed, changed files : %1"_qs.arg(changed.size()));
