@@ -240,7 +240,7 @@ void SearchAcrossFiles::tellUnreadable(const QString& description) {
 QString SearchAcrossFiles::searchText(SearchableText& text, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
     m_text = &text;
-    const QString result = request.replaces ? text.replaceAll(request) : text.findAll(request);
+    QString result = request.replaces ? text.replaceAll(request) : text.findAll(request);
     if (alive)
         m_text = nullptr;
     return result;

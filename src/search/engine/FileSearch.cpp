@@ -7,6 +7,8 @@
 #include "text/search/MatchScan.h"
 #include "text/search/Replacements.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <chrono>
 #include <new>
@@ -59,6 +61,10 @@ FileFinding cancelledFinding() {
     return finding;
 }
 
+QString leftAsItWas() {
+    return QCoreApplication::translate("Search", "A file with more than 10,000,000 matches was left as it was.");
+}
+
 qint64 longestLine(std::string_view text) {
     std::size_t longest = 0;
     for (std::size_t from = 0; from <= text.size();) {
@@ -85,22 +91,36 @@ const SearchPattern& FileSearch::pattern() {
 
 // Reading
 
-FileFinding FileSearch::search(const QString& path) try {
+FileFinding FileSearch::search(const QString& path) {
+    FileFinding finding;
+    try {
+        finding = readAndSearch(path);
+    } catch (const std::bad_alloc&) {
+        finding = {};
+    }
+    releaseLargeBuffers();
+    return finding;
+}
+
+FileFinding FileSearch::readAndSearch(const QString& path) {
     FileReader file;
     if (file.open(path) || file.size() > SizeLimit)
         return {};
     std::unique_lock turn(m_largeFiles.turn, std::defer_lock);
     if (file.size() > KeptBuffer && !waitForTurn(turn))
         return cancelledFinding();
-    FileFinding finding = searchOpen(file);
+    return searchOpen(file);
+}
+
+void FileSearch::releaseLargeBuffers() {
+    m_text = {};
     if (m_bufferSize > KeptBuffer) {
         m_buffer.reset();
         m_bufferSize = 0;
-        m_decoded = {};
     }
-    return finding;
-} catch (const std::bad_alloc&) {
-    return {};
+    // Assigning "{}" would keep the memory.
+    if (m_decoded.capacity() > static_cast<std::size_t>(KeptBuffer))
+        m_decoded = std::string();
 }
 
 /// False when the search was cancelled.
@@ -265,6 +285,10 @@ void FileSearch::replace(FileFinding& finding) {
     MatchScan scan(pattern(), text, map, 0);
     scan.watchedBy([this] { return goesOn(); });
     while (scan.next()) {
+        if (found.edits.size() >= MostMatches) {
+            finding.error = leftAsItWas();
+            return;
+        }
         collector.add(scan);
         if (!goesOn())
             scan.stop();

@@ -29,7 +29,7 @@ struct FileFinding {
     bool gaveUp = false;     ///< the expression took too long somewhere, so a search in an editing view may find more
     bool cancelled = false;  ///< the search was ended before the end of the text
     FileMatches matches;
-    QString error;  ///< why the expression cannot be searched for
+    QString error;  ///< why the expression cannot be searched for, or why nothing is replaced in this file
 
     // For a replacement
     std::string newText;             ///< UTF-8; the whole text with all replacements, when there are matches
@@ -60,7 +60,8 @@ class FileSearch {
     FileSearch(const FileSearch&) = delete;
     FileSearch& operator=(const FileSearch&) = delete;
 
-    /// A search for nothing in particular must not fill the memory with its matches.
+    /// A search for nothing in particular must not fill the memory with its matches: finding ends here, and a file that
+    /// has more is not replaced in.
     static constexpr std::size_t MostMatches = 10'000'000;
 
     FileFinding search(const QString& path);
@@ -70,6 +71,8 @@ class FileSearch {
  private:
     FileFinding searchOpen(FileReader& file);
     bool waitForTurn(std::unique_lock<std::timed_mutex>& turn) const;
+    FileFinding readAndSearch(const QString& path);
+    void releaseLargeBuffers();
     bool read(FileReader& file);
     bool decode(std::string_view bytes);
     std::optional<bool> decodeBy(TextDecoder& decoder, std::string_view bytes);

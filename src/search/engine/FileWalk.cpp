@@ -35,13 +35,30 @@ QStringList elementsOf(const QString& list) {
     return elements;
 }
 
-QString withoutSlash(QString path) {
+/// The text of a name that has one. A byte order mark at its start is a character of it.
+QString nameText(const QByteArray& name) {
+    return pathText(name).value_or(QString());
+}
+
+QString withoutSlash(const QString& path) {
     return path.endsWith(u'/') ? path.chopped(1) : path;
 }
 
 struct CloseDirectory {
     void operator()(DIR* directory) const { closedir(directory); }
 };
+
+/// Null with errno when it fails. A directory that has become a link since it was listed is refused, because the link
+/// may lead into a circle.
+DIR* openDirectory(const QString& path, bool followsLinks) {
+    const auto name = localName(followsLinks ? path + u'/' : path);
+    if (!name) {
+        errno = ENOENT;
+        return nullptr;
+    }
+    const int handle = open(name->constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | (followsLinks ? 0 : O_NOFOLLOW));
+    return handle < 0 ? nullptr : fdopendir(handle);
+}
 
 /// Whether an entry is a regular file or, followed to its target, one.
 bool isRegularFile(int directory, const dirent& entry) {
@@ -63,9 +80,10 @@ bool isPlainDirectory(int directory, const dirent& entry) {
 }  // namespace
 
 bool IsPlainDirectory(const QString& pPath) {
-    const auto name = localName(withoutSlash(pPath));
+    const QString path = pPath == u"/" ? pPath : withoutSlash(pPath);
+    const auto name = localName(path);
     struct stat status {};
-    return name && !FileNameOf(withoutSlash(pPath)).startsWith(u'.') && lstat(name->constData(), &status) == 0 &&
+    return name && !FileNameOf(path).startsWith(u'.') && lstat(name->constData(), &status) == 0 &&
            isPlainDirectory(status);
 }
 
@@ -81,10 +99,10 @@ std::optional<WalkStep> FileWalk::next() {
                 return std::nullopt;
         } else if (Level& level = m_levels.back(); level.nextFile < level.files.size()) {
             const QByteArray& name = level.files[level.nextFile++];
-            return WalkStep{WalkStep::File, level.path + u'/' + QString::fromUtf8(name), {}};
+            return WalkStep{WalkStep::File, level.path + u'/' + nameText(name), {}};
         } else if (level.nextDirectory < level.directories.size()) {
             const QByteArray& name = level.directories[level.nextDirectory++];
-            m_failed = enter(level.path + u'/' + QString::fromUtf8(name));
+            m_failed = enter(level.path + u'/' + nameText(name));
         } else {
             m_levels.pop_back();
         }
@@ -116,10 +134,7 @@ std::optional<WalkStep> FileWalk::enter(QString path) {
 
 /// Names that are not valid UTF-8 are passed over. UTF-8 sorted by bytes is sorted by code points.
 SystemError FileWalk::list(Level& level) const {
-    const auto name = localName(level.path + u'/');
-    if (!name)
-        return SystemError::fromErrno(ENOENT);
-    const std::unique_ptr<DIR, CloseDirectory> directory(opendir(name->constData()));
+    const std::unique_ptr<DIR, CloseDirectory> directory(openDirectory(level.path, m_levels.empty()));
     if (!directory)
         return SystemError::fromErrno(errno);
     const int handle = dirfd(directory.get());

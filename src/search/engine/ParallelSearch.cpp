@@ -23,6 +23,11 @@ constexpr qint64 StepsAtOnce = 256;
 constexpr qint64 BytesAhead = 64LL * 1024 * 1024;
 constexpr unsigned MostThreads = 8;
 
+/// A thread that writes waits for the disk most of the time.
+unsigned threadsFor(const SearchRequest& request) {
+    return request.replaces ? MostThreads : std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads);
+}
+
 using FileKey = std::pair<quint64, quint64>;
 
 FileKey keyOf(const FileState& state) {
@@ -206,8 +211,7 @@ void ParallelSearch::Worker::write(SearchedStep& step) {
 
 ParallelSearch::ParallelSearch(const SearchRequest& request, std::unique_ptr<FileSource> source)
     : m_state(std::make_shared<State>(request, std::move(source))) {
-    const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads);
-    for (unsigned i = 0; i < threads; ++i) {
+    for (unsigned left = threadsFor(request); left > 0; --left) {
         m_threads.push_back(
             std::make_unique<BackgroundWork>([state = m_state](const std::atomic<bool>&) { Worker(state).run(); }));
     }

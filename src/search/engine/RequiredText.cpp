@@ -157,7 +157,8 @@ bool ExpressionReader::skipClass() {
         ++m_at;
     for (; m_at < m_text.size() && m_text[m_at] != u']'; ++m_at) {
         if (m_text[m_at] == u'\\') {
-            if (at(m_at + 1) == u'Q' || at(m_at + 1) == u'c')
+            // \E is no element, so a bracket behind it may be the first one.
+            if (at(m_at + 1).isNull() || QStringView(u"QEc").contains(at(m_at + 1)))
                 return false;
             ++m_at;
         } else if (m_text[m_at] == u'[' && QStringView(u":.=").contains(at(m_at + 1))) {

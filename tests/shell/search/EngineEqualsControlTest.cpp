@@ -197,12 +197,15 @@ SearchRequest generatedRequest(Random& random) {
     return request;
 }
 
+constexpr int Requests = 1000;
+
 /// All requests of these tests.
 const std::vector<SearchRequest>& requests() {
     static const std::vector<SearchRequest> all = [] {
         Random random(1);
         std::vector<SearchRequest> made;
-        for (int i = 0; i < 1000; ++i)
+        made.reserve(Requests);
+        for (int i = 0; i < Requests; ++i)
             made.push_back(generatedRequest(random));
         return made;
     }();
@@ -244,7 +247,7 @@ class EngineEqualsControl : public testing::TestWithParam<int> {
     static constexpr int Files = 2'000;
 
     QString write(const QByteArray& bytes) const {
-        const QString path = m_folder.filePath(u"a.dat"_qs);
+        QString path = m_folder.filePath(u"a.dat"_qs);
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         EXPECT_EQ(file.write(bytes), bytes.size());
