@@ -28,6 +28,15 @@ constexpr qint64 PatienceAfterCancel = 100;
 constexpr qint64 MostInEditor = 64LL * 1024 * 1024;
 constexpr qint64 MostListed = 10'000'000;
 
+/// Of the files that were searched when the cancel came: in a search the one in whose middle it was, in a replacement
+/// each that was searched to its end.
+bool countsAfterCancel(const SearchedStep& step, const SearchRequest& request) {
+    const FileFinding& finding = step.finding;
+    if (!request.replaces)
+        return finding.cancelled && !finding.matches.empty();
+    return step.step.kind == WalkStep::File && !finding.cancelled && !finding.gaveUp;
+}
+
 /// The number right-aligned in six columns; of a longer one its last digits.
 QString inSixColumns(std::size_t count) {
     return (u"      "_qs + QString::number(count)).right(6);
@@ -61,6 +70,7 @@ void SearchAcrossFiles::StartSearch(const SearchRequest& request) {
     m_silenced = false;
     m_lastFile.clear();
     m_parts.host.enableClose(false);
+    m_parts.host.notice({});
     m_abort = false;
     try {
         search(request);
@@ -174,18 +184,17 @@ void SearchAcrossFiles::waitForFiles(ParallelSearch& search, const SearchRequest
             return;
         if (m_abort && !sinceCancel.isValid())
             sinceCancel.start();
-        if (m_abort && !search.isWriting() && sinceCancel.hasExpired(PatienceAfterCancel))
+        if (m_abort && !search.hasMoreToTake() && sinceCancel.hasExpired(PatienceAfterCancel))
             return;
     }
 }
 
-/// False: the search has ended before this step, or this object was destroyed.
+/// False: the search has ended before this step, or this object was destroyed. After a cancel every file is still taken
+/// that was written.
 bool SearchAcrossFiles::take(SearchedStep& step, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
-    if (step.finding.cancelled && step.finding.matches.empty())
-        return false;
-    if (m_abort && !request.replaces && !step.finding.cancelled)
-        return false;
+    if (m_abort && !countsAfterCancel(step, request))
+        return request.replaces;
     if (step.step.kind == WalkStep::Unreadable) {
         tellUnreadable(step.step.error.description);
     } else {
@@ -202,6 +211,10 @@ void SearchAcrossFiles::takeFile(SearchedStep& step, const SearchRequest& reques
     FileFinding& finding = step.finding;
     if (finding.gaveUp && QFileInfo(path).size() <= MostInEditor)
         return searchInEditor(path, request);
+    if (finding.gaveUp)
+        m_parts.host.notice(tr("'%1' was not searched to its end: the expression takes too long.").arg(path));
+    if (finding.gaveUp && request.replaces)
+        return;
     if (!finding.error.isEmpty())
         m_parts.host.notice(finding.error);
     if (finding.matches.empty())

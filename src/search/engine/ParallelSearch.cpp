@@ -83,6 +83,7 @@ struct ParallelSearch::State {
     }
 
     void decide();
+    void dropWrites();
     void finish(qint64 number, SearchedStep step);
 };
 
@@ -94,17 +95,24 @@ void ParallelSearch::State::decide() {
         const qint64 number = decided++;
         if (!request.replaces || step.finding.gaveUp || step.finding.matches.empty()) {
             ready.emplace(number, std::move(step));
-        } else if (cancelled) {
-            step.finding = {};
-            step.finding.cancelled = true;
-            ready.emplace(number, std::move(step));
         } else {
             toWrite.emplace_back(number, std::move(step));
             moreToDo.notify_one();
         }
     }
+    if (cancelled)
+        dropWrites();
     if (isWorthTaking())
         worthTaking.notify_all();
+}
+
+void ParallelSearch::State::dropWrites() {
+    for (auto& [number, step] : toWrite) {
+        step.finding = {};
+        step.finding.cancelled = true;
+        ready.emplace(number, std::move(step));
+    }
+    toWrite.clear();
 }
 
 void ParallelSearch::State::finish(qint64 number, SearchedStep step) {
@@ -193,7 +201,7 @@ void ParallelSearch::Worker::writeNext(std::unique_lock<std::mutex>& lock) {
 
 /// A file that cannot be written is left as it was, and its matches are listed all the same.
 void ParallelSearch::Worker::write(SearchedStep& step) {
-    if (step.finding.matches.empty())
+    if (step.finding.matches.empty() || step.finding.gaveUp)
         return;
     const std::string_view text = step.finding.newText;
     const EncodedText encoded = encodeText(std::span(&text, 1), step.finding.format);
@@ -234,9 +242,9 @@ std::vector<SearchedStep> ParallelSearch::take(std::chrono::milliseconds limit) 
     return steps;
 }
 
-bool ParallelSearch::isWriting() const {
+bool ParallelSearch::hasMoreToTake() const {
     const std::scoped_lock lock(m_state->mutex);
-    return !m_state->toWrite.empty() || m_state->writers > 0;
+    return m_state->hasNext() || !m_state->toWrite.empty() || m_state->writers > 0;
 }
 
 bool ParallelSearch::atEnd() const {

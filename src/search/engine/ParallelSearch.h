@@ -38,12 +38,12 @@ class ParallelSearch {
     std::vector<SearchedStep> take(std::chrono::milliseconds limit);
     /// Whether all steps were taken.
     bool atEnd() const;
-    /// Whether a file is being written, or is about to be.
-    bool isWriting() const;
+    /// Whether steps are ready to be taken, or will be because their files are being written.
+    bool hasMoreToTake() const;
 
-    /// The search ends within 100 ms, in the middle of a file too. Steps that are ready can still be taken, the last
-    /// of them perhaps with the matches of a part of its file; the search is at its end when no file is being searched
-    /// or written any more.
+    /// The search ends within 100 ms, in the middle of a file too, but for files that are just being written. Steps
+    /// that are ready can still be taken, the last of them perhaps with the matches of a part of its file; the search
+    /// is at its end when no file is being searched or written any more.
     void cancel();
 
  private:

@@ -137,7 +137,8 @@ SearchScope::ProjectItem FileSearches::projectItem(int index) const {
 
 // Results
 
-/// A step that fails does not keep the next from being done. A tag without a match only opens the file.
+/// A step that fails does not keep the next from being done. A tag without a match, "-1" or none, only opens the file,
+/// and the place in it stays.
 void FileSearches::ItemAction(const QString& pFile, const QString& pTag, const QString& pFlag) {
     const QStringList fields = pTag.split(u',');
     const auto number = [&fields](qsizetype at) { return fields.value(at).toLongLong(); };
@@ -151,11 +152,9 @@ void FileSearches::ItemAction(const QString& pFile, const QString& pTag, const Q
     });
     yieldOnce();
     frmDocument* document = m_parts.active.get();
-    if (document == nullptr || pTag.isEmpty())
+    if (document == nullptr || fields.size() < 3)
         return;
     ignoringErrors("GotoTextLine", [&] { document->GotoTextLine(number(0)); });
-    if (fields.size() < 3)
-        return;
     ignoringErrors("selectMatch", [&] {
         document->setSelStart(number(1));
         document->setSelLength(number(2));
