@@ -40,7 +40,8 @@ void ChildWindow::setPlace(const ChildPlace& place) {
 }
 
 void ChildWindow::setState(ChildState state) {
-    (this->*ShowAs[static_cast<std::size_t>(state)])();
+    const auto show = ShowAs[static_cast<std::size_t>(state)];
+    (this->*show)();
 }
 
 void ChildWindow::changeEvent(QEvent* event) {
