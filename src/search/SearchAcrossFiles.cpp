@@ -7,6 +7,7 @@
 #include "search/forms/frmSearching.h"
 #include "search/host/SearchHost.h"
 #include "search/results/ucSearchResults.h"
+#include "text/search/SearchPattern.h"
 #include "widgets/Prompts.h"
 
 #include <QElapsedTimer>
@@ -92,6 +93,8 @@ void SearchAcrossFiles::search(const SearchRequest& request) {
         connect(m_window, &frmSearching::abortWanted, this, &SearchAcrossFiles::AbortSearch);
     }
     m_window->show();
+    // An expression that is none finds nothing, and the search goes its way all the same.
+    m_parts.host.notice(SearchPattern(request.text, request.flags).error().sentence);
     if (request.listsResults) {
         m_parts.results.ClearTree();
         m_parts.host.showResults();

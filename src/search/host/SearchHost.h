@@ -14,6 +14,6 @@ class SearchHost {
     virtual void setResultsTitle(const QString& title) = 0;
     /// While a search runs the frame and its project are not closed. Each `false` is followed by one `true`.
     virtual void enableClose(bool on) = 0;
-    /// A sentence for the status bar; an empty one removes it.
+    /// A sentence for the status bar; an empty one removes the last.
     virtual void notice(const QString& sentence) = 0;
 };

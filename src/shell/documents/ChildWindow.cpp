@@ -21,12 +21,15 @@ ChildState childState(Qt::WindowStates states) {
 }  // namespace
 
 ChildPlace ChildWindow::place() const {
-    const ChildState state = childState(windowState());
-    return {state, state == ChildState::Normal ? geometry() : m_normal};
+    ChildPlace place{childState(windowState()), m_normal};
+    if (place.state == ChildState::Normal)
+        place.normal = geometry();
+    return place;
 }
 
 void ChildWindow::setPlace(const ChildPlace& place) {
-    if (this->place().normal != place.normal) {
+    const ChildPlace now = this->place();
+    if (now.normal != place.normal) {
         showNormal();
         setGeometry(place.normal);
     }
