@@ -22,8 +22,8 @@ struct SearchedStep;
 /// Finds or replaces a text in the files of directories, in the open documents, or in the files of the project, and
 /// lists what it finds. One search at a time. Owned by the frame.
 ///
-/// Re-entrancy: start() runs the event loop until the search has ended, with the frame alive. Close of the frame is
-/// disabled meanwhile.
+/// Re-entrancy: StartSearch() runs the event loop until the search has ended, with the frame alive. Close of the frame
+/// is disabled meanwhile.
 class SearchAcrossFiles : public QObject {
     Q_OBJECT
 

@@ -26,7 +26,7 @@ class SearchCancel : public SearchInFrame {
         return request;
     }
     QString hugeFile(const QByteArray& end = {}) {
-        const QString file = fileOf("foo", u"huge.txt"_qs);
+        QString file = fileOf("foo", u"huge.txt"_qs);
         EXPECT_EQ(::truncate(QFile::encodeName(file).constData(), HugeSize), 0);
         QFile opened(file);
         EXPECT_TRUE(opened.open(QIODevice::ReadWrite | QIODevice::Append));
@@ -240,4 +240,21 @@ TEST_F(SlowExpression, IsReplacedAsInADocument) {
     EXPECT_EQ(found(), 1);
     EXPECT_NE(bytesOf(file), slowText());
     EXPECT_EQ(tags(0).size(), expected.count(u'\t'));
+}
+
+TEST_F(SlowExpression, InAFileTooLargeForTheHiddenEditorReplacesNothingAndSaysSo) {
+    start();
+    const QByteArray before = slowText() + QByteArray(65 * 1024 * 1024, '\n');
+    const QString file = fileOf(before);
+    SearchRequest request = expression(replace(u"x?(a+)+b"_qs, u"-"_qs));
+    search(request);
+    EXPECT_FALSE(hasHiddenEditor());
+    EXPECT_TRUE(bytesOf(file) == before);
+    EXPECT_EQ(found(), 0);
+    EXPECT_EQ(house().status.text(1), u"'%1' was not searched to its end: the expression takes too long."_qs.arg(file));
+    request.replaces = false;
+    search(request);
+    EXPECT_EQ(files(), QStringList(file));
+    EXPECT_EQ(tags(0), QStringList(u"1,0,3"_qs));
+    EXPECT_FALSE(house().status.text(1).isEmpty());
 }
