@@ -3,6 +3,7 @@
 #include <QCryptographicHash>
 
 #include <algorithm>
+#include <cctype>
 #include <utility>
 
 namespace {
@@ -101,18 +102,32 @@ QList<QByteArray> MimeAppsList::applications(Group group, const QByteArray& type
     return names;
 }
 
-bool MimeAppsList::isFirst(const QList<qsizetype>& lines, const QByteArray& type) const {
-    return std::ranges::all_of(lines, [&](qsizetype line) {
-        const QList<QByteArray> names = namesIn(m_lines[line].mid(valueStart(m_lines[line], type)));
-        return !names.isEmpty() && names.first() == m_application;
-    });
+bool MimeAppsList::isIn(qsizetype line, Group group, const QByteArray& type) const {
+    const QList<QByteArray> names = namesIn(m_lines[line].mid(valueStart(m_lines[line], type)));
+    return group == Group::Default ? !names.isEmpty() && names.first() == m_application : names.contains(m_application);
+}
+
+/// At the end, the separator is put where the others have it: behind the name only if the last one has one.
+void MimeAppsList::insertIn(qsizetype line, Group group, const QByteArray& type) {
+    QByteArray& text = m_lines[line];
+    const qsizetype start = valueStart(text, type);
+    if (group == Group::Default) {
+        text.insert(start, m_application + ';');
+        return;
+    }
+    qsizetype end = text.size();
+    while (end > start && std::isspace(static_cast<unsigned char>(text[end - 1])))
+        --end;
+    const bool isOpen = end > start && text[end - 1] != ';';
+    text.insert(end, isOpen ? ';' + m_application : m_application + ';');
 }
 
 /// A type that stands in several lines is changed in each, because readers differ in which of them counts. What others
-/// have moved down since the last insert is removed there, so that one undo removes all of it.
+/// have moved since the last insert is removed there, so that one undo removes all of it.
 void MimeAppsList::insert(Group group, const QByteArray& type, Marks& marks) {
+    const auto isInLine = [&](qsizetype line) { return isIn(line, group, type); };
     QList<qsizetype> lines = linesOfType(group, type);
-    if (!lines.isEmpty() && isFirst(lines, type))
+    if (!lines.isEmpty() && std::ranges::all_of(lines, isInLine))
         return;
     if (isInserted(group, type, marks)) {
         remove(group, type, marks);
@@ -123,7 +138,7 @@ void MimeAppsList::insert(Group group, const QByteArray& type, Marks& marks) {
         return;
     }
     for (const qsizetype line : lines)
-        m_lines[line].insert(valueStart(m_lines[line], type), m_application + ';');
+        insertIn(line, group, type);
     marks.insert(insertedMark(group, type));
 }
 
@@ -163,7 +178,7 @@ void MimeAppsList::remove(Group group, const QByteArray& type, Marks& marks) {
     QList<qsizetype> lines = linesOfType(group, type);
     std::ranges::reverse(lines);
     for (const qsizetype line : lines) {
-        removeFromLine(line);
+        removeFrom(line, group);
         if (ownsLine && isBlank(m_lines[line].mid(valueStart(m_lines[line], type))))
             m_lines.removeAt(line);
     }
@@ -171,21 +186,26 @@ void MimeAppsList::remove(Group group, const QByteArray& type, Marks& marks) {
     removeLineEnd(marks);
 }
 
-/// Removes the first mention with the ";" behind it, or before it when others rewrote the line without one.
-void MimeAppsList::removeFromLine(qsizetype line) {
+/// Removes the mention that was inserted, the first or the last one, with the separator behind it, or else before it.
+void MimeAppsList::removeFrom(qsizetype line, Group group) {
     QByteArray& text = m_lines[line];
-    for (qsizetype start = text.indexOf('=') + 1; start > 0 && start < text.size();) {
+    qsizetype found = -1;
+    for (qsizetype start = text.indexOf('=') + 1; start < text.size();) {
         const qsizetype semicolon = text.indexOf(';', start);
         const qsizetype end = semicolon < 0 ? text.size() : semicolon;
-        const QByteArray name = text.mid(start, end - start).trimmed();
-        if (name == m_application) {
-            const qsizetype from = text.indexOf(m_application, start);
-            const bool hasSemicolon = semicolon >= 0;
-            text.remove(from, (hasSemicolon ? end + 1 : from + m_application.size()) - from);
-            return;
+        if (text.mid(start, end - start).trimmed() == m_application) {
+            found = text.indexOf(m_application, start);
+            if (group == Group::Default)
+                break;
         }
         start = end + 1;
     }
+    if (found < 0)
+        return;
+    const qsizetype length = m_application.size();
+    const bool hasSeparator = text.mid(found + length, 1) == ";";
+    const bool isBehindOne = !hasSeparator && text[found - 1] == ';';
+    text.remove(isBehindOne ? found - 1 : found, length + (hasSeparator || isBehindOne ? 1 : 0));
 }
 
 void MimeAppsList::removeEmptyGroup(Group group, Marks& marks) {
@@ -214,7 +234,8 @@ void MimeAppsList::removeLineEnd(Marks& marks) {
 
 /// Identifies a line, whether it mentions the application or not.
 QByteArray MimeAppsList::lineEndMark(const QByteArray& line) const {
-    const QByteArray bare = QByteArray(line).replace(m_application + ';', QByteArray());
+    QByteArray bare = line;
+    bare.replace(m_application, QByteArray()).replace(';', QByteArray());
     return LineEndMark + QCryptographicHash::hash(bare, QCryptographicHash::Sha256).toHex();
 }
 

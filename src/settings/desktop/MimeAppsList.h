@@ -22,7 +22,8 @@ class MimeAppsList {
     /// The programs of the type, the preferred one first.
     QList<QByteArray> applications(Group group, const QByteArray& type) const;
 
-    /// Makes the application the first one of the type. Changes nothing when it already is.
+    /// Makes the application the first one of the type in the group of defaults, and one among the added ones, behind
+    /// those that are there. Changes nothing when it already is.
     void insert(Group group, const QByteArray& type, Marks& marks);
     /// Removes what an insert() of the same type inserted; nothing without its mark.
     void remove(Group group, const QByteArray& type, Marks& marks);
@@ -30,12 +31,13 @@ class MimeAppsList {
     static bool isInserted(Group group, const QByteArray& type, const Marks& marks);
 
  private:
-    bool isFirst(const QList<qsizetype>& lines, const QByteArray& type) const;
+    bool isIn(qsizetype line, Group group, const QByteArray& type) const;
+    void insertIn(qsizetype line, Group group, const QByteArray& type);
     QList<qsizetype> linesOfGroup(Group group) const;
     QList<qsizetype> linesOfType(Group group, const QByteArray& type) const;
     void addLine(Group group, const QByteArray& type, Marks& marks);
     void endLastLine(Marks& marks);
-    void removeFromLine(qsizetype line);
+    void removeFrom(qsizetype line, Group group);
     void removeEmptyGroup(Group group, Marks& marks);
     void removeLineEnd(Marks& marks);
     QByteArray lineEndMark(const QByteArray& line) const;
