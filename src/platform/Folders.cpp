@@ -34,7 +34,7 @@ QString homeFolder() {
 
 QString userFolder(const char* variable, const QString& underHome) {
     const QString folder = folderFromEnvironment(variable);
-    return absolutePath((folder.isEmpty() ? homeFolder() + u'/' + underHome : folder) + u"/quillmark"_qs, {});
+    return absolutePath(folder.isEmpty() ? homeFolder() + u'/' + underHome : folder, {});
 }
 
 QString parentOf(const QString& path) {
@@ -96,14 +96,22 @@ QString executableFolder() {
     return parentOf(pathText({buffer.data(), length}).value_or(u"/"_qs));
 }
 
-QString configFolder() {
+QString userConfigFolder() {
     return userFolder("XDG_CONFIG_HOME", u".config"_qs);
+}
+
+QString userDataFolder() {
+    return userFolder("XDG_DATA_HOME", u".local/share"_qs);
+}
+
+QString configFolder() {
+    return absolutePath(userConfigFolder() + u"/quillmark"_qs, {});
 }
 
 QString ProgramFolder(const QString& executable) {
     if (IsFolderPath(executable + u"/languages"_qs) && isWritableFolder(executable))
         return executable;
-    return userFolder("XDG_DATA_HOME", u".local/share"_qs);
+    return absolutePath(userDataFolder() + u"/quillmark"_qs, {});
 }
 
 QString shareFolder(const QString& executable) {

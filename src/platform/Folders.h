@@ -15,6 +15,10 @@ void forgetRelativeFolders();
 /// The folder of the running executable.
 QString executableFolder();
 
+/// The folders in which all programs of this user keep their settings and their data.
+QString userConfigFolder();
+QString userDataFolder();
+
 /// The folder of the settings database.
 QString configFolder();
 

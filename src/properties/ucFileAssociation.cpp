@@ -166,7 +166,13 @@ void ucFileAssociation::selectRow() {
         return;
     const QScopedValueRollback filling(m_filling, true);
     m_extension->setEditText(row->text(Extension));
-    m_description->setText(row->text(Description));
+    showDescription(row->text(Description));
+}
+
+/// A long one is shown from its beginning.
+void ucFileAssociation::showDescription(const QString& text) {
+    m_description->setText(text);
+    m_description->setCursorPosition(0);
 }
 
 /// Selects the row of the extension, or none: a description for another extension must not change the row that was
@@ -177,8 +183,7 @@ void ucFileAssociation::takeExtension(const QString& text) {
     const QScopedValueRollback filling(m_filling, true);
     QTreeWidgetItem* row = rowOf(text.trimmed().toLower());
     m_list->setCurrentItem(row);
-    m_description->setText(row != nullptr ? row->text(Description)
-                                          : m_desktop.DescribeExtension(withoutDot(text.trimmed())));
+    showDescription(row != nullptr ? row->text(Description) : m_desktop.DescribeExtension(withoutDot(text.trimmed())));
 }
 
 void ucFileAssociation::takeDescription(const QString& text) {

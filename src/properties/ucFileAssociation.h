@@ -33,6 +33,7 @@ class ucFileAssociation : public QWidget {
     QTreeWidgetItem* rowOf(const QString& extension) const;
     void enableDelete();
     void selectRow();
+    void showDescription(const QString& text);
     void takeExtension(const QString& text);
     void takeDescription(const QString& text);
     void add();

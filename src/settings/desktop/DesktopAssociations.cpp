@@ -1,5 +1,6 @@
 #include "settings/desktop/DesktopAssociations.h"
 
+#include "platform/FolderLock.h"
 #include "platform/Paths.h"
 #include "settings/desktop/DesktopEntry.h"
 #include "settings/desktop/DesktopFiles.h"
@@ -96,6 +97,7 @@ DesktopAssociations::DesktopAssociations(RegistryStore& store, DesktopFolders fo
 void DesktopAssociations::add(const QString& extension, const QString& description, bool hasIcon) {
     if (!MimePackage::isUsable(extension))
         return;
+    const FolderLock lock(listFolder());
     const DesktopRecord before = DesktopRecord::load(m_store);
     DesktopRecord after = before;
     QStringList types = before.types.value(extension);
@@ -107,6 +109,7 @@ void DesktopAssociations::add(const QString& extension, const QString& descripti
 }
 
 void DesktopAssociations::remove(const QString& extension) {
+    const FolderLock lock(listFolder());
     const DesktopRecord before = DesktopRecord::load(m_store);
     DesktopRecord after = before;
     const QStringList types = after.types.take(extension);
@@ -115,6 +118,7 @@ void DesktopAssociations::remove(const QString& extension) {
 }
 
 void DesktopAssociations::addToContextMenu() {
+    const FolderLock lock(listFolder());
     const DesktopRecord before = DesktopRecord::load(m_store);
     DesktopRecord after = before;
     after.contextMenu = true;
@@ -122,6 +126,7 @@ void DesktopAssociations::addToContextMenu() {
 }
 
 void DesktopAssociations::removeFromContextMenu() {
+    const FolderLock lock(listFolder());
     const DesktopRecord before = DesktopRecord::load(m_store);
     DesktopRecord after = before;
     after.contextMenu = false;
@@ -178,6 +183,11 @@ bool DesktopAssociations::editList(const DesktopRecord& before, DesktopRecord& a
     return false;
 }
 
+/// It is locked during each change, so that processes change the files and the record one after the other.
+QString DesktopAssociations::listFolder() const {
+    return QFileInfo(m_folders.mimeAppsList).path();
+}
+
 QString DesktopAssociations::entryPath() const {
     return m_folders.applications + u'/' + EntryFile;
 }
@@ -232,6 +242,7 @@ bool DesktopAssociations::isInMenu() const {
 }
 
 void DesktopAssociations::addToMenu() {
+    const FolderLock lock(listFolder());
     DesktopRecord record = DesktopRecord::load(m_store);
     DesktopEntry entry = DesktopEntry::ofProgram(m_folders.program);
     entry.types = addedOf(record);
@@ -244,6 +255,7 @@ void DesktopAssociations::addToMenu() {
 
 /// Files still open in the program, if they did: then the entry becomes a hidden one.
 void DesktopAssociations::removeFromMenu() {
+    const FolderLock lock(listFolder());
     if (!isInMenu() || !QFile::remove(entryPath()))
         return;
     DesktopRecord record = DesktopRecord::load(m_store);

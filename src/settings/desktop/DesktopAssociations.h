@@ -48,6 +48,7 @@ class DesktopAssociations {
     void writePackage(const QString& extension, const QByteArray& package, DesktopRecord& record);
     void deletePackage(const QString& extension, DesktopRecord& record);
     void deleteGenerated() const;
+    QString listFolder() const;
     QString entryPath() const;
 
     RegistryStore& m_store;

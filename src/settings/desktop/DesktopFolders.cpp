@@ -1,5 +1,6 @@
 #include "settings/desktop/DesktopFolders.h"
 
+#include "platform/Folders.h"
 #include "platform/SpecialFolders.h"
 
 #include <QFile>
@@ -12,11 +13,10 @@ constexpr int DesktopCode = 0;
 }  // namespace
 
 DesktopFolders DesktopFolders::ofUser() {
-    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    const QStringList data = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    QStringList shared = data;
-    shared.removeAll(own);
+    const QString config = userConfigFolder();
+    const QString own = userDataFolder();
+    QStringList shared = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    shared.removeAll(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
     return {
         .program = QFile::symLinkTarget(u"/proc/self/exe"_qs),
         .applications = own + u"/applications"_qs,

@@ -1,9 +1,12 @@
 #include "settings/desktop/DesktopAssociations.h"
 #include "settings/desktop/DesktopFixture.h"
 #include "settings/desktop/MimePackage.h"
+#include "settings/registry/SqliteRegistry.h"
 #include "support/AnotherUser.h"
 
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
@@ -389,6 +392,56 @@ TEST_F(FilesOfTheDesktop, WithoutTheToolsTheFilesAreEnough) {
     EXPECT_EQ(files(), before);
 }
 
+TEST_F(FilesOfTheDesktop, ToolsGetTheirFolderAndMayFailOrHang) {
+    const QString tools = path(u"tools"_qs);
+    for (const char* name : {"update-mime-database", "update-desktop-database"}) {
+        const QString tool = tools + u'/' + QString::fromLatin1(name);
+        put(tool, "#!/bin/sh\nprintf '%s|' \"$0\" \"$@\" >>" + QFile::encodeName(tools) +
+                      "/calls\necho noise >&2\n[ \"${0##*-desktop-}\" = database ] && exit 3\nexec /bin/sleep 600\n");
+        setMode(tool, 0755);
+    }
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QFile::encodeName(tools));
+    add("cfm");
+    qputenv("PATH", before);
+    EXPECT_EQ(QString::fromUtf8(bytesOf(tools + u"/calls"_qs)),
+              QStringList({tools + u"/update-desktop-database"_qs, folders.applications,
+                           tools + u"/update-mime-database"_qs, folders.mime, QString()})
+                  .join(u'|'));
+    EXPECT_EQ(defaultOf(u"text/x-quillmark-cfm"_qs), u"Quillmark.desktop"_qs);
+}
+
+TEST_F(FilesOfTheDesktop, SeveralProcessesAtOnceLoseNothing) {
+    QDir().mkpath(path(u"config"_qs));
+    const QByteArray extensions[] = {"one", "two", "three", "four"};
+    std::vector<pid_t> children;
+    const QString database = path(u"registry.db"_qs);
+    for (const QByteArray& extension : extensions) {
+        children.push_back(::fork());
+        if (children.back() == 0) {
+            SqliteRegistry own(database);
+            ShellIntegration(
+                own, [](const QString&) {}, folders)
+                .RegisterExtension(QString::fromLatin1(extension), {}, false, true);
+            ::_exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        EXPECT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+    SqliteRegistry all(database);
+    for (const QByteArray& extension : extensions) {
+        EXPECT_TRUE(list().contains("text/x-quillmark-" + extension + "=Quillmark.desktop;")) << extension.constData();
+        ShellIntegration(
+            all, [](const QString&) {}, folders)
+            .UnregisterExtension(QString::fromLatin1(extension));
+    }
+    EXPECT_FALSE(QFileInfo::exists(folders.mimeAppsList));
+    EXPECT_FALSE(QFileInfo::exists(entryPath()));
+}
+
 TEST_F(FilesOfTheDesktop, TheRecordIsGoneWhenNothingIsLeftToUndo) {
     registerProject();
     remove("qmp");
@@ -406,4 +459,14 @@ TEST(DesktopRecordInTheStore, ComesBackAsItWas) {
     EXPECT_EQ(DesktopRecord::load(store), record);
     EXPECT_TRUE(DesktopRecord().save(store));
     EXPECT_EQ(DesktopRecord::load(store), DesktopRecord());
+}
+
+TEST(DesktopFoldersOfTheUser, AreThoseOfTheEnvironment) {
+    const DesktopFolders folders = DesktopFolders::ofUser();
+    EXPECT_EQ(folders.mimeAppsList, qEnvironmentVariable("XDG_CONFIG_HOME") + u"/mimeapps.list"_qs);
+    EXPECT_EQ(folders.autostart, qEnvironmentVariable("XDG_CONFIG_HOME") + u"/autostart"_qs);
+    EXPECT_EQ(folders.applications, qEnvironmentVariable("XDG_DATA_HOME") + u"/applications"_qs);
+    EXPECT_EQ(folders.mimePackages(), qEnvironmentVariable("XDG_DATA_HOME") + u"/mime/packages"_qs);
+    EXPECT_FALSE(folders.sharedFolders.contains(qEnvironmentVariable("XDG_DATA_HOME")));
+    EXPECT_TRUE(QFileInfo(folders.program).isExecutable());
 }
