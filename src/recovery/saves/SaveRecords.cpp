@@ -60,49 +60,139 @@ class SaveRecords::File {
     int m_handle;
 };
 
-/// One write and its record.
-class SaveRecords::Watched : public WatchedWrite {
+/// A record and the writes that are not ended yet.
+class SaveRecords::Shared {
  public:
-    Watched(SaveRecords& records, std::unique_ptr<File> record, const struct stat& target)
-        : m_records(records), m_record(std::move(record)), m_device(target.st_dev), m_inode(target.st_ino) {}
+    Shared(SaveRecords& records, std::unique_ptr<File> file) : m_records(records), m_file(std::move(file)) {}
+    /// When the last of its writes has ended.
+    ~Shared() {
+        if (m_partial.empty())
+            m_file->remove();
+        else
+            m_records.keep(std::move(m_file), std::move(m_partial));
+    }
+    Q_DISABLE_COPY_MOVE(Shared)
 
-    /// A file that is partly written needs its record. One that was not touched is whole as it was, and its owner has
-    /// been told that the write failed.
-    void ended(bool whole, bool touched) override {
-        if (!whole && touched) {
-            m_records.keep(std::move(m_record), m_device, m_inode);
-            return;
-        }
-        m_record->remove();
-        if (whole)
-            m_records.removeKept(m_device, m_inode);
+    void setPartial(FileKey file) {
+        const std::scoped_lock lock(m_mutex);
+        m_partial.insert(file);
     }
 
  private:
     SaveRecords& m_records;
-    std::unique_ptr<File> m_record;
-    quint64 m_device;
-    quint64 m_inode;
+    std::unique_ptr<File> m_file;
+    std::mutex m_mutex;
+    std::set<FileKey> m_partial;
 };
 
-SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls) : m_folder(std::move(folder)), m_calls(calls) {}
+/// One write and its record.
+class SaveRecords::Watched : public WatchedWrite {
+ public:
+    Watched(SaveRecords& records, std::shared_ptr<Shared> record, const struct stat& target)
+        : m_records(records), m_record(std::move(record)), m_file(target.st_dev, target.st_ino) {}
 
-SaveRecords::~SaveRecords() = default;
+    /// A file that is partly written needs its record. One that was not touched is whole as it was, and its owner has
+    /// been told that the write failed.
+    void ended(bool whole, bool touched) override {
+        if (!whole && touched)
+            m_record->setPartial(m_file);
+        if (whole)
+            m_records.removeKept(m_file);
+    }
+
+ private:
+    SaveRecords& m_records;
+    std::shared_ptr<Shared> m_record;
+    FileKey m_file;
+};
+
+/// A thread that waits for the record of its write.
+struct SaveRecords::Request {
+    const PlannedWrite& write;
+    bool isServed = false;
+    std::shared_ptr<Shared> record = nullptr;
+};
+
+SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls) : SaveRecords(std::move(folder), calls, Limits()) {}
+
+SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls, Limits limits)
+    : m_folder(std::move(folder)), m_calls(calls), m_limits(limits) {}
+
+SaveRecords::~SaveRecords() {
+    if (ofProcess() == this)
+        setOfProcess(nullptr);
+}
 
 QString SaveRecords::saveRecordFolder() {
     return stateFolder() + u"/saves"_qs;
 }
 
+/// Bytes from a source may run the event loop while they are read, so no other thread waits for them.
 std::unique_ptr<WatchedWrite> SaveRecords::aboutToWrite(const PlannedWrite& write) {
+    if (!write.pieces.empty())
+        return joinGroup(write);
+    std::shared_ptr<Shared> alone = record({&write});
+    return alone == nullptr ? nullptr : std::make_unique<Watched>(*this, std::move(alone), write.before);
+}
+
+/// Whoever comes while no record is being made makes one for all that wait.
+std::unique_ptr<WatchedWrite> SaveRecords::joinGroup(const PlannedWrite& write) {
+    Request request{write};
+    std::unique_lock lock(m_mutex);
+    m_waiting.push_back(&request);
+    while (!request.isServed) {
+        m_served.wait(lock, [&] { return request.isServed || !m_isServing; });
+        if (request.isServed)
+            break;
+        m_isServing = true;
+        const Group group = takeGroup();
+        lock.unlock();
+        serve(group);
+        lock.lock();
+        for (Request* served : group)
+            served->isServed = true;
+        m_isServing = false;
+        m_served.notify_all();
+    }
+    if (request.record == nullptr)
+        return nullptr;
+    return std::make_unique<Watched>(*this, std::move(request.record), write.before);
+}
+
+SaveRecords::Group SaveRecords::takeGroup() {
+    Group group;
+    qint64 bytes = 0;
+    while (!m_waiting.empty() && static_cast<int>(group.size()) < m_limits.files) {
+        bytes += m_waiting.front()->write.length;
+        if (!group.empty() && bytes > m_limits.bytes)
+            break;
+        group.push_back(m_waiting.front());
+        m_waiting.pop_front();
+    }
+    return group;
+}
+
+/// One file of which no record can be made does not leave the others without.
+void SaveRecords::serve(const Group& group) {
+    std::vector<const PlannedWrite*> writes;
+    for (const Request* request : group)
+        writes.push_back(&request->write);
+    const std::shared_ptr<Shared> shared = record(writes);
+    for (Request* request : group)
+        request->record = shared != nullptr || group.size() == 1 ? shared : record({&request->write});
+}
+
+std::shared_ptr<SaveRecords::Shared> SaveRecords::record(const std::vector<const PlannedWrite*>& writes) {
     std::unique_ptr<File> file = makeFile();
     if (file == nullptr)
         return nullptr;
-    SaveRecordWriter record(m_calls, file->handle());
-    if (record.add(write) || record.finish() || !flushFolder(m_calls, m_folder)) {
-        file->remove();
-        return nullptr;
-    }
-    return std::make_unique<Watched>(*this, std::move(file), write.before);
+    SaveRecordWriter writer(m_calls, file->handle());
+    const bool isWhole =
+        std::none_of(writes.begin(), writes.end(), [&](const PlannedWrite* write) { return bool(writer.add(*write)); });
+    if (isWhole && !writer.finish() && flushFolder(m_calls, m_folder))
+        return std::make_shared<Shared>(*this, std::move(file));
+    file->remove();
+    return nullptr;
 }
 
 std::unique_ptr<SaveRecords::File> SaveRecords::makeFile() {
@@ -125,17 +215,17 @@ std::unique_ptr<SaveRecords::File> SaveRecords::makeFile() {
     return nullptr;
 }
 
-void SaveRecords::keep(std::unique_ptr<File> record, quint64 device, quint64 inode) {
+void SaveRecords::keep(std::unique_ptr<File> record, std::set<FileKey> files) {
     const std::scoped_lock lock(m_mutex);
-    m_kept.push_back({device, inode, std::move(record)});
+    m_kept.push_back({std::move(record), std::move(files)});
 }
 
-void SaveRecords::removeKept(quint64 device, quint64 inode) {
+void SaveRecords::removeKept(FileKey file) {
     const std::scoped_lock lock(m_mutex);
-    const auto isOfFile = [&](const Kept& kept) { return kept.device == device && kept.inode == inode; };
-    for (const Kept& kept : m_kept) {
-        if (isOfFile(kept))
-            kept.record->remove();
-    }
-    std::erase_if(m_kept, isOfFile);
+    std::erase_if(m_kept, [&](Kept& kept) {
+        if (kept.files.erase(file) == 0 || !kept.files.empty())
+            return false;
+        kept.record->remove();
+        return true;
+    });
 }

@@ -1,5 +1,6 @@
 #include "platform/Paths.h"
 #include "platform/UserFileWriter.h"
+#include "recovery/saves/SaveRecordWriter.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
 #include "support/FailingFileSystem.h"
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -15,9 +17,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <functional>
 #include <random>
 #include <string>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -102,6 +106,24 @@ class SaveRecording : public testing::Test {
         SaveRecords records(folder());
         LeftBehind witness(records);
         EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, source, tail).error);
+    }
+
+    /// One record for all, as after a kill before the first byte.
+    void recordGroup(const QStringList& paths, const QByteArray& newBytes) {
+        const QByteArray name = nameOf(folder() + u"/1-1-1.save"_qs);
+        ASSERT_TRUE(QDir().mkpath(folder()));
+        const int handle = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        SaveRecordWriter writer(FileSystemCalls::system(), handle);
+        const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
+        Parts none({});
+        for (const QString& path : paths) {
+            struct stat before {};
+            ASSERT_EQ(::stat(nameOf(path).constData(), &before), 0);
+            const QByteArray target = nameOf(path);
+            EXPECT_FALSE(writer.add({target, before, newBytes.size(), true, {&piece, 1}, none}));
+        }
+        EXPECT_FALSE(writer.finish());
+        ::close(handle);
     }
 
     Summary recover() { return SaveRecovery(folder()).run(); }
@@ -471,4 +493,81 @@ TEST_F(SaveRecording, AFileBehindALinkIsCompletedThere) {
 TEST_F(SaveRecording, AStartWithoutRecordsMakesNoFolder) {
     EXPECT_EQ(recover(), Summary());
     EXPECT_FALSE(QDir(folder()).exists());
+}
+
+TEST_F(SaveRecording, WritesOfSeveralThreadsShareRecordsAndLeaveNone) {
+    constexpr int Threads = 8;
+    constexpr int FilesEach = 12;
+    class Counting : public FileSystemCalls {
+     public:
+        int open(const char* path, int flags, mode_t mode) override {
+            made += (flags & O_CREAT) != 0 ? 1 : 0;
+            return FileSystemCalls::open(path, flags, mode);
+        }
+        int fsync(int handle) override {
+            QThread::msleep(2);
+            return FileSystemCalls::fsync(handle);
+        }
+        std::atomic<int> made = 0;
+    };
+    Counting counting;
+    SaveRecords records(folder(), counting);
+    for (int i = 0; i < Threads * FilesEach; ++i)
+        file(noise(1'000, 1), QString::number(i));
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < Threads; ++thread) {
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < FilesEach; ++i) {
+                const QByteArray bytes = noise(1'500, static_cast<unsigned>(i));
+                const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+                const QString path = at(QString::number(thread * FilesEach + i));
+                EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, {&piece, 1}).error);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (int i = 0; i < Threads * FilesEach; ++i) {
+        const QByteArray expected = noise(1'500, static_cast<unsigned>(i % FilesEach));
+        EXPECT_EQ(bytesOf(at(QString::number(i))), expected);
+    }
+    EXPECT_LT(counting.made, Threads * FilesEach);
+    EXPECT_TRUE(this->records().isEmpty());
+}
+
+TEST_F(SaveRecording, ARecordOfSeveralFilesCompletesEach) {
+    const QString first = file(noise(2'000, 1), u"first"_qs);
+    const QString second = file(noise(2'000, 2), u"second"_qs);
+    const QString third = file(noise(2'000, 3), u"third"_qs);
+    const QByteArray newBytes = noise(3'000, 4);
+    recordGroup({first, second, third}, newBytes);
+    ASSERT_EQ(records().size(), 1);
+    put(second, newBytes);
+    EXPECT_EQ(recover(), (Summary{0, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(first) + bytesOf(second) + bytesOf(third), newBytes + newBytes + newBytes);
+}
+
+TEST_F(SaveRecording, OfSeveralFilesTheChangedOneIsLeftAndTheOthersAreCompleted) {
+    const QString first = file(noise(2'000, 1), u"first"_qs);
+    const QString second = file(noise(2'000, 2), u"second"_qs);
+    const QByteArray newBytes = noise(3'000, 4);
+    recordGroup({first, second}, newBytes);
+    put(first, "somebody else's");
+    EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
+    EXPECT_EQ(bytesOf(first), "somebody else's");
+    EXPECT_EQ(bytesOf(second), newBytes);
+}
+
+TEST_F(SaveRecording, TheRecordOfAFileThatFailedStaysWhenAnotherOneIsWritten) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    const QByteArray newBytes = "newer and longer";
+    const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Truncate, 0, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(file("old", u"a"_qs), {&piece, 1}).error);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(file("old", u"b"_qs), {&piece, 1}).error);
+    EXPECT_EQ(this->records().size(), 2);
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(at(u"a"_qs), {&piece, 1}).error);
+    EXPECT_EQ(this->records().size(), 1);
 }
