@@ -144,13 +144,17 @@ void FileSearches::ItemAction(const QString& pFile, const QString& pTag, const Q
     const auto number = [&fields](qsizetype at) { return fields.value(at).toLongLong(); };
     const QList<frmDocument*>& documents = m_parts.children.documents();
     const auto open = std::ranges::find(documents, pFile, [](const frmDocument* each) { return each->filename; });
+    const bool isOpen = open != documents.end();
+    const bool isInFront = isOpen && *open == m_parts.active.get();
     ignoringErrors("openMatch", [&] {
-        if (open != documents.end())
+        if (isOpen)
             m_parts.active.activate(*open);
         else
             m_parts.opening.OpenFile(pFile, 0, true, true);
     });
-    yieldOnce();
+    // Not for each of many matches of the same document.
+    if (!isInFront)
+        yieldOnce();
     frmDocument* document = m_parts.active.get();
     if (document == nullptr || fields.size() < 3)
         return;

@@ -177,6 +177,21 @@ TEST_F(ItemAction, ADocumentInHexIsBroughtToTheFrontAndStaysInHex) {
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
 
+TEST_F(ItemAction, TheEventLoopRunsNowAndThenWhileManyLinesAreMarked) {
+    constexpr int Lines = 5'000;
+    start();
+    m_one = fileOf(QByteArray("foo\n").repeated(Lines), u"one.txt"_qs);
+    search(find(u"foo"_qs));
+    view().setCurrentIndex(node(0));
+    int passes = 0;
+    atYields([&] { return ++passes > 10 * Lines; });
+    results().runCommand(u"mnuBookLines"_qs);
+    EXPECT_TRUE(isMarked(1));
+    EXPECT_TRUE(isMarked(Lines));
+    EXPECT_GT(passes, 0);
+    EXPECT_LT(passes, Lines / 2);
+}
+
 /// Where a match stands in its line, and how long the line is.
 class ItemActionInALongLine : public ItemAction, public testing::WithParamInterface<std::pair<int, int>> {
  protected:
