@@ -231,6 +231,7 @@ void SearchAcrossFiles::takeFile(SearchedStep& step, const SearchRequest& reques
 void SearchAcrossFiles::tellUnreadable(const QString& description) {
     if (m_silenced)
         return;
+    showProgress();
     const QPointer<SearchAcrossFiles> alive(this);
     const bool silenced =
         m_parts.prompts.messageWithCheck(&m_parts.window, description, u"Do not show this again in this search"_qs);
