@@ -29,12 +29,14 @@ constexpr qint64 MostInEditor = 64LL * 1024 * 1024;
 constexpr qint64 MostListed = 10'000'000;
 
 /// Of the files that were searched when the cancel came: in a search the one in whose middle it was, in a replacement
-/// each that was searched to its end.
+/// each that was written.
 bool countsAfterCancel(const SearchedStep& step, const SearchRequest& request) {
     const FileFinding& finding = step.finding;
-    if (!request.replaces)
-        return finding.cancelled && !finding.matches.empty();
-    return step.step.kind == WalkStep::File && !finding.cancelled && !finding.gaveUp;
+    return !finding.gaveUp && finding.cancelled != request.replaces && !finding.matches.empty();
+}
+
+QString withCommas(qint64 number) {
+    return QLocale(QLocale::English, QLocale::UnitedStates).toString(number);
 }
 
 /// The number right-aligned in six columns; of a longer one its last digits.
@@ -67,6 +69,7 @@ void SearchAcrossFiles::StartSearch(const SearchRequest& request) {
     m_running = true;
     m_found = m_searched = 0;
     m_listed = 0;
+    m_passed = 0;
     m_silenced = false;
     m_lastFile.clear();
     m_parts.host.enableClose(false);
@@ -193,12 +196,14 @@ void SearchAcrossFiles::waitForFiles(ParallelSearch& search, const SearchRequest
 /// that was written.
 bool SearchAcrossFiles::take(SearchedStep& step, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
-    if (m_abort && !countsAfterCancel(step, request))
+    if (m_abort && !countsAfterCancel(step, request)) {
+        m_passed += step.step.kind == WalkStep::Unreadable ? 0 : 1;
         return request.replaces;
+    }
     if (step.step.kind == WalkStep::Unreadable) {
         tellUnreadable(step.step.error.description);
     } else {
-        ++m_searched;
+        m_searched += 1 + std::exchange(m_passed, 0);
         if (step.step.kind == WalkStep::File)
             takeFile(step, request);
     }

@@ -183,6 +183,20 @@ TEST_F(SearchCancel, InTheMiddleOfAReplaceTheChangedFilesAreThoseThatAreCounted)
     EXPECT_EQ(title(), u"Replace completed, changed files : %1"_qs.arg(changed.size()));
 }
 
+TEST_F(SearchCancel, InAReplaceCountsNoFileBehindTheLastOneThatWasChanged) {
+    start();
+    SearchRequest request = inThreeParts(replace(u"foo"_qs, u"longer"_qs), 600);
+    request.directories = path(u"one"_qs) + u';' + path(u"two"_qs);
+    for (const QString& name : QDir(path(u"two"_qs)).entryList(QDir::Files))
+        fileOf("no match", u"two/"_qs + name);
+    abortAfterTheFirstFile();
+    search(request);
+    EXPECT_TRUE(allActionsWereDone());
+    ASSERT_LT(found(), 600);
+    EXPECT_EQ(searched(), found());
+    EXPECT_EQ(title(), u"Replace completed, changed files : %1"_qs.arg(filesWith("longer").size()));
+}
+
 TEST_F(SearchCancel, InADocumentKeepsWhatWasReplacedAndUndoBringsItBack) {
     start();
     const QByteArray before = QByteArray("foo\n").repeated(1'000'000);
