@@ -12,6 +12,7 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPointer>
 #include <QStringList>
 
@@ -26,7 +27,6 @@ constexpr std::chrono::milliseconds Wait{20};
 constexpr qint64 PatienceAfterCancel = 100;
 /// Files of more bytes are not loaded into the hidden editor, which the user would wait for.
 constexpr qint64 MostInEditor = 64LL * 1024 * 1024;
-constexpr qint64 MostListed = 10'000'000;
 
 /// Of the files that were searched when the cancel came: in a search the one in whose middle it was, in a replacement
 /// each that was written.
@@ -227,9 +227,9 @@ void SearchAcrossFiles::takeFile(SearchedStep& step, const SearchRequest& reques
     ++m_found;
     const bool tooMany = finding.tooMany;
     list(path, std::move(finding.matches), request);
-    if (!tooMany && m_listed < MostListed)
+    if (request.replaces || (!tooMany && m_listed < m_parts.mostListed))
         return;
-    m_parts.host.notice(tr("The search was ended at 10,000,000 matches."));
+    m_parts.host.notice(tr("The search was ended at %1 matches.").arg(withCommas(m_parts.mostListed)));
     AbortSearch();
 }
 
@@ -320,6 +320,10 @@ void SearchAcrossFiles::FeedSearchResults(const SearchableText& text, const QStr
 void SearchAcrossFiles::list(const QString& file, FileMatches matches, const SearchRequest& request) {
     if (!request.listsResults || matches.empty())
         return;
+    if (m_listed >= m_parts.mostListed) {  // a replacement is not ended for the list's sake
+        m_parts.host.notice(tr("Only the first %1 matches are listed.").arg(withCommas(m_parts.mostListed)));
+        return;
+    }
     const std::size_t count = matches.matches().size();
     m_listed += static_cast<qint64>(count);
     m_parts.results.addMatches(file, std::move(matches));

@@ -35,6 +35,7 @@ class SearchAcrossFiles : public QObject {
         ucSearchResults& results;
         Prompts& prompts;
         QWidget& window;
+        qint64 mostListed = 10'000'000;  ///< a search ends at so many matches, a replacement lists no more than these
     };
     explicit SearchAcrossFiles(const Parts& parts, QObject* parent = nullptr);
     ~SearchAcrossFiles() override;
