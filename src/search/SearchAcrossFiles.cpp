@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QLocale>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <exception>
@@ -158,14 +159,19 @@ void SearchAcrossFiles::SearchProjectFiles(const SearchRequest& request) {
 
 void SearchAcrossFiles::searchFiles(const SearchRequest& request, std::unique_ptr<FileSource> source) {
     const QPointer<SearchAcrossFiles> alive(this);
-    ParallelSearch search(request, std::move(source));
-    m_files = &search;
-    if (m_abort)
-        search.cancel();
-    waitForFiles(search, request);
+    {
+        ParallelSearch search(request, std::move(source));
+        const auto forget = qScopeGuard([&alive] {
+            if (alive)
+                alive->m_files = nullptr;
+        });
+        m_files = &search;
+        if (m_abort)
+            search.cancel();
+        waitForFiles(search, request);
+    }
     if (!alive)
         return;
-    m_files = nullptr;
     showProgress();
     yieldOnce();
 }
@@ -248,11 +254,12 @@ void SearchAcrossFiles::tellUnreadable(const QString& description) {
 
 QString SearchAcrossFiles::searchText(SearchableText& text, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
+    const auto forget = qScopeGuard([&alive] {
+        if (alive)
+            alive->m_text = nullptr;
+    });
     m_text = &text;
-    QString result = request.replaces ? text.replaceAll(request) : text.findAll(request);
-    if (alive)
-        m_text = nullptr;
-    return result;
+    return request.replaces ? text.replaceAll(request) : text.findAll(request);
 }
 
 /// An expression that takes very long at some place is searched for as in any document.
