@@ -8,6 +8,8 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <set>
 #include <span>
 #include <thread>
@@ -203,10 +205,14 @@ void ParallelSearch::Worker::writeNext(std::unique_lock<std::mutex>& lock) {
 void ParallelSearch::Worker::write(SearchedStep& step) {
     if (step.finding.matches.empty() || step.finding.gaveUp)
         return;
-    const std::string_view text = step.finding.newText;
-    const EncodedText encoded = encodeText(std::span(&text, 1), step.finding.format);
-    step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
-    step.finding.newText = {};
+    const std::string text = std::move(step.finding.newText);
+    const std::string_view whole = text;
+    try {
+        const EncodedText encoded = encodeText(std::span(&whole, 1), step.finding.format);
+        step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
+    } catch (const std::bad_alloc&) {
+        step.isWritten = false;
+    }
 }
 
 ParallelSearch::ParallelSearch(const SearchRequest& request, std::unique_ptr<FileSource> source)
