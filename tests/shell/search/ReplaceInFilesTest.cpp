@@ -231,6 +231,24 @@ TEST_F(ReplaceInFiles, AFileOfTheProjectIsReplacedToo) {
     EXPECT_EQ(bytesOf(other), "foo");
 }
 
+TEST_F(ReplaceInFiles, MissingDirectoriesBetweenTheOthersDoNotEndIt) {
+    start();
+    QStringList all;
+    SearchRequest request = replace(u"foo"_qs, u"bar"_qs);
+    request.directories.clear();
+    for (int i = 0; i < 5; ++i) {
+        folder(u"d%1"_qs.arg(i));
+        all << fileOf("foo", u"d%1/a.txt"_qs.arg(i)) << fileOf("foo", u"d%1/b.txt"_qs.arg(i));
+        request.directories += path(u"d%1"_qs.arg(i)) + u';' + path(u"gone%1"_qs.arg(i)) + u';';
+    }
+    search(request);
+    EXPECT_EQ(files(), all);
+    for (const QString& file : all) {
+        EXPECT_EQ(bytesOf(file), "bar");
+    }
+    EXPECT_EQ(m_prompts.messages.size(), 5);
+}
+
 // Against a model
 
 class ReplaceEqualsModel : public SearchInFrame, public testing::WithParamInterface<int> {
