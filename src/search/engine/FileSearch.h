@@ -82,6 +82,8 @@ class FileSearch {
     void find(FileFinding& finding);
     void replace(FileFinding& finding);
     void splice(const Replacements& found, FileFinding& finding) const;
+    bool append(std::string_view part, std::string& text) const;
+    bool hasLineOf(qint64 length) const;
     bool goesOn() const { return !m_cancelled.load(std::memory_order_relaxed); }
 
     const SearchRequest m_request;

@@ -8,6 +8,8 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <set>
 #include <span>
 #include <thread>
@@ -38,6 +40,12 @@ FileKey keyOf(const FileState& state) {
     return {state.device, state.inode};
 }
 
+/// Whether the taker has to do something before more may be written: the user is asked, or the file is replaced in by
+/// other means.
+bool needsTaker(const SearchedStep& step) {
+    return step.step.kind == WalkStep::Unreadable || step.finding.gaveUp;
+}
+
 qint64 bytesOf(const FileFinding& finding) {
     return static_cast<qint64>(finding.newText.size()) +
            static_cast<qint64>(finding.matches.matches().size() * sizeof(FileMatches::Match));
@@ -63,6 +71,7 @@ struct ParallelSearch::State {
     std::deque<std::pair<qint64, WalkStep>> toSearch;  ///< the source has given them
     qint64 begun = 0;                                  ///< steps that the source has given
     qint64 decided = 0;                                ///< steps of which it is clear whether they are written
+    std::optional<qint64> heldAt;  ///< a step that needs the taker: those behind it are not decided until it is done
     qint64 taken = 0;
     qint64 bytes = 0;                         ///< of the findings that were not taken
     std::map<qint64, SearchedStep> searched;  ///< by number: wait until it is decided
@@ -77,7 +86,11 @@ struct ParallelSearch::State {
     bool mayAsk() const {
         return !cancelled && !sourceEnded && !asking && toSearch.empty() && begun - taken < StepsAhead;
     }
-    bool isOver() const { return (cancelled || sourceEnded) && toSearch.empty() && toWrite.empty() && !asking; }
+    /// Behind a step that is held there may be more to write.
+    bool isOver() const {
+        const bool noneComes = cancelled || (sourceEnded && !heldAt);
+        return noneComes && toSearch.empty() && toWrite.empty() && !asking;
+    }
     bool hasWork() const { return !toWrite.empty() || maySearch() || mayAsk(); }
     bool isAtEnd() const {
         const bool noneOpen = cancelled ? !hasNext() && searchers == 0 : sourceEnded && taken == begun;
@@ -85,20 +98,23 @@ struct ParallelSearch::State {
     }
     bool hasNext() const { return !ready.empty() && ready.begin()->first == taken; }
     bool isWorthTaking() const {
-        return isAtEnd() || static_cast<qint64>(ready.size()) >= StepsAtOnce || (cancelled && hasNext());
+        return isAtEnd() || static_cast<qint64>(ready.size()) >= StepsAtOnce || ((cancelled || heldAt) && hasNext());
     }
 
     void decide();
+    void endHold();
     void dropWrites();
     void finish(qint64 number, SearchedStep step);
 };
 
 /// Passes the steps on whose predecessors were all searched. From a cancel on none is written any more.
 void ParallelSearch::State::decide() {
-    for (auto next = searched.find(decided); next != searched.end(); next = searched.find(decided)) {
+    for (auto next = searched.find(decided); next != searched.end() && !heldAt; next = searched.find(decided)) {
         SearchedStep step = std::move(next->second);
         searched.erase(next);
         const qint64 number = decided++;
+        if (request.replaces && needsTaker(step))
+            heldAt = number;
         if (!request.replaces || step.finding.gaveUp || step.finding.matches.empty()) {
             ready.emplace(number, std::move(step));
         } else {
@@ -112,6 +128,14 @@ void ParallelSearch::State::decide() {
     }
     if (isWorthTaking())
         worthTaking.notify_all();
+}
+
+/// The taker comes back when it has done what it took.
+void ParallelSearch::State::endHold() {
+    if (!heldAt || taken <= *heldAt)
+        return;
+    heldAt.reset();
+    decide();
 }
 
 void ParallelSearch::State::dropWrites() {
@@ -230,10 +254,14 @@ void ParallelSearch::Worker::writeNext(std::unique_lock<std::mutex>& lock) {
 void ParallelSearch::Worker::write(SearchedStep& step) {
     if (step.finding.matches.empty() || step.finding.gaveUp)
         return;
-    const std::string_view text = step.finding.newText;
-    const EncodedText encoded = encodeText(std::span(&text, 1), step.finding.format);
-    step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
-    step.finding.newText = {};
+    const std::string text = std::move(step.finding.newText);
+    const std::string_view whole = text;
+    try {
+        const EncodedText encoded = encodeText(std::span(&whole, 1), step.finding.format);
+        step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
+    } catch (const std::bad_alloc&) {
+        step.isWritten = false;
+    }
 }
 
 ParallelSearch::ParallelSearch(const SearchRequest& request, std::unique_ptr<FileSource> source)
@@ -257,6 +285,7 @@ void ParallelSearch::cancel() {
 
 std::vector<SearchedStep> ParallelSearch::take(std::chrono::milliseconds limit) {
     std::unique_lock lock(m_state->mutex);
+    m_state->endHold();
     m_state->worthTaking.wait_for(lock, limit, [this] { return m_state->isWorthTaking(); });
     std::vector<SearchedStep> steps;
     for (auto first = m_state->ready.begin(); first != m_state->ready.end() && first->first == m_state->taken;
