@@ -37,6 +37,11 @@ QString userFolder(const char* variable, const QString& underHome) {
     return absolutePath(folder.isEmpty() ? homeFolder() + u'/' + underHome : folder, {});
 }
 
+/// The program's own folder in one of these.
+QString ownFolder(const QString& userFolder) {
+    return absolutePath(userFolder + u"/quillmark"_qs, {});
+}
+
 QString parentOf(const QString& path) {
     return path.left(qMax(path.lastIndexOf(u'/'), 1));
 }
@@ -105,13 +110,17 @@ QString userDataFolder() {
 }
 
 QString configFolder() {
-    return absolutePath(userConfigFolder() + u"/quillmark"_qs, {});
+    return ownFolder(userConfigFolder());
+}
+
+QString stateFolder() {
+    return ownFolder(userFolder("XDG_STATE_HOME", u".local/state"_qs));
 }
 
 QString ProgramFolder(const QString& executable) {
     if (IsFolderPath(executable + u"/languages"_qs) && isWritableFolder(executable))
         return executable;
-    return absolutePath(userDataFolder() + u"/quillmark"_qs, {});
+    return ownFolder(userDataFolder());
 }
 
 QString shareFolder(const QString& executable) {
