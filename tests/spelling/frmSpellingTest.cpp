@@ -306,10 +306,12 @@ TEST_F(SpellingForm, MayBeDestroyedWhileItIsShown) {
 
 TEST_F(SpellingForm, EveryFieldHasItsNameAndEveryKeyIsUsedOnce) {
     const frmSpelling form(u"kat"_qs, m_dictionaries, m_first, m_prompts);
-    for (const char* name : {"txtContext", "txtWord", "lstSuggestions", "cmbDictionary"})
+    for (const char* name : {"txtContext", "txtWord", "lstSuggestions", "cmbDictionary"}) {
         EXPECT_FALSE(form.findChild<QWidget*>(QLatin1String(name))->accessibleName().isEmpty()) << name;
+    }
     for (const char* name :
-         {"cmdChange", "cmdChangeAll", "cmdIgnore", "cmdIgnoreAll", "cmdAdd", "cmdUndo", "cmdCancel"})
+         {"cmdChange", "cmdChangeAll", "cmdIgnore", "cmdIgnoreAll", "cmdAdd", "cmdUndo", "cmdCancel"}) {
         EXPECT_FALSE(form.findChild<QPushButton*>(QLatin1String(name))->toolTip().isEmpty()) << name;
+    }
     EXPECT_EQ(doubledMnemonics(form), QStringList());
 }

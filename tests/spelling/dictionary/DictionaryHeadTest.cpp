@@ -42,8 +42,9 @@ TEST(DictionaryHead, AGoodWordListHasNoFault) {
 
 TEST(DictionaryHead, AWordListBeginsWithTheNumberOfItsWords) {
     EXPECT_EQ(wordsFault("", 0), "it is empty");
-    for (const char* head : {"one\ntwo\n", "0\n", "-1\none\n", "\n\n", "1x\none\n"})
+    for (const char* head : {"one\ntwo\n", "0\n", "-1\none\n", "\n\n", "1x\none\n"}) {
         EXPECT_EQ(wordsFault(head, 100), "it does not begin with the number of its words") << head;
+    }
     EXPECT_EQ(wordsFault("1000\none\n", 9), "it announces more words than it can have");
     EXPECT_EQ(wordsFault("99999999999999999999999\none\n", 9), "it announces more words than it can have");
     EXPECT_EQ(wordsFault("1\n", 2), "it has no words");

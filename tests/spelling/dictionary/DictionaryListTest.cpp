@@ -38,8 +38,9 @@ class Dictionaries : public testing::Test {
  protected:
     std::vector<Dictionary> installed() const { return DictionaryList::installed({m_folder.folder()}); }
     void link(const QString& target, const QString& name) const {
-        for (const QString& ending : {u".aff"_qs, u".dic"_qs})
+        for (const QString& ending : {u".aff"_qs, u".dic"_qs}) {
             ASSERT_TRUE(QFile::link(target + ending, m_folder.path(name + ending)));
+        }
     }
 
     DictionaryFolder m_folder;
