@@ -100,6 +100,10 @@ QString configFolder() {
     return userFolder("XDG_CONFIG_HOME", u".config"_qs);
 }
 
+QString stateFolder() {
+    return userFolder("XDG_STATE_HOME", u".local/state"_qs);
+}
+
 QString ProgramFolder(const QString& executable) {
     if (IsFolderPath(executable + u"/languages"_qs) && isWritableFolder(executable))
         return executable;

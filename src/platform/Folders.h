@@ -18,6 +18,9 @@ QString executableFolder();
 /// The folder of the settings database.
 QString configFolder();
 
+/// The folder of what is kept between runs for safety alone: records of saves, and unsaved changes.
+QString stateFolder();
+
 /// The folder of all other files that the program writes for itself. This is the folder of the executable if that
 /// contains `languages` and is writable (a portable copy), otherwise a folder in the user's data.
 QString ProgramFolder(const QString& executable = executableFolder());

@@ -1,6 +1,8 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
@@ -39,6 +41,9 @@ class Program : public StartDuties {
     bool handOver(const QString&) override { return false; }
 
     int runFrame() override {
+        SaveRecovery(SaveRecords::saveRecordFolder()).run();
+        SaveRecords saveRecords;
+        WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
         QApplication application(count, m_arguments);
         QApplication::setApplicationName(u"quillmark"_qs);

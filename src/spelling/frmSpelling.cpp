@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -49,6 +50,7 @@ frmSpelling::frmSpelling(const QString& text, std::vector<Dictionary> dictionari
       m_isBroken(m_dictionaries.size(), false) {
     setObjectName(u"frmSpelling"_qs);
     setWindowTitle(u"Spelling"_qs);
+    setWindowIcon(QGuiApplication::windowIcon());
     setModal(true);
     auto* columns = new QHBoxLayout(this);
     columns->addLayout(makeFields(), 1);

@@ -91,10 +91,10 @@ const SearchPattern& FileSearch::pattern() {
 
 // Reading
 
-FileFinding FileSearch::search(const QString& path) {
+FileFinding FileSearch::search(const QString& path, bool isKnownRegular) {
     FileFinding finding;
     try {
-        finding = readAndSearch(path);
+        finding = readAndSearch(path, isKnownRegular);
     } catch (const std::bad_alloc&) {
         finding = {};
     }
@@ -102,9 +102,10 @@ FileFinding FileSearch::search(const QString& path) {
     return finding;
 }
 
-FileFinding FileSearch::readAndSearch(const QString& path) {
+FileFinding FileSearch::readAndSearch(const QString& path, bool isKnownRegular) {
     FileReader file;
-    if (file.open(path) || file.size() > SizeLimit)
+    if (file.open(path, isKnownRegular ? FileReader::Looked::IsRegular : FileReader::Looked::NotYet) ||
+        file.size() > SizeLimit)
         return {};
     std::unique_lock turn(m_largeFiles.turn, std::defer_lock);
     if (file.size() > KeptBuffer && !waitForTurn(turn))

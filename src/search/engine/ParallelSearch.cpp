@@ -19,6 +19,10 @@ namespace {
 constexpr qint64 StepsAhead = 1024;
 /// So many are worth waking the taker.
 constexpr qint64 StepsAtOnce = 256;
+/// Steps that one thread takes from the source, for all of them.
+constexpr std::size_t StepsAsked = 32;
+/// On a slow disk the first of them are searched before the others are found.
+constexpr std::chrono::milliseconds LongestAsking{2};
 /// Bytes of findings that wait to be taken.
 constexpr qint64 BytesAhead = 64LL * 1024 * 1024;
 constexpr unsigned MostThreads = 8;
@@ -56,8 +60,9 @@ struct ParallelSearch::State {
     std::unique_ptr<FileSource> source;
     bool asking = false;  ///< a thread asks the source
     bool sourceEnded = false;
-    qint64 begun = 0;    ///< steps that the source has given
-    qint64 decided = 0;  ///< steps of which it is clear whether they are written
+    std::deque<std::pair<qint64, WalkStep>> toSearch;  ///< the source has given them
+    qint64 begun = 0;                                  ///< steps that the source has given
+    qint64 decided = 0;                                ///< steps of which it is clear whether they are written
     qint64 taken = 0;
     qint64 bytes = 0;                         ///< of the findings that were not taken
     std::map<qint64, SearchedStep> searched;  ///< by number: wait until it is decided
@@ -68,11 +73,12 @@ struct ParallelSearch::State {
     std::set<FileKey> writing;
     std::set<FileKey> written;  ///< and being written
 
-    bool mayBegin() const {
-        return !cancelled && !sourceEnded && !asking && begun - taken < StepsAhead &&
-               (bytes < BytesAhead || begun == taken);
+    bool maySearch() const { return !toSearch.empty() && (bytes < BytesAhead || toSearch.front().first == taken); }
+    bool mayAsk() const {
+        return !cancelled && !sourceEnded && !asking && toSearch.empty() && begun - taken < StepsAhead;
     }
-    bool isOver() const { return (cancelled || sourceEnded) && toWrite.empty() && !asking; }
+    bool isOver() const { return (cancelled || sourceEnded) && toSearch.empty() && toWrite.empty() && !asking; }
+    bool hasWork() const { return !toWrite.empty() || maySearch() || mayAsk(); }
     bool isAtEnd() const {
         const bool noneOpen = cancelled ? !hasNext() && searchers == 0 : sourceEnded && taken == begun;
         return noneOpen && toWrite.empty() && writers == 0;
@@ -100,8 +106,10 @@ void ParallelSearch::State::decide() {
             moreToDo.notify_one();
         }
     }
-    if (cancelled)
+    if (cancelled) {
+        toSearch.clear();
         dropWrites();
+    }
     if (isWorthTaking())
         worthTaking.notify_all();
 }
@@ -130,12 +138,13 @@ class ParallelSearch::Worker {
     void run() {
         std::unique_lock lock(m_state->mutex);
         for (;;) {
-            m_state->moreToDo.wait(
-                lock, [this] { return !m_state->toWrite.empty() || m_state->mayBegin() || m_state->isOver(); });
+            m_state->moreToDo.wait(lock, [this] { return m_state->hasWork() || m_state->isOver(); });
             if (!m_state->toWrite.empty())
                 writeNext(lock);
-            else if (m_state->mayBegin())
+            else if (m_state->maySearch())
                 searchNext(lock);
+            else if (m_state->mayAsk())
+                askSource(lock);
             else
                 break;
         }
@@ -144,6 +153,8 @@ class ParallelSearch::Worker {
     }
 
  private:
+    void askSource(std::unique_lock<std::mutex>& lock);
+    bool fillFromSource(std::vector<WalkStep>& steps) const;
     void searchNext(std::unique_lock<std::mutex>& lock);
     void writeNext(std::unique_lock<std::mutex>& lock);
     void write(SearchedStep& step);
@@ -152,25 +163,41 @@ class ParallelSearch::Worker {
     FileSearch m_search;
 };
 
-void ParallelSearch::Worker::searchNext(std::unique_lock<std::mutex>& lock) {
+/// For all threads, so that they seldom wait for each other.
+void ParallelSearch::Worker::askSource(std::unique_lock<std::mutex>& lock) {
     m_state->asking = true;
     lock.unlock();
-    std::optional<WalkStep> step = m_state->source->next();
+    std::vector<WalkStep> steps;
+    const bool isEnd = !fillFromSource(steps);
     lock.lock();
     m_state->asking = false;
-    m_state->moreToDo.notify_one();
-    if (!step) {
-        m_state->sourceEnded = true;
-        m_state->moreToDo.notify_all();
-        m_state->decide();
-        return;
-    }
-    const qint64 number = m_state->begun++;
+    m_state->sourceEnded = isEnd;
+    for (WalkStep& next : steps)
+        m_state->toSearch.emplace_back(m_state->begun++, std::move(next));
+    m_state->decide();
+    m_state->moreToDo.notify_all();
+}
+
+/// False at the end of the source.
+bool ParallelSearch::Worker::fillFromSource(std::vector<WalkStep>& steps) const {
+    const auto end = std::chrono::steady_clock::now() + LongestAsking;
+    do {
+        std::optional<WalkStep> step = m_state->source->next();
+        if (!step)
+            return false;
+        steps.push_back(*std::move(step));
+    } while (steps.size() < StepsAsked && !m_state->cancelled && std::chrono::steady_clock::now() < end);
+    return true;
+}
+
+void ParallelSearch::Worker::searchNext(std::unique_lock<std::mutex>& lock) {
+    auto [number, step] = std::move(m_state->toSearch.front());
+    m_state->toSearch.pop_front();
     ++m_state->searchers;
     lock.unlock();
-    SearchedStep searched{*std::move(step), {}, false};
+    SearchedStep searched{std::move(step), {}, false};
     if (searched.step.kind == WalkStep::File)
-        searched.finding = m_search.search(searched.step.path);
+        searched.finding = m_search.search(searched.step.path, searched.step.isKnownRegular);
     lock.lock();
     --m_state->searchers;
     m_state->finish(number, std::move(searched));
