@@ -176,8 +176,8 @@ bool ChildProcess::takeMessage(QByteArray& message) {
 ChildProcess::Answer ChildProcess::receive(QByteArray& message, std::chrono::milliseconds limit) {
     const auto end = std::chrono::steady_clock::now() + limit;
     while (!takeMessage(message)) {
-        // What a mad child sends without end is not collected.
-        if (m_socket < 0 || m_received.size() > static_cast<qsizetype>(MostBytes + sizeof(Length)))
+        // What a child sends without end is not collected.
+        if (m_socket < 0 || static_cast<std::size_t>(m_received.size()) > MostBytes + sizeof(Length))
             return Answer::Ended;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
         pollfd watched{m_socket, POLLIN, 0};

@@ -210,7 +210,7 @@ void SpellingSession::ignoreAll() {
 }
 
 SystemError SpellingSession::add() {
-    if (const SystemError error = m_ownWords.add(word()))
+    if (SystemError error = m_ownWords.add(word()))
         return error;
     decide(Kind::Add);
     return {};
@@ -220,7 +220,7 @@ SystemError SpellingSession::undo() {
     const Decision last = m_decisions.back();
     const QString word = textOf(last.place);
     if (last.kind == Kind::Add) {
-        if (const SystemError error = m_ownWords.remove(word))
+        if (SystemError error = m_ownWords.remove(word))
             return error;
     }
     if (last.kind == Kind::ChangeAll)

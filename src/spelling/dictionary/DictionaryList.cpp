@@ -21,11 +21,8 @@ QStringList foldersOf(const char* variable) {
     return qEnvironmentVariable(variable).split(u':', Qt::SkipEmptyParts);
 }
 
-struct FileNumber {
-    dev_t device;
-    ino_t number;
-    auto operator<=>(const FileNumber&) const = default;
-};
+/// Device and number.
+using FileNumber = std::pair<dev_t, ino_t>;
 
 /// Nothing for what is no regular file. Links are followed.
 std::optional<FileNumber> numberOf(const QString& path) {

@@ -65,20 +65,20 @@ SystemError OwnWords::read(QStringList& lines) {
 }
 
 SystemError OwnWords::write(const QStringList& lines) {
-    if (const SystemError error = makeFolder(QFileInfo(m_path).path()))
+    if (SystemError error = makeFolder(QFileInfo(m_path).path()))
         return error;
     return OwnTextFile::replace(m_path, lines);
 }
 
 SystemError OwnWords::add(const QString& word) {
     QStringList lines;
-    if (const SystemError error = read(lines))
+    if (SystemError error = read(lines))
         return error;
     const QString key = keyOf(word);
     if (key.isEmpty() || m_words.contains(key))
         return {};
     lines.append(key);
-    if (const SystemError error = write(lines))
+    if (SystemError error = write(lines))
         return error;
     m_words.insert(key);
     return {};
@@ -86,12 +86,12 @@ SystemError OwnWords::add(const QString& word) {
 
 SystemError OwnWords::remove(const QString& word) {
     QStringList lines;
-    if (const SystemError error = read(lines))
+    if (SystemError error = read(lines))
         return error;
     const QString key = keyOf(word);
     if (lines.removeIf([&key](const QString& line) { return keyOf(line) == key; }) == 0)
         return {};
-    if (const SystemError error = write(lines))
+    if (SystemError error = write(lines))
         return error;
     m_words.remove(key);
     return {};
