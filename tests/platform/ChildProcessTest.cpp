@@ -80,7 +80,7 @@ TEST(ChildProcess, AChildThatTakesTooMuchMemoryEnds) {
     ChildProcess child([](ParentLink& link) {
         std::vector<std::string> all;
         for (int i = 0; i < 64; ++i)
-            all.emplace_back(ChildProcess::MostMemory / 32, 'x');
+            all.emplace_back().reserve(ChildProcess::MostMemory / 32);
         link.send("all of it");
     });
     EXPECT_EQ(messagesOf(child), 0);
