@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -45,6 +45,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   results
          a million matches in 100,000 files added to the results of a search with the event loop between portions; all
          opened, closed, checked, removed and cleared. From inside, by ResultsBench.
+  spelling
+         the first mistake, at the end of 1 MB of text of as many different words as can be, from when the dictionary is
+         loaded; loading it; the suggestions for a word. From inside, by SpellingBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -390,6 +393,8 @@ FILES_GOALS = {name: (0, (name + "WithGrep", 1))
 RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
+SPELLING_GOALS = {"first mistake at the end of 1 MB": (200,)}
+
 
 def benchGoals(bench, inside, title, goals):
     """The figures of a program that measures from inside, next to the most that they may be."""
@@ -421,7 +426,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -471,6 +476,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "FilesSearchBench"), "Search across files", FILES_GOALS)
         if "results" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
+        if "spelling" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "SpellingBench"), "Spelling", SPELLING_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

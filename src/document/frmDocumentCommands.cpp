@@ -278,11 +278,6 @@ void frmDocument::CountAll() {
     delete box;
 }
 
-// Present for the menus, without effect on a text until what they need exists: printing and the spelling check.
+// Present for the menus, without effect until what it needs exists: printing.
 
 void frmDocument::PrintContent() {}
-
-void frmDocument::Spelling() {
-    if (!TextEdit())
-        m_prompts.message(this, u"Spell check is not allowed in Hex mode."_qs);
-}
