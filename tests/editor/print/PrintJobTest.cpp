@@ -357,6 +357,14 @@ TEST_F(PrintJobPages, APageThatIsTooSmallStillTakesARow) {
     EXPECT_EQ(pageCount, 2);
 }
 
+/// A page that has room for no more than a letter of such a name.
+TEST_F(PrintJobPages, NamesOfControlCharactersStopNoPage) {
+    page.setMargins(QMarginsF(104, 143, 104, 143));
+    load(QByteArray(5, '\0'));
+    EXPECT_EQ(print(), Outcome::Printed);
+    EXPECT_LE(pageCount, 5);
+}
+
 TEST_F(PrintJobLook, ColoursAreThoseOfTheLanguageOnALightGroundEvenOnADarkScreen) {
     control.look().setLanguage(&cpp());
     control.look().setElementColour(ControlLook::BackgroundElement, QColor(20, 20, 20));
