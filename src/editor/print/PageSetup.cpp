@@ -6,6 +6,8 @@
 
 #include <QLocale>
 #include <QPageSize>
+#include <QRectF>
+#include <QSizeF>
 
 #include <algorithm>
 #include <cmath>

@@ -235,7 +235,8 @@ bool PrintPages::addRows(const PrintedText::Extent& extent, Cursor& cursor) cons
     bool hasRoom = true;
     cursor.place = extent.next;
     for (QTextLine line = lines.next(); line.isValid(); line = lines.next()) {
-        const PrintPlace place{range, beginOfRow(stretch, line.textStart())};
+        const qint64 begin = beginOfRow(stretch, line.textStart());
+        const PrintPlace place = begin == extent.to ? extent.next : PrintPlace{range, begin};
         const bool isLast = line.textStart() + line.textLength() >= stretch.text.size();
         hasRoom = !isFull(cursor, std::max(m_rowHeight, line.height()));
         // The last row of a stretch that ends inside the line is not full: the next stretch begins with it.
