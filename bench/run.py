@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -42,6 +42,8 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          a project of 200 documents of 10 KB, beside the same files opened one by one. From inside, by ProjectBench.
   files   a text searched in 75,000 files of 1.2 GB, beside grep and, where it is installed, ripgrep; a word replaced in
           10,000 files, beside sed. From inside, by FilesSearchBench.
+  print  100,000 lines of source into a PDF file, beside the same by the library's own printer; how long until the pages are
+         counted, and the longest time without a look at Cancel. From inside, by PrintBench.
   results
          a million matches in 100,000 files added to the results of a search with the event loop between portions; all
          opened, closed, checked, removed and cleared. From inside, by ResultsBench.
@@ -390,6 +392,8 @@ PROJECT_GOALS = {"openProject": (0, ("openOneByOne", 1.5))}
 # What grep takes for the same files; ripgrep is not installed everywhere.
 FILES_GOALS = {name: (0, (name + "WithGrep", 1))
                for name in ("literal", "ignoringCase", "wholeWord", "expression", "rareWord")}
+# The library's printer counts no pages and shows no progress.
+PRINT_GOALS = {"printLines": (0, ("printLinesByTheLibrary", 1.5))}
 RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
@@ -426,7 +430,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -474,6 +478,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "ProjectBench"), "Projects", PROJECT_GOALS)
         if "files" in wanted.only:
             benchGoals(bench, str(build / "bench" / "FilesSearchBench"), "Search across files", FILES_GOALS)
+        if "print" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PrintBench"), "Printing", PRINT_GOALS)
         if "results" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
         if "spelling" in wanted.only:

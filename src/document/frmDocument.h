@@ -181,6 +181,7 @@ class frmDocument : public QWidget {
     void DefaultFontSize();
     void Properties();
     void PrintContent();
+    void PrintSetup();
     void Spelling();
     void RecordMarco();
     void ExecMacro(int n);

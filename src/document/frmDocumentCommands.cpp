@@ -1,5 +1,6 @@
 // What the menus call on a document, by the view and mode it is for.
 
+#include "document/CloseStop.h"
 #include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentView.h"
@@ -278,6 +279,15 @@ void frmDocument::CountAll() {
     delete box;
 }
 
-// Present for the menus, without effect until what it needs exists: printing.
+void frmDocument::PrintContent() {
+    if (!TextEdit()) {
+        m_prompts.message(this, u"Printing is not allowed in Hex mode."_qs);
+        return;
+    }
+    const CloseStop stop(*this, m_loads);
+    m_text->PrintContent(filename.isEmpty() ? Caption() : filename);
+}
 
-void frmDocument::PrintContent() {}
+void frmDocument::PrintSetup() {
+    m_text->PrintSetup();
+}

@@ -360,6 +360,13 @@ TEST_F(HexMode, TheSpellingCheckIsRefused) {
     EXPECT_EQ(m_prompts.messages, QStringList(u"Spell check is not allowed in Hex mode."_qs));
 }
 
+TEST_F(HexMode, PrintingIsRefused) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.PrintContent();
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Printing is not allowed in Hex mode."_qs));
+    EXPECT_EQ(m_given.printDialogs.printersAsked, 0);
+}
+
 TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {
     ASSERT_TRUE(openHexOf(QByteArray(1000, 'a')));
     const auto cancelled = [&](void (frmDocument::*command)(), const char* form) {

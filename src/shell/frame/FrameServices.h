@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/print/PrintDialogs.h"
 #include "platform/FileLookup.h"
 #include "platform/Folders.h"
 
@@ -29,4 +30,5 @@ struct FrameServices {
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
     FileLookup::Exists fileExists = ::fileExists;
+    PrintDialogs& printDialogs = PrintDialogs::shown();
 };
