@@ -3,6 +3,7 @@
 class FindBar;
 class HelpPages;
 class MacroMenu;
+class ProgramProperties;
 class QString;
 class QWidget;
 class RoomsToCome;
@@ -16,7 +17,7 @@ class FrameCommands {
  public:
     /// `window` is the frame.
     FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RoomsToCome& rooms,
-                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu);
+                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu, ProgramProperties& properties);
 
     void FindNext();
     void FindPrevious();
@@ -25,6 +26,8 @@ class FrameCommands {
     void ToggleRegExp();
     void ToggleContinueSearch();
 
+    /// The settings of the program.
+    void ShowProperties();
     void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();
@@ -39,7 +42,7 @@ class FrameCommands {
 
  private:
     /// Of a file; a document without a file has none.
-    void showProperties(const QString& path);
+    void showFileProperties(const QString& path);
 
     QWidget& m_window;
     const DocumentServices& m_services;
@@ -48,4 +51,5 @@ class FrameCommands {
     FindBar& m_findBar;
     SearchToggles& m_searchToggles;
     MacroMenu& m_macroMenu;
+    ProgramProperties& m_properties;
 };

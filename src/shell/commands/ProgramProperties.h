@@ -1,0 +1,45 @@
+#pragma once
+
+#include "properties/DesktopShell.h"
+#include "settings/desktop/ShellIntegration.h"
+
+#include <QPointer>
+
+class HelpPages;
+class MacroMenu;
+class Prompts;
+class QWidget;
+class RegistryStore;
+class Settings;
+class frmProperties;
+struct DocumentServices;
+struct Options;
+
+/// The dialog of the program's settings: created when it is first needed, and kept. Owned by the frame, whose window
+/// owns the dialog.
+class ProgramProperties {
+ public:
+    /// `window` is the frame.
+    ProgramProperties(QWidget& window, const DocumentServices& services, Options& options, Settings& settings,
+                      RegistryStore& registry, const HelpPages& help, MacroMenu& macroMenu);
+
+    /// Shows the dialog, modal, and runs the event loop until it is hidden.
+    void show();
+    /// To be called when the list of languages may have been changed elsewhere.
+    void refreshLanguages();
+
+ private:
+    void create();
+    void showMessage(const QString& text);
+
+    QWidget& m_window;
+    const DocumentServices& m_services;
+    Options& m_options;
+    Settings& m_settings;
+    RegistryStore& m_registry;
+    const HelpPages& m_help;
+    MacroMenu& m_macroMenu;
+    ShellIntegration m_integration;
+    DesktopShell m_shell;
+    QPointer<frmProperties> m_dialog;
+};
