@@ -18,6 +18,7 @@ enum Column { Description, Patterns };
 
 constexpr int DescriptionWidth = 200;
 constexpr QSize ListSize(340, 200);
+constexpr int FieldWidth = 190;
 
 }  // namespace
 
@@ -77,6 +78,7 @@ QWidget* ucFileFilter::buildList() {
 QLineEdit* ucFileFilter::addField(const QString& name, const QString& caption, QVBoxLayout& column) {
     auto* field = new QLineEdit;
     field->setObjectName(name);
+    field->setMinimumWidth(FieldWidth);
     auto* label = new QLabel(caption);
     label->setBuddy(field);
     column.addWidget(label);

@@ -51,6 +51,7 @@ ucPropGeneral::ucPropGeneral(Settings& settings, Options& options, ShellServices
     frames->addWidget(buildShortcuts(), 1);
     auto* rows = new QVBoxLayout(this);
     rows->addLayout(buildBoxes());
+    rows->addSpacing(style()->pixelMetric(QStyle::PM_LayoutVerticalSpacing));
     rows->addLayout(frames);
     rows->addStretch(1);
 }
@@ -132,7 +133,7 @@ void ucPropGeneral::addShortcut(QGridLayout& grid, int place, QCheckBox*& box, c
 }
 
 void ucPropGeneral::LoadProp() {
-    show(m_properties.load());
+    showValues(m_properties.load());
     m_changed = false;
 }
 
@@ -142,11 +143,11 @@ void ucPropGeneral::SaveProp() {
     GeneralValues saved = values();
     m_properties.save(saved);
     m_properties.readDesktop(saved);
-    show(saved);
+    showValues(saved);
     m_changed = false;
 }
 
-void ucPropGeneral::show(const GeneralValues& values) {
+void ucPropGeneral::showValues(const GeneralValues& values) {
     const QScopedValueRollback filling(m_filling, true);
     for (std::size_t i = 0; i < m_boxes.size(); ++i)
         m_boxes.at(i)->setChecked(values.boxes.at(i));

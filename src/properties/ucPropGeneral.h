@@ -35,7 +35,7 @@ class ucPropGeneral : public QWidget {
     QWidget* buildNotice();
     QWidget* buildShortcuts();
     void addShortcut(QGridLayout& grid, int place, QCheckBox*& box, const QString& name, const QString& caption);
-    void show(const GeneralValues& values);
+    void showValues(const GeneralValues& values);
     GeneralValues values() const;
     void enableColour(bool on);
     void showColour();

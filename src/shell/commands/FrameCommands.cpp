@@ -87,7 +87,7 @@ void FrameCommands::StartCalculator() {
 
 void FrameCommands::showFileProperties(const QString& path) {
     if (!path.isEmpty())
-        ShowProperties(path, m_services.prompts, &m_window);
+        ::ShowProperties(path, m_services.prompts, &m_window);
 }
 
 void FrameCommands::answerRequests(const frmDocument& document) {
