@@ -16,9 +16,7 @@ ProgramProperties::ProgramProperties(QWidget& window, const DocumentServices& se
       m_settings(settings),
       m_registry(registry),
       m_help(help),
-      m_macroMenu(macroMenu),
-      m_integration(registry, [this](const QString& text) { showMessage(text); }),
-      m_shell(m_integration) {}
+      m_macroMenu(macroMenu) {}
 
 void ProgramProperties::show() {
     if (m_dialog.isNull())
@@ -30,8 +28,10 @@ void ProgramProperties::show() {
 }
 
 void ProgramProperties::create() {
+    m_integration.emplace(m_registry, [this](const QString& text) { showMessage(text); });
+    m_shell.emplace(*m_integration);
     const auto showHelp = [this](const QString& page) { m_help.show(page); };
-    m_dialog = new frmProperties({m_services, m_options, m_settings, m_registry, m_shell, showHelp}, &m_window);
+    m_dialog = new frmProperties({m_services, m_options, m_settings, m_registry, *m_shell, showHelp}, &m_window);
     QObject::connect(m_dialog, &frmProperties::UpdateMacroMenu, &m_macroMenu, &MacroMenu::UpdateMacroMenu);
 }
 
@@ -41,6 +41,5 @@ void ProgramProperties::refreshLanguages() {
 }
 
 void ProgramProperties::showMessage(const QString& text) {
-    QWidget* parent = m_dialog.isNull() ? &m_window : m_dialog.data();
-    m_services.prompts.message(parent, text);
+    m_services.prompts.message(m_dialog, text);
 }

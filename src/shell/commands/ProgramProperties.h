@@ -5,6 +5,8 @@
 
 #include <QPointer>
 
+#include <optional>
+
 class HelpPages;
 class MacroMenu;
 class Prompts;
@@ -39,7 +41,8 @@ class ProgramProperties {
     RegistryStore& m_registry;
     const HelpPages& m_help;
     MacroMenu& m_macroMenu;
-    ShellIntegration m_integration;
-    DesktopShell m_shell;
+    // Created with the dialog.
+    std::optional<ShellIntegration> m_integration;
+    std::optional<DesktopShell> m_shell;
     QPointer<frmProperties> m_dialog;
 };
