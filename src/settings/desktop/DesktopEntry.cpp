@@ -1,5 +1,10 @@
 #include "settings/desktop/DesktopEntry.h"
 
+#include "platform/Folders.h"
+#include "platform/Paths.h"
+
+#include <QFileInfo>
+
 #include <algorithm>
 
 namespace {
@@ -37,6 +42,18 @@ void addLine(QByteArray& bytes, const char* key, const QString& value) {
 }
 
 }  // namespace
+
+DesktopEntry DesktopEntry::ofProgram(const QString& program) {
+    const QString folder = QFileInfo(program).path();
+    const QString icon = shareFolder(folder) + u"/icons/quillmark.svg"_qs;
+    DesktopEntry entry;
+    entry.name = u"Quillmark"_qs;
+    entry.comment = u"Quillmark Access Shortcut"_qs;
+    entry.program = program;
+    entry.workingFolder = folder;
+    entry.icon = isNormalFile(icon) ? icon : u"quillmark"_qs;
+    return entry;
+}
 
 QByteArray DesktopEntry::bytes() const {
     QByteArray bytes = "[Desktop Entry]\nType=Application\n";

@@ -15,6 +15,9 @@ struct DesktopEntry {
     QStringList types;      ///< file types that the program opens
     bool hidden = false;    ///< opens files, but is in no menu
 
+    /// The entry of this program, without file types.
+    static DesktopEntry ofProgram(const QString& program);
+
     /// The whole file. Each text is escaped, so that any path and any name is read back unchanged.
     QByteArray bytes() const;
 };

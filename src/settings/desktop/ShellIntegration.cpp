@@ -21,6 +21,7 @@ const QString OpenCommandKey = u"Applications/Quillmark.exe/Shell/Open/Command"_
 const QString FileExtensionsKey = u"Software/Microsoft/Windows/CurrentVersion/Explorer/FileExts/."_qs;
 const QString HandlerClass = u"Quillmark's Helper Menu Handler"_qs;
 const QString NoHandlerMessage = u"8"_qs;
+const QString ProgramPlace = u"program"_qs;
 const QString ShortcutFile = u"Quillmark.desktop"_qs;
 constexpr const char* HandlerKeys[] = {
     "*/shellex/ContextMenuHandlers/Quillmark",
@@ -39,7 +40,10 @@ QString classOf(const QString& extension) {
 }  // namespace
 
 ShellIntegration::ShellIntegration(RegistryStore& store, ShowMessage showMessage, DesktopFolders folders)
-    : m_store(store), m_showMessage(std::move(showMessage)), m_folders(std::move(folders)) {}
+    : m_store(store),
+      m_showMessage(std::move(showMessage)),
+      m_folders(std::move(folders)),
+      m_associations(store, m_folders) {}
 
 QString ShellIntegration::programFolder() const {
     return QFileInfo(m_folders.program).path();
@@ -70,9 +74,11 @@ void ShellIntegration::RegisterExtension(const QString& pExt, const QString& pDe
     setClassText(name + u"/Shell"_qs, {});
     setClassText(name + u"/Shell/Open"_qs, {});
     setClassText(name + u"/Shell/Open/Command"_qs, command());
+    m_associations.add(pExt, pDesc, pUseIcon);
 }
 
 void ShellIntegration::UnregisterExtension(const QString& pExt) {
+    m_associations.remove(pExt);
     const QString key = extensionKey(pExt);
     RegistryValue found;
     if (m_store.readValue(HKEY_CLASSES_ROOT, key, ContentType, found) != RegistryCode::Ok)
@@ -89,7 +95,7 @@ QString ShellIntegration::DescribeExtension(const QString& pExt) {
 
 bool ShellIntegration::IsOurAssociation(const QString& pExt) {
     const QString name = GetRegString(m_store, HKEY_CLASSES_ROOT, extensionKey(pExt), DefaultValue);
-    return name.startsWith(u"Quillmark");
+    return name.startsWith(u"Quillmark") && !m_associations.isTakenOver(pExt);
 }
 
 void ShellIntegration::RegisterShellExtension() {
@@ -97,6 +103,7 @@ void ShellIntegration::RegisterShellExtension() {
     SetRegString(m_store, HKEY_CURRENT_USER, programKey(), u"path"_qs, programPath());
     SetRegString(m_store, HKEY_LOCAL_MACHINE, u"Software/Microsoft/Internet Explorer/View Source Editor/Editor Name"_qs,
                  DefaultValue, programPath());
+    m_associations.addToContextMenu();
     const QString handler = registeredHandler();
     if (handler.isEmpty()) {
         m_showMessage(NoHandlerMessage);
@@ -130,13 +137,13 @@ void ShellIntegration::UnregisterShellExtension() {
     for (const char* key : HandlerKeys)
         DeleteRegKey(m_store, HKEY_CLASSES_ROOT, QString::fromLatin1(key));
     setHandlerState(u"Unregistered"_qs);
+    m_associations.removeFromContextMenu();
 }
 
-/// Empty for an unknown place, and for "other" without a folder.
+/// For the places whose shortcut is a file of its own. Empty for the others, and for "other" without a folder.
 QString ShellIntegration::shortcutPath(const QString& place, const QString& folder) const {
     const std::pair<const char*, const QString&> places[] = {
         {"desktop", m_folders.desktop},
-        {"program", m_folders.applications},
         {"startup", m_folders.autostart},
         {"other", folder},
     };
@@ -148,25 +155,23 @@ QString ShellIntegration::shortcutPath(const QString& place, const QString& fold
 }
 
 bool ShellIntegration::ShortcutExists(const QString& pPlace, const QString& pFolder) {
+    if (pPlace == ProgramPlace)
+        return m_associations.isInMenu();
     return fileExists(shortcutPath(pPlace, pFolder));
 }
 
 void ShellIntegration::CreateAppShortcut(const QString& pPlace, const QString& pFolder) {
     const QString path = shortcutPath(pPlace, pFolder);
-    if (path.isEmpty())
-        return;
-    DesktopEntry entry;
-    entry.name = u"Quillmark"_qs;
-    entry.comment = u"Quillmark Access Shortcut"_qs;
-    entry.program = m_folders.program;
-    entry.workingFolder = programFolder();
-    entry.icon = u"quillmark"_qs;
-    if (DesktopFiles::replace(path, entry.bytes()))
+    if (pPlace == ProgramPlace)
+        m_associations.addToMenu();
+    else if (!path.isEmpty() && DesktopFiles::replace(path, DesktopEntry::ofProgram(m_folders.program).bytes()))
         DesktopFiles::makeExecutable(path);
 }
 
 void ShellIntegration::DeleteAppShortcut(const QString& pPlace, const QString& pFolder) {
-    if (ShortcutExists(pPlace, pFolder))
+    if (pPlace == ProgramPlace)
+        m_associations.removeFromMenu();
+    else if (ShortcutExists(pPlace, pFolder))
         QFile::remove(shortcutPath(pPlace, pFolder));
 }
 

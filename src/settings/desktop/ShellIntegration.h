@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/desktop/DesktopAssociations.h"
 #include "settings/desktop/DesktopFolders.h"
 
 #include <QString>
@@ -9,8 +10,9 @@
 class RegistryStore;
 
 /// Ties the program into the desktop: file types, context menu, shortcuts, theme manifest. What is registered is
-/// written to the settings store, and its real effect to the files of the desktop beside it. Created where it is
-/// needed, over the store, which must outlive it. It does not run the event loop, but for the message.
+/// written to the settings store, and its real effect to the files of the desktop beside it (DesktopAssociations).
+/// Created where it is needed, over the store, which must outlive it. It does not run the event loop, but for the
+/// message.
 ///
 /// Extensions are passed without their dot. Nothing is reported when a write fails; the only message is the one of
 /// RegisterShellExtension.
@@ -56,4 +58,5 @@ class ShellIntegration {
     RegistryStore& m_store;
     ShowMessage m_showMessage;
     DesktopFolders m_folders;
+    DesktopAssociations m_associations;
 };
