@@ -4,6 +4,7 @@
 
 class RegistryStore;
 class Settings;
+class ShellIntegration;
 class ShellServices;
 struct DocumentServices;
 struct Options;
@@ -15,5 +16,6 @@ struct PropertiesServices {
     Settings& settings;
     RegistryStore& registry;
     ShellServices& shell;
+    ShellIntegration& associations;
     ucLangProperties::ShowHelp showHelp;
 };

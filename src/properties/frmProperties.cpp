@@ -3,6 +3,7 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "properties/PropertiesServices.h"
+#include "properties/ucFileAssociation.h"
 #include "properties/ucFileFilter.h"
 #include "properties/ucFont.h"
 #include "properties/ucLangProperties.h"
@@ -39,6 +40,7 @@ frmProperties::frmProperties(const PropertiesServices& services, QWidget* parent
       m_pages(new QTabWidget),
       m_general(new ucPropGeneral(services.settings, services.options, services.shell)),
       m_filters(new ucFileFilter(services.registry)),
+      m_associations(new ucFileAssociation(services.associations, services.registry, services.documents.prompts)),
       m_languages(new ucLangProperties(services.documents, services.showHelp)),
       m_macros(new ucMarco({services.documents.prompts, services.settings, services.documents.globals.hotKeys,
                             services.documents.globals.macros})),
@@ -58,6 +60,7 @@ frmProperties::frmProperties(const PropertiesServices& services, QWidget* parent
 void frmProperties::addPages() {
     addPage("general", tr("&General"), m_general);
     addPage("filefilters", tr("&File Filters"), m_filters);
+    addPage("associate", tr("&Associations"), m_associations);
     addPage("languages", tr("&Languages"), m_languages);
     addPage("macro", tr("Macr&os"), m_macros);
     addPage("editor", tr("&Editor"), m_font);
@@ -120,6 +123,7 @@ void frmProperties::InitValues() {
     m_find->LoadProp();
     m_general->LoadProp();
     m_filters->InitValues();
+    m_associations->InitValues();
     m_font->LoadProp();
     m_languages->InitObjects(false);
     m_macros->LoadMacro();

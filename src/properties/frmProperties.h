@@ -7,6 +7,7 @@
 class QBoxLayout;
 class QPushButton;
 class QTabWidget;
+class ucFileAssociation;
 class ucFileFilter;
 class ucFont;
 class ucLangProperties;
@@ -58,6 +59,7 @@ class frmProperties : public QDialog {
     QTabWidget* m_pages;
     ucPropGeneral* m_general;
     ucFileFilter* m_filters;
+    ucFileAssociation* m_associations;
     ucLangProperties* m_languages;
     ucMarco* m_macros;
     ucFont* m_font;

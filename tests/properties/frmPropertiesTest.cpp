@@ -6,6 +6,7 @@
 #include "properties/ucFont.h"
 #include "settings/FileFilters.h"
 #include "settings/Settings.h"
+#include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/modRegistry.h"
 #include "support/Mnemonics.h"
 #include "support/ScriptedServices.h"
@@ -96,8 +97,9 @@ class PropertiesDialog : public testing::Test {
     RecordedRegistry registry{calls};
     RecordedShell shell{calls};
     Settings settings{registry};
+    ShellIntegration integration{registry, [](const QString&) {}};
     QStringList helpShown;
-    frmProperties dialog{{services.all, services.options, settings, registry, shell,
+    frmProperties dialog{{services.all, services.options, settings, registry, shell, integration,
                           [this](const QString& name) { helpShown << name; }}};
 };
 
@@ -109,6 +111,7 @@ struct Page {
 constexpr Page Pages[] = {
     {"general", "ucPropGeneral1"},
     {"filefilters", "ucFileFilter1"},
+    {"associate", "ucFileAssociation1"},
     {"languages", "ucLangProperties1"},
     {"macro", "ucMarco1"},
     {"editor", "ucFont1"},
@@ -211,6 +214,18 @@ TEST_F(PropertiesDialog, SavesThePagesInTheirOrder) {
     EXPECT_EQ(sections, QStringList({u"search"_qs, u"general"_qs, u"editor"_qs, u"FilenameFilters"_qs}));
     EXPECT_TRUE(index().startsWith("<<KNIT>>\r\n*.wool\r\n"));
     EXPECT_EQ(menu.count(), 1);
+}
+
+TEST_F(PropertiesDialog, AnAssociationIsSavedByItsPageAndNotByTheDialog) {
+    open();
+    on<QComboBox>("ucFileAssociation1", "cmdFileType").setEditText(u".txt"_qs);
+    on<QPushButton>("ucFileAssociation1", "cmdAdd").click();
+    EXPECT_TRUE(calls.contains(u"AssociatedFiles/001/extension=.txt"_qs));
+    EXPECT_FALSE(canApply());
+    on<QLineEdit>("ucFileAssociation1", "txtDesc").setText(u"other"_qs);
+    calls.clear();
+    click("cmdConfirm");
+    EXPECT_EQ(calls, QStringList());
 }
 
 TEST_F(PropertiesDialog, ConfirmSavesAndHides) {

@@ -31,7 +31,8 @@ void ProgramProperties::create() {
     m_integration.emplace(m_registry, [this](const QString& text) { showMessage(text); });
     m_shell.emplace(*m_integration);
     const auto showHelp = [this](const QString& page) { m_help.show(page); };
-    m_dialog = new frmProperties({m_services, m_options, m_settings, m_registry, *m_shell, showHelp}, &m_window);
+    m_dialog = new frmProperties({m_services, m_options, m_settings, m_registry, *m_shell, *m_integration, showHelp},
+                                 &m_window);
     QObject::connect(m_dialog, &frmProperties::UpdateMacroMenu, &m_macroMenu, &MacroMenu::UpdateMacroMenu);
 }
 

@@ -1,3 +1,4 @@
+#include "editor/control/TextControl.h"
 #include "properties/frmProperties.h"
 #include "settings/FileFilters.h"
 #include "shell/FrameFixture.h"
