@@ -2,8 +2,8 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files]
-              [--runs N] [--without-others] [--quick]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,
+              properties] [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
 display of 1280 by 800 with a window manager, looks at the screen from outside and ends the program again.
@@ -45,6 +45,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   results
          a million matches in 100,000 files added to the results of a search with the event loop between portions; all
          opened, closed, checked, removed and cleared. From inside, by ResultsBench.
+  properties
+         the settings dialog, from the command until it is painted: when it is made, and again. From inside, by
+         PropertiesBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -390,6 +393,8 @@ FILES_GOALS = {name: (0, (name + "WithGrep", 1))
 RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
+PROPERTIES_GOALS = {"openForTheFirstTime": (60,), "openAgain": (60,)}
+
 
 def benchGoals(bench, inside, title, goals):
     """The figures of a program that measures from inside, next to the most that they may be."""
@@ -421,7 +426,8 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,"
+                                          "files,properties")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -471,6 +477,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "FilesSearchBench"), "Search across files", FILES_GOALS)
         if "results" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
+        if "properties" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PropertiesBench"), "Settings dialog", PROPERTIES_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

@@ -113,7 +113,7 @@ void ucFont::LoadProp() {
     m_changed = false;
 }
 
-/// A font that is not installed is listed first, as long as it is the chosen one.
+/// A chosen font that is not installed is added at the top of the list.
 void ucFont::showFont() {
     const QScopedValueRollback filling(m_filling, true);
     const QString name = m_sample->FontName();

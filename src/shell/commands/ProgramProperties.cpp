@@ -18,6 +18,11 @@ ProgramProperties::ProgramProperties(QWidget& window, const DocumentServices& se
       m_help(help),
       m_macroMenu(macroMenu) {}
 
+/// The window would destroy the dialog only after the services that its pages use.
+ProgramProperties::~ProgramProperties() {
+    delete m_dialog;
+}
+
 void ProgramProperties::show() {
     if (m_dialog.isNull())
         create();

@@ -17,13 +17,14 @@ class frmProperties;
 struct DocumentServices;
 struct Options;
 
-/// The dialog of the program's settings: created when it is first needed, and kept. Owned by the frame, whose window
-/// owns the dialog.
+/// Owns the dialog of the program's settings: creates it when it is first needed, and keeps it. Owned by the frame.
 class ProgramProperties {
  public:
     /// `window` is the frame.
     ProgramProperties(QWidget& window, const DocumentServices& services, Options& options, Settings& settings,
                       RegistryStore& registry, const HelpPages& help, MacroMenu& macroMenu);
+    ~ProgramProperties();
+    Q_DISABLE_COPY_MOVE(ProgramProperties)
 
     /// Shows the dialog, modal, and runs the event loop until it is hidden.
     void show();

@@ -139,10 +139,10 @@ TEST_F(ProgramPropertiesInTheFrame, BinaryFilesOpenAsTextWhenTheyAreNotChecked) 
     start();
     const QByteArray binary("\0\1\2\3\0\0\0\0", 8);
     open(fileOf(binary, u"a.bin"_qs));
-    EXPECT_FALSE(active()->TextEdit);
+    EXPECT_FALSE(active()->TextEdit());
     inDialog([&] { click("chkCheckHex"); });
     open(fileOf(binary, u"b.bin"_qs));
-    EXPECT_TRUE(active()->TextEdit);
+    EXPECT_TRUE(active()->TextEdit());
 }
 
 TEST_F(ProgramPropertiesInTheFrame, ASaveClearsTheHistoryWhenTheBoxIsTicked) {
