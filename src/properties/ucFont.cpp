@@ -98,6 +98,7 @@ void ucFont::fillSizes() {
     m_size->setInsertPolicy(QComboBox::NoInsert);
     m_size->setCompleter(nullptr);
     m_size->lineEdit()->setMaxLength(SizeDigits);
+    m_size->setMinimumContentsLength(SizeDigits + 1);
     for (const int size : Sizes)
         m_size->addItem(QString::number(size));
     // What is no size gives way to the one that the sample has.
