@@ -50,6 +50,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   spelling
          the first mistake, at the end of 1 MB of text of as many different words as can be, from when the dictionary is
          loaded; loading it; the suggestions for a word. From inside, by SpellingBench.
+  properties
+         the settings dialog, from the command until it is painted: when it is made, and again. From inside, by
+         PropertiesBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -398,6 +401,7 @@ RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
 SPELLING_GOALS = {"first mistake at the end of 1 MB": (200,)}
+PROPERTIES_GOALS = {"openForTheFirstTime": (60,), "openAgain": (60,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -484,6 +488,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
         if "spelling" in wanted.only:
             benchGoals(bench, str(build / "bench" / "SpellingBench"), "Spelling", SPELLING_GOALS)
+        if "properties" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PropertiesBench"), "Settings dialog", PROPERTIES_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

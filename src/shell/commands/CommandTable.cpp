@@ -91,7 +91,7 @@ constexpr CommandRow Commands[] = {
     {"mnuSaveEncoding", "mnuNoBOM", "No Byte Order Mark (BOM)", "", "", on(&File::SaveNoBom)},
     {"mnuFile", "mnuFileSaveAll", "Save A&ll", "", "saveall", on(&File::SaveAll)},
     gap("mnuFile", "mnuSep06"),
-    {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Rooms::ShowProperties)},
+    {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Frame::ShowProperties)},
     gap("mnuFile", "mnuFileBar1"),
     {"mnuFile", "mnuFilePageSetup", "Page Set&up...", "", "", on(&Frame::SetUpPage)},
     {"mnuFile", "mnuFilePrintPreview", "Print Preview", "", "", on(&Frame::PreviewPrint), Always, false, false},

@@ -3,6 +3,7 @@
 class FindBar;
 class HelpPages;
 class MacroMenu;
+class ProgramProperties;
 class QString;
 class QWidget;
 class RoomsToCome;
@@ -16,7 +17,7 @@ class FrameCommands {
  public:
     /// `window` is the frame.
     FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RoomsToCome& rooms,
-                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu);
+                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu, ProgramProperties& properties);
 
     void FindNext();
     void FindPrevious();
@@ -29,6 +30,8 @@ class FrameCommands {
     void SetUpPage();
     /// Has no behaviour yet but its message; its entry is not shown.
     void PreviewPrint();
+    /// The settings of the program.
+    void ShowProperties();
     void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();
@@ -43,7 +46,7 @@ class FrameCommands {
 
  private:
     /// Of a file; a document without a file has none.
-    void showProperties(const QString& path);
+    void showFileProperties(const QString& path);
 
     QWidget& m_window;
     const DocumentServices& m_services;
@@ -52,4 +55,5 @@ class FrameCommands {
     FindBar& m_findBar;
     SearchToggles& m_searchToggles;
     MacroMenu& m_macroMenu;
+    ProgramProperties& m_properties;
 };

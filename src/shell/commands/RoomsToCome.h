@@ -9,7 +9,6 @@ class RoomsToCome {
     virtual ~RoomsToCome() = default;
 
     // Dialogs.
-    virtual void ShowProperties() {}
     virtual void ShowAbout() {}
     /// Has the user choose the language of the program, and stores it.
     virtual void ChooseLanguage() {}

@@ -16,6 +16,7 @@
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/PanelRequests.h"
+#include "shell/commands/ProgramProperties.h"
 #include "shell/commands/ProjectCommands.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/commands/SlotCommands.h"
@@ -109,6 +110,7 @@ struct House {
     MacroMenu macroMenu;
     FileCommands fileCommands;
     ViewCommands viewCommands;
+    ProgramProperties programProperties;
     FrameCommands frameCommands;
     FavoriteCommands favoriteCommands;
 

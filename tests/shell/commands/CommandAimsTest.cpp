@@ -73,6 +73,7 @@ TEST(CommandAims, ViewCommandsAimAtTheirProcedures) {
 TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     using Frame = FrameCommands;
     static constexpr Aim<void (Frame::*)()> Aims[] = {
+        {"mnuFileProperties", &Frame::ShowProperties},
         {"mnuFindNext", &Frame::FindNext},
         {"mnuFindPrevious", &Frame::FindPrevious},
         {"mnuAnsiTable", &Frame::ShowAnsiTable},
@@ -121,7 +122,6 @@ TEST(CommandAims, CommandsOfTheSearchAcrossFilesAimAtTheirCalls) {
 TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
     using Rooms = RoomsToCome;
     static constexpr Aim<void (Rooms::*)()> Aims[] = {
-        {"mnuFileProperties", &Rooms::ShowProperties},
         {"mnuWindowDirectory", &Rooms::OpenWindowsDirectory},
         {"mnuSystemDirectory", &Rooms::OpenSystemDirectory},
         {"mnuDesktop", &Rooms::OpenDesktop},
