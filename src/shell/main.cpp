@@ -1,10 +1,13 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
+#include "platform/InstanceLock.h"
 #include "platform/Paths.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
+#include "shell/start/HandOverEndpoint.h"
+#include "shell/start/HandOverSender.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
@@ -27,27 +30,34 @@ PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
 }
 
-/// The process's own duties. Registering the program with the desktop and passing paths to a running instance are still
-/// to come: the first does nothing yet, and no running instance is ever found.
+/// The process's own duties. Registering the program with the desktop is still to come and does nothing yet.
 class Program : public StartDuties {
  public:
-    Program(char* name, QString tail) : m_arguments{name, nullptr}, m_tail(std::move(tail)) {}
+    Program(char* name, QString tail, QStringList arguments)
+        : m_name{name, nullptr}, m_tail(std::move(tail)), m_arguments(std::move(arguments)) {}
 
     void RegisterShellExtension() override {}
     void UnregisterShellExtension() override {}
-    bool previousInstanceRuns() override { return false; }
-    bool handOver(const QString&) override { return false; }
+    bool previousInstanceRuns() override {
+        makeRuntimeFolder();  // without one there is no other instance to be found
+        return m_sender.previousInstanceRuns();
+    }
+    bool handOver(const QStringList& paths) override { return m_sender.send(paths); }
 
     int runFrame() override {
+        becomeInstance();
         int count = 1;
-        QApplication application(count, m_arguments);
+        QApplication application(count, m_name);
         QApplication::setApplicationName(u"quillmark"_qs);
         QApplication::setApplicationDisplayName(QString());
         PlaceholderColour::follow();
         SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
         QtPrompts prompts;
         RoomsToCome rooms;
-        frmMain frame({prompts, registry, makeExplorer, rooms, m_tail, {}});
+        FrameServices services{prompts, registry, makeExplorer, rooms, m_tail, {}};
+        services.arguments = m_arguments;
+        services.instanceLock = &m_lock;
+        frmMain frame(services);
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
@@ -55,8 +65,18 @@ class Program : public StartDuties {
     }
 
  private:
-    char* m_arguments[2];
+    /// Before anything that takes time: a later start then waits for this one.
+    void becomeInstance() {
+        makeRuntimeFolder();
+        if (!CommandLine::staysApart(m_tail))
+            m_lock.tryToTake();
+    }
+
+    char* m_name[2];
     QString m_tail;
+    QStringList m_arguments;
+    InstanceLock m_lock{HandOverEndpoint::lockIn(runtimeFolder())};
+    HandOverSender m_sender{m_lock, HandOverEndpoint::socketIn(runtimeFolder())};
 };
 
 }  // namespace
@@ -65,6 +85,7 @@ int main(int count, char** arguments) {
     forgetRelativeFolders();
     const QString tail = CommandLine::tailOf(count, arguments);
     char noName[] = "quillmark";
-    Program program(count > 0 ? arguments[0] : noName, tail);
-    return runMain(tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()}, program);
+    const QStringList parts = CommandLine::argumentsOf(count, arguments);
+    Program program(count > 0 ? arguments[0] : noName, tail, parts);
+    return runMain(tail, {IsFolderPath, QDir::currentPath(), fileExists, parts}, program);
 }

@@ -4,9 +4,11 @@
 #include "platform/Folders.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
+class InstanceLock;
 class PanelLink;
 class Prompts;
 class RegistryStore;
@@ -29,4 +31,7 @@ struct FrameServices {
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
     FileLookup::Exists fileExists = ::fileExists;
+    QStringList arguments = {};  ///< of which the tail was made
+    /// By which later starts find this instance; null: they do not. Longer-lived than the frame.
+    InstanceLock* instanceLock = nullptr;
 };

@@ -28,11 +28,11 @@ LoadOrder inLoad(const char* tail) {
 }
 
 MainOrder document(const char* path) {
-    return {Main::Document, QString::fromUtf8(path)};
+    return {Main::Document, {QString::fromUtf8(path)}};
 }
 
 LoadOrder opens(const char* path) {
-    return {Load::Document, QString::fromUtf8(path), true, false};
+    return {Load::Document, {QString::fromUtf8(path)}, true, false};
 }
 
 }  // namespace
@@ -124,17 +124,17 @@ TEST(CommandLineInLoad, ABlankBehindTheSwitchMakesItADocument) {
 }
 
 TEST(CommandLineInLoad, QuotesAloneOpenNothingButKeepTheSessionAway) {
-    EXPECT_EQ(inLoad("\"\""), (LoadOrder{Load::Document, QString(), true, false}));
+    EXPECT_EQ(inLoad("\"\""), (LoadOrder{Load::Document, {QString()}, true, false}));
 }
 
 TEST(CommandLineInLoad, FoldersAndListsGoToTheSearchAsTheyStand) {
-    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, u"src"_qs, true, false}));
-    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, u"a b;c"_qs, true, false}));
-    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, u"x;y.qmp"_qs, true, false}));
+    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, {u"src"_qs}, true, false}));
+    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, {u"a b;c"_qs}, true, false}));
+    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, {u"x;y.qmp"_qs}, true, false}));
 }
 
 TEST(CommandLineInLoad, AProjectIsKnownByItsEndInAnyCase) {
-    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, u"/home/u/w.qmp"_qs, true, false}));
+    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, {u"/home/u/w.qmp"_qs}, true, false}));
     EXPECT_EQ(inLoad("w.qmp "), opens("/home/u/w.qmp "));
 }
 
