@@ -110,9 +110,10 @@ std::vector<FrameStep> frmMain::loadSteps() {
          }},
         {"hookOpenCheck",
          [&house, hooked = order.hooked] {
+             const auto activated = [&house] { house.diskCheck.applicationActivated(); };
+             const auto arrived = [&house](const QString& path) { house.queue.OpenFileFromCmd(path); };
              if (hooked)
-                 house.openCheck->Hook([&house] { house.diskCheck.applicationActivated(); },
-                                       [&house](const QString& path) { house.queue.OpenFileFromCmd(path); });
+                 house.openCheck->Hook(activated, arrived);
              yieldOnce();
          }},
         {"readFirstSettings", [&house] { readFirstSettings(house); }},
