@@ -139,7 +139,12 @@ QString temporaryFolder() {
 
 QString runtimeFolder() {
     const QString folder = folderFromEnvironment("XDG_RUNTIME_DIR");
-    return isWritableFolder(folder) ? folder : temporaryFolder();
+    return isWritableFolder(folder) && !isTakenByOthers(folder + u'/') ? folder : temporaryFolder();
+}
+
+SystemError makeRuntimeFolder() {
+    const QString folder = runtimeFolder();
+    return folder == temporaryFolder() ? makePrivateFolder(folder) : SystemError();
 }
 
 SystemError makeFolder(const QString& path) {

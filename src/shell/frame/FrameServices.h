@@ -5,9 +5,11 @@
 #include "platform/Folders.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
+class InstanceLock;
 class PanelLink;
 class Prompts;
 class RegistryStore;
@@ -31,4 +33,7 @@ struct FrameServices {
     QString shareFolder = ::shareFolder();
     FileLookup::Exists fileExists = ::fileExists;
     PrintDialogs& printDialogs = PrintDialogs::shown();
+    QStringList arguments = {};  ///< of which the tail was made
+    /// By which later starts find this instance; null: they do not. Longer-lived than the frame.
+    InstanceLock* instanceLock = nullptr;
 };
