@@ -94,7 +94,6 @@ class NotedRooms : public RoomsToCome {
     QStringList take() { return std::exchange(calls, {}); }
 
     void ShowProperties() override { note(u"ShowProperties"_qs); }
-    void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
 
  private:
     void note(const QString& call) {

@@ -6,6 +6,7 @@ class FavoriteCommands;
 class FileCommands;
 class FileSearches;
 class FrameCommands;
+class OutsideCommands;
 class ProjectCommands;
 class RoomsToCome;
 class ViewCommands;
@@ -17,6 +18,7 @@ struct CommandTarget {
     void (FileCommands::*file)() = nullptr;
     void (ViewCommands::*view)() = nullptr;
     void (FrameCommands::*frame)() = nullptr;
+    void (OutsideCommands::*outside)() = nullptr;
     void (FavoriteCommands::*favorite)() = nullptr;
     void (ProjectCommands::*project)() = nullptr;
     void (FileSearches::*search)() = nullptr;
@@ -24,8 +26,8 @@ struct CommandTarget {
     void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
-        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && project == nullptr &&
-               search == nullptr && document == nullptr && room == nullptr;
+        return file == nullptr && view == nullptr && frame == nullptr && outside == nullptr && favorite == nullptr &&
+               project == nullptr && search == nullptr && document == nullptr && room == nullptr;
     }
 };
 

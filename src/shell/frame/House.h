@@ -15,6 +15,7 @@
 #include "shell/commands/ListMenus.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/OutsideCommands.h"
 #include "shell/commands/PanelRequests.h"
 #include "shell/commands/ProjectCommands.h"
 #include "shell/commands/SearchToggles.h"
@@ -110,6 +111,7 @@ struct House {
     FileCommands fileCommands;
     ViewCommands viewCommands;
     FrameCommands frameCommands;
+    OutsideCommands outsideCommands;
     FavoriteCommands favoriteCommands;
 
     // The side panel, and what works with it

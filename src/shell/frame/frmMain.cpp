@@ -147,6 +147,8 @@ void frmMain::run(const CommandTarget& target) {
         (h.viewCommands.*target.view)();
     else if (target.frame != nullptr)
         (h.frameCommands.*target.frame)();
+    else if (target.outside != nullptr)
+        (h.outsideCommands.*target.outside)();
     else if (target.favorite != nullptr)
         (h.favoriteCommands.*target.favorite)();
     else if (target.project != nullptr)
