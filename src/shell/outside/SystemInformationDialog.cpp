@@ -21,8 +21,8 @@ SystemInformationDialog::SystemInformationDialog(const QString& text, QWidget* p
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setTabChangesFocus(true);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
-    QPushButton* close = buttons->button(QDialogButtonBox::Close);
+    auto* buttons = new QDialogButtonBox;
+    QPushButton* close = buttons->addButton(u"Close"_qs, QDialogButtonBox::RejectRole);
     close->setObjectName(u"cmdClose"_qs);
     close->setDefault(true);
     QPushButton* copy = buttons->addButton(u"&Copy All"_qs, QDialogButtonBox::ActionRole);

@@ -17,6 +17,7 @@ namespace {
 
 constexpr int PictureSize = 64;
 constexpr int TextWidth = 360;
+constexpr int SmallGap = 6;
 constexpr double TitleSize = 1.8;  ///< of the font of the desktop
 
 QLabel* label(const QString& name, const QString& text) {
@@ -51,6 +52,7 @@ QLabel* picture() {
 
 QHBoxLayout* versionRow() {
     auto* row = new QHBoxLayout;
+    row->setSpacing(SmallGap);
     row->addWidget(label(u"lblVersion"_qs, u"Version "_qs + Product::version()));
     row->addWidget(label(u"lbVersion"_qs, u'(' + Product::buildNumber() + u')'));
     row->addStretch();
@@ -73,7 +75,9 @@ frmAbout::frmAbout(SystemText systemText, Prompts& prompts, QWidget* parent)
     texts->addLayout(versionRow());
     texts->addSpacing(fontMetrics().height());
     texts->addWidget(wrappedLabel(u"lblDescription"_qs, u"Text and hex editor for programmers."_qs));
+    texts->addSpacing(SmallGap);
     texts->addWidget(wrappedLabel(u"lblLicence"_qs, licence()));
+    texts->addSpacing(SmallGap);
     texts->addWidget(makeLink(), 0, Qt::AlignLeft);
     texts->addSpacing(fontMetrics().height());
 
