@@ -1,9 +1,8 @@
-# What the About box and the commands of the Help menu show and open, beside the version of the project. Whoever builds
-# the program for others sets these three: -DQUILLMARK_WEB_ADDRESS=... The domain "example" is kept free for such cases, so
-# that without them nobody's page is opened and nobody's mailbox is filled by mistake.
+# What the About box and the commands of the Help menu show and open, beside the version of the project. Whoever builds the
+# program for others, and answers for it, sets these: -DQUILLMARK_WEB_ADDRESS=...
 
-set(QUILLMARK_WEB_ADDRESS "https://quillmark.example/" CACHE STRING "Web address of the product")
-set(QUILLMARK_MAIL_ADDRESS "support@quillmark.example" CACHE STRING "Mail address of those who answer questions about it")
+set(QUILLMARK_WEB_ADDRESS "https://quillmark.org/" CACHE STRING "Web address of the product")
+set(QUILLMARK_MAIL_ADDRESS "developers@quillmark.org" CACHE STRING "Mail address of those who answer questions about it")
 set(QUILLMARK_BUILD_NUMBER "" CACHE STRING "Number of the build; empty: the number of commits, or 0 without git")
 
 # quillmark_product(SOURCE): compile the source with these as macros.
