@@ -5,6 +5,7 @@
 #include "shell/bars/FindBar.h"
 #include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
+#include "shell/bars/StatusPanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandTable.h"
@@ -51,6 +52,16 @@ QToolBar& makeToolBar(CoolBar& coolBar) {
     bar->setObjectName(u"tbToolBar"_qs);
     bar->setIconSize(QSize(16, 16));
     return *bar;
+}
+
+/// Tab leads from the find bar, which F6 reaches, to the panels of the status bar, from the first to the last.
+void orderByTab(QWidget* findBar, const QStatusBar& statusBar) {
+    QWidget* before = findBar;
+    const QList<StatusPanel*> panels = statusBar.findChildren<StatusPanel*>();
+    for (StatusPanel* panel : panels) {
+        QWidget::setTabOrder(before, panel);
+        before = panel;
+    }
 }
 
 }  // namespace
@@ -108,4 +119,5 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       drops(window, panel, opening) {
     sidePanel.hold(panel.widget());
     new WindowMenu(*entries.menu("mnuWindow"), children);
+    orderByTab(findBar.widget(), *window.statusBar());
 }

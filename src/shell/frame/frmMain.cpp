@@ -127,6 +127,10 @@ void frmMain::connectListeners() {
     connect(&h.macroMenu, &MacroMenu::recordingChanged, &h.status, &StatusPanels::ShowRecording);
     connect(&h.status, &StatusPanels::textWanted, this,
             [this, &h](const QString& text) { h.prompts.message(this, text); });
+    connect(&h.status, &StatusPanels::left, this, [&h] {
+        if (frmDocument* document = h.active.get())
+            document->setFocus();
+    });
     connect(&h.tabs, &DocumentTabs::chosen, this,
             [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
     connect(&h.sidePanel, &SidePanel::shownChanged, this,

@@ -201,4 +201,30 @@ TEST_F(OutsideCommandsTest, EveryPanelOfTheStatusBarShowsItsTextInABox) {
     EXPECT_EQ(m_prompts.messages, QStringList(u"5"_qs));
 }
 
+TEST_F(OutsideCommandsTest, TheKeyboardReachesThePanelsOfTheStatusBarFromTheFindBar) {
+    start();
+    open(fileOf("12345"));
+    m_frame->activateWindow();
+    QTest::keyClick(m_frame.get(), Qt::Key_F6);
+    for (int panel = 1; panel <= 4; ++panel) {
+        m_prompts.messages.clear();
+        QTest::keyClick(m_frame->focusWidget(), Qt::Key_Tab);
+        QWidget* reached = m_frame->focusWidget();
+        EXPECT_EQ(reached->objectName(), u"sbStatusBar(%1)"_qs.arg(panel));
+        EXPECT_FALSE(reached->accessibleDescription().isEmpty());
+        QTest::keyClick(reached, panel % 2 == 0 ? Qt::Key_Return : Qt::Key_Space);
+        EXPECT_EQ(m_prompts.messages, QStringList(house().status.text(panel)));
+    }
+    QTest::keyClick(m_frame->focusWidget(), Qt::Key_Escape);
+    EXPECT_TRUE(active()->isAncestorOf(m_frame->focusWidget()));
+}
+
+TEST_F(OutsideCommandsTest, APanelOfTheStatusBarShowsThatItHasTheKeyboard) {
+    start();
+    auto* panel = m_frame->findChild<QWidget*>(u"sbStatusBar(2)"_qs);
+    const QImage without = panel->grab().toImage();
+    panel->setFocus(Qt::TabFocusReason);
+    EXPECT_NE(panel->grab().toImage(), without);
+}
+
 #include "OutsideCommandsTest.moc"
