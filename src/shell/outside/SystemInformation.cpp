@@ -4,6 +4,7 @@
 #include "platform/Product.h"
 
 #include <QApplication>
+#include <QFont>
 #include <QLocale>
 #include <QScreen>
 #include <QStyle>
