@@ -2,11 +2,13 @@
 
 #include "document/PositionReport.h"
 #include "document/SaveFormats.h"
+#include "platform/FileState.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ContextMenus;
@@ -79,6 +81,9 @@ class frmDocument : public QWidget {
     Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
+    /// Whether the file is there with other bytes than those last loaded, saved, or told of by FileNeedToReload().
+    /// Unlike that it sees a change within the same second.
+    Q_INVOKABLE bool IsChangedOnDisk() const;
     Q_INVOKABLE void ChangeToReadOnly();
     /// Of the visible view: the text view can be locked by itself, when its control can only show the text.
     bool Locked() const;
@@ -257,6 +262,7 @@ class frmDocument : public QWidget {
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
+    std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;

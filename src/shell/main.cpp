@@ -1,6 +1,9 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "platform/Paths.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
+#include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
@@ -15,6 +18,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -27,24 +31,43 @@ PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
 }
 
-/// The process's own duties. Registering the program with the desktop and passing paths to a running instance are still
-/// to come: the first does nothing yet, and no running instance is ever found.
+QString registryPath() {
+    return configFolder() + QLatin1String("/registry.db");
+}
+
+/// A message of a process without a window.
+void writeToStandardError(const QString& text) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+/// The process's own duties. Passing paths to a running instance is still to come: no running instance is ever found.
 class Program : public StartDuties {
  public:
     Program(char* name, QString tail) : m_arguments{name, nullptr}, m_tail(std::move(tail)) {}
 
-    void RegisterShellExtension() override {}
-    void UnregisterShellExtension() override {}
+    void RegisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration desktop(registry, writeToStandardError);
+        desktop.RegisterShellExtension();
+        desktop.RegisterExtension(u"qmp"_qs, u"Quillmark Project"_qs, true, true);
+    }
+    void UnregisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration(registry, writeToStandardError).UnregisterShellExtension();
+    }
     bool previousInstanceRuns() override { return false; }
     bool handOver(const QString&) override { return false; }
 
     int runFrame() override {
+        SaveRecovery(SaveRecords::saveRecordFolder()).run();
+        SaveRecords saveRecords;
+        WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
         QApplication application(count, m_arguments);
         QApplication::setApplicationName(u"quillmark"_qs);
         QApplication::setApplicationDisplayName(QString());
         PlaceholderColour::follow();
-        SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
+        SqliteRegistry registry(registryPath());
         QtPrompts prompts;
         RoomsToCome rooms;
         frmMain frame({prompts, registry, makeExplorer, rooms, m_tail, {}});

@@ -80,7 +80,7 @@ void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
             house.projects.OpenProject(order.text);
             break;
         case Kind::SearchFolders:
-            house.searches.ShowSearchInFiles(order.text);
+            house.searches.searchAfterLoad(order.text);
             break;
     }
 }
