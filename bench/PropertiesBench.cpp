@@ -5,7 +5,6 @@
 #include "platform/Folders.h"
 #include "properties/frmProperties.h"
 #include "settings/registry/SqliteRegistry.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/frame/FrameServices.h"
 #include "shell/frame/frmMain.h"
 #include "widgets/QtPrompts.h"
@@ -32,11 +31,9 @@ struct Shown {
     QTemporaryDir own;
     QtPrompts prompts;
     SqliteRegistry registry{own.filePath(u"registry.db"_qs)};
-    RoomsToCome rooms;
     frmMain frame{{prompts,
                    registry,
                    [](const WorkspaceServices& services) -> PanelLink& { return *new ucExplorer(services); },
-                   rooms,
                    {},
                    {},
                    own.path(),

@@ -6,7 +6,6 @@
 #include "recovery/saves/SaveRecovery.h"
 #include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
 #include "shell/start/HandOverEndpoint.h"
@@ -77,8 +76,7 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(registryPath());
         QtPrompts prompts;
-        RoomsToCome rooms;
-        FrameServices services{prompts, registry, makeExplorer, rooms, m_tail, {}};
+        FrameServices services{prompts, registry, makeExplorer, m_tail, {}};
         services.arguments = m_arguments;
         services.instanceLock = &m_lock;
         frmMain frame(services);

@@ -3,11 +3,11 @@
 #include "document/DocumentServices.h"
 #include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
+#include "properties/LanguageChooser.h"
 #include "properties/fmrLangProperties.h"
 #include "shell/bars/FindBar.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/ProgramProperties.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/outside/Calculator.h"
 #include "shell/outside/HelpPages.h"
@@ -18,12 +18,12 @@
 #include <QWidget>
 
 FrameCommands::FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help,
-                             RoomsToCome& rooms, FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu,
-                             ProgramProperties& properties)
+                             RegistryStore& registry, FindBar& findBar, SearchToggles& searchToggles,
+                             MacroMenu& macroMenu, ProgramProperties& properties)
     : m_window(window),
       m_services(services),
       m_help(help),
-      m_rooms(rooms),
+      m_registry(registry),
       m_findBar(findBar),
       m_searchToggles(searchToggles),
       m_macroMenu(macroMenu),
@@ -91,10 +91,6 @@ void FrameCommands::ShowConvertor() {
     ToolForms::ShowConvertor(&m_window);
 }
 
-void FrameCommands::StartCalculator() {
-    Calculator::start();
-}
-
 void FrameCommands::showFileProperties(const QString& path) {
     if (!path.isEmpty())
         ::ShowProperties(path, m_services.prompts, &m_window);
@@ -104,5 +100,6 @@ void FrameCommands::answerRequests(const frmDocument& document) {
     QObject::connect(&document, &frmDocument::PropertiesRequest, &m_window,
                      [this](const QString& path) { showFileProperties(path); });
     QObject::connect(&document, &frmDocument::CalculatorRequest, &m_window, [] { Calculator::start(); });
-    QObject::connect(&document, &frmDocument::LanguageRequest, &m_window, [this] { m_rooms.ChooseLanguage(); });
+    QObject::connect(&document, &frmDocument::LanguageRequest, &m_window,
+                     [this] { LanguageChooser::choose(m_registry, &m_window); });
 }

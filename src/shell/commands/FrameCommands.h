@@ -6,17 +6,17 @@ class MacroMenu;
 class ProgramProperties;
 class QString;
 class QWidget;
-class RoomsToCome;
+class RegistryStore;
 class SearchToggles;
 class frmDocument;
 struct DocumentServices;
 
-/// The commands that search, use macros and languages, or open a tool, and the requests of documents to the frame.
+/// The commands that search, use macros and languages, or open a form, and the requests of documents to the frame.
 /// Owned by the frame; forwards the calls and decides nothing.
 class FrameCommands {
  public:
     /// `window` is the frame.
-    FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RoomsToCome& rooms,
+    FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RegistryStore& registry,
                   FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu, ProgramProperties& properties);
 
     void FindNext();
@@ -39,7 +39,6 @@ class FrameCommands {
 
     void ShowAnsiTable();
     void ShowConvertor();
-    void StartCalculator();
 
     /// From now on the requests of a new document are handled.
     void answerRequests(const frmDocument& document);
@@ -51,7 +50,7 @@ class FrameCommands {
     QWidget& m_window;
     const DocumentServices& m_services;
     const HelpPages& m_help;
-    RoomsToCome& m_rooms;
+    RegistryStore& m_registry;
     FindBar& m_findBar;
     SearchToggles& m_searchToggles;
     MacroMenu& m_macroMenu;

@@ -13,7 +13,6 @@ class InstanceLock;
 class PanelLink;
 class Prompts;
 class RegistryStore;
-class RoomsToCome;
 struct WorkspaceServices;
 
 /// The services that the frame uses; it owns none of them.
@@ -24,7 +23,6 @@ struct FrameServices {
     Prompts& prompts;
     RegistryStore& registry;
     PanelMaker makePanel;
-    RoomsToCome& rooms;
     QString tail;  ///< command line tail, untrimmed
     /// Called with the name of each step of start and end as it begins; may be empty.
     std::function<void(const char* step)> noted;

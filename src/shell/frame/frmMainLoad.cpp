@@ -1,5 +1,4 @@
-// The load sequence of the frame, as named steps in their order. The steps of rooms that are not built yet are calls
-// into RoomsToCome.
+// The load sequence of the frame, as named steps in their order.
 
 #include "editor/control/ControlLook.h"
 #include "platform/Paths.h"
@@ -11,7 +10,6 @@
 #include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"

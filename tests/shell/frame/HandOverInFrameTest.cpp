@@ -17,7 +17,7 @@ namespace {
 class HandOverInFrame : public FrameFixture {
  protected:
     void startAsInstance(const QString& tail = {}, const QStringList& arguments = {}) {
-        FrameServices services{m_prompts,     m_registry,  m_makePanel, m_rooms, tail, {}, m_programFolder.path(),
+        FrameServices services{m_prompts,     m_registry,  m_makePanel, tail, {}, m_programFolder.path(),
                                m_shareFolder, m_fileExists};
         services.arguments = arguments;
         services.instanceLock = &m_lock;
