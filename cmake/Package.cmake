@@ -27,6 +27,6 @@ and notices when another program changed an open file. All commands are
 within reach of the keyboard.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, hunspell-en-us | hunspell-dictionary, shared-mime-info")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-dejavu-core, hunspell-en-us | hunspell-dictionary, shared-mime-info, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "desktop-file-utils, qt6-wayland")
 include(CPack)
