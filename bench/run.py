@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,handover,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files]
+              [--only start,session,handover,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -45,9 +45,14 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          a project of 200 documents of 10 KB, beside the same files opened one by one. From inside, by ProjectBench.
   files   a text searched in 75,000 files of 1.2 GB, beside grep and, where it is installed, ripgrep; a word replaced in
           10,000 files, beside sed. From inside, by FilesSearchBench.
+  print  100,000 lines of source into a PDF file, beside the same by the library's own printer; how long until the pages are
+         counted, and the longest time without a look at Cancel. From inside, by PrintBench.
   results
          a million matches in 100,000 files added to the results of a search with the event loop between portions; all
          opened, closed, checked, removed and cleared. From inside, by ResultsBench.
+  spelling
+         the first mistake, at the end of 1 MB of text of as many different words as can be, from when the dictionary is
+         loaded; loading it; the suggestions for a word. From inside, by SpellingBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -426,8 +431,12 @@ PROJECT_GOALS = {"openProject": (0, ("openOneByOne", 1.5))}
 # What grep takes for the same files; ripgrep is not installed everywhere.
 FILES_GOALS = {name: (0, (name + "WithGrep", 1))
                for name in ("literal", "ignoringCase", "wholeWord", "expression", "rareWord")}
+# The library's printer counts no pages and shows no progress.
+PRINT_GOALS = {"printLines": (0, ("printLinesByTheLibrary", 1.5))}
 RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
+
+SPELLING_GOALS = {"first mistake at the end of 1 MB": (200,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -460,7 +469,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,handover,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files")
+    parser.add_argument("--only", default="start,session,handover,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -510,8 +519,12 @@ def main():
             benchGoals(bench, str(build / "bench" / "ProjectBench"), "Projects", PROJECT_GOALS)
         if "files" in wanted.only:
             benchGoals(bench, str(build / "bench" / "FilesSearchBench"), "Search across files", FILES_GOALS)
+        if "print" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PrintBench"), "Printing", PRINT_GOALS)
         if "results" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
+        if "spelling" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "SpellingBench"), "Spelling", SPELLING_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

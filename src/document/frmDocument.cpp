@@ -44,6 +44,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     : gParent(parent),
       m_prompts(services.prompts),
       m_options(services.options),
+      m_services(services),
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
       m_views{m_text, m_hex.get()} {
@@ -131,14 +132,17 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     yieldOnce();
     if (!alive)
         return false;
+    const std::optional<FileState> state = FileState::of(path);
     const bool loaded = view.load(path);
     if (!alive)
         return false;
     if (!loaded && m_holder == &view)
         m_holder = nullptr;
     // A load that yields may have been overtaken by one into the other view.
-    if (loaded && &visibleView() == &view)
+    if (loaded && &visibleView() == &view) {
         takeFile(path, readOnly);
+        m_fileState = state;
+    }
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     gParent->SetEditModeIcon(this);
@@ -166,6 +170,8 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     }
     if (saved)
         takeSaved(pFilename, view);
+    if (pFilename == filename)
+        m_fileState = FileState::of(filename);  // after a failure too: it may be partly written
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();
@@ -200,6 +206,7 @@ void frmDocument::ReloadFile() {
 void frmDocument::ReloadTextFile(const QString& pFilename, int pFormat) {
     const QPointer<frmDocument> alive(this);
     const bool before = Locked();
+    m_fileState = FileState::of(pFilename);
     if (TextEdit())
         m_text->ReloadFile(pFilename, false, pFormat);
     if (alive && Locked() != before)  // a text with lines too long for the control is locked
@@ -239,7 +246,18 @@ bool frmDocument::FileNeedToReload() {
 bool frmDocument::askToReload() {
     m_hex->finishTyping();
     const QString loss = isChange ? u"Unsaved changes will be lost."_qs : QString();
-    return m_prompts.askYesNo(this, u"'%1' has been changed, do you want to reload it."_qs.arg(filename), {}, loss);
+    const QPointer<frmDocument> alive(this);
+    const std::optional<FileState> told = FileState::of(filename);
+    const QString question = u"'%1' has been changed, do you want to reload it."_qs.arg(filename);
+    const bool reloads = m_prompts.askYesNo(this, question, {}, loss);
+    if (alive)
+        m_fileState = told;
+    return reloads;
+}
+
+bool frmDocument::IsChangedOnDisk() const {
+    const std::optional<FileState> now = filename.isEmpty() || !m_fileState ? std::nullopt : FileState::of(filename);
+    return now && !now->hasSameBytesAs(*m_fileState);
 }
 
 void frmDocument::ChangeToReadOnly() {

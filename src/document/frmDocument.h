@@ -2,11 +2,13 @@
 
 #include "document/PositionReport.h"
 #include "document/SaveFormats.h"
+#include "platform/FileState.h"
 
 #include <QPointer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ContextMenus;
@@ -79,6 +81,9 @@ class frmDocument : public QWidget {
     Q_INVOKABLE void ReloadTextFile(const QString& pFilename, int pFormat = SaveFormats::AsLoaded);
     void LastUpdateTime(QString& pLastUpdate, QString& pFileSize) const;
     Q_INVOKABLE bool FileNeedToReload();
+    /// Whether the file is there with other bytes than those last loaded, saved, or told of by FileNeedToReload().
+    /// Unlike that it sees a change within the same second.
+    Q_INVOKABLE bool IsChangedOnDisk() const;
     Q_INVOKABLE void ChangeToReadOnly();
     /// Of the visible view: the text view can be locked by itself, when its control can only show the text.
     bool Locked() const;
@@ -176,6 +181,7 @@ class frmDocument : public QWidget {
     void DefaultFontSize();
     void Properties();
     void PrintContent();
+    void PrintSetup();
     void Spelling();
     void RecordMarco();
     void ExecMacro(int n);
@@ -247,16 +253,19 @@ class frmDocument : public QWidget {
     void refreshLines(qint64 beyondLast);
     void reportDialogSearch();
     void reportHexSearch(const QString& text, qint16 findType);
+    QString checkText();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
     Prompts& m_prompts;
     const Options& m_options;
+    const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
+    std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;
     int m_icon = 0;
     bool m_closeGreyed = false;

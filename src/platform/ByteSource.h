@@ -11,7 +11,7 @@
 using BytePieces = std::span<const std::string_view>;
 
 /// Supplies bytes part by part to a writer, for contents that are never in memory as a whole. Owned by the caller of
-/// the writer, and used for one write.
+/// the writer, and used for one write, which may read it twice.
 class ByteSource {
  public:
     virtual ~ByteSource() = default;
@@ -21,4 +21,7 @@ class ByteSource {
     /// Returns the next bytes in `pieces`, at least one; they are valid until the next call. After an error it is not
     /// called again.
     virtual SystemError next(BytePieces& pieces) = 0;
+    /// Call it before and after reading the source once more than it is written: next() then returns the first bytes
+    /// again. False: they can be read once only, and nothing changed.
+    virtual bool rewind() { return false; }
 };

@@ -12,23 +12,25 @@ FileReader::~FileReader() {
         m_calls.close(m_handle);
 }
 
-SystemError FileReader::open(const QString& path) {
+SystemError FileReader::open(const QString& path, Looked looked) {
     m_path = path;
-    const SystemError cause = openHandle();
+    const SystemError cause = openHandle(looked);
     if (cause)
         m_error = FileErrors::reading(path, cause);
     return m_error;
 }
 
-SystemError FileReader::openHandle() {
+SystemError FileReader::openHandle(Looked looked) {
     const auto name = localName(m_path);
     if (!name)
         return SystemError::fromErrno(ENOENT);
     struct stat status {};
-    if (uninterrupted([&] { return m_calls.stat(name->constData(), &status); }) != 0)
-        return SystemError::fromErrno(errno);
-    if (SystemError cause = FileErrors::unlessRegular(status.st_mode))
-        return cause;
+    if (looked == Looked::NotYet) {
+        if (uninterrupted([&] { return m_calls.stat(name->constData(), &status); }) != 0)
+            return SystemError::fromErrno(errno);
+        if (SystemError cause = FileErrors::unlessRegular(status.st_mode))
+            return cause;
+    }
     m_handle =
         uninterrupted([&] { return m_calls.open(name->constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
     // Check the handle too: the name may now belong to another file.
@@ -49,9 +51,11 @@ qint64 FileReader::read(char* buffer, qint64 length) {
             m_error = FileErrors::reading(m_path, SystemError::fromErrno(errno));
             return -1;
         }
-        if (count == 0)
-            break;
         filled += count;
+        m_at += count;
+        // Fewer bytes than asked for, just at the end that was found before: there is no more to ask.
+        if (count == 0 || (m_at == m_size && filled < length))
+            break;
     }
     return filled;
 }

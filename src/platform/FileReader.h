@@ -18,8 +18,12 @@ class FileReader {
     ~FileReader();
     Q_DISABLE_COPY_MOVE(FileReader)
 
+    /// Whether the caller has just found a regular file under that name, for instance in the list of its folder. If it
+    /// is another one by now, the open file shows it.
+    enum class Looked { NotYet, IsRegular };
+
     /// Call it once only.
-    SystemError open(const QString& path);
+    SystemError open(const QString& path, Looked looked = Looked::NotYet);
 
     /// Length in bytes when the file was opened; only an estimate of what can be read.
     qint64 size() const { return m_size; }
@@ -35,11 +39,12 @@ class FileReader {
     const SystemError& error() const { return m_error; }
 
  private:
-    SystemError openHandle();
+    SystemError openHandle(Looked looked);
 
     FileSystemCalls& m_calls;
     QString m_path;
     int m_handle = -1;
     qint64 m_size = 0;
+    qint64 m_at = 0;
     SystemError m_error;
 };

@@ -14,6 +14,10 @@ struct FileState {
     qint64 changed = 0;
 
     bool operator==(const FileState&) const = default;
+    /// Whether it is the same file, not written to since; its mode, owner or links may be others.
+    bool hasSameBytesAs(const FileState& other) const {
+        return device == other.device && inode == other.inode && size == other.size && modified == other.modified;
+    }
 
     /// Nothing when the file cannot be examined. Links are followed.
     static std::optional<FileState> of(const QString& path);

@@ -87,6 +87,10 @@ int FileSystemCalls::unlink(const char* path) {
     return ::unlink(path);
 }
 
+int FileSystemCalls::rename(const char* from, const char* to) {
+    return ::rename(from, to);
+}
+
 quint64 FileSystemCalls::sizeLimit() {
     rlimit limit{};
     if (::getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)

@@ -37,6 +37,7 @@ class FileSystemCalls {
     virtual int fsync(int handle);
     virtual int close(int handle);
     virtual int unlink(const char* path);
+    virtual int rename(const char* from, const char* to);
 
     /// The maximum length in bytes of a file that this process may write. A write beyond it would end the process by a
     /// signal.

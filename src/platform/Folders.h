@@ -15,8 +15,15 @@ void forgetRelativeFolders();
 /// The folder of the running executable.
 QString executableFolder();
 
+/// The folders in which all programs of this user keep their settings and their data.
+QString userConfigFolder();
+QString userDataFolder();
+
 /// The folder of the settings database.
 QString configFolder();
+
+/// The folder of what is kept between runs for safety alone: records of saves, and unsaved changes.
+QString stateFolder();
 
 /// The folder of all other files that the program writes for itself. This is the folder of the executable if that
 /// contains `languages` and is writable (a portable copy), otherwise a folder in the user's data.

@@ -19,8 +19,11 @@ constexpr int OpenFlags = O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t NewFileMode = 0666;
 constexpr mode_t AnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t PartsAtOnce = IOV_MAX;
+constexpr std::size_t PageSize = 4096;
 /// The maximum number of links in a row, the same as in the system.
 constexpr int LinksToFollow = 40;
+
+WriteWitness* witnessOfProcess = nullptr;
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
@@ -55,6 +58,7 @@ class PiecesAtHand : public ByteSource {
         pieces = m_pieces;
         return {};
     }
+    bool rewind() override { return true; }
 
  private:
     BytePieces m_pieces;
@@ -65,15 +69,21 @@ class PieceQueue {
  public:
     explicit PieceQueue(BytePieces pieces) : m_rest(pieces) { m_parts.reserve(PartsAtOnce); }
 
-    /// Returns the next parts; empty at the end.
-    const std::vector<iovec>& next() {
+    /// Returns the next parts, which are to be written at this offset; empty at the end. If not all fit into one call,
+    /// they end where a page of the file does: a write that is interrupted between two calls leaves no page that is
+    /// partly old and partly new.
+    const std::vector<iovec>& next(off_t at) {
         m_parts.clear();
         std::size_t skip = m_taken;
+        std::size_t total = 0;
         for (const std::string_view piece : m_rest) {
-            if (m_parts.size() == PartsAtOnce)
+            if (m_parts.size() == PartsAtOnce) {
+                endAtPage(static_cast<std::size_t>(at), total);
                 break;
+            }
             if (piece.size() > skip)
                 m_parts.push_back({const_cast<char*>(piece.data()) + skip, piece.size() - skip});
+            total += piece.size() - skip;
             skip = 0;
         }
         return m_parts;
@@ -88,6 +98,18 @@ class PieceQueue {
     }
 
  private:
+    /// Takes back what is after the last whole page, unless that is everything.
+    void endAtPage(std::size_t at, std::size_t total) {
+        std::size_t excess = (at + total) % PageSize;
+        if (excess >= total)
+            return;
+        while (excess >= m_parts.back().iov_len) {
+            excess -= m_parts.back().iov_len;
+            m_parts.pop_back();
+        }
+        m_parts.back().iov_len -= excess;
+    }
+
     BytePieces m_rest;
     std::size_t m_taken = 0;  ///< bytes already taken from the first piece of m_rest
     std::vector<iovec> m_parts;
@@ -106,7 +128,16 @@ struct UserFileWriter::Target {
     off_t length = 0;  ///< of the new contents, in bytes
     off_t at = 0;      ///< offset of the next new byte
     struct stat before {};
+    std::unique_ptr<WatchedWrite> watched;
 };
+
+WriteWitness* WriteWitness::ofProcess() {
+    return witnessOfProcess;
+}
+
+void WriteWitness::setOfProcess(WriteWitness* witness) {
+    witnessOfProcess = witness;
+}
 
 WriteResult UserFileWriter::write(const QString& path, BytePieces pieces, Tail tail) {
     PiecesAtHand source(pieces);
@@ -131,11 +162,9 @@ WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, B
         cause = closing;
     if (cause && target.created && m_calls.unlink(target.name.constData()) == 0)
         target.touched = false;
-    if (cause)
-        return {FileErrors::writing(path, cause), target.touched};
-    if (m_witness != nullptr)
-        m_witness->written(path);
-    return {{}, target.touched};
+    if (target.watched != nullptr)
+        target.watched->ended(!cause, target.touched);
+    return {cause ? FileErrors::writing(path, cause) : SystemError(), target.touched};
 }
 
 /// Examines the file before it is opened, because opening a device or FIFO can already have an effect. If the name
@@ -192,16 +221,21 @@ SystemError UserFileWriter::followLink(Target& target) {
 
 SystemError UserFileWriter::fill(BytePieces atHand, ByteSource& source, Tail tail, Target& target) {
     SystemError cause = reserve(target);
-    if (!cause && m_witness != nullptr)
-        cause = m_witness->aboutToWrite(target.path, atHand);
-    if (!cause)
+    if (!cause) {
+        letWitness(tail == Tail::Cut, atHand, source, target);
         cause = writeAll(source, target);
+    }
     if (!cause && tail == Tail::Cut)
         cause = cut(target);
     if (cause)
         return cause;
     restoreMode(target);
     return flush(target);
+}
+
+void UserFileWriter::letWitness(bool cuts, BytePieces atHand, ByteSource& source, Target& target) {
+    if (m_witness != nullptr)
+        target.watched = m_witness->aboutToWrite({target.name, target.before, target.length, cuts, atHand, source});
 }
 
 SystemError UserFileWriter::reserve(Target& target) {
@@ -232,7 +266,7 @@ SystemError UserFileWriter::writeAll(ByteSource& source, Target& target) {
 SystemError UserFileWriter::writePieces(BytePieces pieces, Target& target) {
     PieceQueue queue(pieces);
     for (;;) {
-        const std::vector<iovec>& parts = queue.next();
+        const std::vector<iovec>& parts = queue.next(target.at);
         if (parts.empty())
             return {};
         const ssize_t count = uninterrupted(

@@ -3,21 +3,9 @@
 #include "platform/ByteSource.h"
 #include "platform/FileSystemCalls.h"
 #include "platform/SystemError.h"
+#include "platform/WriteWitness.h"
 
 #include <QString>
-
-/// Observes every write of a user's file, so that contents which are about to be lost can be saved elsewhere. It
-/// outlives the writers that use it.
-class WriteWitness {
- public:
-    virtual ~WriteWitness() = default;
-
-    /// Called when the space is reserved and no byte of the file has changed yet. Returning an error cancels the write.
-    /// `pieces` are the new bytes if they are all in memory, otherwise empty.
-    virtual SystemError aboutToWrite(const QString& path, BytePieces pieces) = 0;
-    /// Called when all bytes are on the disk; not called when the write failed.
-    virtual void written(const QString& path) = 0;
-};
 
 struct WriteResult {
     SystemError error;     ///< its message contains the file name and the system's reason
@@ -38,7 +26,8 @@ class UserFileWriter {
     enum class Tail { Cut, Keep };
 
     /// `calls` and `witness` outlive the writer.
-    explicit UserFileWriter(FileSystemCalls& calls = FileSystemCalls::system(), WriteWitness* witness = nullptr)
+    explicit UserFileWriter(FileSystemCalls& calls = FileSystemCalls::system(),
+                            WriteWitness* witness = WriteWitness::ofProcess())
         : m_calls(calls), m_witness(witness) {}
     Q_DISABLE_COPY_MOVE(UserFileWriter)
 
@@ -54,6 +43,7 @@ class UserFileWriter {
     SystemError followLink(Target& target);
     WriteResult writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail);
     SystemError fill(BytePieces atHand, ByteSource& source, Tail tail, Target& target);
+    void letWitness(bool cuts, BytePieces atHand, ByteSource& source, Target& target);
     SystemError reserve(Target& target);
     SystemError writeAll(ByteSource& source, Target& target);
     SystemError writePieces(BytePieces pieces, Target& target);

@@ -151,6 +151,9 @@ VolumeList mountedVolumes() {
             each.volume.fixed = false;
         list.volumes.append(each.volume);
     }
+    // In a bare root (chroot, some containers) the folder that is the root is mounted nowhere.
+    if (list.volumes.isEmpty() || list.volumes.first().mountPoint != u"/")
+        list.volumes.prepend({u"/"_qs, true});
     return list;
 }
 

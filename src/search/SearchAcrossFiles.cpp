@@ -12,7 +12,9 @@
 
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QLocale>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QStringList>
 
 #include <exception>
@@ -26,15 +28,16 @@ constexpr std::chrono::milliseconds Wait{20};
 constexpr qint64 PatienceAfterCancel = 100;
 /// Files of more bytes are not loaded into the hidden editor, which the user would wait for.
 constexpr qint64 MostInEditor = 64LL * 1024 * 1024;
-constexpr qint64 MostListed = 10'000'000;
 
 /// Of the files that were searched when the cancel came: in a search the one in whose middle it was, in a replacement
-/// each that was searched to its end.
+/// each that was written.
 bool countsAfterCancel(const SearchedStep& step, const SearchRequest& request) {
     const FileFinding& finding = step.finding;
-    if (!request.replaces)
-        return finding.cancelled && !finding.matches.empty();
-    return step.step.kind == WalkStep::File && !finding.cancelled && !finding.gaveUp;
+    return !finding.gaveUp && finding.cancelled != request.replaces && !finding.matches.empty();
+}
+
+QString withCommas(qint64 number) {
+    return QLocale(QLocale::English, QLocale::UnitedStates).toString(number);
 }
 
 /// The number right-aligned in six columns; of a longer one its last digits.
@@ -67,6 +70,7 @@ void SearchAcrossFiles::StartSearch(const SearchRequest& request) {
     m_running = true;
     m_found = m_searched = 0;
     m_listed = 0;
+    m_passed = 0;
     m_silenced = false;
     m_lastFile.clear();
     m_parts.host.enableClose(false);
@@ -155,14 +159,19 @@ void SearchAcrossFiles::SearchProjectFiles(const SearchRequest& request) {
 
 void SearchAcrossFiles::searchFiles(const SearchRequest& request, std::unique_ptr<FileSource> source) {
     const QPointer<SearchAcrossFiles> alive(this);
-    ParallelSearch search(request, std::move(source));
-    m_files = &search;
-    if (m_abort)
-        search.cancel();
-    waitForFiles(search, request);
+    {
+        ParallelSearch search(request, std::move(source));
+        const auto forget = qScopeGuard([&alive] {
+            if (alive)
+                alive->m_files = nullptr;
+        });
+        m_files = &search;
+        if (m_abort)
+            search.cancel();
+        waitForFiles(search, request);
+    }
     if (!alive)
         return;
-    m_files = nullptr;
     showProgress();
     yieldOnce();
 }
@@ -193,12 +202,14 @@ void SearchAcrossFiles::waitForFiles(ParallelSearch& search, const SearchRequest
 /// that was written.
 bool SearchAcrossFiles::take(SearchedStep& step, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
-    if (m_abort && !countsAfterCancel(step, request))
+    if (m_abort && !countsAfterCancel(step, request)) {
+        m_passed += step.step.kind == WalkStep::Unreadable ? 0 : 1;
         return request.replaces;
+    }
     if (step.step.kind == WalkStep::Unreadable) {
         tellUnreadable(step.step.error.description);
     } else {
-        ++m_searched;
+        m_searched += 1 + std::exchange(m_passed, 0);
         if (step.step.kind == WalkStep::File)
             takeFile(step, request);
     }
@@ -222,15 +233,16 @@ void SearchAcrossFiles::takeFile(SearchedStep& step, const SearchRequest& reques
     ++m_found;
     const bool tooMany = finding.tooMany;
     list(path, std::move(finding.matches), request);
-    if (!tooMany && m_listed < MostListed)
+    if (request.replaces || (!tooMany && m_listed < m_parts.mostListed))
         return;
-    m_parts.host.notice(tr("The search was ended at 10,000,000 matches."));
+    m_parts.host.notice(tr("The search was ended at %1 matches.").arg(withCommas(m_parts.mostListed)));
     AbortSearch();
 }
 
 void SearchAcrossFiles::tellUnreadable(const QString& description) {
     if (m_silenced)
         return;
+    showProgress();
     const QPointer<SearchAcrossFiles> alive(this);
     const bool silenced =
         m_parts.prompts.messageWithCheck(&m_parts.window, description, u"Do not show this again in this search"_qs);
@@ -242,11 +254,12 @@ void SearchAcrossFiles::tellUnreadable(const QString& description) {
 
 QString SearchAcrossFiles::searchText(SearchableText& text, const SearchRequest& request) {
     const QPointer<SearchAcrossFiles> alive(this);
+    const auto forget = qScopeGuard([&alive] {
+        if (alive)
+            alive->m_text = nullptr;
+    });
     m_text = &text;
-    QString result = request.replaces ? text.replaceAll(request) : text.findAll(request);
-    if (alive)
-        m_text = nullptr;
-    return result;
+    return request.replaces ? text.replaceAll(request) : text.findAll(request);
 }
 
 /// An expression that takes very long at some place is searched for as in any document.
@@ -314,6 +327,10 @@ void SearchAcrossFiles::FeedSearchResults(const SearchableText& text, const QStr
 void SearchAcrossFiles::list(const QString& file, FileMatches matches, const SearchRequest& request) {
     if (!request.listsResults || matches.empty())
         return;
+    if (m_listed >= m_parts.mostListed) {  // a replacement is not ended for the list's sake
+        m_parts.host.notice(tr("Only the first %1 matches are listed.").arg(withCommas(m_parts.mostListed)));
+        return;
+    }
     const std::size_t count = matches.matches().size();
     m_listed += static_cast<qint64>(count);
     m_parts.results.addMatches(file, std::move(matches));

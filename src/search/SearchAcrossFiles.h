@@ -35,6 +35,7 @@ class SearchAcrossFiles : public QObject {
         ucSearchResults& results;
         Prompts& prompts;
         QWidget& window;
+        qint64 mostListed = 10'000'000;  ///< a search ends at so many matches, a replacement lists no more than these
     };
     explicit SearchAcrossFiles(const Parts& parts, QObject* parent = nullptr);
     ~SearchAcrossFiles() override;
@@ -78,6 +79,7 @@ class SearchAcrossFiles : public QObject {
     QString m_lastFile;
     bool m_silenced = false;  ///< unreadable directories are not reported any more
     qint64 m_listed = 0;
+    int m_passed = 0;  ///< files of a cancelled replacement that were searched, and count if one behind them is written
     ParallelSearch* m_files = nullptr;  ///< that run now
     SearchableText* m_text = nullptr;   ///< that is being searched now
 };

@@ -2,6 +2,9 @@
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
 #include "platform/Paths.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
+#include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
@@ -18,6 +21,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -30,14 +34,31 @@ PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
 }
 
-/// The process's own duties. Registering the program with the desktop is still to come and does nothing yet.
+QString registryPath() {
+    return configFolder() + QLatin1String("/registry.db");
+}
+
+/// A message of a process without a window.
+void writeToStandardError(const QString& text) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+/// The process's own duties.
 class Program : public StartDuties {
  public:
     Program(char* name, QString tail, QStringList arguments)
         : m_name{name, nullptr}, m_tail(std::move(tail)), m_arguments(std::move(arguments)) {}
 
-    void RegisterShellExtension() override {}
-    void UnregisterShellExtension() override {}
+    void RegisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration desktop(registry, writeToStandardError);
+        desktop.RegisterShellExtension();
+        desktop.RegisterExtension(u"qmp"_qs, u"Quillmark Project"_qs, true, true);
+    }
+    void UnregisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration(registry, writeToStandardError).UnregisterShellExtension();
+    }
     bool previousInstanceRuns() override {
         makeRuntimeFolder();  // without one there is no other instance to be found
         return m_sender.previousInstanceRuns();
@@ -46,12 +67,15 @@ class Program : public StartDuties {
 
     int runFrame() override {
         becomeInstance();
+        SaveRecovery(SaveRecords::saveRecordFolder()).run();
+        SaveRecords saveRecords;
+        WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
         QApplication application(count, m_name);
         QApplication::setApplicationName(u"quillmark"_qs);
         QApplication::setApplicationDisplayName(QString());
         PlaceholderColour::follow();
-        SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
+        SqliteRegistry registry(registryPath());
         QtPrompts prompts;
         RoomsToCome rooms;
         FrameServices services{prompts, registry, makeExplorer, rooms, m_tail, {}};

@@ -14,6 +14,16 @@ QString ElidedLabel::shownText() const {
     return fontMetrics().elidedText(text(), Qt::ElideMiddle, contentsRect().width());
 }
 
+/// One line, also with a path in it that has a line break.
+QSize ElidedLabel::sizeHint() const {
+    const QMargins around = contentsMargins();
+    return {QLabel::sizeHint().width(), fontMetrics().height() + around.top() + around.bottom()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+    return {QLabel::minimumSizeHint().width(), sizeHint().height()};
+}
+
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);

@@ -13,6 +13,9 @@ class ElidedLabel : public QLabel {
     /// What is seen of the text.
     QString shownText() const;
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
  protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

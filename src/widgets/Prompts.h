@@ -39,10 +39,12 @@ class Prompts {
     /// The same with a check box below the text. True: it was ticked.
     virtual bool messageWithCheck(QWidget* parent, const QString& text, const QString& check) = 0;
 
+    enum class Answer { Yes, No };
+
     /// A box with Yes and No that neither Esc nor a close button closes. True: Yes. The informative text stands below
-    /// the question in smaller letters.
+    /// the question in smaller letters. Enter gives `preset`.
     virtual bool askYesNo(QWidget* parent, const QString& text, const QString& title = {},
-                          const QString& informativeText = {}) = 0;
+                          const QString& informativeText = {}, Answer preset = Answer::Yes) = 0;
 
     virtual OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) = 0;
 

@@ -158,11 +158,13 @@ bool QtPrompts::messageWithCheck(QWidget* parent, const QString& text, const QSt
     return tick->isChecked();
 }
 
-bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText) {
+bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& title, const QString& informativeText,
+                         Answer preset) {
     ButtonsOnlyBox box(windowOf(parent));
     setUp(box, text, title);
     addSmallText(box, informativeText);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
     show(box);
     return box.clickedButton() == box.button(QMessageBox::Yes);
 }

@@ -16,8 +16,8 @@ class QtPrompts : public Prompts {
     void message(QWidget* parent, const QString& text, const QString& title) override;
     void stop(QWidget* parent, const QString& text, const QString& title) override;
     bool messageWithCheck(QWidget* parent, const QString& text, const QString& check) override;
-    bool askYesNo(QWidget* parent, const QString& text, const QString& title,
-                  const QString& informativeText = {}) override;
+    bool askYesNo(QWidget* parent, const QString& text, const QString& title = {}, const QString& informativeText = {},
+                  Answer preset = Answer::Yes) override;
     OpenAnswer askFilesToOpen(QWidget* parent, const FileQuestion& question) override;
     QString askFileToSave(QWidget* parent, const FileQuestion& question) override;
     QString askFolder(QWidget* parent, const QString& title) override;

@@ -10,8 +10,8 @@ class QAbstractItemView;
 class QKeyEvent;
 
 /// What the keyboard and the right button do with a list or tree besides choosing rows: keys with a meaning of their
-/// own, and its menu, which the mouse opens when the right button is released. The key for menus opens it at the
-/// current row. A filter of the view's events, owned by the view.
+/// own, and its menu, which the mouse opens when the right button is released over it. The key for menus and Shift+F10
+/// open it at the current row. A filter of the view's events, owned by the view.
 class RowInput : public QObject {
     Q_OBJECT
 
@@ -30,6 +30,7 @@ class RowInput : public QObject {
 
  private:
     bool isOwnKey(const QKeyEvent& event) const;
+    bool takeKey(QKeyEvent& event);
     void requestMenuAtCurrentRow();
 
     QAbstractItemView& m_view;

@@ -14,6 +14,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <functional>
@@ -50,7 +51,13 @@ class PartSource : public ByteSource {
         pieces = BytePieces(&m_piece, 1);
         return {};
     }
+    bool rewind() override {
+        if (rewinds)
+            m_at = 0;
+        return rewinds;
+    }
 
+    bool rewinds = false;
     qsizetype partSize = 7;
     int failAt = -1;
     qint64 promised = 0;  ///< how many more bytes length() reports than exist
@@ -128,25 +135,58 @@ class StrippingFileSystem : public FailingFileSystem {
 /// Records its calls, and the contents of the file at that time.
 class Witness : public WriteWitness {
  public:
-    SystemError aboutToWrite(const QString& path, BytePieces pieces) override {
-        before = path;
-        for (const std::string_view piece : pieces)
+    std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override {
+        name = write.name;
+        length = write.length;
+        cuts = write.cuts;
+        for (const std::string_view piece : write.pieces)
             bytes += QByteArray(piece.data(), static_cast<qsizetype>(piece.size()));
-        QFile in(path);
+        if (readsSource)
+            readAll(write.source);
+        QFile in(QString::fromUtf8(write.name));
         EXPECT_TRUE(in.open(QFile::ReadOnly));
         seen = in.readAll();
         if (meanwhile)
             meanwhile();
-        return answer;
+        return std::make_unique<Watched>(*this);
     }
-    void written(const QString& path) override { after = path; }
 
-    SystemError answer;
+    void readAll(ByteSource& source) {
+        canRewind = source.rewind();
+        while (canRewind && bytes.size() < source.length()) {
+            BytePieces pieces;
+            ASSERT_FALSE(source.next(pieces));
+            for (const std::string_view piece : pieces)
+                bytes += QByteArray(piece.data(), static_cast<qsizetype>(piece.size()));
+        }
+        canRewind = source.rewind();
+    }
+
     std::function<void()> meanwhile;
-    QString before;
-    QString after;
+    bool readsSource = false;
+    bool canRewind = false;
+    QByteArray name;
+    qint64 length = -1;
+    bool cuts = false;
     QByteArray bytes;
     QByteArray seen;
+    int ends = 0;
+    bool whole = false;
+    bool touched = false;
+
+ private:
+    class Watched : public WatchedWrite {
+     public:
+        explicit Watched(Witness& witness) : m_witness(witness) {}
+        void ended(bool whole, bool touched) override {
+            ++m_witness.ends;
+            m_witness.whole = whole;
+            m_witness.touched = touched;
+        }
+
+     private:
+        Witness& m_witness;
+    };
 };
 
 }  // namespace
@@ -485,9 +525,10 @@ TEST_F(UserFileWriting, AFailureOnTheWayBackDoesNotHideTheFirst) {
 TEST_F(UserFileWriting, AFileThatGrewMeanwhileIsNotCutWhenTheWriteFails) {
     const QString path = oldFile();
     Witness witness;
-    witness.answer = SystemError::fromErrno(EIO);
     witness.meanwhile = [&] { ASSERT_EQ(::truncate(name(path).constData(), OldBytes.size() + 3), 0); };
-    EXPECT_TRUE(UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces).error);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Write, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, NewPieces).error);
     EXPECT_EQ(statusOf(path).st_size, OldBytes.size() + 3);
 }
 
@@ -522,6 +563,27 @@ TEST_F(UserFileWriting, TheLimitIsTheSystems) {
     EXPECT_EQ(FileSystemCalls::system().sizeLimit(), all);
 }
 
+TEST_F(UserFileWriting, WritesOfManyPiecesMeetWherePagesDo) {
+    class Ends : public FailingFileSystem {
+     public:
+        ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+            const ssize_t written = FailingFileSystem::pwritev(handle, parts, count, offset);
+            ends.push_back(offset + written);
+            return written;
+        }
+        std::vector<off_t> ends;
+    };
+    const std::string part(13, 'x');
+    const std::vector<std::string_view> pieces(5000, part);
+    Ends calls;
+    ASSERT_FALSE(UserFileWriter(calls).write(at(u"file"_qs), pieces).error);
+    EXPECT_EQ(bytesOf(at(u"file"_qs)), QByteArray(5000 * 13, 'x'));
+    ASSERT_GE(calls.ends.size(), 5U);
+    EXPECT_EQ(calls.ends.back(), 5000 * 13);
+    calls.ends.pop_back();
+    EXPECT_TRUE(std::all_of(calls.ends.begin(), calls.ends.end(), [](off_t end) { return end % 4096 == 0; }));
+}
+
 TEST_F(UserFileWriting, ManySmallPiecesAreWrittenTogether) {
     std::vector<std::string> parts;
     QByteArray expected;
@@ -536,38 +598,60 @@ TEST_F(UserFileWriting, ManySmallPiecesAreWrittenTogether) {
     EXPECT_LE(calls.count(SystemCall::Write), 5);
 }
 
-TEST_F(UserFileWriting, TheWitnessSeesTheOldFileAndHearsOfTheNewOne) {
+TEST_F(UserFileWriting, TheWitnessSeesTheOldFileAndIsNotifiedOfTheNewOne) {
     const QString path = oldFile();
     Witness witness;
     ASSERT_FALSE(UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces).error);
-    EXPECT_EQ(witness.before, path);
+    EXPECT_EQ(witness.name, name(path));
+    EXPECT_EQ(witness.length, NewBytes.size());
+    EXPECT_TRUE(witness.cuts);
     EXPECT_EQ(witness.bytes, NewBytes);
     EXPECT_EQ(witness.seen, OldBytes);
-    EXPECT_EQ(witness.after, path);
+    EXPECT_EQ(witness.ends, 1);
+    EXPECT_TRUE(witness.whole);
+    EXPECT_TRUE(witness.touched);
 }
 
-TEST_F(UserFileWriting, TheWitnessCanStopTheWrite) {
+TEST_F(UserFileWriting, TheWitnessCanReadASourceThatCanBeRewound) {
     const QString path = oldFile();
-    const struct stat before = statusOf(path);
+    PartSource source;
+    source.rewinds = true;
     Witness witness;
-    witness.answer = {ENOSPC, u"no place for what is there"_qs};
-    const WriteResult result = UserFileWriter(FileSystemCalls::system(), &witness).write(path, NewPieces);
-    EXPECT_EQ(result.error.number, ENOSPC);
-    EXPECT_TRUE(result.error.description.contains(witness.answer.description));
-    EXPECT_FALSE(result.touched);
-    EXPECT_TRUE(witness.after.isEmpty());
-    expectOldFileWhole(path, before);
+    witness.readsSource = true;
+    ASSERT_FALSE(UserFileWriter(FileSystemCalls::system(), &witness).write(path, source).error);
+    EXPECT_TRUE(witness.canRewind);
+    EXPECT_EQ(witness.bytes, NewBytes);
+    EXPECT_EQ(bytesOf(path), NewBytes);
 }
 
-TEST_F(UserFileWriting, TheWitnessDoesNotHearOfAWriteThatFailed) {
+TEST_F(UserFileWriting, TheWitnessIsNotifiedOfAWriteThatFailed) {
     for (const SystemCall call : {SystemCall::Write, SystemCall::Truncate, SystemCall::Flush, SystemCall::Close}) {
         Witness witness;
         FailingFileSystem calls;
         calls.fail(call, 1, EIO);
         EXPECT_TRUE(UserFileWriter(calls, &witness).write(oldFile(), NewPieces).error);
-        EXPECT_FALSE(witness.before.isEmpty());
-        EXPECT_TRUE(witness.after.isEmpty());
+        EXPECT_EQ(witness.ends, 1);
+        EXPECT_FALSE(witness.whole);
+        EXPECT_EQ(witness.touched, call != SystemCall::Write);
     }
+}
+
+TEST_F(UserFileWriting, AWriteThatIsRefusedIsNotWitnessed) {
+    const QString path = oldFile();
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Reserve, 1, ENOSPC);
+    Witness witness;
+    EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, NewPieces).error);
+    EXPECT_EQ(witness.ends, 0);
+    EXPECT_TRUE(witness.name.isEmpty());
+}
+
+TEST_F(UserFileWriting, TheWitnessOfTheProcessSeesWhoeverWrites) {
+    Witness witness;
+    WriteWitness::setOfProcess(&witness);
+    EXPECT_FALSE(UserFileWriter().write(oldFile(), NewPieces).error);
+    WriteWitness::setOfProcess(nullptr);
+    EXPECT_EQ(witness.ends, 1);
 }
 
 TEST_F(UserFileWriting, BytesFromASourceAreWrittenPartByPart) {

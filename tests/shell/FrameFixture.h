@@ -20,6 +20,7 @@
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
+#include "support/ScriptedPrintDialogs.h"
 #include "support/ScriptedPrompts.h"
 #include "workspace/host/WorkspaceServices.h"
 #include "workspace/panel/PanelLink.h"
@@ -111,7 +112,8 @@ class FrameFixture : public testing::Test {
     void load(const QString& tail = {}) {
         m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_makePanel, m_rooms, tail,
                                                           [this](const char* step) { m_steps << QLatin1String(step); },
-                                                          m_programFolder.path(), m_shareFolder, m_fileExists});
+                                                          m_programFolder.path(), m_shareFolder, m_fileExists,
+                                                          m_printDialogs});
         m_frame->resize(900, 600);
         m_frame->Load();
     }
@@ -205,6 +207,7 @@ class FrameFixture : public testing::Test {
     QString m_shareFolder;
     FileLookup::Exists m_fileExists = fileExists;  ///< called in another thread
     ScriptedPrompts m_prompts;
+    ScriptedPrintDialogs m_printDialogs;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;
     FrameServices::PanelMaker m_makePanel = [this](const WorkspaceServices&) -> PanelLink& { return m_explorer; };

@@ -31,7 +31,8 @@ enum class SystemCall {
     SetTimes,
     Flush,
     Close,
-    Unlink
+    Unlink,
+    Rename
 };
 
 /// The real file system, in which a test can make single calls fail.
@@ -138,6 +139,9 @@ class FailingFileSystem : public FileSystemCalls {
         return failing ? -1 : result;
     }
     int unlink(const char* path) override { return fails(SystemCall::Unlink) ? -1 : FileSystemCalls::unlink(path); }
+    int rename(const char* from, const char* to) override {
+        return fails(SystemCall::Rename) ? -1 : FileSystemCalls::rename(from, to);
+    }
     quint64 sizeLimit() override { return m_sizeLimit; }
 
  private:

@@ -39,11 +39,12 @@ class ScriptedPrompts : public Prompts {
     /// Runs once, during the next message or question.
     void whileShown(std::function<void()> action) { m_whileShown = std::move(action); }
 
-    QStringList messages;                  ///< texts of the message boxes
-    QStringList stops;                     ///< those of them that have the picture of a stop
-    QStringList checks;                    ///< captions of the check boxes in them
-    bool ticks = false;                    ///< whether these are ticked
-    QStringList questions;                 ///< texts of the Yes/No boxes
+    QStringList messages;  ///< texts of the message boxes
+    QStringList stops;     ///< those of them that have the picture of a stop
+    QStringList checks;    ///< captions of the check boxes in them
+    bool ticks = false;    ///< whether these are ticked
+    QStringList questions;
+    QList<Answer> presets;  ///< what Enter gives, of each question                 ///< texts of the Yes/No boxes
     QStringList informativeTexts;          ///< of the Yes/No boxes, empty where there is none
     QStringList titles;                    ///< titles of boxes of both kinds, in the order they were shown
     std::deque<FileQuestion> fileDialogs;  ///< the question of each file dialog
@@ -67,7 +68,9 @@ class ScriptedPrompts : public Prompts {
         return ticks;
     }
 
-    bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText) override {
+    bool askYesNo(QWidget*, const QString& text, const QString& title, const QString& informativeText,
+                  Answer preset) override {
+        presets.append(preset);
         questions.append(text);
         informativeTexts.append(informativeText);
         titles.append(title);

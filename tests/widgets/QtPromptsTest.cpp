@@ -167,6 +167,14 @@ TEST(QtPrompts, AQuestionGoesAwayByItsButtonsOnly) {
     }
 }
 
+TEST(QtPrompts, EnterGivesThePresetAnswer) {
+    QtPrompts prompts;
+    for (const Prompts::Answer preset : {Prompts::Answer::Yes, Prompts::Answer::No}) {
+        whenShown<QMessageBox>([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); });
+        EXPECT_EQ(prompts.askYesNo(nullptr, u"Overwrite it ?"_qs, {}, {}, preset), preset == Prompts::Answer::Yes);
+    }
+}
+
 TEST(QtPrompts, AQuestionShowsItsInformativeTextBelow) {
     QtPrompts prompts;
     for (const QString& text : {QString(), u"Unsaved changes will be lost."_qs}) {

@@ -102,6 +102,31 @@ TEST_F(InputOfRows, TheKeyForMenusBringsTheCurrentRowIntoView) {
     EXPECT_TRUE(m_view->viewport()->rect().contains(place));
 }
 
+TEST_F(InputOfRows, ShiftF10AsksAtTheCurrentRowToo) {
+    m_view->setCurrentIndex(m_model.index(3, 0));
+    QTest::keyClick(m_view.get(), Qt::Key_F10);
+    QTest::keyClick(m_view.get(), Qt::Key_F10, Qt::ShiftModifier | Qt::ControlModifier);
+    EXPECT_EQ(m_wanted.count(), 0);
+    QTest::keyClick(m_view.get(), Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_EQ(m_wanted.count(), 1);
+    EXPECT_EQ(asked(), placeOf(3));
+}
+
+TEST_F(InputOfRows, TheKeyForMenusAsksInTheViewWhenItIsScrolledSideways) {
+    m_view->setColumnWidth(0, 2'000);
+    m_view->setCurrentIndex(m_model.index(3, 0));
+    m_view->horizontalScrollBar()->setValue(500);
+    ASSERT_LT(placeOf(3).x(), 0);
+    askFor(QContextMenuEvent::Keyboard, m_view.get());
+    EXPECT_GE(asked().x(), 0);
+}
+
+TEST_F(InputOfRows, TheRightButtonReleasedOutsideAsksForNoMenu) {
+    QTest::mousePress(m_view->viewport(), Qt::RightButton, {}, QPoint(20, 30));
+    QTest::mouseRelease(m_view->viewport(), Qt::RightButton, {}, QPoint(20, -100));
+    EXPECT_EQ(m_wanted.count(), 0);
+}
+
 TEST_F(InputOfRows, TheHeaderHasNoMenu) {
     QTest::mouseClick(m_view->header()->viewport(), Qt::RightButton, {}, QPoint(5, 5));
     askFor(QContextMenuEvent::Mouse, m_view->header()->viewport());

@@ -24,8 +24,15 @@ QString ControlSelection::SelText() const {
 
 void ControlSelection::select(qint64 anchor, qint64 caret) {
     const EditScope scope(m_view);
-    m_view.setSelectionBytes(m_view.map().byteOf(std::max<qint64>(anchor, 0)),
-                             m_view.map().byteOf(std::max<qint64>(caret, 0)));
+    const TextMap& map = m_view.map();
+    qint64 from = map.byteOf(std::max<qint64>(anchor, 0));
+    qint64 to = map.byteOf(std::max<qint64>(caret, 0));
+    // The first selected character stands behind a joint, in a row of its own.
+    qint64& first = from < to ? from : to;
+    if (from != to && map.joints().isJoint(first))
+        ++first;
+    m_view.setSelectionBytes(from, to);
+    m_view.send(Sci::SCI_SCROLLRANGE, from, to);
 }
 
 qint64 ControlSelection::AnchorPosition() const {

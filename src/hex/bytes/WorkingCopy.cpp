@@ -75,12 +75,18 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
+    bool rewind() override {
+        m_at = 0;
+        m_isExamined = !m_isExamined;
+        return true;
+    }
+
     /// Writes the pieces given so far and reports after each block. The save continues when the view is destroyed
-    /// meanwhile.
+    /// meanwhile. While the bytes are only examined, nothing is done yet.
     void report() {
         const bool isBlock = m_at > 0 && (m_at % m_blockSize == 0 || m_at == length());
         if (isBlock && m_isWatched)
-            m_isWatched = m_progress(percentDone(m_at, length(), m_blockSize));
+            m_isWatched = m_progress(m_isExamined ? 0 : percentDone(m_at, length(), m_blockSize));
     }
     bool isWatched() const { return m_isWatched; }
 
@@ -89,6 +95,7 @@ class WorkingCopy::Source : public ByteSource {
     qint64 m_blockSize;
     const CopyProgress& m_progress;
     bool m_isWatched = true;
+    bool m_isExamined = false;
     qint64 m_at = 0;
     QByteArray m_buffer;
     std::array<std::string_view, 1> m_piece;

@@ -65,16 +65,6 @@ QString leftAsItWas() {
     return QCoreApplication::translate("Search", "A file with more than 10,000,000 matches was left as it was.");
 }
 
-qint64 longestLine(std::string_view text) {
-    std::size_t longest = 0;
-    for (std::size_t from = 0; from <= text.size();) {
-        const std::size_t end = std::min(text.find_first_of("\r\n", from), text.size());
-        longest = std::max(longest, end - from);
-        from = end + 1;
-    }
-    return static_cast<qint64>(longest);
-}
-
 }  // namespace
 
 FileSearch::FileSearch(const SearchRequest& request, const std::atomic<bool>& cancelled, LargeFiles& largeFiles)
@@ -91,10 +81,10 @@ const SearchPattern& FileSearch::pattern() {
 
 // Reading
 
-FileFinding FileSearch::search(const QString& path) {
+FileFinding FileSearch::search(const QString& path, bool isKnownRegular) {
     FileFinding finding;
     try {
-        finding = readAndSearch(path);
+        finding = readAndSearch(path, isKnownRegular);
     } catch (const std::bad_alloc&) {
         finding = {};
     }
@@ -102,9 +92,10 @@ FileFinding FileSearch::search(const QString& path) {
     return finding;
 }
 
-FileFinding FileSearch::readAndSearch(const QString& path) {
+FileFinding FileSearch::readAndSearch(const QString& path, bool isKnownRegular) {
     FileReader file;
-    if (file.open(path) || file.size() > SizeLimit)
+    if (file.open(path, isKnownRegular ? FileReader::Looked::IsRegular : FileReader::Looked::NotYet) ||
+        file.size() > SizeLimit)
         return {};
     std::unique_lock turn(m_largeFiles.turn, std::defer_lock);
     if (file.size() > KeptBuffer && !waitForTurn(turn))
@@ -267,7 +258,25 @@ bool FileSearch::isLocked() const {
         return false;
     LineEndsSeen seen;
     seen.look(m_text);
-    return jointKindFor(seen) == JointKind::Listed && longestLine(m_text) >= LockedLine;
+    return jointKindFor(seen) == JointKind::Listed && hasLineOf(LockedLine);
+}
+
+/// Also false when the search was cancelled.
+bool FileSearch::hasLineOf(qint64 length) const {
+    const auto wanted = static_cast<std::size_t>(length);
+    std::size_t lineStart = 0;
+    for (std::size_t from = 0; from < m_text.size() && goesOn(); from += static_cast<std::size_t>(PartSize)) {
+        const std::string_view text = m_text.substr(0, from + static_cast<std::size_t>(PartSize));
+        for (;;) {
+            const std::size_t end = std::min(text.find_first_of("\r\n", std::max(from, lineStart)), text.size());
+            if (end - lineStart >= wanted)
+                return true;
+            if (end == text.size())
+                break;
+            lineStart = end + 1;
+        }
+    }
+    return false;
 }
 
 /// A cancelled search replaces nothing in the file that it was in.
@@ -295,22 +304,38 @@ void FileSearch::replace(FileFinding& finding) {
     }
     finding.cancelled = !goesOn();
     finding.gaveUp = !finding.cancelled && static_cast<bool>(scan.error());
-    if (!finding.cancelled && !found.edits.empty())
-        splice(found, finding);
+    if (finding.cancelled || found.edits.empty())
+        return;
+    splice(found, finding);
+    if (goesOn())
+        return;
+    finding.cancelled = true;
+    finding.matches = {};
+    finding.newText = std::string();
 }
 
-/// Puts the replacements into the text, and lists where each of them stands then.
+/// In parts: a large one takes long. False when the search was cancelled.
+bool FileSearch::append(std::string_view part, std::string& text) const {
+    for (std::size_t from = 0; from < part.size() && goesOn(); from += static_cast<std::size_t>(PartSize))
+        text += part.substr(from, static_cast<std::size_t>(PartSize));
+    return goesOn();
+}
+
+/// Puts the replacements into the text, and lists where each of them stands then. A cancelled search leaves that
+/// unfinished.
 void FileSearch::splice(const Replacements& found, FileFinding& finding) const {
     std::string& text = finding.newText;
     text.reserve(m_text.size());
     std::size_t kept = 0;
     for (const Replacements::Edit& edit : found.edits) {
         const auto from = static_cast<std::size_t>(edit.match.from);
-        text.append(m_text, kept, from - kept);
+        if (!append(m_text.substr(kept, from - kept), text))
+            return;
         text.append(found.texts.constData() + edit.textFrom, static_cast<std::size_t>(edit.textLength));
         kept = static_cast<std::size_t>(edit.match.to);
     }
-    text.append(m_text, kept);
+    if (!append(m_text.substr(kept), text))
+        return;
     finding.format = m_format;
 
     const bool ascii =
@@ -321,5 +346,7 @@ void FileSearch::splice(const Replacements& found, FileFinding& finding) const {
         const qint64 from = edit.match.from + grown;
         grown += edit.textLength - (edit.match.to - edit.match.from);
         lister.add({from, from + edit.textLength}, m_request.replacement.size());
+        if (!goesOn())
+            return;
     }
 }

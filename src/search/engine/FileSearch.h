@@ -64,14 +64,14 @@ class FileSearch {
     /// has more is not replaced in.
     static constexpr std::size_t MostMatches = 10'000'000;
 
-    FileFinding search(const QString& path);
+    FileFinding search(const QString& path, bool isKnownRegular = false);
     /// The same in bytes that are in memory already.
     FileFinding searchBytes(std::string_view bytes);
 
  private:
     FileFinding searchOpen(FileReader& file);
     bool waitForTurn(std::unique_lock<std::timed_mutex>& turn) const;
-    FileFinding readAndSearch(const QString& path);
+    FileFinding readAndSearch(const QString& path, bool isKnownRegular);
     void releaseLargeBuffers();
     bool read(FileReader& file);
     bool decode(std::string_view bytes);
@@ -82,6 +82,8 @@ class FileSearch {
     void find(FileFinding& finding);
     void replace(FileFinding& finding);
     void splice(const Replacements& found, FileFinding& finding) const;
+    bool append(std::string_view part, std::string& text) const;
+    bool hasLineOf(qint64 length) const;
     bool goesOn() const { return !m_cancelled.load(std::memory_order_relaxed); }
 
     const SearchRequest m_request;

@@ -98,8 +98,8 @@ std::optional<WalkStep> FileWalk::next() {
             if (!beginNextWalk())
                 return std::nullopt;
         } else if (Level& level = m_levels.back(); level.nextFile < level.files.size()) {
-            const QByteArray& name = level.files[level.nextFile++];
-            return WalkStep{WalkStep::File, level.path + u'/' + nameText(name), {}};
+            const File& file = level.files[level.nextFile++];
+            return WalkStep{WalkStep::File, level.path + u'/' + nameText(file.name), {}, file.isKnownRegular};
         } else if (level.nextDirectory < level.directories.size()) {
             const QByteArray& name = level.directories[level.nextDirectory++];
             m_failed = enter(level.path + u'/' + nameText(name));
@@ -127,7 +127,7 @@ std::optional<WalkStep> FileWalk::enter(QString path) {
     Level level;
     level.path = std::move(path);
     if (const SystemError cause = list(level))
-        return WalkStep{WalkStep::Unreadable, level.path, FileErrors::reading(level.path + u'/', cause)};
+        return WalkStep{WalkStep::Unreadable, level.path, FileErrors::reading(level.path + u'/', cause), false};
     m_levels.push_back(std::move(level));
     return std::nullopt;
 }
@@ -143,14 +143,14 @@ SystemError FileWalk::list(Level& level) const {
         const QByteArray bytes(entry->d_name);
         const auto text = pathText(bytes);
         if (text && m_wildcard->matches(*text) && isRegularFile(handle, *entry))
-            level.files.push_back(bytes);
+            level.files.push_back({bytes, entry->d_type == DT_REG});
         else if (text && m_subDirectories && isPlainDirectory(handle, *entry))
             level.directories.push_back(bytes);
         errno = 0;
     }
     if (errno != 0)
         return SystemError::fromErrno(errno);
-    std::ranges::sort(level.files);
+    std::ranges::sort(level.files, {}, &File::name);
     std::ranges::sort(level.directories);
     return {};
 }

@@ -22,7 +22,8 @@ struct WalkStep {
 
     Kind kind = File;
     QString path;
-    SystemError error;  ///< of a directory that cannot be listed
+    SystemError error;            ///< of a directory that cannot be listed
+    bool isKnownRegular = false;  ///< the directory lists it as a regular file
 };
 
 /// Where the files of a search come from, one after another. Used by several threads, but never by two at once.
@@ -45,10 +46,15 @@ class FileWalk : public FileSource {
     std::optional<WalkStep> next() override;
 
  private:
+    struct File {
+        QByteArray name;
+        bool isKnownRegular;
+    };
+
     /// A directory on the way down.
     struct Level {
         QString path;  ///< without "/" at its end
-        std::vector<QByteArray> files;
+        std::vector<File> files;
         std::vector<QByteArray> directories;
         std::size_t nextFile = 0;
         std::size_t nextDirectory = 0;

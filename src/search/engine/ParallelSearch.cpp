@@ -8,6 +8,8 @@
 #include <deque>
 #include <map>
 #include <mutex>
+#include <new>
+#include <optional>
 #include <set>
 #include <span>
 #include <thread>
@@ -19,6 +21,10 @@ namespace {
 constexpr qint64 StepsAhead = 1024;
 /// So many are worth waking the taker.
 constexpr qint64 StepsAtOnce = 256;
+/// Steps that one thread takes from the source, for all of them.
+constexpr std::size_t StepsAsked = 32;
+/// On a slow disk the first of them are searched before the others are found.
+constexpr std::chrono::milliseconds LongestAsking{2};
 /// Bytes of findings that wait to be taken.
 constexpr qint64 BytesAhead = 64LL * 1024 * 1024;
 constexpr unsigned MostThreads = 8;
@@ -32,6 +38,12 @@ using FileKey = std::pair<quint64, quint64>;
 
 FileKey keyOf(const FileState& state) {
     return {state.device, state.inode};
+}
+
+/// Whether the taker has to do something before more may be written: the user is asked, or the file is replaced in by
+/// other means.
+bool needsTaker(const SearchedStep& step) {
+    return step.step.kind == WalkStep::Unreadable || step.finding.gaveUp;
 }
 
 qint64 bytesOf(const FileFinding& finding) {
@@ -56,8 +68,10 @@ struct ParallelSearch::State {
     std::unique_ptr<FileSource> source;
     bool asking = false;  ///< a thread asks the source
     bool sourceEnded = false;
-    qint64 begun = 0;    ///< steps that the source has given
-    qint64 decided = 0;  ///< steps of which it is clear whether they are written
+    std::deque<std::pair<qint64, WalkStep>> toSearch;  ///< the source has given them
+    qint64 begun = 0;                                  ///< steps that the source has given
+    qint64 decided = 0;                                ///< steps of which it is clear whether they are written
+    std::optional<qint64> heldAt;  ///< a step that needs the taker: those behind it are not decided until it is done
     qint64 taken = 0;
     qint64 bytes = 0;                         ///< of the findings that were not taken
     std::map<qint64, SearchedStep> searched;  ///< by number: wait until it is decided
@@ -68,31 +82,39 @@ struct ParallelSearch::State {
     std::set<FileKey> writing;
     std::set<FileKey> written;  ///< and being written
 
-    bool mayBegin() const {
-        return !cancelled && !sourceEnded && !asking && begun - taken < StepsAhead &&
-               (bytes < BytesAhead || begun == taken);
+    bool maySearch() const { return !toSearch.empty() && (bytes < BytesAhead || toSearch.front().first == taken); }
+    bool mayAsk() const {
+        return !cancelled && !sourceEnded && !asking && toSearch.empty() && begun - taken < StepsAhead;
     }
-    bool isOver() const { return (cancelled || sourceEnded) && toWrite.empty() && !asking; }
+    /// Behind a step that is held there may be more to write.
+    bool isOver() const {
+        const bool noneComes = cancelled || (sourceEnded && !heldAt);
+        return noneComes && toSearch.empty() && toWrite.empty() && !asking;
+    }
+    bool hasWork() const { return !toWrite.empty() || maySearch() || mayAsk(); }
     bool isAtEnd() const {
         const bool noneOpen = cancelled ? !hasNext() && searchers == 0 : sourceEnded && taken == begun;
         return noneOpen && toWrite.empty() && writers == 0;
     }
     bool hasNext() const { return !ready.empty() && ready.begin()->first == taken; }
     bool isWorthTaking() const {
-        return isAtEnd() || static_cast<qint64>(ready.size()) >= StepsAtOnce || (cancelled && hasNext());
+        return isAtEnd() || static_cast<qint64>(ready.size()) >= StepsAtOnce || ((cancelled || heldAt) && hasNext());
     }
 
     void decide();
+    void endHold();
     void dropWrites();
     void finish(qint64 number, SearchedStep step);
 };
 
 /// Passes the steps on whose predecessors were all searched. From a cancel on none is written any more.
 void ParallelSearch::State::decide() {
-    for (auto next = searched.find(decided); next != searched.end(); next = searched.find(decided)) {
+    for (auto next = searched.find(decided); next != searched.end() && !heldAt; next = searched.find(decided)) {
         SearchedStep step = std::move(next->second);
         searched.erase(next);
         const qint64 number = decided++;
+        if (request.replaces && needsTaker(step))
+            heldAt = number;
         if (!request.replaces || step.finding.gaveUp || step.finding.matches.empty()) {
             ready.emplace(number, std::move(step));
         } else {
@@ -100,10 +122,20 @@ void ParallelSearch::State::decide() {
             moreToDo.notify_one();
         }
     }
-    if (cancelled)
+    if (cancelled) {
+        toSearch.clear();
         dropWrites();
+    }
     if (isWorthTaking())
         worthTaking.notify_all();
+}
+
+/// The taker comes back when it has done what it took.
+void ParallelSearch::State::endHold() {
+    if (!heldAt || taken <= *heldAt)
+        return;
+    heldAt.reset();
+    decide();
 }
 
 void ParallelSearch::State::dropWrites() {
@@ -130,12 +162,13 @@ class ParallelSearch::Worker {
     void run() {
         std::unique_lock lock(m_state->mutex);
         for (;;) {
-            m_state->moreToDo.wait(
-                lock, [this] { return !m_state->toWrite.empty() || m_state->mayBegin() || m_state->isOver(); });
+            m_state->moreToDo.wait(lock, [this] { return m_state->hasWork() || m_state->isOver(); });
             if (!m_state->toWrite.empty())
                 writeNext(lock);
-            else if (m_state->mayBegin())
+            else if (m_state->maySearch())
                 searchNext(lock);
+            else if (m_state->mayAsk())
+                askSource(lock);
             else
                 break;
         }
@@ -144,6 +177,8 @@ class ParallelSearch::Worker {
     }
 
  private:
+    void askSource(std::unique_lock<std::mutex>& lock);
+    bool fillFromSource(std::vector<WalkStep>& steps) const;
     void searchNext(std::unique_lock<std::mutex>& lock);
     void writeNext(std::unique_lock<std::mutex>& lock);
     void write(SearchedStep& step);
@@ -152,25 +187,41 @@ class ParallelSearch::Worker {
     FileSearch m_search;
 };
 
-void ParallelSearch::Worker::searchNext(std::unique_lock<std::mutex>& lock) {
+/// For all threads, so that they seldom wait for each other.
+void ParallelSearch::Worker::askSource(std::unique_lock<std::mutex>& lock) {
     m_state->asking = true;
     lock.unlock();
-    std::optional<WalkStep> step = m_state->source->next();
+    std::vector<WalkStep> steps;
+    const bool isEnd = !fillFromSource(steps);
     lock.lock();
     m_state->asking = false;
-    m_state->moreToDo.notify_one();
-    if (!step) {
-        m_state->sourceEnded = true;
-        m_state->moreToDo.notify_all();
-        m_state->decide();
-        return;
-    }
-    const qint64 number = m_state->begun++;
+    m_state->sourceEnded = isEnd;
+    for (WalkStep& next : steps)
+        m_state->toSearch.emplace_back(m_state->begun++, std::move(next));
+    m_state->decide();
+    m_state->moreToDo.notify_all();
+}
+
+/// False at the end of the source.
+bool ParallelSearch::Worker::fillFromSource(std::vector<WalkStep>& steps) const {
+    const auto end = std::chrono::steady_clock::now() + LongestAsking;
+    do {
+        std::optional<WalkStep> step = m_state->source->next();
+        if (!step)
+            return false;
+        steps.push_back(*std::move(step));
+    } while (steps.size() < StepsAsked && !m_state->cancelled && std::chrono::steady_clock::now() < end);
+    return true;
+}
+
+void ParallelSearch::Worker::searchNext(std::unique_lock<std::mutex>& lock) {
+    auto [number, step] = std::move(m_state->toSearch.front());
+    m_state->toSearch.pop_front();
     ++m_state->searchers;
     lock.unlock();
-    SearchedStep searched{*std::move(step), {}, false};
+    SearchedStep searched{std::move(step), {}, false};
     if (searched.step.kind == WalkStep::File)
-        searched.finding = m_search.search(searched.step.path);
+        searched.finding = m_search.search(searched.step.path, searched.step.isKnownRegular);
     lock.lock();
     --m_state->searchers;
     m_state->finish(number, std::move(searched));
@@ -203,10 +254,14 @@ void ParallelSearch::Worker::writeNext(std::unique_lock<std::mutex>& lock) {
 void ParallelSearch::Worker::write(SearchedStep& step) {
     if (step.finding.matches.empty() || step.finding.gaveUp)
         return;
-    const std::string_view text = step.finding.newText;
-    const EncodedText encoded = encodeText(std::span(&text, 1), step.finding.format);
-    step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
-    step.finding.newText = {};
+    const std::string text = std::move(step.finding.newText);
+    const std::string_view whole = text;
+    try {
+        const EncodedText encoded = encodeText(std::span(&whole, 1), step.finding.format);
+        step.isWritten = !encoded.failure && !UserFileWriter().write(step.step.path, encoded.pieces).error;
+    } catch (const std::bad_alloc&) {
+        step.isWritten = false;
+    }
 }
 
 ParallelSearch::ParallelSearch(const SearchRequest& request, std::unique_ptr<FileSource> source)
@@ -230,6 +285,7 @@ void ParallelSearch::cancel() {
 
 std::vector<SearchedStep> ParallelSearch::take(std::chrono::milliseconds limit) {
     std::unique_lock lock(m_state->mutex);
+    m_state->endHold();
     m_state->worthTaking.wait_for(lock, limit, [this] { return m_state->isWorthTaking(); });
     std::vector<SearchedStep> steps;
     for (auto first = m_state->ready.begin(); first != m_state->ready.end() && first->first == m_state->taken;

@@ -21,7 +21,8 @@ struct SearchedStep {
 /// if one file had been searched after the other. At most a bounded number of files is searched ahead.
 ///
 /// Replacements are written by the same threads: a file's only when all files before it were searched, so that after a
-/// cancel the files that were changed are those up to one of them. A file that was changed meanwhile, by this search
+/// cancel the files that were changed are those up to one of them. Behind a directory that cannot be listed, and a file
+/// in which the expression gave up, nothing is written until take() is called again. A file that was changed meanwhile, by this search
 /// under another name or by somebody else, is searched again before it is written.
 ///
 /// Created, used and destroyed in one thread, which never waits for a file: destroying it cancels the search, and its

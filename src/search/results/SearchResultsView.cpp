@@ -2,12 +2,11 @@
 
 #include "search/results/MatchDelegate.h"
 #include "search/results/SearchResultsModel.h"
+#include "widgets/RowInput.h"
 
 #include <QAccessible>
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSignalBlocker>
@@ -45,6 +44,9 @@ SearchResultsView::SearchResultsView(SearchResultsModel& model, QWidget* parent)
             Q_EMIT matchChosen(index);
     });
     connect(this, &QTreeView::collapsed, this, &SearchResultsView::leaveClosedFile);
+    auto* input = new RowInput(*this);
+    input->onKeys({Qt::Key_Return, Qt::Key_Enter}, [this] { takeEnter(); });
+    connect(input, &RowInput::menuWanted, this, &SearchResultsView::menuWanted);
     setModel(&m_model);
     // At once: the rows that are laid out may be of matches that are gone.
     connect(&m_model, &SearchResultsModel::layoutChanged, this, &SearchResultsView::doItemsLayout);
@@ -114,12 +116,6 @@ void SearchResultsView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     horizontalScrollBar()->setValue(before);
 }
 
-void SearchResultsView::mouseReleaseEvent(QMouseEvent* event) {
-    QTreeView::mouseReleaseEvent(event);
-    if (event->button() == Qt::RightButton && viewport()->rect().contains(event->position().toPoint()))
-        Q_EMIT menuWanted(event->globalPosition().toPoint());
-}
-
 bool SearchResultsView::isOnCheckBox(QPoint place) const {
     const QModelIndex index = indexAt(place);
     if (!index.isValid())
@@ -136,32 +132,6 @@ void SearchResultsView::mouseDoubleClickEvent(QMouseEvent* event) {
         mousePressEvent(event);
     else
         QTreeView::mouseDoubleClickEvent(event);
-}
-
-/// The mouse opens the menu when its button is released; the key opens it here.
-void SearchResultsView::contextMenuEvent(QContextMenuEvent* event) {
-    event->accept();
-    if (event->reason() == QContextMenuEvent::Keyboard)
-        openMenuAtNode();
-}
-
-void SearchResultsView::openMenuAtNode() {
-    if (currentIndex().isValid())
-        scrollTo(currentIndex());
-    const QPoint place = visualRect(currentIndex()).bottomLeft();
-    Q_EMIT menuWanted(viewport()->mapToGlobal(QPoint(std::max(place.x(), 0), place.y())));
-}
-
-/// Qt opens a menu by the menu key alone.
-void SearchResultsView::keyPressEvent(QKeyEvent* event) {
-    const Qt::KeyboardModifiers with = event->modifiers() & ~Qt::KeypadModifier;
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && with == Qt::NoModifier)
-        takeEnter();
-    else if (event->key() == Qt::Key_F10 && with == Qt::ShiftModifier)
-        openMenuAtNode();
-    else
-        QTreeView::keyPressEvent(event);
 }
 
 void SearchResultsView::takeEnter() {

@@ -35,17 +35,13 @@ class SearchResultsView : public QTreeView {
     void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
     int sizeHintForColumn(int column) const override;
     void resizeEvent(QResizeEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void contextMenuEvent(QContextMenuEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
  private:
     void fitColumn();
     void leaveClosedFile();
     bool isOnCheckBox(QPoint place) const;
     void takeEnter();
-    void openMenuAtNode();
 
     SearchResultsModel& m_model;
     MatchDelegate& m_delegate;

@@ -1,6 +1,7 @@
 #include "search/results/ucSearchResults.h"
 
 #include "platform/Yield.h"
+#include "platform/YieldPace.h"
 #include "search/results/SearchResultsModel.h"
 #include "search/results/SearchResultsView.h"
 #include "widgets/BusyPointer.h"
@@ -197,17 +198,20 @@ void ucSearchResults::bookmarkLines() {
 }
 
 /// The tags are taken first, so that matches that are removed or added meanwhile change nothing. When the file is
-/// removed the rest of them are left out.
+/// removed the rest of them are left out. There may be very many, so the event loop runs only now and then.
 void ucSearchResults::bookmarkAll(const QModelIndex& file) {
     const QPersistentModelIndex node(file);
     const QString key = node.data(SearchResultsModel::Key).toString();
     QStringList tags;
     for (int row = 0; row < m_model.rowCount(file); ++row)
         tags.append(m_model.index(row, 0, file).data(SearchResultsModel::Tag).toString());
+    YieldPace pace;
     for (const QString& tag : tags) {
         if (!node.isValid())
             return;
         Q_EMIT ItemAction(key, tag, Bookmark.toString());
+        if (pace.due())
+            yieldOnce();
     }
 }
 

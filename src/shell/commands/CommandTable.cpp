@@ -93,6 +93,8 @@ constexpr CommandRow Commands[] = {
     gap("mnuFile", "mnuSep06"),
     {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Rooms::ShowProperties)},
     gap("mnuFile", "mnuFileBar1"),
+    {"mnuFile", "mnuFilePageSetup", "Page Set&up...", "", "", on(&Frame::SetUpPage)},
+    {"mnuFile", "mnuFilePrintPreview", "Print Preview", "", "", on(&Frame::PreviewPrint), Always, false, false},
     {"mnuFile", "mnuFilePrint", "&Print...", "Ctrl+P", "", on(&Document::PrintContent), InText},
     gap("mnuFile", "mnuFileSep03"),
     menu("mnuFile", "mnuRecentFiles", "Recent File(s)"),

@@ -57,23 +57,36 @@ void FileSearches::FindInFiles() {
 }
 
 void FileSearches::ShowSearchInFiles(const QString& pDir) {
-    if (m_search.isRunning())
-        return m_search.StartSearch({});  // brings its window to the front
-    SearchDialog& dialog = form(m_searchForm);
-    if (!dialog.ask(hasProject(), pDir))
-        return;
-    yieldOnce();
-    StartSearch(dialog.request());
+    if (const auto request = ask(m_searchForm, pDir))
+        StartSearch(*request);
 }
 
 void FileSearches::ReplaceInFiles() {
-    if (m_search.isRunning())
-        return m_search.StartSearch({});
-    SearchDialog& dialog = form(m_replaceForm);
-    if (!dialog.ask(hasProject()))
+    if (const auto request = ask(m_replaceForm, {}))
+        StartSearch(*request);
+}
+
+/// The frame is not shown before it has loaded, and the search would run for all that time without it.
+void FileSearches::searchAfterLoad(const QString& directories) {
+    const auto request = ask(m_searchForm, directories);
+    if (!request)
         return;
+    const auto start = [this, request] { StartSearch(*request); };
+    QMetaObject::invokeMethod(&m_search, start, Qt::QueuedConnection);
+}
+
+/// Nothing when the user wants no search, or one is running, whose window comes to the front.
+template <typename Form>
+std::optional<SearchRequest> FileSearches::ask(Form*& shown, const QString& directories) {
+    if (m_search.isRunning()) {
+        m_search.StartSearch({});
+        return std::nullopt;
+    }
+    SearchDialog& dialog = form(shown);
+    if (!dialog.ask(hasProject(), directories))
+        return std::nullopt;
     yieldOnce();
-    StartSearch(dialog.request());
+    return dialog.request();
 }
 
 void FileSearches::StartSearch(const SearchRequest& request) {
@@ -144,13 +157,17 @@ void FileSearches::ItemAction(const QString& pFile, const QString& pTag, const Q
     const auto number = [&fields](qsizetype at) { return fields.value(at).toLongLong(); };
     const QList<frmDocument*>& documents = m_parts.children.documents();
     const auto open = std::ranges::find(documents, pFile, [](const frmDocument* each) { return each->filename; });
+    const bool isOpen = open != documents.end();
+    const bool isInFront = isOpen && *open == m_parts.active.get();
     ignoringErrors("openMatch", [&] {
-        if (open != documents.end())
+        if (isOpen)
             m_parts.active.activate(*open);
         else
             m_parts.opening.OpenFile(pFile, 0, true, true);
     });
-    yieldOnce();
+    // Not for each of many matches of the same document.
+    if (!isInFront)
+        yieldOnce();
     frmDocument* document = m_parts.active.get();
     if (document == nullptr || fields.size() < 3)
         return;

@@ -9,6 +9,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 class ActiveDocument;
 class DocumentOpening;
@@ -49,6 +50,8 @@ class FileSearches : public SearchHost, public SearchScope {
     void ReplaceInFiles();
     /// The same as FindInFiles() with directories to begin with.
     void ShowSearchInFiles(const QString& pDir);
+    /// The same while the frame loads: the search itself begins in the event loop afterwards.
+    void searchAfterLoad(const QString& directories);
 
     SearchAcrossFiles& search() { return m_search; }
     void StartSearch(const SearchRequest& request);
@@ -58,6 +61,8 @@ class FileSearches : public SearchHost, public SearchScope {
  private:
     template <typename Form>
     Form& form(Form*& form);
+    template <typename Form>
+    std::optional<SearchRequest> ask(Form*& shown, const QString& directories);
 
     void showResults() override;
     void setResultsTitle(const QString& title) override;

@@ -1,6 +1,7 @@
 #include "shell/commands/FrameCommands.h"
 
 #include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
 #include "properties/fmrLangProperties.h"
 #include "shell/bars/FindBar.h"
@@ -10,6 +11,7 @@
 #include "shell/outside/Calculator.h"
 #include "shell/outside/HelpPages.h"
 #include "shell/outside/ToolForms.h"
+#include "widgets/Prompts.h"
 #include "workspace/lists/frmFileProperties.h"
 
 #include <QWidget>
@@ -46,6 +48,14 @@ void FrameCommands::ToggleRegExp() {
 
 void FrameCommands::ToggleContinueSearch() {
     m_searchToggles.toggle("mnuSearchContinue");
+}
+
+void FrameCommands::SetUpPage() {
+    m_services.globals.printing.PrintSetup(&m_window);
+}
+
+void FrameCommands::PreviewPrint() {
+    m_services.prompts.message(&m_window, u"Add 'mnuFilePrintPreview_Click' code."_qs);
 }
 
 void FrameCommands::OrganizeLanguages() {

@@ -25,6 +25,10 @@ class FrameCommands {
     void ToggleRegExp();
     void ToggleContinueSearch();
 
+    /// The page set-up of all texts; a document need not be open.
+    void SetUpPage();
+    /// Has no behaviour yet but its message; its entry is not shown.
+    void PreviewPrint();
     void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();

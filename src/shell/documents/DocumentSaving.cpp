@@ -66,8 +66,20 @@ void DocumentSaving::SaveAs() {
     m_active.reportSaved(document, path);
 }
 
-/// Bytes are saved in blocks, between which the event loop runs: Close is disabled.
+/// Somebody else's bytes are not lost without a question.
+bool DocumentSaving::mayOverwrite(const frmDocument& document, const QString& path) const {
+    if (path != document.filename || !document.IsChangedOnDisk())
+        return true;
+    const QString question = u"'%1' has been changed on disk. Overwrite it ?"_qs.arg(path);
+    return m_services.prompts.askYesNo(&m_window, question, {}, {}, Prompts::Answer::No);
+}
+
+/// Bytes are saved in blocks, between which the event loop runs: Close is disabled. `force`: the user has chosen the
+/// file just now, and has said that it may be overwritten.
 bool DocumentSaving::save(frmDocument& document, const QString& path, int format, bool force) {
+    const QPointer<frmDocument> alive(&document);
+    if ((!force && !mayOverwrite(document, path)) || !alive)
+        return false;
     m_systemClose.enable(false);
     bool saved = false;
     ignoringErrors("SaveFile", [&] { saved = document.SaveFile(path, format, force); });

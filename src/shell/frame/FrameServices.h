@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/print/PrintDialogs.h"
 #include "platform/FileLookup.h"
 #include "platform/Folders.h"
 
@@ -31,6 +32,7 @@ struct FrameServices {
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
     FileLookup::Exists fileExists = ::fileExists;
+    PrintDialogs& printDialogs = PrintDialogs::shown();
     QStringList arguments = {};  ///< of which the tail was made
     /// By which later starts find this instance; null: they do not. Longer-lived than the frame.
     InstanceLock* instanceLock = nullptr;

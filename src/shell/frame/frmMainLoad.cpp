@@ -81,7 +81,7 @@ void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
             house.projects.OpenProject(order.texts.value(0));
             break;
         case Kind::SearchFolders:
-            house.searches.ShowSearchInFiles(order.texts.value(0));
+            house.searches.searchAfterLoad(order.texts.value(0));
             break;
     }
 }

@@ -335,6 +335,45 @@ TEST_F(FileSearchTest, FindingEndsAtTheMostMatchesAndReplacingLeavesTheFile) {
     EXPECT_TRUE(inBytes(replacing(u"a"_qs, u"b"_qs), most).error.isEmpty());
 }
 
+TEST_F(FileSearchTest, WhereverAReplacementIsCancelledItsTextIsWholeOrThereIsNone) {
+    std::string lines;
+    while (lines.size() < 6 * Part)
+        lines += std::string(Part / 4, 'x') + "\n";
+    const std::string bytes = lines + "\r\nneedle\rneedle\n" + lines;
+    const std::string wanted = lines + "\r\n-\r-\n" + lines;
+    const SearchRequest request = replacing(u"needle"_qs, u"-"_qs);
+    for (int milliseconds = 0; milliseconds < 60; milliseconds += 3) {
+        std::atomic<bool> cancelled = false;
+        LargeFiles largeFiles;
+        FileSearch search(request, cancelled, largeFiles);
+        std::thread canceller([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+            cancelled = true;
+        });
+        const FileFinding found = search.searchBytes(bytes);
+        canceller.join();
+        if (found.cancelled) {
+            EXPECT_TRUE(found.matches.empty());
+            EXPECT_TRUE(found.newText.empty());
+        } else {
+            EXPECT_EQ(found.matches.matches().size(), 2U);
+            EXPECT_TRUE(found.newText == wanted);
+        }
+    }
+}
+
+TEST_F(FileSearchTest, ALineIsLockedByItsLengthHoweverItStandsInTheParts) {
+    const auto isLeft = [this](std::size_t before, std::size_t length) {
+        const std::string bytes = "\r\n\r\n" + std::string(before, '\n') + "needle" + std::string(length - 6, 'x');
+        return inBytes(replacing(u"needle"_qs, u"-"_qs), bytes + "\r").newText.empty();
+    };
+    const auto limit = static_cast<std::size_t>(FileSearch::LockedLine);
+    for (const std::size_t before : {std::size_t(0), Part - 4, Part - 5, Part / 2, 2 * Part}) {
+        EXPECT_TRUE(isLeft(before, limit)) << before;
+        EXPECT_FALSE(isLeft(before, limit - 1)) << before;
+    }
+}
+
 // Replacements
 
 TEST_F(FileSearchTest, AFileWithoutAMatchHasNoNewText) {

@@ -279,6 +279,15 @@ TEST_F(BottomPanel, ALongTitleIsCutOnScreenAlone) {
     EXPECT_EQ(label.shownText(), u"<b>1</b>"_qs);
 }
 
+TEST_F(BottomPanel, ATitleWithALineBreakIsOneLine) {
+    m_panel.setTitle(u"one line"_qs);
+    QCoreApplication::processEvents();
+    const int before = bar().height();
+    m_panel.setTitle(u"a path with\na line\r\nbreak"_qs);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(bar().height(), before);
+}
+
 TEST_F(BottomPanel, AResetOrHidingEndsADrag) {
     const int before = m_panel.height();
     press(bar(), QPoint(60, 5));

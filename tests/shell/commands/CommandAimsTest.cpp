@@ -86,6 +86,8 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
         {"mnuRegExp", &Frame::ToggleRegExp},
         {"mnuSearchContinue", &Frame::ToggleContinueSearch},
         {"mnuOrgLanguages", &Frame::OrganizeLanguages},
+        {"mnuFilePageSetup", &Frame::SetUpPage},
+        {"mnuFilePrintPreview", &Frame::PreviewPrint},
     };
     expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);
 }

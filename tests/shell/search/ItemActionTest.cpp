@@ -1,3 +1,4 @@
+#include "editor/control/TextControl.h"
 #include "search/results/ucSearchResults.h"
 #include "shell/search/SearchInFrame.h"
 
@@ -175,3 +176,67 @@ TEST_F(ItemAction, ADocumentInHexIsBroughtToTheFrontAndStaysInHex) {
     EXPECT_EQ(documents().size(), count);
     EXPECT_TRUE(m_prompts.messages.isEmpty());
 }
+
+TEST_F(ItemAction, TheEventLoopRunsNowAndThenWhileManyLinesAreMarked) {
+    constexpr int Lines = 5'000;
+    start();
+    m_one = fileOf(QByteArray("foo\n").repeated(Lines), u"one.txt"_qs);
+    search(find(u"foo"_qs));
+    view().setCurrentIndex(node(0));
+    int passes = 0;
+    atYields([&] { return ++passes > 10 * Lines; });
+    results().runCommand(u"mnuBookLines"_qs);
+    EXPECT_TRUE(isMarked(1));
+    EXPECT_TRUE(isMarked(Lines));
+    EXPECT_GT(passes, 0);
+    EXPECT_LT(passes, Lines / 2);
+}
+
+/// Where a match stands in its line, and how long the line is.
+class ItemActionInALongLine : public ItemAction, public testing::WithParamInterface<std::pair<int, int>> {
+ protected:
+    /// Whether both ends of the selection are in the view.
+    void expectSelectionInView() {
+        TextControl& control = active()->GetEditor()->control();
+        const auto ask = [&control](int message, qint64 byte) {
+            return static_cast<int>(control.send(message, 0, byte));
+        };
+        const int left = static_cast<int>(control.send(QsciScintillaBase::SCI_GETMARGINLEFT));
+        for (const int end : {QsciScintillaBase::SCI_GETSELECTIONSTART, QsciScintillaBase::SCI_GETSELECTIONEND}) {
+            const qint64 byte = control.send(end);
+            const int x = ask(QsciScintillaBase::SCI_POINTXFROMPOSITION, byte);
+            EXPECT_GE(x, left) << byte;
+            EXPECT_LE(x, control.viewport()->width()) << byte;
+            const int y = ask(QsciScintillaBase::SCI_POINTYFROMPOSITION, byte);
+            EXPECT_GE(y, 0) << byte;
+            EXPECT_LT(y, control.viewport()->height()) << byte;
+        }
+    }
+};
+
+TEST_P(ItemActionInALongLine, TheMatchIsInView) {
+    const auto [column, length] = GetParam();
+    start();
+    m_frame->resize(900, 700);
+    m_frame->show();
+    QByteArray line(length, 'x');
+    line.replace(column, 3, "foo");
+    m_one = fileOf(QByteArray("first\n").repeated(300) + line + "\nlast\n", u"one.txt"_qs);
+    search(find(u"foo"_qs));
+    ASSERT_EQ(tags(0).size(), 1);
+    for (const bool isOpen : {false, true}) {
+        act(m_one, tags(0).first());
+        QTest::qWait(0);
+        EXPECT_EQ(selection(), u"foo"_qs);
+        expectSelectionInView();
+        select(0, 0);
+        QTest::qWait(0);
+        SCOPED_TRACE(isOpen);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Columns, ItemActionInALongLine,
+                         testing::Values(std::pair(500, 600), std::pair(500, 60'000), std::pair(30'000, 60'000),
+                                         std::pair(59'990, 60'000), std::pair(4'090, 70'000), std::pair(4'093, 70'000),
+                                         std::pair(4'096, 70'000), std::pair(4'097, 70'000),
+                                         std::pair(69'997, 70'000)));

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <array>
 #include <random>
 
@@ -231,11 +232,33 @@ TEST_F(ReplaceInFiles, AFileOfTheProjectIsReplacedToo) {
     EXPECT_EQ(bytesOf(other), "foo");
 }
 
+TEST_F(ReplaceInFiles, MissingDirectoriesBetweenTheOthersDoNotEndIt) {
+    start();
+    QStringList all;
+    SearchRequest request = replace(u"foo"_qs, u"bar"_qs);
+    request.directories.clear();
+    for (int i = 0; i < 5; ++i) {
+        folder(u"d%1"_qs.arg(i));
+        all << fileOf("foo", u"d%1/a.txt"_qs.arg(i)) << fileOf("foo", u"d%1/b.txt"_qs.arg(i));
+        request.directories += path(u"d%1"_qs.arg(i)) + u';' + path(u"gone%1"_qs.arg(i)) + u';';
+    }
+    search(request);
+    EXPECT_EQ(files(), all);
+    for (const QString& file : all) {
+        EXPECT_EQ(bytesOf(file), "bar");
+    }
+    EXPECT_EQ(m_prompts.messages.size(), 5);
+}
+
 // Against a model
 
+/// In more files with QUILLMARK_TEST_FILES=NUMBER in the environment.
 class ReplaceEqualsModel : public SearchInFrame, public testing::WithParamInterface<int> {
  protected:
-    static constexpr int Files = 2'000;
+    static int fileCount() {
+        constexpr int Usual = 2'000;
+        return std::max(Usual, qEnvironmentVariableIntValue("QUILLMARK_TEST_FILES"));
+    }
     static constexpr std::array<const char16_t*, 9> Words{u"foo", u"Foo", u"caf\u00E9", u"f",     u"oo",
                                                           u" ",   u"\n",  u"\r\n",      u"\u00FF"};
 
@@ -255,7 +278,8 @@ TEST_P(ReplaceEqualsModel, InManyFilesOfAllEncodings) {
     m_random.seed(static_cast<unsigned>(GetParam()));
     std::vector<std::pair<QString, QByteArray>> expected;
     int changed = 0;
-    for (int i = 0; i < Files; ++i) {
+    const int count = fileCount();
+    for (int i = 0; i < count; ++i) {
         const Encoding encoding = Encodings[static_cast<std::size_t>(i) % Encodings.size()];
         const QString before = generatedText();
         QString after = before;
@@ -273,10 +297,10 @@ TEST_P(ReplaceEqualsModel, InManyFilesOfAllEncodings) {
     for (const auto& [file, bytes] : expected) {
         ASSERT_EQ(bytesOf(file), bytes) << file.toStdString();
     }
-    EXPECT_EQ(searched(), Files);
+    EXPECT_EQ(searched(), count);
     EXPECT_EQ(found(), changed);
     EXPECT_EQ(files().size(), changed);
-    EXPECT_GT(changed, Files / 4);
+    EXPECT_GT(changed, count / 4);
 }
 
 INSTANTIATE_TEST_SUITE_P(Share, ReplaceEqualsModel, testing::Range(0, 3));

@@ -76,6 +76,26 @@ TEST_F(SearchDialogsInFrame, ADirectoryIsFilledInForTheUser) {
     EXPECT_EQ(files(), QStringList(file));
 }
 
+TEST_F(SearchDialogsInFrame, AFolderOnTheCommandLineIsSearchedWhenTheFrameHasLoaded) {
+    const QString file = fileOf("foo");
+    QString directory;
+    bool wasLoading = false;
+    whenShown("frmSearchInFiles", [&](QDialog& shown) {
+        directory = textIn(shown, "cmbDir");
+        wasLoading = !m_steps.contains(u"setCaption"_qs);
+        set(shown, "cmbFiles", u"*"_qs);
+        set(shown, "cmbFind", u"foo"_qs);
+    });
+    load(m_folder.path());
+    EXPECT_EQ(directory, m_folder.path());
+    EXPECT_TRUE(wasLoading);
+    EXPECT_EQ(window(), nullptr);  // which the search would have created
+    m_frame->show();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(files(), QStringList(file));
+    EXPECT_EQ(title(), u"Search completed, files found : 1"_qs);
+}
+
 TEST_F(SearchDialogsInFrame, CancelSearchesNothing) {
     start();
     fileOf("foo");

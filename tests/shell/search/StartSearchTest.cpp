@@ -393,6 +393,17 @@ TEST_F(StartSearch, AMissingDirectoryIsReportedAndTheOthersAreSearched) {
     EXPECT_EQ(searched(), 1);
 }
 
+TEST_F(StartSearch, WhileADirectoryIsReportedThePathShownIsTheLastOneSearched) {
+    start();
+    makeFiles(3, "foo");
+    SearchRequest request = find(u"foo"_qs);
+    request.directories = m_folder.path() + u';' + path(u"gone"_qs);
+    QString shown;
+    m_prompts.whileShown([&] { shown = status(); });
+    search(request);
+    EXPECT_EQ(shown, statusOf(path(u"000002.txt"_qs), 3, 3));
+}
+
 TEST_F(StartSearch, TheTickSilencesTheOthersOfThatSearchAlone) {
     start();
     const QString file = fileOf("foo");

@@ -1,0 +1,120 @@
+#include "recovery/saves/BlockComparison.h"
+
+#include "recovery/saves/RecordFormat.h"
+
+#include <algorithm>
+#include <cstring>
+
+using namespace RecordFormat;
+
+namespace {
+
+constexpr qint64 WindowSize = 65'536;
+static_assert(WindowSize % BlockSize == 0);
+/// One call of the system that was interrupted in the middle of a block.
+constexpr int MixedBlocksOfAWriter = 1;
+
+bool isZero(const char* bytes, qint64 length) {
+    return std::all_of(bytes, bytes + length, [](char byte) { return byte == '\0'; });
+}
+
+quint64 endOf(const RecordedRange& range) {
+    return range.offset + range.length;
+}
+
+}  // namespace
+
+BlockComparison::BlockComparison(FileSystemCalls& calls, int record, const RecordedFile& file, int target,
+                                 quint64 targetSize)
+    : m_calls(calls),
+      m_record(record),
+      m_file(file),
+      m_target(target),
+      m_size(targetSize),
+      m_bytes(WindowSize, Qt::Uninitialized),
+      m_newBytes(WindowSize, Qt::Uninitialized),
+      m_hashes(WindowSize / BlockSize * static_cast<qsizetype>(sizeof(quint32)), Qt::Uninitialized) {}
+
+WriteState BlockComparison::compare() {
+    for (quint64 offset = 0; offset < m_size; offset += WindowSize) {
+        const qint64 length = static_cast<qint64>(std::min<quint64>(WindowSize, m_size - offset));
+        if (!readWindow(offset, length))
+            return WriteState::Other;
+        for (qint64 at = 0; at < length; at += BlockSize) {
+            if (!count(blockAt(offset, at, length)))
+                return WriteState::Other;
+        }
+    }
+    return m_allNew && m_mixed == 0 && m_size == m_file.finalSize() ? WriteState::Whole : WriteState::Partial;
+}
+
+bool BlockComparison::readWindow(quint64 offset, qint64 length) {
+    return readExactly(m_calls, m_target, m_bytes.data(), length, static_cast<qint64>(offset)) &&
+           readHashes(offset, length) && readNewBytes(offset, length);
+}
+
+bool BlockComparison::readHashes(quint64 offset, qint64 length) {
+    if (offset >= m_file.oldSize)
+        return true;
+    const quint64 oldLength = std::min(static_cast<quint64>(length), m_file.oldSize - offset);
+    const auto hashSize = static_cast<qint64>(sizeof(quint32));
+    return readExactly(m_calls, m_record, m_hashes.data(), static_cast<qint64>(blocksOf(oldLength)) * hashSize,
+                       m_file.hashes + static_cast<qint64>(offset / BlockSize) * hashSize);
+}
+
+bool BlockComparison::readNewBytes(quint64 offset, qint64 length) {
+    const std::vector<RecordedRange>& ranges = m_file.ranges;
+    while (m_firstRange < ranges.size() && endOf(ranges[m_firstRange]) <= offset)
+        ++m_firstRange;
+    m_range = m_firstRange;
+    const quint64 end = offset + static_cast<quint64>(length);
+    for (std::size_t i = m_firstRange; i < ranges.size() && ranges[i].offset < end; ++i) {
+        const quint64 from = std::max(ranges[i].offset, offset);
+        const quint64 to = std::min(endOf(ranges[i]), end);
+        if (!readExactly(m_calls, m_record, m_newBytes.data() + (from - offset), static_cast<qint64>(to - from),
+                         ranges[i].inRecord + static_cast<qint64>(from - ranges[i].offset)))
+            return false;
+    }
+    return true;
+}
+
+BlockComparison::Block BlockComparison::blockAt(quint64 offset, qint64 inWindow, qint64 windowLength) {
+    const std::vector<RecordedRange>& ranges = m_file.ranges;
+    const quint64 at = offset + static_cast<quint64>(inWindow);
+    while (m_range < ranges.size() && endOf(ranges[m_range]) <= at)
+        ++m_range;
+    const bool isInRange = m_range < ranges.size() && ranges[m_range].offset <= at;
+    const quint64 newLength = isInRange ? std::min<quint64>(BlockSize, endOf(ranges[m_range]) - at) : 0;
+    quint32 hash = 0;
+    if (at < m_file.oldSize)
+        std::memcpy(&hash, m_hashes.constData() + inWindow / BlockSize * static_cast<qint64>(sizeof hash), sizeof hash);
+    return {at,
+            m_bytes.constData() + inWindow,
+            std::min(BlockSize, windowLength - inWindow),
+            m_newBytes.constData() + inWindow,
+            static_cast<qint64>(newLength),
+            hash};
+}
+
+/// The bytes after the new ones are not looked at: they are cut off at the end of the write, or stay as they were.
+bool BlockComparison::isNew(const Block& block) const {
+    const qint64 length = std::min(block.length, block.newLength);
+    return block.newLength > 0 && std::memcmp(block.bytes, block.newBytes, static_cast<std::size_t>(length)) == 0;
+}
+
+/// A block after the end of the old file was never written: the system shows zeros.
+bool BlockComparison::isOld(const Block& block) const {
+    if (block.offset >= m_file.oldSize)
+        return isZero(block.bytes, block.length);
+    const auto oldLength = static_cast<qint64>(std::min<quint64>(BlockSize, m_file.oldSize - block.offset));
+    return block.length >= oldLength && blockHash(block.bytes, oldLength) == block.oldHash &&
+           isZero(block.bytes + oldLength, block.length - oldLength);
+}
+
+bool BlockComparison::count(const Block& block) {
+    if (isNew(block))
+        return true;
+    if (block.newLength > 0)
+        m_allNew = false;
+    return isOld(block) || ++m_mixed <= MixedBlocksOfAWriter;
+}

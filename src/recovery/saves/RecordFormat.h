@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// The file of a record of saves. Numbers have the byte order of the machine, which a record never
+/// leaves. It has any number of entries, one for each file that is written:
+///
+///     Magic
+///     for each entry: EntryHead, the path (EntryHead::pathLength bytes)
+///                     for each range of new bytes: RangeHead, the bytes; at the end a RangeHead of LastRange
+///                     for each block of the old file: 32 bits of its hash
+///     EndHead, the checksum of all bytes before it
+///
+/// Blocks are counted from the beginning of the file; the last one may be shorter.
+namespace RecordFormat {
+
+constexpr char Magic[8] = {'Q', 'M', 'S', 'A', 'V', 'E', '1', '\n'};
+constexpr quint32 EntryTag = 0x59'52'54'4e;
+constexpr quint32 EndTag = 0x44'4e'45'2e;
+constexpr qint64 BlockSize = 512;
+constexpr quint64 LastRange = ~quint64(0);
+/// More than any system accepts.
+constexpr quint32 LongestPath = 65'536;
+constexpr quint64 LargestFile = quint64(1) << 62;
+
+enum EntryFlag : quint32 { Cuts = 1 };
+
+struct EntryHead {
+    quint32 tag;
+    quint32 flags;
+    quint64 device;
+    quint64 inode;
+    quint64 oldSize;  ///< bytes
+    quint64 newSize;  ///< bytes
+    qint64 oldTime;   ///< of the last change, in nanoseconds
+    quint32 pathLength;
+    quint32 unused;
+};
+static_assert(sizeof(EntryHead) == 56);
+
+struct RangeHead {
+    quint64 offset;
+    quint64 length;
+};
+static_assert(sizeof(RangeHead) == 16);
+
+struct EndHead {
+    quint32 tag;
+    quint32 entries;
+};
+static_assert(sizeof(EndHead) == 8);
+constexpr qint64 ChecksumSize = 16;
+
+/// The number of blocks of a file of this size.
+constexpr quint64 blocksOf(quint64 size) {
+    return (size + BlockSize - 1) / BlockSize;
+}
+
+/// The hash of one block; `length` is at most BlockSize.
+quint32 blockHash(const char* bytes, qint64 length);
+
+}  // namespace RecordFormat

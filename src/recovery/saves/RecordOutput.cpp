@@ -1,0 +1,64 @@
+#include "recovery/saves/RecordOutput.h"
+
+#include "recovery/saves/RecordFormat.h"
+
+#include <xxhash.h>
+
+#include <cerrno>
+
+namespace {
+
+constexpr qsizetype BufferSize = 262'144;
+
+}  // namespace
+
+quint32 RecordFormat::blockHash(const char* bytes, qint64 length) {
+    return static_cast<quint32>(XXH3_64bits(bytes, static_cast<std::size_t>(length)));
+}
+
+RecordOutput::RecordOutput(FileSystemCalls& calls, int handle)
+    : m_calls(calls), m_handle(handle), m_hash(XXH3_createState()) {
+    XXH3_128bits_reset(m_hash);
+    m_buffer.reserve(BufferSize);
+}
+
+RecordOutput::~RecordOutput() {
+    XXH3_freeState(m_hash);
+}
+
+void RecordOutput::write(std::string_view bytes) {
+    if (m_error || bytes.empty())
+        return;
+    XXH3_128bits_update(m_hash, bytes.data(), bytes.size());
+    const auto length = static_cast<qsizetype>(bytes.size());
+    if (m_buffer.size() + length > BufferSize)
+        writeOut();
+    if (length >= BufferSize)
+        writeToFile(bytes);
+    else
+        m_buffer.append(bytes.data(), length);
+}
+
+void RecordOutput::writeOut() {
+    writeToFile({m_buffer.constData(), static_cast<std::size_t>(m_buffer.size())});
+    m_buffer.resize(0);
+}
+
+void RecordOutput::writeToFile(std::string_view bytes) {
+    while (!m_error && !bytes.empty()) {
+        const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
+        const ssize_t count = uninterrupted([&] { return m_calls.pwritev(m_handle, &part, 1, m_length); });
+        if (count <= 0) {
+            m_error = SystemError::fromErrno(count < 0 ? errno : EIO);
+            return;
+        }
+        m_length += count;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+QByteArray RecordOutput::checksum() const {
+    XXH128_canonical_t sum;
+    XXH128_canonicalFromHash(&sum, XXH3_128bits_digest(m_hash));
+    return {reinterpret_cast<const char*>(sum.digest), sizeof sum.digest};
+}

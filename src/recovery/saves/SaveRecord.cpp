@@ -1,0 +1,148 @@
+#include "recovery/saves/SaveRecord.h"
+
+#include "recovery/saves/RecordFormat.h"
+
+#include <sys/stat.h>
+#include <xxhash.h>
+
+#include <algorithm>
+#include <cstring>
+#include <memory>
+#include <utility>
+
+using namespace RecordFormat;
+
+namespace {
+
+constexpr qint64 ReadSize = 1'048'576;
+
+/// Reads the parts of a record one after the other. After a failure every further part fails.
+class RecordInput {
+ public:
+    RecordInput(FileSystemCalls& calls, int handle, qint64 end) : m_calls(calls), m_handle(handle), m_end(end) {}
+
+    bool has(quint64 length) const { return m_valid && length <= static_cast<quint64>(m_end - m_at); }
+    qint64 at() const { return m_at; }
+
+    bool read(char* buffer, qint64 length) {
+        m_valid = has(static_cast<quint64>(length)) && readExactly(m_calls, m_handle, buffer, length, m_at);
+        m_at += m_valid ? length : 0;
+        return m_valid;
+    }
+    template <typename Plain>
+    bool readPlain(Plain& value) {
+        return read(reinterpret_cast<char*>(&value), sizeof value);
+    }
+    bool skip(quint64 length) {
+        m_valid = has(length);
+        m_at += m_valid ? static_cast<qint64>(length) : 0;
+        return m_valid;
+    }
+
+ private:
+    FileSystemCalls& m_calls;
+    int m_handle;
+    qint64 m_at = 0;
+    qint64 m_end;
+    bool m_valid = true;
+};
+
+bool hasChecksum(FileSystemCalls& calls, int handle, qint64 length) {
+    const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> hash(XXH3_createState(), &XXH3_freeState);
+    XXH3_128bits_reset(hash.get());
+    QByteArray buffer(std::min(ReadSize, length), Qt::Uninitialized);
+    for (qint64 at = 0; at < length;) {
+        const qint64 part = std::min<qint64>(buffer.size(), length - at);
+        if (!readExactly(calls, handle, buffer.data(), part, at))
+            return false;
+        XXH3_128bits_update(hash.get(), buffer.constData(), static_cast<std::size_t>(part));
+        at += part;
+    }
+    XXH128_canonical_t is;
+    XXH128_canonical_t should;
+    XXH128_canonicalFromHash(&is, XXH3_128bits_digest(hash.get()));
+    return readExactly(calls, handle, reinterpret_cast<char*>(&should), sizeof should, length) &&
+           std::memcmp(&is, &should, sizeof is) == 0;
+}
+
+bool isSane(const EntryHead& head) {
+    return head.tag == EntryTag && head.oldSize <= LargestFile && head.newSize <= LargestFile && head.pathLength > 0 &&
+           head.pathLength <= LongestPath;
+}
+
+/// Ranges ascend, do not overlap and lie within the new contents; each begins with a block.
+bool readRanges(RecordInput& input, RecordedFile& file) {
+    quint64 end = 0;
+    for (;;) {
+        RangeHead head;
+        if (!input.readPlain(head))
+            return false;
+        if (head.offset == LastRange)
+            return head.length == 0;
+        if (head.offset < end || head.offset % BlockSize != 0 || head.length == 0 || head.offset > file.newSize ||
+            head.length > file.newSize - head.offset)
+            return false;
+        end = head.offset + head.length;
+        file.ranges.push_back({head.offset, head.length, input.at()});
+        if (!input.skip(head.length))
+            return false;
+    }
+}
+
+bool readFile(RecordInput& input, RecordedFile& file) {
+    EntryHead head;
+    if (!input.readPlain(head) || !isSane(head) || !input.has(head.pathLength))
+        return false;
+    file.path.resize(static_cast<qsizetype>(head.pathLength));
+    if (!input.read(file.path.data(), file.path.size()) || !file.path.startsWith('/') || file.path.contains('\0'))
+        return false;
+    file.device = head.device;
+    file.inode = head.inode;
+    file.oldSize = head.oldSize;
+    file.newSize = head.newSize;
+    file.oldTime = head.oldTime;
+    file.cuts = (head.flags & Cuts) != 0;
+    if (!readRanges(input, file))
+        return false;
+    file.hashes = input.at();
+    return input.skip(blocksOf(file.oldSize) * sizeof(quint32));
+}
+
+}  // namespace
+
+bool readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset) {
+    while (length > 0) {
+        const ssize_t count =
+            uninterrupted([&] { return calls.pread(handle, buffer, static_cast<std::size_t>(length), offset); });
+        if (count <= 0)
+            return false;
+        buffer += count;
+        offset += count;
+        length -= count;
+    }
+    return true;
+}
+
+std::optional<SaveRecord> SaveRecord::read(FileSystemCalls& calls, int handle) {
+    struct stat status {};
+    if (calls.fstat(handle, &status) != 0)
+        return {};
+    const qint64 end = status.st_size - static_cast<qint64>(sizeof(EndHead)) - ChecksumSize;
+    EndHead tail{};
+    if (end < static_cast<qint64>(sizeof Magic) ||
+        !readExactly(calls, handle, reinterpret_cast<char*>(&tail), sizeof tail, end) || tail.tag != EndTag ||
+        !hasChecksum(calls, handle, end + static_cast<qint64>(sizeof tail)))
+        return {};
+    RecordInput input(calls, handle, end);
+    char magic[sizeof Magic];
+    if (!input.read(magic, sizeof magic) || std::memcmp(magic, Magic, sizeof magic) != 0)
+        return {};
+    SaveRecord record;
+    for (quint32 i = 0; i < tail.entries; ++i) {
+        RecordedFile file;
+        if (!readFile(input, file))
+            return {};
+        record.m_files.push_back(std::move(file));
+    }
+    return input.at() == end ? std::optional(std::move(record)) : std::nullopt;
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/FileSystemCalls.h"
+#include "platform/SystemError.h"
+
+#include <QByteArray>
+
+#include <optional>
+#include <vector>
+
+/// New bytes of a file, which stand in the record. Lengths and offsets are bytes.
+struct RecordedRange {
+    quint64 offset = 0;  ///< in the file
+    quint64 length = 0;
+    qint64 inRecord = 0;  ///< offset of the bytes in the record
+};
+
+/// What a record says of one file that was about to be written.
+struct RecordedFile {
+    QByteArray path;  ///< local name, links resolved
+    quint64 device = 0;
+    quint64 inode = 0;
+    quint64 oldSize = 0;
+    quint64 newSize = 0;
+    qint64 oldTime = 0;                 ///< of the last change before the write, in nanoseconds
+    bool cuts = false;                  ///< old bytes after the new ones are cut off
+    std::vector<RecordedRange> ranges;  ///< ascending, without overlaps
+    qint64 hashes = 0;                  ///< offset in the record of the hashes of the old blocks
+
+    /// The size of the file after the write.
+    quint64 finalSize() const { return cuts ? newSize : qMax(oldSize, newSize); }
+    /// Whether the record holds the new contents as a whole.
+    bool isWhole() const { return newSize == 0 || (ranges.size() == 1 && ranges.front().length == newSize); }
+};
+
+/// A record that is open for reading. Nothing of it is trusted: it is either read whole and consistent, with its
+/// checksum, or not at all. A plain value; the handle stays the caller's, and the record is not changed while it is
+/// read.
+class SaveRecord {
+ public:
+    /// Nothing when it is damaged or not complete.
+    static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle);
+
+    const std::vector<RecordedFile>& files() const { return m_files; }
+
+ private:
+    std::vector<RecordedFile> m_files;
+};
+
+/// Reads exactly so many bytes. False: they are not there, or cannot be read.
+bool readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset);

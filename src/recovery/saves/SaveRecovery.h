@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/FileSystemCalls.h"
+
+#include <QString>
+
+/// Looks through the records of saves that no living process owns, and completes what was interrupted. Called once at
+/// the start, before files are opened; does not run the event loop. Without records it costs one look-up.
+///
+/// A record is removed when it is damaged (the save had not begun), when the files have their new contents, or when the
+/// interrupted write was completed. When a file can't be written now, its record stays for the next start. When a file
+/// was changed by somebody else since, nothing is touched and the record is set aside under another name, for
+/// quillmark-recover.
+class SaveRecovery {
+ public:
+    struct Summary {
+        int removed = 0;  ///< nothing had to be done for them
+        int completed = 0;
+        int setAside = 0;
+        int left = 0;  ///< to be tried again
+
+        bool operator==(const Summary&) const = default;
+    };
+
+    explicit SaveRecovery(QString folder, FileSystemCalls& calls = FileSystemCalls::system());
+
+    Summary run();
+
+    /// The end of the names of records, and what is appended when they are set aside.
+    static constexpr const char* RecordSuffix = ".save";
+    static constexpr const char* AsideSuffix = ".aside";
+
+ private:
+    class Record;
+
+    static void finish(const Record& record, bool isOfOtherFiles, Summary& summary);
+
+    QString m_folder;
+    FileSystemCalls& m_calls;
+};

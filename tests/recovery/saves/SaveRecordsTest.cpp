@@ -1,0 +1,573 @@
+#include "platform/Paths.h"
+#include "platform/UserFileWriter.h"
+#include "recovery/saves/SaveRecordWriter.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
+#include "support/FailingFileSystem.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QThread>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <functional>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Summary = SaveRecovery::Summary;
+
+QByteArray nameOf(const QString& path) {
+    return localName(path).value_or(QByteArray());
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile in(path);
+    EXPECT_TRUE(in.open(QFile::ReadOnly));
+    return in.readAll();
+}
+
+/// Bytes that look like none of another call.
+QByteArray noise(qsizetype length, unsigned seed) {
+    std::mt19937 random(seed);
+    QByteArray bytes(length, Qt::Uninitialized);
+    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random()); });
+    return bytes;
+}
+
+/// Gives its bytes in small parts, so that they are not all in memory at once.
+class Parts : public ByteSource {
+ public:
+    explicit Parts(QByteArray bytes) : m_bytes(std::move(bytes)) {}
+    qint64 length() const override { return m_bytes.size(); }
+    SystemError next(BytePieces& pieces) override {
+        const qsizetype part = std::min<qsizetype>(700, m_bytes.size() - m_at);
+        m_piece = std::string_view(m_bytes.constData() + m_at, static_cast<std::size_t>(part));
+        m_at += part;
+        pieces = BytePieces(&m_piece, 1);
+        return {};
+    }
+    bool rewind() override {
+        m_at = 0;
+        return canRewind;
+    }
+
+    bool canRewind = true;
+
+ private:
+    QByteArray m_bytes;
+    qsizetype m_at = 0;
+    std::string_view m_piece;
+};
+
+class SaveRecording : public testing::Test {
+ protected:
+    QString folder() const { return m_folder.filePath(u"state/saves"_qs); }
+    QString at(const QString& name) const { return m_folder.filePath(name); }
+    QStringList records() const { return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    QString firstRecord() const { return folder() + u'/' + records().value(0); }
+
+    QString file(const QByteArray& bytes, const QString& name = u"file"_qs) const {
+        put(at(name), bytes);
+        return at(name);
+    }
+    /// Writes into the file as it is, and keeps its inode.
+    static void put(const QString& path, const QByteArray& bytes) {
+        QFile out(path);
+        EXPECT_TRUE(out.open(QFile::ReadWrite) && out.write(bytes) == bytes.size() && out.resize(bytes.size()));
+    }
+
+    /// A save that ends in the middle as if the process had been killed: nothing of it is removed.
+    void interruptedSave(const QString& path, const QByteArray& newBytes) {
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Write, 1, EIO);
+        calls.fail(SystemCall::Truncate, 0, EIO);
+        calls.fail(SystemCall::Unlink, 0, EIO);
+        SaveRecords records(folder());
+        const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
+        LeftBehind witness(records);
+        EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, BytePieces(&piece, 1)).error);
+    }
+    void interruptedSave(const QString& path, ByteSource& source, UserFileWriter::Tail tail) {
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Write, 1, EIO);
+        calls.fail(SystemCall::Unlink, 0, EIO);
+        SaveRecords records(folder());
+        LeftBehind witness(records);
+        EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, source, tail).error);
+    }
+
+    /// One record for all, as after a kill before the first byte.
+    void recordGroup(const QStringList& paths, const QByteArray& newBytes) {
+        const QByteArray name = nameOf(folder() + u"/1-1-1.save"_qs);
+        ASSERT_TRUE(QDir().mkpath(folder()));
+        const int handle = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        SaveRecordWriter writer(FileSystemCalls::system(), handle);
+        const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
+        Parts none({});
+        for (const QString& path : paths) {
+            struct stat before {};
+            ASSERT_EQ(::stat(nameOf(path).constData(), &before), 0);
+            const QByteArray target = nameOf(path);
+            EXPECT_FALSE(writer.add({target, before, newBytes.size(), true, {&piece, 1}, none}));
+        }
+        EXPECT_FALSE(writer.finish());
+        ::close(handle);
+    }
+
+    Summary recover() { return SaveRecovery(folder()).run(); }
+
+    /// Makes every write look touched, so that its record stays, as after a kill.
+    class LeftBehind : public WriteWitness {
+     public:
+        explicit LeftBehind(WriteWitness& records) : m_records(records) {}
+        std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override {
+            return std::make_unique<Kill>(m_records.aboutToWrite(write));
+        }
+
+     private:
+        class Kill : public WatchedWrite {
+         public:
+            explicit Kill(std::unique_ptr<WatchedWrite> watched) : m_watched(std::move(watched)) {}
+            void ended(bool, bool) override {
+                if (m_watched != nullptr)
+                    m_watched->ended(false, true);
+            }
+
+         private:
+            std::unique_ptr<WatchedWrite> m_watched;
+        };
+
+        WriteWitness& m_records;
+    };
+
+    QTemporaryDir m_folder;
+};
+
+BytePieces piecesOf(const QByteArray& bytes) {
+    static std::string_view piece;
+    piece = std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    return {&piece, 1};
+}
+
+}  // namespace
+
+TEST_F(SaveRecording, ARecordStandsWhileTheFileIsWrittenAndIsGoneAfterwards) {
+    class Look : public FailingFileSystem {
+     public:
+        explicit Look(std::function<void()> look) : m_look(std::move(look)) {}
+        ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+            m_look();
+            return FailingFileSystem::pwritev(handle, parts, count, offset);
+        }
+
+     private:
+        std::function<void()> m_look;
+    };
+    const QString path = file(noise(5'000, 1));
+    const QByteArray newBytes = noise(7'000, 2);
+    SaveRecords records(folder());
+    int looks = 0;
+    Look calls([&] {
+        ++looks;
+        ASSERT_EQ(this->records().size(), 1);
+        struct stat status {};
+        ASSERT_EQ(::lstat(nameOf(firstRecord()).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & ALLPERMS, 0600U);
+        EXPECT_TRUE(bytesOf(firstRecord()).contains(newBytes));
+        const int handle = ::open(nameOf(firstRecord()).constData(), O_RDONLY | O_CLOEXEC);
+        EXPECT_NE(::flock(handle, LOCK_EX | LOCK_NB), 0);
+        ::close(handle);
+    });
+    ASSERT_FALSE(UserFileWriter(calls, &records).write(path, piecesOf(newBytes)).error);
+    EXPECT_EQ(looks, 1);
+    EXPECT_TRUE(this->records().isEmpty());
+    struct stat status {};
+    ASSERT_EQ(::lstat(nameOf(folder()).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & ALLPERMS, 0700U);
+}
+
+TEST_F(SaveRecording, AnInterruptedSaveIsCompletedWhateverBlocksWereWritten) {
+    struct Sizes {
+        int before;
+        int after;
+    };
+    std::mt19937 random(7);
+    for (const auto& [before, after] : std::vector<Sizes>{{0, 1},
+                                                          {0, 3'000},
+                                                          {1, 0},
+                                                          {700, 700},
+                                                          {511, 513},
+                                                          {512, 512},
+                                                          {5'000, 9'000},
+                                                          {9'000, 5'000},
+                                                          {200'000, 100'001}}) {
+        const QByteArray oldBytes = noise(before, 1);
+        const QByteArray newBytes = noise(after, 2);
+        for (int round = 0; round < 10; ++round) {
+            const QString path = file(oldBytes);
+            interruptedSave(path, newBytes);
+            ASSERT_EQ(records().size(), 1);
+            const int sizes[] = {before, after, std::min(before, after) + std::abs(after - before) / 2};
+            QByteArray torn = oldBytes;
+            torn.resize(after > before ? sizes[random() % 3] : before);
+            for (int at = before; at < torn.size(); ++at)
+                torn[at] = '\0';
+            for (int at = 0; at < torn.size(); at += 512) {
+                const int length = std::min({512, static_cast<int>(torn.size()) - at, after - at});
+                if (length > 0 && random() % 2 == 0)
+                    torn.replace(at, length, newBytes.mid(at, length));
+            }
+            put(path, torn);
+            const Summary summary = recover();
+            EXPECT_EQ(summary.setAside + summary.left, 0) << before << " to " << after << ", round " << round;
+            EXPECT_EQ(bytesOf(path), newBytes);
+            EXPECT_TRUE(records().isEmpty());
+        }
+    }
+}
+
+TEST_F(SaveRecording, AFileThatHasItsNewBytesIsNotTouched) {
+    const QString path = file("old");
+    interruptedSave(path, "and new");
+    put(path, "and new");
+    struct stat before {};
+    ::stat(nameOf(path).constData(), &before);
+    EXPECT_EQ(recover(), (Summary{1, 0, 0, 0}));
+    struct stat after {};
+    ::stat(nameOf(path).constData(), &after);
+    EXPECT_EQ(before.st_mtim.tv_nsec, after.st_mtim.tv_nsec);
+    EXPECT_TRUE(records().isEmpty());
+}
+
+TEST_F(SaveRecording, AFileThatSomebodyElseChangedIsNotTouchedAndTheRecordIsSetAside) {
+    const QByteArray oldBytes = noise(3'000, 1);
+    const QByteArray newBytes = noise(3'000, 2);
+    const QByteArray others = noise(3'000, 3);
+    const QString path = file(oldBytes);
+    interruptedSave(path, newBytes);
+    put(path, others);
+    EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
+    EXPECT_EQ(bytesOf(path), others);
+    ASSERT_EQ(records().size(), 1);
+    EXPECT_TRUE(records().first().endsWith(u".save.aside"_qs));
+    EXPECT_TRUE(bytesOf(firstRecord()).contains(newBytes));
+    EXPECT_EQ(recover(), Summary());
+}
+
+TEST_F(SaveRecording, AnotherFileOfTheSameNameIsNotTouched) {
+    const QByteArray oldBytes = noise(3'000, 1);
+    const QString path = file(oldBytes);
+    interruptedSave(path, noise(3'000, 2));
+    ASSERT_TRUE(QFile::rename(path, at(u"elsewhere"_qs)));
+    file(oldBytes);
+    EXPECT_EQ(recover().setAside, 1);
+    EXPECT_EQ(bytesOf(path), oldBytes);
+    EXPECT_EQ(bytesOf(at(u"elsewhere"_qs)), oldBytes);
+}
+
+TEST_F(SaveRecording, AMissingFileIsNotMadeAgain) {
+    const QString path = file("old");
+    interruptedSave(path, "new");
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_EQ(recover().setAside, 1);
+    EXPECT_FALSE(fileExists(path));
+}
+
+TEST_F(SaveRecording, ALinkOrFifoInThePlaceOfTheFileIsNotOpened) {
+    const QString path = file("old");
+    interruptedSave(path, "new");
+    ASSERT_TRUE(QFile::rename(path, at(u"elsewhere"_qs)));
+    ASSERT_EQ(::symlink("elsewhere", nameOf(path).constData()), 0);
+    EXPECT_EQ(recover().setAside, 1);
+    EXPECT_EQ(bytesOf(at(u"elsewhere"_qs)), "old");
+    const QString second = file("old", u"second"_qs);
+    interruptedSave(second, "new");
+    ASSERT_TRUE(QFile::remove(second));
+    ASSERT_EQ(::mkfifo(nameOf(second).constData(), 0600), 0);
+    EXPECT_EQ(recover().setAside, 1);
+}
+
+TEST_F(SaveRecording, OneMixedBlockIsAnInterruptedWriteAndTwoAreNot) {
+    const QByteArray oldBytes = noise(5'120, 1);
+    const QByteArray newBytes = noise(5'120, 2);
+    QByteArray torn = newBytes.left(1'500) + oldBytes.mid(1'500);
+    const QString path = file(oldBytes);
+    interruptedSave(path, newBytes);
+    put(path, torn);
+    EXPECT_EQ(recover().completed, 1);
+    EXPECT_EQ(bytesOf(path), newBytes);
+
+    put(path, oldBytes);
+    interruptedSave(path, newBytes);
+    torn.replace(3'000, 100, noise(100, 3));
+    put(path, torn);
+    EXPECT_EQ(recover().setAside, 1);
+    EXPECT_EQ(bytesOf(path), torn);
+}
+
+TEST_F(SaveRecording, ADamagedRecordIsRemovedAndTheFileIsLeft) {
+    const QByteArray oldBytes = noise(3'000, 1);
+    const QString path = file(oldBytes);
+    interruptedSave(path, noise(3'000, 2));
+    const QByteArray record = bytesOf(firstRecord());
+    const QString name = firstRecord();
+    std::mt19937 random(11);
+    for (int round = 0; round < 400; ++round) {
+        QByteArray damaged = record;
+        const auto at = static_cast<qsizetype>(random() % static_cast<unsigned>(record.size()));
+        damaged[at] = static_cast<char>(damaged[at] + 1 + random() % 255);
+        if (round % 2 == 0)
+            damaged.truncate(at);
+        put(name, damaged);
+        EXPECT_EQ(recover(), (Summary{1, 0, 0, 0}));
+        EXPECT_EQ(bytesOf(path), oldBytes);
+        EXPECT_TRUE(records().isEmpty());
+    }
+}
+
+TEST_F(SaveRecording, TheRecordOfALivingProcessIsLeftAlone) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Truncate, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(path, piecesOf("new and longer")).error);
+    ASSERT_EQ(this->records().size(), 1);
+    EXPECT_EQ(recover(), Summary());
+    EXPECT_EQ(this->records().size(), 1);
+}
+
+TEST_F(SaveRecording, TheRecordOfAFailedWriteIsGoneAfterALaterOneOfThatFile) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Truncate, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(path, piecesOf("new and longer")).error);
+    EXPECT_FALSE(UserFileWriter(calls, &records).write(file("x", u"another"_qs), piecesOf("y")).error);
+    EXPECT_EQ(this->records().size(), 1);
+    EXPECT_FALSE(UserFileWriter(calls, &records).write(path, piecesOf("newer")).error);
+    EXPECT_TRUE(this->records().isEmpty());
+    EXPECT_EQ(bytesOf(path), "newer");
+}
+
+TEST_F(SaveRecording, AWriteThatFailedBeforeItsFirstByteLeavesNoRecord) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Write, 1, ENOSPC);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(path, piecesOf("new")).error);
+    EXPECT_TRUE(this->records().isEmpty());
+}
+
+TEST_F(SaveRecording, ASaveNeverFailsForWantOfARecord) {
+    for (const SystemCall call : {SystemCall::Open, SystemCall::Fstat, SystemCall::Lock, SystemCall::Write,
+                                  SystemCall::Flush, SystemCall::ReadAt}) {
+        for (int number = 0; number <= 3; ++number) {
+            const QString path = file("old bytes");
+            FailingFileSystem failing;
+            failing.fail(call, number, EIO);
+            SaveRecords records(folder(), failing);
+            EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("new")).error);
+            EXPECT_EQ(bytesOf(path), "new");
+            EXPECT_TRUE(failing.allClosed());
+        }
+    }
+    SaveRecords nowhere(at(u"file/saves"_qs));
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &nowhere).write(at(u"file"_qs), piecesOf("newer")).error);
+    EXPECT_EQ(bytesOf(at(u"file"_qs)), "newer");
+}
+
+TEST_F(SaveRecording, AFolderThatIsALinkIsNotUsed) {
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"state"_qs) && QDir(m_folder.path()).mkpath(u"elsewhere"_qs));
+    ASSERT_EQ(::symlink("../elsewhere", nameOf(folder()).constData()), 0);
+    const QString path = file("old");
+    interruptedSave(path, "new");
+    EXPECT_TRUE(QDir(at(u"elsewhere"_qs)).isEmpty());
+    EXPECT_EQ(recover(), Summary());
+}
+
+TEST_F(SaveRecording, OfAFileThatIsNotInMemoryOnlyTheBlocksThatDifferAreRecorded) {
+    QByteArray oldBytes = noise(300'000, 1);
+    QByteArray newBytes = oldBytes;
+    newBytes[10] = static_cast<char>(newBytes[10] + 1);
+    newBytes[200'000] = static_cast<char>(newBytes[200'000] + 1);
+    newBytes[299'999] = static_cast<char>(newBytes[299'999] + 1);
+    const QString path = file(oldBytes);
+    Parts source(newBytes);
+    interruptedSave(path, source, UserFileWriter::Tail::Keep);
+    ASSERT_EQ(records().size(), 1);
+    EXPECT_LT(bytesOf(firstRecord()).size(), 8'000);
+    QByteArray torn = oldBytes;
+    torn[200'000] = newBytes[200'000];
+    put(path, torn);
+    EXPECT_EQ(recover(), (Summary{0, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(path), newBytes);
+}
+
+TEST_F(SaveRecording, ASourceOfAnotherLengthThanTheFileIsCompletedToo) {
+    for (const auto& [before, after] :
+         std::vector<std::pair<int, int>>{{3'000, 8'000}, {8'000, 3'000}, {0, 700}, {700, 1'024}}) {
+        for (const UserFileWriter::Tail tail : {UserFileWriter::Tail::Keep, UserFileWriter::Tail::Cut}) {
+            const QByteArray oldBytes = noise(before, 1);
+            const QByteArray newBytes = oldBytes.left(600) + noise(std::max(0, after - 600), 2);
+            const QString path = file(oldBytes);
+            Parts source(newBytes.left(after));
+            interruptedSave(path, source, tail);
+            EXPECT_EQ(recover(), (Summary{0, 1, 0, 0}));
+            const QByteArray kept = tail == UserFileWriter::Tail::Keep ? oldBytes.mid(after) : QByteArray();
+            EXPECT_EQ(bytesOf(path), newBytes.left(after) + kept);
+        }
+    }
+}
+
+TEST_F(SaveRecording, ASourceThatCannotBeReadTwiceIsSavedWithoutARecord) {
+    Parts source(noise(3'000, 2));
+    source.canRewind = false;
+    const QString path = file("old");
+    SaveRecords records(folder());
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, source).error);
+    EXPECT_EQ(bytesOf(path), noise(3'000, 2));
+    EXPECT_TRUE(this->records().isEmpty());
+}
+
+TEST_F(SaveRecording, OfTwoRecordsOfAFileTheNewerOneCounts) {
+    const QByteArray first = noise(2'000, 1);
+    const QByteArray second = noise(2'500, 2);
+    const QByteArray third = noise(1'500, 3);
+    const QString path = file(first);
+    interruptedSave(path, second);
+    put(path, second);
+    interruptedSave(path, third);
+    ASSERT_EQ(records().size(), 2);
+    put(path, third.left(512) + second.mid(512));
+    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(path), third);
+    EXPECT_TRUE(records().isEmpty());
+}
+
+TEST_F(SaveRecording, AFileThatCannotBeWrittenNowIsCompletedAtALaterStart) {
+    const QString path = file("old bytes");
+    interruptedSave(path, "new");
+    for (const SystemCall call : {SystemCall::Write, SystemCall::Truncate, SystemCall::Flush}) {
+        FailingFileSystem failing;
+        failing.fail(call, 0, EROFS);
+        EXPECT_EQ(SaveRecovery(folder(), failing).run(), (Summary{0, 0, 0, 1}));
+        EXPECT_EQ(records().size(), 1);
+    }
+    EXPECT_EQ(recover().left, 0);
+    EXPECT_EQ(bytesOf(path), "new");
+}
+
+TEST_F(SaveRecording, HardLinksAndModeStay) {
+    const QString path = file("old");
+    ASSERT_EQ(::link(nameOf(path).constData(), nameOf(at(u"second"_qs)).constData()), 0);
+    ASSERT_EQ(::chmod(nameOf(path).constData(), 0640), 0);
+    interruptedSave(path, "new bytes");
+    EXPECT_EQ(recover().completed, 1);
+    struct stat status {};
+    ASSERT_EQ(::stat(nameOf(path).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & ALLPERMS, 0640U);
+    EXPECT_EQ(bytesOf(at(u"second"_qs)), "new bytes");
+}
+
+TEST_F(SaveRecording, AFileBehindALinkIsCompletedThere) {
+    file("old", u"target"_qs);
+    ASSERT_EQ(::symlink("target", nameOf(at(u"link"_qs)).constData()), 0);
+    interruptedSave(at(u"link"_qs), "new");
+    ASSERT_TRUE(QFile::remove(at(u"link"_qs)));
+    EXPECT_EQ(recover().completed, 1);
+    EXPECT_EQ(bytesOf(at(u"target"_qs)), "new");
+}
+
+TEST_F(SaveRecording, AStartWithoutRecordsMakesNoFolder) {
+    EXPECT_EQ(recover(), Summary());
+    EXPECT_FALSE(QDir(folder()).exists());
+}
+
+TEST_F(SaveRecording, WritesOfSeveralThreadsShareRecordsAndLeaveNone) {
+    constexpr int Threads = 8;
+    constexpr int FilesEach = 12;
+    class Counting : public FileSystemCalls {
+     public:
+        int open(const char* path, int flags, mode_t mode) override {
+            made += (flags & O_CREAT) != 0 ? 1 : 0;
+            return FileSystemCalls::open(path, flags, mode);
+        }
+        int fsync(int handle) override {
+            QThread::msleep(2);
+            return FileSystemCalls::fsync(handle);
+        }
+        std::atomic<int> made = 0;
+    };
+    Counting counting;
+    SaveRecords records(folder(), counting);
+    for (int i = 0; i < Threads * FilesEach; ++i)
+        file(noise(1'000, 1), QString::number(i));
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < Threads; ++thread) {
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < FilesEach; ++i) {
+                const QByteArray bytes = noise(1'500, static_cast<unsigned>(i));
+                const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+                const QString path = at(QString::number(thread * FilesEach + i));
+                EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, {&piece, 1}).error);
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (int i = 0; i < Threads * FilesEach; ++i) {
+        const QByteArray expected = noise(1'500, static_cast<unsigned>(i % FilesEach));
+        EXPECT_EQ(bytesOf(at(QString::number(i))), expected);
+    }
+    EXPECT_LT(counting.made, Threads * FilesEach);
+    EXPECT_TRUE(this->records().isEmpty());
+}
+
+TEST_F(SaveRecording, ARecordOfSeveralFilesCompletesEach) {
+    const QString first = file(noise(2'000, 1), u"first"_qs);
+    const QString second = file(noise(2'000, 2), u"second"_qs);
+    const QString third = file(noise(2'000, 3), u"third"_qs);
+    const QByteArray newBytes = noise(3'000, 4);
+    recordGroup({first, second, third}, newBytes);
+    ASSERT_EQ(records().size(), 1);
+    put(second, newBytes);
+    EXPECT_EQ(recover(), (Summary{0, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(first) + bytesOf(second) + bytesOf(third), newBytes + newBytes + newBytes);
+}
+
+TEST_F(SaveRecording, OfSeveralFilesTheChangedOneIsLeftAndTheOthersAreCompleted) {
+    const QString first = file(noise(2'000, 1), u"first"_qs);
+    const QString second = file(noise(2'000, 2), u"second"_qs);
+    const QByteArray newBytes = noise(3'000, 4);
+    recordGroup({first, second}, newBytes);
+    put(first, "somebody else's");
+    EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
+    EXPECT_EQ(bytesOf(first), "somebody else's");
+    EXPECT_EQ(bytesOf(second), newBytes);
+}
+
+TEST_F(SaveRecording, TheRecordOfAFileThatFailedStaysWhenAnotherOneIsWritten) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    const QByteArray newBytes = "newer and longer";
+    const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Truncate, 0, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(file("old", u"a"_qs), {&piece, 1}).error);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(file("old", u"b"_qs), {&piece, 1}).error);
+    EXPECT_EQ(this->records().size(), 2);
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(at(u"a"_qs), {&piece, 1}).error);
+    EXPECT_EQ(this->records().size(), 1);
+}
