@@ -16,7 +16,7 @@ frame=$(head -n 1 "$scratch/window")
 mkdir -m 700 "$scratch/run2"
 XDG_RUNTIME_DIR=$scratch/run2 XDG_CONFIG_HOME=$scratch/config2 XDG_DATA_HOME=$scratch/data2 "$QUILLMARK" 2>/dev/null &
 other=$!
-trap 'kill "$other" 2>/dev/null; cleanUp' EXIT
+trap 'kill "$other" 2>/dev/null || true; cleanUp' EXIT
 waitFor 60 windowOf 'Document1' || fail "the other window did not come up"
 away=$(head -n 1 "$scratch/window")
 xdotool windowfocus --sync "$away"
