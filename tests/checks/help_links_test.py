@@ -1,5 +1,6 @@
 """The pages of the help: each link, picture and style sheet is there, with its anchor; links lead from the first page to
-each; and each command of the menus is described, by its caption, on the page of its menu."""
+each; each command of the menus is described, by its caption, on the page of its menu; and so is each box of the settings,
+which no page calls by the name that it has in the store."""
 
 import re
 import tempfile
@@ -11,6 +12,8 @@ from urllib.parse import unquote, urlsplit
 ROOT = Path(__file__).resolve().parents[2]
 HELP = ROOT / "help"
 COMMANDS = ROOT / "src/shell/commands/CommandTable.cpp"
+SETTINGS = ROOT / "src/settings/Settings.cpp"
+SETTINGS_PAGES = [ROOT / "src/properties/ucPropGeneral.cpp", ROOT / "src/properties/ucPropFindReplace.cpp"]
 
 MENU_PAGES = {
     "mnuFile": "file.html", "mnuEdit": "edit.html", "mnuSearch": "find.html", "mnuLanguages": "languages.html",
@@ -21,6 +24,8 @@ MENU_PAGES = {
 # A row of the table: a menu, a mark or an entry, with the names of its parent and its own, and its caption.
 ROW = re.compile(r'(?:menu\(|mark\(|\{)"(\w*)", "(\w+)", "([^"]*)"([^\n]*(?:\n {5,}[^\n]*)?)')
 HIDDEN = "false, false}"
+SETTING = re.compile(r'^    \{"(\w+)", (?:General|Editor|Search|Macro),', re.MULTILINE)
+BOX = re.compile(r'\{"chk\w+",\s+QT_TRANSLATE_NOOP\("\w+", "([^"]*)"\)')
 
 
 class Page(HTMLParser):
@@ -111,6 +116,13 @@ def undescribed(folder, table):
             or caption.rstrip(".") not in {each.rstrip(".") for each in pages[MENU_PAGES[menu]].listed}]
 
 
+def namesOfTheStore(folder, table):
+    """Where a page calls a setting by the name in the store, which no dialog shows."""
+    names = "|".join(SETTING.findall(table))
+    return [f"{path.name}: {name} is a name of the store" for path in sorted(folder.glob("*.html"))
+            for name in re.findall(rf"\b(?:{names})\b", path.read_text(encoding="utf-8"))]
+
+
 class HelpLinks(unittest.TestCase):
     def test_every_reference_of_the_help_leads_somewhere(self):
         self.assertEqual(faults(HELP), [])
@@ -156,6 +168,24 @@ class HelpOfCommands(unittest.TestCase):
                                               "<tr><td>Sub,\nDeep</td></tr></table>")
             self.assertEqual(undescribed(folder, table), ["file.html: Gone is not described",
                                                           "mnuNew: Also is not described"])
+
+
+class HelpOfSettings(unittest.TestCase):
+    def test_every_box_of_the_settings_is_described(self):
+        boxes = [caption.replace("&", "") for source in SETTINGS_PAGES
+                 for caption in BOX.findall(source.read_text(encoding="utf-8"))]
+        self.assertEqual(len(boxes), 14)
+        self.assertEqual(set(boxes) - Page(HELP / "properties.html").listed, set())
+
+    def test_no_page_calls_a_setting_by_its_name_in_the_store(self):
+        self.assertEqual(namesOfTheStore(HELP, SETTINGS.read_text(encoding="utf-8")), [])
+
+    def test_a_name_of_the_store_is_found(self):
+        table = '    {"LoadFiles", General, "0", "1"},\n    {"FontName", Editor, NoDefault, NoDefault},\n'
+        with tempfile.TemporaryDirectory() as name:
+            folder = Path(name)
+            (folder / "a.html").write_text("<p>The setting <b>FontName</b>, LoadFilesNow, loadfiles.</p>")
+            self.assertEqual(namesOfTheStore(folder, table), ["a.html: FontName is a name of the store"])
 
 
 if __name__ == "__main__":
