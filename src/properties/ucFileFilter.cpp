@@ -135,11 +135,19 @@ void ucFileFilter::selectRow() {
     const FilterList::Row shown = row < 0 ? FilterList::Row() : m_filters.rows().at(row);
     m_description->setText(shown.description);
     m_patterns->setText(shown.patterns);
-    for (QWidget* each :
-         {static_cast<QWidget*>(m_description), static_cast<QWidget*>(m_patterns), static_cast<QWidget*>(m_delete)})
-        each->setEnabled(row >= 0);
-    m_up->setEnabled(row > 0);
-    m_down->setEnabled(row >= 0 && row + 1 < m_filters.rows().size());
+    m_description->setEnabled(row >= 0);
+    m_patterns->setEnabled(row >= 0);
+    enableButton(*m_delete, row >= 0);
+    enableButton(*m_up, row > 0);
+    enableButton(*m_down, row >= 0 && row + 1 < m_filters.rows().size());
+}
+
+/// A button with the focus passes it to the list when it is disabled. Otherwise the next button gets it, and the next
+/// press of the same key moves the row back or resets the list.
+void ucFileFilter::enableButton(QPushButton& button, bool on) {
+    if (!on && button.hasFocus())
+        m_list->setFocus();
+    button.setEnabled(on);
 }
 
 void ucFileFilter::takeTexts() {

@@ -34,6 +34,7 @@ class ucFileFilter : public QWidget {
     void showList();
     void showRow(int row);
     void selectRow();
+    void enableButton(QPushButton& button, bool on);
     void takeTexts();
     void addNew();
     void removeChosen();

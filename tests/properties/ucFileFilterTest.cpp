@@ -215,6 +215,25 @@ TEST_F(FilterPanel, TheFirstRowCannotMoveUpNorTheLastDown) {
     EXPECT_TRUE(button("cmdDown").isEnabled()) << "there is one below";
 }
 
+TEST_F(FilterPanel, AButtonThatCanDoNoMorePassesTheFocusToTheList) {
+    struct {
+        const char* name;
+        int row;
+        const char* rows;
+    } const uses[] = {{"cmdUp", 1, "B|*.b A|*.a C|*.c"}, {"cmdDown", 1, "B|*.b C|*.c A|*.a"}, {"cmdDelete", 0, ""}};
+    openThree();
+    panel.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&panel));
+    for (const auto& use : uses) {
+        select(use.row);
+        button(use.name).setFocus();
+        for (int i = 0; i < 4; ++i)
+            QTest::keyClick(panel.focusWidget(), Qt::Key_Space);
+        EXPECT_EQ(texts(), QLatin1String(use.rows)) << use.name;
+        EXPECT_TRUE(list().hasFocus()) << use.name;
+    }
+}
+
 TEST_F(FilterPanel, ResetPutsTheDefaultListAndIsSaved) {
     openThree();
     click("cmdReset");
