@@ -14,6 +14,11 @@ openDialog() {
     waitFor 30 windowOf '^Properties$' || fail "the dialog did not open"
     focusWindow
 }
+# A box stays pressed for a moment before it changes, and Escape would take that back.
+pressBox() {
+    press "$1"
+    settle
+}
 closeDialog() {
     press "$1"
     waitFor 30 noWindowOf '^Properties$' || fail "$1 did not close the dialog"
@@ -27,13 +32,13 @@ waitFor 60 windowOf 'list\.txt' || fail "no window showed the file"
 focusWindow
 
 openDialog
-press alt+x
+pressBox alt+x
 closeDialog Escape
 [[ -z $(stored general XPSkin) ]] || fail "Escape saved something"
 
 # What was not saved is still there.
 openDialog
-press alt+h
+pressBox alt+h
 press ctrl+Next Home alt+d
 xdotool type --delay 30 -- 'Everything'
 press ctrl+Prior
