@@ -18,6 +18,7 @@ namespace {
 
 constexpr mode_t Private = 0700;
 constexpr int NamesToTry = 20;
+constexpr const char* RuntimeVariable = "XDG_RUNTIME_DIR";
 
 QString folderFromEnvironment(const char* variable) {
     const QString folder = pathText(std::getenv(variable)).value_or(QString());
@@ -84,13 +85,15 @@ int closeToOthers(const QByteArray& name) {
 
 }  // namespace
 
-void forgetRelativeFolders() {
+void forgetUselessFolders() {
     for (const char* variable :
-         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
+         {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME", RuntimeVariable}) {
         const char* value = std::getenv(variable);
         if (value != nullptr && *value != '/')
             ::unsetenv(variable);
     }
+    if (!IsFolderPath(folderFromEnvironment(RuntimeVariable)))
+        ::unsetenv(RuntimeVariable);
 }
 
 QString executableFolder() {
@@ -138,7 +141,7 @@ QString temporaryFolder() {
 }
 
 QString runtimeFolder() {
-    const QString folder = folderFromEnvironment("XDG_RUNTIME_DIR");
+    const QString folder = folderFromEnvironment(RuntimeVariable);
     return isWritableFolder(folder) && !isTakenByOthers(folder + u'/') ? folder : temporaryFolder();
 }
 

@@ -9,8 +9,9 @@
 /// makePrivateFolder() do.
 
 /// Removes the XDG variables that don't name an absolute path from the environment, so that no library creates folders
-/// in the current directory. Call it before any library reads them.
-void forgetRelativeFolders();
+/// in the current directory, and $XDG_RUNTIME_DIR if there is no such folder: a library would create it, and later
+/// starts would look for this instance there. Call it before any library reads them.
+void forgetUselessFolders();
 
 /// The folder of the running executable.
 QString executableFolder();

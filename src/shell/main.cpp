@@ -104,7 +104,7 @@ class Program : public StartDuties {
 }  // namespace
 
 int main(int count, char** arguments) {
-    forgetRelativeFolders();
+    forgetUselessFolders();
     const QString tail = CommandLine::tailOf(count, arguments);
     char noName[] = "quillmark";
     const QStringList parts = CommandLine::argumentsOf(count, arguments);

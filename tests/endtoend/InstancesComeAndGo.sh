@@ -34,6 +34,17 @@ exec 9>&-
 waitFor 60 shows || fail "the start did not go on when the one before was gone"
 closeProgram
 
+# Without its folder all starts of the session agree on another one.
+export XDG_RUNTIME_DIR=$scratch/missing TMPDIR=$scratch
+startProgram ''
+waitFor 60 windowOf 'Document1' || fail "no window without a folder of the session"
+timeout 60 "$QUILLMARK" "$file" || fail "the first instance was not found without a folder of the session"
+waitFor 30 shows || fail "the file was not handed over without a folder of the session"
+closeProgram
+[[ ! -e $XDG_RUNTIME_DIR ]] || fail "the folder of the session was made"
+unset TMPDIR
+export XDG_RUNTIME_DIR=$scratch/run
+
 startProgram -d
 waitFor 60 windowOf 'Document1' || fail "no window of the one that stays apart"
 apart=$running

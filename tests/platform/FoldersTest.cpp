@@ -61,12 +61,24 @@ TEST(Folders, RelativeVariablesOfTheDesktopAreForgottenAndOthersKept) {
     const Variable runtime("XDG_RUNTIME_DIR", "./run");
     const Variable cache("XDG_CACHE_HOME", "");
     const Variable home("HOME", "relative");
-    forgetRelativeFolders();
+    forgetUselessFolders();
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_CONFIG_HOME"));
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"));
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_CACHE_HOME"));
     EXPECT_EQ(qgetenv("XDG_DATA_HOME"), "/x/data");
     EXPECT_EQ(qgetenv("HOME"), "relative");
+}
+
+TEST(Folders, AFolderOfTheSessionIsForgottenWhenItIsNotThere) {
+    const QTemporaryDir base;
+    const Variable data("XDG_DATA_HOME", base.filePath(u"data"_qs).toUtf8());
+    const Variable runtime("XDG_RUNTIME_DIR", base.path().toUtf8());
+    forgetUselessFolders();
+    EXPECT_EQ(qgetenv("XDG_RUNTIME_DIR"), base.path().toUtf8());
+    const Variable missing("XDG_RUNTIME_DIR", base.filePath(u"run"_qs).toUtf8());
+    forgetUselessFolders();
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"));
+    EXPECT_TRUE(qEnvironmentVariableIsSet("XDG_DATA_HOME")) << "the program makes that itself";
 }
 
 TEST(Folders, WithoutAHomeTheUsersEntryTellsIt) {
