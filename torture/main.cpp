@@ -50,17 +50,17 @@ Options parse(const std::vector<std::string>& arguments) {
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
         const bool hasValue = i + 1 < arguments.size();
-        if (word == "--quick")
+        if (word == "--quick") {
             options.isQuick = true;
-        else if (word == "--minutes" && hasValue)
+        } else if (word == "--minutes" && hasValue) {
             options.minutes = std::atoi(arguments[++i].c_str());
-        else if (word == "--seed" && hasValue)
+        } else if (word == "--seed" && hasValue) {
             options.seed = static_cast<unsigned>(std::atoi(arguments[++i].c_str()));
-        else if (word == "--folder" && hasValue)
+        } else if (word == "--folder" && hasValue) {
             options.folder = arguments[++i];
-        else if (word == "faults" || word == "power" || word == "kills")
+        } else if (word == "faults" || word == "power" || word == "kills") {
             options.parts.push_back(word);
-        else {
+        } else {
             std::fputs(Usage, word == "--help" ? stdout : stderr);
             std::exit(word == "--help" ? 0 : 2);
         }

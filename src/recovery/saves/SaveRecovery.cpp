@@ -2,13 +2,12 @@
 
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
+#include "recovery/saves/RecordFile.h"
 #include "recovery/saves/RecordedWrite.h"
 
 #include <QDir>
 #include <QFile>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -42,27 +41,17 @@ QStringList recordNames(const QString& folder) {
 class SaveRecovery::Record {
  public:
     Record(FileSystemCalls& calls, const QString& path)
-        : m_calls(calls), m_name(localName(path).value_or(QByteArray())) {}
-    ~Record() {
-        if (m_handle >= 0)
-            m_calls.close(m_handle);
-    }
+        : m_calls(calls), m_file(calls, localName(path).value_or(QByteArray())) {}
     Q_DISABLE_COPY_MOVE(Record)
 
     /// False: it belongs to a living process, or is no file of this user's own.
-    bool open() {
-        m_handle = m_calls.open(m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-        struct stat status {};
-        return m_handle >= 0 && m_calls.flock(m_handle, LOCK_EX | LOCK_NB) == 0 &&
-               m_calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
-               status.st_nlink == 1;
-    }
+    bool open() { return m_file.open() == RecordFile::Opening::Done; }
 
     /// Damaged: it was never finished, so the write had not begun.
     enum class Reading { Done, Damaged, Impossible };
     Reading read() {
         SystemError error;
-        m_content = SaveRecord::read(m_calls, m_handle, error);
+        m_content = SaveRecord::read(m_calls, m_file.handle(), error);
         return m_content ? Reading::Done : error ? Reading::Impossible : Reading::Damaged;
     }
 
@@ -70,7 +59,7 @@ class SaveRecovery::Record {
     /// record. Adds to it those that have their contents now.
     void settle(Files& settled) {
         for (const RecordedFile& file : m_content->files()) {
-            const RecordedWrite write(m_calls, m_handle, file);
+            const RecordedWrite write(m_calls, m_file.handle(), file);
             const std::optional<FileKey> target = write.target();
             if (!target || !settled.contains(*target))
                 settle(write, target, settled);
@@ -88,8 +77,8 @@ class SaveRecovery::Record {
         return m_isOfMissing || !std::includes(settled.begin(), settled.end(), m_others.begin(), m_others.end());
     }
 
-    void remove() const { m_calls.unlink(m_name.constData()); }
-    void setAside() const { m_calls.rename(m_name.constData(), (m_name + AsideSuffix).constData()); }
+    void remove() const { m_file.remove(); }
+    void setAside() const { m_calls.rename(m_file.name().constData(), (m_file.name() + AsideSuffix).constData()); }
 
  private:
     void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
@@ -111,15 +100,15 @@ class SaveRecovery::Record {
     bool makeLast() {
         if (m_isLasting)
             return true;
-        const QString folder = QFile::decodeName(m_name.left(m_name.lastIndexOf('/')));
-        m_isLasting = uninterrupted([this] { return m_calls.fsync(m_handle); }) == 0 && flushFolder(m_calls, folder);
+        const QString folder = QFile::decodeName(m_file.name().left(m_file.name().lastIndexOf('/')));
+        m_isLasting =
+            uninterrupted([this] { return m_calls.fsync(m_file.handle()); }) == 0 && flushFolder(m_calls, folder);
         flushFoldersAbove(m_calls, folder);
         return m_isLasting;
     }
 
     FileSystemCalls& m_calls;
-    QByteArray m_name;
-    int m_handle = -1;
+    RecordFile m_file;
     std::optional<SaveRecord> m_content;
     Files m_others;
     bool m_isOfMissing = false;
