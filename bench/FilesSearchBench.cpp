@@ -5,7 +5,6 @@
 // event says.
 
 #include "settings/registry/MemoryRegistry.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/frame/FrameServices.h"
 #include "shell/frame/frmMain.h"
 #include "widgets/QtPrompts.h"
@@ -111,11 +110,9 @@ struct Shown {
     QTemporaryDir own;
     QtPrompts prompts;
     MemoryRegistry registry;
-    RoomsToCome rooms;
     frmMain frame{{prompts,
                    registry,
                    [](const WorkspaceServices& services) -> PanelLink& { return *new ucExplorer(services); },
-                   rooms,
                    {},
                    {},
                    own.path(),

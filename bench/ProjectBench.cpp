@@ -3,7 +3,6 @@
 // times. The window lives meanwhile, which the longest wait of an event says.
 
 #include "settings/registry/MemoryRegistry.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/frame/FrameServices.h"
 #include "shell/frame/frmMain.h"
 #include "widgets/QtPrompts.h"
@@ -61,11 +60,9 @@ struct Shown {
     QTemporaryDir own;
     QtPrompts prompts;
     MemoryRegistry registry;
-    RoomsToCome rooms;
     frmMain frame{{prompts,
                    registry,
                    [](const WorkspaceServices& services) -> PanelLink& { return *new ucExplorer(services); },
-                   rooms,
                    {},
                    {},
                    own.path(),

@@ -2,7 +2,7 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -13,6 +13,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   session
          a start that restores 20 files of 10 KB, in turn with one that restores a single file and one that restores none;
          from exec until the picture stood. The single file says what loading a file takes.
+  handover
+         a second start with a file while the editor runs: from exec until that process was gone. It waits a second by its
+         own choice.
   open   the file on the command line, Ctrl+End pressed from when the window has the keyboard on; from exec until the last
          line stood on the screen. For the long line there is no key: from exec until the picture stood. Memory is the
          most the program held, over the size of the file. A peer that takes more than a minute is given up.
@@ -42,9 +45,17 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
          a project of 200 documents of 10 KB, beside the same files opened one by one. From inside, by ProjectBench.
   files   a text searched in 75,000 files of 1.2 GB, beside grep and, where it is installed, ripgrep; a word replaced in
           10,000 files, beside sed. From inside, by FilesSearchBench.
+  print  100,000 lines of source into a PDF file, beside the same by the library's own printer; how long until the pages are
+         counted, and the longest time without a look at Cancel. From inside, by PrintBench.
   results
          a million matches in 100,000 files added to the results of a search with the event loop between portions; all
          opened, closed, checked, removed and cleared. From inside, by ResultsBench.
+  spelling
+         the first mistake, at the end of 1 MB of text of as many different words as can be, from when the dictionary is
+         loaded; loading it; the suggestions for a word. From inside, by SpellingBench.
+  properties
+         the settings dialog, from the command until it is painted: when it is made, and again. From inside, by
+         PropertiesBench.
 
 Every program has a home folder of its own that is kept between its runs; the first start, which makes its settings, is
 not counted. The files are written just before, so they are in the page cache. They lie under $TMPDIR (else /var/tmp) and
@@ -191,6 +202,42 @@ def benchSession(bench, build, quick):
     for program in programs:
         shown = spread([run["shown"] for run in taken[program.name]])
         bench.say(f"| {program.name.split()[0]} | {shown} | {f'{goal:.0f}' if program is programs[-1] else ''} |")
+
+
+HAND_OVER_GOAL = 1200
+
+
+def waitUntil(condition, seconds):
+    limit = time.monotonic() + seconds
+    while not condition() and time.monotonic() < limit:
+        time.sleep(0.01)
+    return condition()
+
+
+def timeHandOver(program, path):
+    """Milliseconds until a second start with the file was gone; None when it failed."""
+    begun = time.monotonic()
+    run = subprocess.run([*program.command, path], env=program.environment(), check=False, timeout=60)
+    return (time.monotonic() - begun) * 1000 if run.returncode == 0 else None
+
+
+def benchHandOver(bench, program):
+    path = Path(bench.scratch, "handed.txt")
+    writeSource(path, 10_000)
+    first = subprocess.Popen(program.command, env=program.environment())
+    try:
+        there = waitUntil(Path(program.home, "run", "QuillmarkOpen").exists, 60)
+        taken = [timeHandOver(program, str(path)) for _ in range(bench.runs)] if there else [None]
+    finally:
+        first.terminate()
+        first.wait()
+    if None in taken:
+        bench.ownFailed = True
+        bench.say("", "Hand-over: a second start failed")
+        return
+    bench.say("", f"A second start hands over its file, {bench.runs} runs: milliseconds from exec until it was gone, median "
+              "(range)", "", "| | gone | at most |", "|---|---|---|",
+              f"| second start hands over | {spread(taken)} | {HAND_OVER_GOAL} |")
 
 
 def benchOpen(bench, programs, quick):
@@ -387,8 +434,13 @@ PROJECT_GOALS = {"openProject": (0, ("openOneByOne", 1.5))}
 # What grep takes for the same files; ripgrep is not installed everywhere.
 FILES_GOALS = {name: (0, (name + "WithGrep", 1))
                for name in ("literal", "ignoringCase", "wholeWord", "expression", "rareWord")}
+# The library's printer counts no pages and shows no progress.
+PRINT_GOALS = {"printLines": (0, ("printLinesByTheLibrary", 1.5))}
 RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,), "uncheckAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
+
+SPELLING_GOALS = {"first mistake at the end of 1 MB": (200,)}
+PROPERTIES_GOALS = {"openForTheFirstTime": (60,), "openAgain": (60,)}
 
 
 def benchGoals(bench, inside, title, goals):
@@ -421,7 +473,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -447,6 +499,8 @@ def main():
             benchStart(bench, [own, *others, bare])
         if "session" in wanted.only:
             benchSession(bench, build, wanted.quick)
+        if "handover" in wanted.only:
+            benchHandOver(bench, own)
         if "open" in wanted.only:
             benchOpen(bench, [own, *others], wanted.quick)
         if "save" in wanted.only:
@@ -469,8 +523,14 @@ def main():
             benchGoals(bench, str(build / "bench" / "ProjectBench"), "Projects", PROJECT_GOALS)
         if "files" in wanted.only:
             benchGoals(bench, str(build / "bench" / "FilesSearchBench"), "Search across files", FILES_GOALS)
+        if "print" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PrintBench"), "Printing", PRINT_GOALS)
         if "results" in wanted.only:
             benchGoals(bench, str(build / "bench" / "ResultsBench"), "Search results", RESULTS_GOALS)
+        if "spelling" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "SpellingBench"), "Spelling", SPELLING_GOALS)
+        if "properties" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "PropertiesBench"), "Settings dialog", PROPERTIES_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

@@ -19,9 +19,10 @@ install(TARGETS quillmark RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY ${QUILLMARK_SHIPPED} DESTINATION ${CMAKE_INSTALL_DATADIR}/quillmark
         PATTERN "*.qrc" EXCLUDE PATTERN ".gitkeep" EXCLUDE)
 install(FILES data/Quillmark.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES data/Quillmark.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES data/Quillmark.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES icons/quillmark.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
-install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/quillmark)
 file(GLOB manual_pages CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*.1)
 install(FILES ${manual_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 

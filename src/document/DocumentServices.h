@@ -1,6 +1,9 @@
 #pragma once
 
 #include "hex/bytes/HexStorage.h"
+#include "spelling/dictionary/DictionaryList.h"
+
+#include <QStringList>
 
 class Prompts;
 struct EditorGlobals;
@@ -14,4 +17,5 @@ struct DocumentServices {
     EditorGlobals& globals;
     HexFindState& hexFind;
     HexStorage hexStorage{};
+    QStringList dictionaryFolders = DictionaryList::searchFolders();
 };

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "editor/language/TokenTheme.h"
+#include "editor/print/PrintDialogs.h"
+#include "editor/print/Printing.h"
 #include "editor/profile/SharedProfile.h"
 #include "keys/GlobalObject.h"
 #include "keys/HotKeys.h"
@@ -11,14 +13,15 @@ class Prompts;
 class QString;
 class RegistryStore;
 
-/// What all editing controls of the process have in common: the languages, the hot keys, the macros, and how they show
-/// text. The shell owns the only instance; code that creates a control gets it by reference. Prompts and registry
-/// outlive it.
+/// What all editing controls of the process have in common: the languages, the hot keys, the macros, how they show
+/// text, and printing. The shell owns the only instance; code that creates a control gets it by reference. Prompts and
+/// registry outlive it.
 ///
 /// Created empty; its owner has the languages, hot keys and macros loaded.
 struct EditorGlobals {
     /// The folders are those of Folders.h.
-    EditorGlobals(Prompts& prompts, RegistryStore& store, const QString& programFolder, const QString& shareFolder);
+    EditorGlobals(Prompts& prompts, RegistryStore& store, const QString& programFolder, const QString& shareFolder,
+                  PrintDialogs& printDialogs = PrintDialogs::shown());
 
     RegistryStore& registry;
     LanguageTable languages;
@@ -27,4 +30,5 @@ struct EditorGlobals {
     GlobalObject control;
     SharedProfile profile;
     TokenTheme theme;
+    Printing printing;
 };

@@ -44,6 +44,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     : gParent(parent),
       m_prompts(services.prompts),
       m_options(services.options),
+      m_services(services),
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
       m_views{m_text, m_hex.get()} {

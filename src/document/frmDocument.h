@@ -181,6 +181,7 @@ class frmDocument : public QWidget {
     void DefaultFontSize();
     void Properties();
     void PrintContent();
+    void PrintSetup();
     void Spelling();
     void RecordMarco();
     void ExecMacro(int n);
@@ -252,11 +253,13 @@ class frmDocument : public QWidget {
     void refreshLines(qint64 beyondLast);
     void reportDialogSearch();
     void reportHexSearch(const QString& text, qint16 findType);
+    QString checkText();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
 
     Prompts& m_prompts;
     const Options& m_options;
+    const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;

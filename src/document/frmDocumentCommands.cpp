@@ -1,5 +1,6 @@
 // What the menus call on a document, by the view and mode it is for.
 
+#include "document/CloseStop.h"
 #include "document/ContextMenus.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentView.h"
@@ -278,11 +279,15 @@ void frmDocument::CountAll() {
     delete box;
 }
 
-// Present for the menus, without effect on a text until what they need exists: printing and the spelling check.
+void frmDocument::PrintContent() {
+    if (!TextEdit()) {
+        m_prompts.message(this, u"Printing is not allowed in Hex mode."_qs);
+        return;
+    }
+    const CloseStop stop(*this, m_loads);
+    m_text->PrintContent(filename.isEmpty() ? Caption() : filename);
+}
 
-void frmDocument::PrintContent() {}
-
-void frmDocument::Spelling() {
-    if (!TextEdit())
-        m_prompts.message(this, u"Spell check is not allowed in Hex mode."_qs);
+void frmDocument::PrintSetup() {
+    m_text->PrintSetup();
 }

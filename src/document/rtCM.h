@@ -178,6 +178,11 @@ class rtCM : public QWidget, public DocumentView {
     /// Plays macro `n`, from 1 to 10; any other number does nothing.
     void ExecMacro(int n);
     void Properties();
+    /// Prints the text under a file's path or a document's name, with the dialog for printers. Yields, and nothing can
+    /// be done to the text meanwhile.
+    void PrintContent(const QString& pName = {});
+    /// The dialog for the page; its settings are those of all texts.
+    void PrintSetup();
 
     // Properties of the control (rtCMProperties.cpp)
     QString TextRTF() const;

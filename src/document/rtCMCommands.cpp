@@ -121,3 +121,11 @@ void rtCM::ExecMacro(int n) {
 void rtCM::GotoLine() {
     m_control->ExecuteCmd(Command::GoToLine);
 }
+
+void rtCM::PrintContent(const QString& pName) {
+    m_globals.printing.PrintContent(*m_control, pName);
+}
+
+void rtCM::PrintSetup() {
+    m_globals.printing.PrintSetup(this);
+}

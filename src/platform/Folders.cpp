@@ -34,7 +34,12 @@ QString homeFolder() {
 
 QString userFolder(const char* variable, const QString& underHome) {
     const QString folder = folderFromEnvironment(variable);
-    return absolutePath((folder.isEmpty() ? homeFolder() + u'/' + underHome : folder) + u"/quillmark"_qs, {});
+    return absolutePath(folder.isEmpty() ? homeFolder() + u'/' + underHome : folder, {});
+}
+
+/// The program's own folder in one of these.
+QString ownFolder(const QString& userFolder) {
+    return absolutePath(userFolder + u"/quillmark"_qs, {});
 }
 
 QString parentOf(const QString& path) {
@@ -96,18 +101,26 @@ QString executableFolder() {
     return parentOf(pathText({buffer.data(), length}).value_or(u"/"_qs));
 }
 
-QString configFolder() {
+QString userConfigFolder() {
     return userFolder("XDG_CONFIG_HOME", u".config"_qs);
 }
 
+QString userDataFolder() {
+    return userFolder("XDG_DATA_HOME", u".local/share"_qs);
+}
+
+QString configFolder() {
+    return ownFolder(userConfigFolder());
+}
+
 QString stateFolder() {
-    return userFolder("XDG_STATE_HOME", u".local/state"_qs);
+    return ownFolder(userFolder("XDG_STATE_HOME", u".local/state"_qs));
 }
 
 QString ProgramFolder(const QString& executable) {
     if (IsFolderPath(executable + u"/languages"_qs) && isWritableFolder(executable))
         return executable;
-    return userFolder("XDG_DATA_HOME", u".local/share"_qs);
+    return ownFolder(userDataFolder());
 }
 
 QString shareFolder(const QString& executable) {
@@ -126,7 +139,12 @@ QString temporaryFolder() {
 
 QString runtimeFolder() {
     const QString folder = folderFromEnvironment("XDG_RUNTIME_DIR");
-    return isWritableFolder(folder) ? folder : temporaryFolder();
+    return isWritableFolder(folder) && !isTakenByOthers(folder + u'/') ? folder : temporaryFolder();
+}
+
+SystemError makeRuntimeFolder() {
+    const QString folder = runtimeFolder();
+    return folder == temporaryFolder() ? makePrivateFolder(folder) : SystemError();
 }
 
 SystemError makeFolder(const QString& path) {

@@ -15,6 +15,10 @@ void forgetRelativeFolders();
 /// The folder of the running executable.
 QString executableFolder();
 
+/// The folders in which all programs of this user keep their settings and their data.
+QString userConfigFolder();
+QString userDataFolder();
+
 /// The folder of the settings database.
 QString configFolder();
 
@@ -33,8 +37,8 @@ QString shareFolder(const QString& executable = executableFolder());
 /// no folder.
 QString temporaryFolder();
 
-/// The folder for locks and sockets that live as long as the session. Without a usable $XDG_RUNTIME_DIR it is the
-/// temporary folder, and must be created in the same way.
+/// The folder for locks and sockets that live as long as the session. Without an $XDG_RUNTIME_DIR that belongs to this
+/// user and can be written to it is the temporary folder.
 QString runtimeFolder();
 
 /// Creates the folder and its missing parents, accessible to this user only. Existing folders are not changed.
@@ -43,3 +47,6 @@ SystemError makeFolder(const QString& path);
 /// Creates the folder with mode 0700. If it exists, it must be a real folder (no link) of this user; access is then
 /// withdrawn from others.
 SystemError makePrivateFolder(const QString& path);
+
+/// Creates the folder of runtimeFolder() where that is the temporary one; $XDG_RUNTIME_DIR is left as it is.
+SystemError makeRuntimeFolder();

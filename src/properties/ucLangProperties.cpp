@@ -84,6 +84,8 @@ QWidget* ucLangProperties::buildDetails() {
     m_sample = new rtCM(m_services);
     m_sample->setTextName(tr("Sample Syntax Highlight"));
     m_sample->setMinimumSize(SampleSize);
+    // The tab key would be taken by the text, so the keyboard skips the sample.
+    m_sample->setFocusPolicy(Qt::ClickFocus);
     const Options& options = m_services.options;
     if (!options.FontName.isEmpty())
         m_sample->setTextFont(options.FontName, options.FontSize);
@@ -127,6 +129,11 @@ void ucLangProperties::InitObjects(bool pSave) {
         addRow(row.name, row.patterns);
     m_list->setCurrentItem(m_list->topLevelItem(0));
     m_sample->PropertiesLoad();
+}
+
+void ucLangProperties::refresh() {
+    if (!m_changed)
+        InitObjects(false);
 }
 
 void ucLangProperties::addRow(const QString& name, const QString& patterns) {

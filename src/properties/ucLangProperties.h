@@ -31,6 +31,8 @@ class ucLangProperties : public QWidget {
     /// Reads the index (which adds its records to the table), lists the languages and shows the first one. `pSave`:
     /// whether Save is enabled before the user changes anything.
     Q_INVOKABLE void InitObjects(bool pSave);
+    /// Lists the languages again, after the index was changed elsewhere, unless changes are still to be saved.
+    void refresh();
     /// Saves the changes.
     Q_INVOKABLE void SaveProp();
 

@@ -1,12 +1,15 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
+#include "platform/InstanceLock.h"
 #include "platform/Paths.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
+#include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
+#include "shell/start/HandOverEndpoint.h"
+#include "shell/start/HandOverSender.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
@@ -17,6 +20,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <cstdio>
 #include <utility>
 
 namespace {
@@ -29,30 +33,53 @@ PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
 }
 
-/// The process's own duties. Registering the program with the desktop and passing paths to a running instance are still
-/// to come: the first does nothing yet, and no running instance is ever found.
+QString registryPath() {
+    return configFolder() + QLatin1String("/registry.db");
+}
+
+/// A message of a process without a window.
+void writeToStandardError(const QString& text) {
+    std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+}
+
+/// The process's own duties.
 class Program : public StartDuties {
  public:
-    Program(char* name, QString tail) : m_arguments{name, nullptr}, m_tail(std::move(tail)) {}
+    Program(char* name, QString tail, QStringList arguments)
+        : m_name{name, nullptr}, m_tail(std::move(tail)), m_arguments(std::move(arguments)) {}
 
-    void RegisterShellExtension() override {}
-    void UnregisterShellExtension() override {}
-    bool previousInstanceRuns() override { return false; }
-    bool handOver(const QString&) override { return false; }
+    void RegisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration desktop(registry, writeToStandardError);
+        desktop.RegisterShellExtension();
+        desktop.RegisterExtension(u"qmp"_qs, u"Quillmark Project"_qs, true, true);
+    }
+    void UnregisterShellExtension() override {
+        SqliteRegistry registry(registryPath());
+        ShellIntegration(registry, writeToStandardError).UnregisterShellExtension();
+    }
+    bool previousInstanceRuns() override {
+        makeRuntimeFolder();  // without one there is no other instance to be found
+        return m_sender.previousInstanceRuns();
+    }
+    bool handOver(const QStringList& paths) override { return m_sender.send(paths); }
 
     int runFrame() override {
+        becomeInstance();
         SaveRecovery(SaveRecords::saveRecordFolder()).run();
         SaveRecords saveRecords;
         WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
-        QApplication application(count, m_arguments);
+        QApplication application(count, m_name);
         QApplication::setApplicationName(u"quillmark"_qs);
         QApplication::setApplicationDisplayName(QString());
         PlaceholderColour::follow();
-        SqliteRegistry registry(configFolder() + QLatin1String("/registry.db"));
+        SqliteRegistry registry(registryPath());
         QtPrompts prompts;
-        RoomsToCome rooms;
-        frmMain frame({prompts, registry, makeExplorer, rooms, m_tail, {}});
+        FrameServices services{prompts, registry, makeExplorer, m_tail, {}};
+        services.arguments = m_arguments;
+        services.instanceLock = &m_lock;
+        frmMain frame(services);
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
@@ -60,8 +87,18 @@ class Program : public StartDuties {
     }
 
  private:
-    char* m_arguments[2];
+    /// Before anything that takes time: a later start then waits for this one.
+    void becomeInstance() {
+        makeRuntimeFolder();
+        if (!CommandLine::staysApart(m_tail))
+            m_lock.tryToTake();
+    }
+
+    char* m_name[2];
     QString m_tail;
+    QStringList m_arguments;
+    InstanceLock m_lock{HandOverEndpoint::lockIn(runtimeFolder())};
+    HandOverSender m_sender{m_lock, HandOverEndpoint::socketIn(runtimeFolder())};
 };
 
 }  // namespace
@@ -70,6 +107,7 @@ int main(int count, char** arguments) {
     forgetRelativeFolders();
     const QString tail = CommandLine::tailOf(count, arguments);
     char noName[] = "quillmark";
-    Program program(count > 0 ? arguments[0] : noName, tail);
-    return runMain(tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()}, program);
+    const QStringList parts = CommandLine::argumentsOf(count, arguments);
+    Program program(count > 0 ? arguments[0] : noName, tail, parts);
+    return runMain(tail, {IsFolderPath, QDir::currentPath(), fileExists, parts}, program);
 }

@@ -13,7 +13,7 @@ class ClickLabelAccessible : public QAccessibleWidget {
  public:
     explicit ClickLabelAccessible(ClickLabel* label) : QAccessibleWidget(label) {}
 
-    QAccessible::Role role() const override { return isButton() ? QAccessible::Button : QAccessible::StaticText; }
+    QAccessible::Role role() const override { return isButton() ? buttonRole() : QAccessible::StaticText; }
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Name ? label().text() : QAccessibleWidget::text(kind);
     }
@@ -28,6 +28,7 @@ class ClickLabelAccessible : public QAccessibleWidget {
     }
 
  private:
+    QAccessible::Role buttonRole() const { return label().isLink() ? QAccessible::Link : QAccessible::Button; }
     bool isButton() const { return label().focusPolicy() != Qt::NoFocus; }
     ClickLabel& label() const { return *static_cast<ClickLabel*>(widget()); }
 };
@@ -54,6 +55,16 @@ ClickLabel::ClickLabel(QWidget* parent) : ClickLabel(QString(), parent) {}
 ClickLabel::ClickLabel(const QString& text, QWidget* parent) : QLabel(parent) {
     install();
     setText(text);
+}
+
+void ClickLabel::showAsLink() {
+    m_isLink = true;
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setForegroundRole(QPalette::Link);
+    QFont underlined = font();
+    underlined.setUnderline(true);
+    setFont(underlined);
 }
 
 void ClickLabel::mouseReleaseEvent(QMouseEvent* event) {

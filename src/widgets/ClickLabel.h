@@ -11,6 +11,10 @@ class ClickLabel : public QLabel {
     explicit ClickLabel(QWidget* parent = nullptr);
     explicit ClickLabel(const QString& text, QWidget* parent = nullptr);
 
+    /// From now on it looks like a link, can be reached by the keyboard, and is a link for screen readers.
+    void showAsLink();
+    bool isLink() const { return m_isLink; }
+
  Q_SIGNALS:
     void clicked();
 
@@ -20,4 +24,7 @@ class ClickLabel : public QLabel {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+ private:
+    bool m_isLink = false;
 };

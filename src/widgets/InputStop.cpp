@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QWindow>
 
 #include <algorithm>
 #include <array>
@@ -33,7 +34,7 @@ constexpr auto Stopped = std::to_array<QEvent::Type>({QEvent::KeyPress,
 
 }  // namespace
 
-InputStop::InputStop() : m_boxAtFirst(QApplication::activeModalWidget()) {
+InputStop::InputStop(const QWidget* except) : m_except(except), m_boxAtFirst(QApplication::activeModalWidget()) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -46,8 +47,16 @@ bool InputStop::isBoxOfLater() const {
     return box != nullptr && box != m_boxAtFirst;
 }
 
+/// Input arrives at the window of the system first, and then at a widget in it.
+bool InputStop::isInFreeWindow(const QObject* watched) const {
+    if (m_except == nullptr)
+        return false;
+    const auto* widget = qobject_cast<const QWidget*>(watched);
+    return widget == nullptr ? watched == m_except->windowHandle() : widget->window() == m_except;
+}
+
 bool InputStop::eventFilter(QObject* watched, QEvent* event) {
-    if (std::ranges::find(Stopped, event->type()) == Stopped.end() || isBoxOfLater())
+    if (std::ranges::find(Stopped, event->type()) == Stopped.end() || isBoxOfLater() || isInFreeWindow(watched))
         return QObject::eventFilter(watched, event);
     if (event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride)
         m_escaped = m_escaped || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;

@@ -1,10 +1,12 @@
 #include "widgets/QtPrompts.h"
 
 #include "widgets/FileDialog.h"
+#include "widgets/InputStop.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLabel>
@@ -62,6 +64,11 @@ void setUp(QMessageBox& box, const QString& text, const QString& title) {
     box.setText(fitting(box, text));
 }
 
+void setUpMessage(QMessageBox& box, const QString& text, const QString& title) {
+    setUp(box, text, title);
+    box.setStandardButtons(QMessageBox::Ok);
+}
+
 /// Most styles show an informative text in letters of the size of the question.
 void addSmallText(QMessageBox& box, const QString& text) {
     box.setInformativeText(text);
@@ -91,11 +98,17 @@ class ButtonsOnlyBox : public QMessageBox {
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };
 
-void showMessage(QWidget* parent, const QString& text, const QString& title, QMessageBox::Icon icon) {
-    QMessageBox box(windowOf(parent));
-    setUp(box, text, title);
-    box.setIcon(icon);
-    box.setStandardButtons(QMessageBox::Ok);
+/// The same as exec(), but the keyboard stays in the program in which the user works. A window that is shown modal
+/// requests it, so the box is shown first, and becomes the only window with input in another way.
+void showBehind(QMessageBox& box) {
+    box.setModal(false);
+    box.setAttribute(Qt::WA_ShowWithoutActivating);
+    box.show();
+    const InputStop others(&box);
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &box, [&box](Qt::ApplicationState now) {
+        if (now == Qt::ApplicationActive && !box.isActiveWindow())
+            box.activateWindow();
+    });
     box.exec();
 }
 
@@ -109,22 +122,39 @@ QCheckBox* addReadOnlyBox(QFileDialog& dialog) {
 
 }  // namespace
 
+QtPrompts::QtPrompts() {
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_receiver,
+                     [this](Qt::ApplicationState now) { m_wasActive = m_wasActive || now == Qt::ApplicationActive; });
+}
+
+/// A program that has not been active yet is starting, and its boxes are for the user who started it.
+void QtPrompts::show(QMessageBox& box) const {
+    if (m_wasActive && QGuiApplication::applicationState() != Qt::ApplicationActive)
+        showBehind(box);
+    else
+        box.exec();
+}
+
 void QtPrompts::message(QWidget* parent, const QString& text, const QString& title) {
-    showMessage(parent, text, title, QMessageBox::NoIcon);
+    QMessageBox box(windowOf(parent));
+    setUpMessage(box, text, title);
+    show(box);
 }
 
 void QtPrompts::stop(QWidget* parent, const QString& text, const QString& title) {
-    showMessage(parent, text, title, QMessageBox::Critical);
+    QMessageBox box(windowOf(parent));
+    setUpMessage(box, text, title);
+    box.setIcon(QMessageBox::Critical);
+    show(box);
 }
 
 bool QtPrompts::messageWithCheck(QWidget* parent, const QString& text, const QString& check) {
     QMessageBox box(windowOf(parent));
-    setUp(box, text, {});
+    setUpMessage(box, text, {});
     auto* tick = new QCheckBox(check, &box);
     tick->setObjectName(u"chkSilence"_qs);
     box.setCheckBox(tick);
-    box.setStandardButtons(QMessageBox::Ok);
-    box.exec();
+    show(box);
     return tick->isChecked();
 }
 
@@ -135,7 +165,7 @@ bool QtPrompts::askYesNo(QWidget* parent, const QString& text, const QString& ti
     addSmallText(box, informativeText);
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(preset == Answer::Yes ? QMessageBox::Yes : QMessageBox::No);
-    box.exec();
+    show(box);
     return box.clickedButton() == box.button(QMessageBox::Yes);
 }
 

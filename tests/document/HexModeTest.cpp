@@ -355,11 +355,16 @@ TEST_F(HexMode, NobodyGivesTheNameForASaveOfItsOwn) {
 }
 
 TEST_F(HexMode, TheSpellingCheckIsRefused) {
-    m_document.Spelling();
-    EXPECT_TRUE(m_prompts.messages.isEmpty());
     ASSERT_TRUE(openHexOf("one"));
     m_document.Spelling();
     EXPECT_EQ(m_prompts.messages, QStringList(u"Spell check is not allowed in Hex mode."_qs));
+}
+
+TEST_F(HexMode, PrintingIsRefused) {
+    ASSERT_TRUE(openHexOf("one"));
+    m_document.PrintContent();
+    EXPECT_EQ(m_prompts.messages, QStringList(u"Printing is not allowed in Hex mode."_qs));
+    EXPECT_EQ(m_given.printDialogs.printersAsked, 0);
 }
 
 TEST_F(HexMode, ItsOwnFormsComeUpInHexModeAlone) {

@@ -20,7 +20,7 @@ fail() {
 cmake --install "$QUILLMARK_BUILD" --prefix "$scratch/prefix" >/dev/null
 for file in bin/quillmark share/quillmark/languages share/quillmark/help/main.html share/quillmark/help/style.css share/quillmark/icons/new.svg \
     share/applications/Quillmark.desktop share/icons/hicolor/scalable/apps/quillmark.svg share/man/man1/quillmark.1 \
-    share/metainfo/Quillmark.metainfo.xml; do
+    share/metainfo/Quillmark.metainfo.xml share/mime/packages/Quillmark.xml share/doc/quillmark/README.md; do
     [[ -e $scratch/prefix/$file ]] || fail "not installed: $file"
 done
 

@@ -16,10 +16,10 @@
 #include "shell/commands/CommandEntries.h"
 #include "shell/commands/MenuSlots.h"
 #include "shell/commands/MenuText.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
+#include "support/ScriptedPrintDialogs.h"
 #include "support/ScriptedPrompts.h"
 #include "workspace/host/WorkspaceServices.h"
 #include "workspace/panel/PanelLink.h"
@@ -84,34 +84,14 @@ class NotedExplorer : public PanelLink {
     void RestoreItem(const QString& pLine) override { calls << u"RestoreItem "_qs + pLine; }
 };
 
-/// Rooms to come that record the calls whose order matters.
-class NotedRooms : public RoomsToCome {
- public:
-    QStringList calls;
-
-    bool fails = false;  ///< a call of one of these throws, once it is noted
-
-    QStringList take() { return std::exchange(calls, {}); }
-
-    void ShowProperties() override { note(u"ShowProperties"_qs); }
-    void ChooseLanguage() override { note(u"ChooseLanguage"_qs); }
-
- private:
-    void note(const QString& call) {
-        calls << call;
-        if (fails)
-            throw std::runtime_error("the room is not ready");
-    }
-};
-
 /// A whole frame with scripted answers, a registry in memory and a folder for its files.
 class FrameFixture : public testing::Test {
  protected:
     /// Brings the frame up without showing it.
     void load(const QString& tail = {}) {
-        m_frame = std::make_unique<frmMain>(FrameServices{m_prompts, m_registry, m_makePanel, m_rooms, tail,
-                                                          [this](const char* step) { m_steps << QLatin1String(step); },
-                                                          m_programFolder.path(), m_shareFolder, m_fileExists});
+        m_frame = std::make_unique<frmMain>(FrameServices{
+            m_prompts, m_registry, m_makePanel, tail, [this](const char* step) { m_steps << QLatin1String(step); },
+            m_programFolder.path(), m_shareFolder, m_fileExists, m_printDialogs});
         m_frame->resize(900, 600);
         m_frame->Load();
     }
@@ -205,10 +185,10 @@ class FrameFixture : public testing::Test {
     QString m_shareFolder;
     FileLookup::Exists m_fileExists = fileExists;  ///< called in another thread
     ScriptedPrompts m_prompts;
+    ScriptedPrintDialogs m_printDialogs;
     MemoryRegistry m_registry;
     NotedExplorer m_explorer;
     FrameServices::PanelMaker m_makePanel = [this](const WorkspaceServices&) -> PanelLink& { return m_explorer; };
-    NotedRooms m_rooms;
     QStringList m_steps;
     std::unique_ptr<frmMain> m_frame;
 };

@@ -7,6 +7,7 @@
 #include "settings/Options.h"
 #include "settings/registry/MemoryRegistry.h"
 #include "support/FailingFileSystem.h"
+#include "support/ScriptedPrintDialogs.h"
 #include "support/ScriptedPrompts.h"
 
 #include <QTemporaryDir>
@@ -20,7 +21,8 @@ struct ScriptedServices {
     Options options;
     MemoryRegistry registry;
     QTemporaryDir programFolder;
-    EditorGlobals globals{prompts, registry, programFolder.path(), shareFolder()};
+    ScriptedPrintDialogs printDialogs;
+    EditorGlobals globals{prompts, registry, programFolder.path(), shareFolder(), printDialogs};
     HexFindState hexFind;
     FailingFileSystem hexCalls;  ///< used to load and save the bytes of hex views
     qint64 hexBlockSize;

@@ -52,6 +52,18 @@ TEST_F(AClickLabel, ShowsThatItHasTheKeyboard) {
     EXPECT_NE(label->grab().toImage(), without);
 }
 
+TEST_F(AClickLabel, IsALinkWhereItIsShownAsOne) {
+    label->showAsLink();
+    EXPECT_EQ(label->focusPolicy(), Qt::StrongFocus);
+    EXPECT_EQ(label->foregroundRole(), QPalette::Link);
+    EXPECT_TRUE(label->font().underline());
+    const QAccessibleInterface* link = QAccessible::queryAccessibleInterface(label);
+    EXPECT_EQ(link->role(), QAccessible::Link);
+    label->setFocus();
+    QTest::keyClick(label, Qt::Key_Return);
+    EXPECT_EQ(clicked.count(), 1);
+}
+
 TEST_F(AClickLabel, IsAButtonForScreenReadersWhereItCanHaveTheFocus) {
     label->setFocusPolicy(Qt::TabFocus);
     QAccessibleInterface* button = QAccessible::queryAccessibleInterface(label);

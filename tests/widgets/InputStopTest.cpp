@@ -74,3 +74,16 @@ TEST_F(StoppedInput, ABoxThatWasOpenBeforeIsStoppedLikeTheRest) {
     EXPECT_TRUE(stop.escaped());
     EXPECT_TRUE(box.isVisible());
 }
+
+TEST_F(StoppedInput, AnExceptedWindowGetsItsInputWithoutBeingModal) {
+    QWidget other;
+    auto* free = new QLineEdit(&other);
+    other.show();
+    const InputStop stop(&other);
+    QTest::keyClicks(free, u"abc"_qs);
+    QTest::keyClicks(field, u"abc"_qs);
+    EXPECT_EQ(free->text(), u"abc"_qs);
+    EXPECT_TRUE(field->text().isEmpty());
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(other.close());
+}

@@ -1,15 +1,20 @@
-#include "platform/BackgroundWork.h"
+#include "support/PrivateBus.h"
 #include "widgets/OpenOutside.h"
 
 #include <QApplication>
-#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
-#include <QProcess>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 
@@ -29,60 +34,72 @@ class Opener : public QObject {
     void opened(const QUrl& address);
 };
 
-/// Stands for the file manager.
-class FileManager : public QObject {
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
-
- public Q_SLOTS:
-    void ShowFolders(const QStringList& addresses, const QString&) { Q_EMIT shown(addresses); }
-
- Q_SIGNALS:
-    void shown(const QStringList& addresses);
-};
-
-/// A bus of this test's own. It ends with the object.
-class Bus {
+/// A socket that takes connections and never says a word.
+class SilentSocket {
  public:
-    Bus() {
-        m_daemon.start(u"dbus-daemon"_qs, {u"--session"_qs, u"--nofork"_qs, u"--print-address"_qs});
-        m_daemon.waitForReadyRead();
-        m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+    SilentSocket() : m_handle(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_un place{};
+        place.sun_family = AF_UNIX;
+        qstrncpy(place.sun_path, path().constData(), sizeof place.sun_path);
+        EXPECT_EQ(bind(m_handle, reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
+        EXPECT_EQ(listen(m_handle, 1), 0);
     }
-    ~Bus() {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
-    }
-    Q_DISABLE_COPY_MOVE(Bus)
+    ~SilentSocket() { close(m_handle); }
+    Q_DISABLE_COPY_MOVE(SilentSocket)
 
-    const QString& address() const { return m_address; }
+    QByteArray path() const { return QFile::encodeName(m_folder.filePath(u"bus"_qs)); }
+    bool isCalled() const {
+        constexpr int Milliseconds = 20'000;
+        pollfd waiting{m_handle, POLLIN, 0};
+        return poll(&waiting, 1, Milliseconds) == 1;
+    }
 
  private:
-    QProcess m_daemon;
-    QString m_address;
+    QTemporaryDir m_folder;
+    int m_handle;
 };
 
-// The connection to the bus is made once in a process, so this test is the first.
+const QString Folder = u"/home/u/a folder"_qs;
+const QString FolderAddress = u"file:///home/u/a%20folder"_qs;
+
+}  // namespace
+
+// Each of these needs a process of its own, because the connection to the bus is made once in a process.
+
 TEST(OpenOutside, TheFileManagerOnTheBusIsAskedForAWindow) {
-    const Bus bus;
-    ASSERT_FALSE(bus.address().isEmpty());
-    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    const PrivateBus bus;
     const Opener opener;
     const QSignalSpy opened(&opener, &Opener::opened);
-    FileManager manager;
-    QDBusConnection service = QDBusConnection::connectToBus(bus.address(), u"service"_qs);
-    ASSERT_TRUE(service.registerObject(u"/org/freedesktop/FileManager1"_qs, &manager, QDBusConnection::ExportAllSlots));
-    ASSERT_TRUE(service.registerService(u"org.freedesktop.FileManager1"_qs));
-    QSignalSpy shown(&manager, &FileManager::shown);
-    OpenOutside::folder(u"/home/u/a folder"_qs);
-    ASSERT_TRUE(shown.wait());
-    EXPECT_EQ(shown.takeFirst().first().toStringList(), QStringList(u"file:///home/u/a%20folder"_qs));
-    EXPECT_TRUE(QTest::qWaitFor([] { return qApp->findChildren<BackgroundWork*>().isEmpty(); }));
+    const FakeFileManager manager(bus);
+    OpenOutside::folder(Folder);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !manager.shown.isEmpty(); }));
+    EXPECT_EQ(manager.shown, QStringList(FolderAddress));
+    EXPECT_TRUE(QTest::qWaitFor([] { return qApp->findChildren<QDBusPendingCallWatcher*>().isEmpty(); }));
     EXPECT_EQ(opened.count(), 0);
-    QDBusConnection::disconnectFromBus(u"service"_qs);
 }
 
 TEST(OpenOutside, WithoutAFileManagerOnTheBusTheDesktopOpensTheFolder) {
+    const PrivateBus bus;
+    const Opener opener;
+    QSignalSpy opened(&opener, &Opener::opened);
+    OpenOutside::folder(Folder);
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(opened.takeFirst().first().toUrl().toLocalFile(), Folder);
+}
+
+TEST(OpenOutside, WhereTheFileManagerRefusesTheDesktopOpensTheFolder) {
+    const PrivateBus bus;
+    const Opener opener;
+    QSignalSpy opened(&opener, &Opener::opened);
+    FakeFileManager manager(bus);
+    manager.refuses = true;
+    OpenOutside::folder(Folder);
+    ASSERT_TRUE(opened.wait());
+    EXPECT_EQ(manager.shown, QStringList(FolderAddress));
+    EXPECT_EQ(opened.takeFirst().first().toUrl().toLocalFile(), Folder);
+}
+
+TEST(OpenOutside, WithoutABusTheDesktopOpensTheFolder) {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
     const Opener opener;
     QSignalSpy opened(&opener, &Opener::opened);
@@ -91,6 +108,25 @@ TEST(OpenOutside, WithoutAFileManagerOnTheBusTheDesktopOpensTheFolder) {
     EXPECT_EQ(opened.takeFirst().first().toUrl().toLocalFile(), u"/home/u/a folder%41#1"_qs);
 }
 
-}  // namespace
+/// Neither the call nor the end of the program waits for it; so the socket outlives the test.
+TEST(OpenOutside, ABusThatNeverAnswersHoldsNothingUp) {
+    static const SilentSocket dead;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + dead.path());
+    const Opener opener;
+    QSignalSpy opened(&opener, &Opener::opened);
+    OpenOutside::folder(Folder);
+    EXPECT_EQ(opened.count(), 0);
+    ASSERT_TRUE(opened.wait(20'000));
+    EXPECT_TRUE(dead.isCalled());
+    EXPECT_EQ(opened.takeFirst().first().toUrl().toLocalFile(), Folder);
+}
+
+TEST(OpenOutside, AnAddressIsOpenedByTheDesktop) {
+    const Opener opener;
+    const QSignalSpy opened(&opener, &Opener::opened);
+    OpenOutside::address(QUrl(u"file:///a.html#part"_qs));
+    ASSERT_EQ(opened.count(), 1);
+    EXPECT_EQ(opened.first().first().toUrl(), QUrl(u"file:///a.html#part"_qs));
+}
 
 #include "OpenOutsideTest.moc"

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -404,4 +405,78 @@ TEST(QtPrompts, FiltersKeepTheirDescriptionsAndTakePatternsApart) {
               QStringList({u"Text Files (*.txt) (*.txt)"_qs, u"All (*)"_qs, u"C (*.c *.h)"_qs}));
     EXPECT_TRUE(nameFilters(QString()).isEmpty());
     EXPECT_TRUE(nameFilters(u"alone"_qs).isEmpty());
+}
+
+namespace {
+
+/// Calls with the box that is shown, modal or not, once it is.
+void whenBehind(std::function<void(QMessageBox&)> action) {
+    QTimer::singleShot(0, qApp, [action = std::move(action)] {
+        QMessageBox* shown = nullptr;
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && qobject_cast<QMessageBox*>(window) != nullptr)
+                shown = qobject_cast<QMessageBox*>(window);
+        }
+        ASSERT_NE(shown, nullptr);
+        action(*shown);
+    });
+}
+
+/// The program has had the keyboard, and another one has it now.
+class QtPromptsBehind : public testing::Test {
+ protected:
+    void SetUp() override {  // once m_prompts is there to notice
+        Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+        ASSERT_NE(QGuiApplication::applicationState(), Qt::ApplicationActive);
+    }
+    QtPrompts m_prompts;
+};
+
+}  // namespace
+
+TEST_F(QtPromptsBehind, AMessageLeavesTheKeyboardWhereItIs) {
+    bool asked = false;
+    whenBehind([&](QMessageBox& box) {
+        asked = true;
+        EXPECT_TRUE(box.testAttribute(Qt::WA_ShowWithoutActivating));
+        EXPECT_NE(QGuiApplication::modalWindow(), box.windowHandle());
+        EXPECT_EQ(box.text(), u"text"_qs);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    m_prompts.message(nullptr, u"text"_qs, {});
+    EXPECT_TRUE(asked);
+}
+
+TEST_F(QtPromptsBehind, AQuestionIsAnsweredByItsButtons) {
+    for (const bool answer : {true, false}) {
+        whenBehind([answer](QMessageBox& box) {
+            QTest::keyClick(&box, Qt::Key_Escape);
+            EXPECT_TRUE(box.isVisible());
+            QTest::mouseClick(box.button(answer ? QMessageBox::Yes : QMessageBox::No), Qt::LeftButton);
+        });
+        EXPECT_EQ(m_prompts.askYesNo(nullptr, u"text"_qs, {}), answer);
+    }
+}
+
+TEST_F(QtPromptsBehind, NoOtherWindowTakesInputMeanwhile) {
+    QLineEdit field;
+    field.show();
+    whenBehind([&](QMessageBox& box) {
+        QTest::keyClicks(&field, u"abc"_qs);
+        EXPECT_FALSE(field.close());
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    m_prompts.stop(nullptr, u"text"_qs, {});
+    EXPECT_TRUE(field.text().isEmpty());
+    EXPECT_TRUE(field.isVisible());
+}
+
+TEST(QtPrompts, ABoxOfAProgramThatIsStartingIsModal) {
+    QtPrompts prompts;
+    whenShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_FALSE(box.testAttribute(Qt::WA_ShowWithoutActivating));
+        EXPECT_EQ(QGuiApplication::modalWindow(), box.windowHandle());
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    prompts.message(nullptr, u"text"_qs, {});
 }

@@ -1,5 +1,8 @@
 #include "shell/bars/StatusPanel.h"
 
+#include "widgets/FocusFrame.h"
+#include "widgets/PlainKey.h"
+
 #include <QPainter>
 
 namespace {
@@ -9,13 +12,15 @@ constexpr int GapWidth = 4;
 
 }  // namespace
 
-StatusPanel::StatusPanel(QWidget* parent) : QWidget(parent) {}
+StatusPanel::StatusPanel(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::TabFocus);
+}
 
 void StatusPanel::setText(const QString& text) {
     if (text == m_text)
         return;
     m_text = text;
-    setAccessibleName(text);
+    setAccessibleName(text.isEmpty() ? accessibleDescription() : text);
     setToolTip(text);
     update();
 }
@@ -62,8 +67,27 @@ void StatusPanel::paintEvent(QPaintEvent*) {
     painter.setPen(palette().color(QPalette::WindowText));
     painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(m_text, Qt::ElideRight, room.width()));
+    FocusFrame::paint(*this);
 }
 
 void StatusPanel::mouseDoubleClickEvent(QMouseEvent*) {
     Q_EMIT doubleClicked();
+}
+
+void StatusPanel::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    if (isPlainKey(*event) && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space))
+        Q_EMIT doubleClicked();
+    else if (isPlainKey(*event) && key == Qt::Key_Escape)
+        Q_EMIT left();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void StatusPanel::focusInEvent(QFocusEvent*) {
+    update();
+}
+
+void StatusPanel::focusOutEvent(QFocusEvent*) {
+    update();
 }

@@ -4,7 +4,7 @@
 #include <QWidget>
 
 /// One panel of the status bar: a picture, if any, and a text, cut off with "..." where it is too narrow; the whole of
-/// it is the tool tip. A new text repaints this panel alone and moves nothing.
+/// it is the tool tip. A new text repaints this panel alone and moves nothing. The keyboard reaches it by Tab.
 class StatusPanel : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
@@ -25,11 +25,17 @@ class StatusPanel : public QWidget {
     QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
+    /// By the mouse, or by Enter or Space.
     void doubleClicked();
+    /// Escape was pressed: the keyboard is to go back to the document.
+    void left();
 
  protected:
     void paintEvent(QPaintEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
 
  private:
     int pictureRoom() const;

@@ -16,6 +16,12 @@ enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
 /// Letters for which each panel has room; the first gets the remaining width.
 constexpr std::array<int, 4> PanelRoom = {0, 48, 22, 16};
 
+/// What a screen reader says beside the text.
+constexpr std::array<const char*, 4> Descriptions = {QT_TRANSLATE_NOOP("StatusPanels", "Notice"),
+                                                     QT_TRANSLATE_NOOP("StatusPanels", "Position of the cursor"),
+                                                     QT_TRANSLATE_NOOP("StatusPanels", "Last update of the file"),
+                                                     QT_TRANSLATE_NOOP("StatusPanels", "Size of the file in bytes")};
+
 }  // namespace
 
 StatusPanels::StatusPanels(QStatusBar& bar) : QObject(&bar) {
@@ -24,8 +30,11 @@ StatusPanels::StatusPanels(QStatusBar& bar) : QObject(&bar) {
         auto* added = new StatusPanel(&bar);
         added->setObjectName(u"sbStatusBar(%1)"_qs.arg(i + 1));
         added->setRoomFor(PanelRoom.at(i));
+        added->setAccessibleDescription(tr(Descriptions.at(i)));
+        added->setAccessibleName(added->accessibleDescription());
         bar.addPermanentWidget(added, i == 0 ? 1 : 0);
         connect(added, &StatusPanel::doubleClicked, this, [this, added] { Q_EMIT textWanted(added->text()); });
+        connect(added, &StatusPanel::left, this, &StatusPanels::left);
         m_panels.at(i) = added;
     }
 }

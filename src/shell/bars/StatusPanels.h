@@ -37,6 +37,8 @@ class StatusPanels : public QObject {
  Q_SIGNALS:
     /// The user wants to read the whole text of a panel.
     void textWanted(const QString& text);
+    /// The keyboard is to go back to the active document.
+    void left();
 
  private:
     StatusPanel* panel(int number) const { return m_panels.at(static_cast<size_t>(number - 1)); }

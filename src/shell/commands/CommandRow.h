@@ -6,26 +6,26 @@ class FavoriteCommands;
 class FileCommands;
 class FileSearches;
 class FrameCommands;
+class OutsideCommands;
 class ProjectCommands;
-class RoomsToCome;
 class ViewCommands;
 class frmDocument;
 
-/// The target of a command: a procedure of the frame, one of the active document (without a document nothing), or one
-/// of a room that is not built yet. All empty: a sub-menu or a separator.
+/// The target of a command: a procedure of the frame, or one of the active document (without a document nothing). All
+/// empty: a sub-menu or a separator.
 struct CommandTarget {
     void (FileCommands::*file)() = nullptr;
     void (ViewCommands::*view)() = nullptr;
     void (FrameCommands::*frame)() = nullptr;
+    void (OutsideCommands::*outside)() = nullptr;
     void (FavoriteCommands::*favorite)() = nullptr;
     void (ProjectCommands::*project)() = nullptr;
     void (FileSearches::*search)() = nullptr;
     void (frmDocument::*document)() = nullptr;
-    void (RoomsToCome::*room)() = nullptr;
 
     constexpr bool isEmpty() const {
-        return file == nullptr && view == nullptr && frame == nullptr && favorite == nullptr && project == nullptr &&
-               search == nullptr && document == nullptr && room == nullptr;
+        return file == nullptr && view == nullptr && frame == nullptr && outside == nullptr && favorite == nullptr &&
+               project == nullptr && search == nullptr && document == nullptr;
     }
 };
 

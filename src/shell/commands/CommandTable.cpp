@@ -5,8 +5,8 @@
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FileSearches.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/OutsideCommands.h"
 #include "shell/commands/ProjectCommands.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
 #include <algorithm>
@@ -17,11 +17,11 @@ namespace {
 using File = FileCommands;
 using View = ViewCommands;
 using Frame = FrameCommands;
+using Outside = OutsideCommands;
 using Favorite = FavoriteCommands;
 using Project = ProjectCommands;
 using Search = FileSearches;
 using Document = frmDocument;
-using Rooms = RoomsToCome;
 
 constexpr auto Always = Enabled::Always;
 constexpr auto InText = Enabled::InText;
@@ -41,6 +41,10 @@ constexpr CommandTarget on(void (FrameCommands::*procedure)()) {
     return {.frame = procedure};
 }
 
+constexpr CommandTarget on(void (OutsideCommands::*procedure)()) {
+    return {.outside = procedure};
+}
+
 constexpr CommandTarget on(void (FavoriteCommands::*procedure)()) {
     return {.favorite = procedure};
 }
@@ -55,10 +59,6 @@ constexpr CommandTarget on(void (FileSearches::*procedure)()) {
 
 constexpr CommandTarget on(void (frmDocument::*method)()) {
     return {.document = method};
-}
-
-constexpr CommandTarget on(void (RoomsToCome::*call)()) {
-    return {.room = call};
 }
 
 constexpr CommandRow menu(const char* parent, const char* name, const char* caption, Enabled when = Always) {
@@ -91,8 +91,10 @@ constexpr CommandRow Commands[] = {
     {"mnuSaveEncoding", "mnuNoBOM", "No Byte Order Mark (BOM)", "", "", on(&File::SaveNoBom)},
     {"mnuFile", "mnuFileSaveAll", "Save A&ll", "", "saveall", on(&File::SaveAll)},
     gap("mnuFile", "mnuSep06"),
-    {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Rooms::ShowProperties)},
+    {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", on(&Frame::ShowProperties)},
     gap("mnuFile", "mnuFileBar1"),
+    {"mnuFile", "mnuFilePageSetup", "Page Set&up...", "", "", on(&Frame::SetUpPage)},
+    {"mnuFile", "mnuFilePrintPreview", "Print Preview", "", "", on(&Frame::PreviewPrint), Always, false, false},
     {"mnuFile", "mnuFilePrint", "&Print...", "Ctrl+P", "", on(&Document::PrintContent), InText},
     gap("mnuFile", "mnuFileSep03"),
     menu("mnuFile", "mnuRecentFiles", "Recent File(s)"),
@@ -200,13 +202,13 @@ constexpr CommandRow Commands[] = {
     menu("", "mnuTools", "Tools"),
     {"mnuTools", "mnuAnsiTable", "ANSI Table", "", "", on(&Frame::ShowAnsiTable)},
     {"mnuTools", "mnuConvertor", "Data Convertor", "", "", on(&Frame::ShowConvertor)},
-    {"mnuTools", "mnuCalculator", "Calculator", "", "calc", on(&Frame::StartCalculator)},
+    {"mnuTools", "mnuCalculator", "Calculator", "", "calc", on(&Outside::StartCalculator)},
     {"mnuTools", "mnuSpelling", "Spelling", "", "spell", on(&Document::Spelling), InText},
     gap("mnuTools", "mnuToolsSep01"),
-    {"mnuTools", "mnuWindowDirectory", "Windows Directory", "", "", on(&Rooms::OpenWindowsDirectory)},
-    {"mnuTools", "mnuSystemDirectory", "System Directory", "", "", on(&Rooms::OpenSystemDirectory)},
-    {"mnuTools", "mnuDesktop", "Desktop", "", "", on(&Rooms::OpenDesktop)},
-    {"mnuTools", "mnuMyDocuments", "My Documents", "", "", on(&Rooms::OpenMyDocuments)},
+    {"mnuTools", "mnuWindowDirectory", "Windows Directory", "", "", on(&Outside::OpenWindowsDirectory)},
+    {"mnuTools", "mnuSystemDirectory", "System Directory", "", "", on(&Outside::OpenSystemDirectory)},
+    {"mnuTools", "mnuDesktop", "Desktop", "", "", on(&Outside::OpenDesktop)},
+    {"mnuTools", "mnuMyDocuments", "My Documents", "", "", on(&Outside::OpenMyDocuments)},
 
     menu("", "mnuView", "View"),
     mark("mnuView", "mnuShowLineNumber", "Line Number", "linenumber", on(&View::ToggleLineNumber), InText),
@@ -240,11 +242,11 @@ constexpr CommandRow Commands[] = {
     {"mnuWindow", "mnuWindowArrangeIcons", "&Arrange Icons", "", "", on(&View::ArrangeIcons)},
 
     menu("", "mnuHelp", "&Help"),
-    {"mnuHelp", "mnuHelpContents", "Contents", "", "help", on(&Rooms::ShowHelp)},
-    {"mnuHelp", "mnuHelpSearchForHelpOn", "Web Site", "", "", on(&Rooms::OpenWebSite)},
-    {"mnuHelp", "mnuSendEmail", "Send us Email", "", "", on(&Rooms::SendEmail)},
+    {"mnuHelp", "mnuHelpContents", "Contents", "", "help", on(&Outside::ShowHelp)},
+    {"mnuHelp", "mnuHelpSearchForHelpOn", "Web Site", "", "", on(&Outside::OpenWebSite)},
+    {"mnuHelp", "mnuSendEmail", "Send us Email", "", "", on(&Outside::SendEmail)},
     gap("mnuHelp", "mnuHelpBar0"),
-    {"mnuHelp", "mnuHelpAbout", "&About ", "", "", on(&Rooms::ShowAbout)},
+    {"mnuHelp", "mnuHelpAbout", "&About ", "", "", on(&Outside::ShowAbout)},
 };
 
 }  // namespace

@@ -1,28 +1,33 @@
 #include "shell/commands/FrameCommands.h"
 
 #include "document/DocumentServices.h"
+#include "document/EditorGlobals.h"
 #include "document/frmDocument.h"
+#include "properties/LanguageChooser.h"
 #include "properties/fmrLangProperties.h"
 #include "shell/bars/FindBar.h"
 #include "shell/commands/MacroMenu.h"
-#include "shell/commands/RoomsToCome.h"
+#include "shell/commands/ProgramProperties.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/outside/Calculator.h"
 #include "shell/outside/HelpPages.h"
 #include "shell/outside/ToolForms.h"
+#include "widgets/Prompts.h"
 #include "workspace/lists/frmFileProperties.h"
 
 #include <QWidget>
 
 FrameCommands::FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help,
-                             RoomsToCome& rooms, FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu)
+                             RegistryStore& registry, FindBar& findBar, SearchToggles& searchToggles,
+                             MacroMenu& macroMenu, ProgramProperties& properties)
     : m_window(window),
       m_services(services),
       m_help(help),
-      m_rooms(rooms),
+      m_registry(registry),
       m_findBar(findBar),
       m_searchToggles(searchToggles),
-      m_macroMenu(macroMenu) {}
+      m_macroMenu(macroMenu),
+      m_properties(properties) {}
 
 void FrameCommands::FindNext() {
     m_findBar.FindNext();
@@ -48,9 +53,22 @@ void FrameCommands::ToggleContinueSearch() {
     m_searchToggles.toggle("mnuSearchContinue");
 }
 
+void FrameCommands::SetUpPage() {
+    m_services.globals.printing.PrintSetup(&m_window);
+}
+
+void FrameCommands::PreviewPrint() {
+    m_services.prompts.message(&m_window, u"Add 'mnuFilePrintPreview_Click' code."_qs);
+}
+
+void FrameCommands::ShowProperties() {
+    m_properties.show();
+}
+
 void FrameCommands::OrganizeLanguages() {
     const auto showHelp = [this](const QString& page) { m_help.show(page); };
     fmrLangProperties(m_services, showHelp, &m_window).exec();
+    m_properties.refreshLanguages();
 }
 
 void FrameCommands::OrganizeMacros() {
@@ -73,18 +91,15 @@ void FrameCommands::ShowConvertor() {
     ToolForms::ShowConvertor(&m_window);
 }
 
-void FrameCommands::StartCalculator() {
-    Calculator::start();
-}
-
-void FrameCommands::showProperties(const QString& path) {
+void FrameCommands::showFileProperties(const QString& path) {
     if (!path.isEmpty())
-        ShowProperties(path, m_services.prompts, &m_window);
+        ::ShowProperties(path, m_services.prompts, &m_window);
 }
 
 void FrameCommands::answerRequests(const frmDocument& document) {
     QObject::connect(&document, &frmDocument::PropertiesRequest, &m_window,
-                     [this](const QString& path) { showProperties(path); });
+                     [this](const QString& path) { showFileProperties(path); });
     QObject::connect(&document, &frmDocument::CalculatorRequest, &m_window, [] { Calculator::start(); });
-    QObject::connect(&document, &frmDocument::LanguageRequest, &m_window, [this] { m_rooms.ChooseLanguage(); });
+    QObject::connect(&document, &frmDocument::LanguageRequest, &m_window,
+                     [this] { LanguageChooser::choose(m_registry, &m_window); });
 }

@@ -3,20 +3,21 @@
 class FindBar;
 class HelpPages;
 class MacroMenu;
+class ProgramProperties;
 class QString;
 class QWidget;
-class RoomsToCome;
+class RegistryStore;
 class SearchToggles;
 class frmDocument;
 struct DocumentServices;
 
-/// The commands that search, use macros and languages, or open a tool, and the requests of documents to the frame.
+/// The commands that search, use macros and languages, or open a form, and the requests of documents to the frame.
 /// Owned by the frame; forwards the calls and decides nothing.
 class FrameCommands {
  public:
     /// `window` is the frame.
-    FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RoomsToCome& rooms,
-                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu);
+    FrameCommands(QWidget& window, const DocumentServices& services, const HelpPages& help, RegistryStore& registry,
+                  FindBar& findBar, SearchToggles& searchToggles, MacroMenu& macroMenu, ProgramProperties& properties);
 
     void FindNext();
     void FindPrevious();
@@ -25,6 +26,12 @@ class FrameCommands {
     void ToggleRegExp();
     void ToggleContinueSearch();
 
+    /// The page set-up of all texts; a document need not be open.
+    void SetUpPage();
+    /// Has no behaviour yet but its message; its entry is not shown.
+    void PreviewPrint();
+    /// The settings of the program.
+    void ShowProperties();
     void OrganizeLanguages();
     void OrganizeMacros();
     void ResetKey();
@@ -32,20 +39,20 @@ class FrameCommands {
 
     void ShowAnsiTable();
     void ShowConvertor();
-    void StartCalculator();
 
     /// From now on the requests of a new document are handled.
     void answerRequests(const frmDocument& document);
 
  private:
     /// Of a file; a document without a file has none.
-    void showProperties(const QString& path);
+    void showFileProperties(const QString& path);
 
     QWidget& m_window;
     const DocumentServices& m_services;
     const HelpPages& m_help;
-    RoomsToCome& m_rooms;
+    RegistryStore& m_registry;
     FindBar& m_findBar;
     SearchToggles& m_searchToggles;
     MacroMenu& m_macroMenu;
+    ProgramProperties& m_properties;
 };

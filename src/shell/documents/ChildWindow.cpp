@@ -30,7 +30,7 @@ ChildPlace ChildWindow::place() const {
 void ChildWindow::setPlace(const ChildPlace& place) {
     const ChildPlace now = this->place();
     if (now.normal != place.normal) {
-        showNormal();
+        setState(ChildState::Normal);
         setGeometry(place.normal);
     }
     // Where it was already, too: the area, once it is shown, places windows that nobody has placed.
@@ -39,9 +39,14 @@ void ChildWindow::setPlace(const ChildPlace& place) {
     setState(place.state);
 }
 
+/// A window with the active state requests the keyboard for its frame when it is shown in another size, even while the
+/// user works in another program. So it is shown without that state.
 void ChildWindow::setState(ChildState state) {
     const auto show = ShowAs[static_cast<std::size_t>(state)];
+    const Qt::WindowStates active = windowState() & Qt::WindowActive;
+    overrideWindowState(windowState() & ~Qt::WindowActive);
     (this->*show)();
+    overrideWindowState(windowState() | active);
 }
 
 void ChildWindow::changeEvent(QEvent* event) {

@@ -17,6 +17,7 @@ class ChildWindow : public QMdiSubWindow {
 
     ChildPlace place() const;
     void setPlace(const ChildPlace& place);
+    /// The frame does not become the active window by it.
     void setState(ChildState state);
 
  protected:

@@ -10,6 +10,37 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Stands around a change of the active child. Where a child is maximised, the area maximises the next one by a call
+/// that requests the keyboard for the frame. While the user works in another program, this object does it without that.
+class QuietChange {
+ public:
+    QuietChange(const MdiChildren& children, ChildWindow* active) : m_children(children), m_area(children.area()) {
+        if (active == nullptr || !active->isMaximized() || !m_area.isVisible() || m_area.isActiveWindow())
+            return;
+        m_maximises = true;
+        m_updates = m_area.updatesEnabled();
+        m_area.setUpdatesEnabled(false);
+        active->setState(ChildState::Normal);
+    }
+    ~QuietChange() {
+        if (!m_maximises)
+            return;
+        m_children.setState(m_children.active(), ChildState::Maximised);
+        m_area.setUpdatesEnabled(m_updates);
+    }
+    Q_DISABLE_COPY_MOVE(QuietChange)
+
+ private:
+    const MdiChildren& m_children;
+    QMdiArea& m_area;
+    bool m_maximises = false;
+    bool m_updates = false;
+};
+
+}  // namespace
+
 MdiChildren::MdiChildren(QMdiArea& area) : QObject(&area), m_area(area) {
     area.setActivationOrder(QMdiArea::ActivationHistoryOrder);
     connect(&area, &QMdiArea::subWindowActivated, this, &MdiChildren::windowActivated);
@@ -17,6 +48,7 @@ MdiChildren::MdiChildren(QMdiArea& area) : QObject(&area), m_area(area) {
 
 void MdiChildren::add(frmDocument* document) {
     m_documents.append(document);
+    const QuietChange quiet(*this, childOf(m_active));
     auto* window = new ChildWindow;
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->setWidget(document);
@@ -51,18 +83,18 @@ QList<QMdiSubWindow*> MdiChildren::windowsByOrder() const {
 }
 
 void MdiChildren::bringToFront(frmDocument* document) {
-    QMdiSubWindow* window = windowOf(document);
+    ChildWindow* window = childOf(document);
     if (window == nullptr)
         return;
+    const QuietChange quiet(*this, document == m_active ? nullptr : childOf(m_active));
     if (window->isMinimized())
-        window->showNormal();
+        window->setState(ChildState::Normal);
     m_area.setActiveSubWindow(window);
     setActive(document);  // the area is silent while it is hidden
 }
 
-void MdiChildren::maximise(frmDocument* document) {
-    if (QMdiSubWindow* window = windowOf(document))
-        window->showMaximized();
+void MdiChildren::maximise(const frmDocument* document) {
+    setState(document, ChildState::Maximised);
 }
 
 ChildWindow* MdiChildren::childOf(const frmDocument* document) const {
@@ -79,7 +111,7 @@ void MdiChildren::setPlace(const frmDocument* document, const ChildPlace& place)
         window->setPlace(place);
 }
 
-void MdiChildren::setState(const frmDocument* document, ChildState state) {
+void MdiChildren::setState(const frmDocument* document, ChildState state) const {
     if (ChildWindow* window = childOf(document))
         window->setState(state);
 }

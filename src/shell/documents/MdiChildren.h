@@ -34,11 +34,12 @@ class MdiChildren : public QObject {
     QList<QMdiSubWindow*> windowsByOrder() const;
     QMdiArea& area() const { return m_area; }
 
+    /// These two leave the keyboard to another program if it is there.
     void bringToFront(frmDocument* document);
-    void maximise(frmDocument* document);
+    void maximise(const frmDocument* document);
     ChildPlace placeOf(const frmDocument* document) const;
     void setPlace(const frmDocument* document, const ChildPlace& place);
-    void setState(const frmDocument* document, ChildState state);
+    void setState(const frmDocument* document, ChildState state) const;
     /// Closes the document's window, which asks about changes. Without effect while the document loads.
     void unload(frmDocument* document);
     /// The next child in the order of documents(), or with -1 the one before; round at the ends.

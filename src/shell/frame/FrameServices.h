@@ -1,16 +1,18 @@
 #pragma once
 
+#include "editor/print/PrintDialogs.h"
 #include "platform/FileLookup.h"
 #include "platform/Folders.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
+class InstanceLock;
 class PanelLink;
 class Prompts;
 class RegistryStore;
-class RoomsToCome;
 struct WorkspaceServices;
 
 /// The services that the frame uses; it owns none of them.
@@ -21,7 +23,6 @@ struct FrameServices {
     Prompts& prompts;
     RegistryStore& registry;
     PanelMaker makePanel;
-    RoomsToCome& rooms;
     QString tail;  ///< command line tail, untrimmed
     /// Called with the name of each step of start and end as it begins; may be empty.
     std::function<void(const char* step)> noted;
@@ -29,4 +30,8 @@ struct FrameServices {
     QString programFolder = ProgramFolder();
     QString shareFolder = ::shareFolder();
     FileLookup::Exists fileExists = ::fileExists;
+    PrintDialogs& printDialogs = PrintDialogs::shown();
+    QStringList arguments = {};  ///< of which the tail was made
+    /// By which later starts find this instance; null: they do not. Longer-lived than the frame.
+    InstanceLock* instanceLock = nullptr;
 };

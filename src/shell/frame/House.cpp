@@ -5,10 +5,10 @@
 #include "shell/bars/FindBar.h"
 #include "shell/bars/SearchPanel.h"
 #include "shell/bars/SidePanel.h"
+#include "shell/bars/StatusPanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandTable.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/WindowMenu.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/FrameServices.h"
@@ -53,15 +53,24 @@ QToolBar& makeToolBar(CoolBar& coolBar) {
     return *bar;
 }
 
+/// Tab leads from the find bar, which F6 reaches, to the panels of the status bar, from the first to the last.
+void orderByTab(QWidget* findBar, const QStatusBar& statusBar) {
+    QWidget* before = findBar;
+    const QList<StatusPanel*> panels = statusBar.findChildren<StatusPanel*>();
+    for (StatusPanel* panel : panels) {
+        QWidget::setTabOrder(before, panel);
+        before = panel;
+    }
+}
+
 }  // namespace
 
 House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, const FrameServices& services,
              CommandEntries::Runner run)
     : prompts(services.prompts),
       registry(services.registry),
-      rooms(services.rooms),
       settings(registry),
-      globals(prompts, registry, services.programFolder, services.shareFolder),
+      globals(prompts, registry, services.programFolder, services.shareFolder, services.printDialogs),
       documentServices{prompts, options, globals, hexFind},
       help(services.programFolder, services.shareFolder),
       coolBar(addRow<CoolBar>(window, 0)),
@@ -95,7 +104,9 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       macroMenu(window, prompts, settings, globals, help, entries, menuSlots),
       fileCommands(window, prompts, registry, systemClose, active, opening, saving, closing),
       viewCommands(entries, coolBar, sidePanel, searchPanel, children, active),
-      frameCommands(window, documentServices, help, rooms, findBar, searchToggles, macroMenu),
+      programProperties(window, documentServices, options, settings, registry, help, macroMenu),
+      frameCommands(window, documentServices, help, registry, findBar, searchToggles, macroMenu, programProperties),
+      outsideCommands(window, prompts, help, services.programFolder, services.shareFolder),
       favoriteCommands(window, prompts, projectFilename, projectLists),
       panelRequests(children, active, opening, fileCommands, sidePanel),
       panel(services.makePanel({prompts, settings, panelRequests})),
@@ -107,4 +118,5 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       drops(window, panel, opening) {
     sidePanel.hold(panel.widget());
     new WindowMenu(*entries.menu("mnuWindow"), children);
+    orderByTab(findBar.widget(), *window.statusBar());
 }

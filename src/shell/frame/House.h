@@ -15,7 +15,9 @@
 #include "shell/commands/ListMenus.h"
 #include "shell/commands/MacroMenu.h"
 #include "shell/commands/MenuSlots.h"
+#include "shell/commands/OutsideCommands.h"
 #include "shell/commands/PanelRequests.h"
+#include "shell/commands/ProgramProperties.h"
 #include "shell/commands/ProjectCommands.h"
 #include "shell/commands/SearchToggles.h"
 #include "shell/commands/SlotCommands.h"
@@ -46,7 +48,6 @@ class MdiChildren;
 class PanelLink;
 class QMainWindow;
 class QToolBar;
-class RoomsToCome;
 class SearchPanel;
 class SidePanel;
 class StatusPanels;
@@ -63,7 +64,6 @@ struct House {
     // Passed to the frame
     Prompts& prompts;
     RegistryStore& registry;
-    RoomsToCome& rooms;
 
     // Shared by all documents
     Options options;
@@ -109,7 +109,9 @@ struct House {
     MacroMenu macroMenu;
     FileCommands fileCommands;
     ViewCommands viewCommands;
+    ProgramProperties programProperties;
     FrameCommands frameCommands;
+    OutsideCommands outsideCommands;
     FavoriteCommands favoriteCommands;
 
     // The side panel, and what works with it

@@ -9,7 +9,6 @@
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
 #include "shell/commands/CommandRow.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/start/FrameSteps.h"
@@ -127,6 +126,10 @@ void frmMain::connectListeners() {
     connect(&h.macroMenu, &MacroMenu::recordingChanged, &h.status, &StatusPanels::ShowRecording);
     connect(&h.status, &StatusPanels::textWanted, this,
             [this, &h](const QString& text) { h.prompts.message(this, text); });
+    connect(&h.status, &StatusPanels::left, this, [&h] {
+        if (frmDocument* document = h.active.get())
+            document->setFocus();
+    });
     connect(&h.tabs, &DocumentTabs::chosen, this,
             [&h](const QString& key) { ignoringErrors("FileSelected", [&] { h.panel.FileSelected(key); }); });
     connect(&h.sidePanel, &SidePanel::shownChanged, this,
@@ -147,14 +150,14 @@ void frmMain::run(const CommandTarget& target) {
         (h.viewCommands.*target.view)();
     else if (target.frame != nullptr)
         (h.frameCommands.*target.frame)();
+    else if (target.outside != nullptr)
+        (h.outsideCommands.*target.outside)();
     else if (target.favorite != nullptr)
         (h.favoriteCommands.*target.favorite)();
     else if (target.project != nullptr)
         (h.projects.*target.project)();
     else if (target.search != nullptr)
         (h.searches.*target.search)();
-    else if (target.room != nullptr)
-        (h.rooms.*target.room)();
     else if (frmDocument* document = h.active.get())
         (document->*target.document)();
 }

@@ -1,5 +1,4 @@
-// The load sequence of the frame, as named steps in their order. The steps of rooms that are not built yet are calls
-// into RoomsToCome.
+// The load sequence of the frame, as named steps in their order.
 
 #include "editor/control/ControlLook.h"
 #include "platform/Paths.h"
@@ -11,7 +10,6 @@
 #include "shell/bars/SidePanel.h"
 #include "shell/bars/StatusPanels.h"
 #include "shell/bars/TabStrip.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/frame/frmMain.h"
@@ -74,13 +72,14 @@ void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
         case Kind::Nothing:
             break;
         case Kind::Document:
-            house.queue.OpenFileFromCmd(order.text);
+            for (const QString& path : order.texts)
+                house.queue.OpenFileFromCmd(path);
             break;
         case Kind::Project:
-            house.projects.OpenProject(order.text);
+            house.projects.OpenProject(order.texts.value(0));
             break;
         case Kind::SearchFolders:
-            house.searches.searchAfterLoad(order.text);
+            house.searches.searchAfterLoad(order.texts.value(0));
             break;
     }
 }
@@ -94,7 +93,7 @@ void frmMain::Load() {
 std::vector<FrameStep> frmMain::loadSteps() {
     House& house = *m_house;
     const CommandLine::LoadOrder order = CommandLine::readForLoad(
-        m_services.tail, {[](const QString& path) { return IsFolderPath(path); }, QDir::currentPath()});
+        m_services.tail, {IsFolderPath, QDir::currentPath(), ::fileExists, m_services.arguments});
     return {
         {"putStatusPictures",
          [&house] {
@@ -102,11 +101,17 @@ std::vector<FrameStep> frmMain::loadSteps() {
              house.status.putPictures();
              yieldOnce();
          }},
-        {"loadOpenCheck", [&house] { house.openCheck = std::make_unique<frmOpenCheck>(); }},
+        {"loadOpenCheck",
+         [&house, lock = m_services.instanceLock, hooked = order.hooked] {
+             using Kind = HandOverEndpoint::Kind;
+             house.openCheck = std::make_unique<frmOpenCheck>(lock, hooked ? Kind::Takes : Kind::StaysApart);
+         }},
         {"hookOpenCheck",
          [&house, hooked = order.hooked] {
+             const auto activated = [&house] { house.diskCheck.applicationActivated(); };
+             const auto arrived = [&house](const QString& path) { house.queue.OpenFileFromCmd(path); };
              if (hooked)
-                 house.openCheck->Hook([&house] { house.diskCheck.applicationActivated(); });
+                 house.openCheck->Hook(activated, arrived);
              yieldOnce();
          }},
         {"readFirstSettings", [&house] { readFirstSettings(house); }},

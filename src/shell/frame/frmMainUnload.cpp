@@ -38,8 +38,12 @@ void frmMain::closeEvent(QCloseEvent* event) {
         return;
     }
     event->accept();
-    if (!std::exchange(m_unloaded, true))
-        runSteps(unloadSteps(), m_services.noted);
+    if (std::exchange(m_unloaded, true))
+        return;
+    // A path that arrived from now on would be lost; a later start that waits opens its file itself.
+    if (m_house->openCheck)
+        m_house->openCheck->closeEndpoint();
+    runSteps(unloadSteps(), m_services.noted);
 }
 
 std::vector<FrameStep> frmMain::unloadSteps() {

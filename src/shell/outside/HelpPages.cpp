@@ -1,8 +1,8 @@
 #include "shell/outside/HelpPages.h"
 
 #include "platform/Paths.h"
+#include "widgets/OpenOutside.h"
 
-#include <QDesktopServices>
 #include <QUrl>
 
 HelpPages::HelpPages(const QString& programFolder, const QString& shareFolder)
@@ -16,5 +16,5 @@ QString HelpPages::pathOf(const QString& page) const {
 void HelpPages::show(const QString& page) const {
     const QString path = pathOf(page);
     if (fileExists(path))
-        QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+        OpenOutside::address(QUrl::fromLocalFile(path));
 }

@@ -8,7 +8,13 @@
 namespace CommandLine {
 namespace {
 
-enum class Aim { Document, Project, SearchFolders };
+enum class Aim { Documents, Project, SearchFolders };
+
+/// What a text means, with the paths of its documents or its project.
+struct Meaning {
+    Aim aim = Aim::Documents;
+    QStringList texts;
+};
 
 QString withoutBlanksAtEnds(const QString& tail) {
     qsizetype first = 0;
@@ -24,10 +30,29 @@ QString withoutQuotes(QString tail) {
     return tail.remove(u'"');
 }
 
-Aim aimOf(const QString& text, const Surroundings& around) {
+/// The arguments as paths when each names a file, otherwise nothing.
+QStringList filesOf(const Surroundings& around) {
+    QStringList paths;
+    for (const QString& argument : around.arguments) {
+        const QString path = absolutePath(withoutQuotes(argument), around.workingFolder);
+        if (path.isEmpty() || around.isFolder(path) || !around.exists(path))
+            return {};
+        paths.append(path);
+    }
+    return paths;
+}
+
+/// Of a text without quotes.
+Meaning meaningOf(const QString& text, const Surroundings& around) {
     if (text.contains(u';') || around.isFolder(text))
-        return Aim::SearchFolders;
-    return text.right(4).toUpper() == QLatin1String(".QMP") ? Aim::Project : Aim::Document;
+        return {Aim::SearchFolders, {text}};
+    const QString path = absolutePath(text, around.workingFolder);
+    if (around.arguments.size() > 1 && !around.exists(path)) {
+        const QStringList files = filesOf(around);
+        if (!files.isEmpty())
+            return {Aim::Documents, files};
+    }
+    return {text.right(4).toUpper() == QLatin1String(".QMP") ? Aim::Project : Aim::Documents, {path}};
 }
 
 int sequenceLength(unsigned char lead) {
@@ -80,6 +105,17 @@ QString tailOf(int count, const char* const* arguments) {
     return decoded(tail);
 }
 
+QStringList argumentsOf(int count, const char* const* arguments) {
+    QStringList texts;
+    for (int i = 1; i < count; ++i)
+        texts.append(decoded(arguments[i]));
+    return texts;
+}
+
+bool staysApart(const QString& tail) {
+    return tail == QLatin1String("-d");
+}
+
 MainOrder readForMain(const QString& tail, const Surroundings& around) {
     if (tail == QLatin1String("-r"))
         return {MainOrder::Kind::Register, {}};
@@ -89,30 +125,31 @@ MainOrder readForMain(const QString& tail, const Surroundings& around) {
     if (trimmed.isEmpty() || trimmed == QLatin1String("-d"))
         return {};
     const QString text = withoutQuotes(trimmed);
-    if (text.isEmpty() || aimOf(text, around) != Aim::Document)
+    if (text.isEmpty())
         return {};
-    return {MainOrder::Kind::Document, absolutePath(text, around.workingFolder)};
+    const Meaning meaning = meaningOf(text, around);
+    if (meaning.aim != Aim::Documents)
+        return {};
+    return {MainOrder::Kind::Document, meaning.texts};
 }
 
 LoadOrder readForLoad(const QString& tail, const Surroundings& around) {
     LoadOrder order;
-    order.hooked = tail != QLatin1String("-d");
+    order.hooked = !staysApart(tail);
     order.sessionMayReturn = tail.isEmpty() || !order.hooked;
     if (order.sessionMayReturn)
         return order;
-    const QString text = withoutQuotes(tail);
-    switch (aimOf(text, around)) {
+    const Meaning meaning = meaningOf(withoutQuotes(tail), around);
+    order.texts = meaning.texts;
+    switch (meaning.aim) {
         case Aim::SearchFolders:
             order.kind = LoadOrder::Kind::SearchFolders;
-            order.text = text;
             break;
         case Aim::Project:
             order.kind = LoadOrder::Kind::Project;
-            order.text = absolutePath(text, around.workingFolder);
             break;
-        case Aim::Document:
+        case Aim::Documents:
             order.kind = LoadOrder::Kind::Document;
-            order.text = absolutePath(text, around.workingFolder);
             break;
     }
     return order;

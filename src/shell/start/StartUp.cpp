@@ -11,7 +11,7 @@ int runMain(const QString& tail, const CommandLine::Surroundings& around, StartD
             duties.UnregisterShellExtension();
             return 0;
         case Kind::Document:
-            if (duties.previousInstanceRuns() && duties.handOver(order.path))
+            if (duties.previousInstanceRuns() && duties.handOver(order.paths))
                 return 0;
             break;
         case Kind::Run:

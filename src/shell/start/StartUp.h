@@ -12,8 +12,8 @@ class StartDuties {
     virtual void UnregisterShellExtension() = 0;
     /// True only when another living process of this program runs as an instance.
     virtual bool previousInstanceRuns() = 0;
-    /// Passes a document's path to the running instance. True: that has accepted it, and this process should end.
-    virtual bool handOver(const QString& path) = 0;
+    /// Passes the paths of documents to the running instance. True: they are sent, and this process should end.
+    virtual bool handOver(const QStringList& paths) = 0;
     /// Shows the frame and runs the event loop; returns the process's exit code.
     virtual int runFrame() = 0;
 };

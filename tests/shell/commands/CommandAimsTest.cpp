@@ -3,8 +3,8 @@
 #include "shell/commands/FileCommands.h"
 #include "shell/commands/FileSearches.h"
 #include "shell/commands/FrameCommands.h"
+#include "shell/commands/OutsideCommands.h"
 #include "shell/commands/ProjectCommands.h"
-#include "shell/commands/RoomsToCome.h"
 #include "shell/commands/ViewCommands.h"
 
 #include <gtest/gtest.h>
@@ -73,11 +73,11 @@ TEST(CommandAims, ViewCommandsAimAtTheirProcedures) {
 TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
     using Frame = FrameCommands;
     static constexpr Aim<void (Frame::*)()> Aims[] = {
+        {"mnuFileProperties", &Frame::ShowProperties},
         {"mnuFindNext", &Frame::FindNext},
         {"mnuFindPrevious", &Frame::FindPrevious},
         {"mnuAnsiTable", &Frame::ShowAnsiTable},
         {"mnuConvertor", &Frame::ShowConvertor},
-        {"mnuCalculator", &Frame::StartCalculator},
         {"mnuOrganizeMarco", &Frame::OrganizeMacros},
         {"mnuResetKey", &Frame::ResetKey},
         {"mnuSaveMarco", &Frame::SaveMacros},
@@ -86,8 +86,26 @@ TEST(CommandAims, CommandsOfTheFrameAimAtItsProcedures) {
         {"mnuRegExp", &Frame::ToggleRegExp},
         {"mnuSearchContinue", &Frame::ToggleContinueSearch},
         {"mnuOrgLanguages", &Frame::OrganizeLanguages},
+        {"mnuFilePageSetup", &Frame::SetUpPage},
+        {"mnuFilePrintPreview", &Frame::PreviewPrint},
     };
     expectAims<void (Frame::*)()>(Aims, &CommandTarget::frame);
+}
+
+TEST(CommandAims, CommandsThatLeaveTheProgramAimAtTheirCalls) {
+    using Outside = OutsideCommands;
+    static constexpr Aim<void (Outside::*)()> Aims[] = {
+        {"mnuCalculator", &Outside::StartCalculator},
+        {"mnuWindowDirectory", &Outside::OpenWindowsDirectory},
+        {"mnuSystemDirectory", &Outside::OpenSystemDirectory},
+        {"mnuDesktop", &Outside::OpenDesktop},
+        {"mnuMyDocuments", &Outside::OpenMyDocuments},
+        {"mnuHelpContents", &Outside::ShowHelp},
+        {"mnuHelpSearchForHelpOn", &Outside::OpenWebSite},
+        {"mnuSendEmail", &Outside::SendEmail},
+        {"mnuHelpAbout", &Outside::ShowAbout},
+    };
+    expectAims<void (Outside::*)()>(Aims, &CommandTarget::outside);
 }
 
 TEST(CommandAims, CommandsOfFavoritesAimAtTheirCalls) {
@@ -114,20 +132,4 @@ TEST(CommandAims, CommandsOfTheSearchAcrossFilesAimAtTheirCalls) {
         {"mnuReplaceInFiles", &FileSearches::ReplaceInFiles},
     };
     expectAims<void (FileSearches::*)()>(Aims, &CommandTarget::search);
-}
-
-TEST(CommandAims, CommandsOfOtherRoomsAimAtTheirCalls) {
-    using Rooms = RoomsToCome;
-    static constexpr Aim<void (Rooms::*)()> Aims[] = {
-        {"mnuFileProperties", &Rooms::ShowProperties},
-        {"mnuWindowDirectory", &Rooms::OpenWindowsDirectory},
-        {"mnuSystemDirectory", &Rooms::OpenSystemDirectory},
-        {"mnuDesktop", &Rooms::OpenDesktop},
-        {"mnuMyDocuments", &Rooms::OpenMyDocuments},
-        {"mnuHelpContents", &Rooms::ShowHelp},
-        {"mnuHelpSearchForHelpOn", &Rooms::OpenWebSite},
-        {"mnuSendEmail", &Rooms::SendEmail},
-        {"mnuHelpAbout", &Rooms::ShowAbout},
-    };
-    expectAims<void (Rooms::*)()>(Aims, &CommandTarget::room);
 }

@@ -58,7 +58,9 @@ TEST(CommandTable, HoldsEveryCommandWithItsCaptionKeyPictureAndRule) {
         EXPECT_STREQ(row->key, expected.key) << expected.name;
         EXPECT_STREQ(row->icon, expected.icon) << expected.name;
         EXPECT_EQ(statesOf(row->when), text(expected.enabled)) << expected.name;
-        EXPECT_EQ(row->visible, text(expected.name) != QLatin1String("mnuSaveMarco")) << expected.name;
+        const bool isHidden =
+            text(expected.name) == u"mnuSaveMarco"_qs || text(expected.name) == u"mnuFilePrintPreview"_qs;
+        EXPECT_EQ(row->visible, !isHidden) << expected.name;
     }
 }
 
@@ -141,7 +143,7 @@ TEST(CommandTable, NoTwoEntriesOfAMenuShareAMnemonic) {
         taken.insert(mnemonic);
         ++mnemonics;
     }
-    EXPECT_EQ(mnemonics, 18);
+    EXPECT_EQ(mnemonics, 19);
 }
 
 TEST(CommandTable, EveryPictureIsShipped) {

@@ -37,6 +37,8 @@ inline constexpr ExpectedCommand ExpectedCommands[] = {
     {"mnuSaveEncoding", "mnuNoBOM", "No Byte Order Mark (BOM)", "", "", "TLHX"},
     {"mnuFile", "mnuFileSaveAll", "Save A&ll", "", "saveall", "TLHX"},
     {"mnuFile", "mnuFileProperties", "Propert&ies", "", "prop", "TLHX"},
+    {"mnuFile", "mnuFilePageSetup", "Page Set&up...", "", "", "TLHX"},
+    {"mnuFile", "mnuFilePrintPreview", "Print Preview", "", "", "TLHX"},
     {"mnuFile", "mnuFilePrint", "&Print...", "Ctrl+P", "", "TL"},
     {"mnuFile", "mnuRecentFiles", "Recent File(s)", "", "", "TLHX"},
     {"mnuFile", "mnuRecentWorkspace", "Recent Project(s)", "", "", "TLHX"},

@@ -436,13 +436,19 @@ TEST_F(HexDocuments, ExitChosenWhileBytesAreSavedRunsWhenTheyAre) {
     EXPECT_TRUE(m_prompts.questions.isEmpty());
 }
 
-TEST_F(HexDocuments, WhatTheyAskForOutsideGoesToTheRoomOfIt) {
+TEST_F(HexDocuments, WhatTheyAskForIsShownByTheFrame) {
     start();
     open(binary());
-    m_rooms.take();
     hex().cmdProperties();
+    QString asked;
+    QTimer::singleShot(0, m_frame.get(), [&] {
+        auto* form = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(form, nullptr);
+        asked = form->objectName();
+        form->reject();
+    });
     hex().cmdLanguage();
-    EXPECT_EQ(m_rooms.take(), QStringList(u"ChooseLanguage"_qs));
+    EXPECT_EQ(asked, u"LanguageChooser"_qs);
     EXPECT_EQ(m_frame->findChild<QDialog*>(u"frmFileProperties"_qs), nullptr);
     Q_EMIT hex().PropertiesRequest(binary());
     auto* properties = m_frame->findChild<QDialog*>(u"frmFileProperties"_qs);

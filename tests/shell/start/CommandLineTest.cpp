@@ -28,11 +28,11 @@ LoadOrder inLoad(const char* tail) {
 }
 
 MainOrder document(const char* path) {
-    return {Main::Document, QString::fromUtf8(path)};
+    return {Main::Document, {QString::fromUtf8(path)}};
 }
 
 LoadOrder opens(const char* path) {
-    return {Load::Document, QString::fromUtf8(path), true, false};
+    return {Load::Document, {QString::fromUtf8(path)}, true, false};
 }
 
 }  // namespace
@@ -124,21 +124,86 @@ TEST(CommandLineInLoad, ABlankBehindTheSwitchMakesItADocument) {
 }
 
 TEST(CommandLineInLoad, QuotesAloneOpenNothingButKeepTheSessionAway) {
-    EXPECT_EQ(inLoad("\"\""), (LoadOrder{Load::Document, QString(), true, false}));
+    EXPECT_EQ(inLoad("\"\""), (LoadOrder{Load::Document, {QString()}, true, false}));
 }
 
 TEST(CommandLineInLoad, FoldersAndListsGoToTheSearchAsTheyStand) {
-    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, u"src"_qs, true, false}));
-    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, u"a b;c"_qs, true, false}));
-    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, u"x;y.qmp"_qs, true, false}));
+    EXPECT_EQ(inLoad("src"), (LoadOrder{Load::SearchFolders, {u"src"_qs}, true, false}));
+    EXPECT_EQ(inLoad("\"a b\";c"), (LoadOrder{Load::SearchFolders, {u"a b;c"_qs}, true, false}));
+    EXPECT_EQ(inLoad("x;y.qmp"), (LoadOrder{Load::SearchFolders, {u"x;y.qmp"_qs}, true, false}));
 }
 
 TEST(CommandLineInLoad, AProjectIsKnownByItsEndInAnyCase) {
-    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, u"/home/u/w.qmp"_qs, true, false}));
+    EXPECT_EQ(inLoad("\"w.qmp\""), (LoadOrder{Load::Project, {u"/home/u/w.qmp"_qs}, true, false}));
     EXPECT_EQ(inLoad("w.qmp "), opens("/home/u/w.qmp "));
 }
 
 TEST(CommandLineInLoad, QuotesAreTakenOutWhereverTheyStand) {
     EXPECT_EQ(inLoad("\"/a b.txt\""), opens("/a b.txt"));
     EXPECT_EQ(inLoad("/a b.txt"), opens("/a b.txt"));
+}
+
+namespace {
+
+/// Arguments, and the files that exist: "/src" and "src" are folders.
+struct Several {
+    QStringList arguments;
+    QStringList files;
+
+    CommandLine::Surroundings surroundings() const {
+        const auto exists = [*this](const QString& path) { return files.contains(path) || around.isFolder(path); };
+        return {around.isFolder, around.workingFolder, exists, arguments};
+    }
+    MainOrder inMain() const { return CommandLine::readForMain(arguments.join(u' '), surroundings()); }
+    LoadOrder inLoad() const { return CommandLine::readForLoad(arguments.join(u' '), surroundings()); }
+};
+
+const QStringList someFiles = {u"/a"_qs, u"/b c"_qs, u"/home/u/d.txt"_qs, u"/w.qmp"_qs};
+
+}  // namespace
+
+TEST(CommandLineOfSeveral, EachArgumentThatNamesAFileIsADocumentInOrder) {
+    const Several several{{u"/b c"_qs, u"./d.txt"_qs, u"\"/a\""_qs}, someFiles};
+    const QStringList paths = {u"/b c"_qs, u"/home/u/d.txt"_qs, u"/a"_qs};
+    EXPECT_EQ(several.inMain(), (MainOrder{Main::Document, paths}));
+    EXPECT_EQ(several.inLoad(), (LoadOrder{Load::Document, paths, true, false}));
+}
+
+TEST(CommandLineOfSeveral, TheWholeTextComesFirst) {
+    const Several several{{u"/b"_qs, u"c"_qs}, {u"/b c"_qs, u"/b"_qs, u"/home/u/c"_qs}};
+    EXPECT_EQ(several.inMain(), document("/b c"));
+    EXPECT_EQ(several.inLoad(), opens("/b c"));
+}
+
+TEST(CommandLineOfSeveral, OneThatNamesNoFileMakesItOneText) {
+    for (const QString& other : {u"/none"_qs, u"/src"_qs, QString(), u"-d"_qs, u"\"\""_qs}) {
+        const Several several{{u"/a"_qs, other, u"/a"_qs}, someFiles};
+        QString text = several.arguments.join(u' ');
+        text.remove(u'"');
+        EXPECT_EQ(several.inMain(), (MainOrder{Main::Document, {text}})) << other.toStdString();
+        EXPECT_EQ(several.inLoad(), (LoadOrder{Load::Document, {text}, true, false})) << other.toStdString();
+    }
+}
+
+TEST(CommandLineOfSeveral, AProjectAmongThemIsADocument) {
+    const Several several{{u"/a"_qs, u"/w.qmp"_qs}, someFiles};
+    EXPECT_EQ(several.inMain(), (MainOrder{Main::Document, several.arguments}));
+    EXPECT_EQ(several.inLoad(), (LoadOrder{Load::Document, several.arguments, true, false}));
+}
+
+TEST(CommandLineOfSeveral, ASemicolonMakesItAListOfFolders) {
+    const Several several{{u"/a;1"_qs, u"/a"_qs}, {u"/a;1"_qs, u"/a"_qs}};
+    EXPECT_EQ(several.inMain(), MainOrder{});
+    EXPECT_EQ(several.inLoad(), (LoadOrder{Load::SearchFolders, {u"/a;1 /a"_qs}, true, false}));
+}
+
+TEST(CommandLineOfSeveral, OneArgumentIsNeverTakenApart) {
+    const Several several{{u"/a /a"_qs}, someFiles};
+    EXPECT_EQ(several.inMain(), document("/a /a"));
+}
+
+TEST(CommandLineTail, TheArgumentsAreDecodedOneByOne) {
+    const char* arguments[] = {"quillmark", "a b", "", "gr\xC3\xBC\xC3\x9F"};
+    EXPECT_EQ(CommandLine::argumentsOf(4, arguments), QStringList({u"a b"_qs, QString(), QString::fromUtf8("grüß")}));
+    EXPECT_TRUE(CommandLine::argumentsOf(1, arguments).isEmpty());
 }

@@ -18,8 +18,8 @@ class NotedDuties : public StartDuties {
         calls << u"look"_qs;
         return previous;
     }
-    bool handOver(const QString& path) override {
-        calls << u"give "_qs + path;
+    bool handOver(const QStringList& paths) override {
+        calls << u"give "_qs + paths.join(u'|');
         return takes;
     }
     int runFrame() override {
