@@ -18,7 +18,9 @@ class ByteSource {
 
     /// The total number of bytes; constant.
     virtual qint64 length() const = 0;
-    /// Returns the next bytes in `pieces`, at least one; they are valid until the next call. After an error it is not
+    /// Returns the next bytes in `pieces`, at least one; they are valid until the next call. Together they end where a
+    /// page of 4096 bytes or the source does: each part is written for itself, and then no block on the disk can hold
+    /// bytes of two writes. After an error it is not
     /// called again.
     virtual SystemError next(BytePieces& pieces) = 0;
     /// Call it before and after reading the source once more than it is written: next() then returns the first bytes

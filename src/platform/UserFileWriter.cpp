@@ -299,7 +299,23 @@ void UserFileWriter::restoreMode(const Target& target) {
 
 SystemError UserFileWriter::flush(const Target& target) {
     const auto call = [&] { return m_calls.fsync(target.handle); };
-    return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
+    if (uninterrupted(call) != 0 && !isUnsupported(errno))
+        return lastError();
+    return target.created ? flushName(target) : SystemError();
+}
+
+/// The name of a new file is in its folder, which is flushed apart, unless it may be written but not be read.
+SystemError UserFileWriter::flushName(const Target& target) {
+    const QByteArray folder = target.name.left(target.name.lastIndexOf('/') + 1);
+    const int handle =
+        uninterrupted([&] { return m_calls.open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+    if (handle < 0)
+        return errno == EACCES ? SystemError() : lastError();
+    const bool isFlushed = uninterrupted([&] { return m_calls.fsync(handle); }) == 0 || isUnsupported(errno);
+    SystemError error = isFlushed ? SystemError() : lastError();
+    if (m_calls.close(handle) != 0 && errno != EINTR && !error)
+        error = lastError();
+    return error;
 }
 
 /// Releases the space that was reserved beyond the end of an unchanged old file: ftruncate() to its own length does

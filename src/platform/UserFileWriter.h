@@ -50,6 +50,7 @@ class UserFileWriter {
     SystemError cut(Target& target);
     void restoreMode(const Target& target);
     SystemError flush(const Target& target);
+    SystemError flushName(const Target& target);
     void giveBack(const Target& target);
     SystemError close(Target& target);
 

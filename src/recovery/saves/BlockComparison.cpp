@@ -3,6 +3,7 @@
 #include "recovery/saves/RecordFormat.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 using namespace RecordFormat;
@@ -38,8 +39,8 @@ BlockComparison::BlockComparison(FileSystemCalls& calls, int record, const Recor
 WriteState BlockComparison::compare() {
     for (quint64 offset = 0; offset < m_size; offset += WindowSize) {
         const qint64 length = static_cast<qint64>(std::min<quint64>(WindowSize, m_size - offset));
-        if (!readWindow(offset, length))
-            return WriteState::Other;
+        if (const SystemError error = readWindow(offset, length))
+            return error.number == ENODATA ? WriteState::Other : WriteState::Unknown;
         for (qint64 at = 0; at < length; at += BlockSize) {
             if (!count(blockAt(offset, at, length)))
                 return WriteState::Other;
@@ -48,21 +49,23 @@ WriteState BlockComparison::compare() {
     return m_allNew && m_mixed == 0 && m_size == m_file.finalSize() ? WriteState::Whole : WriteState::Partial;
 }
 
-bool BlockComparison::readWindow(quint64 offset, qint64 length) {
-    return readExactly(m_calls, m_target, m_bytes.data(), length, static_cast<qint64>(offset)) &&
-           readHashes(offset, length) && readNewBytes(offset, length);
+SystemError BlockComparison::readWindow(quint64 offset, qint64 length) {
+    SystemError error = readExactly(m_calls, m_target, m_bytes.data(), length, static_cast<qint64>(offset));
+    if (!error)
+        error = readHashes(offset, length);
+    return error ? error : readNewBytes(offset, length);
 }
 
-bool BlockComparison::readHashes(quint64 offset, qint64 length) {
+SystemError BlockComparison::readHashes(quint64 offset, qint64 length) {
     if (offset >= m_file.oldSize)
-        return true;
+        return {};
     const quint64 oldLength = std::min(static_cast<quint64>(length), m_file.oldSize - offset);
     const auto hashSize = static_cast<qint64>(sizeof(quint32));
     return readExactly(m_calls, m_record, m_hashes.data(), static_cast<qint64>(blocksOf(oldLength)) * hashSize,
                        m_file.hashes + static_cast<qint64>(offset / BlockSize) * hashSize);
 }
 
-bool BlockComparison::readNewBytes(quint64 offset, qint64 length) {
+SystemError BlockComparison::readNewBytes(quint64 offset, qint64 length) {
     const std::vector<RecordedRange>& ranges = m_file.ranges;
     while (m_firstRange < ranges.size() && endOf(ranges[m_firstRange]) <= offset)
         ++m_firstRange;
@@ -71,11 +74,13 @@ bool BlockComparison::readNewBytes(quint64 offset, qint64 length) {
     for (std::size_t i = m_firstRange; i < ranges.size() && ranges[i].offset < end; ++i) {
         const quint64 from = std::max(ranges[i].offset, offset);
         const quint64 to = std::min(endOf(ranges[i]), end);
-        if (!readExactly(m_calls, m_record, m_newBytes.data() + (from - offset), static_cast<qint64>(to - from),
-                         ranges[i].inRecord + static_cast<qint64>(from - ranges[i].offset)))
-            return false;
+        SystemError error =
+            readExactly(m_calls, m_record, m_newBytes.data() + (from - offset), static_cast<qint64>(to - from),
+                        ranges[i].inRecord + static_cast<qint64>(from - ranges[i].offset));
+        if (error)
+            return error;
     }
-    return true;
+    return {};
 }
 
 BlockComparison::Block BlockComparison::blockAt(quint64 offset, qint64 inWindow, qint64 windowLength) {
@@ -111,10 +116,21 @@ bool BlockComparison::isOld(const Block& block) const {
            isZero(block.bytes + oldLength, block.length - oldLength);
 }
 
+/// What is after the new end was cut off, or the system shows zeros there. If the cut is within this block and its new
+/// bytes did not reach the disk, the hash of the old block says nothing of what is left of it.
+bool BlockComparison::isCutOff(const Block& block) const {
+    const quint64 end = block.offset + static_cast<quint64>(block.length);
+    const bool isLast = end == m_size && m_size == m_file.newSize;
+    if (!m_file.cuts || m_file.newSize >= m_file.oldSize || (end <= m_file.newSize && !isLast))
+        return false;
+    const auto kept = static_cast<qint64>(std::max(m_file.newSize, block.offset) - block.offset);
+    return isZero(block.bytes + kept, block.length - kept);
+}
+
 bool BlockComparison::count(const Block& block) {
     if (isNew(block))
         return true;
     if (block.newLength > 0)
         m_allNew = false;
-    return isOld(block) || ++m_mixed <= MixedBlocksOfAWriter;
+    return isOld(block) || isCutOff(block) || ++m_mixed <= MixedBlocksOfAWriter;
 }

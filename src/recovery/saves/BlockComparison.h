@@ -10,8 +10,7 @@ class BlockComparison {
  public:
     BlockComparison(FileSystemCalls& calls, int record, const RecordedFile& file, int target, quint64 targetSize);
 
-    /// Partial only says what the blocks say; whether the file is the recorded one is the caller's question. Other when
-    /// something cannot be read.
+    /// Partial only says what the blocks say; whether the file is the recorded one is the caller's question.
     WriteState compare();
 
  private:
@@ -25,12 +24,13 @@ class BlockComparison {
         quint32 oldHash;
     };
 
-    bool readWindow(quint64 offset, qint64 length);
-    bool readHashes(quint64 offset, qint64 length);
-    bool readNewBytes(quint64 offset, qint64 length);
+    SystemError readWindow(quint64 offset, qint64 length);
+    SystemError readHashes(quint64 offset, qint64 length);
+    SystemError readNewBytes(quint64 offset, qint64 length);
     Block blockAt(quint64 offset, qint64 inWindow, qint64 windowLength);
     bool isNew(const Block& block) const;
     bool isOld(const Block& block) const;
+    bool isCutOff(const Block& block) const;
     /// False: more blocks are neither old nor new than one writer leaves behind.
     bool count(const Block& block);
 

@@ -34,7 +34,7 @@ struct EntryHead {
     quint64 newSize;  ///< bytes
     qint64 oldTime;   ///< of the last change, in nanoseconds
     quint32 pathLength;
-    quint32 unused;
+    quint32 mode;  ///< of the old file
 };
 static_assert(sizeof(EntryHead) == 56);
 

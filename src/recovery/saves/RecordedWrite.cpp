@@ -20,11 +20,20 @@ SystemError lastError() {
 class OpenFile {
  public:
     OpenFile(FileSystemCalls& calls, const QByteArray& name, int mode) : m_calls(calls) {
-        if (m_calls.stat(name.constData(), &m_status) != 0 || !S_ISREG(m_status.st_mode))
+        if (m_calls.stat(name.constData(), &m_status) != 0) {
+            m_error = lastError();
             return;
+        }
+        if (!S_ISREG(m_status.st_mode)) {
+            m_error = SystemError::fromErrno(ESTALE);
+            return;
+        }
         m_handle = uninterrupted(
             [&] { return m_calls.open(name.constData(), mode | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
-        m_isOpen = m_handle >= 0 && m_calls.fstat(m_handle, &m_status) == 0 && S_ISREG(m_status.st_mode);
+        if (m_handle < 0 || m_calls.fstat(m_handle, &m_status) != 0)
+            m_error = lastError();
+        else if (!S_ISREG(m_status.st_mode))
+            m_error = SystemError::fromErrno(ESTALE);
     }
     ~OpenFile() {
         if (m_handle >= 0)
@@ -32,7 +41,12 @@ class OpenFile {
     }
     Q_DISABLE_COPY_MOVE(OpenFile)
 
-    bool isOpen() const { return m_isOpen; }
+    const SystemError& error() const { return m_error; }
+    /// Whether there is no such file, or another kind of file.
+    bool isMissing() const {
+        return m_error.number == ENOENT || m_error.number == ENOTDIR || m_error.number == ELOOP ||
+               m_error.number == ESTALE;
+    }
     int handle() const { return m_handle; }
     quint64 size() const { return static_cast<quint64>(m_status.st_size); }
     /// The number of the device is not compared: it may be another one after the system was started anew.
@@ -41,7 +55,7 @@ class OpenFile {
  private:
     FileSystemCalls& m_calls;
     int m_handle = -1;
-    bool m_isOpen = false;
+    SystemError m_error;
     struct stat m_status {};
 };
 
@@ -52,7 +66,9 @@ RecordedWrite::RecordedWrite(FileSystemCalls& calls, int recordHandle, const Rec
 
 WriteState RecordedWrite::state() const {
     const OpenFile target(m_calls, m_file.path, O_RDONLY);
-    if (!target.isOpen() || !hasSizeOfAWrite(target.size()))
+    if (target.error())
+        return target.isMissing() ? WriteState::Other : WriteState::Unknown;
+    if (!hasSizeOfAWrite(target.size()))
         return WriteState::Other;
     const WriteState state = BlockComparison(m_calls, m_record, m_file, target.handle(), target.size()).compare();
     return state == WriteState::Partial && !target.isThatOf(m_file) ? WriteState::Other : state;
@@ -64,11 +80,31 @@ bool RecordedWrite::hasSizeOfAWrite(quint64 size) const {
     return size >= least && size <= most;
 }
 
+std::optional<FileKey> RecordedWrite::target() const {
+    struct stat status {};
+    if (uninterrupted([&] { return m_calls.stat(m_file.path.constData(), &status); }) != 0)
+        return {};
+    return FileKey(status.st_dev, status.st_ino);
+}
+
+SystemError RecordedWrite::confirm() const {
+    const OpenFile target(m_calls, m_file.path, O_RDONLY);
+    if (target.error())
+        return target.error();
+    if (target.isThatOf(m_file))
+        restoreMode(target.handle());
+    return flush(target.handle());
+}
+
 SystemError RecordedWrite::complete() const {
     const OpenFile target(m_calls, m_file.path, O_WRONLY);
-    if (!target.isOpen())
-        return lastError();
-    return target.isThatOf(m_file) ? writeInto(target.handle()) : SystemError::fromErrno(ESTALE);
+    if (target.error())
+        return target.error();
+    if (!target.isThatOf(m_file))
+        return SystemError::fromErrno(ESTALE);
+    // What the record says of the old blocks must be true of those on the disk as long as the record is needed.
+    SystemError error = flush(target.handle());
+    return error ? error : writeInto(target.handle());
 }
 
 SystemError RecordedWrite::writeInto(int target) const {
@@ -79,7 +115,25 @@ SystemError RecordedWrite::writeInto(int target) const {
     const auto size = static_cast<off_t>(m_file.newSize);
     if (m_file.cuts && uninterrupted([&] { return m_calls.ftruncate(target, size); }) != 0)
         return lastError();
-    return uninterrupted([&] { return m_calls.fsync(target); }) == 0 ? SystemError() : lastError();
+    restoreMode(target);
+    return flush(target);
+}
+
+/// A file system that cannot flush has nothing to wait for.
+SystemError RecordedWrite::flush(int target) const {
+    const bool isFlushed = uninterrupted([&] { return m_calls.fsync(target); }) == 0;
+    return isFlushed || errno == EINVAL || errno == EROFS ? SystemError() : lastError();
+}
+
+/// Sets the set-user and set-group bits that the system cleared when the file was written. A mode that differs
+/// otherwise was changed by somebody.
+void RecordedWrite::restoreMode(int target) const {
+    constexpr mode_t Cleared = S_ISUID | S_ISGID;
+    struct stat now {};
+    if ((m_file.mode & Cleared) == 0 || m_calls.fstat(target, &now) != 0)
+        return;
+    if ((now.st_mode & Cleared) == 0 && (now.st_mode & ALLPERMS) == (m_file.mode & ~Cleared))
+        m_calls.fchmod(target, m_file.mode);
 }
 
 SystemError RecordedWrite::writeRange(int target, const RecordedRange& range) const {
@@ -87,8 +141,8 @@ SystemError RecordedWrite::writeRange(int target, const RecordedRange& range) co
     QByteArray buffer(std::min(CopySize, length), Qt::Uninitialized);
     for (qint64 at = 0; at < length;) {
         const qint64 part = std::min<qint64>(buffer.size(), length - at);
-        if (!readExactly(m_calls, m_record, buffer.data(), part, range.inRecord + at))
-            return SystemError::fromErrno(EIO);
+        if (SystemError error = readExactly(m_calls, m_record, buffer.data(), part, range.inRecord + at))
+            return error;
         const iovec bytes{buffer.data(), static_cast<std::size_t>(part)};
         const auto offset = static_cast<off_t>(range.offset) + at;
         const ssize_t count = uninterrupted([&] { return m_calls.pwritev(target, &bytes, 1, offset); });

@@ -6,6 +6,7 @@
 #include <xxhash.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <memory>
 #include <utility>
@@ -23,9 +24,13 @@ class RecordInput {
 
     bool has(quint64 length) const { return m_valid && length <= static_cast<quint64>(m_end - m_at); }
     qint64 at() const { return m_at; }
+    const SystemError& error() const { return m_error; }
 
     bool read(char* buffer, qint64 length) {
-        m_valid = has(static_cast<quint64>(length)) && readExactly(m_calls, m_handle, buffer, length, m_at);
+        m_valid = has(static_cast<quint64>(length));
+        if (m_valid)
+            m_error = readExactly(m_calls, m_handle, buffer, length, m_at);
+        m_valid = m_valid && !m_error;
         m_at += m_valid ? length : 0;
         return m_valid;
     }
@@ -45,15 +50,16 @@ class RecordInput {
     qint64 m_at = 0;
     qint64 m_end;
     bool m_valid = true;
+    SystemError m_error;
 };
 
-bool hasChecksum(FileSystemCalls& calls, int handle, qint64 length) {
+bool hasChecksum(FileSystemCalls& calls, int handle, qint64 length, SystemError& error) {
     const std::unique_ptr<XXH3_state_t, decltype(&XXH3_freeState)> hash(XXH3_createState(), &XXH3_freeState);
     XXH3_128bits_reset(hash.get());
     QByteArray buffer(std::min(ReadSize, length), Qt::Uninitialized);
     for (qint64 at = 0; at < length;) {
         const qint64 part = std::min<qint64>(buffer.size(), length - at);
-        if (!readExactly(calls, handle, buffer.data(), part, at))
+        if ((error = readExactly(calls, handle, buffer.data(), part, at)))
             return false;
         XXH3_128bits_update(hash.get(), buffer.constData(), static_cast<std::size_t>(part));
         at += part;
@@ -61,8 +67,8 @@ bool hasChecksum(FileSystemCalls& calls, int handle, qint64 length) {
     XXH128_canonical_t is;
     XXH128_canonical_t should;
     XXH128_canonicalFromHash(&is, XXH3_128bits_digest(hash.get()));
-    return readExactly(calls, handle, reinterpret_cast<char*>(&should), sizeof should, length) &&
-           std::memcmp(&is, &should, sizeof is) == 0;
+    error = readExactly(calls, handle, reinterpret_cast<char*>(&should), sizeof should, length);
+    return !error && std::memcmp(&is, &should, sizeof is) == 0;
 }
 
 bool isSane(const EntryHead& head) {
@@ -101,6 +107,7 @@ bool readFile(RecordInput& input, RecordedFile& file) {
     file.oldSize = head.oldSize;
     file.newSize = head.newSize;
     file.oldTime = head.oldTime;
+    file.mode = head.mode & ALLPERMS;
     file.cuts = (head.flags & Cuts) != 0;
     if (!readRanges(input, file))
         return false;
@@ -108,41 +115,58 @@ bool readFile(RecordInput& input, RecordedFile& file) {
     return input.skip(blocksOf(file.oldSize) * sizeof(quint32));
 }
 
-}  // namespace
-
-bool readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset) {
-    while (length > 0) {
-        const ssize_t count =
-            uninterrupted([&] { return calls.pread(handle, buffer, static_cast<std::size_t>(length), offset); });
-        if (count <= 0)
+bool readFiles(RecordInput& input, quint32 count, std::vector<RecordedFile>& files) {
+    char magic[sizeof Magic];
+    if (!input.read(magic, sizeof magic) || std::memcmp(magic, Magic, sizeof magic) != 0)
+        return false;
+    for (quint32 i = 0; i < count; ++i) {
+        RecordedFile file;
+        if (!readFile(input, file))
             return false;
-        buffer += count;
-        offset += count;
-        length -= count;
+        files.push_back(std::move(file));
     }
     return true;
 }
 
-std::optional<SaveRecord> SaveRecord::read(FileSystemCalls& calls, int handle) {
+}  // namespace
+
+SystemError readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset) {
+    while (length > 0) {
+        const ssize_t count =
+            uninterrupted([&] { return calls.pread(handle, buffer, static_cast<std::size_t>(length), offset); });
+        if (count <= 0)
+            return SystemError::fromErrno(count < 0 ? errno : ENODATA);
+        buffer += count;
+        length -= count;
+        offset += count;
+    }
+    return {};
+}
+
+/// A record that ends early has only just become shorter: whoever shortens it means it to be damaged.
+std::optional<SaveRecord> SaveRecord::read(FileSystemCalls& calls, int handle, SystemError& error) {
+    std::optional<SaveRecord> record = readAll(calls, handle, error);
+    if (error.number == ENODATA)
+        error = {};
+    return record;
+}
+
+std::optional<SaveRecord> SaveRecord::readAll(FileSystemCalls& calls, int handle, SystemError& error) {
     struct stat status {};
-    if (calls.fstat(handle, &status) != 0)
+    if (calls.fstat(handle, &status) != 0) {
+        error = SystemError::fromErrno(errno);
         return {};
+    }
     const qint64 end = status.st_size - static_cast<qint64>(sizeof(EndHead)) - ChecksumSize;
     EndHead tail{};
-    if (end < static_cast<qint64>(sizeof Magic) ||
-        !readExactly(calls, handle, reinterpret_cast<char*>(&tail), sizeof tail, end) || tail.tag != EndTag ||
-        !hasChecksum(calls, handle, end + static_cast<qint64>(sizeof tail)))
+    if (end < static_cast<qint64>(sizeof Magic))
+        return {};
+    error = readExactly(calls, handle, reinterpret_cast<char*>(&tail), sizeof tail, end);
+    if (error || tail.tag != EndTag || !hasChecksum(calls, handle, end + static_cast<qint64>(sizeof tail), error))
         return {};
     RecordInput input(calls, handle, end);
-    char magic[sizeof Magic];
-    if (!input.read(magic, sizeof magic) || std::memcmp(magic, Magic, sizeof magic) != 0)
-        return {};
     SaveRecord record;
-    for (quint32 i = 0; i < tail.entries; ++i) {
-        RecordedFile file;
-        if (!readFile(input, file))
-            return {};
-        record.m_files.push_back(std::move(file));
-    }
-    return input.at() == end ? std::optional(std::move(record)) : std::nullopt;
+    const bool isRead = readFiles(input, tail.entries, record.m_files);
+    error = input.error();
+    return isRead && input.at() == end ? std::optional(std::move(record)) : std::nullopt;
 }

@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <sys/types.h>
+
 #include <optional>
 #include <vector>
 
@@ -23,6 +25,7 @@ struct RecordedFile {
     quint64 oldSize = 0;
     quint64 newSize = 0;
     qint64 oldTime = 0;                 ///< of the last change before the write, in nanoseconds
+    mode_t mode = 0;                    ///< before the write, with the bits that a write may clear
     bool cuts = false;                  ///< old bytes after the new ones are cut off
     std::vector<RecordedRange> ranges;  ///< ascending, without overlaps
     qint64 hashes = 0;                  ///< offset in the record of the hashes of the old blocks
@@ -38,14 +41,16 @@ struct RecordedFile {
 /// read.
 class SaveRecord {
  public:
-    /// Nothing when it is damaged or not complete.
-    static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle);
+    /// Nothing when it is damaged or not complete; `error` is set when it could not be read now.
+    static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle, SystemError& error);
 
     const std::vector<RecordedFile>& files() const { return m_files; }
 
  private:
+    static std::optional<SaveRecord> readAll(FileSystemCalls& calls, int handle, SystemError& error);
+
     std::vector<RecordedFile> m_files;
 };
 
-/// Reads exactly so many bytes. False: they are not there, or cannot be read.
-bool readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset);
+/// Reads exactly so many bytes. ENODATA: they are not there.
+SystemError readExactly(FileSystemCalls& calls, int handle, char* buffer, qint64 length, qint64 offset);

@@ -85,6 +85,16 @@ class SaveRecordWriter::OldFile {
         return error;
     }
 
+    /// Its bytes were recorded; it can only be flushed then.
+    void release() {
+        m_buffer = {};
+        m_hashes = {};
+    }
+    SystemError flush() const {
+        const bool done = m_handle < 0 || uninterrupted([&] { return m_calls.fsync(m_handle); }) == 0;
+        return done || errno == EINVAL ? SystemError() : lastError();
+    }
+
     void writeHashes(RecordOutput& output) const {
         output.write({reinterpret_cast<const char*>(m_hashes.data()), m_hashes.size() * sizeof(quint32)});
     }
@@ -102,7 +112,8 @@ class SaveRecordWriter::OldFile {
 /// range of limited length.
 class SaveRecordWriter::Comparison {
  public:
-    Comparison(OldFile& old, RecordOutput& output) : m_old(old), m_output(output) {}
+    /// `cuts`: a last block of which the old bytes are cut off differs.
+    Comparison(OldFile& old, bool cuts, RecordOutput& output) : m_old(old), m_cuts(cuts), m_output(output) {}
 
     SystemError take(std::string_view bytes) {
         SystemError error;
@@ -131,7 +142,7 @@ class SaveRecordWriter::Comparison {
             m_oldBytes = m_old.next(error);
         const std::string_view old = m_oldBytes.substr(0, static_cast<std::size_t>(BlockSize));
         m_oldBytes.remove_prefix(old.size());
-        if (old.substr(0, m_block.size()) == m_block)
+        if ((m_cuts ? old : old.substr(0, m_block.size())) == m_block)
             writeRange();
         else
             m_range += m_block;
@@ -152,6 +163,7 @@ class SaveRecordWriter::Comparison {
     }
 
     OldFile& m_old;
+    bool m_cuts;
     RecordOutput& m_output;
     std::string_view m_oldBytes;  ///< read, and not compared yet
     std::string m_block;          ///< new bytes of the block at m_at
@@ -164,8 +176,18 @@ SaveRecordWriter::SaveRecordWriter(FileSystemCalls& calls, int handle)
     m_output.writePlain(Magic);
 }
 
+SaveRecordWriter::~SaveRecordWriter() = default;
+
+SystemError SaveRecordWriter::flushOldFiles() {
+    for (const auto& old : m_oldFiles) {
+        if (SystemError error = old->flush())
+            return error;
+    }
+    return {};
+}
+
 SystemError SaveRecordWriter::add(const PlannedWrite& write) {
-    OldFile old(m_calls, write);
+    OldFile& old = *m_oldFiles.emplace_back(std::make_unique<OldFile>(m_calls, write));
     SystemError error = old.open(write);
     if (error)
         return error;
@@ -175,6 +197,7 @@ SystemError SaveRecordWriter::add(const PlannedWrite& write) {
         error = old.readToEnd();
     m_output.writePlain(RangeHead{LastRange, 0});
     old.writeHashes(m_output);
+    old.release();
     ++m_entries;
     return error ? error : m_output.error();
 }
@@ -184,7 +207,7 @@ void SaveRecordWriter::writeHead(const PlannedWrite& write) {
     m_output.writePlain(EntryHead{EntryTag, write.cuts ? quint32(Cuts) : 0, write.before.st_dev, write.before.st_ino,
                                   static_cast<quint64>(write.before.st_size), static_cast<quint64>(write.length),
                                   write.before.st_mtim.tv_sec * NanosecondsOfASecond + write.before.st_mtim.tv_nsec,
-                                  static_cast<quint32>(path.size()), 0});
+                                  static_cast<quint32>(path.size()), write.before.st_mode & ALLPERMS});
     m_output.write({path.constData(), static_cast<std::size_t>(path.size())});
 }
 
@@ -201,7 +224,7 @@ SystemError SaveRecordWriter::addAll(const PlannedWrite& write) {
 SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile& old) {
     if (!write.source.rewind())
         return SystemError::fromErrno(ESPIPE);
-    Comparison comparison(old, m_output);
+    Comparison comparison(old, write.cuts, m_output);
     SystemError error;
     for (qint64 at = 0; !error && at < write.length;) {
         BytePieces pieces;

@@ -2,6 +2,7 @@
 
 #include "platform/Folders.h"
 #include "platform/Paths.h"
+#include "recovery/saves/FolderFlush.h"
 #include "recovery/saves/SaveRecordWriter.h"
 
 #include <fcntl.h>
@@ -17,21 +18,16 @@ namespace {
 constexpr mode_t RecordMode = 0600;
 constexpr int NamesToTry = 20;
 
-/// Names ascend with time, and no two processes use the same one.
+/// Names ascend, also when the clock was set back, and no two processes use the same one.
 QString recordName(unsigned number) {
+    static std::atomic<qint64> last{0};
     const auto now = std::chrono::system_clock::now().time_since_epoch();
-    const qint64 time = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+    qint64 time = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+    qint64 before = last;
+    while (!last.compare_exchange_weak(before, std::max(time, before + 1)))
+        ;
+    time = std::max(time, before + 1);
     return u"/%1-%2-%3.save"_qs.arg(time, 20, 10, QLatin1Char('0')).arg(::getpid()).arg(number);
-}
-
-bool flushFolder(FileSystemCalls& calls, const QString& folder) {
-    const int handle = calls.open(localName(folder).value_or(QByteArray()).constData(),
-                                  O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    if (handle < 0)
-        return false;
-    const bool done = uninterrupted([&] { return calls.fsync(handle); }) == 0;
-    calls.close(handle);
-    return done;
 }
 
 }  // namespace
@@ -52,7 +48,11 @@ class SaveRecords::File {
         return uninterrupted([&] { return m_calls.flock(m_handle, LOCK_EX); }) == 0 &&
                m_calls.fstat(m_handle, &status) == 0 && status.st_nlink == 1;
     }
-    void remove() const { m_calls.unlink(m_name.constData()); }
+    /// A record that cannot be removed is made useless: later it would be taken for one of the file as it is then.
+    void remove() const {
+        if (m_calls.unlink(m_name.constData()) != 0 && m_calls.ftruncate(m_handle, 0) == 0)
+            m_calls.fsync(m_handle);
+    }
 
  private:
     FileSystemCalls& m_calls;
@@ -67,7 +67,7 @@ class SaveRecords::Shared {
     /// When the last of its writes has ended.
     ~Shared() {
         if (m_partial.empty())
-            m_file->remove();
+            m_records.remove(*m_file);
         else
             m_records.keep(std::move(m_file), std::move(m_partial));
     }
@@ -85,7 +85,7 @@ class SaveRecords::Shared {
     std::set<FileKey> m_partial;
 };
 
-/// One write and its record.
+/// One write and its record; null: it has none.
 class SaveRecords::Watched : public WatchedWrite {
  public:
     Watched(SaveRecords& records, std::shared_ptr<Shared> record, const struct stat& target)
@@ -94,7 +94,7 @@ class SaveRecords::Watched : public WatchedWrite {
     /// A file that is partly written needs its record. One that was not touched is whole as it was, and its owner has
     /// been told that the write failed.
     void ended(bool whole, bool touched) override {
-        if (!whole && touched)
+        if (!whole && touched && m_record != nullptr)
             m_record->setPartial(m_file);
         if (whole)
             m_records.removeKept(m_file);
@@ -131,8 +131,7 @@ QString SaveRecords::saveRecordFolder() {
 std::unique_ptr<WatchedWrite> SaveRecords::aboutToWrite(const PlannedWrite& write) {
     if (!write.pieces.empty())
         return joinGroup(write);
-    std::shared_ptr<Shared> alone = record({&write});
-    return alone == nullptr ? nullptr : std::make_unique<Watched>(*this, std::move(alone), write.before);
+    return watched(write, record({&write}));
 }
 
 /// Whoever comes while no record is being made makes one for all that wait.
@@ -154,9 +153,14 @@ std::unique_ptr<WatchedWrite> SaveRecords::joinGroup(const PlannedWrite& write) 
         m_isServing = false;
         m_served.notify_all();
     }
-    if (request.record == nullptr)
-        return nullptr;
-    return std::make_unique<Watched>(*this, std::move(request.record), write.before);
+    return watched(write, std::move(request.record));
+}
+
+/// Without a record: those of earlier writes must be gone from the disk all the same before the file changes.
+std::unique_ptr<WatchedWrite> SaveRecords::watched(const PlannedWrite& write, std::shared_ptr<Shared> record) {
+    if (record == nullptr && m_hasRemoved.exchange(false))
+        flushFolder(m_calls, m_folder);
+    return std::make_unique<Watched>(*this, std::move(record), write.before);
 }
 
 SaveRecords::Group SaveRecords::takeGroup() {
@@ -189,10 +193,18 @@ std::shared_ptr<SaveRecords::Shared> SaveRecords::record(const std::vector<const
     SaveRecordWriter writer(m_calls, file->handle());
     const bool isWhole =
         std::none_of(writes.begin(), writes.end(), [&](const PlannedWrite* write) { return bool(writer.add(*write)); });
-    if (isWhole && !writer.finish() && flushFolder(m_calls, m_folder))
+    if (isWhole && !writer.finish() && flushNames() && !writer.flushOldFiles())
         return std::make_shared<Shared>(*this, std::move(file));
-    file->remove();
+    remove(*file);
     return nullptr;
+}
+
+/// The folders above were perhaps made for the first record.
+bool SaveRecords::flushNames() {
+    if (!m_areFoldersFlushed.exchange(true))
+        flushFoldersAbove(m_calls, m_folder);
+    m_hasRemoved = false;
+    return flushFolder(m_calls, m_folder);
 }
 
 std::unique_ptr<SaveRecords::File> SaveRecords::makeFile() {
@@ -215,6 +227,11 @@ std::unique_ptr<SaveRecords::File> SaveRecords::makeFile() {
     return nullptr;
 }
 
+void SaveRecords::remove(const File& record) {
+    record.remove();
+    m_hasRemoved = true;
+}
+
 void SaveRecords::keep(std::unique_ptr<File> record, std::set<FileKey> files) {
     const std::scoped_lock lock(m_mutex);
     m_kept.push_back({std::move(record), std::move(files)});
@@ -222,10 +239,13 @@ void SaveRecords::keep(std::unique_ptr<File> record, std::set<FileKey> files) {
 
 void SaveRecords::removeKept(FileKey file) {
     const std::scoped_lock lock(m_mutex);
-    std::erase_if(m_kept, [&](Kept& kept) {
+    const auto removed = std::erase_if(m_kept, [&](Kept& kept) {
         if (kept.files.erase(file) == 0 || !kept.files.empty())
             return false;
         kept.record->remove();
         return true;
     });
+    // Before the newer record of this file is removed: see SaveRecovery::finishAll().
+    if (removed > 0)
+        flushFolder(m_calls, m_folder);
 }

@@ -47,6 +47,7 @@ class SaveRecords : public WriteWitness {
     struct Request;
     using Group = std::vector<Request*>;
 
+    std::unique_ptr<WatchedWrite> watched(const PlannedWrite& write, std::shared_ptr<Shared> record);
     std::unique_ptr<WatchedWrite> joinGroup(const PlannedWrite& write);
     Group takeGroup();
     void serve(const Group& group);
@@ -54,6 +55,8 @@ class SaveRecords : public WriteWitness {
     std::shared_ptr<Shared> record(const std::vector<const PlannedWrite*>& writes);
     /// The open, locked and still empty file of a new record; null: it cannot be made.
     std::unique_ptr<File> makeFile();
+    bool flushNames();
+    void remove(const File& record);
     void keep(std::unique_ptr<File> record, std::set<FileKey> files);
     void removeKept(FileKey file);
 
@@ -66,6 +69,8 @@ class SaveRecords : public WriteWitness {
     FileSystemCalls& m_calls;
     const Limits m_limits;
     std::atomic<unsigned> m_number{0};
+    std::atomic<bool> m_areFoldersFlushed{false};
+    std::atomic<bool> m_hasRemoved{true};  ///< records were removed, perhaps not yet on the disk
     std::mutex m_mutex;
     std::condition_variable m_served;
     std::deque<Request*> m_waiting;

@@ -1,12 +1,13 @@
 #include "recovery/saves/SaveRecovery.h"
 
 #include "platform/Paths.h"
+#include "recovery/saves/FolderFlush.h"
+#include "recovery/saves/RecordFile.h"
 #include "recovery/saves/RecordedWrite.h"
 
 #include <QDir>
+#include <QFile>
 
-#include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,7 +19,7 @@
 
 namespace {
 
-using Inodes = std::set<quint64>;
+using Files = std::set<FileKey>;
 
 bool isOwnFolder(const QString& path) {
     struct stat status {};
@@ -40,62 +41,79 @@ QStringList recordNames(const QString& folder) {
 class SaveRecovery::Record {
  public:
     Record(FileSystemCalls& calls, const QString& path)
-        : m_calls(calls), m_name(localName(path).value_or(QByteArray())) {}
-    ~Record() {
-        if (m_handle >= 0)
-            m_calls.close(m_handle);
-    }
+        : m_calls(calls), m_file(calls, localName(path).value_or(QByteArray())) {}
     Q_DISABLE_COPY_MOVE(Record)
 
     /// False: it belongs to a living process, or is no file of this user's own.
-    bool open() {
-        m_handle = m_calls.open(m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-        struct stat status {};
-        return m_handle >= 0 && m_calls.flock(m_handle, LOCK_EX | LOCK_NB) == 0 &&
-               m_calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
-               status.st_nlink == 1;
-    }
+    bool open() { return m_file.open() == RecordFile::Opening::Done; }
 
-    /// False: it was never finished, so the write had not begun.
-    bool read() {
-        m_content = SaveRecord::read(m_calls, m_handle);
-        return m_content.has_value();
+    /// Damaged: it was never finished, so the write had not begun.
+    enum class Reading { Done, Damaged, Impossible };
+    Reading read() {
+        SystemError error;
+        m_content = SaveRecord::read(m_calls, m_file.handle(), error);
+        return m_content ? Reading::Done : error ? Reading::Impossible : Reading::Damaged;
     }
 
     /// Brings the files to their new contents where that is possible, but for those in `settled`, which are of a newer
     /// record. Adds to it those that have their contents now.
-    void settle(Inodes& settled) {
+    void settle(Files& settled) {
         for (const RecordedFile& file : m_content->files()) {
-            if (settled.contains(file.inode))
-                continue;
-            const RecordedWrite write(m_calls, m_handle, file);
-            const WriteState state = write.state();
-            if (state == WriteState::Other)
-                m_others.insert(file.inode);
-            else if (state == WriteState::Partial && write.complete())
-                m_isLeft = true;
+            const RecordedWrite write(m_calls, m_file.handle(), file);
+            const std::optional<FileKey> target = write.target();
+            if (!target || !settled.contains(*target))
+                settle(write, target, settled);
             else
-                settled.insert(file.inode);
-            m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
+                m_isSuperseded = true;
         }
     }
 
     bool isLeft() const { return m_isLeft; }
+    /// Whether there is a file of it that another record explains.
+    bool needsAnother() const { return m_isSuperseded || !m_others.empty(); }
     bool hasCompleted() const { return m_hasCompleted; }
     /// Whether somebody else changed a file of it, which no other record explains.
-    bool isOfOtherFiles(const Inodes& settled) const {
-        return !std::includes(settled.begin(), settled.end(), m_others.begin(), m_others.end());
+    bool isOfOtherFiles(const Files& settled) const {
+        return m_isOfMissing || !std::includes(settled.begin(), settled.end(), m_others.begin(), m_others.end());
     }
 
-    void remove() const { m_calls.unlink(m_name.constData()); }
-    void setAside() const { m_calls.rename(m_name.constData(), (m_name + AsideSuffix).constData()); }
+    void remove() const { m_file.remove(); }
+    void setAside() const { m_calls.rename(m_file.name().constData(), (m_file.name() + AsideSuffix).constData()); }
 
  private:
+    void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
+        const WriteState state = write.state();
+        if (state == WriteState::Other && target)
+            m_others.insert(*target);
+        else if (state == WriteState::Other)
+            m_isOfMissing = true;
+        else if (!target || state == WriteState::Unknown)
+            m_isLeft = true;
+        else if (state == WriteState::Whole ? bool(write.confirm()) : !makeLast() || write.complete())
+            m_isLeft = true;
+        else
+            settled.insert(*target);
+        m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
+    }
+
+    /// The process may have been killed before the record was on the disk.
+    bool makeLast() {
+        if (m_isLasting)
+            return true;
+        const QString folder = QFile::decodeName(m_file.name().left(m_file.name().lastIndexOf('/')));
+        m_isLasting =
+            uninterrupted([this] { return m_calls.fsync(m_file.handle()); }) == 0 && flushFolder(m_calls, folder);
+        flushFoldersAbove(m_calls, folder);
+        return m_isLasting;
+    }
+
     FileSystemCalls& m_calls;
-    QByteArray m_name;
-    int m_handle = -1;
+    RecordFile m_file;
     std::optional<SaveRecord> m_content;
-    Inodes m_others;
+    Files m_others;
+    bool m_isOfMissing = false;
+    bool m_isSuperseded = false;
+    bool m_isLasting = false;
     bool m_isLeft = false;
     bool m_hasCompleted = false;
 };
@@ -106,23 +124,39 @@ SaveRecovery::Summary SaveRecovery::run() {
     Summary summary;
     if (!isOwnFolder(m_folder))
         return summary;
-    Inodes settled;
+    Files settled;
     std::vector<std::unique_ptr<Record>> records;
     for (const QString& name : recordNames(m_folder)) {
         auto record = std::make_unique<Record>(m_calls, m_folder + u'/' + name);
         if (!record->open())
             continue;
-        if (!record->read()) {
+        const Record::Reading reading = record->read();
+        if (reading == Record::Reading::Done) {
+            record->settle(settled);
+            records.push_back(std::move(record));
+        } else if (reading == Record::Reading::Damaged) {
             record->remove();
             ++summary.removed;
-            continue;
+        } else {
+            ++summary.left;
         }
-        record->settle(settled);
-        records.push_back(std::move(record));
     }
-    for (const auto& record : records)
-        finish(*record, record->isOfOtherFiles(settled), summary);
+    finishAll(records, settled, summary);
     return summary;
+}
+
+/// A record that explains a file is removed last, and not before it is on the disk that the others are gone: after a
+/// power cut one of them must not stand alone, since the file may look like an interrupted write of it.
+void SaveRecovery::finishAll(const std::vector<std::unique_ptr<Record>>& records, const std::set<FileKey>& settled,
+                             Summary& summary) {
+    for (const bool needsAnother : {true, false}) {
+        for (const auto& record : records) {
+            if (record->needsAnother() == needsAnother)
+                finish(*record, record->isOfOtherFiles(settled), summary);
+        }
+        if (!records.empty())
+            flushFolder(m_calls, m_folder);
+    }
 }
 
 /// Decided when all records are known: an older or a newer one may explain what this one does not.

@@ -4,6 +4,11 @@
 
 #include <QString>
 
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
 /// Looks through the records of saves that no living process owns, and completes what was interrupted. Called once at
 /// the start, before files are opened; does not run the event loop. Without records it costs one look-up.
 ///
@@ -33,6 +38,8 @@ class SaveRecovery {
  private:
     class Record;
 
+    void finishAll(const std::vector<std::unique_ptr<Record>>& records,
+                   const std::set<std::pair<quint64, quint64>>& settled, Summary& summary);
     static void finish(const Record& record, bool isOfOtherFiles, Summary& summary);
 
     QString m_folder;

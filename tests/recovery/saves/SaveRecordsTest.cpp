@@ -20,6 +20,7 @@
 #include <atomic>
 #include <functional>
 #include <random>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -570,4 +571,140 @@ TEST_F(SaveRecording, TheRecordOfAFileThatFailedStaysWhenAnotherOneIsWritten) {
     EXPECT_EQ(this->records().size(), 2);
     EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(at(u"a"_qs), {&piece, 1}).error);
     EXPECT_EQ(this->records().size(), 1);
+}
+
+TEST_F(SaveRecording, ARecordOrAFileThatCannotBeReadNowIsCompletedAtALaterStart) {
+    const QByteArray oldBytes = noise(200'000, 1);
+    const QByteArray newBytes = noise(210'000, 2);
+    const QString path = file(oldBytes);
+    interruptedSave(path, newBytes);
+    put(path, newBytes.left(1'024) + oldBytes.mid(1'024));
+    FailingFileSystem clean;
+    clean.fail(SystemCall::Write, 0, EROFS);
+    ASSERT_EQ(SaveRecovery(folder(), clean).run().left, 1);
+    for (const SystemCall call : {SystemCall::ReadAt, SystemCall::Stat, SystemCall::Fstat, SystemCall::Open}) {
+        for (int number = 1; number <= clean.count(call); ++number) {
+            FailingFileSystem failing;
+            failing.fail(SystemCall::Write, 0, EROFS);
+            failing.fail(call, number, EIO);
+            const Summary summary = SaveRecovery(folder(), failing).run();
+            EXPECT_EQ(summary.removed + summary.completed + summary.setAside, 0) << number;
+            EXPECT_EQ(records().size(), 1);
+            EXPECT_TRUE(failing.allClosed());
+        }
+    }
+    EXPECT_EQ(recover(), (Summary{0, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(path), newBytes);
+}
+
+TEST_F(SaveRecording, ARecordIsNotRemovedBeforeItsFileIsOnTheDisk) {
+    const QString path = file("old");
+    interruptedSave(path, "new");
+    put(path, "new");
+    FailingFileSystem failing;
+    failing.fail(SystemCall::Flush, 0, EIO);
+    EXPECT_EQ(SaveRecovery(folder(), failing).run(), (Summary{0, 0, 0, 1}));
+    EXPECT_EQ(records().size(), 1);
+    EXPECT_EQ(recover(), (Summary{1, 0, 0, 0}));
+}
+
+TEST_F(SaveRecording, ARecordThatCannotBeRemovedIsNoneOfALaterSave) {
+    const QByteArray oldBytes = noise(3'000, 1);
+    const QString path = file(oldBytes);
+    const QByteArray newBytes = noise(3'000, 2);
+    FailingFileSystem failing;
+    failing.fail(SystemCall::Unlink, 0, EACCES);
+    {
+        SaveRecords records(folder(), failing);
+        EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf(newBytes)).error);
+    }
+    put(path, oldBytes);
+    EXPECT_EQ(recover(), (Summary{1, 0, 0, 0}));
+    EXPECT_EQ(bytesOf(path), oldBytes);
+}
+
+TEST_F(SaveRecording, ALaterSaveWithoutARecordRemovesTheOneOfAFailedSaveToo) {
+    const QString path = file("old");
+    FailingFileSystem onRecords;
+    SaveRecords records(folder(), onRecords);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Truncate, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &records).write(path, piecesOf("new and longer")).error);
+    ASSERT_EQ(this->records().size(), 1);
+    onRecords.fail(SystemCall::Write, 0, ENOSPC);
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("old")).error);
+    EXPECT_TRUE(this->records().isEmpty());
+    EXPECT_EQ(bytesOf(path), "old");
+}
+
+TEST_F(SaveRecording, TheOldFileAndTheFoldersAreFlushedBeforeTheFirstByte) {
+    class Flushes : public FailingFileSystem {
+     public:
+        int fsync(int handle) override {
+            struct stat status {};
+            EXPECT_EQ(::fstat(handle, &status), 0);
+            flushed.insert(status.st_ino);
+            return FailingFileSystem::fsync(handle);
+        }
+        std::set<ino_t> flushed;
+    };
+    class Before : public FailingFileSystem {
+     public:
+        explicit Before(std::function<void()> look) : m_look(std::move(look)) {}
+        ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+            m_look();
+            return FailingFileSystem::pwritev(handle, parts, count, offset);
+        }
+
+     private:
+        std::function<void()> m_look;
+    };
+    const QString path = file("old");
+    Flushes onRecords;
+    SaveRecords records(folder(), onRecords);
+    int looks = 0;
+    Before calls([&] {
+        ++looks;
+        for (const QString& name : {path, firstRecord(), folder(), at(u"state"_qs), m_folder.path()}) {
+            struct stat status {};
+            ASSERT_EQ(::stat(nameOf(name).constData(), &status), 0);
+            EXPECT_TRUE(onRecords.flushed.contains(status.st_ino)) << qPrintable(name);
+        }
+    });
+    EXPECT_FALSE(UserFileWriter(calls, &records).write(path, piecesOf("new")).error);
+    EXPECT_EQ(looks, 1);
+}
+
+TEST_F(SaveRecording, AFileThatWasCutBeforeItsBytesReachedTheDiskIsCompleted) {
+    for (const int after : {0, 100, 512, 1'300}) {
+        const QByteArray oldBytes = noise(3'000, 1);
+        const QByteArray newBytes = noise(after, 2);
+        const QString path = file(oldBytes);
+        interruptedSave(path, newBytes);
+        put(path, oldBytes.left(after));
+        EXPECT_EQ(recover().setAside, 0) << after;
+        EXPECT_EQ(bytesOf(path), newBytes);
+        put(path, oldBytes);
+        interruptedSave(path, newBytes);
+        put(path, oldBytes.left(after) + QByteArray(3'000 - after, '\0'));
+        EXPECT_EQ(recover(), (Summary{0, 1, 0, 0})) << after;
+        EXPECT_EQ(bytesOf(path), newBytes);
+    }
+}
+
+TEST_F(SaveRecording, BitsOfTheModeThatAWriteClearsAreSetAgain) {
+    const QString path = file("old");
+    ASSERT_EQ(::chmod(nameOf(path).constData(), 04755), 0);
+    for (const QByteArray& now : {QByteArray("old"), QByteArray("and new")}) {
+        interruptedSave(path, "and new");
+        put(path, now);
+        ASSERT_EQ(::chmod(nameOf(path).constData(), 0755), 0);
+        EXPECT_EQ(recover().left, 0);
+        struct stat status {};
+        ASSERT_EQ(::stat(nameOf(path).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & ALLPERMS, 04755U);
+        EXPECT_EQ(bytesOf(path), "and new");
+        put(path, "old");
+        ASSERT_EQ(::chmod(nameOf(path).constData(), 04755), 0);
+    }
 }

@@ -1,0 +1,368 @@
+#include "tools/quillmark-recover/RecoverTool.h"
+
+#include "platform/Paths.h"
+#include "platform/UserFileWriter.h"
+#include "recovery/saves/RecordedBytes.h"
+#include "recovery/saves/RecordedWrite.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
+
+#include <QCommandLineParser>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+
+namespace {
+
+const QString OfOption = u"of"_qs;
+const QString BaseOption = u"base"_qs;
+const QString OverwriteOption = u"overwrite"_qs;
+const QString FolderOption = u"folder"_qs;
+const QString HelpOption = u"help"_qs;
+const QString VersionOption = u"version"_qs;
+
+constexpr const char* Help = R"(Usage: quillmark-recover [--folder DIR] COMMAND [ARGUMENTS]
+
+Shows and restores what Quillmark recorded of saves that were interrupted.
+
+Commands:
+  list                          show all records
+  show RECORD                   show the files of a record
+  restore RECORD FILE           write what was being saved into a new file
+  drop RECORD...                delete records
+
+Options:
+      --of PATH                 restore: the file of the record with this path;
+                                needed when it has several
+      --base FILE               restore: take bytes that are not in the record
+                                from this file, whatever it holds
+      --overwrite               restore: write into a file that exists
+      --folder DIR              another folder of records than the user's own
+  -h, --help                    show this help
+      --version                 show the version
+
+Exit status: 0 done, 1 no such record or file in it, 2 wrong arguments,
+3 a file cannot be read or written, or a running program has the record,
+4 the record is damaged, or its file was changed by another program.
+)";
+
+void defineOptions(QCommandLineParser& parser) {
+    const QString text = u"text"_qs;
+    parser.addOption({OfOption, QString(), text});
+    parser.addOption({BaseOption, QString(), text});
+    parser.addOption({OverwriteOption, QString()});
+    parser.addOption({FolderOption, QString(), text});
+    parser.addOption({{u"h"_qs, HelpOption}, QString()});
+    parser.addOption({VersionOption, QString()});
+}
+
+bool print(const QString& text) {
+    const QByteArray bytes = text.toUtf8();
+    const bool written = std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
+                         static_cast<size_t>(bytes.size());
+    return std::fflush(stdout) == 0 && written;
+}
+
+/// A path as it can be shown in a terminal: control characters and bytes that are no text are escaped.
+QString shown(const QByteArray& path) {
+    QString text;
+    for (const QChar each : QFile::decodeName(path)) {
+        const bool isPlain = each.isPrint() || each.isSurrogate();
+        text += isPlain ? QString(each) : u"\\x%1"_qs.arg(each.unicode(), 2, 16, QLatin1Char('0'));
+    }
+    return text;
+}
+
+QString stateText(WriteState state) {
+    switch (state) {
+        case WriteState::Whole:
+            return u"has the new contents"_qs;
+        case WriteState::Partial:
+            return u"was not or only partly written"_qs;
+        case WriteState::Other:
+            return u"is missing, or was changed by another program"_qs;
+        case WriteState::Unknown:
+            break;
+    }
+    return u"cannot be read"_qs;
+}
+
+QByteArray nameOf(const QString& path) {
+    return localName(path).value_or(QByteArray());
+}
+
+/// A new file, or nothing: one that exists is left alone, and a link is not followed.
+SystemError writeNew(const QByteArray& name, ByteSource& source) {
+    FileSystemCalls& calls = FileSystemCalls::system();
+    const int handle = calls.open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    SystemError error = handle < 0 ? SystemError::fromErrno(errno) : SystemError();
+    if (error)
+        return error;
+    qint64 at = 0;
+    while (!error && at < source.length()) {
+        BytePieces pieces;
+        error = source.next(pieces);
+        std::string_view rest = error ? std::string_view() : pieces.front();
+        while (!error && !rest.empty()) {
+            const iovec part{const_cast<char*>(rest.data()), rest.size()};
+            const ssize_t count = uninterrupted([&] { return calls.pwritev(handle, &part, 1, at); });
+            if (count <= 0) {
+                error = SystemError::fromErrno(count < 0 ? errno : EIO);
+            } else {
+                at += count;
+                rest.remove_prefix(static_cast<std::size_t>(count));
+            }
+        }
+    }
+    if (!error && uninterrupted([&] { return calls.fsync(handle); }) != 0)
+        error = SystemError::fromErrno(errno);
+    if (calls.close(handle) != 0 && !error)
+        error = SystemError::fromErrno(errno);
+    if (error)
+        calls.unlink(name.constData());
+    return error;
+}
+
+}  // namespace
+
+/// A command's name, the number of arguments after it, and the options it accepts besides --folder.
+struct RecoverTool::Command {
+    const char* name;
+    int fewest;
+    int most;
+    QStringList options;
+    int (RecoverTool::*run)(const QCommandLineParser& options);
+};
+
+const RecoverTool::Command RecoverTool::Commands[] = {
+    {"list", 0, 0, {}, &RecoverTool::list},
+    {"show", 1, 1, {}, &RecoverTool::show},
+    {"restore", 2, 2, {OfOption, BaseOption, OverwriteOption}, &RecoverTool::restore},
+    {"drop", 1, 10'000, {}, &RecoverTool::drop},
+};
+
+int RecoverTool::run(const QStringList& arguments) {
+    QCommandLineParser options;
+    defineOptions(options);
+    if (!options.parse(arguments))
+        return say(Misused, options.errorText());
+    if (options.isSet(HelpOption))
+        return print(QString::fromUtf8(Help)) ? Done : Failed;
+    if (options.isSet(VersionOption))
+        return print(u"quillmark-recover " QUILLMARK_VERSION "\n"_qs) ? Done : Failed;
+    m_folder = options.isSet(FolderOption) ? options.value(FolderOption) : SaveRecords::saveRecordFolder();
+    return runCommand(options);
+}
+
+int RecoverTool::runCommand(const QCommandLineParser& options) {
+    const QStringList words = options.positionalArguments();
+    const QString name = words.value(0);
+    const auto* command =
+        std::ranges::find_if(Commands, [&](const Command& each) { return name == QLatin1String(each.name); });
+    if (command == std::end(Commands))
+        return say(Misused, words.isEmpty() ? u"no command given"_qs : u"no command \"%1\""_qs.arg(name));
+    if (words.size() - 1 < command->fewest || words.size() - 1 > command->most)
+        return say(Misused, u"wrong number of arguments for %1"_qs.arg(name));
+    for (const QString& option : {OfOption, BaseOption, OverwriteOption}) {
+        if (options.isSet(option) && !command->options.contains(option))
+            return say(Misused, u"%1 takes no --%2"_qs.arg(name, option));
+    }
+    struct stat status {};
+    if (::lstat(nameOf(m_folder).constData(), &status) != 0) {
+        if (errno != ENOENT && errno != ENOTDIR)
+            return say(Failed, u"%1: %2"_qs.arg(m_folder, SystemError::fromErrno(errno).description));
+    } else if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
+        return say(Failed, u"%1: not a folder of your own"_qs.arg(m_folder));
+    }
+    return (this->*command->run)(options);
+}
+
+int RecoverTool::list(const QCommandLineParser& /*options*/) {
+    const QString suffix = QLatin1String(SaveRecovery::RecordSuffix);
+    const QStringList patterns{u'*' + suffix, u'*' + suffix + QLatin1String(SaveRecovery::AsideSuffix)};
+    QString text;
+    for (const QString& name : QDir(m_folder).entryList(patterns, QDir::Files | QDir::Hidden, QDir::Name))
+        text += line(name) + u'\n';
+    return print(text) ? Done : Failed;
+}
+
+/// Name, time, what is the matter, and the files; a tab between them.
+QString RecoverTool::line(const QString& name) const {
+    RecordFile file(FileSystemCalls::system(), nameOf(m_folder + u'/' + name));
+    const RecordFile::Opening opening = file.open();
+    struct stat status {};
+    if (opening == RecordFile::Opening::InUse)
+        return name + u"\t-\tin use"_qs;
+    if (opening != RecordFile::Opening::Done || ::fstat(file.handle(), &status) != 0)
+        return name + u"\t-\tcannot be opened"_qs;
+    const QString time = QDateTime::fromSecsSinceEpoch(status.st_mtim.tv_sec).toString(u"yyyy-MM-dd HH:mm:ss"_qs);
+    SystemError error;
+    const std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file.handle(), error);
+    if (!record)
+        return u"%1\t%2\t%3"_qs.arg(name, time, error ? u"cannot be read"_qs : u"damaged"_qs);
+    const bool isAside = name.endsWith(QLatin1String(SaveRecovery::AsideSuffix));
+    QString text = u"%1\t%2\t%3"_qs.arg(name, time, isAside ? u"set aside"_qs : u"interrupted"_qs);
+    for (const RecordedFile& each : record->files())
+        text += u'\t' + shown(each.path);
+    return text;
+}
+
+int RecoverTool::show(const QCommandLineParser& options) {
+    int exit = Done;
+    const std::optional<Opened> opened = open(options.positionalArguments().value(1), exit);
+    if (!opened)
+        return exit;
+    QString text;
+    for (const RecordedFile& file : opened->record.files()) {
+        const WriteState state = RecordedWrite(FileSystemCalls::system(), opened->file->handle(), file).state();
+        text += u"%1\n  before: %2 bytes, changed %3\n  after: %4 bytes, %5\n  now: it %6\n"_qs.arg(shown(file.path))
+                    .arg(file.oldSize)
+                    .arg(QDateTime::fromMSecsSinceEpoch(file.oldTime / 1'000'000).toString(u"yyyy-MM-dd HH:mm:ss"_qs))
+                    .arg(file.finalSize())
+                    .arg(RecordedBytes::needsBase(file) ? u"of which those that differ are in the record"_qs
+                                                        : u"all in the record"_qs)
+                    .arg(stateText(state));
+    }
+    return print(text) ? Done : Failed;
+}
+
+int RecoverTool::restore(const QCommandLineParser& options) {
+    int exit = Done;
+    const std::optional<Opened> opened = open(options.positionalArguments().value(1), exit);
+    if (!opened)
+        return exit;
+    const RecordedFile* file = choose(opened->record, options, exit);
+    if (file == nullptr)
+        return exit;
+    const int base = openBase(*opened, *file, options, exit);
+    if (exit != Done)
+        return exit;
+    exit = write(*opened, *file, base, options);
+    if (base >= 0)
+        ::close(base);
+    return exit;
+}
+
+int RecoverTool::drop(const QCommandLineParser& options) {
+    int exit = Done;
+    for (const QString& name : options.positionalArguments().mid(1)) {
+        int problem = Done;
+        const std::unique_ptr<RecordFile> file = openFile(name, problem);
+        if (file != nullptr && !file->remove())
+            problem = say(Failed, u"%1: %2"_qs.arg(name, SystemError::fromErrno(errno).description));
+        exit = std::max(exit, problem);
+    }
+    return exit;
+}
+
+std::unique_ptr<RecordFile> RecoverTool::openFile(const QString& name, int& exit) const {
+    const QString suffix = QLatin1String(SaveRecovery::RecordSuffix);
+    const bool isName = !name.contains(u'/') &&
+                        (name.endsWith(suffix) || name.endsWith(suffix + QLatin1String(SaveRecovery::AsideSuffix)));
+    auto file = std::make_unique<RecordFile>(FileSystemCalls::system(), nameOf(m_folder + u'/' + name));
+    switch (isName ? file->open() : RecordFile::Opening::Missing) {
+        case RecordFile::Opening::Done:
+            return file;
+        case RecordFile::Opening::Missing:
+            exit = say(Missing, u"%1: no such record"_qs.arg(name));
+            break;
+        case RecordFile::Opening::InUse:
+            exit = say(Failed, u"%1: a running program uses it"_qs.arg(name));
+            break;
+        case RecordFile::Opening::Refused:
+            exit = say(Failed, u"%1: not a file of your own, or not readable"_qs.arg(name));
+            break;
+    }
+    return nullptr;
+}
+
+std::optional<RecoverTool::Opened> RecoverTool::open(const QString& name, int& exit) const {
+    std::unique_ptr<RecordFile> file = openFile(name, exit);
+    if (file == nullptr)
+        return {};
+    SystemError error;
+    std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file->handle(), error);
+    if (record)
+        return Opened{std::move(file), std::move(*record)};
+    exit = error ? say(Failed, u"%1: %2"_qs.arg(name, error.description)) : say(Unfit, u"%1: damaged"_qs.arg(name));
+    return {};
+}
+
+const RecordedFile* RecoverTool::choose(const SaveRecord& record, const QCommandLineParser& options, int& exit) const {
+    const std::vector<RecordedFile>& files = record.files();
+    if (!options.isSet(OfOption)) {
+        if (files.size() == 1)
+            return &files.front();
+        exit = say(Misused, u"the record has %1 files; name one with --of"_qs.arg(files.size()));
+        return nullptr;
+    }
+    const QString path = options.value(OfOption);
+    const auto found =
+        std::ranges::find_if(files, [&](const RecordedFile& file) { return QFile::decodeName(file.path) == path; });
+    if (found != files.end())
+        return &*found;
+    exit = say(Missing, u"%1: not in the record"_qs.arg(path));
+    return nullptr;
+}
+
+int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const QCommandLineParser& options,
+                          int& exit) const {
+    if (!RecordedBytes::needsBase(file))
+        return -1;
+    FileSystemCalls& calls = FileSystemCalls::system();
+    const bool isNamed = options.isSet(BaseOption);
+    const QByteArray name = isNamed ? nameOf(options.value(BaseOption)) : file.path;
+    const WriteState state = RecordedWrite(calls, opened.file->handle(), file).state();
+    if (!isNamed && state != WriteState::Whole && state != WriteState::Partial) {
+        exit = say(Unfit,
+                   u"%1: the record holds only what differs from the file as it was, and the file %2; "
+                   "name one like it with --base"_qs.arg(shown(file.path), stateText(state)));
+        return -1;
+    }
+    struct stat status {};
+    const int handle =
+        calls.open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (isNamed ? 0 : O_NOFOLLOW));
+    if (handle >= 0 && calls.fstat(handle, &status) == 0 && S_ISREG(status.st_mode))
+        return handle;
+    exit = say(Failed, u"%1: cannot be read"_qs.arg(shown(name)));
+    if (handle >= 0)
+        calls.close(handle);
+    return -1;
+}
+
+int RecoverTool::write(const Opened& opened, const RecordedFile& file, int base,
+                       const QCommandLineParser& options) const {
+    const QString path = QDir::current().absoluteFilePath(options.positionalArguments().value(2));
+    RecordedBytes source(FileSystemCalls::system(), opened.file->handle(), file, base);
+    struct stat status {};
+    const bool exists = ::lstat(nameOf(path).constData(), &status) == 0;
+    if (exists && S_ISLNK(status.st_mode))
+        return say(Failed, u"%1: a link is not followed"_qs.arg(path));
+    if (exists && !options.isSet(OverwriteOption))
+        return say(Failed, u"%1: exists; --overwrite writes into it"_qs.arg(path));
+    struct stat based {};
+    if (exists && base >= 0 && ::fstat(base, &based) == 0 && based.st_dev == status.st_dev &&
+        based.st_ino == status.st_ino)
+        return say(Failed, u"%1: is read and cannot be written at the same time"_qs.arg(path));
+    if (exists) {
+        const SystemError error = UserFileWriter().write(path, source).error;
+        return error ? say(Failed, error.description) : Done;
+    }
+    const SystemError error = writeNew(nameOf(path), source);
+    return error ? say(Failed, u"%1: %2"_qs.arg(path, error.description)) : Done;
+}
+
+int RecoverTool::say(ExitCode code, const QString& text) const {
+    const QString hint = code == Misused ? u"Try quillmark-recover --help.\n"_qs : QString();
+    const QByteArray bytes = u"quillmark-recover: %1\n%2"_qs.arg(text, hint).toUtf8();
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
+    return code;
+}

@@ -1,0 +1,124 @@
+#include "LoggedCalls.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+QByteArray withPiece(QByteArray bytes, off_t offset, const iovec* parts, int count, ssize_t length) {
+    const auto end = static_cast<qsizetype>(offset + length);
+    const qsizetype before = bytes.size();
+    bytes.resize(std::max(end, before));
+    std::fill(bytes.begin() + before, bytes.end(), '\0');
+    char* to = bytes.data() + offset;
+    for (int i = 0; i < count && length > 0; ++i) {
+        const auto part = std::min(static_cast<ssize_t>(parts[i].iov_len), length);
+        std::copy_n(static_cast<const char*>(parts[i].iov_base), part, to);
+        to += part;
+        length -= part;
+    }
+    return bytes;
+}
+
+}  // namespace
+
+/// Folders that were made by other means appear when something is made in them.
+void LoggedCalls::noteFolders(const QByteArray& path) {
+    const QByteArray folder = path.left(path.lastIndexOf('/'));
+    if (folder.size() <= m_root.size() || m_disk.fileOf(folder) == WeakDisk::Folder)
+        return;
+    noteFolders(folder);
+    m_disk.setName(folder, WeakDisk::Folder);
+}
+
+int LoggedCalls::open(const char* path, int flags, mode_t mode) {
+    const std::scoped_lock lock(m_mutex);
+    if (m_refusesNewFiles && (flags & O_CREAT) != 0) {
+        errno = ENOSPC;
+        return -1;
+    }
+    const int handle = FileSystemCalls::open(path, flags, mode);
+    if (handle < 0)
+        return handle;
+    if ((flags & O_DIRECTORY) != 0) {
+        const QByteArray name(path);
+        m_folders[handle] = name.endsWith('/') ? name.chopped(1) : name;
+        return handle;
+    }
+    WeakDisk::FileId file = m_disk.fileOf(path);
+    if (file < 0 && (flags & O_CREAT) != 0) {
+        noteFolders(path);
+        file = m_disk.addFile({});
+        m_disk.setName(path, file);
+    }
+    m_files[handle] = file;
+    return handle;
+}
+
+ssize_t LoggedCalls::pwritev(int handle, const iovec* parts, int count, off_t offset) {
+    const std::scoped_lock lock(m_mutex);
+    ++m_writes;
+    if (m_failAt > 0 && m_writes > m_failAt) {
+        errno = EIO;
+        return -1;
+    }
+    const bool isPart = m_failAt > 0 && m_writes == m_failAt;
+    const iovec part{parts[0].iov_base, parts[0].iov_len / 2};
+    const iovec* written = isPart ? &part : parts;
+    const ssize_t length = FileSystemCalls::pwritev(handle, written, isPart ? 1 : count, offset);
+    const WeakDisk::FileId file = m_files[handle];
+    if (length > 0 && file >= 0)
+        m_disk.setFile(file, withPiece(m_disk.bytes(file), offset, written, count, length));
+    return length;
+}
+
+int LoggedCalls::ftruncate(int handle, off_t length) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::ftruncate(handle, length);
+    const WeakDisk::FileId file = m_files[handle];
+    if (result == 0 && file >= 0) {
+        QByteArray bytes = m_disk.bytes(file);
+        const qsizetype before = bytes.size();
+        bytes.resize(length);
+        std::fill(bytes.begin() + std::min(before, bytes.size()), bytes.end(), '\0');
+        m_disk.setFile(file, bytes);
+    }
+    return result;
+}
+
+int LoggedCalls::fsync(int handle) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::fsync(handle);
+    if (const auto folder = m_folders.find(handle); result == 0 && folder != m_folders.end())
+        m_disk.flushFolder(folder->second);
+    if (const auto file = m_files.find(handle); result == 0 && file != m_files.end() && file->second >= 0)
+        m_disk.flushFile(file->second);
+    return result;
+}
+
+int LoggedCalls::close(int handle) {
+    const std::scoped_lock lock(m_mutex);
+    m_files.erase(handle);
+    m_folders.erase(handle);
+    return FileSystemCalls::close(handle);
+}
+
+int LoggedCalls::unlink(const char* path) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::unlink(path);
+    if (result == 0)
+        m_disk.setName(path, WeakDisk::NoFile);
+    return result;
+}
+
+int LoggedCalls::rename(const char* from, const char* to) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::rename(from, to);
+    if (result == 0) {
+        m_disk.setName(to, m_disk.fileOf(from));
+        m_disk.setName(from, WeakDisk::NoFile);
+    }
+    return result;
+}

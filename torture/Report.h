@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <map>
+
+/// What was tried, and what fell short. Owned by main.
+class Report {
+ public:
+    /// Counts one trial of this kind ("faults", "states").
+    void count(const char* kind, qint64 number = 1) { m_counts[kind] += number; }
+    /// A promise that was broken; the first ones are printed at once.
+    void fault(const QByteArray& scene, const QByteArray& what);
+    qint64 faults() const { return m_faults; }
+    void print() const;
+
+ private:
+    std::map<QByteArray, qint64> m_counts;
+    std::map<QByteArray, int> m_ofScene;
+    qint64 m_faults = 0;
+};

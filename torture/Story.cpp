@@ -1,0 +1,68 @@
+#include "Story.h"
+
+#include "Contents.h"
+
+namespace {
+
+QByteArray withBlocksOf(QByteArray bytes, const QByteArray& other, std::initializer_list<qsizetype> blocks) {
+    constexpr qsizetype Block = 512;
+    for (const qsizetype block : blocks)
+        bytes.replace(block * Block, Block, other.mid(block * Block, Block));
+    return bytes;
+}
+
+Story grown(const char* name, qsizetype before, qsizetype after) {
+    return {name, noise(before, 1), {{noise(after, 2)}}};
+}
+
+}  // namespace
+
+std::vector<Story> stories() {
+    const QByteArray first = noise(6'000, 1);
+    const QByteArray second = noise(6'000, 2);
+    const QByteArray large = noise(30'000, 3);
+    const QByteArray someOfLarge = withBlocksOf(large, noise(30'000, 4), {0, 3, 4, 40, 58});
+    return {
+        grown("grows", 3'000, 9'000),
+        grown("grows within a block", 100, 300),
+        grown("shrinks", 9'000, 3'000),
+        grown("shrinks within a block", 1'000, 600),
+        grown("same size", 6'000, 6'000),
+        grown("from nothing", 0, 5'000),
+        grown("to nothing", 5'000, 0),
+        grown("to whole blocks", 700, 4'096),
+        {"new", std::nullopt, {{second}}},
+        {"new and saved again", std::nullopt, {{first}, {second.left(2'000)}}},
+        {"bytes", large, {{someOfLarge, 4'096, false}}},
+        {"bytes, more than before", first, {{someOfLarge, 4'096, false}}},
+        {"bytes, fewer than before", large, {{first, 4'096, false}}},
+        {"bytes that are cut", large, {{someOfLarge.left(20'000), 4'096}}},
+        {"several at once", first, {{second.left(4'000)}}, 4},
+        {"saved twice", first, {{second}, {large}}},
+        {"undone and saved", first, {{second}, {first}}},
+        {"partly undone and saved", first, {{second}, {withBlocksOf(second, first, {1, 3, 5})}}},
+        {"undone and saved without a record", first, {{second}, {first, 0, true, 0, false}}},
+        {"partly undone and saved without a record",
+         first,
+         {{second}, {withBlocksOf(second, first, {1, 3, 5}), 0, true, 0, false}}},
+        {"failed, then saved", first, {{second, 0, true, 2}, {large}}},
+        {"failed, undone and saved", first, {{second, 0, true, 2}, {first}}},
+        {"failed, partly undone and saved", first, {{second, 0, true, 2}, {withBlocksOf(first, second, {0, 4})}}},
+        {"failed, undone and saved without a record", first, {{second, 0, true, 2}, {first, 0, true, 0, false}}},
+        {"failed twice", first, {{second, 0, true, 2}, {large, 0, true, 2}}},
+        {"many times", first, {{second}, {first.left(3'000)}, {second}, {first}, {second.left(100)}}},
+    };
+}
+
+/// What was reported last, and all that was begun since.
+bool Promises::allows(int place, const Contents& contents) const {
+    bool isAllowed = false;
+    for (const Event& event : m_events) {
+        if (event.place > place)
+            break;
+        const bool isThat =
+            event.isAnything || event.contents == contents || (!event.contents && contents && contents->isEmpty());
+        isAllowed = event.isSaved ? isThat : isAllowed || isThat;
+    }
+    return isAllowed;
+}

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "WeakDisk.h"
+
+#include <QByteArray>
+
+#include <optional>
+#include <vector>
+
+/// Saves of one or several files one after the other, and what of them is promised when. Owned by PowerRun.
+struct Story {
+    struct Step {
+        QByteArray bytes;
+        qsizetype part = 0;  ///< 0: all in memory; otherwise a source that supplies so many bytes at a time
+        bool cuts = true;
+        int failAtWrite = 0;  ///< this write of the step fails half-way
+        bool hasRecord = true;
+    };
+
+    const char* name;
+    std::optional<QByteArray> before;  ///< nothing: the first step makes the file
+    std::vector<Step> steps;
+    int files = 1;  ///< written at the same time by as many threads
+};
+
+std::vector<Story> stories();
+
+/// Which contents a file may have after a power cut at each place of the log. Nothing stands for no file. A plain
+/// value.
+class Promises {
+ public:
+    using Contents = std::optional<QByteArray>;
+
+    explicit Promises(Contents before) { m_events.push_back({0, true, std::move(before)}); }
+
+    void begun(int place, Contents contents) { m_events.push_back({place, false, std::move(contents)}); }
+    /// A save without a record: nothing is promised until it is reported.
+    void begunWithoutRecord(int place) { m_events.push_back({place, false, std::nullopt, true}); }
+    /// The save was reported as done.
+    void reported(int place, Contents contents) { m_events.push_back({place, true, std::move(contents)}); }
+
+    bool allows(int place, const Contents& contents) const;
+
+ private:
+    struct Event {
+        int place;
+        bool isSaved;
+        Contents contents;
+        bool isAnything = false;
+    };
+    std::vector<Event> m_events;
+};
