@@ -28,29 +28,31 @@ void forEachFault(const std::vector<CallKind>& kinds, Try attempt) {
 }  // namespace
 
 void FaultRun::run() {
-    for (const Scene& scene : scenes()) {
-        if (m_effort.isOver())
-            return;
-        if (!scene.isLarge() || m_effort.isLong())
-            tryScene(scene);
+    for (const bool inRecoveries : {false, true}) {
+        for (const Scene& scene : scenes()) {
+            if (!m_effort.isOver() && (!scene.isLarge() || m_effort.isLong()))
+                tryScene(scene, inRecoveries);
+        }
     }
 }
 
-void FaultRun::tryScene(const Scene& scene) {
+void FaultRun::tryScene(const Scene& scene, bool inRecoveries) {
     SceneFiles files(m_root, scene);
     if (!files.prepare()) {
         m_report.count("scenes that this file system cannot show");
         return;
     }
-    m_report.count("scenes of faults");
+    m_report.count(inRecoveries ? "scenes of faults in a recovery" : "scenes of faults in a save");
     FaultyCalls undisturbed;
     const std::vector<CallKind> kinds = saveOnce(files, undisturbed);
     recover(files, FileSystemCalls::system());
     files.examine(m_report, "without a fault");
     forEachFault(kinds, [&](Fault fault) {
-        if (!m_effort.isOver() && m_effort.takes())
+        if (m_effort.isOver() || !m_effort.takes())
+            return;
+        if (!inRecoveries)
             trySave(files, fault);
-        if (!m_effort.isOver() && fault.reach == Reach::Everything && !scene.isLarge())
+        else if (fault.reach == Reach::Everything && !scene.isLarge())
             tryRecovery(files, fault);
     });
 }
@@ -82,7 +84,7 @@ void FaultRun::tryRecovery(SceneFiles& files, Fault kill) {
     FaultyCalls undisturbed;
     recover(files, undisturbed);
     forEachFault(undisturbed.kinds(), [&](Fault fault) {
-        if (m_effort.isOver() || !m_effort.takes() || !m_effort.takes())
+        if (m_effort.isOver() || !m_effort.takes())
             return;
         FaultyCalls again(kill);
         saveOnce(files, again);

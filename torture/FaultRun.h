@@ -19,7 +19,8 @@ class FaultRun {
     void run();
 
  private:
-    void tryScene(const Scene& scene);
+    /// All faults in saves come before the many more in recoveries.
+    void tryScene(const Scene& scene, bool inRecoveries);
     std::vector<CallKind> saveOnce(SceneFiles& files, FaultyCalls& calls) const;
     void recover(const SceneFiles& files, FileSystemCalls& calls) const;
     void trySave(SceneFiles& files, Fault fault);

@@ -86,6 +86,7 @@ void PowerRun::playStep(const Story::Step& step, LoggedCalls& calls, WriteWitnes
     if (m_story->files == 1)
         return saveFile(0, step, calls, records);
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(m_story->files));
     for (int i = 0; i < m_story->files; ++i)
         threads.emplace_back([&, i] { saveFile(i, step, calls, records); });
     for (std::thread& thread : threads)

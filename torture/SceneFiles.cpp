@@ -37,7 +37,7 @@ QByteArray accessList() {
 }
 
 QByteArray changed(const QByteArray& oldBytes, const Scene& scene, quint64 seed) {
-    const QByteArray fresh = noise(scene.after, seed);
+    QByteArray fresh = noise(scene.after, seed);
     if (scene.change == Scene::Change::All)
         return fresh;
     QByteArray bytes = oldBytes.left(scene.after);
@@ -76,7 +76,7 @@ void emptyFolder(const QByteArray& folder) {
 
 SceneFiles::SceneFiles(QByteArray root, const Scene& scene) : m_root(std::move(root)), m_scene(scene) {
     for (int i = 0; i < scene.files; ++i) {
-        const auto seed = static_cast<quint64>(2 * i);
+        const quint64 seed = 2 * static_cast<quint64>(i);
         const QByteArray oldBytes = noise(qMax<qint64>(0, scene.before), seed + 100);
         const QByteArray target = m_root + "/files/file" + QByteArray::number(i);
         const bool isLink = scene.place == Scene::Place::Link || scene.place == Scene::Place::LinkToNothing;

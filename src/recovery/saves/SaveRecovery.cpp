@@ -83,17 +83,24 @@ class SaveRecovery::Record {
  private:
     void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
         const WriteState state = write.state();
-        if (state == WriteState::Other && target)
-            m_others.insert(*target);
-        else if (state == WriteState::Other)
-            m_isOfMissing = true;
-        else if (!target || state == WriteState::Unknown)
-            m_isLeft = true;
-        else if (state == WriteState::Whole ? bool(write.confirm()) : !makeLast() || write.complete())
-            m_isLeft = true;
-        else
+        if (state == WriteState::Other) {
+            if (target)
+                m_others.insert(*target);
+            else
+                m_isOfMissing = true;
+        } else if (target && isSettled(write, state)) {
             settled.insert(*target);
+        } else {
+            m_isLeft = true;
+        }
         m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
+    }
+
+    /// Whether the file has its new contents for certain, or has them now.
+    bool isSettled(const RecordedWrite& write, WriteState state) {
+        if (state == WriteState::Whole)
+            return !write.confirm();
+        return state == WriteState::Partial && makeLast() && !write.complete();
     }
 
     /// The process may have been killed before the record was on the disk.
