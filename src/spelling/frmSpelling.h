@@ -89,7 +89,7 @@ class frmSpelling : public QDialog {
     std::size_t m_current;         ///< the dictionary in use
     std::size_t m_working;         ///< the last one that could be loaded; behind the list: none yet
     std::vector<bool> m_isBroken;  ///< dictionaries that could not be loaded
-    QString m_error;  ///< of the last dictionary that failed
+    QString m_error;               ///< of the last dictionary that failed
     bool m_hasFailed = false;
     QTimer m_timer;
     QElapsedTimer m_sinceDecision;
