@@ -37,6 +37,7 @@ choose() {
 helpEntry() { choose "$1" alt+h; }
 toolsEntry() { choose "$1" alt+w Left Left Left; }
 
+# shellcheck disable=SC2119  # without a file
 PATH=$programs:$PATH startProgram
 waitFor 60 windowOf 'Document1' || fail "no window"
 focusWindow
@@ -81,6 +82,7 @@ expectEnd
 # A desktop that has none of these: only the directories of this script are looked in.
 rm "$programs"/*
 : >"$scratch/started"
+# shellcheck disable=SC2119  # without a file
 PATH=$programs startProgram
 waitFor 60 windowOf 'Document1' || fail "no window without programs"
 focusWindow

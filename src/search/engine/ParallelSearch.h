@@ -22,8 +22,8 @@ struct SearchedStep {
 ///
 /// Replacements are written by the same threads: a file's only when all files before it were searched, so that after a
 /// cancel the files that were changed are those up to one of them. Behind a directory that cannot be listed, and a file
-/// in which the expression gave up, nothing is written until take() is called again. A file that was changed meanwhile, by this search
-/// under another name or by somebody else, is searched again before it is written.
+/// in which the expression gave up, nothing is written until take() is called again. A file that was changed meanwhile,
+/// by this search under another name or by somebody else, is searched again before it is written.
 ///
 /// Created, used and destroyed in one thread, which never waits for a file: destroying it cancels the search, and its
 /// threads end by themselves. It does not run the event loop.
