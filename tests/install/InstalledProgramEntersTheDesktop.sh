@@ -32,7 +32,11 @@ state() {
 }
 
 cmake --install "$QUILLMARK_BUILD" --prefix "$scratch/prefix" >/dev/null
-printf '# mine\n[Default Applications]\ntext/plain=vim.desktop' >"$home/.config/mimeapps.list"
+# The tools count a program only when it has an entry.
+mkdir -p "$home/.local/share/applications"
+printf '[Desktop Entry]\nType=Application\nName=Mine\nExec=true %%f\nMimeType=text/plain;\n' \
+    >"$home/.local/share/applications/mine.desktop"
+printf '# mine\n[Default Applications]\ntext/plain=mine.desktop' >"$home/.config/mimeapps.list"
 before=$(state)
 
 order -r 8
@@ -40,7 +44,7 @@ order -r 8
 [[ $(stored HKCR/.qmp --default) == Quillmark.qmp ]] || fail "projects are not registered in the store"
 [[ $(inHome xdg-mime query default application/x-quillmark-project) == Quillmark.desktop ]] ||
     fail "projects do not open in the program"
-[[ $(inHome xdg-mime query default text/plain) == vim.desktop ]] || fail "another program's type was taken"
+[[ $(inHome xdg-mime query default text/plain) == mine.desktop ]] || fail "another program's type was taken"
 entry=$home/.local/share/applications/Quillmark.desktop
 grep -qx "Exec=$program %f" "$entry" || fail "the entry starts something else: $(<"$entry")"
 said=$(desktop-file-validate "$entry" || true)

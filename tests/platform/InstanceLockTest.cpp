@@ -5,12 +5,12 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <thread>
 
 using Answer = InstanceLock::Answer;

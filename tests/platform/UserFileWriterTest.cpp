@@ -178,10 +178,10 @@ class Witness : public WriteWitness {
     class Watched : public WatchedWrite {
      public:
         explicit Watched(Witness& witness) : m_witness(witness) {}
-        void ended(bool whole, bool touched) override {
+        void ended(bool isWhole, bool isTouched) override {
             ++m_witness.ends;
-            m_witness.whole = whole;
-            m_witness.touched = touched;
+            m_witness.whole = isWhole;
+            m_witness.touched = isTouched;
         }
 
      private:

@@ -516,6 +516,7 @@ TEST_F(SaveRecording, WritesOfSeveralThreadsShareRecordsAndLeaveNone) {
     for (int i = 0; i < Threads * FilesEach; ++i)
         file(noise(1'000, 1), QString::number(i));
     std::vector<std::thread> threads;
+    threads.reserve(Threads);
     for (int thread = 0; thread < Threads; ++thread) {
         threads.emplace_back([&, thread] {
             for (int i = 0; i < FilesEach; ++i) {

@@ -159,6 +159,7 @@ TEST_F(HandOverServers, ASenderThatNeverEndsIsDroppedAtItsHeader) {
 TEST_F(HandOverServers, TheEventLoopRunsWhileSendersAreHeld) {
     serve();
     std::vector<LocalSocket> held;
+    held.reserve(100);
     for (int i = 0; i < 100; ++i)
         held.push_back(send(messageOf("/a").first(i % 11)));
     ASSERT_TRUE(hold(100));
@@ -169,6 +170,7 @@ TEST_F(HandOverServers, TheEventLoopRunsWhileSendersAreHeld) {
 TEST_F(HandOverServers, OthersWaitWhileTooManyAreHeldAndThenTakeTheirPlace) {
     serve({3, 60s, 20ms});
     std::vector<LocalSocket> held;
+    held.reserve(10);
     for (int i = 0; i < 10; ++i)
         held.push_back(connected());
     sendPath(u"/a"_qs);
