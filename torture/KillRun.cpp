@@ -6,10 +6,10 @@
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <string_view>
 
 namespace {

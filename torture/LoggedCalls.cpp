@@ -8,7 +8,7 @@
 namespace {
 
 QByteArray withPiece(QByteArray bytes, off_t offset, const iovec* parts, int count, ssize_t length) {
-    const auto end = static_cast<qsizetype>(offset + length);
+    const qsizetype end = qsizetype(offset) + qsizetype(length);
     const qsizetype before = bytes.size();
     bytes.resize(std::max(end, before));
     std::fill(bytes.begin() + before, bytes.end(), '\0');
