@@ -8,8 +8,10 @@
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
+#include "shell/start/EndSignals.h"
 #include "shell/start/HandOverEndpoint.h"
 #include "shell/start/HandOverSender.h"
+#include "shell/start/SessionEnd.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
@@ -80,6 +82,10 @@ class Program : public StartDuties {
         services.arguments = m_arguments;
         services.instanceLock = &m_lock;
         frmMain frame(services);
+        EndSignals endSignals({});
+        QObject::connect(&endSignals, &EndSignals::requested, &frame,
+                         [&frame](int signal) { frame.endFromOutside([signal] { EndSignals::endBy(signal); }); });
+        const SessionEnd sessionEnd([&frame] { frame.writeKept(); }, [&frame] { return endWithSession(frame); });
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
@@ -87,6 +93,14 @@ class Program : public StartDuties {
     }
 
  private:
+    /// Once the frame is closed, the program ends by itself.
+    static bool endWithSession(frmMain& frame) {
+        if (frame.hasEnded())
+            return false;
+        frame.endFromOutside([] { EndSignals::endBy(0); });
+        return true;
+    }
+
     /// Before anything that takes time: a later start then waits for this one.
     void becomeInstance() {
         makeRuntimeFolder();
