@@ -2,6 +2,7 @@
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
 #include "platform/Paths.h"
+#include "recovery/journals/Journals.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
 #include "settings/desktop/ShellIntegration.h"
@@ -76,9 +77,11 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(registryPath());
         QtPrompts prompts;
+        Journals journals;
         FrameServices services{prompts, registry, makeExplorer, m_tail, {}};
         services.arguments = m_arguments;
         services.instanceLock = &m_lock;
+        services.journals = &journals;
         frmMain frame(services);
         frame.Load();
         frame.show();

@@ -7,8 +7,8 @@ class EditObserver;
 class TextMap;
 
 /// Reports the edits of a held text to an observer. Owned by the control, which calls it before each edit. The library
-/// does not say which bytes it is about to insert: they are read when they are in the text, before the next edit or when
-/// the action ends. Without an observer it does nothing.
+/// does not say which bytes it is about to insert: they are read when they are in the text, before the next edit or
+/// when the action ends. Without an observer it does nothing.
 class EditReport {
  public:
     /// Both are owned by the control and outlive this object.
