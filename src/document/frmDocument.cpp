@@ -3,6 +3,7 @@
 #include "document/CloseStop.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
 #include "document/HexView.h"
 #include "document/OpenMode.h"
@@ -57,6 +58,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     connectTextView();
     connectHexView();
     makeMenus();
+    keepJournal();
     SetDocIcon(NormalIcon);
 }
 
@@ -156,6 +158,9 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
     isChange = false;
     isReadOnly = readOnly;
     SetDocIcon(readOnly ? ReadOnlyIcon : NormalIcon);
+    hideRecoveredBar();
+    if (m_journal && m_holder != m_text)
+        m_journal->giveUp();  // of the text that the bytes replace
 }
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
@@ -184,6 +189,7 @@ void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();
+    hideRecoveredBar();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
 }
 
@@ -332,6 +338,7 @@ void frmDocument::bringUp(DocumentView& chosen) {
 }
 
 void frmDocument::MarkChanged() {
+    m_isUntouchedRecovery = false;
     if (!isChange) {
         SetDocIcon(ChangedIcon);
         isChange = true;

@@ -13,12 +13,16 @@
 
 class ContextMenus;
 class DocumentHost;
+class DocumentJournal;
 class DocumentView;
+class FoundJournal;
 class HexView;
 class Prompts;
+class RecoveredBar;
 class rtCM;
 class ucHex;
 struct DocumentServices;
+struct JournalBase;
 struct Options;
 
 /// One open file: a child window of the frame with a text view and a hex view of the same file, of which exactly one is
@@ -102,6 +106,17 @@ class frmDocument : public QWidget {
     QString limitations() const;
     Q_INVOKABLE QString GetLang() const;
     Q_INVOKABLE void SetLang(const QString& pLang);
+
+    // Unsaved changes (frmDocumentRecovery.cpp)
+    /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
+    /// over its text, and goes on with their journal. False: they could not be loaded; the document is unchanged.
+    bool bringBack(std::unique_ptr<FoundJournal> found);
+    /// The user does not want the changes to be saved: the next start does not bring them back.
+    void forgetChanges();
+    /// Changes were brought back, and were neither kept nor edited yet.
+    bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
+    /// Null: none is shown.
+    QWidget* recoveredBar() const;
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
@@ -215,6 +230,8 @@ class frmDocument : public QWidget {
     void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
+    /// The user wants to see what the recovered changes are.
+    void DifferencesRequest(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
     /// program's language.
     void PropertiesRequest(const QString& path);
@@ -256,6 +273,11 @@ class frmDocument : public QWidget {
     QString checkText();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
+    void keepJournal();
+    void takeRecovered(const JournalBase& base);
+    void showRecoveredBar(const QString& sentence);
+    void hideRecoveredBar();
+    void discardRecovered();
 
     Prompts& m_prompts;
     const Options& m_options;
@@ -264,6 +286,9 @@ class frmDocument : public QWidget {
     std::unique_ptr<HexView> m_hex;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
+    RecoveredBar* m_recoveredBar = nullptr;
+    bool m_isUntouchedRecovery = false;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;
