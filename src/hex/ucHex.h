@@ -6,10 +6,13 @@
 #include "hex/HexTyping.h"
 #include "hex/bytes/HexEdits.h"
 #include "hex/bytes/HexStorage.h"
+#include "hex/bytes/ObservedBytes.h"
 #include "hex/find/HexFindTarget.h"
 
 #include <QWidget>
 
+class HexEditObserver;
+class HexReplay;
 class Prompts;
 class QKeyEvent;
 enum class BlockForm;
@@ -46,6 +49,16 @@ class ucHex : public QWidget, public HexFindTarget {
     Q_INVOKABLE bool OpenFile(const QString& pFileName);
     /// Writes the copy over the file when it was modified, or with `force` in any case.
     Q_INVOKABLE bool SaveFile(const QString& pFileName, bool force);
+
+    /// Makes edits of an earlier process again.
+    using Replay = std::function<void(HexReplay& replay)>;
+    /// Loads the bytes as they were before these edits, and makes the edits again. The view then counts as modified, so
+    /// that a save writes all of it. False: the view is closed, and has shown no message.
+    bool bringBack(const QString& base, const Replay& replay);
+    /// Is notified of each change of the bytes from now on. Null: none. It must outlive the view or be removed.
+    void setEditObserver(HexEditObserver* observer);
+    const HexEdits& edits() const { return m_edits; }
+    const WorkingCopy& workingCopy() const { return m_copy; }
 
     bool FileOpen() const { return m_fileOpen; }
     bool Modified() const { return m_edits.modified(); }
@@ -162,7 +175,10 @@ class ucHex : public QWidget, public HexFindTarget {
     void connectParts();
     void DisableHexControls();
     void EnableHexControls();
-    bool LoadFile(const QString& pFileName);
+    bool openAs(const QString& path, const Replay& replay);
+    bool LoadFile(const QString& pFileName, const Replay& replay);
+    SystemError fillCopy(const QString& path, const Replay& replay);
+    void reportHalf(HexCell cell);
     CopyProgress SetProgress();
     void setFree();
     bool writeOver(const QString& target);
@@ -186,6 +202,8 @@ class ucHex : public QWidget, public HexFindTarget {
     const Options& m_options;
     HexFindState& m_findState;
     WorkingCopy m_copy;
+    ObservedBytes m_bytes;
+    HexEditObserver* m_observer = nullptr;
     HexEdits m_edits;
     HexPanes m_panes;
     HexTyping m_typing;
