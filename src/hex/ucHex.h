@@ -50,10 +50,10 @@ class ucHex : public QWidget, public HexFindTarget {
     /// Writes the copy over the file when it was modified, or with `force` in any case.
     Q_INVOKABLE bool SaveFile(const QString& pFileName, bool force);
 
-    /// Makes edits of an earlier process again.
-    using Replay = std::function<void(HexReplay& replay)>;
+    /// Makes edits of an earlier process again. Returns whether the bytes are to be shown then.
+    using Replay = std::function<bool(HexReplay& replay)>;
     /// Loads the bytes as they were before these edits, and makes the edits again. The view then counts as modified, so
-    /// that a save writes all of it. False: the view is closed, and has shown no message.
+    /// that a save writes all of it. False: the view is closed, and has shown no message; or it was destroyed.
     bool bringBack(const QString& base, const Replay& replay);
     /// Is notified of each change of the bytes from now on. Null: none. It must outlive the view or be removed.
     void setEditObserver(HexEditObserver* observer);
@@ -61,6 +61,8 @@ class ucHex : public QWidget, public HexFindTarget {
     const WorkingCopy& workingCopy() const { return m_copy; }
 
     bool FileOpen() const { return m_fileOpen; }
+    /// Whether the last SaveFile() wrote the bytes: without a change it had nothing to do.
+    bool wasWritten() const { return m_wasWritten; }
     bool Modified() const { return m_edits.modified(); }
     bool Locked() const { return m_locked; }
     void setLocked(bool locked) { m_locked = locked; }
@@ -213,6 +215,7 @@ class ucHex : public QWidget, public HexFindTarget {
     bool m_locked = false;
     bool m_ctrlDown = false;
     QString m_saveAsName;
+    bool m_wasWritten = false;
     bool m_isBusy = false;       ///< a load or save is running
     bool m_wasRefused = false;   ///< a save, while another one was running
     bool m_hasUnmarked = false;  ///< bytes were replaced or filled since the last load or save

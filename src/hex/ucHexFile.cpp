@@ -1,6 +1,7 @@
 // Loading a file into the view and saving it.
 
 #include "hex/PacedProgress.h"
+#include "hex/bytes/HexEditObserver.h"
 #include "hex/bytes/HexReplay.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
@@ -89,6 +90,8 @@ bool ucHex::openAs(const QString& path, const Replay& replay) {
 bool ucHex::LoadFile(const QString& pFileName, const Replay& replay) {
     const QPointer<ucHex> guard(this);
     m_fileOpen = false;
+    if (m_observer != nullptr)
+        m_observer->unloaded();
     const SystemError error = fillCopy(pFileName, replay);
     if (!guard)
         return false;
@@ -116,13 +119,12 @@ SystemError ucHex::fillCopy(const QString& path, const Replay& replay) {
     setEditObserver(nullptr);
     YieldPace pace;
     HexReplay edits(m_edits, m_copy, [&] { return !pace.due() || progress(AllDone); });
-    replay(edits);
+    const bool isWanted = replay(edits);
     if (edits.error().number == ECANCELED)
         return edits.error();  // this object may be destroyed
     setEditObserver(observer);
-    if (!edits.error())
-        m_edits.setModified();
-    return edits.error();
+    m_edits.setModified();
+    return isWanted || edits.error() ? edits.error() : SystemError::fromErrno(EEXIST);
 }
 
 /// Otherwise the status bar says why not, until what is running has ended. A scan removes the text by itself.
@@ -152,6 +154,7 @@ void ucHex::setHasUnmarked(bool hasUnmarked) {
 }
 
 bool ucHex::SaveFile(const QString& pFileName, bool force) {
+    m_wasWritten = false;
     if (!maySave())
         return false;
     if (!m_fileOpen)
@@ -184,6 +187,7 @@ bool ucHex::writeOver(const QString& target) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
+    m_wasWritten = true;
     setHasUnmarked(false);
     m_panes.paintMarks();
     m_panes.parts().ProgressBar1->hide();

@@ -22,7 +22,10 @@ class HexRecovery : public HexFixture {
     /// A second view of the file as it was, with the edits of the first one.
     bool bringBack() {
         m_second = std::make_unique<ucHex>(m_prompts, m_options, m_findState);
-        return m_second->bringBack(at(u"file"_qs), [this](HexReplay& replay) { m_seen.repeatIn(replay); });
+        return m_second->bringBack(at(u"file"_qs), [this](HexReplay& replay) {
+            m_seen.repeatIn(replay);
+            return true;
+        });
     }
     void expectSame() {
         ASSERT_TRUE(bringBack());
@@ -70,7 +73,7 @@ TEST_F(HexRecovery, HasReplacedAndFilledBytes) {
     EXPECT_EQ(bytesOf(at(u"file"_qs)), workingBytes());
 }
 
-TEST_F(HexRecovery, IsNotNotifiedOfALoadASaveOrARefusedEdit) {
+TEST_F(HexRecovery, IsNotNotifiedOfASaveOrARefusedEdit) {
     openObserved(someBytes(5000));
     EXPECT_TRUE(m_hex->SaveFile(at(u"copy"_qs), true));
     m_hex->setLocked(true);
@@ -79,7 +82,7 @@ TEST_F(HexRecovery, IsNotNotifiedOfALoadASaveOrARefusedEdit) {
     m_hex->setLocked(false);
     EXPECT_TRUE(m_hex->OpenFile(at(u"copy"_qs)));
     m_hex->cmdUndo();
-    EXPECT_EQ(m_seen.names, Names());
+    EXPECT_EQ(m_seen.names, Names({"unloaded"}));
 }
 
 TEST_F(HexRecovery, IsNotNotifiedAnyMoreOnceTheObserverIsRemoved) {
@@ -99,6 +102,7 @@ TEST_F(HexRecovery, OfEditsThatTheFileHasNoPlaceForClosesTheViewWithoutAMessage)
     const auto wrong = [](HexReplay& replay) {
         replay.type(FilePosition(1), {0, 0}, 1);
         replay.write(FilePosition(101), "x");
+        return true;
     };
     EXPECT_FALSE(m_hex->bringBack(shorter, wrong));
     EXPECT_FALSE(m_hex->FileOpen());
@@ -107,6 +111,10 @@ TEST_F(HexRecovery, OfEditsThatTheFileHasNoPlaceForClosesTheViewWithoutAMessage)
     EXPECT_FALSE(m_hex->bringBack(at(u"missing"_qs), wrong));
     EXPECT_EQ(m_prompts.messages, QStringList());
     EXPECT_TRUE(m_hex->OpenFile(shorter));
+    // Nor is anything shown that the caller does not want.
+    EXPECT_FALSE(m_hex->bringBack(shorter, [](HexReplay&) { return false; }));
+    EXPECT_FALSE(m_hex->FileOpen());
+    EXPECT_EQ(m_prompts.messages, QStringList());
 }
 
 TEST_F(HexRecovery, EndsWhenTheViewIsDestroyedMeanwhile) {
@@ -121,6 +129,7 @@ TEST_F(HexRecovery, EndsWhenTheViewIsDestroyedMeanwhile) {
             replay.type(FilePosition(1), {0, 0}, 1);
         EXPECT_EQ(replay.error().number, ECANCELED);
         isOver = true;
+        return true;
     }));
     EXPECT_TRUE(isOver);
     EXPECT_EQ(m_second, nullptr);
@@ -129,9 +138,12 @@ TEST_F(HexRecovery, EndsWhenTheViewIsDestroyedMeanwhile) {
 TEST_F(HexRecovery, NotifiesItsObserverOfWhatFollows) {
     file(someBytes(100));
     m_hex->setEditObserver(&m_seen);
-    ASSERT_TRUE(m_hex->bringBack(at(u"file"_qs), [](HexReplay& replay) { replay.type(FilePosition(1), {0, 0}, 1); }));
-    EXPECT_EQ(m_seen.names, Names());
+    ASSERT_TRUE(m_hex->bringBack(at(u"file"_qs), [](HexReplay& replay) {
+        replay.type(FilePosition(1), {0, 0}, 1);
+        return true;
+    }));
+    EXPECT_EQ(m_seen.names, Names({"unloaded"}));
     m_hex->cmdUndo();
-    EXPECT_EQ(m_seen.names, Names({"took back"}));
+    EXPECT_EQ(m_seen.names, Names({"unloaded", "took back"}));
     EXPECT_EQ(workingBytes(), someBytes(100));
 }

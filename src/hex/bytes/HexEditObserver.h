@@ -7,13 +7,15 @@
 struct HexBlock;
 struct HexUndoEntry;
 
-/// Is notified of each change of a working copy that was not loaded or saved, once it is made: typed, undone, replaced,
-/// filled. Whoever repeats the same changes in the same order on the same bytes has the same bytes, marks and undo log
-/// (see HexReplay). Called in the window's thread; does not run the event loop and does not change the view.
+/// Is notified of each change of a working copy since it was loaded, once it is made: typed, undone, replaced, filled.
+/// Whoever repeats the same changes in the same order on the same bytes has the same bytes, marks and undo log (see
+/// HexReplay). Called in the window's thread; does not run the event loop and does not change the view.
 class HexEditObserver {
  public:
     virtual ~HexEditObserver() = default;
 
+    /// The working copy is given up for another one: no change that was reported is in the next.
+    virtual void unloaded() = 0;
     /// The first of the two digits of a byte was typed, which is `byte` if it stays the only one. The working copy is
     /// unchanged; the next call is about the complete byte.
     virtual void halfTyped(FilePosition page, HexCell cell, quint8 byte) = 0;

@@ -2,7 +2,11 @@
 
 #include "hex/bytes/HexBlock.h"
 #include "hex/bytes/HexEdits.h"
+#include "platform/FileReader.h"
 
+#include <QByteArray>
+
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -10,6 +14,8 @@ namespace {
 
 /// The watch is called once for so many edits.
 constexpr int EditsOfAWatch = 256;
+/// Compared at once.
+constexpr qint64 BlockSize = 256 * 1024;
 
 }  // namespace
 
@@ -21,9 +27,14 @@ bool HexReplay::begin() {
     if (!goesOn() || ++m_sinceWatch < EditsOfAWatch)
         return goesOn();
     m_sinceWatch = 0;
-    if (m_watch && !m_watch())
+    return !isWatchEnding();
+}
+
+bool HexReplay::isWatchEnding() {
+    const bool isEnding = m_watch && !m_watch();
+    if (isEnding)
         m_error = SystemError::fromErrno(ECANCELED);
-    return goesOn();
+    return isEnding;
 }
 
 void HexReplay::refuse() {
@@ -56,10 +67,26 @@ void HexReplay::fill(const HexBlock& block, quint8 byte) {
         return;
     if (block.first.number() < 1 || block.last < block.first || block.last.number() > m_bytes.length())
         return refuse();
-    bool isEnded = false;
-    const HexBlock::Filled filled = block.fill(m_bytes, byte, [&](int) {
-        isEnded = m_watch && !m_watch();
-        return !isEnded;
-    });
-    m_error = isEnded ? SystemError::fromErrno(ECANCELED) : filled.error;
+    const HexBlock::Filled filled = block.fill(m_bytes, byte, [this](int) { return !isWatchEnding(); });
+    if (filled.error)
+        m_error = filled.error;
+}
+
+bool HexReplay::isSameAs(const QString& path) {
+    FileReader reader;
+    if (!goesOn() || reader.open(path) || reader.size() != m_bytes.length())
+        return false;
+    QByteArray there(BlockSize, Qt::Uninitialized);
+    QByteArray here(BlockSize, Qt::Uninitialized);
+    for (FilePosition at; !isWatchEnding(); at = at + BlockSize) {
+        const qint64 count = reader.read(there.data(), BlockSize);
+        if (count <= 0)
+            return count == 0 && Offset(at).number() >= m_bytes.length();
+        if (m_bytes.read(at, here.data(), count) != count ||
+            !std::equal(there.cbegin(), there.cbegin() + count, here.cbegin()))
+            return false;
+        if (count < BlockSize)
+            return Offset(at).number() + count == m_bytes.length();
+    }
+    return false;
 }

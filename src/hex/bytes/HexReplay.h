@@ -3,6 +3,8 @@
 #include "hex/bytes/HexPaging.h"
 #include "platform/SystemError.h"
 
+#include <QString>
+
 #include <functional>
 #include <string_view>
 
@@ -28,6 +30,9 @@ class HexReplay {
     void write(FilePosition at, std::string_view bytes);
     void fill(const HexBlock& block, quint8 byte);
 
+    /// Whether a file has these bytes now. False as well when that cannot be found out, or the watch ended it.
+    bool isSameAs(const QString& path);
+
     /// Whether more edits are made: none are after an error.
     bool goesOn() const { return !m_error; }
     /// ECANCELED when the watch has ended it; EINVAL for an edit that the file has no place for.
@@ -35,6 +40,7 @@ class HexReplay {
 
  private:
     bool begin();
+    bool isWatchEnding();
     void refuse();
 
     HexEdits& m_edits;

@@ -12,6 +12,7 @@
 /// Keeps what an observer of edits was notified of, to be made again.
 class EditRecorder : public HexEditObserver {
  public:
+    void unloaded() override { names.emplace_back("unloaded"); }
     void halfTyped(FilePosition, HexCell, quint8) override { names.emplace_back("half"); }
     void typed(FilePosition page, HexCell cell, quint8 byte) override {
         keep("typed", [=](HexReplay& replay) { replay.type(page, cell, byte); });
