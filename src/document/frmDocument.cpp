@@ -48,6 +48,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
       m_services(services),
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
+      m_hexJournal(std::make_unique<HexJournal>(services.journals, m_hex->control())),
       m_views{m_text, m_hex.get()} {
     setObjectName(u"frmDocument"_qs);
     m_text->PropertiesLoad();
@@ -62,7 +63,11 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     SetDocIcon(NormalIcon);
 }
 
-frmDocument::~frmDocument() = default;
+/// Closed without changes: what was replaced or filled does not count as one, and nobody was asked about it.
+frmDocument::~frmDocument() {
+    if (m_life == Life::Unloaded && !isChange)
+        m_hexJournal->discard();
+}
 
 void frmDocument::layOut() {
     auto* layout = new QVBoxLayout(this);
@@ -144,6 +149,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     if (loaded && &visibleView() == &view) {
         takeFile(path, readOnly);
         m_fileState = state;
+        keepBytes(view, state);
     }
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
@@ -163,11 +169,26 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
         m_journal->giveUp();  // of the text that the bytes replace
 }
 
+/// The file is known as it was when the changes began, so that a save asks if it is another one now.
+void frmDocument::takeChanged(const JournalBase& base) {
+    takeFile(base.path, isReadOnly);
+    isChange = true;
+    m_fileState = base.state;
+    SetDocIcon(ChangedIcon);
+    refreshUpdateTimes();
+    gParent->SetTabCaption(this, true);
+    gParent->SetEditModeIcon(this);
+    Q_EMIT FileChange(this);
+}
+
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const QPointer<frmDocument> alive(this);
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
     DocumentView& view = savedView();
+    const bool isHex = &view == m_hex.get();
+    if (isHex)
+        m_hexJournal->beginSave();
     const bool saved = view.save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
@@ -177,6 +198,8 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
         takeSaved(pFilename, view);
     if (pFilename == filename)
         m_fileState = FileState::of(filename);  // after a failure too: it may be partly written
+    if (isHex)
+        m_hexJournal->endSave(saved, pFilename);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();

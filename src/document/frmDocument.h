@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/HexJournal.h"
 #include "document/PositionReport.h"
 #include "document/SaveFormats.h"
 #include "platform/FileState.h"
@@ -77,6 +78,11 @@ class frmDocument : public QWidget {
     /// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
     bool maySave();
     Q_INVOKABLE void ReloadFile();
+    /// The user does not want the unsaved changes: no journal of them is left when the document is destroyed.
+    void forgetChanges();
+    /// Shows the bytes of a journal, which was restored, as a changed document in hex mode. If it fails, or the file
+    /// has these bytes, the document loads its file again, if it has one. Yields.
+    HexJournal::Outcome bringBackBytes(FoundJournal& found);
     /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
     /// and after a load that failed: such a view is not to be written over the file unless the user names it.
     bool holdsFile() const;
@@ -258,6 +264,8 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
+    void takeChanged(const JournalBase& base);
+    void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();
     void refreshUpdateTimes();
@@ -284,6 +292,7 @@ class frmDocument : public QWidget {
     const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
+    std::unique_ptr<HexJournal> m_hexJournal;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
     std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
