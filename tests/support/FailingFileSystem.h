@@ -30,6 +30,7 @@ enum class SystemCall {
     SetMode,
     SetTimes,
     Flush,
+    StartFlush,
     Close,
     Unlink,
     Rename
@@ -128,6 +129,10 @@ class FailingFileSystem : public FileSystemCalls {
         return fails(SystemCall::SetTimes) ? -1 : FileSystemCalls::futimens(handle, times);
     }
     int fsync(int handle) override { return fails(SystemCall::Flush) ? -1 : FileSystemCalls::fsync(handle); }
+    int fdatasync(int handle) override { return fails(SystemCall::Flush) ? -1 : FileSystemCalls::fdatasync(handle); }
+    int startFlush(int handle, off_t offset, off_t length) override {
+        return fails(SystemCall::StartFlush) ? -1 : FileSystemCalls::startFlush(handle, offset, length);
+    }
     /// Closes the handle even if the call fails, as the system does.
     int close(int handle) override {
         const bool failing = fails(SystemCall::Close);
