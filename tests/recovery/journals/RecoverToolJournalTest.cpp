@@ -90,13 +90,15 @@ TEST_F(RecoverToolOfJournals, NothingIsOverwrittenAndNoLinkIsFollowed) {
     put(at(u"mine"_qs), "mine");
     ASSERT_TRUE(QFile::link(at(u"nothing"_qs), at(u"link"_qs)));
     const QStringList targets = {u"mine"_qs, u"link"_qs, u"no/such/folder"_qs};
-    for (const QString& target : targets)
+    for (const QString& target : targets) {
         EXPECT_EQ(run({u"restore"_qs, name, target}).exitCode, 3);
+    }
     EXPECT_EQ(bytesOf(at(u"mine"_qs)), "mine");
     EXPECT_FALSE(QFile::exists(at(u"nothing"_qs)));
     const QStringList options = {u"--overwrite"_qs, u"--of=x"_qs, u"--base=x"_qs};
-    for (const QString& option : options)
+    for (const QString& option : options) {
         EXPECT_EQ(run({u"restore"_qs, name, u"other"_qs, option}).exitCode, 2);
+    }
 }
 
 TEST_F(RecoverToolOfJournals, BytesAreRestoredWithTheirUndo) {
