@@ -246,7 +246,7 @@ QString JournalTool::list() const {
 
 /// Name, time of the last edit, what is the matter, and the document; a tab between them.
 QString JournalTool::line(const QString& name) const {
-    JournalFile::Opening opening;
+    JournalFile::Opening opening = JournalFile::Opening::Missing;
     const std::unique_ptr<Opened> opened = openAny(name, opening);
     if (opened == nullptr)
         return name + u"\t-\tcannot be opened"_qs;
@@ -297,7 +297,7 @@ int JournalTool::restore(const QString& name, const QString& path, bool asUtf8) 
 }
 
 int JournalTool::drop(const QString& name) const {
-    JournalFile::Opening opening;
+    JournalFile::Opening opening = JournalFile::Opening::Missing;
     const std::unique_ptr<JournalFile> file = JournalFile::open(FileSystemCalls::system(), m_folder, name, opening);
     if (file != nullptr)
         return file->remove() ? Done : say(Failed, u"%1: %2"_qs.arg(name, SystemError::fromErrno(errno).description));
@@ -309,7 +309,7 @@ int JournalTool::drop(const QString& name) const {
 }
 
 std::unique_ptr<JournalTool::Opened> JournalTool::open(const QString& name, int& exit) const {
-    JournalFile::Opening opening;
+    JournalFile::Opening opening = JournalFile::Opening::Missing;
     std::unique_ptr<Opened> opened = openAny(name, opening);
     if (opened == nullptr) {
         exit = opening == JournalFile::Opening::Missing
