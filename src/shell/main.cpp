@@ -9,8 +9,10 @@
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
+#include "shell/start/EndSignals.h"
 #include "shell/start/HandOverEndpoint.h"
 #include "shell/start/HandOverSender.h"
+#include "shell/start/SessionEnd.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
@@ -29,6 +31,10 @@ namespace {
 /// Done once the window is shown and painted: nobody needs to wait for the removal of files that a killed process left
 /// behind.
 constexpr std::chrono::seconds SweepDelay(2);
+
+/// So long an end from outside waits for the disk: in the thread of the window, and when that is busy.
+constexpr std::chrono::milliseconds FlushTime(500);
+constexpr std::chrono::milliseconds LastFlushTime(300);
 
 PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
@@ -83,6 +89,15 @@ class Program : public StartDuties {
         services.instanceLock = &m_lock;
         services.journals = &journals;
         frmMain frame(services);
+        EndSignals endSignals([&journals] { journals.flush(LastFlushTime); });
+        QObject::connect(&endSignals, &EndSignals::requested, &frame,
+                         [&](int signal) { endBy(signal, frame, journals); });
+        const SessionEnd sessionEnd(
+            [&] {
+                frame.writeKept();
+                journals.flush(FlushTime);
+            },
+            [&] { return endWithSession(frame, journals); });
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
@@ -90,6 +105,20 @@ class Program : public StartDuties {
     }
 
  private:
+    static void endBy(int signal, frmMain& frame, Journals& journals) {
+        frame.endFromOutside([signal, &journals] {
+            journals.flush(FlushTime);
+            EndSignals::endBy(signal);
+        });
+    }
+    /// Once the frame is closed, the program ends by itself.
+    static bool endWithSession(frmMain& frame, Journals& journals) {
+        if (frame.hasEnded())
+            return false;
+        endBy(0, frame, journals);
+        return true;
+    }
+
     /// Before anything that takes time: a later start then waits for this one.
     void becomeInstance() {
         makeRuntimeFolder();
