@@ -3,7 +3,9 @@
 #include "document/CloseStop.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
@@ -58,6 +60,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     connectTextView();
     connectHexView();
     makeMenus();
+    keepJournal();
     SetDocIcon(NormalIcon);
 }
 
@@ -162,18 +165,9 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
     isChange = false;
     isReadOnly = readOnly;
     SetDocIcon(readOnly ? ReadOnlyIcon : NormalIcon);
-}
-
-/// The file is known as it was when the changes began, so that a save asks if it is another one now.
-void frmDocument::takeChanged(const JournalBase& base) {
-    takeFile(base.path, isReadOnly);
-    isChange = true;
-    m_fileState = base.state;
-    SetDocIcon(ChangedIcon);
-    refreshUpdateTimes();
-    gParent->SetTabCaption(this, true);
-    gParent->SetEditModeIcon(this);
-    Q_EMIT FileChange(this);
+    hideRecoveredBar();
+    if (m_journal && m_holder != m_text)
+        m_journal->giveUp();  // of the text that the bytes replace
 }
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
@@ -207,6 +201,7 @@ void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();
+    hideRecoveredBar();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
 }
 
@@ -355,6 +350,7 @@ void frmDocument::bringUp(DocumentView& chosen) {
 }
 
 void frmDocument::MarkChanged() {
+    m_isUntouchedRecovery = false;
     if (!isChange) {
         SetDocIcon(ChangedIcon);
         isChange = true;

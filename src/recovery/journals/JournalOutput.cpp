@@ -151,7 +151,7 @@ bool JournalOutput::makeFile() {
     const std::string head = payloadOf(m_base);
     JournalEnd end{sizeof Magic, FirstSeed};
     if (!writeExactly(m_calls, m_file->handle(), {Magic, sizeof Magic}, 0) &&
-        !writeFrame(m_calls, m_file->handle(), end, HeadTag, m_backlog.front().time, {&head, 1})) {
+        !writeFrame(m_calls, m_file->handle(), end, HeadTag, m_stream->time(), {&head, 1})) {
         m_file->end = end;
         return true;
     }
@@ -198,6 +198,10 @@ void JournalOutput::noteWritten() {
 
 /// Somebody removed the file: without what was in it, edits are of no use. Contents that are whole go into a new one.
 bool JournalOutput::noteGone() {
+    if (m_copy != nullptr)
+        m_copy->discard();
+    m_copy.reset();
+    m_isBaseSettled = true;
     m_file.reset();
     m_isPublished = false;
     m_stored.reset();
@@ -267,7 +271,7 @@ void JournalOutput::noteBase(const StoredBase& base) {
 }
 
 void JournalOutput::leaveOut() {
-    if (m_copy == nullptr || m_copy->hasCopy())
+    if (m_copy == nullptr || !m_copy->isOnlyRead())
         return;
     m_copy.reset();
     m_isBaseSettled = true;
@@ -298,7 +302,7 @@ void JournalOutput::compact() {
     if (isRestored)
         target = JournalFile::createFor(*m_file);
     const ReplayedText& text = restored.text();
-    if (target == nullptr || !writeCompacted(*target, joined(text.held(), text.length()), text.jointKind())) {
+    if (target == nullptr || !writeCompacted(*target, text)) {
         if (target != nullptr)
             target->giveUp();
         // Otherwise it would be tried again with each batch.
@@ -318,15 +322,16 @@ void JournalOutput::compact() {
     m_stored.reset();
 }
 
-bool JournalOutput::writeCompacted(JournalFile& target, std::string text, JointKind kind) {
+bool JournalOutput::writeCompacted(JournalFile& target, const ReplayedText& text) {
     const std::string head = payloadOf(m_base);
     JournalEntry whole;
     whole.kind = EntryKind::Whole;
-    whole.jointKind = kind;
-    whole.length = static_cast<qint64>(text.size());
+    whole.jointKind = text.jointKind();
+    whole.joints = text.listedJoints();
+    whole.length = text.length();
     std::vector<std::string> parts(1);
     appendEntry(parts.front(), whole);
-    parts.push_back(std::move(text));
+    parts.push_back(joined(text.held(), text.length()));
     const qint64 time = m_stream->time();
     JournalEnd end{sizeof Magic, FirstSeed};
     if (writeExactly(m_calls, target.handle(), {Magic, sizeof Magic}, 0) ||

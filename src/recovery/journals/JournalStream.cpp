@@ -36,8 +36,7 @@ void JournalStream::insert(qint64 at, std::string_view bytes) {
             m_open.bytes += bytes;
         } else {
             closeOpen();
-            m_open = {EntryKind::Insert, at, 0, std::string(bytes)};
-            m_hasOpen = true;
+            open(EntryKind::Insert, at, bytes);
         }
     }
     wakeIf(isFirst);
@@ -55,8 +54,8 @@ void JournalStream::remove(qint64 at, qint64 length) {
             m_open.length += length;
         } else {
             closeOpen();
-            m_open = {EntryKind::Remove, at, length, {}};
-            m_hasOpen = true;
+            open(EntryKind::Remove, at, {});
+            m_open.length = length;
         }
     }
     wakeIf(isFirst);
@@ -173,6 +172,14 @@ quint64 JournalStream::edits() const {
 qint64 JournalStream::time() const {
     const std::scoped_lock lock(m_mutex);
     return m_time;
+}
+
+/// Memory is used again: a key reserves none.
+void JournalStream::open(EntryKind kind, qint64 at, std::string_view bytes) {
+    m_hasOpen = true;
+    m_open.kind = kind;
+    m_open.at = at;
+    m_open.bytes = bytes;
 }
 
 void JournalStream::closeOpen() {

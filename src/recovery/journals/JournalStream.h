@@ -71,6 +71,7 @@ class JournalStream {
         std::string bytes;
     };
 
+    void open(EntryKind kind, qint64 at, std::string_view bytes);
     void closeOpen();
     /// Locked; returns whether nothing waited before.
     bool noteEdit();
