@@ -93,6 +93,12 @@ QString stateText(WriteState state) {
     return u"cannot be read"_qs;
 }
 
+QString whyUnread(int handle, const SystemError& error) {
+    if (error)
+        return u"cannot be read"_qs;
+    return SaveRecord::isBlank(FileSystemCalls::system(), handle) ? u"empty"_qs : u"damaged"_qs;
+}
+
 }  // namespace
 
 /// A command's name, the number of arguments after it, and the options it accepts besides --folder.
@@ -193,7 +199,7 @@ QString RecoverTool::line(const QString& name) const {
     SystemError error;
     const std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file.handle(), error);
     if (!record)
-        return u"%1\t%2\t%3"_qs.arg(name, time, error ? u"cannot be read"_qs : u"damaged"_qs);
+        return u"%1\t%2\t%3"_qs.arg(name, time, whyUnread(file.handle(), error));
     const bool isAside = name.endsWith(QLatin1String(SaveRecovery::AsideSuffix));
     QString text = u"%1\t%2\t%3"_qs.arg(name, time, isAside ? u"set aside"_qs : u"interrupted"_qs);
     for (const RecordedFile& each : record->files())
