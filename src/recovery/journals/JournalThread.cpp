@@ -22,7 +22,7 @@ std::unique_ptr<Journal> JournalThread::begin(JournalBase base) {
 }
 
 std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                             JournalEntry joints) {
+                                             const JournalEntry& joints) {
     std::shared_ptr<JournalStream> stream = makeStream(time);
     if (base.view == JournalBase::View::Text)
         stream->add(joints);

@@ -77,7 +77,7 @@ class HashedRead {
         for (qint64 at = 0; at < file.size(); at += ReadSize) {
             const qint64 part = std::min(ReadSize, file.size() - at);
             char* to = keep == nullptr ? buffer.data() : keep + at;
-            if (const SystemError error = readExactly(calls, file.handle(), to, part, at))
+            if (SystemError error = readExactly(calls, file.handle(), to, part, at))
                 return error;
             XXH3_128bits_update(m_state, to, static_cast<std::size_t>(part));
         }

@@ -162,7 +162,7 @@ class FileSource : public ByteSource {
         constexpr qint64 PartSize = 1'048'576;
         m_part.resize(static_cast<std::size_t>(std::min(PartSize, m_length - m_at)));
         const auto count = static_cast<qint64>(m_part.size());
-        const SystemError error = readExactly(FileSystemCalls::system(), m_handle, m_part.data(), count, m_at);
+        SystemError error = readExactly(FileSystemCalls::system(), m_handle, m_part.data(), count, m_at);
         m_at += count;
         m_view = m_part;
         pieces = BytePieces(&m_view, 1);
