@@ -41,6 +41,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     /// Returns whether there is more to do at once.
     bool work(bool all, bool ends);
     void removeFinished();
+    bool isCopying() const;
     bool isClean() const;
     void wait(std::unique_lock<std::mutex>& lock);
 
