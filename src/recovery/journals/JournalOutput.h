@@ -18,7 +18,7 @@ class JournalOutput {
  public:
     using Clock = JournalStream::Clock;
 
-    /// A journal that goes on where an earlier process left it.
+    /// A journal that is continued where an earlier process left it.
     struct Continued {
         std::unique_ptr<JournalFile> file;
         std::optional<StoredBase> base;

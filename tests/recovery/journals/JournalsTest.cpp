@@ -552,7 +552,7 @@ TEST_F(JournalKeeping, EditsOfBytesComeBackInTheirOrder) {
     impatient.limit = 2;
     EXPECT_FALSE(found->visit(impatient));
     EXPECT_EQ(impatient.entries.size(), 2);
-    // It goes on behind them.
+    // It is continued behind them.
     const auto journal = found->continueAs();
     journal->takeBack();
     EXPECT_TRUE(journals->flush(Long));
@@ -576,7 +576,7 @@ TEST_F(JournalKeeping, EntriesPastTheEndOfTheBytesDoNotCount) {
     EXPECT_TRUE(found->visit(recorder));
     EXPECT_EQ(recorder.entries, QStringList({u"over 4 abc"_qs}));
     const auto journal = found->continueAs();
-    EXPECT_TRUE(journal->needsWhole()) << "what follows could not be told from what did not fit";
+    EXPECT_TRUE(journal->needsWhole()) << "what follows would stand behind an entry that does not fit";
 }
 
 TEST_F(JournalKeeping, WholeBytesTakeThePlaceOfBaseAndEdits) {
@@ -729,6 +729,32 @@ TEST_F(JournalKeeping, ABatchThatIsReleasedOnAFullDiskIsTriedUntilTheEnd) {
     EXPECT_TRUE(QFile::remove(at(u"state"_qs)));
     EXPECT_TRUE(journals->flush(Long));
     EXPECT_EQ(recovered(), "closed");
+}
+
+TEST_F(JournalKeeping, AJournalMayOutliveTheThreadThatWritesIt) {
+    auto journals = makeJournals();
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "in time");
+    journals.reset();
+    journal->insert(0, "too late ");
+    EXPECT_EQ(recovered(), "in time");
+}
+
+TEST_F(JournalKeeping, LargeTextsAreComparedWithTheirFile) {
+    const QByteArray large = QByteArray("line of a large file\n").repeated(500'000);
+    const QString path = file(large);
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        for (qint64 at = 0; at < 10'000'000; at += 1'000) {
+            journal->insert(at, "x");
+            journal->remove(at, 1);
+        }
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    recovered(Outcome::SameAsFile);
+    put(path, large.chopped(1) + 'x');
+    EXPECT_EQ(recovered(), large.toStdString());
 }
 
 }  // namespace
