@@ -5,6 +5,7 @@
 #include "document/DocumentHost.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
@@ -48,6 +49,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
       m_services(services),
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
+      m_hexJournal(std::make_unique<HexJournal>(services.journals, m_hex->control())),
       m_views{m_text, m_hex.get()} {
     setObjectName(u"frmDocument"_qs);
     m_text->PropertiesLoad();
@@ -62,7 +64,11 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     SetDocIcon(NormalIcon);
 }
 
-frmDocument::~frmDocument() = default;
+/// Closed without changes: what was replaced or filled does not count as one, and nobody was asked about it.
+frmDocument::~frmDocument() {
+    if (m_life == Life::Unloaded && !isChange)
+        m_hexJournal->discard();
+}
 
 void frmDocument::layOut() {
     auto* layout = new QVBoxLayout(this);
@@ -144,6 +150,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     if (loaded && &visibleView() == &view) {
         takeFile(path, readOnly);
         m_fileState = state;
+        keepBytes(view, state);
     }
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
@@ -168,6 +175,9 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
     DocumentView& view = savedView();
+    const bool isHex = &view == m_hex.get();
+    if (isHex)
+        m_hexJournal->beginSave();
     const bool saved = view.save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
@@ -177,6 +187,8 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
         takeSaved(pFilename, view);
     if (pFilename == filename)
         m_fileState = FileState::of(filename);  // after a failure too: it may be partly written
+    if (isHex)
+        m_hexJournal->endSave(saved, pFilename);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/PositionReport.h"
+#include "document/RecoveryOutcome.h"
 #include "document/SaveFormats.h"
 #include "platform/FileState.h"
 
@@ -16,6 +17,7 @@ class DocumentHost;
 class DocumentJournal;
 class DocumentView;
 class FoundJournal;
+class HexJournal;
 class HexView;
 class Prompts;
 class RecoveredBar;
@@ -109,8 +111,9 @@ class frmDocument : public QWidget {
 
     // Unsaved changes (frmDocumentRecovery.cpp)
     /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
-    /// over its text, and goes on with their journal. False: they could not be loaded; the document is unchanged.
-    bool bringBack(std::unique_ptr<FoundJournal> found);
+    /// over its view, and goes on with their journal. If it cannot, the text is unchanged, and a document whose bytes
+    /// were to be shown loads its file again. Yields for bytes.
+    RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found);
     /// The user does not want the changes to be saved: the next start does not bring them back.
     void forgetChanges();
     /// Changes were brought back, and were neither kept nor edited yet.
@@ -258,6 +261,9 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
+    RecoveryOutcome bringBackText(FoundJournal& found);
+    RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();
     void refreshUpdateTimes();
@@ -284,6 +290,7 @@ class frmDocument : public QWidget {
     const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
+    std::unique_ptr<HexJournal> m_hexJournal;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
     std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept

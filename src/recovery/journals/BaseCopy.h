@@ -33,7 +33,8 @@ class BaseCopy {
     Progress step();
     /// The number is the caller's.
     StoredBase result() const;
-    bool hasCopy() const { return m_target >= 0; }
+    /// Whether the file is only read for its checksum, and not copied.
+    bool isOnlyRead() const { return m_isBegun && m_target < 0; }
     /// Removes the copy.
     void discard();
 

@@ -37,6 +37,9 @@ class FrameHash {
 }  // namespace
 
 SystemError writeExactly(FileSystemCalls& calls, int handle, std::string_view bytes, qint64 offset) {
+    // The system would end the process by a signal.
+    if (static_cast<quint64>(offset) + bytes.size() > calls.sizeLimit())
+        return SystemError::fromErrno(EFBIG);
     while (!bytes.empty()) {
         const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
         const ssize_t count = uninterrupted([&] { return calls.pwritev(handle, &part, 1, offset); });

@@ -10,6 +10,8 @@
 #include <optional>
 #include <vector>
 
+class ReplayedText;
+
 /// Writes one journal: creates its file, appends what its stream has, stores its base and compacts it. Owned and used
 /// by the thread that writes. What cannot be written stays here and is tried again. Sizes are bytes.
 class JournalOutput {
@@ -61,7 +63,9 @@ class JournalOutput {
     void checkFile();
     bool isTooLong() const;
     void compact();
-    bool writeCompacted(JournalFile& target, std::string text, JointKind kind);
+    bool tryToCompact();
+    void dropCopy();
+    bool writeCompacted(JournalFile& target, const ReplayedText& text);
 
     FileSystemCalls& m_calls;
     QString m_folder;

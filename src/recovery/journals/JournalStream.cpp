@@ -36,8 +36,7 @@ void JournalStream::insert(qint64 at, std::string_view bytes) {
             m_open.bytes += bytes;
         } else {
             closeOpen();
-            m_open = {EntryKind::Insert, at, 0, std::string(bytes)};
-            m_hasOpen = true;
+            open(EntryKind::Insert, at, bytes);
         }
     }
     wakeIf(isFirst);
@@ -55,8 +54,8 @@ void JournalStream::remove(qint64 at, qint64 length) {
             m_open.length += length;
         } else {
             closeOpen();
-            m_open = {EntryKind::Remove, at, length, {}};
-            m_hasOpen = true;
+            open(EntryKind::Remove, at, {});
+            m_open.length = length;
         }
     }
     wakeIf(isFirst);
@@ -150,6 +149,19 @@ JournalBatch JournalStream::take() {
     return batch;
 }
 
+void JournalStream::setWholeNeeded(std::function<void()> notify) {
+    const std::scoped_lock lock(m_notifying);
+    m_wholeNeeded = std::move(notify);
+    if (m_needsWhole && m_wholeNeeded)
+        m_wholeNeeded();
+}
+
+void JournalStream::askForWhole() {
+    const std::scoped_lock lock(m_notifying);
+    if (!m_needsWhole.exchange(true) && m_wholeNeeded)
+        m_wholeNeeded();
+}
+
 bool JournalStream::isDiscarded() const {
     const std::scoped_lock lock(m_mutex);
     return m_isDiscarded;
@@ -173,6 +185,14 @@ quint64 JournalStream::edits() const {
 qint64 JournalStream::time() const {
     const std::scoped_lock lock(m_mutex);
     return m_time;
+}
+
+/// Memory is used again: a key reserves none.
+void JournalStream::open(EntryKind kind, qint64 at, std::string_view bytes) {
+    m_hasOpen = true;
+    m_open.kind = kind;
+    m_open.at = at;
+    m_open.bytes = bytes;
 }
 
 void JournalStream::closeOpen() {
