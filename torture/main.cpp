@@ -1,9 +1,10 @@
-// Tortures saves: faults of every system call, power cuts as a weak file system could leave them, and kills. Every
-// promise that is broken is printed, and the exit status is then 1.
+// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, and
+// kills. Every promise that is broken is printed, and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
+#include "JournalRun.h"
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
@@ -25,7 +26,7 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power or kills; all without one.
+PART is faults, power, kills or journals; all without one.
 
   --minutes N   try for so long (default 10)
   --quick       a fixed part of all trials, some seconds
@@ -58,7 +59,7 @@ Options parse(const std::vector<std::string>& arguments) {
             options.seed = static_cast<unsigned>(std::atoi(arguments[++i].c_str()));
         } else if (word == "--folder" && hasValue) {
             options.folder = arguments[++i];
-        } else if (word == "faults" || word == "power" || word == "kills") {
+        } else if (word == "faults" || word == "power" || word == "kills" || word == "journals") {
             options.parts.push_back(word);
         } else {
             std::fputs(Usage, word == "--help" ? stdout : stderr);
@@ -66,7 +67,7 @@ Options parse(const std::vector<std::string>& arguments) {
         }
     }
     if (options.parts.empty())
-        options.parts = {"faults", "power", "kills"};
+        options.parts = {"faults", "power", "kills", "journals"};
     return options;
 }
 
@@ -83,6 +84,8 @@ void runPart(const std::string& part, const QByteArray& root, Effort& effort, Re
         FaultRun(root, effort, report).run();
     else if (part == "power")
         PowerRun(root, effort, report).run();
+    else if (part == "journals")
+        JournalRun(root, effort, report).run();
     else
         KillRun(root, effort, report).run();
 }
