@@ -11,6 +11,7 @@
 #include "document/rtCM.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/TextControl.h"
+#include "hex/ucHex.h"
 #include "platform/Paths.h"
 #include "recovery/journals/FoundJournal.h"
 
@@ -163,6 +164,10 @@ void frmDocument::discardRecovered() {
     isChange = false;
     QWidget* child = parentWidget() == nullptr ? this : parentWidget();
     QMetaObject::invokeMethod(child, &QWidget::close, Qt::QueuedConnection);
+}
+
+int frmDocument::bytesHandle() const {
+    return m_hex->control().workingCopy().handle();
 }
 
 QWidget* frmDocument::recoveredBar() const {

@@ -65,7 +65,7 @@ void orderByTab(QWidget* findBar, const QStatusBar& statusBar) {
     }
 }
 
-bool bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
+RecoveryOutcome bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
     return document.bringBack(std::move(found));
 }
 

@@ -1,6 +1,7 @@
 // Unsaved changes from one run of the frame to the next.
 
 #include "document/RecoveredBar.h"
+#include "hex/ucHex.h"
 #include "recovery/journals/Journals.h"
 #include "shell/FrameFixture.h"
 #include "shell/recovery/frmDifferences.h"
@@ -246,4 +247,27 @@ TEST_F(UnsavedChanges, ThatTheirEncodingCannotHoldComeBack) {
     breakRun();
     startRun();
     EXPECT_EQ(text(), u"жcafé\n"_qs);
+}
+
+TEST_F(UnsavedChanges, OfBytesComeBackAndAreCompared) {
+    const QString file = fileOf(QByteArray(100, 'a'));
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    auto* view = active()->findChild<ucHex*>();
+    view->ReplaceBytes(u"62"_qs, 3);
+    breakRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_FALSE(active()->TextEdit());
+    ASSERT_NE(bar(), nullptr);
+    click("cmdDifferences");
+    auto* form = m_frame->findChild<frmDifferences*>();
+    ASSERT_TRUE(QTest::qWaitFor([form] { return form->isComplete(); }, 30'000));
+    EXPECT_EQ(form->findChild<QLabel*>(u"lblSummary"_qs)->text(), u"1 byte differs from the file as it is now."_qs);
+    EXPECT_EQ(form->findChild<QPlainTextEdit*>()->toPlainText(), u"00000002 - 00000002   1 byte"_qs);
+    form->close();
+    click("cmdDiscard");
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_FALSE(active()->isChange);
+    EXPECT_EQ(bytesOf(file), QByteArray(100, 'a'));
 }
