@@ -266,6 +266,7 @@ class frmDocument : public QWidget {
     void takeSaved(const QString& path, const DocumentView& view);
     RecoveryOutcome bringBackText(FoundJournal& found);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void leaveChanges(bool ofBytes);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();

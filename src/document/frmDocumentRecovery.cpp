@@ -48,6 +48,14 @@ void frmDocument::forgetChanges() {
     m_isUntouchedRecovery = false;
 }
 
+/// They were to be saved before the switch and are not, so that they come back at the next start.
+void frmDocument::leaveChanges(bool ofBytes) {
+    if (ofBytes)
+        m_hexJournal->leave();
+    else if (m_journal)
+        m_journal->leave();
+}
+
 RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
     if (!m_journal || m_loads > 0)
         return RecoveryOutcome::Failed;
