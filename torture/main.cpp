@@ -1,10 +1,11 @@
-// Tortures saves: faults of every system call, power cuts as a weak file system could leave them, kills, and many
-// instances that write at once. Every promise that is broken is printed, and the exit status is then 1.
+// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, kills,
+// and many instances that write at once. Every promise that is broken is printed, and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
 #include "InstancesRun.h"
+#include "JournalRun.h"
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
@@ -28,7 +29,7 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power, kills or instances; all without one.
+PART is faults, power, kills, journals or instances; all without one.
 
   --minutes N   try for so long (default 10)
   --quick       a fixed part of all trials, some seconds
@@ -36,7 +37,7 @@ PART is faults, power, kills or instances; all without one.
   --folder DIR  where the files are (default: a new folder in /dev/shm)
 )";
 
-constexpr std::string_view Parts[] = {"faults", "power", "kills", "instances"};
+constexpr std::string_view Parts[] = {"faults", "power", "kills", "journals", "instances"};
 
 /// In a short run one trial of so many is made.
 constexpr int QuickPart = 12;
@@ -98,6 +99,8 @@ void runPart(const std::string& part, const QByteArray& root, Effort& effort, Re
         PowerRun(root, effort, report).run();
     else if (part == "instances")
         InstancesRun(root, effort, report).run();
+    else if (part == "journals")
+        JournalRun(root, effort, report).run();
     else
         KillRun(root, effort, report).run();
 }

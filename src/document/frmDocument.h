@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/PositionReport.h"
+#include "document/RecoveryOutcome.h"
 #include "document/SaveFormats.h"
 #include "platform/FileState.h"
 
@@ -13,12 +14,17 @@
 
 class ContextMenus;
 class DocumentHost;
+class DocumentJournal;
 class DocumentView;
+class FoundJournal;
+class HexJournal;
 class HexView;
 class Prompts;
+class RecoveredBar;
 class rtCM;
 class ucHex;
 struct DocumentServices;
+struct JournalBase;
 struct Options;
 
 /// One open file: a child window of the frame with a text view and a hex view of the same file, of which exactly one is
@@ -102,6 +108,18 @@ class frmDocument : public QWidget {
     QString limitations() const;
     Q_INVOKABLE QString GetLang() const;
     Q_INVOKABLE void SetLang(const QString& pLang);
+
+    // Unsaved changes (frmDocumentRecovery.cpp)
+    /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
+    /// over its view, and goes on with their journal. If it cannot, the text is unchanged, and a document whose bytes
+    /// were to be shown loads its file again. Yields for bytes.
+    RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found);
+    /// The user does not want the changes to be saved: the next start does not bring them back.
+    void forgetChanges();
+    /// Changes were brought back, and were neither kept nor edited yet.
+    bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
+    /// Null: none is shown.
+    QWidget* recoveredBar() const;
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
@@ -215,6 +233,8 @@ class frmDocument : public QWidget {
     void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
+    /// The user wants to see what the recovered changes are.
+    void DifferencesRequest(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
     /// program's language.
     void PropertiesRequest(const QString& path);
@@ -241,6 +261,9 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
+    RecoveryOutcome bringBackText(FoundJournal& found);
+    RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();
     void refreshUpdateTimes();
@@ -256,14 +279,23 @@ class frmDocument : public QWidget {
     QString checkText();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
+    void keepJournal();
+    void takeRecovered(const JournalBase& base);
+    void showRecoveredBar(const QString& sentence);
+    void hideRecoveredBar();
+    void discardRecovered();
 
     Prompts& m_prompts;
     const Options& m_options;
     const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
+    std::unique_ptr<HexJournal> m_hexJournal;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
+    RecoveredBar* m_recoveredBar = nullptr;
+    bool m_isUntouchedRecovery = false;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;

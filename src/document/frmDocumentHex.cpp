@@ -2,6 +2,7 @@
 
 #include "document/CloseStop.h"
 #include "document/DocumentHost.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
@@ -74,7 +75,19 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
+    if (saves && alive && toText && m_hex->isModified())
+        m_hexJournal->leave();
     return goesOn;
+}
+
+// The journal of the bytes
+
+/// A load into one view gives up the changes of both.
+void frmDocument::keepBytes(const DocumentView& loaded, const std::optional<FileState>& state) {
+    if (&loaded == m_hex.get())
+        m_hexJournal->begin(filename, state);
+    else
+        m_hexJournal->discard();
 }
 
 // The hex view's, in hex mode alone

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <new>
@@ -27,6 +30,15 @@ TEST(LargeBlocks, WhatNoMachineHasIsRefused) {
     volatile std::size_t tooMuch = PTRDIFF_MAX;
     EXPECT_THROW(::operator delete(::operator new(tooMuch)), std::bad_alloc);
     EXPECT_EQ(::operator new(tooMuch, std::nothrow), nullptr);
+}
+
+TEST(LargeBlocks, AllPagesOfALargeBlockAreThereBeforeItsFirstUse) {
+    constexpr std::size_t Size = 40 * Mega;
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    const std::unique_ptr<char[]> block(new char[Size]);
+    std::vector<unsigned char> present(Size / page);
+    ASSERT_EQ(mincore(block.get(), Size, present.data()), 0);
+    EXPECT_EQ(std::count_if(present.begin(), present.end(), [](unsigned char is) { return (is & 1U) == 0; }), 0);
 }
 
 TEST(LargeBlocks, LargeBlocksBeginAtAHugePage) {

@@ -1,0 +1,130 @@
+#include "document/DocumentJournal.h"
+
+#include "editor/control/ControlFile.h"
+#include "editor/control/TextControl.h"
+#include "recovery/journals/FoundJournal.h"
+#include "recovery/journals/Journal.h"
+#include "recovery/journals/Journals.h"
+
+#include <chrono>
+#include <string>
+#include <utility>
+
+namespace {
+
+/// From an edit until the journal is asked whether it needs the whole text: by then its base was examined.
+constexpr std::chrono::milliseconds LookDelay(2'500);
+
+}  // namespace
+
+DocumentJournal::DocumentJournal(TextControl& control, Journals& journals, Describe describe)
+    : m_control(control),
+      m_journals(journals),
+      m_describe(std::move(describe)),
+      m_isBaseHeld(control.heldText().length() == 0) {
+    m_lookTimer.setSingleShot(true);
+    m_lookTimer.setInterval(LookDelay);
+    QObject::connect(&m_lookTimer, &QTimer::timeout, &m_lookTimer, [this] { look(); });
+    control.edits().observe(this);
+}
+
+DocumentJournal::~DocumentJournal() {
+    m_control.edits().observe(nullptr);
+}
+
+void DocumentJournal::giveUp() {
+    m_control.edits().settle();
+    end();
+    m_isBaseHeld = false;
+}
+
+void DocumentJournal::goOn(FoundJournal& found) {
+    m_journal = found.continueAs();
+}
+
+void DocumentJournal::aboutToEdit() {
+    if (m_journal == nullptr)
+        begin();
+    else if (m_journal->needsWhole())
+        passWhole();
+}
+
+void DocumentJournal::inserted(qint64 at, std::string_view bytes) {
+    if (m_journal == nullptr)
+        return;
+    m_journal->insert(at, bytes);
+    lookLater();
+}
+
+void DocumentJournal::removed(qint64 at, qint64 length) {
+    if (m_journal == nullptr)
+        return;
+    m_journal->remove(at, length);
+    lookLater();
+}
+
+void DocumentJournal::loaded() {
+    end();
+    m_isBaseHeld = true;
+}
+
+void DocumentJournal::saved() {
+    end();
+    m_isBaseHeld = true;
+}
+
+void DocumentJournal::begin() {
+    std::optional<About> about = m_describe();
+    if (!about) {
+        m_isBaseHeld = false;
+        return;
+    }
+    const TextOrigin& origin = m_control.file().origin();
+    JournalBase base;
+    base.path = origin.path;
+    base.caption = std::move(about->caption);
+    base.state = origin.state;
+    base.format = origin.format;
+    base.lineEndMode = m_control.file().lineEndMode();
+    base.language = std::move(about->language);
+    // A file that was gone at once after it was read or written is no base.
+    const bool hasBase = m_isBaseHeld && (origin.state || origin.path.isEmpty());
+    if (hasBase)
+        base.heldLength = m_control.heldText().length() - static_cast<qint64>(m_control.map().joints().count());
+    m_journal = m_journals.begin(std::move(base));
+    if (!hasBase)
+        passWhole();
+}
+
+void DocumentJournal::end() {
+    if (m_journal != nullptr)
+        m_journal->discard();
+    m_journal.reset();
+    m_lookTimer.stop();
+}
+
+void DocumentJournal::passWhole() {
+    const qint64 length = m_control.heldText().length();
+    std::string text;
+    text.reserve(static_cast<std::size_t>(length));
+    for (const std::string_view run : m_control.plainRuns(0, length))
+        text += run;
+    m_journal->setWhole(std::move(text), JointKind::None);
+}
+
+/// The journal learns only some time after an edit that its base cannot be had any more; by then there may be no
+/// further edit that would ask it.
+void DocumentJournal::lookLater() {
+    m_isLookDue = m_lookTimer.isActive();
+    if (!m_isLookDue)
+        m_lookTimer.start();
+}
+
+void DocumentJournal::look() {
+    m_control.edits().settle();
+    if (m_journal != nullptr && m_journal->needsWhole())
+        passWhole();
+    else if (m_journal != nullptr && m_isLookDue)
+        m_lookTimer.start();
+    m_isLookDue = false;
+}
