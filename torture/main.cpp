@@ -10,6 +10,7 @@
 #include "PowerRun.h"
 #include "Report.h"
 #include "Scene.h"
+#include "SettingsRun.h"
 
 #include <unistd.h>
 
@@ -92,9 +93,15 @@ QByteArray makeRoot(const std::string& folder) {
     return QByteArray::fromStdString(std::filesystem::canonical(pattern).string());
 }
 
+/// The store first: it has few calls.
+void runFaults(const QByteArray& root, Effort& effort, Report& report) {
+    SettingsRun(root, effort, report).run();
+    FaultRun(root, effort, report).run();
+}
+
 void runPart(const std::string& part, const QByteArray& root, Effort& effort, Report& report) {
     if (part == "faults")
-        FaultRun(root, effort, report).run();
+        runFaults(root, effort, report);
     else if (part == "power")
         PowerRun(root, effort, report).run();
     else if (part == "instances")

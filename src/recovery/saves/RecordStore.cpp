@@ -109,6 +109,15 @@ void RecordStore::giveBack(std::shared_ptr<OwnRecord> record) {
     m_free.push_back(std::move(record));
 }
 
+bool RecordStore::giveSpaceBack() {
+    std::unique_lock lock(m_mutex);
+    const Records kept = std::exchange(m_free, {});
+    lock.unlock();
+    for (const auto& record : kept)
+        drop(record);
+    return !kept.empty();
+}
+
 void RecordStore::drop(const std::shared_ptr<OwnRecord>& record) {
     record->remove();
     m_hasRemoved = true;

@@ -31,6 +31,8 @@ class RecordStore {
     void giveBack(std::shared_ptr<OwnRecord> record);
     /// There is no complete record in it: perhaps for want of space, which it must not keep.
     void drop(const std::shared_ptr<OwnRecord>& record);
+    /// Removes the files that are kept for later records. False: there were none.
+    bool giveSpaceBack();
     /// To be called when a record is on the disk: waits until its name is there too, and earlier records are not.
     /// False: it cannot be relied on.
     bool makeLast(OwnRecord& record);

@@ -154,6 +154,24 @@ TEST_F(SavingInHostilePlaces, OnADiskThatIsReallyFullTheOldFileStaysAndOnAnother
     EXPECT_EQ(bytesOf(onDisk).size(), 700'000);
 }
 
+TEST_F(SavingInHostilePlaces, WhatIsKeptForLaterRecordsIsGivenBackToASaveThatNeedsTheSpace) {
+    const SmallDisk disk(at(u"small"_qs));
+    if (!disk.isThere())
+        GTEST_SKIP() << "nothing can be mounted here";
+    SaveRecords witness(at(u"small/state/saves"_qs));
+    const auto saveTo = [&](const QString& target, qsizetype length) {
+        const QByteArray bytes(length, 'x');
+        const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        return UserFileWriter(FileSystemCalls::system(), &witness).write(target, BytePieces(&piece, 1)).error.number;
+    };
+    EXPECT_EQ(saveTo(at(u"small/first"_qs), 300'000), 0);
+    ASSERT_EQ(QDir(at(u"small/state/saves"_qs)).entryList(QDir::Files).size(), 1);
+    EXPECT_EQ(saveTo(at(u"small/second"_qs), 550'000), 0);
+    EXPECT_EQ(bytesOf(at(u"small/second"_qs)).size(), 550'000);
+    EXPECT_EQ(saveTo(at(u"small/third"_qs), 300'000), ENOSPC);
+    EXPECT_FALSE(QFile::exists(at(u"small/third"_qs)));
+}
+
 TEST_F(SavingInHostilePlaces, ALimitOfTheSizeOfFilesIsToldBeforeTheFirstByte) {
     put(path(), OldBytes);
     const auto isRefused = [this] {
