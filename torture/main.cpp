@@ -1,13 +1,16 @@
-// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, and
-// kills. Every promise that is broken is printed, and the exit status is then 1.
+// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, kills,
+// and many instances that write at once. Every promise that is broken is printed, and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
+#include "InstancesRun.h"
 #include "JournalRun.h"
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
+#include "Scene.h"
+#include "SettingsRun.h"
 
 #include <unistd.h>
 
@@ -18,6 +21,7 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -26,13 +30,15 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power, kills or journals; all without one.
+PART is faults, power, kills, journals or instances; all without one.
 
   --minutes N   try for so long (default 10)
   --quick       a fixed part of all trials, some seconds
   --seed N      another choice of trials
   --folder DIR  where the files are (default: a new folder in /dev/shm)
 )";
+
+constexpr std::string_view Parts[] = {"faults", "power", "kills", "journals", "instances"};
 
 /// In a short run one trial of so many is made.
 constexpr int QuickPart = 12;
@@ -44,6 +50,12 @@ struct Options {
     std::string folder;
     std::vector<std::string> parts;
 };
+
+void listScenes() {
+    std::puts("\nThe scenes of faults:");
+    for (const Scene& scene : scenes())
+        std::printf("  %s\n", scene.name);
+}
 
 /// Ends the program when the arguments are not understood.
 Options parse(const std::vector<std::string>& arguments) {
@@ -59,15 +71,17 @@ Options parse(const std::vector<std::string>& arguments) {
             options.seed = static_cast<unsigned>(std::atoi(arguments[++i].c_str()));
         } else if (word == "--folder" && hasValue) {
             options.folder = arguments[++i];
-        } else if (word == "faults" || word == "power" || word == "kills" || word == "journals") {
+        } else if (std::find(std::begin(Parts), std::end(Parts), word) != std::end(Parts)) {
             options.parts.push_back(word);
         } else {
             std::fputs(Usage, word == "--help" ? stdout : stderr);
+            if (word == "--help")
+                listScenes();
             std::exit(word == "--help" ? 0 : 2);
         }
     }
     if (options.parts.empty())
-        options.parts = {"faults", "power", "kills", "journals"};
+        options.parts.assign(std::begin(Parts), std::end(Parts));
     return options;
 }
 
@@ -79,11 +93,19 @@ QByteArray makeRoot(const std::string& folder) {
     return QByteArray::fromStdString(std::filesystem::canonical(pattern).string());
 }
 
+/// The store first: it has few calls.
+void runFaults(const QByteArray& root, Effort& effort, Report& report) {
+    SettingsRun(root, effort, report).run();
+    FaultRun(root, effort, report).run();
+}
+
 void runPart(const std::string& part, const QByteArray& root, Effort& effort, Report& report) {
     if (part == "faults")
-        FaultRun(root, effort, report).run();
+        runFaults(root, effort, report);
     else if (part == "power")
         PowerRun(root, effort, report).run();
+    else if (part == "instances")
+        InstancesRun(root, effort, report).run();
     else if (part == "journals")
         JournalRun(root, effort, report).run();
     else

@@ -262,7 +262,14 @@ SystemError UserFileWriter::reserve(Target& target) {
         return {};
     target.reserved = true;
     const auto call = [&] { return m_calls.fallocate(target.handle, FALLOC_FL_KEEP_SIZE, 0, target.length); };
-    return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
+    bool isDone = uninterrupted(call) == 0;
+    if (!isDone && (errno == ENOSPC || errno == EDQUOT)) {
+        const SystemError cause = lastError();
+        if (m_witness == nullptr || !m_witness->giveSpaceBack())
+            return cause;
+        isDone = uninterrupted(call) == 0;
+    }
+    return isDone || isUnsupported(errno) ? SystemError() : lastError();
 }
 
 SystemError UserFileWriter::writeAll(ByteSource& source, Target& target) {
