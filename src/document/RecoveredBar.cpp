@@ -1,13 +1,11 @@
 #include "document/RecoveredBar.h"
 
-#include "widgets/ElidedLabel.h"
-
 #include <QBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLocale>
 #include <QPainter>
 #include <QPushButton>
-#include <QStyle>
 
 namespace {
 
@@ -22,9 +20,11 @@ RecoveredBar::RecoveredBar(QWidget* parent)
     : QWidget(parent),
       m_rows(new QBoxLayout(QBoxLayout::LeftToRight, this)),
       m_buttons(new QBoxLayout(QBoxLayout::LeftToRight)),
-      m_text(new ElidedLabel(this)) {
+      m_text(new QLabel(this)) {
     setObjectName(u"recoveredBar"_qs);
-    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setWordWrap(true);
     m_rows->setContentsMargins(Gap, Margin, Margin, Margin + 1);
     m_rows->setSpacing(Gap);
     m_rows->addWidget(m_text, 1);
@@ -78,7 +78,7 @@ void RecoveredBar::foldIfNarrow() {
     const int buttons = m_buttons->sizeHint().width();
     const bool isNarrow = width() < buttons * (1 + LeastTextShare);
     m_rows->setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
-    m_rows->setSpacing(isNarrow ? Margin : Gap);
+    setFixedHeight(m_rows->totalHeightForWidth(width()));
 }
 
 void RecoveredBar::keyPressEvent(QKeyEvent* event) {

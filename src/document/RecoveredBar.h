@@ -4,8 +4,8 @@
 #include <QString>
 #include <QWidget>
 
-class ElidedLabel;
 class QBoxLayout;
+class QLabel;
 class QPushButton;
 
 /// The bar over the text of a document whose unsaved changes were brought back: says so, and lets the person keep or
@@ -40,5 +40,5 @@ class RecoveredBar : public QWidget {
 
     QBoxLayout* m_rows;
     QBoxLayout* m_buttons;
-    ElidedLabel* m_text;
+    QLabel* m_text;
 };

@@ -2,7 +2,6 @@
 #include "document/RecoveryFixture.h"
 #include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlFile.h"
-#include "widgets/ElidedLabel.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -15,7 +14,7 @@
 /// A document into which unsaved changes are brought back, and its bar.
 class BroughtBack : public RecoveryFixture {
  protected:
-    QString said() const { return document->findChild<ElidedLabel*>()->text(); }
+    QString said() const { return document->recoveredBar()->findChild<QLabel*>()->text(); }
     bool isBarShown() const { return document->recoveredBar() != nullptr && document->recoveredBar()->isVisible(); }
 };
 
@@ -353,6 +352,20 @@ TEST_F(BroughtBack, BarLeavesItsButtonsWholeInANarrowWindow) {
     for (const auto* button : bar->findChildren<QPushButton*>()) {
         EXPECT_GE(button->width(), button->minimumSizeHint().width());
         EXPECT_TRUE(bar->rect().contains(button->geometry())) << button->text().toStdString();
+    }
+}
+
+TEST_F(BroughtBack, BarShowsItsWholeSentenceInLessWidth) {
+    type(u"x"_qs);
+    comeBack();
+    QWidget* bar = document->recoveredBar();
+    const auto* label = bar->findChild<QLabel*>();
+    for (const int width : {900, 600, 400, 330}) {
+        document->resize(width, 300);
+        QTest::qWait(0);
+        EXPECT_GE(label->height(), label->heightForWidth(label->width())) << width;
+        EXPECT_TRUE(bar->rect().contains(label->geometry())) << width;
+        EXPECT_LT(bar->height(), 100) << width;
     }
 }
 
