@@ -27,7 +27,7 @@ press Right
 xdotool type --delay 30 'fE'
 press Right
 xdotool type --delay 30 '7a'
-press alt+e Return Right
+press ctrl+z Right
 xdotool type --delay 30 '7'
 waitFor 60 isKept || fail "no journal was kept"
 cp "$file" "$scratch/before"
@@ -43,7 +43,7 @@ printf 'A\376n\007 two\377\000end' >"$scratch/expected"
 waitFor 30 isSaved || { od -c "$file" >&2; fail "the file does not hold what was typed"; }
 
 # Two steps back: the byte of one digit, and the one before it.
-press alt+e Return alt+e Return
+press ctrl+z ctrl+z
 xdotool type --delay 30 '42'
 printf 'ABne two\377\000end' >"$scratch/expected"
 waitFor 30 isSaved || { od -c "$file" >&2; fail "what was typed was not undone"; }
