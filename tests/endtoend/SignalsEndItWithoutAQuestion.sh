@@ -4,12 +4,13 @@
 # shellcheck source=driving.bash
 . "$(dirname "$0")/driving.bash"
 
+export XDG_STATE_HOME=$scratch/state
 file=$scratch/file.txt own=$XDG_DATA_HOME/quillmark
 printf 'text\n' >"$file"
 
 # startWithFile: the file is open, and the keyboard is there. Signals that a shell ignores for its background are as usual.
 startWithFile() {
-    rm -f "$own/lastopen.idx" "$own/lastfiles.idx"
+    rm -rf "$own/lastopen.idx" "$own/lastfiles.idx" "$XDG_STATE_HOME/quillmark/recovery"
     env --default-signal=INT,HUP,TERM "$QUILLMARK" "$file" 2>"$scratch/errors" &
     running=$!
     waitFor 60 windowOf 'file\.txt' || fail "no window showed the file"

@@ -84,7 +84,7 @@ class Comparison {
     /// How far the ways of one round lead: for each diagonal (old line less new line) the old line.
     class Reach {
      public:
-        explicit Reach(int most) : m_middle(most + 1), m_lines(static_cast<std::size_t>(2 * m_middle + 1)) {}
+        explicit Reach(int most) : m_middle(most + 1), m_lines(2 * static_cast<std::size_t>(m_middle) + 1) {}
 
         int& at(int diagonal) { return m_lines[static_cast<std::size_t>(m_middle + diagonal)]; }
 
