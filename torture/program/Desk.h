@@ -1,0 +1,108 @@
+#pragma once
+
+#include "Effort.h"
+#include "Report.h"
+#include "program/Manuscript.h"
+#include "program/Operator.h"
+#include "program/ProgramOptions.h"
+#include "program/ReplacedFiles.h"
+
+#include <QByteArray>
+
+#include <memory>
+#include <optional>
+#include <random>
+#include <vector>
+
+/// Somebody at a desk of their own who works with the program until it is killed, again and again: each round starts
+/// it, judges what the kill before has left, does one thing, and kills it at a random moment. Used by one thread.
+class Desk {
+ public:
+    Desk(int number, QByteArray root, const ProgramOptions& options, const Effort& effort, unsigned seed,
+         Report& report);
+
+    void run();
+
+ private:
+    /// One thing that is done in a round.
+    struct Act {
+        const char* name;
+        unsigned weight;
+        void (Desk::*play)();
+    };
+    static const Act Acts[];
+    enum class Moment { AtRandom, InTheMiddle, WhenDone };
+
+    // Rounds
+    void layOut();
+    void playRound(bool isLast);
+    const Act& choose();
+    void breakOff(const QByteArray& what);
+    void note(const QByteArray& what);
+
+    // Start and judgement (DeskJudgement.cpp)
+    void open();
+    void judgeFiles();
+    void judgeLeftovers();
+    void judgeReplaced();
+    void judgeTexts();
+    bool judgeText(Manuscript& text);
+    void judgeUntitled();
+    void judgeCopy();
+    void saveAndWait(const QByteArray& path);
+    bool isSaveUnderWay() const;
+
+    // Acts (DeskActs.cpp)
+    void typeAndStop();
+    void typeAndPause();
+    void save();
+    void saveOfTwo();
+    void saveAs();
+    void replaceInFiles();
+    void closeWithYes();
+    void closeWithNo();
+    void typeUntitled();
+    void endInOrder();
+    Manuscript& show(std::size_t opened);
+    void type(Manuscript& text, int keys, unsigned mostGapMs);
+    void finishByte(Manuscript& text);
+    void saveText(Manuscript& text);
+    Manuscript& close();
+    void killClosing();
+    void endClosing();
+    Moment chooseMoment();
+    void pause(unsigned mostUs);
+    void kill(const char* what);
+
+    unsigned random(unsigned below) { return static_cast<unsigned>(m_random() % below); }
+    QByteArray saves() const { return m_folder + "/home/state/quillmark/saves"; }
+    QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
+    QByteArray files() const { return m_folder + "/files"; }
+
+    const int m_number;
+    const QByteArray m_root;
+    const ProgramOptions& m_options;
+    const Effort& m_effort;
+    const unsigned m_seed;
+    Report& m_report;
+    std::mt19937 m_random;
+    Operator m_operator;
+
+    QByteArray m_folder;
+    int m_layouts = 0;
+    int m_round = 0;
+    std::vector<QByteArray> m_story;  ///< of the last two rounds
+    std::vector<std::unique_ptr<Manuscript>> m_manuscripts;
+    std::vector<Manuscript*> m_opened;
+    std::unique_ptr<ReplacedFiles> m_replaced;
+    bool m_wasReplacing = false;
+    bool m_wasReplaceDone = false;
+    std::unique_ptr<Manuscript> m_untitled;  ///< typed before the last kill
+    QByteArray m_copy;                       ///< to which the last Save As wrote
+    std::optional<QByteArray> m_copyBefore;
+    QByteArray m_copyAfter;
+    Manuscript* m_copied = nullptr;
+    bool m_wasCopyDone = false;
+    Manuscript::Clock::time_point m_killed;
+    bool m_hadJournals = false;
+};

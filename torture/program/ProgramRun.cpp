@@ -1,0 +1,35 @@
+#include "program/ProgramRun.h"
+
+#include "Contents.h"
+#include "program/Desk.h"
+
+#include <X11/Xlib.h>
+#include <unistd.h>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+/// What must have been hit at least once.
+constexpr const char* Hits[] = {"kills that hit a save", "kills that hit a replacement", "kills that hit typing",
+                                "kills while closing"};
+
+}  // namespace
+
+void ProgramRun::run() {
+    mustWork(::access(m_options.program.c_str(), X_OK) == 0,
+             "cannot run " + QByteArray::fromStdString(m_options.program));
+    mustWork(XInitThreads() != 0, "cannot use displays in several threads");
+    std::vector<std::thread> threads;
+    for (int number = 0; number < m_options.desks; ++number) {
+        const unsigned seed = m_effort.random()();
+        threads.emplace_back([this, number, seed] { Desk(number, m_root, m_options, m_effort, seed, m_report).run(); });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const char* hit : Hits) {
+        if (m_report.number(hit) == 0)
+            m_report.fault("program", QByteArray("there were no ") + hit);
+    }
+}
