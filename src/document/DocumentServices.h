@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+class Journals;
 class Prompts;
 struct EditorGlobals;
 struct HexFindState;
@@ -18,4 +19,5 @@ struct DocumentServices {
     HexFindState& hexFind;
     HexStorage hexStorage{};
     QStringList dictionaryFolders = DictionaryList::searchFolders();
+    Journals* journals = nullptr;  ///< of unsaved changes; null: none are kept
 };

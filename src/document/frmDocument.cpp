@@ -3,6 +3,7 @@
 #include "document/CloseStop.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
 #include "document/HexView.h"
 #include "document/OpenMode.h"
@@ -47,6 +48,7 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
       m_services(services),
       m_text(new rtCM(services, this)),
       m_hex(std::make_unique<HexView>(services, this)),
+      m_hexJournal(std::make_unique<HexJournal>(services.journals, m_hex->control())),
       m_views{m_text, m_hex.get()} {
     setObjectName(u"frmDocument"_qs);
     m_text->PropertiesLoad();
@@ -57,10 +59,15 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     connectTextView();
     connectHexView();
     makeMenus();
+    keepJournal();
     SetDocIcon(NormalIcon);
 }
 
-frmDocument::~frmDocument() = default;
+/// Closed without changes: what was replaced or filled does not count as one, and nobody was asked about it.
+frmDocument::~frmDocument() {
+    if (m_life == Life::Unloaded && !isChange)
+        m_hexJournal->discard();
+}
 
 void frmDocument::layOut() {
     auto* layout = new QVBoxLayout(this);
@@ -142,6 +149,7 @@ bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkB
     if (loaded && &visibleView() == &view) {
         takeFile(path, readOnly);
         m_fileState = state;
+        keepBytes(view, state);
     }
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
@@ -156,6 +164,21 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
     isChange = false;
     isReadOnly = readOnly;
     SetDocIcon(readOnly ? ReadOnlyIcon : NormalIcon);
+    hideRecoveredBar();
+    if (m_journal && m_holder != m_text)
+        m_journal->giveUp();  // of the text that the bytes replace
+}
+
+/// The file is known as it was when the changes began, so that a save asks if it is another one now.
+void frmDocument::takeChanged(const JournalBase& base) {
+    takeFile(base.path, isReadOnly);
+    isChange = true;
+    m_fileState = base.state;
+    SetDocIcon(ChangedIcon);
+    refreshUpdateTimes();
+    gParent->SetTabCaption(this, true);
+    gParent->SetEditModeIcon(this);
+    Q_EMIT FileChange(this);
 }
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
@@ -163,6 +186,9 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     const CloseStop stop(*this, m_loads);
     BusyPointer::show();
     DocumentView& view = savedView();
+    const bool isHex = &view == m_hex.get();
+    if (isHex)
+        m_hexJournal->beginSave();
     const bool saved = view.save(pFilename, pFormat, pFlag);
     if (!alive) {
         BusyPointer::restore();
@@ -172,6 +198,8 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
         takeSaved(pFilename, view);
     if (pFilename == filename)
         m_fileState = FileState::of(filename);  // after a failure too: it may be partly written
+    if (isHex)
+        m_hexJournal->endSave(saved, pFilename);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();
@@ -184,6 +212,7 @@ void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     filename = path;
     isNew = false;
     isChange = visibleView().isModified();
+    hideRecoveredBar();
     SetDocIcon(isChange ? ChangedIcon : NormalIcon);  // of a read-only document too, until it is toggled again
 }
 
@@ -332,6 +361,7 @@ void frmDocument::bringUp(DocumentView& chosen) {
 }
 
 void frmDocument::MarkChanged() {
+    m_isUntouchedRecovery = false;
     if (!isChange) {
         SetDocIcon(ChangedIcon);
         isChange = true;

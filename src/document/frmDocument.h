@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/HexJournal.h"
 #include "document/PositionReport.h"
 #include "document/SaveFormats.h"
 #include "platform/FileState.h"
@@ -13,12 +14,16 @@
 
 class ContextMenus;
 class DocumentHost;
+class DocumentJournal;
 class DocumentView;
+class FoundJournal;
 class HexView;
 class Prompts;
+class RecoveredBar;
 class rtCM;
 class ucHex;
 struct DocumentServices;
+struct JournalBase;
 struct Options;
 
 /// One open file: a child window of the frame with a text view and a hex view of the same file, of which exactly one is
@@ -73,6 +78,11 @@ class frmDocument : public QWidget {
     /// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
     bool maySave();
     Q_INVOKABLE void ReloadFile();
+    /// The user does not want the unsaved changes: no journal of them is left when the document is destroyed.
+    void forgetChanges();
+    /// Shows the bytes of a journal, which was restored, as a changed document in hex mode. If it fails, or the file
+    /// has these bytes, the document loads its file again, if it has one. Yields.
+    HexJournal::Outcome bringBackBytes(FoundJournal& found);
     /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
     /// and after a load that failed: such a view is not to be written over the file unless the user names it.
     bool holdsFile() const;
@@ -102,6 +112,17 @@ class frmDocument : public QWidget {
     QString limitations() const;
     Q_INVOKABLE QString GetLang() const;
     Q_INVOKABLE void SetLang(const QString& pLang);
+
+    // Unsaved changes (frmDocumentRecovery.cpp)
+    /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
+    /// over its text, and goes on with their journal. False: they could not be loaded; the document is unchanged.
+    bool bringBack(std::unique_ptr<FoundJournal> found);
+    /// The user does not want the changes to be saved: the next start does not bring them back.
+    void forgetChanges();
+    /// Changes were brought back, and were neither kept nor edited yet.
+    bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
+    /// Null: none is shown.
+    QWidget* recoveredBar() const;
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
@@ -215,6 +236,8 @@ class frmDocument : public QWidget {
     void RepeatCountChange(frmDocument* document);
     /// The properties dialog of the text view has changed how text is shown.
     void ViewChange(frmDocument* document);
+    /// The user wants to see what the recovered changes are.
+    void DifferencesRequest(frmDocument* document);
     /// The hex view requests the desktop's properties of a file, the desktop's calculator, or the choice of the
     /// program's language.
     void PropertiesRequest(const QString& path);
@@ -241,6 +264,8 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
+    void takeChanged(const JournalBase& base);
+    void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();
     void refreshUpdateTimes();
@@ -256,14 +281,23 @@ class frmDocument : public QWidget {
     QString checkText();
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
+    void keepJournal();
+    void takeRecovered(const JournalBase& base);
+    void showRecoveredBar(const QString& sentence);
+    void hideRecoveredBar();
+    void discardRecovered();
 
     Prompts& m_prompts;
     const Options& m_options;
     const DocumentServices& m_services;
     rtCM* m_text;
     std::unique_ptr<HexView> m_hex;
+    std::unique_ptr<HexJournal> m_hexJournal;
     ContextMenus* m_menus = nullptr;
     std::vector<DocumentView*> m_views;
+    std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
+    RecoveredBar* m_recoveredBar = nullptr;
+    bool m_isUntouchedRecovery = false;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;

@@ -9,6 +9,7 @@
 #include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
 #include "platform/Yield.h"
+#include "recovery/journals/FoundJournal.h"
 #include "settings/Options.h"
 #include "widgets/Prompts.h"
 
@@ -74,7 +75,42 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
+    if (saves && alive && toText && m_hex->isModified())
+        m_hexJournal->leave();
     return goesOn;
+}
+
+// The journal of the bytes
+
+/// A load into one view gives up the changes of both.
+void frmDocument::keepBytes(const DocumentView& loaded, const std::optional<FileState>& state) {
+    if (&loaded == m_hex.get())
+        m_hexJournal->begin(filename, state);
+    else
+        m_hexJournal->discard();
+}
+
+void frmDocument::forgetChanges() {
+    m_hexJournal->discard();
+}
+
+HexJournal::Outcome frmDocument::bringBackBytes(FoundJournal& found) {
+    const QPointer<frmDocument> alive(this);
+    const bool before = TextEdit();
+    HexJournal::Outcome outcome = HexJournal::Outcome::Failed;
+    {
+        const CloseStop stop(*this, m_loads);
+        const CloseStop opening(*this, m_openings);
+        bringUp(*m_hex);
+        outcome = m_hexJournal->bringBack(found);
+    }
+    if (!alive)
+        return HexJournal::Outcome::Failed;
+    if (outcome == HexJournal::Outcome::BroughtBack)
+        takeChanged(found.base());
+    else if (!filename.isEmpty())
+        OpenFile(filename, isReadOnly, false, before);
+    return outcome;
 }
 
 // The hex view's, in hex mode alone

@@ -4,6 +4,7 @@
 #include "hex/LongScan.h"
 #include "hex/bytes/HexBlock.h"
 #include "hex/bytes/HexFindState.h"
+#include "hex/bytes/ObservedBytes.h"
 #include "hex/grid/Grid.h"
 #include "settings/Options.h"
 
@@ -12,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-HexScans::HexScans(QWidget* view, ByteStore& bytes, HexPanes& panes, const Options& options, HexFindState& state,
+HexScans::HexScans(QWidget* view, ObservedBytes& bytes, HexPanes& panes, const Options& options, HexFindState& state,
                    Notice notice)
     : m_view(view), m_bytes(bytes), m_panes(panes), m_options(options), m_state(state), m_notice(std::move(notice)) {}
 
@@ -99,7 +100,10 @@ HexSearch::Replaced HexScans::replace(const QString& text, HexFindType type, con
 }
 
 SystemError HexScans::fill(const HexBlock& block, quint8 byte) {
-    SystemError error;
-    run(u"Filling. Esc stops it."_qs, [&](const ScanWatch& watch) { error = block.fill(m_bytes, byte, watch); });
-    return error;
+    HexBlock::Filled filled;
+    const bool isOver = run(u"Filling. Esc stops it."_qs,
+                            [&](const ScanWatch& watch) { filled = block.fill(m_bytes.unobserved(), byte, watch); });
+    if (isOver)
+        m_bytes.reportFill(block, byte, filled.bytes, static_cast<bool>(filled.error));
+    return filled.error;
 }

@@ -8,6 +8,7 @@
 #include <functional>
 
 class HexPanes;
+class ObservedBytes;
 struct HexBlock;
 enum class HexFindDirection : qint16;
 struct HexFindState;
@@ -23,7 +24,7 @@ class HexScans {
     using Notice = std::function<void(const QString& text)>;
 
     /// All outlive this object. `notice` shows a text in the status bar, an empty one removes it.
-    HexScans(QWidget* view, ByteStore& bytes, HexPanes& panes, const Options& options, HexFindState& state,
+    HexScans(QWidget* view, ObservedBytes& bytes, HexPanes& panes, const Options& options, HexFindState& state,
              Notice notice);
 
     /// The match behind or before the cursor. The search is stored as the last one, unless it would begin behind the
@@ -50,7 +51,7 @@ class HexScans {
     bool run(const QString& text, const std::function<void(const ScanWatch&)>& work);
 
     QPointer<QWidget> m_view;
-    ByteStore& m_bytes;
+    ObservedBytes& m_bytes;
     HexPanes& m_panes;
     const Options& m_options;
     HexFindState& m_state;

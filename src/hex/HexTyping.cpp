@@ -7,7 +7,8 @@
 
 #include <utility>
 
-HexTyping::HexTyping(HexPanes& panes, Save save) : m_panes(panes), m_save(std::move(save)) {}
+HexTyping::HexTyping(HexPanes& panes, Save save, Begun begun)
+    : m_panes(panes), m_save(std::move(save)), m_begun(std::move(begun)) {}
 
 void HexTyping::type(int pane, const QString& text) {
     if (pane == 1)
@@ -37,6 +38,8 @@ void HexTyping::typeNibble(QChar digit) {
     m_panes.grid(2).setValue(cell.row, cell.col, HexText::ByteToTextCell(HexText::HexCellToByte(after)));
     if (isSecond)
         m_save(cell);
+    else
+        m_begun(cell);
     m_panes.showCell(cell);
 }
 

@@ -14,8 +14,10 @@ class QString;
 class HexTyping {
  public:
     using Save = std::function<void(HexCell)>;
+    /// The first digit of a byte was typed; the second one completes it.
+    using Begun = std::function<void(HexCell)>;
 
-    HexTyping(HexPanes& panes, Save save);
+    HexTyping(HexPanes& panes, Save save, Begun begun);
 
     /// Into the pane of that number.
     void type(int pane, const QString& text);
@@ -29,4 +31,5 @@ class HexTyping {
 
     HexPanes& m_panes;
     Save m_save;
+    Begun m_begun;
 };

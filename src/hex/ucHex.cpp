@@ -20,14 +20,22 @@ ucHex::ucHex(Prompts& prompts, const Options& options, HexFindState& findState, 
       m_options(options),
       m_findState(findState),
       m_copy(storage.calls, storage.blockSize),
+      m_bytes(m_copy),
       m_edits(m_copy),
       m_panes(this, m_copy, m_edits),
-      m_typing(m_panes, [this](HexCell cell) { SaveData(cell.row, cell.col); }),
+      m_typing(
+          m_panes, [this](HexCell cell) { SaveData(cell.row, cell.col); }, [this](HexCell cell) { reportHalf(cell); }),
       m_editMode(m_panes.parts().info(HexInfo::HexMode), m_panes.parts().info(HexInfo::TextMode)),
-      m_scans(this, m_copy, m_panes, options, findState, [this](const QString& text) { Q_EMIT Notice(text); }) {
+      m_scans(this, m_bytes, m_panes, options, findState, [this](const QString& text) { Q_EMIT Notice(text); }) {
     connectPanes();
     connectParts();
     m_panes.setEnabled(false);
+}
+
+void ucHex::setEditObserver(HexEditObserver* observer) {
+    m_observer = observer;
+    m_edits.setObserver(observer);
+    m_bytes.setObserver(observer);
 }
 
 int ucHex::rowHeight() const {

@@ -6,10 +6,13 @@
 #include "hex/HexTyping.h"
 #include "hex/bytes/HexEdits.h"
 #include "hex/bytes/HexStorage.h"
+#include "hex/bytes/ObservedBytes.h"
 #include "hex/find/HexFindTarget.h"
 
 #include <QWidget>
 
+class HexEditObserver;
+class HexReplay;
 class Prompts;
 class QKeyEvent;
 enum class BlockForm;
@@ -47,7 +50,19 @@ class ucHex : public QWidget, public HexFindTarget {
     /// Writes the copy over the file when it was modified, or with `force` in any case.
     Q_INVOKABLE bool SaveFile(const QString& pFileName, bool force);
 
+    /// Makes edits of an earlier process again. Returns whether the bytes are to be shown then.
+    using Replay = std::function<bool(HexReplay& replay)>;
+    /// Loads the bytes as they were before these edits, and makes the edits again. The view then counts as modified, so
+    /// that a save writes all of it. False: the view is closed, and has shown no message; or it was destroyed.
+    bool bringBack(const QString& base, const Replay& replay);
+    /// Is notified of each change of the bytes from now on. Null: none. It must outlive the view or be removed.
+    void setEditObserver(HexEditObserver* observer);
+    const HexEdits& edits() const { return m_edits; }
+    const WorkingCopy& workingCopy() const { return m_copy; }
+
     bool FileOpen() const { return m_fileOpen; }
+    /// Whether the last SaveFile() wrote the bytes: without a change it had nothing to do.
+    bool wasWritten() const { return m_wasWritten; }
     bool Modified() const { return m_edits.modified(); }
     bool Locked() const { return m_locked; }
     void setLocked(bool locked) { m_locked = locked; }
@@ -162,7 +177,10 @@ class ucHex : public QWidget, public HexFindTarget {
     void connectParts();
     void DisableHexControls();
     void EnableHexControls();
-    bool LoadFile(const QString& pFileName);
+    bool openAs(const QString& path, const Replay& replay);
+    bool LoadFile(const QString& pFileName, const Replay& replay);
+    SystemError fillCopy(const QString& path, const Replay& replay);
+    void reportHalf(HexCell cell);
     CopyProgress SetProgress();
     void setFree();
     bool writeOver(const QString& target);
@@ -186,6 +204,8 @@ class ucHex : public QWidget, public HexFindTarget {
     const Options& m_options;
     HexFindState& m_findState;
     WorkingCopy m_copy;
+    ObservedBytes m_bytes;
+    HexEditObserver* m_observer = nullptr;
     HexEdits m_edits;
     HexPanes m_panes;
     HexTyping m_typing;
@@ -195,6 +215,7 @@ class ucHex : public QWidget, public HexFindTarget {
     bool m_locked = false;
     bool m_ctrlDown = false;
     QString m_saveAsName;
+    bool m_wasWritten = false;
     bool m_isBusy = false;       ///< a load or save is running
     bool m_wasRefused = false;   ///< a save, while another one was running
     bool m_hasUnmarked = false;  ///< bytes were replaced or filled since the last load or save

@@ -1,19 +1,25 @@
 // Loading a file into the view and saving it.
 
 #include "hex/PacedProgress.h"
+#include "hex/bytes/HexEditObserver.h"
+#include "hex/bytes/HexReplay.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 #include "platform/FileReader.h"
 #include "platform/Yield.h"
+#include "platform/YieldPace.h"
 #include "widgets/BusyPointer.h"
 #include "widgets/Prompts.h"
 
 #include <QPointer>
 
+#include <cerrno>
 #include <utility>
 
 namespace {
+
+constexpr int AllDone = 100;  ///< percent
 
 bool isEmptyFile(const QString& path) {
     FileReader reader;
@@ -44,7 +50,15 @@ CopyProgress ucHex::SetProgress() {
 }
 
 bool ucHex::OpenFile(const QString& pFileName) {
-    if (m_isBusy || m_scans.isRunning() || isEmptyFile(pFileName))
+    return openAs(pFileName, {});
+}
+
+bool ucHex::bringBack(const QString& base, const Replay& replay) {
+    return openAs(base, replay);
+}
+
+bool ucHex::openAs(const QString& path, const Replay& replay) {
+    if (m_isBusy || m_scans.isRunning() || isEmptyFile(path))
         return false;
     finishNibble();
     const QPointer<ucHex> guard(this);
@@ -56,7 +70,7 @@ bool ucHex::OpenFile(const QString& pFileName) {
     m_edits.clear();
     m_panes.paintMarks();
     m_isBusy = true;
-    const bool loaded = LoadFile(pFileName);
+    const bool loaded = LoadFile(path, replay);
     if (!guard)
         return false;
     setFree();
@@ -73,15 +87,19 @@ bool ucHex::OpenFile(const QString& pFileName) {
     return true;
 }
 
-bool ucHex::LoadFile(const QString& pFileName) {
+bool ucHex::LoadFile(const QString& pFileName, const Replay& replay) {
     const QPointer<ucHex> guard(this);
     m_fileOpen = false;
-    const SystemError error = m_copy.load(pFileName, SetProgress());
+    if (m_observer != nullptr)
+        m_observer->unloaded();
+    const SystemError error = fillCopy(pFileName, replay);
     if (!guard)
         return false;
     PacedProgress(m_panes.parts().ProgressBar1).hide();
     if (error) {
-        m_prompts.message(this, error.description);
+        m_edits.clear();
+        if (!replay)
+            m_prompts.message(this, error.description);
         return false;
     }
     m_fileOpen = true;
@@ -89,6 +107,24 @@ bool ucHex::LoadFile(const QString& pFileName) {
     m_panes.open(m_copy.length());
     m_panes.parts().bookmarks->clear();
     return true;
+}
+
+/// The edits are made before the view shows a byte, and nobody is notified of them.
+SystemError ucHex::fillCopy(const QString& path, const Replay& replay) {
+    const CopyProgress progress = SetProgress();
+    SystemError error = m_copy.load(path, progress);
+    if (error || !replay)
+        return error;
+    HexEditObserver* const observer = m_observer;
+    setEditObserver(nullptr);
+    YieldPace pace;
+    HexReplay edits(m_edits, m_copy, [&] { return !pace.due() || progress(AllDone); });
+    const bool isWanted = replay(edits);
+    if (edits.error().number == ECANCELED)
+        return edits.error();  // this object may be destroyed
+    setEditObserver(observer);
+    m_edits.setModified();
+    return isWanted || edits.error() ? edits.error() : SystemError::fromErrno(EEXIST);
 }
 
 /// Otherwise the status bar says why not, until what is running has ended. A scan removes the text by itself.
@@ -118,6 +154,7 @@ void ucHex::setHasUnmarked(bool hasUnmarked) {
 }
 
 bool ucHex::SaveFile(const QString& pFileName, bool force) {
+    m_wasWritten = false;
     if (!maySave())
         return false;
     if (!m_fileOpen)
@@ -150,6 +187,7 @@ bool ucHex::writeOver(const QString& target) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
+    m_wasWritten = true;
     setHasUnmarked(false);
     m_panes.paintMarks();
     m_panes.parts().ProgressBar1->hide();

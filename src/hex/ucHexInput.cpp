@@ -1,5 +1,6 @@
 // Keys of the view: typing, undo, and the other actions of keys.
 
+#include "hex/bytes/HexEditObserver.h"
 #include "hex/bytes/HexText.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
@@ -28,6 +29,13 @@ bool ucHex::HandleKey(const QKeyEvent& event) {
 void ucHex::finishNibble() {
     if (m_fileOpen)
         m_typing.finishNibble(m_panes.grid(1).cell());
+}
+
+void ucHex::reportHalf(HexCell cell) {
+    if (m_observer == nullptr)
+        return;
+    const int byte = HexText::HexCellToByte(m_panes.grid(1).Value(cell.row, cell.col));
+    m_observer->halfTyped(FilePointer(), cell, static_cast<quint8>(byte));
 }
 
 void ucHex::SaveData(int row, int col) {

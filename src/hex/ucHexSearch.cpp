@@ -113,7 +113,7 @@ void ucHex::ReplaceBytes(const QString& pHexText, int position) {
     if (!m_fileOpen || !bytes || position < 1)
         return;
     const std::string_view text(bytes->constData(), static_cast<std::size_t>(bytes->size()));
-    if (const SystemError error = m_copy.write(FilePosition(position), text))
+    if (const SystemError error = m_bytes.write(FilePosition(position), text))
         m_prompts.message(this, error.description);
     else
         setHasUnmarked(true);

@@ -2,14 +2,17 @@
 #include "platform/Folders.h"
 #include "platform/InstanceLock.h"
 #include "platform/Paths.h"
+#include "recovery/journals/Journals.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
 #include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/frame/frmMain.h"
 #include "shell/start/CommandLine.h"
+#include "shell/start/EndSignals.h"
 #include "shell/start/HandOverEndpoint.h"
 #include "shell/start/HandOverSender.h"
+#include "shell/start/SessionEnd.h"
 #include "shell/start/StartUp.h"
 #include "widgets/PlaceholderColour.h"
 #include "widgets/QtPrompts.h"
@@ -28,6 +31,10 @@ namespace {
 /// Done once the window is shown and painted: nobody needs to wait for the removal of files that a killed process left
 /// behind.
 constexpr std::chrono::seconds SweepDelay(2);
+
+/// So long an end from outside waits for the disk: in the thread of the window, and when that is busy.
+constexpr std::chrono::milliseconds FlushTime(500);
+constexpr std::chrono::milliseconds LastFlushTime(300);
 
 PanelLink& makeExplorer(const WorkspaceServices& services) {
     return *new ucExplorer(services);  // the window owns it
@@ -76,10 +83,21 @@ class Program : public StartDuties {
         PlaceholderColour::follow();
         SqliteRegistry registry(registryPath());
         QtPrompts prompts;
+        Journals journals;
         FrameServices services{prompts, registry, makeExplorer, m_tail, {}};
         services.arguments = m_arguments;
         services.instanceLock = &m_lock;
+        services.journals = &journals;
         frmMain frame(services);
+        EndSignals endSignals([&journals] { journals.flush(LastFlushTime); });
+        QObject::connect(&endSignals, &EndSignals::requested, &frame,
+                         [&](int signal) { endBy(signal, frame, journals); });
+        const SessionEnd sessionEnd(
+            [&] {
+                frame.writeKept();
+                journals.flush(FlushTime);
+            },
+            [&] { return endWithSession(frame, journals); });
         frame.Load();
         frame.show();
         QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
@@ -87,6 +105,20 @@ class Program : public StartDuties {
     }
 
  private:
+    static void endBy(int signal, frmMain& frame, Journals& journals) {
+        frame.endFromOutside([signal, &journals] {
+            journals.flush(FlushTime);
+            EndSignals::endBy(signal);
+        });
+    }
+    /// Once the frame is closed, the program ends by itself.
+    static bool endWithSession(frmMain& frame, Journals& journals) {
+        if (frame.hasEnded())
+            return false;
+        endBy(0, frame, journals);
+        return true;
+    }
+
     /// Before anything that takes time: a later start then waits for this one.
     void becomeInstance() {
         makeRuntimeFolder();

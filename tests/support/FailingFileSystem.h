@@ -43,6 +43,9 @@ class FailingFileSystem : public FileSystemCalls {
     /// The call of this kind with this number (from 1) fails with `error` and has no effect; number 0 means all calls.
     void fail(SystemCall call, int number, int error) { m_failures[{call, number}] = error; }
 
+    /// Undoes fail().
+    void recover(SystemCall call, int number) { m_failures.erase({call, number}); }
+
     /// The call of this kind with this number transfers at most this many bytes.
     void shorten(SystemCall call, int number, std::size_t bytes) { m_short[{call, number}] = bytes; }
 
@@ -51,6 +54,9 @@ class FailingFileSystem : public FileSystemCalls {
 
     /// Every call of this kind takes at least so long, as on a slow disk.
     void slowDown(SystemCall call, unsigned long milliseconds) { m_delays[call] = milliseconds; }
+
+    /// Flushes are counted and may fail, but the disk is not waited for.
+    void skipFlushes() { m_skipsFlushes = true; }
 
     void setSizeLimit(quint64 bytes) { m_sizeLimit = bytes; }
 
@@ -127,7 +133,11 @@ class FailingFileSystem : public FileSystemCalls {
     int futimens(int handle, const timespec* times) override {
         return fails(SystemCall::SetTimes) ? -1 : FileSystemCalls::futimens(handle, times);
     }
-    int fsync(int handle) override { return fails(SystemCall::Flush) ? -1 : FileSystemCalls::fsync(handle); }
+    int fsync(int handle) override {
+        if (fails(SystemCall::Flush))
+            return -1;
+        return m_skipsFlushes ? 0 : FileSystemCalls::fsync(handle);
+    }
     /// Closes the handle even if the call fails, as the system does.
     int close(int handle) override {
         const bool failing = fails(SystemCall::Close);
@@ -174,5 +184,6 @@ class FailingFileSystem : public FileSystemCalls {
     std::vector<SystemCall> m_calls;
     std::set<int> m_open;
     std::size_t m_mostBytes = SIZE_MAX;
+    bool m_skipsFlushes = false;
     quint64 m_sizeLimit = UINT64_MAX;
 };

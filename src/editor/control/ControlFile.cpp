@@ -43,37 +43,74 @@ SystemError ControlFile::OpenFileAs(const QString& path, int flagWord) {
         return FileErrors::reading(path, SystemError::fromErrno(EBUSY));
     std::optional<TextFormat> format;
     if ((flagWord & ~SaveFlags::ClearHistory) != SaveFlags::AsLoaded)
-        format = formatOfSave(flagWord, m_format);
+        format = formatOfSave(flagWord, m_origin.format);
+    // Before the load: whoever writes to the file meanwhile makes it another state than this one.
+    const std::optional<FileState> state = FileState::of(path);
     // The document is created through an invisible view: the view that creates one loses the state of its own document.
     QsciScintillaBase host;
     LoadedText loaded = TextLoader::load(path, format, host);
     if (loaded.error)
         return loaded.error;
-    takeLoaded(std::move(loaded));
-    m_path = path;
-    m_converted = false;
+    const TextFormat loadedFormat = loaded.format;
+    const int mode = eolModeOf(loaded.firstLineEnd);
+    takeLoaded(std::move(loaded), {path, state, loadedFormat}, mode);
     return {};
 }
 
-void ControlFile::takeLoaded(LoadedText loaded) {
+SystemError ControlFile::openRecovered(const QString& utf8Path, TextOrigin origin, int lineEndMode) {
+    if (m_view.state().isPlaying())
+        return FileErrors::reading(utf8Path, SystemError::fromErrno(EBUSY));
+    QsciScintillaBase host;
+    LoadedText loaded = TextLoader::load(utf8Path, TextFormat{}, host);
+    if (loaded.error)
+        return loaded.error;
+    const bool intact = loaded.format == TextFormat{};
+    const bool hasOneLine = loaded.firstLineEnd.isEmpty();
+    const int mode = eolModeOf(loaded.firstLineEnd);
+    if (!intact) {
+        host.SendScintilla(Sci::SCI_RELEASEDOCUMENT, 0UL, loaded.document);
+        return FileErrors::reading(utf8Path, SystemError::fromErrno(EILSEQ));
+    }
+    takeLoaded(std::move(loaded), std::move(origin), mode);
+    if (hasOneLine || (mode != lineEndMode && holdsLineEnd(lineEndMode)))
+        m_view.send(Sci::SCI_SETEOLMODE, lineEndMode);
+    m_changedForGood = true;
+    return {};
+}
+
+/// In a text with joints one line end alone can be used, which the load has found out.
+bool ControlFile::holdsLineEnd(int mode) const {
+    if (m_view.map().joints().kind() != JointKind::None)
+        return false;
+    LineEndsSeen seen;
+    seen.look(m_view.heldText().range(0, m_view.heldText().length()));
+    if (mode == Sci::SC_EOL_CRLF)
+        return seen.crLf;
+    return mode == Sci::SC_EOL_CR ? seen.cr : seen.lf;
+}
+
+void ControlFile::takeLoaded(LoadedText loaded, TextOrigin origin, int lineEndMode) {
     const EditScope scope(m_view);
+    m_view.edits().settle();
     m_view.SendScintilla(Sci::SCI_SETDOCPOINTER, 0UL, loaded.document);
     m_view.SendScintilla(Sci::SCI_RELEASEDOCUMENT, 0UL, loaded.document);
     m_view.map().reset(loaded.ascii, loaded.jointKind, std::move(loaded.joints));
     m_view.longLines().lookAgain();
-    m_format = loaded.format;
+    m_origin = std::move(origin);
+    m_changedForGood = false;
     m_coloured = loaded.styled;
     m_view.state().forcedLock = m_view.map().joints().kind() == JointKind::Listed;
     m_view.state().typing = false;
     m_view.state().changed = false;
     m_view.state().grouped = false;  // the group belonged to the previous text
     ++m_view.state().changes;
-    applyDocumentState(eolModeOf(loaded.firstLineEnd));
+    applyDocumentState(lineEndMode);
     m_view.send(Sci::SCI_SETSCROLLWIDTH, 1);
     m_view.send(Sci::SCI_SETFIRSTVISIBLELINE, 0);
     m_view.send(Sci::SCI_SETXOFFSET, 0);
     m_lineNumbers.followAnew();
     m_look.followPieces();
+    m_view.edits().loaded();
 }
 
 void ControlFile::applyDocumentState(int lineEndMode) {
@@ -88,16 +125,16 @@ void ControlFile::applyDocumentState(int lineEndMode) {
 }
 
 SystemError ControlFile::SaveFile(const QString& path, int flagWord) {
-    const TextFormat format = formatOfSave(flagWord, m_format);
+    const TextFormat format = formatOfSave(flagWord, m_origin.format);
     const std::vector<std::string_view> text = m_view.plainRuns(0, m_view.heldText().length());
     const EncodedText encoded = encodeText(text, format);
     if (encoded.failure)
         return encoded.failure->error();
     if (const WriteResult result = UserFileWriter().write(path, encoded.pieces); result.error)
         return result.error;
-    m_format = format;
-    m_path = path;
-    m_converted = false;
+    m_origin = {path, FileState::of(path), format};
+    m_changedForGood = false;
+    m_view.edits().saved();
     m_view.send(Sci::SCI_SETSAVEPOINT);
     if ((flagWord & SaveFlags::ClearHistory) != 0)
         emptyUndoHistory();
@@ -105,11 +142,11 @@ SystemError ControlFile::SaveFile(const QString& path, int flagWord) {
 }
 
 bool ControlFile::canReopen() const {
-    return !m_path.isEmpty() && !m_converted && m_view.send(Sci::SCI_GETMODIFY) == 0;
+    return !m_origin.path.isEmpty() && !m_changedForGood && m_view.send(Sci::SCI_GETMODIFY) == 0;
 }
 
 SystemError ControlFile::reopenAs(int flagWord) {
-    return canReopen() ? OpenFileAs(m_path, flagWord) : SystemError{};
+    return canReopen() ? OpenFileAs(m_origin.path, flagWord) : SystemError{};
 }
 
 int ControlFile::lineEndMode() const {
@@ -129,7 +166,7 @@ void ControlFile::convertLineEnds(int mode) {
     m_view.longLines().lookAgain();
     m_view.send(Sci::SCI_SETEOLMODE, mode);
     m_view.send(Sci::SCI_CONVERTEOLS, mode);
-    m_converted = m_converted || m_view.state().changed;
+    m_changedForGood = m_changedForGood || m_view.state().changed;
     emptyUndoHistory();
 }
 

@@ -1,16 +1,26 @@
 #pragma once
 
+#include "platform/FileState.h"
 #include "platform/SystemError.h"
 #include "text/codec/SaveFlags.h"
 #include "text/codec/TextCodec.h"
 
 #include <QString>
 
+#include <optional>
+
 class ControlLineNumbers;
 class ControlLook;
 class ControlTyping;
 class EditView;
 struct LoadedText;
+
+/// Where the text of a control was loaded from or saved to last. A plain value.
+struct TextOrigin {
+    QString path;                    ///< empty: neither loaded nor saved yet
+    std::optional<FileState> state;  ///< of the file then
+    TextFormat format;
+};
 
 /// Loads files into a control and saves its text; its line ends and encoding. Owned by the control. An error leaves
 /// text and undo history unchanged.
@@ -23,6 +33,10 @@ class ControlFile {
     SystemError OpenFile(const QString& path);
     /// Loads the file by the encoding of a flag word of SaveFlags (without detection); AsLoaded: by detection.
     SystemError OpenFileAs(const QString& path, int flagWord);
+    /// Loads a text that was recovered, from a file of UTF-8 without a mark. It counts as the changed text of `origin`,
+    /// and is saved in its format. `lineEndMode`, as SC_EOL_, is used where the line ends of the text allow it.
+    SystemError openRecovered(const QString& utf8Path, TextOrigin origin, int lineEndMode);
+    const TextOrigin& origin() const { return m_origin; }
     /// Writes the text in place under a flag word. On failure the text stays changed.
     SystemError SaveFile(const QString& path, int flagWord);
     /// Loads the file again by the encoding of a flag word; only while nothing was edited since it was loaded or saved.
@@ -40,7 +54,8 @@ class ControlFile {
     QString limitations() const;
 
  private:
-    void takeLoaded(LoadedText loaded);
+    void takeLoaded(LoadedText loaded, TextOrigin origin, int lineEndMode);
+    bool holdsLineEnd(int mode) const;
     void applyDocumentState(int lineEndMode);
     void emptyUndoHistory();
 
@@ -48,8 +63,8 @@ class ControlFile {
     ControlTyping& m_typing;
     ControlLineNumbers& m_lineNumbers;
     ControlLook& m_look;
-    TextFormat m_format;
-    QString m_path;
+    TextOrigin m_origin;
     bool m_coloured = true;
-    bool m_converted = false;  ///< line ends, since the last load or save
+    /// Since the last load or save, in a way that undo cannot take back: line ends were converted, or a text recovered.
+    bool m_changedForGood = false;
 };

@@ -194,6 +194,10 @@ void EditView::textAboutToChange(qint64 at, int type, qint64 length) {
     if (!inserts && (type & SC_MOD_BEFOREDELETE) == 0)
         return;
     ++m_state.changes;
+    if (inserts)
+        m_edits.beforeInsert(at, length);
+    else
+        m_edits.beforeDelete(at, length);
     Q_EMIT aboutToChange(at, length, inserts);
     // The marks are moved by what text and map are before the edit.
     if (inserts) {
@@ -230,6 +234,7 @@ void EditView::closeScope() {
         send(SCI_ENDUNDOACTION);
     if (std::exchange(m_state.scrollDue, false))
         send(SCI_SCROLLCARET);
+    m_edits.settle();
     m_state.scopes = 0;
     const bool changed = std::exchange(m_state.changed, false);
     const ByteSelection now = selection();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/control/EditState.h"
+#include "editor/held/EditReport.h"
 #include "editor/held/JointedCommands.h"
 #include "editor/held/LongLines.h"
 #include "editor/held/ScintillaText.h"
@@ -48,6 +49,7 @@ class EditView : public QsciScintillaBase {
     LongLines& longLines() { return m_longLines; }
     Colouring& colouring() const { return *m_colouring; }
     MarkHistory& marks() const { return *m_marks; }
+    EditReport& edits() { return m_edits; }
     qint64 TotalLines() const { return m_map.lineCount(); }
     QString Text() const;
     void AddText(const QString& text);
@@ -148,6 +150,7 @@ class EditView : public QsciScintillaBase {
     ScintillaText m_text{*this};
     TextMap m_map{m_text};
     EditState m_state;
+    EditReport m_edits{m_text, m_map};
     LongLines m_longLines{*this, m_text, m_map};
     JointedCommands m_jointed{*this, m_text, m_map};
     std::unique_ptr<Colouring> m_colouring;

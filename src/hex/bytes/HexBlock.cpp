@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr qint64 BytesAtOnce = 512'000;
-
 bool isPosition(FilePosition position) {
     return position.number() >= 1 && position.number() <= FilePosition::Largest;
 }
@@ -27,14 +25,17 @@ std::optional<QByteArray> HexBlock::bytesIn(const ByteStore& file) const {
     return bytes;
 }
 
-SystemError HexBlock::fill(ByteStore& file, quint8 byte, const std::function<bool(int)>& watch) const {
+HexBlock::Filled HexBlock::fill(ByteStore& file, quint8 byte, const std::function<bool(int)>& watch) const {
     const QByteArray bytes(static_cast<qsizetype>(std::min(size(), BytesAtOnce)), static_cast<char>(byte));
+    Filled filled;
     for (FilePosition at = first; at <= last; at = at + bytes.size()) {
         const qint64 count = std::min<qint64>(bytes.size(), last - at + 1);
-        if (SystemError error = file.write(at, {bytes.constData(), static_cast<std::size_t>(count)}))
-            return error;
-        if (watch && !watch(static_cast<int>((at - first + count) * 100 / size())))
+        filled.error = file.write(at, {bytes.constData(), static_cast<std::size_t>(count)});
+        if (filled.error)
+            break;
+        filled.bytes += count;
+        if (watch && !watch(static_cast<int>(filled.bytes * 100 / size())))
             break;
     }
-    return {};
+    return filled;
 }

@@ -9,6 +9,8 @@
 
 /// A run of bytes of a file, both ends belonging to it.
 struct HexBlock {
+    static constexpr qint64 BytesAtOnce = 512'000;  ///< that a fill writes
+
     FilePosition first;
     FilePosition last;
 
@@ -21,7 +23,12 @@ struct HexBlock {
 
     /// Nothing when it can't be read.
     std::optional<QByteArray> bytesIn(const ByteStore& file) const;
+    /// How many bytes were overwritten, and why not the others.
+    struct Filled {
+        qint64 bytes = 0;
+        SystemError error;
+    };
     /// Overwrites each byte of it. The watch is called often with how far it is, in percent; once it returns false the
     /// rest stays as it is, and the file is not used any more.
-    SystemError fill(ByteStore& file, quint8 byte, const std::function<bool(int percent)>& watch = {}) const;
+    Filled fill(ByteStore& file, quint8 byte, const std::function<bool(int percent)>& watch = {}) const;
 };

@@ -1,6 +1,7 @@
 #include "hex/bytes/HexEdits.h"
 
 #include "hex/bytes/ByteStore.h"
+#include "hex/bytes/HexEditObserver.h"
 
 #include <cerrno>
 #include <utility>
@@ -22,6 +23,8 @@ SystemError HexEdits::overwrite(FilePosition page, HexCell cell, quint8 byte) {
     m_undoLog.add({page, cell, static_cast<quint8>(before)});
     m_changes.type(position, static_cast<quint8>(before), byte);
     m_modified = true;
+    if (m_observer != nullptr)
+        m_observer->typed(page, cell, byte);
     return {};
 }
 
@@ -37,6 +40,8 @@ std::optional<HexUndoEntry> HexEdits::takeBack(SystemError& error) {
         return std::nullopt;
     }
     m_changes.restore(position, entry->value);
+    if (m_observer != nullptr)
+        m_observer->tookBack(*entry);
     return entry;
 }
 
@@ -49,4 +54,8 @@ void HexEdits::endSave(bool isSaved) {
         m_modified = m_modified || m_wasModified;
     else if (!m_modified)
         m_changes.clear();
+}
+
+HexEdits::State HexEdits::state() const {
+    return {m_undoLog.entries(), m_changes.all(), m_modified};
 }

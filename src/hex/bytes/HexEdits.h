@@ -4,14 +4,30 @@
 #include "hex/bytes/HexUndoLog.h"
 #include "platform/SystemError.h"
 
+#include <utility>
+#include <vector>
+
 class ByteStore;
+class HexEditObserver;
 
 /// The bytes that a user typed over those of one file. Writes each into the store, keeps the old byte for undo, and
 /// reports whether there is something to save. Replacing and filling write to the store directly: they leave no undo
 /// and do not count as modified. Owned by the view, like the store, which outlives it. Errors are the system's.
 class HexEdits {
  public:
+    /// All that it keeps beside the bytes.
+    struct State {
+        std::vector<HexUndoEntry> undo;                      ///< oldest first
+        std::vector<std::pair<FilePosition, quint8>> marks;  ///< as HexChanges::all()
+        bool modified = false;
+
+        bool operator==(const State&) const = default;
+    };
+
     explicit HexEdits(ByteStore& bytes) : m_bytes(bytes) {}
+
+    /// Is notified of each byte that is typed or undone. Null: none. It must outlive this object or be removed.
+    void setObserver(HexEditObserver* observer) { m_observer = observer; }
 
     /// The store holds another file.
     void clear();
@@ -34,10 +50,15 @@ class HexEdits {
     void beginSave();
     void endSave(bool isSaved);
 
+    State state() const;
+    /// The bytes differ from those of the file, whether by typing or not.
+    void setModified() { m_modified = true; }
+
  private:
     ByteStore& m_bytes;
     HexUndoLog m_undoLog;
     HexChanges m_changes;
+    HexEditObserver* m_observer = nullptr;
     bool m_modified = false;
     bool m_wasModified = false;  ///< before the save that is under way
 };

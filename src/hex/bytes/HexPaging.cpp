@@ -26,6 +26,13 @@ void HexPaging::open(qint64 length) {
     m_pointer = FilePosition();
 }
 
+/// The row below the last one is filled too.
+bool HexPaging::isByte(FilePosition page, HexCell cell, qint64 length) {
+    const bool isPage = page.number() >= 1 && page.number() <= length && (page.number() - 1) % BytesPerRow == 0;
+    const bool isCell = cell.row >= 0 && cell.row <= PageRows && cell.col >= 0 && cell.col < BytesPerRow;
+    return isPage && isCell && positionOf(page, cell).number() <= length;
+}
+
 int HexPaging::rows() const {
     const qint64 below = floorDivided(m_length - m_pointer.number(), Row);
     return below < PageRows ? static_cast<int>(std::max<qint64>(below, 1)) + 1 : PageRows;

@@ -36,6 +36,8 @@ class HexPaging {
     FilePosition positionOf(HexCell cell) const { return positionOf(m_pointer, cell); }
     /// On the page that begins at `page`.
     static FilePosition positionOf(FilePosition page, HexCell cell) { return page + cell.row * BytesPerRow + cell.col; }
+    /// Whether a file of that length can be shown from `page` on, with a byte in this cell.
+    static bool isByte(FilePosition page, HexCell cell, qint64 length);
     bool IsPastEnd(HexCell cell) const { return positionOf(cell).number() > m_length; }
 
     /// "current/total", counted back from the end of the file.

@@ -15,3 +15,10 @@ std::optional<HexUndoEntry> HexUndoLog::take() {
     m_next = (m_next + Capacity - 1) % Capacity;
     return m_entries[static_cast<std::size_t>(m_next)];
 }
+
+std::vector<HexUndoEntry> HexUndoLog::entries() const {
+    std::vector<HexUndoEntry> entries;
+    for (int i = m_count; i > 0; --i)
+        entries.push_back(m_entries[static_cast<std::size_t>((m_next + Capacity - i) % Capacity)]);
+    return entries;
+}

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <optional>
+#include <vector>
 
 /// The value of a byte before an edit, and the page on which it was edited.
 struct HexUndoEntry {
@@ -24,6 +25,8 @@ class HexUndoLog {
     void add(const HexUndoEntry& entry);
     /// Removes and returns the newest; nothing when there is none.
     std::optional<HexUndoEntry> take();
+    /// Oldest first.
+    std::vector<HexUndoEntry> entries() const;
 
  private:
     std::array<HexUndoEntry, Capacity> m_entries;  ///< a ring

@@ -167,6 +167,10 @@ SystemError WorkingCopy::save(const QString& target, const CopyProgress& progres
     return result.error ? systemError(result.error.number) : SystemError();
 }
 
+int WorkingCopy::handle() const {
+    return m_file == nullptr ? -1 : m_file->handle();
+}
+
 qint64 WorkingCopy::length() const {
     return m_file == nullptr ? 0 : m_file->length();
 }

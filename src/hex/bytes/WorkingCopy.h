@@ -41,6 +41,8 @@ class WorkingCopy : public ByteStore {
     SystemError save(const QString& target, const CopyProgress& progress);
 
     bool isOpen() const { return m_file != nullptr; }
+    /// The open file, for who copies it as a whole; -1 without one. Stays the working copy's.
+    int handle() const;
     /// Empty until the first load, then kept.
     QString name() const { return m_name; }
 

@@ -6,10 +6,14 @@
 #include "widgets/Icons.h"
 
 #include <QStatusBar>
+#include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 
 namespace {
+
+constexpr std::chrono::seconds PassingTime(30);
 
 enum Panel { First = 1, Position = 2, LastUpdate = 3, Size = 4 };
 
@@ -72,6 +76,14 @@ void StatusPanels::ShowRepeatCount(const frmDocument* document) {
 void StatusPanels::ShowNotice(const QString& text) {
     m_notice = text;
     showFirst();
+}
+
+void StatusPanels::ShowPassingNotice(const QString& text) {
+    ShowNotice(text);
+    QTimer::singleShot(PassingTime, this, [this, text] {
+        if (m_notice == text)
+            ShowNotice({});
+    });
 }
 
 void StatusPanels::ShowRecording(const QString& text) {

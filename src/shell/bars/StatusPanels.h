@@ -29,6 +29,8 @@ class StatusPanels : public QObject {
     void clear();
     /// Shown until an empty text is set.
     void ShowNotice(const QString& text);
+    /// A notice that is shown for half a minute, unless another one comes.
+    void ShowPassingNotice(const QString& text);
     void ShowRecording(const QString& text);
 
     /// Text of panel 1 to 4.

@@ -51,8 +51,11 @@ void DocumentClosing::DocClose(frmDocument* document) {
 /// does not succeed, the question comes again: the changes are not lost unless the user says so.
 void DocumentClosing::settleChanges(const QPointer<frmDocument>& document) {
     while (document && document->isChange) {
-        if (!m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document->Caption())))
+        if (!m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document->Caption()))) {
+            if (document)
+                document->forgetChanges();
             return;
+        }
         const bool savesTheAsking = m_active.is(document);
         m_saving.SaveActive();
         if (!savesTheAsking)

@@ -10,6 +10,7 @@
 #include <functional>
 
 class InstanceLock;
+class Journals;
 class PanelLink;
 class Prompts;
 class RegistryStore;
@@ -34,4 +35,6 @@ struct FrameServices {
     QStringList arguments = {};  ///< of which the tail was made
     /// By which later starts find this instance; null: they do not. Longer-lived than the frame.
     InstanceLock* instanceLock = nullptr;
+    /// Of unsaved changes; null: none are kept. Longer-lived than the frame.
+    Journals* journals = nullptr;
 };

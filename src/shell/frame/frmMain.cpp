@@ -170,8 +170,10 @@ void frmMain::addKeys() {
     for (const char* key : {"Ctrl+Shift+F6", "Ctrl+Shift+Tab"})
         addKey(key, [&h] { h.children.activateNeighbour(-1); });
     const auto walk = [&h](int step) {
-        FocusRound::go({h.active.get(), h.findBar.widget(), &h.strip, h.sidePanel.held(), h.searchPanel.entrance()},
-                       step);
+        frmDocument* document = h.active.get();
+        QWidget* recovered = document == nullptr ? nullptr : document->recoveredBar();
+        FocusRound::go(
+            {recovered, document, h.findBar.widget(), &h.strip, h.sidePanel.held(), h.searchPanel.entrance()}, step);
     };
     addKey("F6", [walk] { walk(1); });
     addKey("Shift+F6", [walk] { walk(-1); });

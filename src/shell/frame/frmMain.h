@@ -33,6 +33,16 @@ class frmMain : public FrameLists, public DocumentHost {
     void Load();
     bool isLoaded() const { return m_loaded; }
 
+    // The end from outside (frmMainUnload.cpp): by a signal or with the desktop session.
+    /// Writes session and lists as the end of the program does, with all documents open and without a question. Without
+    /// effect while the frame is still being loaded; after it was closed, the session is not written again.
+    void writeKept();
+    /// writeKept(), and then `end`, which has to end the process: now, or when the operation has ended that disables
+    /// Close, but in a moment in any case. May be called while a modal box or a menu is shown.
+    void endFromOutside(std::function<void()> end);
+    /// Whether the frame has closed all documents and written its lists.
+    bool hasEnded() const { return m_hasEnded; }
+
     Q_INVOKABLE void OpenFileFromCmd(const QString& pFile);
     Q_INVOKABLE void NewDocument();
     Q_INVOKABLE void SaveAll();
@@ -108,9 +118,13 @@ class frmMain : public FrameLists, public DocumentHost {
     void run(const CommandTarget& target);
     std::vector<FrameStep> loadSteps();
     std::vector<FrameStep> unloadSteps();
+    std::vector<FrameStep> keepingSteps();
 
     FrameServices m_services;
     std::unique_ptr<House> m_house;
     bool m_loaded = false;
-    bool m_unloaded = false;
+    bool m_isComplete = false;  ///< the load sequence has ended
+    bool m_unloaded = false;    ///< the end has begun
+    bool m_hasEnded = false;
+    bool m_endsFromOutside = false;
 };

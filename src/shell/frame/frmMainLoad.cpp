@@ -88,6 +88,7 @@ void followCommandLine(House& house, const CommandLine::LoadOrder& order) {
 
 void frmMain::Load() {
     runSteps(loadSteps(), m_services.noted);
+    m_isComplete = true;
 }
 
 std::vector<FrameStep> frmMain::loadSteps() {

@@ -30,10 +30,10 @@ TEST(ABlock, OfOffsetsBeyondThirtyTwoBitsIsNone) {
 
 TEST(ABlock, IsFilledWithOneByteAndNothingElse) {
     MemoryBytes file("0123456789");
-    EXPECT_FALSE(HexBlock::between(Offset(3), Offset(5), 10)->fill(file, 'x'));
+    EXPECT_FALSE(HexBlock::between(Offset(3), Offset(5), 10)->fill(file, 'x').error);
     EXPECT_EQ(file.bytes, "012xxx6789");
     MemoryBytes large(QByteArray(1'300'000, '.'));
-    EXPECT_FALSE(HexBlock::between(Offset(1), Offset(1'299'998), large.length())->fill(large, 0xFF));
+    EXPECT_FALSE(HexBlock::between(Offset(1), Offset(1'299'998), large.length())->fill(large, 0xFF).error);
     EXPECT_EQ(large.bytes, "." + QByteArray(1'299'998, '\xFF') + ".");
 }
 
@@ -48,10 +48,10 @@ TEST(ABlock, IsFilledUntilItIsStopped) {
             return percent < last;
         });
     };
-    EXPECT_FALSE(fill(50));
+    EXPECT_EQ(fill(50).bytes, 1'024'000);
     EXPECT_EQ(percents, QList<int>({39, 78}));
     EXPECT_EQ(file.bytes.count('x'), 1'024'000);
-    EXPECT_FALSE(fill(1000));
+    EXPECT_EQ(fill(1000).bytes, block.size());
     EXPECT_EQ(percents, QList<int>({39, 78, 100}));
     EXPECT_EQ(file.bytes, '.' + QByteArray(1'299'998, 'x') + '.');
 }
@@ -62,7 +62,7 @@ TEST(ABlock, ThatCannotBeReadOrWrittenIsTold) {
     EXPECT_EQ(block.bytesIn(file), QByteArray("012"));
     file.fails = true;
     EXPECT_EQ(block.bytesIn(file), std::nullopt);
-    EXPECT_EQ(block.fill(file, 0).number, EIO);
+    EXPECT_EQ(block.fill(file, 0).error.number, EIO);
 }
 
 TEST(TheTextOfABlock, InHexHasABlankBehindEachByteAndALineForSixteen) {

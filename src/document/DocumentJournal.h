@@ -1,0 +1,64 @@
+#pragma once
+
+#include "editor/held/EditObserver.h"
+
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+class FoundJournal;
+class Journal;
+class Journals;
+class TextControl;
+
+/// Keeps the unsaved changes of a document's text in a journal: it begins with the first edit after a load or save and
+/// ends with the next one. Owned by the document, used in the thread of the window; destroyed before the control. No
+/// function waits for the disk or runs the event loop.
+///
+/// Destroyed while there is a journal, it leaves it for the next start.
+class DocumentJournal : private EditObserver {
+ public:
+    /// By which names the journal is found again.
+    struct About {
+        QString caption;
+        QString language;
+    };
+    /// Nothing: the text is not what a save would write, so its edits need no journal.
+    using Describe = std::function<std::optional<About>()>;
+
+    /// Both outlive this object.
+    DocumentJournal(TextControl& control, Journals& journals, Describe describe);
+    ~DocumentJournal() override;
+    Q_DISABLE_COPY_MOVE(DocumentJournal)
+
+    /// The changes made so far are not to come back, although the control still holds them.
+    void giveUp();
+    /// The control now holds what was found, whose journal is continued. After a successful FoundJournal::restore().
+    void goOn(FoundJournal& found);
+
+ private:
+    void aboutToEdit() override;
+    void inserted(qint64 at, std::string_view bytes) override;
+    void removed(qint64 at, qint64 length) override;
+    void jointKindChosen(JointKind kind) override;
+    void loaded() override;
+    void saved() override;
+
+    void begin();
+    void end();
+    void passWhole();
+    void lookLater();
+    void look();
+
+    TextControl& m_control;
+    Journals& m_journals;
+    Describe m_describe;
+    std::unique_ptr<Journal> m_journal;
+    /// The text is the one that was loaded or saved, but for what the journal holds.
+    bool m_isBaseHeld = true;
+    bool m_isLookDue = false;  ///< an edit was made since the timer was started
+    QTimer m_lookTimer;
+};

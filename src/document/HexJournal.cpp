@@ -1,0 +1,267 @@
+#include "document/HexJournal.h"
+
+#include "hex/bytes/HexBlock.h"
+#include "hex/bytes/HexReplay.h"
+#include "hex/ucHex.h"
+#include "recovery/journals/FoundJournal.h"
+#include "recovery/journals/HexEntryVisitor.h"
+#include "recovery/journals/Journal.h"
+#include "recovery/journals/Journals.h"
+
+#include <QFileInfo>
+#include <QPointer>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto PauseLength = 2s;
+
+/// Makes the edits of a journal again in a view.
+class Player : public HexEntryVisitor {
+ public:
+    explicit Player(HexReplay& replay) : m_replay(replay) {}
+
+    bool typed(qint64 page, int row, int col, quint8 byte) override {
+        m_replay.type(FilePosition(page), {row, col}, byte);
+        return m_replay.goesOn();
+    }
+    bool tookBack() override {
+        m_replay.takeBack();
+        return m_replay.goesOn();
+    }
+    bool overwrote(qint64 at, std::string_view bytes) override {
+        m_replay.write(Offset(at).position(), bytes);
+        return m_replay.goesOn();
+    }
+    bool filled(qint64 at, qint64 length, quint8 byte) override {
+        const FilePosition first = Offset(at).position();
+        m_replay.fill({first, first + length - 1}, byte);
+        return m_replay.goesOn();
+    }
+
+ private:
+    HexReplay& m_replay;
+};
+
+}  // namespace
+
+HexJournal::HexJournal(Journals* journals, ucHex& view) : m_journals(journals), m_view(view) {
+    m_wholeCheck.setSingleShot(true);
+    m_wholeCheck.setInterval(PauseLength);
+    m_wholeCheck.callOnTimeout([this] { keepWholeIfNeeded(); });
+    if (m_journals != nullptr)
+        m_view.setEditObserver(this);
+}
+
+HexJournal::~HexJournal() {
+    keepWholeIfNeeded();
+    m_view.setEditObserver(nullptr);
+}
+
+void HexJournal::begin(const QString& path, const std::optional<FileState>& state) {
+    discard();
+    m_base = {};
+    m_base.view = JournalBase::View::Hex;
+    m_base.path = path;
+    m_base.caption = QFileInfo(path).fileName();
+    m_base.state = state;
+    m_isBegun = true;
+}
+
+void HexJournal::discard() {
+    for (const auto& journal : {m_journal.get(), m_unloaded.get()}) {
+        if (journal != nullptr)
+            journal->discard();
+    }
+    leave();
+}
+
+void HexJournal::leave() {
+    m_journal.reset();
+    m_unloaded.reset();
+    reset();
+}
+
+/// If the load fails, the changes are neither saved nor given up.
+void HexJournal::unloaded() {
+    if (m_journal)
+        m_unloaded = std::move(m_journal);
+    reset();
+}
+
+void HexJournal::reset() {
+    m_half.reset();
+    m_undoable = 0;
+    m_isUndoKept = true;
+    m_isBegun = false;
+}
+
+Journal& HexJournal::journal() {
+    if (!m_journal) {
+        m_journal = m_journals->begin(m_base);
+        if (!m_isBegun)
+            m_journal->setWhole(m_view.workingCopy().handle());
+        m_isUndoKept = m_isBegun;
+    }
+    return *m_journal;
+}
+
+/// Whether the bytes are needed is found out when the edit is written to the disk, a moment later.
+void HexJournal::edited() {
+    if (!m_wholeCheck.isActive())
+        m_wholeCheck.start();
+    keepWholeIfNeeded();
+}
+
+void HexJournal::keepWholeIfNeeded() {
+    if (!m_journal || !m_view.workingCopy().isOpen() || !m_journal->needsWhole())
+        return;
+    m_journal->setWhole(m_view.workingCopy().handle());
+    m_isUndoKept = false;
+}
+
+// Edits
+
+void HexJournal::type(FilePosition page, HexCell cell, quint8 byte) {
+    journal().type(page.number(), cell.row, cell.col, byte);
+    m_undoable = std::min(m_undoable + 1, HexUndoLog::Capacity);
+}
+
+void HexJournal::write(FilePosition at, std::string_view bytes) {
+    journal().overwrite(Offset(at).number(), bytes);
+}
+
+/// Kept as if it were the whole byte, which it is if nothing follows, and taken back when the second digit follows.
+void HexJournal::halfTyped(FilePosition page, HexCell cell, quint8 byte) {
+    cancelHalf();
+    const Half half{page, cell, byte};
+    if (wouldUnmark(half))
+        return;
+    type(page, cell, byte);
+    m_half = half;
+    edited();
+}
+
+/// Whether the first digit alone would make the byte what it was before it was typed first: the mark of the byte would
+/// not come back with the second digit.
+bool HexJournal::wouldUnmark(const Half& half) const {
+    const FilePosition at = HexPaging::positionOf(half.page, half.cell);
+    char now = 0;
+    return m_view.workingCopy().read(at, &now, 1) == 1 && m_view.edits().isChanged(at, static_cast<quint8>(now)) &&
+           !m_view.edits().isChanged(at, half.byte);
+}
+
+void HexJournal::cancelHalf() {
+    if (!m_half)
+        return;
+    const Half half = *std::exchange(m_half, std::nullopt);
+    const FilePosition at = HexPaging::positionOf(half.page, half.cell);
+    char now = 0;
+    if (m_isUndoKept) {
+        m_journal->takeBack();
+        --m_undoable;
+    } else if (m_view.workingCopy().read(at, &now, 1) == 1) {
+        write(at, {&now, 1});
+    }
+}
+
+void HexJournal::typed(FilePosition page, HexCell cell, quint8 byte) {
+    const char now = static_cast<char>(byte);
+    note(HexPaging::positionOf(page, cell), {&now, 1}, 0);
+    const bool isKept = m_half && m_half->page == page && m_half->cell == cell && m_half->byte == byte;
+    if (isKept) {
+        m_half.reset();
+        return;
+    }
+    // The byte is in the working copy by now, which is where the half would be cancelled from if undo is not kept.
+    cancelHalf();
+    type(page, cell, byte);
+    edited();
+}
+
+void HexJournal::tookBack(const HexUndoEntry& entry) {
+    const char byte = static_cast<char>(entry.value);
+    const FilePosition at = HexPaging::positionOf(entry.pointer, entry.cell);
+    note(at, {&byte, 1}, 0);
+    cancelHalf();
+    if (m_isUndoKept && m_journal && m_undoable > 0) {
+        m_journal->takeBack();
+        --m_undoable;
+    } else {
+        write(at, {&byte, 1});
+    }
+    edited();
+}
+
+void HexJournal::wrote(FilePosition at, std::string_view bytes) {
+    note(at, bytes, 0);
+    cancelHalf();
+    write(at, bytes);
+    edited();
+}
+
+void HexJournal::filled(const HexBlock& block, quint8 byte) {
+    const char now = static_cast<char>(byte);
+    note(block.first, {&now, 1}, block.size());
+    cancelHalf();
+    journal().fill(Offset(block.first).number(), block.size(), byte);
+    edited();
+}
+
+// Saves
+
+void HexJournal::beginSave() {
+    m_isSaving = true;
+    m_sinceSave.clear();
+}
+
+void HexJournal::note(FilePosition at, std::string_view bytes, qint64 count) {
+    if (m_isSaving)
+        m_sinceSave.push_back({at, QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), count});
+}
+
+/// Nobody knows which of the bytes that were changed meanwhile are in the file: they are kept for it too. How they were
+/// typed is not.
+void HexJournal::endSave(bool isSaved, const QString& path) {
+    m_isSaving = false;
+    const std::vector<Change> changes = std::exchange(m_sinceSave, {});
+    if (!isSaved || !m_view.wasWritten() || m_journals == nullptr)
+        return;
+    const std::optional<Half> half = m_half;
+    begin(path, FileState::of(path));
+    for (const Change& change : changes) {
+        if (change.count > 0)
+            journal().fill(Offset(change.at).number(), change.count, static_cast<quint8>(change.bytes.front()));
+        else
+            write(change.at, {change.bytes.constData(), static_cast<std::size_t>(change.bytes.size())});
+    }
+    if (half)
+        halfTyped(half->page, half->cell, half->byte);
+}
+
+// Bringing back
+
+HexJournal::Outcome HexJournal::bringBack(FoundJournal& found) {
+    const QPointer<ucHex> alive(&m_view);
+    leave();
+    bool isSame = false;
+    const bool isShown = m_view.bringBack(found.basePath(), [&found, &isSame](HexReplay& replay) {
+        Player player(replay);
+        if (!found.visit(player) || !found.isBaseUnchanged())
+            return false;
+        isSame = replay.isSameAs(found.base().path);
+        return !isSame;
+    });
+    if (!alive || !isShown)
+        return isSame ? Outcome::SameAsFile : Outcome::Failed;
+    m_base = found.base();
+    m_journal = found.continueAs();
+    m_undoable = static_cast<int>(m_view.edits().state().undo.size());
+    m_isBegun = true;
+    return Outcome::BroughtBack;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <QWidget>
+
+class ElidedLabel;
+class QBoxLayout;
+class QPushButton;
+
+/// The bar over the text of a document whose unsaved changes were brought back: says so, and lets the person keep or
+/// discard them. Owned by the document. It does not take the focus when it is shown.
+class RecoveredBar : public QWidget {
+    Q_OBJECT
+
+ public:
+    explicit RecoveredBar(QWidget* parent = nullptr);
+
+    /// How the file is now, compared with the one that was changed.
+    enum class FileNow { AsItWas, Changed, Gone };
+    /// What the bar says of changes that were last edited at this time.
+    static QString sentence(const QDateTime& edited, const QDateTime& now, FileNow file);
+    void setSentence(const QString& text);
+
+ Q_SIGNALS:
+    void keepRequested();
+    void discardRequested();
+    void differencesRequested();
+    /// Escape was pressed in the bar.
+    void left();
+
+ protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+ private:
+    QPushButton* addButton(const char* name, const QString& text, const QString& accessibleName);
+    void foldIfNarrow();
+
+    QBoxLayout* m_rows;
+    QBoxLayout* m_buttons;
+    ElidedLabel* m_text;
+};

@@ -1,0 +1,129 @@
+// A document's unsaved changes: their journal, and those of an earlier run that are brought back.
+
+#include "document/DocumentHost.h"
+#include "document/DocumentJournal.h"
+#include "document/DocumentServices.h"
+#include "document/HexView.h"
+#include "document/RecoveredBar.h"
+#include "document/frmDocument.h"
+#include "document/rtCM.h"
+#include "editor/control/ControlFile.h"
+#include "editor/control/TextControl.h"
+#include "platform/Paths.h"
+#include "recovery/journals/FoundJournal.h"
+
+#include <QBoxLayout>
+#include <QPointer>
+
+#include <utility>
+
+namespace {
+
+RecoveredBar::FileNow fileNow(FoundJournal::File file) {
+    if (file == FoundJournal::File::Changed)
+        return RecoveredBar::FileNow::Changed;
+    return file == FoundJournal::File::Missing ? RecoveredBar::FileNow::Gone : RecoveredBar::FileNow::AsItWas;
+}
+
+}  // namespace
+
+void frmDocument::keepJournal() {
+    if (m_services.journals == nullptr)
+        return;
+    const auto describe = [this]() -> std::optional<DocumentJournal::About> {
+        if (&savedView() != m_text)
+            return std::nullopt;
+        return DocumentJournal::About{Caption(), GetLang()};
+    };
+    m_journal = std::make_unique<DocumentJournal>(m_text->control(), *m_services.journals, describe);
+}
+
+void frmDocument::forgetChanges() {
+    if (m_journal)
+        m_journal->giveUp();
+    m_isUntouchedRecovery = false;
+}
+
+bool frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
+    if (!m_journal || m_loads > 0)
+        return false;
+    const JournalBase base = found->base();
+    const TextOrigin origin{base.path, base.state, base.format};
+    if (base.view != JournalBase::View::Text ||
+        m_text->control().file().openRecovered(found->textPath(), origin, base.lineEndMode))
+        return false;
+    m_journal->goOn(*found);
+    m_text->FileChanged = true;
+    m_text->SetLangFromFile(base.path);
+    m_text->SetLang(base.language);
+    bringUp(*m_text);
+    takeRecovered(base);
+    showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
+    return true;
+}
+
+/// The document is the changed one that it was. A file that was changed since is not asked about before somebody saves
+/// over it: the bar says so.
+void frmDocument::takeRecovered(const JournalBase& base) {
+    m_holder = base.path.isEmpty() ? nullptr : &visibleView();
+    m_fileState = base.state;
+    filename = base.path;
+    isNew = false;
+    isChange = true;
+    isReadOnly = false;
+    SetDocIcon(1);
+    setCaption(base.caption);
+    refreshUpdateTimes();
+    gParent->SetTabCaption(this, true);
+    gParent->SetEditModeIcon(this);
+    gParent->CheckLangMenu(this);
+    Q_EMIT FileChange(this);
+    Q_EMIT PositionChange(this);
+}
+
+void frmDocument::showRecoveredBar(const QString& sentence) {
+    delete m_recoveredBar;
+    m_recoveredBar = new RecoveredBar(this);
+    m_recoveredBar->setSentence(sentence);
+    static_cast<QBoxLayout*>(layout())->insertWidget(0, m_recoveredBar);
+    m_recoveredBar->show();
+    connect(m_recoveredBar, &RecoveredBar::keepRequested, this, &frmDocument::hideRecoveredBar);
+    connect(m_recoveredBar, &RecoveredBar::discardRequested, this, &frmDocument::discardRecovered);
+    connect(m_recoveredBar, &RecoveredBar::differencesRequested, this, [this] { Q_EMIT DifferencesRequest(this); });
+    connect(m_recoveredBar, &RecoveredBar::left, this, [this] { setFocus(); });
+    m_isUntouchedRecovery = true;
+}
+
+/// It may be one of its buttons that was pressed.
+void frmDocument::hideRecoveredBar() {
+    m_isUntouchedRecovery = false;
+    if (m_recoveredBar == nullptr)
+        return;
+    if (m_recoveredBar->isAncestorOf(window()->focusWidget()))
+        setFocus();
+    m_recoveredBar->hide();
+    m_recoveredBar->deleteLater();
+    m_recoveredBar = nullptr;
+}
+
+/// The document becomes as its file is now; without a file it closes.
+void frmDocument::discardRecovered() {
+    if (m_loads > 0)
+        return;
+    if (!filename.isEmpty() && fileExists(filename)) {
+        const QPointer<frmDocument> alive(this);
+        OpenFile(filename, isReadOnly, false, TextEdit());
+        if (alive)
+            Q_EMIT FileChange(this);
+        return;
+    }
+    forgetChanges();
+    hideRecoveredBar();
+    isChange = false;
+    QWidget* child = parentWidget() == nullptr ? this : parentWidget();
+    QMetaObject::invokeMethod(child, &QWidget::close, Qt::QueuedConnection);
+}
+
+QWidget* frmDocument::recoveredBar() const {
+    return m_recoveredBar;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "text/held/Joints.h"
+
+#include <QtGlobal>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class JournalStream;
+
+/// The journal of one changed document: its edits since the base, in the order in which they were made. Owned by the
+/// document, used in the thread of the window, made by Journals::begin() or FoundJournal::continueAs(). No function
+/// waits for the disk, reports an error or runs the event loop: edits are put into memory, and the thread of Journals
+/// appends them to the file soon after.
+///
+/// Destroyed without discard(), the journal stays on the disk and is released: the next start brings it back.
+///
+/// Offsets and lengths are bytes. Those of a text are of the held text, joints included, as it is before the edit.
+class Journal {
+ public:
+    explicit Journal(std::shared_ptr<JournalStream> stream) : m_stream(std::move(stream)) {}
+    ~Journal();
+    Q_DISABLE_COPY_MOVE(Journal)
+
+    // Of a text
+    void insert(qint64 at, std::string_view bytes);
+    void remove(qint64 at, qint64 length);
+    /// The kind of the joints that are inserted from now on; the text has none at this moment.
+    void setJointKind(JointKind kind);
+
+    // Of a hex document; `page` is the number of the byte with which the page begins, counted as the view does
+    void type(qint64 page, int row, int col, quint8 byte);
+    void takeBack();
+    /// Written directly: no undo, no mark. `at` counts from 0.
+    void overwrite(qint64 at, std::string_view bytes);
+    void fill(qint64 at, qint64 length, quint8 byte);
+
+    /// Whether the journal is of no use without the whole contents, because its base cannot be had any more: somebody
+    /// changed the file, or removed the journal. Call setWhole() soon. Costs no more than reading a flag; ask it with
+    /// each edit, after the edit was passed on.
+    bool needsWhole() const;
+    /// The present contents of a text, joints included, which replace base and edits so far. `joints` for
+    /// JointKind::Listed only.
+    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints = {});
+    /// The same of a hex document: the file with its present bytes, which is cloned or copied later. The handle stays
+    /// the caller's and may be closed. While edits follow each other faster than a copy is made, it is made later.
+    /// Marks and undo before the copy are given up.
+    void setWhole(int handle);
+
+    /// Nothing is left to be recovered: the file is removed from the disk a moment later. What is passed on afterwards
+    /// has no effect.
+    void discard();
+
+ private:
+    std::shared_ptr<JournalStream> m_stream;
+};

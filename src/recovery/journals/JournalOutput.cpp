@@ -1,0 +1,343 @@
+#include "recovery/journals/JournalOutput.h"
+
+#include "recovery/journals/JournalHead.h"
+#include "recovery/journals/RestoredJournal.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <utility>
+
+using namespace JournalFormat;
+
+namespace {
+
+qint64 lengthOf(const JournalBase& base) {
+    return base.heldLength >= 0 ? base.heldLength : base.state ? base.state->size : 0;
+}
+
+std::string joined(const std::vector<std::string_view>& pieces, qint64 length) {
+    std::string text;
+    text.reserve(static_cast<std::size_t>(length));
+    for (const std::string_view piece : pieces)
+        text += piece;
+    return text;
+}
+
+}  // namespace
+
+JournalOutput::JournalOutput(FileSystemCalls& calls, QString folder, const JournalLimits& limits, JournalBase base,
+                             std::shared_ptr<JournalStream> stream)
+    : m_calls(calls),
+      m_folder(std::move(folder)),
+      m_limits(limits),
+      m_base(std::move(base)),
+      m_stream(std::move(stream)),
+      m_isBaseSettled(!m_base.state),
+      m_textLength(lengthOf(m_base)),
+      m_compactFrom(limits.compacted) {}
+
+JournalOutput::JournalOutput(FileSystemCalls& calls, const JournalLimits& limits, JournalBase base,
+                             std::shared_ptr<JournalStream> stream, Continued continued)
+    : m_calls(calls),
+      m_folder(continued.file->folder()),
+      m_limits(limits),
+      m_base(std::move(base)),
+      m_stream(std::move(stream)),
+      m_file(std::move(continued.file)),
+      m_isPublished(true),
+      m_awaitsWhole(continued.isPartial),
+      m_stored(continued.base),
+      m_isBaseSettled(continued.base || continued.hasWhole || !m_base.state),
+      m_baseNumber(continued.base ? continued.base->number + 1 : 0),
+      m_textLength(continued.textLength),
+      m_wholeLength(continued.hasWhole ? continued.textLength : 0),
+      m_compactFrom(limits.compacted) {}
+
+JournalOutput::~JournalOutput() {
+    if (m_wholeFile >= 0)
+        ::close(m_wholeFile);
+}
+
+std::optional<JournalOutput::Clock::time_point> JournalOutput::dueAt() const {
+    const auto due = m_stream->dueAt({m_limits.afterLast, m_limits.whileEditing});
+    const bool isEnded = due == Clock::time_point::min();
+    if (isEnded && !m_stream->isDiscarded() && (m_retryAt || m_copy != nullptr))
+        return m_retryAt;
+    if (due && m_retryAt)
+        return std::min(*due, *m_retryAt);
+    return due ? due : m_retryAt;
+}
+
+bool JournalOutput::isClean() const {
+    return m_isFinished || (m_backlog.empty() && !m_awaitsWhole && m_wholeFile < 0 && m_copy == nullptr);
+}
+
+void JournalOutput::write() {
+    if (m_stream->isDiscarded())
+        return end();
+    const bool isReleased = m_stream->isReleased();
+    takeBatch();
+    if (m_wholeFile >= 0 && m_copy == nullptr)
+        copyWhole();
+    if (!writeBacklog() || m_wholeFile >= 0) {
+        m_retryAt = Clock::now() + m_limits.whileEditing;
+        return;
+    }
+    m_retryAt.reset();
+    if (m_isPublished && !m_isBaseSettled && m_copy == nullptr)
+        beginBase();
+    if (isReleased && m_copy == nullptr)
+        m_isFinished = true;
+}
+
+/// Nothing of it is to be found again.
+void JournalOutput::end() {
+    if (m_copy != nullptr)
+        m_copy->discard();
+    m_copy.reset();
+    m_isRemoved = m_file != nullptr;
+    if (m_file != nullptr && m_isPublished)
+        m_file->remove();
+    else if (m_file != nullptr)
+        m_file->giveUp();
+    m_file.reset();
+    m_isFinished = true;
+}
+
+void JournalOutput::takeBatch() {
+    if (const int handle = m_stream->takeWholeFile(); handle >= 0) {
+        if (m_wholeFile >= 0)
+            ::close(m_wholeFile);
+        m_wholeFile = handle;
+    }
+    m_editsCopied = m_stream->edits();
+    JournalBatch batch = m_stream->take();
+    // The bytes that are about to be copied have these edits in them.
+    if (batch.isEmpty() || m_wholeFile >= 0)
+        return;
+    if (batch.isWhole) {
+        m_backlog.clear();
+        m_awaitsWhole = false;
+        if (m_copy != nullptr)
+            m_copy->discard();
+        m_copy.reset();
+        m_isBaseSettled = true;
+    }
+    if (m_awaitsWhole)
+        return;
+    m_backlog.push_back(std::move(batch));
+}
+
+bool JournalOutput::writeBacklog() {
+    if (m_backlog.empty())
+        return true;
+    if (m_file != nullptr && m_isPublished && m_file->isGone() && noteGone())
+        return true;
+    if ((m_file == nullptr && !makeFile()) || !append())
+        return false;
+    noteWritten();
+    checkFile();
+    if (isTooLong())
+        compact();
+    return true;
+}
+
+bool JournalOutput::makeFile() {
+    m_file = JournalFile::create(m_calls, m_folder);
+    m_isPublished = false;
+    if (m_file == nullptr)
+        return false;
+    const std::string head = payloadOf(m_base);
+    JournalEnd end{sizeof Magic, FirstSeed};
+    if (!writeExactly(m_calls, m_file->handle(), {Magic, sizeof Magic}, 0) &&
+        !writeFrame(m_calls, m_file->handle(), end, HeadTag, m_stream->time(), {&head, 1})) {
+        m_file->end = end;
+        return true;
+    }
+    m_file->giveUp();
+    m_file.reset();
+    return false;
+}
+
+/// After an error everything behind the old end is written again: what the system could not flush may be lost.
+bool JournalOutput::append() {
+    JournalEnd end = m_file->end;
+    const int handle = m_file->handle();
+    const bool isWritten = std::none_of(m_backlog.begin(), m_backlog.end(), [&](const JournalBatch& batch) {
+        return bool(writeFrame(m_calls, handle, end, EntriesTag, batch.time, batch.parts));
+    });
+    const bool isFlushed =
+        isWritten && (m_isPublished ? uninterrupted([&] { return m_calls.fsync(handle); }) == 0 : m_file->publish());
+    if (isFlushed) {
+        m_isPublished = true;
+        m_file->end = end;
+        return true;
+    }
+    if (m_isPublished) {
+        uninterrupted([&] { return m_calls.ftruncate(handle, m_file->end.offset); });
+    } else {
+        m_file->giveUp();
+        m_file.reset();
+    }
+    return false;
+}
+
+void JournalOutput::noteWritten() {
+    for (const JournalBatch& batch : m_backlog) {
+        m_textLength = batch.isWhole ? batch.growth : m_textLength + batch.growth;
+        if (!batch.isWhole)
+            continue;
+        m_wholeLength = batch.growth;
+        if (m_stored && m_stored->hasCopy)
+            m_file->removeBase(m_stored->number);
+        m_stored.reset();
+    }
+    m_backlog.clear();
+}
+
+/// Somebody removed the file: without what was in it, edits are of no use. Contents that are whole go into a new one.
+bool JournalOutput::noteGone() {
+    if (m_copy != nullptr)
+        m_copy->discard();
+    m_copy.reset();
+    m_isBaseSettled = true;
+    m_file.reset();
+    m_isPublished = false;
+    m_stored.reset();
+    m_wholeLength = 0;
+    if (m_backlog.front().isWhole)
+        return false;
+    m_backlog.clear();
+    m_awaitsWhole = true;
+    m_stream->askForWhole();
+    return true;
+}
+
+void JournalOutput::beginBase() {
+    m_copy = std::make_unique<BaseCopy>(m_calls, m_base.path, *m_base.state, m_file->basePath(m_baseNumber),
+                                        m_limits.copied);
+}
+
+/// Edits that come meanwhile may be in the copy or not: it is made again when they have come to rest.
+void JournalOutput::copyWhole() {
+    if (m_file == nullptr && !makeFile())
+        return;
+    BaseCopy copy(m_calls, ::dup(m_wholeFile), m_file->basePath(m_baseNumber));
+    BaseCopy::Progress progress = BaseCopy::Progress::More;
+    while (progress == BaseCopy::Progress::More)
+        progress = copy.step();
+    if (progress != BaseCopy::Progress::Done || m_stream->edits() != m_editsCopied)
+        return copy.discard();
+    StoredBase stored = copy.result();
+    stored.replaces = true;
+    m_backlog.clear();
+    m_awaitsWhole = false;
+    m_isBaseSettled = true;
+    ::close(std::exchange(m_wholeFile, -1));
+    noteBase(stored);
+}
+
+void JournalOutput::step() {
+    if (m_copy == nullptr)
+        return;
+    const BaseCopy::Progress progress = m_copy->step();
+    if (progress == BaseCopy::Progress::More)
+        return;
+    m_isBaseSettled = true;
+    if (progress == BaseCopy::Progress::Done)
+        noteBase(m_copy->result());
+    else
+        m_stream->askForWhole();
+    m_copy.reset();
+    write();
+}
+
+/// The name of the copy is on the disk before the journal says so.
+void JournalOutput::noteBase(const StoredBase& base) {
+    if (base.hasCopy && !m_file->flushFolder())
+        return;
+    const std::optional<StoredBase> before = std::exchange(m_stored, base);
+    m_stored->number = m_baseNumber++;
+    JournalEntry entry;
+    entry.kind = EntryKind::Base;
+    entry.base = *m_stored;
+    JournalBatch batch;
+    appendEntry(batch.parts.emplace_back(), entry);
+    batch.time = m_stream->time();
+    m_backlog.push_back(std::move(batch));
+    if (before && before->hasCopy && before->number != m_stored->number && writeBacklog())
+        m_file->removeBase(before->number);
+}
+
+void JournalOutput::leaveOut() {
+    if (m_copy == nullptr || !m_copy->isOnlyRead())
+        return;
+    m_copy.reset();
+    m_isBaseSettled = true;
+}
+
+/// Edits of a file that has no copy are of no use when it is changed.
+void JournalOutput::checkFile() {
+    const bool dependsOnFile = m_base.state && m_wholeLength == 0 && (!m_stored || !m_stored->hasCopy);
+    if (!dependsOnFile || m_copy != nullptr || !m_isBaseSettled)
+        return;
+    const std::optional<FileState> now = FileState::of(m_base.path);
+    if (!now || !now->hasSameBytesAs(*m_base.state))
+        m_stream->askForWhole();
+}
+
+/// The entries of a hex document are its undo log too.
+bool JournalOutput::isTooLong() const {
+    const qint64 entries = m_file->end.offset - m_wholeLength;
+    return m_base.view == JournalBase::View::Text && entries > std::max(m_compactFrom, m_textLength);
+}
+
+/// Replays the journal, and puts one in its place that begins with the result.
+void JournalOutput::compact() {
+    std::unique_ptr<JournalFile> target;
+    RestoredJournal restored(m_calls, m_file->handle(), m_file->stemPath());
+    const bool isRestored = restored.readHead() == JournalContents::Reading::Done &&
+                            restored.replay() == JournalOutcome::Restored && !restored.isPartial();
+    if (isRestored)
+        target = JournalFile::createFor(*m_file);
+    const ReplayedText& text = restored.text();
+    if (target == nullptr || !writeCompacted(*target, text)) {
+        if (target != nullptr)
+            target->giveUp();
+        // Otherwise it would be tried again with each batch.
+        m_compactFrom = 2 * m_file->end.offset;
+        return;
+    }
+    m_wholeLength = text.length();
+    m_textLength = text.length();
+    m_compactFrom = m_limits.compacted;
+    if (m_copy != nullptr)
+        m_copy->discard();
+    m_copy.reset();
+    m_isBaseSettled = true;
+    m_file = std::move(target);
+    if (m_stored && m_stored->hasCopy)
+        m_file->removeBase(m_stored->number);
+    m_stored.reset();
+}
+
+bool JournalOutput::writeCompacted(JournalFile& target, const ReplayedText& text) {
+    const std::string head = payloadOf(m_base);
+    JournalEntry whole;
+    whole.kind = EntryKind::Whole;
+    whole.jointKind = text.jointKind();
+    whole.joints = text.listedJoints();
+    whole.length = text.length();
+    std::vector<std::string> parts(1);
+    appendEntry(parts.front(), whole);
+    parts.push_back(joined(text.held(), text.length()));
+    const qint64 time = m_stream->time();
+    JournalEnd end{sizeof Magic, FirstSeed};
+    if (writeExactly(m_calls, target.handle(), {Magic, sizeof Magic}, 0) ||
+        writeFrame(m_calls, target.handle(), end, HeadTag, time, {&head, 1}) ||
+        writeFrame(m_calls, target.handle(), end, EntriesTag, time, parts) || !target.publish())
+        return false;
+    target.end = end;
+    return true;
+}

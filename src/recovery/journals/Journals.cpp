@@ -1,0 +1,60 @@
+#include "recovery/journals/Journals.h"
+
+#include "platform/Folders.h"
+#include "platform/Paths.h"
+#include "recovery/journals/FoundJournal.h"
+#include "recovery/journals/Journal.h"
+#include "recovery/journals/JournalFile.h"
+#include "recovery/journals/JournalThread.h"
+
+#include <QDir>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <utility>
+
+namespace {
+
+bool isOwnFolder(const QString& path) {
+    struct stat status {};
+    return ::lstat(localName(path).value_or(QByteArray()).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+           status.st_uid == ::geteuid();
+}
+
+}  // namespace
+
+Journals::Journals(QString folder, FileSystemCalls& calls) : Journals(std::move(folder), calls, Limits()) {}
+
+Journals::Journals(QString folder, FileSystemCalls& calls, Limits limits)
+    : m_folder(std::move(folder)), m_calls(calls), m_thread(std::make_shared<JournalThread>(calls, m_folder, limits)) {}
+
+Journals::~Journals() {
+    m_thread->end();
+}
+
+QString Journals::journalFolder() {
+    return stateFolder() + u"/recovery"_qs;
+}
+
+std::unique_ptr<Journal> Journals::begin(JournalBase base) {
+    return m_thread->begin(std::move(base));
+}
+
+/// Names begin with the time.
+std::vector<std::unique_ptr<FoundJournal>> Journals::takeAbandoned() {
+    std::vector<std::unique_ptr<FoundJournal>> found;
+    if (!isOwnFolder(m_folder))
+        return found;
+    const QString pattern = u'*' + QLatin1String(JournalFile::Suffix);
+    for (const QString& name : QDir(m_folder).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name)) {
+        if (auto journal = FoundJournal::take(m_thread, m_folder, name))
+            found.push_back(std::move(journal));
+    }
+    removeOrphans(m_calls, m_folder);
+    return found;
+}
+
+bool Journals::flush(std::chrono::milliseconds limit) {
+    return m_thread->flush(limit);
+}

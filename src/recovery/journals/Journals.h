@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/FileSystemCalls.h"
+#include "recovery/journals/JournalLimits.h"
+
+#include <QString>
+
+#include <chrono>
+#include <memory>
+#include <vector>
+
+class FoundJournal;
+class Journal;
+class JournalThread;
+struct JournalBase;
+
+/// The journals of unsaved changes of this process, the thread that writes them, and those that earlier processes left
+/// in their folder. Owned by main(), outlives all documents; used in the thread of the window. Does not run the event
+/// loop.
+///
+/// Neither thread nor folder is made before the first journal begins. A document is never disturbed for want of one: on
+/// a disk that is full or cannot be written everything stays in memory and is tried again.
+class Journals {
+ public:
+    using Limits = JournalLimits;
+
+    /// `folder`: where journals are; created accessible to this user only.
+    explicit Journals(QString folder = journalFolder(), FileSystemCalls& calls = FileSystemCalls::system());
+    Journals(QString folder, FileSystemCalls& calls, Limits limits);
+    /// Waits until everything is written or could not be.
+    ~Journals();
+    Q_DISABLE_COPY_MOVE(Journals)
+
+    static QString journalFolder();
+
+    /// The journal of a document that is about to be changed for the first time. Never null.
+    std::unique_ptr<Journal> begin(JournalBase base);
+
+    /// The journals that no living process owns, the oldest first; from now on this process owns them. Those with a
+    /// damaged head are set aside, those of other users, links and other kinds of files are passed over. Without any it
+    /// costs one look-up.
+    std::vector<std::unique_ptr<FoundJournal>> takeAbandoned();
+
+    /// Writes what is in memory at once, and waits at most so long. Returns whether all of it is on the disk, copies of
+    /// bases included.
+    bool flush(std::chrono::milliseconds limit);
+
+ private:
+    QString m_folder;
+    FileSystemCalls& m_calls;
+    std::shared_ptr<JournalThread> m_thread;
+};

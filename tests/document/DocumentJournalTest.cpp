@@ -1,0 +1,233 @@
+#include "document/RecoveryFixture.h"
+#include "editor/control/CommandNumbers.h"
+#include "editor/control/ControlFile.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <cstdio>
+#include <random>
+
+/// When the journal of a document's text begins and ends, and what is in it.
+class TextJournal : public RecoveryFixture {};
+
+TEST_F(TextJournal, DoesNotBeginBeforeTheFirstEdit) {
+    ASSERT_TRUE(open(fileOf("one")));
+    control().setSelection(0, 2);
+    document->Copy();
+    EXPECT_TRUE(flush());
+    EXPECT_FALSE(QDir(folder()).exists());
+}
+
+TEST_F(TextJournal, BringsBackWhatWasTyped) {
+    ASSERT_TRUE(open(fileOf("one\r\ntwo\r\n")));
+    type(u"x"_qs);
+    type(u"yz"_qs);
+    EXPECT_EQ(journalNames().size(), 1);
+    EXPECT_EQ(recoveredText(), QByteArray("xyzone\r\ntwo\r\n"));
+}
+
+TEST_F(TextJournal, NamesTheDocumentAndItsState) {
+    const QString file = fileOf(QByteArray("\xff\xfe"
+                                           "a\0b\0",
+                                           6),
+                                u"a.cpp"_qs);
+    ASSERT_TRUE(open(file));
+    document->setCaption(u"a.cpp"_qs);
+    const QString language = document->GetLang();
+    type(u"x"_qs);
+    endProcess();
+    const auto all = found();
+    ASSERT_EQ(all.size(), 1U);
+    const JournalBase& base = all.front()->base();
+    EXPECT_EQ(base.path, file);
+    EXPECT_EQ(base.caption, u"a.cpp"_qs);
+    EXPECT_EQ(base.format, (TextFormat{TextEncoding::Utf16LittleEndian, true}));
+    EXPECT_EQ(base.language, language);
+    EXPECT_TRUE(base.state && base.state->hasSameBytesAs(*FileState::of(file)));
+    EXPECT_EQ(all.front()->file(), FoundJournal::File::AsItWas);
+}
+
+TEST_F(TextJournal, KeepsADocumentWithoutAFile) {
+    type(u"never saved\nsecond"_qs);
+    EXPECT_EQ(recoveredText(), QByteArray("never saved\nsecond"));
+}
+
+TEST_F(TextJournal, EndsWithASave) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    ASSERT_TRUE(document->SaveFile(file));
+    EXPECT_TRUE(journalNames().isEmpty());
+    EXPECT_FALSE(isAnyLeft());
+}
+
+TEST_F(TextJournal, StartsFromTheSavedFileAfterASaveUnderAnotherName) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    ASSERT_TRUE(document->SaveFile(path(u"b.txt"_qs)));
+    type(u"y"_qs);
+    endProcess();
+    const auto all = found();
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_EQ(all.front()->base().path, path(u"b.txt"_qs));
+    EXPECT_EQ(documenttest::readFile(all.front()->textPath()), QByteArray("xyone"));
+}
+
+TEST_F(TextJournal, SurvivesASaveThatFails) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    EXPECT_FALSE(document->SaveFile(path(u"no/such/folder/a.txt"_qs)));
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_EQ(recoveredText(), QByteArray("xone"));
+}
+
+TEST_F(TextJournal, SurvivesASaveThatTheEncodingRefuses) {
+    ASSERT_TRUE(open(fileOf("caf\xe9")));
+    type(QString::fromUtf8("漢"));
+    EXPECT_FALSE(document->SaveFile(document->filename));
+    EXPECT_EQ(m_prompts.messages.size(), 1);
+    EXPECT_EQ(recoveredText(), QByteArray("漢café"));
+}
+
+TEST_F(TextJournal, FollowsASaveInAnotherEncoding) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    ASSERT_TRUE(document->SaveFile(file, SaveFormats::Unicode));
+    document->ReloadTextFile(file, SaveFormats::Unicode);
+    EXPECT_TRUE(journalNames().isEmpty());
+    type(QString::fromUtf8("é"));
+    EXPECT_EQ(recoveredText(), QByteArray("éxone"));
+}
+
+TEST_F(TextJournal, EndsWhenTheFileIsLoadedAgain) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    document->ReloadFile();
+    EXPECT_FALSE(isAnyLeft());
+}
+
+TEST_F(TextJournal, SurvivesALoadThatFails) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    EXPECT_FALSE(open(path(u"missing"_qs)));
+    EXPECT_EQ(recoveredText(), QByteArray("xone"));
+}
+
+TEST_F(TextJournal, EndsWhenTheChangesAreForgotten) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    document->forgetChanges();
+    EXPECT_FALSE(isAnyLeft());
+}
+
+TEST_F(TextJournal, HoldsTheWholeTextOfADocumentThatIsEditedAfterItsChangesWereForgotten) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    document->forgetChanges();
+    type(u"y"_qs);
+    EXPECT_EQ(recoveredText(), QByteArray("xyone"));
+}
+
+TEST_F(TextJournal, EndsWhenASwitchOfTheModeGivesTheChangesUp) {
+    ASSERT_TRUE(open(fileOf("one")));
+    type(u"x"_qs);
+    discardAtSwitch();
+    document->setTextEdit(false);
+    ASSERT_FALSE(document->TextEdit());
+    EXPECT_FALSE(document->isChange);
+    EXPECT_TRUE(journalNames().isEmpty());
+}
+
+TEST_F(TextJournal, DoesNotBeginForATextBehindBytes) {
+    ASSERT_TRUE(open(fileOf("one")));
+    document->setTextEdit(false);
+    document->SelectAll();
+    document->ToUppercase();
+    EXPECT_TRUE(journalNames().isEmpty());
+}
+
+TEST_F(TextJournal, StaysWithATextThatWaitsBehindAnEmptyByteView) {
+    type(u"x"_qs);
+    discardAtSwitch();
+    document->setTextEdit(false);
+    ASSERT_FALSE(document->TextEdit());
+    EXPECT_EQ(recoveredText(), QByteArray("x"));
+}
+
+TEST_F(TextJournal, IsWholeWhenTheFileWasChangedBeforeTheFirstEdit) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    documenttest::writeFile(file, "somebody else's");
+    type(u"x"_qs);
+    EXPECT_TRUE(flush());
+    type(u"y"_qs);
+    endProcess();
+    const auto all = found();
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_EQ(documenttest::readFile(all.front()->textPath()), QByteArray("xyone"));
+    EXPECT_EQ(all.front()->file(), FoundJournal::File::Changed);
+}
+
+TEST_F(TextJournal, IsWholeEvenWhenNoFurtherEditFollows) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    documenttest::writeFile(file, "somebody else's");
+    type(u"x"_qs);
+    EXPECT_TRUE(flush());
+    // The document asks its journal some time after the last edit.
+    QTest::qWait(6'000);
+    EXPECT_EQ(recoveredText(), QByteArray("xone"));
+}
+
+TEST_F(TextJournal, IsWholeWhenTheFileWasReplacedAfterTheFirstEdit) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    EXPECT_TRUE(flush());
+    documenttest::writeFile(path(u"new"_qs), "somebody else's");
+    ASSERT_EQ(rename(qPrintable(path(u"new"_qs)), qPrintable(file)), 0);
+    type(u"y"_qs);
+    EXPECT_EQ(recoveredText(), QByteArray("xyone"));
+}
+
+struct JournalOfLongLines : TextJournal, testing::WithParamInterface<const char*> {};
+
+TEST_P(JournalOfLongLines, BringsBackTheTextWithoutItsJoints) {
+    const QByteArray end = GetParam();
+    QByteArray words;
+    while (words.size() < 150'000)
+        words += "word" + QByteArray::number(words.size() * 7919) + ' ';
+    ASSERT_TRUE(open(fileOf("first" + end + words + end + "last" + end)));
+    std::mt19937 random(static_cast<unsigned>(end.size()) + static_cast<unsigned char>(end[0]));
+    for (int step = 0; step < 400; ++step) {
+        const auto length = control().map().positionOf(control().heldText().length());
+        const qint64 at = static_cast<qint64>(random() % static_cast<unsigned>(length + 1));
+        control().setSelection(at, std::max<qint64>(0, at - static_cast<qint64>(random() % 50)));
+        switch (random() % 6) {
+            case 0:
+                document->Undo();
+                break;
+            case 1:
+                control().ExecuteCmd(TextControl::SCI_NEWLINE);
+                break;
+            case 2:
+                view().setSelText(QString::fromLatin1(words.left(static_cast<int>(random() % 9'000))));
+                break;
+            case 3:
+                control().ExecuteCmd(TextControl::SCI_CLEAR);
+                break;
+            case 4:
+                document->Redo();
+                break;
+            default:
+                type(QString::fromUtf8("é"));
+        }
+        EXPECT_TRUE(step != 200 || flush());
+    }
+    const QByteArray text = view().Text().toUtf8();
+    EXPECT_TRUE(recoveredText() == text);
+}
+
+INSTANTIATE_TEST_SUITE_P(OfEachLineEnd, JournalOfLongLines, testing::Values("\n", "\r\n", "\r"));

@@ -1,0 +1,539 @@
+// What is kept of the changes of a hex document, and how it comes back.
+
+#include "document/frmDocument.h"
+#include "document/frmSwitch.h"
+#include "hex/grid/Grid.h"
+#include "hex/grid/GridPane.h"
+#include "hex/ucHex.h"
+#include "recovery/journals/FoundJournal.h"
+#include "recovery/journals/Journals.h"
+#include "support/RecordingHost.h"
+#include "support/ScriptedServices.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <chrono>
+#include <memory>
+#include <random>
+
+namespace {
+
+using Outcome = HexJournal::Outcome;
+
+constexpr std::chrono::seconds Long{60};
+
+QByteArray readFile(const QString& path) {
+    QFile file(path);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(no such file)");
+}
+
+/// The delays are so long that nothing is written but by flush() and at the end.
+Journals::Limits patient() {
+    Journals::Limits limits;
+    limits.afterLast = std::chrono::hours(1);
+    limits.whileEditing = std::chrono::hours(1);
+    return limits;
+}
+
+/// A document in hex mode, its journals, and a second life after a kill.
+class HexJournals : public testing::Test {
+ protected:
+    explicit HexJournals(qint64 hexBlockSize = WorkingCopy::BlockSize) : m_given(hexBlockSize) {
+        m_given.all.journals = m_journals.get();
+    }
+
+    QString at(const QString& name) const { return m_folder.filePath(name); }
+    QString file(const QByteArray& bytes, const QString& name = u"a.bin"_qs) const {
+        QFile out(at(name));
+        EXPECT_TRUE(out.open(QFile::WriteOnly) && out.write(bytes) == bytes.size());
+        return out.fileName();
+    }
+    static QByteArray someBytes(qsizetype length) {
+        QByteArray bytes;
+        for (qsizetype i = 0; i < length; ++i)
+            bytes += static_cast<char>(i % 251);
+        return bytes;
+    }
+    bool open(const QByteArray& bytes) {
+        m_document = std::make_unique<frmDocument>(&m_host, m_given.all);
+        m_document->show();
+        return m_document->OpenFile(file(bytes), false, false, false);
+    }
+
+    static ucHex& hexOf(frmDocument& document) { return *document.findChild<ucHex*>(u"ucHex1"_qs); }
+    ucHex& hex() { return hexOf(*m_document); }
+    static QByteArray workingBytes(frmDocument& document) { return readFile(hexOf(document).TempFileName()); }
+    void press(const QString& digits) { QTest::keyClicks(hex().findChild<GridPane*>(u"PicHex"_qs), digits); }
+    void pressKey(Qt::Key key) { QTest::keyClick(hex().findChild<GridPane*>(u"PicHex"_qs), key); }
+    /// Types a byte and goes on to the next.
+    void typeByte(const QString& digits) {
+        press(digits);
+        pressKey(Qt::Key_Right);
+    }
+
+    /// What a start would find if the process were killed once everything is on the disk.
+    std::vector<std::unique_ptr<FoundJournal>> foundAfterKill() {
+        EXPECT_TRUE(m_journals->flush(Long));
+        const QString copy = at(u"copy%1"_qs.arg(++m_copies));
+        QDir().mkpath(copy);
+        QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const QDir folder(m_recovery);
+        for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
+            EXPECT_TRUE(QFile::copy(folder.filePath(name), copy + u'/' + name));
+        }
+        m_second = std::make_unique<Journals>(copy, FileSystemCalls::system(), patient());
+        return m_second->takeAbandoned();
+    }
+    std::size_t countAfterKill() { return foundAfterKill().size(); }
+    /// A second document with what was found.
+    Outcome bringBack() {
+        m_again.reset();
+        auto found = foundAfterKill();
+        EXPECT_EQ(found.size(), 1U);
+        if (found.size() != 1)
+            return Outcome::Failed;
+        m_restored = found.front()->restore();
+        m_secondGiven.all.journals = m_second.get();
+        m_again = std::make_unique<frmDocument>(&m_host, m_secondGiven.all);
+        return m_again->bringBackBytes(*found.front());
+    }
+    void expectSame() {
+        ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+        EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+        EXPECT_EQ(hexOf(*m_again).edits().state().marks, hex().edits().state().marks);
+        EXPECT_EQ(hexOf(*m_again).edits().state().undo, hex().edits().state().undo);
+    }
+    void expectSameBytes() {
+        ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+        EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+    }
+    void close() {
+        QCloseEvent event;
+        QApplication::sendEvent(m_document.get(), &event);
+        m_document.reset();
+    }
+    void answerSwitch(int option) {
+        QTimer::singleShot(0, m_document.get(), [option] {
+            auto* form = qobject_cast<frmSwitch*>(QApplication::activeModalWidget());
+            ASSERT_NE(form, nullptr);
+            form->findChild<QRadioButton*>(u"Option1(%1)"_qs.arg(option))->click();
+            form->accept();
+        });
+    }
+
+    QTemporaryDir m_folder;
+    QString m_recovery = m_folder.filePath(u"recovery"_qs);
+    std::unique_ptr<Journals> m_journals = std::make_unique<Journals>(m_recovery, FileSystemCalls::system(), patient());
+    std::unique_ptr<Journals> m_second;
+    ScriptedServices m_given;
+    ScriptedServices m_secondGiven;
+    RecordingHost m_host;
+    std::unique_ptr<frmDocument> m_document;
+    std::unique_ptr<frmDocument> m_again;
+    FoundJournal::Outcome m_restored = FoundJournal::Outcome::Failed;
+    int m_copies = 0;
+};
+
+}  // namespace
+
+TEST_F(HexJournals, BeginWithTheFirstChange) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    hex().MoveNextPage();
+    hex().CountBytes(u"01 "_qs, 0);
+    EXPECT_TRUE(m_journals->flush(Long));
+    EXPECT_FALSE(QDir(m_recovery).exists());
+    press(u"A"_qs);
+    EXPECT_EQ(countAfterKill(), 1U);
+}
+
+TEST_F(HexJournals, BringBackBytesMarksUndoAndState) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    for (const QString& digits : {u"11"_qs, u"22"_qs, u"33"_qs})
+        typeByte(digits);
+    hex().cmdUndo();
+    expectSame();
+    EXPECT_EQ(m_again->filename, m_document->filename);
+    EXPECT_TRUE(m_again->isChange);
+    EXPECT_FALSE(m_again->isNew);
+    EXPECT_EQ(m_again->DocIcon(), m_document->DocIcon());
+    EXPECT_FALSE(m_again->TextEdit());
+    EXPECT_TRUE(m_again->holdsFile());
+    EXPECT_FALSE(m_again->IsChangedOnDisk());
+    EXPECT_EQ(readFile(at(u"a.bin"_qs)), someBytes(1000));
+    // And it is saved like any other.
+    EXPECT_TRUE(m_again->SaveFile(m_again->filename));
+    EXPECT_EQ(readFile(at(u"a.bin"_qs)), workingBytes(*m_document));
+    EXPECT_FALSE(m_again->isChange);
+    EXPECT_TRUE(m_second->flush(Long));
+    EXPECT_EQ(QDir(at(u"copy1"_qs)).entryList(QDir::Files), QStringList());
+}
+
+TEST_F(HexJournals, HaveTheFirstDigitOfAByteAtAnyMoment) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    press(u"7"_qs);
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(workingBytes(*m_again).first(3), QByteArray("\x11\x07\x02", 3));
+    press(u"C"_qs);
+    expectSame();
+    pressKey(Qt::Key_Right);
+    press(u"5"_qs);
+    pressKey(Qt::Key_Right);
+    expectSame();
+    press(u"9"_qs);
+    hex().cmdUndo();
+    expectSame();
+}
+
+/// The first digit makes the byte what it was at first, for a moment.
+TEST_F(HexJournals, KeepTheMarkOfAByteThatItsFirstDigitWouldRestore) {
+    ASSERT_TRUE(open(QByteArray("\x07\x01", 2)));
+    press(u"AA"_qs);
+    press(u"7"_qs);
+    press(u"B"_qs);
+    EXPECT_EQ(hex().edits().state().marks.front(), (std::pair<FilePosition, quint8>(1, 0x07)));
+    expectSame();
+}
+
+TEST_F(HexJournals, OfMoreEditsThanTheUndoLogHolds) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    for (int i = 0; i < 40; ++i)
+        typeByte(u"%1"_qs.arg(i + 10));
+    for (int i = 0; i < 35; ++i)
+        hex().cmdUndo();
+    expectSame();
+    EXPECT_EQ(workingBytes(*m_document).first(9), QByteArray("\x10\x11\x12\x13\x14\x15\x16\x17\x18"));
+}
+
+TEST_F(HexJournals, HaveWhatWasReplacedAndFilled) {
+    ASSERT_TRUE(open(someBytes(5000)));
+    hex().ReplaceAll(u"05 06 "_qs, u"EE EE EE "_qs, 0);
+    hex().ReplaceBytes(u"01 02 03 "_qs, 4999);
+    hex().fillBlock(Offset(100), Offset(4000), 0xCC);
+    EXPECT_FALSE(m_document->isChange);
+    expectSameBytes();
+    // Brought back it counts as changed: a plain save writes all of it.
+    EXPECT_TRUE(m_again->isChange);
+    EXPECT_TRUE(m_again->SaveFile(m_again->filename));
+    EXPECT_EQ(readFile(at(u"a.bin"_qs)), workingBytes(*m_document));
+}
+
+TEST_F(HexJournals, OfRandomEditsBringBackEverything) {
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        std::mt19937 random(seed);
+        const auto below = [&](int end) { return std::uniform_int_distribution<int>(0, end - 1)(random); };
+        ASSERT_TRUE(open(someBytes(700 + 13 * seed)));
+        const QString digits = u"0123456789ABCDEF"_qs;
+        const std::vector<std::function<void()>> edits{
+            [&] { press(digits.mid(below(16), 1)); },
+            [&] { press(digits.mid(below(15), 2)); },
+            [&] { press(u"00"_qs); },
+            [&] { pressKey(Qt::Key_Right); },
+            [&] { pressKey(Qt::Key_Down); },
+            [&] { pressKey(Qt::Key_PageDown); },
+            [&] { pressKey(Qt::Key_PageUp); },
+            [&] { hex().cmdUndo(); },
+            [&] { hex().ReplaceBytes(u"AB CD "_qs, 1 + below(750)); },
+            [&] { hex().fillBlock(Offset(below(700)), Offset(below(700)), static_cast<quint8>(below(256))); },
+            [&] { hex().ReplaceAll(u"07 "_qs, u"08 09 "_qs, 0); },
+        };
+        for (int i = 0; i < 300; ++i)
+            edits[static_cast<std::size_t>(below(static_cast<int>(edits.size())))]();
+        hex().finishNibble();
+        expectSame();
+        m_document->forgetChanges();
+        m_document.reset();
+    }
+}
+
+TEST_F(HexJournals, GoOnAfterTheyWereBroughtBack) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    typeByte(u"22"_qs);
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    m_document->forgetChanges();
+    // The second life is the first one of a third.
+    std::swap(m_document, m_again);
+    std::swap(m_journals, m_second);
+    m_recovery = at(u"copy1"_qs);
+    hex().cmdUndo();
+    hex().cmdUndo();
+    hex().cmdUndo();
+    typeByte(u"44"_qs);
+    hex().fillBlock(Offset(500), Offset(600), 1);
+    expectSame();
+    EXPECT_EQ(workingBytes(*m_document).first(3), QByteArray("\x44\x01\x02", 3));
+}
+
+TEST_F(HexJournals, EndWithASave) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    EXPECT_EQ(countAfterKill(), 1U);
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+TEST_F(HexJournals, BeginAgainBehindASave) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    for (const QString& digits : {u"11"_qs, u"22"_qs, u"33"_qs})
+        typeByte(digits);
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    // Undone are bytes of before the save.
+    hex().cmdUndo();
+    hex().cmdUndo();
+    expectSameBytes();
+    typeByte(u"44"_qs);
+    hex().cmdUndo();
+    hex().cmdUndo();
+    hex().cmdUndo();
+    expectSameBytes();
+    EXPECT_EQ(workingBytes(*m_again), someBytes(1000));
+}
+
+TEST_F(HexJournals, HaveAnotherFileAsTheirBaseAfterASaveUnderItsName) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    EXPECT_TRUE(m_document->SaveFile(at(u"b.bin"_qs), -1, true));
+    EXPECT_EQ(countAfterKill(), 0U);
+    typeByte(u"22"_qs);
+    expectSameBytes();
+    EXPECT_EQ(m_again->filename, at(u"b.bin"_qs));
+}
+
+/// A plain save does not write what was replaced or filled, and says that it is saved.
+TEST_F(HexJournals, GoOnWhenASaveHasNothingToWrite) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    hex().fillBlock(Offset(100), Offset(200), 0xCC);
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    EXPECT_EQ(readFile(at(u"a.bin"_qs)), someBytes(1000));
+    expectSameBytes();
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename, -1, true));
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+TEST_F(HexJournals, GoOnWhenASaveFails) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    EXPECT_FALSE(m_document->SaveFile(at(u"no/such/folder/a.bin"_qs)));
+    typeByte(u"22"_qs);
+    expectSame();
+}
+
+TEST_F(HexJournals, EndWithAReload) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    m_document->ReloadFile();
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+TEST_F(HexJournals, StayWhenAReloadFails) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    const QByteArray bytes = workingBytes(*m_document);
+    ASSERT_TRUE(m_journals->flush(Long));
+    QFile::remove(at(u"a.bin"_qs));
+    EXPECT_FALSE(m_document->OpenFile(m_document->filename, false, false, false));
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, EndWithASwitchThatGivesTheChangesUp) {
+    ASSERT_TRUE(open("some text"));
+    typeByte(u"41"_qs);
+    answerSwitch(1);
+    m_document->SwitchMode(true);
+    EXPECT_TRUE(m_document->TextEdit());
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+/// The frame under test does not save at all, like one whose save has failed.
+TEST_F(HexJournals, StayWhenTheSaveBeforeASwitchFails) {
+    ASSERT_TRUE(open("some text"));
+    typeByte(u"41"_qs);
+    const QByteArray bytes = workingBytes(*m_document);
+    answerSwitch(0);
+    m_document->SwitchMode(true);
+    EXPECT_TRUE(m_document->TextEdit());
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, StayWhenTheDocumentGoesWhileItIsChanged) {
+    ASSERT_TRUE(open(someBytes(100)));
+    typeByte(u"11"_qs);
+    const QByteArray bytes = workingBytes(*m_document);
+    close();
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, EndWithTheAnswerThatTheChangesAreNotWanted) {
+    ASSERT_TRUE(open(someBytes(100)));
+    typeByte(u"11"_qs);
+    m_document->forgetChanges();
+    close();
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+TEST_F(HexJournals, OfFillsAloneStayUntilTheDocumentIsClosed) {
+    ASSERT_TRUE(open(someBytes(100)));
+    hex().fillBlock(Offset(0), Offset(9), 0xCC);
+    m_document.reset();  // as at the end of a session, without a close
+    EXPECT_EQ(bringBack(), Outcome::BroughtBack);
+    QDir(m_recovery).removeRecursively();
+    ASSERT_TRUE(open(someBytes(100)));
+    hex().fillBlock(Offset(0), Offset(9), 0xCC);
+    close();
+    EXPECT_EQ(countAfterKill(), 0U);
+}
+
+TEST_F(HexJournals, WithTheBytesOfTheFileAreNotBroughtBack) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    hex().cmdUndo();
+    EXPECT_EQ(bringBack(), Outcome::SameAsFile);
+    EXPECT_FALSE(m_again->isChange);
+    EXPECT_TRUE(m_again->filename.isEmpty());
+    // A save that was cut short behind its last byte.
+    typeByte(u"22"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    file(workingBytes(*m_document));
+    EXPECT_EQ(bringBack(), Outcome::SameAsFile);
+}
+
+TEST_F(HexJournals, OfAFileThatIsAnotherNowAreWhole) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    file("another one");
+    expectSame();
+    EXPECT_TRUE(m_again->IsChangedOnDisk());
+    QFile::remove(at(u"a.bin"_qs));
+    expectSame();
+}
+
+TEST_F(HexJournals, OfAFileThatWasChangedBeforeTheFirstEditAreWholeToo) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    file(someBytes(500));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));  // finds that the file is another one
+    typeByte(u"22"_qs);
+    hex().cmdUndo();
+    expectSameBytes();
+    hex().cmdUndo();
+    press(u"3"_qs);
+    press(u"3"_qs);
+    hex().fillBlock(Offset(500), Offset(600), 1);
+    expectSameBytes();
+}
+
+/// Nothing is changed any more after the first edit.
+TEST_F(HexJournals, OfAFileThatWasChangedBeforeAreWholeWithoutAnotherEdit) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    file(someBytes(500));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bringBack() == Outcome::BroughtBack; }, 60'000));
+    EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+}
+
+TEST_F(HexJournals, AreWholeWhenTheDocumentGoesAtOnce) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    file(someBytes(500));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    const QByteArray bytes = workingBytes(*m_document);
+    m_document.reset();
+    EXPECT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, LeaveADocumentAsItWasWhenTheyCannotBeBroughtBack) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    auto found = foundAfterKill();
+    ASSERT_EQ(found.size(), 1U);
+    ASSERT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
+    m_again = std::make_unique<frmDocument>(&m_host, m_secondGiven.all);
+    ASSERT_TRUE(m_again->OpenFile(at(u"a.bin"_qs), false, false, true));
+    m_secondGiven.hexCalls.fail(SystemCall::Open, 0, ENOSPC);
+    EXPECT_EQ(m_again->bringBackBytes(*found.front()), Outcome::Failed);
+    EXPECT_TRUE(m_again->TextEdit());
+    EXPECT_FALSE(m_again->isChange);
+    EXPECT_EQ(m_again->filename, at(u"a.bin"_qs));
+    EXPECT_EQ(m_secondGiven.prompts.messages, QStringList());
+}
+
+TEST_F(HexJournals, AreNotKeptWithoutAPlaceForThem) {
+    m_given.all.journals = nullptr;
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    typeByte(u"22"_qs);
+    m_document.reset();
+    EXPECT_FALSE(QDir(m_recovery).exists());
+}
+
+TEST_F(HexJournals, OfALargeFillOrManyReplacementsAreSmall) {
+    ASSERT_TRUE(open(QByteArray(300'000, 'x')));
+    hex().fillBlock(Offset(0), Offset(299'998), 0xCC);
+    ASSERT_TRUE(m_journals->flush(Long));
+    const auto journalSize = [this] {
+        qint64 size = 0;
+        for (const QFileInfo& info : QDir(m_recovery).entryInfoList({u"*.journal"_qs}))
+            size += info.size();
+        return size;
+    };
+    const qint64 before = journalSize();
+    EXPECT_LT(before, 1000);
+    const int replaced = hex().ReplaceAll(u"CC "_qs, u"DD EE "_qs, 0);
+    EXPECT_GT(replaced, 250'000);
+    ASSERT_TRUE(m_journals->flush(Long));
+    EXPECT_LT(journalSize() - before, replaced * (20LL + 2));
+    expectSameBytes();
+}
+
+namespace {
+
+/// Saves and loads run the event loop after each block.
+class HexJournalsInBlocks : public HexJournals {
+ protected:
+    HexJournalsInBlocks() : HexJournals(64) {}
+
+    template <typename Action>
+    void whileSaving(Action action) {
+        QTimer::singleShot(0, m_document.get(), action);
+    }
+};
+
+}  // namespace
+
+TEST_F(HexJournalsInBlocks, HaveWhatWasChangedDuringASave) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    whileSaving([this] {
+        typeByte(u"22"_qs);
+        hex().fillBlock(Offset(700), Offset(710), 3);
+        hex().cmdUndo();
+        typeByte(u"33"_qs);
+        press(u"4"_qs);
+    });
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    EXPECT_TRUE(m_document->isChange);
+    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    hex().finishNibble();
+    EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+    EXPECT_EQ(workingBytes(*m_again).first(4), QByteArray("\x11\x33\x04\x03", 4));
+}

@@ -1,0 +1,625 @@
+// What a journal keeps, and what becomes of it.
+
+#include "recovery/journals/HexEntryVisitor.h"
+#include "recovery/journals/JournalFixture.h"
+
+#include <QThread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace std::chrono_literals;
+using JournalKeeping = JournalFixture;
+
+QByteArray nameOf(const QString& path) {
+    return QFile::encodeName(path);
+}
+
+/// Applies the edits of a hex document, and writes them down.
+class HexRecorder : public HexEntryVisitor {
+ public:
+    bool typed(qint64 page, int row, int col, quint8 byte) override {
+        return note(u"type %1 %2 %3 %4"_qs.arg(page).arg(row).arg(col).arg(byte));
+    }
+    bool tookBack() override { return note(u"back"_qs); }
+    bool overwrote(qint64 at, std::string_view bytes) override {
+        return note(u"over %1 "_qs.arg(at) + QString::fromLatin1(bytes.data(), qsizetype(bytes.size())));
+    }
+    bool filled(qint64 at, qint64 length, quint8 byte) override {
+        return note(u"fill %1 %2 %3"_qs.arg(at).arg(length).arg(byte));
+    }
+
+    QStringList entries;
+    qsizetype limit = 1'000;
+
+ private:
+    bool note(const QString& entry) {
+        entries.push_back(entry);
+        return entries.size() < limit;
+    }
+};
+
+TEST_F(JournalKeeping, EditsOfATextComeBack) {
+    const QString path = file("one two three");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        journal->insert(4, "and ");
+        journal->remove(0, 4);
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    EXPECT_EQ(recovered(), "and two three");
+}
+
+TEST_F(JournalKeeping, ATextWithoutAFileComesBack) {
+    {
+        const auto journals = makeJournals();
+        JournalBase base;
+        base.caption = u"Untitled1"_qs;
+        const auto journal = journals->begin(base);
+        journal->insert(0, "never saved");
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(found->restore(), Outcome::Restored);
+    EXPECT_EQ(bytesOf(found->textPath()), "never saved");
+    EXPECT_EQ(found->base().caption, u"Untitled1"_qs);
+    EXPECT_EQ(found->file(), File::None);
+}
+
+TEST_F(JournalKeeping, AllOfTheBaseComesBack) {
+    const QString path = file("one\rtwo");
+    JournalBase base = baseOf(path);
+    base.format = {TextEncoding::Windows1252, false};
+    base.lineEndMode = 2;
+    base.language = u"C++"_qs;
+    base.jointKind = JointKind::AnyLf;
+    base.joints = {2, 5};
+    base.heldLength = 9;
+    {
+        const auto journals = makeJournals();
+        journals->begin(base)->insert(9, "\xc3\xa4");
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->restore(), Outcome::Restored);
+    EXPECT_EQ(bytesOf(found->textPath()), "one\rtwo\xc3\xa4");
+    const JournalBase& back = found->base();
+    EXPECT_EQ(back.path, path);
+    EXPECT_EQ(back.caption, u"file"_qs);
+    EXPECT_EQ(back.state, base.state);
+    EXPECT_EQ(back.format, base.format);
+    EXPECT_EQ(back.lineEndMode, 2);
+    EXPECT_EQ(back.language, u"C++"_qs);
+    EXPECT_EQ(back.jointKind, JointKind::AnyLf);
+    EXPECT_EQ(back.joints, base.joints);
+    EXPECT_EQ(back.heldLength, 9);
+    EXPECT_LE(qAbs(found->time().secsTo(QDateTime::currentDateTime())), 600);
+}
+
+TEST_F(JournalKeeping, ListedJointsFollowTheEdits) {
+    const QString path = file("one\rtwo\nthree\r\nfour");
+    JournalBase base = baseOf(path);
+    base.jointKind = JointKind::Listed;
+    base.joints = {2, 6, 14};
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(base);
+        journal->insert(0, "<");
+        journal->remove(6, 3);
+    }
+    EXPECT_EQ(recovered(), "<one\ro\nthree\r\nfour");
+}
+
+TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
+    const QString path = file("one two three");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        journal->insert(0, "lost");
+        EXPECT_TRUE(journals->flush(Long));
+        journal->insert(0, "lost, too");
+        journal->setWhole("all\rof it", JointKind::AnyCr);
+        journal->insert(0, "and ");
+    }
+    put(path, "something else");
+    EXPECT_EQ(recovered(), "and allof it");
+}
+
+TEST_F(JournalKeeping, AChangedKindOfJointsCounts) {
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(JournalBase());
+        journal->insert(0, "one\rtwo");
+        journal->setJointKind(JointKind::AnyLf);
+        journal->insert(1, "\n");
+    }
+    EXPECT_EQ(recovered(), "one\rtwo");
+}
+
+TEST_F(JournalKeeping, ADiscardedJournalLeavesNothing) {
+    const QString path = file("one two three");
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(path));
+    journal->insert(4, "and ");
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_EQ(names().size(), 2);
+    journal->discard();
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_EQ(names(), QStringList());
+    journal->insert(0, "too late");
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(JournalKeeping, NothingIsMadeBeforeTheFirstEdit) {
+    const QString path = file("one");
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(path));
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_FALSE(QDir(folder()).exists());
+    EXPECT_TRUE(journals->takeAbandoned().empty());
+    EXPECT_FALSE(QDir(folder()).exists());
+}
+
+TEST_F(JournalKeeping, FolderAndFilesAreForTheirUserAlone) {
+    const QString path = file("one");
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(path));
+    journal->insert(0, "x");
+    EXPECT_TRUE(journals->flush(Long));
+    struct stat status {};
+    ASSERT_EQ(::stat(nameOf(folder()).constData(), &status), 0);
+    EXPECT_EQ(status.st_mode & ALLPERMS, 0700u);
+    for (const QString& name : names()) {
+        ASSERT_EQ(::stat(nameOf(folder() + u'/' + name).constData(), &status), 0);
+        EXPECT_EQ(status.st_mode & ALLPERMS, 0600u) << name.toStdString();
+    }
+}
+
+TEST_F(JournalKeeping, AnEditIsWrittenSoonAfterTheLastOne) {
+    JournalLimits limits = patient();
+    limits.afterLast = 20ms;
+    const auto journals = makeJournals(FileSystemCalls::system(), limits);
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "soon");
+    while (names(u"*.journal"_qs).isEmpty())
+        QThread::msleep(5);
+    SUCCEED();
+}
+
+TEST_F(JournalKeeping, EditsThatGoOnAreWrittenAllTheSame) {
+    JournalLimits limits = patient();
+    limits.whileEditing = 50ms;
+    const auto journals = makeJournals(FileSystemCalls::system(), limits);
+    const auto journal = journals->begin(JournalBase());
+    while (names(u"*.journal"_qs).isEmpty()) {
+        journal->insert(0, "on ");
+        QThread::msleep(1);
+    }
+    SUCCEED();
+}
+
+TEST_F(JournalKeeping, WhatIsTheSameAsTheFileIsReportedSo) {
+    const QString path = file("one two");
+    {
+        const auto journals = makeJournals();
+        journals->begin(baseOf(path))->insert(3, " and");
+    }
+    // The save was done, and then the process was killed.
+    put(path, "one and two");
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    EXPECT_EQ(found->restore(), Outcome::SameAsFile);
+    EXPECT_TRUE(found->isSameAsFile());
+    EXPECT_TRUE(found->discard());
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(JournalKeeping, EditsThatEndWhereTheyBeganAreTheSameAsTheFile) {
+    const QString path = file("one two");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        journal->insert(3, "x");
+        journal->remove(3, 1);
+    }
+    recovered(Outcome::SameAsFile);
+}
+
+TEST_F(JournalKeeping, AnEmptiedTextWithoutAFileIsNothing) {
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(JournalBase());
+        journal->insert(0, "x");
+        journal->remove(0, 1);
+    }
+    recovered(Outcome::SameAsFile);
+}
+
+TEST_F(JournalKeeping, TheStateOfTheFileIsReported) {
+    const QString kept = file("one", u"kept"_qs);
+    const QString touched = file("one", u"touched"_qs);
+    const QString changed = file("one", u"changed"_qs);
+    const QString missing = file("one", u"missing"_qs);
+    {
+        const auto journals = makeJournals();
+        std::vector<std::unique_ptr<Journal>> all;
+        for (const QString& path : {kept, touched, changed, missing}) {
+            all.push_back(journals->begin(baseOf(path)));
+            all.back()->insert(0, "x");
+        }
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    EXPECT_TRUE(QFile::remove(touched));
+    file("one", u"touched"_qs);
+    put(changed, "two");
+    EXPECT_TRUE(QFile::remove(missing));
+    const auto journals = makeJournals();
+    const auto found = journals->takeAbandoned();
+    ASSERT_EQ(found.size(), 4u);
+    const File expected[] = {File::AsItWas, File::AsItWas, File::Changed, File::Missing};
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        EXPECT_EQ(found[i]->restore(), Outcome::Restored);
+        EXPECT_EQ(found[i]->file(), expected[i]) << i;
+        EXPECT_EQ(bytesOf(found[i]->textPath()), "xone");
+    }
+}
+
+TEST_F(JournalKeeping, AFileThatWasChangedBeforeTheFirstEditAsksForTheWhole) {
+    const QString path = file("one");
+    const JournalBase base = baseOf(path);
+    put(path, "other bytes");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(base);
+        EXPECT_FALSE(journal->needsWhole());
+        journal->insert(0, "x");
+        EXPECT_TRUE(journals->flush(Long));
+        EXPECT_TRUE(journal->needsWhole());
+        journal->setWhole("xone", JointKind::None);
+        EXPECT_FALSE(journal->needsWhole());
+        journal->insert(1, "y");
+    }
+    EXPECT_EQ(recovered(), "xyone");
+}
+
+TEST_F(JournalKeeping, AFileThatIsTooLargeToCopyIsWatchedInstead) {
+    const QString path = file("one two three");
+    JournalLimits limits = patient();
+    limits.copied = 4;
+    FileSystemCalls& calls = FileSystemCalls::system();
+    const auto journals = makeJournals(calls, limits);
+    const auto journal = journals->begin(baseOf(path));
+    journal->insert(0, "x");
+    EXPECT_TRUE(journals->flush(Long));
+    if (!names(u"*.base"_qs).isEmpty())
+        GTEST_SKIP() << "the file system clones";
+    EXPECT_FALSE(journal->needsWhole());
+    put(path, "other bytes");
+    journal->insert(0, "x");
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_TRUE(journal->needsWhole());
+}
+
+TEST_F(JournalKeeping, WithoutACopyTheFileItselfIsTheBaseAsLongAsItIsAsItWas) {
+    const QString path = file("one two three");
+    JournalLimits limits = patient();
+    limits.copied = 4;
+    {
+        const auto journals = makeJournals(FileSystemCalls::system(), limits);
+        journals->begin(baseOf(path))->insert(0, "x");
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    if (!names(u"*.base"_qs).isEmpty())
+        GTEST_SKIP() << "the file system clones";
+    EXPECT_EQ(recovered(), "xone two three");
+    put(path, "one two threE");
+    recovered(Outcome::Lost);
+    EXPECT_EQ(names(u"*.journal"_qs).size(), 1) << "nothing is removed unseen";
+}
+
+TEST_F(JournalKeeping, AJournalThatWasRemovedByHandAsksForTheWhole) {
+    const QString path = file("one");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        journal->insert(0, "a");
+        EXPECT_TRUE(journals->flush(Long));
+        EXPECT_TRUE(QDir(folder()).removeRecursively());
+        journal->insert(0, "b");
+        EXPECT_FALSE(journals->flush(Long));
+        EXPECT_TRUE(journal->needsWhole());
+        journal->setWhole("baone", JointKind::None);
+        journal->insert(0, "c");
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    EXPECT_EQ(recovered(), "cbaone");
+}
+
+TEST_F(JournalKeeping, AJournalOfALivingProcessIsPassedOver) {
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "mine");
+    EXPECT_TRUE(journals->flush(Long));
+    const auto others = makeJournals();
+    EXPECT_TRUE(others->takeAbandoned().empty());
+    EXPECT_EQ(names().size(), 1);
+}
+
+TEST_F(JournalKeeping, TwoProcessesNeverTakeTheSameOne) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(JournalBase())->insert(0, "one");
+        journals->begin(JournalBase())->insert(0, "two");
+    }
+    const auto first = makeJournals();
+    const auto second = makeJournals();
+    const auto taken = first->takeAbandoned();
+    EXPECT_EQ(taken.size(), 2u);
+    EXPECT_TRUE(second->takeAbandoned().empty());
+}
+
+TEST_F(JournalKeeping, AKilledProcessLeavesWhatItHasWritten) {
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(JournalBase());
+        journal->insert(0, "written");
+        const bool isWritten = journals->flush(Long);
+        journal->insert(0, "not yet ");
+        const ssize_t count = ::write(ready[1], isWritten ? "y" : "n", 1);
+        ::pause();
+        ::_exit(count == 1 ? 0 : 1);
+    }
+    char answer = 0;
+    ASSERT_EQ(::read(ready[0], &answer, 1), 1);
+    EXPECT_EQ(answer, 'y');
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty()) << "it lives";
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    ::close(ready[0]);
+    ::close(ready[1]);
+    EXPECT_EQ(recovered(), "written");
+}
+
+TEST_F(JournalKeeping, ALinkInThePlaceOfTheFolderIsNotFollowed) {
+    QDir().mkpath(at(u"elsewhere"_qs));
+    QDir().mkpath(at(u"state"_qs));
+    ASSERT_TRUE(QFile::link(at(u"elsewhere"_qs), folder()));
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "x");
+    EXPECT_FALSE(journals->flush(Long));
+    EXPECT_TRUE(QDir(at(u"elsewhere"_qs)).isEmpty());
+    EXPECT_TRUE(journals->takeAbandoned().empty());
+}
+
+TEST_F(JournalKeeping, AFolderThatComesBackTakesEverythingThatWaits) {
+    put(at(u"state"_qs), "in the way");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(JournalBase());
+        journal->insert(0, "a");
+        EXPECT_FALSE(journals->flush(Long));
+        journal->insert(1, "b");
+        EXPECT_FALSE(journals->flush(Long));
+        EXPECT_TRUE(QFile::remove(at(u"state"_qs)));
+        journal->insert(2, "c");
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    EXPECT_EQ(recovered(), "abc");
+}
+
+TEST_F(JournalKeeping, LinksAndHardLinksAreNotTaken) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(JournalBase())->insert(0, "x");
+    }
+    const QString name = names().value(0);
+    ASSERT_EQ(::rename(nameOf(journalPath()).constData(), nameOf(at(u"real"_qs)).constData()), 0);
+    ASSERT_EQ(::link(nameOf(at(u"real"_qs)).constData(), nameOf(folder() + u'/' + name).constData()), 0);
+    ASSERT_TRUE(QFile::link(at(u"real"_qs), folder() + u"/1-1-1.journal"_qs));
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    EXPECT_EQ(names().size(), 2);
+}
+
+TEST_F(JournalKeeping, ADamagedHeadIsSetAsideAndNeverRemoved) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(JournalBase())->insert(0, "x");
+    }
+    QByteArray bytes = bytesOf(journalPath());
+    bytes[12] = static_cast<char>(bytes[12] + 1);
+    put(journalPath(), bytes);
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    ASSERT_EQ(names().size(), 1);
+    EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
+    EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+}
+
+TEST_F(JournalKeeping, LeftoversOfNoJournalAreRemoved) {
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(file("one")));
+    journal->insert(0, "x");
+    EXPECT_TRUE(journals->flush(Long));
+    const QStringList living = names();
+    for (const char* name : {"1-1-1.0.base", "1-1-1.text", "1-1-1.journal.new"})
+        put(folder() + u'/' + QLatin1String(name), "left");
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    EXPECT_EQ(names(), living);
+}
+
+TEST_F(JournalKeeping, OneThatIsSetAsideKeepsItsBaseAndIsNotTakenAgain) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(baseOf(file("one")))->insert(0, "x");
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    {
+        const auto journals = makeJournals();
+        const auto found = only(journals->takeAbandoned());
+        ASSERT_NE(found, nullptr);
+        EXPECT_EQ(found->restore(), Outcome::Restored);
+        EXPECT_TRUE(found->setAside());
+    }
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    EXPECT_EQ(names(u"*.aside"_qs).size(), 1);
+    EXPECT_EQ(names(u"*.base"_qs).size(), 1);
+    EXPECT_EQ(names().size(), 2) << "the text is removed with the object";
+}
+
+TEST_F(JournalKeeping, ADocumentThatIsOnlyLookedAtStays) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(baseOf(file("one")))->insert(0, "x");
+    }
+    for (int start = 0; start < 3; ++start) {
+        const auto journals = makeJournals();
+        auto found = only(journals->takeAbandoned());
+        ASSERT_NE(found, nullptr);
+        EXPECT_EQ(found->restore(), Outcome::Restored);
+        EXPECT_EQ(bytesOf(found->textPath()), "xone");
+        const QDateTime time = found->time();
+        const auto journal = found->continueAs();
+        EXPECT_EQ(found->time(), time);
+    }
+}
+
+TEST_F(JournalKeeping, CompactionKeepsTheTextAndDropsTheBase) {
+    JournalLimits limits = patient();
+    limits.compacted = 2'000;
+    const QString path = file("one two three");
+    std::string expected = "one two three";
+    {
+        const auto journals = makeJournals(FileSystemCalls::system(), limits);
+        const auto journal = journals->begin(baseOf(path));
+        for (int i = 0; i < 400; ++i) {
+            journal->insert(2, std::string(20, 'x'));
+            journal->remove(2, 20);
+            journal->insert(0, "y");
+            expected.insert(0, "y");
+            EXPECT_TRUE(journals->flush(Long));
+            EXPECT_LE(bytesOf(journalPath()).size(), 6'000);
+        }
+        EXPECT_EQ(names().size(), 1);
+    }
+    put(path, "something else");
+    EXPECT_EQ(recovered(), expected);
+}
+
+TEST_F(JournalKeeping, EditsOfBytesComeBackInTheirOrder) {
+    const QString path = file("0123456789");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path, JournalBase::View::Hex));
+        journal->type(1, 0, 3, 0xff);
+        journal->takeBack();
+        journal->overwrite(4, "abc");
+        journal->fill(0, 10, 7);
+        EXPECT_TRUE(journals->flush(Long));
+        journal->overwrite(9, "z");
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->restore(), Outcome::Restored);
+    EXPECT_EQ(bytesOf(found->basePath()), "0123456789");
+    EXPECT_TRUE(found->isBaseUnchanged());
+    HexRecorder recorder;
+    EXPECT_TRUE(found->visit(recorder));
+    EXPECT_EQ(recorder.entries,
+              QStringList({u"type 1 0 3 255"_qs, u"back"_qs, u"over 4 abc"_qs, u"fill 0 10 7"_qs, u"over 9 z"_qs}));
+    HexRecorder impatient;
+    impatient.limit = 2;
+    EXPECT_FALSE(found->visit(impatient));
+    EXPECT_EQ(impatient.entries.size(), 2);
+    // It goes on behind them.
+    const auto journal = found->continueAs();
+    journal->takeBack();
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_FALSE(journal->needsWhole());
+}
+
+TEST_F(JournalKeeping, EntriesPastTheEndOfTheBytesDoNotCount) {
+    const QString path = file("0123456789");
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path, JournalBase::View::Hex));
+        journal->overwrite(4, "abc");
+        journal->overwrite(9, "too long");
+        journal->fill(0, 1, 7);
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->restore(), Outcome::Restored);
+    HexRecorder recorder;
+    EXPECT_TRUE(found->visit(recorder));
+    EXPECT_EQ(recorder.entries, QStringList({u"over 4 abc"_qs}));
+    const auto journal = found->continueAs();
+    EXPECT_TRUE(journal->needsWhole()) << "what follows could not be told from what did not fit";
+}
+
+TEST_F(JournalKeeping, WholeBytesTakeThePlaceOfBaseAndEdits) {
+    const QString path = file("0123456789");
+    const JournalBase base = baseOf(path, JournalBase::View::Hex);
+    put(path, "changed by somebody");
+    const QString copy = file("01X3456789", u"working copy"_qs);
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(base);
+        journal->overwrite(2, "X");
+        EXPECT_TRUE(journals->flush(Long));
+        ASSERT_TRUE(journal->needsWhole());
+        const int handle = ::open(nameOf(copy).constData(), O_RDONLY | O_CLOEXEC);
+        journal->setWhole(handle);
+        ::close(handle);
+        EXPECT_FALSE(journal->needsWhole());
+        EXPECT_TRUE(journals->flush(Long));
+        journal->overwrite(3, "Y");
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->restore(), Outcome::Restored);
+    EXPECT_EQ(found->file(), File::Changed);
+    EXPECT_EQ(bytesOf(found->basePath()), "01X3456789");
+    HexRecorder recorder;
+    EXPECT_TRUE(found->visit(recorder));
+    EXPECT_EQ(recorder.entries, QStringList({u"over 3 Y"_qs}));
+}
+
+TEST_F(JournalKeeping, AFillOfManyBytesTakesFew) {
+    const QString path = file("0123456789");
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(path, JournalBase::View::Hex));
+    journal->type(1, 0, 0, 1);
+    EXPECT_TRUE(journals->flush(Long));
+    const qint64 before = QFileInfo(journalPath()).size();
+    journal->fill(0, 1'000'000'000, 7);
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_LE(QFileInfo(journalPath()).size() - before, 60);
+}
+
+TEST_F(JournalKeeping, AMillionReplacementsTakeLittleMoreThanTheirBytes) {
+    const QString path = file("0123456789");
+    const auto journals = makeJournals();
+    const auto journal = journals->begin(baseOf(path, JournalBase::View::Hex));
+    for (int i = 0; i < 1'000'000; ++i)
+        journal->overwrite(2'000 * qint64(i), "abcd");
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_LE(QFileInfo(journalPath()).size(), 1'000'000 * 12);
+}
+
+}  // namespace
