@@ -31,6 +31,8 @@ class Desk {
         void (Desk::*play)();
     };
     static const Act Acts[];
+    /// Save As writes to one of so many files.
+    static constexpr unsigned CopyNames = 3;
     enum class Moment { AtRandom, InTheMiddle, WhenDone };
 
     // Rounds
@@ -75,6 +77,7 @@ class Desk {
     void kill(const char* what);
 
     unsigned random(unsigned below) { return static_cast<unsigned>(m_random() % below); }
+    static QByteArray copyName(unsigned number) { return "copy" + QByteArray::number(number); }
     QByteArray saves() const { return m_folder + "/home/state/quillmark/saves"; }
     QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
     QByteArray files() const { return m_folder + "/files"; }

@@ -25,7 +25,6 @@ constexpr unsigned MostGapsMs[] = {6, 30, 90};
 /// A key that is so young is typing.
 constexpr auto Young = 60ms;
 constexpr int ManyKeys = 150;
-constexpr int CopyNames = 3;
 constexpr int ReplaceEntry = 7;
 
 bool isMissingOrSame(const QByteArray& path, const struct stat& before) {
@@ -170,7 +169,7 @@ void Desk::saveAs() {
     type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
     finishByte(text);
     m_operator.settle();
-    m_copy = files() + "/copy" + QByteArray::number(random(CopyNames));
+    m_copy = files() + "/" + copyName(random(CopyNames));
     m_copyBefore = bytesOf(m_copy);
     m_copyAfter = text.bytesNow();
     m_operator.press("alt+f");

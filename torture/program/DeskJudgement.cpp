@@ -3,6 +3,7 @@
 #include "Contents.h"
 #include "SceneFiles.h"
 #include "program/Desk.h"
+#include "recovery/saves/SaveRecovery.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,8 +13,6 @@
 
 namespace {
 
-constexpr const char* RecordSuffix = ".record";
-constexpr const char* AsideSuffix = ".aside";
 constexpr unsigned MostOpened = 3;
 /// A save is under way soon after the key; waiting longer only finds out that there is none.
 constexpr int SaveBeginMs = 3'000;
@@ -57,7 +56,9 @@ void Desk::open() {
 
 /// After the start, which completes interrupted saves before it shows anything.
 void Desk::judgeFiles() {
-    std::set<QByteArray> expected{m_copy.mid(files().size() + 1), "untitled.txt"};
+    std::set<QByteArray> expected{"untitled.txt"};
+    for (unsigned number = 0; number < CopyNames; ++number)
+        expected.insert(copyName(number));
     for (const auto& each : m_manuscripts) {
         const QByteArray name = each->path().mid(files().size() + 1);
         if (const std::optional<QByteArray> problem = each->problemOfFile())
@@ -73,24 +74,28 @@ void Desk::judgeFiles() {
     judgeCopy();
     for (const QByteArray& folder : {saves(), journals()}) {
         for (const QByteArray& name : namesIn(folder)) {
-            if (name.endsWith(AsideSuffix))
+            if (name.endsWith(SaveRecovery::AsideSuffix))
                 throw Broken{name + " was set aside"};
         }
     }
 }
 
+/// A file that did not exist may be left in part: the text that was to be in it comes back as unsaved then.
 void Desk::judgeCopy() {
     if (m_copied == nullptr)
         return;
     const std::optional<QByteArray> bytes = bytesOf(m_copy);
     const bool isNew = bytes == m_copyAfter;
-    if (!isNew && bytes != m_copyBefore)
+    const bool isPart = !m_copyBefore && bytes && !isNew && bytes->size() <= m_copyAfter.size();
+    if (isPart)
+        m_report.count("kills that left a part of a new file");
+    if (!isNew && !isPart && bytes != m_copyBefore)
         throw Broken{"what Save As wrote is neither the old nor the new file"};
     if (!isNew && m_wasCopyDone)
         throw Broken{"what Save As wrote is lost"};
     if (isNew)
         m_copied->givenUp(m_wasCopyDone);
-    if (random(2) == 0)
+    if (isPart || random(2) == 0)
         ::unlink(m_copy.constData());
     m_copied = nullptr;
 }
@@ -176,7 +181,8 @@ void Desk::judgeUntitled() {
 
 /// A record without a program is what a kill has left of a save.
 bool Desk::isSaveUnderWay() const {
-    return std::ranges::any_of(namesIn(saves()), [](const QByteArray& name) { return name.endsWith(RecordSuffix); });
+    return std::ranges::any_of(namesIn(saves()),
+                               [](const QByteArray& name) { return name.endsWith(SaveRecovery::RecordSuffix); });
 }
 
 /// After an end in order.
