@@ -1,17 +1,21 @@
 // Times of the hex view that a user notices, compared with what the system needs for the same: opening, the next page,
-// searching, counting and marking, saving; and the memory used for a large file. Runs without a display with
-// QT_QPA_PLATFORM=offscreen; the results are wall-clock times.
+// searching, counting and marking, saving; typing, replacing and filling with and without a journal; and the memory
+// used for a large file. Runs without a display with QT_QPA_PLATFORM=offscreen; the results are wall-clock times.
 
+#include "document/HexJournal.h"
 #include "hex/bytes/HexFindState.h"
 #include "hex/bytes/HexText.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
+#include "recovery/journals/Journals.h"
 #include "settings/Options.h"
 #include "widgets/QtPrompts.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
@@ -21,6 +25,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <functional>
@@ -318,6 +323,62 @@ void markZeros(benchmark::State& state) {
     }
 }
 
+/// A view of a file of its own whose changes are kept in a journal, or are not.
+struct Kept {
+    explicit Kept(bool isKept, const QString& path)
+        : shown(path), journals(folder.filePath(u"recovery"_qs)), journal(isKept ? &journals : nullptr, shown.view) {
+        journal.begin(path, FileState::of(path));
+    }
+    /// Waits until all is on the disk.
+    double journalBytes() {
+        journals.flush(std::chrono::minutes(1));
+        double bytes = 0;
+        for (const QFileInfo& file : QDir(folder.filePath(u"recovery"_qs)).entryInfoList({u"*.journal"_qs}))
+            bytes += static_cast<double>(file.size());
+        return bytes;
+    }
+
+    Shown shown;
+    QTemporaryDir folder;
+    Journals journals;
+    HexJournal journal;
+};
+
+/// Two digits and a step to the next byte, painted. Once with a journal and once without.
+void typeByte(benchmark::State& state) {
+    Kept kept(state.range(0) == 1, files().path(10 * Megabyte));
+    GridPane* const pane = kept.shown.pane();
+    const auto press = [pane](int key, const QString& text) {
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QApplication::sendEvent(pane, &event);
+    };
+    for (auto _ : state) {
+        press(Qt::Key_A, u"A"_qs);
+        press(Qt::Key_5, u"5"_qs);
+        press(Qt::Key_Right, QString());
+        QApplication::processEvents();
+    }
+    state.counters["journal_bytes"] = benchmark::Counter(kept.journalBytes(), benchmark::Counter::kAvgIterations);
+}
+
+void replaceMatches(benchmark::State& state) {
+    const QString path = files().pathOfMatches(1'000'000);
+    Kept kept(state.range(0) == 1, path);
+    const QString often = sequence(Often);
+    for (auto _ : state) {
+        if (kept.shown.view.ReplaceAll(often, often, 0) != 1'000'000)
+            state.SkipWithError("replaced otherwise");
+    }
+    state.counters["journal_bytes"] = benchmark::Counter(kept.journalBytes(), benchmark::Counter::kAvgIterations);
+}
+
+void fillMost(benchmark::State& state) {
+    Kept kept(state.range(0) == 1, files().path(1000 * Megabyte));
+    for (auto _ : state)
+        kept.shown.view.fillBlock(Offset(0), Offset(1000 * Megabyte), 0xCC);
+    state.counters["journal_bytes"] = benchmark::Counter(kept.journalBytes(), benchmark::Counter::kAvgIterations);
+}
+
 }  // namespace
 
 #define QUILLMARK_BENCH(function) BENCHMARK(function)->Unit(benchmark::kMillisecond)->UseRealTime()
@@ -337,6 +398,9 @@ QUILLMARK_CAPTURE(findAsGrep, any_case, u"i"_qs)->Arg(1000)->Iterations(5);
 QUILLMARK_BENCH(countMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
 QUILLMARK_BENCH(markMatches)->RangeMultiplier(2)->Range(125'000, 1'000'000)->Complexity(benchmark::oN);
 QUILLMARK_BENCH(memoryOfMarks)->Arg(1'000'000)->Iterations(1);
+QUILLMARK_BENCH(typeByte)->Arg(0)->Arg(1);
+QUILLMARK_BENCH(replaceMatches)->Arg(0)->Arg(1)->Iterations(3);
+QUILLMARK_BENCH(fillMost)->Arg(0)->Arg(1)->Iterations(3);
 QUILLMARK_BENCH(markZeros)->Arg(100)->Iterations(1);
 
 int main(int argc, char** argv) {

@@ -1,9 +1,13 @@
-# quillmark-recover, which opens the records of interrupted saves to a person at a terminal.
+# quillmark-recover, which opens records of interrupted saves and journals to a person at a terminal.
 
 add_executable(quillmark-recover
   ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/main.cpp
   ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/RecoverTool.cpp
-  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/RecoverTool.h)
+  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/RecoverTool.h
+  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/JournalTool.cpp
+  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/JournalTool.h
+  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/ToolOutput.cpp
+  ${CMAKE_SOURCE_DIR}/src/tools/quillmark-recover/ToolOutput.h)
 target_include_directories(quillmark-recover PRIVATE ${CMAKE_BINARY_DIR}/rooms/tools)
 target_link_libraries(quillmark-recover PRIVATE recovery quillmark_flags)
 target_compile_definitions(quillmark-recover PRIVATE QUILLMARK_VERSION="${PROJECT_VERSION}")

@@ -13,6 +13,9 @@
 #include <unistd.h>
 #include <xxhash.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 using namespace RecordFormat;
@@ -36,7 +39,9 @@ class MemoryFile {
 QByteArray framed(QByteArrayView input) {
     const auto entries = input.isEmpty() ? quint32(0) : static_cast<quint8>(input.front()) % 4;
     const EndHead end{EndTag, entries};
-    QByteArray record(Magic, sizeof Magic);
+    FileHead head{{}, 1};
+    std::copy(std::begin(Magic), std::end(Magic), head.magic);
+    QByteArray record(reinterpret_cast<const char*>(&head), sizeof head);
     record.append(input.sliced(std::min<qsizetype>(1, input.size())).toByteArray());
     record.append(reinterpret_cast<const char*>(&end), sizeof end);
     XXH128_canonical_t sum;

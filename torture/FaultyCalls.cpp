@@ -45,6 +45,7 @@ constexpr Errors Fitting[] = {
     {CallKind::SetMode, PlainErrors, PlainErrors},
     {CallKind::SetTimes, PlainErrors, PlainErrors},
     {CallKind::Flush, FlushErrors, lasting(FlushErrors)},
+    {CallKind::StartFlush, PlainErrors, PlainErrors},
     {CallKind::Close, std::span(FlushErrors), lasting(FlushErrors)},
     {CallKind::Unlink, NameErrors, NameErrors},
     {CallKind::Rename, NameErrors, NameErrors},
@@ -166,6 +167,14 @@ int FaultyCalls::futimens(int handle, const timespec* times) {
 
 int FaultyCalls::fsync(int handle) {
     return fails(CallKind::Flush) ? -1 : FileSystemCalls::fsync(handle);
+}
+
+int FaultyCalls::fdatasync(int handle) {
+    return fails(CallKind::Flush) ? -1 : FileSystemCalls::fdatasync(handle);
+}
+
+int FaultyCalls::startFlush(int handle, off_t offset, off_t length) {
+    return fails(CallKind::StartFlush) ? -1 : FileSystemCalls::startFlush(handle, offset, length);
 }
 
 /// Closes in any case, as the system does, and as it does for a process that was killed.

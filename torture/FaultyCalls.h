@@ -19,6 +19,7 @@ enum class CallKind {
     SetMode,
     SetTimes,
     Flush,
+    StartFlush,
     Close,
     Unlink,
     Rename
@@ -61,6 +62,8 @@ class FaultyCalls : public FileSystemCalls {
     int fchmod(int handle, mode_t mode) override;
     int futimens(int handle, const timespec* times) override;
     int fsync(int handle) override;
+    int fdatasync(int handle) override;
+    int startFlush(int handle, off_t offset, off_t length) override;
     int close(int handle) override;
     int unlink(const char* path) override;
     int rename(const char* from, const char* to) override;

@@ -35,8 +35,10 @@ void LoggedCalls::noteFolders(const QByteArray& path) {
 
 int LoggedCalls::open(const char* path, int flags, mode_t mode) {
     const std::scoped_lock lock(m_mutex);
-    if (m_refusesNewFiles && (flags & O_CREAT) != 0) {
-        errno = ENOSPC;
+    const bool isRead =
+        (flags & (O_ACCMODE | O_DIRECTORY)) == O_RDONLY && !QByteArray(path).startsWith(m_root + "/state");
+    if (m_refusesRecords && (isRead || (flags & O_CREAT) != 0)) {
+        errno = EMFILE;
         return -1;
     }
     const int handle = FileSystemCalls::open(path, flags, mode);
@@ -74,6 +76,15 @@ ssize_t LoggedCalls::pwritev(int handle, const iovec* parts, int count, off_t of
     return length;
 }
 
+/// Only what changes bytes is logged, and by writing zeros, which is possible everywhere.
+int LoggedCalls::fallocate(int handle, int mode, off_t offset, off_t length) {
+    if ((mode & FALLOC_FL_ZERO_RANGE) == 0)
+        return FileSystemCalls::fallocate(handle, mode, offset, length);
+    std::vector<char> zeros(static_cast<std::size_t>(length));
+    const iovec part{zeros.data(), zeros.size()};
+    return pwritev(handle, &part, 1, offset) == length ? 0 : -1;
+}
+
 int LoggedCalls::ftruncate(int handle, off_t length) {
     const std::scoped_lock lock(m_mutex);
     const int result = FileSystemCalls::ftruncate(handle, length);
@@ -96,6 +107,10 @@ int LoggedCalls::fsync(int handle) {
     if (const auto file = m_files.find(handle); result == 0 && file != m_files.end() && file->second >= 0)
         m_disk.flushFile(file->second);
     return result;
+}
+
+int LoggedCalls::fdatasync(int handle) {
+    return fsync(handle);
 }
 
 int LoggedCalls::close(int handle) {

@@ -19,8 +19,8 @@ class LoggedCalls : public FileSystemCalls {
         m_writes = 0;
         m_failAt = number;
     }
-    /// No file can be made, as on a full disk.
-    void refuseNewFiles(bool refuses) { m_refusesNewFiles = refuses; }
+    /// No file can be made, and none but those below `root`/state be read, so that no record comes about.
+    void refuseRecords(bool refuses) { m_refusesRecords = refuses; }
     /// The length of the log.
     int place() {
         const std::scoped_lock lock(m_mutex);
@@ -29,8 +29,10 @@ class LoggedCalls : public FileSystemCalls {
 
     int open(const char* path, int flags, mode_t mode) override;
     ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override;
+    int fallocate(int handle, int mode, off_t offset, off_t length) override;
     int ftruncate(int handle, off_t length) override;
     int fsync(int handle) override;
+    int fdatasync(int handle) override;
     int close(int handle) override;
     int unlink(const char* path) override;
     int rename(const char* from, const char* to) override;
@@ -45,5 +47,5 @@ class LoggedCalls : public FileSystemCalls {
     std::map<int, QByteArray> m_folders;      ///< open ones
     int m_writes = 0;
     int m_failAt = 0;
-    bool m_refusesNewFiles = false;
+    bool m_refusesRecords = false;
 };

@@ -73,8 +73,9 @@ void PowerRun::play(const Story& story, bool hasFolder) {
     LoggedCalls calls(m_disk, m_root);
     {
         SaveRecords records(QString::fromLocal8Bit(recordFolder()), calls);
+        SaveRecords ofAnother(QString::fromLocal8Bit(recordFolder()), calls);
         for (const Story::Step& step : story.steps)
-            playStep(step, calls, records);
+            playStep(step, calls, step.isByAnother ? ofAnother : records);
     }
     for (int i = 0; i < story.files; ++i)
         mustWork(::link(target(i).constData(), keeper(i).constData()) == 0, "cannot keep " + target(i));
@@ -82,7 +83,7 @@ void PowerRun::play(const Story& story, bool hasFolder) {
 
 void PowerRun::playStep(const Story::Step& step, LoggedCalls& calls, WriteWitness& records) {
     calls.failAtWrite(step.failAtWrite);
-    calls.refuseNewFiles(!step.hasRecord);
+    calls.refuseRecords(!step.hasRecord);
     if (m_story->files == 1)
         return saveFile(0, step, calls, records);
     std::vector<std::thread> threads;

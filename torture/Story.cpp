@@ -50,6 +50,15 @@ std::vector<Story> stories() {
         {"failed, partly undone and saved", first, {{second, 0, true, 2}, {withBlocksOf(first, second, {0, 4})}}},
         {"failed, undone and saved without a record", first, {{second, 0, true, 2}, {first, 0, true, 0, false}}},
         {"failed twice", first, {{second, 0, true, 2}, {large, 0, true, 2}}},
+        {"saved by two instances", first, {{second}, {large, 0, true, 0, true, true}, {second}}},
+        {"partly undone by another instance",
+         first,
+         {{second},
+          {withBlocksOf(second, first, {1, 3, 5}), 0, true, 0, true, true},
+          {withBlocksOf(second, first, {2, 3}), 0, true, 0, true, true}}},
+        {"partly undone by another instance without a record",
+         first,
+         {{second}, {withBlocksOf(second, first, {1, 3, 5}), 0, true, 0, false, true}}},
         {"many times", first, {{second}, {first.left(3'000)}, {second}, {first}, {second.left(100)}}},
     };
 }

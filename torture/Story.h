@@ -15,6 +15,7 @@ struct Story {
         bool cuts = true;
         int failAtWrite = 0;  ///< this write of the step fails half-way
         bool hasRecord = true;
+        bool isByAnother = false;  ///< by another instance of the program
     };
 
     const char* name;

@@ -1,10 +1,11 @@
-// Tortures saves: faults of every system call, power cuts as a weak file system could leave them, and kills; and the
-// built program, which is killed while somebody works with it. Every promise that is broken is printed, and the exit
-// status is then 1.
+// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, and
+// kills; and the built program, which is killed while somebody works with it. Every promise that is broken is printed,
+// and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
+#include "JournalRun.h"
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
@@ -31,7 +32,7 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power, kills or program; all without one.
+PART is faults, power, kills, journals or program; all without one.
 
   --minutes N    try for so long (default 10)
   --quick        a fixed part of all trials, some seconds
@@ -93,6 +94,8 @@ constexpr Part PartTable[] = {
                  Report& report) { PowerRun(root, effort, report).run(); }},
     {"kills", [](const QByteArray& root, const Options&, Effort& effort,
                  Report& report) { KillRun(root, effort, report).run(); }},
+    {"journals", [](const QByteArray& root, const Options&, Effort& effort,
+                    Report& report) { JournalRun(root, effort, report).run(); }},
     {"program", [](const QByteArray& root, const Options& options, Effort& effort,
                    Report& report) { ProgramRun(root, options.program, effort, report).run(); }},
 };
@@ -160,7 +163,8 @@ int main(int argc, char** argv) {
     const auto whole = std::chrono::minutes(options.minutes);
     for (std::size_t i = 0; i < options.parts.size(); ++i) {
         effort.setEnd(begin + whole * static_cast<int>(i + 1) / static_cast<int>(options.parts.size()));
-        const auto* part = std::ranges::find_if(PartTable, [&](const Part& each) { return options.parts[i] == each.name; });
+        const auto* part =
+            std::ranges::find_if(PartTable, [&](const Part& each) { return options.parts[i] == each.name; });
         part->run(root, options, effort, report);
     }
     std::error_code error;

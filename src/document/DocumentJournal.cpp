@@ -39,8 +39,7 @@ void DocumentJournal::giveUp() {
 }
 
 void DocumentJournal::goOn(FoundJournal& found) {
-    const JointList& joints = m_control.map().joints();
-    m_journal = found.continueAs(joints.kind(), joints.offsets());
+    m_journal = found.continueAs();
 }
 
 void DocumentJournal::aboutToEdit() {
@@ -64,11 +63,6 @@ void DocumentJournal::removed(qint64 at, qint64 length) {
     lookLater();
 }
 
-void DocumentJournal::jointKindChosen(JointKind kind) {
-    if (m_journal != nullptr)
-        m_journal->setJointKind(kind);
-}
-
 void DocumentJournal::loaded() {
     end();
     m_isBaseHeld = true;
@@ -86,7 +80,6 @@ void DocumentJournal::begin() {
         return;
     }
     const TextOrigin& origin = m_control.file().origin();
-    const JointList& joints = m_control.map().joints();
     JournalBase base;
     base.path = origin.path;
     base.caption = std::move(about->caption);
@@ -94,16 +87,10 @@ void DocumentJournal::begin() {
     base.format = origin.format;
     base.lineEndMode = m_control.file().lineEndMode();
     base.language = std::move(about->language);
-    base.jointKind = joints.kind();
-    base.joints = joints.offsets();
-    base.heldLength = m_control.heldText().length();
     // A file that was gone at once after it was read or written is no base.
     const bool hasBase = m_isBaseHeld && (origin.state || origin.path.isEmpty());
-    if (!hasBase) {
-        base.jointKind = JointKind::None;
-        base.joints.clear();
-        base.heldLength = -1;
-    }
+    if (hasBase)
+        base.heldLength = m_control.heldText().length() - static_cast<qint64>(m_control.map().joints().count());
     m_journal = m_journals.begin(std::move(base));
     if (!hasBase)
         passWhole();
@@ -117,13 +104,12 @@ void DocumentJournal::end() {
 }
 
 void DocumentJournal::passWhole() {
-    const HeldText& text = m_control.heldText();
-    const JointList& joints = m_control.map().joints();
-    std::string held;
-    held.reserve(static_cast<std::size_t>(text.length()));
-    text.forEachRun(0, text.length(), [&held](std::string_view run) { held += run; });
-    const bool isListed = joints.kind() == JointKind::Listed;
-    m_journal->setWhole(std::move(held), joints.kind(), isListed ? joints.offsets() : std::vector<qint64>());
+    const qint64 length = m_control.heldText().length();
+    std::string text;
+    text.reserve(static_cast<std::size_t>(length));
+    for (const std::string_view run : m_control.plainRuns(0, length))
+        text += run;
+    m_journal->setWhole(std::move(text), JointKind::None);
 }
 
 /// The journal learns only some time after an edit that its base cannot be had any more; by then there may be no

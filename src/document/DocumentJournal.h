@@ -43,7 +43,6 @@ class DocumentJournal : private EditObserver {
     void aboutToEdit() override;
     void inserted(qint64 at, std::string_view bytes) override;
     void removed(qint64 at, qint64 length) override;
-    void jointKindChosen(JointKind kind) override;
     void loaded() override;
     void saved() override;
 

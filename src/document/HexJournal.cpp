@@ -246,7 +246,7 @@ void HexJournal::endSave(bool isSaved, const QString& path) {
 
 // Bringing back
 
-HexJournal::Outcome HexJournal::bringBack(FoundJournal& found) {
+RecoveryOutcome HexJournal::bringBack(FoundJournal& found) {
     const QPointer<ucHex> alive(&m_view);
     leave();
     bool isSame = false;
@@ -258,10 +258,10 @@ HexJournal::Outcome HexJournal::bringBack(FoundJournal& found) {
         return !isSame;
     });
     if (!alive || !isShown)
-        return isSame ? Outcome::SameAsFile : Outcome::Failed;
+        return isSame ? RecoveryOutcome::SameAsFile : RecoveryOutcome::Failed;
     m_base = found.base();
     m_journal = found.continueAs();
     m_undoable = static_cast<int>(m_view.edits().state().undo.size());
     m_isBegun = true;
-    return Outcome::BroughtBack;
+    return RecoveryOutcome::Shown;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/RecoveryOutcome.h"
 #include "hex/bytes/HexEditObserver.h"
 #include "recovery/journals/JournalBase.h"
 
@@ -40,14 +41,9 @@ class HexJournal : public HexEditObserver {
     void leave();
     bool isKeeping() const { return m_journal != nullptr; }
 
-    enum class Outcome {
-        BroughtBack,
-        SameAsFile,  ///< the file has these bytes already; the view is closed
-        Failed,      ///< the view is closed, and has shown no message
-    };
     /// Shows the bytes of a journal that was restored, and goes on with that journal. Otherwise the journal is left as
-    /// it was. Runs the event loop (yields); the view and this object may be destroyed meanwhile: Failed then.
-    Outcome bringBack(FoundJournal& found);
+    /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed meanwhile: Failed then.
+    RecoveryOutcome bringBack(FoundJournal& found);
 
     void unloaded() override;
     void halfTyped(FilePosition page, HexCell cell, quint8 byte) override;

@@ -5,6 +5,7 @@
 #include "document/DocumentHost.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
@@ -167,18 +168,6 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
     hideRecoveredBar();
     if (m_journal && m_holder != m_text)
         m_journal->giveUp();  // of the text that the bytes replace
-}
-
-/// The file is known as it was when the changes began, so that a save asks if it is another one now.
-void frmDocument::takeChanged(const JournalBase& base) {
-    takeFile(base.path, isReadOnly);
-    isChange = true;
-    m_fileState = base.state;
-    SetDocIcon(ChangedIcon);
-    refreshUpdateTimes();
-    gParent->SetTabCaption(this, true);
-    gParent->SetEditModeIcon(this);
-    Q_EMIT FileChange(this);
 }
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/HexJournal.h"
 #include "document/PositionReport.h"
+#include "document/RecoveryOutcome.h"
 #include "document/SaveFormats.h"
 #include "platform/FileState.h"
 
@@ -17,6 +17,7 @@ class DocumentHost;
 class DocumentJournal;
 class DocumentView;
 class FoundJournal;
+class HexJournal;
 class HexView;
 class Prompts;
 class RecoveredBar;
@@ -78,11 +79,6 @@ class frmDocument : public QWidget {
     /// Whether a save may begin. Otherwise the status bar says why not, until what is running has ended.
     bool maySave();
     Q_INVOKABLE void ReloadFile();
-    /// The user does not want the unsaved changes: no journal of them is left when the document is destroyed.
-    void forgetChanges();
-    /// Shows the bytes of a journal, which was restored, as a changed document in hex mode. If it fails, or the file
-    /// has these bytes, the document loads its file again, if it has one. Yields.
-    HexJournal::Outcome bringBackBytes(FoundJournal& found);
     /// Whether the visible view shows what was loaded from `filename` or saved to it. False for an untitled document,
     /// and after a load that failed: such a view is not to be written over the file unless the user names it.
     bool holdsFile() const;
@@ -115,8 +111,9 @@ class frmDocument : public QWidget {
 
     // Unsaved changes (frmDocumentRecovery.cpp)
     /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
-    /// over its text, and goes on with their journal. False: they could not be loaded; the document is unchanged.
-    bool bringBack(std::unique_ptr<FoundJournal> found);
+    /// over its view, and goes on with their journal. If it cannot, the text is unchanged, and a document whose bytes
+    /// were to be shown loads its file again. Yields for bytes.
+    RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found);
     /// The user does not want the changes to be saved: the next start does not bring them back.
     void forgetChanges();
     /// Changes were brought back, and were neither kept nor edited yet.
@@ -264,7 +261,8 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
-    void takeChanged(const JournalBase& base);
+    RecoveryOutcome bringBackText(FoundJournal& found);
+    RecoveryOutcome bringBackBytes(FoundJournal& found);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();

@@ -2,6 +2,7 @@
 
 #include "document/CloseStop.h"
 #include "document/DocumentHost.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
@@ -9,7 +10,6 @@
 #include "hex/bytes/HexNeedle.h"
 #include "hex/ucHex.h"
 #include "platform/Yield.h"
-#include "recovery/journals/FoundJournal.h"
 #include "settings/Options.h"
 #include "widgets/Prompts.h"
 
@@ -88,29 +88,6 @@ void frmDocument::keepBytes(const DocumentView& loaded, const std::optional<File
         m_hexJournal->begin(filename, state);
     else
         m_hexJournal->discard();
-}
-
-void frmDocument::forgetChanges() {
-    m_hexJournal->discard();
-}
-
-HexJournal::Outcome frmDocument::bringBackBytes(FoundJournal& found) {
-    const QPointer<frmDocument> alive(this);
-    const bool before = TextEdit();
-    HexJournal::Outcome outcome = HexJournal::Outcome::Failed;
-    {
-        const CloseStop stop(*this, m_loads);
-        const CloseStop opening(*this, m_openings);
-        bringUp(*m_hex);
-        outcome = m_hexJournal->bringBack(found);
-    }
-    if (!alive)
-        return HexJournal::Outcome::Failed;
-    if (outcome == HexJournal::Outcome::BroughtBack)
-        takeChanged(found.base());
-    else if (!filename.isEmpty())
-        OpenFile(filename, isReadOnly, false, before);
-    return outcome;
 }
 
 // The hex view's, in hex mode alone

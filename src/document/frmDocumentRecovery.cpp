@@ -1,8 +1,10 @@
 // A document's unsaved changes: their journal, and those of an earlier run that are brought back.
 
+#include "document/CloseStop.h"
 #include "document/DocumentHost.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
+#include "document/HexJournal.h"
 #include "document/HexView.h"
 #include "document/RecoveredBar.h"
 #include "document/frmDocument.h"
@@ -41,25 +43,56 @@ void frmDocument::keepJournal() {
 void frmDocument::forgetChanges() {
     if (m_journal)
         m_journal->giveUp();
+    m_hexJournal->discard();
     m_isUntouchedRecovery = false;
 }
 
-bool frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
+RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
     if (!m_journal || m_loads > 0)
-        return false;
-    const JournalBase base = found->base();
+        return RecoveryOutcome::Failed;
+    const QPointer<frmDocument> alive(this);
+    const bool isText = found->base().view == JournalBase::View::Text;
+    const RecoveryOutcome outcome = isText ? bringBackText(*found) : bringBackBytes(*found);
+    if (outcome == RecoveryOutcome::SameAsFile)
+        found->discard();
+    if (outcome != RecoveryOutcome::Shown || !alive)
+        return outcome;
+    takeRecovered(found->base());
+    showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
+    return outcome;
+}
+
+RecoveryOutcome frmDocument::bringBackText(FoundJournal& found) {
+    const JournalBase& base = found.base();
     const TextOrigin origin{base.path, base.state, base.format};
-    if (base.view != JournalBase::View::Text ||
-        m_text->control().file().openRecovered(found->textPath(), origin, base.lineEndMode))
-        return false;
-    m_journal->goOn(*found);
+    if (m_text->control().file().openRecovered(found.textPath(), origin, base.lineEndMode))
+        return RecoveryOutcome::Failed;
+    m_journal->goOn(found);
+    m_hexJournal->discard();
     m_text->FileChanged = true;
     m_text->SetLangFromFile(base.path);
     m_text->SetLang(base.language);
     bringUp(*m_text);
-    takeRecovered(base);
-    showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
-    return true;
+    return RecoveryOutcome::Shown;
+}
+
+RecoveryOutcome frmDocument::bringBackBytes(FoundJournal& found) {
+    const QPointer<frmDocument> alive(this);
+    const bool before = TextEdit();
+    RecoveryOutcome outcome = RecoveryOutcome::Failed;
+    {
+        const CloseStop stop(*this, m_loads);
+        const CloseStop opening(*this, m_openings);
+        bringUp(*m_hex);
+        outcome = m_hexJournal->bringBack(found);
+    }
+    if (!alive)
+        return RecoveryOutcome::Failed;
+    if (outcome == RecoveryOutcome::Shown)
+        m_journal->giveUp();  // of the text that the bytes replace
+    else if (!filename.isEmpty())
+        OpenFile(filename, isReadOnly, false, before);
+    return outcome;
 }
 
 /// The document is the changed one that it was. A file that was changed since is not asked about before somebody saves

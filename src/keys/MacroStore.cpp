@@ -4,18 +4,19 @@
 #include "keys/HotKeys.h"
 #include "platform/FileErrors.h"
 #include "platform/Folders.h"
+#include "platform/UserFileWriter.h"
 #include "settings/SettingText.h"
 #include "settings/files/OwnTextFile.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <string_view>
 
 namespace {
 
@@ -115,12 +116,13 @@ bool MacroStore::SaveMacroFile(const QString& pFilename, int pIndex) {
 SystemError MacroStore::write(const QString& path, int index) const {
     if (const SystemError error = unlessWritable(QFileInfo(path)))
         return FileErrors::writing(path, error);
-    // Opened for reading too, because a file that is opened for writing alone is truncated.
-    QFile file(path);
+    // Old bytes after the new ones stay. A file that begins with the new ones need not be written.
     const QByteArray& bytes = m_bytes[index];
-    if (file.open(QIODevice::ReadWrite) && file.write(bytes) == bytes.size() && file.flush())
+    const OwnTextFile::Content before = OwnTextFile::readHead(path, bytes.size());
+    if (!before.error && before.bytes == bytes)
         return {};
-    return FileErrors::writing(path, {EIO, file.errorString()});
+    const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    return UserFileWriter().write(path, {&piece, 1}, UserFileWriter::Tail::Keep).error;
 }
 
 void MacroStore::LoadMacros() {

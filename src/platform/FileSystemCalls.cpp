@@ -79,6 +79,14 @@ int FileSystemCalls::fsync(int handle) {
     return ::fsync(handle);
 }
 
+int FileSystemCalls::fdatasync(int handle) {
+    return ::fdatasync(handle);
+}
+
+int FileSystemCalls::startFlush(int handle, off_t offset, off_t length) {
+    return ::sync_file_range(handle, offset, length, SYNC_FILE_RANGE_WRITE);
+}
+
 int FileSystemCalls::close(int handle) {
     return ::close(handle);
 }

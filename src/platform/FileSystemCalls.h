@@ -35,6 +35,10 @@ class FileSystemCalls {
     virtual int fchmod(int handle, mode_t mode);
     virtual int futimens(int handle, const timespec* times);
     virtual int fsync(int handle);
+    /// As fsync(), but the times of the file may not be on the disk yet.
+    virtual int fdatasync(int handle);
+    /// Lets the disk begin with these bytes, and waits for nothing. Nothing is certain of them before a flush.
+    virtual int startFlush(int handle, off_t offset, off_t length);
     virtual int close(int handle);
     virtual int unlink(const char* path);
     virtual int rename(const char* from, const char* to);

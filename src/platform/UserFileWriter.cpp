@@ -20,6 +20,10 @@ constexpr mode_t NewFileMode = 0666;
 constexpr mode_t AnyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::size_t PartsAtOnce = IOV_MAX;
 constexpr std::size_t PageSize = 4096;
+/// Large contents are written in several calls, so that the disk works while the next bytes are copied.
+constexpr std::size_t BytesAtOnce = 4 * 1024 * 1024;
+static_assert(BytesAtOnce % PageSize == 0);
+constexpr ssize_t BytesToStartWith = 1024 * 1024;
 /// The maximum number of links in a row, the same as in the system.
 constexpr int LinksToFollow = 40;
 
@@ -69,23 +73,30 @@ class PieceQueue {
  public:
     explicit PieceQueue(BytePieces pieces) : m_rest(pieces) { m_parts.reserve(PartsAtOnce); }
 
-    /// Returns the next parts, which are to be written at this offset; empty at the end. If not all fit into one call,
+    /// Returns the next parts, which are to be written at this offset; empty at the end. If not all are for one call,
     /// they end where a page of the file does: a write that is interrupted between two calls leaves no page that is
     /// partly old and partly new.
     const std::vector<iovec>& next(off_t at) {
         m_parts.clear();
         std::size_t skip = m_taken;
         std::size_t total = 0;
+        bool isCut = false;
         for (const std::string_view piece : m_rest) {
-            if (m_parts.size() == PartsAtOnce) {
-                endAtPage(static_cast<std::size_t>(at), total);
+            if (m_parts.size() == PartsAtOnce || total >= BytesAtOnce) {
+                isCut = true;
                 break;
             }
-            if (piece.size() > skip)
-                m_parts.push_back({const_cast<char*>(piece.data()) + skip, piece.size() - skip});
-            total += piece.size() - skip;
+            const std::size_t length = std::min(piece.size() - skip, BytesAtOnce - total);
+            if (length > 0)
+                m_parts.push_back({const_cast<char*>(piece.data()) + skip, length});
+            total += length;
+            isCut = skip + length < piece.size();
+            if (isCut)
+                break;
             skip = 0;
         }
+        if (isCut)
+            endAtPage(static_cast<std::size_t>(at), total);
         return m_parts;
     }
 
@@ -229,7 +240,12 @@ SystemError UserFileWriter::fill(BytePieces atHand, ByteSource& source, Tail tai
         cause = cut(target);
     if (cause)
         return cause;
-    restoreMode(target);
+    struct stat now {};
+    if (m_calls.fstat(target.handle, &now) == 0) {
+        if (target.watched != nullptr)
+            target.watched->aboutToFlush(now);
+        restoreMode(target, now);
+    }
     return flush(target);
 }
 
@@ -276,6 +292,8 @@ SystemError UserFileWriter::writePieces(BytePieces pieces, Target& target) {
         if (count == 0)
             return SystemError::fromErrno(EIO);
         target.touched = true;
+        if (count >= BytesToStartWith)
+            m_calls.startFlush(target.handle, target.at, count);
         target.at += count;
         queue.take(static_cast<std::size_t>(count));
     }
@@ -291,9 +309,8 @@ SystemError UserFileWriter::cut(Target& target) {
 
 /// The system clears the set-user and set-group bits of a file that is written; this sets them again. Errors are
 /// ignored, because the bytes matter more.
-void UserFileWriter::restoreMode(const Target& target) {
-    struct stat now {};
-    if (m_calls.fstat(target.handle, &now) == 0 && now.st_mode != target.before.st_mode)
+void UserFileWriter::restoreMode(const Target& target, const struct stat& now) {
+    if (now.st_mode != target.before.st_mode)
         m_calls.fchmod(target.handle, target.before.st_mode & ALLPERMS);
 }
 

@@ -48,7 +48,7 @@ class UserFileWriter {
     SystemError writeAll(ByteSource& source, Target& target);
     SystemError writePieces(BytePieces pieces, Target& target);
     SystemError cut(Target& target);
-    void restoreMode(const Target& target);
+    void restoreMode(const Target& target, const struct stat& now);
     SystemError flush(const Target& target);
     SystemError flushName(const Target& target);
     void giveBack(const Target& target);

@@ -24,6 +24,8 @@ class WatchedWrite {
  public:
     virtual ~WatchedWrite() = default;
 
+    /// Called at most once, when everything is written and before it is flushed. `now`: the file as it is then.
+    virtual void aboutToFlush(const struct stat& now) { Q_UNUSED(now) }
     /// Called once. `whole`: the new contents are on the disk. `touched`: bytes or length of the file were changed.
     virtual void ended(bool whole, bool touched) = 0;
 };

@@ -142,7 +142,7 @@ TEST_F(BroughtBack, ReplacesAnUnchangedDocumentOfTheSameFile) {
     ASSERT_TRUE(open(file));
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
-    ASSERT_TRUE(document->bringBack(std::move(all.front())));
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_EQ(recoveredText(), QByteArray("xone"));
 }
@@ -155,7 +155,7 @@ TEST_F(BroughtBack, IsShownAsTextWhereBytesWereShown) {
     ASSERT_TRUE(document->OpenFile(file, false, false, false));
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
-    ASSERT_TRUE(document->bringBack(std::move(all.front())));
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     EXPECT_TRUE(document->TextEdit());
     EXPECT_EQ(view().Text(), u"xone"_qs);
 }
@@ -168,7 +168,7 @@ TEST_F(BroughtBack, LeavesADocumentAsItIsWhenItCannotBeLoaded) {
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
     documenttest::writeFile(all.front()->textPath(), "not \xff UTF-8");
-    EXPECT_FALSE(document->bringBack(std::move(all.front())));
+    EXPECT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Failed);
     EXPECT_EQ(view().Text(), u"two"_qs);
     EXPECT_FALSE(document->isChange);
     EXPECT_EQ(document->recoveredBar(), nullptr);
@@ -184,7 +184,7 @@ TEST_F(BroughtBack, AsksBeforeItOverwritesAFileThatWasChangedSince) {
     documenttest::writeFile(file, "somebody else's");
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
-    ASSERT_TRUE(document->bringBack(std::move(all.front())));
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_TRUE(document->IsChangedOnDisk());
     EXPECT_FALSE(document->FileNeedToReload());
@@ -200,7 +200,7 @@ TEST_F(BroughtBack, SaysThatItsFileIsGone) {
     ASSERT_TRUE(QFile::remove(file));
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
-    ASSERT_TRUE(document->bringBack(std::move(all.front())));
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     EXPECT_TRUE(said().endsWith(u" The file is gone."_qs)) << said().toStdString();
     ASSERT_TRUE(document->SaveFile(file));
     EXPECT_EQ(documenttest::readFile(file), QByteArray("xone"));
@@ -224,7 +224,7 @@ TEST_F(BroughtBack, LeavesTheFocusWhereItIs) {
     m_journals = std::make_unique<Journals>(folder(), FileSystemCalls::system(), patient());
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
-    ASSERT_TRUE(document->bringBack(std::move(all.front())));
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     EXPECT_TRUE(isBarShown());
     EXPECT_EQ(QApplication::focusWidget(), other);
     document.reset();
@@ -272,7 +272,7 @@ TEST_F(BroughtBack, ClosesWithoutAQuestionWhenItHasNoFileAndIsDiscarded) {
     child->setAttribute(Qt::WA_DeleteOnClose);
     area.show();
     const QPointer<frmDocument> alive(owned);
-    ASSERT_TRUE(owned->bringBack(std::move(all.front())));
+    ASSERT_EQ(owned->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     bool wasChanged = true;
     m_host.during[u"DocClose"_qs] = [&] { wasChanged = owned->isChange; };
     owned->findChild<QAbstractButton*>(u"cmdDiscard"_qs)->click();

@@ -30,7 +30,7 @@
 
 namespace {
 
-using Outcome = HexJournal::Outcome;
+using Outcome = RecoveryOutcome;
 
 constexpr std::chrono::seconds Long{60};
 
@@ -107,16 +107,16 @@ class HexJournals : public testing::Test {
         m_restored = found.front()->restore();
         m_secondGiven.all.journals = m_second.get();
         m_again = std::make_unique<frmDocument>(&m_host, m_secondGiven.all);
-        return m_again->bringBackBytes(*found.front());
+        return m_again->bringBack(std::move(found.front()));
     }
     void expectSame() {
-        ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+        ASSERT_EQ(bringBack(), Outcome::Shown);
         EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
         EXPECT_EQ(hexOf(*m_again).edits().state().marks, hex().edits().state().marks);
         EXPECT_EQ(hexOf(*m_again).edits().state().undo, hex().edits().state().undo);
     }
     void expectSameBytes() {
-        ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+        ASSERT_EQ(bringBack(), Outcome::Shown);
         EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
     }
     void close() {
@@ -184,7 +184,7 @@ TEST_F(HexJournals, HaveTheFirstDigitOfAByteAtAnyMoment) {
     ASSERT_TRUE(open(someBytes(1000)));
     typeByte(u"11"_qs);
     press(u"7"_qs);
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again).first(3), QByteArray("\x11\x07\x02", 3));
     press(u"C"_qs);
     expectSame();
@@ -262,7 +262,7 @@ TEST_F(HexJournals, GoOnAfterTheyWereBroughtBack) {
     ASSERT_TRUE(open(someBytes(1000)));
     typeByte(u"11"_qs);
     typeByte(u"22"_qs);
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     m_document->forgetChanges();
     // The second life is the first one of a third.
     std::swap(m_document, m_again);
@@ -345,7 +345,7 @@ TEST_F(HexJournals, StayWhenAReloadFails) {
     ASSERT_TRUE(m_journals->flush(Long));
     QFile::remove(at(u"a.bin"_qs));
     EXPECT_FALSE(m_document->OpenFile(m_document->filename, false, false, false));
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
 }
 
@@ -366,7 +366,7 @@ TEST_F(HexJournals, StayWhenTheSaveBeforeASwitchFails) {
     answerSwitch(0);
     m_document->SwitchMode(true);
     EXPECT_TRUE(m_document->TextEdit());
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
 }
 
@@ -375,7 +375,7 @@ TEST_F(HexJournals, StayWhenTheDocumentGoesWhileItIsChanged) {
     typeByte(u"11"_qs);
     const QByteArray bytes = workingBytes(*m_document);
     close();
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
 }
 
@@ -391,7 +391,7 @@ TEST_F(HexJournals, OfFillsAloneStayUntilTheDocumentIsClosed) {
     ASSERT_TRUE(open(someBytes(100)));
     hex().fillBlock(Offset(0), Offset(9), 0xCC);
     m_document.reset();  // as at the end of a session, without a close
-    EXPECT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(bringBack(), Outcome::Shown);
     QDir(m_recovery).removeRecursively();
     ASSERT_TRUE(open(someBytes(100)));
     hex().fillBlock(Offset(0), Offset(9), 0xCC);
@@ -445,7 +445,7 @@ TEST_F(HexJournals, OfAFileThatWasChangedBeforeAreWholeWithoutAnotherEdit) {
     file(someBytes(500));
     typeByte(u"11"_qs);
     ASSERT_TRUE(m_journals->flush(Long));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return bringBack() == Outcome::BroughtBack; }, 60'000));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bringBack() == Outcome::Shown; }, 60'000));
     EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
 }
 
@@ -456,7 +456,7 @@ TEST_F(HexJournals, AreWholeWhenTheDocumentGoesAtOnce) {
     ASSERT_TRUE(m_journals->flush(Long));
     const QByteArray bytes = workingBytes(*m_document);
     m_document.reset();
-    EXPECT_EQ(bringBack(), Outcome::BroughtBack);
+    EXPECT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
 }
 
@@ -469,7 +469,7 @@ TEST_F(HexJournals, LeaveADocumentAsItWasWhenTheyCannotBeBroughtBack) {
     m_again = std::make_unique<frmDocument>(&m_host, m_secondGiven.all);
     ASSERT_TRUE(m_again->OpenFile(at(u"a.bin"_qs), false, false, true));
     m_secondGiven.hexCalls.fail(SystemCall::Open, 0, ENOSPC);
-    EXPECT_EQ(m_again->bringBackBytes(*found.front()), Outcome::Failed);
+    EXPECT_EQ(m_again->bringBack(std::move(found.front())), Outcome::Failed);
     EXPECT_TRUE(m_again->TextEdit());
     EXPECT_FALSE(m_again->isChange);
     EXPECT_EQ(m_again->filename, at(u"a.bin"_qs));
@@ -532,7 +532,7 @@ TEST_F(HexJournalsInBlocks, HaveWhatWasChangedDuringASave) {
     });
     EXPECT_TRUE(m_document->SaveFile(m_document->filename));
     EXPECT_TRUE(m_document->isChange);
-    ASSERT_EQ(bringBack(), Outcome::BroughtBack);
+    ASSERT_EQ(bringBack(), Outcome::Shown);
     hex().finishNibble();
     EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
     EXPECT_EQ(workingBytes(*m_again).first(4), QByteArray("\x11\x33\x04\x03", 4));

@@ -83,7 +83,7 @@ class RecoveryFixture : public testing::Test {
         endProcess();
         auto all = found();
         ASSERT_EQ(all.size(), 1U);
-        ASSERT_TRUE(document->bringBack(std::move(all.front())));
+        ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
     }
     bool isAnyLeft() {
         endProcess();

@@ -33,11 +33,11 @@ TEST(LargeBlocks, WhatNoMachineHasIsRefused) {
 }
 
 TEST(LargeBlocks, AllPagesOfALargeBlockAreThereBeforeItsFirstUse) {
-    constexpr std::size_t size = 40 * Mega;
+    constexpr std::size_t Size = 40 * Mega;
     const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    const std::unique_ptr<char[]> block(new char[size]);
-    std::vector<unsigned char> present(size / page);
-    ASSERT_EQ(mincore(block.get(), size, present.data()), 0);
+    const std::unique_ptr<char[]> block(new char[Size]);
+    std::vector<unsigned char> present(Size / page);
+    ASSERT_EQ(mincore(block.get(), Size, present.data()), 0);
     EXPECT_EQ(std::count_if(present.begin(), present.end(), [](unsigned char is) { return (is & 1U) == 0; }), 0);
 }
 

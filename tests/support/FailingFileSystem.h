@@ -30,6 +30,7 @@ enum class SystemCall {
     SetMode,
     SetTimes,
     Flush,
+    StartFlush,
     Close,
     Unlink,
     Rename
@@ -137,6 +138,14 @@ class FailingFileSystem : public FileSystemCalls {
         if (fails(SystemCall::Flush))
             return -1;
         return m_skipsFlushes ? 0 : FileSystemCalls::fsync(handle);
+    }
+    int fdatasync(int handle) override {
+        if (fails(SystemCall::Flush))
+            return -1;
+        return m_skipsFlushes ? 0 : FileSystemCalls::fdatasync(handle);
+    }
+    int startFlush(int handle, off_t offset, off_t length) override {
+        return fails(SystemCall::StartFlush) ? -1 : FileSystemCalls::startFlush(handle, offset, length);
     }
     /// Closes the handle even if the call fails, as the system does.
     int close(int handle) override {

@@ -183,7 +183,7 @@ void Desk::saveAs() {
     m_copied = &text;
     m_wasCopyDone = false;
     if (m_copyBefore) {
-        m_operator.waitForWindow("Save As", 2);
+        m_operator.waitForWindow(Operator::boxTitle());
         m_operator.press("alt+y");
     }
     if (moment == Moment::AtRandom) {

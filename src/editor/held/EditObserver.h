@@ -1,14 +1,13 @@
 #pragma once
 
-#include "text/held/Joints.h"
-
 #include <QtGlobal>
 
 #include <string_view>
 
-/// Is notified of every edit of a held text, in the order in which they are made, whatever made them: keys, commands,
-/// undo, replacements, joints that are put in or taken out. Whoever carries the edits out on a copy of the text has the
-/// same text. Set with EditReport::observe(); owned by its caller. Offsets are held bytes. It must not edit the text.
+/// Is notified of every edit of a control's text, in the order in which they are made, whatever made them: keys,
+/// commands, undo, replacements. Whoever carries the edits out on a copy of the text has the same text. Set with
+/// EditReport::observe(); owned by its caller. Offsets and lengths are bytes of the text in UTF-8 without joints. It
+/// must not edit the text.
 class EditObserver {
  public:
     virtual ~EditObserver() = default;
@@ -20,8 +19,6 @@ class EditObserver {
     virtual void inserted(qint64 at, std::string_view bytes) = 0;
     /// Called before the bytes are removed.
     virtual void removed(qint64 at, qint64 length) = 0;
-    /// Bytes inserted from now on are joints by the rule of this kind; there was no kind before.
-    virtual void jointKindChosen(JointKind kind) = 0;
 
     /// The control holds another text, which was read from a file. Earlier edits are no part of it.
     virtual void loaded() = 0;

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "text/held/HeldText.h"
-#include "text/held/Joints.h"
+
+#include <string>
+#include <string_view>
 
 class EditObserver;
 class TextMap;
@@ -25,12 +27,12 @@ class EditReport {
     void saved();
 
  private:
-    void beginEdit();
+    std::string_view withoutJoints(qint64 from, std::string_view bytes);
 
     const HeldText& m_text;
     const TextMap& m_map;
     EditObserver* m_observer = nullptr;
-    JointKind m_kind = JointKind::None;  ///< that the observer knows of
     qint64 m_insertedAt = 0;
     qint64 m_insertedLength = 0;  ///< 0: nothing is still to be reported
+    std::string m_scratch;
 };

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <new>
 #include <utility>
 
 namespace {
@@ -56,7 +57,7 @@ SystemError writePieces(FileSystemCalls& calls, int handle, const std::vector<st
 std::unique_ptr<FoundJournal> FoundJournal::take(const std::shared_ptr<JournalThread>& thread, const QString& folder,
                                                  const QString& name) {
     FileSystemCalls& calls = thread->calls();
-    JournalFile::Opening opening;
+    JournalFile::Opening opening = JournalFile::Opening::Missing;
     std::unique_ptr<JournalFile> file = JournalFile::open(calls, folder, name, opening);
     if (file == nullptr)
         return nullptr;
@@ -85,7 +86,17 @@ const JournalBase& FoundJournal::base() const {
     return m_content->base();
 }
 
+/// A text may be too large for the memory that is left.
 FoundJournal::Outcome FoundJournal::restore() {
+    try {
+        return restoreAll();
+    } catch (const std::bad_alloc&) {
+        m_content->forgetText();
+        return Outcome::Failed;
+    }
+}
+
+FoundJournal::Outcome FoundJournal::restoreAll() {
     Outcome outcome = m_content->restore();
     m_isSameAsFile = outcome == Outcome::SameAsFile;
     m_file->end = m_content->contents().end();

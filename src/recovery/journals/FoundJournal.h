@@ -65,6 +65,7 @@ class FoundJournal {
  private:
     FoundJournal(std::shared_ptr<JournalThread> thread, std::unique_ptr<JournalFile> file,
                  std::unique_ptr<RestoredJournal> content);
+    Outcome restoreAll();
     Outcome writeText();
 
     std::shared_ptr<JournalThread> m_thread;

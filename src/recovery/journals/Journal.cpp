@@ -6,6 +6,7 @@
 #include <utility>
 
 Journal::~Journal() {
+    m_stream->setWholeNeeded({});
     m_stream->release();
 }
 
@@ -59,6 +60,10 @@ void Journal::fill(qint64 at, qint64 length, quint8 byte) {
 
 bool Journal::needsWhole() const {
     return m_stream->needsWhole();
+}
+
+void Journal::setWholeNeeded(std::function<void()> notify) {
+    m_stream->setWholeNeeded(std::move(notify));
 }
 
 void Journal::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {

@@ -4,6 +4,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -42,6 +43,9 @@ class Journal {
     /// changed the file, or removed the journal. Call setWhole() soon. Costs no more than reading a flag; ask it with
     /// each edit, after the edit was passed on.
     bool needsWhole() const;
+    /// Is called once each time it becomes needed, in the thread that writes: post an event. What it uses must exist as
+    /// long as this object.
+    void setWholeNeeded(std::function<void()> notify);
     /// The present contents of a text, joints included, which replace base and edits so far. `joints` for
     /// JointKind::Listed only.
     void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints = {});

@@ -65,6 +65,7 @@ JournalFile::~JournalFile() {
 std::unique_ptr<JournalFile> JournalFile::open(FileSystemCalls& calls, const QString& folder, const QString& name,
                                                Opening& opening) {
     constexpr int Flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    opening = Opening::Refused;
     const QByteArray path = nameOf(folder + u'/' + name);
     int handle = calls.open(path.constData(), O_RDWR | Flags);
     if (handle < 0 && (errno == EROFS || errno == EACCES))
@@ -206,7 +207,7 @@ void removeOrphans(FileSystemCalls& calls, const QString& folder) {
     // Never complete, and of a process that is gone: a living one has it locked.
     const QString pattern = u"*"_qs + QLatin1String(JournalFile::Suffix) + QLatin1String(JournalFile::NewSuffix);
     for (const QString& name : QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden)) {
-        JournalFile::Opening opening;
+        JournalFile::Opening opening = JournalFile::Opening::Missing;
         if (const auto file = JournalFile::open(calls, folder, name, opening))
             calls.unlink(nameOf(file->path()).constData());
     }

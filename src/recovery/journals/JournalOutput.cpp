@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 using namespace JournalFormat;
@@ -93,9 +94,7 @@ void JournalOutput::write() {
 
 /// Nothing of it is to be found again.
 void JournalOutput::end() {
-    if (m_copy != nullptr)
-        m_copy->discard();
-    m_copy.reset();
+    dropCopy();
     m_isRemoved = m_file != nullptr;
     if (m_file != nullptr && m_isPublished)
         m_file->remove();
@@ -119,9 +118,7 @@ void JournalOutput::takeBatch() {
     if (batch.isWhole) {
         m_backlog.clear();
         m_awaitsWhole = false;
-        if (m_copy != nullptr)
-            m_copy->discard();
-        m_copy.reset();
+        dropCopy();
         m_isBaseSettled = true;
     }
     if (m_awaitsWhole)
@@ -198,9 +195,7 @@ void JournalOutput::noteWritten() {
 
 /// Somebody removed the file: without what was in it, edits are of no use. Contents that are whole go into a new one.
 bool JournalOutput::noteGone() {
-    if (m_copy != nullptr)
-        m_copy->discard();
-    m_copy.reset();
+    dropCopy();
     m_isBaseSettled = true;
     m_file.reset();
     m_isPublished = false;
@@ -295,31 +290,43 @@ bool JournalOutput::isTooLong() const {
 
 /// Replays the journal, and puts one in its place that begins with the result.
 void JournalOutput::compact() {
-    std::unique_ptr<JournalFile> target;
+    bool isDone = false;
+    try {
+        isDone = tryToCompact();
+    } catch (const std::bad_alloc&) {
+        // It stays as long as it is.
+    }
+    // Otherwise it would be tried again with each batch.
+    m_compactFrom = isDone ? m_limits.compacted : 2 * m_file->end.offset;
+}
+
+bool JournalOutput::tryToCompact() {
     RestoredJournal restored(m_calls, m_file->handle(), m_file->stemPath());
     const bool isRestored = restored.readHead() == JournalContents::Reading::Done &&
                             restored.replay() == JournalOutcome::Restored && !restored.isPartial();
-    if (isRestored)
-        target = JournalFile::createFor(*m_file);
+    std::unique_ptr<JournalFile> target = isRestored ? JournalFile::createFor(*m_file) : nullptr;
+    if (target == nullptr)
+        return false;
     const ReplayedText& text = restored.text();
-    if (target == nullptr || !writeCompacted(*target, text)) {
-        if (target != nullptr)
-            target->giveUp();
-        // Otherwise it would be tried again with each batch.
-        m_compactFrom = 2 * m_file->end.offset;
-        return;
+    if (!writeCompacted(*target, text)) {
+        target->giveUp();
+        return false;
     }
     m_wholeLength = text.length();
     m_textLength = text.length();
-    m_compactFrom = m_limits.compacted;
-    if (m_copy != nullptr)
-        m_copy->discard();
-    m_copy.reset();
+    dropCopy();
     m_isBaseSettled = true;
     m_file = std::move(target);
     if (m_stored && m_stored->hasCopy)
         m_file->removeBase(m_stored->number);
     m_stored.reset();
+    return true;
+}
+
+void JournalOutput::dropCopy() {
+    if (m_copy != nullptr)
+        m_copy->discard();
+    m_copy.reset();
 }
 
 bool JournalOutput::writeCompacted(JournalFile& target, const ReplayedText& text) {

@@ -63,6 +63,8 @@ class JournalOutput {
     void checkFile();
     bool isTooLong() const;
     void compact();
+    bool tryToCompact();
+    void dropCopy();
     bool writeCompacted(JournalFile& target, const ReplayedText& text);
 
     FileSystemCalls& m_calls;

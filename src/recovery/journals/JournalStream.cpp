@@ -149,6 +149,19 @@ JournalBatch JournalStream::take() {
     return batch;
 }
 
+void JournalStream::setWholeNeeded(std::function<void()> notify) {
+    const std::scoped_lock lock(m_notifying);
+    m_wholeNeeded = std::move(notify);
+    if (m_needsWhole && m_wholeNeeded)
+        m_wholeNeeded();
+}
+
+void JournalStream::askForWhole() {
+    const std::scoped_lock lock(m_notifying);
+    if (!m_needsWhole.exchange(true) && m_wholeNeeded)
+        m_wholeNeeded();
+}
+
 bool JournalStream::isDiscarded() const {
     const std::scoped_lock lock(m_mutex);
     return m_isDiscarded;

@@ -42,6 +42,8 @@ class JournalStream {
     void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints);
     void setWhole(int handle);
     bool needsWhole() const { return m_needsWhole; }
+    /// Not called any more when the function returns.
+    void setWholeNeeded(std::function<void()> notify);
     void discard();
     void release();
 
@@ -53,7 +55,7 @@ class JournalStream {
     /// When the entries are to be written; nothing: none wait. In the past when the journal was discarded or released.
     std::optional<Clock::time_point> dueAt(const Delays& delays) const;
     JournalBatch take();
-    void askForWhole() { m_needsWhole = true; }
+    void askForWhole();
     bool isDiscarded() const;
     bool isReleased() const;
     /// The handle of the whole contents of a hex document, which the caller closes from now on; -1: none waits.
@@ -92,6 +94,8 @@ class JournalStream {
     int m_wholeFile = -1;
     quint64 m_edits = 0;
     std::atomic<bool> m_needsWhole{false};
+    std::mutex m_notifying;
+    std::function<void()> m_wholeNeeded;
     bool m_isDiscarded = false;
     bool m_isReleased = false;
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <system_error>
 #include <utility>
 
 JournalThread::JournalThread(FileSystemCalls& calls, QString folder, JournalLimits limits)
@@ -45,10 +46,20 @@ std::unique_ptr<Journal> JournalThread::add(std::shared_ptr<JournalStream> strea
     const std::scoped_lock lock(m_mutex);
     m_added.push_back(std::move(output));
     m_hasNews = true;
-    if (!m_thread.joinable() && !m_ends)
-        m_thread = std::thread([this] { run(); });
+    start();
     m_woken.notify_one();
     return journal;
+}
+
+/// Without a thread entries stay in memory; it is tried again with the next journal.
+void JournalThread::start() {
+    if (m_thread.joinable() || m_ends)
+        return;
+    try {
+        m_thread = std::thread([this] { run(); });
+    } catch (const std::system_error&) {
+        m_isClean = false;
+    }
 }
 
 void JournalThread::wake() {
@@ -60,7 +71,7 @@ void JournalThread::wake() {
 bool JournalThread::flush(std::chrono::milliseconds limit) {
     std::unique_lock lock(m_mutex);
     if (!m_thread.joinable())
-        return true;
+        return m_isClean;
     const quint64 number = ++m_flushesAsked;
     m_woken.notify_one();
     return m_flushed.wait_for(lock, limit, [&] { return m_flushesDone >= number; }) && m_isClean;

@@ -35,6 +35,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
 
     std::shared_ptr<JournalStream> makeStream(qint64 time);
     std::unique_ptr<Journal> add(std::shared_ptr<JournalStream> stream, std::unique_ptr<JournalOutput> output);
+    void start();
     void wake();
     void run();
     /// Returns whether there is more to do at once.

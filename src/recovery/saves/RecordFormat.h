@@ -5,16 +5,19 @@
 /// The file of a record of saves. Numbers have the byte order of the machine, which a record never
 /// leaves. It has any number of entries, one for each file that is written:
 ///
-///     Magic
+///     FileHead
 ///     for each entry: EntryHead, the path (EntryHead::pathLength bytes)
 ///                     for each range of new bytes: RangeHead, the bytes; at the end a RangeHead of LastRange
 ///                     for each block of the old file: 32 bits of its hash
 ///     EndHead, the checksum of all bytes before it
+///     anything: the file is written over again, and may have been longer
+///
+/// A file that holds no record begins with zeros.
 ///
 /// Blocks are counted from the beginning of the file; the last one may be shorter.
 namespace RecordFormat {
 
-constexpr char Magic[8] = {'Q', 'M', 'S', 'A', 'V', 'E', '1', '\n'};
+constexpr char Magic[8] = {'Q', 'M', 'S', 'A', 'V', 'E', '2', '\n'};
 constexpr quint32 EntryTag = 0x59'52'54'4e;
 constexpr quint32 EndTag = 0x44'4e'45'2e;
 constexpr qint64 BlockSize = 512;
@@ -22,6 +25,12 @@ constexpr quint64 LastRange = ~quint64(0);
 /// More than any system accepts.
 constexpr quint32 LongestPath = 65'536;
 constexpr quint64 LargestFile = quint64(1) << 62;
+
+struct FileHead {
+    char magic[sizeof Magic];
+    quint64 sequence;  ///< later records have higher ones
+};
+static_assert(sizeof(FileHead) == 16);
 
 enum EntryFlag : quint32 { Cuts = 1 };
 

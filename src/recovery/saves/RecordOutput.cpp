@@ -4,11 +4,14 @@
 
 #include <xxhash.h>
 
+#include <algorithm>
 #include <cerrno>
 
 namespace {
 
 constexpr qsizetype BufferSize = 262'144;
+/// So much of a large piece is written at once, and the disk begins with it while the rest is hashed and copied.
+constexpr std::size_t PartSize = 1'048'576;
 
 }  // namespace
 
@@ -29,14 +32,26 @@ RecordOutput::~RecordOutput() {
 void RecordOutput::write(std::string_view bytes) {
     if (m_error || bytes.empty())
         return;
-    XXH3_128bits_update(m_hash, bytes.data(), bytes.size());
     const auto length = static_cast<qsizetype>(bytes.size());
     if (m_buffer.size() + length > BufferSize)
         writeOut();
-    if (length >= BufferSize)
-        writeToFile(bytes);
-    else
+    if (length < BufferSize) {
+        XXH3_128bits_update(m_hash, bytes.data(), bytes.size());
         m_buffer.append(bytes.data(), length);
+        return;
+    }
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(PartSize, bytes.size()))) {
+        const std::string_view part = bytes.substr(0, PartSize);
+        XXH3_128bits_update(m_hash, part.data(), part.size());
+        writeToFile(part);
+    }
+}
+
+void RecordOutput::fill(qint64 multiple) {
+    const qint64 excess = length() % multiple;
+    const QByteArray zeros(excess > 0 ? multiple - excess : 0, '\0');
+    writeOut();
+    writeToFile({zeros.constData(), static_cast<std::size_t>(zeros.size())});
 }
 
 void RecordOutput::writeOut() {
@@ -52,6 +67,8 @@ void RecordOutput::writeToFile(std::string_view bytes) {
             m_error = SystemError::fromErrno(count < 0 ? errno : EIO);
             return;
         }
+        if (count >= BufferSize)
+            m_calls.startFlush(m_handle, m_length, count);
         m_length += count;
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }

@@ -9,8 +9,8 @@
 
 struct XXH3_state_s;
 
-/// Writes a file from its first byte to its last, with a checksum of all bytes. After an error nothing more is written,
-/// and the error is kept. The handle stays the caller's. Lengths are bytes.
+/// Writes a record over the beginning of a file, from its first byte to its last, with a checksum of all bytes. After
+/// an error nothing more is written, and the error is kept. The handle stays the caller's. Lengths are bytes.
 class RecordOutput {
  public:
     RecordOutput(FileSystemCalls& calls, int handle);
@@ -24,10 +24,14 @@ class RecordOutput {
         write({reinterpret_cast<const char*>(&value), sizeof value});
     }
     void writeOut();
+    /// Adds zeros up to a multiple of this length. They do not belong to the record.
+    void fill(qint64 multiple);
 
     /// Of all bytes so far: 16 bytes.
     QByteArray checksum() const;
     qint64 length() const { return m_length + m_buffer.size(); }
+    /// Without those that are still collected.
+    qint64 written() const { return m_length; }
     const SystemError& error() const { return m_error; }
 
  private:

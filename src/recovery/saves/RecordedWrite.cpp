@@ -84,7 +84,7 @@ std::optional<FileKey> RecordedWrite::target() const {
     struct stat status {};
     if (uninterrupted([&] { return m_calls.stat(m_file.path.constData(), &status); }) != 0)
         return {};
-    return FileKey(status.st_dev, status.st_ino);
+    return keyOf(status);
 }
 
 SystemError RecordedWrite::confirm() const {

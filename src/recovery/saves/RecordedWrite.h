@@ -1,13 +1,10 @@
 #pragma once
 
+#include "recovery/saves/FileKey.h"
 #include "recovery/saves/SaveRecord.h"
 #include "recovery/saves/WriteState.h"
 
 #include <optional>
-#include <utility>
-
-/// Identifies a file: its device and inode.
-using FileKey = std::pair<quint64, quint64>;
 
 /// Examines a file by its record and completes an interrupted write. Does not run the event loop. `recordHandle` stays
 /// the caller's. Only regular files are opened.

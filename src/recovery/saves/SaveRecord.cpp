@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -37,6 +38,14 @@ class RecordInput {
     template <typename Plain>
     bool readPlain(Plain& value) {
         return read(reinterpret_cast<char*>(&value), sizeof value);
+    }
+    /// The same part is read again by the next call.
+    template <typename Plain>
+    bool peekPlain(Plain& value) {
+        const qint64 before = m_at;
+        const bool isRead = readPlain(value);
+        m_at = before;
+        return isRead;
     }
     bool skip(quint64 length) {
         m_valid = has(length);
@@ -115,16 +124,24 @@ bool readFile(RecordInput& input, RecordedFile& file) {
     return input.skip(blocksOf(file.oldSize) * sizeof(quint32));
 }
 
-bool readFiles(RecordInput& input, quint32 count, std::vector<RecordedFile>& files) {
-    char magic[sizeof Magic];
-    if (!input.read(magic, sizeof magic) || std::memcmp(magic, Magic, sizeof magic) != 0)
-        return false;
-    for (quint32 i = 0; i < count; ++i) {
+/// Where the record ends follows from its entries; only the checksum says then that all of them are true.
+bool readFiles(RecordInput& input, std::vector<RecordedFile>& files) {
+    quint32 tag = 0;
+    while (input.peekPlain(tag) && tag == EntryTag) {
         RecordedFile file;
         if (!readFile(input, file))
             return false;
         files.push_back(std::move(file));
     }
+    EndHead end{};
+    return input.readPlain(end) && end.tag == EndTag && end.entries == files.size();
+}
+
+bool readHead(RecordInput& input, quint64& sequence) {
+    FileHead head;
+    if (!input.readPlain(head) || std::memcmp(head.magic, Magic, sizeof head.magic) != 0)
+        return false;
+    sequence = head.sequence;
     return true;
 }
 
@@ -151,22 +168,26 @@ std::optional<SaveRecord> SaveRecord::read(FileSystemCalls& calls, int handle, S
     return record;
 }
 
+bool SaveRecord::isBlank(FileSystemCalls& calls, int handle) {
+    FileHead head{};
+    const SystemError error = readExactly(calls, handle, reinterpret_cast<char*>(&head), sizeof head, 0);
+    const auto isZero = [](char byte) { return byte == '\0'; };
+    return error.number == ENODATA || (!error && std::all_of(std::begin(head.magic), std::end(head.magic), isZero));
+}
+
 std::optional<SaveRecord> SaveRecord::readAll(FileSystemCalls& calls, int handle, SystemError& error) {
     struct stat status {};
     if (calls.fstat(handle, &status) != 0) {
         error = SystemError::fromErrno(errno);
         return {};
     }
-    const qint64 end = status.st_size - static_cast<qint64>(sizeof(EndHead)) - ChecksumSize;
-    EndHead tail{};
-    if (end < static_cast<qint64>(sizeof Magic))
+    if (status.st_size < ChecksumSize)
         return {};
-    error = readExactly(calls, handle, reinterpret_cast<char*>(&tail), sizeof tail, end);
-    if (error || tail.tag != EndTag || !hasChecksum(calls, handle, end + static_cast<qint64>(sizeof tail), error))
-        return {};
-    RecordInput input(calls, handle, end);
+    RecordInput input(calls, handle, status.st_size - ChecksumSize);
     SaveRecord record;
-    const bool isRead = readFiles(input, tail.entries, record.m_files);
+    const bool isRead = readHead(input, record.m_sequence) && readFiles(input, record.m_files);
     error = input.error();
-    return isRead && input.at() == end ? std::optional(std::move(record)) : std::nullopt;
+    if (!isRead || !hasChecksum(calls, handle, input.at(), error))
+        return {};
+    return record;
 }

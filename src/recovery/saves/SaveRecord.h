@@ -44,12 +44,18 @@ class SaveRecord {
     /// Nothing when it is damaged or not complete; `error` is set when it could not be read now.
     static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle, SystemError& error);
 
+    /// Whether the file is only kept for a record to come.
+    static bool isBlank(FileSystemCalls& calls, int handle);
+
     const std::vector<RecordedFile>& files() const { return m_files; }
+    /// Later records have higher ones.
+    quint64 sequence() const { return m_sequence; }
 
  private:
     static std::optional<SaveRecord> readAll(FileSystemCalls& calls, int handle, SystemError& error);
 
     std::vector<RecordedFile> m_files;
+    quint64 m_sequence = 0;
 };
 
 /// Reads exactly so many bytes. ENODATA: they are not there.

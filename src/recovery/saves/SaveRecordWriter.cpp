@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <future>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,6 +18,10 @@ namespace {
 
 constexpr qint64 ReadSize = 1'048'576;
 constexpr qint64 NanosecondsOfASecond = 1'000'000'000;
+/// A file that must grow for a record grows by so much, since bytes of a file that has them already are flushed sooner.
+constexpr qint64 GrowthSize = 65'536;
+/// Old files from this size on are read in a thread of their own.
+constexpr qint64 SizeForThread = 2LL * 1024 * 1024;
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
@@ -34,7 +39,10 @@ QByteArray resolved(const QByteArray& name) {
 class SaveRecordWriter::OldFile {
  public:
     OldFile(FileSystemCalls& calls, const PlannedWrite& write)
-        : m_calls(calls), m_size(write.before.st_size), m_buffer(std::min(ReadSize, m_size), Qt::Uninitialized) {
+        : m_calls(calls),
+          m_before(write.before),
+          m_size(write.before.st_size),
+          m_buffer(std::min(ReadSize, m_size), Qt::Uninitialized) {
         m_hashes.reserve(blocksOf(static_cast<quint64>(m_size)));
     }
     ~OldFile() {
@@ -51,8 +59,7 @@ class SaveRecordWriter::OldFile {
         struct stat now {};
         if (m_handle < 0 || m_calls.fstat(m_handle, &now) != 0)
             return lastError();
-        const bool isSame = now.st_dev == write.before.st_dev && now.st_ino == write.before.st_ino;
-        return isSame ? SystemError() : SystemError::fromErrno(ESTALE);
+        return keyOf(now) == keyOf(write.before) ? SystemError() : SystemError::fromErrno(ESTALE);
     }
 
     bool atEnd() const { return m_at == m_size; }
@@ -78,6 +85,9 @@ class SaveRecordWriter::OldFile {
         return {m_buffer.constData(), static_cast<std::size_t>(got)};
     }
 
+    /// Before space was reserved in it.
+    const struct stat& before() const { return m_before; }
+
     SystemError readToEnd() {
         SystemError error;
         while (!error && !atEnd())
@@ -102,7 +112,8 @@ class SaveRecordWriter::OldFile {
  private:
     FileSystemCalls& m_calls;
     int m_handle = -1;
-    qint64 m_size;
+    const struct stat m_before;
+    const qint64 m_size;
     qint64 m_at = 0;
     QByteArray m_buffer;
     std::vector<quint32> m_hashes;
@@ -171,16 +182,18 @@ class SaveRecordWriter::Comparison {
     quint64 m_at = 0;
 };
 
-SaveRecordWriter::SaveRecordWriter(FileSystemCalls& calls, int handle)
-    : m_calls(calls), m_handle(handle), m_output(calls, handle) {
+SaveRecordWriter::SaveRecordWriter(FileSystemCalls& calls, int handle, qint64 size, quint64 sequence)
+    : m_calls(calls), m_handle(handle), m_size(size), m_output(calls, handle) {
     m_output.writePlain(Magic);
+    m_output.writePlain(sequence);
 }
 
 SaveRecordWriter::~SaveRecordWriter() = default;
 
-SystemError SaveRecordWriter::flushOldFiles() {
+SystemError SaveRecordWriter::flushOldFiles(const FlushedFiles& flushed) {
     for (const auto& old : m_oldFiles) {
-        if (SystemError error = old->flush())
+        const SystemError error = flushed.contains(old->before()) ? SystemError() : old->flush();
+        if (error)
             return error;
     }
     return {};
@@ -192,9 +205,7 @@ SystemError SaveRecordWriter::add(const PlannedWrite& write) {
     if (error)
         return error;
     writeHead(write);
-    error = write.pieces.empty() ? addDifferences(write, old) : addAll(write);
-    if (!error)
-        error = old.readToEnd();
+    error = write.pieces.empty() ? addDifferences(write, old) : addAll(write, old);
     m_output.writePlain(RangeHead{LastRange, 0});
     old.writeHashes(m_output);
     old.release();
@@ -211,13 +222,17 @@ void SaveRecordWriter::writeHead(const PlannedWrite& write) {
     m_output.write({path.constData(), static_cast<std::size_t>(path.size())});
 }
 
-SystemError SaveRecordWriter::addAll(const PlannedWrite& write) {
-    if (write.length == 0)
-        return {};
-    m_output.writePlain(RangeHead{0, static_cast<quint64>(write.length)});
+/// A large old file is read and hashed meanwhile.
+SystemError SaveRecordWriter::addAll(const PlannedWrite& write, OldFile& old) {
+    std::future<SystemError> reading;
+    if (write.before.st_size >= SizeForThread)
+        reading = std::async(std::launch::async, [&old] { return old.readToEnd(); });
+    if (write.length > 0)
+        m_output.writePlain(RangeHead{0, static_cast<quint64>(write.length)});
     for (const std::string_view piece : write.pieces)
         m_output.write(piece);
-    return m_output.error();
+    const SystemError error = reading.valid() ? reading.get() : old.readToEnd();
+    return error ? error : m_output.error();
 }
 
 /// Reads the whole source once before it is written.
@@ -240,6 +255,8 @@ SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile&
     if (!error)
         error = comparison.end();
     write.source.rewind();
+    if (!error)
+        error = old.readToEnd();
     return error ? error : m_output.error();
 }
 
@@ -248,7 +265,9 @@ SystemError SaveRecordWriter::finish() {
     const QByteArray sum = m_output.checksum();
     m_output.write({sum.constData(), static_cast<std::size_t>(sum.size())});
     m_output.writeOut();
+    if (m_output.length() > m_size)
+        m_output.fill(GrowthSize);
     if (m_output.error())
         return m_output.error();
-    return uninterrupted([&] { return m_calls.fsync(m_handle); }) == 0 ? SystemError() : lastError();
+    return uninterrupted([&] { return m_calls.fdatasync(m_handle); }) == 0 ? SystemError() : lastError();
 }

@@ -1,73 +1,19 @@
 #include "recovery/saves/SaveRecords.h"
 
 #include "platform/Folders.h"
-#include "platform/Paths.h"
-#include "recovery/saves/FolderFlush.h"
 #include "recovery/saves/SaveRecordWriter.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <chrono>
 #include <utility>
-
-namespace {
-
-constexpr mode_t RecordMode = 0600;
-constexpr int NamesToTry = 20;
-
-/// Names ascend, also when the clock was set back, and no two processes use the same one.
-QString recordName(unsigned number) {
-    static std::atomic<qint64> last{0};
-    const auto now = std::chrono::system_clock::now().time_since_epoch();
-    qint64 time = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
-    qint64 before = last;
-    while (!last.compare_exchange_weak(before, std::max(time, before + 1)))
-        ;
-    time = std::max(time, before + 1);
-    return u"/%1-%2-%3.save"_qs.arg(time, 20, 10, QLatin1Char('0')).arg(::getpid()).arg(number);
-}
-
-}  // namespace
-
-/// The file of one record. It is unlocked when the object is destroyed, and then no longer this process's.
-class SaveRecords::File {
- public:
-    File(FileSystemCalls& calls, QByteArray name, int handle)
-        : m_calls(calls), m_name(std::move(name)), m_handle(handle) {}
-    ~File() { m_calls.close(m_handle); }
-    Q_DISABLE_COPY_MOVE(File)
-
-    int handle() const { return m_handle; }
-
-    /// Another process that looks for abandoned records may have taken this one for such a one before it was locked.
-    bool lock() const {
-        struct stat status {};
-        return uninterrupted([&] { return m_calls.flock(m_handle, LOCK_EX); }) == 0 &&
-               m_calls.fstat(m_handle, &status) == 0 && status.st_nlink == 1;
-    }
-    /// A record that cannot be removed is made useless: later it would be taken for one of the file as it is then.
-    void remove() const {
-        if (m_calls.unlink(m_name.constData()) != 0 && m_calls.ftruncate(m_handle, 0) == 0)
-            m_calls.fsync(m_handle);
-    }
-
- private:
-    FileSystemCalls& m_calls;
-    QByteArray m_name;
-    int m_handle;
-};
 
 /// A record and the writes that are not ended yet.
 class SaveRecords::Shared {
  public:
-    Shared(SaveRecords& records, std::unique_ptr<File> file) : m_records(records), m_file(std::move(file)) {}
+    Shared(SaveRecords& records, std::shared_ptr<OwnRecord> file) : m_records(records), m_file(std::move(file)) {}
     /// When the last of its writes has ended.
     ~Shared() {
         if (m_partial.empty())
-            m_records.remove(*m_file);
+            m_records.m_store.giveBack(std::move(m_file));
         else
             m_records.keep(std::move(m_file), std::move(m_partial));
     }
@@ -80,7 +26,7 @@ class SaveRecords::Shared {
 
  private:
     SaveRecords& m_records;
-    std::unique_ptr<File> m_file;
+    std::shared_ptr<OwnRecord> m_file;
     std::mutex m_mutex;
     std::set<FileKey> m_partial;
 };
@@ -89,21 +35,29 @@ class SaveRecords::Shared {
 class SaveRecords::Watched : public WatchedWrite {
  public:
     Watched(SaveRecords& records, std::shared_ptr<Shared> record, const struct stat& target)
-        : m_records(records), m_record(std::move(record)), m_file(target.st_dev, target.st_ino) {}
+        : m_records(records), m_record(std::move(record)), m_file(keyOf(target)) {
+        m_records.m_flushed.remove(m_file);
+    }
+
+    void aboutToFlush(const struct stat& now) override { m_written = now; }
 
     /// A file that is partly written needs its record. One that was not touched is whole as it was, and its owner has
     /// been told that the write failed.
     void ended(bool whole, bool touched) override {
         if (!whole && touched && m_record != nullptr)
             m_record->setPartial(m_file);
-        if (whole)
-            m_records.removeKept(m_file);
+        if (!whole)
+            return;
+        if (keyOf(m_written) == m_file)
+            m_records.m_flushed.add(m_written);
+        m_records.removeKept(m_file);
     }
 
  private:
     SaveRecords& m_records;
     std::shared_ptr<Shared> m_record;
     FileKey m_file;
+    struct stat m_written {};
 };
 
 /// A thread that waits for the record of its write.
@@ -116,7 +70,7 @@ struct SaveRecords::Request {
 SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls) : SaveRecords(std::move(folder), calls, Limits()) {}
 
 SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls, Limits limits)
-    : m_folder(std::move(folder)), m_calls(calls), m_limits(limits) {}
+    : m_calls(calls), m_limits(limits), m_store(std::move(folder), calls) {}
 
 SaveRecords::~SaveRecords() {
     if (ofProcess() == this)
@@ -158,8 +112,8 @@ std::unique_ptr<WatchedWrite> SaveRecords::joinGroup(const PlannedWrite& write) 
 
 /// Without a record: those of earlier writes must be gone from the disk all the same before the file changes.
 std::unique_ptr<WatchedWrite> SaveRecords::watched(const PlannedWrite& write, std::shared_ptr<Shared> record) {
-    if (record == nullptr && m_hasRemoved.exchange(false))
-        flushFolder(m_calls, m_folder);
+    if (record == nullptr)
+        m_store.flushRemovals();
     return std::make_unique<Watched>(*this, std::move(record), write.before);
 }
 
@@ -187,65 +141,38 @@ void SaveRecords::serve(const Group& group) {
 }
 
 std::shared_ptr<SaveRecords::Shared> SaveRecords::record(const std::vector<const PlannedWrite*>& writes) {
-    std::unique_ptr<File> file = makeFile();
+    std::shared_ptr<OwnRecord> file = m_store.take();
     if (file == nullptr)
         return nullptr;
-    SaveRecordWriter writer(m_calls, file->handle());
-    const bool isWhole =
-        std::none_of(writes.begin(), writes.end(), [&](const PlannedWrite* write) { return bool(writer.add(*write)); });
-    if (isWhole && !writer.finish() && flushNames() && !writer.flushOldFiles())
+    SaveRecordWriter writer(m_calls, file->handle(), file->size(), RecordStore::nextSequence());
+    const bool isWhole = std::none_of(writes.begin(), writes.end(),
+                                      [&](const PlannedWrite* write) { return bool(writer.add(*write)); }) &&
+                         !writer.finish();
+    file->setWritten(writer.written(), isWhole);
+    if (isWhole && m_store.makeLast(*file) && !writer.flushOldFiles(m_flushed))
         return std::make_shared<Shared>(*this, std::move(file));
-    remove(*file);
+    m_store.giveBack(std::move(file));
     return nullptr;
 }
 
-/// The folders above were perhaps made for the first record.
-bool SaveRecords::flushNames() {
-    if (!m_areFoldersFlushed.exchange(true))
-        flushFoldersAbove(m_calls, m_folder);
-    m_hasRemoved = false;
-    return flushFolder(m_calls, m_folder);
-}
-
-std::unique_ptr<SaveRecords::File> SaveRecords::makeFile() {
-    const QString parent = m_folder.left(m_folder.lastIndexOf(u'/'));
-    if (makeFolder(parent) || makePrivateFolder(m_folder))
-        return nullptr;
-    for (int i = 0; i < NamesToTry; ++i) {
-        const QByteArray name = localName(m_folder + recordName(++m_number)).value_or(QByteArray());
-        const int handle =
-            m_calls.open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, RecordMode);
-        if (handle < 0 && errno != EEXIST && errno != EINTR)
-            return nullptr;
-        if (handle < 0)
-            continue;
-        auto file = std::make_unique<File>(m_calls, name, handle);
-        if (file->lock())
-            return file;
-        file->remove();
-    }
-    return nullptr;
-}
-
-void SaveRecords::remove(const File& record) {
-    record.remove();
-    m_hasRemoved = true;
-}
-
-void SaveRecords::keep(std::unique_ptr<File> record, std::set<FileKey> files) {
+void SaveRecords::keep(std::shared_ptr<OwnRecord> record, std::set<FileKey> files) {
     const std::scoped_lock lock(m_mutex);
     m_kept.push_back({std::move(record), std::move(files)});
 }
 
+/// They are gone from the disk before the newer record of this file is: see SaveRecovery::finishAll().
 void SaveRecords::removeKept(FileKey file) {
-    const std::scoped_lock lock(m_mutex);
-    const auto removed = std::erase_if(m_kept, [&](Kept& kept) {
+    std::vector<std::shared_ptr<OwnRecord>> removed;
+    std::unique_lock lock(m_mutex);
+    std::erase_if(m_kept, [&](Kept& kept) {
         if (kept.files.erase(file) == 0 || !kept.files.empty())
             return false;
-        kept.record->remove();
+        removed.push_back(std::move(kept.record));
         return true;
     });
-    // Before the newer record of this file is removed: see SaveRecovery::finishAll().
-    if (removed > 0)
-        flushFolder(m_calls, m_folder);
+    lock.unlock();
+    for (std::shared_ptr<OwnRecord>& record : removed)
+        m_store.giveBack(std::move(record));
+    if (!removed.empty())
+        m_store.flushRemovals();
 }

@@ -2,16 +2,17 @@
 
 #include "platform/FileSystemCalls.h"
 #include "platform/WriteWitness.h"
+#include "recovery/saves/FileKey.h"
+#include "recovery/saves/FlushedFiles.h"
+#include "recovery/saves/RecordStore.h"
 
 #include <QString>
 
-#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <memory>
 #include <mutex>
 #include <set>
-#include <utility>
 #include <vector>
 
 /// Keeps the new bytes of every save in a record until they are on the disk in their file, so that a save that is
@@ -40,8 +41,6 @@ class SaveRecords : public WriteWitness {
     std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override;
 
  private:
-    using FileKey = std::pair<quint64, quint64>;  ///< device and inode
-    class File;
     class Shared;
     class Watched;
     struct Request;
@@ -53,24 +52,18 @@ class SaveRecords : public WriteWitness {
     void serve(const Group& group);
     /// One record for all of them; null: there is none.
     std::shared_ptr<Shared> record(const std::vector<const PlannedWrite*>& writes);
-    /// The open, locked and still empty file of a new record; null: it cannot be made.
-    std::unique_ptr<File> makeFile();
-    bool flushNames();
-    void remove(const File& record);
-    void keep(std::unique_ptr<File> record, std::set<FileKey> files);
+    void keep(std::shared_ptr<OwnRecord> record, std::set<FileKey> files);
     void removeKept(FileKey file);
 
     struct Kept {
-        std::unique_ptr<File> record;
+        std::shared_ptr<OwnRecord> record;
         std::set<FileKey> files;  ///< that are only partly written
     };
 
-    const QString m_folder;
     FileSystemCalls& m_calls;
     const Limits m_limits;
-    std::atomic<unsigned> m_number{0};
-    std::atomic<bool> m_areFoldersFlushed{false};
-    std::atomic<bool> m_hasRemoved{true};  ///< records were removed, perhaps not yet on the disk
+    RecordStore m_store;
+    FlushedFiles m_flushed;
     std::mutex m_mutex;
     std::condition_variable m_served;
     std::deque<Request*> m_waiting;

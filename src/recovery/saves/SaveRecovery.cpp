@@ -27,12 +27,9 @@ bool isOwnFolder(const QString& path) {
            status.st_uid == ::geteuid();
 }
 
-/// The newest first, since names begin with the time.
 QStringList recordNames(const QString& folder) {
     const QString pattern = u'*' + QLatin1String(SaveRecovery::RecordSuffix);
-    QStringList names = QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
-    std::reverse(names.begin(), names.end());
-    return names;
+    return QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name);
 }
 
 }  // namespace
@@ -54,6 +51,8 @@ class SaveRecovery::Record {
         m_content = SaveRecord::read(m_calls, m_file.handle(), error);
         return m_content ? Reading::Done : error ? Reading::Impossible : Reading::Damaged;
     }
+
+    bool isAfter(const Record& other) const { return m_content->sequence() > other.m_content->sequence(); }
 
     /// Brings the files to their new contents where that is possible, but for those in `settled`, which are of a newer
     /// record. Adds to it those that have their contents now.
@@ -131,7 +130,6 @@ SaveRecovery::Summary SaveRecovery::run() {
     Summary summary;
     if (!isOwnFolder(m_folder))
         return summary;
-    Files settled;
     std::vector<std::unique_ptr<Record>> records;
     for (const QString& name : recordNames(m_folder)) {
         auto record = std::make_unique<Record>(m_calls, m_folder + u'/' + name);
@@ -139,7 +137,6 @@ SaveRecovery::Summary SaveRecovery::run() {
             continue;
         const Record::Reading reading = record->read();
         if (reading == Record::Reading::Done) {
-            record->settle(settled);
             records.push_back(std::move(record));
         } else if (reading == Record::Reading::Damaged) {
             record->remove();
@@ -148,6 +145,11 @@ SaveRecovery::Summary SaveRecovery::run() {
             ++summary.left;
         }
     }
+    Files settled;  // of the newest record first
+    std::sort(records.begin(), records.end(),
+              [](const auto& left, const auto& right) { return left->isAfter(*right); });
+    for (const auto& record : records)
+        record->settle(settled);
     finishAll(records, settled, summary);
     return summary;
 }

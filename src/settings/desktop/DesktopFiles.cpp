@@ -1,12 +1,12 @@
 #include "settings/desktop/DesktopFiles.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/Folders.h"
 #include "settings/files/OwnTextFile.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <cerrno>
@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int MostWait = 5000;  // milliseconds
-constexpr QFile::Permissions AnyWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
 
 }  // namespace
 
@@ -26,14 +25,8 @@ std::optional<QByteArray> DesktopFiles::read(const QString& path) {
 }
 
 bool DesktopFiles::replace(const QString& path, const QByteArray& bytes) {
-    const QFileInfo file(path);
-    if (file.exists() && (!file.isFile() || !(file.permissions() & AnyWrite)))
-        return false;
-    makeFolder(file.path());
-    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
-    QSaveFile saved(path);
-    return saved.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && saved.write(bytes) == bytes.size() &&
-           saved.commit();
+    makeFolder(QFileInfo(path).path());
+    return !replaceFile(path, bytes);
 }
 
 void DesktopFiles::makeExecutable(const QString& path) {

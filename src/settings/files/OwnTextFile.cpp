@@ -2,11 +2,11 @@
 
 #include "platform/FileErrors.h"
 #include "platform/FileReader.h"
+#include "platform/FileReplacement.h"
 #include "platform/Folders.h"
 #include "text/codec/TextCodec.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -76,15 +76,16 @@ bool OwnTextFile::writeLines(const QString& path, const QStringList& lines) {
     return !replace(path, lines);
 }
 
-SystemError OwnTextFile::replace(const QString& path, const QStringList& lines) {
+QByteArray OwnTextFile::bytesOf(const QStringList& lines) {
     QByteArray bytes;
     for (const QString& line : lines) {
         if (!line.contains(u'\n') && !line.contains(u'\r'))
             bytes += line.toUtf8() + "\r\n";
     }
-    // Without a buffer, since a part that was written when the disk became full counts as written otherwise.
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size() && file.commit())
-        return {};
-    return FileErrors::writing(path, {EIO, file.errorString()});
+    return bytes;
+}
+
+SystemError OwnTextFile::replace(const QString& path, const QStringList& lines, FileSystemCalls& calls) {
+    const SystemError cause = replaceFile(path, bytesOf(lines), calls);
+    return cause ? FileErrors::writing(path, cause) : SystemError();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileSystemCalls.h"
 #include "platform/SystemError.h"
 
 #include <QByteArray>
@@ -48,6 +49,9 @@ bool isOneField(const QString& text);
 bool writeLines(const QString& path, const QStringList& lines);
 
 /// The same in a folder that exists, with the reason when the file could not be written.
-SystemError replace(const QString& path, const QStringList& lines);
+SystemError replace(const QString& path, const QStringList& lines, FileSystemCalls& calls = FileSystemCalls::system());
+
+/// The bytes of a file with these lines.
+QByteArray bytesOf(const QStringList& lines);
 
 }  // namespace OwnTextFile

@@ -2,6 +2,7 @@
 
 #include "platform/FileLookup.h"
 #include "platform/Paths.h"
+#include "platform/UserFileWriter.h"
 #include "platform/Yield.h"
 #include "platform/YieldPace.h"
 #include "settings/files/OwnTextFile.h"
@@ -21,6 +22,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <string_view>
 
 using ProjectFile::Section;
 
@@ -181,7 +183,9 @@ bool ProjectCommands::WriteProjectFile(const QString& pFile) {
     BusyPointer::show();
     const ProjectContent content{
         {m_sidePanel.isShown(), m_sidePanel.splitterLeft()}, m_panel.SaveItem(), m_records.writeAll()};
-    const SystemError error = OwnTextFile::replace(pFile, ProjectFile::lines(content));
+    const QByteArray bytes = OwnTextFile::bytesOf(ProjectFile::lines(content));
+    const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    const SystemError error = UserFileWriter().write(pFile, {&piece, 1}).error;
     BusyPointer::restore();
     if (error)
         m_prompts.message(&m_window, error.description);

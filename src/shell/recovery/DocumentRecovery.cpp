@@ -123,13 +123,13 @@ void DocumentRecovery::bringBack(std::unique_ptr<FoundJournal> found) {
     }
     m_opening.hold();
     m_systemClose.enable(false);
-    bool isBack = false;
-    ignoringErrors("bringBack", [&] { isBack = m_bringBack(*document, std::move(found)); });
+    RecoveryOutcome outcome = RecoveryOutcome::Failed;
+    ignoringErrors("bringBack", [&] { outcome = m_bringBack(*document, std::move(found)); });
     m_systemClose.enable(true);
     m_opening.release();
-    if (!isBack)
+    if (outcome == RecoveryOutcome::Failed)
         reportKept(name);
-    if (document && isBack) {
+    if (document && outcome == RecoveryOutcome::Shown) {
         if (!path.isEmpty())
             document->setCaption(m_opening.captionFor(path));
         m_active.reportChange(document, ActiveDocument::State | ActiveDocument::Loaded);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/RecoveryOutcome.h"
 #include "recovery/journals/JournalOutcome.h"
 
 #include <QObject>
@@ -25,8 +26,8 @@ class DocumentRecovery : public QObject {
     Q_OBJECT
 
  public:
-    /// Makes a document show what was recovered; it returns false when it cannot. May run the event loop.
-    using BringBack = std::function<bool(frmDocument& document, std::unique_ptr<FoundJournal> found)>;
+    /// Makes a document show what was recovered. May run the event loop.
+    using BringBack = std::function<RecoveryOutcome(frmDocument& document, std::unique_ptr<FoundJournal> found)>;
 
     /// `journals` may be null: then there is nothing to bring back.
     DocumentRecovery(Journals* journals, MdiChildren& children, ActiveDocument& active, DocumentOpening& opening,

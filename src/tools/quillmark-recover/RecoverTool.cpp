@@ -2,10 +2,13 @@
 
 #include "platform/Paths.h"
 #include "platform/UserFileWriter.h"
+#include "recovery/journals/Journals.h"
 #include "recovery/saves/RecordedBytes.h"
 #include "recovery/saves/RecordedWrite.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
+#include "tools/quillmark-recover/JournalTool.h"
+#include "tools/quillmark-recover/ToolOutput.h"
 
 #include <QCommandLineParser>
 #include <QDateTime>
@@ -18,40 +21,47 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+
+using namespace ToolOutput;
 
 namespace {
 
 const QString OfOption = u"of"_qs;
 const QString BaseOption = u"base"_qs;
 const QString OverwriteOption = u"overwrite"_qs;
+const QString Utf8Option = u"utf8"_qs;
 const QString FolderOption = u"folder"_qs;
 const QString HelpOption = u"help"_qs;
 const QString VersionOption = u"version"_qs;
 
 constexpr const char* Help = R"(Usage: quillmark-recover [--folder DIR] COMMAND [ARGUMENTS]
 
-Shows and restores what Quillmark recorded of saves that were interrupted.
+Shows and restores what Quillmark recorded of saves that were interrupted, and
+of changes that were not saved.
 
 Commands:
-  list                          show all records
-  show RECORD                   show the files of a record
-  restore RECORD FILE           write what was being saved into a new file
-  drop RECORD...                delete records
+  list                          show all records and journals
+  show NAME                     show what is in one
+  restore NAME FILE             write what was being saved, or was not saved,
+                                into a new file
+  drop NAME...                  delete records and journals
 
 Options:
       --of PATH                 restore: the file of the record with this path;
                                 needed when it has several
       --base FILE               restore: take bytes that are not in the record
                                 from this file, whatever it holds
-      --overwrite               restore: write into a file that exists
-      --folder DIR              another folder of records than the user's own
+      --overwrite               restore: write into a file that exists; for
+                                records
+      --utf8                    restore: write a text in UTF-8, whatever the
+                                encoding of its file; for journals
+      --folder DIR              another folder than the user's own
   -h, --help                    show this help
       --version                 show the version
 
-Exit status: 0 done, 1 no such record or file in it, 2 wrong arguments,
-3 a file cannot be read or written, or a running program has the record,
-4 the record is damaged, or its file was changed by another program.
+Exit status: 0 done, 1 no such record or journal, or no such file in it,
+2 wrong arguments, 3 a file cannot be read or written, or a running program has
+it, 4 it is damaged, or its file was changed by another program.
 )";
 
 void defineOptions(QCommandLineParser& parser) {
@@ -59,26 +69,14 @@ void defineOptions(QCommandLineParser& parser) {
     parser.addOption({OfOption, QString(), text});
     parser.addOption({BaseOption, QString(), text});
     parser.addOption({OverwriteOption, QString()});
+    parser.addOption({Utf8Option, QString()});
     parser.addOption({FolderOption, QString(), text});
     parser.addOption({{u"h"_qs, HelpOption}, QString()});
     parser.addOption({VersionOption, QString()});
 }
 
-bool print(const QString& text) {
-    const QByteArray bytes = text.toUtf8();
-    const bool written = std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stdout) ==
-                         static_cast<size_t>(bytes.size());
-    return std::fflush(stdout) == 0 && written;
-}
-
-/// A path as it can be shown in a terminal: control characters and bytes that are no text are escaped.
-QString shown(const QByteArray& path) {
-    QString text;
-    for (const QChar each : QFile::decodeName(path)) {
-        const bool isPlain = each.isPrint() || each.isSurrogate();
-        text += isPlain ? QString(each) : u"\\x%1"_qs.arg(each.unicode(), 2, 16, QLatin1Char('0'));
-    }
-    return text;
+QString shownPath(const QByteArray& path) {
+    return shown(QFile::decodeName(path));
 }
 
 QString stateText(WriteState state) {
@@ -95,40 +93,10 @@ QString stateText(WriteState state) {
     return u"cannot be read"_qs;
 }
 
-QByteArray nameOf(const QString& path) {
-    return localName(path).value_or(QByteArray());
-}
-
-/// A new file, or nothing: one that exists is left alone, and a link is not followed.
-SystemError writeNew(const QByteArray& name, ByteSource& source) {
-    FileSystemCalls& calls = FileSystemCalls::system();
-    const int handle = calls.open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-    SystemError error = handle < 0 ? SystemError::fromErrno(errno) : SystemError();
+QString whyUnread(int handle, const SystemError& error) {
     if (error)
-        return error;
-    qint64 at = 0;
-    while (!error && at < source.length()) {
-        BytePieces pieces;
-        error = source.next(pieces);
-        std::string_view rest = error ? std::string_view() : pieces.front();
-        while (!error && !rest.empty()) {
-            const iovec part{const_cast<char*>(rest.data()), rest.size()};
-            const ssize_t count = uninterrupted([&] { return calls.pwritev(handle, &part, 1, at); });
-            if (count <= 0) {
-                error = SystemError::fromErrno(count < 0 ? errno : EIO);
-            } else {
-                at += count;
-                rest.remove_prefix(static_cast<std::size_t>(count));
-            }
-        }
-    }
-    if (!error && uninterrupted([&] { return calls.fsync(handle); }) != 0)
-        error = SystemError::fromErrno(errno);
-    if (calls.close(handle) != 0 && !error)
-        error = SystemError::fromErrno(errno);
-    if (error)
-        calls.unlink(name.constData());
-    return error;
+        return u"cannot be read"_qs;
+    return SaveRecord::isBlank(FileSystemCalls::system(), handle) ? u"empty"_qs : u"damaged"_qs;
 }
 
 }  // namespace
@@ -145,7 +113,7 @@ struct RecoverTool::Command {
 const RecoverTool::Command RecoverTool::Commands[] = {
     {"list", 0, 0, {}, &RecoverTool::list},
     {"show", 1, 1, {}, &RecoverTool::show},
-    {"restore", 2, 2, {OfOption, BaseOption, OverwriteOption}, &RecoverTool::restore},
+    {"restore", 2, 2, {OfOption, BaseOption, OverwriteOption, Utf8Option}, &RecoverTool::restore},
     {"drop", 1, 10'000, {}, &RecoverTool::drop},
 };
 
@@ -158,7 +126,9 @@ int RecoverTool::run(const QStringList& arguments) {
         return print(QString::fromUtf8(Help)) ? Done : Failed;
     if (options.isSet(VersionOption))
         return print(u"quillmark-recover " QUILLMARK_VERSION "\n"_qs) ? Done : Failed;
-    m_folder = options.isSet(FolderOption) ? options.value(FolderOption) : SaveRecords::saveRecordFolder();
+    const bool isElsewhere = options.isSet(FolderOption);
+    m_folder = isElsewhere ? options.value(FolderOption) : SaveRecords::saveRecordFolder();
+    m_journalFolder = isElsewhere ? m_folder : Journals::journalFolder();
     return runCommand(options);
 }
 
@@ -171,18 +141,39 @@ int RecoverTool::runCommand(const QCommandLineParser& options) {
         return say(Misused, words.isEmpty() ? u"no command given"_qs : u"no command \"%1\""_qs.arg(name));
     if (words.size() - 1 < command->fewest || words.size() - 1 > command->most)
         return say(Misused, u"wrong number of arguments for %1"_qs.arg(name));
-    for (const QString& option : {OfOption, BaseOption, OverwriteOption}) {
+    for (const QString& option : {OfOption, BaseOption, OverwriteOption, Utf8Option}) {
         if (options.isSet(option) && !command->options.contains(option))
             return say(Misused, u"%1 takes no --%2"_qs.arg(name, option));
     }
-    struct stat status {};
-    if (::lstat(nameOf(m_folder).constData(), &status) != 0) {
-        if (errno != ENOENT && errno != ENOTDIR)
-            return say(Failed, u"%1: %2"_qs.arg(m_folder, SystemError::fromErrno(errno).description));
-    } else if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
-        return say(Failed, u"%1: not a folder of your own"_qs.arg(m_folder));
-    }
+    if (const int exit = checkFolder(m_folder))
+        return exit;
+    if (const int exit = checkFolder(m_journalFolder))
+        return exit;
+    if (JournalTool::isJournal(words.value(1)) && name != QLatin1String("drop"))
+        return runForJournal(options);
     return (this->*command->run)(options);
+}
+
+int RecoverTool::checkFolder(const QString& folder) {
+    struct stat status {};
+    const bool isThere = ::lstat(nameOf(folder).constData(), &status) == 0;
+    if (!isThere && errno != ENOENT && errno != ENOTDIR)
+        return say(Failed, u"%1: %2"_qs.arg(folder, SystemError::fromErrno(errno).description));
+    if (isThere && (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()))
+        return say(Failed, u"%1: not a folder of your own"_qs.arg(folder));
+    return Done;
+}
+
+int RecoverTool::runForJournal(const QCommandLineParser& options) const {
+    const JournalTool journals(m_journalFolder);
+    const QStringList words = options.positionalArguments();
+    for (const QString& option : {OfOption, BaseOption, OverwriteOption}) {
+        if (options.isSet(option))
+            return say(Misused, u"a journal takes no --%1"_qs.arg(option));
+    }
+    if (words.value(0) == QLatin1String("show"))
+        return journals.show(words.value(1));
+    return journals.restore(words.value(1), words.value(2), options.isSet(Utf8Option));
 }
 
 int RecoverTool::list(const QCommandLineParser& /*options*/) {
@@ -191,6 +182,7 @@ int RecoverTool::list(const QCommandLineParser& /*options*/) {
     QString text;
     for (const QString& name : QDir(m_folder).entryList(patterns, QDir::Files | QDir::Hidden, QDir::Name))
         text += line(name) + u'\n';
+    text += JournalTool(m_journalFolder).list();
     return print(text) ? Done : Failed;
 }
 
@@ -207,11 +199,11 @@ QString RecoverTool::line(const QString& name) const {
     SystemError error;
     const std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file.handle(), error);
     if (!record)
-        return u"%1\t%2\t%3"_qs.arg(name, time, error ? u"cannot be read"_qs : u"damaged"_qs);
+        return u"%1\t%2\t%3"_qs.arg(name, time, whyUnread(file.handle(), error));
     const bool isAside = name.endsWith(QLatin1String(SaveRecovery::AsideSuffix));
     QString text = u"%1\t%2\t%3"_qs.arg(name, time, isAside ? u"set aside"_qs : u"interrupted"_qs);
     for (const RecordedFile& each : record->files())
-        text += u'\t' + shown(each.path);
+        text += u'\t' + shownPath(each.path);
     return text;
 }
 
@@ -223,18 +215,21 @@ int RecoverTool::show(const QCommandLineParser& options) {
     QString text;
     for (const RecordedFile& file : opened->record.files()) {
         const WriteState state = RecordedWrite(FileSystemCalls::system(), opened->file->handle(), file).state();
-        text += u"%1\n  before: %2 bytes, changed %3\n  after: %4 bytes, %5\n  now: it %6\n"_qs.arg(shown(file.path))
-                    .arg(file.oldSize)
-                    .arg(QDateTime::fromMSecsSinceEpoch(file.oldTime / 1'000'000).toString(u"yyyy-MM-dd HH:mm:ss"_qs))
-                    .arg(file.finalSize())
-                    .arg(RecordedBytes::needsBase(file) ? u"of which those that differ are in the record"_qs
-                                                        : u"all in the record"_qs)
-                    .arg(stateText(state));
+        text +=
+            u"%1\n  before: %2 bytes, changed %3\n  after: %4 bytes, %5\n  now: it %6\n"_qs.arg(shownPath(file.path))
+                .arg(file.oldSize)
+                .arg(QDateTime::fromMSecsSinceEpoch(file.oldTime / 1'000'000).toString(u"yyyy-MM-dd HH:mm:ss"_qs))
+                .arg(file.finalSize())
+                .arg(RecordedBytes::needsBase(file) ? u"of which those that differ are in the record"_qs
+                                                    : u"all in the record"_qs)
+                .arg(stateText(state));
     }
     return print(text) ? Done : Failed;
 }
 
 int RecoverTool::restore(const QCommandLineParser& options) {
+    if (options.isSet(Utf8Option))
+        return say(Misused, u"a record takes no --%1"_qs.arg(Utf8Option));
     int exit = Done;
     const std::optional<Opened> opened = open(options.positionalArguments().value(1), exit);
     if (!opened)
@@ -255,6 +250,10 @@ int RecoverTool::drop(const QCommandLineParser& options) {
     int exit = Done;
     for (const QString& name : options.positionalArguments().mid(1)) {
         int problem = Done;
+        if (JournalTool::isJournal(name)) {
+            exit = std::max(exit, JournalTool(m_journalFolder).drop(name));
+            continue;
+        }
         const std::unique_ptr<RecordFile> file = openFile(name, problem);
         if (file != nullptr && !file->remove())
             problem = say(Failed, u"%1: %2"_qs.arg(name, SystemError::fromErrno(errno).description));
@@ -324,7 +323,7 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
     if (!isNamed && state != WriteState::Whole && state != WriteState::Partial) {
         exit = say(Unfit,
                    u"%1: the record holds only what differs from the file as it was, and the file %2; "
-                   "name one like it with --base"_qs.arg(shown(file.path), stateText(state)));
+                   "name one like it with --base"_qs.arg(shownPath(file.path), stateText(state)));
         return -1;
     }
     struct stat status {};
@@ -332,7 +331,7 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
         calls.open(name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (isNamed ? 0 : O_NOFOLLOW));
     if (handle >= 0 && calls.fstat(handle, &status) == 0 && S_ISREG(status.st_mode))
         return handle;
-    exit = say(Failed, u"%1: cannot be read"_qs.arg(shown(name)));
+    exit = say(Failed, u"%1: cannot be read"_qs.arg(shownPath(name)));
     if (handle >= 0)
         calls.close(handle);
     return -1;
@@ -356,13 +355,6 @@ int RecoverTool::write(const Opened& opened, const RecordedFile& file, int base,
         const SystemError error = UserFileWriter().write(path, source).error;
         return error ? say(Failed, error.description) : Done;
     }
-    const SystemError error = writeNew(nameOf(path), source);
+    const SystemError error = writeNew(path, source);
     return error ? say(Failed, u"%1: %2"_qs.arg(path, error.description)) : Done;
-}
-
-int RecoverTool::say(ExitCode code, const QString& text) const {
-    const QString hint = code == Misused ? u"Try quillmark-recover --help.\n"_qs : QString();
-    const QByteArray bytes = u"quillmark-recover: %1\n%2"_qs.arg(text, hint).toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stderr);
-    return code;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/SystemError.h"
 #include "recovery/saves/RecordFile.h"
 #include "recovery/saves/SaveRecord.h"
 
@@ -12,18 +11,10 @@
 
 class QCommandLineParser;
 
-/// The command quillmark-recover: reads its arguments, does one thing with the records of saves, reports errors on
-/// standard error, and returns the exit code. Created and run once by main.
+/// The command quillmark-recover: reads its arguments, does one thing with the records of saves and journals, reports
+/// errors on standard error, and returns the exit code. Created and run once by main.
 class RecoverTool {
  public:
-    enum ExitCode {
-        Done = 0,
-        Missing = 1,  ///< the record, or the file in it, doesn't exist
-        Misused = 2,  ///< the arguments can't be understood
-        Failed = 3,   ///< a file can't be read or written, or a running program has the record
-        Unfit = 4     ///< the record is damaged, or the file it is based on is another one
-    };
-
     /// `arguments` with the name of the program first.
     int run(const QStringList& arguments);
 
@@ -37,6 +28,8 @@ class RecoverTool {
     };
 
     int runCommand(const QCommandLineParser& options);
+    static int checkFolder(const QString& folder);
+    int runForJournal(const QCommandLineParser& options) const;
     int list(const QCommandLineParser& options);
     int show(const QCommandLineParser& options);
     int restore(const QCommandLineParser& options);
@@ -51,7 +44,6 @@ class RecoverTool {
     int openBase(const Opened& opened, const RecordedFile& file, const QCommandLineParser& options, int& exit) const;
     int write(const Opened& opened, const RecordedFile& file, int base, const QCommandLineParser& options) const;
 
-    int say(ExitCode code, const QString& text) const;
-
-    QString m_folder;
+    QString m_folder;         ///< of records
+    QString m_journalFolder;  ///< the same one when it was named
 };

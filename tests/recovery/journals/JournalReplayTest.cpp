@@ -5,6 +5,7 @@
 #include "text/codec/TextCodec.h"
 
 #include <algorithm>
+#include <ostream>
 #include <random>
 
 namespace {
@@ -127,6 +128,13 @@ struct Case {
     TextFormat format;
 };
 
+/// The tests are named by it.
+void PrintTo(const Case& each, std::ostream* out) {
+    static constexpr const char* Kinds[] = {"NoJoints", "AnyCr", "LoneCr", "AnyLf"};
+    static constexpr const char* Encodings[] = {"Utf8", "Utf16Le", "Utf16Be", "Windows1252"};
+    *out << Kinds[static_cast<int>(each.kind)] << Encodings[static_cast<int>(each.format.encoding)];
+}
+
 /// What is not flushed is there all the same as long as the system lives.
 class QuickDisk : public FileSystemCalls {
  public:
@@ -196,6 +204,6 @@ std::vector<Case> allCases() {
     return cases;
 }
 
-INSTANTIATE_TEST_SUITE_P(Kinds, JournalReplay, testing::ValuesIn(allCases()));
+INSTANTIATE_TEST_SUITE_P(Kinds, JournalReplay, testing::ValuesIn(allCases()), testing::PrintToStringParamName());
 
 }  // namespace

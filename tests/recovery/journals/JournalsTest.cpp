@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -280,11 +282,14 @@ TEST_F(JournalKeeping, AFileThatWasChangedBeforeTheFirstEditAsksForTheWhole) {
     put(path, "other bytes");
     {
         const auto journals = makeJournals();
+        std::atomic<int> notices = 0;
         const auto journal = journals->begin(base);
+        journal->setWholeNeeded([&] { ++notices; });
         EXPECT_FALSE(journal->needsWhole());
         journal->insert(0, "x");
         EXPECT_TRUE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
+        EXPECT_EQ(notices, 1);
         journal->setWhole("xone", JointKind::None);
         EXPECT_FALSE(journal->needsWhole());
         journal->insert(1, "y");

@@ -253,13 +253,30 @@ TEST_F(RecoverToolRuns, OnlyRecordsInTheFolderAreTaken) {
 TEST_F(RecoverToolRuns, ADamagedRecordIsListedAndCanOnlyBeDropped) {
     put(u"one"_qs, "old");
     record({u"one"_qs}, "new");
+    QByteArray bytes = bytesOf(u"state/quillmark/saves/"_qs + Aside);
+    while (bytes.endsWith('\0'))  // space for later records
+        bytes.chop(1);
     QFile file(recordPath());
-    ASSERT_TRUE(file.resize(file.size() - 1));
+    ASSERT_TRUE(file.resize(bytes.size() - 1));
     EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u"\tdamaged\n"_qs));
     EXPECT_EQ(run({u"show"_qs, Aside}).exitCode, 4);
     EXPECT_EQ(run({u"restore"_qs, Aside, u"found"_qs}).exitCode, 4);
     EXPECT_FALSE(QFile::exists(at(u"found"_qs)));
     EXPECT_EQ(run({u"drop"_qs, Aside}).exitCode, 0);
+}
+
+TEST_F(RecoverToolRuns, TheSpaceOfAProgramThatWasKilledIsListedAsEmpty) {
+    for (const qsizetype length : {0, 5, 65'536}) {
+        put(u"one"_qs, "old");
+        record({u"one"_qs}, "new");
+        QFile file(recordPath());
+        ASSERT_TRUE(file.open(QFile::WriteOnly | QFile::Truncate));
+        ASSERT_EQ(file.write(QByteArray(length, '\0')), length);
+        file.close();
+        EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u"\tempty\n"_qs));
+        EXPECT_EQ(run({u"show"_qs, Aside}).exitCode, 4);
+        EXPECT_EQ(run({u"drop"_qs, Aside}).exitCode, 0);
+    }
 }
 
 TEST_F(RecoverToolRuns, NamesOfFilesCannotControlTheTerminal) {

@@ -1,5 +1,6 @@
 #include "platform/Paths.h"
 #include "platform/UserFileWriter.h"
+#include "recovery/saves/OwnRecord.h"
 #include "recovery/saves/SaveRecordWriter.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
@@ -39,6 +40,10 @@ QByteArray bytesOf(const QString& path) {
     return in.readAll();
 }
 
+bool isZero(const QByteArray& bytes) {
+    return bytes.count('\0') == bytes.size();
+}
+
 /// Bytes that look like none of another call.
 QByteArray noise(qsizetype length, unsigned seed) {
     std::mt19937 random(seed);
@@ -76,7 +81,19 @@ class SaveRecording : public testing::Test {
  protected:
     QString folder() const { return m_folder.filePath(u"state/saves"_qs); }
     QString at(const QString& name) const { return m_folder.filePath(name); }
-    QStringList records() const { return QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name); }
+    /// The files in the folder, without those that are kept for later records and hold nothing but zeros.
+    QStringList records() const {
+        QStringList names = QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+        names.removeIf([this](const QString& name) { return isZero(bytesOf(folder() + u'/' + name)); });
+        return names;
+    }
+    /// Without the space for later records.
+    QByteArray bytesOfFirstRecord() const {
+        QByteArray bytes = bytesOf(firstRecord());
+        while (bytes.endsWith('\0'))
+            bytes.chop(1);
+        return bytes;
+    }
     QString firstRecord() const { return folder() + u'/' + records().value(0); }
 
     QString file(const QByteArray& bytes, const QString& name = u"file"_qs) const {
@@ -110,11 +127,12 @@ class SaveRecording : public testing::Test {
     }
 
     /// One record for all, as after a kill before the first byte.
-    void recordGroup(const QStringList& paths, const QByteArray& newBytes) {
-        const QByteArray name = nameOf(folder() + u"/1-1-1.save"_qs);
+    void recordGroup(const QStringList& paths, const QByteArray& newBytes, const QString& record = u"1-1-1.save"_qs,
+                     quint64 sequence = 1) {
+        const QByteArray name = nameOf(folder() + u'/' + record);
         ASSERT_TRUE(QDir().mkpath(folder()));
         const int handle = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-        SaveRecordWriter writer(FileSystemCalls::system(), handle);
+        SaveRecordWriter writer(FileSystemCalls::system(), handle, 0, sequence);
         const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
         Parts none({});
         for (const QString& path : paths) {
@@ -322,7 +340,7 @@ TEST_F(SaveRecording, ADamagedRecordIsRemovedAndTheFileIsLeft) {
     const QByteArray oldBytes = noise(3'000, 1);
     const QString path = file(oldBytes);
     interruptedSave(path, noise(3'000, 2));
-    const QByteArray record = bytesOf(firstRecord());
+    const QByteArray record = bytesOfFirstRecord();
     const QString name = firstRecord();
     std::mt19937 random(11);
     for (int round = 0; round < 400; ++round) {
@@ -378,9 +396,12 @@ TEST_F(SaveRecording, ASaveNeverFailsForWantOfARecord) {
             const QString path = file("old bytes");
             FailingFileSystem failing;
             failing.fail(call, number, EIO);
-            SaveRecords records(folder(), failing);
-            EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("new")).error);
-            EXPECT_EQ(bytesOf(path), "new");
+            {
+                SaveRecords records(folder(), failing);
+                EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("new")).error);
+                EXPECT_EQ(bytesOf(path), "new");
+                EXPECT_TRUE(this->records().isEmpty());
+            }
             EXPECT_TRUE(failing.allClosed());
         }
     }
@@ -408,7 +429,7 @@ TEST_F(SaveRecording, OfAFileThatIsNotInMemoryOnlyTheBlocksThatDifferAreRecorded
     Parts source(newBytes);
     interruptedSave(path, source, UserFileWriter::Tail::Keep);
     ASSERT_EQ(records().size(), 1);
-    EXPECT_LT(bytesOf(firstRecord()).size(), 8'000);
+    EXPECT_LT(bytesOfFirstRecord().size(), 8'000);
     QByteArray torn = oldBytes;
     torn[200'000] = newBytes[200'000];
     put(path, torn);
@@ -505,9 +526,9 @@ TEST_F(SaveRecording, WritesOfSeveralThreadsShareRecordsAndLeaveNone) {
             made += (flags & O_CREAT) != 0 ? 1 : 0;
             return FileSystemCalls::open(path, flags, mode);
         }
-        int fsync(int handle) override {
+        int fdatasync(int handle) override {
             QThread::msleep(2);
-            return FileSystemCalls::fsync(handle);
+            return FileSystemCalls::fdatasync(handle);
         }
         std::atomic<int> made = 0;
     };
@@ -642,12 +663,21 @@ TEST_F(SaveRecording, TheOldFileAndTheFoldersAreFlushedBeforeTheFirstByte) {
     class Flushes : public FailingFileSystem {
      public:
         int fsync(int handle) override {
+            note(handle);
+            return FailingFileSystem::fsync(handle);
+        }
+        int fdatasync(int handle) override {
+            note(handle);
+            return FailingFileSystem::fdatasync(handle);
+        }
+        std::set<ino_t> flushed;
+
+     private:
+        void note(int handle) {
             struct stat status {};
             EXPECT_EQ(::fstat(handle, &status), 0);
             flushed.insert(status.st_ino);
-            return FailingFileSystem::fsync(handle);
         }
-        std::set<ino_t> flushed;
     };
     class Before : public FailingFileSystem {
      public:
@@ -707,5 +737,107 @@ TEST_F(SaveRecording, BitsOfTheModeThatAWriteClearsAreSetAgain) {
         EXPECT_EQ(bytesOf(path), "and new");
         put(path, "old");
         ASSERT_EQ(::chmod(nameOf(path).constData(), 04755), 0);
+    }
+}
+
+TEST_F(SaveRecording, OneFileIsWrittenOverBySaveAfterSaveAndHoldsNothingInBetween) {
+    const QString path = file(noise(5'000, 1));
+    FailingFileSystem calls;
+    {
+        SaveRecords records(folder(), calls);
+        for (const qsizetype length : {9'000, 200'000, 100, 3'000'000, 700}) {
+            const QByteArray newBytes = noise(length, 2);
+            EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf(newBytes)).error);
+            const QStringList names = QDir(folder()).entryList(QDir::Files);
+            ASSERT_EQ(names.size(), 1);
+            EXPECT_TRUE(isZero(bytesOf(folder() + u'/' + names.first()))) << length;
+        }
+        EXPECT_EQ(calls.count(SystemCall::Lock), 1);
+    }
+    EXPECT_TRUE(QDir(folder()).isEmpty());
+}
+
+TEST_F(SaveRecording, ARecordStandsAlsoAfterSomebodyHasRemovedTheFolder) {
+    const QString path = file("old");
+    SaveRecords records(folder());
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("new")).error);
+    ASSERT_TRUE(QDir(folder()).removeRecursively());
+    LeftBehind witness(records);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Write, 1, EIO);
+    EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, piecesOf("newer")).error);
+    EXPECT_EQ(this->records().size(), 1);
+}
+
+TEST_F(SaveRecording, TheNewerRecordIsKnownByItsNumberAndNotByItsName) {
+    const QByteArray oldBytes = noise(4'000, 1);
+    const QByteArray first = noise(4'000, 2);
+    const QByteArray second = noise(4'000, 3);
+    const QString path = file(oldBytes);
+    recordGroup({path}, first, u"9-9-9.save"_qs, 1);
+    put(path, first);
+    recordGroup({path}, second, u"1-1-1.save"_qs, 2);
+    put(path, second.left(512) + first.mid(512));
+    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(path), second);
+}
+
+TEST_F(SaveRecording, AFileThatNobodyWroteSinceTheLastSaveIsNotFlushedAgainAndOthersAre) {
+    const QString path = file("old");
+    FailingFileSystem calls;
+    SaveRecords records(folder(), calls);
+    const auto flushesOfASave = [&](const QByteArray& newBytes) {
+        const int before = calls.count(SystemCall::Flush);
+        EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf(newBytes)).error);
+        return calls.count(SystemCall::Flush) - before;
+    };
+    EXPECT_GT(flushesOfASave("new"), 2);
+    EXPECT_EQ(flushesOfASave("newer"), 1);
+    EXPECT_EQ(flushesOfASave("newest"), 1);
+    put(path, "somebody's");
+    EXPECT_EQ(flushesOfASave("own"), 2);
+    ASSERT_TRUE(QFile::remove(path));
+    file("another");
+    EXPECT_EQ(flushesOfASave("own"), 2);
+}
+
+TEST_F(SaveRecording, TheSpaceOfARecordIsKeptUpToALimitAndItsBytesAreNot) {
+    struct Case {
+        qint64 written;
+        qint64 mostKept;
+        int reserveError;
+        qint64 sizeAfter;
+    };
+    constexpr qint64 MiB = 1024LL * 1024;
+    for (const Case& one : {Case{5'000, MiB, 0, 5'000}, Case{5'000, 0, 0, 5'000}, Case{3 * MiB, 8 * MiB, 0, 3 * MiB},
+                            Case{3 * MiB, 2 * MiB, 0, MiB}, Case{3 * MiB, 8 * MiB, EOPNOTSUPP, MiB}}) {
+        const QString path = file(noise(one.written, 1));
+        FailingFileSystem calls;
+        if (one.reserveError != 0)
+            calls.fail(SystemCall::Reserve, 0, one.reserveError);
+        OwnRecord record(calls, nameOf(path), ::open(nameOf(path).constData(), O_RDWR | O_CLOEXEC));
+        ASSERT_TRUE(record.lock());
+        record.setWritten(one.written, true);
+        ASSERT_TRUE(record.blank(one.mostKept));
+        EXPECT_TRUE(isZero(bytesOf(path)));
+        // A file system that cannot empty a part of a file has it cut off.
+        EXPECT_TRUE(record.size() == one.sizeAfter || (one.written > MiB && record.size() == MiB));
+        EXPECT_EQ(bytesOf(path).size(), record.size());
+    }
+}
+
+TEST_F(SaveRecording, ARecordThatCannotBeMadeInvalidIsRemoved) {
+    const QString path = file("old");
+    FailingFileSystem onRecords;
+    SaveRecords records(folder(), onRecords);
+    for (const int failing : {2, 3, 4}) {
+        onRecords.fail(SystemCall::Write, onRecords.count(SystemCall::Write) + failing, EIO);
+        for (const char* newBytes : {"new", "newer", "newest"}) {
+            const WriteResult result =
+                UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf(newBytes));
+            EXPECT_FALSE(result.error);
+        }
+        EXPECT_TRUE(this->records().isEmpty());
+        EXPECT_LE(QDir(folder()).entryList(QDir::Files).size(), 1);
     }
 }

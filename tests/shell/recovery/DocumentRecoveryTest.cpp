@@ -49,9 +49,9 @@ class DocumentRecoveryTest : public FrameFixture {
         recover();
         ASSERT_TRUE(QTest::qWaitFor([this] { return !m_recovery->isAtWork(); }, 30'000));
     }
-    bool bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
+    RecoveryOutcome bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
         if (m_refuses)
-            return false;
+            return RecoveryOutcome::Failed;
         document.GetEditor()->setText(QString::fromUtf8(bytesOf(found->textPath())));
         document.filename = found->base().path;
         document.isNew = false;
@@ -59,7 +59,7 @@ class DocumentRecoveryTest : public FrameFixture {
         if (document.filename.isEmpty())
             document.setCaption(found->base().caption);
         m_broughtBack.push_back(found->continueAs());
-        return true;
+        return RecoveryOutcome::Shown;
     }
 
     Journals m_journals{journalFolder()};

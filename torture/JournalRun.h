@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Effort.h"
+#include "LoggedCalls.h"
+#include "Report.h"
+#include "WeakDisk.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+class Journal;
+class Journals;
+
+/// Cuts the power at every point of the life of a journal of a text: first edits, the copy of the base, further
+/// batches, whole contents, compaction, a kill and the next life, a discard. Makes each state that a weak file system
+/// could leave real, brings the journal back, and compares the text: what was flushed once is never lost.
+class JournalRun {
+ public:
+    JournalRun(QByteArray root, Effort& effort, Report& report)
+        : m_root(std::move(root)), m_effort(effort), m_report(report) {}
+
+    /// Until the effort is over; a few stories in a short run.
+    void run();
+
+ private:
+    /// What was promised from this place of the log on; no text: nothing is to be brought back.
+    struct Promise {
+        int place = 0;
+        std::optional<std::string> text;
+    };
+
+    void tryStory(unsigned seed);
+    void play(unsigned seed);
+    void playLife(std::mt19937& random, LoggedCalls& calls, Journals& journals, Journal& journal, std::string& text);
+    void promise(LoggedCalls& calls, std::optional<std::string> text);
+    void tryPlace(int place);
+    void put(const WeakDisk::State& state) const;
+    void examine(int place, const QByteArray& what);
+    bool allows(int place, const std::optional<std::string>& text) const;
+
+    QByteArray stateFolder() const { return m_root + "/state"; }
+    QByteArray journalFolder() const { return m_root + "/state/recovery"; }
+    QByteArray document() const { return m_root + "/document"; }
+
+    QByteArray m_root;
+    Effort& m_effort;
+    Report& m_report;
+    unsigned m_seed = 0;
+    WeakDisk m_disk;
+    std::vector<Promise> m_promises;
+    std::unordered_set<std::size_t> m_states;
+};
