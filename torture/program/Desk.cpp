@@ -37,16 +37,16 @@ void makePrivate(const QByteArray& folder) {
 }  // namespace
 
 const Desk::Act Desk::Acts[] = {
-    {"typing", 4, &Desk::typeAndStop},
-    {"saving", 8, &Desk::save},
-    {"replacing in files", 3, &Desk::replaceInFiles},
-    {"closing with Yes", 2, &Desk::closeWithYes},
-    {"typing and a pause", 1, &Desk::typeAndPause},
-    {"saving one of two", 2, &Desk::saveOfTwo},
-    {"Save As", 2, &Desk::saveAs},
-    {"typing without a file", 1, &Desk::typeUntitled},
-    {"closing with No", 1, &Desk::closeWithNo},
-    {"an end in order", 0, &Desk::endInOrder},
+    {"typing", 4, false, &Desk::typeAndStop},
+    {"saving", 8, false, &Desk::save},
+    {"replacing in files", 3, false, &Desk::replaceInFiles},
+    {"closing with Yes", 2, false, &Desk::closeWithYes},
+    {"typing and a pause", 1, false, &Desk::typeAndPause},
+    {"saving one of two", 2, false, &Desk::saveOfTwo},
+    {"Save As", 2, false, &Desk::saveAs},
+    {"typing without a file", 1, false, &Desk::typeUntitled},
+    {"closing with No", 1, false, &Desk::closeWithNo},
+    {"an end in order", 0, true, &Desk::endInOrder},
 };
 
 Desk::Desk(int number, QByteArray root, const ProgramOptions& options, const Effort& effort, unsigned seed,
@@ -96,15 +96,16 @@ void Desk::playRound(bool isLast) {
         m_story.erase(m_story.begin(), m_story.end() - 2);
     m_story.emplace_back();
     try {
-        open();
+        const Act& act = isLast ? Acts[std::size(Acts) - 1] : choose();
+        open(act);
         judgeFiles();
         judgeReplaced();
         if (m_options.judgesTexts)
             judgeTexts();
         for (const auto& each : m_manuscripts)
             each->forget();
-        const Act& act = isLast ? Acts[std::size(Acts) - 1] : choose();
         note(act.name);
+        m_act = act.name;
         (this->*act.play)();
     } catch (const Broken& broken) {
         breakOff(broken.what);
@@ -131,8 +132,9 @@ void Desk::breakOff(const QByteArray& what) {
         m_operator.takePicture(m_folder.toStdString() + "/screen.png");
     if (m_operator.isRunning())
         m_operator.kill();
-    m_report.fault("program", "seed " + QByteArray::number(m_seed) + ", desk " + QByteArray::number(m_number) +
-                                  ", round " + QByteArray::number(m_round) + ": " + what);
+    m_report.fault(QByteArray("program ") + m_act, "seed " + QByteArray::number(m_seed) + ", desk " +
+                                                       QByteArray::number(m_number) + ", round " +
+                                                       QByteArray::number(m_round) + ": " + what);
     for (const QByteArray& round : m_story)
         std::printf("   %s\n", round.constData());
     std::fflush(stdout);

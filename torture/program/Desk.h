@@ -28,6 +28,7 @@ class Desk {
     struct Act {
         const char* name;
         unsigned weight;
+        bool opensBytes;  ///< whether it needs a byte view
         void (Desk::*play)();
     };
     static const Act Acts[];
@@ -43,7 +44,7 @@ class Desk {
     void note(const QByteArray& what);
 
     // Start and judgement (DeskJudgement.cpp)
-    void open();
+    void open(const Act& act);
     void judgeFiles();
     void judgeLeftovers();
     void judgeReplaced();
@@ -74,6 +75,7 @@ class Desk {
     void endClosing();
     Moment chooseMoment();
     void pause(unsigned mostUs);
+    void pauseInSave(const Manuscript& text);
     void kill(const char* what);
 
     unsigned random(unsigned below) { return static_cast<unsigned>(m_random() % below); }
@@ -94,9 +96,11 @@ class Desk {
     QByteArray m_folder;
     int m_layouts = 0;
     int m_round = 0;
+    const char* m_act = "";           ///< that was played last
     std::vector<QByteArray> m_story;  ///< of the last two rounds
     std::vector<std::unique_ptr<Manuscript>> m_manuscripts;
-    std::vector<Manuscript*> m_opened;
+    std::vector<Manuscript*> m_opened;  ///< that are shown, or come back
+    std::vector<QByteArray> m_named;    ///< with which the program was started
     std::unique_ptr<ReplacedFiles> m_replaced;
     bool m_wasReplacing = false;
     bool m_wasReplaceDone = false;

@@ -5,7 +5,6 @@
 #include "program/Desk.h"
 #include "program/FolderWatch.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -17,8 +16,8 @@ using namespace std::chrono_literals;
 constexpr unsigned MillisecondUs = 1'000;
 /// How long after a key that demands a save the program is killed, when nothing else says so.
 constexpr unsigned LongestSaveUs = 200 * MillisecondUs;
-/// How long after a save has begun, and for each kilobyte of the file.
-constexpr unsigned ShortestHitUs = 400;
+/// How long after a save has begun at most, and for each kilobyte of the file.
+constexpr unsigned LongestHitUs = 300;
 constexpr unsigned HitUsPerKilobyte = 2;
 constexpr unsigned LongestReplaceUs = 40 * MillisecondUs;
 constexpr unsigned MostGapsMs[] = {6, 30, 90};
@@ -26,12 +25,6 @@ constexpr unsigned MostGapsMs[] = {6, 30, 90};
 constexpr auto Young = 60ms;
 constexpr int ManyKeys = 150;
 constexpr int ReplaceEntry = 7;
-
-bool isMissingOrSame(const QByteArray& path, const struct stat& before) {
-    struct stat now {};
-    return ::stat(path.constData(), &now) != 0 ||
-           (now.st_mtim.tv_sec == before.st_mtim.tv_sec && now.st_mtim.tv_nsec == before.st_mtim.tv_nsec);
-}
 
 }  // namespace
 
@@ -67,6 +60,11 @@ void Desk::finishByte(Manuscript& text) {
 
 void Desk::pause(unsigned mostUs) {
     ::usleep(random(mostUs + 1));
+}
+
+/// Short pauses are more frequent than long ones, since nobody knows how fast the disk is.
+void Desk::pauseInSave(const Manuscript& text) {
+    pause(random(1 + LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte));
 }
 
 Desk::Moment Desk::chooseMoment() {
@@ -146,8 +144,6 @@ void Desk::saveText(Manuscript& text) {
     const Moment moment = chooseMoment();
     if (moment != Moment::InTheMiddle)
         m_operator.settle();
-    struct stat before {};
-    ::stat(text.path().constData(), &before);
     const FolderWatch watch(saves());
     m_operator.press("ctrl+s");
     text.saveBegan();
@@ -155,9 +151,10 @@ void Desk::saveText(Manuscript& text) {
         pause(LongestSaveUs);
     } else if (moment == Moment::InTheMiddle) {
         watch.wait(m_options.patience);
-        pause(ShortestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte);
+        pauseInSave(text);
     } else {
-        m_operator.waitUntil([&] { return !isMissingOrSame(text.path(), before) && !isSaveUnderWay(); });
+        if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
+            throw Broken{"the save does not come to an end"};
         text.saveEnded();
         if (random(2) == 0)
             type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
@@ -190,7 +187,7 @@ void Desk::saveAs() {
         pause(LongestSaveUs);
     } else if (moment == Moment::InTheMiddle) {
         watch.wait(m_options.patience);
-        pause(ShortestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte);
+        pauseInSave(text);
     } else {
         m_operator.waitForWindow(Operator::frameTitle(m_copy));
         m_wasCopyDone = true;
@@ -262,9 +259,12 @@ void Desk::closeWithYes() {
         text.saveEnded();
         return;
     }
-    if (moment == Moment::InTheMiddle)
+    if (moment == Moment::InTheMiddle) {
         watch.wait(m_options.patience);
-    pause(moment == Moment::InTheMiddle ? ShortestHitUs : LongestSaveUs);
+        pauseInSave(text);
+    } else {
+        pause(LongestSaveUs);
+    }
     killClosing();
 }
 
@@ -295,6 +295,7 @@ void Desk::endClosing() {
     m_report.count("ends by a question");
 }
 
+/// A byte view clears away the working copies of killed programs.
 void Desk::endInOrder() {
     m_operator.press("alt+F4");
     m_operator.waitForEnd();

@@ -5,6 +5,7 @@
 #include "program/Desk.h"
 #include "recovery/saves/SaveRecovery.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,11 +23,22 @@ bool isSameTime(const struct stat& one, const struct stat& other) {
     return one.st_mtim.tv_sec == other.st_mtim.tv_sec && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
 }
 
+/// Whether a file begins with anything but zeros.
+bool isUsed(const QByteArray& path) {
+    char head[4096];
+    const int handle = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return false;
+    const ssize_t count = ::read(handle, head, sizeof head);
+    ::close(handle);
+    return std::any_of(head, head + std::max<ssize_t>(count, 0), [](char each) { return each != 0; });
+}
+
 }  // namespace
 
 /// Starts the program, which ended a moment ago, with some files. Those that were typed in need not be named: what was
 /// not saved of them comes back by itself.
-void Desk::open() {
+void Desk::open(const Act& act) {
     m_hadJournals = !namesIn(journals()).empty();
     ::unlink((files() + "/untitled.txt").constData());
     std::vector<Manuscript*> opened;
@@ -38,6 +50,8 @@ void Desk::open() {
         if (random(2) == 0 || !m_options.judgesTexts)
             named.push_back(each->path());
     }
+    if (act.opensBytes)
+        named.push_back(m_manuscripts.back()->path());
     const unsigned wanted = 1 + random(MostOpened - 1);
     while (named.empty() || opened.size() < wanted) {
         // Smaller ones more often.
@@ -49,6 +63,7 @@ void Desk::open() {
             named.push_back(each->path());
     }
     m_opened = opened;
+    m_named = named;
     for (const QByteArray& path : named)
         note("open " + path.mid(files().size() + 1));
     m_operator.start(m_folder + "/home", named);
@@ -116,7 +131,8 @@ void Desk::judgeReplaced() {
 void Desk::judgeTexts() {
     std::vector<Manuscript*> shown;
     for (Manuscript* each : m_opened) {
-        if ((!m_hadJournals && !each->wasTyped()) || judgeText(*each))
+        const bool isJudged = m_hadJournals || each->wasTyped();
+        if (isJudged ? judgeText(*each) : std::ranges::find(m_named, each->path()) != m_named.end())
             shown.push_back(each);
     }
     m_opened = shown;
@@ -179,16 +195,20 @@ void Desk::judgeUntitled() {
     m_report.count("texts without a file brought back");
 }
 
-/// A record without a program is what a kill has left of a save.
+/// Whether a record holds anything: it is filled with zeros when its save is done. A record without a program is what a
+/// kill has left of a save.
 bool Desk::isSaveUnderWay() const {
-    return std::ranges::any_of(namesIn(saves()),
-                               [](const QByteArray& name) { return name.endsWith(SaveRecovery::RecordSuffix); });
+    return std::ranges::any_of(namesIn(saves()), [this](const QByteArray& name) {
+        return name.endsWith(SaveRecovery::RecordSuffix) && isUsed(saves() + "/" + name);
+    });
 }
 
 /// After an end in order.
 void Desk::judgeLeftovers() {
-    const QByteArray copies = m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid());
-    for (const QByteArray& folder : {saves(), journals(), copies}) {
+    std::vector<QByteArray> folders{saves(), m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid())};
+    if (m_options.judgesTexts)
+        folders.push_back(journals());
+    for (const QByteArray& folder : folders) {
         for (const QByteArray& name : namesIn(folder))
             throw Broken{folder.mid(m_folder.size() + 1) + "/" + name + " is left after an end in order"};
     }

@@ -128,6 +128,15 @@ void Manuscript::saveBegan() {
     m_saves.push_back(qsizetype(m_states.size()) - 1);
 }
 
+bool Manuscript::isInFile() const {
+    struct stat status {};
+    const QByteArray& middle = m_states.back().middle;
+    if (::stat(m_path.constData(), &status) != 0 || status.st_size != length() + middle.size())
+        return false;
+    const std::optional<QByteArray> bytes = ::bytesOf(m_path);
+    return bytes && holds(*bytes, middle);
+}
+
 void Manuscript::saveEnded() {
     m_inFile = m_saves.back();
     m_saves.clear();

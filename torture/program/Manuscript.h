@@ -59,6 +59,8 @@ class Manuscript {
     void saveBegan();
     /// The save that was demanded last is done.
     void saveEnded();
+    /// Whether the file holds the text as it is now.
+    bool isInFile() const;
     /// What is in the file is all that counts from now on: the answer to a question was No. It need not have arrived.
     void givenUp(bool isCertain);
 
