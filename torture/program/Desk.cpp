@@ -4,14 +4,18 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <numeric>
+#include <string_view>
 
 namespace {
 
-/// A short run plays each act so often.
+/// A short run plays each act so often, and then goes on with those of which no kill has hit anything: but not so long
+/// that it would hide that nothing can be hit.
 constexpr int QuickTurns = 2;
+constexpr int MostQuickTurns = 8;
 /// Every so many rounds the program is ended as it should be, and nothing may be left.
 constexpr int RoundsToOrder = 25;
 constexpr qsizetype QuickLength = 9'000'000;
@@ -37,16 +41,16 @@ void makePrivate(const QByteArray& folder) {
 }  // namespace
 
 const Desk::Act Desk::Acts[] = {
-    {"typing", 4, false, &Desk::typeAndStop},
-    {"saving", 8, false, &Desk::save},
-    {"replacing in files", 3, false, &Desk::replaceInFiles},
-    {"closing with Yes", 2, false, &Desk::closeWithYes},
-    {"typing and a pause", 1, false, &Desk::typeAndPause},
-    {"saving one of two", 2, false, &Desk::saveOfTwo},
-    {"Save As", 2, false, &Desk::saveAs},
-    {"typing without a file", 1, false, &Desk::typeUntitled},
-    {"closing with No", 1, false, &Desk::closeWithNo},
-    {"an end in order", 0, true, &Desk::endInOrder},
+    {"typing", 4, Opens::Any, &Desk::typeAndStop},
+    {"saving", 8, Opens::Large, &Desk::save},
+    {"replacing in files", 3, Opens::Any, &Desk::replaceInFiles},
+    {"closing with Yes", 2, Opens::Large, &Desk::closeWithYes},
+    {"typing and a pause", 1, Opens::Any, &Desk::typeAndPause},
+    {"saving one of two", 2, Opens::Any, &Desk::saveOfTwo},
+    {"Save As", 2, Opens::Large, &Desk::saveAs},
+    {"typing without a file", 1, Opens::Any, &Desk::typeUntitled},
+    {"closing with No", 1, Opens::Any, &Desk::closeWithNo},
+    {"an end in order", 0, Opens::Bytes, &Desk::endInOrder},
 };
 
 Desk::Desk(int number, QByteArray root, const ProgramOptions& options, const Effort& effort, unsigned seed,
@@ -62,12 +66,23 @@ Desk::Desk(int number, QByteArray root, const ProgramOptions& options, const Eff
 
 void Desk::run() {
     layOut();
-    const int quickRounds = QuickTurns * int(std::size(Acts)) / m_options.desks;
-    for (m_round = 0; m_effort.isLong() ? !m_effort.isOver() : m_round < quickRounds; ++m_round)
+    for (m_round = 0; goesOn(); ++m_round)
         playRound(false);
     playRound(true);
     if (m_operator.isRunning())
         m_operator.kill();
+}
+
+bool Desk::goesOn() const {
+    if (m_effort.isLong())
+        return !m_effort.isOver();
+    const int turn = int(std::size(Acts)) / m_options.desks;
+    return m_round < QuickTurns * turn || (m_round < MostQuickTurns * turn && missingHit() != nullptr);
+}
+
+const Desk::Hit* Desk::missingHit() const {
+    const auto* hit = std::ranges::find_if(Hits, [this](const Hit& each) { return m_report.number(each.name) == 0; });
+    return hit == std::end(Hits) ? nullptr : hit;
 }
 
 /// A home and files as they are at first, and no program at work.
@@ -95,6 +110,7 @@ void Desk::playRound(bool isLast) {
     if (m_story.size() > 2)
         m_story.erase(m_story.begin(), m_story.end() - 2);
     m_story.emplace_back();
+    m_roundBegin = Manuscript::Clock::now();
     try {
         const Act& act = isLast ? Acts[std::size(Acts) - 1] : choose();
         open(act);
@@ -114,8 +130,12 @@ void Desk::playRound(bool isLast) {
 
 const Desk::Act& Desk::choose() {
     const std::size_t last = std::size(Acts) - 1;
+    const int turn = m_round * m_options.desks + m_number;
+    const Hit* missing = missingHit();
+    if (!m_effort.isLong() && turn >= QuickTurns * int(std::size(Acts)) && missing != nullptr)
+        return *std::ranges::find(Acts, std::string_view(missing->act), &Act::name);
     if (!m_effort.isLong())
-        return Acts[static_cast<std::size_t>(m_round * m_options.desks + m_number) % last];
+        return Acts[static_cast<std::size_t>(turn) % last];
     if (m_round % RoundsToOrder == RoundsToOrder - 1)
         return Acts[last];
     unsigned at = random(std::accumulate(std::begin(Acts), std::end(Acts), 0U,
@@ -148,5 +168,6 @@ void Desk::breakOff(const QByteArray& what) {
 }
 
 void Desk::note(const QByteArray& what) {
-    m_story.back() += "; " + what;
+    const auto passed = std::chrono::duration_cast<std::chrono::milliseconds>(Manuscript::Clock::now() - m_roundBegin);
+    m_story.back() += "; " + QByteArray::number(qint64(passed.count())) + " ms: " + what;
 }

@@ -23,12 +23,24 @@ class Desk {
 
     void run();
 
+    /// What must have been hit at least once, and the act that does.
+    struct Hit {
+        const char* name;
+        const char* act;
+    };
+    static constexpr Hit Hits[] = {{"kills that hit a save", "saving"},
+                                   {"kills that hit a replacement", "replacing in files"},
+                                   {"kills that hit typing", "typing"},
+                                   {"kills while closing", "closing with Yes"}};
+
  private:
+    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes.
+    enum class Opens { Any, Large, Bytes };
     /// One thing that is done in a round.
     struct Act {
         const char* name;
         unsigned weight;
-        bool opensBytes;  ///< whether it needs a byte view
+        Opens opens;
         void (Desk::*play)();
     };
     static const Act Acts[];
@@ -40,6 +52,8 @@ class Desk {
     void layOut();
     void playRound(bool isLast);
     const Act& choose();
+    /// Whether this round is played.
+    bool goesOn() const;
     void breakOff(const QByteArray& what);
     void note(const QByteArray& what);
 
@@ -84,6 +98,10 @@ class Desk {
     QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
     QByteArray files() const { return m_folder + "/files"; }
 
+    /// Null: none of this kind is needed.
+    Manuscript* chooseOf(Opens opens);
+    const Hit* missingHit() const;
+
     const int m_number;
     const QByteArray m_root;
     const ProgramOptions& m_options;
@@ -96,6 +114,7 @@ class Desk {
     QByteArray m_folder;
     int m_layouts = 0;
     int m_round = 0;
+    Manuscript::Clock::time_point m_roundBegin;
     const char* m_act = "";           ///< that was played last
     std::vector<QByteArray> m_story;  ///< of the last two rounds
     std::vector<std::unique_ptr<Manuscript>> m_manuscripts;
@@ -104,6 +123,7 @@ class Desk {
     std::unique_ptr<ReplacedFiles> m_replaced;
     bool m_wasReplacing = false;
     bool m_wasReplaceDone = false;
+    bool m_hasHitReplacement = false;        ///< a record of it was left
     std::unique_ptr<Manuscript> m_untitled;  ///< typed before the last kill
     QByteArray m_copy;                       ///< to which the last Save As wrote
     std::optional<QByteArray> m_copyBefore;

@@ -71,18 +71,20 @@ Desk::Moment Desk::chooseMoment() {
     static constexpr Moment Moments[] = {Moment::AtRandom, Moment::InTheMiddle, Moment::InTheMiddle, Moment::WhenDone};
     static constexpr const char* Names[] = {"at random", "in the middle", "when done"};
     const Moment moment = Moments[random(unsigned(std::size(Moments)))];
-    note(QByteArray("kill ") + Names[static_cast<std::size_t>(moment)]);
+    note(QByteArray("a kill ") + Names[static_cast<std::size_t>(moment)]);
     return moment;
 }
 
 void Desk::kill(const char* what) {
     m_killed = Manuscript::Clock::now();
+    note("kill");
     if (!m_operator.kill())
         throw Broken{"the program ended by itself"};
     m_report.count("kills of the program");
     m_report.count(what);
-    if (isSaveUnderWay())
-        m_report.count(m_wasReplacing ? "kills that hit a replacement" : "kills that hit a save");
+    m_hasHitReplacement = m_wasReplacing && isSaveUnderWay();
+    if (!m_wasReplacing && isSaveUnderWay())
+        m_report.count("kills that hit a save");
     for (const Manuscript* each : m_opened) {
         if (each->wasTyped() && m_killed - each->lastKey() < Young)
             m_report.count("kills that hit typing");
@@ -125,7 +127,7 @@ void Desk::typeUntitled() {
 // Saving
 
 void Desk::save() {
-    saveText(show(random(unsigned(m_opened.size()))));
+    saveText(show(random(2) == 0 ? 0 : random(unsigned(m_opened.size()))));
     kill("kills after a demand to save");
 }
 
@@ -229,7 +231,7 @@ void Desk::replaceInFiles() {
     } else {
         watch.wait(m_options.patience);
         if (moment == Moment::InTheMiddle)
-            pause(LongestReplaceUs);
+            pause(random(1 + LongestReplaceUs));
         else
             m_operator.settle();
     }

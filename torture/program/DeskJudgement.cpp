@@ -15,6 +15,7 @@
 namespace {
 
 constexpr unsigned MostOpened = 3;
+constexpr qsizetype LargeLength = 900'000;
 /// A save is under way soon after the key; waiting longer only finds out that there is none.
 constexpr int SaveBeginMs = 3'000;
 constexpr int MostTabs = 8;
@@ -50,8 +51,10 @@ void Desk::open(const Act& act) {
         if (random(2) == 0 || !m_options.judgesTexts)
             named.push_back(each->path());
     }
-    if (act.opensBytes)
-        named.push_back(m_manuscripts.back()->path());
+    if (Manuscript* each = chooseOf(act.opens); each != nullptr && std::ranges::find(opened, each) == opened.end()) {
+        opened.insert(opened.begin(), each);
+        named.push_back(each->path());
+    }
     const unsigned wanted = 1 + random(MostOpened - 1);
     while (named.empty() || opened.size() < wanted) {
         // Smaller ones more often.
@@ -67,6 +70,18 @@ void Desk::open(const Act& act) {
     for (const QByteArray& path : named)
         note("open " + path.mid(files().size() + 1));
     m_operator.start(m_folder + "/home", named);
+    note("started");
+}
+
+Manuscript* Desk::chooseOf(Opens opens) {
+    std::vector<Manuscript*> fitting;
+    for (const auto& each : m_manuscripts) {
+        if (opens == Opens::Large ? each->length() > LargeLength : each->path().endsWith(".bin"))
+            fitting.push_back(each.get());
+    }
+    // The longest takes long to load.
+    const bool isNeeded = opens == Opens::Bytes || (opens == Opens::Large && (!m_effort.isLong() || random(2) == 0));
+    return isNeeded ? fitting[random(unsigned(fitting.size()))] : nullptr;
 }
 
 /// After the start, which completes interrupted saves before it shows anything.
@@ -124,8 +139,8 @@ void Desk::judgeReplaced() {
         throw Broken{path + " is neither what it was nor what it was to be"};
     if (m_wasReplaceDone && replaced < m_replaced->count())
         throw Broken{"a replacement was lost"};
-    if (replaced > 0 && replaced < m_replaced->count())
-        m_report.count("kills that hit a replacement between two files");
+    if (m_hasHitReplacement || (replaced > 0 && replaced < m_replaced->count()))
+        m_report.count("kills that hit a replacement");
 }
 
 void Desk::judgeTexts() {
@@ -149,6 +164,7 @@ bool Desk::judgeText(Manuscript& text) {
     const bool isShown = m_operator.activate([&](const QByteArray& active) { return active == text.path(); }, MostTabs);
     if (isShown)
         saveAndWait(text.path());
+    note("judged " + name);
     const QByteArray bytes = bytesOf(text.path()).value_or(QByteArray());
     const Manuscript::Match match = text.match(bytes, {m_killed, m_options.whileTyping, m_options.afterPause});
     if (match == Manuscript::Match::None)

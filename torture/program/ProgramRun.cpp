@@ -9,14 +9,6 @@
 #include <thread>
 #include <vector>
 
-namespace {
-
-/// What must have been hit at least once.
-constexpr const char* Hits[] = {"kills that hit a save", "kills that hit a replacement", "kills that hit typing",
-                                "kills while closing"};
-
-}  // namespace
-
 void ProgramRun::run() {
     mustWork(::access(m_options.program.c_str(), X_OK) == 0,
              "cannot run " + QByteArray::fromStdString(m_options.program));
@@ -28,8 +20,8 @@ void ProgramRun::run() {
     }
     for (std::thread& thread : threads)
         thread.join();
-    for (const char* hit : Hits) {
-        if (m_report.number(hit) == 0)
-            m_report.fault("program", QByteArray("there were no ") + hit);
+    for (const Desk::Hit& hit : Desk::Hits) {
+        if (m_report.number(hit.name) == 0)
+            m_report.fault("program", QByteArray("there were no ") + hit.name);
     }
 }

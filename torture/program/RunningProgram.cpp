@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,6 +17,9 @@ namespace {
 constexpr int StepMs = 20;
 /// So many steps without a tick of processor time are a rest.
 constexpr int QuietSteps = 4;
+
+/// The program yields to who kills it: on a busy machine a save would be over before anybody could hit it.
+constexpr int Niceness = 5;
 
 }  // namespace
 
@@ -43,6 +47,7 @@ RunningProgram::RunningProgram(std::vector<std::string> words, std::vector<std::
     mustWork(::posix_spawn(&m_process, arguments[0], &actions, nullptr, arguments.data(), variables.data()) == 0,
              "cannot start " + QByteArray(arguments[0]));
     posix_spawn_file_actions_destroy(&actions);
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(m_process), Niceness);
 }
 
 bool RunningProgram::hasEnded() {
