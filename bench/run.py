@@ -2,7 +2,8 @@
 """Measure the editor against two others and a bare window, and write the table.
 
 usage: run.py --build FOLDER --table FILE
-              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties]
+              [--only start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties,
+              journals]
               [--runs N] [--without-others] [--quick]
 
 How each figure is taken, for every program the same way: Watch (see its text) starts the program on a private virtual
@@ -53,6 +54,9 @@ display of 1280 by 800 with a window manager, looks at the screen from outside a
   spelling
          the first mistake, at the end of 1 MB of text of as many different words as can be, from when the dictionary is
          loaded; loading it; the suggestions for a word. From inside, by SpellingBench.
+  journals
+         a thousand keys passed on to the journal of unsaved changes; the longest that one takes in ten minutes of typing
+         into 1 GB; the recovery of 100 MB with ten thousand edits. From inside, by JournalBench.
   properties
          the settings dialog, from the command until it is painted: when it is made, and again. From inside, by
          PropertiesBench.
@@ -440,6 +444,7 @@ RESULTS_GOALS = {"expandAll": (300,), "collapseAll": (100,), "checkAll": (100,),
                  "removeAll": (100,), "removeHalf": (100,), "clear": (100,)}
 
 SPELLING_GOALS = {"first mistake at the end of 1 MB": (200,)}
+JOURNAL_GOALS = {"thousandKeys": (1,), "tenMinutesInto1GB": (10,), "recoveryOf100MB": (1000,)}
 PROPERTIES_GOALS = {"openForTheFirstTime": (60,), "openAgain": (60,)}
 
 
@@ -473,7 +478,7 @@ def parse():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--build", type=Path, required=True)
     parser.add_argument("--table", type=Path, required=True)
-    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties")
+    parser.add_argument("--only", default="start,session,open,save,keys,lines,search,hex,languages,macros,explorer,project,results,files,spelling,print,handover,properties,journals")
     parser.add_argument("--runs", type=int, default=15, help="of each program, for the start")
     parser.add_argument("--without-others", action="store_true")
     parser.add_argument("--quick", action="store_true", help="each large file once")
@@ -531,6 +536,8 @@ def main():
             benchGoals(bench, str(build / "bench" / "SpellingBench"), "Spelling", SPELLING_GOALS)
         if "properties" in wanted.only:
             benchGoals(bench, str(build / "bench" / "PropertiesBench"), "Settings dialog", PROPERTIES_GOALS)
+        if "journals" in wanted.only:
+            benchGoals(bench, str(build / "bench" / "JournalBench"), "Journals of unsaved changes", JOURNAL_GOALS)
         wanted.table.parent.mkdir(parents=True, exist_ok=True)
         wanted.table.write_text("\n".join(bench.lines) + "\n", encoding="utf-8")
     finally:

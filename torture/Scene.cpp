@@ -5,6 +5,7 @@ namespace {
 using Change = Scene::Change;
 using Place = Scene::Place;
 using Extra = Scene::Extra;
+using Owner = Scene::Owner;
 
 constexpr qint64 None = Scene::NoFile;
 constexpr qint64 MiB = 1024LL * 1024;
@@ -60,6 +61,19 @@ constexpr Scene Scenes[] = {
     {"several at once, grow", 2'000, 6'000, Change::All, 0, true, Place::Plain, 0644, Extra::None, 6},
     {"several at once, shrink", 6'000, 2'000, Change::All, 0, true, Place::Plain, 0644, Extra::None, 6},
     {"several at once, few blocks", 20'000, 20'000, Change::FewBlocks, 0, true, Place::Plain, 0644, Extra::None, 3},
+    {"project", 4'800, 5'300, Change::Front},
+    {"new project", None, 5'300},
+    {"macro", 800, 900, Change::All, 0, false},
+    {"macro, shorter than before", 900, 300, Change::All, 0, false},
+    {"list", 700, 760, Change::All, 0, true, Place::Plain, 0644, Extra::None, 1, Owner::Program},
+    {"list, shorter than before", 9'000, 60, Change::All, 0, true, Place::Plain, 0600, Extra::None, 1, Owner::Program},
+    {"new list", None, 760, Change::All, 0, true, Place::Plain, 0644, Extra::None, 1, Owner::Program},
+    {"empty list", 700, 0, Change::All, 0, true, Place::Plain, 0644, Extra::None, 1, Owner::Program},
+    {"list behind a link", 700, 760, Change::All, 0, true, Place::Link, 0644, Extra::None, 1, Owner::Program},
+    {"list that may not be written", 700, 760, Change::All, 0, true, Place::Plain, 0444, Extra::None, 1,
+     Owner::Program},
+    {"lists at once", 700, 760, Change::All, 0, true, Place::Plain, 0644, Extra::None, 6, Owner::Program},
+    {"table of languages", 30'000, 31'000, Change::All, 0, true, Place::Plain, 0644, Extra::None, 1, Owner::Program},
     {"1 MiB", MiB, MiB + 1},
     {"1 MiB of bytes", MiB, MiB, Change::FewBlocks, MiB / 4, false},
     {"16 MiB grow", 10 * MiB, 16 * MiB},

@@ -10,6 +10,8 @@
 struct Scene {
     enum class Change { All, FewBlocks, Front, Nothing };
     enum class Place { Plain, Link, LinkToNothing, HardLinks };
+    /// Own files are replaced; all others are written in place.
+    enum class Owner { User, Program };
     enum class Extra { None, Attribute, AccessList };
 
     static constexpr qint64 NoFile = -1;
@@ -24,6 +26,7 @@ struct Scene {
     mode_t mode = 0644;
     Extra extra = Extra::None;
     int files = 1;  ///< written at the same time by as many threads
+    Owner owner = Owner::User;
 
     bool isLarge() const { return qMax(before, after) > 4 * 1024 * 1024; }
     bool isRefused() const { return before != NoFile && (mode & 0222U) == 0; }

@@ -1,6 +1,7 @@
 #include "SceneFiles.h"
 
 #include "Contents.h"
+#include "platform/FileReplacement.h"
 #include "platform/UserFileWriter.h"
 
 #include <dirent.h>
@@ -143,8 +144,12 @@ void SceneFiles::save(FileSystemCalls& calls, WriteWitness& witness) {
 }
 
 void SceneFiles::saveFile(File& file, FileSystemCalls& calls, WriteWitness& witness) const {
-    UserFileWriter writer(calls, &witness);
     const QString path = QString::fromLocal8Bit(file.name);
+    if (m_scene.owner == Scene::Owner::Program) {
+        file.isReported = !replaceFile(path, file.newBytes, calls);
+        return;
+    }
+    UserFileWriter writer(calls, &witness);
     const auto tail = m_scene.cuts ? UserFileWriter::Tail::Cut : UserFileWriter::Tail::Keep;
     if (m_scene.part > 0) {
         Parts source(file.newBytes, m_scene.part);
@@ -162,6 +167,8 @@ void SceneFiles::examine(Report& report, const QByteArray& what) const {
         const QByteArray fault = faultOf(file);
         if (!fault.isEmpty())
             report.fault(m_scene.name, what + ": " + fault);
+        if (m_scene.owner == Scene::Owner::Program)
+            replaceAgain(file);
     }
     const std::vector<QByteArray> expected = expectedNames();
     const std::vector<QByteArray> names = namesIn(m_root + "/files");
@@ -169,6 +176,13 @@ void SceneFiles::examine(Report& report, const QByteArray& what) const {
         report.fault(m_scene.name, what + ": a file is left beside the target");
     for (const QByteArray& name : namesIn(m_root + "/state/saves"))
         report.fault(m_scene.name, what + ": a record is left: " + name);
+}
+
+/// What a kill has left beside the file, the next write removes.
+void SceneFiles::replaceAgain(const File& file) const {
+    const std::optional<QByteArray> bytes = bytesOf(file.target);
+    const bool isDone = !replaceFile(QString::fromLocal8Bit(file.name), bytes.value_or(QByteArray()));
+    mustWork(isDone || m_scene.isRefused(), "cannot replace " + file.name);
 }
 
 QByteArray SceneFiles::faultOf(const File& file) const {
@@ -185,7 +199,10 @@ QByteArray SceneFiles::faultOf(const File& file) const {
         return "reported as saved, and is not";
     if (!isNew && !isOld)
         return "neither old nor new bytes";
-    if (!isNewFile && stateOf(file.target) != file.state)
+    State state = stateOf(file.target);
+    if (m_scene.owner == Scene::Owner::Program)
+        state.inode = file.state.inode;
+    if (!isNewFile && state != file.state)
         return "inode, links, mode, owner or attributes changed";
     return {};
 }

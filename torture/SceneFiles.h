@@ -47,6 +47,7 @@ class SceneFiles {
     static State stateOf(const QByteArray& name);
     bool prepareFile(File& file) const;
     bool addExtra(const File& file) const;
+    void replaceAgain(const File& file) const;
     void saveFile(File& file, FileSystemCalls& calls, WriteWitness& witness) const;
     QByteArray faultOf(const File& file) const;
     std::vector<QByteArray> expectedNames() const;

@@ -1,14 +1,17 @@
 // Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, and
-// kills; and the built program, which is killed while somebody works with it. Every promise that is broken is printed,
-// and the exit status is then 1.
+// kills; many instances that write at once; and the built program, which is killed while somebody works with it. Every
+// promise that is broken is printed, and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
+#include "InstancesRun.h"
 #include "JournalRun.h"
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
+#include "Scene.h"
+#include "SettingsRun.h"
 #include "program/ProgramOptions.h"
 #include "program/ProgramRun.h"
 
@@ -32,7 +35,7 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power, kills, journals or program; all without one.
+PART is faults, power, kills, journals, instances or program; all without one.
 
   --minutes N    try for so long (default 10)
   --quick        a fixed part of all trials, some seconds
@@ -83,25 +86,41 @@ constexpr Word Words[] = {
     {"--keep", false, [](Options& options, const std::string&) { options.program.keepsFolders = true; }},
 };
 
+/// The store first: it has few calls.
+void runFaults(const QByteArray& root, Effort& effort, Report& report) {
+    SettingsRun(root, effort, report).run();
+    FaultRun(root, effort, report).run();
+}
+
 struct Part {
     const char* name;
     void (*run)(const QByteArray& root, const Options& options, Effort& effort, Report& report);
 };
 constexpr Part PartTable[] = {
-    {"faults", [](const QByteArray& root, const Options&, Effort& effort,
-                  Report& report) { FaultRun(root, effort, report).run(); }},
+    {"faults",
+     [](const QByteArray& root, const Options&, Effort& effort, Report& report) { runFaults(root, effort, report); }},
     {"power", [](const QByteArray& root, const Options&, Effort& effort,
                  Report& report) { PowerRun(root, effort, report).run(); }},
     {"kills", [](const QByteArray& root, const Options&, Effort& effort,
                  Report& report) { KillRun(root, effort, report).run(); }},
     {"journals", [](const QByteArray& root, const Options&, Effort& effort,
                     Report& report) { JournalRun(root, effort, report).run(); }},
+    {"instances", [](const QByteArray& root, const Options&, Effort& effort,
+                     Report& report) { InstancesRun(root, effort, report).run(); }},
     {"program", [](const QByteArray& root, const Options& options, Effort& effort,
                    Report& report) { ProgramRun(root, options.program, effort, report).run(); }},
 };
 
+void listScenes() {
+    std::puts("\nThe scenes of faults:");
+    for (const Scene& scene : scenes())
+        std::printf("  %s\n", scene.name);
+}
+
 [[noreturn]] void showUsage(bool isWanted) {
     std::fputs(Usage, isWanted ? stdout : stderr);
+    if (isWanted)
+        listScenes();
     std::exit(isWanted ? 0 : 2);
 }
 

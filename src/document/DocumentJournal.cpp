@@ -38,6 +38,12 @@ void DocumentJournal::giveUp() {
     m_isBaseHeld = false;
 }
 
+void DocumentJournal::leave() {
+    m_control.edits().settle();
+    m_journal.reset();
+    giveUp();
+}
+
 void DocumentJournal::goOn(FoundJournal& found) {
     m_journal = found.continueAs();
 }

@@ -36,6 +36,8 @@ class DocumentJournal : private EditObserver {
 
     /// The changes made so far are not to come back, although the control still holds them.
     void giveUp();
+    /// The changes leave the control without having been saved or given up: the journal stays for the next start.
+    void leave();
     /// The control now holds what was found, whose journal is continued. After a successful FoundJournal::restore().
     void goOn(FoundJournal& found);
 

@@ -42,7 +42,8 @@ class HexJournal : public HexEditObserver {
     bool isKeeping() const { return m_journal != nullptr; }
 
     /// Shows the bytes of a journal that was restored, and goes on with that journal. Otherwise the journal is left as
-    /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed meanwhile: Failed then.
+    /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed
+    /// meanwhile: Failed then.
     RecoveryOutcome bringBack(FoundJournal& found);
 
     void unloaded() override;

@@ -32,7 +32,7 @@ RecoveredBar::RecoveredBar(QWidget* parent)
     m_buttons->setSpacing(Margin);
     QPushButton* keep = addButton("cmdKeep", u"&Keep"_qs, u"Keep the recovered changes"_qs);
     QPushButton* discard = addButton("cmdDiscard", u"&Discard"_qs, u"Discard the recovered changes"_qs);
-    QPushButton* differences = addButton("cmdDifferences", u"&Show Differences"_qs, u"Show what was recovered"_qs);
+    QPushButton* differences = addButton("cmdDifferences", u"Show D&ifferences"_qs, u"Show what was recovered"_qs);
     m_buttons->addStretch();
     setFocusProxy(keep);
     connect(keep, &QPushButton::clicked, this, &RecoveredBar::keepRequested);

@@ -120,6 +120,9 @@ class frmDocument : public QWidget {
     bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
     /// Null: none is shown.
     QWidget* recoveredBar() const;
+    /// The open file with the present bytes of the hex view, for who reads it as a whole; -1: there is none. Stays the
+    /// view's, which may close it at any time.
+    int bytesHandle() const;
 
     /// The icon by state: 0 normal, 1 changed, 2 read-only.
     int DocIcon() const { return m_icon; }
@@ -263,6 +266,7 @@ class frmDocument : public QWidget {
     void takeSaved(const QString& path, const DocumentView& view);
     RecoveryOutcome bringBackText(FoundJournal& found);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void leaveChanges(bool ofBytes);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
     bool askToReload();

@@ -75,8 +75,8 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
-    if (saves && alive && toText && m_hex->isModified())
-        m_hexJournal->leave();
+    if (saves && alive && viewFor(!toText).isModified())
+        leaveChanges(toText);
     return goesOn;
 }
 

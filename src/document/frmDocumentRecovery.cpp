@@ -11,6 +11,7 @@
 #include "document/rtCM.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/TextControl.h"
+#include "hex/ucHex.h"
 #include "platform/Paths.h"
 #include "recovery/journals/FoundJournal.h"
 
@@ -45,6 +46,14 @@ void frmDocument::forgetChanges() {
         m_journal->giveUp();
     m_hexJournal->discard();
     m_isUntouchedRecovery = false;
+}
+
+/// They were to be saved before the switch and are not, so that they come back at the next start.
+void frmDocument::leaveChanges(bool ofBytes) {
+    if (ofBytes)
+        m_hexJournal->leave();
+    else if (m_journal)
+        m_journal->leave();
 }
 
 RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
@@ -155,6 +164,10 @@ void frmDocument::discardRecovered() {
     isChange = false;
     QWidget* child = parentWidget() == nullptr ? this : parentWidget();
     QMetaObject::invokeMethod(child, &QWidget::close, Qt::QueuedConnection);
+}
+
+int frmDocument::bytesHandle() const {
+    return m_hex->control().workingCopy().handle();
 }
 
 QWidget* frmDocument::recoveredBar() const {

@@ -179,9 +179,10 @@ WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, B
 }
 
 /// Examines the file before it is opened, because opening a device or FIFO can already have an effect. If the name
-/// changes its meaning in between, the check of the handle or another round finds that out.
+/// changes its meaning in between, the check of the handle or another round finds that out. The name becomes absolute:
+/// its folder is flushed, and a record of the write is read in another working folder.
 SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
-    const auto name = localName(path);
+    const auto name = localName(absolutePath(path));
     if (!name)
         return SystemError::fromErrno(ENOENT);
     target.name = *name;
@@ -261,7 +262,14 @@ SystemError UserFileWriter::reserve(Target& target) {
         return {};
     target.reserved = true;
     const auto call = [&] { return m_calls.fallocate(target.handle, FALLOC_FL_KEEP_SIZE, 0, target.length); };
-    return uninterrupted(call) == 0 || isUnsupported(errno) ? SystemError() : lastError();
+    bool isDone = uninterrupted(call) == 0;
+    if (!isDone && (errno == ENOSPC || errno == EDQUOT)) {
+        const SystemError cause = lastError();
+        if (m_witness == nullptr || !m_witness->giveSpaceBack())
+            return cause;
+        isDone = uninterrupted(call) == 0;
+    }
+    return isDone || isUnsupported(errno) ? SystemError() : lastError();
 }
 
 SystemError UserFileWriter::writeAll(ByteSource& source, Target& target) {

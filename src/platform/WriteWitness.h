@@ -40,6 +40,10 @@ class WriteWitness {
     /// not interested in this one. Runs the event loop only if `source` does.
     virtual std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) = 0;
 
+    /// Called when there is no space for a write. True: what the witness had kept for itself was given back, and it may
+    /// be tried once more.
+    virtual bool giveSpaceBack() { return false; }
+
     /// The witness of all writes of this process that name no other one; null: none. Set once at the start, before
     /// other threads write.
     static WriteWitness* ofProcess();

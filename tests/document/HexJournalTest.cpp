@@ -2,6 +2,7 @@
 
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
+#include "document/rtCM.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
@@ -368,6 +369,19 @@ TEST_F(HexJournals, StayWhenTheSaveBeforeASwitchFails) {
     EXPECT_TRUE(m_document->TextEdit());
     ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, OfATextStayToo) {
+    ASSERT_TRUE(open("some text"));
+    ASSERT_TRUE(m_document->OpenFile(at(u"a.bin"_qs), false, false, true));
+    QTest::keyClicks(m_document->GetEditor()->focusProxy(), u"more of "_qs);
+    answerSwitch(0);
+    m_document->SwitchMode(false);
+    EXPECT_FALSE(m_document->TextEdit());
+    const auto found = foundAfterKill();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
+    EXPECT_EQ(readFile(found.front()->textPath()), QByteArray("more of some text"));
 }
 
 TEST_F(HexJournals, StayWhenTheDocumentGoesWhileItIsChanged) {

@@ -202,6 +202,15 @@ TEST_F(UserFileWriting, ReplacesTheBytesWithLongerAndShorterOnes) {
     EXPECT_EQ(bytesOf(path), "short");
 }
 
+TEST_F(UserFileWriting, MakesANewFileInTheWorkingFolder) {
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(at(u"."_qs)));
+    const SystemError error = UserFileWriter().write(u"new"_qs, NewPieces).error;
+    ASSERT_TRUE(QDir::setCurrent(before));
+    EXPECT_FALSE(error);
+    EXPECT_EQ(bytesOf(at(u"new"_qs)), NewBytes);
+}
+
 TEST_F(UserFileWriting, WritesNothingAtAllIntoAnEmptyFile) {
     const QString path = oldFile();
     EXPECT_FALSE(UserFileWriter().write(path, {}).error);

@@ -206,8 +206,7 @@ void Desk::judgeUntitled() {
     if (match == Manuscript::Match::None)
         throw Broken{"a text without a file comes back as it never was"};
     if (match == Manuscript::Match::Early)
-        throw Broken{"the last " + QByteArray::number(m_untitled->lostKeys()) +
-                     " keys of a text without a file are lost"};
+        throw Broken{"the last keys of a text without a file are lost"};
     m_report.count("texts without a file brought back");
 }
 

@@ -45,10 +45,10 @@ Manuscript::Manuscript(QByteArray path, const Shape& shape, quint64 seed)
         (m_isTypedAtEnd ? m_head : m_tail) += lines(shape.length, seed);
     }
     putBytes(m_path, bytesNow());
-    if (shape.hasLink)
-        mustWork(
-            ::link(m_path.constData(), linkOf(m_path).constData()) == 0 && ::chmod(m_path.constData(), LinkedMode) == 0,
-            "cannot link " + m_path);
+    if (shape.hasLink) {
+        const bool isLinked = ::link(m_path.constData(), linkOf(m_path).constData()) == 0;
+        mustWork(isLinked && ::chmod(m_path.constData(), LinkedMode) == 0, "cannot link " + m_path);
+    }
     mustWork(::stat(m_path.constData(), &m_status) == 0, "cannot look at " + m_path);
 }
 

@@ -163,7 +163,7 @@ std::unique_ptr<Journal> FoundJournal::continueAs(JointKind kind, std::vector<qi
     continued.hasWhole = contents.hasWhole();
     continued.isPartial = m_content->isPartial();
     continued.file = std::move(m_file);
-    return m_thread->goOn(contents.base(), std::move(continued), contents.time(), std::move(entry));
+    return m_thread->goOn(contents.base(), std::move(continued), contents.time(), entry);
 }
 
 bool FoundJournal::discard() {

@@ -4,8 +4,9 @@
 
 #include <string_view>
 
-/// Is passed the edits of a hex document in their order. Each function returns whether the visit goes on. Lengths are
-/// bytes, `at` counts from 0, and all bytes lie within the file, but for type(), whose place the visitor checks.
+/// Is passed the edits of a hex document in their order. Each function returns whether the visit is to continue.
+/// Lengths are bytes, `at` counts from 0, and all bytes lie within the file, but for type(), whose place the visitor
+/// checks.
 class HexEntryVisitor {
  public:
     virtual ~HexEntryVisitor() = default;

@@ -63,7 +63,7 @@ class JournalFile {
     /// Flushes the names in the folder.
     bool flushFolder() const;
 
-    // Kept here because the next owner goes on from there
+    /// The end of its last valid frame, behind which its owner writes.
     JournalEnd end;
 
  private:

@@ -71,7 +71,7 @@ std::optional<JournalOutput::Clock::time_point> JournalOutput::dueAt() const {
 }
 
 bool JournalOutput::isClean() const {
-    return m_isFinished || (m_backlog.empty() && !m_awaitsWhole && m_wholeFile < 0 && m_copy == nullptr);
+    return m_isFinished || (m_backlog.empty() && !m_awaitsWhole && m_wholeFile < 0 && !isCopyingBase());
 }
 
 void JournalOutput::write() {
@@ -275,7 +275,8 @@ void JournalOutput::leaveOut() {
 /// Edits of a file that has no copy are of no use when it is changed.
 void JournalOutput::checkFile() {
     const bool dependsOnFile = m_base.state && m_wholeLength == 0 && (!m_stored || !m_stored->hasCopy);
-    if (!dependsOnFile || m_copy != nullptr || !m_isBaseSettled)
+    const bool isBaseKnown = m_copy != nullptr ? m_copy->isOnlyRead() : m_isBaseSettled;
+    if (!dependsOnFile || !isBaseKnown)
         return;
     const std::optional<FileState> now = FileState::of(m_base.path);
     if (!now || !now->hasSameBytesAs(*m_base.state))

@@ -18,7 +18,7 @@ class JournalOutput {
  public:
     using Clock = JournalStream::Clock;
 
-    /// A journal that goes on where an earlier process left it.
+    /// A journal that is continued where an earlier process left it.
     struct Continued {
         std::unique_ptr<JournalFile> file;
         std::optional<StoredBase> base;
@@ -40,6 +40,8 @@ class JournalOutput {
     /// Whether a base is being stored, which step() does part by part.
     bool isStoringBase() const { return m_copy != nullptr; }
     void step();
+    /// Whether a copy of it is being made, without which a changed file could not be made good.
+    bool isCopyingBase() const { return m_copy != nullptr && !m_copy->isOnlyRead(); }
     /// The process ends: what only saves time later is left out.
     void leaveOut();
     /// Whether everything is on the disk that was ever added.

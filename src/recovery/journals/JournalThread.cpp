@@ -22,7 +22,7 @@ std::unique_ptr<Journal> JournalThread::begin(JournalBase base) {
 }
 
 std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                             JournalEntry joints) {
+                                             const JournalEntry& joints) {
     std::shared_ptr<JournalStream> stream = makeStream(time);
     if (base.view == JournalBase::View::Text)
         stream->add(joints);
@@ -99,7 +99,7 @@ void JournalThread::run() {
         lock.unlock();
         const bool hasMore = work(ends || flushesNow, ends);
         lock.lock();
-        if (flushesNow && !hasMore) {
+        if (flushesNow && !isCopying()) {
             m_flushesDone = flushes;
             m_isClean = isClean();
             m_flushed.notify_all();
@@ -138,6 +138,10 @@ void JournalThread::removeFinished() {
     std::erase_if(m_outputs, [](const auto& output) { return output->isFinished(); });
     if (isFolderChanged)
         flushFolder(m_calls, m_folder);
+}
+
+bool JournalThread::isCopying() const {
+    return std::any_of(m_outputs.begin(), m_outputs.end(), [](const auto& output) { return output->isCopyingBase(); });
 }
 
 bool JournalThread::isClean() const {

@@ -25,7 +25,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     std::unique_ptr<Journal> begin(JournalBase base);
     /// `time`: of its last edit, in milliseconds since 1970.
     std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                  JournalEntry joints);
+                                  const JournalEntry& joints);
     bool flush(std::chrono::milliseconds limit);
     /// Writes everything and ends the thread. Nothing is written afterwards.
     void end();
@@ -41,6 +41,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     /// Returns whether there is more to do at once.
     bool work(bool all, bool ends);
     void removeFinished();
+    bool isCopying() const;
     bool isClean() const;
     void wait(std::unique_lock<std::mutex>& lock);
 

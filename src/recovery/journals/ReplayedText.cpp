@@ -96,7 +96,7 @@ bool ReplayedText::apply(const JournalEntry& entry) {
 }
 
 std::vector<std::string_view> ReplayedText::plain() const {
-    const std::vector<std::string_view> pieces = m_text.pieces();
+    std::vector<std::string_view> pieces = m_text.pieces();
     if (m_kind == JointKind::None || (m_kind == JointKind::Listed && m_listed.empty()))
         return pieces;
     std::vector<std::string_view> plain;

@@ -77,7 +77,7 @@ class HashedRead {
         for (qint64 at = 0; at < file.size(); at += ReadSize) {
             const qint64 part = std::min(ReadSize, file.size() - at);
             char* to = keep == nullptr ? buffer.data() : keep + at;
-            if (const SystemError error = readExactly(calls, file.handle(), to, part, at))
+            if (SystemError error = readExactly(calls, file.handle(), to, part, at))
                 return error;
             XXH3_128bits_update(m_state, to, static_cast<std::size_t>(part));
         }
@@ -91,6 +91,42 @@ class HashedRead {
 
  private:
     XXH3_state_t* m_state;
+};
+
+/// Compares a file with pieces of bytes, one after the other.
+class Comparison {
+ public:
+    Comparison(FileSystemCalls& calls, const ReadFile& file) : m_calls(calls), m_file(file) {}
+
+    bool continuesWith(std::string_view piece) {
+        while (!piece.empty()) {
+            if (m_rest.empty() && !readOn())
+                return false;
+            const std::size_t count = std::min(piece.size(), m_rest.size());
+            if (piece.substr(0, count) != m_rest.substr(0, count))
+                return false;
+            piece.remove_prefix(count);
+            m_rest.remove_prefix(count);
+        }
+        return true;
+    }
+
+ private:
+    bool readOn() {
+        const qint64 count = std::min(ReadSize, m_file.size() - m_at);
+        m_buffer.resize(static_cast<std::size_t>(count));
+        if (count == 0 || readExactly(m_calls, m_file.handle(), m_buffer.data(), count, m_at))
+            return false;
+        m_at += count;
+        m_rest = {m_buffer.data(), m_buffer.size()};
+        return true;
+    }
+
+    FileSystemCalls& m_calls;
+    const ReadFile& m_file;
+    std::vector<char> m_buffer;
+    std::string_view m_rest;
+    qint64 m_at = 0;
 };
 
 /// Whether the entry is one of a hex document and lies within a file of this size.
@@ -303,18 +339,7 @@ bool RestoredJournal::hasSameTextAsFile() {
         length += static_cast<qint64>(piece.size());
     if (length != file.size())
         return false;
-    std::vector<char> buffer(static_cast<std::size_t>(std::min(ReadSize, length)));
-    qint64 at = 0;
-    for (std::string_view piece : encoded.pieces) {
-        while (!piece.empty()) {
-            const std::string_view part = piece.substr(0, buffer.size());
-            const auto count = static_cast<qint64>(part.size());
-            if (readExactly(m_calls, file.handle(), buffer.data(), count, at) ||
-                std::memcmp(buffer.data(), part.data(), part.size()) != 0)
-                return false;
-            at += count;
-            piece.remove_prefix(part.size());
-        }
-    }
-    return true;
+    Comparison comparison(m_calls, file);
+    return std::all_of(encoded.pieces.begin(), encoded.pieces.end(),
+                       [&](std::string_view piece) { return comparison.continuesWith(piece); });
 }

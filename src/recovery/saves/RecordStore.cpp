@@ -3,6 +3,8 @@
 #include "platform/Folders.h"
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
+#include "recovery/saves/RecordFormat.h"
+#include "recovery/saves/SaveRecord.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -11,6 +13,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -20,6 +23,9 @@ constexpr int NamesToTry = 20;
 /// One file may keep so much space for the next record, others only a little.
 constexpr qint64 KeptSize = 72LL * 1024 * 1024;
 constexpr const char* Suffix = ".save";
+constexpr quint64 HighestSequence = quint64(1) << 63;
+
+std::atomic<quint64> lastSequence{0};
 
 using Records = std::vector<std::shared_ptr<OwnRecord>>;
 
@@ -35,11 +41,10 @@ RecordStore::~RecordStore() {
 }
 
 quint64 RecordStore::nextSequence() {
-    static std::atomic<quint64> last{0};
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const auto time = static_cast<quint64>(std::chrono::duration_cast<std::chrono::nanoseconds>(now).count());
-    quint64 before = last;
-    while (!last.compare_exchange_weak(before, std::max(time, before + 1)))
+    quint64 before = lastSequence;
+    while (!lastSequence.compare_exchange_weak(before, std::max(time, before + 1)))
         ;
     return std::max(time, before + 1);
 }
@@ -69,6 +74,7 @@ std::shared_ptr<OwnRecord> RecordStore::make() {
     const QString parent = m_folder.left(m_folder.lastIndexOf(u'/'));
     if (makeFolder(parent) || makePrivateFolder(m_folder))
         return nullptr;
+    flushThoseOfOthers(all());
     for (int i = 0; i < NamesToTry; ++i) {
         const QString path = u"%1/%2-%3-%4%5"_qs.arg(m_folder)
                                  .arg(nextSequence(), 20, 10, QLatin1Char('0'))
@@ -101,6 +107,15 @@ void RecordStore::giveBack(std::shared_ptr<OwnRecord> record) {
         return drop(record);
     lock.lock();
     m_free.push_back(std::move(record));
+}
+
+bool RecordStore::giveSpaceBack() {
+    std::unique_lock lock(m_mutex);
+    const Records kept = std::exchange(m_free, {});
+    lock.unlock();
+    for (const auto& record : kept)
+        drop(record);
+    return !kept.empty();
 }
 
 void RecordStore::drop(const std::shared_ptr<OwnRecord>& record) {
@@ -161,7 +176,19 @@ void RecordStore::flushThoseOfOthers(const Records& own) {
         const int handle = m_calls.open(name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
         if (handle < 0)
             continue;
+        noteSequence(handle);
         uninterrupted([&] { return m_calls.fdatasync(handle); });
         m_calls.close(handle);
     }
+}
+
+/// A number that leaves no room above it is none of ours.
+void RecordStore::noteSequence(int handle) {
+    RecordFormat::FileHead head{};
+    if (readExactly(m_calls, handle, reinterpret_cast<char*>(&head), sizeof head, 0) ||
+        std::memcmp(head.magic, RecordFormat::Magic, sizeof head.magic) != 0 || head.sequence > HighestSequence)
+        return;
+    quint64 before = lastSequence;
+    while (before < head.sequence && !lastSequence.compare_exchange_weak(before, head.sequence))
+        ;
 }

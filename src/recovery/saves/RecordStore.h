@@ -21,13 +21,18 @@ class RecordStore {
     ~RecordStore();
     Q_DISABLE_COPY_MOVE(RecordStore)
 
-    /// Higher than that of all earlier records, also when the clock was set back.
+    /// Higher than that of all earlier records of this process, and of those of others that it has seen, also when the
+    /// clock was set back.
     static quint64 nextSequence();
 
     /// A file that holds no record; null: it cannot be made.
     std::shared_ptr<OwnRecord> take();
     /// The record in it is no longer needed.
     void giveBack(std::shared_ptr<OwnRecord> record);
+    /// There is no complete record in it: perhaps for want of space, which it must not keep.
+    void drop(const std::shared_ptr<OwnRecord>& record);
+    /// Removes the files that are kept for later records. False: there were none.
+    bool giveSpaceBack();
     /// To be called when a record is on the disk: waits until its name is there too, and earlier records are not.
     /// False: it cannot be relied on.
     bool makeLast(OwnRecord& record);
@@ -37,10 +42,10 @@ class RecordStore {
  private:
     std::shared_ptr<OwnRecord> takeFree();
     std::shared_ptr<OwnRecord> make();
-    void drop(const std::shared_ptr<OwnRecord>& record);
     std::vector<std::shared_ptr<OwnRecord>> all();
     void flushFolderOnce();
     void flushThoseOfOthers(const std::vector<std::shared_ptr<OwnRecord>>& own);
+    void noteSequence(int handle);
 
     const QString m_folder;
     FileSystemCalls& m_calls;

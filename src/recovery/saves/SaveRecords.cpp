@@ -151,7 +151,7 @@ std::shared_ptr<SaveRecords::Shared> SaveRecords::record(const std::vector<const
     file->setWritten(writer.written(), isWhole);
     if (isWhole && m_store.makeLast(*file) && !writer.flushOldFiles(m_flushed))
         return std::make_shared<Shared>(*this, std::move(file));
-    m_store.giveBack(std::move(file));
+    m_store.drop(file);
     return nullptr;
 }
 

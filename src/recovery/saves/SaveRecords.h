@@ -39,6 +39,7 @@ class SaveRecords : public WriteWitness {
     static QString saveRecordFolder();
 
     std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override;
+    bool giveSpaceBack() override { return m_store.giveSpaceBack(); }
 
  private:
     class Shared;

@@ -50,6 +50,8 @@ void DocumentClosing::DocClose(frmDocument* document) {
 /// Yes saves the active document, which while the frame closes need not be the one that asks. When it is, and the save
 /// does not succeed, the question comes again: the changes are not lost unless the user says so.
 void DocumentClosing::settleChanges(const QPointer<frmDocument>& document) {
+    if (m_programEnds && document->isUntouchedRecovery())
+        return;
     while (document && document->isChange) {
         if (!m_prompts.askYesNo(&m_window, u"Save %1 ?"_qs.arg(document->Caption()))) {
             if (document)
@@ -59,8 +61,14 @@ void DocumentClosing::settleChanges(const QPointer<frmDocument>& document) {
         const bool savesTheAsking = m_active.is(document);
         m_saving.SaveActive();
         if (!savesTheAsking)
-            return;
+            return reportKept(document);
     }
+}
+
+/// The journal of a document that closes while it is changed stays for the next start.
+void DocumentClosing::reportKept(const QPointer<frmDocument>& document) {
+    if (document && document->isChange)
+        Q_EMIT noticed(u"The unsaved changes of '%1' come back at the next start."_qs.arg(document->Caption()));
 }
 
 void DocumentClosing::DelTab(frmDocument* document) {

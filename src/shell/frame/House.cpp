@@ -1,5 +1,7 @@
 #include "shell/frame/House.h"
 
+#include "document/frmDocument.h"
+#include "recovery/journals/FoundJournal.h"
 #include "shell/bars/CoolBar.h"
 #include "shell/bars/DocumentTabs.h"
 #include "shell/bars/FindBar.h"
@@ -63,6 +65,10 @@ void orderByTab(QWidget* findBar, const QStatusBar& statusBar) {
     }
 }
 
+RecoveryOutcome bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
+    return document.bringBack(std::move(found));
+}
+
 }  // namespace
 
 House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, const FrameServices& services,
@@ -89,6 +95,7 @@ House::House(QMainWindow& window, DocumentHost& host, QString& projectFilename, 
       closing(window, prompts, children, active, opening, saving),
       diskCheck(children, active, opening, options),
       queue(window, prompts, children, active, opening),
+      recovery(services.journals, children, active, opening, systemClose, bringBack),
       recentFiles(KeptList::RecentFiles, services.programFolder),
       projectLists(services.programFolder),
       documentRecords(children, active, opening),

@@ -32,6 +32,7 @@
 #include "shell/documents/SystemClose.h"
 #include "shell/frame/FrameDrops.h"
 #include "shell/outside/HelpPages.h"
+#include "shell/recovery/DocumentRecovery.h"
 #include "shell/session/DocumentRecords.h"
 #include "shell/session/KeptList.h"
 #include "shell/session/ProjectLists.h"
@@ -92,6 +93,7 @@ struct House {
     DocumentClosing closing;
     DiskCheck diskCheck;
     OpenQueue queue;
+    DocumentRecovery recovery;
 
     // What is kept from run to run
     KeptList recentFiles;

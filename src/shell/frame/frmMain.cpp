@@ -11,6 +11,7 @@
 #include "shell/commands/CommandRow.h"
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
+#include "shell/recovery/DocumentDifferences.h"
 #include "shell/start/FrameSteps.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
@@ -91,6 +92,10 @@ void frmMain::connectListeners() {
 
     of.on(&Active::added, "AddFile", [&h](frmDocument* d) { h.panel.AddFile(d->Caption(), d->fIdx); });
     of.on(&Active::added, "answerRequests", [&h](frmDocument* d) { h.frameCommands.answerRequests(*d); });
+    of.on(&Active::added, "answerDifferencesRequest", [this](frmDocument* d) {
+        connect(d, &frmDocument::DifferencesRequest, this,
+                [this](const frmDocument* document) { DocumentDifferences::show(*document, *this); });
+    });
     of.on(&Active::added, "AddDocumentTab", [&h](frmDocument* d) { h.tabs.AddDocumentTab(d); });
 
     // The language removes all other marks from the menus, and the commands restore them.
@@ -121,6 +126,8 @@ void frmMain::connectListeners() {
     });
 
     connect(&h.active, &Active::noticed, &h.status, &StatusPanels::ShowNotice);
+    connect(&h.closing, &DocumentClosing::noticed, &h.status, &StatusPanels::ShowPassingNotice);
+    connect(&h.recovery, &DocumentRecovery::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.active, &Active::searched, &h.findBar, &FindBar::AfterFind);
     connect(&h.findBar, &FindBar::searched, this, [&h] { h.searchToggles.showOptions(); });
     connect(&h.macroMenu, &MacroMenu::recordingChanged, &h.status, &StatusPanels::ShowRecording);

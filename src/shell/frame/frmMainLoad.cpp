@@ -20,6 +20,7 @@
 
 #include <QDir>
 #include <QFont>
+#include <QTimer>
 #include <QToolBar>
 
 namespace {
@@ -155,5 +156,7 @@ std::vector<FrameStep> frmMain::loadSteps() {
              BusyPointer::restore();
              setWindowTitle(u"Quillmark"_qs);
          }},
+        {"recoverDocuments",
+         [&house] { QTimer::singleShot(0, &house.recovery, [&house] { house.recovery.start(); }); }},
     };
 }

@@ -52,6 +52,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
     // A path that arrived from now on would be lost; a later start that waits opens its file itself.
     if (m_house->openCheck)
         m_house->openCheck->closeEndpoint();
+    m_house->recovery.stop();
+    m_house->closing.beginEnd();
     runSteps(unloadSteps(), m_services.noted);
     m_hasEnded = true;
 }

@@ -91,9 +91,7 @@ void DocumentRecovery::settle() {
             break;
         case JournalOutcome::Lost:
             if (found->setAside())
-                Q_EMIT noticed(
-                    u"The unsaved changes of '%1' can't be brought back without its file; quillmark-recover has them."_qs
-                        .arg(nameOf(found->base())));
+                reportSetAside(nameOf(found->base()));
             break;
         case JournalOutcome::Failed:
             reportKept(nameOf(found->base()));
@@ -101,6 +99,12 @@ void DocumentRecovery::settle() {
     }
     if (isAtWork())
         restoreNext();
+}
+
+void DocumentRecovery::reportSetAside(const QString& name) {
+    Q_EMIT noticed(
+        u"The unsaved changes of '%1' can't be brought back without its file; quillmark-recover has them."_qs.arg(
+            name));
 }
 
 void DocumentRecovery::reportKept(const QString& name) {

@@ -53,6 +53,7 @@ class DocumentRecovery : public QObject {
     void bringBack(std::unique_ptr<FoundJournal> found);
     frmDocument* unchangedDocumentOf(const QString& path) const;
     frmDocument* untouchedDocument() const;
+    void reportSetAside(const QString& name);
     void reportKept(const QString& name);
 
     Journals* m_journals;

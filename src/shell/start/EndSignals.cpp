@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <array>
@@ -22,7 +23,13 @@ constexpr std::array Signals{SIGTERM, SIGHUP, SIGINT};
 constexpr unsigned char NoSignal = 0;
 
 std::array<struct sigaction, Signals.size()> before;
-std::atomic<int> pipeInput = -1;   ///< read by the watching thread
+/// Read by the watching thread: the pipe, and signals that no handler has taken yet. A thread that is in a long call of
+/// the system takes none before that ends, and would be the one that is chosen.
+struct Inputs {
+    int pipe = -1;
+    int pending = -1;
+};
+Inputs inputs;
 std::atomic<int> pipeOutput = -1;  ///< written by the handlers
 
 static_assert(std::atomic<int>::is_always_lock_free, "a handler may not wait for a lock");
@@ -38,18 +45,28 @@ void noteSignal(int signal) {
     errno = error;
 }
 
-bool openPipe() {
+sigset_t ownSignals() {
+    sigset_t all;
+    sigemptyset(&all);
+    for (const int signal : Signals)
+        sigaddset(&all, signal);
+    return all;
+}
+
+bool openInputs() {
     std::array<int, 2> ends{};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+    if (pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         return false;
-    fcntl(ends[1], F_SETFL, O_NONBLOCK);
-    pipeInput = ends[0];
+    const sigset_t all = ownSignals();
+    inputs = {ends[0], signalfd(-1, &all, SFD_CLOEXEC | SFD_NONBLOCK)};
     pipeOutput = ends[1];
     return true;
 }
 
-void closePipe() {
-    close(pipeInput.exchange(-1));
+void closeInputs() {
+    close(inputs.pipe);
+    if (inputs.pending >= 0)
+        close(inputs.pending);
     close(pipeOutput.exchange(-1));
 }
 
@@ -70,25 +87,33 @@ void giveSignalsBack() {
         sigaction(Signals[i], &before[i], nullptr);
 }
 
-/// The next byte of the pipe; nothing when there is none until then.
-std::optional<unsigned char> nextByte(int input, std::optional<Clock::time_point> end) {
+/// What has arrived, without waiting.
+std::optional<unsigned char> arrivedByte() {
+    unsigned char byte = NoSignal;
+    if (read(inputs.pipe, &byte, 1) == 1)
+        return byte;
+    signalfd_siginfo pending{};
+    if (inputs.pending >= 0 && read(inputs.pending, &pending, sizeof(pending)) == sizeof(pending))
+        return static_cast<unsigned char>(pending.ssi_signo);
+    return std::nullopt;
+}
+
+/// The next signal, or NoSignal once the object is destroyed; nothing when there is neither until then.
+std::optional<unsigned char> nextByte(std::optional<Clock::time_point> end) {
     for (;;) {
         const auto left = end ? std::chrono::ceil<std::chrono::milliseconds>(*end - Clock::now()).count() : -1;
         if (end && left <= 0)
             return std::nullopt;
-        pollfd ready{input, POLLIN, 0};
-        const int count = poll(&ready, 1, static_cast<int>(left));
-        unsigned char byte = NoSignal;
-        if (count > 0 && read(input, &byte, 1) >= 0)
+        if (const std::optional<unsigned char> byte = arrivedByte())
             return byte;
-        if (count < 0 && errno != EINTR)
-            return NoSignal;
+        std::array<pollfd, 2> ready{pollfd{inputs.pipe, POLLIN, 0}, pollfd{inputs.pending, POLLIN, 0}};
+        poll(ready.data(), ready.size(), static_cast<int>(left));
     }
 }
 
 /// Whether the object is destroyed until then. Further signals are read and ignored.
-bool isDestroyedUntil(int input, Clock::time_point end) {
-    while (const std::optional<unsigned char> byte = nextByte(input, end)) {
+bool isDestroyedUntil(Clock::time_point end) {
+    while (const std::optional<unsigned char> byte = nextByte(end)) {
         if (*byte == NoSignal)
             return true;
     }
@@ -99,12 +124,12 @@ bool isDestroyedUntil(int input, Clock::time_point end) {
 
 EndSignals::EndSignals(std::function<void()> lastDuty, std::chrono::milliseconds patience)
     : m_lastDuty(std::move(lastDuty)), m_patience(patience) {
-    if (!openPipe())
+    if (!openInputs())
         return;
     try {
-        m_watcher = std::thread([this, input = pipeInput.load()] { watch(input); });
+        m_watcher = std::thread([this] { watch(); });
     } catch (const std::system_error&) {
-        closePipe();
+        closeInputs();
         return;
     }
     takeSignals();
@@ -116,16 +141,16 @@ EndSignals::~EndSignals() {
     giveSignalsBack();
     writeToPipe(NoSignal);
     m_watcher.join();
-    closePipe();
+    closeInputs();
 }
 
-void EndSignals::watch(int input) {
-    const int signal = nextByte(input, std::nullopt).value_or(NoSignal);
+void EndSignals::watch() {
+    const int signal = nextByte(std::nullopt).value_or(NoSignal);
     if (signal == NoSignal)
         return;
     QMetaObject::invokeMethod(
         this, [this, signal] { Q_EMIT requested(signal); }, Qt::QueuedConnection);
-    if (isDestroyedUntil(input, Clock::now() + m_patience))
+    if (isDestroyedUntil(Clock::now() + m_patience))
         return;
     if (m_lastDuty)
         m_lastDuty();

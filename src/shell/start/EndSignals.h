@@ -35,7 +35,7 @@ class EndSignals : public QObject {
     void requested(int signal);
 
  private:
-    void watch(int input);
+    void watch();
 
     std::function<void()> m_lastDuty;
     std::chrono::milliseconds m_patience;

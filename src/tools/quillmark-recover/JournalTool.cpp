@@ -51,6 +51,20 @@ QString fileText(JournalFileNow file) {
     return u"is missing"_qs;
 }
 
+QString stateText(JournalOutcome outcome, bool isAside) {
+    switch (outcome) {
+        case JournalOutcome::Failed:
+            return u"cannot be read"_qs;
+        case JournalOutcome::Lost:
+            return u"without its base"_qs;
+        case JournalOutcome::SameAsFile:
+            return isAside ? u"set aside"_qs : u"saved"_qs;
+        case JournalOutcome::Restored:
+            break;
+    }
+    return isAside ? u"set aside"_qs : u"unsaved"_qs;
+}
+
 QString formatText(TextFormat format) {
     static constexpr const char* Names[] = {"UTF-8", "UTF-16 little endian", "UTF-16 big endian", "Windows-1252"};
     return QLatin1String(Names[static_cast<int>(format.encoding)]) + (format.mark ? u" with mark"_qs : QString());
@@ -162,7 +176,7 @@ class FileSource : public ByteSource {
         constexpr qint64 PartSize = 1'048'576;
         m_part.resize(static_cast<std::size_t>(std::min(PartSize, m_length - m_at)));
         const auto count = static_cast<qint64>(m_part.size());
-        const SystemError error = readExactly(FileSystemCalls::system(), m_handle, m_part.data(), count, m_at);
+        SystemError error = readExactly(FileSystemCalls::system(), m_handle, m_part.data(), count, m_at);
         m_at += count;
         m_view = m_part;
         pieces = BytePieces(&m_view, 1);
@@ -254,12 +268,7 @@ QString JournalTool::line(const QString& name) const {
     if (content.readHead() != JournalContents::Reading::Done)
         return name + u"\t-\tdamaged"_qs;
     const JournalOutcome outcome = content.restore();
-    const QString state = opened->isInUse                         ? u"in use"_qs
-                          : outcome == JournalOutcome::Failed     ? u"cannot be read"_qs
-                          : outcome == JournalOutcome::Lost       ? u"without its base"_qs
-                          : name.endsWith(asideSuffix())          ? u"set aside"_qs
-                          : outcome == JournalOutcome::SameAsFile ? u"saved"_qs
-                                                                  : u"unsaved"_qs;
+    const QString state = opened->isInUse ? u"in use"_qs : stateText(outcome, name.endsWith(asideSuffix()));
     return u"%1\t%2\t%3\t%4"_qs.arg(name, timeText(content.contents().time()), state, documentText(content.base()));
 }
 

@@ -12,6 +12,9 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <functional>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -549,7 +552,7 @@ TEST_F(JournalKeeping, EditsOfBytesComeBackInTheirOrder) {
     impatient.limit = 2;
     EXPECT_FALSE(found->visit(impatient));
     EXPECT_EQ(impatient.entries.size(), 2);
-    // It goes on behind them.
+    // It is continued behind them.
     const auto journal = found->continueAs();
     journal->takeBack();
     EXPECT_TRUE(journals->flush(Long));
@@ -573,7 +576,7 @@ TEST_F(JournalKeeping, EntriesPastTheEndOfTheBytesDoNotCount) {
     EXPECT_TRUE(found->visit(recorder));
     EXPECT_EQ(recorder.entries, QStringList({u"over 4 abc"_qs}));
     const auto journal = found->continueAs();
-    EXPECT_TRUE(journal->needsWhole()) << "what follows could not be told from what did not fit";
+    EXPECT_TRUE(journal->needsWhole()) << "what follows would stand behind an entry that does not fit";
 }
 
 TEST_F(JournalKeeping, WholeBytesTakeThePlaceOfBaseAndEdits) {
@@ -625,6 +628,133 @@ TEST_F(JournalKeeping, AMillionReplacementsTakeLittleMoreThanTheirBytes) {
         journal->overwrite(2'000 * qint64(i), "abcd");
     EXPECT_TRUE(journals->flush(Long));
     EXPECT_LE(QFileInfo(journalPath()).size(), 1'000'000 * 12);
+}
+
+TEST_F(JournalKeeping, LargeBasesAndLargeEditsComeBack) {
+    const QByteArray large = QByteArray("line of a large file\n").repeated(500'000);
+    const QString path = file(large);
+    std::string expected = large.toStdString();
+    const std::string pasted(3'000'000, 'p');
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        for (const qint64 at : {5'000'000, 0, 13'000'000}) {
+            journal->insert(at, pasted);
+            journal->insert(at, "x");
+            expected.insert(static_cast<std::size_t>(at), "x" + pasted);
+        }
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    put(path, "changed");
+    EXPECT_TRUE(recovered() == expected);
+}
+
+/// Adds an edit while the bytes of a document are copied.
+class Interloper : public FileSystemCalls {
+ public:
+    int cloneFile(int to, int from) override {
+        if (duringCopy)
+            std::exchange(duringCopy, nullptr)();
+        return FileSystemCalls::cloneFile(to, from);
+    }
+    std::function<void()> duringCopy;
+};
+
+TEST_F(JournalKeeping, WholeBytesAreCopiedAgainWhenEditsCameMeanwhile) {
+    const QString path = file("0123456789");
+    const JournalBase base = baseOf(path, JournalBase::View::Hex);
+    const QString copy = file("0123456789", u"working copy"_qs);
+    Interloper calls;
+    const auto journals = makeJournals(calls);
+    const auto journal = journals->begin(base);
+    const int handle = ::open(nameOf(copy).constData(), O_RDWR | O_CLOEXEC);
+    journal->setWhole(handle);
+    calls.duringCopy = [&] {
+        EXPECT_EQ(::pwrite(handle, "M", 1, 2), 1);
+        journal->overwrite(2, "M");
+    };
+    EXPECT_FALSE(journals->flush(Long)) << "nobody knows whether the edit is in the copy";
+    EXPECT_TRUE(names(u"*.journal"_qs).isEmpty());
+    EXPECT_TRUE(journals->flush(Long));
+    journal->overwrite(3, "N");
+    EXPECT_TRUE(journals->flush(Long));
+    ::close(handle);
+    EXPECT_EQ(bytesOf(folder() + u'/' + names(u"*.base"_qs).value(0)), "01M3456789");
+}
+
+TEST_F(JournalKeeping, NamesAscendInTheOrderInWhichJournalsWereMade) {
+    {
+        const auto journals = makeJournals();
+        std::vector<std::unique_ptr<Journal>> all;
+        for (int i = 0; i < 12; ++i) {
+            all.push_back(journals->begin(JournalBase()));
+            all.back()->insert(0, std::to_string(i));
+            EXPECT_TRUE(journals->flush(Long));
+        }
+    }
+    const auto journals = makeJournals();
+    const auto found = journals->takeAbandoned();
+    ASSERT_EQ(found.size(), 12u);
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        EXPECT_EQ(found[i]->restore(), Outcome::Restored);
+        EXPECT_EQ(bytesOf(found[i]->textPath()), QByteArray::number(int(i)));
+    }
+}
+
+TEST_F(JournalKeeping, FoldersAndFilesOfAnotherUserAreLeftAlone) {
+    constexpr uid_t Nobody = 65534;
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can give files away";
+    {
+        const auto journals = makeJournals();
+        journals->begin(JournalBase())->insert(0, "x");
+    }
+    ASSERT_EQ(::chown(nameOf(journalPath()).constData(), Nobody, Nobody), 0);
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    ASSERT_EQ(::chown(nameOf(journalPath()).constData(), 0, 0), 0);
+    ASSERT_EQ(::chown(nameOf(folder()).constData(), Nobody, Nobody), 0);
+    const auto journals = makeJournals();
+    EXPECT_TRUE(journals->takeAbandoned().empty());
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "y");
+    EXPECT_FALSE(journals->flush(Long));
+    EXPECT_EQ(names().size(), 1);
+}
+
+TEST_F(JournalKeeping, ABatchThatIsReleasedOnAFullDiskIsTriedUntilTheEnd) {
+    put(at(u"state"_qs), "in the way");
+    const auto journals = makeJournals();
+    journals->begin(JournalBase())->insert(0, "closed");
+    EXPECT_FALSE(journals->flush(Long));
+    EXPECT_TRUE(QFile::remove(at(u"state"_qs)));
+    EXPECT_TRUE(journals->flush(Long));
+    EXPECT_EQ(recovered(), "closed");
+}
+
+TEST_F(JournalKeeping, AJournalMayOutliveTheThreadThatWritesIt) {
+    auto journals = makeJournals();
+    const auto journal = journals->begin(JournalBase());
+    journal->insert(0, "in time");
+    journals.reset();
+    journal->insert(0, "too late ");
+    EXPECT_EQ(recovered(), "in time");
+}
+
+TEST_F(JournalKeeping, LargeTextsAreComparedWithTheirFile) {
+    const QByteArray large = QByteArray("line of a large file\n").repeated(500'000);
+    const QString path = file(large);
+    {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(baseOf(path));
+        for (qint64 at = 0; at < 10'000'000; at += 1'000) {
+            journal->insert(at, "x");
+            journal->remove(at, 1);
+        }
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    recovered(Outcome::SameAsFile);
+    put(path, large.chopped(1) + 'x');
+    EXPECT_EQ(recovered(), large.toStdString());
 }
 
 }  // namespace

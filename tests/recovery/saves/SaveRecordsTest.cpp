@@ -841,3 +841,18 @@ TEST_F(SaveRecording, ARecordThatCannotBeMadeInvalidIsRemoved) {
         EXPECT_LE(QDir(folder()).entryList(QDir::Files).size(), 1);
     }
 }
+
+TEST_F(SaveRecording, ARecordIsNewerThanAnAbandonedOneFromBeforeTheClockWasSetBack) {
+    constexpr quint64 InTheFuture = quint64(1) << 62;
+    const QByteArray oldBytes = noise(4'000, 1);
+    const QByteArray first = noise(4'000, 2);
+    const QByteArray second = noise(4'000, 3);
+    const QString path = file(oldBytes);
+    recordGroup({path}, first, u"1-1-1.save"_qs, InTheFuture);
+    put(path, first);
+    interruptedSave(path, second);
+    ASSERT_EQ(records().size(), 2);
+    put(path, second.left(512) + first.mid(512));
+    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
+    EXPECT_EQ(bytesOf(path), second);
+}

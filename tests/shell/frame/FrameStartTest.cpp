@@ -29,7 +29,7 @@ TEST_F(FrameStart, RunsItsStepsInTheirOrder) {
                     "PropertiesLoad",    "LoadOptions",    "loadLanguages",    "loadLists",         "setLoaded",
                     "placeSearchBox",    "buildCoolBar",   "startNewDocument", "layOutPanels",      "followCommandLine",
                     "UpdateMacroMenu",   "restoreSession", "markViewParts",    "setCommandStates",  "makeTabMenu",
-                    "setCaption"}));
+                    "setCaption",        "recoverDocuments"}));
     EXPECT_TRUE(m_frame->isLoaded());
 }
 

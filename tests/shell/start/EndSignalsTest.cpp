@@ -99,6 +99,20 @@ TEST_F(EndSignalsDeathTest, EndTheProcessThoughNobodyFollowsThem) {
         testing::KilledBySignal(SIGTERM), "^last duty $");
 }
 
+TEST_F(EndSignalsDeathTest, ThatNoThreadTakesEndTheProcessToo) {
+    EXPECT_EXIT(
+        {
+            sigset_t one;
+            sigemptyset(&one);
+            sigaddset(&one, SIGTERM);
+            pthread_sigmask(SIG_BLOCK, &one, nullptr);  // the thread of the object has it blocked, too
+            EndSignals endSignals([] { write("last duty "); }, 50ms);
+            kill(getpid(), SIGTERM);
+            busyForLong();
+        },
+        testing::KilledBySignal(SIGTERM), "^last duty $");
+}
+
 TEST_F(EndSignalsDeathTest, DoWhatTheyDidBeforeOnceTheObjectIsDestroyed) {
     EXPECT_EXIT(
         {

@@ -1,0 +1,273 @@
+// Unsaved changes from one run of the frame to the next.
+
+#include "document/RecoveredBar.h"
+#include "hex/ucHex.h"
+#include "recovery/journals/Journals.h"
+#include "shell/FrameFixture.h"
+#include "shell/recovery/frmDifferences.h"
+
+#include <QDir>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString lossNotice = u"The unsaved changes of '%1' come back at the next start."_qs;
+
+class UnsavedChanges : public FrameFixture {
+ protected:
+    void startRun() {
+        m_journals = std::make_unique<Journals>(journalFolder());
+        m_frame = std::make_unique<frmMain>(services());
+        m_frame->resize(900, 600);
+        m_frame->Load();
+        m_frame->show();
+        QCoreApplication::processEvents();
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !house().recovery.isAtWork(); }, 30'000));
+    }
+    /// As by a kill: nothing is closed.
+    void breakRun() {
+        ASSERT_TRUE(m_journals->flush(30s));
+        m_frame.reset();
+        m_journals.reset();
+    }
+    void endRun() {
+        m_frame->close();
+        m_frame.reset();
+        m_journals.reset();
+    }
+    FrameServices services() {
+        FrameServices given{m_prompts,     m_registry,   m_makePanel,   {}, {}, m_programFolder.path(),
+                            m_shareFolder, m_fileExists, m_printDialogs};
+        given.journals = m_journals.get();
+        return given;
+    }
+    QString journalFolder() const { return m_folder.filePath(u"state/recovery"_qs); }
+    bool leavesNoJournal() {
+        EXPECT_TRUE(m_journals == nullptr || m_journals->flush(30s));
+        return QDir(journalFolder()).isEmpty();
+    }
+    RecoveredBar* bar() { return active() == nullptr ? nullptr : active()->findChild<RecoveredBar*>(); }
+    void click(const char* button) { bar()->findChild<QPushButton*>(QString::fromLatin1(button))->click(); }
+    QString notice() { return house().status.text(1); }
+
+    /// A run that ended with this text typed before that of the file.
+    QString typeAndBreak(const QString& typed, const QByteArray& bytes = "text\n") {
+        const QString file = fileOf(bytes);
+        startRun();
+        open(file);
+        type(typed);
+        breakRun();
+        return file;
+    }
+
+    std::unique_ptr<Journals> m_journals;
+};
+
+}  // namespace
+
+TEST_F(UnsavedChanges, ComeBackWithABarAndWithoutAQuestion) {
+    const QString file = typeAndBreak(u"new "_qs);
+    EXPECT_EQ(bytesOf(file), "text\n");
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_EQ(text(), u"new text\n"_qs);
+    EXPECT_TRUE(active()->isChange);
+    ASSERT_NE(bar(), nullptr);
+    EXPECT_TRUE(active()->isUntouchedRecovery());
+    EXPECT_EQ(tabs(), QStringList(u"a.txt"_qs));
+    EXPECT_TRUE(m_prompts.messages.isEmpty());
+    click("cmdKeep");
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "new text\n");
+    EXPECT_TRUE(leavesNoJournal());
+    endRun();
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(UnsavedChanges, UntouchedStayAtTheEndWithoutAQuestion) {
+    typeAndBreak(u"new "_qs);
+    for (int turn = 0; turn < 3; ++turn) {
+        startRun();
+        ASSERT_EQ(documents().size(), 1);
+        EXPECT_EQ(text(), u"new text\n"_qs);
+        endRun();
+    }
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(UnsavedChanges, UntouchedAreAskedAboutWhenTheirDocumentIsClosed) {
+    typeAndBreak(u"new "_qs);
+    startRun();
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions.size(), 1);
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, KeptAreAskedAboutAtTheEnd) {
+    const QString file = typeAndBreak(u"new "_qs);
+    startRun();
+    click("cmdKeep");
+    m_prompts.answerYes();
+    endRun();
+    EXPECT_EQ(bytesOf(file), "new text\n");
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, DiscardedAreGone) {
+    const QString file = typeAndBreak(u"new "_qs);
+    startRun();
+    click("cmdDiscard");
+    EXPECT_EQ(text(), u"text\n"_qs);
+    EXPECT_FALSE(active()->isChange);
+    EXPECT_TRUE(leavesNoJournal());
+    endRun();
+    EXPECT_EQ(bytesOf(file), "text\n");
+}
+
+TEST_F(UnsavedChanges, OfADocumentWithoutAFileComeBack) {
+    startRun();
+    m_frame->NewDocument();
+    type(u"typed"_qs);
+    breakRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(text(), u"typed"_qs);
+    EXPECT_EQ(active()->filename, QString());
+    click("cmdDiscard");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return documents().isEmpty(); }, 30'000));
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, AreShownByTheDocumentThatTheSessionOpened) {
+    set("LoadLastFiles", "1");
+    const QString file = fileOf("text\n");
+    startRun();
+    open(file);
+    type(u"new "_qs);
+    m_frame->writeKept();
+    breakRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(text(), u"new text\n"_qs);
+    EXPECT_NE(bar(), nullptr);
+}
+
+TEST_F(UnsavedChanges, OfAFileThatWasChangedAreWholeAndSavedAfterAQuestion) {
+    const QString file = typeAndBreak(u"new "_qs);
+    fileOf("somebody else's\n");
+    startRun();
+    EXPECT_EQ(text(), u"new text\n"_qs);
+    m_prompts.answerNo();
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "somebody else's\n");
+    EXPECT_EQ(m_prompts.questions, QStringList(u"'%1' has been changed on disk. Overwrite it ?"_qs.arg(file)));
+    m_prompts.answerYes();
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "new text\n");
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, AreComparedWithTheFileAsItIsNow) {
+    typeAndBreak(u"new "_qs);
+    fileOf("text of today\n");
+    startRun();
+    click("cmdDifferences");
+    auto* form = m_frame->findChild<frmDifferences*>();
+    ASSERT_NE(form, nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([form] { return form->isComplete(); }, 30'000));
+    EXPECT_EQ(form->findChild<QPlainTextEdit*>()->toPlainText(), u"1   - text of today\n  1 + new text"_qs);
+    EXPECT_TRUE(active()->isUntouchedRecovery());
+    form->close();
+}
+
+TEST_F(UnsavedChanges, AreGoneAfterANo) {
+    const QString file = fileOf("text\n");
+    startRun();
+    open(file);
+    type(u"new "_qs);
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_EQ(notice(), QString());
+    open(file);
+    type(u"new "_qs);
+    m_prompts.answerNo();
+    endRun();
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, OfADocumentThatTheYesDidNotSaveComeBack) {
+    const QString file = fileOf("text\n");
+    const QString other = fileOf("other\n", u"b.txt"_qs);
+    startRun();
+    open(file);
+    type(u"new "_qs);
+    frmDocument* changed = active();
+    open(other);
+    m_prompts.answerYes();  // saves the active document, which is the other one
+    house().children.unload(changed);
+    EXPECT_EQ(bytesOf(file), "text\n");
+    EXPECT_EQ(notice(), lossNotice.arg(file));
+    endRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(text(), u"new text\n"_qs);
+    EXPECT_EQ(active()->filename, file);
+}
+
+TEST_F(UnsavedChanges, ThatCouldNotBeSavedAskAgainAndAreGoneAfterANo) {
+    const QString file = fileOf("caf\xe9\n");
+    startRun();
+    open(file);
+    type(u"ж"_qs);
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions.size(), 2);
+    EXPECT_EQ(bytesOf(file), "caf\xe9\n");
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_EQ(notice(), QString());
+}
+
+TEST_F(UnsavedChanges, ThatTheirEncodingCannotHoldComeBack) {
+    const QString file = typeAndBreak(u"ж"_qs, "caf\xe9\n");
+    startRun();
+    EXPECT_EQ(text(), u"жcafé\n"_qs);
+    run("mnuFileSave");
+    EXPECT_EQ(m_prompts.messages.size() + m_prompts.stops.size(), 1);
+    EXPECT_EQ(bytesOf(file), "caf\xe9\n");
+    breakRun();
+    startRun();
+    EXPECT_EQ(text(), u"жcafé\n"_qs);
+}
+
+TEST_F(UnsavedChanges, OfBytesComeBackAndAreCompared) {
+    const QString file = fileOf(QByteArray(100, 'a'));
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    auto* view = active()->findChild<ucHex*>();
+    view->ReplaceBytes(u"62"_qs, 3);
+    breakRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_FALSE(active()->TextEdit());
+    ASSERT_NE(bar(), nullptr);
+    click("cmdDifferences");
+    auto* form = m_frame->findChild<frmDifferences*>();
+    ASSERT_TRUE(QTest::qWaitFor([form] { return form->isComplete(); }, 30'000));
+    EXPECT_EQ(form->findChild<QLabel*>(u"lblSummary"_qs)->text(), u"1 byte differs from the file as it is now."_qs);
+    EXPECT_EQ(form->findChild<QPlainTextEdit*>()->toPlainText(), u"00000002 - 00000002   1 byte"_qs);
+    form->close();
+    click("cmdDiscard");
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_FALSE(active()->isChange);
+    EXPECT_EQ(bytesOf(file), QByteArray(100, 'a'));
+}
