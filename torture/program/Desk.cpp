@@ -12,10 +12,10 @@
 
 namespace {
 
-/// A short run plays each act so often, and then goes on with those of which no kill has hit anything: but not so long
-/// that it would hide that nothing can be hit.
+/// A short run plays each act so often.
 constexpr int QuickTurns = 2;
-constexpr int MostQuickTurns = 8;
+/// Rounds of what no kill has hit yet when the run should end: not so many that they would hide that it cannot be hit.
+constexpr int MostExtraRounds = 40;
 /// Every so many rounds the program is ended as it should be, and nothing may be left.
 constexpr int RoundsToOrder = 25;
 constexpr qsizetype QuickLength = 9'000'000;
@@ -73,11 +73,13 @@ void Desk::run() {
         m_operator.kill();
 }
 
-bool Desk::goesOn() const {
-    if (m_effort.isLong())
-        return !m_effort.isOver();
-    const int turn = int(std::size(Acts)) / m_options.desks;
-    return m_round < QuickTurns * turn || (m_round < MostQuickTurns * turn && missingHit() != nullptr);
+bool Desk::isDue() const {
+    const int turns = QuickTurns * int(std::size(Acts)) / m_options.desks;
+    return m_effort.isLong() ? !m_effort.isOver() : m_round < turns;
+}
+
+bool Desk::goesOn() {
+    return isDue() || (missingHit() != nullptr && m_extraRounds++ < MostExtraRounds);
 }
 
 const Desk::Hit* Desk::missingHit() const {
@@ -130,12 +132,11 @@ void Desk::playRound(bool isLast) {
 
 const Desk::Act& Desk::choose() {
     const std::size_t last = std::size(Acts) - 1;
-    const int turn = m_round * m_options.desks + m_number;
     const Hit* missing = missingHit();
-    if (!m_effort.isLong() && turn >= QuickTurns * int(std::size(Acts)) && missing != nullptr)
+    if (!isDue() && missing != nullptr)
         return *std::ranges::find(Acts, std::string_view(missing->act), &Act::name);
     if (!m_effort.isLong())
-        return Acts[static_cast<std::size_t>(turn) % last];
+        return Acts[static_cast<std::size_t>(m_round * m_options.desks + m_number) % last];
     if (m_round % RoundsToOrder == RoundsToOrder - 1)
         return Acts[last];
     unsigned at = random(std::accumulate(std::begin(Acts), std::end(Acts), 0U,

@@ -52,8 +52,9 @@ class Desk {
     void layOut();
     void playRound(bool isLast);
     const Act& choose();
-    /// Whether this round is played.
-    bool goesOn() const;
+    /// Whether this round belongs to the run; whether it is played.
+    bool isDue() const;
+    bool goesOn();
     void breakOff(const QByteArray& what);
     void note(const QByteArray& what);
 
@@ -114,6 +115,7 @@ class Desk {
     QByteArray m_folder;
     int m_layouts = 0;
     int m_round = 0;
+    int m_extraRounds = 0;
     Manuscript::Clock::time_point m_roundBegin;
     const char* m_act = "";           ///< that was played last
     std::vector<QByteArray> m_story;  ///< of the last two rounds
