@@ -1,9 +1,10 @@
 #include "WatchedScreen.h"
 
+#include "Keyboard.h"
+
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XShm.h>
-#include <X11/extensions/XTest.h>
 #include <X11/extensions/Xdamage.h>
 #include <poll.h>
 #include <sys/ipc.h>
@@ -183,16 +184,7 @@ bool WatchedScreen::hasFocusedWindow() const {
 }
 
 void WatchedScreen::press(const std::string& key, bool control) {
-    Display* display = m_parts->display;
-    const KeyCode held = XKeysymToKeycode(display, XStringToKeysym("Control_L"));
-    const KeyCode code = XKeysymToKeycode(display, XStringToKeysym(key.c_str()));
-    if (control)
-        XTestFakeKeyEvent(display, held, True, CurrentTime);
-    XTestFakeKeyEvent(display, code, True, CurrentTime);
-    XTestFakeKeyEvent(display, code, False, CurrentTime);
-    if (control)
-        XTestFakeKeyEvent(display, held, False, CurrentTime);
-    XFlush(display);
+    Keyboard(m_parts->display).press(control ? "ctrl+" + key : key);
 }
 
 bool WatchedScreen::write(const Picture& picture, const std::string& path) const {

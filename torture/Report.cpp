@@ -9,7 +9,19 @@ constexpr int MostOfAScene = 5;
 
 }  // namespace
 
+void Report::count(const char* kind, qint64 number) {
+    const std::lock_guard lock(m_mutex);
+    m_counts[kind] += number;
+}
+
+qint64 Report::number(const char* kind) const {
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_counts.find(kind);
+    return found == m_counts.end() ? 0 : found->second;
+}
+
 void Report::fault(const QByteArray& scene, const QByteArray& what) {
+    const std::lock_guard lock(m_mutex);
     ++m_faults;
     if (++m_ofScene[scene] <= MostOfAScene)
         std::printf("FAULT %s: %s\n", scene.constData(), what.constData());

@@ -1,5 +1,6 @@
-// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, kills,
-// and many instances that write at once. Every promise that is broken is printed, and the exit status is then 1.
+// Tortures saves and journals: faults of every system call, power cuts as a weak file system could leave them, and
+// kills; many instances that write at once; and the built program, which is killed while somebody works with it. Every
+// promise that is broken is printed, and the exit status is then 1.
 
 #include "Contents.h"
 #include "Effort.h"
@@ -11,17 +12,21 @@
 #include "Report.h"
 #include "Scene.h"
 #include "SettingsRun.h"
+#include "program/ProgramOptions.h"
+#include "program/ProgramRun.h"
 
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
+#include <optional>
 #include <random>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace {
@@ -30,25 +35,80 @@ using Clock = Effort::Clock;
 
 constexpr const char* Usage = R"(Usage: quillmark-torture [OPTION]... [PART]...
 
-PART is faults, power, kills, journals or instances; all without one.
+PART is faults, power, kills, journals, instances or program; all without one.
 
-  --minutes N   try for so long (default 10)
-  --quick       a fixed part of all trials, some seconds
-  --seed N      another choice of trials
-  --folder DIR  where the files are (default: a new folder in /dev/shm)
+  --minutes N    try for so long (default 10)
+  --quick        a fixed part of all trials, some seconds
+  --seed N       the choice of trials; a long run without it makes another one each time
+  --folder DIR   where the files are (default: a new folder in /dev/shm)
+
+The part program starts the built program on virtual displays and presses its keys:
+
+  --program FILE the program (default: that of the same build)
+  --desks N      on so many displays at the same time (default 2)
+  --files-only   judge what is in the files, and not what comes back of unsaved texts
+  --keep         leave the folders in which promises were broken
 )";
-
-constexpr std::string_view Parts[] = {"faults", "power", "kills", "journals", "instances"};
 
 /// In a short run one trial of so many is made.
 constexpr int QuickPart = 12;
+/// A short run is a test: it runs on slow machines too, and makes fewer kills, for which it can wait.
+constexpr int QuickPatience = 120'000;
+constexpr std::chrono::milliseconds QuickDelay{3'000};
 
 struct Options {
     int minutes = 10;
     bool isQuick = false;
-    unsigned seed = 1;
+    std::optional<unsigned> seed;
     std::string folder;
+    ProgramOptions program;
     std::vector<std::string> parts;
+};
+
+/// A switch, or an option with a value.
+struct Word {
+    const char* name;
+    bool hasValue;
+    void (*set)(Options& options, const std::string& value);
+};
+constexpr Word Words[] = {
+    {"--minutes", true, [](Options& options, const std::string& value) { options.minutes = std::atoi(value.c_str()); }},
+    {"--quick", false, [](Options& options, const std::string&) { options.isQuick = true; }},
+    {"--seed", true,
+     [](Options& options, const std::string& value) {
+         options.seed = static_cast<unsigned>(std::atoll(value.c_str()));
+     }},
+    {"--folder", true, [](Options& options, const std::string& value) { options.folder = value; }},
+    {"--program", true, [](Options& options, const std::string& value) { options.program.program = value; }},
+    {"--desks", true,
+     [](Options& options, const std::string& value) { options.program.desks = std::max(1, std::atoi(value.c_str())); }},
+    {"--files-only", false, [](Options& options, const std::string&) { options.program.judgesTexts = false; }},
+    {"--keep", false, [](Options& options, const std::string&) { options.program.keepsFolders = true; }},
+};
+
+/// The store first: it has few calls.
+void runFaults(const QByteArray& root, Effort& effort, Report& report) {
+    SettingsRun(root, effort, report).run();
+    FaultRun(root, effort, report).run();
+}
+
+struct Part {
+    const char* name;
+    void (*run)(const QByteArray& root, const Options& options, Effort& effort, Report& report);
+};
+constexpr Part PartTable[] = {
+    {"faults",
+     [](const QByteArray& root, const Options&, Effort& effort, Report& report) { runFaults(root, effort, report); }},
+    {"power", [](const QByteArray& root, const Options&, Effort& effort,
+                 Report& report) { PowerRun(root, effort, report).run(); }},
+    {"kills", [](const QByteArray& root, const Options&, Effort& effort,
+                 Report& report) { KillRun(root, effort, report).run(); }},
+    {"journals", [](const QByteArray& root, const Options&, Effort& effort,
+                    Report& report) { JournalRun(root, effort, report).run(); }},
+    {"instances", [](const QByteArray& root, const Options&, Effort& effort,
+                     Report& report) { InstancesRun(root, effort, report).run(); }},
+    {"program", [](const QByteArray& root, const Options& options, Effort& effort,
+                   Report& report) { ProgramRun(root, options.program, effort, report).run(); }},
 };
 
 void listScenes() {
@@ -57,31 +117,45 @@ void listScenes() {
         std::printf("  %s\n", scene.name);
 }
 
+[[noreturn]] void showUsage(bool isWanted) {
+    std::fputs(Usage, isWanted ? stdout : stderr);
+    if (isWanted)
+        listScenes();
+    std::exit(isWanted ? 0 : 2);
+}
+
+/// Whether it is one, which then is taken with its value.
+bool takeOption(Options& options, const std::vector<std::string>& arguments, std::size_t& i) {
+    const auto* word = std::ranges::find_if(Words, [&](const Word& each) { return arguments[i] == each.name; });
+    if (word == std::end(Words) || (word->hasValue && i + 1 == arguments.size()))
+        return false;
+    word->set(options, word->hasValue ? arguments[++i] : std::string());
+    return true;
+}
+
 /// Ends the program when the arguments are not understood.
 Options parse(const std::vector<std::string>& arguments) {
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& word = arguments[i];
-        const bool hasValue = i + 1 < arguments.size();
-        if (word == "--quick") {
-            options.isQuick = true;
-        } else if (word == "--minutes" && hasValue) {
-            options.minutes = std::atoi(arguments[++i].c_str());
-        } else if (word == "--seed" && hasValue) {
-            options.seed = static_cast<unsigned>(std::atoi(arguments[++i].c_str()));
-        } else if (word == "--folder" && hasValue) {
-            options.folder = arguments[++i];
-        } else if (std::find(std::begin(Parts), std::end(Parts), word) != std::end(Parts)) {
-            options.parts.push_back(word);
-        } else {
-            std::fputs(Usage, word == "--help" ? stdout : stderr);
-            if (word == "--help")
-                listScenes();
-            std::exit(word == "--help" ? 0 : 2);
-        }
+        if (takeOption(options, arguments, i))
+            continue;
+        if (std::ranges::none_of(PartTable, [&](const Part& part) { return arguments[i] == part.name; }))
+            showUsage(arguments[i] == "--help");
+        options.parts.push_back(arguments[i]);
+    }
+    if (options.program.program.empty()) {
+        const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe");
+        options.program.program = own.parent_path().parent_path() / "bin/quillmark";
     }
     if (options.parts.empty())
-        options.parts.assign(std::begin(Parts), std::end(Parts));
+        std::ranges::transform(PartTable, std::back_inserter(options.parts), &Part::name);
+    if (options.isQuick) {
+        options.program.patience = QuickPatience;
+        options.program.afterPause += QuickDelay;
+        options.program.whileTyping += QuickDelay;
+    } else if (!options.seed) {
+        options.seed = std::random_device()();
+    }
     return options;
 }
 
@@ -93,25 +167,6 @@ QByteArray makeRoot(const std::string& folder) {
     return QByteArray::fromStdString(std::filesystem::canonical(pattern).string());
 }
 
-/// The store first: it has few calls.
-void runFaults(const QByteArray& root, Effort& effort, Report& report) {
-    SettingsRun(root, effort, report).run();
-    FaultRun(root, effort, report).run();
-}
-
-void runPart(const std::string& part, const QByteArray& root, Effort& effort, Report& report) {
-    if (part == "faults")
-        runFaults(root, effort, report);
-    else if (part == "power")
-        PowerRun(root, effort, report).run();
-    else if (part == "instances")
-        InstancesRun(root, effort, report).run();
-    else if (part == "journals")
-        JournalRun(root, effort, report).run();
-    else
-        KillRun(root, effort, report).run();
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -119,12 +174,17 @@ int main(int argc, char** argv) {
     const Options options = parse(arguments);
     const QByteArray root = makeRoot(options.folder);
     Report report;
-    Effort effort(options.isQuick ? QuickPart : 1, !options.isQuick, options.seed);
+    const unsigned seed = options.seed.value_or(1);
+    std::printf("seed %u\n", seed);
+    std::fflush(stdout);
+    Effort effort(options.isQuick ? QuickPart : 1, !options.isQuick, seed);
     const Clock::time_point begin = Clock::now();
     const auto whole = std::chrono::minutes(options.minutes);
     for (std::size_t i = 0; i < options.parts.size(); ++i) {
         effort.setEnd(begin + whole * static_cast<int>(i + 1) / static_cast<int>(options.parts.size()));
-        runPart(options.parts[i], root, effort, report);
+        const auto* part =
+            std::ranges::find_if(PartTable, [&](const Part& each) { return options.parts[i] == each.name; });
+        part->run(root, options, effort, report);
     }
     std::error_code error;
     std::filesystem::remove_all(root.constData(), error);

@@ -1,0 +1,307 @@
+// What is done at a desk before the program is killed.
+
+#include "Contents.h"
+#include "SceneFiles.h"
+#include "program/Desk.h"
+#include "program/FolderWatch.h"
+
+#include <unistd.h>
+
+#include <chrono>
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr unsigned MillisecondUs = 1'000;
+/// How long after a key that demands a save the program is killed, when nothing else says so.
+constexpr unsigned LongestSaveUs = 200 * MillisecondUs;
+/// How long after a save has begun at most, and for each kilobyte of the file.
+constexpr unsigned LongestHitUs = 300;
+constexpr unsigned HitUsPerKilobyte = 2;
+constexpr unsigned LongestReplaceUs = 40 * MillisecondUs;
+constexpr unsigned MostGapsMs[] = {6, 30, 90};
+/// A key that is so young is typing.
+constexpr auto Young = 60ms;
+constexpr int ManyKeys = 150;
+constexpr int ReplaceEntry = 7;
+
+}  // namespace
+
+// Hands
+
+Manuscript& Desk::show(std::size_t opened) {
+    Manuscript& text = *m_opened[opened];
+    const bool isShown =
+        m_operator.activate([&](const QByteArray& name) { return name == text.path(); }, int(m_opened.size()) + 2);
+    if (!isShown)
+        throw Broken{text.path().mid(files().size() + 1) + " is not open"};
+    m_operator.press(text.keyOfPlace());
+    m_operator.settle();
+    note("show " + text.path().mid(files().size() + 1));
+    return text;
+}
+
+void Desk::type(Manuscript& text, int keys, unsigned mostGapMs) {
+    for (int i = 0; i < keys; ++i) {
+        m_operator.press(text.nextKey(m_random));
+        text.pressed();
+        pause(mostGapMs * MillisecondUs);
+    }
+    note(QByteArray::number(keys) + " keys");
+}
+
+void Desk::finishByte(Manuscript& text) {
+    while (!text.isWhole()) {
+        m_operator.press(text.nextKey(m_random));
+        text.pressed();
+    }
+}
+
+void Desk::pause(unsigned mostUs) {
+    ::usleep(random(mostUs + 1));
+}
+
+/// Short pauses are more frequent than long ones, since nobody knows how fast the disk is.
+void Desk::pauseInSave(const Manuscript& text) {
+    pause(random(1 + LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte));
+}
+
+Desk::Moment Desk::chooseMoment() {
+    static constexpr Moment Moments[] = {Moment::AtRandom, Moment::InTheMiddle, Moment::InTheMiddle, Moment::WhenDone};
+    static constexpr const char* Names[] = {"at random", "in the middle", "when done"};
+    const Moment moment = Moments[random(unsigned(std::size(Moments)))];
+    note(QByteArray("a kill ") + Names[static_cast<std::size_t>(moment)]);
+    return moment;
+}
+
+void Desk::kill(const char* what) {
+    m_killed = Manuscript::Clock::now();
+    note("kill");
+    if (!m_operator.kill())
+        throw Broken{"the program ended by itself"};
+    m_report.count("kills of the program");
+    m_report.count(what);
+    m_hasHitReplacement = m_wasReplacing && isSaveUnderWay();
+    if (!m_wasReplacing && isSaveUnderWay())
+        m_report.count("kills that hit a save");
+    for (const Manuscript* each : m_opened) {
+        if (each->wasTyped() && m_killed - each->lastKey() < Young)
+            m_report.count("kills that hit typing");
+    }
+}
+
+// Typing
+
+void Desk::typeAndStop() {
+    Manuscript& text = show(random(unsigned(m_opened.size())));
+    const unsigned gap = MostGapsMs[random(unsigned(std::size(MostGapsMs)))];
+    type(text, 1 + int(random(ManyKeys)), gap);
+    if (random(4) == 0) {
+        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause).count()));
+        type(text, 1 + int(random(ManyKeys)), gap);
+    }
+    kill("kills after typing");
+}
+
+void Desk::typeAndPause() {
+    Manuscript& text = show(0);
+    type(text, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
+    ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+    pause(1'000 * MillisecondUs);
+    kill("kills after a pause");
+}
+
+void Desk::typeUntitled() {
+    m_operator.press("ctrl+n");
+    if (!m_operator.waitUntil([this] { return !m_operator.activeDocument().contains('/'); }))
+        throw Broken{"no new document"};
+    m_operator.settle();
+    m_untitled = std::make_unique<Manuscript>();
+    type(*m_untitled, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
+    if (random(2) == 0)
+        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+    kill("kills with a text without a file");
+}
+
+// Saving
+
+void Desk::save() {
+    saveText(show(random(2) == 0 ? 0 : random(unsigned(m_opened.size()))));
+    kill("kills after a demand to save");
+}
+
+/// The other one is changed and stays so.
+void Desk::saveOfTwo() {
+    if (m_opened.size() > 1)
+        type(show(1), 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
+    saveText(show(0));
+    kill("kills after a demand to save one of two");
+}
+
+/// Returns at the moment of the kill.
+void Desk::saveText(Manuscript& text) {
+    type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
+    finishByte(text);
+    const Moment moment = chooseMoment();
+    if (moment != Moment::InTheMiddle)
+        m_operator.settle();
+    const FolderWatch watch(saves());
+    m_operator.press("ctrl+s");
+    text.saveBegan();
+    if (moment == Moment::AtRandom) {
+        pause(LongestSaveUs);
+    } else if (moment == Moment::InTheMiddle) {
+        watch.wait(m_options.patience);
+        pauseInSave(text);
+    } else {
+        if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
+            throw Broken{"the save does not come to an end"};
+        text.saveEnded();
+        if (random(2) == 0)
+            type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
+    }
+}
+
+void Desk::saveAs() {
+    Manuscript& text = show(0);
+    type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
+    finishByte(text);
+    m_operator.settle();
+    m_copy = files() + "/" + copyName(random(CopyNames));
+    m_copyBefore = bytesOf(m_copy);
+    m_copyAfter = text.bytesNow();
+    m_operator.press("alt+f");
+    m_operator.press("a");
+    m_operator.waitForWindow("Save As");
+    m_operator.press("ctrl+a");
+    m_operator.type(m_copy);
+    const FolderWatch watch(files());
+    const Moment moment = chooseMoment();
+    m_operator.press("Return");
+    m_copied = &text;
+    m_wasCopyDone = false;
+    if (m_copyBefore) {
+        m_operator.waitForWindow(Operator::boxTitle());
+        m_operator.press("alt+y");
+    }
+    if (moment == Moment::AtRandom) {
+        pause(LongestSaveUs);
+    } else if (moment == Moment::InTheMiddle) {
+        watch.wait(m_options.patience);
+        pauseInSave(text);
+    } else {
+        m_operator.waitForWindow(Operator::frameTitle(m_copy));
+        m_wasCopyDone = true;
+    }
+    kill("kills after Save As");
+}
+
+void Desk::replaceInFiles() {
+    // The menu of a hex document has other entries.
+    const auto isText = [](const QByteArray& name) { return !name.endsWith(".bin"); };
+    if (!m_operator.activate(isText, int(m_opened.size()) + 2)) {
+        m_operator.press("ctrl+n");
+        m_operator.waitUntil([&] { return isText(m_operator.activeDocument()); });
+        m_operator.settle();
+    }
+    for (const char* key : {"alt+f", "Right", "Right"})
+        m_operator.press(key);
+    for (int i = 0; i < ReplaceEntry; ++i)
+        m_operator.press("Down");
+    m_operator.press("Return");
+    m_operator.waitForWindow("Replace in Files");
+    m_operator.press("ctrl+a");
+    m_operator.type(m_replaced->oldWord());
+    for (const auto& [key, text] : {std::pair<const char*, QByteArray>{"alt+r", m_replaced->newWord()},
+                                    {"alt+d", m_replaced->folder()},
+                                    {"alt+e", "*"}}) {
+        m_operator.press(key);
+        m_operator.press("ctrl+a");
+        m_operator.type(text);
+    }
+    m_operator.settle();
+    const FolderWatch watch(saves());
+    const Moment moment = chooseMoment();
+    m_wasReplacing = true;
+    m_wasReplaceDone = moment == Moment::WhenDone;
+    m_operator.press("Return");
+    if (moment == Moment::AtRandom) {
+        pause(LongestSaveUs);
+    } else {
+        watch.wait(m_options.patience);
+        if (moment == Moment::InTheMiddle)
+            pause(random(1 + LongestReplaceUs));
+        else
+            m_operator.settle();
+    }
+    kill("kills after a demand to replace");
+}
+
+// Closing
+
+/// Types, and leaves the question whether to save.
+Manuscript& Desk::close() {
+    Manuscript& text = show(0);
+    type(text, 2 + int(random(ManyKeys / 8)), MostGapsMs[0]);
+    finishByte(text);
+    m_operator.press("alt+F4");
+    m_operator.waitForWindow(Operator::boxTitle());
+    return text;
+}
+
+void Desk::closeWithYes() {
+    Manuscript& text = close();
+    const FolderWatch watch(saves());
+    const Moment moment = chooseMoment();
+    m_operator.press("alt+y");
+    text.saveBegan();
+    if (moment == Moment::WhenDone) {
+        endClosing();
+        text.saveEnded();
+        return;
+    }
+    if (moment == Moment::InTheMiddle) {
+        watch.wait(m_options.patience);
+        pauseInSave(text);
+    } else {
+        pause(LongestSaveUs);
+    }
+    killClosing();
+}
+
+void Desk::closeWithNo() {
+    Manuscript& text = close();
+    const Moment moment = chooseMoment();
+    m_operator.press("alt+n");
+    if (moment == Moment::WhenDone)
+        endClosing();
+    else
+        pause(moment == Moment::InTheMiddle ? LongestSaveUs / 4 : LongestSaveUs);
+    text.givenUp(moment == Moment::WhenDone);
+    if (moment != Moment::WhenDone)
+        killClosing();
+}
+
+/// The program may have ended already.
+void Desk::killClosing() {
+    if (m_operator.isRunning())
+        kill("kills while closing");
+    else
+        endClosing();
+}
+
+void Desk::endClosing() {
+    m_operator.waitForEnd();
+    m_killed = Manuscript::Clock::now();
+    m_report.count("ends by a question");
+}
+
+/// A byte view clears away the working copies of killed programs.
+void Desk::endInOrder() {
+    m_operator.press("alt+F4");
+    m_operator.waitForEnd();
+    m_killed = Manuscript::Clock::now();
+    judgeLeftovers();
+    m_report.count("ends in order");
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArray>
+
+/// Waits for changes of the files in a folder.
+class FolderWatch {
+ public:
+    explicit FolderWatch(const QByteArray& folder);
+    ~FolderWatch();
+    FolderWatch(const FolderWatch&) = delete;
+    FolderWatch& operator=(const FolderWatch&) = delete;
+
+    /// True: a file was made, written, renamed or removed since this object was made.
+    bool wait(int milliseconds) const;
+
+ private:
+    int m_handle;
+};

@@ -1,0 +1,226 @@
+#include "program/Manuscript.h"
+
+#include "Contents.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+constexpr mode_t LinkedMode = 0640;
+constexpr qsizetype LineLength = 64;
+/// The bytes at the beginning of a binary file in which is typed.
+constexpr qsizetype MostBytes = 64;
+/// A key of so many is a Backspace; of so many, a Return.
+constexpr unsigned OneBackspaceOf = 12;
+constexpr unsigned OneReturnOf = 40;
+constexpr std::string_view Digits = "0123456789abcdef";
+constexpr std::string_view Letters = "abcdefghijklmnopqrstuvwxyz ";
+
+QByteArray linkOf(const QByteArray& path) {
+    return path + ".link";
+}
+
+/// Lines of hexadecimal digits.
+QByteArray lines(qsizetype length, quint64 seed) {
+    QByteArray text = noise((length + 1) / 2, seed).toHex().left(length);
+    for (qsizetype at = LineLength; at < length; at += LineLength)
+        text[at] = '\n';
+    return text;
+}
+
+}  // namespace
+
+Manuscript::Manuscript(QByteArray path, const Shape& shape, quint64 seed)
+    : m_path(std::move(path)), m_kind(shape.kind), m_isTypedAtEnd(shape.isTypedAtEnd) {
+    if (m_kind == Kind::Bytes) {
+        const QByteArray bytes = QByteArray("\0\1\2\3", 4) + noise(shape.length - 4, seed);
+        m_states.front().middle = bytes.left(MostBytes);
+        m_tail = bytes.mid(MostBytes);
+    } else {
+        m_head = m_kind == Kind::MarkedText ? "\xef\xbb\xbf" : "";
+        (m_isTypedAtEnd ? m_head : m_tail) += lines(shape.length, seed);
+    }
+    putBytes(m_path, bytesNow());
+    if (shape.hasLink) {
+        const bool isLinked = ::link(m_path.constData(), linkOf(m_path).constData()) == 0;
+        mustWork(isLinked && ::chmod(m_path.constData(), LinkedMode) == 0, "cannot link " + m_path);
+    }
+    mustWork(::stat(m_path.constData(), &m_status) == 0, "cannot look at " + m_path);
+}
+
+std::string Manuscript::keyOfPlace() const {
+    return m_isTypedAtEnd ? "ctrl+End" : "ctrl+Home";
+}
+
+std::string Manuscript::nextKey(std::mt19937& random) {
+    std::string key;
+    m_next.clear();
+    if (m_kind == Kind::Bytes)
+        typeByte(random, key);
+    else
+        typeLetter(random, key);
+    return key;
+}
+
+/// Two digits and an arrow for each byte. Whether the first digit alone is a change, and which, is left open.
+void Manuscript::typeByte(std::mt19937& random, std::string& key) {
+    const QByteArray& middle = m_states.back().middle;
+    if (m_phase == 2) {
+        key = "Right";
+        m_phase = 0;
+        ++m_place;
+        return;
+    }
+    const auto digit = static_cast<char>(random() % Digits.size());
+    key = Digits[static_cast<std::size_t>(digit)];
+    if (m_phase == 0) {
+        if (m_place == std::min(middle.size(), MostBytes))
+            m_place = 0;
+        m_digit = digit;
+        const auto low = static_cast<char>(middle.at(m_place) & 0x0F);
+        for (const char half : {static_cast<char>(m_digit << 4 | low), m_digit, middle.at(m_place)}) {
+            m_next.push_back(middle);
+            m_next.back()[m_place] = half;
+        }
+        m_phase = 1;
+    } else {
+        m_next.push_back(middle);
+        m_next.back()[m_place] = static_cast<char>(m_digit << 4 | digit);
+        m_phase = 2;
+    }
+}
+
+void Manuscript::typeLetter(std::mt19937& random, std::string& key) {
+    QByteArray middle = m_states.back().middle;
+    const qsizetype place = m_isTypedAtEnd ? middle.size() : m_place;
+    // A line that began with a blank would indent the next one.
+    const char before = place > 0 ? middle.at(place - 1) : '\n';
+    const bool isLineBegin = before == '\n' || (m_typed == 0 && !m_isTypedAtEnd);
+    const bool mayBreak = m_typed > 0 && length() > LineLength;
+    if (m_typed > 1 && random() % OneBackspaceOf == 0) {
+        key = "BackSpace";
+        middle.remove(place - 1, 1);
+        --m_typed;
+        --m_place;
+    } else {
+        const char letter = Letters[random() % (Letters.size() - (isLineBegin ? 1 : 0))];
+        const bool breaks = mayBreak && random() % OneReturnOf == 0;
+        key = breaks ? "Return" : letter == ' ' ? "space" : std::string(1, letter);
+        middle.insert(place, breaks ? '\n' : letter);
+        ++m_typed;
+        ++m_place;
+    }
+    m_next.push_back(middle);
+}
+
+void Manuscript::pressed() {
+    const Clock::time_point now = Clock::now();
+    for (QByteArray& middle : m_next)
+        m_states.push_back({now, std::move(middle)});
+    m_next.clear();
+}
+
+void Manuscript::saveBegan() {
+    m_saves.push_back(qsizetype(m_states.size()) - 1);
+}
+
+bool Manuscript::isInFile() const {
+    struct stat status {};
+    const QByteArray& middle = m_states.back().middle;
+    if (::stat(m_path.constData(), &status) != 0 || status.st_size != length() + middle.size())
+        return false;
+    const std::optional<QByteArray> bytes = ::bytesOf(m_path);
+    return bytes && holds(*bytes, middle);
+}
+
+void Manuscript::saveEnded() {
+    m_inFile = m_saves.back();
+    m_saves.clear();
+}
+
+void Manuscript::givenUp(bool isCertain) {
+    if (isCertain)
+        forget();
+    m_isGivenUp = true;
+}
+
+QByteArray Manuscript::bytesOf(const QByteArray& middle) const {
+    return m_head + middle + m_tail;
+}
+
+bool Manuscript::holds(const QByteArray& bytes, const QByteArray& middle) const {
+    return bytes.size() == m_head.size() + middle.size() + m_tail.size() && bytes.startsWith(m_head) &&
+           QByteArrayView(bytes).sliced(m_head.size(), middle.size()) == middle && bytes.endsWith(m_tail);
+}
+
+std::optional<QByteArray> Manuscript::problemOfFile() {
+    struct stat status {};
+    if (::lstat(m_path.constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return "is gone";
+    if (status.st_ino != m_status.st_ino || status.st_mode != m_status.st_mode || status.st_nlink != m_status.st_nlink)
+        return "has another inode, mode or number of links";
+    const std::optional<QByteArray> bytes = ::bytesOf(m_path);
+    if (!bytes)
+        return "cannot be read";
+    m_saves.push_back(m_inFile);
+    const auto held = std::ranges::find_if(m_saves.rbegin(), m_saves.rend(), [&](qsizetype state) {
+        return holds(*bytes, m_states[static_cast<std::size_t>(state)].middle);
+    });
+    if (held == m_saves.rend())
+        return "has neither the old nor the new bytes, but " + QByteArray::number(bytes->size()) + " others";
+    m_inFile = *held;
+    m_saves.clear();
+    return {};
+}
+
+/// The time of the last key that must not be lost.
+Manuscript::Clock::time_point Manuscript::lastKept(const Kill& kill) const {
+    Clock::time_point kept = Clock::time_point::min();
+    for (std::size_t i = 1; i < m_states.size(); ++i) {
+        const Clock::time_point when = m_states[i].when;
+        const Clock::time_point next = i + 1 < m_states.size() ? m_states[i + 1].when : kill.when;
+        if (when <= kill.when - kill.whileTyping || (next != when && when <= next - kill.afterPause))
+            kept = when;
+    }
+    return kept;
+}
+
+Manuscript::Match Manuscript::match(const QByteArray& bytes, const Kill& kill) {
+    qsizetype fitting = qsizetype(m_states.size()) - 1;
+    while (fitting >= 0 && !holds(bytes, m_states[static_cast<std::size_t>(fitting)].middle))
+        --fitting;
+    if (fitting < 0)
+        return Match::None;
+    // All states that a key made possible are as good.
+    const Clock::time_point when = m_states[static_cast<std::size_t>(fitting)].when;
+    const auto next = std::ranges::find_if(m_states, [when](const State& state) { return state.when > when; });
+    const bool isLate = next != m_states.end() && next->when <= lastKept(kill) && !m_isGivenUp;
+    const bool isFitting = fitting >= m_inFile && !isLate;
+    m_lostKeys = m_states.end() - next;
+    rest(fitting);
+    return isFitting ? Match::Fits : Match::Early;
+}
+
+void Manuscript::forget() {
+    rest(m_inFile);
+}
+
+/// The state is the only one, which the file holds, or is about to hold.
+void Manuscript::rest(qsizetype state) {
+    m_states = {{Clock::time_point::min(), m_states[static_cast<std::size_t>(state)].middle}};
+    m_saves.clear();
+    m_inFile = 0;
+    m_typed = 0;
+    m_place = 0;
+    m_phase = 0;
+    m_isGivenUp = false;
+}
+
+void Manuscript::remove() const {
+    ::unlink(m_path.constData());
+    ::unlink(linkOf(m_path).constData());
+}

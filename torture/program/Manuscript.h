@@ -1,0 +1,109 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <sys/stat.h>
+
+#include <chrono>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+/// One file that the program edits, or a document without one, and what is known of it from outside: which keys were
+/// pressed when, which of the texts that came of them were saved, and which ones the file may therefore hold. Only a
+/// short part of the text changes, the middle; the states of the text are states of the middle.
+class Manuscript {
+ public:
+    using Clock = std::chrono::steady_clock;
+
+    enum class Kind { Text, MarkedText, Bytes };
+    /// What the file is like at first.
+    struct Shape {
+        const char* name;
+        qsizetype length;  ///< bytes
+        Kind kind;
+        bool isTypedAtEnd;
+        bool hasLink;  ///< a second hard link, and a mode of its own
+    };
+    enum class Match { None, Early, Fits };
+    /// When the program was killed, and how old a key may have been that is lost: while keys followed each other, and
+    /// before a pause.
+    struct Kill {
+        Clock::time_point when;
+        Clock::duration whileTyping;
+        Clock::duration afterPause;
+    };
+
+    /// A document without a file.
+    Manuscript() = default;
+    /// Makes the file.
+    Manuscript(QByteArray path, const Shape& shape, quint64 seed);
+
+    const QByteArray& path() const { return m_path; }
+    qsizetype length() const { return m_head.size() + m_tail.size(); }
+    /// Where the file is to be from now on: a document without one is saved.
+    void setPath(const QByteArray& path) { m_path = path; }
+
+    /// The key that brings the caret to where it types.
+    std::string keyOfPlace() const;
+    /// The next key of somebody who types; press it, and call pressed().
+    std::string nextKey(std::mt19937& random);
+    void pressed();
+    /// No byte is half typed.
+    bool isWhole() const { return m_phase != 1; }
+    bool wasTyped() const { return m_states.size() > 1; }
+    Clock::time_point lastKey() const { return m_states.back().when; }
+
+    /// A save of the text as it is now was demanded; from now on the file holds the old or the new one.
+    void saveBegan();
+    /// The save that was demanded last is done.
+    void saveEnded();
+    /// Whether the file holds the text as it is now.
+    bool isInFile() const;
+    /// What is in the file is all that counts from now on: the answer to a question was No. It need not have arrived.
+    void givenUp(bool isCertain);
+
+    /// Whether the file is one of those that it may be, and remembers which; nothing: it is, otherwise what is wrong.
+    std::optional<QByteArray> problemOfFile();
+    /// Whether the bytes are those of a state since the last judgement that could be what is left after a kill: not
+    /// older than what the file held, nor than what had to be in the journal. What fits is the state from now on.
+    Match match(const QByteArray& bytes, const Kill& kill);
+    /// How many keys were lost in the last match().
+    qsizetype lostKeys() const { return m_lostKeys; }
+    /// The text as it is in the file is the only state from now on.
+    void forget();
+    QByteArray bytesNow() const { return bytesOf(m_states.back().middle); }
+    /// Removes the file with its link.
+    void remove() const;
+
+ private:
+    struct State {
+        Clock::time_point when;
+        QByteArray middle;
+    };
+
+    Clock::time_point lastKept(const Kill& kill) const;
+    QByteArray bytesOf(const QByteArray& middle) const;
+    bool holds(const QByteArray& bytes, const QByteArray& middle) const;
+    void rest(qsizetype state);
+    void typeByte(std::mt19937& random, std::string& key);
+    void typeLetter(std::mt19937& random, std::string& key);
+
+    QByteArray m_path;
+    Kind m_kind = Kind::Text;
+    bool m_isTypedAtEnd = false;
+    QByteArray m_head;
+    QByteArray m_tail;
+    struct stat m_status {};
+    std::vector<State> m_states{{Clock::time_point::min(), {}}};
+    std::vector<qsizetype> m_saves;  ///< states that the file may hold beside the one that it held at last
+    qsizetype m_inFile = 0;          ///< the state that the file held at last
+    qsizetype m_typed = 0;           ///< letters since the last judgement, which a Backspace may delete
+    qsizetype m_place = 0;           ///< of the caret in the middle
+    int m_phase = 0;                 ///< 1: the first digit of a byte was typed, 2: both
+    char m_digit = 0;
+    bool m_isGivenUp = false;
+    std::vector<QByteArray> m_next;  ///< the middles that the key makes possible
+    qsizetype m_lostKeys = 0;
+};

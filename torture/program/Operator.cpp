@@ -1,0 +1,108 @@
+#include "program/Operator.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int StepMs = 4;
+constexpr int PictureMs = 5'000;
+/// The frame shows the next document soon after the key; waiting longer only finds out that it does not.
+constexpr int SwitchMs = 1'000;
+constexpr const char* FrameBegin = "Quillmark - [";
+
+bool isFrame(const std::string& title) {
+    return title.starts_with(FrameBegin);
+}
+
+}  // namespace
+
+void Operator::start(const QByteArray& home, const std::vector<QByteArray>& files) {
+    const std::string folder = home.toStdString();
+    std::vector<std::string> words{m_program};
+    for (const QByteArray& file : files)
+        words.push_back(file.toStdString());
+    std::vector<std::string> environment{"DISPLAY=" + m_desktop.name(),
+                                         "HOME=" + folder,
+                                         "TMPDIR=" + folder + "/tmp",
+                                         "XDG_RUNTIME_DIR=" + folder + "/run",
+                                         "XDG_CONFIG_HOME=" + folder + "/config",
+                                         "XDG_DATA_HOME=" + folder + "/data",
+                                         "XDG_STATE_HOME=" + folder + "/state",
+                                         "QT_QPA_PLATFORM=xcb",
+                                         "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
+    m_running = std::make_unique<RunningProgram>(std::move(words), std::move(environment), folder + "/errors");
+    const auto isThere = [&] {
+        const std::vector<std::string> titles = m_desktop.titles();
+        return std::ranges::any_of(titles, isFrame) || titles.size() > 1;
+    };
+    if (!waitUntil(isThere))
+        throw Broken{"the program does not start"};
+    settle();
+    expectNoBox();
+}
+
+void Operator::expectNoBox() const {
+    for (const std::string& title : m_desktop.titles()) {
+        if (!isFrame(title))
+            throw Broken{"a window \"" + QByteArray::fromStdString(title) + "\""};
+    }
+}
+
+void Operator::takePicture(const std::string& file) const {
+    RunningProgram picture({"/usr/bin/import", "-silent", "-window", "root", file}, {"DISPLAY=" + m_desktop.name()},
+                           "/dev/null");
+    for (int passed = 0; passed < PictureMs && !picture.hasEnded(); passed += StepMs)
+        ::usleep(StepMs * 1000);
+}
+
+void Operator::waitForEnd() {
+    if (!waitUntil([this] { return m_running->hasEnded(); }))
+        throw Broken{"the program does not end"};
+    if (!m_running->hasEndedWell())
+        throw Broken{"the program ended with a fault"};
+}
+
+int Operator::count(const std::string& title) const {
+    return int(std::ranges::count(m_desktop.titles(), title));
+}
+
+void Operator::waitForWindow(const std::string& title, int wanted) {
+    if (!waitUntil([&] { return count(title) >= wanted; }))
+        throw Broken{"no window \"" + QByteArray::fromStdString(title) + "\""};
+    settle();
+}
+
+bool Operator::waitUntil(const std::function<bool()>& isTrue, int milliseconds) {
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    while (!isTrue()) {
+        if (m_running->hasEnded() || Clock::now() >= end)
+            return isTrue();
+        ::usleep(StepMs * 1000);
+    }
+    return true;
+}
+
+QByteArray Operator::activeDocument() const {
+    for (const std::string& title : m_desktop.titles()) {
+        if (isFrame(title))
+            return QByteArray::fromStdString(title).sliced(qstrlen(FrameBegin)).chopped(1);
+    }
+    return {};
+}
+
+bool Operator::activate(const std::function<bool(const QByteArray& name)>& isWanted, int documents) {
+    for (int i = 0; i < documents; ++i) {
+        const QByteArray before = activeDocument();
+        if (isWanted(before))
+            return true;
+        press("ctrl+Tab");
+        waitUntil([&] { return activeDocument() != before; }, SwitchMs);
+        settle();
+    }
+    return isWanted(activeDocument());
+}

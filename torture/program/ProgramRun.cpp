@@ -1,0 +1,27 @@
+#include "program/ProgramRun.h"
+
+#include "Contents.h"
+#include "program/Desk.h"
+
+#include <X11/Xlib.h>
+#include <unistd.h>
+
+#include <thread>
+#include <vector>
+
+void ProgramRun::run() {
+    mustWork(::access(m_options.program.c_str(), X_OK) == 0,
+             "cannot run " + QByteArray::fromStdString(m_options.program));
+    mustWork(XInitThreads() != 0, "cannot use displays in several threads");
+    std::vector<std::thread> threads;
+    for (int number = 0; number < m_options.desks; ++number) {
+        const unsigned seed = m_effort.random()();
+        threads.emplace_back([this, number, seed] { Desk(number, m_root, m_options, m_effort, seed, m_report).run(); });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    for (const Desk::Hit& hit : Desk::Hits) {
+        if (m_report.number(hit.name) == 0)
+            m_report.fault("program", QByteArray("there were no ") + hit.name);
+    }
+}
