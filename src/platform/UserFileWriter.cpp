@@ -264,7 +264,7 @@ SystemError UserFileWriter::reserve(Target& target) {
     const auto call = [&] { return m_calls.fallocate(target.handle, FALLOC_FL_KEEP_SIZE, 0, target.length); };
     bool isDone = uninterrupted(call) == 0;
     if (!isDone && (errno == ENOSPC || errno == EDQUOT)) {
-        const SystemError cause = lastError();
+        SystemError cause = lastError();
         if (m_witness == nullptr || !m_witness->giveSpaceBack())
             return cause;
         isDone = uninterrupted(call) == 0;

@@ -88,7 +88,7 @@ std::shared_ptr<OwnRecord> RecordStore::make() {
             return nullptr;
         if (handle < 0)
             continue;
-        const auto record = std::make_shared<OwnRecord>(m_calls, name, handle);
+        auto record = std::make_shared<OwnRecord>(m_calls, name, handle);
         if (record->lock()) {
             const std::scoped_lock lock(m_mutex);
             m_all.push_back(record);

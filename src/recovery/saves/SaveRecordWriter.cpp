@@ -192,7 +192,7 @@ SaveRecordWriter::~SaveRecordWriter() = default;
 
 SystemError SaveRecordWriter::flushOldFiles(const FlushedFiles& flushed) {
     for (const auto& old : m_oldFiles) {
-        const SystemError error = flushed.contains(old->before()) ? SystemError() : old->flush();
+        SystemError error = flushed.contains(old->before()) ? SystemError() : old->flush();
         if (error)
             return error;
     }
