@@ -51,6 +51,7 @@ class Player : public HexEntryVisitor {
 }  // namespace
 
 HexJournal::HexJournal(Journals* journals, ucHex& view) : m_journals(journals), m_view(view) {
+    m_base.view = JournalBase::View::Hex;
     m_wholeCheck.setSingleShot(true);
     m_wholeCheck.setInterval(PauseLength);
     m_wholeCheck.callOnTimeout([this] { keepWholeIfNeeded(); });

@@ -134,8 +134,10 @@ void DocumentRecovery::bringBack(std::unique_ptr<FoundJournal> found) {
     if (outcome == RecoveryOutcome::Failed)
         reportKept(name);
     if (document && outcome == RecoveryOutcome::Shown) {
-        if (!path.isEmpty())
+        if (!path.isEmpty()) {
             document->setCaption(m_opening.captionFor(path));
+            m_active.reportOpened(document, path);
+        }
         m_active.reportChange(document, ActiveDocument::State | ActiveDocument::Loaded);
     } else if (document && isMade) {
         m_children.unload(document);

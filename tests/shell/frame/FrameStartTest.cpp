@@ -24,12 +24,12 @@ QStringList list(std::initializer_list<const char*> names) {
 
 TEST_F(FrameStart, RunsItsStepsInTheirOrder) {
     start();
-    EXPECT_EQ(m_steps,
-              list({"putStatusPictures", "loadOpenCheck",  "hookOpenCheck",    "readFirstSettings", "loadMacroFiles",
-                    "PropertiesLoad",    "LoadOptions",    "loadLanguages",    "loadLists",         "setLoaded",
-                    "placeSearchBox",    "buildCoolBar",   "startNewDocument", "layOutPanels",      "followCommandLine",
-                    "UpdateMacroMenu",   "restoreSession", "markViewParts",    "setCommandStates",  "makeTabMenu",
-                    "setCaption",        "recoverDocuments"}));
+    EXPECT_EQ(m_steps, list({"putStatusPictures", "loadOpenCheck",   "hookOpenCheck",     "readFirstSettings",
+                             "loadMacroFiles",    "PropertiesLoad",  "LoadOptions",       "loadLanguages",
+                             "loadLists",         "setLoaded",       "placeSearchBox",    "buildCoolBar",
+                             "startNewDocument",  "layOutPanels",    "followCommandLine", "UpdateMacroMenu",
+                             "restoreSession",    "markViewParts",   "setCommandStates",  "makeTabMenu",
+                             "setCaption",        "recoverDocuments"}));
     EXPECT_TRUE(m_frame->isLoaded());
 }
 

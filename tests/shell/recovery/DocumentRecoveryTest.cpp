@@ -97,6 +97,7 @@ TEST_F(DocumentRecoveryTest, AChangedFileComesBackInATabOfItsOwn) {
     EXPECT_EQ(left().size(), 1);
     EXPECT_TRUE(m_prompts.questions.isEmpty());
     EXPECT_TRUE(m_sentences.isEmpty());
+    EXPECT_EQ(house().recentFiles.paths().value(0), file);
 }
 
 TEST_F(DocumentRecoveryTest, AnOpenUnchangedDocumentOfTheFileTakesItsTextOver) {
