@@ -46,7 +46,7 @@ The part program starts the built program on virtual displays and presses its ke
 
   --program FILE the program (default: that of the same build)
   --desks N      on so many displays at the same time (default 2)
-  --files-only   judge what is in the files, and not what comes back of unsaved texts
+  --files-only   of a program that brings no unsaved texts back, judge the files alone
   --keep         leave the folders in which promises were broken
 )";
 

@@ -65,10 +65,11 @@ Desktop::Desktop() {
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
+    const std::string script = QUILLMARK_SCRIPTS "/with-display";
     std::vector<std::string> words{
-        QUILLMARK_SCRIPTS "/with-display", "--wm", "--size", "1000x700", "sh", "-c", Waiting, "sh",
-        std::to_string(::getpid())};
+        script, "--wm", "--size", "1000x700", "sh", "-c", Waiting, "sh", std::to_string(::getpid())};
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

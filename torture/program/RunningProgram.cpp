@@ -34,10 +34,12 @@ RunningProgram::RunningProgram(std::vector<std::string> words, std::vector<std::
             environment.emplace_back(*each);
     }
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);
     std::vector<char*> variables;
+    variables.reserve(environment.size() + 1);
     for (std::string& variable : environment)
         variables.push_back(variable.data());
     variables.push_back(nullptr);
