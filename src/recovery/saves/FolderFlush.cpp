@@ -4,6 +4,8 @@
 
 #include <fcntl.h>
 
+#include <cerrno>
+
 namespace {
 
 bool flush(FileSystemCalls& calls, const QString& folder, int flags) {
@@ -12,7 +14,8 @@ bool flush(FileSystemCalls& calls, const QString& folder, int flags) {
         uninterrupted([&] { return calls.open(name.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | flags); });
     if (handle < 0)
         return false;
-    const bool done = uninterrupted([&] { return calls.fsync(handle); }) == 0;
+    // Some file systems have nothing to flush for a folder, and say so.
+    const bool done = uninterrupted([&] { return calls.fsync(handle); }) == 0 || errno == EINVAL || errno == EROFS;
     calls.close(handle);
     return done;
 }

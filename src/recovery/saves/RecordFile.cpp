@@ -12,8 +12,12 @@ RecordFile::~RecordFile() {
         m_calls.close(m_handle);
 }
 
+/// For writing too, because some network file systems lock no file that was opened for reading alone.
 RecordFile::Opening RecordFile::open() {
-    m_handle = m_calls.open(m_name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    constexpr int Flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    m_handle = m_calls.open(m_name.constData(), O_RDWR | Flags);
+    if (m_handle < 0 && (errno == EROFS || errno == EACCES))
+        m_handle = m_calls.open(m_name.constData(), O_RDONLY | Flags);
     if (m_handle < 0)
         return errno == ENOENT ? Opening::Missing : Opening::Refused;
     if (m_calls.flock(m_handle, LOCK_EX | LOCK_NB) != 0)

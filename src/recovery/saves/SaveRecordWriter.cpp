@@ -10,6 +10,7 @@
 #include <future>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 using namespace RecordFormat;
@@ -225,8 +226,12 @@ void SaveRecordWriter::writeHead(const PlannedWrite& write) {
 /// A large old file is read and hashed meanwhile.
 SystemError SaveRecordWriter::addAll(const PlannedWrite& write, OldFile& old) {
     std::future<SystemError> reading;
-    if (write.before.st_size >= SizeForThread)
-        reading = std::async(std::launch::async, [&old] { return old.readToEnd(); });
+    try {
+        if (write.before.st_size >= SizeForThread)
+            reading = std::async(std::launch::async, [&old] { return old.readToEnd(); });
+    } catch (const std::system_error&) {
+        // Without another thread it is read afterwards.
+    }
     if (write.length > 0)
         m_output.writePlain(RangeHead{0, static_cast<quint64>(write.length)});
     for (const std::string_view piece : write.pieces)

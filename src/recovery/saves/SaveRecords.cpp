@@ -4,6 +4,7 @@
 #include "recovery/saves/SaveRecordWriter.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 /// A record and the writes that are not ended yet.
@@ -144,15 +145,23 @@ std::shared_ptr<SaveRecords::Shared> SaveRecords::record(const std::vector<const
     std::shared_ptr<OwnRecord> file = m_store.take();
     if (file == nullptr)
         return nullptr;
-    SaveRecordWriter writer(m_calls, file->handle(), file->size(), RecordStore::nextSequence());
+    try {
+        if (fill(*file, writes))
+            return std::make_shared<Shared>(*this, file);
+    } catch (const std::bad_alloc&) {
+        // A save that cannot be recorded for want of memory goes on without a record.
+    }
+    m_store.drop(file);
+    return nullptr;
+}
+
+bool SaveRecords::fill(OwnRecord& file, const std::vector<const PlannedWrite*>& writes) {
+    SaveRecordWriter writer(m_calls, file.handle(), file.size(), RecordStore::nextSequence());
     const bool isWhole = std::none_of(writes.begin(), writes.end(),
                                       [&](const PlannedWrite* write) { return bool(writer.add(*write)); }) &&
                          !writer.finish();
-    file->setWritten(writer.written(), isWhole);
-    if (isWhole && m_store.makeLast(*file) && !writer.flushOldFiles(m_flushed))
-        return std::make_shared<Shared>(*this, std::move(file));
-    m_store.drop(file);
-    return nullptr;
+    file.setWritten(writer.written(), isWhole);
+    return isWhole && m_store.makeLast(file) && !writer.flushOldFiles(m_flushed);
 }
 
 void SaveRecords::keep(std::shared_ptr<OwnRecord> record, std::set<FileKey> files) {

@@ -53,6 +53,7 @@ class SaveRecords : public WriteWitness {
     void serve(const Group& group);
     /// One record for all of them; null: there is none.
     std::shared_ptr<Shared> record(const std::vector<const PlannedWrite*>& writes);
+    bool fill(OwnRecord& file, const std::vector<const PlannedWrite*>& writes);
     void keep(std::shared_ptr<OwnRecord> record, std::set<FileKey> files);
     void removeKept(FileKey file);
 
