@@ -150,8 +150,10 @@ bool JournalFile::publish() {
         m_calls.rename(nameOf(path()).constData(), nameOf(m_folder + u'/' + name).constData()) != 0)
         return false;
     m_name = name;
+    // From here on the file is the journal, whatever becomes of the flush: it must not be taken away again.
     flushFoldersAbove(m_calls, m_folder);
-    return flushFolder();
+    flushFolder();
+    return true;
 }
 
 void JournalFile::giveUp() {
@@ -197,10 +199,12 @@ void removeOrphans(FileSystemCalls& calls, const QString& folder) {
                                   u"*"_qs + QLatin1String(JournalFile::TextSuffix)};
     for (const QString& name : QDir(folder).entryList(patterns, QDir::Files | QDir::Hidden)) {
         const QString journal = folder + u'/' + withSuffix(stemOf(name));
-        struct stat status {};
-        const bool isOwned =
-            ::lstat(nameOf(journal).constData(), &status) == 0 ||
-            ::lstat(nameOf(journal + QLatin1String(JournalFile::AsideSuffix)).constData(), &status) == 0;
+        // In the order in which a journal is renamed.
+        const auto exists = [&journal](const char* suffix) {
+            struct stat status {};
+            return ::lstat(nameOf(journal + QLatin1String(suffix)).constData(), &status) == 0;
+        };
+        const bool isOwned = exists(JournalFile::NewSuffix) || exists("") || exists(JournalFile::AsideSuffix);
         if (!isOwned)
             calls.unlink(nameOf(folder + u'/' + name).constData());
     }

@@ -3,6 +3,7 @@
 #include "recovery/journals/JournalHead.h"
 #include "recovery/journals/RestoredJournal.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -218,7 +219,7 @@ void JournalOutput::beginBase() {
 void JournalOutput::copyWhole() {
     if (m_file == nullptr && !makeFile())
         return;
-    BaseCopy copy(m_calls, ::dup(m_wholeFile), m_file->basePath(m_baseNumber));
+    BaseCopy copy(m_calls, ::fcntl(m_wholeFile, F_DUPFD_CLOEXEC, 0), m_file->basePath(m_baseNumber));
     BaseCopy::Progress progress = BaseCopy::Progress::More;
     while (progress == BaseCopy::Progress::More)
         progress = copy.step();

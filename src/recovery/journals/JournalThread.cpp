@@ -8,6 +8,13 @@
 #include <system_error>
 #include <utility>
 
+namespace {
+
+/// A file system that does not answer must not keep the program from ending.
+constexpr std::chrono::seconds LongestEnd(5);
+
+}  // namespace
+
 JournalThread::JournalThread(FileSystemCalls& calls, QString folder, JournalLimits limits)
     : m_calls(calls), m_folder(std::move(folder)), m_limits(limits) {}
 
@@ -56,7 +63,7 @@ void JournalThread::start() {
     if (m_thread.joinable() || m_ends)
         return;
     try {
-        m_thread = std::thread([this] { run(); });
+        m_thread = std::thread([self = shared_from_this()] { self->run(); });
     } catch (const std::system_error&) {
         m_isClean = false;
     }
@@ -78,13 +85,17 @@ bool JournalThread::flush(std::chrono::milliseconds limit) {
 }
 
 void JournalThread::end() {
-    {
-        const std::scoped_lock lock(m_mutex);
-        m_ends = true;
-        m_woken.notify_one();
-    }
-    if (m_thread.joinable())
+    std::unique_lock lock(m_mutex);
+    m_ends = true;
+    m_woken.notify_one();
+    if (!m_thread.joinable())
+        return;
+    const bool hasEnded = m_ended.wait_for(lock, LongestEnd, [this] { return m_hasEnded; });
+    lock.unlock();
+    if (hasEnded)
         m_thread.join();
+    else
+        m_thread.detach();
 }
 
 void JournalThread::run() {
@@ -105,10 +116,13 @@ void JournalThread::run() {
             m_flushed.notify_all();
         }
         if (ends && !hasMore)
-            return m_outputs.clear();
+            break;
         if (!hasMore)
             wait(lock);
     }
+    m_outputs.clear();
+    m_hasEnded = true;
+    m_ended.notify_all();
 }
 
 /// Entries first: a base that takes long to store is stored between them, part by part.

@@ -27,7 +27,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
                                   const JournalEntry& joints);
     bool flush(std::chrono::milliseconds limit);
-    /// Writes everything and ends the thread. Nothing is written afterwards.
+    /// Writes everything and ends the thread; waits some seconds at most. Nothing is written afterwards.
     void end();
 
  private:
@@ -57,6 +57,8 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     std::vector<std::unique_ptr<JournalOutput>> m_added;
     bool m_hasNews = false;
     bool m_ends = false;
+    bool m_hasEnded = false;
+    std::condition_variable m_ended;
     quint64 m_flushesAsked = 0;
     quint64 m_flushesDone = 0;
     bool m_isClean = true;

@@ -27,7 +27,7 @@ class Journals {
     /// `folder`: where journals are; created accessible to this user only.
     explicit Journals(QString folder = journalFolder(), FileSystemCalls& calls = FileSystemCalls::system());
     Journals(QString folder, FileSystemCalls& calls, Limits limits);
-    /// Waits until everything is written or could not be.
+    /// Waits until everything is written or could not be, for some seconds at most.
     ~Journals();
     Q_DISABLE_COPY_MOVE(Journals)
 
