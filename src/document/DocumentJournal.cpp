@@ -6,25 +6,14 @@
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/Journals.h"
 
-#include <chrono>
 #include <string>
 #include <utility>
-
-namespace {
-
-/// From an edit until the journal is asked whether it needs the whole text: by then its base was examined.
-constexpr std::chrono::milliseconds LookDelay(2'500);
-
-}  // namespace
 
 DocumentJournal::DocumentJournal(TextControl& control, Journals& journals, Describe describe)
     : m_control(control),
       m_journals(journals),
       m_describe(std::move(describe)),
       m_isBaseHeld(control.heldText().length() == 0) {
-    m_lookTimer.setSingleShot(true);
-    m_lookTimer.setInterval(LookDelay);
-    QObject::connect(&m_lookTimer, &QTimer::timeout, &m_lookTimer, [this] { look(); });
     control.edits().observe(this);
 }
 
@@ -46,6 +35,16 @@ void DocumentJournal::leave() {
 
 void DocumentJournal::goOn(FoundJournal& found) {
     m_journal = found.continueAs();
+    followNeeds();
+}
+
+/// The journal learns only some time after an edit that its base cannot be had any more; by then there may be no
+/// further edit that would ask it.
+void DocumentJournal::followNeeds() {
+    m_journal->setWholeNeeded([this] {
+        QMetaObject::invokeMethod(
+            &m_looks, [this] { look(); }, Qt::QueuedConnection);
+    });
 }
 
 void DocumentJournal::aboutToEdit() {
@@ -56,17 +55,13 @@ void DocumentJournal::aboutToEdit() {
 }
 
 void DocumentJournal::inserted(qint64 at, std::string_view bytes) {
-    if (m_journal == nullptr)
-        return;
-    m_journal->insert(at, bytes);
-    lookLater();
+    if (m_journal != nullptr)
+        m_journal->insert(at, bytes);
 }
 
 void DocumentJournal::removed(qint64 at, qint64 length) {
-    if (m_journal == nullptr)
-        return;
-    m_journal->remove(at, length);
-    lookLater();
+    if (m_journal != nullptr)
+        m_journal->remove(at, length);
 }
 
 void DocumentJournal::loaded() {
@@ -98,6 +93,7 @@ void DocumentJournal::begin() {
     if (hasBase)
         base.heldLength = m_control.heldText().length() - static_cast<qint64>(m_control.map().joints().count());
     m_journal = m_journals.begin(std::move(base));
+    followNeeds();
     if (!hasBase)
         passWhole();
 }
@@ -106,7 +102,6 @@ void DocumentJournal::end() {
     if (m_journal != nullptr)
         m_journal->discard();
     m_journal.reset();
-    m_lookTimer.stop();
 }
 
 void DocumentJournal::passWhole() {
@@ -118,19 +113,8 @@ void DocumentJournal::passWhole() {
     m_journal->setWhole(std::move(text), JointKind::None);
 }
 
-/// The journal learns only some time after an edit that its base cannot be had any more; by then there may be no
-/// further edit that would ask it.
-void DocumentJournal::lookLater() {
-    m_isLookDue = m_lookTimer.isActive();
-    if (!m_isLookDue)
-        m_lookTimer.start();
-}
-
 void DocumentJournal::look() {
     m_control.edits().settle();
     if (m_journal != nullptr && m_journal->needsWhole())
         passWhole();
-    else if (m_journal != nullptr && m_isLookDue)
-        m_lookTimer.start();
-    m_isLookDue = false;
 }

@@ -2,8 +2,8 @@
 
 #include "editor/held/EditObserver.h"
 
+#include <QObject>
 #include <QString>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -51,7 +51,7 @@ class DocumentJournal : private EditObserver {
     void begin();
     void end();
     void passWhole();
-    void lookLater();
+    void followNeeds();
     void look();
 
     TextControl& m_control;
@@ -60,6 +60,5 @@ class DocumentJournal : private EditObserver {
     std::unique_ptr<Journal> m_journal;
     /// The text is the one that was loaded or saved, but for what the journal holds.
     bool m_isBaseHeld = true;
-    bool m_isLookDue = false;  ///< an edit was made since the timer was started
-    QTimer m_lookTimer;
+    QObject m_looks;  ///< in whose thread the journal is looked at when it needs the whole text
 };

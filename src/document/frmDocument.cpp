@@ -186,13 +186,21 @@ bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
     if (saved)
         takeSaved(pFilename, view);
     if (pFilename == filename)
-        m_fileState = FileState::of(filename);  // after a failure too: it may be partly written
+        takeFileState(saved);
     if (isHex)
         m_hexJournal->endSave(saved, pFilename);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     BusyPointer::restore();
     return saved;
+}
+
+/// After a failed save too: the file may be partly written. One that cannot be reached just now stays the one that it
+/// was, so that a change by somebody else is still seen when it is back.
+void frmDocument::takeFileState(bool saved) {
+    const std::optional<FileState> now = FileState::of(filename);
+    if (saved || now)
+        m_fileState = now;
 }
 
 /// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.

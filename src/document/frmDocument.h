@@ -264,6 +264,7 @@ class frmDocument : public QWidget {
     void bringUp(DocumentView& chosen);
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
+    void takeFileState(bool saved);
     RecoveryOutcome bringBackText(FoundJournal& found);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
     void leaveChanges(bool ofBytes);
