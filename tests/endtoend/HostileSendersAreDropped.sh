@@ -26,7 +26,7 @@ allOpened() { [[ $(xdotool search --onlyvisible --name 'Quillmark - \[' getwindo
 waitFor 60 allOpened || fail "no file was opened"
 
 # While a file is being opened the window does not close, and on a busy machine fifty of them take their time.
-for ((i = 0; i < 4; i++)); do
+for ((i = 0; i < 12; i++)); do
     settle
 done
 focusWindow

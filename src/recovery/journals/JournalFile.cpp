@@ -192,14 +192,21 @@ bool JournalFile::flushFolder() const {
     return ::flushFolder(m_calls, m_folder);
 }
 
-/// A file beside a journal is never there before the journal is, and the journal is renamed before its name is looked
-/// for the second time.
+/// A file beside a journal is never there before the journal is, which is perhaps not complete yet, and the names of the
+/// journal are looked for in the order in which it is renamed.
 void removeOrphans(FileSystemCalls& calls, const QString& folder) {
+    // Never complete, and of a process that is gone: a living one has it locked.
+    const QString pattern = u"*"_qs + QLatin1String(JournalFile::Suffix) + QLatin1String(JournalFile::NewSuffix);
+    for (const QString& name : QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden)) {
+        JournalFile::Opening opening = JournalFile::Opening::Missing;
+        if (const auto file = JournalFile::open(calls, folder, name, opening))
+            calls.unlink(nameOf(file->path()).constData());
+    }
+
     const QStringList patterns = {u"*.*"_qs + QLatin1String(JournalFile::BaseSuffix),
                                   u"*"_qs + QLatin1String(JournalFile::TextSuffix)};
     for (const QString& name : QDir(folder).entryList(patterns, QDir::Files | QDir::Hidden)) {
         const QString journal = folder + u'/' + withSuffix(stemOf(name));
-        // In the order in which a journal is renamed.
         const auto exists = [&journal](const char* suffix) {
             struct stat status {};
             return ::lstat(nameOf(journal + QLatin1String(suffix)).constData(), &status) == 0;
@@ -207,12 +214,5 @@ void removeOrphans(FileSystemCalls& calls, const QString& folder) {
         const bool isOwned = exists(JournalFile::NewSuffix) || exists("") || exists(JournalFile::AsideSuffix);
         if (!isOwned)
             calls.unlink(nameOf(folder + u'/' + name).constData());
-    }
-    // Never complete, and of a process that is gone: a living one has it locked.
-    const QString pattern = u"*"_qs + QLatin1String(JournalFile::Suffix) + QLatin1String(JournalFile::NewSuffix);
-    for (const QString& name : QDir(folder).entryList({pattern}, QDir::Files | QDir::Hidden)) {
-        JournalFile::Opening opening = JournalFile::Opening::Missing;
-        if (const auto file = JournalFile::open(calls, folder, name, opening))
-            calls.unlink(nameOf(file->path()).constData());
     }
 }
