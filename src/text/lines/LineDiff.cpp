@@ -86,7 +86,10 @@ class Comparison {
      public:
         explicit Reach(int most) : m_middle(most + 1), m_lines(2 * static_cast<std::size_t>(m_middle) + 1) {}
 
-        int& at(int diagonal) { return m_lines[static_cast<std::size_t>(m_middle + diagonal)]; }
+        int& at(int diagonal) {
+            const int index = m_middle + diagonal;
+            return m_lines[static_cast<std::size_t>(index)];
+        }
 
         /// Whether the last of so many differences on the way to a diagonal is an added line, not a removed one.
         bool endsWithAdded(int diagonal, int differences) {

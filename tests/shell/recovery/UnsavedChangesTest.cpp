@@ -58,7 +58,7 @@ class UnsavedChanges : public FrameFixture {
 
     /// A run that ended with this text typed before that of the file.
     QString typeAndBreak(const QString& typed, const QByteArray& bytes = "text\n") {
-        const QString file = fileOf(bytes);
+        QString file = fileOf(bytes);
         startRun();
         open(file);
         type(typed);
