@@ -9,6 +9,7 @@
 #include "document/HexView.h"
 #include "document/OpenMode.h"
 #include "document/rtCM.h"
+#include "hex/ucHex.h"
 #include "platform/FileInfo.h"
 #include "platform/FileType.h"
 #include "platform/Paths.h"
@@ -64,8 +65,11 @@ frmDocument::frmDocument(DocumentHost* parent, const DocumentServices& services)
     SetDocIcon(NormalIcon);
 }
 
-/// Closed without changes: what was replaced or filled does not count as one, and nobody was asked about it.
+/// Closed without changes: what was replaced or filled does not count as one, and nobody was asked about it. The views
+/// lose the focus when they are hidden, which completes a byte that is being typed: the document is not one any more.
 frmDocument::~frmDocument() {
+    m_hex->control().disconnect(this);
+    m_text->disconnect(this);
     if (m_life == Life::Unloaded && !isChange)
         m_hexJournal->discard();
 }
