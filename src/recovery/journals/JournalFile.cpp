@@ -192,8 +192,8 @@ bool JournalFile::flushFolder() const {
     return ::flushFolder(m_calls, m_folder);
 }
 
-/// A file beside a journal is never there before the journal is, which is perhaps not complete yet, and the names of the
-/// journal are looked for in the order in which it is renamed.
+/// A file beside a journal is never there before the journal is, which is perhaps not complete yet, and the names of
+/// the journal are looked for in the order in which it is renamed.
 void removeOrphans(FileSystemCalls& calls, const QString& folder) {
     // Never complete, and of a process that is gone: a living one has it locked.
     const QString pattern = u"*"_qs + QLatin1String(JournalFile::Suffix) + QLatin1String(JournalFile::NewSuffix);
