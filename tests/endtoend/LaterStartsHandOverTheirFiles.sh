@@ -48,6 +48,7 @@ handOver "${files[0]}" || fail "a start with an open file ended with a fault"
 waitFor 30 shows one.txt || fail "a file that is open did not come to the front"
 
 focusWindow
+settle  # while a file is being opened the window does not close
 press alt+F4
 expectEnd
 printf '%s\r\n' '<FILE>' "${files[@]}" >"$scratch/expected"
@@ -59,6 +60,7 @@ tr -d '\r' <"$XDG_DATA_HOME/quillmark/lastopen.idx" | cut -f 1 | diff - <(tr -d 
 startProgram "$scratch/files/x y.txt" "$scratch/files/z.txt"
 waitFor 60 shows z.txt || fail "two files did not open in a first start"
 focusWindow
+settle  # while a file is being opened the window does not close
 press alt+F4
 expectEnd
 [[ $(grep -c '^/' "$XDG_DATA_HOME/quillmark/lastopen.idx") == 2 ]] || fail "not two files were open"
