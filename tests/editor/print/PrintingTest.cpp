@@ -43,7 +43,7 @@ struct PrintingOfAText : testing::Test {
             more(printer);
         };
     }
-    bool print(const QString& path = u"/work/text.txt"_qs) { return printing.PrintContent(*control, path); }
+    bool print(const QString& path = u"/texts/text.txt"_qs) { return printing.PrintContent(*control, path); }
     void writePdf(const QByteArray& bytes) const {
         QFile file(pdf);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -79,8 +79,8 @@ TEST_F(PrintingOfAText, DoesNothingWhenTheDialogIsCancelled) {
 
 TEST_F(PrintingOfAText, OffersAPdfFileBesideTheTextWithoutAPrinter) {
     dialogs.choosePrinter = nullptr;
-    print(u"/work/text.txt"_qs);
-    EXPECT_EQ(dialogs.proposedFile, u"/work/text.txt.pdf"_qs);
+    print(u"/texts/text.txt"_qs);
+    EXPECT_EQ(dialogs.proposedFile, u"/texts/text.txt.pdf"_qs);
     print(u"Document1"_qs);
     EXPECT_EQ(dialogs.proposedFile, QDir::homePath() + u"/Document1.pdf"_qs);
 }
