@@ -207,7 +207,7 @@ void frmDocument::takeFileState(bool saved) {
         m_fileState = now;
 }
 
-/// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
+/// What was typed while the view wrote its blocks is not in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     m_holder = &view;
     filename = path;
