@@ -182,6 +182,7 @@ bool JournalOutput::append() {
 }
 
 void JournalOutput::noteWritten() {
+    m_stream->noteWritten();
     for (const JournalBatch& batch : m_backlog) {
         m_textLength = batch.isWhole ? batch.growth : m_textLength + batch.growth;
         if (!batch.isWhole)

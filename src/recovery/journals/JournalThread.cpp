@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <system_error>
 #include <utility>
 
@@ -125,11 +126,12 @@ void JournalThread::run() {
     m_ended.notify_all();
 }
 
-/// Entries first: a base that takes long to store is stored between them, part by part.
+/// Entries first: a base that takes long to store is stored between them, part by part. The youngest journals first:
+/// one that replaces another is on the disk before the other is removed.
 bool JournalThread::work(bool all, bool ends) {
     const Clock::time_point now = Clock::now();
     bool hasMore = false;
-    for (const auto& output : m_outputs) {
+    for (const auto& output : std::views::reverse(m_outputs)) {
         const std::optional<Clock::time_point> due = output->dueAt();
         if (all || (due && *due <= now))
             output->write();
