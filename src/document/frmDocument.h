@@ -230,6 +230,8 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// The same for a text that disappears by itself.
+    void PassingNotice(const QString& text);
     /// What limitations() returns may be another text.
     void LimitationsChange(frmDocument* document);
     /// The next command of the text view will be carried out another number of times.

@@ -65,7 +65,8 @@ void frmDocument::SwitchMode(bool New_Mode) {
         OpenFile(filename, isReadOnly, false, New_Mode);
 }
 
-/// False: the switch is cancelled. The result of a save that was chosen is ignored.
+/// False: the switch is cancelled. The result of a save that was chosen is ignored. A text without a file stays in its
+/// view.
 bool frmDocument::settleChanges(bool toText) {
     const QPointer<frmDocument> alive(this);
     const QPointer<frmSwitch> form(new frmSwitch(toText, window()));
@@ -75,7 +76,7 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
-    if (saves && alive && viewFor(!toText).isModified())
+    if (saves && alive && !filename.isEmpty() && viewFor(!toText).isModified())
         leaveChanges(toText);
     return goesOn;
 }

@@ -6,6 +6,7 @@
 #include "document/DocumentServices.h"
 #include "document/HexJournal.h"
 #include "document/HexView.h"
+#include "document/KeptChanges.h"
 #include "document/RecoveredBar.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
@@ -50,10 +51,13 @@ void frmDocument::forgetChanges() {
 
 /// They were to be saved before the switch and are not, so that they come back at the next start.
 void frmDocument::leaveChanges(bool ofBytes) {
+    if (!m_journal)
+        return;
     if (ofBytes)
         m_hexJournal->leave();
-    else if (m_journal)
+    else
         m_journal->leave();
+    Q_EMIT PassingNotice(keptChangesSentence(Caption()));
 }
 
 RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
