@@ -15,7 +15,7 @@ using namespace JournalFormat;
 namespace {
 
 qint64 lengthOf(const JournalBase& base) {
-    return base.heldLength >= 0 ? base.heldLength : base.state ? base.state->size : 0;
+    return base.textLength >= 0 ? base.textLength : base.state ? base.state->size : 0;
 }
 
 std::string joined(const std::vector<std::string_view>& pieces, qint64 length) {
@@ -63,6 +63,9 @@ JournalOutput::~JournalOutput() {
 
 std::optional<JournalOutput::Clock::time_point> JournalOutput::dueAt() const {
     const auto due = m_stream->dueAt({m_limits.afterLast, m_limits.whileEditing});
+    // Of a continued journal, for one: nothing has to be edited before its base is stored.
+    if (!due && !m_retryAt && awaitsBase())
+        return Clock::time_point::min();
     const bool isEnded = due == Clock::time_point::min();
     if (isEnded && !m_stream->isDiscarded() && (m_retryAt || m_copy != nullptr))
         return m_retryAt;
@@ -87,7 +90,7 @@ void JournalOutput::write() {
         return;
     }
     m_retryAt.reset();
-    if (m_isPublished && !m_isBaseSettled && m_copy == nullptr)
+    if (awaitsBase())
         beginBase();
     if (isReleased && m_copy == nullptr)
         m_isFinished = true;
@@ -335,12 +338,10 @@ bool JournalOutput::writeCompacted(JournalFile& target, const ReplayedText& text
     const std::string head = payloadOf(m_base);
     JournalEntry whole;
     whole.kind = EntryKind::Whole;
-    whole.jointKind = text.jointKind();
-    whole.joints = text.listedJoints();
     whole.length = text.length();
     std::vector<std::string> parts(1);
     appendEntry(parts.front(), whole);
-    parts.push_back(joined(text.held(), text.length()));
+    parts.push_back(joined(text.pieces(), text.length()));
     const qint64 time = m_stream->time();
     JournalEnd end{sizeof Magic, FirstSeed};
     if (writeExactly(m_calls, target.handle(), {Magic, sizeof Magic}, 0) ||

@@ -59,6 +59,7 @@ class JournalOutput {
     bool append();
     void noteWritten();
     bool noteGone();
+    bool awaitsBase() const { return m_isPublished && !m_isBaseSettled && m_copy == nullptr; }
     void beginBase();
     void copyWhole();
     void noteBase(const StoredBase& base);

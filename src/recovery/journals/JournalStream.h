@@ -39,7 +39,7 @@ class JournalStream {
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
     void add(const JournalEntry& entry);
-    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints);
+    void setWhole(std::string text);
     void setWhole(int handle);
     bool needsWhole() const { return m_needsWhole; }
     /// Not called any more when the function returns.
@@ -67,7 +67,7 @@ class JournalStream {
  private:
     /// An insertion or removal that the next edit may continue.
     struct Open {
-        EntryKind kind = EntryKind::Kind;
+        EntryKind kind = EntryKind::Insert;
         qint64 at = 0;
         qint64 length = 0;
         std::string bytes;

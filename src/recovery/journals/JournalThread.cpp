@@ -28,11 +28,8 @@ std::unique_ptr<Journal> JournalThread::begin(JournalBase base) {
     return add(std::move(stream), std::move(output));
 }
 
-std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                             const JournalEntry& joints) {
+std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time) {
     std::shared_ptr<JournalStream> stream = makeStream(time);
-    if (base.view == JournalBase::View::Text)
-        stream->add(joints);
     if (continued.isPartial)
         stream->askForWhole();
     auto output = std::make_unique<JournalOutput>(m_calls, m_limits, std::move(base), stream, std::move(continued));

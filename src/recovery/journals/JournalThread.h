@@ -24,8 +24,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
 
     std::unique_ptr<Journal> begin(JournalBase base);
     /// `time`: of its last edit, in milliseconds since 1970.
-    std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                  const JournalEntry& joints);
+    std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time);
     bool flush(std::chrono::milliseconds limit);
     /// Writes everything and ends the thread; waits some seconds at most. Nothing is written afterwards.
     void end();
