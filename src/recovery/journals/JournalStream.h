@@ -29,7 +29,7 @@ class JournalStream {
  public:
     using Clock = std::chrono::steady_clock;
 
-    /// `wake` is called in the thread of the window when something new waits, without the lock. `time`: of the last
+    /// `wake` is called when something new waits, without the lock. `time`: of the last
     /// edit so far.
     JournalStream(std::function<void()> wake, qint64 time) : m_wake(std::move(wake)), m_time(time) {}
     ~JournalStream();
@@ -56,6 +56,8 @@ class JournalStream {
     std::optional<Clock::time_point> dueAt(const Delays& delays) const;
     JournalBatch take();
     void askForWhole();
+    /// Wakes the thread that writes; in any thread.
+    void wake() const { m_wake(); }
     bool isDiscarded() const;
     bool isReleased() const;
     /// The handle of the whole contents of a hex document, which the caller closes from now on; -1: none waits.
