@@ -65,22 +65,17 @@ void JournalStream::add(const JournalEntry& entry) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        const qint64 time = m_time;
         isFirst = noteEdit();
-        if (!entry.isEdit())
-            m_time = time;
         closeOpen();
         putIn(entry);
     }
     wakeIf(isFirst);
 }
 
-void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {
+void JournalStream::setWhole(std::string text) {
     JournalEntry entry;
     entry.kind = EntryKind::Whole;
-    entry.jointKind = kind;
-    entry.joints = std::move(joints);
-    entry.length = static_cast<qint64>(heldText.size());
+    entry.length = static_cast<qint64>(text.size());
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
@@ -90,7 +85,7 @@ void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<q
         m_growth = entry.length;
         m_isWhole = true;
         putIn(entry);
-        m_parts.push_back(std::move(heldText));
+        m_parts.push_back(std::move(text));
         m_parts.emplace_back();
         m_needsWhole = false;
     }

@@ -30,7 +30,7 @@ class JournalStream {
  public:
     using Clock = std::chrono::steady_clock;
 
-    /// `wake` is called in the thread of the window when something new waits, without the lock. `time`: of the last
+    /// `wake` is called when something new waits, without the lock. `time`: of the last
     /// edit so far.
     JournalStream(std::function<void()> wake, qint64 time) : m_wake(std::move(wake)), m_time(time) {}
     ~JournalStream();
@@ -40,7 +40,7 @@ class JournalStream {
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
     void add(const JournalEntry& entry);
-    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints);
+    void setWhole(std::string text);
     void setWhole(int handle);
     bool needsWhole() const { return m_needsWhole; }
     /// Not called any more when the function returns.
@@ -61,6 +61,8 @@ class JournalStream {
     void askForWhole();
     /// Entries are on the disk.
     void noteWritten() { m_isWritten = true; }
+    /// Wakes the thread that writes; in any thread.
+    void wake() const { m_wake(); }
     bool isDiscarded() const;
     /// Nobody adds to it any more, and it is not going to be discarded.
     bool isReleased() const;
@@ -73,7 +75,7 @@ class JournalStream {
  private:
     /// An insertion or removal that the next edit may continue.
     struct Open {
-        EntryKind kind = EntryKind::Kind;
+        EntryKind kind = EntryKind::Insert;
         qint64 at = 0;
         qint64 length = 0;
         std::string bytes;
