@@ -44,8 +44,8 @@ class Journal {
     /// The present contents of a text, which replace base and edits so far.
     void setWhole(std::string text);
     /// The same of a hex document: the file with its present bytes, which is cloned or copied later. The handle stays
-    /// the caller's and may be closed. While edits follow each other faster than a copy is made, it is made later.
-    /// Marks and undo before the copy are given up.
+    /// the caller's and may be closed. Marks and undo are given up until the copy is made. From now on a byte that is
+    /// undone must be passed on as written: takeBack() refers to what is given up.
     void setWhole(int handle);
 
     /// Nothing is left to be recovered: the file is removed from the disk a moment later. What is passed on afterwards

@@ -2,12 +2,14 @@
 
 #include "recovery/journals/BaseThreads.h"
 #include "recovery/journals/JournalHead.h"
+#include "recovery/journals/Payload.h"
 #include "recovery/journals/RestoredJournal.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -17,6 +19,26 @@ namespace {
 
 qint64 lengthOf(const JournalBase& base) {
     return base.textLength >= 0 ? base.textLength : base.state ? base.state->size : 0;
+}
+
+constexpr qint64 BytesOfARow = 16;
+
+/// The same bytes without undo and marks: repeated, they have no other effect than once.
+JournalBatch asOverwrites(const JournalBatch& batch) {
+    JournalBatch result{{std::string()}, batch.time};
+    for (const std::string& part : batch.parts) {
+        PayloadReader reader(part);
+        while (auto entry = readEntry(reader)) {
+            const char byte = static_cast<char>(entry->byte);
+            if (entry->kind == EntryKind::Type) {
+                entry->kind = EntryKind::Overwrite;
+                entry->at += entry->row * BytesOfARow + entry->col - 1;
+                entry->bytes = {&byte, 1};
+            }
+            appendEntry(result.parts.front(), *entry);
+        }
+    }
+    return result;
 }
 
 std::string joined(const std::vector<std::string_view>& pieces, qint64 length) {
@@ -39,6 +61,7 @@ JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, QStri
       m_stream(std::move(stream)),
       m_isBaseSettled(!m_base.state),
       m_baseNumber(-1),
+      m_bytesDelay(limits.whileEditing, limits.longestRetry),
       m_textLength(lengthOf(m_base)),
       m_compactFrom(limits.compacted) {}
 
@@ -56,6 +79,7 @@ JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, const
       m_stored(continued.base),
       m_isBaseSettled(continued.base || continued.hasWhole || !m_base.state),
       m_baseNumber(continued.base ? continued.base->number : -1),
+      m_bytesDelay(limits.whileEditing, limits.longestRetry),
       m_textLength(continued.textLength),
       m_hasWhole(continued.hasWhole),
       m_wholeLength(continued.hasWhole ? continued.textLength : 0),
@@ -89,13 +113,11 @@ void JournalOutput::write() {
         return end();
     const bool isReleased = m_stream->isReleased();
     takeBatch();
-    if (m_wholeFile >= 0 && m_storing == nullptr)
+    if (m_wholeFile >= 0 && m_storing == nullptr && Clock::now() >= m_bytesDue)
         storeBytes();
-    if (!writeBacklog() || m_wholeFile >= 0) {
-        m_retryAt = Clock::now() + m_limits.whileEditing;
+    setRetry(writeBacklog());
+    if (!m_backlog.empty() || m_wholeFile >= 0)
         return;
-    }
-    m_retryAt.reset();
     if (awaitsBase())
         storeBase();
     if (isReleased && m_storing == nullptr)
@@ -120,11 +142,11 @@ void JournalOutput::takeBatch() {
             ::close(m_wholeFile);
         m_wholeFile = handle;
     }
-    m_editsTaken = m_stream->edits();
     JournalBatch batch = m_stream->take();
-    // The bytes that are about to be copied have these edits in them.
-    if (batch.isEmpty() || m_wholeFile >= 0)
+    if (batch.isEmpty())
         return;
+    if (m_wholeFile >= 0)
+        return takeWhole(std::move(batch));
     if (batch.isWhole) {
         m_backlog.clear();
         m_awaitsWhole = false;
@@ -134,6 +156,20 @@ void JournalOutput::takeBatch() {
     if (m_awaitsWhole)
         return;
     m_backlog.push_back(std::move(batch));
+}
+
+/// The bytes that are about to be copied have these edits in them. While they are copied, nobody knows.
+void JournalOutput::takeWhole(JournalBatch batch) {
+    if (isStoringBytes())
+        m_sinceBytes.push_back(asOverwrites(batch));
+}
+
+void JournalOutput::setRetry(bool isWritten) {
+    m_retryAt.reset();
+    if (!isWritten)
+        m_retryAt = Clock::now() + m_limits.whileEditing;
+    else if (m_wholeFile >= 0 && m_storing == nullptr)
+        m_retryAt = m_bytesDue;
 }
 
 bool JournalOutput::writeBacklog() {
@@ -249,17 +285,31 @@ void JournalOutput::storeBase() {
 }
 
 void JournalOutput::storeBytes() {
+    m_sinceBytes.clear();
+    if (!startBytes())
+        putOffBytes();
+}
+
+bool JournalOutput::startBytes() {
     const std::optional<FileState> state = FileState::of(m_wholeFile);
     if (!state || (m_file == nullptr && !makeFile()))
-        return;
-    m_editsCopied = m_editsTaken;
+        return false;
     auto copy =
         std::make_unique<BaseCopy>(m_calls, ::fcntl(m_wholeFile, F_DUPFD_CLOEXEC, 0), m_file->basePath(++m_baseNumber));
-    start(BaseStoring::Of::Bytes, std::move(copy), state->device);
+    return start(BaseStoring::Of::Bytes, std::move(copy), state->device);
+}
+
+/// A disk that is full now is so for a while, and a copy may be of gigabytes.
+void JournalOutput::putOffBytes() {
+    m_bytesDue = Clock::now() + m_bytesDelay.next();
+    m_retryAt = m_bytesDue;
 }
 
 void JournalOutput::takeFindings() {
     if (m_storing != nullptr && m_storing->outcome()) {
+        // Of the edits that wait it is not known either whether they are in a copy of the bytes.
+        if (isStoringBytes())
+            takeBatch();
         const std::shared_ptr<BaseStoring> storing = std::exchange(m_storing, nullptr);
         if (storing->of() == BaseStoring::Of::File)
             takeBase(*storing);
@@ -276,34 +326,33 @@ void JournalOutput::takeFindings() {
 void JournalOutput::takeBase(BaseStoring& storing) {
     m_isBaseSettled = true;
     if (storing.outcome() == BaseCopy::Progress::Done)
-        noteBase(storing.result());
+        noteBase(storing.result(), false);
     else
         m_stream->askForWhole();
     write();
 }
 
-/// Edits that came meanwhile may be in the copy or not: it is made again when they have come to rest.
+/// Edits that came meanwhile may be in the copy or not: they are repeated on it.
 void JournalOutput::takeBytes(BaseStoring& storing) {
-    if (storing.outcome() != BaseCopy::Progress::Done || m_stream->edits() != m_editsCopied) {
-        m_retryAt = Clock::now() + m_limits.whileEditing;
+    m_backlog.clear();
+    if (storing.outcome() != BaseCopy::Progress::Done || !noteBase(storing.result(), true)) {
+        putOffBytes();
         return storing.cancel();
     }
-    StoredBase stored = storing.result();
-    stored.replaces = true;
-    m_backlog.clear();
+    m_bytesDelay.reset();
     m_awaitsWhole = false;
     m_isBaseSettled = true;
     ::close(std::exchange(m_wholeFile, -1));
-    noteBase(stored);
     write();
 }
 
-/// The name of the copy is on the disk before the journal says so.
-void JournalOutput::noteBase(const StoredBase& base) {
+/// The name of the copy is on the disk before the journal says so. False: it is not, and nothing has changed.
+bool JournalOutput::noteBase(const StoredBase& base, bool replaces) {
     if (base.hasCopy && !m_file->flushFolder())
-        return;
+        return false;
     const std::optional<StoredBase> before = std::exchange(m_stored, base);
     m_stored->number = m_baseNumber;
+    m_stored->replaces = replaces;
     JournalEntry entry;
     entry.kind = EntryKind::Base;
     entry.base = *m_stored;
@@ -311,8 +360,10 @@ void JournalOutput::noteBase(const StoredBase& base) {
     appendEntry(batch.parts.emplace_back(), entry);
     batch.time = m_stream->time();
     m_backlog.push_back(std::move(batch));
+    std::ranges::move(std::exchange(m_sinceBytes, {}), std::back_inserter(m_backlog));
     if (before && before->hasCopy && before->number != m_stored->number && writeBacklog())
         m_file->removeBase(before->number);
+    return true;
 }
 
 void JournalOutput::leaveOut() {

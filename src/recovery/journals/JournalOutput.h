@@ -5,6 +5,7 @@
 #include "recovery/journals/JournalFile.h"
 #include "recovery/journals/JournalLimits.h"
 #include "recovery/journals/JournalStream.h"
+#include "recovery/journals/RetryDelay.h"
 
 #include <atomic>
 #include <memory>
@@ -41,6 +42,8 @@ class JournalOutput {
     /// When write() is to be called; nothing: when the stream has something new.
     std::optional<Clock::time_point> dueAt() const;
     void write();
+    /// What failed is tried again by the next write(), and not only when it is due.
+    void tryAgain() { m_bytesDue = {}; }
     /// Takes over what the threads have found out by now.
     void takeFindings();
     /// Whether a copy of the base is being made, without which a changed file could not be made good.
@@ -51,6 +54,8 @@ class JournalOutput {
     void leaveOut();
     /// Whether everything is on the disk that was ever added.
     bool isClean() const;
+    /// Whether its file is to be removed, by write().
+    bool isGivenUp() const { return !m_isFinished && m_stream->isDiscarded(); }
     /// Whether nothing is left to be done for it, ever.
     bool isFinished() const { return m_isFinished; }
     /// Whether its file was removed, which the folder has to be flushed for.
@@ -59,7 +64,9 @@ class JournalOutput {
  private:
     void end();
     void takeBatch();
+    void takeWhole(JournalBatch batch);
     bool writeBacklog();
+    void setRetry(bool isWritten);
     bool makeFile();
     bool append();
     void noteWritten();
@@ -69,10 +76,13 @@ class JournalOutput {
     bool isBaseKnown() const;
     void storeBase();
     void storeBytes();
+    bool startBytes();
+    void putOffBytes();
+    bool isStoringBytes() const { return m_storing != nullptr && m_storing->of() == BaseStoring::Of::Bytes; }
     bool start(BaseStoring::Of of, std::unique_ptr<BaseCopy> copy, quint64 device);
     void takeBase(BaseStoring& storing);
     void takeBytes(BaseStoring& storing);
-    void noteBase(const StoredBase& base);
+    bool noteBase(const StoredBase& base, bool replaces);
     void checkFile();
     bool isTooLong() const;
     void compact();
@@ -97,8 +107,9 @@ class JournalOutput {
     bool m_isBaseSettled = false;
     qint64 m_baseNumber;  ///< of the copy that was begun last
     int m_wholeFile = -1;
-    quint64 m_editsTaken = 0;
-    quint64 m_editsCopied = 0;
+    std::vector<JournalBatch> m_sinceBytes;  ///< edits since the copy of the bytes was begun
+    RetryDelay m_bytesDelay;
+    Clock::time_point m_bytesDue;                         ///< when the bytes may be copied
     std::shared_ptr<std::atomic<bool>> m_isCheckPending;  ///< null: nobody looks at the file
     bool m_isCheckedAgain = false;
 

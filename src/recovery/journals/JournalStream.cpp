@@ -191,11 +191,6 @@ int JournalStream::takeWholeFile() {
     return std::exchange(m_wholeFile, -1);
 }
 
-quint64 JournalStream::edits() const {
-    const std::scoped_lock lock(m_mutex);
-    return m_edits;
-}
-
 qint64 JournalStream::time() const {
     const std::scoped_lock lock(m_mutex);
     return m_time;
@@ -228,7 +223,6 @@ bool JournalStream::noteEdit() {
     if (isFirst)
         m_firstEdit = m_lastEdit;
     m_time = presentTime();
-    ++m_edits;
     return isFirst;
 }
 

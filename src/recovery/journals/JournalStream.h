@@ -68,8 +68,6 @@ class JournalStream {
     bool isReleased() const;
     /// The handle of the whole contents of a hex document, which the caller closes from now on; -1: none waits.
     int takeWholeFile();
-    /// How many there were so far.
-    quint64 edits() const;
     qint64 time() const;
 
  private:
@@ -103,7 +101,6 @@ class JournalStream {
     Clock::time_point m_lastEdit;
     qint64 m_time;
     int m_wholeFile = -1;
-    quint64 m_edits = 0;
     std::atomic<bool> m_needsWhole{false};
     std::mutex m_notifying;
     std::function<void()> m_wholeNeeded;
