@@ -1,10 +1,9 @@
 #include "document/HexJournal.h"
 
+#include "document/HexPlayer.h"
 #include "hex/bytes/HexBlock.h"
-#include "hex/bytes/HexReplay.h"
 #include "hex/ucHex.h"
 #include "recovery/journals/FoundJournal.h"
-#include "recovery/journals/HexEntryVisitor.h"
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/Journals.h"
 
@@ -13,37 +12,6 @@
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-/// Makes the edits of a journal again in a view.
-class Player : public HexEntryVisitor {
- public:
-    explicit Player(HexReplay& replay) : m_replay(replay) {}
-
-    bool typed(qint64 page, int row, int col, quint8 byte) override {
-        m_replay.type(FilePosition(page), {row, col}, byte);
-        return m_replay.goesOn();
-    }
-    bool tookBack() override {
-        m_replay.takeBack();
-        return m_replay.goesOn();
-    }
-    bool overwrote(qint64 at, std::string_view bytes) override {
-        m_replay.write(Offset(at).position(), bytes);
-        return m_replay.goesOn();
-    }
-    bool filled(qint64 at, qint64 length, quint8 byte) override {
-        const FilePosition first = Offset(at).position();
-        m_replay.fill({first, first + length - 1}, byte);
-        return m_replay.goesOn();
-    }
-
- private:
-    HexReplay& m_replay;
-};
-
-}  // namespace
 
 HexJournal::HexJournal(Journals* journals, ucHex& view) : m_journals(journals), m_view(view) {
     m_base.view = JournalBase::View::Hex;
@@ -257,7 +225,7 @@ RecoveryOutcome HexJournal::bringBack(FoundJournal& found) {
     leave();
     bool isSame = false;
     const bool isShown = m_view.bringBack(found.basePath(), [&found, &isSame](HexReplay& replay) {
-        Player player(replay);
+        HexPlayer player(replay);
         if (!found.visit(player) || !found.isBaseUnchanged())
             return false;
         isSame = replay.isSameAs(found.base().path);
