@@ -1,13 +1,11 @@
 #include "JournalRun.h"
 
 #include "Contents.h"
+#include "HashSum.h"
 #include "SceneFiles.h"
-#include "platform/FileState.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/Journals.h"
-
-#include <QHash>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,7 +18,7 @@ namespace {
 
 constexpr int StoriesOfAShortRun = 10;
 /// States of each kind at each place.
-constexpr int StatesOfAKind = 3;
+constexpr int MostStatesOfAKind = 3;
 constexpr std::chrono::seconds Long{60};
 
 /// Shared bytes would not be seen by the log.
@@ -41,15 +39,6 @@ JournalLimits limits() {
     return limits;
 }
 
-std::size_t hashOf(const WeakDisk::State& state, std::size_t seed) {
-    std::size_t hash = seed;
-    for (const QByteArray& bytes : state.files)
-        hash = qHash(bytes, hash);
-    for (const auto& [name, file] : state.names)
-        hash = qHashMulti(hash, name, file);
-    return hash;
-}
-
 int below(std::mt19937& random, std::size_t limit) {
     return static_cast<int>(random() % static_cast<unsigned>(limit));
 }
@@ -68,6 +57,7 @@ void JournalRun::run() {
 
 void JournalRun::tryStory(unsigned seed) {
     m_seed = seed;
+    m_tried.clear();
     play(seed);
     for (int place = 0; place <= m_disk.length() && !m_effort.isOver(); ++place)
         tryPlace(place);
@@ -131,11 +121,13 @@ void JournalRun::promise(LoggedCalls& calls, std::optional<std::string> state) {
 void JournalRun::tryPlace(int place) {
     const WeakDisk::Moment moment(m_disk, place);
     for (int kind = 0; kind < WeakDisk::SurvivorKinds; ++kind) {
-        for (int i = 0; i < StatesOfAKind; ++i) {
+        for (int i = 0; i < MostStatesOfAKind; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
+            const std::uint64_t hash = hashOf(state);
             m_report.count("states of journals after a power cut");
-            if (!m_states.insert(hashOf(state, m_seed + static_cast<std::size_t>(place))).second)
-                continue;
+            m_states.insert(hash);
+            if (!m_tried.insert({hash, place}).second)
+                break;
             put(state);
             examine(place, "story " + QByteArray::number(m_seed) + ", power cut at " + QByteArray::number(place) +
                                ", survivors " + QByteArray::number(kind));

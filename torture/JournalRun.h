@@ -10,9 +10,12 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 class Journal;
@@ -59,5 +62,6 @@ class JournalRun {
     unsigned m_seed = 0;
     WeakDisk m_disk;
     std::vector<Promise> m_promises;
-    std::unordered_set<std::size_t> m_states;
+    std::unordered_set<std::uint64_t> m_states;
+    std::set<std::pair<std::uint64_t, int>> m_tried;  ///< of this story, each with its place
 };
