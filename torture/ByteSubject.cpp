@@ -1,10 +1,10 @@
 #include "ByteSubject.h"
 
 #include "Contents.h"
-#include "document/HexPlayer.h"
 #include "platform/FileState.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journal.h"
+#include "src/document/HexPlayer.h"
 
 #include <QFile>
 
@@ -153,7 +153,7 @@ std::string ByteSubject::state() const {
     return describe(m_bytes.bytes, m_edits);
 }
 
-std::optional<std::string> ByteSubjectdescribe(const FoundJournal& found) const {
+std::optional<std::string> ByteSubject::stateOf(const FoundJournal& found) const {
     const std::optional<QByteArray> base = bytesOf(QFile::encodeName(found.basePath()));
     if (!base)
         return std::nullopt;
