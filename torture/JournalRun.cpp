@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -88,9 +89,9 @@ void JournalRun::play(unsigned seed) {
         playLife(random, calls, journals, *journal);
         if (life > 0)
             continue;
-        // From now on it may be gone.
-        m_promises.push_back({calls.place(), std::nullopt});
-        m_promises.push_back({calls.place(), m_subject->state()});
+        // With the next change it may be gone.
+        m_promises.push_back({calls.place() + 1, std::nullopt});
+        m_promises.push_back({calls.place() + 1, m_subject->state()});
         journal->discard();
         journals.flush(Long);
         promise(calls, std::nullopt);
@@ -176,16 +177,15 @@ void JournalRun::examine(int place, const QByteArray& what) {
         m_report.fault("journal", what + (states.empty() ? ": the changes are lost" : ": the changes are others"));
 }
 
-/// What was last promised, or anything later.
+/// What was last promised, or, once anything has happened since, what was promised next. Promises of one place are all
+/// kept.
 bool JournalRun::allows(int place, const std::optional<std::string>& state) const {
-    std::size_t last = 0;
-    for (std::size_t i = 0; i < m_promises.size(); ++i) {
-        if (m_promises[i].place <= place)
-            last = i;
-    }
-    // Two promises of one place are both kept.
-    while (last > 0 && m_promises[last - 1].place == m_promises[last].place)
-        --last;
-    return std::any_of(m_promises.begin() + static_cast<std::ptrdiff_t>(last), m_promises.end(),
-                       [&](const Promise& promise) { return promise.state == state; });
+    const auto isLater = [](int each, const Promise& promise) { return each < promise.place; };
+    const auto next = std::upper_bound(m_promises.begin(), m_promises.end(), place, isLater);
+    const int from = std::prev(next)->place;
+    const bool isUnderWay = place > from && next != m_promises.end();
+    const int to = isUnderWay ? next->place : from;
+    return std::any_of(m_promises.begin(), m_promises.end(), [&](const Promise& promise) {
+        return promise.place >= from && promise.place <= to && promise.state == state;
+    });
 }

@@ -20,7 +20,7 @@ std::size_t below(std::mt19937& random, std::size_t limit) {
 }  // namespace
 
 JournalBase TextSubject::begin(std::mt19937& random, const QString& document) {
-    m_text = std::string(below(random, MostLetters), 'o');
+    m_text = std::string(below(random, MostLetters), 'O');
     putBytes(QFile::encodeName(document), QByteArray::fromStdString(m_text));
     JournalBase base;
     base.path = document;
@@ -28,10 +28,11 @@ JournalBase TextSubject::begin(std::mt19937& random, const QString& document) {
     return base;
 }
 
+/// A text that is the same as before would not be brought back.
 void TextSubject::edit(std::mt19937& random, Journal& journal) {
     const std::size_t at = below(random, m_text.size() + 1);
     const std::size_t length = std::min(m_text.size() - at, below(random, 20));
-    if (below(random, 3) == 0) {
+    if (length > 0 && below(random, 3) == 0) {
         journal.remove(static_cast<qint64>(at), static_cast<qint64>(length));
         m_text.erase(at, length);
         return;
