@@ -50,6 +50,9 @@ const Desk::Act Desk::Acts[] = {
     {"Save As", 2, Opens::Large, &Desk::saveAs},
     {"typing without a file", 1, Opens::Any, &Desk::typeUntitled},
     {"closing with No", 1, Opens::Any, &Desk::closeWithNo},
+    {"undoing bytes", 1, Opens::Bytes, &Desk::undoBytes},
+    {"filling bytes", 1, Opens::Bytes, &Desk::fillBytes},
+    {"switching to text", 1, Opens::Bytes, &Desk::switchToText},
     {"an end in order", 0, Opens::Bytes, &Desk::endInOrder},
 };
 

@@ -9,6 +9,8 @@
 
 #include <QByteArray>
 
+#include <unistd.h>
+
 #include <memory>
 #include <optional>
 #include <random>
@@ -81,6 +83,18 @@ class Desk {
     void closeWithNo();
     void typeUntitled();
     void endInOrder();
+    // Acts with bytes (HexActs.cpp)
+    void undoBytes();
+    void fillBytes();
+    void switchToText();
+    Manuscript* showBytes();
+    void typeBytes(Manuscript& bytes);
+    void undo(Manuscript& bytes, int steps);
+    void saveAndSwitch(Manuscript& bytes);
+    void judgeUndo(Manuscript& bytes);
+    void maybePause();
+    void waitForCopies();
+    // What acts have in common
     Manuscript& show(std::size_t opened);
     void type(Manuscript& text, int keys, unsigned mostGapMs);
     void finishByte(Manuscript& text);
@@ -97,6 +111,8 @@ class Desk {
     static QByteArray copyName(unsigned number) { return "copy" + QByteArray::number(number); }
     QByteArray saves() const { return m_folder + "/home/state/quillmark/saves"; }
     QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
+    /// Of byte views.
+    QByteArray copies() const { return m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid()); }
     QByteArray files() const { return m_folder + "/files"; }
 
     /// Null: none of this kind is needed.
@@ -134,4 +150,5 @@ class Desk {
     bool m_wasCopyDone = false;
     Manuscript::Clock::time_point m_killed;
     bool m_hadJournals = false;
+    std::vector<QByteArray> m_oldCopies;  ///< working copies that were there before the last start
 };

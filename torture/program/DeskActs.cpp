@@ -297,8 +297,8 @@ void Desk::endClosing() {
     m_report.count("ends by a question");
 }
 
-/// A byte view clears away the working copies of killed programs.
 void Desk::endInOrder() {
+    waitForCopies();
     m_operator.press("alt+F4");
     m_operator.waitForEnd();
     m_killed = Manuscript::Clock::now();

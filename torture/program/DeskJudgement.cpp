@@ -41,6 +41,7 @@ bool isUsed(const QByteArray& path) {
 /// not saved of them comes back by itself.
 void Desk::open(const Act& act) {
     m_hadJournals = !namesIn(journals()).empty();
+    m_oldCopies = namesIn(copies());
     ::unlink((files() + "/untitled.txt").constData());
     std::vector<Manuscript*> opened;
     std::vector<QByteArray> named;
@@ -174,6 +175,8 @@ bool Desk::judgeText(Manuscript& text) {
     if (wasTyped)
         m_report.count("texts judged");
     m_report.count("keys lost of texts judged", text.lostKeys());
+    if (isShown && text.isOfBytes())
+        judgeUndo(text);
     return isShown;
 }
 
@@ -220,7 +223,7 @@ bool Desk::isSaveUnderWay() const {
 
 /// After an end in order.
 void Desk::judgeLeftovers() {
-    std::vector<QByteArray> folders{saves(), m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid())};
+    std::vector<QByteArray> folders{saves(), copies()};
     if (m_options.judgesTexts)
         folders.push_back(journals());
     for (const QByteArray& folder : folders) {

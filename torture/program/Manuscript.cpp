@@ -14,6 +14,8 @@ constexpr mode_t LinkedMode = 0640;
 constexpr qsizetype LineLength = 64;
 /// The bytes at the beginning of a binary file in which is typed.
 constexpr qsizetype MostBytes = 64;
+/// A byte view keeps so many steps.
+constexpr std::size_t UndoLogLength = 31;
 /// A key of so many is a Backspace; of so many, a Return.
 constexpr unsigned OneBackspaceOf = 12;
 constexpr unsigned OneReturnOf = 40;
@@ -59,6 +61,7 @@ std::string Manuscript::keyOfPlace() const {
 std::string Manuscript::nextKey(std::mt19937& random) {
     std::string key;
     m_next.clear();
+    m_nextUndo = m_states.back().undo;
     if (m_kind == Kind::Bytes)
         typeByte(random, key);
     else
@@ -70,16 +73,15 @@ std::string Manuscript::nextKey(std::mt19937& random) {
 void Manuscript::typeByte(std::mt19937& random, std::string& key) {
     const QByteArray& middle = m_states.back().middle;
     if (m_phase == 2) {
-        key = "Right";
+        const bool isLast = m_place + 1 == std::min(middle.size(), MostBytes);
+        key = isLast ? keyOfPlace() : "Right";
+        m_place = isLast ? 0 : m_place + 1;
         m_phase = 0;
-        ++m_place;
         return;
     }
     const auto digit = static_cast<char>(random() % Digits.size());
     key = Digits[static_cast<std::size_t>(digit)];
     if (m_phase == 0) {
-        if (m_place == std::min(middle.size(), MostBytes))
-            m_place = 0;
         m_digit = digit;
         const auto low = static_cast<char>(middle.at(m_place) & 0x0F);
         for (const char half : {static_cast<char>(m_digit << 4 | low), m_digit, middle.at(m_place)}) {
@@ -90,6 +92,9 @@ void Manuscript::typeByte(std::mt19937& random, std::string& key) {
     } else {
         m_next.push_back(middle);
         m_next.back()[m_place] = static_cast<char>(m_digit << 4 | digit);
+        m_nextUndo.push_back({m_place, middle.at(m_place)});
+        if (m_nextUndo.size() > UndoLogLength)
+            m_nextUndo.erase(m_nextUndo.begin());
         m_phase = 2;
     }
 }
@@ -120,11 +125,32 @@ void Manuscript::typeLetter(std::mt19937& random, std::string& key) {
 void Manuscript::pressed() {
     const Clock::time_point now = Clock::now();
     for (QByteArray& middle : m_next)
-        m_states.push_back({now, std::move(middle)});
+        m_states.push_back({now, std::move(middle), m_nextUndo, m_phase == 1});
     m_next.clear();
 }
 
+void Manuscript::undone() {
+    m_nextUndo = m_states.back().undo;
+    const Undo step = m_nextUndo.back();
+    m_nextUndo.pop_back();
+    m_next = {m_states.back().middle};
+    m_next.back()[step.place] = step.byte;
+    m_place = step.place;
+    m_phase = 0;
+    pressed();
+}
+
+void Manuscript::filled(qsizetype first, qsizetype last, char byte) {
+    m_nextUndo = m_states.back().undo;
+    m_next = {m_states.back().middle};
+    std::fill(m_next.back().begin() + first, m_next.back().begin() + last + 1, byte);
+    pressed();
+}
+
+/// The journal begins again with a save, and what was typed before it is not undone after a kill.
 void Manuscript::saveBegan() {
+    for (State& state : m_states)
+        state.undo.clear();
     m_saves.push_back(qsizetype(m_states.size()) - 1);
 }
 
@@ -201,7 +227,13 @@ Manuscript::Match Manuscript::match(const QByteArray& bytes, const Kill& kill) {
     const bool isLate = next != m_states.end() && next->when <= lastKept(kill) && !m_isGivenUp;
     const bool isFitting = fitting >= m_inFile && !isLate;
     m_lostKeys = m_states.end() - next;
+    const State& state = m_states[static_cast<std::size_t>(fitting)];
+    // Bytes that are those of the file are not brought back.
+    const bool isOfFile = state.middle == m_states[static_cast<std::size_t>(m_inFile)].middle;
+    m_hasUndoBack = !isOfFile && !state.undo.empty() && !state.isHalf && !m_isGivenUp;
+    const std::vector<Undo> undo = state.undo;
     rest(fitting);
+    m_states.front().undo = undo;
     return isFitting ? Match::Fits : Match::Early;
 }
 
@@ -211,7 +243,7 @@ void Manuscript::forget() {
 
 /// The state is the only one, which the file holds, or is about to hold.
 void Manuscript::rest(qsizetype state) {
-    m_states = {{Clock::time_point::min(), m_states[static_cast<std::size_t>(state)].middle}};
+    m_states = {State{Clock::time_point::min(), m_states[static_cast<std::size_t>(state)].middle}};
     m_saves.clear();
     m_inFile = 0;
     m_typed = 0;

@@ -53,6 +53,23 @@ class Manuscript {
     /// No byte is half typed.
     bool isWhole() const { return m_phase != 1; }
     bool wasTyped() const { return m_states.size() > 1; }
+    bool isOfBytes() const { return m_kind == Kind::Bytes; }
+    /// Of the part in which is typed.
+    qsizetype changingLength() const { return m_states.back().middle.size(); }
+    /// The caret is where it is after keyOfPlace().
+    void toPlace() { m_place = 0; }
+
+    // Of bytes, when none is half typed
+    bool canUndo() const { return !m_states.back().undo.empty(); }
+    /// The newest byte since the last save or judgement was undone: the caret is on it.
+    void undone();
+    /// From the first to the last, both filled. Undo knows nothing of it.
+    void filled(qsizetype first, qsizetype last, char byte);
+    /// Whether the last match() was of bytes that must have come back with something to undo. undone() is for it then.
+    bool hasUndoBack() const { return m_hasUndoBack; }
+    /// The file holds the bytes as they are now.
+    void takeAsSaved() { rest(qsizetype(m_states.size()) - 1); }
+
     Clock::time_point lastKey() const { return m_states.back().when; }
 
     /// A save of the text as it is now was demanded; from now on the file holds the old or the new one.
@@ -78,9 +95,16 @@ class Manuscript {
     void remove() const;
 
  private:
+    /// A typed byte, with its value before.
+    struct Undo {
+        qsizetype place;
+        char byte;
+    };
     struct State {
         Clock::time_point when;
         QByteArray middle;
+        std::vector<Undo> undo{};  ///< since the last save; oldest first
+        bool isHalf = false;       ///< a byte is half typed
     };
 
     Clock::time_point lastKept(const Kill& kill) const;
@@ -105,5 +129,7 @@ class Manuscript {
     char m_digit = 0;
     bool m_isGivenUp = false;
     std::vector<QByteArray> m_next;  ///< the middles that the key makes possible
+    std::vector<Undo> m_nextUndo;
+    bool m_hasUndoBack = false;
     qsizetype m_lostKeys = 0;
 };
