@@ -91,7 +91,7 @@ void DocumentJournal::begin() {
     // A file that was gone at once after it was read or written is no base.
     const bool hasBase = m_isBaseHeld && (origin.state || origin.path.isEmpty());
     if (hasBase)
-        base.heldLength = m_control.heldText().length() - static_cast<qint64>(m_control.map().joints().count());
+        base.textLength = m_control.heldText().length() - static_cast<qint64>(m_control.map().joints().count());
     m_journal = m_journals.begin(std::move(base));
     followNeeds();
     if (!hasBase)
@@ -110,7 +110,7 @@ void DocumentJournal::passWhole() {
     text.reserve(static_cast<std::size_t>(length));
     for (const std::string_view run : m_control.plainRuns(0, length))
         text += run;
-    m_journal->setWhole(std::move(text), JointKind::None);
+    m_journal->setWhole(std::move(text));
 }
 
 void DocumentJournal::look() {

@@ -18,13 +18,6 @@ void Journal::remove(qint64 at, qint64 length) {
     m_stream->remove(at, length);
 }
 
-void Journal::setJointKind(JointKind kind) {
-    JournalEntry entry;
-    entry.kind = EntryKind::Kind;
-    entry.jointKind = kind;
-    m_stream->add(entry);
-}
-
 void Journal::type(qint64 page, int row, int col, quint8 byte) {
     JournalEntry entry;
     entry.kind = EntryKind::Type;
@@ -66,8 +59,8 @@ void Journal::setWholeNeeded(std::function<void()> notify) {
     m_stream->setWholeNeeded(std::move(notify));
 }
 
-void Journal::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {
-    m_stream->setWhole(std::move(heldText), kind, std::move(joints));
+void Journal::setWhole(std::string text) {
+    m_stream->setWhole(std::move(text));
 }
 
 void Journal::setWhole(int handle) {
@@ -76,4 +69,8 @@ void Journal::setWhole(int handle) {
 
 void Journal::discard() {
     m_stream->discard();
+}
+
+void Journal::replaceBy(const Journal& next) {
+    m_stream->replaceBy(next.m_stream);
 }

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "text/held/Joints.h"
-
 #include <QtGlobal>
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class JournalStream;
 
@@ -19,7 +16,7 @@ class JournalStream;
 ///
 /// Destroyed without discard(), the journal stays on the disk and is released: the next start brings it back.
 ///
-/// Offsets and lengths are bytes. Those of a text are of the held text, joints included, as it is before the edit.
+/// Offsets and lengths are bytes. Those of a text are of its UTF-8 without joints, as it is before the edit.
 class Journal {
  public:
     explicit Journal(std::shared_ptr<JournalStream> stream) : m_stream(std::move(stream)) {}
@@ -29,8 +26,6 @@ class Journal {
     // Of a text
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
-    /// The kind of the joints that are inserted from now on; the text has none at this moment.
-    void setJointKind(JointKind kind);
 
     // Of a hex document; `page` is the number of the byte with which the page begins, counted as the view does
     void type(qint64 page, int row, int col, quint8 byte);
@@ -46,9 +41,8 @@ class Journal {
     /// Is called once each time it becomes needed, in the thread that writes: post an event. What it uses must exist as
     /// long as this object.
     void setWholeNeeded(std::function<void()> notify);
-    /// The present contents of a text, joints included, which replace base and edits so far. `joints` for
-    /// JointKind::Listed only.
-    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints = {});
+    /// The present contents of a text, which replace base and edits so far.
+    void setWhole(std::string text);
     /// The same of a hex document: the file with its present bytes, which is cloned or copied later. The handle stays
     /// the caller's and may be closed. While edits follow each other faster than a copy is made, it is made later.
     /// Marks and undo before the copy are given up.
@@ -57,6 +51,9 @@ class Journal {
     /// Nothing is left to be recovered: the file is removed from the disk a moment later. What is passed on afterwards
     /// has no effect.
     void discard();
+    /// The same, but only once what `next` has so far is on the disk, where it is written at once. If that never
+    /// happens, this journal stays.
+    void replaceBy(const Journal& next);
 
  private:
     std::shared_ptr<JournalStream> m_stream;

@@ -65,22 +65,17 @@ void JournalStream::add(const JournalEntry& entry) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        const qint64 time = m_time;
         isFirst = noteEdit();
-        if (!entry.isEdit())
-            m_time = time;
         closeOpen();
         putIn(entry);
     }
     wakeIf(isFirst);
 }
 
-void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {
+void JournalStream::setWhole(std::string text) {
     JournalEntry entry;
     entry.kind = EntryKind::Whole;
-    entry.jointKind = kind;
-    entry.joints = std::move(joints);
-    entry.length = static_cast<qint64>(heldText.size());
+    entry.length = static_cast<qint64>(text.size());
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
@@ -90,7 +85,7 @@ void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<q
         m_growth = entry.length;
         m_isWhole = true;
         putIn(entry);
-        m_parts.push_back(std::move(heldText));
+        m_parts.push_back(std::move(text));
         m_parts.emplace_back();
         m_needsWhole = false;
     }
@@ -121,6 +116,21 @@ void JournalStream::discard() {
     m_wake();
 }
 
+void JournalStream::replaceBy(std::shared_ptr<JournalStream> next) {
+    next->hurry();
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_next = std::move(next);
+    }
+    m_wake();
+}
+
+/// What waits has waited in the journal before.
+void JournalStream::hurry() {
+    const std::scoped_lock lock(m_mutex);
+    m_firstEdit = Clock::time_point::min();
+}
+
 void JournalStream::release() {
     {
         const std::scoped_lock lock(m_mutex);
@@ -131,7 +141,7 @@ void JournalStream::release() {
 
 std::optional<JournalStream::Clock::time_point> JournalStream::dueAt(const Delays& delays) const {
     const std::scoped_lock lock(m_mutex);
-    if (m_isDiscarded || m_isReleased)
+    if (isGivenUp() || (m_isReleased && m_next == nullptr))
         return Clock::time_point::min();
     if (!m_waits)
         return std::nullopt;
@@ -162,14 +172,18 @@ void JournalStream::askForWhole() {
         m_wholeNeeded();
 }
 
+bool JournalStream::isGivenUp() const {
+    return m_isDiscarded || (m_next != nullptr && (m_next->m_isWritten || m_next->isDiscarded()));
+}
+
 bool JournalStream::isDiscarded() const {
     const std::scoped_lock lock(m_mutex);
-    return m_isDiscarded;
+    return isGivenUp();
 }
 
 bool JournalStream::isReleased() const {
     const std::scoped_lock lock(m_mutex);
-    return m_isReleased;
+    return m_isReleased && m_next == nullptr;
 }
 
 int JournalStream::takeWholeFile() {

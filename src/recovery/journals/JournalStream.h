@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -29,7 +30,7 @@ class JournalStream {
  public:
     using Clock = std::chrono::steady_clock;
 
-    /// `wake` is called in the thread of the window when something new waits, without the lock. `time`: of the last
+    /// `wake` is called when something new waits, without the lock. `time`: of the last
     /// edit so far.
     JournalStream(std::function<void()> wake, qint64 time) : m_wake(std::move(wake)), m_time(time) {}
     ~JournalStream();
@@ -39,12 +40,14 @@ class JournalStream {
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
     void add(const JournalEntry& entry);
-    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints);
+    void setWhole(std::string text);
     void setWhole(int handle);
     bool needsWhole() const { return m_needsWhole; }
     /// Not called any more when the function returns.
     void setWholeNeeded(std::function<void()> notify);
     void discard();
+    /// Discards it when entries of `next` have been written, which are due at once, or `next` is discarded.
+    void replaceBy(std::shared_ptr<JournalStream> next);
     void release();
 
     // The side of the thread that writes
@@ -56,7 +59,12 @@ class JournalStream {
     std::optional<Clock::time_point> dueAt(const Delays& delays) const;
     JournalBatch take();
     void askForWhole();
+    /// Entries are on the disk.
+    void noteWritten() { m_isWritten = true; }
+    /// Wakes the thread that writes; in any thread.
+    void wake() const { m_wake(); }
     bool isDiscarded() const;
+    /// Nobody adds to it any more, and it is not going to be discarded.
     bool isReleased() const;
     /// The handle of the whole contents of a hex document, which the caller closes from now on; -1: none waits.
     int takeWholeFile();
@@ -67,7 +75,7 @@ class JournalStream {
  private:
     /// An insertion or removal that the next edit may continue.
     struct Open {
-        EntryKind kind = EntryKind::Kind;
+        EntryKind kind = EntryKind::Insert;
         qint64 at = 0;
         qint64 length = 0;
         std::string bytes;
@@ -75,7 +83,10 @@ class JournalStream {
 
     void open(EntryKind kind, qint64 at, std::string_view bytes);
     void closeOpen();
-    /// Locked; returns whether nothing waited before.
+    void hurry();
+    // Locked
+    bool isGivenUp() const;
+    /// Returns whether nothing waited before.
     bool noteEdit();
     void putIn(const JournalEntry& entry);
     void wakeIf(bool isFirst) const;
@@ -96,6 +107,8 @@ class JournalStream {
     std::atomic<bool> m_needsWhole{false};
     std::mutex m_notifying;
     std::function<void()> m_wholeNeeded;
+    std::atomic<bool> m_isWritten{false};
+    std::shared_ptr<JournalStream> m_next;  ///< that replaces it
     bool m_isDiscarded = false;
     bool m_isReleased = false;
 };

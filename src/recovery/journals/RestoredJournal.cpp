@@ -19,7 +19,7 @@
 namespace {
 
 constexpr qint64 ReadSize = 4LL * 1024 * 1024;
-/// The largest text that the program can hold, with room for joints.
+/// No text that the program can hold is larger.
 constexpr qint64 LargestBase = qint64(1) << 33;
 
 QByteArray nameOf(const QString& path) {
@@ -171,7 +171,7 @@ JournalOutcome RestoredJournal::restore() {
     m_file = lookAtFile();
     if (outcome != JournalOutcome::Restored)
         return outcome;
-    const bool isEmpty = base().path.isEmpty() && base().view == JournalBase::View::Text && m_text.plain().empty();
+    const bool isEmpty = base().path.isEmpty() && base().view == JournalBase::View::Text && m_text.length() == 0;
     if (!m_contents.hasEdits() || isEmpty || (base().view == JournalBase::View::Text && hasSameTextAsFile()))
         return JournalOutcome::SameAsFile;
     return JournalOutcome::Restored;
@@ -207,7 +207,7 @@ void RestoredJournal::forgetText() {
 
 JournalOutcome RestoredJournal::restoreText() {
     if (!m_contents.hasWhole()) {
-        const JournalOutcome outcome = holdBase();
+        const JournalOutcome outcome = takeBase();
         if (outcome != JournalOutcome::Restored)
             return outcome;
     }
@@ -215,18 +215,16 @@ JournalOutcome RestoredJournal::restoreText() {
     return JournalOutcome::Restored;
 }
 
-JournalOutcome RestoredJournal::holdBase() {
-    std::vector<std::string_view> plain;
+JournalOutcome RestoredJournal::takeBase() {
     if (base().state) {
         const JournalOutcome outcome = loadBase();
         if (outcome != JournalOutcome::Restored)
             return outcome;
-        plain.push_back(m_baseText.empty() ? std::string_view(m_baseBytes.get(), std::size_t(m_baseSize))
-                                           : std::string_view(m_baseText));
+        m_text = ReplayedText(m_baseText.empty() ? std::string_view(m_baseBytes.get(), std::size_t(m_baseSize))
+                                                 : std::string_view(m_baseText));
     }
-    const bool isHeld = m_text.hold(plain, base().jointKind, base().joints) &&
-                        (base().heldLength < 0 || base().heldLength == m_text.length());
-    return isHeld ? JournalOutcome::Restored : JournalOutcome::Lost;
+    const bool isOfItsLength = base().textLength < 0 || base().textLength == m_text.length();
+    return isOfItsLength ? JournalOutcome::Restored : JournalOutcome::Lost;
 }
 
 /// Plain UTF-8 without a mark is used as it is.
@@ -330,8 +328,8 @@ bool RestoredJournal::hasSameTextAsFile() {
     if (base().path.isEmpty())
         return false;
     const ReadFile file(m_calls, base().path, ReadFile::Whose::Anybody);
-    const std::vector<std::string_view> plain = m_text.plain();
-    const EncodedText encoded = file.isOpen() ? encodeText(plain, base().format) : EncodedText();
+    const std::vector<std::string_view> pieces = m_text.pieces();
+    const EncodedText encoded = file.isOpen() ? encodeText(pieces, base().format) : EncodedText();
     if (!file.isOpen() || encoded.failure)
         return false;
     qint64 length = 0;

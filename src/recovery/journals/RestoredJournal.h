@@ -49,7 +49,7 @@ class RestoredJournal {
  private:
     JournalOutcome restoreText();
     JournalOutcome restoreBytes();
-    JournalOutcome holdBase();
+    JournalOutcome takeBase();
     JournalOutcome loadBase();
     JournalOutcome findBase();
     bool holdsBase(const QString& path, bool isCopy, bool keeps, SystemError& error);

@@ -207,13 +207,13 @@ QString foundText(const RestoredJournal& content, JournalOutcome outcome) {
         return u"  the base is missing or was changed, and there is no copy of it\n"_qs;
     if (content.base().view == JournalBase::View::Hex)
         return u"  recovered: bytes of a file of %1 bytes\n"_qs.arg(FileSource(content.basePath()).length());
-    const qint64 length = PieceSource(content.text().plain()).length();
+    const qint64 length = PieceSource(content.text().pieces()).length();
     const bool isSaved = outcome == JournalOutcome::SameAsFile;
     return u"  recovered: %1 bytes of text%2\n"_qs.arg(length).arg(isSaved ? u", which the file has"_qs : QString());
 }
 
 int writeText(const RestoredJournal& content, const QString& path, bool asUtf8) {
-    const std::vector<std::string_view> plain = content.text().plain();
+    const std::vector<std::string_view> plain = content.text().pieces();
     const TextFormat format = asUtf8 ? TextFormat() : content.base().format;
     const EncodedText encoded = encodeText(plain, format);
     if (encoded.failure)

@@ -40,11 +40,11 @@ TEST_F(JournalFailures, AnySingleFailureIsMadeGoodByTheNextBatch) {
                     journal->insert(0, text);
                     expected.insert(0, text);
                     if (journal->needsWhole())
-                        journal->setWhole(expected, JointKind::None);
+                        journal->setWhole(expected);
                     journals->flush(Long);
                 }
                 if (journal->needsWhole()) {
-                    journal->setWhole(expected, JointKind::None);
+                    journal->setWhole(expected);
                     journals->flush(Long);
                 }
             }
@@ -204,7 +204,7 @@ TEST_F(JournalFailures, ADamagedCopyIsNotUsed) {
 
 TEST_F(JournalFailures, AWrongLengthOfTheTextIsNoticed) {
     JournalBase base = baseOf(file("one two"));
-    base.heldLength = 6;
+    base.textLength = 6;
     {
         const auto journals = makeJournals();
         journals->begin(base)->insert(0, "x");

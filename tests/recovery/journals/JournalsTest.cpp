@@ -2,6 +2,7 @@
 
 #include "recovery/journals/HexEntryVisitor.h"
 #include "recovery/journals/JournalFixture.h"
+#include "support/FailingFileSystem.h"
 
 #include <QThread>
 
@@ -84,12 +85,10 @@ TEST_F(JournalKeeping, AllOfTheBaseComesBack) {
     base.format = {TextEncoding::Windows1252, false};
     base.lineEndMode = 2;
     base.language = u"C++"_qs;
-    base.jointKind = JointKind::AnyLf;
-    base.joints = {2, 5};
-    base.heldLength = 9;
+    base.textLength = 7;
     {
         const auto journals = makeJournals();
-        journals->begin(base)->insert(9, "\xc3\xa4");
+        journals->begin(base)->insert(7, "\xc3\xa4");
     }
     const auto journals = makeJournals();
     const auto found = only(journals->takeAbandoned());
@@ -103,24 +102,8 @@ TEST_F(JournalKeeping, AllOfTheBaseComesBack) {
     EXPECT_EQ(back.format, base.format);
     EXPECT_EQ(back.lineEndMode, 2);
     EXPECT_EQ(back.language, u"C++"_qs);
-    EXPECT_EQ(back.jointKind, JointKind::AnyLf);
-    EXPECT_EQ(back.joints, base.joints);
-    EXPECT_EQ(back.heldLength, 9);
+    EXPECT_EQ(back.textLength, 7);
     EXPECT_LE(qAbs(found->time().secsTo(QDateTime::currentDateTime())), 600);
-}
-
-TEST_F(JournalKeeping, ListedJointsFollowTheEdits) {
-    const QString path = file("one\rtwo\nthree\r\nfour");
-    JournalBase base = baseOf(path);
-    base.jointKind = JointKind::Listed;
-    base.joints = {2, 6, 14};
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(base);
-        journal->insert(0, "<");
-        journal->remove(6, 3);
-    }
-    EXPECT_EQ(recovered(), "<one\ro\nthree\r\nfour");
 }
 
 TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
@@ -131,22 +114,11 @@ TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
         journal->insert(0, "lost");
         EXPECT_TRUE(journals->flush(Long));
         journal->insert(0, "lost, too");
-        journal->setWhole("all\rof it", JointKind::AnyCr);
+        journal->setWhole("all\rof it");
         journal->insert(0, "and ");
     }
     put(path, "something else");
-    EXPECT_EQ(recovered(), "and allof it");
-}
-
-TEST_F(JournalKeeping, AChangedKindOfJointsCounts) {
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(JournalBase());
-        journal->insert(0, "one\rtwo");
-        journal->setJointKind(JointKind::AnyLf);
-        journal->insert(1, "\n");
-    }
-    EXPECT_EQ(recovered(), "one\rtwo");
+    EXPECT_EQ(recovered(), "and all\rof it");
 }
 
 TEST_F(JournalKeeping, ADiscardedJournalLeavesNothing) {
@@ -293,7 +265,7 @@ TEST_F(JournalKeeping, AFileThatWasChangedBeforeTheFirstEditAsksForTheWhole) {
         EXPECT_TRUE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
         EXPECT_EQ(notices, 1);
-        journal->setWhole("xone", JointKind::None);
+        journal->setWhole("xone");
         EXPECT_FALSE(journal->needsWhole());
         journal->insert(1, "y");
     }
@@ -346,7 +318,7 @@ TEST_F(JournalKeeping, AJournalThatWasRemovedByHandAsksForTheWhole) {
         journal->insert(0, "b");
         EXPECT_FALSE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
-        journal->setWhole("baone", JointKind::None);
+        journal->setWhole("baone");
         journal->insert(0, "c");
         EXPECT_TRUE(journals->flush(Long));
     }
@@ -454,6 +426,45 @@ TEST_F(JournalKeeping, ADamagedHeadIsSetAsideAndNeverRemoved) {
     ASSERT_EQ(names().size(), 1);
     EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
     EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+}
+
+TEST_F(JournalKeeping, AJournalOfAnEarlierFormIsSetAsideAndNeverRemoved) {
+    {
+        const auto journals = makeJournals();
+        journals->begin(JournalBase())->insert(0, "x");
+    }
+    QByteArray bytes = bytesOf(journalPath());
+    ASSERT_EQ(bytes.left(8), "QMJRNL2\n");
+    bytes[6] = '1';
+    put(journalPath(), bytes);
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    ASSERT_EQ(names().size(), 1);
+    EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
+    EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+}
+
+TEST_F(JournalKeeping, TheBaseOfAContinuedJournalIsStoredWithoutAnEdit) {
+    const QString path = file("one");
+    {
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Stat, 0, EIO);
+        const auto journals = makeJournals(calls);
+        journals->begin(baseOf(path))->insert(0, "x");
+        EXPECT_TRUE(journals->flush(Long));
+        ASSERT_TRUE(names(u"*.base"_qs).isEmpty());
+    }
+    {
+        const auto journals = makeJournals();
+        const auto found = only(journals->takeAbandoned());
+        ASSERT_NE(found, nullptr);
+        ASSERT_EQ(found->restore(), Outcome::Restored);
+        const auto journal = found->continueAs();
+        while (names(u"*.base"_qs).isEmpty())
+            QThread::msleep(5);
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    put(path, "another");
+    EXPECT_EQ(recovered(), "xone");
 }
 
 TEST_F(JournalKeeping, LeftoversOfNoJournalAreRemoved) {
