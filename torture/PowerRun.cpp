@@ -16,7 +16,8 @@
 namespace {
 
 /// States of each kind at each place, in a round; fewer where they repeat.
-constexpr int MostStatesOfAKind = 6;
+constexpr int MostStatesOfAKind = 40;
+constexpr int MostStatesInAShortRun = 6;
 constexpr int MostRepeats = 2;
 
 }  // namespace
@@ -109,9 +110,10 @@ void PowerRun::saveFile(int number, const Story::Step& step, LoggedCalls& calls,
 void PowerRun::tryPlace(const WeakDisk& disk, int place, int promised, const QByteArray& what) {
     const WeakDisk::Moment moment(disk, place);
     const std::uint64_t allowed = allowedAt(promised);
+    const int most = m_effort.isLong() ? MostStatesOfAKind : MostStatesInAShortRun;
     for (int kind = 0; kind < WeakDisk::SurvivorKinds; ++kind) {
         int repeats = 0;
-        for (int i = 0; i < MostStatesOfAKind && repeats < MostRepeats; ++i) {
+        for (int i = 0; i < most && repeats < MostRepeats; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
             const std::uint64_t hash = hashOf(state);
             m_report.count("states after a power cut");

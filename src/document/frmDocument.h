@@ -269,6 +269,7 @@ class frmDocument : public QWidget {
     void takeFileState(bool saved);
     RecoveryOutcome bringBackText(FoundJournal& found);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void dropChanges(bool ofBytes);
     void leaveChanges(bool ofBytes);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
@@ -303,6 +304,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
     RecoveredBar* m_recoveredBar = nullptr;
     bool m_isUntouchedRecovery = false;
+    bool m_leavesChanges = false;  ///< a load that replaces the changes leaves their journal for the next start
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;

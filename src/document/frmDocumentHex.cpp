@@ -63,10 +63,11 @@ void frmDocument::SwitchMode(bool New_Mode) {
         yieldOnce();
     if (alive && !filename.isEmpty())
         OpenFile(filename, isReadOnly, false, New_Mode);
+    if (alive)
+        m_leavesChanges = false;
 }
 
-/// False: the switch is cancelled. The result of a save that was chosen is ignored. A text without a file stays in its
-/// view.
+/// False: the switch is cancelled. The result of a save that was chosen is ignored.
 bool frmDocument::settleChanges(bool toText) {
     const QPointer<frmDocument> alive(this);
     const QPointer<frmSwitch> form(new frmSwitch(toText, window()));
@@ -76,8 +77,8 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
-    if (saves && alive && !filename.isEmpty() && viewFor(!toText).isModified())
-        leaveChanges(toText);
+    if (alive)
+        m_leavesChanges = saves && viewFor(!toText).isModified();
     return goesOn;
 }
 
@@ -88,7 +89,7 @@ void frmDocument::keepBytes(const DocumentView& loaded, const std::optional<File
     if (&loaded == m_hex.get())
         m_hexJournal->begin(filename, state);
     else
-        m_hexJournal->discard();
+        dropChanges(true);
 }
 
 // The hex view's, in hex mode alone

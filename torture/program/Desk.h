@@ -16,6 +16,8 @@
 #include <random>
 #include <vector>
 
+class FolderWatch;
+
 /// Somebody at a desk of their own who works with the program until it is killed, again and again: each round starts
 /// it, judges what the kill before has left, does one thing, and kills it at a random moment. Used by one thread.
 class Desk {
@@ -30,13 +32,13 @@ class Desk {
         const char* name;
         const char* act;
     };
-    static constexpr Hit Hits[] = {{"kills that hit a save", "saving"},
-                                   {"kills that hit a replacement", "replacing in files"},
-                                   {"kills that hit typing", "typing"},
-                                   {"kills while closing", "closing with Yes"}};
+    static constexpr Hit Hits[] = {
+        {"kills that hit a save", "saving"},        {"kills that hit a replacement", "replacing in files"},
+        {"kills that hit typing", "typing"},        {"kills while closing", "closing with Yes"},
+        {"kills while starting", "starting again"}, {"kills that hit a recovery", "starting again"}};
 
  private:
-    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes.
+    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes, where there is any.
     enum class Opens { Any, Large, Bytes };
     /// One thing that is done in a round.
     struct Act {
@@ -83,6 +85,8 @@ class Desk {
     void closeWithNo();
     void typeUntitled();
     void endInOrder();
+    void startAgain();
+    void killStarting();
     // Acts with bytes (HexActs.cpp)
     void undoBytes();
     void fillBytes();
@@ -92,8 +96,6 @@ class Desk {
     void undo(Manuscript& bytes, int steps);
     void saveAndSwitch(Manuscript& bytes);
     void judgeUndo(Manuscript& bytes);
-    void maybePause();
-    void waitForCopies();
     // What acts have in common
     Manuscript& show(std::size_t opened);
     void type(Manuscript& text, int keys, unsigned mostGapMs);
@@ -103,16 +105,21 @@ class Desk {
     void killClosing();
     void endClosing();
     Moment chooseMoment();
+    bool awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs);
     void pause(unsigned mostUs);
-    void pauseInSave(const Manuscript& text);
+    void pauseForJournal();
     void kill(const char* what);
+    void countHits();
+    bool isTyping() const;
 
     unsigned random(unsigned below) { return static_cast<unsigned>(m_random() % below); }
+    /// All others look at the first bytes of a file, and show UTF-16 and much else as bytes. Here no file is.
+    bool showsTextsOnly() const { return m_number % 2 == 1; }
+    void writeSettings() const;
     static QByteArray copyName(unsigned number) { return "copy" + QByteArray::number(number); }
     QByteArray saves() const { return m_folder + "/home/state/quillmark/saves"; }
     QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
-    /// Of byte views.
-    QByteArray copies() const { return m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid()); }
+    QByteArray workingCopies() const { return m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid()); }
     QByteArray files() const { return m_folder + "/files"; }
 
     /// Null: none of this kind is needed.
@@ -150,5 +157,5 @@ class Desk {
     bool m_wasCopyDone = false;
     Manuscript::Clock::time_point m_killed;
     bool m_hadJournals = false;
-    std::vector<QByteArray> m_oldCopies;  ///< working copies that were there before the last start
+    std::vector<QByteArray> m_abandoned;  ///< working copies that killed programs have left
 };

@@ -7,7 +7,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <optional>
 
 namespace {
 
@@ -25,6 +27,17 @@ constexpr unsigned MostGapsMs[] = {6, 30, 90};
 constexpr auto Young = 60ms;
 constexpr int ManyKeys = 150;
 constexpr int ReplaceEntry = 7;
+/// How long after its beginning a start is hit at the latest, and how long after its first work on journals or records.
+constexpr unsigned LongestStartUs = 600 * MillisecondUs;
+constexpr unsigned LongestRecoveryUs = 40 * MillisecondUs;
+constexpr unsigned MostStarts = 3;
+/// Working copies of killed programs are gone so soon after a start.
+constexpr int SweepMs = 10'000;
+
+/// How long after a save of the text has begun it is hit at the latest.
+unsigned hitUs(const Manuscript& text) {
+    return LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte;
+}
 
 }  // namespace
 
@@ -62,9 +75,22 @@ void Desk::pause(unsigned mostUs) {
     ::usleep(random(mostUs + 1));
 }
 
-/// Short pauses are more frequent than long ones, since nobody knows how fast the disk is.
-void Desk::pauseInSave(const Manuscript& text) {
-    pause(random(1 + LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte));
+/// Long enough that what was typed is in the journal.
+void Desk::pauseForJournal() {
+    ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+}
+
+/// Until the moment of the kill; false: that is when all is done, for which the caller waits. `mostUs`: how long after
+/// the first change in the folder at most. Short pauses are more frequent than long ones, since nobody knows how fast
+/// the disk is.
+bool Desk::awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs) {
+    if (moment == Moment::AtRandom) {
+        pause(LongestSaveUs);
+    } else if (moment == Moment::InTheMiddle) {
+        watch.wait(m_options.patience);
+        pause(random(1 + mostUs));
+    }
+    return moment != Moment::WhenDone;
 }
 
 Desk::Moment Desk::chooseMoment() {
@@ -82,13 +108,27 @@ void Desk::kill(const char* what) {
         throw Broken{"the program ended by itself"};
     m_report.count("kills of the program");
     m_report.count(what);
-    m_hasHitReplacement = m_wasReplacing && isSaveUnderWay();
-    if (!m_wasReplacing && isSaveUnderWay())
+    countHits();
+}
+
+/// Whether a kill has hit a replacement is known for certain after the next start.
+void Desk::countHits() {
+    const bool isSaving = isSaveUnderWay();
+    m_hasHitReplacement = m_wasReplacing && isSaving;
+    if (!m_wasReplacing && isSaving)
         m_report.count("kills that hit a save");
-    for (const Manuscript* each : m_opened) {
-        if (each->wasTyped() && m_killed - each->lastKey() < Young)
-            m_report.count("kills that hit typing");
-    }
+    if (isTyping())
+        m_report.count("kills that hit typing");
+    else if (!isSaving && !m_wasReplacing)
+        m_report.count("kills between two works");
+}
+
+bool Desk::isTyping() const {
+    const auto isYoung = [this](const Manuscript& text) {
+        return text.wasTyped() && m_killed - text.lastKey() < Young;
+    };
+    return std::ranges::any_of(m_opened, [&](const Manuscript* each) { return isYoung(*each); }) ||
+           (m_untitled != nullptr && isYoung(*m_untitled));
 }
 
 // Typing
@@ -107,7 +147,7 @@ void Desk::typeAndStop() {
 void Desk::typeAndPause() {
     Manuscript& text = show(0);
     type(text, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
-    ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+    pauseForJournal();
     pause(1'000 * MillisecondUs);
     kill("kills after a pause");
 }
@@ -120,7 +160,7 @@ void Desk::typeUntitled() {
     m_untitled = std::make_unique<Manuscript>();
     type(*m_untitled, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
     if (random(2) == 0)
-        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+        pauseForJournal();
     kill("kills with a text without a file");
 }
 
@@ -149,18 +189,13 @@ void Desk::saveText(Manuscript& text) {
     const FolderWatch watch(saves());
     m_operator.press("ctrl+s");
     text.saveBegan();
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
-        if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
-            throw Broken{"the save does not come to an end"};
-        text.saveEnded();
-        if (random(2) == 0)
-            type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
-    }
+    if (awaitMoment(moment, watch, hitUs(text)))
+        return;
+    if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
+        throw Broken{"the save does not come to an end"};
+    text.saveEnded();
+    if (random(2) == 0)
+        type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
 }
 
 void Desk::saveAs() {
@@ -185,15 +220,9 @@ void Desk::saveAs() {
         m_operator.waitForWindow(Operator::boxTitle());
         m_operator.press("alt+y");
     }
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
+    m_wasCopyDone = !awaitMoment(moment, watch, hitUs(text));
+    if (m_wasCopyDone)
         m_operator.waitForWindow(Operator::frameTitle(m_copy));
-        m_wasCopyDone = true;
-    }
     kill("kills after Save As");
 }
 
@@ -224,18 +253,55 @@ void Desk::replaceInFiles() {
     const FolderWatch watch(saves());
     const Moment moment = chooseMoment();
     m_wasReplacing = true;
-    m_wasReplaceDone = moment == Moment::WhenDone;
     m_operator.press("Return");
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else {
+    m_wasReplaceDone = !awaitMoment(moment, watch, LongestReplaceUs);
+    if (m_wasReplaceDone) {
         watch.wait(m_options.patience);
-        if (moment == Moment::InTheMiddle)
-            pause(random(1 + LongestReplaceUs));
-        else
-            m_operator.settle();
+        m_operator.settleWell();
+        m_operator.waitUntil([this] { return !isSaveUnderWay(); });
+        m_operator.settleWell();
     }
     kill("kills after a demand to replace");
+}
+
+// Starting
+
+/// A text that is not saved, or a save that is not complete, must outlive several starts that do not come to an end.
+void Desk::startAgain() {
+    Manuscript& text = show(random(unsigned(m_opened.size())));
+    if (random(3) == 0) {
+        saveText(text);
+    } else {
+        type(text, 1 + int(random(ManyKeys / 4)), MostGapsMs[0]);
+        if (random(4) != 0)
+            pauseForJournal();
+    }
+    kill("kills before a start");
+    for (unsigned starts = 1 + random(MostStarts); starts > 0; --starts)
+        killStarting();
+}
+
+void Desk::killStarting() {
+    const FolderWatch records(saves());
+    std::optional<FolderWatch> texts;
+    if (::access(journals().constData(), F_OK) == 0)
+        texts.emplace(journals());
+    const auto isAtWork = [&] { return records.wait(0) || (texts && texts->wait(0)); };
+    m_operator.beginStart(m_folder + "/home", m_named);
+    note("start");
+    if (random(2) == 0) {
+        pause(LongestStartUs);
+    } else {
+        m_operator.waitUntil(isAtWork, int(LongestStartUs / MillisecondUs));
+        pause(random(1 + LongestRecoveryUs));
+    }
+    note("kill");
+    if (!m_operator.kill())
+        throw Broken{"the program ended by itself"};
+    m_report.count("kills of the program");
+    m_report.count("kills while starting");
+    if (isAtWork())
+        m_report.count("kills that hit a recovery");
 }
 
 // Closing
@@ -256,18 +322,10 @@ void Desk::closeWithYes() {
     const Moment moment = chooseMoment();
     m_operator.press("alt+y");
     text.saveBegan();
-    if (moment == Moment::WhenDone) {
-        endClosing();
-        text.saveEnded();
-        return;
-    }
-    if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
-        pause(LongestSaveUs);
-    }
-    killClosing();
+    if (awaitMoment(moment, watch, hitUs(text)))
+        return killClosing();
+    endClosing();
+    text.saveEnded();
 }
 
 void Desk::closeWithNo() {
@@ -297,8 +355,14 @@ void Desk::endClosing() {
     m_report.count("ends by a question");
 }
 
+/// Some time after its start the program clears away the working copies of killed ones.
 void Desk::endInOrder() {
-    waitForCopies();
+    const auto isCleared = [this] {
+        const std::vector<QByteArray> names = namesIn(workingCopies());
+        return std::ranges::none_of(
+            m_abandoned, [&](const QByteArray& name) { return std::ranges::find(names, name) != names.end(); });
+    };
+    m_operator.waitUntil(isCleared, SweepMs);
     m_operator.press("alt+F4");
     m_operator.waitForEnd();
     m_killed = Manuscript::Clock::now();

@@ -41,7 +41,7 @@ bool isUsed(const QByteArray& path) {
 /// not saved of them comes back by itself.
 void Desk::open(const Act& act) {
     m_hadJournals = !namesIn(journals()).empty();
-    m_oldCopies = namesIn(copies());
+    m_abandoned = namesIn(workingCopies());
     ::unlink((files() + "/untitled.txt").constData());
     std::vector<Manuscript*> opened;
     std::vector<QByteArray> named;
@@ -81,6 +81,8 @@ Manuscript* Desk::chooseOf(Opens opens) {
             fitting.push_back(each.get());
     }
     // The longest takes long to load.
+    if (fitting.empty())
+        return nullptr;
     const bool isNeeded = opens == Opens::Bytes || (opens == Opens::Large && (!m_effort.isLong() || random(2) == 0));
     return isNeeded ? fitting[random(unsigned(fitting.size()))] : nullptr;
 }
@@ -186,9 +188,9 @@ void Desk::saveAndWait(const QByteArray& path) {
     ::stat(path.constData(), &before);
     m_operator.press("ctrl+s");
     const auto isWritten = [&] { return ::stat(path.constData(), &after) == 0 && !isSameTime(before, after); };
-    if (m_operator.waitUntil(isWritten, SaveBeginMs))
+    if (m_operator.waitWhileBusy(isWritten, SaveBeginMs))
         m_operator.waitUntil([&] { return !isSaveUnderWay(); });
-    m_operator.settle();
+    m_operator.settleWell();
     m_operator.expectNoBox();
 }
 
@@ -223,7 +225,7 @@ bool Desk::isSaveUnderWay() const {
 
 /// After an end in order.
 void Desk::judgeLeftovers() {
-    std::vector<QByteArray> folders{saves(), copies()};
+    std::vector<QByteArray> folders{saves(), workingCopies()};
     if (m_options.judgesTexts)
         folders.push_back(journals());
     for (const QByteArray& folder : folders) {

@@ -1,17 +1,11 @@
 // What is done at a desk with a file that is shown as bytes, and how its undo log is judged.
 
-#include "SceneFiles.h"
 #include "program/Desk.h"
 #include "program/FolderWatch.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <chrono>
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr unsigned MostGapMs = 20;
 /// Keys of a byte: two digits, and an arrow to the next one.
@@ -19,6 +13,8 @@ constexpr int KeysOfAByte = 3;
 constexpr unsigned MostBytes = 12;
 constexpr unsigned MostSteps = 5;
 constexpr unsigned LongestSwitchUs = 200'000;
+/// How long after the save before it has begun.
+constexpr unsigned LongestHitUs = 20'000;
 /// From the end of the View menu.
 constexpr int ModeEntry = 5;
 
@@ -46,11 +42,6 @@ void Desk::undo(Manuscript& bytes, int steps) {
     note(QByteArray::number(done) + " steps undone");
 }
 
-void Desk::maybePause() {
-    if (random(2) == 0)
-        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
-}
-
 void Desk::undoBytes() {
     Manuscript* shown = showBytes();
     if (shown == nullptr)
@@ -60,7 +51,8 @@ void Desk::undoBytes() {
         typeBytes(bytes);
         undo(bytes, 1 + int(random(MostSteps)));
     }
-    maybePause();
+    if (random(2) == 0)
+        pauseForJournal();
     kill("kills after undoing bytes");
 }
 
@@ -96,7 +88,8 @@ void Desk::fillBytes() {
         bytes.toPlace();
         typeBytes(bytes);
     }
-    maybePause();
+    if (random(2) == 0)
+        pauseForJournal();
     kill("kills after filling bytes");
 }
 
@@ -130,27 +123,11 @@ void Desk::saveAndSwitch(Manuscript& bytes) {
     const Moment moment = chooseMoment();
     m_operator.press("Return");
     bytes.saveBegan();
-    if (moment == Moment::AtRandom) {
-        pause(LongestSwitchUs);
-    } else if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(bytes);
-    } else {
-        if (!m_operator.waitUntil([&] { return bytes.isInFile() && !isSaveUnderWay(); }))
-            throw Broken{"the save before the switch does not come to an end"};
-        bytes.saveEnded();
-    }
-}
-
-/// Those that killed programs have left are cleared away some time after the start.
-void Desk::waitForCopies() {
-    const auto isSwept = [this] {
-        const std::vector<QByteArray> names = namesIn(copies());
-        return std::ranges::none_of(
-            m_oldCopies, [&](const QByteArray& each) { return std::ranges::find(names, each) != names.end(); });
-    };
-    if (!m_operator.waitUntil(isSwept))
-        throw Broken{"the working copies of killed programs stay"};
+    if (awaitMoment(moment, watch, LongestHitUs))
+        return;
+    if (!m_operator.waitUntil([&] { return bytes.isInFile() && !isSaveUnderWay(); }))
+        throw Broken{"the save before the switch does not come to an end"};
+    bytes.saveEnded();
 }
 
 /// Bytes were brought back and saved. A byte that is typed behind the last step makes the next save write them.

@@ -2,6 +2,8 @@
 
 #include "Contents.h"
 
+#include <QString>
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,6 +14,7 @@ namespace {
 
 constexpr mode_t LinkedMode = 0640;
 constexpr qsizetype LineLength = 64;
+constexpr qsizetype MostBytesOfALine = 3 * LineLength;
 /// The bytes at the beginning of a binary file in which is typed.
 constexpr qsizetype MostBytes = 64;
 /// A byte view keeps so many steps.
@@ -26,25 +29,83 @@ QByteArray linkOf(const QByteArray& path) {
     return path + ".link";
 }
 
-/// Lines of hexadecimal digits.
-QByteArray lines(qsizetype length, quint64 seed) {
-    QByteArray text = noise((length + 1) / 2, seed).toHex().left(length);
-    for (qsizetype at = LineLength; at < length; at += LineLength)
-        text[at] = '\n';
+/// Lines of hexadecimal digits, each of which begins with these other characters.
+QString lines(qsizetype length, quint64 seed, const QString& begin) {
+    QString text = QString::fromLatin1(noise((length + 1) / 2, seed).toHex().left(length));
+    for (qsizetype at = 0; at < length; at += LineLength) {
+        if (at > 0)
+            text[at] = u'\n';
+        if (at + begin.size() < length)
+            text.replace(at + 1, begin.size(), begin);
+    }
     return text;
+}
+
+QByteArray markOf(Manuscript::Kind kind) {
+    switch (kind) {
+        case Manuscript::Kind::MarkedText:
+            return "\xef\xbb\xbf";
+        case Manuscript::Kind::Utf16:
+            return "\xff\xfe";
+        case Manuscript::Kind::Utf16Swapped:
+            return "\xfe\xff";
+        default:
+            return {};
+    }
+}
+
+/// What shows that the encoding is the right one.
+QString lineBeginOf(Manuscript::Kind kind) {
+    switch (kind) {
+        case Manuscript::Kind::Utf16:
+        case Manuscript::Kind::Utf16Swapped:
+            return u"\u00e4\u20ac\u4e00\U0001f600"_qs;
+        case Manuscript::Kind::Western:
+            return u"\u00e4\u20ac\u00fc"_qs;
+        default:
+            return {};
+    }
+}
+
+QByteArray pairsOf(const QString& text, bool isLowFirst) {
+    QByteArray bytes;
+    bytes.reserve(2 * text.size());
+    for (const QChar unit : text) {
+        bytes += static_cast<char>(isLowFirst ? unit.cell() : unit.row());
+        bytes += static_cast<char>(isLowFirst ? unit.row() : unit.cell());
+    }
+    return bytes;
+}
+
+/// The only character here whose code differs from that of Latin-1.
+QByteArray westernOf(const QString& text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar unit : text)
+        bytes += unit == u'\u20ac' ? '\x80' : unit.toLatin1();
+    return bytes;
+}
+
+QByteArray encodedAs(Manuscript::Kind kind, bool hasReturns, QString text) {
+    if (hasReturns)
+        text.replace(u'\n', u"\r\n"_qs);
+    if (kind == Manuscript::Kind::Utf16 || kind == Manuscript::Kind::Utf16Swapped)
+        return pairsOf(text, kind == Manuscript::Kind::Utf16);
+    return kind == Manuscript::Kind::Western ? westernOf(text) : text.toUtf8();
 }
 
 }  // namespace
 
 Manuscript::Manuscript(QByteArray path, const Shape& shape, quint64 seed)
-    : m_path(std::move(path)), m_kind(shape.kind), m_isTypedAtEnd(shape.isTypedAtEnd) {
+    : m_path(std::move(path)), m_kind(shape.kind), m_isTypedAtEnd(shape.isTypedAtEnd), m_hasReturns(shape.hasReturns) {
     if (m_kind == Kind::Bytes) {
         const QByteArray bytes = QByteArray("\0\1\2\3", 4) + noise(shape.length - 4, seed);
         m_states.front().middle = bytes.left(MostBytes);
         m_tail = bytes.mid(MostBytes);
     } else {
-        m_head = m_kind == Kind::MarkedText ? "\xef\xbb\xbf" : "";
-        (m_isTypedAtEnd ? m_head : m_tail) += lines(shape.length, seed);
+        m_head = markOf(m_kind);
+        (m_isTypedAtEnd ? m_head : m_tail) +=
+            encodedAs(m_kind, m_hasReturns, lines(shape.length, seed, lineBeginOf(m_kind)));
     }
     putBytes(m_path, bytesNow());
     if (shape.hasLink) {
@@ -105,7 +166,8 @@ void Manuscript::typeLetter(std::mt19937& random, std::string& key) {
     // A line that began with a blank would indent the next one.
     const char before = place > 0 ? middle.at(place - 1) : '\n';
     const bool isLineBegin = before == '\n' || (m_typed == 0 && !m_isTypedAtEnd);
-    const bool mayBreak = m_typed > 0 && length() > LineLength;
+    // The line ends of a file of one line are not known.
+    const bool mayBreak = m_typed > 0 && length() > MostBytesOfALine;
     if (m_typed > 1 && random() % OneBackspaceOf == 0) {
         key = "BackSpace";
         middle.remove(place - 1, 1);
@@ -157,7 +219,7 @@ void Manuscript::saveBegan() {
 bool Manuscript::isInFile() const {
     struct stat status {};
     const QByteArray& middle = m_states.back().middle;
-    if (::stat(m_path.constData(), &status) != 0 || status.st_size != length() + middle.size())
+    if (::stat(m_path.constData(), &status) != 0 || status.st_size != length() + encoded(middle).size())
         return false;
     const std::optional<QByteArray> bytes = ::bytesOf(m_path);
     return bytes && holds(*bytes, middle);
@@ -174,13 +236,20 @@ void Manuscript::givenUp(bool isCertain) {
     m_isGivenUp = true;
 }
 
+/// As the file holds it.
+QByteArray Manuscript::encoded(const QByteArray& middle) const {
+    return m_kind == Kind::Bytes ? middle : encodedAs(m_kind, m_hasReturns, QString::fromLatin1(middle));
+}
+
 QByteArray Manuscript::bytesOf(const QByteArray& middle) const {
-    return m_head + middle + m_tail;
+    return m_head + encoded(middle) + m_tail;
 }
 
 bool Manuscript::holds(const QByteArray& bytes, const QByteArray& middle) const {
-    return bytes.size() == m_head.size() + middle.size() + m_tail.size() && bytes.startsWith(m_head) &&
-           QByteArrayView(bytes).sliced(m_head.size(), middle.size()) == middle && bytes.endsWith(m_tail);
+    const QByteArray typed = encoded(middle);
+    return bytes.size() == length() + typed.size() &&
+           QByteArrayView(bytes).sliced(m_head.size(), typed.size()) == typed && bytes.startsWith(m_head) &&
+           bytes.endsWith(m_tail);
 }
 
 std::optional<QByteArray> Manuscript::problemOfFile() {

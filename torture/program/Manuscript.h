@@ -12,19 +12,22 @@
 
 /// One file that the program edits, or a document without one, and what is known of it from outside: which keys were
 /// pressed when, which of the texts that came of them were saved, and which ones the file may therefore hold. Only a
-/// short part of the text changes, the middle; the states of the text are states of the middle.
+/// short part of the text changes, the middle; the states of the text are states of the middle. A text's middle is
+/// ASCII with LF here, whatever the encoding and the line ends of its file.
 class Manuscript {
  public:
     using Clock = std::chrono::steady_clock;
 
-    enum class Kind { Text, MarkedText, Bytes };
+    /// Texts are UTF-8 without and with a mark, UTF-16 with a mark (lower byte first, higher byte first), Windows-1252.
+    enum class Kind { Text, MarkedText, Utf16, Utf16Swapped, Western, Bytes };
     /// What the file is like at first.
     struct Shape {
         const char* name;
         qsizetype length;  ///< bytes
         Kind kind;
         bool isTypedAtEnd;
-        bool hasLink;  ///< a second hard link, and a mode of its own
+        bool hasLink;             ///< a second hard link, and a mode of its own
+        bool hasReturns = false;  ///< lines end with CR LF
     };
     enum class Match { None, Early, Fits };
     /// When the program was killed, and how old a key may have been that is lost: while keys followed each other, and
@@ -108,6 +111,7 @@ class Manuscript {
     };
 
     Clock::time_point lastKept(const Kill& kill) const;
+    QByteArray encoded(const QByteArray& middle) const;
     QByteArray bytesOf(const QByteArray& middle) const;
     bool holds(const QByteArray& bytes, const QByteArray& middle) const;
     void rest(qsizetype state);
@@ -117,6 +121,7 @@ class Manuscript {
     QByteArray m_path;
     Kind m_kind = Kind::Text;
     bool m_isTypedAtEnd = false;
+    bool m_hasReturns = false;
     QByteArray m_head;
     QByteArray m_tail;
     struct stat m_status {};
