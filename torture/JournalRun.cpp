@@ -128,7 +128,7 @@ void JournalRun::playLife(std::mt19937& random, LoggedCalls& calls, Journals& jo
         for (int i = 1 + below(random, 5); i > 0; --i)
             edit(random, journal, text);
         if (below(random, 8) == 0)
-            journal.setWhole(text);
+            journal.setWhole({text});
         // It is a promise only when it is reported as written.
         if (journals.flush(Long))
             promise(calls, text);

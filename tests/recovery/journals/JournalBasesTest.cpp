@@ -145,7 +145,7 @@ TEST_F(JournalBases, WithoutACopyYetTheFileIsTheBaseAsLongAsItIsAsItWas) {
     // The document is still there to be asked.
     EXPECT_TRUE(journals->flush(Long));
     EXPECT_TRUE(journal->needsWhole());
-    journal->setWhole("xone");
+    journal->setWhole({"xone"});
     EXPECT_TRUE(journals->flush(Long));
     EXPECT_EQ(textsAfterKill(), std::vector<std::string>{"xone"});
 }
@@ -219,7 +219,7 @@ TEST_F(JournalBases, AJournalThatOutgrowsATextWithoutACopyAsksForTheWhole) {
     EXPECT_TRUE(journals->flush(Long));
     ASSERT_TRUE(journal->needsWhole());
     const std::string whole = added + "xone two three";
-    journal->setWhole(whole);
+    journal->setWhole({whole});
     EXPECT_TRUE(journals->flush(Long));
     EXPECT_FALSE(journal->needsWhole());
     put(path, "another");

@@ -40,11 +40,11 @@ TEST_F(JournalFailures, AnySingleFailureIsMadeGoodByTheNextBatch) {
                     journal->insert(0, text);
                     expected.insert(0, text);
                     if (journal->needsWhole())
-                        journal->setWhole(expected);
+                        journal->setWhole({expected});
                     journals->flush(Long);
                 }
                 if (journal->needsWhole()) {
-                    journal->setWhole(expected);
+                    journal->setWhole({expected});
                     journals->flush(Long);
                 }
             }

@@ -107,7 +107,7 @@ TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
         journal->insert(0, "lost");
         EXPECT_TRUE(journals->flush(Long));
         journal->insert(0, "lost, too");
-        journal->setWhole("all\rof it");
+        journal->setWhole({"all\rof it"});
         journal->insert(0, "and ");
     }
     put(path, "something else");
@@ -253,7 +253,7 @@ TEST_F(JournalKeeping, AFileThatWasChangedBeforeTheFirstEditAsksForTheWhole) {
         EXPECT_TRUE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
         EXPECT_EQ(notices, 1);
-        journal->setWhole("xone");
+        journal->setWhole({"xone"});
         EXPECT_FALSE(journal->needsWhole());
         journal->insert(1, "y");
     }
@@ -305,7 +305,7 @@ TEST_F(JournalKeeping, AJournalThatWasRemovedByHandAsksForTheWhole) {
         journal->insert(0, "b");
         EXPECT_FALSE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
-        journal->setWhole("baone");
+        journal->setWhole({"baone"});
         journal->insert(0, "c");
         EXPECT_TRUE(journals->flush(Long));
     }
