@@ -48,6 +48,18 @@ void frmDocument::forgetChanges() {
     m_isUntouchedRecovery = false;
 }
 
+void frmDocument::completeJournals() {
+    if (m_journal)
+        m_journal->complete();
+    m_hexJournal->noteFileChange();
+}
+
+void frmDocument::noteFileChange() {
+    if (m_journal)
+        m_journal->noteFileChange();
+    m_hexJournal->noteFileChange();
+}
+
 /// They were to be saved before the switch and are not, so that they come back at the next start.
 void frmDocument::leaveChanges(bool ofBytes) {
     if (ofBytes)
