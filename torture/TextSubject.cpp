@@ -43,7 +43,7 @@ void TextSubject::edit(std::mt19937& random, Journal& journal) {
 }
 
 void TextSubject::setWhole(Journal& journal) {
-    journal.setWhole(m_text);
+    journal.setWhole({m_text});
 }
 
 std::optional<std::string> TextSubject::stateOf(const FoundJournal& found) const {

@@ -20,7 +20,7 @@ HexJournal::HexJournal(Journals* journals, ucHex& view) : m_journals(journals), 
 }
 
 HexJournal::~HexJournal() {
-    keepWholeIfNeeded();
+    noteFileChange();
     m_view.setEditObserver(nullptr);
 }
 
@@ -39,10 +39,15 @@ void HexJournal::discard() {
         if (journal != nullptr)
             journal->discard();
     }
-    leave();
+    drop();
 }
 
 void HexJournal::leave() {
+    noteFileChange();
+    drop();
+}
+
+void HexJournal::drop() {
     m_journal.reset();
     m_unloaded.reset();
     reset();
@@ -50,7 +55,7 @@ void HexJournal::leave() {
 
 /// If the load fails, the changes are neither saved nor given up.
 void HexJournal::unloaded() {
-    keepWholeIfNeeded();
+    noteFileChange();
     if (m_journal)
         m_unloaded = std::move(m_journal);
     reset();
@@ -83,7 +88,21 @@ void HexJournal::followNeeds() {
 }
 
 void HexJournal::keepWholeIfNeeded() {
-    if (!m_journal || !m_view.workingCopy().isOpen() || !m_journal->needsWhole())
+    if (m_journal && m_journal->needsWhole())
+        keepWhole();
+}
+
+void HexJournal::noteFileChange() {
+    const bool isBaseLost =
+        m_journal && m_journal->dependsOnFile() && !(m_base.state && m_base.state->isStillAt(m_base.path));
+    if (isBaseLost)
+        keepWhole();
+    else
+        keepWholeIfNeeded();
+}
+
+void HexJournal::keepWhole() {
+    if (!m_view.workingCopy().isOpen())
         return;
     m_journal->setWhole(m_view.workingCopy().handle());
     m_isUndoKept = false;

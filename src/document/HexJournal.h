@@ -39,6 +39,9 @@ class HexJournal : public HexEditObserver {
     void discard();
     /// The changes leave the view without having been saved or given up: the journal stays for the next start.
     void leave();
+    /// The document's file may have been changed on the disk, or no further change follows: a journal whose edits are
+    /// of no use without the file gets all bytes.
+    void noteFileChange();
 
     /// Shows the bytes of a journal that was restored, and goes on with that journal. Otherwise the journal is left as
     /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed
@@ -68,6 +71,7 @@ class HexJournal : public HexEditObserver {
 
     Journal& journal();
     void followNeeds();
+    void drop();
     void reset();
     void type(FilePosition page, HexCell cell, quint8 byte);
     void write(FilePosition at, std::string_view bytes);
@@ -76,6 +80,7 @@ class HexJournal : public HexEditObserver {
     void note(FilePosition at, std::string_view bytes, qint64 count);
     void repeat(const Change& change);
     void keepWholeIfNeeded();
+    void keepWhole();
 
     Journals* m_journals;
     ucHex& m_view;

@@ -265,6 +265,8 @@ bool frmDocument::FileNeedToReload() {
     QString size;
     LastUpdateTime(now, size);
     const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
+    if (change != DiskChange::None)
+        noteFileChange();
     if (change == DiskChange::Rewritten)
         return askToReload();
     if (change == DiskChange::Deleted)

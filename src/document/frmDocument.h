@@ -116,6 +116,10 @@ class frmDocument : public QWidget {
     RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found);
     /// The user does not want the changes to be saved: the next start does not bring them back.
     void forgetChanges();
+    /// The process ends and leaves the document as it is: its journals get what they need to be of use by themselves.
+    void completeJournals();
+    /// The file on the disk is not the one that was loaded or saved, and the changes stay: the same, a little later.
+    void noteFileChange();
     /// Changes were brought back, and were neither kept nor edited yet.
     bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
     /// Null: none is shown.

@@ -60,6 +60,18 @@ void frmDocument::dropChanges(bool ofBytes) {
         m_journal->giveUp();
 }
 
+void frmDocument::completeJournals() {
+    if (m_journal)
+        m_journal->complete();
+    m_hexJournal->noteFileChange();
+}
+
+void frmDocument::noteFileChange() {
+    if (m_journal)
+        m_journal->noteFileChange();
+    m_hexJournal->noteFileChange();
+}
+
 /// They were to be saved before the switch and are not, so that they come back at the next start.
 void frmDocument::leaveChanges(bool ofBytes) {
     m_leavesChanges = false;

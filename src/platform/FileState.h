@@ -20,6 +20,9 @@ struct FileState {
         return inode == other.inode && size == other.size && modified == other.modified;
     }
 
+    /// Whether the path still leads to this file, and nobody has written to it since.
+    bool isStillAt(const QString& path) const;
+
     /// Nothing when the file cannot be examined. Links are followed.
     static std::optional<FileState> of(const QString& path);
     /// The same of an open file.

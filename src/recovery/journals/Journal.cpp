@@ -55,12 +55,16 @@ bool Journal::needsWhole() const {
     return m_stream->needsWhole();
 }
 
+bool Journal::dependsOnFile() const {
+    return m_stream->dependsOnFile();
+}
+
 void Journal::setWholeNeeded(std::function<void()> notify) {
     m_stream->setWholeNeeded(std::move(notify));
 }
 
-void Journal::setWhole(std::string text) {
-    m_stream->setWhole(std::move(text));
+void Journal::setWhole(std::vector<std::string> parts) {
+    m_stream->setWhole(std::move(parts));
 }
 
 void Journal::setWhole(int handle) {

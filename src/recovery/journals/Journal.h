@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class JournalStream;
 
@@ -38,11 +39,13 @@ class Journal {
     /// changed the file, or removed the journal. Call setWhole() soon. Costs no more than reading a flag; ask it with
     /// each edit, after the edit was passed on.
     bool needsWhole() const;
+    /// Whether the edits would be of no use if the file of the base were changed: there is no copy of it, or not yet.
+    bool dependsOnFile() const;
     /// Is called once each time it becomes needed, in the thread that writes: post an event. What it uses must exist as
     /// long as this object.
     void setWholeNeeded(std::function<void()> notify);
-    /// The present contents of a text, which replace base and edits so far.
-    void setWhole(std::string text);
+    /// The present contents of a text, in parts, which replace base and edits so far.
+    void setWhole(std::vector<std::string> parts);
     /// The same of a hex document: the file with its present bytes, which is cloned or copied later. The handle stays
     /// the caller's and may be closed. Marks and undo are given up until the copy is made. From now on a byte that is
     /// undone must be passed on as written: takeBack() refers to what is given up.

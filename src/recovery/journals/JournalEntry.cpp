@@ -122,5 +122,5 @@ std::optional<JournalEntry> readEntry(PayloadReader& reader) {
     entry.kind = form->kind;
     for (int i = 0; i < form->count; ++i)
         readPart(form->parts[static_cast<std::size_t>(i)], reader, entry);
-    return reader.isValid() ? std::optional(std::move(entry)) : std::nullopt;
+    return reader.isValid() ? std::optional(entry) : std::nullopt;
 }

@@ -63,7 +63,9 @@ JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, QStri
       m_baseNumber(-1),
       m_bytesDelay(limits.whileEditing, limits.longestRetry),
       m_textLength(lengthOf(m_base)),
-      m_compactFrom(limits.compacted) {}
+      m_compactFrom(limits.compacted) {
+    reportDependence();
+}
 
 JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, const JournalLimits& limits,
                              JournalBase base, std::shared_ptr<JournalStream> stream, Continued continued)
@@ -83,7 +85,9 @@ JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, const
       m_textLength(continued.textLength),
       m_hasWhole(continued.hasWhole),
       m_wholeLength(continued.hasWhole ? continued.textLength : 0),
-      m_compactFrom(limits.compacted) {}
+      m_compactFrom(limits.compacted) {
+    reportDependence();
+}
 
 JournalOutput::~JournalOutput() {
     dropCopy();
@@ -239,6 +243,7 @@ void JournalOutput::noteWritten() {
         m_stored.reset();
     }
     m_backlog.clear();
+    reportDependence();
 }
 
 /// Somebody removed the file: without what was in it, edits are of no use. Contents that are whole go into a new one.
@@ -261,6 +266,11 @@ bool JournalOutput::noteGone() {
 /// Whether the edits are of no use when the file is changed.
 bool JournalOutput::dependsOnFile() const {
     return m_base.state && !m_hasWhole && (!m_stored || !m_stored->hasCopy);
+}
+
+/// A whole that waits to be written counts when it is written.
+void JournalOutput::reportDependence() {
+    m_stream->setDependsOnFile(dependsOnFile());
 }
 
 /// Whether there is a copy of the base, or will never be one.
@@ -381,8 +391,7 @@ void JournalOutput::checkFile() {
         return;
     m_isCheckPending = std::make_shared<std::atomic<bool>>(true);
     const auto check = [path = m_base.path, before = *m_base.state, stream = m_stream, pending = m_isCheckPending] {
-        const std::optional<FileState> now = FileState::of(path);
-        if (!now || !now->hasSameBytesAs(before))
+        if (!before.isStillAt(path))
             stream->askForWhole();
         *pending = false;
         stream->wake();

@@ -73,6 +73,7 @@ class JournalOutput {
     bool noteGone();
     bool awaitsBase() const { return m_isPublished && !m_isBaseSettled && m_storing == nullptr; }
     bool dependsOnFile() const;
+    void reportDependence();
     bool isBaseKnown() const;
     void storeBase();
     void storeBytes();

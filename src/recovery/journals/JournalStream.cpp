@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -25,11 +26,26 @@ JournalStream::~JournalStream() {
         ::close(m_wholeFile);
 }
 
-void JournalStream::insert(qint64 at, std::string_view bytes) {
+template <typename Change>
+void JournalStream::edit(Change change) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
         isFirst = noteEdit();
+        change();
+    }
+    if (isFirst)
+        m_wake();
+}
+
+template <typename Value>
+Value JournalStream::locked(const Value& member) const {
+    const std::scoped_lock lock(m_mutex);
+    return member;
+}
+
+void JournalStream::insert(qint64 at, std::string_view bytes) {
+    edit([&] {
         m_growth += static_cast<qint64>(bytes.size());
         if (m_hasOpen && m_open.kind == EntryKind::Insert && at == m_open.at + qint64(m_open.bytes.size()) &&
             m_open.bytes.size() + bytes.size() <= MostContinued) {
@@ -38,16 +54,12 @@ void JournalStream::insert(qint64 at, std::string_view bytes) {
             closeOpen();
             open(EntryKind::Insert, at, bytes);
         }
-    }
-    wakeIf(isFirst);
+    });
 }
 
 /// The key Delete removes at the same place again, Backspace before it.
 void JournalStream::remove(qint64 at, qint64 length) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    edit([&] {
         m_growth -= length;
         if (m_hasOpen && m_open.kind == EntryKind::Remove && (at == m_open.at || at + length == m_open.at)) {
             m_open.at = at;
@@ -57,53 +69,44 @@ void JournalStream::remove(qint64 at, qint64 length) {
             open(EntryKind::Remove, at, {});
             m_open.length = length;
         }
-    }
-    wakeIf(isFirst);
+    });
 }
 
 void JournalStream::add(const JournalEntry& entry) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    edit([&] {
         closeOpen();
         putIn(entry);
-    }
-    wakeIf(isFirst);
+    });
 }
 
-void JournalStream::setWhole(std::string text) {
+void JournalStream::setWhole(std::vector<std::string> parts) {
     JournalEntry entry;
     entry.kind = EntryKind::Whole;
-    entry.length = static_cast<qint64>(text.size());
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    for (const std::string& part : parts)
+        entry.length += static_cast<qint64>(part.size());
+    edit([&] {
         m_parts.clear();
         m_hasOpen = false;
         m_growth = entry.length;
         m_isWhole = true;
         putIn(entry);
-        m_parts.push_back(std::move(text));
+        std::move(parts.begin(), parts.end(), std::back_inserter(m_parts));
         m_parts.emplace_back();
         m_needsWhole = false;
-    }
-    wakeIf(isFirst);
+        m_dependsOnFile = false;
+    });
 }
 
 void JournalStream::setWhole(int handle) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    edit([&] {
         if (m_wholeFile >= 0)
             ::close(m_wholeFile);
         m_wholeFile = ::fcntl(handle, F_DUPFD_CLOEXEC, 0);
-        if (m_wholeFile >= 0)
-            m_needsWhole = false;
-    }
-    wakeIf(isFirst);
+        if (m_wholeFile < 0)
+            return;
+        m_needsWhole = false;
+        m_dependsOnFile = false;
+    });
 }
 
 void JournalStream::discard() {
@@ -186,14 +189,13 @@ bool JournalStream::isReleased() const {
     return m_isReleased && m_next == nullptr;
 }
 
+qint64 JournalStream::time() const {
+    return locked(m_time);
+}
+
 int JournalStream::takeWholeFile() {
     const std::scoped_lock lock(m_mutex);
     return std::exchange(m_wholeFile, -1);
-}
-
-qint64 JournalStream::time() const {
-    const std::scoped_lock lock(m_mutex);
-    return m_time;
 }
 
 /// Memory is used again: a key reserves none.
@@ -232,9 +234,4 @@ void JournalStream::putIn(const JournalEntry& entry) {
     if (m_parts.empty() || m_parts.back().size() > LongPart)
         m_parts.emplace_back();
     appendEntry(m_parts.back(), entry);
-}
-
-void JournalStream::wakeIf(bool isFirst) const {
-    if (isFirst)
-        m_wake();
 }

@@ -40,9 +40,10 @@ class JournalStream {
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
     void add(const JournalEntry& entry);
-    void setWhole(std::string text);
+    void setWhole(std::vector<std::string> parts);
     void setWhole(int handle);
     bool needsWhole() const { return m_needsWhole; }
+    bool dependsOnFile() const { return m_dependsOnFile; }
     /// Not called any more when the function returns.
     void setWholeNeeded(std::function<void()> notify);
     void discard();
@@ -61,6 +62,7 @@ class JournalStream {
     void askForWhole();
     /// Entries are on the disk.
     void noteWritten() { m_isWritten = true; }
+    void setDependsOnFile(bool depends) { m_dependsOnFile = depends; }
     /// Wakes the thread that writes; in any thread.
     void wake() const { m_wake(); }
     bool isDiscarded() const;
@@ -79,6 +81,12 @@ class JournalStream {
         std::string bytes;
     };
 
+    /// Makes the change with the lock held, and wakes the thread that writes when nothing waited before.
+    template <typename Change>
+    void edit(Change change);
+    /// The member, read with the lock held.
+    template <typename Value>
+    Value locked(const Value& member) const;
     void open(EntryKind kind, qint64 at, std::string_view bytes);
     void closeOpen();
     void hurry();
@@ -87,7 +95,6 @@ class JournalStream {
     /// Returns whether nothing waited before.
     bool noteEdit();
     void putIn(const JournalEntry& entry);
-    void wakeIf(bool isFirst) const;
 
     mutable std::mutex m_mutex;
     std::function<void()> m_wake;
@@ -102,6 +109,7 @@ class JournalStream {
     qint64 m_time;
     int m_wholeFile = -1;
     std::atomic<bool> m_needsWhole{false};
+    std::atomic<bool> m_dependsOnFile{false};
     std::mutex m_notifying;
     std::function<void()> m_wholeNeeded;
     std::atomic<bool> m_isWritten{false};

@@ -24,12 +24,14 @@ Clock::time_point longFromNow() {
 TEST(BaseThreads, WorkOfADeviceIsDoneInItsOrder) {
     BaseThreads threads;
     std::vector<int> done;
-    for (int i = 0; i < 1'000; ++i)
+    for (int i = 0; i < 1'000; ++i) {
         EXPECT_TRUE(threads.start(7, [&done, i] { done.push_back(i); }));
+    }
     ASSERT_TRUE(threads.wait(longFromNow()));
     ASSERT_EQ(done.size(), 1'000u);
-    for (int i = 0; i < 1'000; ++i)
+    for (int i = 0; i < 1'000; ++i) {
         EXPECT_EQ(done[static_cast<std::size_t>(i)], i);
+    }
 }
 
 TEST(BaseThreads, ADeviceThatDoesNotAnswerStopsNoOther) {

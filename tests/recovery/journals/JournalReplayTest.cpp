@@ -53,7 +53,7 @@ class RandomText {
                 return insert(journal, at, lineEnd());
             case 6:
                 if (number(20) == 0)
-                    journal.setWhole(m_text);
+                    journal.setWhole({m_text});
                 return;
             default:
                 return insert(journal, at, std::string(static_cast<std::size_t>(number(300)), 'x'));

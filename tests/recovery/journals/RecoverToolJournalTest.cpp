@@ -30,13 +30,6 @@ class RecoverToolOfJournals : public JournalFixture {
         return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
                 QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
     }
-    /// A journal with one edit, and its name.
-    QString leave(const JournalBase& base, const std::string& text, qint64 at = 0) const {
-        const auto journals = makeJournals();
-        journals->begin(base)->insert(at, text);
-        EXPECT_TRUE(journals->flush(Long));
-        return names(u"*.journal"_qs).value(0);
-    }
 };
 
 TEST_F(RecoverToolOfJournals, JournalsAreListedAndShown) {
