@@ -139,7 +139,7 @@ void Desk::countHits() {
     if (isTyping())
         m_report.count("kills that hit typing");
     else if (!isSaving && !m_wasReplacing)
-        m_report.count("kills between two works");
+        m_report.count("kills that hit neither typing nor a save");
 }
 
 bool Desk::isTyping() const {
