@@ -19,7 +19,7 @@ namespace {
 
 constexpr int StoriesOfAShortRun = 10;
 /// States of each kind at each place.
-constexpr int MostStatesOfAKind = 3;
+constexpr int StatesOfAKind = 3;
 constexpr std::chrono::seconds Long{60};
 
 /// Shared bytes would not be seen by the log.
@@ -122,13 +122,13 @@ void JournalRun::promise(LoggedCalls& calls, std::optional<std::string> state) {
 void JournalRun::tryPlace(int place) {
     const WeakDisk::Moment moment(m_disk, place);
     for (int kind = 0; kind < WeakDisk::SurvivorKinds; ++kind) {
-        for (int i = 0; i < MostStatesOfAKind; ++i) {
+        for (int i = 0; i < StatesOfAKind; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
             const std::uint64_t hash = hashOf(state);
             m_report.count("states of journals after a power cut");
             m_states.insert(hash);
             if (!m_tried.insert({hash, place}).second)
-                break;
+                continue;
             put(state);
             examine(place, "story " + QByteArray::number(m_seed) + ", power cut at " + QByteArray::number(place) +
                                ", survivors " + QByteArray::number(kind));

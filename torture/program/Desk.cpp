@@ -156,6 +156,7 @@ void Desk::playRound(bool isLast) {
             each->forget();
         note(act.name);
         m_act = act.name;
+        m_late = {};
         (this->*act.play)();
     } catch (const Broken& broken) {
         breakOff(broken.what);

@@ -11,6 +11,7 @@
 
 #include <unistd.h>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <random>
@@ -107,6 +108,8 @@ class Desk {
     Moment chooseMoment();
     bool awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs);
     void pause(unsigned mostUs);
+    void sleep(std::chrono::microseconds time);
+    Manuscript::Kill lastKill() const;
     void pauseForJournal();
     void kill(const char* what);
     void countHits();
@@ -156,6 +159,7 @@ class Desk {
     Manuscript* m_copied = nullptr;
     bool m_wasCopyDone = false;
     Manuscript::Clock::time_point m_killed;
+    Manuscript::Clock::duration m_late{};  ///< what the sleeps before the last kill took too long
     bool m_hadJournals = false;
     std::vector<QByteArray> m_abandoned;  ///< working copies that killed programs have left
 };

@@ -23,6 +23,8 @@ constexpr unsigned LongestHitUs = 300;
 constexpr unsigned HitUsPerKilobyte = 2;
 constexpr unsigned LongestReplaceUs = 40 * MillisecondUs;
 constexpr unsigned MostGapsMs[] = {6, 30, 90};
+/// A sleep that is so much too long is late.
+constexpr auto Late = 200ms;
 /// A key that is so young is typing.
 constexpr auto Young = 60ms;
 constexpr int ManyKeys = 150;
@@ -72,12 +74,29 @@ void Desk::finishByte(Manuscript& text) {
 }
 
 void Desk::pause(unsigned mostUs) {
-    ::usleep(random(mostUs + 1));
+    sleep(std::chrono::microseconds(random(mostUs + 1)));
+}
+
+/// A machine that stands still, or is asked for far too much, keeps the program from its work as it does us.
+void Desk::sleep(std::chrono::microseconds time) {
+    const Manuscript::Clock::time_point begin = Manuscript::Clock::now();
+    ::usleep(useconds_t(time.count()));
+    const auto late = Manuscript::Clock::now() - begin - time;
+    if (late < Late)
+        return;
+    m_late += late;
+    note("late");
+    m_report.count("times when the machine was late");
+}
+
+/// What may be lost of the text after the last kill.
+Manuscript::Kill Desk::lastKill() const {
+    return {m_killed, m_options.whileTyping + m_late, m_options.afterPause + m_late};
 }
 
 /// Long enough that what was typed is in the journal.
 void Desk::pauseForJournal() {
-    ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+    sleep(m_options.afterPause + 100ms);
 }
 
 /// Until the moment of the kill; false: that is when all is done, for which the caller waits. `mostUs`: how long after
@@ -120,7 +139,7 @@ void Desk::countHits() {
     if (isTyping())
         m_report.count("kills that hit typing");
     else if (!isSaving && !m_wasReplacing)
-        m_report.count("kills between two works");
+        m_report.count("kills that hit neither typing nor a save");
 }
 
 bool Desk::isTyping() const {
@@ -138,7 +157,7 @@ void Desk::typeAndStop() {
     const unsigned gap = MostGapsMs[random(unsigned(std::size(MostGapsMs)))];
     type(text, 1 + int(random(ManyKeys)), gap);
     if (random(4) == 0) {
-        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause).count()));
+        sleep(m_options.afterPause);
         type(text, 1 + int(random(ManyKeys)), gap);
     }
     kill("kills after typing");

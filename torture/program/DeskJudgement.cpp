@@ -169,7 +169,7 @@ bool Desk::judgeText(Manuscript& text) {
         saveAndWait(text.path());
     note("judged " + name);
     const QByteArray bytes = bytesOf(text.path()).value_or(QByteArray());
-    const Manuscript::Match match = text.match(bytes, {m_killed, m_options.whileTyping, m_options.afterPause});
+    const Manuscript::Match match = text.match(bytes, lastKill());
     if (match == Manuscript::Match::None)
         throw Broken{name + " comes back as it never was"};
     if (match == Manuscript::Match::Early)
@@ -207,7 +207,7 @@ void Desk::judgeUntitled() {
         bytes = bytesOf(path).value_or(QByteArray());
     }
     m_untitled->setPath(path);
-    const Manuscript::Match match = m_untitled->match(bytes, {m_killed, m_options.whileTyping, m_options.afterPause});
+    const Manuscript::Match match = m_untitled->match(bytes, lastKill());
     if (match == Manuscript::Match::None)
         throw Broken{"a text without a file comes back as it never was"};
     if (match == Manuscript::Match::Early)
