@@ -2,6 +2,9 @@
 
 #include "Contents.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 QByteArray withBlocksOf(QByteArray bytes, const QByteArray& other, std::initializer_list<qsizetype> blocks) {
@@ -33,6 +36,9 @@ std::vector<Story> stories() {
         grown("to whole blocks", 700, 4'096),
         {"new", std::nullopt, {{second}}},
         {"new and saved again", std::nullopt, {{first}, {second.left(2'000)}}},
+        {"new and empty", std::nullopt, {{QByteArray()}}},
+        {"new from a source", std::nullopt, {{large, 4'096}}},
+        {"several new at once", std::nullopt, {{second.left(4'000)}}, 4},
         {"bytes", large, {{someOfLarge, 4'096, false}}},
         {"bytes, more than before", first, {{someOfLarge, 4'096, false}}},
         {"bytes, fewer than before", large, {{first, 4'096, false}}},
@@ -69,9 +75,14 @@ bool Promises::allows(int place, const Contents& contents) const {
     for (const Event& event : m_events) {
         if (event.place > place)
             break;
-        const bool isThat =
-            event.isAnything || event.contents == contents || (!event.contents && contents && contents->isEmpty());
+        const bool isThat = event.isAnything || event.contents == contents;
         isAllowed = event.isSaved ? isThat : isAllowed || isThat;
     }
     return isAllowed;
+}
+
+bool Promises::isLast(int place, const Contents& contents) const {
+    const auto later =
+        std::find_if(m_events.begin(), m_events.end(), [&](const Event& event) { return event.place > place; });
+    return later != m_events.begin() && std::prev(later)->contents == contents;
 }

@@ -41,6 +41,8 @@ class Promises {
     void reported(int place, Contents contents) { m_events.push_back({place, true, std::move(contents)}); }
 
     bool allows(int place, const Contents& contents) const;
+    /// Whether the file has what was written last.
+    bool isLast(int place, const Contents& contents) const;
 
  private:
     struct Event {
