@@ -288,9 +288,10 @@ SystemError UserFileWriter::fill(BytePieces atHand, ByteSource& source, Tail tai
 }
 
 void UserFileWriter::letWitness(bool cuts, BytePieces atHand, ByteSource& source, Target& target) {
-    if (m_witness != nullptr)
-        target.watched = m_witness->aboutToWrite(
-            {target.name, target.before, target.length, cuts, atHand, source, target.isUnnamed});
+    if (m_witness == nullptr)
+        return;
+    target.watched =
+        m_witness->aboutToWrite({target.name, target.before, target.length, cuts, atHand, source, target.isUnnamed});
 }
 
 SystemError UserFileWriter::reserve(Target& target) {

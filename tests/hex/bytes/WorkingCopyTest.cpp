@@ -1,6 +1,7 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "support/FailingFileSystem.h"
+#include "support/NetworkLocks.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -303,6 +304,17 @@ TEST_F(WorkingCopies, OfKilledProcessesAreSweptAwayAndThoseInUseAreNot) {
     }
     EXPECT_TRUE(stands(other.fileName()));
     EXPECT_TRUE(stands(at(u"~hextemp000000.tmp"_qs)));
+}
+
+TEST_F(WorkingCopies, OfKilledProcessesAreSweptAwayFromANetworkFileSystemToo) {
+    NetworkLocks calls;
+    auto hex = std::make_unique<WorkingCopy>(calls, Block, [this] { return m_now; });
+    ASSERT_FALSE(hex->load(file("in use"), watching()));
+    QFile out(at(u"~hextemp010203.tmp"_qs));
+    ASSERT_TRUE(out.open(QFile::WriteOnly));
+    WorkingCopy::removeAbandoned(calls);
+    EXPECT_FALSE(stands(out.fileName()));
+    EXPECT_TRUE(stands(hex->name()));
 }
 
 TEST_F(WorkingCopies, ASweepWithoutAFolderMakesNone) {
