@@ -62,7 +62,7 @@ class PiecesAtHand : public ByteSource {
         pieces = m_pieces;
         return {};
     }
-    bool rewind() override { return true; }
+    bool rewind(Reading /*next*/) override { return true; }
 
  private:
     BytePieces m_pieces;
@@ -164,14 +164,14 @@ WriteResult UserFileWriter::write(const QString& path, ByteSource& source, Tail 
 
 WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail) {
     // A new file that cannot get its name, or whose name was taken meanwhile, is written once more.
-    if (source.rewind()) {
+    if (source.rewind(ByteSource::Reading::ToWrite)) {
         Target target;
         target.path = path;
         target.mayBeUnnamed = true;
         const WriteResult result = writeTo(target, atHand, source, tail);
         if (!target.isNameRefused)
             return result;
-        source.rewind();
+        source.rewind(ByteSource::Reading::ToWrite);
     }
     Target target;
     target.path = path;

@@ -52,7 +52,7 @@ class PartSource : public ByteSource {
         pieces = BytePieces(&m_piece, 1);
         return {};
     }
-    bool rewind() override {
+    bool rewind(Reading /*next*/) override {
         if (rewinds)
             m_at = 0;
         return rewinds;
@@ -153,14 +153,14 @@ class Witness : public WriteWitness {
     }
 
     void readAll(ByteSource& source) {
-        canRewind = source.rewind();
+        canRewind = source.rewind(ByteSource::Reading::ToExamine);
         while (canRewind && bytes.size() < source.length()) {
             BytePieces pieces;
             ASSERT_FALSE(source.next(pieces));
             for (const std::string_view piece : pieces)
                 bytes += QByteArray(piece.data(), static_cast<qsizetype>(piece.size()));
         }
-        canRewind = source.rewind();
+        canRewind = source.rewind(ByteSource::Reading::ToWrite);
     }
 
     std::function<void()> meanwhile;

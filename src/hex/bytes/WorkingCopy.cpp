@@ -66,9 +66,9 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
-    bool rewind() override {
+    bool rewind(Reading next) override {
         m_at = 0;
-        m_isExamined = !m_isExamined;
+        m_isExamined = next == Reading::ToExamine;
         return true;
     }
 

@@ -262,7 +262,7 @@ SystemError SaveRecordWriter::addAll(const PlannedWrite& write, OldFile& old) {
 
 /// Reads the whole source once before it is written.
 SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile& old) {
-    if (!write.source.rewind())
+    if (!write.source.rewind(ByteSource::Reading::ToExamine))
         return SystemError::fromErrno(ESPIPE);
     Comparison comparison(old, write.cuts, m_output);
     SystemError error;
@@ -279,7 +279,7 @@ SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile&
     }
     if (!error)
         error = comparison.end();
-    write.source.rewind();
+    write.source.rewind(ByteSource::Reading::ToWrite);
     if (!error)
         error = old.readToEnd();
     return error ? error : m_output.error();

@@ -393,6 +393,17 @@ TEST_F(WorkingCopies, OfBlocksLargerThanTheirPiecesTellAfterEachBlock) {
     EXPECT_EQ(bytesOf(target), bytes);
 }
 
+TEST_F(WorkingCopies, SavedToANewNameThatIsRefusedAtFirstTellTheSameOnceMore) {
+    auto hex = copy();
+    ASSERT_FALSE(hex->load(file(someBytes(40)), watching()));
+    m_percents.clear();
+    m_calls.fail(SystemCall::NameFile, 0, EPERM);
+    const QString target = m_folder.filePath(u"target"_qs);
+    ASSERT_FALSE(hex->save(target, watching()));
+    EXPECT_EQ(m_percents, (std::vector<int>{50, 100, 50, 100, 100}));
+    EXPECT_EQ(bytesOf(target), someBytes(40));
+}
+
 TEST_F(WorkingCopies, SavedToALongerFileLeaveItsTail) {
     auto hex = copy();
     ASSERT_FALSE(hex->load(file("short"), watching()));

@@ -61,7 +61,7 @@ class Parts : public ByteSource {
         pieces = BytePieces(&m_piece, 1);
         return {};
     }
-    bool rewind() override {
+    bool rewind(Reading /*next*/) override {
         m_at = 0;
         return canRewind;
     }
