@@ -25,7 +25,7 @@ class Parts : public ByteSource {
 
     qint64 length() const override { return m_bytes.size(); }
     SystemError next(BytePieces& pieces) override;
-    bool rewind() override {
+    bool rewind(Reading /*next*/) override {
         m_at = 0;
         return true;
     }

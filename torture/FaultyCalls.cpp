@@ -27,6 +27,7 @@ constexpr int ReserveErrors[] = {ENOSPC, EDQUOT, EOPNOTSUPP, EIO, EINTR};
 constexpr int FlushErrors[] = {EIO, ENOSPC, EDQUOT, EINTR};
 constexpr int CutErrors[] = {EIO, EPERM, EINTR};
 constexpr int NameErrors[] = {EIO, EACCES, EROFS};
+constexpr int NewNameErrors[] = {EPERM, ENOENT, EEXIST, ENOSPC, EINTR};
 
 constexpr std::span<const int> lasting(std::span<const int> errors) {
     return errors.first(3);
@@ -49,6 +50,7 @@ constexpr Errors Fitting[] = {
     {CallKind::Close, std::span(FlushErrors), lasting(FlushErrors)},
     {CallKind::Unlink, NameErrors, NameErrors},
     {CallKind::Rename, NameErrors, NameErrors},
+    {CallKind::NameFile, NewNameErrors, std::span(NewNameErrors).first(4)},
 };
 
 /// A process is killed before a call, or in the middle of a write.
@@ -193,4 +195,8 @@ int FaultyCalls::unlink(const char* path) {
 
 int FaultyCalls::rename(const char* from, const char* to) {
     return fails(CallKind::Rename) ? -1 : FileSystemCalls::rename(from, to);
+}
+
+int FaultyCalls::nameFile(int handle, const char* path) {
+    return fails(CallKind::NameFile) ? -1 : FileSystemCalls::nameFile(handle, path);
 }

@@ -22,7 +22,8 @@ enum class CallKind {
     StartFlush,
     Close,
     Unlink,
-    Rename
+    Rename,
+    NameFile
 };
 
 /// One fault in a row of calls. A plain value.
@@ -67,6 +68,7 @@ class FaultyCalls : public FileSystemCalls {
     int close(int handle) override;
     int unlink(const char* path) override;
     int rename(const char* from, const char* to) override;
+    int nameFile(int handle, const char* path) override;
 
  private:
     /// What becomes of a call: it is made, made with fewer bytes, or fails.

@@ -14,6 +14,22 @@ bool isReachable(const WeakDisk::State& state, const QByteArray& name) {
     return true;
 }
 
+std::uint64_t hash(const WeakDisk::State& state, bool withTimes) {
+    HashSum sum;
+    for (const auto& [name, file] : state.names) {
+        if (file == WeakDisk::NoFile || !isReachable(state, name))
+            continue;
+        sum.add(name);
+        sum.add(std::uint64_t(file == WeakDisk::Folder));
+        if (file == WeakDisk::Folder)
+            continue;
+        sum.add(state.files[static_cast<std::size_t>(file)]);
+        if (withTimes)
+            sum.add(std::uint64_t(state.times[static_cast<std::size_t>(file)]));
+    }
+    return sum.value();
+}
+
 }  // namespace
 
 HashSum::HashSum() : m_state(XXH3_createState(), [](XXH3_state_s* state) { XXH3_freeState(state); }) {
@@ -34,14 +50,9 @@ std::uint64_t HashSum::value() const {
 }
 
 std::uint64_t hashOf(const WeakDisk::State& state) {
-    HashSum sum;
-    for (const auto& [name, file] : state.names) {
-        if (file == WeakDisk::NoFile || !isReachable(state, name))
-            continue;
-        sum.add(name);
-        sum.add(std::uint64_t(file == WeakDisk::Folder));
-        if (file != WeakDisk::Folder)
-            sum.add(state.files[static_cast<std::size_t>(file)]);
-    }
-    return sum.value();
+    return hash(state, false);
+}
+
+std::uint64_t hashWithTimes(const WeakDisk::State& state) {
+    return hash(state, true);
 }

@@ -26,3 +26,5 @@ class HashSum {
 /// A number of all that can be found on a disk in this state: the names, what they lead to, and the bytes. Files that
 /// no name leads to, or only one in a folder that is not there, do not count.
 std::uint64_t hashOf(const WeakDisk::State& state);
+/// The same with the times of the files.
+std::uint64_t hashWithTimes(const WeakDisk::State& state);

@@ -37,9 +37,11 @@ class KillRun {
     [[noreturn]] void saveForEver(int to) const;
     qint64 readProgress(int from);
     void examine(std::size_t file);
+    void examineRecord(const QByteArray& record);
 
     QByteArray m_root;
     Effort& m_effort;
     Report& m_report;
     std::vector<Progress> m_progress;
+    bool m_isBehind = false;  ///< a file has the contents before the last save that was begun
 };

@@ -44,6 +44,10 @@ int LoggedCalls::open(const char* path, int flags, mode_t mode) {
     const int handle = FileSystemCalls::open(path, flags, mode);
     if (handle < 0)
         return handle;
+    if ((flags & O_TMPFILE) == O_TMPFILE) {
+        m_files[handle] = m_disk.addFile({});
+        return handle;
+    }
     if ((flags & O_DIRECTORY) != 0) {
         const QByteArray name(path);
         m_folders[handle] = name.endsWith('/') ? name.chopped(1) : name;
@@ -57,6 +61,32 @@ int LoggedCalls::open(const char* path, int flags, mode_t mode) {
     }
     m_files[handle] = file;
     return handle;
+}
+
+int LoggedCalls::stat(const char* path, struct stat* status) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::stat(path, status);
+    if (result == 0)
+        noteTime(m_disk.fileOf(path), *status);
+    return result;
+}
+
+int LoggedCalls::fstat(int handle, struct stat* status) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::fstat(handle, status);
+    if (result == 0)
+        noteTime(fileOf(handle), *status);
+    return result;
+}
+
+WeakDisk::FileId LoggedCalls::fileOf(int handle) const {
+    const auto found = m_files.find(handle);
+    return found == m_files.end() ? WeakDisk::NoFile : found->second;
+}
+
+void LoggedCalls::noteTime(WeakDisk::FileId file, struct stat& status) const {
+    if (file >= 0)
+        status.st_mtim = systemTime(m_disk.timeOf(file));
 }
 
 ssize_t LoggedCalls::pwritev(int handle, const iovec* parts, int count, off_t offset) {
@@ -76,10 +106,15 @@ ssize_t LoggedCalls::pwritev(int handle, const iovec* parts, int count, off_t of
     return length;
 }
 
-/// Only what changes bytes is logged, and by writing zeros, which is possible everywhere.
+/// What changes bytes does so by writing zeros, which is possible everywhere. The rest changes the time of the file.
 int LoggedCalls::fallocate(int handle, int mode, off_t offset, off_t length) {
-    if ((mode & FALLOC_FL_ZERO_RANGE) == 0)
-        return FileSystemCalls::fallocate(handle, mode, offset, length);
+    if ((mode & FALLOC_FL_ZERO_RANGE) == 0) {
+        const std::scoped_lock lock(m_mutex);
+        const int result = FileSystemCalls::fallocate(handle, mode, offset, length);
+        if (const WeakDisk::FileId file = fileOf(handle); result == 0 && file >= 0)
+            m_disk.touch(file);
+        return result;
+    }
     std::vector<char> zeros(static_cast<std::size_t>(length));
     const iovec part{zeros.data(), zeros.size()};
     return pwritev(handle, &part, 1, offset) == length ? 0 : -1;
@@ -99,18 +134,33 @@ int LoggedCalls::ftruncate(int handle, off_t length) {
     return result;
 }
 
-int LoggedCalls::fsync(int handle) {
+int LoggedCalls::futimens(int handle, const timespec* times) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::futimens(handle, times);
+    if (const WeakDisk::FileId file = fileOf(handle); result == 0 && file >= 0)
+        m_disk.setTime(file, times[1].tv_sec - FirstSecond);
+    return result;
+}
+
+int LoggedCalls::flush(int handle, bool withTime) {
     const std::scoped_lock lock(m_mutex);
     const int result = FileSystemCalls::fsync(handle);
     if (const auto folder = m_folders.find(handle); result == 0 && folder != m_folders.end())
         m_disk.flushFolder(folder->second);
-    if (const auto file = m_files.find(handle); result == 0 && file != m_files.end() && file->second >= 0)
-        m_disk.flushFile(file->second);
+    const WeakDisk::FileId file = fileOf(handle);
+    if (result == 0 && file >= 0 && withTime)
+        m_disk.flushFile(file);
+    else if (result == 0 && file >= 0)
+        m_disk.flushBytes(file);
     return result;
 }
 
+int LoggedCalls::fsync(int handle) {
+    return flush(handle, true);
+}
+
 int LoggedCalls::fdatasync(int handle) {
-    return fsync(handle);
+    return flush(handle, false);
 }
 
 int LoggedCalls::close(int handle) {
@@ -134,6 +184,16 @@ int LoggedCalls::rename(const char* from, const char* to) {
     if (result == 0) {
         m_disk.setName(to, m_disk.fileOf(from));
         m_disk.setName(from, WeakDisk::NoFile);
+    }
+    return result;
+}
+
+int LoggedCalls::nameFile(int handle, const char* path) {
+    const std::scoped_lock lock(m_mutex);
+    const int result = FileSystemCalls::nameFile(handle, path);
+    if (result == 0) {
+        noteFolders(path);
+        m_disk.setName(path, fileOf(handle));
     }
     return result;
 }

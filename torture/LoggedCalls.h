@@ -28,17 +28,30 @@ class LoggedCalls : public FileSystemCalls {
     }
 
     int open(const char* path, int flags, mode_t mode) override;
+    int stat(const char* path, struct stat* status) override;
+    int fstat(int handle, struct stat* status) override;
     ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override;
     int fallocate(int handle, int mode, off_t offset, off_t length) override;
     int ftruncate(int handle, off_t length) override;
+    int futimens(int handle, const timespec* times) override;
     int fsync(int handle) override;
     int fdatasync(int handle) override;
     int close(int handle) override;
     int unlink(const char* path) override;
     int rename(const char* from, const char* to) override;
+    int nameFile(int handle, const char* path) override;
+
+    /// The time of the disk as one of the system. It is that of the last change to a file, which is not told apart from
+    /// the reservation of space.
+    static timespec systemTime(qint64 time) { return {FirstSecond + time, 0}; }
 
  private:
+    static constexpr time_t FirstSecond = 1'000'000'000;
+
     void noteFolders(const QByteArray& path);
+    WeakDisk::FileId fileOf(int handle) const;
+    void noteTime(WeakDisk::FileId file, struct stat& status) const;
+    int flush(int handle, bool withTime);
 
     WeakDisk& m_disk;
     QByteArray m_root;

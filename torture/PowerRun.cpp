@@ -7,6 +7,7 @@
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -115,10 +116,9 @@ void PowerRun::tryPlace(const WeakDisk& disk, int place, int promised, const QBy
         int repeats = 0;
         for (int i = 0; i < most && repeats < MostRepeats; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
-            const std::uint64_t hash = hashOf(state);
             m_report.count("states after a power cut");
-            m_states.insert(hash);
-            if (!m_tried.insert({hash, allowed}).second) {
+            m_states.insert(hashOf(state));
+            if (!m_tried.insert({hashWithTimes(state), allowed}).second) {
                 ++repeats;
                 continue;
             }
@@ -177,21 +177,27 @@ void PowerRun::putTarget(int number, WeakDisk::FileId file, const WeakDisk::Stat
         return;
     }
     putBytes(keeper(number), state.files[static_cast<std::size_t>(file)]);
+    const timespec time = LoggedCalls::systemTime(state.times[static_cast<std::size_t>(file)]);
+    const timespec times[] = {time, time};
+    mustWork(::utimensat(AT_FDCWD, keeper(number).constData(), times, 0) == 0, "cannot set the time");
     if (!isThere)
         mustWork(::link(keeper(number).constData(), target(number).constData()) == 0, "cannot link");
 }
 
-/// A record may be kept for a new file whose name was not on the disk yet: the bytes can be had from it.
+/// A record may be kept for a file that is as it was, and has another time: the new bytes can be had from it.
 void PowerRun::examine(int promised, const QByteArray& what) {
-    bool isMissing = false;
+    bool isBehind = false;
     for (int i = 0; i < m_story->files; ++i) {
         const Promises::Contents contents = bytesOf(target(i));
-        isMissing = isMissing || !contents;
-        if (!m_promises[static_cast<std::size_t>(i)].allows(promised, contents))
+        const Promises& promises = m_promises[static_cast<std::size_t>(i)];
+        isBehind = isBehind || !promises.isLast(promised, contents);
+        if (!promises.allows(promised, contents))
             m_report.fault(m_story->name, what + ": the file has bytes that were not promised");
     }
     for (const QByteArray& name : namesIn(recordFolder())) {
-        if (!isMissing || !name.endsWith(SaveRecovery::AsideSuffix))
+        if (!isBehind || !name.endsWith(SaveRecovery::AsideSuffix))
             m_report.fault(m_story->name, what + ": a record is left: " + name);
+        else
+            m_report.count("records of files as they were before, set aside");
     }
 }

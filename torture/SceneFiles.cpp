@@ -3,6 +3,7 @@
 #include "Contents.h"
 #include "platform/FileReplacement.h"
 #include "platform/UserFileWriter.h"
+#include "recovery/saves/SaveRecovery.h"
 
 #include <dirent.h>
 #include <sys/stat.h>
@@ -174,8 +175,21 @@ void SceneFiles::examine(Report& report, const QByteArray& what) const {
     const std::vector<QByteArray> names = namesIn(m_root + "/files");
     if (!std::includes(expected.begin(), expected.end(), names.begin(), names.end()))
         report.fault(m_scene.name, what + ": a file is left beside the target");
-    for (const QByteArray& name : namesIn(m_root + "/state/saves"))
-        report.fault(m_scene.name, what + ": a record is left: " + name);
+    const bool isBehind =
+        std::any_of(m_files.begin(), m_files.end(), [](const File& file) { return isAsBefore(file); });
+    for (const QByteArray& name : namesIn(m_root + "/state/saves")) {
+        if (isBehind && name.endsWith(SaveRecovery::AsideSuffix))
+            report.count("records of files as they were before, set aside");
+        else
+            report.fault(m_scene.name, what + ": a record is left: " + name);
+    }
+}
+
+/// A write that was killed when it had written only bytes that were there before, looks like an old file that somebody
+/// restored: the new bytes can be had from its record.
+bool SceneFiles::isAsBefore(const File& file) {
+    const std::optional<QByteArray> bytes = bytesOf(file.target);
+    return bytes == file.oldBytes && bytes != file.newBytes && !file.isReported;
 }
 
 /// What a kill has left beside the file, the next write removes.
@@ -192,7 +206,7 @@ QByteArray SceneFiles::faultOf(const File& file) const {
         return isNewFile && !file.isReported ? QByteArray() : QByteArray("the file is gone");
     const QByteArray kept = m_scene.cuts ? QByteArray() : file.oldBytes.mid(file.newBytes.size());
     const bool isNew = *bytes == file.newBytes + kept;
-    const bool isOld = *bytes == file.oldBytes;
+    const bool isOld = !isNewFile && *bytes == file.oldBytes;
     if (m_scene.isRefused() && file.isReported)
         return "a file that may not be written was written";
     if (file.isReported && !isNew)

@@ -45,6 +45,7 @@ class SceneFiles {
     };
 
     static State stateOf(const QByteArray& name);
+    static bool isAsBefore(const File& file);
     bool prepareFile(File& file) const;
     bool addExtra(const File& file) const;
     void replaceAgain(const File& file) const;

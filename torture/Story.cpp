@@ -4,6 +4,7 @@
 #include "HashSum.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -36,6 +37,9 @@ std::vector<Story> stories() {
         grown("to whole blocks", 700, 4'096),
         {"new", std::nullopt, {{second}}},
         {"new and saved again", std::nullopt, {{first}, {second.left(2'000)}}},
+        {"new and empty", std::nullopt, {{QByteArray()}}},
+        {"new from a source", std::nullopt, {{large, 4'096}}},
+        {"several new at once", std::nullopt, {{second.left(4'000)}}, 4},
         {"bytes", large, {{someOfLarge, 4'096, false}}},
         {"bytes, more than before", first, {{someOfLarge, 4'096, false}}},
         {"bytes, fewer than before", large, {{first, 4'096, false}}},
@@ -80,10 +84,7 @@ std::pair<std::size_t, std::size_t> Promises::eventsAt(int place) const {
 bool Promises::allows(int place, const Contents& contents) const {
     const auto [first, end] = eventsAt(place);
     return std::any_of(m_events.begin() + std::ptrdiff_t(first), m_events.begin() + std::ptrdiff_t(end),
-                       [&](const Event& event) {
-                           return event.isAnything || event.contents == contents ||
-                                  (!event.contents && contents && contents->isEmpty());
-                       });
+                       [&](const Event& event) { return event.isAnything || event.contents == contents; });
 }
 
 void Promises::addAllowed(int place, HashSum& sum) const {
@@ -93,4 +94,10 @@ void Promises::addAllowed(int place, HashSum& sum) const {
         sum.add(std::uint64_t(m_events[i].isAnything) << 1U | std::uint64_t(m_events[i].contents.has_value()));
         sum.add(m_events[i].contents.value_or(QByteArray()));
     }
+}
+
+bool Promises::isLast(int place, const Contents& contents) const {
+    const auto later =
+        std::find_if(m_events.begin(), m_events.end(), [&](const Event& event) { return event.place > place; });
+    return later != m_events.begin() && std::prev(later)->contents == contents;
 }

@@ -46,6 +46,8 @@ class Promises {
     bool allows(int place, const Contents& contents) const;
     /// Adds all contents that are allowed.
     void addAllowed(int place, HashSum& sum) const;
+    /// Whether the file has what was written last.
+    bool isLast(int place, const Contents& contents) const;
 
  private:
     struct Event {

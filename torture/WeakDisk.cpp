@@ -16,6 +16,13 @@ const auto& anyOf(const Values& values, std::mt19937& random) {
     return values[random() % values.size()];
 }
 
+template <typename Values>
+auto survivorOf(const Values& values, WeakDisk::Survivors survivors, std::mt19937& random) {
+    if (survivors == WeakDisk::Survivors::None)
+        return values.front();
+    return survivors == WeakDisk::Survivors::All ? values.back() : anyOf(values, random);
+}
+
 QByteArray resized(QByteArray bytes, qsizetype length) {
     const qsizetype before = bytes.size();
     bytes.resize(length);
@@ -32,22 +39,35 @@ void copyBlock(QByteArray& to, const QByteArray& from, qsizetype at, qsizetype l
 
 }  // namespace
 
-WeakDisk::WeakDisk(const State& state) : m_first(state), m_shown(state) {}
+WeakDisk::WeakDisk(const State& state) : m_first(state) {
+    m_first.times.resize(state.files.size());
+    m_shown = m_first;
+    for (const qint64 time : m_first.times)
+        m_clock = std::max(m_clock, time);
+}
 
 WeakDisk::FileId WeakDisk::addFile(const QByteArray& bytes) {
     m_first.files.push_back(bytes);
     m_shown.files.push_back(bytes);
+    m_first.times.push_back(++m_clock);
+    m_shown.times.push_back(m_clock);
     return static_cast<FileId>(m_shown.files.size()) - 1;
 }
 
 void WeakDisk::setFile(FileId file, const QByteArray& bytes) {
     m_shown.files[static_cast<std::size_t>(file)] = bytes;
-    m_log.push_back({Change::FileBytes, file, {}, bytes});
+    m_shown.times[static_cast<std::size_t>(file)] = ++m_clock;
+    m_log.push_back({Change::FileBytes, file, {}, bytes, m_clock});
+}
+
+void WeakDisk::setTime(FileId file, qint64 time) {
+    m_shown.times[static_cast<std::size_t>(file)] = time;
+    m_log.push_back({.kind = Change::FileTime, .file = file, .time = time});
 }
 
 void WeakDisk::setName(const QByteArray& name, FileId file) {
     m_shown.names[name] = file;
-    m_log.push_back({Change::Name, file, name, {}});
+    m_log.push_back({Change::Name, file, name});
 }
 
 WeakDisk::FileId WeakDisk::fileOf(const QByteArray& name) const {
@@ -72,31 +92,40 @@ WeakDisk::Moment::Moment(const WeakDisk& disk, int place) {
         m_files.push_back({bytes});
     for (const auto& [name, file] : disk.m_first.names)
         m_names[name] = {file};
-    for (int i = 0; i < place; ++i) {
-        const Change& change = disk.m_log[static_cast<std::size_t>(i)];
-        switch (change.kind) {
-            case Change::FileBytes:
-                m_files[static_cast<std::size_t>(change.file)].push_back(change.bytes);
-                break;
-            case Change::FileFlush: {
-                Versions& versions = m_files[static_cast<std::size_t>(change.file)];
-                versions = {versions.back()};
-                break;
-            }
-            case Change::Name: {
-                std::vector<FileId>& files = m_names[change.name];
-                if (files.empty())
-                    files.push_back(NoFile);
-                files.push_back(change.file);
-                break;
-            }
-            case Change::FolderFlush:
-                for (auto& [name, files] : m_names) {
-                    if (folderOf(name) == change.name)
-                        files = {files.back()};
-                }
-                break;
+    for (const qint64 time : disk.m_first.times)
+        m_times.push_back({time});
+    for (int i = 0; i < place; ++i)
+        apply(disk.m_log[static_cast<std::size_t>(i)]);
+}
+
+void WeakDisk::Moment::apply(const Change& change) {
+    const auto file = static_cast<std::size_t>(change.file);
+    switch (change.kind) {
+        case Change::FileBytes:
+            m_files[file].push_back(change.bytes);
+            [[fallthrough]];
+        case Change::FileTime:
+            m_times[file].push_back(change.time);
+            break;
+        case Change::FileFlush:
+            m_times[file] = {m_times[file].back()};
+            [[fallthrough]];
+        case Change::BytesFlush:
+            m_files[file] = {m_files[file].back()};
+            break;
+        case Change::Name: {
+            std::vector<FileId>& files = m_names[change.name];
+            if (files.empty())
+                files.push_back(NoFile);
+            files.push_back(change.file);
+            break;
         }
+        case Change::FolderFlush:
+            for (auto& [name, files] : m_names) {
+                if (folderOf(name) == change.name)
+                    files = {files.back()};
+            }
+            break;
     }
 }
 
@@ -104,12 +133,10 @@ WeakDisk::State WeakDisk::Moment::cut(Survivors survivors, std::mt19937& random)
     State state;
     for (const Versions& versions : m_files)
         state.files.push_back(cutFile(versions, survivors, random));
-    for (const auto& [name, files] : m_names) {
-        if (survivors == Survivors::None)
-            state.names[name] = files.front();
-        else
-            state.names[name] = survivors == Survivors::All ? files.back() : anyOf(files, random);
-    }
+    for (const std::vector<qint64>& times : m_times)
+        state.times.push_back(survivorOf(times, survivors, random));
+    for (const auto& [name, files] : m_names)
+        state.names[name] = survivorOf(files, survivors, random);
     return state;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/FileReplacement.h"
 
 #include "platform/FileErrors.h"
+#include "platform/OwnFile.h"
 #include "platform/Paths.h"
 
 #include <dirent.h>
@@ -95,14 +96,10 @@ class Replacement {
 
 /// Removes a new file that a killed process has left.
 void removeIfAbandoned(FileSystemCalls& calls, const QByteArray& name) {
-    const int handle = calls.open(name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (handle < 0)
+    int handle = -1;
+    if (lockOwnFile(calls, name, handle) != OwnFileLock::Done)
         return;
-    struct stat status {};
-    const bool isAbandoned = calls.flock(handle, LOCK_EX | LOCK_NB) == 0 && calls.fstat(handle, &status) == 0 &&
-                             S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1;
-    if (isAbandoned)
-        calls.unlink(name.constData());
+    calls.unlink(name.constData());
     calls.close(handle);
 }
 

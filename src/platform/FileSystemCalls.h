@@ -42,6 +42,8 @@ class FileSystemCalls {
     virtual int close(int handle);
     virtual int unlink(const char* path);
     virtual int rename(const char* from, const char* to);
+    /// Gives an open file that has no name yet (O_TMPFILE) this one. EEXIST when it is taken.
+    virtual int nameFile(int handle, const char* path);
 
     /// The maximum length in bytes of a file that this process may write. A write beyond it would end the process by a
     /// signal.

@@ -62,7 +62,7 @@ class PiecesAtHand : public ByteSource {
         pieces = m_pieces;
         return {};
     }
-    bool rewind() override { return true; }
+    bool rewind(Reading /*next*/) override { return true; }
 
  private:
     BytePieces m_pieces;
@@ -134,6 +134,9 @@ struct UserFileWriter::Target {
     QByteArray name;
     int handle = -1;
     bool created = false;
+    bool mayBeUnnamed = false;  ///< a new file may be written before it has its name
+    bool isUnnamed = false;
+    bool isNameRefused = false;  ///< it is whole, and could not get its name
     bool reserved = false;
     bool touched = false;
     off_t length = 0;  ///< of the new contents, in bytes
@@ -160,10 +163,24 @@ WriteResult UserFileWriter::write(const QString& path, ByteSource& source, Tail 
 }
 
 WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail) {
+    // A new file that cannot get its name, or whose name was taken meanwhile, is written once more.
+    if (source.rewind(ByteSource::Reading::ToWrite)) {
+        Target target;
+        target.path = path;
+        target.mayBeUnnamed = true;
+        const WriteResult result = writeTo(target, atHand, source, tail);
+        if (!target.isNameRefused)
+            return result;
+        source.rewind(ByteSource::Reading::ToWrite);
+    }
     Target target;
     target.path = path;
+    return writeTo(target, atHand, source, tail);
+}
+
+WriteResult UserFileWriter::writeTo(Target& target, BytePieces atHand, ByteSource& source, Tail tail) {
     target.length = source.length();
-    SystemError cause = openTarget(path, target);
+    SystemError cause = openTarget(target.path, target);
     if (!cause)
         cause = fill(atHand, source, tail, target);
     if (cause)
@@ -171,11 +188,11 @@ WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, B
     const SystemError closing = close(target);
     if (!cause)
         cause = closing;
-    if (cause && target.created && m_calls.unlink(target.name.constData()) == 0)
+    if (cause && (target.isUnnamed || (target.created && m_calls.unlink(target.name.constData()) == 0)))
         target.touched = false;
     if (target.watched != nullptr)
         target.watched->ended(!cause, target.touched);
-    return {cause ? FileErrors::writing(path, cause) : SystemError(), target.touched};
+    return {cause ? FileErrors::writing(target.path, cause) : SystemError(), target.touched};
 }
 
 /// Examines the file before it is opened, because opening a device or FIFO can already have an effect. If the name
@@ -195,18 +212,37 @@ SystemError UserFileWriter::openTarget(const QString& path, Target& target) {
         }
         if (errno != ENOENT)
             return lastError();
-        target.handle = uninterrupted(
-            [&] { return m_calls.open(target.name.constData(), OpenFlags | O_CREAT | O_EXCL, NewFileMode); });
-        if (target.handle >= 0) {
-            target.created = true;
+        const QByteArray link = target.name;
+        SystemError cause = target.mayBeUnnamed ? followLink(target) : SystemError();
+        if (!cause && target.name != link)
+            continue;
+        if (!cause && !openUnnamed(target))
+            cause = create(target);
+        if (target.handle >= 0)
             return m_calls.fstat(target.handle, &target.before) == 0 ? SystemError() : lastError();
-        }
-        if (errno != EEXIST)
-            return lastError();
-        if (SystemError cause = followLink(target))
+        if (cause.number != EEXIST)
+            return cause;
+        if ((cause = followLink(target)))
             return cause;
     }
     return SystemError::fromErrno(ELOOP);
+}
+
+SystemError UserFileWriter::create(Target& target) {
+    target.handle =
+        uninterrupted([&] { return m_calls.open(target.name.constData(), OpenFlags | O_CREAT | O_EXCL, NewFileMode); });
+    target.created = target.handle >= 0;
+    return target.created ? SystemError() : lastError();
+}
+
+/// Whatever is the matter when this fails, creating the file under its name fails for the same reason, or does not.
+bool UserFileWriter::openUnnamed(Target& target) {
+    if (!target.mayBeUnnamed)
+        return false;
+    const QByteArray folder = target.name.left(target.name.lastIndexOf('/') + 1);
+    target.handle = uninterrupted([&] { return m_calls.open(folder.constData(), OpenFlags | O_TMPFILE, NewFileMode); });
+    target.isUnnamed = target.handle >= 0;
+    return target.isUnnamed;
 }
 
 SystemError UserFileWriter::openExisting(Target& target) {
@@ -247,12 +283,15 @@ SystemError UserFileWriter::fill(BytePieces atHand, ByteSource& source, Tail tai
             target.watched->aboutToFlush(now);
         restoreMode(target, now);
     }
-    return flush(target);
+    const SystemError error = flush(target);
+    return error || !target.isUnnamed ? error : giveName(target);
 }
 
 void UserFileWriter::letWitness(bool cuts, BytePieces atHand, ByteSource& source, Target& target) {
-    if (m_witness != nullptr)
-        target.watched = m_witness->aboutToWrite({target.name, target.before, target.length, cuts, atHand, source});
+    if (m_witness == nullptr)
+        return;
+    target.watched =
+        m_witness->aboutToWrite({target.name, target.before, target.length, cuts, atHand, source, target.isUnnamed});
 }
 
 SystemError UserFileWriter::reserve(Target& target) {
@@ -329,6 +368,16 @@ SystemError UserFileWriter::flush(const Target& target) {
     return target.created ? flushName(target) : SystemError();
 }
 
+/// Some file systems flush no more than the bytes of a file without a name, so that it is flushed once more.
+SystemError UserFileWriter::giveName(Target& target) {
+    target.isNameRefused = uninterrupted([&] { return m_calls.nameFile(target.handle, target.name.constData()); }) != 0;
+    if (target.isNameRefused)
+        return lastError();
+    target.isUnnamed = false;
+    target.created = true;
+    return flush(target);
+}
+
 /// The name of a new file is in its folder, which is flushed apart, unless it may be written but not be read.
 SystemError UserFileWriter::flushName(const Target& target) {
     const QByteArray folder = target.name.left(target.name.lastIndexOf('/') + 1);
@@ -347,7 +396,7 @@ SystemError UserFileWriter::flushName(const Target& target) {
 /// that. It also sets the times of the file, so they are restored.
 void UserFileWriter::giveBack(const Target& target) {
     struct stat now {};
-    if (!target.reserved || target.created || target.touched)
+    if (!target.reserved || target.created || target.isUnnamed || target.touched)
         return;
     if (m_calls.fstat(target.handle, &now) != 0 || now.st_size != target.before.st_size)
         return;

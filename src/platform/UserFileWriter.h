@@ -18,8 +18,11 @@ struct WriteResult {
 ///
 /// Space for the new length is reserved before the first byte changes. Therefore a full disk, a size limit, or a
 /// missing permission or folder leaves the old file unchanged. A file without any write bit is refused, also for root;
-/// anything that is not a regular file is refused without being opened. A file that this write created is deleted again
-/// if the write fails.
+/// anything that is not a regular file is refused without being opened.
+///
+/// A new file gets its name when it is whole and on the disk, so that nobody finds a part of it, also after a kill or a
+/// power cut. Where the system has no files without a name, or the source cannot be read twice, it is created under its
+/// name, and deleted again if the write fails.
 class UserFileWriter {
  public:
     /// What to do with old bytes after the new ones.
@@ -40,8 +43,11 @@ class UserFileWriter {
 
     SystemError openTarget(const QString& path, Target& target);
     SystemError openExisting(Target& target);
+    bool openUnnamed(Target& target);
+    SystemError create(Target& target);
     SystemError followLink(Target& target);
     WriteResult writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail);
+    WriteResult writeTo(Target& target, BytePieces atHand, ByteSource& source, Tail tail);
     SystemError fill(BytePieces atHand, ByteSource& source, Tail tail, Target& target);
     void letWitness(bool cuts, BytePieces atHand, ByteSource& source, Target& target);
     SystemError reserve(Target& target);
@@ -50,6 +56,7 @@ class UserFileWriter {
     SystemError cut(Target& target);
     void restoreMode(const Target& target, const struct stat& now);
     SystemError flush(const Target& target);
+    SystemError giveName(Target& target);
     SystemError flushName(const Target& target);
     void giveBack(const Target& target);
     SystemError close(Target& target);

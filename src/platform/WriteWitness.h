@@ -16,7 +16,8 @@ struct PlannedWrite {
     qint64 length;              ///< of the new contents
     bool cuts;                  ///< old bytes after the new ones are cut off
     BytePieces pieces;          ///< the new contents if they are all in memory, otherwise empty
-    ByteSource& source;         ///< the new contents part by part; rewind it after reading
+    ByteSource& source;         ///< the new contents part by part; rewind it before and after reading
+    bool isUnnamed = false;     ///< a new file, which gets its name when it is whole and on the disk
 };
 
 /// One write from its first byte to its end. Owned by the writer; destroyed when the write has ended.

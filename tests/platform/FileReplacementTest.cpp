@@ -1,6 +1,7 @@
 #include "platform/FileReplacement.h"
 #include "platform/Paths.h"
 #include "support/FailingFileSystem.h"
+#include "support/NetworkLocks.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,6 +113,14 @@ TEST_F(ReplacingAFile, RemovesWhatAKillHasLeftAndNothingElse) {
     ::close(handle);
     EXPECT_FALSE(replaceFile(path(), "newer"));
     EXPECT_FALSE(QFile::exists(inWork));
+}
+
+TEST_F(ReplacingAFile, RemovesWhatAKillHasLeftOnANetworkFileSystemToo) {
+    put(path(), "old");
+    put(besideIt(), "half of something");
+    NetworkLocks calls;
+    EXPECT_FALSE(replaceFile(path(), "new", calls));
+    EXPECT_FALSE(QFile::exists(besideIt()));
 }
 
 TEST_F(ReplacingAFile, FollowsALink) {

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
@@ -28,10 +29,10 @@ const std::array<std::string_view, 4> NewPieces{"new ", "", "bytes, in pieces, a
 const QByteArray NewBytes = "new bytes, in pieces, and more of them!";
 const std::array<std::string_view, 2> ShortPieces{"sho", "rt"};
 
-constexpr SystemCall AllCalls[] = {SystemCall::Open,     SystemCall::Stat,    SystemCall::Fstat,
-                                   SystemCall::Readlink, SystemCall::Write,   SystemCall::Reserve,
-                                   SystemCall::Truncate, SystemCall::SetMode, SystemCall::SetTimes,
-                                   SystemCall::Flush,    SystemCall::Close,   SystemCall::Unlink};
+constexpr SystemCall AllCalls[] = {
+    SystemCall::Open,    SystemCall::Stat,     SystemCall::Fstat,   SystemCall::Readlink, SystemCall::Write,
+    SystemCall::Reserve, SystemCall::Truncate, SystemCall::SetMode, SystemCall::SetTimes, SystemCall::Flush,
+    SystemCall::Close,   SystemCall::Unlink,   SystemCall::NameFile};
 constexpr int Errors[] = {EIO, ENOSPC, EDQUOT, EACCES, EPERM, EROFS, EFBIG, ENOENT, ESTALE, ETXTBSY, ENOMEM};
 
 QString reasonOf(int number) {
@@ -51,7 +52,7 @@ class PartSource : public ByteSource {
         pieces = BytePieces(&m_piece, 1);
         return {};
     }
-    bool rewind() override {
+    bool rewind(Reading /*next*/) override {
         if (rewinds)
             m_at = 0;
         return rewinds;
@@ -152,14 +153,14 @@ class Witness : public WriteWitness {
     }
 
     void readAll(ByteSource& source) {
-        canRewind = source.rewind();
+        canRewind = source.rewind(ByteSource::Reading::ToExamine);
         while (canRewind && bytes.size() < source.length()) {
             BytePieces pieces;
             ASSERT_FALSE(source.next(pieces));
             for (const std::string_view piece : pieces)
                 bytes += QByteArray(piece.data(), static_cast<qsizetype>(piece.size()));
         }
-        canRewind = source.rewind();
+        canRewind = source.rewind(ByteSource::Reading::ToWrite);
     }
 
     std::function<void()> meanwhile;
@@ -458,10 +459,12 @@ TEST_F(UserFileWriting, AFailureOfAnyCallTakesAFreshFileAwayAgain) {
                 calls.fail(call, number, error);
                 const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
                 EXPECT_TRUE(calls.allClosed());
+                // Where no file without a name can be made, or be given one, the file is created under its name.
+                const bool created = call == SystemCall::NameFile || (call == SystemCall::Open && number == 1);
                 // The name is not flushed in a folder that may be written and not be read.
                 const bool unreadable = call == SystemCall::Open && number == 2 && error == EACCES;
-                const bool harmless = (call == SystemCall::Fstat && number == 2) ||
-                                      (call == SystemCall::Stat && error == ENOENT) || unreadable;
+                const bool missing = (call == SystemCall::Stat || call == SystemCall::Readlink) && error == ENOENT;
+                const bool harmless = (call == SystemCall::Fstat && number == 2) || missing || unreadable || created;
                 EXPECT_EQ(result.error.number, harmless ? 0 : error);
                 EXPECT_EQ(result.touched, harmless);
                 EXPECT_EQ(fileExists(path), harmless);
@@ -471,12 +474,145 @@ TEST_F(UserFileWriting, AFailureOfAnyCallTakesAFreshFileAwayAgain) {
 }
 
 TEST_F(UserFileWriting, AFreshFileThatCannotBeTakenAwayCountsAsTouched) {
+    for (const bool hasUnnamed : {true, false}) {
+        FailingFileSystem calls;
+        if (!hasUnnamed)
+            calls.fail(SystemCall::Open, 1, EOPNOTSUPP);
+        calls.fail(SystemCall::Flush, 2, EIO);
+        calls.fail(SystemCall::Unlink, 1, EACCES);
+        const WriteResult result = UserFileWriter(calls).write(at(u"fresh"_qs), NewPieces);
+        EXPECT_EQ(result.error.number, EIO);
+        EXPECT_TRUE(result.touched);
+        ASSERT_TRUE(QFile::remove(at(u"fresh"_qs)));
+    }
+}
+
+/// Looks at the folder before each call that changes the new file.
+class NameWatch : public FailingFileSystem {
+ public:
+    explicit NameWatch(QString path) : m_path(std::move(path)) {}
+    ssize_t pwritev(int handle, const iovec* parts, int count, off_t offset) override {
+        see();
+        return FailingFileSystem::pwritev(handle, parts, count, offset);
+    }
+    int fsync(int handle) override {
+        see();
+        return FailingFileSystem::fsync(handle);
+    }
+    int nameFile(int handle, const char* path) override {
+        see();
+        flushesBeforeName = count(SystemCall::Flush);
+        return FailingFileSystem::nameFile(handle, path);
+    }
+
+    /// The lengths under which the file was seen; -1: it was not there.
+    std::vector<qint64> seen;
+    int flushesBeforeName = -1;
+
+ private:
+    void see() {
+        const QFileInfo info(m_path);
+        seen.push_back(info.exists() ? info.size() : -1);
+    }
+
+    const QString m_path;
+};
+
+TEST_F(UserFileWriting, ANewFileHasNoNameBeforeItIsWholeAndOnTheDisk) {
+    const QString path = at(u"fresh"_qs);
+    PartSource source;
+    source.rewinds = true;
+    for (const bool isSource : {false, true}) {
+        NameWatch calls(path);
+        UserFileWriter writer(calls);
+        const WriteResult result = isSource ? writer.write(path, source) : writer.write(path, NewPieces);
+        ASSERT_FALSE(result.error);
+        EXPECT_TRUE(result.touched);
+        EXPECT_EQ(bytesOf(path), NewBytes);
+        EXPECT_EQ(calls.count(SystemCall::NameFile), 1);
+        EXPECT_EQ(calls.flushesBeforeName, 1);
+        for (const qint64 length : calls.seen) {
+            EXPECT_TRUE(length == -1 || length == NewBytes.size()) << length;
+        }
+        EXPECT_EQ(statusOf(path).st_nlink, 1U);
+        ASSERT_TRUE(QFile::remove(path));
+    }
+}
+
+TEST_F(UserFileWriting, AFailedWriteOfANewFileNeverShowsIt) {
+    const QString path = at(u"fresh"_qs);
+    for (const SystemCall call : {SystemCall::Reserve, SystemCall::Write, SystemCall::Truncate}) {
+        NameWatch calls(path);
+        calls.fail(call, 1, ENOSPC);
+        calls.fail(SystemCall::Unlink, 0, EACCES);
+        const WriteResult result = UserFileWriter(calls).write(path, NewPieces);
+        EXPECT_EQ(result.error.number, ENOSPC);
+        EXPECT_FALSE(result.touched);
+        for (const qint64 length : calls.seen) {
+            EXPECT_EQ(length, -1);
+        }
+        EXPECT_FALSE(fileExists(path));
+    }
+}
+
+TEST_F(UserFileWriting, WhereFilesWithoutANameAreRefusedANewOneIsCreatedUnderItsName) {
+    const QString path = at(u"fresh"_qs);
+    for (const int error : {EOPNOTSUPP, EISDIR, EINVAL, ENOENT, EPERM}) {
+        for (const SystemCall call : {SystemCall::Open, SystemCall::NameFile}) {
+            FailingFileSystem calls;
+            calls.fail(call, 1, error);
+            EXPECT_FALSE(UserFileWriter(calls).write(path, NewPieces).error);
+            EXPECT_EQ(bytesOf(path), NewBytes);
+            EXPECT_TRUE(calls.allClosed());
+            ASSERT_TRUE(QFile::remove(path));
+        }
+    }
+}
+
+TEST_F(UserFileWriting, ASourceThatCannotBeReadTwiceIsWrittenUnderItsNameAtOnce) {
+    const QString path = at(u"fresh"_qs);
+    PartSource source;
     FailingFileSystem calls;
-    calls.fail(SystemCall::Flush, 1, EIO);
-    calls.fail(SystemCall::Unlink, 1, EACCES);
-    const WriteResult result = UserFileWriter(calls).write(at(u"fresh"_qs), NewPieces);
-    EXPECT_EQ(result.error.number, EIO);
-    EXPECT_TRUE(result.touched);
+    EXPECT_FALSE(UserFileWriter(calls).write(path, source).error);
+    EXPECT_EQ(bytesOf(path), NewBytes);
+    EXPECT_EQ(calls.count(SystemCall::NameFile), 0);
+}
+
+TEST_F(UserFileWriting, ANameThatIsTakenMeanwhileIsWrittenInPlace) {
+    class Taken : public FailingFileSystem {
+     public:
+        int nameFile(int handle, const char* path) override {
+            QFile other(QString::fromUtf8(path));
+            EXPECT_TRUE(other.open(QFile::WriteOnly) && other.write(OldBytes) == OldBytes.size());
+            other.close();
+            EXPECT_EQ(::chmod(path, 0642), 0);
+            return FailingFileSystem::nameFile(handle, path);
+        }
+    };
+    const QString path = at(u"fresh"_qs);
+    PartSource source;
+    source.rewinds = true;
+    for (const bool isSource : {false, true}) {
+        Taken calls;
+        UserFileWriter writer(calls);
+        EXPECT_FALSE((isSource ? writer.write(path, source) : writer.write(path, ShortPieces)).error);
+        EXPECT_EQ(bytesOf(path), isSource ? NewBytes : "short");
+        EXPECT_EQ(statusOf(path).st_mode & ALLPERMS, 0642U);
+        EXPECT_TRUE(calls.allClosed());
+        ASSERT_TRUE(QFile::remove(path));
+    }
+}
+
+TEST_F(UserFileWriting, ATargetOfALinkToNothingHasNoNameBeforeItIsWholeEither) {
+    ASSERT_EQ(::symlink("made", name(at(u"link"_qs)).constData()), 0);
+    NameWatch calls(at(u"made"_qs));
+    ASSERT_FALSE(UserFileWriter(calls).write(at(u"link"_qs), NewPieces).error);
+    EXPECT_EQ(calls.count(SystemCall::NameFile), 1);
+    for (const qint64 length : calls.seen) {
+        EXPECT_TRUE(length == -1 || length == NewBytes.size()) << length;
+    }
+    EXPECT_EQ(bytesOf(at(u"made"_qs)), NewBytes);
+    EXPECT_TRUE(S_ISLNK(statusOf(at(u"link"_qs)).st_mode));
 }
 
 TEST_F(UserFileWriting, AFailureInTheMiddleSaysThatTheFileWasTouched) {

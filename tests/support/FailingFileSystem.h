@@ -34,7 +34,8 @@ enum class SystemCall {
     StartFlush,
     Close,
     Unlink,
-    Rename
+    Rename,
+    NameFile
 };
 
 /// The real file system, in which a test can make single calls fail. Its calls may come from several threads at once.
@@ -172,6 +173,9 @@ class FailingFileSystem : public FileSystemCalls {
     int unlink(const char* path) override { return fails(SystemCall::Unlink) ? -1 : FileSystemCalls::unlink(path); }
     int rename(const char* from, const char* to) override {
         return fails(SystemCall::Rename) ? -1 : FileSystemCalls::rename(from, to);
+    }
+    int nameFile(int handle, const char* path) override {
+        return fails(SystemCall::NameFile) ? -1 : FileSystemCalls::nameFile(handle, path);
     }
     quint64 sizeLimit() override { return m_sizeLimit; }
 

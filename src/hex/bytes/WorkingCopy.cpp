@@ -3,14 +3,12 @@
 #include "hex/bytes/WorkingCopyFile.h"
 #include "platform/FileReader.h"
 #include "platform/Folders.h"
+#include "platform/OwnFile.h"
 #include "platform/Paths.h"
 #include "platform/UserFileWriter.h"
 
 #include <QByteArray>
 #include <QDir>
-
-#include <fcntl.h>
-#include <sys/file.h>
 
 #include <algorithm>
 #include <array>
@@ -38,17 +36,10 @@ QString MakeTempFileName(const QString& folder, QTime time) {
 }
 
 void removeUnlessLocked(FileSystemCalls& calls, const QByteArray& name) {
-    const int handle = calls.open(name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (handle < 0)
+    int handle = -1;
+    if (lockOwnFile(calls, name, handle) != OwnFileLock::Done)
         return;
-    struct stat opened {};
-    struct stat named {};
-    const bool free = calls.flock(handle, LOCK_EX | LOCK_NB) == 0;
-    // The sweep of another process may have removed this file, and that process may have created its own copy of the
-    // same name since.
-    if (free && calls.fstat(handle, &opened) == 0 && calls.stat(name.constData(), &named) == 0 &&
-        S_ISREG(opened.st_mode) && opened.st_ino == named.st_ino && opened.st_dev == named.st_dev)
-        calls.unlink(name.constData());
+    calls.unlink(name.constData());
     calls.close(handle);
 }
 
@@ -80,9 +71,9 @@ class WorkingCopy::Source : public ByteSource {
         return {};
     }
 
-    bool rewind() override {
+    bool rewind(Reading next) override {
         m_at = 0;
-        m_isExamined = !m_isExamined;
+        m_isExamined = next == Reading::ToExamine;
         return true;
     }
 

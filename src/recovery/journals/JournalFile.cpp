@@ -39,12 +39,6 @@ QString newStem() {
     return u"%1-%2-%3"_qs.arg(time, 20, 10, QLatin1Char('0')).arg(::getpid()).arg(++number);
 }
 
-bool isOwnFile(FileSystemCalls& calls, int handle) {
-    struct stat status {};
-    return calls.fstat(handle, &status) == 0 && S_ISREG(status.st_mode) && status.st_uid == ::geteuid() &&
-           status.st_nlink == 1;
-}
-
 QString withSuffix(const QString& stem) {
     return stem + QLatin1String(JournalFile::Suffix);
 }
@@ -64,28 +58,11 @@ JournalFile::~JournalFile() {
 
 std::unique_ptr<JournalFile> JournalFile::open(FileSystemCalls& calls, const QString& folder, const QString& name,
                                                Opening& opening) {
-    constexpr int Flags = O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    opening = Opening::Refused;
-    const QByteArray path = nameOf(folder + u'/' + name);
-    int handle = calls.open(path.constData(), O_RDWR | Flags);
-    if (handle < 0 && (errno == EROFS || errno == EACCES))
-        handle = calls.open(path.constData(), O_RDONLY | Flags);
-    if (handle < 0) {
-        opening = errno == ENOENT ? Opening::Missing : Opening::Refused;
+    int handle = -1;
+    opening = lockOwnFile(calls, nameOf(folder + u'/' + name), handle);
+    if (opening != Opening::Done)
         return nullptr;
-    }
-    std::unique_ptr<JournalFile> file(new JournalFile(calls, folder, stemOf(name), name, handle));
-    if (calls.flock(handle, LOCK_EX | LOCK_NB) != 0) {
-        opening = errno == EWOULDBLOCK ? Opening::InUse : Opening::Refused;
-        return nullptr;
-    }
-    // The name may lead to another file by now: the owner replaced this one before it was locked.
-    struct stat named {};
-    struct stat opened {};
-    const bool isSame = calls.fstat(handle, &opened) == 0 && calls.stat(path.constData(), &named) == 0 &&
-                        named.st_ino == opened.st_ino && named.st_dev == opened.st_dev;
-    opening = !isSame ? Opening::InUse : isOwnFile(calls, handle) ? Opening::Done : Opening::Refused;
-    return opening == Opening::Done ? std::move(file) : nullptr;
+    return std::unique_ptr<JournalFile>(new JournalFile(calls, folder, stemOf(name), name, handle));
 }
 
 std::unique_ptr<JournalFile> JournalFile::create(FileSystemCalls& calls, const QString& folder) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystemCalls.h"
+#include "platform/OwnFile.h"
 #include "recovery/journals/JournalFrame.h"
 
 #include <QByteArray>
@@ -13,12 +13,7 @@
 /// users are never opened.
 class JournalFile {
  public:
-    enum class Opening {
-        Done,
-        Missing,
-        InUse,   ///< it belongs to a living process, or another one examines it
-        Refused  ///< it is no file of this user's own, or cannot be opened
-    };
+    using Opening = OwnFileLock;
     static constexpr const char* Suffix = ".journal";
     static constexpr const char* AsideSuffix = ".aside";
     /// Of one that is just being written: it is not complete, and does not count.

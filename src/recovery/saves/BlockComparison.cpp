@@ -37,8 +37,9 @@ BlockComparison::BlockComparison(FileSystemCalls& calls, int record, const Recor
       m_hashes(WindowSize / BlockSize * static_cast<qsizetype>(sizeof(quint32)), Qt::Uninitialized) {}
 
 WriteState BlockComparison::compare() {
-    for (quint64 offset = 0; offset < m_size; offset += WindowSize) {
-        const qint64 length = static_cast<qint64>(std::min<quint64>(WindowSize, m_size - offset));
+    const quint64 end = std::min(m_size, std::max(m_file.hashedSize, m_file.newSize));
+    for (quint64 offset = 0; offset < end; offset += WindowSize) {
+        const qint64 length = static_cast<qint64>(std::min<quint64>(WindowSize, end - offset));
         if (const SystemError error = readWindow(offset, length))
             return error.number == ENODATA ? WriteState::Other : WriteState::Unknown;
         for (qint64 at = 0; at < length; at += BlockSize) {
@@ -46,7 +47,9 @@ WriteState BlockComparison::compare() {
                 return WriteState::Other;
         }
     }
-    return m_allNew && m_mixed == 0 && m_size == m_file.finalSize() ? WriteState::Whole : WriteState::Partial;
+    if (m_allNew && m_mixed == 0 && m_size == m_file.finalSize())
+        return WriteState::Whole;
+    return m_allOld && m_size == m_file.oldSize ? WriteState::Old : WriteState::Partial;
 }
 
 SystemError BlockComparison::readWindow(quint64 offset, qint64 length) {
@@ -57,9 +60,9 @@ SystemError BlockComparison::readWindow(quint64 offset, qint64 length) {
 }
 
 SystemError BlockComparison::readHashes(quint64 offset, qint64 length) {
-    if (offset >= m_file.oldSize)
+    if (offset >= m_file.hashedSize)
         return {};
-    const quint64 oldLength = std::min(static_cast<quint64>(length), m_file.oldSize - offset);
+    const quint64 oldLength = std::min(static_cast<quint64>(length), m_file.hashedSize - offset);
     const auto hashSize = static_cast<qint64>(sizeof(quint32));
     return readExactly(m_calls, m_record, m_hashes.data(), static_cast<qint64>(blocksOf(oldLength)) * hashSize,
                        m_file.hashes + static_cast<qint64>(offset / BlockSize) * hashSize);
@@ -91,7 +94,7 @@ BlockComparison::Block BlockComparison::blockAt(quint64 offset, qint64 inWindow,
     const bool isInRange = m_range < ranges.size() && ranges[m_range].offset <= at;
     const quint64 newLength = isInRange ? std::min<quint64>(BlockSize, endOf(ranges[m_range]) - at) : 0;
     quint32 hash = 0;
-    if (at < m_file.oldSize)
+    if (at < m_file.hashedSize)
         std::memcpy(&hash, m_hashes.constData() + inWindow / BlockSize * static_cast<qint64>(sizeof hash), sizeof hash);
     return {at,
             m_bytes.constData() + inWindow,
@@ -127,10 +130,20 @@ bool BlockComparison::isCutOff(const Block& block) const {
     return isZero(block.bytes + kept, block.length - kept);
 }
 
+/// A write goes from the first byte of a block to its last, and into each block that it is to change.
+bool BlockComparison::isMixed(const Block& block) const {
+    if (block.newLength == 0 || block.bytes[0] != block.newBytes[0])
+        return false;
+    const bool changes = block.offset >= m_file.oldSize || blockHash(block.newBytes, block.newLength) != block.oldHash;
+    return changes;
+}
+
 bool BlockComparison::count(const Block& block) {
+    const bool isBlockOld = isOld(block);
+    m_allOld = m_allOld && isBlockOld;
     if (isNew(block))
         return true;
     if (block.newLength > 0)
         m_allNew = false;
-    return isOld(block) || isCutOff(block) || ++m_mixed <= MixedBlocksOfAWriter;
+    return isBlockOld || isCutOff(block) || (isMixed(block) && ++m_mixed <= MixedBlocksOfAWriter);
 }

@@ -10,7 +10,8 @@ class BlockComparison {
  public:
     BlockComparison(FileSystemCalls& calls, int record, const RecordedFile& file, int target, quint64 targetSize);
 
-    /// Partial only says what the blocks say; whether the file is the recorded one is the caller's question.
+    /// Only says what the blocks say; whether the file is the recorded one, and written since, is the caller's
+    /// question.
     WriteState compare();
 
  private:
@@ -31,6 +32,7 @@ class BlockComparison {
     bool isNew(const Block& block) const;
     bool isOld(const Block& block) const;
     bool isCutOff(const Block& block) const;
+    bool isMixed(const Block& block) const;
     /// False: more blocks are neither old nor new than one writer leaves behind.
     bool count(const Block& block);
 
@@ -46,4 +48,5 @@ class BlockComparison {
     std::size_t m_range = 0;       ///< the first that ends behind the block
     int m_mixed = 0;
     bool m_allNew = true;
+    bool m_allOld = true;
 };

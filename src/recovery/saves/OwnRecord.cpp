@@ -10,8 +10,6 @@
 namespace {
 
 constexpr std::size_t ZerosSize = 65'536;
-/// Without these bytes there is no record.
-constexpr qint64 HeadSize = 4096;
 
 std::vector<iovec> zeros(qint64 length) {
     static const std::array<char, ZerosSize> bytes{};
@@ -58,7 +56,6 @@ bool OwnRecord::blank(qint64 mostKept) {
     if ((isTooLong || (rest > 0 && uninterrupted(empty) != 0)) && !cut(SmallSize))
         return false;
     m_written = 0;
-    m_calls.startFlush(m_handle, 0, std::min(overwritten, HeadSize));
     return true;
 }
 

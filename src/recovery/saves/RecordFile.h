@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileSystemCalls.h"
+#include "platform/OwnFile.h"
 
 #include <QByteArray>
 
@@ -8,18 +8,13 @@
 /// code that examines the record. Links, other kinds of files and files of other users are never opened.
 class RecordFile {
  public:
-    enum class Opening {
-        Done,
-        Missing,
-        InUse,   ///< it belongs to a living process, or another one examines it
-        Refused  ///< it is no file of this user's own, or cannot be opened
-    };
+    using Opening = OwnFileLock;
 
     RecordFile(FileSystemCalls& calls, QByteArray name) : m_calls(calls), m_name(std::move(name)) {}
     ~RecordFile();
     Q_DISABLE_COPY_MOVE(RecordFile)
 
-    Opening open();
+    Opening open() { return lockOwnFile(m_calls, m_name, m_handle); }
     /// Readable after open().
     int handle() const { return m_handle; }
     const QByteArray& name() const { return m_name; }

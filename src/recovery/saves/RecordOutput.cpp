@@ -10,7 +10,7 @@
 namespace {
 
 constexpr qsizetype BufferSize = 262'144;
-/// So much of a large piece is written at once, and the disk begins with it while the rest is hashed and copied.
+/// So much of a large piece is written at once, and the disk begins with it while it is hashed and the rest is copied.
 constexpr std::size_t PartSize = 1'048'576;
 
 }  // namespace
@@ -42,8 +42,8 @@ void RecordOutput::write(std::string_view bytes) {
     }
     for (; !bytes.empty(); bytes.remove_prefix(std::min(PartSize, bytes.size()))) {
         const std::string_view part = bytes.substr(0, PartSize);
-        XXH3_128bits_update(m_hash, part.data(), part.size());
         writeToFile(part);
+        XXH3_128bits_update(m_hash, part.data(), part.size());
     }
 }
 

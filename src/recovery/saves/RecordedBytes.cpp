@@ -18,7 +18,7 @@ bool RecordedBytes::needsBase(const RecordedFile& file) {
     return !file.isWhole() || file.finalSize() > file.newSize;
 }
 
-bool RecordedBytes::rewind() {
+bool RecordedBytes::rewind(Reading /*next*/) {
     m_at = 0;
     m_range = 0;
     return true;

@@ -19,7 +19,7 @@ class RecordedBytes : public ByteSource {
 
     qint64 length() const override { return static_cast<qint64>(m_file.finalSize()); }
     SystemError next(BytePieces& pieces) override;
-    bool rewind() override;
+    bool rewind(Reading next) override;
 
  private:
     SystemError readBase(qint64 length);

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr qint64 CopySize = 1'048'576;
+constexpr qint64 NanosecondsOfASecond = 1'000'000'000;
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
@@ -25,7 +26,7 @@ class OpenFile {
             return;
         }
         if (!S_ISREG(m_status.st_mode)) {
-            m_error = SystemError::fromErrno(ESTALE);
+            refuse();
             return;
         }
         m_handle = uninterrupted(
@@ -33,7 +34,7 @@ class OpenFile {
         if (m_handle < 0 || m_calls.fstat(m_handle, &m_status) != 0)
             m_error = lastError();
         else if (!S_ISREG(m_status.st_mode))
-            m_error = SystemError::fromErrno(ESTALE);
+            refuse();
     }
     ~OpenFile() {
         if (m_handle >= 0)
@@ -42,20 +43,27 @@ class OpenFile {
     Q_DISABLE_COPY_MOVE(OpenFile)
 
     const SystemError& error() const { return m_error; }
-    /// Whether there is no such file, or another kind of file.
-    bool isMissing() const {
-        return m_error.number == ENOENT || m_error.number == ENOTDIR || m_error.number == ELOOP ||
-               m_error.number == ESTALE;
-    }
+    bool isMissing() const { return m_error.number == ENOENT || m_error.number == ENOTDIR; }
+    /// Whether there is a link or another kind of file.
+    bool isAnotherKind() const { return m_isAnotherKind || m_error.number == ELOOP; }
     int handle() const { return m_handle; }
     quint64 size() const { return static_cast<quint64>(m_status.st_size); }
     /// The number of the device is not compared: it may be another one after the system was started anew.
     bool isThatOf(const RecordedFile& file) const { return m_status.st_ino == file.inode; }
+    bool isWrittenSince(const RecordedFile& file) const {
+        return m_status.st_mtim.tv_sec * NanosecondsOfASecond + m_status.st_mtim.tv_nsec != file.recordedTime;
+    }
 
  private:
+    void refuse() {
+        m_isAnotherKind = true;
+        m_error = SystemError::fromErrno(ESTALE);
+    }
+
     FileSystemCalls& m_calls;
     int m_handle = -1;
     SystemError m_error;
+    bool m_isAnotherKind = false;
     struct stat m_status {};
 };
 
@@ -66,18 +74,32 @@ RecordedWrite::RecordedWrite(FileSystemCalls& calls, int recordHandle, const Rec
 
 WriteState RecordedWrite::state() const {
     const OpenFile target(m_calls, m_file.path, O_RDONLY);
+    if (target.isAnotherKind())
+        return WriteState::Other;
+    if (target.isMissing())
+        return isFolderThere() ? WriteState::Other : WriteState::Away;
     if (target.error())
-        return target.isMissing() ? WriteState::Other : WriteState::Unknown;
+        return WriteState::Unknown;
     if (!hasSizeOfAWrite(target.size()))
         return WriteState::Other;
     const WriteState state = BlockComparison(m_calls, m_record, m_file, target.handle(), target.size()).compare();
-    return state == WriteState::Partial && !target.isThatOf(m_file) ? WriteState::Other : state;
+    if ((state == WriteState::Partial || state == WriteState::Old) && !target.isThatOf(m_file))
+        return WriteState::Other;
+    return state == WriteState::Old && !target.isWrittenSince(m_file) ? WriteState::Partial : state;
 }
 
-/// A file that grows has any size in between for a while.
+/// A file that grows has any size in between for a while; one that is cut, is cut once.
 bool RecordedWrite::hasSizeOfAWrite(quint64 size) const {
-    const auto [least, most] = std::minmax({m_file.oldSize, m_file.finalSize()});
-    return size >= least && size <= most;
+    const quint64 after = m_file.finalSize();
+    return size == m_file.oldSize || size == after || (size > m_file.oldSize && size < after);
+}
+
+/// An empty folder is there, too, while no file system is mounted on it.
+bool RecordedWrite::isFolderThere() const {
+    const QByteArray folder = m_file.path.left(m_file.path.lastIndexOf('/') + 1);
+    struct stat status {};
+    return uninterrupted([&] { return m_calls.stat(folder.constData(), &status); }) == 0 &&
+           status.st_dev == m_file.device;
 }
 
 std::optional<FileKey> RecordedWrite::target() const {

@@ -24,6 +24,7 @@ class RecordedWrite {
 
  private:
     bool hasSizeOfAWrite(quint64 size) const;
+    bool isFolderThere() const;
     SystemError writeInto(int target) const;
     SystemError flush(int target) const;
     void restoreMode(int target) const;

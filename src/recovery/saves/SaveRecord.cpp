@@ -80,9 +80,15 @@ bool hasChecksum(FileSystemCalls& calls, int handle, qint64 length, SystemError&
     return !error && std::memcmp(&is, &should, sizeof is) == 0;
 }
 
+/// As far as new bytes reach, each old block has a hash.
+bool hasSaneHashes(const EntryHead& head) {
+    return head.hashedSize == head.oldSize ||
+           (head.hashedSize < head.oldSize && head.hashedSize >= head.newSize && head.hashedSize % BlockSize == 0);
+}
+
 bool isSane(const EntryHead& head) {
-    return head.tag == EntryTag && head.oldSize <= LargestFile && head.newSize <= LargestFile && head.pathLength > 0 &&
-           head.pathLength <= LongestPath;
+    return head.tag == EntryTag && head.oldSize <= LargestFile && head.newSize <= LargestFile && hasSaneHashes(head) &&
+           head.pathLength > 0 && head.pathLength <= LongestPath;
 }
 
 /// Ranges ascend, do not overlap and lie within the new contents; each begins with a block.
@@ -115,13 +121,15 @@ bool readFile(RecordInput& input, RecordedFile& file) {
     file.inode = head.inode;
     file.oldSize = head.oldSize;
     file.newSize = head.newSize;
+    file.hashedSize = head.hashedSize;
     file.oldTime = head.oldTime;
+    file.recordedTime = head.recordedTime;
     file.mode = head.mode & ALLPERMS;
     file.cuts = (head.flags & Cuts) != 0;
     if (!readRanges(input, file))
         return false;
     file.hashes = input.at();
-    return input.skip(blocksOf(file.oldSize) * sizeof(quint32));
+    return input.skip(blocksOf(file.hashedSize) * sizeof(quint32));
 }
 
 /// Where the record ends follows from its entries; only the checksum says then that all of them are true.

@@ -24,7 +24,9 @@ struct RecordedFile {
     quint64 inode = 0;
     quint64 oldSize = 0;
     quint64 newSize = 0;
+    quint64 hashedSize = 0;             ///< what of the old file has hashes
     qint64 oldTime = 0;                 ///< of the last change before the write, in nanoseconds
+    qint64 recordedTime = 0;            ///< the same when the record was made, right before the first byte
     mode_t mode = 0;                    ///< before the write, with the bits that a write may clear
     bool cuts = false;                  ///< old bytes after the new ones are cut off
     std::vector<RecordedRange> ranges;  ///< ascending, without overlaps

@@ -28,6 +28,10 @@ SystemError lastError() {
     return SystemError::fromErrno(errno);
 }
 
+qint64 nanoseconds(const timespec& time) {
+    return time.tv_sec * NanosecondsOfASecond + time.tv_nsec;
+}
+
 /// With the links in it resolved, so that the same file is found later whatever becomes of the links.
 QByteArray resolved(const QByteArray& name) {
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(name.constData(), nullptr), &std::free);
@@ -36,13 +40,15 @@ QByteArray resolved(const QByteArray& name) {
 
 }  // namespace
 
-/// The bytes of the file as they are before the write, and the hashes of its blocks, which collect as it is read.
+/// The bytes of the file as they are before the write, as far as they are needed, and the hashes of their blocks, which
+/// collect as it is read.
 class SaveRecordWriter::OldFile {
  public:
     OldFile(FileSystemCalls& calls, const PlannedWrite& write)
         : m_calls(calls),
           m_before(write.before),
-          m_size(write.before.st_size),
+          m_size(static_cast<qint64>(
+              hashedSizeOf(static_cast<quint64>(write.before.st_size), static_cast<quint64>(write.length)))),
           m_buffer(std::min(ReadSize, m_size), Qt::Uninitialized) {
         m_hashes.reserve(blocksOf(static_cast<quint64>(m_size)));
     }
@@ -53,19 +59,20 @@ class SaveRecordWriter::OldFile {
     Q_DISABLE_COPY_MOVE(OldFile)
 
     SystemError open(const PlannedWrite& write) {
-        if (m_size == 0)
-            return {};
-        m_handle = uninterrupted(
-            [&] { return m_calls.open(write.name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
         struct stat now {};
-        if (m_handle < 0 || m_calls.fstat(m_handle, &now) != 0)
-            return lastError();
+        if (SystemError error = m_size == 0 ? examine(write, now) : open(write, now))
+            return error;
+        m_recordedTime = nanoseconds(now.st_mtim);
         return keyOf(now) == keyOf(write.before) ? SystemError() : SystemError::fromErrno(ESTALE);
     }
 
+    /// What is read of it. The rest, if there is any, is far behind the new bytes.
+    qint64 size() const { return m_size; }
+    /// Of the last change, in nanoseconds; the reservation of space may be one.
+    qint64 recordedTime() const { return m_recordedTime; }
     bool atEnd() const { return m_at == m_size; }
 
-    /// The next bytes, in whole blocks up to the end of the file; empty after an error or at the end.
+    /// The next bytes, in whole blocks up to size(); empty after an error or at the end.
     std::string_view next(SystemError& error) {
         const qint64 wanted = std::min<qint64>(m_buffer.size(), m_size - m_at);
         qint64 got = 0;
@@ -111,10 +118,22 @@ class SaveRecordWriter::OldFile {
     }
 
  private:
+    SystemError open(const PlannedWrite& write, struct stat& now) {
+        m_handle = uninterrupted(
+            [&] { return m_calls.open(write.name.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); });
+        return m_handle >= 0 && m_calls.fstat(m_handle, &now) == 0 ? SystemError() : lastError();
+    }
+    /// A file without bytes need not be readable.
+    SystemError examine(const PlannedWrite& write, struct stat& now) const {
+        const auto call = [&] { return m_calls.stat(write.name.constData(), &now); };
+        return uninterrupted(call) == 0 ? SystemError() : lastError();
+    }
+
     FileSystemCalls& m_calls;
     int m_handle = -1;
     const struct stat m_before;
     const qint64 m_size;
+    qint64 m_recordedTime = 0;
     qint64 m_at = 0;
     QByteArray m_buffer;
     std::vector<quint32> m_hashes;
@@ -205,7 +224,7 @@ SystemError SaveRecordWriter::add(const PlannedWrite& write) {
     SystemError error = old.open(write);
     if (error)
         return error;
-    writeHead(write);
+    writeHead(write, old);
     error = write.pieces.empty() ? addDifferences(write, old) : addAll(write, old);
     m_output.writePlain(RangeHead{LastRange, 0});
     old.writeHashes(m_output);
@@ -214,12 +233,13 @@ SystemError SaveRecordWriter::add(const PlannedWrite& write) {
     return error ? error : m_output.error();
 }
 
-void SaveRecordWriter::writeHead(const PlannedWrite& write) {
+void SaveRecordWriter::writeHead(const PlannedWrite& write, const OldFile& old) {
     const QByteArray path = resolved(write.name);
     m_output.writePlain(EntryHead{EntryTag, write.cuts ? quint32(Cuts) : 0, write.before.st_dev, write.before.st_ino,
                                   static_cast<quint64>(write.before.st_size), static_cast<quint64>(write.length),
-                                  write.before.st_mtim.tv_sec * NanosecondsOfASecond + write.before.st_mtim.tv_nsec,
-                                  static_cast<quint32>(path.size()), write.before.st_mode & ALLPERMS});
+                                  static_cast<quint64>(old.size()), nanoseconds(write.before.st_mtim),
+                                  old.recordedTime(), static_cast<quint32>(path.size()),
+                                  write.before.st_mode & ALLPERMS});
     m_output.write({path.constData(), static_cast<std::size_t>(path.size())});
 }
 
@@ -227,7 +247,7 @@ void SaveRecordWriter::writeHead(const PlannedWrite& write) {
 SystemError SaveRecordWriter::addAll(const PlannedWrite& write, OldFile& old) {
     std::future<SystemError> reading;
     try {
-        if (write.before.st_size >= SizeForThread)
+        if (old.size() >= SizeForThread)
             reading = std::async(std::launch::async, [&old] { return old.readToEnd(); });
     } catch (const std::system_error&) {
         // Without another thread it is read afterwards.
@@ -242,7 +262,7 @@ SystemError SaveRecordWriter::addAll(const PlannedWrite& write, OldFile& old) {
 
 /// Reads the whole source once before it is written.
 SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile& old) {
-    if (!write.source.rewind())
+    if (!write.source.rewind(ByteSource::Reading::ToExamine))
         return SystemError::fromErrno(ESPIPE);
     Comparison comparison(old, write.cuts, m_output);
     SystemError error;
@@ -259,7 +279,7 @@ SystemError SaveRecordWriter::addDifferences(const PlannedWrite& write, OldFile&
     }
     if (!error)
         error = comparison.end();
-    write.source.rewind();
+    write.source.rewind(ByteSource::Reading::ToWrite);
     if (!error)
         error = old.readToEnd();
     return error ? error : m_output.error();

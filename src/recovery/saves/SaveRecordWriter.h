@@ -35,7 +35,7 @@ class SaveRecordWriter {
     class OldFile;
     class Comparison;
 
-    void writeHead(const PlannedWrite& write);
+    void writeHead(const PlannedWrite& write, const OldFile& old);
     SystemError addAll(const PlannedWrite& write, OldFile& old);
     SystemError addDifferences(const PlannedWrite& write, OldFile& old);
 

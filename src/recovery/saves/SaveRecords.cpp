@@ -84,6 +84,8 @@ QString SaveRecords::saveRecordFolder() {
 
 /// Bytes from a source may run the event loop while they are read, so no other thread waits for them.
 std::unique_ptr<WatchedWrite> SaveRecords::aboutToWrite(const PlannedWrite& write) {
+    if (write.isUnnamed)
+        return watched(write, nullptr);
     if (!write.pieces.empty())
         return joinGroup(write);
     return watched(write, record({&write}));
@@ -111,7 +113,8 @@ std::unique_ptr<WatchedWrite> SaveRecords::joinGroup(const PlannedWrite& write) 
     return watched(write, std::move(request.record));
 }
 
-/// Without a record: those of earlier writes must be gone from the disk all the same before the file changes.
+/// Without a record: those of earlier writes must be gone from the disk all the same before the file changes. A new
+/// file may have name and inode of a removed one.
 std::unique_ptr<WatchedWrite> SaveRecords::watched(const PlannedWrite& write, std::shared_ptr<Shared> record) {
     if (record == nullptr)
         m_store.flushRemovals();

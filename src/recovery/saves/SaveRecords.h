@@ -17,7 +17,7 @@
 
 /// Keeps the new bytes of every save in a record until they are on the disk in their file, so that a save that is
 /// interrupted at any moment can be completed by SaveRecovery. Outlives the writers; used by several threads at once. A
-/// write for which no record can be made goes on without one.
+/// write for which no record can be made goes on without one. A new file needs none: it gets its name when it is whole.
 ///
 /// Writes that other threads begin while a record is being flushed share the next one: so the disk is waited for once
 /// for many files. A record belongs to this process as long as it is locked (flock). The record of a write that failed

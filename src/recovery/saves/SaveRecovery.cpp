@@ -12,6 +12,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <set>
 #include <utility>
@@ -20,6 +21,9 @@
 namespace {
 
 using Files = std::set<FileKey>;
+
+/// For so long a file may be out of reach, on a disk that is not mounted.
+constexpr std::chrono::hours LongestAbsence{30 * 24};
 
 bool isOwnFolder(const QString& path) {
     struct stat status {};
@@ -73,7 +77,7 @@ class SaveRecovery::Record {
     bool hasCompleted() const { return m_hasCompleted; }
     /// Whether somebody else changed a file of it, which no other record explains.
     bool isOfOtherFiles(const Files& settled) const {
-        return m_isOfMissing || !std::includes(settled.begin(), settled.end(), m_others.begin(), m_others.end());
+        return m_isForAside || !std::includes(settled.begin(), settled.end(), m_others.begin(), m_others.end());
     }
 
     void remove() const { m_file.remove(); }
@@ -82,16 +86,15 @@ class SaveRecovery::Record {
  private:
     void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
         const WriteState state = write.state();
-        if (state == WriteState::Other) {
-            if (target)
-                m_others.insert(*target);
-            else
-                m_isOfMissing = true;
-        } else if (target && isSettled(write, state)) {
+        const bool isOutOfReach = state == WriteState::Away || state == WriteState::Unknown;
+        if (state == WriteState::Other && target)
+            m_others.insert(*target);
+        else if (state == WriteState::Other || state == WriteState::Old || (isOutOfReach && isTooOld()))
+            m_isForAside = true;
+        else if (target && isSettled(write, state))
             settled.insert(*target);
-        } else {
+        else
             m_isLeft = true;
-        }
         m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
     }
 
@@ -100,6 +103,15 @@ class SaveRecovery::Record {
         if (state == WriteState::Whole)
             return !write.confirm();
         return state == WriteState::Partial && makeLast() && !write.complete();
+    }
+
+    /// A clock that was set back makes it no older.
+    bool isTooOld() const {
+        struct stat status {};
+        if (m_calls.fstat(m_file.handle(), &status) != 0)
+            return false;
+        const auto made = std::chrono::system_clock::from_time_t(status.st_mtim.tv_sec);
+        return std::chrono::system_clock::now() - made > LongestAbsence;
     }
 
     /// The process may have been killed before the record was on the disk.
@@ -117,7 +129,7 @@ class SaveRecovery::Record {
     RecordFile m_file;
     std::optional<SaveRecord> m_content;
     Files m_others;
-    bool m_isOfMissing = false;
+    bool m_isForAside = false;
     bool m_isSuperseded = false;
     bool m_isLasting = false;
     bool m_isLeft = false;

@@ -13,9 +13,12 @@
 /// the start, before files are opened; does not run the event loop. Without records it costs one look-up.
 ///
 /// A record is removed when it is damaged (the save had not begun), when the files have their new contents, or when the
-/// interrupted write was completed. When a file can't be written now, its record stays for the next start. When a file
-/// was changed by somebody else since, nothing is touched and the record is set aside under another name, for
-/// quillmark-recover.
+/// interrupted write was completed. When a file can't be written now, its record stays for the next start; when it
+/// can't be reached or read, for thirty days. When a file was changed by somebody else since, nothing is touched and
+/// the record is set aside under another name, for quillmark-recover.
+///
+/// So it is when a file has its old contents and was written since the record was made. Somebody restored them, or the
+/// power was cut before a new byte was on the disk: that can't be known, but the file is whole as it is.
 class SaveRecovery {
  public:
     struct Summary {

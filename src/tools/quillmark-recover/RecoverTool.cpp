@@ -85,8 +85,12 @@ QString stateText(WriteState state) {
             return u"has the new contents"_qs;
         case WriteState::Partial:
             return u"was not or only partly written"_qs;
+        case WriteState::Old:
+            return u"has the old contents"_qs;
         case WriteState::Other:
             return u"is missing, or was changed by another program"_qs;
+        case WriteState::Away:
+            return u"is out of reach: its folder is missing"_qs;
         case WriteState::Unknown:
             break;
     }
@@ -320,7 +324,8 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
     const bool isNamed = options.isSet(BaseOption);
     const QByteArray name = isNamed ? nameOf(options.value(BaseOption)) : file.path;
     const WriteState state = RecordedWrite(calls, opened.file->handle(), file).state();
-    if (!isNamed && state != WriteState::Whole && state != WriteState::Partial) {
+    constexpr WriteState Fitting[] = {WriteState::Whole, WriteState::Partial, WriteState::Old};
+    if (!isNamed && std::ranges::find(Fitting, state) == std::end(Fitting)) {
         exit = say(Unfit,
                    u"%1: the record holds only what differs from the file as it was, and the file %2; "
                    "name one like it with --base"_qs.arg(shownPath(file.path), stateText(state)));

@@ -1,6 +1,7 @@
 #include "hex/bytes/WorkingCopy.h"
 #include "platform/Folders.h"
 #include "support/FailingFileSystem.h"
+#include "support/NetworkLocks.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -305,6 +306,17 @@ TEST_F(WorkingCopies, OfKilledProcessesAreSweptAwayAndThoseInUseAreNot) {
     EXPECT_TRUE(stands(at(u"~hextemp000000.tmp"_qs)));
 }
 
+TEST_F(WorkingCopies, OfKilledProcessesAreSweptAwayFromANetworkFileSystemToo) {
+    NetworkLocks calls;
+    auto hex = std::make_unique<WorkingCopy>(calls, Block, [this] { return m_now; });
+    ASSERT_FALSE(hex->load(file("in use"), watching()));
+    QFile out(at(u"~hextemp010203.tmp"_qs));
+    ASSERT_TRUE(out.open(QFile::WriteOnly));
+    WorkingCopy::removeAbandoned(calls);
+    EXPECT_FALSE(stands(out.fileName()));
+    EXPECT_TRUE(stands(hex->name()));
+}
+
 TEST_F(WorkingCopies, ASweepWithoutAFolderMakesNone) {
     QDir(temporaryFolder()).removeRecursively();
     WorkingCopy::removeAbandoned();
@@ -379,6 +391,17 @@ TEST_F(WorkingCopies, OfBlocksLargerThanTheirPiecesTellAfterEachBlock) {
     ASSERT_FALSE(copy.save(target, watching()));
     EXPECT_EQ(m_percents, (std::vector<int>{50, 100, 100}));
     EXPECT_EQ(bytesOf(target), bytes);
+}
+
+TEST_F(WorkingCopies, SavedToANewNameThatIsRefusedAtFirstTellTheSameOnceMore) {
+    auto hex = copy();
+    ASSERT_FALSE(hex->load(file(someBytes(40)), watching()));
+    m_percents.clear();
+    m_calls.fail(SystemCall::NameFile, 0, EPERM);
+    const QString target = m_folder.filePath(u"target"_qs);
+    ASSERT_FALSE(hex->save(target, watching()));
+    EXPECT_EQ(m_percents, (std::vector<int>{50, 100, 50, 100, 100}));
+    EXPECT_EQ(bytesOf(target), someBytes(40));
 }
 
 TEST_F(WorkingCopies, SavedToALongerFileLeaveItsTail) {

@@ -49,6 +49,21 @@ class SavingInHostilePlaces : public testing::Test {
         const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
         return UserFileWriter(onFile, &witness).write(path(), BytePieces(&piece, 1)).error.number;
     }
+    /// Saves in a process whose files may have so many bytes, and expects this error.
+    void expectOfLimitedProcess(rlim_t bytes, int error) const {
+        const auto isAsExpected = [&] {
+            std::signal(SIGXFSZ, SIG_IGN);
+            const rlimit limit{bytes, bytes};
+            return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
+                   save(FileSystemCalls::system(), FileSystemCalls::system()) == error;
+        };
+        const pid_t child = ::fork();
+        if (child == 0)
+            ::_exit(isAsExpected() ? 0 : 1);
+        int status = -1;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
     bool recover() const {
         const SaveRecovery::Summary summary = SaveRecovery(records()).run();
         return summary.left + summary.setAside == 0 && QDir(records()).isEmpty();
@@ -164,6 +179,7 @@ TEST_F(SavingInHostilePlaces, WhatIsKeptForLaterRecordsIsGivenBackToASaveThatNee
         const std::string_view piece(bytes.constData(), static_cast<std::size_t>(bytes.size()));
         return UserFileWriter(FileSystemCalls::system(), &witness).write(target, BytePieces(&piece, 1)).error.number;
     };
+    put(at(u"small/first"_qs), OldBytes);
     EXPECT_EQ(saveTo(at(u"small/first"_qs), 300'000), 0);
     ASSERT_EQ(QDir(at(u"small/state/saves"_qs)).entryList(QDir::Files).size(), 1);
     EXPECT_EQ(saveTo(at(u"small/second"_qs), 550'000), 0);
@@ -174,36 +190,14 @@ TEST_F(SavingInHostilePlaces, WhatIsKeptForLaterRecordsIsGivenBackToASaveThatNee
 
 TEST_F(SavingInHostilePlaces, ALimitOfTheSizeOfFilesIsToldBeforeTheFirstByte) {
     put(path(), OldBytes);
-    const auto isRefused = [this] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{5'000, 5'000};
-        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
-               save(FileSystemCalls::system(), FileSystemCalls::system()) == EFBIG;
-    };
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(isRefused() ? 0 : 1);
-    int status = -1;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    expectOfLimitedProcess(5'000, EFBIG);
     EXPECT_EQ(bytesOf(path()), OldBytes);
     EXPECT_TRUE(recover());
 }
 
 TEST_F(SavingInHostilePlaces, ALimitThatTheFileKeepsAndItsRecordDoesNotIsNoReasonToFail) {
     put(path(), OldBytes);
-    const auto isSaved = [this] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{static_cast<rlim_t>(NewBytes.size()), static_cast<rlim_t>(NewBytes.size())};
-        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 &&
-               save(FileSystemCalls::system(), FileSystemCalls::system()) == 0;
-    };
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(isSaved() ? 0 : 1);
-    int status = -1;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    EXPECT_EQ(status, 0);
+    expectOfLimitedProcess(static_cast<rlim_t>(NewBytes.size()), 0);
     EXPECT_EQ(bytesOf(path()), NewBytes);
     EXPECT_TRUE(recover());
 }

@@ -33,7 +33,7 @@ class Source : public ByteSource {
         pieces = BytePieces(&m_piece, 1);
         return {};
     }
-    bool rewind() override { return true; }
+    bool rewind(Reading /*next*/) override { return true; }
 
  private:
     QByteArray m_bytes;

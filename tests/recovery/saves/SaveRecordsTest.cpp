@@ -1,186 +1,18 @@
-#include "platform/Paths.h"
-#include "platform/UserFileWriter.h"
 #include "recovery/saves/OwnRecord.h"
-#include "recovery/saves/SaveRecordWriter.h"
-#include "recovery/saves/SaveRecords.h"
-#include "recovery/saves/SaveRecovery.h"
-#include "support/FailingFileSystem.h"
+#include "recovery/saves/SaveRecording.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <QThread>
 
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
 #include <functional>
-#include <random>
 #include <set>
 #include <string>
 #include <thread>
 #include <vector>
 
-namespace {
-
-using Summary = SaveRecovery::Summary;
-
-QByteArray nameOf(const QString& path) {
-    return localName(path).value_or(QByteArray());
-}
-
-QByteArray bytesOf(const QString& path) {
-    QFile in(path);
-    EXPECT_TRUE(in.open(QFile::ReadOnly));
-    return in.readAll();
-}
-
-bool isZero(const QByteArray& bytes) {
-    return bytes.count('\0') == bytes.size();
-}
-
-/// Bytes that look like none of another call.
-QByteArray noise(qsizetype length, unsigned seed) {
-    std::mt19937 random(seed);
-    QByteArray bytes(length, Qt::Uninitialized);
-    std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<char>(random()); });
-    return bytes;
-}
-
-/// Gives its bytes in small parts, so that they are not all in memory at once.
-class Parts : public ByteSource {
- public:
-    explicit Parts(QByteArray bytes) : m_bytes(std::move(bytes)) {}
-    qint64 length() const override { return m_bytes.size(); }
-    SystemError next(BytePieces& pieces) override {
-        const qsizetype part = std::min<qsizetype>(700, m_bytes.size() - m_at);
-        m_piece = std::string_view(m_bytes.constData() + m_at, static_cast<std::size_t>(part));
-        m_at += part;
-        pieces = BytePieces(&m_piece, 1);
-        return {};
-    }
-    bool rewind() override {
-        m_at = 0;
-        return canRewind;
-    }
-
-    bool canRewind = true;
-
- private:
-    QByteArray m_bytes;
-    qsizetype m_at = 0;
-    std::string_view m_piece;
-};
-
-class SaveRecording : public testing::Test {
- protected:
-    QString folder() const { return m_folder.filePath(u"state/saves"_qs); }
-    QString at(const QString& name) const { return m_folder.filePath(name); }
-    /// The files in the folder, without those that are kept for later records and hold nothing but zeros.
-    QStringList records() const {
-        QStringList names = QDir(folder()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
-        names.removeIf([this](const QString& name) { return isZero(bytesOf(folder() + u'/' + name)); });
-        return names;
-    }
-    /// Without the space for later records.
-    QByteArray bytesOfFirstRecord() const {
-        QByteArray bytes = bytesOf(firstRecord());
-        while (bytes.endsWith('\0'))
-            bytes.chop(1);
-        return bytes;
-    }
-    QString firstRecord() const { return folder() + u'/' + records().value(0); }
-
-    QString file(const QByteArray& bytes, const QString& name = u"file"_qs) const {
-        put(at(name), bytes);
-        return at(name);
-    }
-    /// Writes into the file as it is, and keeps its inode.
-    static void put(const QString& path, const QByteArray& bytes) {
-        QFile out(path);
-        EXPECT_TRUE(out.open(QFile::ReadWrite) && out.write(bytes) == bytes.size() && out.resize(bytes.size()));
-    }
-
-    /// A save that ends in the middle as if the process had been killed: nothing of it is removed.
-    void interruptedSave(const QString& path, const QByteArray& newBytes) {
-        FailingFileSystem calls;
-        calls.fail(SystemCall::Write, 1, EIO);
-        calls.fail(SystemCall::Truncate, 0, EIO);
-        calls.fail(SystemCall::Unlink, 0, EIO);
-        SaveRecords records(folder());
-        const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
-        LeftBehind witness(records);
-        EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, BytePieces(&piece, 1)).error);
-    }
-    void interruptedSave(const QString& path, ByteSource& source, UserFileWriter::Tail tail) {
-        FailingFileSystem calls;
-        calls.fail(SystemCall::Write, 1, EIO);
-        calls.fail(SystemCall::Unlink, 0, EIO);
-        SaveRecords records(folder());
-        LeftBehind witness(records);
-        EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, source, tail).error);
-    }
-
-    /// One record for all, as after a kill before the first byte.
-    void recordGroup(const QStringList& paths, const QByteArray& newBytes, const QString& record = u"1-1-1.save"_qs,
-                     quint64 sequence = 1) {
-        const QByteArray name = nameOf(folder() + u'/' + record);
-        ASSERT_TRUE(QDir().mkpath(folder()));
-        const int handle = ::open(name.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-        SaveRecordWriter writer(FileSystemCalls::system(), handle, 0, sequence);
-        const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
-        Parts none({});
-        for (const QString& path : paths) {
-            struct stat before {};
-            ASSERT_EQ(::stat(nameOf(path).constData(), &before), 0);
-            const QByteArray target = nameOf(path);
-            EXPECT_FALSE(writer.add({target, before, newBytes.size(), true, {&piece, 1}, none}));
-        }
-        EXPECT_FALSE(writer.finish());
-        ::close(handle);
-    }
-
-    Summary recover() { return SaveRecovery(folder()).run(); }
-
-    /// Makes every write look touched, so that its record stays, as after a kill.
-    class LeftBehind : public WriteWitness {
-     public:
-        explicit LeftBehind(WriteWitness& records) : m_records(records) {}
-        std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override {
-            return std::make_unique<Kill>(m_records.aboutToWrite(write));
-        }
-
-     private:
-        class Kill : public WatchedWrite {
-         public:
-            explicit Kill(std::unique_ptr<WatchedWrite> watched) : m_watched(std::move(watched)) {}
-            void ended(bool, bool) override {
-                if (m_watched != nullptr)
-                    m_watched->ended(false, true);
-            }
-
-         private:
-            std::unique_ptr<WatchedWrite> m_watched;
-        };
-
-        WriteWitness& m_records;
-    };
-
-    QTemporaryDir m_folder;
-};
-
-BytePieces piecesOf(const QByteArray& bytes) {
-    static std::string_view piece;
-    piece = std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    return {&piece, 1};
-}
-
-}  // namespace
+using namespace SaveTests;
 
 TEST_F(SaveRecording, ARecordStandsWhileTheFileIsWrittenAndIsGoneAfterwards) {
     class Look : public FailingFileSystem {
@@ -248,7 +80,8 @@ TEST_F(SaveRecording, AnInterruptedSaveIsCompletedWhateverBlocksWereWritten) {
                 if (length > 0 && random() % 2 == 0)
                     torn.replace(at, length, newBytes.mid(at, length));
             }
-            put(path, torn);
+            if (torn != oldBytes)
+                put(path, torn);
             const Summary summary = recover();
             EXPECT_EQ(summary.setAside + summary.left, 0) << before << " to " << after << ", round " << round;
             EXPECT_EQ(bytesOf(path), newBytes);
@@ -472,9 +305,7 @@ TEST_F(SaveRecording, OfTwoRecordsOfAFileTheNewerOneCounts) {
     put(path, second);
     interruptedSave(path, third);
     ASSERT_EQ(records().size(), 2);
-    put(path, third.left(512) + second.mid(512));
-    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
-    EXPECT_EQ(bytesOf(path), third);
+    expectNewerCounts(path, second, third);
     EXPECT_TRUE(records().isEmpty());
 }
 
@@ -728,7 +559,8 @@ TEST_F(SaveRecording, BitsOfTheModeThatAWriteClearsAreSetAgain) {
     ASSERT_EQ(::chmod(nameOf(path).constData(), 04755), 0);
     for (const QByteArray& now : {QByteArray("old"), QByteArray("and new")}) {
         interruptedSave(path, "and new");
-        put(path, now);
+        if (now != "old")
+            put(path, now);
         ASSERT_EQ(::chmod(nameOf(path).constData(), 0755), 0);
         EXPECT_EQ(recover().left, 0);
         struct stat status {};
@@ -777,9 +609,7 @@ TEST_F(SaveRecording, TheNewerRecordIsKnownByItsNumberAndNotByItsName) {
     recordGroup({path}, first, u"9-9-9.save"_qs, 1);
     put(path, first);
     recordGroup({path}, second, u"1-1-1.save"_qs, 2);
-    put(path, second.left(512) + first.mid(512));
-    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
-    EXPECT_EQ(bytesOf(path), second);
+    expectNewerCounts(path, first, second);
 }
 
 TEST_F(SaveRecording, AFileThatNobodyWroteSinceTheLastSaveIsNotFlushedAgainAndOthersAre) {
@@ -852,7 +682,32 @@ TEST_F(SaveRecording, ARecordIsNewerThanAnAbandonedOneFromBeforeTheClockWasSetBa
     put(path, first);
     interruptedSave(path, second);
     ASSERT_EQ(records().size(), 2);
-    put(path, second.left(512) + first.mid(512));
-    EXPECT_EQ(recover(), (Summary{1, 1, 0, 0}));
-    EXPECT_EQ(bytesOf(path), second);
+    expectNewerCounts(path, first, second);
+}
+
+TEST_F(SaveRecording, ANewFileNeedsNoRecordAndGetsItsNameWhenEarlierOnesAreGoneFromTheDisk) {
+    FailingFileSystem onRecords;
+    class Named : public FailingFileSystem {
+     public:
+        explicit Named(FailingFileSystem& onRecords) : m_onRecords(onRecords) {}
+        int nameFile(int handle, const char* path) override {
+            flushes = m_onRecords.count(SystemCall::Flush);
+            return FailingFileSystem::nameFile(handle, path);
+        }
+        int flushes = -1;
+
+     private:
+        FailingFileSystem& m_onRecords;
+    };
+    const QString path = file("old");
+    SaveRecords records(folder(), onRecords);
+    EXPECT_FALSE(UserFileWriter(FileSystemCalls::system(), &records).write(path, piecesOf("new")).error);
+    ASSERT_TRUE(QFile::remove(path));
+    const int before = onRecords.count(SystemCall::Flush);
+    const int writes = onRecords.count(SystemCall::Write);
+    Named calls(onRecords);
+    EXPECT_FALSE(UserFileWriter(calls, &records).write(path, piecesOf("newer")).error);
+    EXPECT_EQ(calls.flushes, before + 1);
+    EXPECT_EQ(onRecords.count(SystemCall::Write), writes);
+    EXPECT_EQ(bytesOf(path), "newer");
 }
