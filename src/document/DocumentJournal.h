@@ -40,6 +40,8 @@ class DocumentJournal : private EditObserver {
     void leave();
     /// The control now holds what was found, whose journal is continued. After a successful FoundJournal::restore().
     void goOn(FoundJournal& found);
+    /// From now on the journal holds the whole text, and needs no file to start from. After goOn().
+    void keepWhole() { passWhole(); }
 
  private:
     void aboutToEdit() override;

@@ -120,8 +120,11 @@ void HexJournal::edited() {
 }
 
 void HexJournal::keepWholeIfNeeded() {
-    if (!m_journal || !m_view.workingCopy().isOpen() || !m_journal->needsWhole())
-        return;
+    if (m_journal && m_view.workingCopy().isOpen() && m_journal->needsWhole())
+        keepWhole();
+}
+
+void HexJournal::keepWhole() {
     m_journal->setWhole(m_view.workingCopy().handle());
     m_isUndoKept = false;
 }

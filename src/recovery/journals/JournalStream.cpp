@@ -84,7 +84,7 @@ void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<q
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+        isFirst = noteWhole();
         m_parts.clear();
         m_hasOpen = false;
         m_growth = entry.length;
@@ -101,7 +101,7 @@ void JournalStream::setWhole(int handle) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+        isFirst = noteWhole();
         if (m_wholeFile >= 0)
             ::close(m_wholeFile);
         m_wholeFile = ::fcntl(handle, F_DUPFD_CLOEXEC, 0);
@@ -208,12 +208,25 @@ void JournalStream::closeOpen() {
 }
 
 bool JournalStream::noteEdit() {
+    const bool isFirst = noteNews();
+    m_time = presentTime();
+    return isFirst;
+}
+
+/// What is the text already is no edit of it, so that the time of the last one stays.
+bool JournalStream::noteWhole() {
+    const bool isFirst = noteNews();
+    if (m_time == 0)
+        m_time = presentTime();
+    return isFirst;
+}
+
+bool JournalStream::noteNews() {
     const bool isFirst = !m_waits;
     m_waits = true;
     m_lastEdit = Clock::now();
     if (isFirst)
         m_firstEdit = m_lastEdit;
-    m_time = presentTime();
     ++m_edits;
     return isFirst;
 }

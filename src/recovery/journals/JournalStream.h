@@ -75,8 +75,10 @@ class JournalStream {
 
     void open(EntryKind kind, qint64 at, std::string_view bytes);
     void closeOpen();
-    /// Locked; returns whether nothing waited before.
+    /// Locked; these return whether nothing waited before.
     bool noteEdit();
+    bool noteWhole();
+    bool noteNews();
     void putIn(const JournalEntry& entry);
     void wakeIf(bool isFirst) const;
 
