@@ -78,13 +78,18 @@ QString RecoveredBar::sentence(const QDateTime& edited, const QDateTime& now, Jo
     return recoveredSentence(edited, now) + QLatin1String(remark->text);
 }
 
-QString RecoveredBar::versionSentence(const QDateTime& edited, const QDateTime& now, const QString& path) {
-    return recoveredSentence(edited, now) + u" They are another version of '%1'."_qs.arg(path);
+QString RecoveredBar::versionSentence(const QDateTime& edited, const QDateTime& now, const QString& name) {
+    return recoveredSentence(edited, now) + u" They are another version of '%1'."_qs.arg(name);
 }
 
 void RecoveredBar::setSentence(const QString& text) {
     m_text->setText(text);
     setAccessibleName(text);
+}
+
+void RecoveredBar::setPath(const QString& path) {
+    m_text->setToolTip(path.isEmpty() ? QString() : u"<p>%1</p>"_qs.arg(path.toHtmlEscaped()));
+    setAccessibleDescription(path);
 }
 
 void RecoveredBar::resizeEvent(QResizeEvent* event) {

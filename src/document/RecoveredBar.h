@@ -21,8 +21,10 @@ class RecoveredBar : public QWidget {
     /// What the bar says of changes that were last edited at this time.
     static QString sentence(const QDateTime& edited, const QDateTime& now, JournalFileNow file);
     /// The same of changes that another document than that of their file shows.
-    static QString versionSentence(const QDateTime& edited, const QDateTime& now, const QString& path);
+    static QString versionSentence(const QDateTime& edited, const QDateTime& now, const QString& name);
     void setSentence(const QString& text);
+    /// Of the file, for who points at the bar or has it read.
+    void setPath(const QString& path);
 
  Q_SIGNALS:
     void keepRequested();

@@ -25,7 +25,7 @@ namespace {
 /// What the bar says of recovered changes.
 QString sentenceOf(const FoundJournal& found, RecoveredAs as) {
     const QDateTime now = QDateTime::currentDateTime();
-    return as == RecoveredAs::Version ? RecoveredBar::versionSentence(found.time(), now, found.base().path)
+    return as == RecoveredAs::Version ? RecoveredBar::versionSentence(found.time(), now, FileNameOf(found.base().path))
                                       : RecoveredBar::sentence(found.time(), now, found.file());
 }
 
@@ -145,6 +145,7 @@ void frmDocument::showRecoveredBar(const QString& sentence) {
     delete m_recoveredBar;
     m_recoveredBar = new RecoveredBar(this);
     m_recoveredBar->setSentence(sentence);
+    m_recoveredBar->setPath(m_recoveredPath);
     static_cast<QBoxLayout*>(layout())->insertWidget(0, m_recoveredBar);
     m_recoveredBar->show();
     connect(m_recoveredBar, &RecoveredBar::keepRequested, this, &frmDocument::hideRecoveredBar);

@@ -234,7 +234,9 @@ TEST_F(BroughtBack, AsAVersionIsUntitled) {
     EXPECT_TRUE(document->isChange);
     EXPECT_TRUE(document->isUntouchedRecovery());
     EXPECT_FALSE(document->IsChangedOnDisk());
-    EXPECT_TRUE(said().endsWith(u" They are another version of '%1'."_qs.arg(file))) << said().toStdString();
+    EXPECT_TRUE(said().endsWith(u" They are another version of 'a.cpp'."_qs)) << said().toStdString();
+    EXPECT_EQ(document->recoveredBar()->accessibleDescription(), file);
+    EXPECT_EQ(document->recoveredBar()->findChild<QLabel*>()->toolTip(), u"<p>%1</p>"_qs.arg(file));
     documenttest::writeFile(file, "by now another");
     EXPECT_FALSE(document->IsChangedOnDisk());
     EXPECT_FALSE(document->FileNeedToReload());
@@ -435,6 +437,6 @@ TEST(RecoveredBarSentence, SaysThatTheFileIsNotReached) {
 
 TEST(RecoveredBarSentence, NamesTheFileOfAnotherVersion) {
     const QDateTime edited(QDate(2024, 5, 6), QTime(14, 30));
-    EXPECT_TRUE(RecoveredBar::versionSentence(edited, edited, u"/texts/100%1.txt"_qs)
-                    .endsWith(u" were recovered. They are another version of '/texts/100%1.txt'."_qs));
+    EXPECT_TRUE(RecoveredBar::versionSentence(edited, edited, u"100%1.txt"_qs)
+                    .endsWith(u" were recovered. They are another version of '100%1.txt'."_qs));
 }
