@@ -110,7 +110,8 @@ RecoveryOutcome frmDocument::bringBackBytes(FoundJournal& found) {
 }
 
 /// The document is the changed one that it was. A file that was changed since is not asked about before somebody saves
-/// over it: the bar says so.
+/// over it: the bar says so. An untitled document keeps its own name, because the one of the earlier run may by now be
+/// that of another document.
 void frmDocument::takeRecovered(const JournalBase& base, RecoveredAs as) {
     const bool isVersion = as == RecoveredAs::Version;
     m_recoveredPath = base.path;
@@ -121,7 +122,7 @@ void frmDocument::takeRecovered(const JournalBase& base, RecoveredAs as) {
     isChange = true;
     isReadOnly = false;
     SetDocIcon(1);
-    if (!isVersion)
+    if (!filename.isEmpty())
         setCaption(base.caption);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);

@@ -87,7 +87,7 @@ TEST_F(BroughtBack, WithoutAFileIsStillWithoutOne) {
     type(u"never saved"_qs);
     comeBack();
     EXPECT_EQ(view().Text(), u"never saved"_qs);
-    EXPECT_EQ(document->Caption(), u"Document7"_qs);
+    EXPECT_EQ(document->Caption(), u"Document1"_qs);
     EXPECT_TRUE(document->filename.isEmpty());
     EXPECT_FALSE(document->holdsFile());
     EXPECT_TRUE(document->isChange);

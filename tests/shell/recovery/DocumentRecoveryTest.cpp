@@ -98,8 +98,6 @@ class DocumentRecoveryTest : public FrameFixture {
         document.filename = as == RecoveredAs::Version ? QString() : found->base().path;
         document.isNew = false;
         document.isChange = true;
-        if (found->base().path.isEmpty())
-            document.setCaption(found->base().caption);
         m_broughtBack.push_back(found->continueAs());
         return RecoveryOutcome::Shown;
     }
@@ -174,7 +172,6 @@ TEST_F(DocumentRecoveryTest, TheUntouchedDocumentOfTheStartIsUsed) {
     recoverAll();
     ASSERT_EQ(documents().size(), 1);
     EXPECT_EQ(text(), u"typed"_qs);
-    EXPECT_EQ(active()->Caption(), u"Document7"_qs);
 }
 
 TEST_F(DocumentRecoveryTest, SeveralComeBackInTheOrderOfTheirBeginning) {

@@ -185,6 +185,24 @@ TEST_F(UnsavedChanges, OfADocumentWithoutAFileComeBack) {
     EXPECT_TRUE(leavesNoJournal());
 }
 
+TEST_F(UnsavedChanges, OfDocumentsWithoutAFileHaveNamesOfTheirOwn) {
+    startRun();
+    for (const char* typed : {"one", "two"}) {
+        m_frame->NewDocument();
+        type(QLatin1String(typed));
+    }
+    breakRun();
+    set("StartNewDocument", "1");
+    startRun();
+    m_frame->NewDocument();
+    ASSERT_EQ(documents().size(), 3);
+    QStringList captions;
+    for (const frmDocument* document : documents())
+        captions << document->Caption();
+    EXPECT_EQ(captions, tabs());
+    EXPECT_EQ(captions.removeDuplicates(), 0);
+}
+
 TEST_F(UnsavedChanges, AreShownByTheDocumentThatTheSessionOpened) {
     set("LoadLastFiles", "1");
     const QString file = fileOf("text\n");
