@@ -50,6 +50,8 @@ class DocumentJournal : private EditObserver {
     void noteFileChange();
     /// No further edit follows. The same as noteFileChange() if the file was changed, but at once.
     void complete();
+    /// From now on the journal gets the whole text, part by part, and then needs no file to start from. After goOn().
+    void keepWhole() { beginCopy(); }
 
  private:
     void aboutToEdit() override;

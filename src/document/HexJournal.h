@@ -47,6 +47,8 @@ class HexJournal : public HexEditObserver {
     /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed
     /// meanwhile: Failed then.
     RecoveryOutcome bringBack(FoundJournal& found);
+    /// From now on the journal holds all bytes, and needs no file to start from. After bringBack().
+    void keepWhole();
 
     void unloaded() override;
     void halfTyped(FilePosition page, HexCell cell, quint8 byte) override;
@@ -80,7 +82,6 @@ class HexJournal : public HexEditObserver {
     void note(FilePosition at, std::string_view bytes, qint64 count);
     void repeat(const Change& change);
     void keepWholeIfNeeded();
-    void keepWhole();
 
     Journals* m_journals;
     ucHex& m_view;

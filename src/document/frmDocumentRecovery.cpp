@@ -24,10 +24,11 @@
 
 namespace {
 
-RecoveredBar::FileNow fileNow(FoundJournal::File file) {
-    if (file == FoundJournal::File::Changed)
-        return RecoveredBar::FileNow::Changed;
-    return file == FoundJournal::File::Missing ? RecoveredBar::FileNow::Gone : RecoveredBar::FileNow::AsItWas;
+/// What the bar says of recovered changes.
+QString sentenceOf(const FoundJournal& found, RecoveredAs as) {
+    const QDateTime now = QDateTime::currentDateTime();
+    return as == RecoveredAs::Version ? RecoveredBar::versionSentence(found.time(), now, FileNameOf(found.base().path))
+                                      : RecoveredBar::sentence(found.time(), now, found.file());
 }
 
 }  // namespace
@@ -84,27 +85,31 @@ void frmDocument::leaveChanges(bool ofBytes) {
     Q_EMIT PassingNotice(keptChangesSentence(Caption()));
 }
 
-RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
+RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found, RecoveredAs as) {
     if (!m_journal || m_loads > 0)
         return RecoveryOutcome::Failed;
     const QPointer<frmDocument> alive(this);
     const bool isText = found->base().view == JournalBase::View::Text;
-    const RecoveryOutcome outcome = isText ? bringBackText(*found) : bringBackBytes(*found);
+    const RecoveryOutcome outcome = isText ? bringBackText(*found, as) : bringBackBytes(*found);
     if (outcome == RecoveryOutcome::SameAsFile)
         found->discard();
     if (outcome != RecoveryOutcome::Shown || !alive)
         return outcome;
-    takeRecovered(found->base());
+    takeRecovered(found->base(), as);
     // A file that is as it was may have another number on its disk by now, and is not to be asked about.
-    if (found->file() == FoundJournal::File::AsItWas)
+    if (as == RecoveredAs::Document && found->file() == FoundJournal::File::AsItWas)
         m_fileState = FileState::of(filename);
-    showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
+    if (as == RecoveredAs::Version)
+        keepApart(*found);
+    showRecoveredBar(sentenceOf(*found, as));
     return outcome;
 }
 
-RecoveryOutcome frmDocument::bringBackText(FoundJournal& found) {
+RecoveryOutcome frmDocument::bringBackText(FoundJournal& found, RecoveredAs as) {
     const JournalBase& base = found.base();
-    const TextOrigin origin{base.path, base.state, base.format};
+    const bool isVersion = as == RecoveredAs::Version;
+    const TextOrigin origin =
+        isVersion ? TextOrigin{{}, {}, base.format} : TextOrigin{base.path, base.state, base.format};
     if (m_text->control().file().openRecovered(found.textPath(), origin, base.lineEndMode))
         return RecoveryOutcome::Failed;
     m_journal->goOn(found);
@@ -136,15 +141,19 @@ RecoveryOutcome frmDocument::bringBackBytes(FoundJournal& found) {
 }
 
 /// The document is the changed one that it was. A file that was changed since is not asked about before somebody saves
-/// over it: the bar says so.
-void frmDocument::takeRecovered(const JournalBase& base) {
-    m_holder = base.path.isEmpty() ? nullptr : &visibleView();
-    m_fileState = base.state;
-    filename = base.path;
+/// over it: the bar says so. An untitled document keeps its own name, because the one of the earlier run may by now be
+/// that of another document.
+void frmDocument::takeRecovered(const JournalBase& base, RecoveredAs as) {
+    const bool isVersion = as == RecoveredAs::Version;
+    m_recoveredPath = base.path;
+    filename = isVersion ? QString() : base.path;
+    m_holder = filename.isEmpty() ? nullptr : &visibleView();
+    m_fileState = isVersion ? std::nullopt : base.state;
     isNew = false;
     isChange = true;
     SetDocIcon(isReadOnly ? ReadOnlyIcon : ChangedIcon);
-    setCaption(base.caption);
+    if (!filename.isEmpty())
+        setCaption(base.caption);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     gParent->SetEditModeIcon(this);
@@ -153,10 +162,21 @@ void frmDocument::takeRecovered(const JournalBase& base) {
     Q_EMIT PositionChange(this);
 }
 
+/// The other document of the file may be saved to it: from then on the journal could not start from its bytes.
+void frmDocument::keepApart(const FoundJournal& found) {
+    if (found.basePath() != found.base().path)
+        return;
+    if (found.base().view == JournalBase::View::Text)
+        m_journal->keepWhole();
+    else
+        m_hexJournal->keepWhole();
+}
+
 void frmDocument::showRecoveredBar(const QString& sentence) {
     delete m_recoveredBar;
     m_recoveredBar = new RecoveredBar(this);
     m_recoveredBar->setSentence(sentence);
+    m_recoveredBar->setPath(m_recoveredPath);
     static_cast<QBoxLayout*>(layout())->insertWidget(0, m_recoveredBar);
     m_recoveredBar->show();
     connect(m_recoveredBar, &RecoveredBar::keepRequested, this, &frmDocument::hideRecoveredBar);

@@ -103,29 +103,25 @@ TEST_F(TextJournal, FollowsASaveInAnotherEncoding) {
 }
 
 TEST_F(TextJournal, EndsWhenTheFileIsLoadedAgain) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     document->ReloadFile();
     EXPECT_FALSE(isAnyLeft());
 }
 
 TEST_F(TextJournal, SurvivesALoadThatFails) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     EXPECT_FALSE(open(path(u"missing"_qs)));
     EXPECT_EQ(recoveredText(), QByteArray("xone"));
 }
 
 TEST_F(TextJournal, EndsWhenTheChangesAreForgotten) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     document->forgetChanges();
     EXPECT_FALSE(isAnyLeft());
 }
 
 TEST_F(TextJournal, HoldsTheWholeTextOfADocumentThatIsEditedAfterItsChangesWereForgotten) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     document->forgetChanges();
     type(u"y"_qs);
     EXPECT_EQ(recoveredText(), QByteArray("xyone"));
@@ -181,10 +177,10 @@ TEST_F(TextJournal, IsWholeWhenTheFileWasChangedBeforeTheFirstEdit) {
     EXPECT_TRUE(flush());
     type(u"y"_qs);
     endProcess();
-    const auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    EXPECT_EQ(documenttest::readFile(all.front()->textPath()), QByteArray("xyone"));
-    EXPECT_EQ(all.front()->file(), FoundJournal::File::Changed);
+    const auto journal = foundOne();
+    ASSERT_NE(journal, nullptr);
+    EXPECT_EQ(documenttest::readFile(journal->textPath()), QByteArray("xyone"));
+    EXPECT_EQ(journal->file(), FoundJournal::File::Changed);
 }
 
 TEST_F(TextJournal, IsWholeEvenWhenNoFurtherEditFollows) {

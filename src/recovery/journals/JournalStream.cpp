@@ -27,11 +27,11 @@ JournalStream::~JournalStream() {
 }
 
 template <typename Change>
-void JournalStream::edit(Change change) {
+void JournalStream::note(News news, Change change) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+        isFirst = noteNews(news);
         change();
     }
     if (isFirst)
@@ -45,7 +45,7 @@ Value JournalStream::locked(const Value& member) const {
 }
 
 void JournalStream::insert(qint64 at, std::string_view bytes) {
-    edit([&] {
+    note(News::Edit, [&] {
         m_growth += static_cast<qint64>(bytes.size());
         if (m_hasOpen && m_open.kind == EntryKind::Insert && at == m_open.at + qint64(m_open.bytes.size()) &&
             m_open.bytes.size() + bytes.size() <= MostContinued) {
@@ -59,7 +59,7 @@ void JournalStream::insert(qint64 at, std::string_view bytes) {
 
 /// The key Delete removes at the same place again, Backspace before it.
 void JournalStream::remove(qint64 at, qint64 length) {
-    edit([&] {
+    note(News::Edit, [&] {
         m_growth -= length;
         if (m_hasOpen && m_open.kind == EntryKind::Remove && (at == m_open.at || at + length == m_open.at)) {
             m_open.at = at;
@@ -73,7 +73,7 @@ void JournalStream::remove(qint64 at, qint64 length) {
 }
 
 void JournalStream::add(const JournalEntry& entry) {
-    edit([&] {
+    note(News::Edit, [&] {
         closeOpen();
         putIn(entry);
     });
@@ -84,7 +84,7 @@ void JournalStream::setWhole(std::vector<std::string> parts) {
     entry.kind = EntryKind::Whole;
     for (const std::string& part : parts)
         entry.length += static_cast<qint64>(part.size());
-    edit([&] {
+    note(News::Whole, [&] {
         m_parts.clear();
         m_hasOpen = false;
         m_growth = entry.length;
@@ -98,7 +98,7 @@ void JournalStream::setWhole(std::vector<std::string> parts) {
 }
 
 void JournalStream::setWhole(int handle) {
-    edit([&] {
+    note(News::Whole, [&] {
         if (m_wholeFile >= 0)
             ::close(m_wholeFile);
         m_wholeFile = ::fcntl(handle, F_DUPFD_CLOEXEC, 0);
@@ -218,13 +218,15 @@ void JournalStream::closeOpen() {
     putIn(entry);
 }
 
-bool JournalStream::noteEdit() {
+/// What is the text already is no edit of it, so that the time of the last one stays.
+bool JournalStream::noteNews(News news) {
     const bool isFirst = !m_waits;
     m_waits = true;
     m_lastEdit = Clock::now();
     if (isFirst)
         m_firstEdit = m_lastEdit;
-    m_time = presentTime();
+    if (news == News::Edit || m_time == 0)
+        m_time = presentTime();
     return isFirst;
 }
 

@@ -81,9 +81,11 @@ class JournalStream {
         std::string bytes;
     };
 
+    enum class News { Edit, Whole };
+
     /// Makes the change with the lock held, and wakes the thread that writes when nothing waited before.
     template <typename Change>
-    void edit(Change change);
+    void note(News news, Change change);
     /// The member, read with the lock held.
     template <typename Value>
     Value locked(const Value& member) const;
@@ -93,7 +95,7 @@ class JournalStream {
     // Locked
     bool isGivenUp() const;
     /// Returns whether nothing waited before.
-    bool noteEdit();
+    bool noteNews(News news);
     void putIn(const JournalEntry& entry);
 
     mutable std::mutex m_mutex;

@@ -26,25 +26,19 @@ QByteArray nameOf(const QString& path) {
     return localName(path).value_or(QByteArray());
 }
 
+/// Whether a path that cannot be examined, for this reason, leads to nothing. Otherwise perhaps not at this moment.
+bool isNothingThere(int error) {
+    return error == ENOENT || error == ENOTDIR;
+}
+
 /// A regular file, open for reading; closed when the object is destroyed.
 class ReadFile {
  public:
     enum class Whose { Anybody, Own };
 
     ReadFile(FileSystemCalls& calls, const QString& path, Whose whose) : m_calls(calls) {
-        const QByteArray name = nameOf(path);
-        struct stat status {};
-        if (calls.stat(name.constData(), &status) != 0 || !S_ISREG(status.st_mode))
-            return;
-        const int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (whose == Whose::Own ? O_NOFOLLOW : 0);
-        m_handle = uninterrupted([&] { return calls.open(name.constData(), flags); });
-        if (m_handle < 0)
-            return;
-        const bool isFit = calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) &&
-                           (whose == Whose::Anybody || (status.st_uid == ::geteuid() && status.st_nlink == 1));
-        m_size = status.st_size;
-        if (!isFit)
-            close();
+        if (!open(path, whose) && !isNothingThere(errno) && errno != ELOOP)  // a link that is not followed
+            m_error = SystemError::fromErrno(errno);
     }
     ~ReadFile() { close(); }
     Q_DISABLE_COPY_MOVE(ReadFile)
@@ -52,8 +46,29 @@ class ReadFile {
     bool isOpen() const { return m_handle >= 0; }
     int handle() const { return m_handle; }
     qint64 size() const { return m_size; }
+    /// Why it could not be opened. Nothing: it is open, is not there, or is not a file to be read.
+    const SystemError& error() const { return m_error; }
 
  private:
+    /// False: a call failed. Otherwise it may be a file of another kind, which is not opened.
+    bool open(const QString& path, Whose whose) {
+        const QByteArray name = nameOf(path);
+        struct stat status {};
+        if (m_calls.stat(name.constData(), &status) != 0)
+            return false;
+        if (!S_ISREG(status.st_mode))
+            return true;
+        const int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (whose == Whose::Own ? O_NOFOLLOW : 0);
+        m_handle = uninterrupted([&] { return m_calls.open(name.constData(), flags); });
+        if (m_handle < 0)
+            return false;
+        const bool isFit = m_calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) &&
+                           (whose == Whose::Anybody || (status.st_uid == ::geteuid() && status.st_nlink == 1));
+        m_size = status.st_size;
+        if (!isFit)
+            close();
+        return true;
+    }
     void close() {
         if (m_handle >= 0)
             m_calls.close(m_handle);
@@ -63,6 +78,7 @@ class ReadFile {
     FileSystemCalls& m_calls;
     int m_handle = -1;
     qint64 m_size = 0;
+    SystemError m_error;
 };
 
 /// Reads a file from its first byte to its end, and adds up its checksum. Keeps the bytes where `keep` has room.
@@ -244,7 +260,7 @@ JournalOutcome RestoredJournal::loadBase() {
     return JournalOutcome::Restored;
 }
 
-/// The copy if there is one, otherwise the file itself.
+/// The copy if there is one, otherwise the file itself, which may be on a disk that is not mounted now.
 JournalOutcome RestoredJournal::findBase() {
     const bool keeps = base().view == JournalBase::View::Text;
     const std::optional<StoredBase>& stored = m_contents.storedBase();
@@ -252,9 +268,11 @@ JournalOutcome RestoredJournal::findBase() {
     if (stored && stored->hasCopy && holdsBase(JournalFile::basePath(m_stemPath, stored->number), true, keeps, error))
         return JournalOutcome::Restored;
     const bool isReplaced = stored && stored->replaces;
-    if (!error && !isReplaced && !base().path.isEmpty() && holdsBase(base().path, false, keeps, error))
+    const bool asksFile = !error && !isReplaced && !base().path.isEmpty();
+    if (asksFile && holdsBase(base().path, false, keeps, error))
         return JournalOutcome::Restored;
-    return error ? JournalOutcome::Failed : JournalOutcome::Lost;
+    const bool mayComeBack = asksFile && lookAtFile() == JournalFileNow::Unreachable;
+    return error || mayComeBack ? JournalOutcome::Failed : JournalOutcome::Lost;
 }
 
 /// Whether the file has the bytes of the base. Its checksum decides; where none was written, it must be the same file,
@@ -262,6 +280,7 @@ JournalOutcome RestoredJournal::findBase() {
 bool RestoredJournal::holdsBase(const QString& path, bool isCopy, bool keeps, SystemError& error) {
     const std::optional<StoredBase>& stored = m_contents.storedBase();
     const ReadFile file(m_calls, path, isCopy ? ReadFile::Whose::Own : ReadFile::Whose::Anybody);
+    error = file.error();
     if (!file.isOpen() || file.size() > LargestBase)
         return false;
     const std::optional<FileState> before = FileState::of(file.handle());
@@ -310,9 +329,12 @@ JournalOutcome RestoredJournal::restoreBytes() {
 JournalFileNow RestoredJournal::lookAtFile() {
     if (base().path.isEmpty() || !base().state)
         return base().path.isEmpty() || !fileExists(base().path) ? JournalFileNow::None : JournalFileNow::Changed;
+    struct stat status {};
+    if (m_calls.stat(nameOf(base().path).constData(), &status) != 0)
+        return isNothingThere(errno) ? withoutFile() : JournalFileNow::Unreachable;
     const std::optional<FileState> now = FileState::of(base().path);
     if (!now)
-        return JournalFileNow::Missing;
+        return JournalFileNow::Unreachable;
     const std::optional<StoredBase>& stored = m_contents.storedBase();
     if (isTheLoadedFile(*now) || (m_basePath == base().path && isBaseUnchanged()))
         return JournalFileNow::AsItWas;
@@ -322,6 +344,16 @@ JournalFileNow RestoredJournal::lookAtFile() {
     HashedRead read;
     const bool isSame = file.isOpen() && !read.run(m_calls, file, nullptr) && read.is(stored->hash);
     return isSame ? JournalFileNow::AsItWas : JournalFileNow::Changed;
+}
+
+/// Without its folder, or in another file system than the one in which it was loaded, the file is perhaps only not
+/// mounted.
+JournalFileNow RestoredJournal::withoutFile() {
+    const QString folder = base().path.left(std::max<qsizetype>(base().path.lastIndexOf(u'/'), 1));
+    struct stat status {};
+    const bool isThere =
+        m_calls.stat(nameOf(folder).constData(), &status) == 0 && status.st_dev == base().state->device;
+    return isThere ? JournalFileNow::Missing : JournalFileNow::Unreachable;
 }
 
 bool RestoredJournal::hasSameTextAsFile() {

@@ -55,6 +55,7 @@ class RestoredJournal {
     bool holdsBase(const QString& path, bool isCopy, bool keeps, SystemError& error);
     bool isTheLoadedFile(const FileState& state) const;
     JournalFileNow lookAtFile();
+    JournalFileNow withoutFile();
     bool hasSameTextAsFile();
 
     FileSystemCalls& m_calls;
