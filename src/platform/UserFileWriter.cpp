@@ -168,7 +168,7 @@ WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, B
         Target target;
         target.path = path;
         target.mayBeUnnamed = true;
-        const WriteResult result = writeTo(target, atHand, source, tail);
+        WriteResult result = writeTo(target, atHand, source, tail);
         if (!target.isNameRefused)
             return result;
         source.rewind(ByteSource::Reading::ToWrite);

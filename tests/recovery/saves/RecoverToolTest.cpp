@@ -130,6 +130,17 @@ TEST_F(RecoverToolRuns, RecordsAreListedWithTheirFilesAndShown) {
     EXPECT_EQ(bytesOf(u"one"_qs), "old");
 }
 
+TEST_F(RecoverToolRuns, AFileWithItsOldContentsOrOutOfReachIsShownAsSuch) {
+    ASSERT_TRUE(QDir(m_home.path()).mkdir(u"disk"_qs));
+    put(u"disk/one"_qs, "old");
+    record({u"disk/one"_qs}, "and new");
+    const timespec times[] = {{2'000'000'000, 0}, {2'000'000'000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, nameOf(at(u"disk/one"_qs)).constData(), times, 0), 0);
+    EXPECT_TRUE(run({u"show"_qs, Aside}).output.contains(u"now: it has the old contents"_qs));
+    ASSERT_TRUE(QFile::rename(at(u"disk"_qs), at(u"away"_qs)));
+    EXPECT_TRUE(run({u"show"_qs, Aside}).output.contains(u"now: it is out of reach: its folder is missing"_qs));
+}
+
 TEST_F(RecoverToolRuns, ARecordIsRestoredToANewFileAndStays) {
     put(u"one"_qs, "old");
     const QByteArray newBytes(3'000'000, 'n');
