@@ -3,6 +3,7 @@
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
 #include "document/rtCM.h"
+#include "hex/SomeBytes.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
@@ -64,12 +65,6 @@ class HexJournals : public testing::Test {
         QFile out(at(name));
         EXPECT_TRUE(out.open(QFile::WriteOnly) && out.write(bytes) == bytes.size());
         return out.fileName();
-    }
-    static QByteArray someBytes(qsizetype length) {
-        QByteArray bytes;
-        for (qsizetype i = 0; i < length; ++i)
-            bytes += static_cast<char>(i % 251);
-        return bytes;
     }
     bool open(const QByteArray& bytes) {
         m_document = std::make_unique<frmDocument>(&m_host, m_given.all);

@@ -109,8 +109,9 @@ TEST_F(JournalOfManyBytes, ThatCouldNotBeCopiedAtFirstIsWholeInTheEnd) {
 TEST(RetryDelay, DoublesUpToItsLimit) {
     using std::chrono::milliseconds;
     RetryDelay delay(milliseconds(5), milliseconds(15));
-    for (const int expected : {5, 10, 15, 15})
+    for (const int expected : {5, 10, 15, 15}) {
         EXPECT_EQ(delay.next(), milliseconds(expected));
+    }
     delay.reset();
     EXPECT_EQ(delay.next(), milliseconds(5));
 }
