@@ -157,6 +157,7 @@ void Desk::playRound(bool isLast) {
         note(act.name);
         m_act = act.name;
         m_late = {};
+        m_isClosing = false;
         (this->*act.play)();
     } catch (const Broken& broken) {
         breakOff(broken.what);

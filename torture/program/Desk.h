@@ -161,5 +161,6 @@ class Desk {
     Manuscript::Clock::time_point m_killed;
     Manuscript::Clock::duration m_late{};  ///< what the sleeps before the last kill took too long
     bool m_hadJournals = false;
+    bool m_isClosing = false;             ///< the program may end by itself
     std::vector<QByteArray> m_abandoned;  ///< working copies that killed programs have left
 };

@@ -123,8 +123,11 @@ Desk::Moment Desk::chooseMoment() {
 void Desk::kill(const char* what) {
     m_killed = Manuscript::Clock::now();
     note("kill");
-    if (!m_operator.kill())
-        throw Broken{"the program ended by itself"};
+    if (!m_operator.kill()) {
+        if (!m_isClosing)
+            throw Broken{"the program ended by itself"};
+        return endClosing();
+    }
     m_report.count("kills of the program");
     m_report.count(what);
     countHits();
@@ -360,12 +363,11 @@ void Desk::closeWithNo() {
         killClosing();
 }
 
-/// The program may have ended already.
+/// The program may have ended already, or end at this moment.
 void Desk::killClosing() {
-    if (m_operator.isRunning())
-        kill("kills while closing");
-    else
-        endClosing();
+    m_isClosing = true;
+    kill("kills while closing");
+    m_isClosing = false;
 }
 
 void Desk::endClosing() {

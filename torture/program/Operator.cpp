@@ -111,10 +111,11 @@ bool Operator::waitWhileBusy(const std::function<bool()>& isTrue, int millisecon
 
 /// What comes up late is found the second time.
 bool Operator::activate(const std::function<bool(const QByteArray& name)>& isWanted, int documents) {
-    if (activateOnce(isWanted, documents))
+    if (isWanted(activeDocument()))
         return true;
+    const bool isFound = activateOnce(isWanted, documents);
     settleWell();
-    return activateOnce(isWanted, documents);
+    return isFound || activateOnce(isWanted, documents);
 }
 
 /// Once round: there is nothing else when the key has no effect, or has brought back the first one.
