@@ -106,7 +106,7 @@ class UnsavedChanges : public FrameFixture {
         click("cmdDifferences");
         const QPointer<frmDifferences> form = m_frame->findChild<frmDifferences*>();
         EXPECT_TRUE(QTest::qWaitFor([form] { return form->isComplete(); }, 30'000));
-        const QString summary = form->findChild<QLabel*>(u"lblSummary"_qs)->text();
+        QString summary = form->findChild<QLabel*>(u"lblSummary"_qs)->text();
         delete form;
         return summary;
     }
