@@ -72,11 +72,11 @@ class DocumentJournal : private EditObserver {
     TextControl& m_control;
     Journals& m_journals;
     Describe m_describe;
+    QObject m_looks;  ///< in whose thread the journal is looked at when it needs the whole text; outlives the journal
     std::unique_ptr<Journal> m_journal;
     /// The text is the one that was loaded or saved, but for what the journal holds.
     bool m_isBaseHeld = true;
     std::unique_ptr<TextCopy> m_copy;  ///< null: the journal needs none
     JournalBase m_baseOfCopy;          ///< of the journal that begins once the text is copied
     QTimer m_parts;
-    QObject m_looks;  ///< in whose thread the journal is looked at when it needs the whole text
 };

@@ -234,6 +234,8 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// The same for a text that disappears by itself.
+    void PassingNotice(const QString& text);
     /// What limitations() returns may be another text.
     void LimitationsChange(frmDocument* document);
     /// The next command of the text view will be carried out another number of times.
@@ -271,6 +273,7 @@ class frmDocument : public QWidget {
     void takeFileState(bool saved);
     RecoveryOutcome bringBackText(FoundJournal& found);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void dropChanges(bool ofBytes);
     void leaveChanges(bool ofBytes);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
@@ -305,6 +308,7 @@ class frmDocument : public QWidget {
     std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
     RecoveredBar* m_recoveredBar = nullptr;
     bool m_isUntouchedRecovery = false;
+    bool m_leavesChanges = false;  ///< a load that replaces the changes leaves their journal for the next start
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;

@@ -2,10 +2,12 @@
 
 #include "document/CloseStop.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentIcon.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
 #include "document/HexJournal.h"
 #include "document/HexView.h"
+#include "document/KeptChanges.h"
 #include "document/RecoveredBar.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
@@ -60,12 +62,26 @@ void frmDocument::noteFileChange() {
     m_hexJournal->noteFileChange();
 }
 
+/// The other view has loaded the file, so that this one shows its changes no more.
+void frmDocument::dropChanges(bool ofBytes) {
+    if (m_leavesChanges)
+        leaveChanges(ofBytes);
+    else if (ofBytes)
+        m_hexJournal->discard();
+    else if (m_journal)
+        m_journal->giveUp();
+}
+
 /// They were to be saved before the switch and are not, so that they come back at the next start.
 void frmDocument::leaveChanges(bool ofBytes) {
+    m_leavesChanges = false;
+    if (!m_journal)
+        return;
     if (ofBytes)
         m_hexJournal->leave();
-    else if (m_journal)
+    else
         m_journal->leave();
+    Q_EMIT PassingNotice(keptChangesSentence(Caption()));
 }
 
 RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
@@ -79,6 +95,9 @@ RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
     if (outcome != RecoveryOutcome::Shown || !alive)
         return outcome;
     takeRecovered(found->base());
+    // A file that is as it was may have another number on its disk by now, and is not to be asked about.
+    if (found->file() == FoundJournal::File::AsItWas)
+        m_fileState = FileState::of(filename);
     showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
     return outcome;
 }
@@ -124,8 +143,7 @@ void frmDocument::takeRecovered(const JournalBase& base) {
     filename = base.path;
     isNew = false;
     isChange = true;
-    isReadOnly = false;
-    SetDocIcon(1);
+    SetDocIcon(isReadOnly ? ReadOnlyIcon : ChangedIcon);
     setCaption(base.caption);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);

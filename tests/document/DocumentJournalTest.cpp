@@ -141,6 +141,22 @@ TEST_F(TextJournal, EndsWhenASwitchOfTheModeGivesTheChangesUp) {
     EXPECT_TRUE(journalNames().isEmpty());
 }
 
+/// The text is still in its view, and can be saved or given up from there.
+TEST_F(TextJournal, IsNotLeftByASwitchThatLoadsNothing) {
+    const QString file = fileOf("one");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    saveAtSwitch();
+    ASSERT_TRUE(QFile::remove(file));
+    document->setTextEdit(false);
+    document->setTextEdit(true);
+    ASSERT_EQ(view().Text(), u"xone"_qs);
+    EXPECT_EQ(journalNames().size(), 1);
+    ASSERT_TRUE(document->SaveFile(path(u"b.txt"_qs)));
+    EXPECT_TRUE(journalNames().isEmpty());
+    EXPECT_FALSE(isAnyLeft());
+}
+
 TEST_F(TextJournal, DoesNotBeginForATextBehindBytes) {
     ASSERT_TRUE(open(fileOf("one")));
     document->setTextEdit(false);

@@ -146,6 +146,48 @@ TEST_F(BroughtBack, ReplacesAnUnchangedDocumentOfTheSameFile) {
     EXPECT_EQ(recoveredText(), QByteArray("xone"));
 }
 
+TEST_F(BroughtBack, StaysReadOnlyWhereItsDocumentIs) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    endProcess();
+    document->setLocked(true);
+    ASSERT_TRUE(document->OpenFile(file, true, false, true));
+    auto all = found();
+    ASSERT_EQ(all.size(), 1U);
+    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    EXPECT_TRUE(document->Locked());
+    EXPECT_TRUE(document->isReadOnly);
+    document->ChangeToReadOnly();
+    EXPECT_FALSE(document->Locked());
+    EXPECT_FALSE(document->isReadOnly);
+    EXPECT_TRUE(document->isChange);
+}
+
+/// As after a restart of the machine, when the disk may have got another number.
+TEST_F(BroughtBack, IsNotAskedAboutWhenItsFileIsOnADiskWithAnotherNumber) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    comeBack();
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    FileState state = *FileState::of(file);
+    ++state.device;
+    EXPECT_TRUE(state.hasSameBytesAs(*FileState::of(file)));
+}
+
+/// As after a remount of a file system that numbers its files anew.
+TEST_F(BroughtBack, IsNotAskedAboutWhenItsFileHasTheSameBytesUnderAnotherNumber) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    EXPECT_TRUE(flush());
+    ASSERT_TRUE(QFile::rename(file, path(u"before.txt"_qs)));
+    fileOf("one\n");
+    comeBack();
+    EXPECT_FALSE(document->IsChangedOnDisk());
+}
+
 TEST_F(BroughtBack, IsShownAsTextWhereBytesWereShown) {
     const QString file = fileOf("one");
     ASSERT_TRUE(open(file));

@@ -95,11 +95,14 @@ class RecoveryFixture : public testing::Test {
         found->click();
     }
     /// Discards the changes when the switch to the other mode asks about them.
-    static void discardAtSwitch() {
-        QTimer::singleShot(0, [] {
+    static void discardAtSwitch() { answerSwitch(u"Option1(1)"_qs); }
+    /// Asks for a save first, which the window of these tests does not carry out.
+    static void saveAtSwitch() { answerSwitch(u"Option1(0)"_qs); }
+    static void answerSwitch(const QString& option) {
+        QTimer::singleShot(0, [option] {
             auto* form = qobject_cast<frmSwitch*>(QApplication::activeModalWidget());
             ASSERT_NE(form, nullptr);
-            form->findChild<QRadioButton*>(u"Option1(1)"_qs)->setChecked(true);
+            form->findChild<QRadioButton*>(option)->setChecked(true);
             form->findChild<QAbstractButton*>(u"cmdSwitch"_qs)->click();
         });
     }

@@ -74,3 +74,7 @@ void Journal::setWhole(int handle) {
 void Journal::discard() {
     m_stream->discard();
 }
+
+void Journal::replaceBy(const Journal& next) {
+    m_stream->replaceBy(next.m_stream);
+}

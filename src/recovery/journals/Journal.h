@@ -54,6 +54,9 @@ class Journal {
     /// Nothing is left to be recovered: the file is removed from the disk a moment later. What is passed on afterwards
     /// has no effect.
     void discard();
+    /// The same, but only once what `next` has so far is on the disk, where it is written at once. If that never
+    /// happens, this journal stays.
+    void replaceBy(const Journal& next);
 
  private:
     std::shared_ptr<JournalStream> m_stream;

@@ -89,6 +89,8 @@ bool JournalOutput::isClean() const {
 }
 
 void JournalOutput::write() {
+    if (m_isFinished)
+        return;
     if (m_stream->isDiscarded())
         return end();
     const bool isReleased = m_stream->isReleased();
@@ -195,6 +197,7 @@ bool JournalOutput::append() {
 }
 
 void JournalOutput::noteWritten() {
+    m_stream->noteWritten();
     for (const JournalBatch& batch : m_backlog) {
         m_textLength = batch.isWhole ? batch.growth : m_textLength + batch.growth;
         if (!batch.isWhole)

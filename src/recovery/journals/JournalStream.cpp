@@ -119,6 +119,21 @@ void JournalStream::discard() {
     m_wake();
 }
 
+void JournalStream::replaceBy(std::shared_ptr<JournalStream> next) {
+    next->hurry();
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_next = std::move(next);
+    }
+    m_wake();
+}
+
+/// What waits has waited in the journal before.
+void JournalStream::hurry() {
+    const std::scoped_lock lock(m_mutex);
+    m_firstEdit = Clock::time_point::min();
+}
+
 void JournalStream::release() {
     {
         const std::scoped_lock lock(m_mutex);
@@ -129,7 +144,7 @@ void JournalStream::release() {
 
 std::optional<JournalStream::Clock::time_point> JournalStream::dueAt(const Delays& delays) const {
     const std::scoped_lock lock(m_mutex);
-    if (m_isDiscarded || m_isReleased)
+    if (isGivenUp() || (m_isReleased && m_next == nullptr))
         return Clock::time_point::min();
     if (!m_waits)
         return std::nullopt;
@@ -160,12 +175,23 @@ void JournalStream::askForWhole() {
         m_wholeNeeded();
 }
 
+bool JournalStream::isGivenUp() const {
+    return m_isDiscarded || (m_next != nullptr && (m_next->m_isWritten || m_next->isDiscarded()));
+}
+
 bool JournalStream::isDiscarded() const {
-    return locked(m_isDiscarded);
+    const std::scoped_lock lock(m_mutex);
+    return isGivenUp();
 }
 
 bool JournalStream::isReleased() const {
-    return locked(m_isReleased);
+    const std::scoped_lock lock(m_mutex);
+    return m_isReleased && m_next == nullptr;
+}
+
+int JournalStream::takeWholeFile() {
+    const std::scoped_lock lock(m_mutex);
+    return std::exchange(m_wholeFile, -1);
 }
 
 quint64 JournalStream::edits() const {
@@ -174,11 +200,6 @@ quint64 JournalStream::edits() const {
 
 qint64 JournalStream::time() const {
     return locked(m_time);
-}
-
-int JournalStream::takeWholeFile() {
-    const std::scoped_lock lock(m_mutex);
-    return std::exchange(m_wholeFile, -1);
 }
 
 /// Memory is used again: a key reserves none.

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -46,6 +47,8 @@ class JournalStream {
     /// Not called any more when the function returns.
     void setWholeNeeded(std::function<void()> notify);
     void discard();
+    /// Discards it when entries of `next` have been written, which are due at once, or `next` is discarded.
+    void replaceBy(std::shared_ptr<JournalStream> next);
     void release();
 
     // The side of the thread that writes
@@ -58,9 +61,12 @@ class JournalStream {
     JournalBatch take();
     void askForWhole();
     void setDependsOnFile(bool depends) { m_dependsOnFile = depends; }
+    /// Entries are on the disk.
+    void noteWritten() { m_isWritten = true; }
     /// Wakes the thread that writes; in any thread.
     void wake() const { m_wake(); }
     bool isDiscarded() const;
+    /// Nobody adds to it any more, and it is not going to be discarded.
     bool isReleased() const;
     /// The handle of the whole contents of a hex document, which the caller closes from now on; -1: none waits.
     int takeWholeFile();
@@ -85,7 +91,10 @@ class JournalStream {
     Value locked(const Value& member) const;
     void open(EntryKind kind, qint64 at, std::string_view bytes);
     void closeOpen();
-    /// Locked; returns whether nothing waited before.
+    void hurry();
+    // Locked
+    bool isGivenUp() const;
+    /// Returns whether nothing waited before.
     bool noteEdit();
     void putIn(const JournalEntry& entry);
 
@@ -106,6 +115,8 @@ class JournalStream {
     std::atomic<bool> m_dependsOnFile{false};
     std::mutex m_notifying;
     std::function<void()> m_wholeNeeded;
+    std::atomic<bool> m_isWritten{false};
+    std::shared_ptr<JournalStream> m_next;  ///< that replaces it
     bool m_isDiscarded = false;
     bool m_isReleased = false;
 };

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <ranges>
 #include <system_error>
 #include <utility>
 
@@ -135,10 +136,11 @@ void JournalThread::run() {
     m_ended.notify_all();
 }
 
-/// What the base threads have found out comes first: it may be something to be written.
+/// What the base threads have found out comes first: it may be something to be written. The youngest journals first: one
+/// that replaces another is on the disk before the other is removed.
 void JournalThread::work(bool all, bool ends) {
     const Clock::time_point now = Clock::now();
-    for (const auto& output : m_outputs) {
+    for (const auto& output : std::views::reverse(m_outputs)) {
         output->takeFindings();
         const std::optional<Clock::time_point> due = output->dueAt();
         if (all || (due && *due <= now))

@@ -126,6 +126,7 @@ void frmMain::connectListeners() {
     });
 
     connect(&h.active, &Active::noticed, &h.status, &StatusPanels::ShowNotice);
+    connect(&h.active, &Active::noticedInPassing, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.closing, &DocumentClosing::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.recovery, &DocumentRecovery::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.active, &Active::searched, &h.findBar, &FindBar::AfterFind);

@@ -1,15 +1,19 @@
 // Unsaved changes from one run of the frame to the next.
 
 #include "document/RecoveredBar.h"
+#include "document/frmSwitch.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 #include "recovery/journals/Journals.h"
 #include "shell/FrameFixture.h"
 #include "shell/recovery/frmDifferences.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 
 #include <chrono>
 
@@ -55,6 +59,8 @@ class UnsavedChanges : public FrameFixture {
     RecoveredBar* bar() { return active() == nullptr ? nullptr : active()->findChild<RecoveredBar*>(); }
     void click(const char* button) { bar()->findChild<QPushButton*>(QString::fromLatin1(button))->click(); }
     QString notice() { return house().status.text(1); }
+    /// Over the first one of the active document.
+    void typeByte() { QTest::keyClicks(active()->findChild<GridPane*>(u"PicHex"_qs), u"41"_qs); }
 
     /// A run that ended with this text typed before that of the file.
     QString typeAndBreak(const QString& typed, const QByteArray& bytes = "text\n") {
@@ -221,6 +227,70 @@ TEST_F(UnsavedChanges, OfADocumentThatTheYesDidNotSaveComeBack) {
     ASSERT_EQ(documents().size(), 1);
     EXPECT_EQ(text(), u"new text\n"_qs);
     EXPECT_EQ(active()->filename, file);
+}
+
+TEST_F(UnsavedChanges, OfBytesThatTheYesDidNotSaveComeBack) {
+    const QString file = fileOf("bytes\n", u"a.bin"_qs);
+    const QString other = fileOf("other\n", u"b.txt"_qs);
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    typeByte();
+    frmDocument* changed = active();
+    open(other);
+    m_prompts.answerYes();  // saves the active document, which is the other one
+    house().children.unload(changed);
+    EXPECT_EQ(bytesOf(file), "bytes\n");
+    EXPECT_EQ(notice(), lossNotice.arg(file));
+    endRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_FALSE(active()->TextEdit());
+    EXPECT_TRUE(active()->isChange);
+}
+
+TEST_F(UnsavedChanges, OfBytesThatCouldNotBeSavedAskAgainAndAreGoneAfterANo) {
+    const QString file = fileOf("bytes\n", u"a.bin"_qs);
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    typeByte();
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions.size(), 2);
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_EQ(notice(), QString());
+    EXPECT_EQ(bytesOf(file), "bytes\n");
+}
+
+/// Into either mode.
+TEST_F(UnsavedChanges, ThatCouldNotBeSavedBeforeASwitchComeBack) {
+    for (const bool toText : {false, true}) {
+        const QString file = fileOf("bytes\n", u"a.bin"_qs);
+        startRun();
+        m_frame->OpenFile(file, 0, false, !toText);
+        toText ? typeByte() : type(u"A"_qs);
+        ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+        QTimer::singleShot(0, active(), [] {
+            auto* form = qobject_cast<frmSwitch*>(QApplication::activeModalWidget());
+            ASSERT_NE(form, nullptr);
+            form->accept();  // "Save the file before" is chosen
+        });
+        active()->setTextEdit(toText);
+        EXPECT_EQ(active()->TextEdit(), toText);
+        EXPECT_EQ(notice(), lossNotice.arg(file));
+        EXPECT_EQ(bytesOf(file), "bytes\n");
+        endRun();
+        startRun();
+        ASSERT_EQ(documents().size(), 1);
+        EXPECT_EQ(active()->TextEdit(), !toText);
+        EXPECT_TRUE(active()->isChange);
+        click("cmdDiscard");
+        EXPECT_TRUE(leavesNoJournal());
+        endRun();
+        ASSERT_TRUE(QFile::remove(file));
+    }
 }
 
 TEST_F(UnsavedChanges, ThatCouldNotBeSavedAskAgainAndAreGoneAfterANo) {
