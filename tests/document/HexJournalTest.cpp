@@ -11,6 +11,7 @@
 #include "recovery/journals/Journals.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
+#include "support/FailingFileSystem.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServices.h"
 
@@ -519,6 +520,60 @@ TEST_F(HexJournals, AreWholeWhenTheDocumentGoesAtOnce) {
     m_document.reset();
     EXPECT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+/// As of a file which is too large to be copied where it cannot be cloned.
+class HexJournalsWithoutCopy : public HexJournals {
+ protected:
+    HexJournalsWithoutCopy() {
+        m_calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
+        Journals::Limits limits = patient();
+        limits.copied = 1;
+        m_journals = std::make_unique<Journals>(m_recovery, m_calls, limits);
+        m_given.all.journals = m_journals.get();
+    }
+    ~HexJournalsWithoutCopy() override {
+        m_document.reset();
+        m_journals.reset();
+    }
+    void changeFileAfterTheLastEdit() {
+        ASSERT_TRUE(open(someBytes(1000)));
+        typeByte(u"11"_qs);
+        ASSERT_TRUE(m_journals->flush(Long));
+        file(someBytes(500));
+        m_bytes = workingBytes(*m_document);
+    }
+    void expectBytes() {
+        ASSERT_EQ(bringBack(), Outcome::Shown);
+        EXPECT_EQ(workingBytes(*m_again), m_bytes);
+    }
+
+    FailingFileSystem m_calls;
+    QByteArray m_bytes;
+};
+
+TEST_F(HexJournalsWithoutCopy, AreOfNoUseWhenTheFileIsChangedAndNobodyNotices) {
+    changeFileAfterTheLastEdit();
+    EXPECT_NE(bringBack(), Outcome::Shown);
+    EXPECT_EQ(m_restored, FoundJournal::Outcome::Lost);
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheChangeIsNoticed) {
+    changeFileAfterTheLastEdit();
+    m_document->noteFileChange();
+    expectBytes();
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheProcessEnds) {
+    changeFileAfterTheLastEdit();
+    m_document->completeJournals();
+    expectBytes();
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheDocumentIsDestroyed) {
+    changeFileAfterTheLastEdit();
+    m_document.reset();
+    expectBytes();
 }
 
 TEST_F(HexJournals, LeaveADocumentAsItWasWhenTheyCannotBeBroughtBack) {

@@ -113,6 +113,8 @@ bool JournalOutput::isClean() const {
 }
 
 void JournalOutput::write() {
+    if (m_isFinished)
+        return;
     if (m_stream->isDiscarded())
         return end();
     const bool isReleased = m_stream->isReleased();
