@@ -223,13 +223,26 @@ bool JournalOutput::append() {
         m_file->end = end;
         return true;
     }
-    if (m_isPublished) {
+    if (m_isPublished)
         uninterrupted([&] { return m_calls.ftruncate(handle, m_file->end.offset); });
-    } else {
-        m_file->giveUp();
-        m_file.reset();
-    }
+    else
+        giveUpFile();
     return false;
+}
+
+/// Before it has its name. A copy of the bytes that was made for it bears its name, and is made again for the next one.
+void JournalOutput::giveUpFile() {
+    const bool hasCopy = m_stored && m_stored->hasCopy;
+    if (hasCopy)
+        m_file->removeBase(m_stored->number);
+    m_file->giveUp();
+    m_file.reset();
+    if (!hasCopy)
+        return;
+    m_stored.reset();
+    m_backlog.clear();
+    m_awaitsWhole = true;
+    m_stream->askForWhole();
 }
 
 void JournalOutput::noteWritten() {

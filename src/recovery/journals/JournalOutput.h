@@ -69,6 +69,7 @@ class JournalOutput {
     void setRetry(bool isWritten);
     bool makeFile();
     bool append();
+    void giveUpFile();
     void noteWritten();
     bool noteGone();
     bool awaitsBase() const { return m_isPublished && !m_isBaseSettled && m_storing == nullptr; }
