@@ -46,8 +46,17 @@ class SaveRecord {
     /// Nothing when it is damaged or not complete; `error` is set when it could not be read now.
     static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle, SystemError& error);
 
-    /// Whether the file is only kept for a record to come.
-    static bool isBlank(FileSystemCalls& calls, int handle);
+    /// What a file is that holds no record.
+    enum class Kind {
+        Blank,      ///< it is only kept for a record to come
+        Damaged,    ///< it begins as a record does
+        OfAnother,  ///< it is a record of another version, or something else
+        Unknown     ///< it cannot be read now
+    };
+    static Kind kindOf(FileSystemCalls& calls, int handle);
+    /// The files that the record speaks of, as far as it is written, and whether that is true or not: no checksum is
+    /// compared.
+    static std::vector<RecordedFile> filesAsTheyStand(FileSystemCalls& calls, int handle);
 
     const std::vector<RecordedFile>& files() const { return m_files; }
     /// Later records have higher ones.

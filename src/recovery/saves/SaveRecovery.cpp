@@ -48,12 +48,22 @@ class SaveRecovery::Record {
     /// False: it belongs to a living process, or is no file of this user's own.
     bool open() { return m_file.open() == RecordFile::Opening::Done; }
 
-    /// Damaged: it was never finished, so the write had not begun.
-    enum class Reading { Done, Damaged, Impossible };
+    /// Damaged: it was never finished, so the write had not begun. OfAnother: only the version that made it can say
+    /// whether its bytes are still needed.
+    enum class Reading { Done, Damaged, OfAnother, Impossible };
     Reading read() {
         SystemError error;
         m_content = SaveRecord::read(m_calls, m_file.handle(), error);
-        return m_content ? Reading::Done : error ? Reading::Impossible : Reading::Damaged;
+        if (m_content || error)
+            return m_content ? Reading::Done : Reading::Impossible;
+        switch (SaveRecord::kindOf(m_calls, m_file.handle())) {
+            case SaveRecord::Kind::Unknown:
+                return Reading::Impossible;
+            case SaveRecord::Kind::OfAnother:
+                return Reading::OfAnother;
+            default:
+                return Reading::Damaged;
+        }
     }
 
     bool isAfter(const Record& other) const { return m_content->sequence() > other.m_content->sequence(); }
@@ -153,6 +163,9 @@ SaveRecovery::Summary SaveRecovery::run() {
         } else if (reading == Record::Reading::Damaged) {
             record->remove();
             ++summary.removed;
+        } else if (reading == Record::Reading::OfAnother) {
+            record->setAside();
+            ++summary.setAside;
         } else {
             ++summary.left;
         }

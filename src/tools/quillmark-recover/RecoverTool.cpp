@@ -100,7 +100,17 @@ QString stateText(WriteState state) {
 QString whyUnread(int handle, const SystemError& error) {
     if (error)
         return u"cannot be read"_qs;
-    return SaveRecord::isBlank(FileSystemCalls::system(), handle) ? u"empty"_qs : u"damaged"_qs;
+    switch (SaveRecord::kindOf(FileSystemCalls::system(), handle)) {
+        case SaveRecord::Kind::Blank:
+            return u"empty"_qs;
+        case SaveRecord::Kind::OfAnother:
+            return u"of another version"_qs;
+        case SaveRecord::Kind::Unknown:
+            return u"cannot be read"_qs;
+        case SaveRecord::Kind::Damaged:
+            break;
+    }
+    return u"damaged"_qs;
 }
 
 }  // namespace
@@ -295,7 +305,8 @@ std::optional<RecoverTool::Opened> RecoverTool::open(const QString& name, int& e
     std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file->handle(), error);
     if (record)
         return Opened{std::move(file), std::move(*record)};
-    exit = error ? say(Failed, u"%1: %2"_qs.arg(name, error.description)) : say(Unfit, u"%1: damaged"_qs.arg(name));
+    exit = error ? say(Failed, u"%1: %2"_qs.arg(name, error.description))
+                 : say(Unfit, u"%1: %2"_qs.arg(name, whyUnread(file->handle(), error)));
     return {};
 }
 
