@@ -73,7 +73,8 @@ class Program : public StartDuties {
 
     int runFrame() override {
         becomeInstance();
-        SaveRecovery(SaveRecords::saveRecordFolder()).run();
+        SaveRecovery saveRecovery(SaveRecords::saveRecordFolder());
+        saveRecovery.run();
         SaveRecords saveRecords;
         WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
@@ -100,7 +101,11 @@ class Program : public StartDuties {
             [&] { return endWithSession(frame, journals); });
         frame.Load();
         frame.show();
-        QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
+        QTimer::singleShot(SweepDelay, &frame, [&] {
+            WorkingCopy::removeAbandoned();
+            saveRecovery.removeOldAsides();
+            journals.removeOldAsides();
+        });
         return QApplication::exec();
     }
 

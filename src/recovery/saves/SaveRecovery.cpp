@@ -2,6 +2,7 @@
 
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
+#include "recovery/saves/OldAsides.h"
 #include "recovery/saves/RecordFile.h"
 #include "recovery/saves/RecordedWrite.h"
 
@@ -177,6 +178,16 @@ SaveRecovery::Summary SaveRecovery::run() {
         record->settle(settled);
     finishAll(records, settled, summary);
     return summary;
+}
+
+void SaveRecovery::removeOldAsides(const QDateTime& now) {
+    if (!isOwnFolder(m_folder))
+        return;
+    for (const QString& name : oldAsides(m_folder, QLatin1String(RecordSuffix) + QLatin1String(AsideSuffix), now)) {
+        RecordFile file(m_calls, localName(m_folder + u'/' + name).value_or(QByteArray()));
+        if (file.open() == RecordFile::Opening::Done)
+            file.remove();
+    }
 }
 
 /// A record that explains a file is removed last, and not before it is on the disk that the others are gone: after a

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystemCalls.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -33,6 +34,8 @@ class SaveRecovery {
     explicit SaveRecovery(QString folder, FileSystemCalls& calls = FileSystemCalls::system());
 
     Summary run();
+    /// Removes what was set aside long ago: see oldAsides().
+    void removeOldAsides(const QDateTime& now = QDateTime::currentDateTime());
 
     /// The end of the names of records, and what is appended when they are set aside.
     static constexpr const char* RecordSuffix = ".save";
