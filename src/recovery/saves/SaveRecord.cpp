@@ -214,5 +214,7 @@ std::optional<SaveRecord> SaveRecord::readAll(FileSystemCalls& calls, int handle
     error = input.error();
     if (!isRead || !hasChecksum(calls, handle, input.at(), error))
         return {};
+    for (RecordedFile& file : record.m_files)
+        file.madeTime = record.m_sequence;
     return record;
 }

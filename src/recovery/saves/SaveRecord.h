@@ -28,6 +28,7 @@ struct RecordedFile {
     qint64 oldTime = 0;                 ///< of the last change before the write, in nanoseconds
     qint64 recordedTime = 0;            ///< the same when the record was made, right before the first byte
     mode_t mode = 0;                    ///< before the write, with the bits that a write may clear
+    quint64 madeTime = 0;               ///< of the record, on the clock of this machine, in nanoseconds
     bool cuts = false;                  ///< old bytes after the new ones are cut off
     std::vector<RecordedRange> ranges;  ///< ascending, without overlaps
     qint64 hashes = 0;                  ///< offset in the record of the hashes of the old blocks

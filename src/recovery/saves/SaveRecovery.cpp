@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
 #include "recovery/saves/OldAsides.h"
+#include "recovery/saves/OverwrittenBytes.h"
 #include "recovery/saves/RecordFile.h"
 #include "recovery/saves/RecordedWrite.h"
 
@@ -73,10 +74,9 @@ class SaveRecovery::Record {
     /// record. Adds to it those that have their contents now.
     void settle(Files& settled) {
         for (const RecordedFile& file : m_content->files()) {
-            const RecordedWrite write(m_calls, m_file.handle(), file);
-            const std::optional<FileKey> target = write.target();
+            const std::optional<FileKey> target = RecordedWrite(m_calls, m_file.handle(), file).target();
             if (!target || !settled.contains(*target))
-                settle(write, target, settled);
+                settle(file, target, settled);
             else
                 m_isSuperseded = true;
         }
@@ -95,25 +95,30 @@ class SaveRecovery::Record {
     void setAside() const { m_calls.rename(m_file.name().constData(), (m_file.name() + AsideSuffix).constData()); }
 
  private:
-    void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
+    static bool isInterrupted(WriteState state) { return state == WriteState::Partial || state == WriteState::Torn; }
+
+    void settle(const RecordedFile& file, const std::optional<FileKey>& target, Files& settled) {
+        const RecordedWrite write(m_calls, m_file.handle(), file);
         const WriteState state = write.state();
         const bool isOutOfReach = state == WriteState::Away || state == WriteState::Unknown;
         if (state == WriteState::Other && target)
             m_others.insert(*target);
         else if (state == WriteState::Other || state == WriteState::Old || (isOutOfReach && isTooOld()))
             m_isForAside = true;
-        else if (target && isSettled(write, state))
+        else if (target && isSettled(write, file.path, state))
             settled.insert(*target);
         else
             m_isLeft = true;
-        m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
+        m_hasCompleted = m_hasCompleted || (isInterrupted(state) && !m_isLeft);
     }
 
     /// Whether the file has its new contents for certain, or has them now.
-    bool isSettled(const RecordedWrite& write, WriteState state) {
+    bool isSettled(const RecordedWrite& write, const QByteArray& target, WriteState state) {
         if (state == WriteState::Whole)
             return !write.confirm();
-        return state == WriteState::Partial && makeLast() && !write.complete();
+        if (state == WriteState::Torn && keepOverwrittenBytes(m_calls, m_file.name(), target))
+            return false;
+        return isInterrupted(state) && makeLast() && !write.complete();
     }
 
     /// A clock that was set back makes it no older.

@@ -20,6 +20,10 @@
 ///
 /// So it is when a file has its old contents and was written since the record was made. Somebody restored them, or the
 /// power was cut before a new byte was on the disk: that can't be known, but the file is whole as it is.
+///
+/// A block that was written in part cannot be told from one that somebody has changed since, but by the time. If the
+/// file was changed for the last time right after the record was made, the write is completed, and what it overwrites
+/// is kept aside, too. A record of another version is set aside.
 class SaveRecovery {
  public:
     struct Summary {

@@ -84,6 +84,7 @@ QString stateText(WriteState state) {
         case WriteState::Whole:
             return u"has the new contents"_qs;
         case WriteState::Partial:
+        case WriteState::Torn:
             return u"was not or only partly written"_qs;
         case WriteState::Old:
             return u"has the old contents"_qs;
@@ -335,7 +336,7 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
     const bool isNamed = options.isSet(BaseOption);
     const QByteArray name = isNamed ? nameOf(options.value(BaseOption)) : file.path;
     const WriteState state = RecordedWrite(calls, opened.file->handle(), file).state();
-    constexpr WriteState Fitting[] = {WriteState::Whole, WriteState::Partial, WriteState::Old};
+    constexpr WriteState Fitting[] = {WriteState::Whole, WriteState::Partial, WriteState::Torn, WriteState::Old};
     if (!isNamed && std::ranges::find(Fitting, state) == std::end(Fitting)) {
         exit = say(Unfit,
                    u"%1: the record holds only what differs from the file as it was, and the file %2; "
