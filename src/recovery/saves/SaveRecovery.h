@@ -10,8 +10,9 @@
 #include <utility>
 #include <vector>
 
-/// Looks through the records of saves that no living process owns, and completes what was interrupted. Called once at
-/// the start, before files are opened; does not run the event loop. Without records it costs one look-up.
+/// Looks through the records of saves that no living process owns, and completes what was interrupted. Called at the
+/// start, before files are opened, and by FileSettling; does not run the event loop. Without records it costs one
+/// look-up.
 ///
 /// A record is removed when it is damaged (the save had not begun), when the files have their new contents, or when the
 /// interrupted write was completed. When a file can't be written now, its record stays for the next start; when it
