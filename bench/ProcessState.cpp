@@ -38,6 +38,18 @@ long ProcessState::ticks() const {
     return user + system;
 }
 
+long long ProcessState::threadTime() const {
+    std::error_code failed;
+    long long sum = 0;
+    for (const auto& thread : std::filesystem::directory_iterator(folderOf(m_process) / "task", failed)) {
+        std::ifstream file(thread.path() / "schedstat");
+        long long time = 0;
+        if (file >> time)
+            sum += time;
+    }
+    return sum;
+}
+
 bool ProcessState::hasThreadIn(char state) const {
     std::error_code failed;
     for (const auto& thread : std::filesystem::directory_iterator(folderOf(m_process) / "task", failed)) {

@@ -10,6 +10,8 @@ class ProcessState {
 
     /// Processor time used so far, in clock ticks.
     long ticks() const;
+    /// Processor time of the threads that there are now, in nanoseconds.
+    long long threadTime() const;
     /// Whether a thread waits for a disk.
     bool isWriting() const;
     /// Whether a thread is running or ready to run.

@@ -62,14 +62,10 @@ void check(int handle, qint64 size) {
         require(journal.visit(counter));
         return;
     }
-    qint64 held = 0;
-    for (const std::string_view piece : journal.text().held())
-        held += qint64(piece.size());
-    require(held == journal.text().length() && held <= 2 * size);
-    qint64 plain = 0;
-    for (const std::string_view piece : journal.text().plain())
-        plain += qint64(piece.size());
-    require(plain <= held);
+    qint64 length = 0;
+    for (const std::string_view piece : journal.text().pieces())
+        length += qint64(piece.size());
+    require(length == journal.text().length() && length <= size);
 }
 
 /// The bytes as the entries behind a right head, in right frames, so that more than the checksum is tried. The first
@@ -78,7 +74,6 @@ void checkFramed(QByteArrayView input) {
     const char first = input.isEmpty() ? '\0' : input.front();
     JournalBase base;
     base.view = (first & 1) != 0 ? JournalBase::View::Hex : JournalBase::View::Text;
-    base.jointKind = static_cast<JointKind>((first >> 1 & 7) % 5);
     const std::string head = payloadOf(base);
     const std::string_view rest(input.data(), std::size_t(input.size()));
     const std::string entries[] = {std::string(rest.substr(std::min<std::size_t>(1, rest.size()), rest.size() / 2)),

@@ -7,6 +7,8 @@ namespace {
 
 using Reach = Fault::Reach;
 
+/// One of so many faults in recoveries is tried before the others.
+constexpr int OneFirstOf = 10;
 constexpr Reach Reaches[] = {Reach::Once, Reach::SameKind, Reach::Everything};
 
 QByteArray textOf(Fault fault) {
@@ -27,22 +29,34 @@ void forEachFault(const std::vector<CallKind>& kinds, Try attempt) {
 
 }  // namespace
 
+/// Of the faults in recoveries, which are many, some come first, so that a run that is cut short has them of each
+/// scene; saves of large files take longer than all else.
 void FaultRun::run() {
-    for (const bool inRecoveries : {false, true}) {
-        for (const Scene& scene : scenes()) {
-            if (!m_effort.isOver() && (!scene.isLarge() || m_effort.isLong()))
-                tryScene(scene, inRecoveries);
-        }
+    tryScenes(Trial::Save, Size::Small);
+    tryScenes(Trial::SomeRecoveries, Size::Small);
+    if (m_effort.isLong())
+        tryScenes(Trial::Save, Size::Large);
+    tryScenes(Trial::OtherRecoveries, Size::Small);
+}
+
+void FaultRun::tryScenes(Trial trial, Size size) {
+    for (const Scene& scene : scenes()) {
+        if (!m_effort.isOver() && scene.isLarge() == (size == Size::Large))
+            tryScene(scene, trial);
     }
 }
 
-void FaultRun::tryScene(const Scene& scene, bool inRecoveries) {
+void FaultRun::tryScene(const Scene& scene, Trial trial) {
     SceneFiles files(m_root, scene);
     if (!files.prepare()) {
         m_report.count("scenes that this file system cannot show");
         return;
     }
-    m_report.count(inRecoveries ? "scenes of faults in a recovery" : "scenes of faults in a save");
+    static constexpr const char* Names[] = {"scenes of faults in a save", "scenes of faults in a recovery",
+                                            "scenes of further faults in a recovery"};
+    m_report.count(Names[static_cast<std::size_t>(trial)]);
+    m_trial = trial;
+    m_recoveries = 0;
     FaultyCalls undisturbed;
     const std::vector<CallKind> kinds = saveOnce(files, undisturbed);
     recover(files, FileSystemCalls::system());
@@ -50,9 +64,9 @@ void FaultRun::tryScene(const Scene& scene, bool inRecoveries) {
     forEachFault(kinds, [&](Fault fault) {
         if (m_effort.isOver() || !m_effort.takes())
             return;
-        if (!inRecoveries)
+        if (trial == Trial::Save)
             trySave(files, fault);
-        else if (fault.reach == Reach::Everything && !scene.isLarge())
+        else if (fault.reach == Reach::Everything)
             tryRecovery(files, fault);
     });
 }
@@ -84,7 +98,8 @@ void FaultRun::tryRecovery(SceneFiles& files, Fault kill) {
     FaultyCalls undisturbed;
     recover(files, undisturbed);
     forEachFault(undisturbed.kinds(), [&](Fault fault) {
-        if (m_effort.isOver() || !m_effort.takes())
+        const bool isFirst = m_recoveries++ % OneFirstOf == 0;
+        if (m_effort.isOver() || !m_effort.takes() || isFirst != (m_trial == Trial::SomeRecoveries))
             return;
         FaultyCalls again(kill);
         saveOnce(files, again);

@@ -19,8 +19,11 @@ class FaultRun {
     void run();
 
  private:
-    /// All faults in saves come before the many more in recoveries.
-    void tryScene(const Scene& scene, bool inRecoveries);
+    enum class Trial { Save, SomeRecoveries, OtherRecoveries };
+    enum class Size { Small, Large };
+
+    void tryScenes(Trial trial, Size size);
+    void tryScene(const Scene& scene, Trial trial);
     std::vector<CallKind> saveOnce(SceneFiles& files, FaultyCalls& calls) const;
     void recover(const SceneFiles& files, FileSystemCalls& calls) const;
     void trySave(SceneFiles& files, Fault fault);
@@ -30,4 +33,6 @@ class FaultRun {
     QByteArray m_root;
     Effort& m_effort;
     Report& m_report;
+    Trial m_trial = Trial::Save;
+    int m_recoveries = 0;  ///< faults in recoveries of this scene that there are
 };

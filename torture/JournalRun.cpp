@@ -1,24 +1,23 @@
 #include "JournalRun.h"
 
 #include "Contents.h"
+#include "HashSum.h"
 #include "SceneFiles.h"
-#include "platform/FileState.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/Journals.h"
-
-#include <QHash>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <memory>
 
 namespace {
 
-constexpr int StoriesOfAShortRun = 6;
+constexpr int StoriesOfAShortRun = 10;
 /// States of each kind at each place.
 constexpr int StatesOfAKind = 3;
 constexpr std::chrono::seconds Long{60};
@@ -41,30 +40,8 @@ JournalLimits limits() {
     return limits;
 }
 
-std::size_t hashOf(const WeakDisk::State& state, std::size_t seed) {
-    std::size_t hash = seed;
-    for (const QByteArray& bytes : state.files)
-        hash = qHash(bytes, hash);
-    for (const auto& [name, file] : state.names)
-        hash = qHashMulti(hash, name, file);
-    return hash;
-}
-
 int below(std::mt19937& random, std::size_t limit) {
     return static_cast<int>(random() % static_cast<unsigned>(limit));
-}
-
-void edit(std::mt19937& random, Journal& journal, std::string& text) {
-    const auto at = static_cast<std::size_t>(below(random, text.size() + 1));
-    const std::size_t length = std::min<std::size_t>(text.size() - at, static_cast<std::size_t>(below(random, 20)));
-    if (below(random, 3) == 0) {
-        journal.remove(static_cast<qint64>(at), static_cast<qint64>(length));
-        text.erase(at, length);
-        return;
-    }
-    const std::string word(static_cast<std::size_t>(1 + below(random, 40)), static_cast<char>('a' + below(random, 26)));
-    journal.insert(static_cast<qint64>(at), word);
-    text.insert(at, word);
 }
 
 }  // namespace
@@ -72,6 +49,7 @@ void edit(std::mt19937& random, Journal& journal, std::string& text) {
 void JournalRun::run() {
     int stories = 0;
     do {
+        m_subject = stories % 2 == 0 ? static_cast<JournalSubject*>(&m_text) : &m_bytes;
         tryStory(m_effort.random()());
         ++stories;
     } while (m_effort.isLong() ? !m_effort.isOver() : stories < StoriesOfAShortRun);
@@ -80,6 +58,7 @@ void JournalRun::run() {
 
 void JournalRun::tryStory(unsigned seed) {
     m_seed = seed;
+    m_tried.clear();
     play(seed);
     for (int place = 0; place <= m_disk.length() && !m_effort.isOver(); ++place)
         tryPlace(place);
@@ -88,9 +67,8 @@ void JournalRun::tryStory(unsigned seed) {
 /// The document itself is on the disk for certain, and outside of the log.
 void JournalRun::play(unsigned seed) {
     std::mt19937 random(seed);
-    std::string text(static_cast<std::size_t>(below(random, 3'000)), 'o');
     emptyFolder(stateFolder());
-    putBytes(document(), QByteArray::fromStdString(text));
+    JournalBase base = m_subject->begin(random, QString::fromLocal8Bit(document()));
     WeakDisk::State first;
     first.names = {{stateFolder(), WeakDisk::Folder}};
     m_disk = WeakDisk(first);
@@ -99,10 +77,7 @@ void JournalRun::play(unsigned seed) {
     const QString folder = QString::fromLocal8Bit(journalFolder());
     {
         Journals journals(folder, calls, limits());
-        JournalBase base;
-        base.path = QString::fromLocal8Bit(document());
-        base.state = FileState::of(base.path);
-        playLife(random, calls, journals, *journals.begin(base), text);
+        playLife(random, calls, journals, *journals.begin(std::move(base)));
     }
     for (int life = below(random, 3); life >= 0; --life) {
         Journals journals(folder, calls, limits());
@@ -110,35 +85,38 @@ void JournalRun::play(unsigned seed) {
         if (found.size() != 1 || found.front()->restore() != FoundJournal::Outcome::Restored)
             return m_report.fault("journal", "the story did not happen as it should");
         const auto journal = found.front()->continueAs();
-        playLife(random, calls, journals, *journal, text);
+        m_subject->broughtBack();
+        playLife(random, calls, journals, *journal);
         if (life > 0)
             continue;
-        // From now on it may be gone.
-        m_promises.push_back({calls.place(), std::nullopt});
-        m_promises.push_back({calls.place(), text});
+        // With the next change it may be gone.
+        m_promises.push_back({calls.place() + 1, std::nullopt});
+        m_promises.push_back({calls.place() + 1, m_subject->state()});
         journal->discard();
         journals.flush(Long);
         promise(calls, std::nullopt);
     }
 }
 
-void JournalRun::playLife(std::mt19937& random, LoggedCalls& calls, Journals& journals, Journal& journal,
-                          std::string& text) {
+void JournalRun::playLife(std::mt19937& random, LoggedCalls& calls, Journals& journals, Journal& journal) {
     for (int batch = 1 + below(random, 6); batch > 0; --batch) {
-        for (int i = 1 + below(random, 5); i > 0; --i)
-            edit(random, journal, text);
-        if (below(random, 8) == 0)
-            journal.setWhole(text, JointKind::None);
+        for (int i = 1 + below(random, 5); i > 0; --i) {
+            m_subject->edit(random, journal);
+            if (below(random, 20) == 0)
+                m_subject->setWhole(journal);
+        }
         // It is a promise only when it is reported as written.
-        if (journals.flush(Long))
-            promise(calls, text);
-        else
+        if (!journals.flush(Long)) {
             m_report.fault("journal", "a batch was not written");
+            continue;
+        }
+        m_subject->written();
+        promise(calls, m_subject->state());
     }
 }
 
-void JournalRun::promise(LoggedCalls& calls, std::optional<std::string> text) {
-    m_promises.push_back({calls.place(), std::move(text)});
+void JournalRun::promise(LoggedCalls& calls, std::optional<std::string> state) {
+    m_promises.push_back({calls.place(), std::move(state)});
 }
 
 void JournalRun::tryPlace(int place) {
@@ -146,8 +124,10 @@ void JournalRun::tryPlace(int place) {
     for (int kind = 0; kind < WeakDisk::SurvivorKinds; ++kind) {
         for (int i = 0; i < StatesOfAKind; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
+            const std::uint64_t hash = hashOf(state);
             m_report.count("states of journals after a power cut");
-            if (!m_states.insert(hashOf(state, m_seed + static_cast<std::size_t>(place))).second)
+            m_states.insert(hash);
+            if (!m_tried.insert({hash, place}).second)
                 continue;
             put(state);
             examine(place, "story " + QByteArray::number(m_seed) + ", power cut at " + QByteArray::number(place) +
@@ -178,35 +158,34 @@ void JournalRun::examine(int place, const QByteArray& what) {
         mustWork(::rename(document().constData(), kept.constData()) == 0, "cannot move the document");
         putBytes(document(), "another");
     }
-    std::vector<std::optional<std::string>> texts;
+    std::vector<std::string> states;
     {
         Journals journals(QString::fromLocal8Bit(journalFolder()), FileSystemCalls::system(), limits());
         for (const auto& found : journals.takeAbandoned()) {
             const FoundJournal::Outcome outcome = found->restore();
             if (outcome == FoundJournal::Outcome::Restored)
-                texts.emplace_back(bytesOf(found->textPath().toLocal8Bit()).value_or("unreadable").toStdString());
+                states.push_back(m_subject->stateOf(*found).value_or("unreadable"));
             else if (outcome == FoundJournal::Outcome::Failed)
                 m_report.fault("journal", what + ": it could not be read");
         }
     }
     if (!isFileKept)
         mustWork(::rename(kept.constData(), document().constData()) == 0, "cannot move the document back");
-    if (texts.size() > 1)
+    if (states.size() > 1)
         m_report.fault("journal", what + ": there is more than one");
-    if (!allows(place, texts.empty() ? std::nullopt : texts.front()))
-        m_report.fault("journal", what + (texts.empty() ? ": the text is lost" : ": the text is another one"));
+    if (!allows(place, states.empty() ? std::nullopt : std::optional(states.front())))
+        m_report.fault("journal", what + (states.empty() ? ": the changes are lost" : ": the changes are others"));
 }
 
-/// What was last promised, or anything later.
-bool JournalRun::allows(int place, const std::optional<std::string>& text) const {
-    std::size_t last = 0;
-    for (std::size_t i = 0; i < m_promises.size(); ++i) {
-        if (m_promises[i].place <= place)
-            last = i;
-    }
-    // Two promises of one place are both kept.
-    while (last > 0 && m_promises[last - 1].place == m_promises[last].place)
-        --last;
-    return std::any_of(m_promises.begin() + static_cast<std::ptrdiff_t>(last), m_promises.end(),
-                       [&](const Promise& promise) { return promise.text == text; });
+/// What was last promised, or, once anything has happened since, what was promised next. Promises of one place are all
+/// kept.
+bool JournalRun::allows(int place, const std::optional<std::string>& state) const {
+    const auto isLater = [](int each, const Promise& promise) { return each < promise.place; };
+    const auto next = std::upper_bound(m_promises.begin(), m_promises.end(), place, isLater);
+    const int from = std::prev(next)->place;
+    const bool isUnderWay = place > from && next != m_promises.end();
+    const int to = isUnderWay ? next->place : from;
+    return std::any_of(m_promises.begin(), m_promises.end(), [&](const Promise& promise) {
+        return promise.place >= from && promise.place <= to && promise.state == state;
+    });
 }

@@ -1,13 +1,12 @@
 #include "PowerRun.h"
 
 #include "Contents.h"
+#include "HashSum.h"
 #include "KeptBytes.h"
 #include "SceneFiles.h"
 #include "platform/UserFileWriter.h"
 #include "recovery/saves/SaveRecords.h"
 #include "recovery/saves/SaveRecovery.h"
-
-#include <QHash>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,19 +17,10 @@
 
 namespace {
 
-/// States of each kind at each place, in a round.
-constexpr int StatesOfAKind = 3;
-
-std::size_t hashOf(const WeakDisk::State& state, std::size_t seed) {
-    std::size_t hash = seed;
-    for (const QByteArray& bytes : state.files)
-        hash = qHash(bytes, hash);
-    for (const qint64 time : state.times)
-        hash = qHash(time, hash);
-    for (const auto& [name, file] : state.names)
-        hash = qHashMulti(hash, name, file);
-    return hash;
-}
+/// States of each kind at each place, in a round; fewer where they repeat.
+constexpr int MostStatesOfAKind = 40;
+constexpr int MostStatesInAShortRun = 6;
+constexpr int MostRepeats = 2;
 
 }  // namespace
 
@@ -121,13 +111,18 @@ void PowerRun::saveFile(int number, const Story::Step& step, LoggedCalls& calls,
 
 void PowerRun::tryPlace(const WeakDisk& disk, int place, int promised, const QByteArray& what) {
     const WeakDisk::Moment moment(disk, place);
+    const std::uint64_t allowed = allowedAt(promised);
+    const int most = m_effort.isLong() ? MostStatesOfAKind : MostStatesInAShortRun;
     for (int kind = 0; kind < WeakDisk::SurvivorKinds; ++kind) {
-        for (int i = 0; i < StatesOfAKind; ++i) {
+        int repeats = 0;
+        for (int i = 0; i < most && repeats < MostRepeats; ++i) {
             const WeakDisk::State state = moment.cut(static_cast<WeakDisk::Survivors>(kind), m_effort.random());
             m_report.count("states after a power cut");
-            if (!m_states.insert(hashOf(state, qHash(QByteArray(m_story->name), static_cast<std::size_t>(promised))))
-                     .second)
+            m_states.insert(hashOf(state));
+            if (!m_tried.insert({hashWithTimes(state), allowed}).second) {
+                ++repeats;
                 continue;
+            }
             put(state);
             SaveRecovery(QString::fromLocal8Bit(recordFolder())).run();
             examine(promised, what + ", survivors " + QByteArray::number(kind));
@@ -142,6 +137,14 @@ void PowerRun::tryRecovery(WeakDisk disk, int promised, const QByteArray& what) 
     SaveRecovery(QString::fromLocal8Bit(recordFolder()), calls).run();
     for (int place = begin; place <= disk.length() && !m_effort.isOver(); ++place)
         tryPlace(disk, place, promised, what + ", power cut in the recovery at " + QByteArray::number(place - begin));
+}
+
+/// A number of what the files may hold: the judgement of a state depends on nothing else.
+std::uint64_t PowerRun::allowedAt(int place) const {
+    HashSum sum;
+    for (const Promises& promises : m_promises)
+        promises.addAllowed(place, sum);
+    return sum.value();
 }
 
 void PowerRun::put(const WeakDisk::State& state) {

@@ -10,7 +10,10 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdint>
+#include <set>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 /// Cuts the power at every point of saves, and of recoveries of saves that were killed or cut: makes each state that a
@@ -33,6 +36,7 @@ class PowerRun {
     void tryPlace(const WeakDisk& disk, int place, int promised, const QByteArray& what);
     /// Recovers what the disk shows now, and cuts the power meanwhile.
     void tryRecovery(WeakDisk disk, int promised, const QByteArray& what);
+    std::uint64_t allowedAt(int place) const;
     void put(const WeakDisk::State& state);
     void putTarget(int number, WeakDisk::FileId file, const WeakDisk::State& state) const;
     void examine(int promised, const QByteArray& what);
@@ -49,5 +53,6 @@ class PowerRun {
     const Story* m_story = nullptr;
     WeakDisk m_disk;
     std::vector<Promises> m_promises;  ///< of each file
-    std::unordered_set<std::size_t> m_states;
+    std::unordered_set<std::uint64_t> m_states;
+    std::set<std::pair<std::uint64_t, std::uint64_t>> m_tried;  ///< states, each with what was allowed
 };

@@ -38,6 +38,10 @@ int writeValue(RegistryStore& store, int number, const QByteArray& bytes) {
 
 }  // namespace
 
+std::span<const SettingsRun::Scene> SettingsRun::scenes() {
+    return Scenes;
+}
+
 void SettingsRun::run() {
     for (const Scene& scene : Scenes) {
         FaultyStore::reset();

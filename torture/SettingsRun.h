@@ -6,6 +6,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <span>
+
 /// Makes each call of the settings store to the system fail in its turn, once or from then on, while settings are
 /// written, and examines the store afterwards: what was reported as written is there, everything else is as it was or
 /// as it was to be, several values of one step are of one time, and the store was not damaged.
@@ -23,6 +25,7 @@ class SettingsRun {
         int values;     ///< more than one: written in one step
         int length;     ///< of each value, in bytes
     };
+    static std::span<const Scene> scenes();
 
  private:
     void prepare(const Scene& scene) const;

@@ -1,6 +1,7 @@
 #include "Story.h"
 
 #include "Contents.h"
+#include "HashSum.h"
 
 #include <algorithm>
 #include <iterator>
@@ -70,15 +71,29 @@ std::vector<Story> stories() {
 }
 
 /// What was reported last, and all that was begun since.
-bool Promises::allows(int place, const Contents& contents) const {
-    bool isAllowed = false;
-    for (const Event& event : m_events) {
-        if (event.place > place)
-            break;
-        const bool isThat = event.isAnything || event.contents == contents;
-        isAllowed = event.isSaved ? isThat : isAllowed || isThat;
+std::pair<std::size_t, std::size_t> Promises::eventsAt(int place) const {
+    std::size_t first = 0;
+    std::size_t end = 0;
+    for (; end < m_events.size() && m_events[end].place <= place; ++end) {
+        if (m_events[end].isSaved)
+            first = end;
     }
-    return isAllowed;
+    return {first, end};
+}
+
+bool Promises::allows(int place, const Contents& contents) const {
+    const auto [first, end] = eventsAt(place);
+    return std::any_of(m_events.begin() + std::ptrdiff_t(first), m_events.begin() + std::ptrdiff_t(end),
+                       [&](const Event& event) { return event.isAnything || event.contents == contents; });
+}
+
+void Promises::addAllowed(int place, HashSum& sum) const {
+    const auto [first, end] = eventsAt(place);
+    sum.add(std::uint64_t(end - first));
+    for (std::size_t i = first; i < end; ++i) {
+        sum.add(std::uint64_t(m_events[i].isAnything) << 1U | std::uint64_t(m_events[i].contents.has_value()));
+        sum.add(m_events[i].contents.value_or(QByteArray()));
+    }
 }
 
 bool Promises::isLast(int place, const Contents& contents) const {

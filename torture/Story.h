@@ -5,7 +5,10 @@
 #include <QByteArray>
 
 #include <optional>
+#include <utility>
 #include <vector>
+
+class HashSum;
 
 /// Saves of one or several files one after the other, and what of them is promised when. Owned by PowerRun.
 struct Story {
@@ -41,6 +44,8 @@ class Promises {
     void reported(int place, Contents contents) { m_events.push_back({place, true, std::move(contents)}); }
 
     bool allows(int place, const Contents& contents) const;
+    /// Adds all contents that are allowed.
+    void addAllowed(int place, HashSum& sum) const;
     /// Whether the file has what was written last.
     bool isLast(int place, const Contents& contents) const;
 
@@ -51,5 +56,8 @@ class Promises {
         Contents contents;
         bool isAnything = false;
     };
+    /// The event from which on everything is allowed that was begun, and the first one that has not happened yet.
+    std::pair<std::size_t, std::size_t> eventsAt(int place) const;
+
     std::vector<Event> m_events;
 };

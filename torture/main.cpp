@@ -15,6 +15,8 @@
 #include "program/ProgramOptions.h"
 #include "program/ProgramRun.h"
 
+#include <QThread>
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -45,7 +47,7 @@ PART is faults, power, kills, journals, instances or program; all without one.
 The part program starts the built program on virtual displays and presses its keys:
 
   --program FILE the program (default: that of the same build)
-  --desks N      on so many displays at the same time (default 2)
+  --desks N      on so many displays at the same time (default 2; in a long run three for each processor)
   --files-only   of a program that brings no unsaved texts back, judge the files alone
   --keep         leave the folders in which promises were broken
 )";
@@ -55,6 +57,9 @@ constexpr int QuickPart = 12;
 /// A short run is a test: it runs on slow machines too, and makes fewer kills, for which it can wait.
 constexpr int QuickPatience = 120'000;
 constexpr std::chrono::milliseconds QuickDelay{3'000};
+constexpr int QuickDesks = 2;
+/// Somebody at a desk waits most of the time.
+constexpr int DesksOfAProcessor = 3;
 
 struct Options {
     int minutes = 10;
@@ -112,8 +117,11 @@ constexpr Part PartTable[] = {
 };
 
 void listScenes() {
-    std::puts("\nThe scenes of faults:");
+    std::puts("\nThe scenes of faults in saves of files:");
     for (const Scene& scene : scenes())
+        std::printf("  %s\n", scene.name);
+    std::puts("\nThe scenes of faults in the settings store:");
+    for (const SettingsRun::Scene& scene : SettingsRun::scenes())
         std::printf("  %s\n", scene.name);
 }
 
@@ -149,6 +157,8 @@ Options parse(const std::vector<std::string>& arguments) {
     }
     if (options.parts.empty())
         std::ranges::transform(PartTable, std::back_inserter(options.parts), &Part::name);
+    if (options.program.desks == 0)
+        options.program.desks = options.isQuick ? QuickDesks : DesksOfAProcessor * QThread::idealThreadCount();
     if (options.isQuick) {
         options.program.patience = QuickPatience;
         options.program.afterPause += QuickDelay;

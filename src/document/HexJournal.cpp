@@ -1,10 +1,9 @@
 #include "document/HexJournal.h"
 
+#include "document/HexPlayer.h"
 #include "hex/bytes/HexBlock.h"
-#include "hex/bytes/HexReplay.h"
 #include "hex/ucHex.h"
 #include "recovery/journals/FoundJournal.h"
-#include "recovery/journals/HexEntryVisitor.h"
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/Journals.h"
 
@@ -12,55 +11,16 @@
 #include <QPointer>
 
 #include <algorithm>
-#include <chrono>
 #include <utility>
-
-namespace {
-
-using namespace std::chrono_literals;
-
-constexpr auto PauseLength = 2s;
-
-/// Makes the edits of a journal again in a view.
-class Player : public HexEntryVisitor {
- public:
-    explicit Player(HexReplay& replay) : m_replay(replay) {}
-
-    bool typed(qint64 page, int row, int col, quint8 byte) override {
-        m_replay.type(FilePosition(page), {row, col}, byte);
-        return m_replay.goesOn();
-    }
-    bool tookBack() override {
-        m_replay.takeBack();
-        return m_replay.goesOn();
-    }
-    bool overwrote(qint64 at, std::string_view bytes) override {
-        m_replay.write(Offset(at).position(), bytes);
-        return m_replay.goesOn();
-    }
-    bool filled(qint64 at, qint64 length, quint8 byte) override {
-        const FilePosition first = Offset(at).position();
-        m_replay.fill({first, first + length - 1}, byte);
-        return m_replay.goesOn();
-    }
-
- private:
-    HexReplay& m_replay;
-};
-
-}  // namespace
 
 HexJournal::HexJournal(Journals* journals, ucHex& view) : m_journals(journals), m_view(view) {
     m_base.view = JournalBase::View::Hex;
-    m_wholeCheck.setSingleShot(true);
-    m_wholeCheck.setInterval(PauseLength);
-    m_wholeCheck.callOnTimeout([this] { keepWholeIfNeeded(); });
     if (m_journals != nullptr)
         m_view.setEditObserver(this);
 }
 
 HexJournal::~HexJournal() {
-    keepWholeIfNeeded();
+    noteFileChange();
     m_view.setEditObserver(nullptr);
 }
 
@@ -79,10 +39,15 @@ void HexJournal::discard() {
         if (journal != nullptr)
             journal->discard();
     }
-    leave();
+    drop();
 }
 
 void HexJournal::leave() {
+    noteFileChange();
+    drop();
+}
+
+void HexJournal::drop() {
     m_journal.reset();
     m_unloaded.reset();
     reset();
@@ -90,6 +55,7 @@ void HexJournal::leave() {
 
 /// If the load fails, the changes are neither saved nor given up.
 void HexJournal::unloaded() {
+    noteFileChange();
     if (m_journal)
         m_unloaded = std::move(m_journal);
     reset();
@@ -105,6 +71,7 @@ void HexJournal::reset() {
 Journal& HexJournal::journal() {
     if (!m_journal) {
         m_journal = m_journals->begin(m_base);
+        followNeeds();
         if (!m_isBegun)
             m_journal->setWhole(m_view.workingCopy().handle());
         m_isUndoKept = m_isBegun;
@@ -112,15 +79,30 @@ Journal& HexJournal::journal() {
     return *m_journal;
 }
 
-/// Whether the bytes are needed is found out when the edit is written to the disk, a moment later.
-void HexJournal::edited() {
-    if (!m_wholeCheck.isActive())
-        m_wholeCheck.start();
-    keepWholeIfNeeded();
+/// Whether the bytes are needed is found out when an edit is written to the disk; by then there may be no further one.
+void HexJournal::followNeeds() {
+    m_journal->setWholeNeeded([this] {
+        QMetaObject::invokeMethod(
+            &m_looks, [this] { keepWholeIfNeeded(); }, Qt::QueuedConnection);
+    });
 }
 
 void HexJournal::keepWholeIfNeeded() {
-    if (!m_journal || !m_view.workingCopy().isOpen() || !m_journal->needsWhole())
+    if (m_journal && m_journal->needsWhole())
+        keepWhole();
+}
+
+void HexJournal::noteFileChange() {
+    const bool isBaseLost =
+        m_journal && m_journal->dependsOnFile() && !(m_base.state && m_base.state->isStillAt(m_base.path));
+    if (isBaseLost)
+        keepWhole();
+    else
+        keepWholeIfNeeded();
+}
+
+void HexJournal::keepWhole() {
+    if (!m_view.workingCopy().isOpen())
         return;
     m_journal->setWhole(m_view.workingCopy().handle());
     m_isUndoKept = false;
@@ -145,7 +127,7 @@ void HexJournal::halfTyped(FilePosition page, HexCell cell, quint8 byte) {
         return;
     type(page, cell, byte);
     m_half = half;
-    edited();
+    keepWholeIfNeeded();
 }
 
 /// Whether the first digit alone would make the byte what it was before it was typed first: the mark of the byte would
@@ -182,7 +164,7 @@ void HexJournal::typed(FilePosition page, HexCell cell, quint8 byte) {
     // The byte is in the working copy by now, which is where the half would be cancelled from if undo is not kept.
     cancelHalf();
     type(page, cell, byte);
-    edited();
+    keepWholeIfNeeded();
 }
 
 void HexJournal::tookBack(const HexUndoEntry& entry) {
@@ -196,14 +178,14 @@ void HexJournal::tookBack(const HexUndoEntry& entry) {
     } else {
         write(at, {&byte, 1});
     }
-    edited();
+    keepWholeIfNeeded();
 }
 
 void HexJournal::wrote(FilePosition at, std::string_view bytes) {
     note(at, bytes, 0);
     cancelHalf();
     write(at, bytes);
-    edited();
+    keepWholeIfNeeded();
 }
 
 void HexJournal::filled(const HexBlock& block, quint8 byte) {
@@ -211,12 +193,14 @@ void HexJournal::filled(const HexBlock& block, quint8 byte) {
     note(block.first, {&now, 1}, block.size());
     cancelHalf();
     journal().fill(Offset(block.first).number(), block.size(), byte);
-    edited();
+    keepWholeIfNeeded();
 }
 
 // Saves
 
+/// A byte of which one digit was typed is in the file too.
 void HexJournal::beginSave() {
+    m_view.finishNibble();
     m_isSaving = true;
     m_sinceSave.clear();
 }
@@ -226,23 +210,31 @@ void HexJournal::note(FilePosition at, std::string_view bytes, qint64 count) {
         m_sinceSave.push_back({at, QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())), count});
 }
 
-/// Nobody knows which of the bytes that were changed meanwhile are in the file: they are kept for it too. How they were
-/// typed is not.
+/// How the bytes were typed that were changed meanwhile is not kept. Those of before the save are removed from the disk
+/// once the others are there.
 void HexJournal::endSave(bool isSaved, const QString& path) {
     m_isSaving = false;
     const std::vector<Change> changes = std::exchange(m_sinceSave, {});
     if (!isSaved || !m_view.wasWritten() || m_journals == nullptr)
         return;
     const std::optional<Half> half = m_half;
+    const std::unique_ptr<Journal> before = std::move(m_journal);
     begin(path, FileState::of(path));
-    for (const Change& change : changes) {
-        if (change.count > 0)
-            journal().fill(Offset(change.at).number(), change.count, static_cast<quint8>(change.bytes.front()));
-        else
-            write(change.at, {change.bytes.constData(), static_cast<std::size_t>(change.bytes.size())});
-    }
+    for (const Change& change : changes)
+        repeat(change);
     if (half)
         halfTyped(half->page, half->cell, half->byte);
+    if (before && m_journal)
+        before->replaceBy(*m_journal);
+    else if (before)
+        before->discard();
+}
+
+void HexJournal::repeat(const Change& change) {
+    if (change.count > 0)
+        journal().fill(Offset(change.at).number(), change.count, static_cast<quint8>(change.bytes.front()));
+    else
+        write(change.at, {change.bytes.constData(), static_cast<std::size_t>(change.bytes.size())});
 }
 
 // Bringing back
@@ -252,7 +244,7 @@ RecoveryOutcome HexJournal::bringBack(FoundJournal& found) {
     leave();
     bool isSame = false;
     const bool isShown = m_view.bringBack(found.basePath(), [&found, &isSame](HexReplay& replay) {
-        Player player(replay);
+        HexPlayer player(replay);
         if (!found.visit(player) || !found.isBaseUnchanged())
             return false;
         isSame = replay.isSameAs(found.base().path);
@@ -262,6 +254,7 @@ RecoveryOutcome HexJournal::bringBack(FoundJournal& found) {
         return isSame ? RecoveryOutcome::SameAsFile : RecoveryOutcome::Failed;
     m_base = found.base();
     m_journal = found.continueAs();
+    followNeeds();
     m_undoable = static_cast<int>(m_view.edits().state().undo.size());
     m_isBegun = true;
     return RecoveryOutcome::Shown;

@@ -5,7 +5,7 @@
 #include "recovery/journals/JournalBase.h"
 
 #include <QByteArray>
-#include <QTimer>
+#include <QObject>
 
 #include <memory>
 #include <optional>
@@ -32,19 +32,23 @@ class HexJournal : public HexEditObserver {
     /// The view has loaded this file, whose state was that when it was opened; what was kept before is given up.
     void begin(const QString& path, const std::optional<FileState>& state);
     /// To be called around each save of the view. If it succeeded and had something to write, the file has the bytes
-    /// now, up to those that were changed meanwhile.
+    /// that the view had when the save began; those that were changed since stay in a journal.
     void beginSave();
     void endSave(bool isSaved, const QString& path);
     /// The changes are saved or given up: the journal is removed.
     void discard();
     /// The changes leave the view without having been saved or given up: the journal stays for the next start.
     void leave();
-    bool isKeeping() const { return m_journal != nullptr; }
+    /// The document's file may have been changed on the disk, or no further change follows: a journal whose edits are
+    /// of no use without the file gets all bytes.
+    void noteFileChange();
 
     /// Shows the bytes of a journal that was restored, and goes on with that journal. Otherwise the journal is left as
     /// it was, and the view is closed. Runs the event loop (yields); the view and this object may be destroyed
     /// meanwhile: Failed then.
     RecoveryOutcome bringBack(FoundJournal& found);
+    /// From now on the journal holds all bytes, and needs no file to start from. After bringBack().
+    void keepWhole();
 
     void unloaded() override;
     void halfTyped(FilePosition page, HexCell cell, quint8 byte) override;
@@ -68,18 +72,21 @@ class HexJournal : public HexEditObserver {
     };
 
     Journal& journal();
+    void followNeeds();
+    void drop();
     void reset();
     void type(FilePosition page, HexCell cell, quint8 byte);
     void write(FilePosition at, std::string_view bytes);
     void cancelHalf();
     bool wouldUnmark(const Half& half) const;
     void note(FilePosition at, std::string_view bytes, qint64 count);
-    void edited();
+    void repeat(const Change& change);
     void keepWholeIfNeeded();
 
     Journals* m_journals;
     ucHex& m_view;
     JournalBase m_base;
+    QObject m_looks;  ///< in whose thread a journal is looked at that needs the bytes; outlives the journals
     std::unique_ptr<Journal> m_journal;
     std::unique_ptr<Journal> m_unloaded;  ///< of bytes that the view does not hold any more
     std::optional<Half> m_half;
@@ -88,5 +95,4 @@ class HexJournal : public HexEditObserver {
     bool m_isUndoKept = true;  ///< false: the journal began with the bytes of the view, so that undo is kept as bytes
     bool m_isBegun = false;    ///< the view holds the bytes of m_base, but for what the journal has
     bool m_isSaving = false;
-    QTimer m_wholeCheck;  ///< once the edits have paused
 };

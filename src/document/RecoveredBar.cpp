@@ -7,12 +7,34 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int Margin = 3;
 constexpr int Gap = 6;
 /// The text has at least so much of the width of the buttons; in a narrower bar it is above them.
 constexpr double LeastTextShare = 0.6;
+
+struct FileRemark {
+    JournalFileNow file;
+    const char* text;
+};
+
+constexpr FileRemark FileRemarks[] = {{JournalFileNow::None, ""},
+                                      {JournalFileNow::AsItWas, ""},
+                                      {JournalFileNow::Changed, " The file has been changed since."},
+                                      {JournalFileNow::Missing, " The file is gone."},
+                                      {JournalFileNow::Unreachable, " The file can't be reached now."}};
+
+/// The day is said only if it is another one.
+QString recoveredSentence(const QDateTime& edited, const QDateTime& now) {
+    const QLocale locale;
+    const bool today = edited.date() == now.date();
+    const QString time =
+        today ? locale.toString(edited.time(), QLocale::ShortFormat) : locale.toString(edited, QLocale::ShortFormat);
+    return u"Unsaved changes of %1 were recovered."_qs.arg(time);
+}
 
 }  // namespace
 
@@ -51,22 +73,23 @@ QPushButton* RecoveredBar::addButton(const char* name, const QString& text, cons
     return button;
 }
 
-QString RecoveredBar::sentence(const QDateTime& edited, const QDateTime& now, FileNow file) {
-    const QLocale locale;
-    const bool today = edited.date() == now.date();
-    const QString time =
-        today ? locale.toString(edited.time(), QLocale::ShortFormat) : locale.toString(edited, QLocale::ShortFormat);
-    QString text = u"Unsaved changes of %1 were recovered."_qs.arg(time);
-    if (file == FileNow::Changed)
-        text += u" The file has been changed since."_qs;
-    if (file == FileNow::Gone)
-        text += u" The file is gone."_qs;
-    return text;
+QString RecoveredBar::sentence(const QDateTime& edited, const QDateTime& now, JournalFileNow file) {
+    const auto* remark = std::ranges::find(FileRemarks, file, &FileRemark::file);
+    return recoveredSentence(edited, now) + QLatin1String(remark->text);
+}
+
+QString RecoveredBar::versionSentence(const QDateTime& edited, const QDateTime& now, const QString& name) {
+    return recoveredSentence(edited, now) + u" They are another version of '%1'."_qs.arg(name);
 }
 
 void RecoveredBar::setSentence(const QString& text) {
     m_text->setText(text);
     setAccessibleName(text);
+}
+
+void RecoveredBar::setPath(const QString& path) {
+    m_text->setToolTip(path.isEmpty() ? QString() : u"<p>%1</p>"_qs.arg(path.toHtmlEscaped()));
+    setAccessibleDescription(path);
 }
 
 void RecoveredBar::resizeEvent(QResizeEvent* event) {

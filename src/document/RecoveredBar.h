@@ -1,5 +1,7 @@
 #pragma once
 
+#include "recovery/journals/JournalOutcome.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QWidget>
@@ -16,11 +18,13 @@ class RecoveredBar : public QWidget {
  public:
     explicit RecoveredBar(QWidget* parent = nullptr);
 
-    /// How the file is now, compared with the one that was changed.
-    enum class FileNow { AsItWas, Changed, Gone };
     /// What the bar says of changes that were last edited at this time.
-    static QString sentence(const QDateTime& edited, const QDateTime& now, FileNow file);
+    static QString sentence(const QDateTime& edited, const QDateTime& now, JournalFileNow file);
+    /// The same of changes that another document than that of their file shows.
+    static QString versionSentence(const QDateTime& edited, const QDateTime& now, const QString& name);
     void setSentence(const QString& text);
+    /// Of the file, for who points at the bar or has it read.
+    void setPath(const QString& path);
 
  Q_SIGNALS:
     void keepRequested();

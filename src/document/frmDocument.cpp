@@ -3,6 +3,7 @@
 #include "document/CloseStop.h"
 #include "document/DiskChange.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentIcon.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
 #include "document/HexJournal.h"
@@ -33,8 +34,6 @@ namespace {
 
 constexpr int MarginInTwips = 10;
 constexpr int Margin = (MarginInTwips + TwipsPerPixel - 1) / TwipsPerPixel;
-
-enum Icon { NormalIcon, ChangedIcon, ReadOnlyIcon };
 
 constexpr std::array IconNames{"doc-normal", "doc-changed", "doc-locked"};
 
@@ -172,8 +171,8 @@ void frmDocument::takeFile(const QString& path, bool readOnly) {
     isReadOnly = readOnly;
     SetDocIcon(readOnly ? ReadOnlyIcon : NormalIcon);
     hideRecoveredBar();
-    if (m_journal && m_holder != m_text)
-        m_journal->giveUp();  // of the text that the bytes replace
+    if (m_holder != m_text)
+        dropChanges(false);
 }
 
 bool frmDocument::SaveFile(const QString& pFilename, int pFormat, bool pFlag) {
@@ -209,7 +208,7 @@ void frmDocument::takeFileState(bool saved) {
         m_fileState = now;
 }
 
-/// What was typed while the view wrote its blocks may be missing in the file, and still counts as a change.
+/// What was typed while the view wrote its blocks is not in the file, and still counts as a change.
 void frmDocument::takeSaved(const QString& path, const DocumentView& view) {
     m_holder = &view;
     filename = path;
@@ -269,6 +268,8 @@ bool frmDocument::FileNeedToReload() {
     QString size;
     LastUpdateTime(now, size);
     const DiskChange change = checkDiskChange(now, LastUpdate, KnownUpdate, [this] { return fileExists(filename); });
+    if (change != DiskChange::None)
+        noteFileChange();
     if (change == DiskChange::Rewritten)
         return askToReload();
     if (change == DiskChange::Deleted)
@@ -296,7 +297,7 @@ bool frmDocument::IsChangedOnDisk() const {
 void frmDocument::ChangeToReadOnly() {
     isReadOnly = !isReadOnly;
     setLocked(isReadOnly);
-    const Icon byChange = isChange ? ChangedIcon : NormalIcon;
+    const DocumentIcon byChange = isChange ? ChangedIcon : NormalIcon;
     SetDocIcon(isReadOnly ? ReadOnlyIcon : byChange);
 }
 

@@ -113,13 +113,19 @@ class frmDocument : public QWidget {
     /// Shows the recovered changes of an earlier run, which must have been restored, as a changed document with a bar
     /// over its view, and goes on with their journal. If it cannot, the text is unchanged, and a document whose bytes
     /// were to be shown loads its file again. Yields for bytes.
-    RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found);
+    RecoveryOutcome bringBack(std::unique_ptr<FoundJournal> found, RecoveredAs as = RecoveredAs::Document);
     /// The user does not want the changes to be saved: the next start does not bring them back.
     void forgetChanges();
+    /// The process ends and leaves the document as it is: its journals get what they need to be of use by themselves.
+    void completeJournals();
+    /// The file on the disk is not the one that was loaded or saved, and the changes stay: the same, a little later.
+    void noteFileChange();
     /// Changes were brought back, and were neither kept nor edited yet.
     bool isUntouchedRecovery() const { return m_isUntouchedRecovery; }
     /// Null: none is shown.
     QWidget* recoveredBar() const;
+    /// Of the file whose unsaved changes were brought back; empty: there was none.
+    const QString& recoveredPath() const { return m_recoveredPath; }
     /// The open file with the present bytes of the hex view, for who reads it as a whole; -1: there is none. Stays the
     /// view's, which may close it at any time.
     int bytesHandle() const;
@@ -230,6 +236,8 @@ class frmDocument : public QWidget {
     void PositionChange(frmDocument* document);
     /// A text for the status bar; empty: there is none any more.
     void Notice(const QString& text);
+    /// The same for a text that disappears by itself.
+    void PassingNotice(const QString& text);
     /// What limitations() returns may be another text.
     void LimitationsChange(frmDocument* document);
     /// The next command of the text view will be carried out another number of times.
@@ -265,8 +273,9 @@ class frmDocument : public QWidget {
     void takeFile(const QString& path, bool readOnly);
     void takeSaved(const QString& path, const DocumentView& view);
     void takeFileState(bool saved);
-    RecoveryOutcome bringBackText(FoundJournal& found);
+    RecoveryOutcome bringBackText(FoundJournal& found, RecoveredAs as);
     RecoveryOutcome bringBackBytes(FoundJournal& found);
+    void dropChanges(bool ofBytes);
     void leaveChanges(bool ofBytes);
     void keepBytes(const DocumentView& loaded, const std::optional<FileState>& state);
     bool settleChanges(bool toText);
@@ -285,7 +294,8 @@ class frmDocument : public QWidget {
     static void answerSearch(bool found, const QPointer<frmDocument>& alive);
     void unload();
     void keepJournal();
-    void takeRecovered(const JournalBase& base);
+    void takeRecovered(const JournalBase& base, RecoveredAs as);
+    void keepApart(const FoundJournal& found);
     void showRecoveredBar(const QString& sentence);
     void hideRecoveredBar();
     void discardRecovered();
@@ -301,6 +311,8 @@ class frmDocument : public QWidget {
     std::unique_ptr<DocumentJournal> m_journal;  ///< of the text view; null: no journals are kept
     RecoveredBar* m_recoveredBar = nullptr;
     bool m_isUntouchedRecovery = false;
+    bool m_leavesChanges = false;  ///< a load that replaces the changes leaves their journal for the next start
+    QString m_recoveredPath;
     const DocumentView* m_holder = nullptr;  ///< the view that holds the file
     std::optional<FileState> m_fileState;    ///< that the user knows of
     PositionReport m_positionReport;

@@ -63,6 +63,8 @@ void frmDocument::SwitchMode(bool New_Mode) {
         yieldOnce();
     if (alive && !filename.isEmpty())
         OpenFile(filename, isReadOnly, false, New_Mode);
+    if (alive)
+        m_leavesChanges = false;
 }
 
 /// False: the switch is cancelled. The result of a save that was chosen is ignored.
@@ -75,8 +77,8 @@ bool frmDocument::settleChanges(bool toText) {
     delete form;
     if (saves && alive)
         gParent->SaveDocument(this, true, SaveFormats::AsLoaded);
-    if (saves && alive && viewFor(!toText).isModified())
-        leaveChanges(toText);
+    if (alive)
+        m_leavesChanges = saves && viewFor(!toText).isModified();
     return goesOn;
 }
 
@@ -87,7 +89,7 @@ void frmDocument::keepBytes(const DocumentView& loaded, const std::optional<File
     if (&loaded == m_hex.get())
         m_hexJournal->begin(filename, state);
     else
-        m_hexJournal->discard();
+        dropChanges(true);
 }
 
 // The hex view's, in hex mode alone

@@ -2,10 +2,12 @@
 
 #include "document/CloseStop.h"
 #include "document/DocumentHost.h"
+#include "document/DocumentIcon.h"
 #include "document/DocumentJournal.h"
 #include "document/DocumentServices.h"
 #include "document/HexJournal.h"
 #include "document/HexView.h"
+#include "document/KeptChanges.h"
 #include "document/RecoveredBar.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
@@ -22,10 +24,11 @@
 
 namespace {
 
-RecoveredBar::FileNow fileNow(FoundJournal::File file) {
-    if (file == FoundJournal::File::Changed)
-        return RecoveredBar::FileNow::Changed;
-    return file == FoundJournal::File::Missing ? RecoveredBar::FileNow::Gone : RecoveredBar::FileNow::AsItWas;
+/// What the bar says of recovered changes.
+QString sentenceOf(const FoundJournal& found, RecoveredAs as) {
+    const QDateTime now = QDateTime::currentDateTime();
+    return as == RecoveredAs::Version ? RecoveredBar::versionSentence(found.time(), now, FileNameOf(found.base().path))
+                                      : RecoveredBar::sentence(found.time(), now, found.file());
 }
 
 }  // namespace
@@ -48,32 +51,65 @@ void frmDocument::forgetChanges() {
     m_isUntouchedRecovery = false;
 }
 
-/// They were to be saved before the switch and are not, so that they come back at the next start.
-void frmDocument::leaveChanges(bool ofBytes) {
-    if (ofBytes)
-        m_hexJournal->leave();
+/// The other view has loaded the file, so that this one shows its changes no more.
+void frmDocument::dropChanges(bool ofBytes) {
+    if (m_leavesChanges)
+        leaveChanges(ofBytes);
+    else if (ofBytes)
+        m_hexJournal->discard();
     else if (m_journal)
-        m_journal->leave();
+        m_journal->giveUp();
 }
 
-RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found) {
+void frmDocument::completeJournals() {
+    if (m_journal)
+        m_journal->complete();
+    m_hexJournal->noteFileChange();
+}
+
+void frmDocument::noteFileChange() {
+    if (m_journal)
+        m_journal->noteFileChange();
+    m_hexJournal->noteFileChange();
+}
+
+/// They were to be saved before the switch and are not, so that they come back at the next start.
+void frmDocument::leaveChanges(bool ofBytes) {
+    m_leavesChanges = false;
+    if (!m_journal)
+        return;
+    if (ofBytes)
+        m_hexJournal->leave();
+    else
+        m_journal->leave();
+    Q_EMIT PassingNotice(keptChangesSentence(Caption()));
+}
+
+RecoveryOutcome frmDocument::bringBack(std::unique_ptr<FoundJournal> found, RecoveredAs as) {
     if (!m_journal || m_loads > 0)
         return RecoveryOutcome::Failed;
     const QPointer<frmDocument> alive(this);
     const bool isText = found->base().view == JournalBase::View::Text;
-    const RecoveryOutcome outcome = isText ? bringBackText(*found) : bringBackBytes(*found);
+    const RecoveryOutcome outcome = isText ? bringBackText(*found, as) : bringBackBytes(*found);
     if (outcome == RecoveryOutcome::SameAsFile)
         found->discard();
     if (outcome != RecoveryOutcome::Shown || !alive)
         return outcome;
-    takeRecovered(found->base());
-    showRecoveredBar(RecoveredBar::sentence(found->time(), QDateTime::currentDateTime(), fileNow(found->file())));
+    takeRecovered(found->base(), as);
+    // A file that is as it was may have another number on its disk by now, and is not to be asked about.
+    if (as == RecoveredAs::Document && found->file() == FoundJournal::File::AsItWas)
+        m_fileState = FileState::of(filename);
+    if (as == RecoveredAs::Version)
+        keepApart(*found);
+    showRecoveredBar(sentenceOf(*found, as));
     return outcome;
 }
 
-RecoveryOutcome frmDocument::bringBackText(FoundJournal& found) {
+RecoveryOutcome frmDocument::bringBackText(FoundJournal& found, RecoveredAs as) {
     const JournalBase& base = found.base();
-    const TextOrigin origin{base.path, base.state, base.format};
+    const bool isVersion = as == RecoveredAs::Version;
+    const TextOrigin origin =
+        isVersion ? TextOrigin{{}, {}, base.format} : TextOrigin{base.path, base.state, base.format};
     if (m_text->control().file().openRecovered(found.textPath(), origin, base.lineEndMode))
         return RecoveryOutcome::Failed;
     m_journal->goOn(found);
@@ -105,16 +141,19 @@ RecoveryOutcome frmDocument::bringBackBytes(FoundJournal& found) {
 }
 
 /// The document is the changed one that it was. A file that was changed since is not asked about before somebody saves
-/// over it: the bar says so.
-void frmDocument::takeRecovered(const JournalBase& base) {
-    m_holder = base.path.isEmpty() ? nullptr : &visibleView();
-    m_fileState = base.state;
-    filename = base.path;
+/// over it: the bar says so. An untitled document keeps its own name, because the one of the earlier run may by now be
+/// that of another document.
+void frmDocument::takeRecovered(const JournalBase& base, RecoveredAs as) {
+    const bool isVersion = as == RecoveredAs::Version;
+    m_recoveredPath = base.path;
+    filename = isVersion ? QString() : base.path;
+    m_holder = filename.isEmpty() ? nullptr : &visibleView();
+    m_fileState = isVersion ? std::nullopt : base.state;
     isNew = false;
     isChange = true;
-    isReadOnly = false;
-    SetDocIcon(1);
-    setCaption(base.caption);
+    SetDocIcon(isReadOnly ? ReadOnlyIcon : ChangedIcon);
+    if (!filename.isEmpty())
+        setCaption(base.caption);
     refreshUpdateTimes();
     gParent->SetTabCaption(this, true);
     gParent->SetEditModeIcon(this);
@@ -123,10 +162,21 @@ void frmDocument::takeRecovered(const JournalBase& base) {
     Q_EMIT PositionChange(this);
 }
 
+/// The other document of the file may be saved to it: from then on the journal could not start from its bytes.
+void frmDocument::keepApart(const FoundJournal& found) {
+    if (found.basePath() != found.base().path)
+        return;
+    if (found.base().view == JournalBase::View::Text)
+        m_journal->keepWhole();
+    else
+        m_hexJournal->keepWhole();
+}
+
 void frmDocument::showRecoveredBar(const QString& sentence) {
     delete m_recoveredBar;
     m_recoveredBar = new RecoveredBar(this);
     m_recoveredBar->setSentence(sentence);
+    m_recoveredBar->setPath(m_recoveredPath);
     static_cast<QBoxLayout*>(layout())->insertWidget(0, m_recoveredBar);
     m_recoveredBar->show();
     connect(m_recoveredBar, &RecoveredBar::keepRequested, this, &frmDocument::hideRecoveredBar);

@@ -171,8 +171,10 @@ void ucHex::cmdSaveAs() {
     writeOver(target);
 }
 
+/// What is typed, replaced or filled while it yields is not in the file.
 bool ucHex::writeOver(const QString& target) {
     const QPointer<ucHex> guard(this);
+    const bool hadUnmarked = std::exchange(m_hasUnmarked, false);
     BusyPointer::show();
     m_isBusy = true;
     m_edits.beginSave();
@@ -183,12 +185,14 @@ bool ucHex::writeOver(const QString& target) {
     setFree();
     PacedProgress(m_panes.parts().ProgressBar1).finish();
     m_edits.endSave(!error);
+    const bool hasUnmarked = m_hasUnmarked || (error && hadUnmarked);
+    m_hasUnmarked = hadUnmarked;
+    setHasUnmarked(hasUnmarked);
     if (error) {
         m_prompts.message(this, QString::number(error.number) + u'\n' + error.description);
         return false;
     }
     m_wasWritten = true;
-    setHasUnmarked(false);
     m_panes.paintMarks();
     m_panes.parts().ProgressBar1->hide();
     return true;

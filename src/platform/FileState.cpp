@@ -17,6 +17,11 @@ FileState stateFrom(const struct stat& status) {
 
 }  // namespace
 
+bool FileState::isStillAt(const QString& path) const {
+    const std::optional<FileState> now = of(path);
+    return now && now->hasSameBytesAs(*this);
+}
+
 std::optional<FileState> FileState::of(const QString& path) {
     const auto name = localName(path);
     struct stat status {};

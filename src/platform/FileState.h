@@ -14,10 +14,14 @@ struct FileState {
     qint64 changed = 0;
 
     bool operator==(const FileState&) const = default;
-    /// Whether it is the same file, not written to since; its mode, owner or links may be others.
+    /// Whether it is the same file, not written to since; its mode, owner or links may be others. The number of the
+    /// device is not compared: the same disk may have another one after a restart or when it is mounted again.
     bool hasSameBytesAs(const FileState& other) const {
-        return device == other.device && inode == other.inode && size == other.size && modified == other.modified;
+        return inode == other.inode && size == other.size && modified == other.modified;
     }
+
+    /// Whether the path still leads to this file, and nobody has written to it since.
+    bool isStillAt(const QString& path) const;
 
     /// Nothing when the file cannot be examined. Links are followed.
     static std::optional<FileState> of(const QString& path);

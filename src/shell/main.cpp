@@ -33,8 +33,9 @@ namespace {
 /// behind.
 constexpr std::chrono::seconds SweepDelay(2);
 
-/// So long an end from outside waits for the disk: in the thread of the window, and when that is busy.
-constexpr std::chrono::milliseconds FlushTime(500);
+/// So long an end from outside waits for the disk: in the thread of the window, in which a whole text of some hundred
+/// megabytes may have to be written, and when that is busy.
+constexpr std::chrono::milliseconds FlushTime(1'000);
 constexpr std::chrono::milliseconds LastFlushTime(300);
 
 PanelLink& makeExplorer(const WorkspaceServices& services) {

@@ -2,6 +2,7 @@
 #include "document/RecoveryFixture.h"
 #include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlFile.h"
+#include "support/FailingFileSystem.h"
 
 #include <QLabel>
 #include <QMdiArea>
@@ -86,7 +87,7 @@ TEST_F(BroughtBack, WithoutAFileIsStillWithoutOne) {
     type(u"never saved"_qs);
     comeBack();
     EXPECT_EQ(view().Text(), u"never saved"_qs);
-    EXPECT_EQ(document->Caption(), u"Document7"_qs);
+    EXPECT_EQ(document->Caption(), u"Document1"_qs);
     EXPECT_TRUE(document->filename.isEmpty());
     EXPECT_FALSE(document->holdsFile());
     EXPECT_TRUE(document->isChange);
@@ -102,8 +103,7 @@ TEST_F(BroughtBack, TypesTheLineEndThatWasChosen) {
 }
 
 TEST_F(BroughtBack, GoesOnInItsJournal) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     control().setSelection(4, 4);
     type(u"y"_qs);
@@ -125,8 +125,7 @@ TEST_F(BroughtBack, GoesOnInItsJournalWithLongLines) {
 }
 
 TEST_F(BroughtBack, ComesBackAgainUntouched) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     comeBack();
     EXPECT_EQ(view().Text(), u"xone"_qs);
@@ -139,11 +138,51 @@ TEST_F(BroughtBack, ReplacesAnUnchangedDocumentOfTheSameFile) {
     type(u"x"_qs);
     endProcess();
     ASSERT_TRUE(open(file));
+    bringBackOne();
+    EXPECT_EQ(view().Text(), u"xone"_qs);
+    EXPECT_EQ(recoveredText(), QByteArray("xone"));
+}
+
+TEST_F(BroughtBack, StaysReadOnlyWhereItsDocumentIs) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    endProcess();
+    document->setLocked(true);
+    ASSERT_TRUE(document->OpenFile(file, true, false, true));
     auto all = found();
     ASSERT_EQ(all.size(), 1U);
     ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
-    EXPECT_EQ(view().Text(), u"xone"_qs);
-    EXPECT_EQ(recoveredText(), QByteArray("xone"));
+    EXPECT_TRUE(document->Locked());
+    EXPECT_TRUE(document->isReadOnly);
+    document->ChangeToReadOnly();
+    EXPECT_FALSE(document->Locked());
+    EXPECT_FALSE(document->isReadOnly);
+    EXPECT_TRUE(document->isChange);
+}
+
+/// As after a restart of the machine, when the disk may have got another number.
+TEST_F(BroughtBack, IsNotAskedAboutWhenItsFileIsOnADiskWithAnotherNumber) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    comeBack();
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    FileState state = *FileState::of(file);
+    ++state.device;
+    EXPECT_TRUE(state.hasSameBytesAs(*FileState::of(file)));
+}
+
+/// As after a remount of a file system that numbers its files anew.
+TEST_F(BroughtBack, IsNotAskedAboutWhenItsFileHasTheSameBytesUnderAnotherNumber) {
+    const QString file = fileOf("one\n");
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    EXPECT_TRUE(flush());
+    ASSERT_TRUE(QFile::rename(file, path(u"before.txt"_qs)));
+    fileOf("one\n");
+    comeBack();
+    EXPECT_FALSE(document->IsChangedOnDisk());
 }
 
 TEST_F(BroughtBack, IsShownAsTextWhereBytesWereShown) {
@@ -152,22 +191,19 @@ TEST_F(BroughtBack, IsShownAsTextWhereBytesWereShown) {
     type(u"x"_qs);
     endProcess();
     ASSERT_TRUE(document->OpenFile(file, false, false, false));
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    bringBackOne();
     EXPECT_TRUE(document->TextEdit());
     EXPECT_EQ(view().Text(), u"xone"_qs);
 }
 
 TEST_F(BroughtBack, LeavesADocumentAsItIsWhenItCannotBeLoaded) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     endProcess();
     ASSERT_TRUE(open(fileOf("two", u"b.txt"_qs)));
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    documenttest::writeFile(all.front()->textPath(), "not \xff UTF-8");
-    EXPECT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Failed);
+    auto journal = foundOne();
+    ASSERT_NE(journal, nullptr);
+    documenttest::writeFile(journal->textPath(), "not \xff UTF-8");
+    EXPECT_EQ(document->bringBack(std::move(journal)), RecoveryOutcome::Failed);
     EXPECT_EQ(view().Text(), u"two"_qs);
     EXPECT_FALSE(document->isChange);
     EXPECT_EQ(document->recoveredBar(), nullptr);
@@ -181,9 +217,7 @@ TEST_F(BroughtBack, AsksBeforeItOverwritesAFileThatWasChangedSince) {
     EXPECT_TRUE(flush());
     endProcess();
     documenttest::writeFile(file, "somebody else's");
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    bringBackOne();
     EXPECT_EQ(view().Text(), u"xone"_qs);
     EXPECT_TRUE(document->IsChangedOnDisk());
     EXPECT_FALSE(document->FileNeedToReload());
@@ -197,9 +231,7 @@ TEST_F(BroughtBack, SaysThatItsFileIsGone) {
     EXPECT_TRUE(flush());
     endProcess();
     ASSERT_TRUE(QFile::remove(file));
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    bringBackOne();
     EXPECT_TRUE(said().endsWith(u" The file is gone."_qs)) << said().toStdString();
     ASSERT_TRUE(document->SaveFile(file));
     EXPECT_EQ(documenttest::readFile(file), QByteArray("xone"));
@@ -221,19 +253,78 @@ TEST_F(BroughtBack, LeavesTheFocusWhereItIs) {
     old.reset();
     EXPECT_TRUE(flush());
     m_journals = std::make_unique<Journals>(folder(), FileSystemCalls::system(), patient());
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
-    ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    bringBackOne();
     EXPECT_TRUE(isBarShown());
     EXPECT_EQ(QApplication::focusWidget(), other);
     document.reset();
 }
 
+// Another version of a file
+
+TEST_F(BroughtBack, AsAVersionIsUntitled) {
+    const QString file = fileOf("caf\xe9", u"a.cpp"_qs);
+    ASSERT_TRUE(open(file));
+    type(u"x"_qs);
+    endProcess();
+    bringBackOne(RecoveredAs::Version);
+    EXPECT_EQ(view().Text(), u"xcafé"_qs);
+    EXPECT_EQ(document->Caption(), u"Document1"_qs);
+    EXPECT_EQ(document->filename, QString());
+    EXPECT_EQ(document->recoveredPath(), file);
+    EXPECT_FALSE(document->holdsFile());
+    EXPECT_FALSE(document->isNew);
+    EXPECT_TRUE(document->isChange);
+    EXPECT_TRUE(document->isUntouchedRecovery());
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    EXPECT_TRUE(said().endsWith(u" They are another version of 'a.cpp'."_qs)) << said().toStdString();
+    EXPECT_EQ(document->recoveredBar()->accessibleDescription(), file);
+    EXPECT_EQ(document->recoveredBar()->findChild<QLabel*>()->toolTip(), u"<p>%1</p>"_qs.arg(file));
+    documenttest::writeFile(file, "by now another");
+    EXPECT_FALSE(document->IsChangedOnDisk());
+    EXPECT_FALSE(document->FileNeedToReload());
+    ASSERT_TRUE(document->SaveFile(path(u"b.cpp"_qs)));
+    EXPECT_EQ(documenttest::readFile(path(u"b.cpp"_qs)), QByteArray("xcaf\xe9"));
+    EXPECT_EQ(documenttest::readFile(file), QByteArray("by now another"));
+    EXPECT_FALSE(isAnyLeft());
+}
+
+TEST_F(BroughtBack, AsAVersionGoesOnInItsJournal) {
+    openAndType();
+    endProcess();
+    bringBackOne(RecoveredAs::Version);
+    control().setSelection(4, 4);
+    type(u"y"_qs);
+    EXPECT_EQ(recoveredText(), QByteArray("xoney"));
+}
+
+TEST_F(BroughtBack, AsAVersionIsAsOldAsItsLastEdit) {
+    Journals::Limits limits = patient();
+    limits.copied = 1;
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
+    document.reset();
+    m_journals = std::make_unique<Journals>(folder(), calls, limits);
+    m_given.all.journals = m_journals.get();
+    newDocument();
+    openAndType();
+    endProcess();
+    auto journal = foundOne();
+    ASSERT_NE(journal, nullptr);
+    const QDateTime edited = journal->time();
+    QTest::qWait(20);
+    ASSERT_EQ(document->bringBack(std::move(journal), RecoveredAs::Version), RecoveryOutcome::Shown);
+    documenttest::writeFile(path(u"a.txt"_qs), "somebody else's");
+    endProcess();
+    journal = foundOne();
+    ASSERT_NE(journal, nullptr);
+    EXPECT_EQ(journal->time(), edited);
+    EXPECT_EQ(documenttest::readFile(journal->textPath()), QByteArray("xone"));
+}
+
 // The bar
 
 TEST_F(BroughtBack, StaysChangedWhenItIsKept) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     ASSERT_TRUE(isBarShown());
     press("cmdKeep");
@@ -263,15 +354,15 @@ TEST_F(BroughtBack, BecomesAsItsFileIsWhenItIsDiscarded) {
 TEST_F(BroughtBack, ClosesWithoutAQuestionWhenItHasNoFileAndIsDiscarded) {
     type(u"never saved"_qs);
     endProcess();
-    auto all = found();
-    ASSERT_EQ(all.size(), 1U);
+    auto journal = foundOne();
+    ASSERT_NE(journal, nullptr);
     QMdiArea area;
     auto* owned = document.release();
     QMdiSubWindow* child = area.addSubWindow(owned);
     child->setAttribute(Qt::WA_DeleteOnClose);
     area.show();
     const QPointer<frmDocument> alive(owned);
-    ASSERT_EQ(owned->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+    ASSERT_EQ(owned->bringBack(std::move(journal)), RecoveryOutcome::Shown);
     bool wasChanged = true;
     m_host.during[u"DocClose"_qs] = [&] { wasChanged = owned->isChange; };
     owned->findChild<QAbstractButton*>(u"cmdDiscard"_qs)->click();
@@ -284,8 +375,7 @@ TEST_F(BroughtBack, ClosesWithoutAQuestionWhenItHasNoFileAndIsDiscarded) {
 }
 
 TEST_F(BroughtBack, RequestsItsDifferences) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     const QSignalSpy requests(document.get(), &frmDocument::DifferencesRequest);
     press("cmdDifferences");
@@ -295,8 +385,7 @@ TEST_F(BroughtBack, RequestsItsDifferences) {
 }
 
 TEST_F(BroughtBack, IsTouchedByAnEdit) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     type(u"y"_qs);
     EXPECT_FALSE(document->isUntouchedRecovery());
@@ -304,8 +393,7 @@ TEST_F(BroughtBack, IsTouchedByAnEdit) {
 }
 
 TEST_F(BroughtBack, BarIsUsedByTheKeyboardAlone) {
-    ASSERT_TRUE(open(fileOf("one")));
-    type(u"x"_qs);
+    openAndType();
     comeBack();
     QApplication::setActiveWindow(document.get());
     QWidget* bar = document->recoveredBar();
@@ -372,12 +460,25 @@ TEST_F(BroughtBack, BarShowsItsWholeSentenceInLessWidth) {
 TEST(RecoveredBarSentence, SaysTheTimeAndTheDayOnlyWhenItIsAnother) {
     const QDateTime edited(QDate(2024, 5, 6), QTime(14, 30));
     const QLocale locale;
-    using FileNow = RecoveredBar::FileNow;
+    using FileNow = JournalFileNow;
     EXPECT_EQ(RecoveredBar::sentence(edited, edited.addSecs(60), FileNow::AsItWas),
               u"Unsaved changes of %1 were recovered."_qs.arg(locale.toString(edited.time(), QLocale::ShortFormat)));
     EXPECT_EQ(RecoveredBar::sentence(edited, edited.addDays(1), FileNow::Changed),
               u"Unsaved changes of %1 were recovered. The file has been changed since."_qs.arg(
                   locale.toString(edited, QLocale::ShortFormat)));
     EXPECT_TRUE(
-        RecoveredBar::sentence(edited, edited, FileNow::Gone).endsWith(u" were recovered. The file is gone."_qs));
+        RecoveredBar::sentence(edited, edited, FileNow::Missing).endsWith(u" were recovered. The file is gone."_qs));
+}
+
+TEST(RecoveredBarSentence, SaysThatTheFileIsNotReached) {
+    const QDateTime edited(QDate(2024, 5, 6), QTime(14, 30));
+    EXPECT_TRUE(RecoveredBar::sentence(edited, edited, JournalFileNow::Unreachable)
+                    .endsWith(u" were recovered. The file can't be reached now."_qs));
+    EXPECT_TRUE(RecoveredBar::sentence(edited, edited, JournalFileNow::None).endsWith(u" were recovered."_qs));
+}
+
+TEST(RecoveredBarSentence, NamesTheFileOfAnotherVersion) {
+    const QDateTime edited(QDate(2024, 5, 6), QTime(14, 30));
+    EXPECT_TRUE(RecoveredBar::versionSentence(edited, edited, u"100%1.txt"_qs)
+                    .endsWith(u" were recovered. They are another version of '100%1.txt'."_qs));
 }

@@ -3,11 +3,15 @@
 #include "document/frmDocument.h"
 #include "document/frmSwitch.h"
 #include "document/rtCM.h"
+#include "hex/SomeBytes.h"
 #include "hex/grid/Grid.h"
 #include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journals.h"
+#include "recovery/saves/SaveRecords.h"
+#include "recovery/saves/SaveRecovery.h"
+#include "support/FailingFileSystem.h"
 #include "support/RecordingHost.h"
 #include "support/ScriptedServices.h"
 
@@ -17,6 +21,7 @@
 #include <QFile>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -34,6 +39,7 @@ namespace {
 using Outcome = RecoveryOutcome;
 
 constexpr std::chrono::seconds Long{60};
+const QString KeptNotice = u"The unsaved changes of '%1' come back at the next start."_qs;
 
 QByteArray readFile(const QString& path) {
     QFile file(path);
@@ -61,12 +67,6 @@ class HexJournals : public testing::Test {
         EXPECT_TRUE(out.open(QFile::WriteOnly) && out.write(bytes) == bytes.size());
         return out.fileName();
     }
-    static QByteArray someBytes(qsizetype length) {
-        QByteArray bytes;
-        for (qsizetype i = 0; i < length; ++i)
-            bytes += static_cast<char>(i % 251);
-        return bytes;
-    }
     bool open(const QByteArray& bytes) {
         m_document = std::make_unique<frmDocument>(&m_host, m_given.all);
         m_document->show();
@@ -87,6 +87,10 @@ class HexJournals : public testing::Test {
     /// What a start would find if the process were killed once everything is on the disk.
     std::vector<std::unique_ptr<FoundJournal>> foundAfterKill() {
         EXPECT_TRUE(m_journals->flush(Long));
+        return foundNow();
+    }
+    /// The same if it were killed at this moment.
+    std::vector<std::unique_ptr<FoundJournal>> foundNow() {
         const QString copy = at(u"copy%1"_qs.arg(++m_copies));
         QDir().mkpath(copy);
         QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
@@ -99,9 +103,9 @@ class HexJournals : public testing::Test {
     }
     std::size_t countAfterKill() { return foundAfterKill().size(); }
     /// A second document with what was found.
-    Outcome bringBack() {
+    Outcome bringBack() { return bringBack(foundAfterKill()); }
+    Outcome bringBack(std::vector<std::unique_ptr<FoundJournal>> found) {
         m_again.reset();
-        auto found = foundAfterKill();
         EXPECT_EQ(found.size(), 1U);
         if (found.size() != 1)
             return Outcome::Failed;
@@ -284,6 +288,9 @@ TEST_F(HexJournals, EndWithASave) {
     EXPECT_EQ(countAfterKill(), 1U);
     EXPECT_TRUE(m_document->SaveFile(m_document->filename));
     EXPECT_EQ(countAfterKill(), 0U);
+    press(u"2"_qs);  // a byte of one digit
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    EXPECT_EQ(countAfterKill(), 0U);
 }
 
 TEST_F(HexJournals, BeginAgainBehindASave) {
@@ -364,20 +371,61 @@ TEST_F(HexJournals, StayWhenTheSaveBeforeASwitchFails) {
     ASSERT_TRUE(open("some text"));
     typeByte(u"41"_qs);
     const QByteArray bytes = workingBytes(*m_document);
+    const QSignalSpy notices(m_document.get(), &frmDocument::PassingNotice);
     answerSwitch(0);
     m_document->SwitchMode(true);
     EXPECT_TRUE(m_document->TextEdit());
+    ASSERT_EQ(notices.count(), 1);
+    EXPECT_EQ(notices.first().first().toString(), KeptNotice.arg(m_document->Caption()));
     ASSERT_EQ(bringBack(), Outcome::Shown);
     EXPECT_EQ(workingBytes(*m_again), bytes);
+}
+
+TEST_F(HexJournals, AreNotSpokenOfWhenASwitchKeepsOrGivesUpTheChanges) {
+    ASSERT_TRUE(open("some text"));
+    typeByte(u"41"_qs);
+    const QSignalSpy notices(m_document.get(), &frmDocument::PassingNotice);
+    QTimer::singleShot(0, m_document.get(), [] { QApplication::activeModalWidget()->close(); });
+    m_document->SwitchMode(true);
+    EXPECT_FALSE(m_document->TextEdit());
+    EXPECT_EQ(countAfterKill(), 1U);
+    answerSwitch(1);
+    m_document->SwitchMode(true);
+    EXPECT_TRUE(m_document->TextEdit());
+    EXPECT_EQ(notices.count(), 0);
+}
+
+/// A text without a file waits in its view, and is still there on the way back.
+TEST_F(HexJournals, OfATextWithoutAFileGoesOnAfterASwitch) {
+    m_document = std::make_unique<frmDocument>(&m_host, m_given.all);
+    m_document->show();
+    const QSignalSpy notices(m_document.get(), &frmDocument::PassingNotice);
+    QTest::keyClicks(m_document->GetEditor()->focusProxy(), u"one"_qs);
+    for (const bool toText : {false, true}) {
+        if (!toText)
+            answerSwitch(0);
+        m_document->SwitchMode(toText);
+        EXPECT_EQ(m_document->TextEdit(), toText);
+        EXPECT_EQ(countAfterKill(), 1U);
+    }
+    QTest::keyClicks(m_document->GetEditor()->focusProxy(), u" two"_qs);
+    EXPECT_EQ(notices.count(), 0);
+    const auto found = foundAfterKill();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
+    EXPECT_EQ(readFile(found.front()->textPath()), QByteArray("one two"));
 }
 
 TEST_F(HexJournals, OfATextStayToo) {
     ASSERT_TRUE(open("some text"));
     ASSERT_TRUE(m_document->OpenFile(at(u"a.bin"_qs), false, false, true));
     QTest::keyClicks(m_document->GetEditor()->focusProxy(), u"more of "_qs);
+    const QSignalSpy notices(m_document.get(), &frmDocument::PassingNotice);
     answerSwitch(0);
     m_document->SwitchMode(false);
     EXPECT_FALSE(m_document->TextEdit());
+    ASSERT_EQ(notices.count(), 1);
+    EXPECT_EQ(notices.first().first().toString(), KeptNotice.arg(m_document->Caption()));
     const auto found = foundAfterKill();
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
@@ -474,6 +522,60 @@ TEST_F(HexJournals, AreWholeWhenTheDocumentGoesAtOnce) {
     EXPECT_EQ(workingBytes(*m_again), bytes);
 }
 
+/// As of a file which is too large to be copied where it cannot be cloned.
+class HexJournalsWithoutCopy : public HexJournals {
+ protected:
+    HexJournalsWithoutCopy() {
+        m_calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
+        Journals::Limits limits = patient();
+        limits.copied = 1;
+        m_journals = std::make_unique<Journals>(m_recovery, m_calls, limits);
+        m_given.all.journals = m_journals.get();
+    }
+    ~HexJournalsWithoutCopy() override {
+        m_document.reset();
+        m_journals.reset();
+    }
+    void changeFileAfterTheLastEdit() {
+        ASSERT_TRUE(open(someBytes(1000)));
+        typeByte(u"11"_qs);
+        ASSERT_TRUE(m_journals->flush(Long));
+        file(someBytes(500));
+        m_bytes = workingBytes(*m_document);
+    }
+    void expectBytes() {
+        ASSERT_EQ(bringBack(), Outcome::Shown);
+        EXPECT_EQ(workingBytes(*m_again), m_bytes);
+    }
+
+    FailingFileSystem m_calls;
+    QByteArray m_bytes;
+};
+
+TEST_F(HexJournalsWithoutCopy, AreOfNoUseWhenTheFileIsChangedAndNobodyNotices) {
+    changeFileAfterTheLastEdit();
+    EXPECT_NE(bringBack(), Outcome::Shown);
+    EXPECT_EQ(m_restored, FoundJournal::Outcome::Lost);
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheChangeIsNoticed) {
+    changeFileAfterTheLastEdit();
+    m_document->noteFileChange();
+    expectBytes();
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheProcessEnds) {
+    changeFileAfterTheLastEdit();
+    m_document->completeJournals();
+    expectBytes();
+}
+
+TEST_F(HexJournalsWithoutCopy, AreWholeWhenTheDocumentIsDestroyed) {
+    changeFileAfterTheLastEdit();
+    m_document.reset();
+    expectBytes();
+}
+
 TEST_F(HexJournals, LeaveADocumentAsItWasWhenTheyCannotBeBroughtBack) {
     ASSERT_TRUE(open(someBytes(1000)));
     typeByte(u"11"_qs);
@@ -550,4 +652,98 @@ TEST_F(HexJournalsInBlocks, HaveWhatWasChangedDuringASave) {
     hex().finishNibble();
     EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
     EXPECT_EQ(workingBytes(*m_again).first(4), QByteArray("\x11\x33\x04\x03", 4));
+}
+
+TEST_F(HexJournalsInBlocks, OfChangesDuringASaveAreNeverGoneBeforeTheNextOneIsThere) {
+    const auto names = [this] { return QDir(m_recovery).entryList({u"*.journal"_qs}, QDir::Files); };
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    const QStringList before = names();
+    whileSaving([this] {
+        typeByte(u"22"_qs);
+        // Killed now, and
+        const auto found = foundAfterKill();
+        ASSERT_EQ(found.size(), 1U);
+        EXPECT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
+    });
+    EXPECT_TRUE(m_document->SaveFile(m_document->filename));
+    EXPECT_EQ(readFile(m_document->filename), '\x11' + someBytes(1000).mid(1));
+    // when the save is over: without a flush.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return names().size() == 1 && names() != before; }, 60'000));
+    ASSERT_EQ(bringBack(foundNow()), Outcome::Shown);
+    EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+    EXPECT_EQ(workingBytes(*m_again).first(3), QByteArray("\x11\x22\x02", 3));
+}
+
+TEST_F(HexJournalsInBlocks, OfAFailedSaveHaveWhatWasChangedMeanwhile) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    m_given.hexCalls.fail(SystemCall::Flush, 0, EIO);
+    whileSaving([this] { typeByte(u"22"_qs); });
+    EXPECT_FALSE(m_document->SaveFile(m_document->filename));
+    expectSame();
+    EXPECT_EQ(workingBytes(*m_again).first(3), QByteArray("\x11\x22\x02", 3));
+}
+
+/// The first edit is on its way to the disk when the save changes the file that it starts from.
+TEST_F(HexJournalsInBlocks, ThatLoseTheirBaseToAFailedSaveAreWhole) {
+    ASSERT_TRUE(open(someBytes(1000)));
+    typeByte(u"11"_qs);
+    m_given.hexCalls.fail(SystemCall::Flush, 0, EIO);
+    EXPECT_FALSE(m_document->SaveFile(m_document->filename));
+    typeByte(u"22"_qs);
+    ASSERT_TRUE(m_journals->flush(Long));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bringBack() == Outcome::Shown; }, 60'000));
+    EXPECT_EQ(workingBytes(*m_again), workingBytes(*m_document));
+}
+
+namespace {
+
+/// With records of the saves, and what a start would find of them.
+class HexJournalsAndRecords : public HexJournalsInBlocks {
+ protected:
+    void SetUp() override { WriteWitness::setOfProcess(&m_records); }
+    void TearDown() override { WriteWitness::setOfProcess(nullptr); }
+
+    SaveRecords m_records{m_folder.filePath(u"saves"_qs)};
+};
+
+}  // namespace
+
+/// The record is made of the bytes before they are written.
+TEST_F(HexJournalsAndRecords, ASaveThatIsKilledWhileSomebodyTypesIsCompleted) {
+    const QByteArray first = someBytes(200'000);
+    ASSERT_TRUE(open(first));
+    hex().fillBlock(Offset(0), Offset(199'999), 0xAA);
+    QTemporaryDir atTheKill;
+    const QString copy = atTheKill.filePath(u"a.bin"_qs);
+    int turns = 0;
+    QTimer typing;
+    typing.callOnTimeout([&] {
+        hex().fillBlock(Offset(turns * 600), Offset(turns * 600 + 9), static_cast<quint8>(turns));
+        ++turns;
+        const QByteArray now = QFile::exists(copy) ? first : readFile(m_document->filename);
+        if (now == first || now == QByteArray(200'000, '\xAA'))
+            return;
+        // The kill: the file is half-written.
+        EXPECT_TRUE(QFile::copy(m_document->filename, copy));
+        QDir(atTheKill.path()).mkdir(u"saves"_qs);
+        const QDir records(m_folder.filePath(u"saves"_qs));
+        for (const QString& name : records.entryList(QDir::Files | QDir::Hidden)) {
+            EXPECT_TRUE(QFile::copy(records.filePath(name), atTheKill.filePath(u"saves/"_qs + name)));
+        }
+    });
+    typing.start(0);
+    ASSERT_TRUE(m_document->SaveFile(m_document->filename, -1, true));
+    typing.stop();
+    ASSERT_TRUE(QFile::exists(copy)) << turns;
+    // The same inode gets the bytes that it had at the kill.
+    QFile file(m_document->filename);
+    ASSERT_TRUE(file.open(QFile::ReadWrite) && file.write(readFile(copy)) == 200'000);
+    file.close();
+    QFile::setPermissions(atTheKill.filePath(u"saves"_qs), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    SaveRecovery(atTheKill.filePath(u"saves"_qs)).run();
+    EXPECT_EQ(readFile(m_document->filename), QByteArray(200'000, '\xAA'));
 }

@@ -351,11 +351,44 @@ TEST_F(HexLoadingInBlocks, WhileItSavesItStaysAndAByteTypedThenStaysAChange) {
     EXPECT_EQ(m_asked, 0);
     EXPECT_TRUE(m_document.isChange);
     EXPECT_EQ(m_document.DocIcon(), 1);
-    EXPECT_EQ(readFile(file).size(), bytes.size());
+    bytes[0] = 'A';
+    EXPECT_EQ(readFile(file), bytes);
     EXPECT_TRUE(m_document.SaveFile(file));
     bytes[0] = 'B';
     EXPECT_EQ(readFile(file), bytes);
     EXPECT_FALSE(m_document.isChange);
+}
+
+/// In front of the bytes that are written at that moment, and behind them.
+TEST_F(HexLoadingInBlocks, TheFileGetsTheBytesOfTheBeginningOfItsSave) {
+    QByteArray bytes = bytesOfSize(SeveralBlocks);
+    ASSERT_TRUE(openHexOf(bytes));
+    const QString file = m_document.filename;
+    press(u"41"_qs);
+    bytes[0] = 'A';
+    int turns = 0;
+    whileYielding([&] {
+        const Offset at(turns * BlockSize);
+        hex().fillBlock(at, Offset(at.number() + 1), static_cast<quint8>(turns));
+        hex().ReplaceBytes(u"EE "_qs, SeveralBlocks - turns);
+        return ++turns == 7;
+    });
+    EXPECT_TRUE(m_document.SaveFile(file));
+    ASSERT_GE(turns, 3);
+    EXPECT_EQ(readFile(file), bytes);
+    EXPECT_NE(readFile(hex().TempFileName()), bytes);
+    EXPECT_EQ(m_document.limitations(), u"Save As writes what was replaced or filled."_qs);
+    EXPECT_TRUE(m_document.SaveFile(file, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(readFile(file), readFile(hex().TempFileName()));
+    EXPECT_EQ(m_document.limitations(), QString());
+}
+
+TEST_F(HexLoadingInBlocks, WhatWasReplacedBeforeASaveThatFailsIsStillSaidToNeedSaveAs) {
+    ASSERT_TRUE(openHexOf(bytesOfSize(SeveralBlocks)));
+    hex().ReplaceBytes(u"EE "_qs, 1);
+    failAt(SystemCall::ReadAt, 3, EIO);
+    EXPECT_FALSE(m_document.SaveFile(m_document.filename, SaveFormats::AsLoaded, true));
+    EXPECT_EQ(m_document.limitations(), u"Save As writes what was replaced or filled."_qs);
 }
 
 TEST_F(HexLoadingInBlocks, ADocumentThatGoesWhileItSavesHasSavedAllOfIt) {

@@ -48,6 +48,11 @@ class RecoveryFixture : public testing::Test {
     rtCM& view() { return *document->GetEditor(); }
     TextControl& control() { return view().control(); }
     bool open(const QString& file) { return document->OpenFile(file, false, false, true); }
+    /// The file "one" is open, with an "x" typed before it.
+    void openAndType() {
+        ASSERT_TRUE(open(fileOf("one")));
+        type(u"x"_qs);
+    }
     void type(const QString& text) { control().typing().type(text); }
     bool flush() { return m_journals->flush(std::chrono::minutes(1)); }
     QStringList journalNames() {
@@ -71,19 +76,28 @@ class RecoveryFixture : public testing::Test {
         }
         return restored;
     }
+    /// The only one of them; null: there is another number.
+    std::unique_ptr<FoundJournal> foundOne() {
+        auto all = found();
+        EXPECT_EQ(all.size(), 1U);
+        return all.size() == 1 ? std::move(all.front()) : nullptr;
+    }
+    /// The document takes over the only journal that the next start finds.
+    void bringBackOne(RecoveredAs as = RecoveredAs::Document) {
+        auto journal = foundOne();
+        ASSERT_NE(journal, nullptr);
+        ASSERT_EQ(document->bringBack(std::move(journal), as), RecoveryOutcome::Shown);
+    }
     /// The recovered text of the only journal that the next start finds.
     QByteArray recoveredText() {
         endProcess();
-        const auto all = found();
-        EXPECT_EQ(all.size(), 1U);
-        return all.size() == 1 ? documenttest::readFile(all.front()->textPath()) : QByteArray();
+        const auto journal = foundOne();
+        return journal == nullptr ? QByteArray() : documenttest::readFile(journal->textPath());
     }
     /// The only document that the next start brings back.
     void comeBack() {
         endProcess();
-        auto all = found();
-        ASSERT_EQ(all.size(), 1U);
-        ASSERT_EQ(document->bringBack(std::move(all.front())), RecoveryOutcome::Shown);
+        bringBackOne();
     }
     bool isAnyLeft() {
         endProcess();
@@ -95,11 +109,14 @@ class RecoveryFixture : public testing::Test {
         found->click();
     }
     /// Discards the changes when the switch to the other mode asks about them.
-    static void discardAtSwitch() {
-        QTimer::singleShot(0, [] {
+    static void discardAtSwitch() { answerSwitch(u"Option1(1)"_qs); }
+    /// Asks for a save first, which the window of these tests does not carry out.
+    static void saveAtSwitch() { answerSwitch(u"Option1(0)"_qs); }
+    static void answerSwitch(const QString& option) {
+        QTimer::singleShot(0, [option] {
             auto* form = qobject_cast<frmSwitch*>(QApplication::activeModalWidget());
             ASSERT_NE(form, nullptr);
-            form->findChild<QRadioButton*>(u"Option1(1)"_qs)->setChecked(true);
+            form->findChild<QRadioButton*>(option)->setChecked(true);
             form->findChild<QAbstractButton*>(u"cmdSwitch"_qs)->click();
         });
     }

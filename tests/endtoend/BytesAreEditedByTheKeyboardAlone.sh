@@ -27,16 +27,7 @@ expectFile() {
 toText() { press alt+w Left Up Up Up Up Up Return; }
 toHex() { press alt+w Left Left Up Up Up Up Up Return; }
 
-printf '\001one two\377\000end' >"$file"
-startProgram "$file"
-waitFor 60 windowOf 'bytes\.bin' || fail "no window showed the file"
-focusWindow
-
-xdotool type --delay 30 '41'
-press Right
-xdotool type --delay 30 'fE'
-press Right
-xdotool type --delay 30 '7a'
+typeThreeBytes "$file"
 press alt+e Return
 press Tab Right
 xdotool type --delay 30 'Z'

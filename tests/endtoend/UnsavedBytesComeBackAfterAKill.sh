@@ -18,15 +18,7 @@ isSaved() {
 }
 isGone() { [[ -z $(ls -A "$journals") ]]; }
 
-printf '\001one two\377\000end' >"$file"
-startProgram "$file"
-waitFor 60 windowOf 'bytes\.bin' || fail "no window showed the file"
-focusWindow
-xdotool type --delay 30 '41'
-press Right
-xdotool type --delay 30 'fE'
-press Right
-xdotool type --delay 30 '7a'
+typeThreeBytes "$file"
 press ctrl+z Right
 xdotool type --delay 30 '7'
 waitFor 60 isKept || fail "no journal was kept"

@@ -61,6 +61,19 @@ settle() {
 }
 press() { xdotool key --delay 30 "$@"; }
 
+# typeThreeBytes FILE: made with "\001one two\377\000end", named bytes.bin, shown, and begun with the bytes 41, FE and 7A.
+typeThreeBytes() {
+    printf '\001one two\377\000end' >"$1"
+    startProgram "$1"
+    waitFor 60 windowOf 'bytes\.bin' || fail "no window showed the file"
+    focusWindow
+    xdotool type --delay 30 '41'
+    press Right
+    xdotool type --delay 30 'fE'
+    press Right
+    xdotool type --delay 30 '7a'
+}
+
 # The program ends within half a minute, and without a fault.
 expectEnd() {
     local tries=300

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hex/SomeBytes.h"
 #include "hex/bytes/HexFindState.h"
 #include "hex/bytes/HexText.h"
 #include "hex/grid/Grid.h"
@@ -43,14 +44,6 @@ class HexFixture : public testing::Test {
     static QByteArray bytesOf(const QString& path) {
         QFile in(path);
         return in.open(QFile::ReadOnly) ? in.readAll() : QByteArray("(no such file)");
-    }
-
-    /// Bytes that differ from their neighbours of any page.
-    static QByteArray someBytes(qsizetype length) {
-        QByteArray bytes;
-        for (qsizetype i = 0; i < length; ++i)
-            bytes += static_cast<char>(i % 251);
-        return bytes;
     }
 
     void open(const QByteArray& bytes) {

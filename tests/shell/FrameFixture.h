@@ -89,9 +89,17 @@ class FrameFixture : public testing::Test {
  protected:
     /// Brings the frame up without showing it.
     void load(const QString& tail = {}) {
-        m_frame = std::make_unique<frmMain>(FrameServices{
-            m_prompts, m_registry, m_makePanel, tail, [this](const char* step) { m_steps << QLatin1String(step); },
-            m_programFolder.path(), m_shareFolder, m_fileExists, m_printDialogs});
+        FrameServices services{m_prompts,
+                               m_registry,
+                               m_makePanel,
+                               tail,
+                               [this](const char* step) { m_steps << QLatin1String(step); },
+                               m_programFolder.path(),
+                               m_shareFolder,
+                               m_fileExists,
+                               m_printDialogs};
+        services.journals = m_journals;
+        m_frame = std::make_unique<frmMain>(services);
         m_frame->resize(900, 600);
         m_frame->Load();
     }
@@ -187,6 +195,7 @@ class FrameFixture : public testing::Test {
     ScriptedPrompts m_prompts;
     ScriptedPrintDialogs m_printDialogs;
     MemoryRegistry m_registry;
+    Journals* m_journals = nullptr;  ///< outlives the frame; null: unsaved changes are not kept
     NotedExplorer m_explorer;
     FrameServices::PanelMaker m_makePanel = [this](const WorkspaceServices&) -> PanelLink& { return m_explorer; };
     QStringList m_steps;

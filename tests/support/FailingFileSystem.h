@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <set>
 #include <utility>
 #include <vector>
@@ -37,16 +38,22 @@ enum class SystemCall {
     NameFile
 };
 
-/// The real file system, in which a test can make single calls fail.
+/// The real file system, in which a test can make single calls fail. Its calls may come from several threads at once.
 class FailingFileSystem : public FileSystemCalls {
  public:
     FailingFileSystem() = default;
 
     /// The call of this kind with this number (from 1) fails with `error` and has no effect; number 0 means all calls.
-    void fail(SystemCall call, int number, int error) { m_failures[{call, number}] = error; }
+    void fail(SystemCall call, int number, int error) {
+        const std::scoped_lock lock(m_mutex);
+        m_failures[{call, number}] = error;
+    }
 
     /// Undoes fail().
-    void recover(SystemCall call, int number) { m_failures.erase({call, number}); }
+    void recover(SystemCall call, int number) {
+        const std::scoped_lock lock(m_mutex);
+        m_failures.erase({call, number});
+    }
 
     /// The call of this kind with this number transfers at most this many bytes.
     void shorten(SystemCall call, int number, std::size_t bytes) { m_short[{call, number}] = bytes; }
@@ -63,6 +70,7 @@ class FailingFileSystem : public FileSystemCalls {
     void setSizeLimit(quint64 bytes) { m_sizeLimit = bytes; }
 
     int count(SystemCall call) const {
+        const std::scoped_lock lock(m_mutex);
         const auto found = m_counts.find(call);
         return found == m_counts.end() ? 0 : found->second;
     }
@@ -74,6 +82,7 @@ class FailingFileSystem : public FileSystemCalls {
         if (fails(SystemCall::Open))
             return -1;
         const int handle = FileSystemCalls::open(path, flags, mode);
+        const std::scoped_lock lock(m_mutex);
         if (handle >= 0)
             m_open.insert(handle);
         return handle;
@@ -152,7 +161,10 @@ class FailingFileSystem : public FileSystemCalls {
     int close(int handle) override {
         const bool failing = fails(SystemCall::Close);
         const int error = errno;
-        m_open.erase(handle);
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_open.erase(handle);
+        }
         const int result = FileSystemCalls::close(handle);
         if (failing)
             errno = error;
@@ -171,9 +183,10 @@ class FailingFileSystem : public FileSystemCalls {
     using Occasion = std::pair<SystemCall, int>;
 
     bool fails(SystemCall call) {
-        m_calls.push_back(call);
         if (const auto delay = m_delays.find(call); delay != m_delays.end())
             QThread::msleep(delay->second);
+        const std::scoped_lock lock(m_mutex);
+        m_calls.push_back(call);
         const int number = ++m_counts[call];
         auto found = m_failures.find({call, number});
         if (found == m_failures.end())
@@ -186,10 +199,13 @@ class FailingFileSystem : public FileSystemCalls {
 
     /// The limit for the current call.
     std::size_t mostBytes(SystemCall call) const {
-        const auto found = m_short.find({call, count(call)});
+        const int number = count(call);
+        const std::scoped_lock lock(m_mutex);
+        const auto found = m_short.find({call, number});
         return found == m_short.end() ? m_mostBytes : found->second;
     }
 
+    mutable std::mutex m_mutex;  ///< of what changes while calls are made
     std::map<Occasion, int> m_failures;
     std::map<Occasion, std::size_t> m_short;
     std::map<SystemCall, unsigned long> m_delays;

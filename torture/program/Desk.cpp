@@ -1,6 +1,8 @@
 #include "program/Desk.h"
 
 #include "Contents.h"
+#include "settings/registry/RegistryData.h"
+#include "settings/registry/SqliteRegistry.h"
 
 #include <sys/stat.h>
 
@@ -14,6 +16,8 @@ namespace {
 
 /// A short run plays each act so often.
 constexpr int QuickTurns = 2;
+/// In a short run each desk begins so many acts behind the one before.
+constexpr int DistanceOfDesks = 5;
 /// Rounds of what no kill has hit yet when the run should end: not so many that they would hide that it cannot be hit.
 constexpr int MostExtraRounds = 40;
 /// Every so many rounds the program is ended as it should be, and nothing may be left.
@@ -31,7 +35,20 @@ constexpr Manuscript::Shape Shapes[] = {
     {"few.bin", 500, Manuscript::Kind::Bytes, false, true},
     {"some.bin", 300'000, Manuscript::Kind::Bytes, false, false},
     {"many.bin", 8'000'000, Manuscript::Kind::Bytes, false, false},
+    {"returns.txt", 20'000, Manuscript::Kind::Text, false, false, true},
+    {"western.txt", 50'000, Manuscript::Kind::Western, true, false},
+    {"western-returns.txt", 1'500'000, Manuscript::Kind::Western, false, true, true},
+    {"mark-alone.txt", 0, Manuscript::Kind::Utf16, false, false},
+    {"utf16.txt", 1'000, Manuscript::Kind::Utf16, true, false},
+    {"utf16-returns.txt", 600'000, Manuscript::Kind::Utf16, false, true, true},
+    {"swapped.txt", 2'000'000, Manuscript::Kind::Utf16Swapped, true, false},
+    {"swapped-returns.txt", 30'000, Manuscript::Kind::Utf16Swapped, false, false, true},
 };
+
+/// The program shows these as bytes, or only when it does not look at what they begin with.
+bool isUtf16(Manuscript::Kind kind) {
+    return kind == Manuscript::Kind::Utf16 || kind == Manuscript::Kind::Utf16Swapped;
+}
 
 void makePrivate(const QByteArray& folder) {
     std::filesystem::create_directories(folder.toStdString());
@@ -50,6 +67,10 @@ const Desk::Act Desk::Acts[] = {
     {"Save As", 2, Opens::Large, &Desk::saveAs},
     {"typing without a file", 1, Opens::Any, &Desk::typeUntitled},
     {"closing with No", 1, Opens::Any, &Desk::closeWithNo},
+    {"undoing bytes", 1, Opens::Bytes, &Desk::undoBytes},
+    {"filling bytes", 1, Opens::Bytes, &Desk::fillBytes},
+    {"switching to text", 1, Opens::Bytes, &Desk::switchToText},
+    {"starting again", 3, Opens::Any, &Desk::startAgain},
     {"an end in order", 0, Opens::Bytes, &Desk::endInOrder},
 };
 
@@ -100,11 +121,22 @@ void Desk::layOut() {
     m_copied = nullptr;
     m_wasReplacing = false;
     m_hadJournals = false;
+    if (showsTextsOnly())
+        writeSettings();
     for (const Manuscript::Shape& shape : Shapes) {
-        if (m_effort.isLong() || shape.length < QuickLength)
+        const bool isRight = showsTextsOnly() ? shape.kind != Manuscript::Kind::Bytes : !isUtf16(shape.kind);
+        if (isRight && (m_effort.isLong() || shape.length < QuickLength))
             m_manuscripts.push_back(std::make_unique<Manuscript>(files() + "/" + shape.name, shape, m_random()));
     }
     m_replaced = std::make_unique<ReplacedFiles>(m_folder + "/many");
+}
+
+void Desk::writeSettings() const {
+    makePrivate(m_folder + "/home/config/quillmark");
+    SqliteRegistry store(QString::fromLocal8Bit(m_folder) + u"/home/config/quillmark/registry.db"_qs);
+    const int code = store.writeValue(HKEY_CURRENT_USER, u"Software/Quillmark/general"_qs, u"CheckHexModeWhenOpen"_qs,
+                                      RegistryData::fromText(u"0"_qs));
+    mustWork(code == RegistryCode::Ok, "cannot write the settings");
 }
 
 /// An act is played after the judgement of what the one before has left.
@@ -124,6 +156,8 @@ void Desk::playRound(bool isLast) {
             each->forget();
         note(act.name);
         m_act = act.name;
+        m_late = {};
+        m_isClosing = false;
         (this->*act.play)();
     } catch (const Broken& broken) {
         breakOff(broken.what);
@@ -136,7 +170,7 @@ const Desk::Act& Desk::choose() {
     if (!isDue() && missing != nullptr)
         return *std::ranges::find(Acts, std::string_view(missing->act), &Act::name);
     if (!m_effort.isLong())
-        return Acts[static_cast<std::size_t>(m_round * m_options.desks + m_number) % last];
+        return Acts[static_cast<std::size_t>(m_round + m_number * DistanceOfDesks) % last];
     if (m_round % RoundsToOrder == RoundsToOrder - 1)
         return Acts[last];
     unsigned at = random(std::accumulate(std::begin(Acts), std::end(Acts), 0U,

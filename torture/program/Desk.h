@@ -9,10 +9,15 @@
 
 #include <QByteArray>
 
+#include <unistd.h>
+
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <random>
 #include <vector>
+
+class FolderWatch;
 
 /// Somebody at a desk of their own who works with the program until it is killed, again and again: each round starts
 /// it, judges what the kill before has left, does one thing, and kills it at a random moment. Used by one thread.
@@ -28,13 +33,13 @@ class Desk {
         const char* name;
         const char* act;
     };
-    static constexpr Hit Hits[] = {{"kills that hit a save", "saving"},
-                                   {"kills that hit a replacement", "replacing in files"},
-                                   {"kills that hit typing", "typing"},
-                                   {"kills while closing", "closing with Yes"}};
+    static constexpr Hit Hits[] = {
+        {"kills that hit a save", "saving"},        {"kills that hit a replacement", "replacing in files"},
+        {"kills that hit typing", "typing"},        {"kills while closing", "closing with Yes"},
+        {"kills while starting", "starting again"}, {"kills that hit a recovery", "starting again"}};
 
  private:
-    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes.
+    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes, where there is any.
     enum class Opens { Any, Large, Bytes };
     /// One thing that is done in a round.
     struct Act {
@@ -81,6 +86,18 @@ class Desk {
     void closeWithNo();
     void typeUntitled();
     void endInOrder();
+    void startAgain();
+    void killStarting();
+    // Acts with bytes (HexActs.cpp)
+    void undoBytes();
+    void fillBytes();
+    void switchToText();
+    Manuscript* showBytes();
+    void typeBytes(Manuscript& bytes);
+    void undo(Manuscript& bytes, int steps);
+    void saveAndSwitch(Manuscript& bytes);
+    void judgeUndo(Manuscript& bytes);
+    // What acts have in common
     Manuscript& show(std::size_t opened);
     void type(Manuscript& text, int keys, unsigned mostGapMs);
     void finishByte(Manuscript& text);
@@ -89,14 +106,23 @@ class Desk {
     void killClosing();
     void endClosing();
     Moment chooseMoment();
+    bool awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs);
     void pause(unsigned mostUs);
-    void pauseInSave(const Manuscript& text);
+    void sleep(std::chrono::microseconds time);
+    Manuscript::Kill lastKill() const;
+    void pauseForJournal();
     void kill(const char* what);
+    void countHits();
+    bool isTyping() const;
 
     unsigned random(unsigned below) { return static_cast<unsigned>(m_random() % below); }
+    /// All others look at the first bytes of a file, and show UTF-16 and much else as bytes. Here no file is.
+    bool showsTextsOnly() const { return m_number % 2 == 1; }
+    void writeSettings() const;
     static QByteArray copyName(unsigned number) { return "copy" + QByteArray::number(number); }
     QByteArray saves() const { return m_folder + "/home/state/quillmark/saves"; }
     QByteArray journals() const { return m_folder + "/home/state/quillmark/recovery"; }
+    QByteArray workingCopies() const { return m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid()); }
     QByteArray files() const { return m_folder + "/files"; }
 
     /// Null: none of this kind is needed.
@@ -133,5 +159,8 @@ class Desk {
     Manuscript* m_copied = nullptr;
     bool m_wasCopyDone = false;
     Manuscript::Clock::time_point m_killed;
+    Manuscript::Clock::duration m_late{};  ///< what the sleeps before the last kill took too long
     bool m_hadJournals = false;
+    bool m_isClosing = false;             ///< the program may end by itself
+    std::vector<QByteArray> m_abandoned;  ///< working copies that killed programs have left
 };

@@ -7,7 +7,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <optional>
 
 namespace {
 
@@ -21,10 +23,23 @@ constexpr unsigned LongestHitUs = 300;
 constexpr unsigned HitUsPerKilobyte = 2;
 constexpr unsigned LongestReplaceUs = 40 * MillisecondUs;
 constexpr unsigned MostGapsMs[] = {6, 30, 90};
+/// A sleep that is so much too long is late.
+constexpr auto Late = 200ms;
 /// A key that is so young is typing.
 constexpr auto Young = 60ms;
 constexpr int ManyKeys = 150;
 constexpr int ReplaceEntry = 7;
+/// How long after its beginning a start is hit at the latest, and how long after its first work on journals or records.
+constexpr unsigned LongestStartUs = 600 * MillisecondUs;
+constexpr unsigned LongestRecoveryUs = 40 * MillisecondUs;
+constexpr unsigned MostStarts = 3;
+/// Working copies of killed programs are gone so soon after a start.
+constexpr int SweepMs = 10'000;
+
+/// How long after a save of the text has begun it is hit at the latest.
+unsigned hitUs(const Manuscript& text) {
+    return LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte;
+}
 
 }  // namespace
 
@@ -59,12 +74,42 @@ void Desk::finishByte(Manuscript& text) {
 }
 
 void Desk::pause(unsigned mostUs) {
-    ::usleep(random(mostUs + 1));
+    sleep(std::chrono::microseconds(random(mostUs + 1)));
 }
 
-/// Short pauses are more frequent than long ones, since nobody knows how fast the disk is.
-void Desk::pauseInSave(const Manuscript& text) {
-    pause(random(1 + LongestHitUs + unsigned(text.length() / 1'000) * HitUsPerKilobyte));
+/// A machine that stands still, or is asked for far too much, keeps the program from its work as it does us.
+void Desk::sleep(std::chrono::microseconds time) {
+    const Manuscript::Clock::time_point begin = Manuscript::Clock::now();
+    ::usleep(useconds_t(time.count()));
+    const auto late = Manuscript::Clock::now() - begin - time;
+    if (late < Late)
+        return;
+    m_late += late;
+    note("late");
+    m_report.count("times when the machine was late");
+}
+
+/// What may be lost of the text after the last kill.
+Manuscript::Kill Desk::lastKill() const {
+    return {m_killed, m_options.whileTyping + m_late, m_options.afterPause + m_late};
+}
+
+/// Long enough that what was typed is in the journal.
+void Desk::pauseForJournal() {
+    sleep(m_options.afterPause + 100ms);
+}
+
+/// Until the moment of the kill; false: that is when all is done, for which the caller waits. `mostUs`: how long after
+/// the first change in the folder at most. Short pauses are more frequent than long ones, since nobody knows how fast
+/// the disk is.
+bool Desk::awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs) {
+    if (moment == Moment::AtRandom) {
+        pause(LongestSaveUs);
+    } else if (moment == Moment::InTheMiddle) {
+        watch.wait(m_options.patience);
+        pause(random(1 + mostUs));
+    }
+    return moment != Moment::WhenDone;
 }
 
 Desk::Moment Desk::chooseMoment() {
@@ -78,17 +123,34 @@ Desk::Moment Desk::chooseMoment() {
 void Desk::kill(const char* what) {
     m_killed = Manuscript::Clock::now();
     note("kill");
-    if (!m_operator.kill())
-        throw Broken{"the program ended by itself"};
+    if (!m_operator.kill()) {
+        if (!m_isClosing)
+            throw Broken{"the program ended by itself"};
+        return endClosing();
+    }
     m_report.count("kills of the program");
     m_report.count(what);
-    m_hasHitReplacement = m_wasReplacing && isSaveUnderWay();
-    if (!m_wasReplacing && isSaveUnderWay())
+    countHits();
+}
+
+/// Whether a kill has hit a replacement is known for certain after the next start.
+void Desk::countHits() {
+    const bool isSaving = isSaveUnderWay();
+    m_hasHitReplacement = m_wasReplacing && isSaving;
+    if (!m_wasReplacing && isSaving)
         m_report.count("kills that hit a save");
-    for (const Manuscript* each : m_opened) {
-        if (each->wasTyped() && m_killed - each->lastKey() < Young)
-            m_report.count("kills that hit typing");
-    }
+    if (isTyping())
+        m_report.count("kills that hit typing");
+    else if (!isSaving && !m_wasReplacing)
+        m_report.count("kills that hit neither typing nor a save");
+}
+
+bool Desk::isTyping() const {
+    const auto isYoung = [this](const Manuscript& text) {
+        return text.wasTyped() && m_killed - text.lastKey() < Young;
+    };
+    return std::ranges::any_of(m_opened, [&](const Manuscript* each) { return isYoung(*each); }) ||
+           (m_untitled != nullptr && isYoung(*m_untitled));
 }
 
 // Typing
@@ -98,7 +160,7 @@ void Desk::typeAndStop() {
     const unsigned gap = MostGapsMs[random(unsigned(std::size(MostGapsMs)))];
     type(text, 1 + int(random(ManyKeys)), gap);
     if (random(4) == 0) {
-        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause).count()));
+        sleep(m_options.afterPause);
         type(text, 1 + int(random(ManyKeys)), gap);
     }
     kill("kills after typing");
@@ -107,7 +169,7 @@ void Desk::typeAndStop() {
 void Desk::typeAndPause() {
     Manuscript& text = show(0);
     type(text, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
-    ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+    pauseForJournal();
     pause(1'000 * MillisecondUs);
     kill("kills after a pause");
 }
@@ -120,7 +182,7 @@ void Desk::typeUntitled() {
     m_untitled = std::make_unique<Manuscript>();
     type(*m_untitled, 1 + int(random(ManyKeys / 4)), MostGapsMs[1]);
     if (random(2) == 0)
-        ::usleep(useconds_t(std::chrono::microseconds(m_options.afterPause + 100ms).count()));
+        pauseForJournal();
     kill("kills with a text without a file");
 }
 
@@ -149,18 +211,13 @@ void Desk::saveText(Manuscript& text) {
     const FolderWatch watch(saves());
     m_operator.press("ctrl+s");
     text.saveBegan();
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
-        if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
-            throw Broken{"the save does not come to an end"};
-        text.saveEnded();
-        if (random(2) == 0)
-            type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
-    }
+    if (awaitMoment(moment, watch, hitUs(text)))
+        return;
+    if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
+        throw Broken{"the save does not come to an end"};
+    text.saveEnded();
+    if (random(2) == 0)
+        type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
 }
 
 void Desk::saveAs() {
@@ -185,15 +242,9 @@ void Desk::saveAs() {
         m_operator.waitForWindow(Operator::boxTitle());
         m_operator.press("alt+y");
     }
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
+    m_wasCopyDone = !awaitMoment(moment, watch, hitUs(text));
+    if (m_wasCopyDone)
         m_operator.waitForWindow(Operator::frameTitle(m_copy));
-        m_wasCopyDone = true;
-    }
     kill("kills after Save As");
 }
 
@@ -224,18 +275,55 @@ void Desk::replaceInFiles() {
     const FolderWatch watch(saves());
     const Moment moment = chooseMoment();
     m_wasReplacing = true;
-    m_wasReplaceDone = moment == Moment::WhenDone;
     m_operator.press("Return");
-    if (moment == Moment::AtRandom) {
-        pause(LongestSaveUs);
-    } else {
+    m_wasReplaceDone = !awaitMoment(moment, watch, LongestReplaceUs);
+    if (m_wasReplaceDone) {
         watch.wait(m_options.patience);
-        if (moment == Moment::InTheMiddle)
-            pause(random(1 + LongestReplaceUs));
-        else
-            m_operator.settle();
+        m_operator.settleWell();
+        m_operator.waitUntil([this] { return !isSaveUnderWay(); });
+        m_operator.settleWell();
     }
     kill("kills after a demand to replace");
+}
+
+// Starting
+
+/// A text that is not saved, or a save that is not complete, must outlive several starts that do not come to an end.
+void Desk::startAgain() {
+    Manuscript& text = show(random(unsigned(m_opened.size())));
+    if (random(3) == 0) {
+        saveText(text);
+    } else {
+        type(text, 1 + int(random(ManyKeys / 4)), MostGapsMs[0]);
+        if (random(4) != 0)
+            pauseForJournal();
+    }
+    kill("kills before a start");
+    for (unsigned starts = 1 + random(MostStarts); starts > 0; --starts)
+        killStarting();
+}
+
+void Desk::killStarting() {
+    const FolderWatch records(saves());
+    std::optional<FolderWatch> texts;
+    if (::access(journals().constData(), F_OK) == 0)
+        texts.emplace(journals());
+    const auto isAtWork = [&] { return records.wait(0) || (texts && texts->wait(0)); };
+    m_operator.beginStart(m_folder + "/home", m_named);
+    note("start");
+    if (random(2) == 0) {
+        pause(LongestStartUs);
+    } else {
+        m_operator.waitUntil(isAtWork, int(LongestStartUs / MillisecondUs));
+        pause(random(1 + LongestRecoveryUs));
+    }
+    note("kill");
+    if (!m_operator.kill())
+        throw Broken{"the program ended by itself"};
+    m_report.count("kills of the program");
+    m_report.count("kills while starting");
+    if (isAtWork())
+        m_report.count("kills that hit a recovery");
 }
 
 // Closing
@@ -256,18 +344,10 @@ void Desk::closeWithYes() {
     const Moment moment = chooseMoment();
     m_operator.press("alt+y");
     text.saveBegan();
-    if (moment == Moment::WhenDone) {
-        endClosing();
-        text.saveEnded();
-        return;
-    }
-    if (moment == Moment::InTheMiddle) {
-        watch.wait(m_options.patience);
-        pauseInSave(text);
-    } else {
-        pause(LongestSaveUs);
-    }
-    killClosing();
+    if (awaitMoment(moment, watch, hitUs(text)))
+        return killClosing();
+    endClosing();
+    text.saveEnded();
 }
 
 void Desk::closeWithNo() {
@@ -283,12 +363,11 @@ void Desk::closeWithNo() {
         killClosing();
 }
 
-/// The program may have ended already.
+/// The program may have ended already, or end at this moment.
 void Desk::killClosing() {
-    if (m_operator.isRunning())
-        kill("kills while closing");
-    else
-        endClosing();
+    m_isClosing = true;
+    kill("kills while closing");
+    m_isClosing = false;
 }
 
 void Desk::endClosing() {
@@ -297,8 +376,14 @@ void Desk::endClosing() {
     m_report.count("ends by a question");
 }
 
-/// A byte view clears away the working copies of killed programs.
+/// Some time after its start the program clears away the working copies of killed ones.
 void Desk::endInOrder() {
+    const auto isCleared = [this] {
+        const std::vector<QByteArray> names = namesIn(workingCopies());
+        return std::ranges::none_of(
+            m_abandoned, [&](const QByteArray& name) { return std::ranges::find(names, name) != names.end(); });
+    };
+    m_operator.waitUntil(isCleared, SweepMs);
     m_operator.press("alt+F4");
     m_operator.waitForEnd();
     m_killed = Manuscript::Clock::now();

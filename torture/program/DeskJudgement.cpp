@@ -41,6 +41,7 @@ bool isUsed(const QByteArray& path) {
 /// not saved of them comes back by itself.
 void Desk::open(const Act& act) {
     m_hadJournals = !namesIn(journals()).empty();
+    m_abandoned = namesIn(workingCopies());
     ::unlink((files() + "/untitled.txt").constData());
     std::vector<Manuscript*> opened;
     std::vector<QByteArray> named;
@@ -80,6 +81,8 @@ Manuscript* Desk::chooseOf(Opens opens) {
             fitting.push_back(each.get());
     }
     // The longest takes long to load.
+    if (fitting.empty())
+        return nullptr;
     const bool isNeeded = opens == Opens::Bytes || (opens == Opens::Large && (!m_effort.isLong() || random(2) == 0));
     return isNeeded ? fitting[random(unsigned(fitting.size()))] : nullptr;
 }
@@ -166,7 +169,7 @@ bool Desk::judgeText(Manuscript& text) {
         saveAndWait(text.path());
     note("judged " + name);
     const QByteArray bytes = bytesOf(text.path()).value_or(QByteArray());
-    const Manuscript::Match match = text.match(bytes, {m_killed, m_options.whileTyping, m_options.afterPause});
+    const Manuscript::Match match = text.match(bytes, lastKill());
     if (match == Manuscript::Match::None)
         throw Broken{name + " comes back as it never was"};
     if (match == Manuscript::Match::Early)
@@ -174,6 +177,8 @@ bool Desk::judgeText(Manuscript& text) {
     if (wasTyped)
         m_report.count("texts judged");
     m_report.count("keys lost of texts judged", text.lostKeys());
+    if (isShown && text.isOfBytes())
+        judgeUndo(text);
     return isShown;
 }
 
@@ -183,9 +188,9 @@ void Desk::saveAndWait(const QByteArray& path) {
     ::stat(path.constData(), &before);
     m_operator.press("ctrl+s");
     const auto isWritten = [&] { return ::stat(path.constData(), &after) == 0 && !isSameTime(before, after); };
-    if (m_operator.waitUntil(isWritten, SaveBeginMs))
+    if (m_operator.waitWhileBusy(isWritten, SaveBeginMs))
         m_operator.waitUntil([&] { return !isSaveUnderWay(); });
-    m_operator.settle();
+    m_operator.settleWell();
     m_operator.expectNoBox();
 }
 
@@ -202,7 +207,7 @@ void Desk::judgeUntitled() {
         bytes = bytesOf(path).value_or(QByteArray());
     }
     m_untitled->setPath(path);
-    const Manuscript::Match match = m_untitled->match(bytes, {m_killed, m_options.whileTyping, m_options.afterPause});
+    const Manuscript::Match match = m_untitled->match(bytes, lastKill());
     if (match == Manuscript::Match::None)
         throw Broken{"a text without a file comes back as it never was"};
     if (match == Manuscript::Match::Early)
@@ -220,7 +225,7 @@ bool Desk::isSaveUnderWay() const {
 
 /// After an end in order.
 void Desk::judgeLeftovers() {
-    std::vector<QByteArray> folders{saves(), m_folder + "/home/tmp/quillmark-" + QByteArray::number(::getuid())};
+    std::vector<QByteArray> folders{saves(), workingCopies()};
     if (m_options.judgesTexts)
         folders.push_back(journals());
     for (const QByteArray& folder : folders) {

@@ -12,19 +12,22 @@
 
 /// One file that the program edits, or a document without one, and what is known of it from outside: which keys were
 /// pressed when, which of the texts that came of them were saved, and which ones the file may therefore hold. Only a
-/// short part of the text changes, the middle; the states of the text are states of the middle.
+/// short part of the text changes, the middle; the states of the text are states of the middle. A text's middle is
+/// ASCII with LF here, whatever the encoding and the line ends of its file.
 class Manuscript {
  public:
     using Clock = std::chrono::steady_clock;
 
-    enum class Kind { Text, MarkedText, Bytes };
+    /// Texts are UTF-8 without and with a mark, UTF-16 with a mark (lower byte first, higher byte first), Windows-1252.
+    enum class Kind { Text, MarkedText, Utf16, Utf16Swapped, Western, Bytes };
     /// What the file is like at first.
     struct Shape {
         const char* name;
         qsizetype length;  ///< bytes
         Kind kind;
         bool isTypedAtEnd;
-        bool hasLink;  ///< a second hard link, and a mode of its own
+        bool hasLink;             ///< a second hard link, and a mode of its own
+        bool hasReturns = false;  ///< lines end with CR LF
     };
     enum class Match { None, Early, Fits };
     /// When the program was killed, and how old a key may have been that is lost: while keys followed each other, and
@@ -53,6 +56,23 @@ class Manuscript {
     /// No byte is half typed.
     bool isWhole() const { return m_phase != 1; }
     bool wasTyped() const { return m_states.size() > 1; }
+    bool isOfBytes() const { return m_kind == Kind::Bytes; }
+    /// Of the part in which is typed.
+    qsizetype changingLength() const { return m_states.back().middle.size(); }
+    /// The caret is where it is after keyOfPlace().
+    void toPlace() { m_place = 0; }
+
+    // Of bytes, when none is half typed
+    bool canUndo() const { return !m_states.back().undo.empty(); }
+    /// The newest byte since the last save or judgement was undone: the caret is on it.
+    void undone();
+    /// From the first to the last, both filled. Undo knows nothing of it.
+    void filled(qsizetype first, qsizetype last, char byte);
+    /// Whether the last match() was of bytes that must have come back with something to undo. undone() is for it then.
+    bool hasUndoBack() const { return m_hasUndoBack; }
+    /// The file holds the bytes as they are now.
+    void takeAsSaved() { rest(qsizetype(m_states.size()) - 1); }
+
     Clock::time_point lastKey() const { return m_states.back().when; }
 
     /// A save of the text as it is now was demanded; from now on the file holds the old or the new one.
@@ -78,12 +98,20 @@ class Manuscript {
     void remove() const;
 
  private:
+    /// A typed byte, with its value before.
+    struct Undo {
+        qsizetype place;
+        char byte;
+    };
     struct State {
         Clock::time_point when;
         QByteArray middle;
+        std::vector<Undo> undo{};  ///< since the last save; oldest first
+        bool isHalf = false;       ///< a byte is half typed
     };
 
     Clock::time_point lastKept(const Kill& kill) const;
+    QByteArray encoded(const QByteArray& middle) const;
     QByteArray bytesOf(const QByteArray& middle) const;
     bool holds(const QByteArray& bytes, const QByteArray& middle) const;
     void rest(qsizetype state);
@@ -93,6 +121,7 @@ class Manuscript {
     QByteArray m_path;
     Kind m_kind = Kind::Text;
     bool m_isTypedAtEnd = false;
+    bool m_hasReturns = false;
     QByteArray m_head;
     QByteArray m_tail;
     struct stat m_status {};
@@ -105,5 +134,7 @@ class Manuscript {
     char m_digit = 0;
     bool m_isGivenUp = false;
     std::vector<QByteArray> m_next;  ///< the middles that the key makes possible
+    std::vector<Undo> m_nextUndo;
+    bool m_hasUndoBack = false;
     qsizetype m_lostKeys = 0;
 };

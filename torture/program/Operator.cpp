@@ -22,7 +22,7 @@ bool isFrame(const std::string& title) {
 
 }  // namespace
 
-void Operator::start(const QByteArray& home, const std::vector<QByteArray>& files) {
+void Operator::beginStart(const QByteArray& home, const std::vector<QByteArray>& files) {
     const std::string folder = home.toStdString();
     std::vector<std::string> words{m_program};
     for (const QByteArray& file : files)
@@ -37,6 +37,10 @@ void Operator::start(const QByteArray& home, const std::vector<QByteArray>& file
                                          "QT_QPA_PLATFORM=xcb",
                                          "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent"};
     m_running = std::make_unique<RunningProgram>(std::move(words), std::move(environment), folder + "/errors");
+}
+
+void Operator::start(const QByteArray& home, const std::vector<QByteArray>& files) {
+    beginStart(home, files);
     const auto isThere = [&] {
         const std::vector<std::string> titles = m_desktop.titles();
         return std::ranges::any_of(titles, isFrame) || titles.size() > 1;
@@ -45,7 +49,7 @@ void Operator::start(const QByteArray& home, const std::vector<QByteArray>& file
         throw Broken{"the program does not start"};
     // The files are opened one after the other once the program has started, and the last one is active in the end.
     waitUntil([&] { return activeDocument() == files.back(); });
-    settle();
+    settleWell();
     expectNoBox();
 }
 
@@ -100,14 +104,31 @@ QByteArray Operator::activeDocument() const {
     return {};
 }
 
+bool Operator::waitWhileBusy(const std::function<bool()>& isTrue, int milliseconds) {
+    m_running->settle(LongRestMs, milliseconds, isTrue);
+    return isTrue();
+}
+
+/// What comes up late is found the second time.
 bool Operator::activate(const std::function<bool(const QByteArray& name)>& isWanted, int documents) {
-    for (int i = 0; i < documents; ++i) {
-        const QByteArray before = activeDocument();
-        if (isWanted(before))
-            return true;
+    if (isWanted(activeDocument()))
+        return true;
+    const bool isFound = activateOnce(isWanted, documents);
+    settleWell();
+    return isFound || activateOnce(isWanted, documents);
+}
+
+/// Once round: there is nothing else when the key has no effect, or has brought back the first one.
+bool Operator::activateOnce(const std::function<bool(const QByteArray& name)>& isWanted, int documents) {
+    const QByteArray first = activeDocument();
+    QByteArray active = first;
+    for (int i = 0; i < documents && !isWanted(active); ++i) {
         press("ctrl+Tab");
-        waitUntil([&] { return activeDocument() != before; }, SwitchMs);
+        waitWhileBusy([&] { return !activeDocument().isEmpty() && activeDocument() != active; }, SwitchMs);
         settle();
+        active = activeDocument();
+        if (active == first)
+            break;
     }
-    return isWanted(activeDocument());
+    return isWanted(active);
 }

@@ -22,8 +22,10 @@ class Operator {
     /// `patience`: the longest time to wait for anything, in milliseconds.
     Operator(std::string program, int patience) : m_program(std::move(program)), m_patience(patience) {}
 
-    /// With a home in this folder, which is private to it.
+    /// With a home in this folder, which is private to it. Returns when the files are shown.
     void start(const QByteArray& home, const std::vector<QByteArray>& files);
+    /// Returns at once.
+    void beginStart(const QByteArray& home, const std::vector<QByteArray>& files);
     bool isRunning() { return m_running != nullptr && !m_running->hasEnded(); }
     /// False: the program had ended.
     bool kill() { return m_running->kill(); }
@@ -33,7 +35,9 @@ class Operator {
     void press(const std::string& chord) const { m_desktop.keyboard().press(chord); }
     void type(const QByteArray& text) const { m_desktop.keyboard().type(text.toStdString()); }
     /// Until the program has nothing to do, but not for long: a key that comes while it works is only late.
-    void settle() { m_running->settle(m_patience / RestParts); }
+    void settle() { m_running->settle(ShortRestMs, m_patience / RestParts); }
+    /// The same, and until nothing comes by a timer either.
+    void settleWell() { m_running->settle(LongRestMs, m_patience / RestParts); }
 
     /// Of the frame, with a document of this name.
     static std::string frameTitle(const QByteArray& document) { return "Quillmark - [" + document.toStdString() + "]"; }
@@ -46,6 +50,8 @@ class Operator {
     bool waitUntil(const std::function<bool()>& isTrue) { return waitUntil(isTrue, m_patience); }
     /// The name of the active document.
     QByteArray activeDocument() const;
+    /// Whether it came true before the program had nothing more to do.
+    bool waitWhileBusy(const std::function<bool()>& isTrue, int milliseconds);
     /// Shows the document for which this is true; false: there is none among so many.
     bool activate(const std::function<bool(const QByteArray& name)>& isWanted, int documents);
     /// Leaves a picture of the screen in this file; nothing without the program `import`.
@@ -55,6 +61,10 @@ class Operator {
 
  private:
     static constexpr int RestParts = 15;
+    static constexpr int ShortRestMs = 25;
+    static constexpr int LongRestMs = 120;
+
+    bool activateOnce(const std::function<bool(const QByteArray& name)>& isWanted, int documents);
 
     std::string m_program;
     int m_patience;

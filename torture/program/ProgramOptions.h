@@ -6,7 +6,7 @@
 /// How the built program is tortured.
 struct ProgramOptions {
     std::string program;        ///< its path
-    int desks = 2;              ///< that work at the same time, each on a display of its own
+    int desks = 0;              ///< that work at the same time, each on a display of its own; main sets a number
     bool judgesTexts = true;    ///< whether unsaved text must come back
     bool keepsFolders = false;  ///< a broken promise leaves the folder in which it was broken
     /// What may be lost of unsaved text, with what a busy machine may add.

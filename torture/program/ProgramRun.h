@@ -6,6 +6,8 @@
 
 #include <QByteArray>
 
+#include <chrono>
+
 /// Kills the built program at random moments of typing, saving, replacing and closing, starts it again and judges what
 /// it has left and what it brings back. Keys are pressed on virtual displays.
 class ProgramRun {
@@ -16,6 +18,8 @@ class ProgramRun {
     void run();
 
  private:
+    void countRate(std::chrono::duration<double> time);
+
     QByteArray m_root;
     ProgramOptions m_options;
     Effort& m_effort;

@@ -14,9 +14,7 @@
 
 namespace {
 
-constexpr int StepMs = 20;
-/// So many steps without a tick of processor time are a rest.
-constexpr int QuietSteps = 4;
+constexpr int StepMs = 5;
 
 /// The program yields to who kills it: on a busy machine a save would be over before anybody could hit it.
 constexpr int Niceness = 5;
@@ -67,14 +65,20 @@ bool RunningProgram::kill() {
     return WIFSIGNALED(m_status) && WTERMSIG(m_status) == SIGKILL;
 }
 
-void RunningProgram::settle(int milliseconds) {
+void RunningProgram::settle(int rest, int limit, const std::function<bool()>& isTrue) {
+    using Clock = std::chrono::steady_clock;
     const ProcessState state(m_process);
-    long before = -1;
-    int quiet = 0;
-    for (int passed = 0; passed < milliseconds && quiet < QuietSteps && !hasEnded(); passed += StepMs) {
-        const long ticks = state.ticks();
-        quiet = ticks == before && !state.isRunning() ? quiet + 1 : 0;
-        before = ticks;
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(limit);
+    Clock::time_point quietSince = Clock::now();
+    long long before = -1;
+    while (!hasEnded() && !(isTrue && isTrue())) {
+        const Clock::time_point now = Clock::now();
+        const long long time = state.threadTime();
+        if (time != before || state.isRunning() || state.isWriting())
+            quietSince = now;
+        if (now >= end || now - quietSince >= std::chrono::milliseconds(rest))
+            return;
+        before = time;
         ::usleep(StepMs * 1000);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,8 +21,9 @@ class RunningProgram {
     bool hasEndedWell() { return hasEnded() && m_status == 0; }
     /// Ends it without giving it a chance, and waits until it is gone. False: it was gone before.
     bool kill();
-    /// Waits until it has used no processor time for a moment, at most so many milliseconds.
-    void settle(int milliseconds);
+    /// Waits until none of its threads has run for so long or waits for a disk, until this is true or until the limit
+    /// is over; all in milliseconds. Without a condition there is none.
+    void settle(int rest, int limit, const std::function<bool()>& isTrue = {});
 
  private:
     pid_t m_process = -1;

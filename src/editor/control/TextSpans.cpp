@@ -104,7 +104,7 @@ std::vector<qint64> carets(const EditView& view) {
     for (qint64 range = 0; range < ask(view, EditView::SCI_GETSELECTIONS); ++range)
         places.push_back(ask(view, EditView::SCI_GETSELECTIONNCARET, range));
     std::ranges::sort(places);
-    places.erase(std::ranges::unique(places).begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
     return places;
 }
 

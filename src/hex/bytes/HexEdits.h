@@ -45,7 +45,7 @@ class HexEdits {
     /// Whether the current byte is to be marked as typed.
     bool isChanged(FilePosition at, quint8 now) const { return m_changes.isMarked(at, now); }
 
-    /// Called before and after a save. Bytes typed in between may be missing in the file, so they count as modified
+    /// Called before and after a save. Bytes typed in between are not in the file, so they count as modified
     /// afterwards.
     void beginSave();
     void endSave(bool isSaved);

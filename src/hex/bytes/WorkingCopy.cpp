@@ -45,11 +45,16 @@ void removeUnlessLocked(FileSystemCalls& calls, const QByteArray& name) {
 
 }  // namespace
 
-/// The bytes of a working copy in blocks, for the writer of users' files.
+/// The bytes of a working copy in blocks, for the writer of users' files: as they are when this is made, although bytes
+/// may be typed while it runs the event loop. The writer reads them twice, and both times they must be the same.
 class WorkingCopy::Source : public ByteSource {
  public:
     Source(std::shared_ptr<WorkingCopyFile> file, qint64 blockSize, const CopyProgress& progress)
-        : m_file(std::move(file)), m_blockSize(blockSize), m_progress(progress) {}
+        : m_file(std::move(file)), m_blockSize(blockSize), m_progress(progress) {
+        m_file->beginSave();
+    }
+    ~Source() override { m_file->endSave(); }
+    Q_DISABLE_COPY_MOVE(Source)
 
     qint64 length() const override { return m_file->length(); }
 
@@ -57,7 +62,7 @@ class WorkingCopy::Source : public ByteSource {
         report();
         m_buffer.resize(
             static_cast<qsizetype>(std::min({PieceSize, m_blockSize - m_at % m_blockSize, length() - m_at})));
-        const qint64 count = m_file->read(m_at, m_buffer.data(), m_buffer.size());
+        const qint64 count = m_file->readForSave(m_at, m_buffer.data(), m_buffer.size());
         if (count != m_buffer.size())
             return systemError(count < 0 ? errno : EIO);
         m_at += count;

@@ -37,7 +37,8 @@ class WorkingCopy : public ByteStore {
     /// MostBytes. A file that can't be opened or is too long leaves the present copy; if copying fails, there is none.
     SystemError load(const QString& source, const CopyProgress& progress);
 
-    /// Writes the bytes over the start of a file, whose remaining bytes stay. Without an open copy: EBADF.
+    /// Writes the bytes over the start of a file, whose remaining bytes stay: as they are when it is called, although
+    /// they may change while it yields. Without an open copy: EBADF.
     SystemError save(const QString& target, const CopyProgress& progress);
 
     bool isOpen() const { return m_file != nullptr; }

@@ -70,7 +70,19 @@ qint64 WorkingCopyFile::read(qint64 at, char* buffer, qint64 count) const {
     return done;
 }
 
+qint64 WorkingCopyFile::readForSave(qint64 at, char* buffer, qint64 count) const {
+    const qint64 got = read(at, buffer, count);
+    if (m_before && got > 0)
+        m_before->putInto(at, buffer, got);
+    return got;
+}
+
 SystemError WorkingCopyFile::write(qint64 at, std::string_view bytes) {
+    if (m_before) {
+        const auto readNow = [this](qint64 from, char* buffer, qint64 count) { return read(from, buffer, count); };
+        if (SystemError error = m_before->keep(at, static_cast<qint64>(bytes.size()), readNow))
+            return error;
+    }
     while (!bytes.empty()) {
         const iovec part{const_cast<char*>(bytes.data()), bytes.size()};
         const ssize_t count = uninterrupted([&] { return m_calls.pwritev(m_handle, &part, 1, at); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "hex/bytes/BytesBefore.h"
 #include "platform/FileSystemCalls.h"
 #include "platform/SystemError.h"
 
@@ -7,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <string_view>
 
 /// An open and locked file of a working copy; removed and closed when its last owner releases it.
@@ -28,9 +30,15 @@ class WorkingCopyFile {
     qint64 read(qint64 at, char* buffer, qint64 count) const;
     SystemError write(qint64 at, std::string_view bytes);
 
+    /// Until endSave() readForSave() returns the bytes as they are now, whatever is written meanwhile.
+    void beginSave() { m_before.emplace(); }
+    void endSave() { m_before.reset(); }
+    qint64 readForSave(qint64 at, char* buffer, qint64 count) const;
+
  private:
     FileSystemCalls& m_calls;
     QByteArray m_name;
     int m_handle;
     qint64 m_length = 0;
+    std::optional<BytesBefore> m_before;
 };

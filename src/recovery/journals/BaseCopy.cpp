@@ -8,6 +8,7 @@
 #include <xxhash.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -79,9 +80,16 @@ BaseCopy::Progress BaseCopy::begin() {
         giveUpTarget();
         return Progress::Changed;
     }
-    if (!m_isClone && m_size > m_mostCopied)
+    if (!m_isClone && (m_size > m_mostCopied || !reserve()))
         giveUpTarget();
-    return Progress::More;
+    return m_target < 0 && !m_state ? Progress::Changed : Progress::More;
+}
+
+/// A full disk is found out before many bytes are written.
+bool BaseCopy::reserve() {
+    if (m_size == 0 || uninterrupted([&] { return m_calls.fallocate(m_target, FALLOC_FL_KEEP_SIZE, 0, m_size); }) == 0)
+        return true;
+    return errno != ENOSPC && errno != EDQUOT && errno != EFBIG;
 }
 
 /// A clone is read itself: it stays as it is, whatever becomes of the file.

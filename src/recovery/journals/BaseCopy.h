@@ -44,6 +44,7 @@ class BaseCopy {
     Progress finish();
     bool openSource();
     void openTarget();
+    bool reserve();
     bool isUnchanged() const;
     void giveUpTarget();
     void closeAll();

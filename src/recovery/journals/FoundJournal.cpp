@@ -118,7 +118,7 @@ FoundJournal::Outcome FoundJournal::writeText() {
     if (handle < 0)
         return Outcome::Failed;
     m_textPath = path;
-    const SystemError error = writePieces(calls, handle, m_content->text().plain(), m_textLength);
+    const SystemError error = writePieces(calls, handle, m_content->text().pieces(), m_textLength);
     calls.close(handle);
     return error ? Outcome::Failed : Outcome::Restored;
 }
@@ -151,19 +151,15 @@ bool FoundJournal::visit(HexEntryVisitor& visitor) const {
     return m_content->visit(visitor);
 }
 
-std::unique_ptr<Journal> FoundJournal::continueAs(JointKind kind, std::vector<qint64> joints) {
+std::unique_ptr<Journal> FoundJournal::continueAs() {
     const JournalContents& contents = m_content->contents();
-    JournalEntry entry;
-    entry.kind = EntryKind::Joints;
-    entry.jointKind = kind;
-    entry.joints = std::move(joints);
     JournalOutput::Continued continued;
     continued.base = contents.storedBase();
-    continued.textLength = m_textLength + static_cast<qint64>(entry.joints.size());
+    continued.textLength = m_textLength;
     continued.hasWhole = contents.hasWhole();
     continued.isPartial = m_content->isPartial();
     continued.file = std::move(m_file);
-    return m_thread->goOn(contents.base(), std::move(continued), contents.time(), entry);
+    return m_thread->goOn(contents.base(), std::move(continued), contents.time());
 }
 
 bool FoundJournal::discard() {

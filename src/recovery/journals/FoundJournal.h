@@ -7,7 +7,6 @@
 #include <QString>
 
 #include <memory>
-#include <vector>
 
 class HexEntryVisitor;
 class Journal;
@@ -41,7 +40,7 @@ class FoundJournal {
     File file() const;
     bool isSameAsFile() const;
 
-    /// A file with the recovered text in UTF-8, without mark and joints; private, and removed with this object. For
+    /// A file with the recovered text in UTF-8, without a mark; private, and removed with this object. For
     /// texts only.
     QString textPath() const;
     /// A file with the bytes from which the entries of a hex document start: a copy, or the document's file itself,
@@ -52,10 +51,9 @@ class FoundJournal {
     /// Passes the edits of a hex document to the visitor. False: the visitor ended it early.
     bool visit(HexEntryVisitor& visitor) const;
 
-    /// Goes on as the journal of the document that now holds what was recovered: as text with these joints, or as bytes
-    /// after all entries. Call it once, after a successful restore(). textPath() stays valid. For hex call it without
-    /// arguments.
-    std::unique_ptr<Journal> continueAs(JointKind kind = JointKind::None, std::vector<qint64> joints = {});
+    /// Goes on as the journal of the document that now holds what was recovered. Call it once, after a successful
+    /// restore(). textPath() stays valid.
+    std::unique_ptr<Journal> continueAs();
 
     /// Removes the journal from the disk. False: it could not be removed.
     bool discard();

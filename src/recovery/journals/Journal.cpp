@@ -18,13 +18,6 @@ void Journal::remove(qint64 at, qint64 length) {
     m_stream->remove(at, length);
 }
 
-void Journal::setJointKind(JointKind kind) {
-    JournalEntry entry;
-    entry.kind = EntryKind::Kind;
-    entry.jointKind = kind;
-    m_stream->add(entry);
-}
-
 void Journal::type(qint64 page, int row, int col, quint8 byte) {
     JournalEntry entry;
     entry.kind = EntryKind::Type;
@@ -62,12 +55,16 @@ bool Journal::needsWhole() const {
     return m_stream->needsWhole();
 }
 
+bool Journal::dependsOnFile() const {
+    return m_stream->dependsOnFile();
+}
+
 void Journal::setWholeNeeded(std::function<void()> notify) {
     m_stream->setWholeNeeded(std::move(notify));
 }
 
-void Journal::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {
-    m_stream->setWhole(std::move(heldText), kind, std::move(joints));
+void Journal::setWhole(std::vector<std::string> parts) {
+    m_stream->setWhole(std::move(parts));
 }
 
 void Journal::setWhole(int handle) {
@@ -76,4 +73,8 @@ void Journal::setWhole(int handle) {
 
 void Journal::discard() {
     m_stream->discard();
+}
+
+void Journal::replaceBy(const Journal& next) {
+    m_stream->replaceBy(next.m_stream);
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "text/held/Joints.h"
-
 #include <QtGlobal>
 
 #include <functional>
@@ -19,7 +17,7 @@ class JournalStream;
 ///
 /// Destroyed without discard(), the journal stays on the disk and is released: the next start brings it back.
 ///
-/// Offsets and lengths are bytes. Those of a text are of the held text, joints included, as it is before the edit.
+/// Offsets and lengths are bytes. Those of a text are of its UTF-8 without joints, as it is before the edit.
 class Journal {
  public:
     explicit Journal(std::shared_ptr<JournalStream> stream) : m_stream(std::move(stream)) {}
@@ -29,8 +27,6 @@ class Journal {
     // Of a text
     void insert(qint64 at, std::string_view bytes);
     void remove(qint64 at, qint64 length);
-    /// The kind of the joints that are inserted from now on; the text has none at this moment.
-    void setJointKind(JointKind kind);
 
     // Of a hex document; `page` is the number of the byte with which the page begins, counted as the view does
     void type(qint64 page, int row, int col, quint8 byte);
@@ -43,20 +39,24 @@ class Journal {
     /// changed the file, or removed the journal. Call setWhole() soon. Costs no more than reading a flag; ask it with
     /// each edit, after the edit was passed on.
     bool needsWhole() const;
+    /// Whether the edits would be of no use if the file of the base were changed: there is no copy of it, or not yet.
+    bool dependsOnFile() const;
     /// Is called once each time it becomes needed, in the thread that writes: post an event. What it uses must exist as
     /// long as this object.
     void setWholeNeeded(std::function<void()> notify);
-    /// The present contents of a text, joints included, which replace base and edits so far. `joints` for
-    /// JointKind::Listed only.
-    void setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints = {});
+    /// The present contents of a text, in parts, which replace base and edits so far.
+    void setWhole(std::vector<std::string> parts);
     /// The same of a hex document: the file with its present bytes, which is cloned or copied later. The handle stays
-    /// the caller's and may be closed. While edits follow each other faster than a copy is made, it is made later.
-    /// Marks and undo before the copy are given up.
+    /// the caller's and may be closed. Marks and undo are given up until the copy is made. From now on a byte that is
+    /// undone must be passed on as written: takeBack() refers to what is given up.
     void setWhole(int handle);
 
     /// Nothing is left to be recovered: the file is removed from the disk a moment later. What is passed on afterwards
     /// has no effect.
     void discard();
+    /// The same, but only once what `next` has so far is on the disk, where it is written at once. If that never
+    /// happens, this journal stays.
+    void replaceBy(const Journal& next);
 
  private:
     std::shared_ptr<JournalStream> m_stream;

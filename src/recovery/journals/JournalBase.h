@@ -2,16 +2,12 @@
 
 #include "platform/FileState.h"
 #include "text/codec/TextCodec.h"
-#include "text/held/Joints.h"
 
 #include <QString>
 
 #include <optional>
-#include <vector>
 
 /// What the edits of a journal start from: the contents of a document when it was last loaded or saved. A plain value.
-/// Offsets and lengths are bytes: of a text as the control holds it (UTF-8 with joints), of a hex document as in its
-/// file.
 struct JournalBase {
     enum class View : quint32 { Text = 1, Hex = 2 };
 
@@ -23,7 +19,5 @@ struct JournalBase {
     TextFormat format;
     qint32 lineEndMode = 0;  ///< as SC_EOL_
     QString language;
-    JointKind jointKind = JointKind::None;
-    std::vector<qint64> joints;  ///< ascending offsets
-    qint64 heldLength = -1;      ///< of the text with its joints, by which a wrong base is noticed; -1: not known
+    qint64 textLength = -1;  ///< bytes of the text in UTF-8, by which a wrong base is noticed; -1: not known
 };

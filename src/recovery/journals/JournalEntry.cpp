@@ -10,7 +10,7 @@ namespace {
 constexpr int LargestCell = std::numeric_limits<int>::max();
 
 /// The parts of an entry behind its kind.
-enum class Part { At, Length, Row, Col, Byte, Bytes, LeadingLength, JointKind, Joints, Base };
+enum class Part { At, Length, Row, Col, Byte, Bytes, LeadingLength, Base };
 
 struct Form {
     EntryKind kind;
@@ -21,9 +21,7 @@ struct Form {
 constexpr Form Forms[] = {
     {EntryKind::Insert, {Part::At, Part::Bytes}, 2},
     {EntryKind::Remove, {Part::At, Part::Length}, 2},
-    {EntryKind::Kind, {Part::JointKind}, 1},
-    {EntryKind::Joints, {Part::JointKind, Part::Joints}, 2},
-    {EntryKind::Whole, {Part::JointKind, Part::Joints, Part::LeadingLength}, 3},
+    {EntryKind::Whole, {Part::LeadingLength}, 1},
     {EntryKind::Type, {Part::At, Part::Row, Part::Col, Part::Byte}, 4},
     {EntryKind::TakeBack, {}, 0},
     {EntryKind::Overwrite, {Part::At, Part::Bytes}, 2},
@@ -71,10 +69,6 @@ void writePart(Part part, PayloadWriter& writer, std::string& payload, const Jou
             return writer.byte(entry.byte);
         case Part::Bytes:
             return writer.bytes(entry.bytes);
-        case Part::JointKind:
-            return writer.byte(static_cast<quint8>(entry.jointKind));
-        case Part::Joints:
-            return writer.offsets(entry.joints);
         case Part::Base:
             return writeBase(writer, payload, entry.base);
     }
@@ -102,12 +96,6 @@ void readPart(Part part, PayloadReader& reader, JournalEntry& entry) {
             entry.bytes = reader.bytes();
             entry.length = static_cast<qint64>(entry.bytes.size());
             break;
-        case Part::JointKind:
-            entry.jointKind = static_cast<JointKind>(reader.numberUpTo(static_cast<qint64>(JointKind::Listed)));
-            break;
-        case Part::Joints:
-            entry.joints = reader.offsets();
-            break;
         case Part::Base:
             entry.base = readBase(reader);
             break;
@@ -134,5 +122,5 @@ std::optional<JournalEntry> readEntry(PayloadReader& reader) {
     entry.kind = form->kind;
     for (int i = 0; i < form->count; ++i)
         readPart(form->parts[static_cast<std::size_t>(i)], reader, entry);
-    return reader.isValid() ? std::optional(std::move(entry)) : std::nullopt;
+    return reader.isValid() ? std::optional(entry) : std::nullopt;
 }

@@ -1,14 +1,11 @@
 #pragma once
 
-#include "text/held/Joints.h"
-
 #include <QtGlobal>
 
 #include <array>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 class PayloadReader;
 
@@ -28,9 +25,7 @@ enum class EntryKind : quint8 {
     // Of a text
     Insert = 1,
     Remove = 2,
-    Kind = 3,    ///< of the joints that are inserted from now on
-    Joints = 4,  ///< the text without its joints is held with these from now on
-    Whole = 5,   ///< the contents, joints included, in place of base and entries before
+    Whole = 3,  ///< the contents, in place of base and entries before
     // Of a hex document
     Type = 16,
     TakeBack = 17,
@@ -49,13 +44,11 @@ struct JournalEntry {
     int row = 0;
     int col = 0;
     quint8 byte = 0;
-    JointKind jointKind = JointKind::None;
     std::string_view bytes{};
-    std::vector<qint64> joints{};
     StoredBase base{};
 
-    /// Whether it is an edit, and not a note about the base or the joints.
-    bool isEdit() const { return kind != EntryKind::Base && kind != EntryKind::Joints && kind != EntryKind::Kind; }
+    /// Whether it is an edit, and not a note about the base.
+    bool isEdit() const { return kind != EntryKind::Base; }
 };
 
 /// Appends the entry. Of Whole the bytes are left out: they follow behind it as `length` bytes.

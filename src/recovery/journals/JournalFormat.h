@@ -16,7 +16,7 @@
 /// last.
 namespace JournalFormat {
 
-constexpr char Magic[8] = {'Q', 'M', 'J', 'R', 'N', 'L', '1', '\n'};
+constexpr char Magic[8] = {'Q', 'M', 'J', 'R', 'N', 'L', '2', '\n'};
 constexpr quint32 HeadTag = 0x44'41'45'48;
 constexpr quint32 EntriesTag = 0x53'54'4e'45;
 constexpr quint64 FirstSeed = 0x51'4d'4a'31;

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr quint8 LastEncoding = static_cast<quint8>(TextEncoding::Windows1252);
-constexpr quint8 LastJointKind = static_cast<quint8>(JointKind::Listed);
 
 void writeText(PayloadWriter& writer, const QString& text) {
     const QByteArray bytes = text.toUtf8();
@@ -62,9 +61,7 @@ std::string payloadOf(const JournalBase& base) {
     writer.byte(base.format.mark ? 1 : 0);
     writer.number(qint64(std::max(base.lineEndMode, 0)));
     writeText(writer, base.language);
-    writer.byte(static_cast<quint8>(base.jointKind));
-    writer.offsets(base.joints);
-    writer.number(base.heldLength + 1);
+    writer.number(base.textLength + 1);
     return payload;
 }
 
@@ -80,13 +77,10 @@ std::optional<JournalBase> baseOf(std::string_view payload) {
     base.format.mark = reader.byte() != 0;
     base.lineEndMode = static_cast<qint32>(reader.numberUpTo(std::numeric_limits<qint32>::max()));
     base.language = readText(reader);
-    const quint8 kind = reader.byte();
-    base.joints = reader.offsets();
-    base.heldLength = reader.offset() - 1;
-    if (!reader.isValid() || !reader.atEnd() || !isPath(base.path) || encoding > LastEncoding || kind > LastJointKind ||
+    base.textLength = reader.offset() - 1;
+    if (!reader.isValid() || !reader.atEnd() || !isPath(base.path) || encoding > LastEncoding ||
         (view != static_cast<quint8>(JournalBase::View::Text) && view != static_cast<quint8>(JournalBase::View::Hex)))
         return std::nullopt;
     base.format.encoding = static_cast<TextEncoding>(encoding);
-    base.jointKind = static_cast<JointKind>(kind);
     return base;
 }

@@ -5,7 +5,8 @@ enum class JournalFileNow {
     None,  ///< the document had no file
     AsItWas,
     Changed,
-    Missing
+    Missing,     ///< its folder is there, and the file is not
+    Unreachable  ///< its folder or file system is not there, or does not let it be read: perhaps just now
 };
 
 /// What became of bringing back a journal.
@@ -14,5 +15,5 @@ enum class JournalOutcome {
     SameAsFile,  ///< the file holds it already, or there is nothing in it: it may be removed. Of the bytes of a hex
                  ///< document this is not found out.
     Lost,        ///< damaged, or its base was changed or removed and there is no copy: it is to be set aside
-    Failed       ///< it could not be read or written now: it is left for the next start
+    Failed       ///< it, or the base that it needs, could not be read or written now: it is left for the next start
 };

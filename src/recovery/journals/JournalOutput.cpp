@@ -1,12 +1,15 @@
 #include "recovery/journals/JournalOutput.h"
 
+#include "recovery/journals/BaseThreads.h"
 #include "recovery/journals/JournalHead.h"
+#include "recovery/journals/Payload.h"
 #include "recovery/journals/RestoredJournal.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
 #include <new>
 #include <utility>
 
@@ -15,7 +18,27 @@ using namespace JournalFormat;
 namespace {
 
 qint64 lengthOf(const JournalBase& base) {
-    return base.heldLength >= 0 ? base.heldLength : base.state ? base.state->size : 0;
+    return base.textLength >= 0 ? base.textLength : base.state ? base.state->size : 0;
+}
+
+constexpr qint64 BytesOfARow = 16;
+
+/// The same bytes without undo and marks: repeated, they have no other effect than once.
+JournalBatch asOverwrites(const JournalBatch& batch) {
+    JournalBatch result{{std::string()}, batch.time};
+    for (const std::string& part : batch.parts) {
+        PayloadReader reader(part);
+        while (auto entry = readEntry(reader)) {
+            const char byte = static_cast<char>(entry->byte);
+            if (entry->kind == EntryKind::Type) {
+                entry->kind = EntryKind::Overwrite;
+                entry->at += entry->row * BytesOfARow + entry->col - 1;
+                entry->bytes = {&byte, 1};
+            }
+            appendEntry(result.parts.front(), *entry);
+        }
+    }
+    return result;
 }
 
 std::string joined(const std::vector<std::string_view>& pieces, qint64 length) {
@@ -28,20 +51,26 @@ std::string joined(const std::vector<std::string_view>& pieces, qint64 length) {
 
 }  // namespace
 
-JournalOutput::JournalOutput(FileSystemCalls& calls, QString folder, const JournalLimits& limits, JournalBase base,
-                             std::shared_ptr<JournalStream> stream)
+JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, QString folder, const JournalLimits& limits,
+                             JournalBase base, std::shared_ptr<JournalStream> stream)
     : m_calls(calls),
+      m_threads(threads),
       m_folder(std::move(folder)),
       m_limits(limits),
       m_base(std::move(base)),
       m_stream(std::move(stream)),
       m_isBaseSettled(!m_base.state),
+      m_baseNumber(-1),
+      m_bytesDelay(limits.whileEditing, limits.longestRetry),
       m_textLength(lengthOf(m_base)),
-      m_compactFrom(limits.compacted) {}
+      m_compactFrom(limits.compacted) {
+    reportDependence();
+}
 
-JournalOutput::JournalOutput(FileSystemCalls& calls, const JournalLimits& limits, JournalBase base,
-                             std::shared_ptr<JournalStream> stream, Continued continued)
+JournalOutput::JournalOutput(FileSystemCalls& calls, BaseThreads& threads, const JournalLimits& limits,
+                             JournalBase base, std::shared_ptr<JournalStream> stream, Continued continued)
     : m_calls(calls),
+      m_threads(threads),
       m_folder(continued.file->folder()),
       m_limits(limits),
       m_base(std::move(base)),
@@ -51,20 +80,28 @@ JournalOutput::JournalOutput(FileSystemCalls& calls, const JournalLimits& limits
       m_awaitsWhole(continued.isPartial),
       m_stored(continued.base),
       m_isBaseSettled(continued.base || continued.hasWhole || !m_base.state),
-      m_baseNumber(continued.base ? continued.base->number + 1 : 0),
+      m_baseNumber(continued.base ? continued.base->number : -1),
+      m_bytesDelay(limits.whileEditing, limits.longestRetry),
       m_textLength(continued.textLength),
+      m_hasWhole(continued.hasWhole),
       m_wholeLength(continued.hasWhole ? continued.textLength : 0),
-      m_compactFrom(limits.compacted) {}
+      m_compactFrom(limits.compacted) {
+    reportDependence();
+}
 
 JournalOutput::~JournalOutput() {
+    dropCopy();
     if (m_wholeFile >= 0)
         ::close(m_wholeFile);
 }
 
 std::optional<JournalOutput::Clock::time_point> JournalOutput::dueAt() const {
     const auto due = m_stream->dueAt({m_limits.afterLast, m_limits.whileEditing});
+    // Of a continued journal, for one: nothing has to be edited before its base is stored.
+    if (!due && !m_retryAt && awaitsBase())
+        return Clock::time_point::min();
     const bool isEnded = due == Clock::time_point::min();
-    if (isEnded && !m_stream->isDiscarded() && (m_retryAt || m_copy != nullptr))
+    if (isEnded && !m_stream->isDiscarded() && (m_retryAt || m_storing != nullptr))
         return m_retryAt;
     if (due && m_retryAt)
         return std::min(*due, *m_retryAt);
@@ -76,20 +113,20 @@ bool JournalOutput::isClean() const {
 }
 
 void JournalOutput::write() {
+    if (m_isFinished)
+        return;
     if (m_stream->isDiscarded())
         return end();
     const bool isReleased = m_stream->isReleased();
     takeBatch();
-    if (m_wholeFile >= 0 && m_copy == nullptr)
-        copyWhole();
-    if (!writeBacklog() || m_wholeFile >= 0) {
-        m_retryAt = Clock::now() + m_limits.whileEditing;
+    if (m_wholeFile >= 0 && m_storing == nullptr && Clock::now() >= m_bytesDue)
+        storeBytes();
+    setRetry(writeBacklog());
+    if (!m_backlog.empty() || m_wholeFile >= 0)
         return;
-    }
-    m_retryAt.reset();
-    if (m_isPublished && !m_isBaseSettled && m_copy == nullptr)
-        beginBase();
-    if (isReleased && m_copy == nullptr)
+    if (awaitsBase())
+        storeBase();
+    if (isReleased && m_storing == nullptr)
         m_isFinished = true;
 }
 
@@ -111,11 +148,11 @@ void JournalOutput::takeBatch() {
             ::close(m_wholeFile);
         m_wholeFile = handle;
     }
-    m_editsCopied = m_stream->edits();
     JournalBatch batch = m_stream->take();
-    // The bytes that are about to be copied have these edits in them.
-    if (batch.isEmpty() || m_wholeFile >= 0)
+    if (batch.isEmpty())
         return;
+    if (m_wholeFile >= 0)
+        return takeWhole(std::move(batch));
     if (batch.isWhole) {
         m_backlog.clear();
         m_awaitsWhole = false;
@@ -125,6 +162,20 @@ void JournalOutput::takeBatch() {
     if (m_awaitsWhole)
         return;
     m_backlog.push_back(std::move(batch));
+}
+
+/// The bytes that are about to be copied have these edits in them. While they are copied, nobody knows.
+void JournalOutput::takeWhole(JournalBatch batch) {
+    if (isStoringBytes())
+        m_sinceBytes.push_back(asOverwrites(batch));
+}
+
+void JournalOutput::setRetry(bool isWritten) {
+    m_retryAt.reset();
+    if (!isWritten)
+        m_retryAt = Clock::now() + m_limits.whileEditing;
+    else if (m_wholeFile >= 0 && m_storing == nullptr)
+        m_retryAt = m_bytesDue;
 }
 
 bool JournalOutput::writeBacklog() {
@@ -182,16 +233,19 @@ bool JournalOutput::append() {
 }
 
 void JournalOutput::noteWritten() {
+    m_stream->noteWritten();
     for (const JournalBatch& batch : m_backlog) {
         m_textLength = batch.isWhole ? batch.growth : m_textLength + batch.growth;
         if (!batch.isWhole)
             continue;
         m_wholeLength = batch.growth;
+        m_hasWhole = true;
         if (m_stored && m_stored->hasCopy)
             m_file->removeBase(m_stored->number);
         m_stored.reset();
     }
     m_backlog.clear();
+    reportDependence();
 }
 
 /// Somebody removed the file: without what was in it, edits are of no use. Contents that are whole go into a new one.
@@ -202,6 +256,7 @@ bool JournalOutput::noteGone() {
     m_isPublished = false;
     m_stored.reset();
     m_wholeLength = 0;
+    m_hasWhole = false;
     if (m_backlog.front().isWhole)
         return false;
     m_backlog.clear();
@@ -210,51 +265,106 @@ bool JournalOutput::noteGone() {
     return true;
 }
 
-void JournalOutput::beginBase() {
-    m_copy = std::make_unique<BaseCopy>(m_calls, m_base.path, *m_base.state, m_file->basePath(m_baseNumber),
-                                        m_limits.copied);
+/// Whether the edits are of no use when the file is changed.
+bool JournalOutput::dependsOnFile() const {
+    return m_base.state && !m_hasWhole && (!m_stored || !m_stored->hasCopy);
 }
 
-/// Edits that come meanwhile may be in the copy or not: it is made again when they have come to rest.
-void JournalOutput::copyWhole() {
-    if (m_file == nullptr && !makeFile())
-        return;
-    BaseCopy copy(m_calls, ::fcntl(m_wholeFile, F_DUPFD_CLOEXEC, 0), m_file->basePath(m_baseNumber));
-    BaseCopy::Progress progress = BaseCopy::Progress::More;
-    while (progress == BaseCopy::Progress::More)
-        progress = copy.step();
-    if (progress != BaseCopy::Progress::Done || m_stream->edits() != m_editsCopied)
-        return copy.discard();
-    StoredBase stored = copy.result();
-    stored.replaces = true;
-    m_backlog.clear();
-    m_awaitsWhole = false;
-    m_isBaseSettled = true;
-    ::close(std::exchange(m_wholeFile, -1));
-    noteBase(stored);
+/// A whole that waits to be written counts when it is written.
+void JournalOutput::reportDependence() {
+    m_stream->setDependsOnFile(dependsOnFile());
 }
 
-void JournalOutput::step() {
-    if (m_copy == nullptr)
+/// Whether there is a copy of the base, or will never be one.
+bool JournalOutput::isBaseKnown() const {
+    return m_storing != nullptr ? m_storing->isOnlyRead() : m_isBaseSettled;
+}
+
+bool JournalOutput::start(BaseStoring::Of of, std::unique_ptr<BaseCopy> copy, quint64 device) {
+    m_storing = std::make_shared<BaseStoring>(of, std::move(copy), [stream = m_stream] { stream->wake(); });
+    const bool isStarted = m_threads.start(device, [storing = m_storing] { storing->run(); });
+    if (!isStarted)
+        m_storing.reset();
+    return isStarted;
+}
+
+void JournalOutput::storeBase() {
+    auto copy = std::make_unique<BaseCopy>(m_calls, m_base.path, *m_base.state, m_file->basePath(++m_baseNumber),
+                                           m_limits.copied);
+    // Otherwise the file is the base as long as it is as it was.
+    if (!start(BaseStoring::Of::File, std::move(copy), m_base.state->device))
+        m_isBaseSettled = true;
+}
+
+void JournalOutput::storeBytes() {
+    m_sinceBytes.clear();
+    if (!startBytes())
+        putOffBytes();
+}
+
+bool JournalOutput::startBytes() {
+    const std::optional<FileState> state = FileState::of(m_wholeFile);
+    if (!state || (m_file == nullptr && !makeFile()))
+        return false;
+    auto copy =
+        std::make_unique<BaseCopy>(m_calls, ::fcntl(m_wholeFile, F_DUPFD_CLOEXEC, 0), m_file->basePath(++m_baseNumber));
+    return start(BaseStoring::Of::Bytes, std::move(copy), state->device);
+}
+
+/// A disk that is full now is so for a while, and a copy may be of gigabytes.
+void JournalOutput::putOffBytes() {
+    m_bytesDue = Clock::now() + m_bytesDelay.next();
+    m_retryAt = m_bytesDue;
+}
+
+void JournalOutput::takeFindings() {
+    if (m_storing != nullptr && m_storing->outcome()) {
+        // Of the edits that wait it is not known either whether they are in a copy of the bytes.
+        if (isStoringBytes())
+            takeBatch();
+        const std::shared_ptr<BaseStoring> storing = std::exchange(m_storing, nullptr);
+        if (storing->of() == BaseStoring::Of::File)
+            takeBase(*storing);
+        else
+            takeBytes(*storing);
+    }
+    if (m_isCheckPending == nullptr || *m_isCheckPending)
         return;
-    const BaseCopy::Progress progress = m_copy->step();
-    if (progress == BaseCopy::Progress::More)
-        return;
+    m_isCheckPending.reset();
+    if (std::exchange(m_isCheckedAgain, false))
+        checkFile();
+}
+
+void JournalOutput::takeBase(BaseStoring& storing) {
     m_isBaseSettled = true;
-    if (progress == BaseCopy::Progress::Done)
-        noteBase(m_copy->result());
+    if (storing.outcome() == BaseCopy::Progress::Done)
+        noteBase(storing.result(), false);
     else
         m_stream->askForWhole();
-    m_copy.reset();
     write();
 }
 
-/// The name of the copy is on the disk before the journal says so.
-void JournalOutput::noteBase(const StoredBase& base) {
+/// Edits that came meanwhile may be in the copy or not: they are repeated on it.
+void JournalOutput::takeBytes(BaseStoring& storing) {
+    m_backlog.clear();
+    if (storing.outcome() != BaseCopy::Progress::Done || !noteBase(storing.result(), true)) {
+        putOffBytes();
+        return storing.cancel();
+    }
+    m_bytesDelay.reset();
+    m_awaitsWhole = false;
+    m_isBaseSettled = true;
+    ::close(std::exchange(m_wholeFile, -1));
+    write();
+}
+
+/// The name of the copy is on the disk before the journal says so. False: it is not, and nothing has changed.
+bool JournalOutput::noteBase(const StoredBase& base, bool replaces) {
     if (base.hasCopy && !m_file->flushFolder())
-        return;
+        return false;
     const std::optional<StoredBase> before = std::exchange(m_stored, base);
-    m_stored->number = m_baseNumber++;
+    m_stored->number = m_baseNumber;
+    m_stored->replaces = replaces;
     JournalEntry entry;
     entry.kind = EntryKind::Base;
     entry.base = *m_stored;
@@ -262,26 +372,34 @@ void JournalOutput::noteBase(const StoredBase& base) {
     appendEntry(batch.parts.emplace_back(), entry);
     batch.time = m_stream->time();
     m_backlog.push_back(std::move(batch));
+    std::ranges::move(std::exchange(m_sinceBytes, {}), std::back_inserter(m_backlog));
     if (before && before->hasCopy && before->number != m_stored->number && writeBacklog())
         m_file->removeBase(before->number);
+    return true;
 }
 
 void JournalOutput::leaveOut() {
-    if (m_copy == nullptr || !m_copy->isOnlyRead())
+    if (m_storing == nullptr || !m_storing->isOnlyRead())
         return;
-    m_copy.reset();
+    dropCopy();
     m_isBaseSettled = true;
 }
 
-/// Edits of a file that has no copy are of no use when it is changed.
 void JournalOutput::checkFile() {
-    const bool dependsOnFile = m_base.state && m_wholeLength == 0 && (!m_stored || !m_stored->hasCopy);
-    const bool isBaseKnown = m_copy != nullptr ? m_copy->isOnlyRead() : m_isBaseSettled;
-    if (!dependsOnFile || !isBaseKnown)
+    if (!dependsOnFile() || !isBaseKnown())
         return;
-    const std::optional<FileState> now = FileState::of(m_base.path);
-    if (!now || !now->hasSameBytesAs(*m_base.state))
-        m_stream->askForWhole();
+    m_isCheckedAgain = m_isCheckPending != nullptr;
+    if (m_isCheckedAgain)
+        return;
+    m_isCheckPending = std::make_shared<std::atomic<bool>>(true);
+    const auto check = [path = m_base.path, before = *m_base.state, stream = m_stream, pending = m_isCheckPending] {
+        if (!before.isStillAt(path))
+            stream->askForWhole();
+        *pending = false;
+        stream->wake();
+    };
+    if (!m_threads.start(m_base.state->device, check))
+        m_isCheckPending.reset();
 }
 
 /// The entries of a hex document are its undo log too.
@@ -290,8 +408,13 @@ bool JournalOutput::isTooLong() const {
     return m_base.view == JournalBase::View::Text && entries > std::max(m_compactFrom, m_textLength);
 }
 
-/// Replays the journal, and puts one in its place that begins with the result.
+/// Replays the journal, and puts one in its place that begins with the result. Its base is read for that: one without a
+/// copy could take for ever, so that the document is asked for its text instead.
 void JournalOutput::compact() {
+    if (!isBaseKnown())
+        return;
+    if (dependsOnFile())
+        return m_stream->askForWhole();
     bool isDone = false;
     try {
         isDone = tryToCompact();
@@ -315,6 +438,7 @@ bool JournalOutput::tryToCompact() {
         return false;
     }
     m_wholeLength = text.length();
+    m_hasWhole = true;
     m_textLength = text.length();
     dropCopy();
     m_isBaseSettled = true;
@@ -326,21 +450,19 @@ bool JournalOutput::tryToCompact() {
 }
 
 void JournalOutput::dropCopy() {
-    if (m_copy != nullptr)
-        m_copy->discard();
-    m_copy.reset();
+    if (m_storing != nullptr)
+        m_storing->cancel();
+    m_storing.reset();
 }
 
 bool JournalOutput::writeCompacted(JournalFile& target, const ReplayedText& text) {
     const std::string head = payloadOf(m_base);
     JournalEntry whole;
     whole.kind = EntryKind::Whole;
-    whole.jointKind = text.jointKind();
-    whole.joints = text.listedJoints();
     whole.length = text.length();
     std::vector<std::string> parts(1);
     appendEntry(parts.front(), whole);
-    parts.push_back(joined(text.held(), text.length()));
+    parts.push_back(joined(text.pieces(), text.length()));
     const qint64 time = m_stream->time();
     JournalEnd end{sizeof Magic, FirstSeed};
     if (writeExactly(m_calls, target.handle(), {Magic, sizeof Magic}, 0) ||

@@ -1,19 +1,23 @@
 #pragma once
 
-#include "recovery/journals/BaseCopy.h"
+#include "recovery/journals/BaseStoring.h"
 #include "recovery/journals/JournalBase.h"
 #include "recovery/journals/JournalFile.h"
 #include "recovery/journals/JournalLimits.h"
 #include "recovery/journals/JournalStream.h"
+#include "recovery/journals/RetryDelay.h"
 
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <vector>
 
+class BaseThreads;
 class ReplayedText;
 
-/// Writes one journal: creates its file, appends what its stream has, stores its base and compacts it. Owned and used
-/// by the thread that writes. What cannot be written stays here and is tried again. Sizes are bytes.
+/// Writes one journal: creates its file, appends what its stream has, has its base stored and compacts it. Owned and
+/// used by the thread that writes. What cannot be written stays here and is tried again. The file of the document is
+/// never waited for: all work on it is done by BaseThreads. Sizes are bytes.
 class JournalOutput {
  public:
     using Clock = JournalStream::Clock;
@@ -27,9 +31,10 @@ class JournalOutput {
         bool isPartial = false;  ///< its last entries do not fit: nothing is appended but the whole contents
     };
 
-    JournalOutput(FileSystemCalls& calls, QString folder, const JournalLimits& limits, JournalBase base,
-                  std::shared_ptr<JournalStream> stream);
-    JournalOutput(FileSystemCalls& calls, const JournalLimits& limits, JournalBase base,
+    /// The threads outlive this object.
+    JournalOutput(FileSystemCalls& calls, BaseThreads& threads, QString folder, const JournalLimits& limits,
+                  JournalBase base, std::shared_ptr<JournalStream> stream);
+    JournalOutput(FileSystemCalls& calls, BaseThreads& threads, const JournalLimits& limits, JournalBase base,
                   std::shared_ptr<JournalStream> stream, Continued continued);
     ~JournalOutput();
     Q_DISABLE_COPY_MOVE(JournalOutput)
@@ -37,15 +42,20 @@ class JournalOutput {
     /// When write() is to be called; nothing: when the stream has something new.
     std::optional<Clock::time_point> dueAt() const;
     void write();
-    /// Whether a base is being stored, which step() does part by part.
-    bool isStoringBase() const { return m_copy != nullptr; }
-    void step();
-    /// Whether a copy of it is being made, without which a changed file could not be made good.
-    bool isCopyingBase() const { return m_copy != nullptr && !m_copy->isOnlyRead(); }
+    /// What failed is tried again by the next write(), and not only when it is due.
+    void tryAgain() { m_bytesDue = {}; }
+    /// Takes over what the threads have found out by now.
+    void takeFindings();
+    /// Whether a copy of the base is being made, without which a changed file could not be made good.
+    bool isCopyingBase() const { return m_storing != nullptr && !m_storing->isOnlyRead(); }
+    /// Whether it is being found out if the file has been changed.
+    bool isCheckingFile() const { return m_isCheckPending != nullptr; }
     /// The process ends: what only saves time later is left out.
     void leaveOut();
     /// Whether everything is on the disk that was ever added.
     bool isClean() const;
+    /// Whether its file is to be removed, by write().
+    bool isGivenUp() const { return !m_isFinished && m_stream->isDiscarded(); }
     /// Whether nothing is left to be done for it, ever.
     bool isFinished() const { return m_isFinished; }
     /// Whether its file was removed, which the folder has to be flushed for.
@@ -54,14 +64,26 @@ class JournalOutput {
  private:
     void end();
     void takeBatch();
+    void takeWhole(JournalBatch batch);
     bool writeBacklog();
+    void setRetry(bool isWritten);
     bool makeFile();
     bool append();
     void noteWritten();
     bool noteGone();
-    void beginBase();
-    void copyWhole();
-    void noteBase(const StoredBase& base);
+    bool awaitsBase() const { return m_isPublished && !m_isBaseSettled && m_storing == nullptr; }
+    bool dependsOnFile() const;
+    void reportDependence();
+    bool isBaseKnown() const;
+    void storeBase();
+    void storeBytes();
+    bool startBytes();
+    void putOffBytes();
+    bool isStoringBytes() const { return m_storing != nullptr && m_storing->of() == BaseStoring::Of::Bytes; }
+    bool start(BaseStoring::Of of, std::unique_ptr<BaseCopy> copy, quint64 device);
+    void takeBase(BaseStoring& storing);
+    void takeBytes(BaseStoring& storing);
+    bool noteBase(const StoredBase& base, bool replaces);
     void checkFile();
     bool isTooLong() const;
     void compact();
@@ -70,6 +92,7 @@ class JournalOutput {
     bool writeCompacted(JournalFile& target, const ReplayedText& text);
 
     FileSystemCalls& m_calls;
+    BaseThreads& m_threads;
     QString m_folder;
     const JournalLimits m_limits;
     JournalBase m_base;
@@ -80,14 +103,19 @@ class JournalOutput {
     std::optional<Clock::time_point> m_retryAt;
     bool m_awaitsWhole = false;  ///< what was written is of no use, and nothing else is appended
 
-    std::unique_ptr<BaseCopy> m_copy;
+    std::shared_ptr<BaseStoring> m_storing;  ///< what is being stored
     std::optional<StoredBase> m_stored;
     bool m_isBaseSettled = false;
-    qint64 m_baseNumber = 0;
+    qint64 m_baseNumber;  ///< of the copy that was begun last
     int m_wholeFile = -1;
-    quint64 m_editsCopied = 0;
+    std::vector<JournalBatch> m_sinceBytes;  ///< edits since the copy of the bytes was begun
+    RetryDelay m_bytesDelay;
+    Clock::time_point m_bytesDue;                         ///< when the bytes may be copied
+    std::shared_ptr<std::atomic<bool>> m_isCheckPending;  ///< null: nobody looks at the file
+    bool m_isCheckedAgain = false;
 
     qint64 m_textLength = 0;
+    bool m_hasWhole = false;
     qint64 m_wholeLength = 0;  ///< of the contents in the journal itself
     qint64 m_compactFrom;
     bool m_isFinished = false;

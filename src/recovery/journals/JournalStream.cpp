@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -25,11 +26,26 @@ JournalStream::~JournalStream() {
         ::close(m_wholeFile);
 }
 
-void JournalStream::insert(qint64 at, std::string_view bytes) {
+template <typename Change>
+void JournalStream::note(News news, Change change) {
     bool isFirst;
     {
         const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+        isFirst = noteNews(news);
+        change();
+    }
+    if (isFirst)
+        m_wake();
+}
+
+template <typename Value>
+Value JournalStream::locked(const Value& member) const {
+    const std::scoped_lock lock(m_mutex);
+    return member;
+}
+
+void JournalStream::insert(qint64 at, std::string_view bytes) {
+    note(News::Edit, [&] {
         m_growth += static_cast<qint64>(bytes.size());
         if (m_hasOpen && m_open.kind == EntryKind::Insert && at == m_open.at + qint64(m_open.bytes.size()) &&
             m_open.bytes.size() + bytes.size() <= MostContinued) {
@@ -38,16 +54,12 @@ void JournalStream::insert(qint64 at, std::string_view bytes) {
             closeOpen();
             open(EntryKind::Insert, at, bytes);
         }
-    }
-    wakeIf(isFirst);
+    });
 }
 
 /// The key Delete removes at the same place again, Backspace before it.
 void JournalStream::remove(qint64 at, qint64 length) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    note(News::Edit, [&] {
         m_growth -= length;
         if (m_hasOpen && m_open.kind == EntryKind::Remove && (at == m_open.at || at + length == m_open.at)) {
             m_open.at = at;
@@ -57,58 +69,44 @@ void JournalStream::remove(qint64 at, qint64 length) {
             open(EntryKind::Remove, at, {});
             m_open.length = length;
         }
-    }
-    wakeIf(isFirst);
+    });
 }
 
 void JournalStream::add(const JournalEntry& entry) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        const qint64 time = m_time;
-        isFirst = noteEdit();
-        if (!entry.isEdit())
-            m_time = time;
+    note(News::Edit, [&] {
         closeOpen();
         putIn(entry);
-    }
-    wakeIf(isFirst);
+    });
 }
 
-void JournalStream::setWhole(std::string heldText, JointKind kind, std::vector<qint64> joints) {
+void JournalStream::setWhole(std::vector<std::string> parts) {
     JournalEntry entry;
     entry.kind = EntryKind::Whole;
-    entry.jointKind = kind;
-    entry.joints = std::move(joints);
-    entry.length = static_cast<qint64>(heldText.size());
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    for (const std::string& part : parts)
+        entry.length += static_cast<qint64>(part.size());
+    note(News::Whole, [&] {
         m_parts.clear();
         m_hasOpen = false;
         m_growth = entry.length;
         m_isWhole = true;
         putIn(entry);
-        m_parts.push_back(std::move(heldText));
+        std::move(parts.begin(), parts.end(), std::back_inserter(m_parts));
         m_parts.emplace_back();
         m_needsWhole = false;
-    }
-    wakeIf(isFirst);
+        m_dependsOnFile = false;
+    });
 }
 
 void JournalStream::setWhole(int handle) {
-    bool isFirst;
-    {
-        const std::scoped_lock lock(m_mutex);
-        isFirst = noteEdit();
+    note(News::Whole, [&] {
         if (m_wholeFile >= 0)
             ::close(m_wholeFile);
         m_wholeFile = ::fcntl(handle, F_DUPFD_CLOEXEC, 0);
-        if (m_wholeFile >= 0)
-            m_needsWhole = false;
-    }
-    wakeIf(isFirst);
+        if (m_wholeFile < 0)
+            return;
+        m_needsWhole = false;
+        m_dependsOnFile = false;
+    });
 }
 
 void JournalStream::discard() {
@@ -121,6 +119,21 @@ void JournalStream::discard() {
     m_wake();
 }
 
+void JournalStream::replaceBy(std::shared_ptr<JournalStream> next) {
+    next->hurry();
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_next = std::move(next);
+    }
+    m_wake();
+}
+
+/// What waits has waited in the journal before.
+void JournalStream::hurry() {
+    const std::scoped_lock lock(m_mutex);
+    m_firstEdit = Clock::time_point::min();
+}
+
 void JournalStream::release() {
     {
         const std::scoped_lock lock(m_mutex);
@@ -131,7 +144,7 @@ void JournalStream::release() {
 
 std::optional<JournalStream::Clock::time_point> JournalStream::dueAt(const Delays& delays) const {
     const std::scoped_lock lock(m_mutex);
-    if (m_isDiscarded || m_isReleased)
+    if (isGivenUp() || (m_isReleased && m_next == nullptr))
         return Clock::time_point::min();
     if (!m_waits)
         return std::nullopt;
@@ -162,29 +175,27 @@ void JournalStream::askForWhole() {
         m_wholeNeeded();
 }
 
+bool JournalStream::isGivenUp() const {
+    return m_isDiscarded || (m_next != nullptr && (m_next->m_isWritten || m_next->isDiscarded()));
+}
+
 bool JournalStream::isDiscarded() const {
     const std::scoped_lock lock(m_mutex);
-    return m_isDiscarded;
+    return isGivenUp();
 }
 
 bool JournalStream::isReleased() const {
     const std::scoped_lock lock(m_mutex);
-    return m_isReleased;
+    return m_isReleased && m_next == nullptr;
+}
+
+qint64 JournalStream::time() const {
+    return locked(m_time);
 }
 
 int JournalStream::takeWholeFile() {
     const std::scoped_lock lock(m_mutex);
     return std::exchange(m_wholeFile, -1);
-}
-
-quint64 JournalStream::edits() const {
-    const std::scoped_lock lock(m_mutex);
-    return m_edits;
-}
-
-qint64 JournalStream::time() const {
-    const std::scoped_lock lock(m_mutex);
-    return m_time;
 }
 
 /// Memory is used again: a key reserves none.
@@ -207,14 +218,15 @@ void JournalStream::closeOpen() {
     putIn(entry);
 }
 
-bool JournalStream::noteEdit() {
+/// What is the text already is no edit of it, so that the time of the last one stays.
+bool JournalStream::noteNews(News news) {
     const bool isFirst = !m_waits;
     m_waits = true;
     m_lastEdit = Clock::now();
     if (isFirst)
         m_firstEdit = m_lastEdit;
-    m_time = presentTime();
-    ++m_edits;
+    if (news == News::Edit || m_time == 0)
+        m_time = presentTime();
     return isFirst;
 }
 
@@ -224,9 +236,4 @@ void JournalStream::putIn(const JournalEntry& entry) {
     if (m_parts.empty() || m_parts.back().size() > LongPart)
         m_parts.emplace_back();
     appendEntry(m_parts.back(), entry);
-}
-
-void JournalStream::wakeIf(bool isFirst) const {
-    if (isFirst)
-        m_wake();
 }

@@ -10,8 +10,10 @@
 
 namespace {
 
-/// A file system that does not answer must not keep the program from ending.
+/// A disk that does not answer must not keep the program from ending.
 constexpr std::chrono::seconds LongestEnd(5);
+/// For a file that is just being read, when nobody needs it any more.
+constexpr std::chrono::milliseconds LastAnswer(200);
 
 }  // namespace
 
@@ -24,18 +26,16 @@ JournalThread::~JournalThread() {
 
 std::unique_ptr<Journal> JournalThread::begin(JournalBase base) {
     std::shared_ptr<JournalStream> stream = makeStream(0);
-    auto output = std::make_unique<JournalOutput>(m_calls, m_folder, m_limits, std::move(base), stream);
+    auto output = std::make_unique<JournalOutput>(m_calls, m_baseThreads, m_folder, m_limits, std::move(base), stream);
     return add(std::move(stream), std::move(output));
 }
 
-std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                             const JournalEntry& joints) {
+std::unique_ptr<Journal> JournalThread::goOn(JournalBase base, JournalOutput::Continued continued, qint64 time) {
     std::shared_ptr<JournalStream> stream = makeStream(time);
-    if (base.view == JournalBase::View::Text)
-        stream->add(joints);
     if (continued.isPartial)
         stream->askForWhole();
-    auto output = std::make_unique<JournalOutput>(m_calls, m_limits, std::move(base), stream, std::move(continued));
+    auto output = std::make_unique<JournalOutput>(m_calls, m_baseThreads, m_limits, std::move(base), stream,
+                                                  std::move(continued));
     return add(std::move(stream), std::move(output));
 }
 
@@ -99,50 +99,61 @@ void JournalThread::end() {
 }
 
 void JournalThread::run() {
+    std::optional<Clock::time_point> lastMoment;
     std::unique_lock lock(m_mutex);
     for (;;) {
         std::move(m_added.begin(), m_added.end(), std::back_inserter(m_outputs));
         m_added.clear();
         m_hasNews = false;
         const bool ends = m_ends;
-        const quint64 flushes = m_flushesAsked;
-        const bool flushesNow = flushes > m_flushesDone;
+        if (ends && !lastMoment)
+            lastMoment = Clock::now() + m_limits.atEnd;
+        const bool flushesNow = m_flushesAsked > std::exchange(m_flushesBegun, m_flushesAsked);
         lock.unlock();
-        const bool hasMore = work(ends || flushesNow, ends);
+        work(ends || flushesNow, ends);
+        const bool isCopying = this->isCopying();
+        const bool isFlushed = !isCopying && !isChecking();
         lock.lock();
-        if (flushesNow && !isCopying()) {
-            m_flushesDone = flushes;
+        if (m_flushesBegun > m_flushesDone && isFlushed) {
+            m_flushesDone = m_flushesBegun;
             m_isClean = isClean();
             m_flushed.notify_all();
         }
-        if (ends && !hasMore)
+        if (ends && (!isCopying || Clock::now() >= *lastMoment))
             break;
-        if (!hasMore)
-            wait(lock);
+        const auto isWoken = [&] { return m_hasNews || m_ends != ends || m_flushesAsked > m_flushesBegun; };
+        if (const auto due = ends ? lastMoment : nextDue())
+            m_woken.wait_until(lock, *due, isWoken);
+        else
+            m_woken.wait(lock, isWoken);
     }
+    lock.unlock();
     m_outputs.clear();
+    m_baseThreads.wait(Clock::now() + LastAnswer);
+    lock.lock();
     m_hasEnded = true;
     m_ended.notify_all();
 }
 
-/// Entries first: a base that takes long to store is stored between them, part by part.
-bool JournalThread::work(bool all, bool ends) {
+/// What the base threads have found out comes first: it may be something to be written. What was written may have
+/// replaced a journal.
+void JournalThread::work(bool all, bool ends) {
     const Clock::time_point now = Clock::now();
-    bool hasMore = false;
     for (const auto& output : m_outputs) {
+        output->takeFindings();
         const std::optional<Clock::time_point> due = output->dueAt();
+        if (all)
+            output->tryAgain();
         if (all || (due && *due <= now))
             output->write();
         if (ends)
             output->leaveOut();
     }
     for (const auto& output : m_outputs) {
-        if (output->isStoringBase())
-            output->step();
-        hasMore = hasMore || output->isStoringBase();
+        if (output->isGivenUp())
+            output->write();
     }
     removeFinished();
-    return hasMore;
 }
 
 /// Journals that are gone must not come back after a power cut.
@@ -158,20 +169,20 @@ bool JournalThread::isCopying() const {
     return std::any_of(m_outputs.begin(), m_outputs.end(), [](const auto& output) { return output->isCopyingBase(); });
 }
 
+bool JournalThread::isChecking() const {
+    return std::any_of(m_outputs.begin(), m_outputs.end(), [](const auto& output) { return output->isCheckingFile(); });
+}
+
 bool JournalThread::isClean() const {
     return std::all_of(m_outputs.begin(), m_outputs.end(), [](const auto& output) { return output->isClean(); });
 }
 
-void JournalThread::wait(std::unique_lock<std::mutex>& lock) {
+std::optional<JournalThread::Clock::time_point> JournalThread::nextDue() const {
     std::optional<Clock::time_point> first;
     for (const auto& output : m_outputs) {
         const std::optional<Clock::time_point> due = output->dueAt();
         if (due && (!first || *due < *first))
             first = due;
     }
-    const auto isWoken = [this] { return m_hasNews || m_ends || m_flushesAsked > m_flushesDone; };
-    if (first)
-        m_woken.wait_until(lock, *first, isWoken);
-    else
-        m_woken.wait(lock, isWoken);
+    return first;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recovery/journals/BaseThreads.h"
 #include "recovery/journals/JournalLimits.h"
 #include "recovery/journals/JournalOutput.h"
 
@@ -7,13 +8,14 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <vector>
 
 class Journal;
 
-/// The thread that writes all journals of the process. Started with the first one. Owned by Journals; shared with what
-/// makes further journals of it.
+/// The thread that writes all journals of the process. Started with the first one. It waits for no file but those of
+/// the journals. Owned by Journals; shared with what makes further journals of it.
 class JournalThread : public std::enable_shared_from_this<JournalThread> {
  public:
     JournalThread(FileSystemCalls& calls, QString folder, JournalLimits limits);
@@ -24,8 +26,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
 
     std::unique_ptr<Journal> begin(JournalBase base);
     /// `time`: of its last edit, in milliseconds since 1970.
-    std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time,
-                                  const JournalEntry& joints);
+    std::unique_ptr<Journal> goOn(JournalBase base, JournalOutput::Continued continued, qint64 time);
     bool flush(std::chrono::milliseconds limit);
     /// Writes everything and ends the thread; waits some seconds at most. Nothing is written afterwards.
     void end();
@@ -38,17 +39,18 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     void start();
     void wake();
     void run();
-    /// Returns whether there is more to do at once.
-    bool work(bool all, bool ends);
+    void work(bool all, bool ends);
     void removeFinished();
     bool isCopying() const;
+    bool isChecking() const;
     bool isClean() const;
-    void wait(std::unique_lock<std::mutex>& lock);
+    std::optional<Clock::time_point> nextDue() const;
 
     FileSystemCalls& m_calls;
     const QString m_folder;
     const JournalLimits m_limits;
     std::thread m_thread;
+    BaseThreads m_baseThreads;
     std::vector<std::unique_ptr<JournalOutput>> m_outputs;  ///< of the thread
 
     std::mutex m_mutex;  ///< of all below
@@ -60,6 +62,7 @@ class JournalThread : public std::enable_shared_from_this<JournalThread> {
     bool m_hasEnded = false;
     std::condition_variable m_ended;
     quint64 m_flushesAsked = 0;
+    quint64 m_flushesBegun = 0;
     quint64 m_flushesDone = 0;
     bool m_isClean = true;
 };

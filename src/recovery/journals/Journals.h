@@ -46,7 +46,8 @@ class Journals {
     void removeOldAsides(const QDateTime& now = QDateTime::currentDateTime());
 
     /// Writes what is in memory at once, and waits at most so long. Returns whether all of it is on the disk, copies of
-    /// bases included; a base that is only read for its checksum is not waited for.
+    /// bases included, and it was found out whether a file without a copy was changed; a base that is only read for its
+    /// checksum is not waited for.
     bool flush(std::chrono::milliseconds limit);
 
  private:

@@ -1,7 +1,5 @@
 #include "recovery/journals/Payload.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr int BitsOfByte = 7;
@@ -20,15 +18,6 @@ void PayloadWriter::number(quint64 value) {
 void PayloadWriter::bytes(std::string_view bytes) {
     number(quint64(bytes.size()));
     m_payload.append(bytes);
-}
-
-void PayloadWriter::offsets(const std::vector<qint64>& offsets) {
-    number(quint64(offsets.size()));
-    qint64 last = 0;
-    for (const qint64 offset : offsets) {
-        number(offset - last);
-        last = offset;
-    }
 }
 
 void PayloadReader::fail() {
@@ -79,25 +68,4 @@ std::string_view PayloadReader::bytes() {
     const std::string_view found = m_rest.substr(0, static_cast<std::size_t>(length));
     m_rest.remove_prefix(found.size());
     return found;
-}
-
-/// Each of them takes a byte at least.
-std::vector<qint64> PayloadReader::offsets() {
-    const quint64 count = number();
-    if (!m_valid || count > m_rest.size()) {
-        fail();
-        return {};
-    }
-    std::vector<qint64> offsets;
-    offsets.reserve(static_cast<std::size_t>(count));
-    qint64 last = -1;
-    for (quint64 i = 0; i < count && m_valid; ++i) {
-        const qint64 step = numberUpTo(std::numeric_limits<qint64>::max() - std::max<qint64>(last, 0));
-        // Equal ones follow each other nowhere.
-        if (last >= 0 && step == 0)
-            fail();
-        last = std::max<qint64>(last, 0) + step;
-        offsets.push_back(last);
-    }
-    return m_valid ? offsets : std::vector<qint64>();
 }

@@ -5,7 +5,6 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// Appends numbers and bytes to a payload; see JournalFormat.
 class PayloadWriter {
@@ -16,8 +15,6 @@ class PayloadWriter {
     void number(qint64 value) { number(static_cast<quint64>(value)); }
     void byte(quint8 value) { m_payload.push_back(static_cast<char>(value)); }
     void bytes(std::string_view bytes);
-    /// Ascending numbers, as their differences.
-    void offsets(const std::vector<qint64>& offsets);
 
  private:
     std::string& m_payload;
@@ -39,7 +36,6 @@ class PayloadReader {
     quint8 byte();
     /// They lie in the payload.
     std::string_view bytes();
-    std::vector<qint64> offsets();
 
  private:
     void fail();

@@ -19,11 +19,16 @@
 namespace {
 
 constexpr qint64 ReadSize = 4LL * 1024 * 1024;
-/// The largest text that the program can hold, with room for joints.
+/// No text that the program can hold is larger.
 constexpr qint64 LargestBase = qint64(1) << 33;
 
 QByteArray nameOf(const QString& path) {
     return localName(path).value_or(QByteArray());
+}
+
+/// Whether a path that cannot be examined, for this reason, leads to nothing. Otherwise perhaps not at this moment.
+bool isNothingThere(int error) {
+    return error == ENOENT || error == ENOTDIR;
 }
 
 /// A regular file, open for reading; closed when the object is destroyed.
@@ -32,19 +37,8 @@ class ReadFile {
     enum class Whose { Anybody, Own };
 
     ReadFile(FileSystemCalls& calls, const QString& path, Whose whose) : m_calls(calls) {
-        const QByteArray name = nameOf(path);
-        struct stat status {};
-        if (calls.stat(name.constData(), &status) != 0 || !S_ISREG(status.st_mode))
-            return;
-        const int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (whose == Whose::Own ? O_NOFOLLOW : 0);
-        m_handle = uninterrupted([&] { return calls.open(name.constData(), flags); });
-        if (m_handle < 0)
-            return;
-        const bool isFit = calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) &&
-                           (whose == Whose::Anybody || (status.st_uid == ::geteuid() && status.st_nlink == 1));
-        m_size = status.st_size;
-        if (!isFit)
-            close();
+        if (!open(path, whose) && !isNothingThere(errno) && errno != ELOOP)  // a link that is not followed
+            m_error = SystemError::fromErrno(errno);
     }
     ~ReadFile() { close(); }
     Q_DISABLE_COPY_MOVE(ReadFile)
@@ -52,8 +46,29 @@ class ReadFile {
     bool isOpen() const { return m_handle >= 0; }
     int handle() const { return m_handle; }
     qint64 size() const { return m_size; }
+    /// Why it could not be opened. Nothing: it is open, is not there, or is not a file to be read.
+    const SystemError& error() const { return m_error; }
 
  private:
+    /// False: a call failed. Otherwise it may be a file of another kind, which is not opened.
+    bool open(const QString& path, Whose whose) {
+        const QByteArray name = nameOf(path);
+        struct stat status {};
+        if (m_calls.stat(name.constData(), &status) != 0)
+            return false;
+        if (!S_ISREG(status.st_mode))
+            return true;
+        const int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC | (whose == Whose::Own ? O_NOFOLLOW : 0);
+        m_handle = uninterrupted([&] { return m_calls.open(name.constData(), flags); });
+        if (m_handle < 0)
+            return false;
+        const bool isFit = m_calls.fstat(m_handle, &status) == 0 && S_ISREG(status.st_mode) &&
+                           (whose == Whose::Anybody || (status.st_uid == ::geteuid() && status.st_nlink == 1));
+        m_size = status.st_size;
+        if (!isFit)
+            close();
+        return true;
+    }
     void close() {
         if (m_handle >= 0)
             m_calls.close(m_handle);
@@ -63,6 +78,7 @@ class ReadFile {
     FileSystemCalls& m_calls;
     int m_handle = -1;
     qint64 m_size = 0;
+    SystemError m_error;
 };
 
 /// Reads a file from its first byte to its end, and adds up its checksum. Keeps the bytes where `keep` has room.
@@ -171,7 +187,7 @@ JournalOutcome RestoredJournal::restore() {
     m_file = lookAtFile();
     if (outcome != JournalOutcome::Restored)
         return outcome;
-    const bool isEmpty = base().path.isEmpty() && base().view == JournalBase::View::Text && m_text.plain().empty();
+    const bool isEmpty = base().path.isEmpty() && base().view == JournalBase::View::Text && m_text.length() == 0;
     if (!m_contents.hasEdits() || isEmpty || (base().view == JournalBase::View::Text && hasSameTextAsFile()))
         return JournalOutcome::SameAsFile;
     return JournalOutcome::Restored;
@@ -207,7 +223,7 @@ void RestoredJournal::forgetText() {
 
 JournalOutcome RestoredJournal::restoreText() {
     if (!m_contents.hasWhole()) {
-        const JournalOutcome outcome = holdBase();
+        const JournalOutcome outcome = takeBase();
         if (outcome != JournalOutcome::Restored)
             return outcome;
     }
@@ -215,18 +231,16 @@ JournalOutcome RestoredJournal::restoreText() {
     return JournalOutcome::Restored;
 }
 
-JournalOutcome RestoredJournal::holdBase() {
-    std::vector<std::string_view> plain;
+JournalOutcome RestoredJournal::takeBase() {
     if (base().state) {
         const JournalOutcome outcome = loadBase();
         if (outcome != JournalOutcome::Restored)
             return outcome;
-        plain.push_back(m_baseText.empty() ? std::string_view(m_baseBytes.get(), std::size_t(m_baseSize))
-                                           : std::string_view(m_baseText));
+        m_text = ReplayedText(m_baseText.empty() ? std::string_view(m_baseBytes.get(), std::size_t(m_baseSize))
+                                                 : std::string_view(m_baseText));
     }
-    const bool isHeld = m_text.hold(plain, base().jointKind, base().joints) &&
-                        (base().heldLength < 0 || base().heldLength == m_text.length());
-    return isHeld ? JournalOutcome::Restored : JournalOutcome::Lost;
+    const bool isOfItsLength = base().textLength < 0 || base().textLength == m_text.length();
+    return isOfItsLength ? JournalOutcome::Restored : JournalOutcome::Lost;
 }
 
 /// Plain UTF-8 without a mark is used as it is.
@@ -246,7 +260,7 @@ JournalOutcome RestoredJournal::loadBase() {
     return JournalOutcome::Restored;
 }
 
-/// The copy if there is one, otherwise the file itself.
+/// The copy if there is one, otherwise the file itself, which may be on a disk that is not mounted now.
 JournalOutcome RestoredJournal::findBase() {
     const bool keeps = base().view == JournalBase::View::Text;
     const std::optional<StoredBase>& stored = m_contents.storedBase();
@@ -254,9 +268,11 @@ JournalOutcome RestoredJournal::findBase() {
     if (stored && stored->hasCopy && holdsBase(JournalFile::basePath(m_stemPath, stored->number), true, keeps, error))
         return JournalOutcome::Restored;
     const bool isReplaced = stored && stored->replaces;
-    if (!error && !isReplaced && !base().path.isEmpty() && holdsBase(base().path, false, keeps, error))
+    const bool asksFile = !error && !isReplaced && !base().path.isEmpty();
+    if (asksFile && holdsBase(base().path, false, keeps, error))
         return JournalOutcome::Restored;
-    return error ? JournalOutcome::Failed : JournalOutcome::Lost;
+    const bool mayComeBack = asksFile && lookAtFile() == JournalFileNow::Unreachable;
+    return error || mayComeBack ? JournalOutcome::Failed : JournalOutcome::Lost;
 }
 
 /// Whether the file has the bytes of the base. Its checksum decides; where none was written, it must be the same file,
@@ -264,6 +280,7 @@ JournalOutcome RestoredJournal::findBase() {
 bool RestoredJournal::holdsBase(const QString& path, bool isCopy, bool keeps, SystemError& error) {
     const std::optional<StoredBase>& stored = m_contents.storedBase();
     const ReadFile file(m_calls, path, isCopy ? ReadFile::Whose::Own : ReadFile::Whose::Anybody);
+    error = file.error();
     if (!file.isOpen() || file.size() > LargestBase)
         return false;
     const std::optional<FileState> before = FileState::of(file.handle());
@@ -312,9 +329,12 @@ JournalOutcome RestoredJournal::restoreBytes() {
 JournalFileNow RestoredJournal::lookAtFile() {
     if (base().path.isEmpty() || !base().state)
         return base().path.isEmpty() || !fileExists(base().path) ? JournalFileNow::None : JournalFileNow::Changed;
+    struct stat status {};
+    if (m_calls.stat(nameOf(base().path).constData(), &status) != 0)
+        return isNothingThere(errno) ? withoutFile() : JournalFileNow::Unreachable;
     const std::optional<FileState> now = FileState::of(base().path);
     if (!now)
-        return JournalFileNow::Missing;
+        return JournalFileNow::Unreachable;
     const std::optional<StoredBase>& stored = m_contents.storedBase();
     if (isTheLoadedFile(*now) || (m_basePath == base().path && isBaseUnchanged()))
         return JournalFileNow::AsItWas;
@@ -326,12 +346,22 @@ JournalFileNow RestoredJournal::lookAtFile() {
     return isSame ? JournalFileNow::AsItWas : JournalFileNow::Changed;
 }
 
+/// Without its folder, or in another file system than the one in which it was loaded, the file is perhaps only not
+/// mounted.
+JournalFileNow RestoredJournal::withoutFile() {
+    const QString folder = base().path.left(std::max<qsizetype>(base().path.lastIndexOf(u'/'), 1));
+    struct stat status {};
+    const bool isThere =
+        m_calls.stat(nameOf(folder).constData(), &status) == 0 && status.st_dev == base().state->device;
+    return isThere ? JournalFileNow::Missing : JournalFileNow::Unreachable;
+}
+
 bool RestoredJournal::hasSameTextAsFile() {
     if (base().path.isEmpty())
         return false;
     const ReadFile file(m_calls, base().path, ReadFile::Whose::Anybody);
-    const std::vector<std::string_view> plain = m_text.plain();
-    const EncodedText encoded = file.isOpen() ? encodeText(plain, base().format) : EncodedText();
+    const std::vector<std::string_view> pieces = m_text.pieces();
+    const EncodedText encoded = file.isOpen() ? encodeText(pieces, base().format) : EncodedText();
     if (!file.isOpen() || encoded.failure)
         return false;
     qint64 length = 0;

@@ -49,12 +49,13 @@ class RestoredJournal {
  private:
     JournalOutcome restoreText();
     JournalOutcome restoreBytes();
-    JournalOutcome holdBase();
+    JournalOutcome takeBase();
     JournalOutcome loadBase();
     JournalOutcome findBase();
     bool holdsBase(const QString& path, bool isCopy, bool keeps, SystemError& error);
     bool isTheLoadedFile(const FileState& state) const;
     JournalFileNow lookAtFile();
+    JournalFileNow withoutFile();
     bool hasSameTextAsFile();
 
     FileSystemCalls& m_calls;

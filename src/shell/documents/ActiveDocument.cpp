@@ -31,6 +31,7 @@ void ActiveDocument::add(frmDocument* document) {
     connect(document, &frmDocument::LimitationsChange, this, report(Limits));
     connect(document, &frmDocument::RepeatCountChange, this, report(Repeat));
     connect(document, &frmDocument::Notice, this, &ActiveDocument::noticed);
+    connect(document, &frmDocument::PassingNotice, this, &ActiveDocument::noticedInPassing);
     connect(document, &frmDocument::AfterFind, this, &ActiveDocument::searched);
     m_children.add(document);
     Q_EMIT added(document);

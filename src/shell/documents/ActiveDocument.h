@@ -69,6 +69,8 @@ class ActiveDocument : public QObject {
     void removed(frmDocument* document);
     /// A text of a document for the status bar; empty: none any more.
     void noticed(const QString& text);
+    /// The same for a text that disappears by itself.
+    void noticedInPassing(const QString& text);
     /// A find or replace dialog of a document has searched, or was closed after it had searched.
     void searched(const QString& text, bool caseSensitive, bool regExp, bool wholeWord);
 

@@ -1,5 +1,6 @@
 #include "shell/documents/DocumentClosing.h"
 
+#include "document/KeptChanges.h"
 #include "document/frmDocument.h"
 #include "document/rtCM.h"
 #include "platform/Yield.h"
@@ -68,7 +69,7 @@ void DocumentClosing::settleChanges(const QPointer<frmDocument>& document) {
 /// The journal of a document that closes while it is changed stays for the next start.
 void DocumentClosing::reportKept(const QPointer<frmDocument>& document) {
     if (document && document->isChange)
-        Q_EMIT noticed(u"The unsaved changes of '%1' come back at the next start."_qs.arg(document->Caption()));
+        Q_EMIT noticed(keptChangesSentence(document->Caption()));
 }
 
 void DocumentClosing::DelTab(frmDocument* document) {

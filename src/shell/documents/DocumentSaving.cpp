@@ -67,9 +67,10 @@ void DocumentSaving::SaveAs() {
 }
 
 /// Somebody else's bytes are not lost without a question.
-bool DocumentSaving::mayOverwrite(const frmDocument& document, const QString& path) const {
+bool DocumentSaving::mayOverwrite(frmDocument& document, const QString& path) const {
     if (path != document.filename || !document.IsChangedOnDisk())
         return true;
+    document.noteFileChange();
     const QString question = u"'%1' has been changed on disk. Overwrite it ?"_qs.arg(path);
     return m_services.prompts.askYesNo(&m_window, question, {}, {}, Prompts::Answer::No);
 }

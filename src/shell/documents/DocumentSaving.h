@@ -34,7 +34,7 @@ class DocumentSaving {
  private:
     /// Asks until the name is unused or may be overwritten; empty: cancelled.
     QString askPath(const QString& title, const QString& initialName) const;
-    bool mayOverwrite(const frmDocument& document, const QString& path) const;
+    bool mayOverwrite(frmDocument& document, const QString& path) const;
     bool save(frmDocument& document, const QString& path, int format, bool force);
     void saveTurn(frmDocument* turn);
 

@@ -65,8 +65,8 @@ void orderByTab(QWidget* findBar, const QStatusBar& statusBar) {
     }
 }
 
-RecoveryOutcome bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found) {
-    return document.bringBack(std::move(found));
+RecoveryOutcome bringBack(frmDocument& document, std::unique_ptr<FoundJournal> found, RecoveredAs as) {
+    return document.bringBack(std::move(found), as);
 }
 
 }  // namespace

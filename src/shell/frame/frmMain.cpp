@@ -127,6 +127,7 @@ void frmMain::connectListeners() {
     });
 
     connect(&h.active, &Active::noticed, &h.status, &StatusPanels::ShowNotice);
+    connect(&h.active, &Active::noticedInPassing, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.closing, &DocumentClosing::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.recovery, &DocumentRecovery::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     if (m_services.saveNotices != nullptr)

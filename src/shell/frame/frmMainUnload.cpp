@@ -104,6 +104,8 @@ void frmMain::endFromOutside(std::function<void()> end) {
         if (std::exchange(m_endsFromOutside, true))
             return;
         writeKept();
+        for (frmDocument* document : m_house->children.documents())
+            ignoringErrors("completeJournals", [document] { document->completeJournals(); });
         if (m_house->openCheck)
             m_house->openCheck->closeEndpoint();
         end();

@@ -10,6 +10,9 @@ namespace {
 
 using Lines = std::vector<std::string_view>;
 
+/// So many bytes of a long line are shown before the first that differs.
+constexpr std::size_t Lead = 200;
+
 struct LineEnd {
     std::string_view bytes;
     const char* name;
@@ -21,12 +24,28 @@ const LineEnd& endOf(std::string_view line) {
     return *std::ranges::find_if(LineEnds, [line](const LineEnd& end) { return line.ends_with(end.bytes); });
 }
 
-QString shownText(std::string_view line, bool namesEnd) {
+/// A long line is shown from a little before the first byte in which it differs from the line in its place.
+std::size_t shownFrom(std::string_view line, std::string_view other) {
+    const auto differing = std::ranges::mismatch(line, other).in1;
+    auto first = static_cast<std::size_t>(differing - line.begin());
+    const auto longer = std::max(std::ssize(line), std::ssize(other));
+    if (longer <= DifferenceRows::LongestLine || first < Lead)
+        return 0;
+    first -= Lead;
+    while (first > 0 && (static_cast<unsigned char>(line[first]) & 0xc0U) == 0x80U)  // within a character
+        --first;
+    return first;
+}
+
+QString shownText(std::string_view line, bool namesEnd, std::size_t from = 0) {
     const LineEnd& end = endOf(line);
     line.remove_suffix(end.bytes.size());
+    line.remove_prefix(std::min(from, line.size()));
     // A cut within a character shows as one that cannot be read.
     const bool isLong = std::ssize(line) > DifferenceRows::LongestLine;
     QString text = QString::fromUtf8(line.data(), std::min<qint64>(std::ssize(line), DifferenceRows::LongestLine));
+    if (from > 0)
+        text.prepend(u'\u2026');
     if (isLong)
         text += u'\u2026';
     for (QChar& character : text) {
@@ -50,13 +69,30 @@ class RowList {
     void addGap() { add({DifferenceRow::Kind::Gap, 0, 0, {}}); }
     void addChange(const LineDiff::Change& change) {
         const bool namesEnds = differInEnds(change);
-        for (qint64 line = change.oldFirst; line < change.oldFirst + change.oldCount && hasRoom(); ++line)
-            add({DifferenceRow::Kind::Removed, line + 1, 0, shownText(m_old[at(line)], namesEnds)});
-        for (qint64 line = change.newFirst; line < change.newFirst + change.newCount && hasRoom(); ++line)
-            add({DifferenceRow::Kind::Added, 0, line + 1, shownText(m_new[at(line)], namesEnds)});
+        const Side old{m_old, change.oldFirst, change.oldCount};
+        const Side fresh{m_new, change.newFirst, change.newCount};
+        for (qint64 i = 0; i < old.count && hasRoom(); ++i)
+            add({DifferenceRow::Kind::Removed, old.first + i + 1, 0, changedText(old, fresh, i, namesEnds)});
+        for (qint64 i = 0; i < fresh.count && hasRoom(); ++i)
+            add({DifferenceRow::Kind::Added, 0, fresh.first + i + 1, changedText(fresh, old, i, namesEnds)});
     }
 
  private:
+    /// The lines of one text that a change concerns.
+    struct Side {
+        const Lines& lines;
+        qint64 first;
+        qint64 count;
+
+        std::string_view line(qint64 number) const {
+            return number < count ? lines[static_cast<std::size_t>(first + number)] : std::string_view();
+        }
+    };
+
+    static QString changedText(const Side& side, const Side& other, qint64 number, bool namesEnd) {
+        const std::string_view line = side.line(number);
+        return shownText(line, namesEnd, shownFrom(line, other.line(number)));
+    }
     static std::size_t at(qint64 line) { return static_cast<std::size_t>(line); }
 
     bool hasRoom() const { return std::ssize(m_list.rows) < DifferenceRows::MostRows; }

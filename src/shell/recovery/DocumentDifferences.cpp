@@ -33,14 +33,14 @@ class OwnHandle {
 frmDifferences::Work comparisonOfTexts(const frmDocument& document) {
     const TextControl& control = document.GetEditor()->control();
     const QByteArray recovered = control.bytes(0, control.heldText().length());
-    return [path = document.filename, recovered](const std::atomic<bool>& cancelled) {
+    return [path = document.recoveredPath(), recovered](const std::atomic<bool>& cancelled) {
         return Comparisons::ofTexts(path, recovered, cancelled);
     };
 }
 
 /// The working copy may be closed meanwhile.
 frmDifferences::Work comparisonOfBytes(const frmDocument& document) {
-    return [path = document.filename, copy = std::make_shared<OwnHandle>(document.bytesHandle())](
+    return [path = document.recoveredPath(), copy = std::make_shared<OwnHandle>(document.bytesHandle())](
                const std::atomic<bool>& cancelled) { return Comparisons::ofBytes(path, copy->path(), cancelled); };
 }
 

@@ -37,32 +37,32 @@ QString documentText(const JournalBase& base) {
     return shown(base.path.isEmpty() ? base.caption : base.path);
 }
 
-QString fileText(JournalFileNow file) {
-    switch (file) {
-        case JournalFileNow::None:
-            return u"there was none"_qs;
-        case JournalFileNow::AsItWas:
-            return u"is as it was"_qs;
-        case JournalFileNow::Changed:
-            return u"was changed since"_qs;
-        case JournalFileNow::Missing:
-            break;
-    }
-    return u"is missing"_qs;
+constexpr ValueText<JournalFileNow> FileTexts[] = {{JournalFileNow::None, "there was none"},
+                                                   {JournalFileNow::AsItWas, "is as it was"},
+                                                   {JournalFileNow::Changed, "was changed since"},
+                                                   {JournalFileNow::Missing, "is missing"},
+                                                   {JournalFileNow::Unreachable, "cannot be reached now"}};
+
+constexpr ValueText<JournalOutcome> StateTexts[] = {{JournalOutcome::Restored, "unsaved"},
+                                                    {JournalOutcome::SameAsFile, "saved"},
+                                                    {JournalOutcome::Lost, "without its base"},
+                                                    {JournalOutcome::Failed, "cannot be read"}};
+
+bool isWhole(JournalOutcome outcome) {
+    return outcome == JournalOutcome::Restored || outcome == JournalOutcome::SameAsFile;
 }
 
 QString stateText(JournalOutcome outcome, bool isAside) {
-    switch (outcome) {
-        case JournalOutcome::Failed:
-            return u"cannot be read"_qs;
-        case JournalOutcome::Lost:
-            return u"without its base"_qs;
-        case JournalOutcome::SameAsFile:
-            return isAside ? u"set aside"_qs : u"saved"_qs;
-        case JournalOutcome::Restored:
-            break;
-    }
-    return isAside ? u"set aside"_qs : u"unsaved"_qs;
+    return isAside && isWhole(outcome) ? u"set aside"_qs : textOf(StateTexts, outcome);
+}
+
+/// Why it cannot be restored.
+QString reasonText(const RestoredJournal& content, JournalOutcome outcome) {
+    if (outcome == JournalOutcome::Lost)
+        return u"its base is missing or was changed, and there is no copy of it"_qs;
+    return content.file() == JournalFileNow::Unreachable
+               ? u"its file cannot be reached now, and there is no copy of it"_qs
+               : u"cannot be read"_qs;
 }
 
 QString formatText(TextFormat format) {
@@ -203,17 +203,17 @@ QString basisText(const JournalBase& base) {
 }
 
 QString foundText(const RestoredJournal& content, JournalOutcome outcome) {
-    if (outcome != JournalOutcome::Restored && outcome != JournalOutcome::SameAsFile)
-        return u"  the base is missing or was changed, and there is no copy of it\n"_qs;
+    if (!isWhole(outcome))
+        return u"  %1\n"_qs.arg(reasonText(content, outcome));
     if (content.base().view == JournalBase::View::Hex)
         return u"  recovered: bytes of a file of %1 bytes\n"_qs.arg(FileSource(content.basePath()).length());
-    const qint64 length = PieceSource(content.text().plain()).length();
+    const qint64 length = PieceSource(content.text().pieces()).length();
     const bool isSaved = outcome == JournalOutcome::SameAsFile;
     return u"  recovered: %1 bytes of text%2\n"_qs.arg(length).arg(isSaved ? u", which the file has"_qs : QString());
 }
 
 int writeText(const RestoredJournal& content, const QString& path, bool asUtf8) {
-    const std::vector<std::string_view> plain = content.text().plain();
+    const std::vector<std::string_view> plain = content.text().pieces();
     const TextFormat format = asUtf8 ? TextFormat() : content.base().format;
     const EncodedText encoded = encodeText(plain, format);
     if (encoded.failure)
@@ -284,7 +284,7 @@ int JournalTool::show(const QString& name) const {
     text += u"  last edit: %1%2\n"_qs.arg(timeText(content.contents().time()),
                                           opened->isInUse ? u", a running program has it open"_qs : QString());
     text += basisText(base);
-    text += u"  its file: %1\n"_qs.arg(fileText(content.file()));
+    text += u"  its file: %1\n"_qs.arg(textOf(FileTexts, content.file()));
     text += foundText(content, outcome);
     return print(text) ? Done : Failed;
 }
@@ -296,10 +296,9 @@ int JournalTool::restore(const QString& name, const QString& path, bool asUtf8) 
         return exit;
     RestoredJournal& content = *opened->content;
     const JournalOutcome outcome = content.restore();
-    if (outcome == JournalOutcome::Lost)
-        return say(Unfit, u"%1: its base is missing or was changed, and there is no copy of it"_qs.arg(name));
-    if (outcome == JournalOutcome::Failed)
-        return say(Failed, u"%1: cannot be read"_qs.arg(name));
+    const ExitCode refusal = outcome == JournalOutcome::Lost ? Unfit : Failed;
+    if (!isWhole(outcome))
+        return say(refusal, u"%1: %2"_qs.arg(name, reasonText(content, outcome)));
     const QString target = QDir::current().absoluteFilePath(path);
     return content.base().view == JournalBase::View::Text ? writeText(content, target, asUtf8)
                                                           : writeBytes(content, target);
@@ -310,20 +309,14 @@ int JournalTool::drop(const QString& name) const {
     const std::unique_ptr<JournalFile> file = JournalFile::open(FileSystemCalls::system(), m_folder, name, opening);
     if (file != nullptr)
         return file->remove() ? Done : say(Failed, u"%1: %2"_qs.arg(name, SystemError::fromErrno(errno).description));
-    if (opening == JournalFile::Opening::Missing)
-        return say(Missing, u"%1: no such journal"_qs.arg(name));
-    return say(Failed, opening == JournalFile::Opening::InUse
-                           ? u"%1: a running program uses it"_qs.arg(name)
-                           : u"%1: not a file of your own, or not readable"_qs.arg(name));
+    return sayNotOpened("journal", name, opening);
 }
 
 std::unique_ptr<JournalTool::Opened> JournalTool::open(const QString& name, int& exit) const {
     JournalFile::Opening opening = JournalFile::Opening::Missing;
     std::unique_ptr<Opened> opened = openAny(name, opening);
     if (opened == nullptr) {
-        exit = opening == JournalFile::Opening::Missing
-                   ? say(Missing, u"%1: no such journal"_qs.arg(name))
-                   : say(Failed, u"%1: not a file of your own, or not readable"_qs.arg(name));
+        exit = sayNotOpened("journal", name, opening);
         return nullptr;
     }
     const JournalContents::Reading reading = opened->content->readHead();

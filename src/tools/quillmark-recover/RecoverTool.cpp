@@ -79,39 +79,21 @@ QString shownPath(const QByteArray& path) {
     return shown(QFile::decodeName(path));
 }
 
-QString stateText(WriteState state) {
-    switch (state) {
-        case WriteState::Whole:
-            return u"has the new contents"_qs;
-        case WriteState::Partial:
-        case WriteState::Torn:
-            return u"was not or only partly written"_qs;
-        case WriteState::Old:
-            return u"has the old contents"_qs;
-        case WriteState::Other:
-            return u"is missing, or was changed by another program"_qs;
-        case WriteState::Away:
-            return u"is out of reach: its folder is missing"_qs;
-        case WriteState::Unknown:
-            break;
-    }
-    return u"cannot be read"_qs;
-}
+constexpr ValueText<WriteState> StateTexts[] = {{WriteState::Whole, "has the new contents"},
+                                                {WriteState::Partial, "was not or only partly written"},
+                                                {WriteState::Torn, "was not or only partly written"},
+                                                {WriteState::Old, "has the old contents"},
+                                                {WriteState::Other, "is missing, or was changed by another program"},
+                                                {WriteState::Away, "is out of reach: its folder is missing"},
+                                                {WriteState::Unknown, "cannot be read"}};
+
+constexpr ValueText<SaveRecord::Kind> KindTexts[] = {{SaveRecord::Kind::Blank, "empty"},
+                                                     {SaveRecord::Kind::Damaged, "damaged"},
+                                                     {SaveRecord::Kind::OfAnother, "of another version"},
+                                                     {SaveRecord::Kind::Unknown, "cannot be read"}};
 
 QString whyUnread(int handle, const SystemError& error) {
-    if (error)
-        return u"cannot be read"_qs;
-    switch (SaveRecord::kindOf(FileSystemCalls::system(), handle)) {
-        case SaveRecord::Kind::Blank:
-            return u"empty"_qs;
-        case SaveRecord::Kind::OfAnother:
-            return u"of another version"_qs;
-        case SaveRecord::Kind::Unknown:
-            return u"cannot be read"_qs;
-        case SaveRecord::Kind::Damaged:
-            break;
-    }
-    return u"damaged"_qs;
+    return textOf(KindTexts, error ? SaveRecord::Kind::Unknown : SaveRecord::kindOf(FileSystemCalls::system(), handle));
 }
 
 }  // namespace
@@ -237,7 +219,7 @@ int RecoverTool::show(const QCommandLineParser& options) {
                 .arg(file.finalSize())
                 .arg(RecordedBytes::needsBase(file) ? u"of which those that differ are in the record"_qs
                                                     : u"all in the record"_qs)
-                .arg(stateText(state));
+                .arg(textOf(StateTexts, state));
     }
     return print(text) ? Done : Failed;
 }
@@ -282,19 +264,10 @@ std::unique_ptr<RecordFile> RecoverTool::openFile(const QString& name, int& exit
     const bool isName = !name.contains(u'/') &&
                         (name.endsWith(suffix) || name.endsWith(suffix + QLatin1String(SaveRecovery::AsideSuffix)));
     auto file = std::make_unique<RecordFile>(FileSystemCalls::system(), nameOf(m_folder + u'/' + name));
-    switch (isName ? file->open() : RecordFile::Opening::Missing) {
-        case RecordFile::Opening::Done:
-            return file;
-        case RecordFile::Opening::Missing:
-            exit = say(Missing, u"%1: no such record"_qs.arg(name));
-            break;
-        case RecordFile::Opening::InUse:
-            exit = say(Failed, u"%1: a running program uses it"_qs.arg(name));
-            break;
-        case RecordFile::Opening::Refused:
-            exit = say(Failed, u"%1: not a file of your own, or not readable"_qs.arg(name));
-            break;
-    }
+    const RecordFile::Opening opening = isName ? file->open() : RecordFile::Opening::Missing;
+    if (opening == RecordFile::Opening::Done)
+        return file;
+    exit = sayNotOpened("record", name, opening);
     return nullptr;
 }
 
@@ -340,7 +313,7 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
     if (!isNamed && std::ranges::find(Fitting, state) == std::end(Fitting)) {
         exit = say(Unfit,
                    u"%1: the record holds only what differs from the file as it was, and the file %2; "
-                   "name one like it with --base"_qs.arg(shownPath(file.path), stateText(state)));
+                   "name one like it with --base"_qs.arg(shownPath(file.path), textOf(StateTexts, state)));
         return -1;
     }
     struct stat status {};

@@ -1,4 +1,3 @@
-#include "editor/Editor.h"
 #include "editor/control/CommandNumbers.h"
 #include "editor/control/ControlBookmarks.h"
 #include "editor/control/ControlClipboard.h"
@@ -9,18 +8,15 @@
 #include "editor/control/TextControl.h"
 #include "editor/held/EditObserver.h"
 #include "editor/held/EditReport.h"
+#include "editor/held/LoadedControl.h"
 #include "text/held/Joints.h"
 
 #include <QClipboard>
 #include <QDropEvent>
-#include <QFile>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QMimeData>
-#include <QTemporaryDir>
 #include <QTest>
-
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <random>
@@ -70,25 +66,12 @@ class Copy : public EditObserver {
     TextControl& m_control;
 };
 
-struct ReportedEdits : testing::Test {
-    QTemporaryDir folder;
-    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
-    TextControl& control = *controlOwner;
+struct ReportedEdits : LoadedControl {
     std::unique_ptr<Copy> copy;
 
     ReportedEdits() {
-        control.resize(600, 400);
-        control.show();
         QGuiApplication::clipboard()->setText(u"clip\nboard"_qs);
         copy = std::make_unique<Copy>(control);
-    }
-    QString path() const { return folder.filePath(u"file.txt"_qs); }
-    void load(const QByteArray& bytes) {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        file.close();
-        ASSERT_FALSE(control.file().OpenFile(path()));
     }
     std::string text() const { return control.bytes(0, control.heldText().length()).toStdString(); }
     void expectSame(const char* after = "") const { ASSERT_TRUE(copy->text == text()) << after; }

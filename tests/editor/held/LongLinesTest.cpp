@@ -1,9 +1,9 @@
-#include "editor/Editor.h"
 #include "editor/control/ControlClipboard.h"
 #include "editor/control/ControlFile.h"
 #include "editor/control/ControlSearch.h"
 #include "editor/control/ControlTyping.h"
 #include "editor/control/TextControl.h"
+#include "editor/held/LoadedControl.h"
 #include "editor/held/TextLoader.h"
 #include "text/held/Joints.h"
 
@@ -12,12 +12,8 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTest>
 
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <random>
 
 namespace {
@@ -30,24 +26,7 @@ QString longLine(qint64 length) {
     return line;
 }
 
-/// A control with a text from a file, as a person gets it.
-struct LoadedLongLine : testing::Test {
-    QTemporaryDir folder;
-    const std::unique_ptr<TextControl> controlOwner{makeEditor()};
-    TextControl& control = *controlOwner;
-
-    LoadedLongLine() {
-        control.resize(700, 400);
-        control.show();
-    }
-    QString path() const { return folder.filePath(u"file.txt"_qs); }
-    void load(const QByteArray& bytes) {
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        file.close();
-        ASSERT_FALSE(control.file().OpenFile(path()));
-    }
+struct LoadedLongLine : LoadedControl {
     QByteArray saved() {
         EXPECT_FALSE(control.file().SaveFile(path(), SaveFlags::AsLoaded));
         QFile file(path());

@@ -40,11 +40,11 @@ TEST_F(JournalFailures, AnySingleFailureIsMadeGoodByTheNextBatch) {
                     journal->insert(0, text);
                     expected.insert(0, text);
                     if (journal->needsWhole())
-                        journal->setWhole(expected, JointKind::None);
+                        journal->setWhole({expected});
                     journals->flush(Long);
                 }
                 if (journal->needsWhole()) {
-                    journal->setWhole(expected, JointKind::None);
+                    journal->setWhole({expected});
                     journals->flush(Long);
                 }
             }
@@ -95,10 +95,8 @@ TEST_F(JournalFailures, ShortWritesAndReadsAreContinued) {
         const auto journals = makeJournals(calls);
         journals->begin(baseOf(path))->insert(0, "zero and more ");
     }
-    const auto journals = makeJournals(calls);
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(found->restore(), Outcome::Restored);
+    const auto [journals, found, outcome] = nextStart(calls);
+    ASSERT_EQ(outcome, Outcome::Restored);
     EXPECT_EQ(bytesOf(found->textPath()), "zero and more one two three four five six seven");
 }
 
@@ -140,20 +138,12 @@ TEST_F(JournalFailures, ATornEndCountsUpToItsLastWholeBatch) {
 }
 
 TEST_F(JournalFailures, ATornEndIsWrittenOverByWhatFollows) {
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(JournalBase());
-        journal->insert(0, "one ");
-        EXPECT_TRUE(journals->flush(Long));
-        journal->insert(4, "two ");
-    }
+    leaveTwoBatches(JournalBase());
     const QByteArray whole = bytesOf(journalPath());
     put(journalPath(), whole.left(whole.size() - 1));
     {
-        const auto journals = makeJournals();
-        const auto found = only(journals->takeAbandoned());
-        ASSERT_NE(found, nullptr);
-        ASSERT_EQ(found->restore(), Outcome::Restored);
+        const auto [journals, found, outcome] = nextStart();
+        ASSERT_EQ(outcome, Outcome::Restored);
         EXPECT_EQ(bytesOf(found->textPath()), "one ");
         found->continueAs()->insert(4, "three");
     }
@@ -162,13 +152,7 @@ TEST_F(JournalFailures, ATornEndIsWrittenOverByWhatFollows) {
 
 TEST_F(JournalFailures, AnyFlippedBitIsNoticed) {
     const QString path = file("base");
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(baseOf(path));
-        journal->insert(0, "one ");
-        EXPECT_TRUE(journals->flush(Long));
-        journal->insert(4, "two ");
-    }
+    leaveTwoBatches(baseOf(path));
     const QString name = journalPath();
     const QByteArray whole = bytesOf(name);
     for (qsizetype at = 0; at < whole.size(); ++at) {
@@ -190,12 +174,7 @@ TEST_F(JournalFailures, AnyFlippedBitIsNoticed) {
 
 TEST_F(JournalFailures, ADamagedCopyIsNotUsed) {
     const QString path = file("one two");
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(baseOf(path));
-        journal->insert(0, "x");
-        EXPECT_TRUE(journals->flush(Long));
-    }
+    leave(baseOf(path), "x");
     put(folder() + u'/' + names(u"*.base"_qs).value(0), "ONE two");
     EXPECT_EQ(recovered(), "xone two") << "the file is as it was";
     put(path, "something else");
@@ -204,19 +183,13 @@ TEST_F(JournalFailures, ADamagedCopyIsNotUsed) {
 
 TEST_F(JournalFailures, AWrongLengthOfTheTextIsNoticed) {
     JournalBase base = baseOf(file("one two"));
-    base.heldLength = 6;
-    {
-        const auto journals = makeJournals();
-        journals->begin(base)->insert(0, "x");
-    }
+    base.textLength = 6;
+    leave(base, "x");
     recovered(Outcome::Lost);
 }
 
 TEST_F(JournalFailures, WhatCannotBeReadNowIsLeftForTheNextStart) {
-    {
-        const auto journals = makeJournals();
-        journals->begin(baseOf(file("one")))->insert(0, "x");
-    }
+    leave(baseOf(file("one")), "x");
     for (const SystemCall call : {SystemCall::ReadAt, SystemCall::Write}) {
         FailingFileSystem calls;
         const auto journals = makeJournals(calls);

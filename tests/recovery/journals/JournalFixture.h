@@ -14,6 +14,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,13 +72,41 @@ class JournalFixture : public testing::Test {
         EXPECT_EQ(found.size(), 1u);
         return found.size() == 1 ? std::move(found.front()) : nullptr;
     }
+    /// A journal with one insertion, left by a process that has ended, and its name.
+    QString leave(const JournalBase& base, const std::string& text, qint64 at = 0) const {
+        const auto journals = makeJournals();
+        journals->begin(base)->insert(at, text);
+        EXPECT_TRUE(journals->flush(Long));
+        return names(u"*.journal"_qs).value(0);
+    }
+    /// One with "one two " inserted at the beginning, of which "two " was written by itself.
+    void leaveTwoBatches(const JournalBase& base) const {
+        const auto journals = makeJournals();
+        const auto journal = journals->begin(base);
+        journal->insert(0, "one ");
+        EXPECT_TRUE(journals->flush(Long));
+        journal->insert(4, "two ");
+    }
+
+    /// A process that has brought back the only journal that was left.
+    struct Start {
+        std::unique_ptr<Journals> journals;
+        std::unique_ptr<FoundJournal> found;
+        std::optional<Outcome> outcome;  ///< nothing: there is no journal, or more than one
+    };
+    Start nextStart(FileSystemCalls& calls = FileSystemCalls::system()) const {
+        Start start{makeJournals(calls), nullptr, std::nullopt};
+        start.found = only(start.journals->takeAbandoned());
+        if (start.found != nullptr)
+            start.outcome = start.found->restore();
+        return start;
+    }
     /// The recovered text of the only journal, and how bringing it back went.
     std::string recovered(Outcome expected = Outcome::Restored) const {
-        const auto journals = makeJournals();
-        const auto found = only(journals->takeAbandoned());
-        if (found == nullptr)
+        const auto [journals, found, outcome] = nextStart();
+        EXPECT_EQ(outcome, expected);
+        if (outcome != expected)
             return "no journal";
-        EXPECT_EQ(found->restore(), expected);
         return expected == Outcome::Restored ? bytesOf(found->textPath()).toStdString() : std::string();
     }
 

@@ -2,6 +2,7 @@
 
 #include "recovery/journals/HexEntryVisitor.h"
 #include "recovery/journals/JournalFixture.h"
+#include "support/FailingFileSystem.h"
 
 #include <QThread>
 
@@ -69,10 +70,8 @@ TEST_F(JournalKeeping, ATextWithoutAFileComesBack) {
         const auto journal = journals->begin(base);
         journal->insert(0, "never saved");
     }
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(found->restore(), Outcome::Restored);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::Restored);
     EXPECT_EQ(bytesOf(found->textPath()), "never saved");
     EXPECT_EQ(found->base().caption, u"Untitled1"_qs);
     EXPECT_EQ(found->file(), File::None);
@@ -84,17 +83,10 @@ TEST_F(JournalKeeping, AllOfTheBaseComesBack) {
     base.format = {TextEncoding::Windows1252, false};
     base.lineEndMode = 2;
     base.language = u"C++"_qs;
-    base.jointKind = JointKind::AnyLf;
-    base.joints = {2, 5};
-    base.heldLength = 9;
-    {
-        const auto journals = makeJournals();
-        journals->begin(base)->insert(9, "\xc3\xa4");
-    }
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    ASSERT_EQ(found->restore(), Outcome::Restored);
+    base.textLength = 7;
+    leave(base, "\xc3\xa4", 7);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::Restored);
     EXPECT_EQ(bytesOf(found->textPath()), "one\rtwo\xc3\xa4");
     const JournalBase& back = found->base();
     EXPECT_EQ(back.path, path);
@@ -103,24 +95,8 @@ TEST_F(JournalKeeping, AllOfTheBaseComesBack) {
     EXPECT_EQ(back.format, base.format);
     EXPECT_EQ(back.lineEndMode, 2);
     EXPECT_EQ(back.language, u"C++"_qs);
-    EXPECT_EQ(back.jointKind, JointKind::AnyLf);
-    EXPECT_EQ(back.joints, base.joints);
-    EXPECT_EQ(back.heldLength, 9);
+    EXPECT_EQ(back.textLength, 7);
     EXPECT_LE(qAbs(found->time().secsTo(QDateTime::currentDateTime())), 600);
-}
-
-TEST_F(JournalKeeping, ListedJointsFollowTheEdits) {
-    const QString path = file("one\rtwo\nthree\r\nfour");
-    JournalBase base = baseOf(path);
-    base.jointKind = JointKind::Listed;
-    base.joints = {2, 6, 14};
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(base);
-        journal->insert(0, "<");
-        journal->remove(6, 3);
-    }
-    EXPECT_EQ(recovered(), "<one\ro\nthree\r\nfour");
 }
 
 TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
@@ -131,22 +107,11 @@ TEST_F(JournalKeeping, WholeContentsTakeThePlaceOfBaseAndEdits) {
         journal->insert(0, "lost");
         EXPECT_TRUE(journals->flush(Long));
         journal->insert(0, "lost, too");
-        journal->setWhole("all\rof it", JointKind::AnyCr);
+        journal->setWhole({"all\rof it"});
         journal->insert(0, "and ");
     }
     put(path, "something else");
-    EXPECT_EQ(recovered(), "and allof it");
-}
-
-TEST_F(JournalKeeping, AChangedKindOfJointsCounts) {
-    {
-        const auto journals = makeJournals();
-        const auto journal = journals->begin(JournalBase());
-        journal->insert(0, "one\rtwo");
-        journal->setJointKind(JointKind::AnyLf);
-        journal->insert(1, "\n");
-    }
-    EXPECT_EQ(recovered(), "one\rtwo");
+    EXPECT_EQ(recovered(), "and all\rof it");
 }
 
 TEST_F(JournalKeeping, ADiscardedJournalLeavesNothing) {
@@ -214,16 +179,11 @@ TEST_F(JournalKeeping, EditsThatGoOnAreWrittenAllTheSame) {
 
 TEST_F(JournalKeeping, WhatIsTheSameAsTheFileIsReportedSo) {
     const QString path = file("one two");
-    {
-        const auto journals = makeJournals();
-        journals->begin(baseOf(path))->insert(3, " and");
-    }
+    leave(baseOf(path), " and", 3);
     // The save was done, and then the process was killed.
     put(path, "one and two");
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    EXPECT_EQ(found->restore(), Outcome::SameAsFile);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::SameAsFile);
     EXPECT_TRUE(found->isSameAsFile());
     EXPECT_TRUE(found->discard());
     EXPECT_EQ(names(), QStringList());
@@ -293,7 +253,7 @@ TEST_F(JournalKeeping, AFileThatWasChangedBeforeTheFirstEditAsksForTheWhole) {
         EXPECT_TRUE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
         EXPECT_EQ(notices, 1);
-        journal->setWhole("xone", JointKind::None);
+        journal->setWhole({"xone"});
         EXPECT_FALSE(journal->needsWhole());
         journal->insert(1, "y");
     }
@@ -304,13 +264,12 @@ TEST_F(JournalKeeping, AFileThatIsTooLargeToCopyIsWatchedInstead) {
     const QString path = file("one two three");
     JournalLimits limits = patient();
     limits.copied = 4;
-    FileSystemCalls& calls = FileSystemCalls::system();
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
     const auto journals = makeJournals(calls, limits);
     const auto journal = journals->begin(baseOf(path));
     journal->insert(0, "x");
     EXPECT_TRUE(journals->flush(Long));
-    if (!names(u"*.base"_qs).isEmpty())
-        GTEST_SKIP() << "the file system clones";
     EXPECT_FALSE(journal->needsWhole());
     put(path, "other bytes");
     journal->insert(0, "x");
@@ -322,13 +281,13 @@ TEST_F(JournalKeeping, WithoutACopyTheFileItselfIsTheBaseAsLongAsItIsAsItWas) {
     const QString path = file("one two three");
     JournalLimits limits = patient();
     limits.copied = 4;
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
     {
-        const auto journals = makeJournals(FileSystemCalls::system(), limits);
+        const auto journals = makeJournals(calls, limits);
         journals->begin(baseOf(path))->insert(0, "x");
         EXPECT_TRUE(journals->flush(Long));
     }
-    if (!names(u"*.base"_qs).isEmpty())
-        GTEST_SKIP() << "the file system clones";
     EXPECT_EQ(recovered(), "xone two three");
     put(path, "one two threE");
     recovered(Outcome::Lost);
@@ -346,7 +305,7 @@ TEST_F(JournalKeeping, AJournalThatWasRemovedByHandAsksForTheWhole) {
         journal->insert(0, "b");
         EXPECT_FALSE(journals->flush(Long));
         EXPECT_TRUE(journal->needsWhole());
-        journal->setWhole("baone", JointKind::None);
+        journal->setWhole({"baone"});
         journal->insert(0, "c");
         EXPECT_TRUE(journals->flush(Long));
     }
@@ -430,10 +389,7 @@ TEST_F(JournalKeeping, AFolderThatComesBackTakesEverythingThatWaits) {
 }
 
 TEST_F(JournalKeeping, LinksAndHardLinksAreNotTaken) {
-    {
-        const auto journals = makeJournals();
-        journals->begin(JournalBase())->insert(0, "x");
-    }
+    leave(JournalBase(), "x");
     const QString name = names().value(0);
     ASSERT_EQ(::rename(nameOf(journalPath()).constData(), nameOf(at(u"real"_qs)).constData()), 0);
     ASSERT_EQ(::link(nameOf(at(u"real"_qs)).constData(), nameOf(folder() + u'/' + name).constData()), 0);
@@ -443,10 +399,7 @@ TEST_F(JournalKeeping, LinksAndHardLinksAreNotTaken) {
 }
 
 TEST_F(JournalKeeping, ADamagedHeadIsSetAsideAndNeverRemoved) {
-    {
-        const auto journals = makeJournals();
-        journals->begin(JournalBase())->insert(0, "x");
-    }
+    leave(JournalBase(), "x");
     QByteArray bytes = bytesOf(journalPath());
     bytes[12] = static_cast<char>(bytes[12] + 1);
     put(journalPath(), bytes);
@@ -454,6 +407,40 @@ TEST_F(JournalKeeping, ADamagedHeadIsSetAsideAndNeverRemoved) {
     ASSERT_EQ(names().size(), 1);
     EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
     EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+}
+
+TEST_F(JournalKeeping, AJournalOfAnEarlierFormIsSetAsideAndNeverRemoved) {
+    leave(JournalBase(), "x");
+    QByteArray bytes = bytesOf(journalPath());
+    ASSERT_EQ(bytes.left(8), "QMJRNL2\n");
+    bytes[6] = '1';
+    put(journalPath(), bytes);
+    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    ASSERT_EQ(names().size(), 1);
+    EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
+    EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+}
+
+TEST_F(JournalKeeping, TheBaseOfAContinuedJournalIsStoredWithoutAnEdit) {
+    const QString path = file("one");
+    {
+        FailingFileSystem calls;
+        calls.fail(SystemCall::Stat, 0, EIO);
+        const auto journals = makeJournals(calls);
+        journals->begin(baseOf(path))->insert(0, "x");
+        EXPECT_TRUE(journals->flush(Long));
+        ASSERT_TRUE(names(u"*.base"_qs).isEmpty());
+    }
+    {
+        const auto [journals, found, outcome] = nextStart();
+        ASSERT_EQ(outcome, Outcome::Restored);
+        const auto journal = found->continueAs();
+        while (names(u"*.base"_qs).isEmpty())
+            QThread::msleep(5);
+        EXPECT_TRUE(journals->flush(Long));
+    }
+    put(path, "another");
+    EXPECT_EQ(recovered(), "xone");
 }
 
 TEST_F(JournalKeeping, LeftoversOfNoJournalAreRemoved) {
@@ -469,16 +456,10 @@ TEST_F(JournalKeeping, LeftoversOfNoJournalAreRemoved) {
 }
 
 TEST_F(JournalKeeping, OneThatIsSetAsideKeepsItsBaseAndIsNotTakenAgain) {
+    leave(baseOf(file("one")), "x");
     {
-        const auto journals = makeJournals();
-        journals->begin(baseOf(file("one")))->insert(0, "x");
-        EXPECT_TRUE(journals->flush(Long));
-    }
-    {
-        const auto journals = makeJournals();
-        const auto found = only(journals->takeAbandoned());
-        ASSERT_NE(found, nullptr);
-        EXPECT_EQ(found->restore(), Outcome::Restored);
+        const auto [journals, found, outcome] = nextStart();
+        ASSERT_EQ(outcome, Outcome::Restored);
         EXPECT_TRUE(found->setAside());
     }
     EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
@@ -488,17 +469,12 @@ TEST_F(JournalKeeping, OneThatIsSetAsideKeepsItsBaseAndIsNotTakenAgain) {
 }
 
 TEST_F(JournalKeeping, ADocumentThatIsOnlyLookedAtStays) {
-    {
-        const auto journals = makeJournals();
-        journals->begin(baseOf(file("one")))->insert(0, "x");
-    }
+    leave(baseOf(file("one")), "x");
     QDateTime first;
     for (int start = 0; start < 3; ++start) {
         QThread::msleep(3);
-        const auto journals = makeJournals();
-        auto found = only(journals->takeAbandoned());
-        ASSERT_NE(found, nullptr);
-        EXPECT_EQ(found->restore(), Outcome::Restored);
+        const auto [journals, found, outcome] = nextStart();
+        ASSERT_EQ(outcome, Outcome::Restored);
         EXPECT_EQ(bytesOf(found->textPath()), "xone");
         first = start == 0 ? found->time() : first;
         EXPECT_EQ(found->time(), first) << "of the last edit, and not of the last start";
@@ -540,10 +516,8 @@ TEST_F(JournalKeeping, EditsOfBytesComeBackInTheirOrder) {
         EXPECT_TRUE(journals->flush(Long));
         journal->overwrite(9, "z");
     }
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    ASSERT_EQ(found->restore(), Outcome::Restored);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::Restored);
     EXPECT_EQ(bytesOf(found->basePath()), "0123456789");
     EXPECT_TRUE(found->isBaseUnchanged());
     HexRecorder recorder;
@@ -570,10 +544,8 @@ TEST_F(JournalKeeping, EntriesPastTheEndOfTheBytesDoNotCount) {
         journal->overwrite(9, "too long");
         journal->fill(0, 1, 7);
     }
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    ASSERT_EQ(found->restore(), Outcome::Restored);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::Restored);
     HexRecorder recorder;
     EXPECT_TRUE(found->visit(recorder));
     EXPECT_EQ(recorder.entries, QStringList({u"over 4 abc"_qs}));
@@ -599,10 +571,8 @@ TEST_F(JournalKeeping, WholeBytesTakeThePlaceOfBaseAndEdits) {
         EXPECT_TRUE(journals->flush(Long));
         journal->overwrite(3, "Y");
     }
-    const auto journals = makeJournals();
-    const auto found = only(journals->takeAbandoned());
-    ASSERT_NE(found, nullptr);
-    ASSERT_EQ(found->restore(), Outcome::Restored);
+    const auto [journals, found, outcome] = nextStart();
+    ASSERT_EQ(outcome, Outcome::Restored);
     EXPECT_EQ(found->file(), File::Changed);
     EXPECT_EQ(bytesOf(found->basePath()), "01X3456789");
     HexRecorder recorder;
@@ -662,26 +632,36 @@ class Interloper : public FileSystemCalls {
     std::function<void()> duringCopy;
 };
 
-TEST_F(JournalKeeping, WholeBytesAreCopiedAgainWhenEditsCameMeanwhile) {
+/// Nobody knows whether they are in the copy.
+TEST_F(JournalKeeping, EditsOfBytesThatAreBeingCopiedAreRepeatedOnTheCopy) {
     const QString path = file("0123456789");
     const JournalBase base = baseOf(path, JournalBase::View::Hex);
     const QString copy = file("0123456789", u"working copy"_qs);
-    Interloper calls;
-    const auto journals = makeJournals(calls);
-    const auto journal = journals->begin(base);
-    const int handle = ::open(nameOf(copy).constData(), O_RDWR | O_CLOEXEC);
-    journal->setWhole(handle);
-    calls.duringCopy = [&] {
-        EXPECT_EQ(::pwrite(handle, "M", 1, 2), 1);
-        journal->overwrite(2, "M");
-    };
-    EXPECT_FALSE(journals->flush(Long)) << "nobody knows whether the edit is in the copy";
-    EXPECT_TRUE(names(u"*.journal"_qs).isEmpty());
-    EXPECT_TRUE(journals->flush(Long));
-    journal->overwrite(3, "N");
-    EXPECT_TRUE(journals->flush(Long));
-    ::close(handle);
-    EXPECT_EQ(bytesOf(folder() + u'/' + names(u"*.base"_qs).value(0)), "01M3456789");
+    {
+        Interloper calls;
+        const auto journals = makeJournals(calls);
+        const auto journal = journals->begin(base);
+        const int handle = ::open(nameOf(copy).constData(), O_RDWR | O_CLOEXEC);
+        journal->type(1, 0, 1, 'L');  // is in the bytes, which replace it
+        journal->setWhole(handle);
+        calls.duringCopy = [&] {
+            EXPECT_EQ(::pwrite(handle, "M", 1, 2), 1);
+            journal->type(1, 0, 2, 'M');
+        };
+        EXPECT_TRUE(journals->flush(Long));
+        journal->type(1, 0, 3, 'N');
+        EXPECT_TRUE(journals->flush(Long));
+        ::close(handle);
+    }
+    const auto journals = makeJournals();
+    const auto found = only(journals->takeAbandoned());
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->restore(), Outcome::Restored);
+    const QByteArray bytes = bytesOf(found->basePath());
+    EXPECT_TRUE(bytes == "0123456789" || bytes == "01M3456789") << bytes.toStdString();
+    HexRecorder recorder;
+    EXPECT_TRUE(found->visit(recorder));
+    EXPECT_EQ(recorder.entries, QStringList({u"over 2 M"_qs, u"type 1 0 3 78"_qs}));
 }
 
 TEST_F(JournalKeeping, NamesAscendInTheOrderInWhichJournalsWereMade) {
@@ -707,10 +687,7 @@ TEST_F(JournalKeeping, FoldersAndFilesOfAnotherUserAreLeftAlone) {
     constexpr uid_t Nobody = 65534;
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can give files away";
-    {
-        const auto journals = makeJournals();
-        journals->begin(JournalBase())->insert(0, "x");
-    }
+    leave(JournalBase(), "x");
     ASSERT_EQ(::chown(nameOf(journalPath()).constData(), Nobody, Nobody), 0);
     EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
     ASSERT_EQ(::chown(nameOf(journalPath()).constData(), 0, 0), 0);

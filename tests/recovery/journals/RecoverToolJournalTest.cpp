@@ -1,8 +1,7 @@
 // quillmark-recover with journals, run as a person runs it.
 
+#include "recovery/RecoverToolRun.h"
 #include "recovery/journals/JournalFixture.h"
-
-#include <QProcess>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,31 +10,8 @@ namespace {
 
 class RecoverToolOfJournals : public JournalFixture {
  protected:
-    struct Outcome {
-        int exitCode = -1;
-        QString output;
-        QString error;
-    };
-
-    Outcome run(const QStringList& arguments) const {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"XDG_STATE_HOME"_qs, at(u"none"_qs));
-        environment.insert(u"LC_ALL"_qs, u"C.UTF-8"_qs);
-        environment.remove(u"DISPLAY"_qs);
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(at(QString()));
-        process.start(u"" QUILLMARK_RECOVER_PROGRAM ""_qs, QStringList({u"--folder"_qs, folder()}) + arguments);
-        EXPECT_TRUE(process.waitForFinished(60'000));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
-    }
-    /// A journal with one edit, and its name.
-    QString leave(const JournalBase& base, const std::string& text, qint64 at = 0) const {
-        const auto journals = makeJournals();
-        journals->begin(base)->insert(at, text);
-        EXPECT_TRUE(journals->flush(Long));
-        return names(u"*.journal"_qs).value(0);
+    RecoverToolRun run(const QStringList& arguments) const {
+        return {at(QString()), QStringList({u"--folder"_qs, folder()}) + arguments};
     }
 };
 
@@ -45,7 +21,7 @@ TEST_F(RecoverToolOfJournals, JournalsAreListedAndShown) {
     const QString list = run({u"list"_qs}).output;
     EXPECT_EQ(list.section(u'\t', 0, 0), name);
     EXPECT_EQ(list.section(u'\t', 2), u"unsaved\t%1\n"_qs.arg(at(u"a\\x1b[2Jb"_qs)));
-    const Outcome shown = run({u"show"_qs, name});
+    const RecoverToolRun shown = run({u"show"_qs, name});
     EXPECT_EQ(shown.exitCode, 0);
     EXPECT_TRUE(shown.output.contains(u"based on: 7 bytes"_qs)) << shown.output.toStdString();
     EXPECT_TRUE(shown.output.contains(u"encoding: UTF-8\n"_qs));
@@ -77,7 +53,7 @@ TEST_F(RecoverToolOfJournals, WhatTheEncodingCannotHoldIsWrittenInUtf8OnlyWhenAs
     JournalBase base = baseOf(file("one"));
     base.format = {TextEncoding::Windows1252, false};
     const QString name = leave(base, "\xe4\xb8\xad");
-    const Outcome refused = run({u"restore"_qs, name, u"found"_qs});
+    const RecoverToolRun refused = run({u"restore"_qs, name, u"found"_qs});
     EXPECT_EQ(refused.exitCode, 4);
     EXPECT_TRUE(refused.error.contains(u"--utf8"_qs));
     EXPECT_FALSE(QFile::exists(at(u"found"_qs)));
@@ -157,6 +133,22 @@ TEST_F(RecoverToolOfJournals, WithoutItsBaseAJournalIsShownAndNotRestored) {
     EXPECT_TRUE(shown.contains(u"there is no copy of it"_qs));
     EXPECT_EQ(run({u"restore"_qs, name, u"found"_qs}).exitCode, 4);
     EXPECT_FALSE(QFile::exists(at(u"found"_qs)));
+}
+
+TEST_F(RecoverToolOfJournals, OneWhoseFileCannotBeReachedNowIsShownAndNotRestored) {
+    ASSERT_TRUE(QDir().mkpath(at(u"volume"_qs)));
+    const QString name = leave(baseOf(file("one", u"volume/file"_qs)), "x");
+    EXPECT_TRUE(QDir(at(u"volume"_qs)).removeRecursively());
+    EXPECT_EQ(run({u"restore"_qs, name, u"found"_qs}).exitCode, 0) << "there is a copy";
+    EXPECT_TRUE(QFile::remove(folder() + u'/' + names(u"*.base"_qs).value(0)));
+    EXPECT_TRUE(run({u"list"_qs}).output.contains(u"\tcannot be read\t"_qs));
+    const QString shown = run({u"show"_qs, name}).output;
+    EXPECT_TRUE(shown.contains(u"its file: cannot be reached now\n"_qs)) << shown.toStdString();
+    EXPECT_TRUE(shown.contains(u"  its file cannot be reached now, and there is no copy of it\n"_qs));
+    const RecoverToolRun refused = run({u"restore"_qs, name, u"other"_qs});
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_TRUE(refused.error.contains(u"cannot be reached now"_qs));
+    EXPECT_FALSE(QFile::exists(at(u"other"_qs)));
 }
 
 TEST_F(RecoverToolOfJournals, ADamagedOneCanOnlyBeDropped) {

@@ -1,12 +1,12 @@
 // quillmark-recover, run as a person runs it.
 
 #include "platform/Paths.h"
+#include "recovery/RecoverToolRun.h"
 #include "recovery/saves/SaveRecordWriter.h"
 #include "recovery/saves/SaveRecovery.h"
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
@@ -42,26 +42,7 @@ class Source : public ByteSource {
 
 class RecoverToolRuns : public testing::Test {
  protected:
-    struct Outcome {
-        int exitCode = -1;
-        QString output;
-        QString error;
-    };
-
-    Outcome run(const QStringList& arguments) const {
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"XDG_STATE_HOME"_qs, m_home.filePath(u"state"_qs));
-        environment.insert(u"HOME"_qs, m_home.path());
-        environment.insert(u"LC_ALL"_qs, u"C.UTF-8"_qs);
-        environment.remove(u"DISPLAY"_qs);
-        process.setProcessEnvironment(environment);
-        process.setWorkingDirectory(m_home.path());
-        process.start(u"" QUILLMARK_RECOVER_PROGRAM ""_qs, arguments);
-        EXPECT_TRUE(process.waitForFinished(60'000));
-        return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
-                QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
-    }
+    RecoverToolRun run(const QStringList& arguments) const { return {m_home.path(), arguments}; }
 
     QString at(const QString& name) const { return m_home.filePath(name); }
     QString folder() const { return at(u"state/quillmark/saves"_qs); }
@@ -102,7 +83,7 @@ class RecoverToolRuns : public testing::Test {
 }  // namespace
 
 TEST_F(RecoverToolRuns, HelpAndVersionAreShown) {
-    const Outcome help = run({u"--help"_qs});
+    const RecoverToolRun help = run({u"--help"_qs});
     EXPECT_EQ(help.exitCode, 0);
     for (const char* word : {"list", "show", "restore", "drop", "--of", "--base", "--overwrite", "--folder"}) {
         EXPECT_TRUE(help.output.contains(QLatin1String(word))) << word;
@@ -115,7 +96,7 @@ TEST_F(RecoverToolRuns, WrongArgumentsAreRefusedAndChangeNothing) {
     for (const char* line :
          {"", "frobnicate", "list x", "show", "show a b", "restore a.save", "restore a b c", "drop", "list --overwrite",
           "show a --base b", "drop a --of b", "list --unknown", "list --folder"}) {
-        const Outcome outcome = run(QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts));
+        const RecoverToolRun outcome = run(QString::fromLatin1(line).split(u' ', Qt::SkipEmptyParts));
         EXPECT_EQ(outcome.exitCode, 2) << line;
         EXPECT_TRUE(outcome.output.isEmpty()) << line;
         EXPECT_TRUE(outcome.error.startsWith(u"quillmark-recover: "_qs)) << line;
@@ -124,7 +105,7 @@ TEST_F(RecoverToolRuns, WrongArgumentsAreRefusedAndChangeNothing) {
 }
 
 TEST_F(RecoverToolRuns, WithoutRecordsTheListIsEmptyAndNoFolderIsMade) {
-    const Outcome outcome = run({u"list"_qs});
+    const RecoverToolRun outcome = run({u"list"_qs});
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_TRUE(outcome.output.isEmpty() && outcome.error.isEmpty());
     EXPECT_TRUE(QDir(m_home.path()).isEmpty());
@@ -141,7 +122,7 @@ TEST_F(RecoverToolRuns, RecordsAreListedWithTheirFilesAndShown) {
     EXPECT_EQ(lines[0].section(u'\t', 2), u"set aside\t%1\t%2"_qs.arg(at(u"one"_qs), at(u"two"_qs)));
     EXPECT_EQ(lines[1].section(u'\t', 2), u"interrupted\t%1"_qs.arg(at(u"one"_qs)));
     put(u"two"_qs, "and new");
-    const Outcome outcome = run({u"show"_qs, Aside});
+    const RecoverToolRun outcome = run({u"show"_qs, Aside});
     EXPECT_EQ(outcome.exitCode, 0);
     EXPECT_TRUE(outcome.output.contains(u"after: 7 bytes, all in the record"_qs));
     EXPECT_EQ(outcome.output.count(u"was not or only partly written"_qs), 1);

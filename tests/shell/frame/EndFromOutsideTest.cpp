@@ -1,6 +1,12 @@
+#include "recovery/journals/FoundJournal.h"
+#include "recovery/journals/Journals.h"
 #include "shell/FrameFixture.h"
+#include "support/FailingFileSystem.h"
 
+#include <QDir>
 #include <QFileInfo>
+
+#include <chrono>
 
 namespace {
 
@@ -100,4 +106,36 @@ TEST_F(EndFromOutside, MayOnlyHaveToWrite) {
     EXPECT_FALSE(m_frame->hasEnded());
     m_frame->close();
     EXPECT_TRUE(m_frame->hasEnded());
+}
+
+TEST_F(EndFromOutside, CompletesTheJournalOfAFileThatWasChangedAfterTheLastEdit) {
+    constexpr std::chrono::minutes Long(1);
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
+    JournalLimits limits;
+    limits.copied = 1;
+    const QTemporaryDir folder;
+    Journals journals(folder.filePath(u"recovery"_qs), calls, limits);
+    m_journals = &journals;
+    const QString file = fileOf("one");
+    start();
+    open(file);
+    type(u"x"_qs);
+    EXPECT_TRUE(journals.flush(Long));
+    ASSERT_EQ(fileOf("another"), file);
+    end();
+    EXPECT_EQ(m_ends, 1);
+    EXPECT_TRUE(journals.flush(Long));
+
+    // As the next start finds it.
+    ASSERT_TRUE(QDir().mkpath(folder.filePath(u"copy"_qs)));
+    for (const QString& name : QDir(folder.filePath(u"recovery"_qs)).entryList(QDir::Files)) {
+        EXPECT_TRUE(QFile::copy(folder.filePath(u"recovery/"_qs + name), folder.filePath(u"copy/"_qs + name)));
+    }
+    Journals later(folder.filePath(u"copy"_qs));
+    const auto found = later.takeAbandoned();
+    ASSERT_EQ(found.size(), 1U);
+    ASSERT_EQ(found.front()->restore(), FoundJournal::Outcome::Restored);
+    EXPECT_EQ(bytesOf(found.front()->textPath()), "xone");
+    m_frame.reset();
 }

@@ -77,6 +77,32 @@ TEST(DifferenceRows, KeepEachLineInARowOfItsOwn) {
     EXPECT_TRUE(rows.rows[0].text.endsWith(u'…'));
 }
 
+TEST(DifferenceRows, OfLongLinesShowWhereTheyDiffer) {
+    std::string before;
+    for (int i = 0; i < 300'000; ++i)
+        before += "\xc3\xa9";
+    const std::string behind(300'000, 'x');
+    const DifferenceRows rows = between(before + "old" + behind + '\n', before + "new" + behind + '\n');
+    ASSERT_EQ(rows.rows.size(), 2U);
+    for (const auto& [row, word] : {std::pair(rows.rows[0], u"old"_qs), std::pair(rows.rows[1], u"new"_qs)}) {
+        EXPECT_TRUE(row.text.startsWith(u"\u2026\u00e9\u00e9"_qs));
+        EXPECT_EQ(row.text.indexOf(word + u"xxx"_qs), 101);
+        EXPECT_TRUE(row.text.endsWith(u"xx\u2026"_qs));
+    }
+    const std::string cut = before + "behind";
+    const DifferenceRows atEnd = between(before, cut);
+    ASSERT_EQ(atEnd.rows.size(), 2U);
+    EXPECT_EQ(atEnd.rows[0].text, u"\u2026"_qs + QString(100, u'\u00e9'));
+    EXPECT_EQ(atEnd.rows[1].text, u"\u2026"_qs + QString(100, u'\u00e9') + u"behind"_qs);
+    const std::string early = "1" + behind;
+    EXPECT_TRUE(between(early, "2" + behind).rows[0].text.startsWith(u"1xx"_qs));
+}
+
+TEST(DifferenceRows, OfLinesThatAreNotLongShowThemWhole) {
+    const std::string most(1'990, 'x');
+    EXPECT_EQ(between(most + "1", most + "2").rows[0].text, QString(1'990, u'x') + u'1');
+}
+
 TEST(DifferenceRows, AreNoMoreThanAPersonCanRead) {
     const DifferenceRows rows = between(numbered(1, 30'000), numbered(50'000, 80'000));
     EXPECT_EQ(std::ssize(rows.rows), DifferenceRows::MostRows);

@@ -1,15 +1,25 @@
 // Unsaved changes from one run of the frame to the next.
 
 #include "document/RecoveredBar.h"
+#include "document/frmSwitch.h"
+#include "hex/grid/GridPane.h"
 #include "hex/ucHex.h"
+#include "platform/FileState.h"
+#include "platform/Paths.h"
+#include "recovery/journals/Journal.h"
+#include "recovery/journals/JournalBase.h"
 #include "recovery/journals/Journals.h"
 #include "shell/FrameFixture.h"
 #include "shell/recovery/frmDifferences.h"
+#include "support/FailingFileSystem.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QTimer>
 
 #include <chrono>
 
@@ -55,6 +65,8 @@ class UnsavedChanges : public FrameFixture {
     RecoveredBar* bar() { return active() == nullptr ? nullptr : active()->findChild<RecoveredBar*>(); }
     void click(const char* button) { bar()->findChild<QPushButton*>(QString::fromLatin1(button))->click(); }
     QString notice() { return house().status.text(1); }
+    /// Over the first one of the active document.
+    void typeByte() { QTest::keyClicks(active()->findChild<GridPane*>(u"PicHex"_qs), u"41"_qs); }
 
     /// A run that ended with this text typed before that of the file.
     QString typeAndBreak(const QString& typed, const QByteArray& bytes = "text\n") {
@@ -64,6 +76,39 @@ class UnsavedChanges : public FrameFixture {
         type(typed);
         breakRun();
         return file;
+    }
+
+    /// What an instance that was killed has typed at the start of the file. `limits`: with which bases are copied.
+    void leaveText(const QString& file, std::string_view typed, FileSystemCalls& calls = FileSystemCalls::system(),
+                   const Journals::Limits& limits = {}) const {
+        Journals journals(journalFolder(), calls, limits);
+        journals.begin(baseOf(file, JournalBase::View::Text))->insert(0, typed);
+        EXPECT_TRUE(journals.flush(30s));
+    }
+    /// The same with the first bytes of a file.
+    void leaveBytes(const QString& file, std::string_view bytes, FileSystemCalls& calls = FileSystemCalls::system(),
+                    const Journals::Limits& limits = {}) const {
+        Journals journals(journalFolder(), calls, limits);
+        journals.begin(baseOf(file, JournalBase::View::Hex))->overwrite(0, bytes);
+        EXPECT_TRUE(journals.flush(30s));
+    }
+    static JournalBase baseOf(const QString& file, JournalBase::View view) {
+        JournalBase base;
+        base.view = view;
+        base.path = file;
+        base.caption = FileNameOf(file);
+        base.state = FileState::of(file);
+        return base;
+    }
+    void activate(qsizetype number) { house().active.activate(documents().at(number)); }
+    QString barText() { return bar() == nullptr ? QString() : bar()->findChild<QLabel*>()->text(); }
+    QString summaryOfDifferences() {
+        click("cmdDifferences");
+        const QPointer<frmDifferences> form = m_frame->findChild<frmDifferences*>();
+        EXPECT_TRUE(QTest::qWaitFor([form] { return form->isComplete(); }, 30'000));
+        QString summary = form->findChild<QLabel*>(u"lblSummary"_qs)->text();
+        delete form;
+        return summary;
     }
 
     std::unique_ptr<Journals> m_journals;
@@ -146,6 +191,24 @@ TEST_F(UnsavedChanges, OfADocumentWithoutAFileComeBack) {
     EXPECT_TRUE(leavesNoJournal());
 }
 
+TEST_F(UnsavedChanges, OfDocumentsWithoutAFileHaveNamesOfTheirOwn) {
+    startRun();
+    for (const char* typed : {"one", "two"}) {
+        m_frame->NewDocument();
+        type(QLatin1String(typed));
+    }
+    breakRun();
+    set("StartNewDocument", "1");
+    startRun();
+    m_frame->NewDocument();
+    ASSERT_EQ(documents().size(), 3);
+    QStringList captions;
+    for (const frmDocument* document : documents())
+        captions << document->Caption();
+    EXPECT_EQ(captions, tabs());
+    EXPECT_EQ(captions.removeDuplicates(), 0);
+}
+
 TEST_F(UnsavedChanges, AreShownByTheDocumentThatTheSessionOpened) {
     set("LoadLastFiles", "1");
     const QString file = fileOf("text\n");
@@ -223,6 +286,70 @@ TEST_F(UnsavedChanges, OfADocumentThatTheYesDidNotSaveComeBack) {
     EXPECT_EQ(active()->filename, file);
 }
 
+TEST_F(UnsavedChanges, OfBytesThatTheYesDidNotSaveComeBack) {
+    const QString file = fileOf("bytes\n", u"a.bin"_qs);
+    const QString other = fileOf("other\n", u"b.txt"_qs);
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    typeByte();
+    frmDocument* changed = active();
+    open(other);
+    m_prompts.answerYes();  // saves the active document, which is the other one
+    house().children.unload(changed);
+    EXPECT_EQ(bytesOf(file), "bytes\n");
+    EXPECT_EQ(notice(), lossNotice.arg(file));
+    endRun();
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_FALSE(active()->TextEdit());
+    EXPECT_TRUE(active()->isChange);
+}
+
+TEST_F(UnsavedChanges, OfBytesThatCouldNotBeSavedAskAgainAndAreGoneAfterANo) {
+    const QString file = fileOf("bytes\n", u"a.bin"_qs);
+    startRun();
+    m_frame->OpenFile(file, 0, false, false);
+    typeByte();
+    ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+    m_prompts.answerYes();
+    m_prompts.answerNo();
+    run("mnuFileClose");
+    EXPECT_EQ(m_prompts.questions.size(), 2);
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_EQ(notice(), QString());
+    EXPECT_EQ(bytesOf(file), "bytes\n");
+}
+
+/// Into either mode.
+TEST_F(UnsavedChanges, ThatCouldNotBeSavedBeforeASwitchComeBack) {
+    for (const bool toText : {false, true}) {
+        const QString file = fileOf("bytes\n", u"a.bin"_qs);
+        startRun();
+        m_frame->OpenFile(file, 0, false, !toText);
+        toText ? typeByte() : type(u"A"_qs);
+        ASSERT_TRUE(QFile::setPermissions(file, QFile::ReadOwner));
+        QTimer::singleShot(0, active(), [] {
+            auto* form = qobject_cast<frmSwitch*>(QApplication::activeModalWidget());
+            ASSERT_NE(form, nullptr);
+            form->accept();  // "Save the file before" is chosen
+        });
+        active()->setTextEdit(toText);
+        EXPECT_EQ(active()->TextEdit(), toText);
+        EXPECT_EQ(notice(), lossNotice.arg(file));
+        EXPECT_EQ(bytesOf(file), "bytes\n");
+        endRun();
+        startRun();
+        ASSERT_EQ(documents().size(), 1);
+        EXPECT_EQ(active()->TextEdit(), !toText);
+        EXPECT_TRUE(active()->isChange);
+        click("cmdDiscard");
+        EXPECT_TRUE(leavesNoJournal());
+        endRun();
+        ASSERT_TRUE(QFile::remove(file));
+    }
+}
+
 TEST_F(UnsavedChanges, ThatCouldNotBeSavedAskAgainAndAreGoneAfterANo) {
     const QString file = fileOf("caf\xe9\n");
     startRun();
@@ -270,4 +397,168 @@ TEST_F(UnsavedChanges, OfBytesComeBackAndAreCompared) {
     EXPECT_TRUE(leavesNoJournal());
     EXPECT_FALSE(active()->isChange);
     EXPECT_EQ(bytesOf(file), QByteArray(100, 'a'));
+}
+
+TEST_F(UnsavedChanges, OfThreeInstancesComeBackAsOneDocumentOfTheFileAndTwoUntitledOnes) {
+    const QString file = fileOf("text\n");
+    for (const char* typed : {"1 ", "2 ", "3 "})
+        leaveText(file, typed);
+    startRun();
+    ASSERT_EQ(documents().size(), 3);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_EQ(text(), u"3 text\n"_qs);
+    EXPECT_FALSE(barText().contains(u"version"_qs));
+    for (const int number : {1, 2}) {
+        activate(number);
+        EXPECT_EQ(active()->filename, QString());
+        EXPECT_EQ(text(), u"%1 text\n"_qs.arg(3 - number));
+        EXPECT_TRUE(barText().endsWith(u" were recovered. They are another version of 'a.txt'."_qs))
+            << barText().toStdString();
+        EXPECT_EQ(summaryOfDifferences(), u"- in the file as it is now: 1 line.  + recovered: 1 line."_qs);
+    }
+    EXPECT_EQ(tabs().value(0), u"a.txt"_qs);
+    EXPECT_EQ(tabs().removeDuplicates(), 0);
+
+    click("cmdDiscard");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return documents().size() == 2; }, 30'000));
+    EXPECT_EQ(bytesOf(file), "text\n");
+    activate(0);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "3 text\n");
+    activate(1);
+    click("cmdKeep");
+    const QString other = path(u"other.txt"_qs);
+    m_prompts.answerSavePath(other);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(other), "2 text\n");
+    EXPECT_EQ(bytesOf(file), "3 text\n");
+    EXPECT_TRUE(leavesNoJournal());
+    endRun();
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(UnsavedChanges, OfSeveralInstancesComeBackAgainUntouchedInTheSameOrder) {
+    const QString file = fileOf("text\n");
+    for (const char* typed : {"1 ", "2 ", "3 "})
+        leaveText(file, typed);
+    for (int turn = 0; turn < 3; ++turn) {
+        startRun();
+        ASSERT_EQ(documents().size(), 3);
+        for (const int number : {0, 1, 2}) {
+            EXPECT_EQ(documents().at(number)->filename, number == 0 ? file : QString());
+            EXPECT_EQ(documents().at(number)->GetEditor()->Text(), u"%1 text\n"_qs.arg(3 - number));
+        }
+        if (turn == 1)
+            breakRun();
+        else
+            endRun();
+    }
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(UnsavedChanges, OfTextAndBytesOfOneFileComeBackBoth) {
+    const QString file = fileOf("text\n");
+    leaveText(file, "typed ");
+    leaveBytes(file, "BY");
+    startRun();
+    ASSERT_EQ(documents().size(), 2);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_FALSE(active()->TextEdit());
+    EXPECT_EQ(summaryOfDifferences(), u"2 bytes differ from the file as it is now."_qs);
+    activate(1);
+    EXPECT_TRUE(active()->TextEdit());
+    EXPECT_EQ(active()->filename, QString());
+    EXPECT_EQ(text(), u"typed text\n"_qs);
+    activate(0);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(file), "BYxt\n");
+    endRun();
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+    startRun();
+    ASSERT_EQ(documents().size(), 1);
+    EXPECT_EQ(active()->filename, file);
+    EXPECT_EQ(text(), u"typed text\n"_qs);
+    EXPECT_TRUE(barText().endsWith(u"The file has been changed since."_qs));
+}
+
+TEST_F(UnsavedChanges, OfBytesBesideTextOfTheirFileAreUntitled) {
+    const QString file = fileOf("text\n");
+    leaveBytes(file, "BY");
+    leaveText(file, "typed ");
+    startRun();
+    ASSERT_EQ(documents().size(), 2);
+    EXPECT_EQ(text(), u"typed text\n"_qs);
+    activate(1);
+    EXPECT_FALSE(active()->TextEdit());
+    EXPECT_EQ(active()->filename, QString());
+    EXPECT_TRUE(barText().contains(u"another version"_qs));
+    EXPECT_EQ(summaryOfDifferences(), u"2 bytes differ from the file as it is now."_qs);
+    const QString other = path(u"other.bin"_qs);
+    m_prompts.answerSavePath(other);
+    run("mnuFileSave");
+    EXPECT_EQ(bytesOf(other), "BYxt\n");
+    EXPECT_EQ(active()->filename, other);
+    EXPECT_EQ(active()->recoveredBar(), nullptr);
+    activate(0);
+    click("cmdDiscard");
+    EXPECT_EQ(text(), u"text\n"_qs);
+    EXPECT_TRUE(leavesNoJournal());
+}
+
+TEST_F(UnsavedChanges, OfBytesBesideTextAreDiscardedWithoutAQuestion) {
+    const QString file = fileOf("text\n");
+    leaveBytes(file, "BY");
+    leaveText(file, "typed ");
+    startRun();
+    activate(1);
+    click("cmdDiscard");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return documents().size() == 1; }, 30'000));
+    activate(0);
+    click("cmdDiscard");
+    EXPECT_TRUE(leavesNoJournal());
+    EXPECT_TRUE(m_prompts.questions.isEmpty());
+}
+
+TEST_F(UnsavedChanges, OfAVersionOutliveASaveOfTheOtherWithoutACopyOfTheFile) {
+    FailingFileSystem calls;
+    calls.fail(SystemCall::Clone, 0, EOPNOTSUPP);
+    Journals::Limits limits;
+    limits.copied = 2;
+    for (const bool isText : {true, false}) {
+        const QString file = fileOf("text\n");
+        if (isText)
+            leaveText(file, "old ", calls, limits);
+        else
+            leaveBytes(file, "BY", calls, limits);
+        leaveText(file, "typed ", calls, limits);
+        ASSERT_TRUE(QDir(journalFolder()).entryList({u"*.base"_qs}).isEmpty());
+        startRun();
+        ASSERT_EQ(documents().size(), 2);
+        run("mnuFileSave");
+        EXPECT_EQ(bytesOf(file), "typed text\n");
+        breakRun();
+        startRun();
+        ASSERT_EQ(documents().size(), 1);
+        EXPECT_EQ(active()->filename, file);
+        EXPECT_EQ(active()->TextEdit(), isText);
+        EXPECT_EQ(summaryOfDifferences(), isText ? u"- in the file as it is now: 1 line.  + recovered: 1 line."_qs
+                                                 : u"11 bytes differ from the file as it is now."_qs);
+        click("cmdDiscard");
+        EXPECT_TRUE(leavesNoJournal());
+        endRun();
+    }
+}
+
+TEST_F(UnsavedChanges, BesideAnOpenDocumentThatIsChangedAreUntitled) {
+    const QString file = fileOf("text\n");
+    startRun();
+    open(file);
+    type(u"typed "_qs);
+    leaveText(file, "other ");
+    house().recovery.start();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !house().recovery.isAtWork(); }, 30'000));
+    ASSERT_EQ(documents().size(), 2);
+    EXPECT_EQ(text(), u"typed text\n"_qs);
+    EXPECT_EQ(documents().at(1)->filename, QString());
+    EXPECT_EQ(documents().at(1)->GetEditor()->Text(), u"other text\n"_qs);
 }

@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 
 using namespace std::chrono_literals;
 
@@ -42,6 +43,18 @@ void busyForLong() {
     std::_Exit(7);
 }
 
+void lastDuty() {
+    write("last duty ");
+}
+
+/// The process gets these signals, one after the other, and then stays.
+void takeSignals(EndSignals& endSignals, std::initializer_list<int> raised, void (*stay)()) {
+    endWhenAsked(endSignals);
+    for (const int signal : raised)
+        std::raise(signal);
+    stay();
+}
+
 }  // namespace
 
 /// Each test's process is its own, which the signal ends.
@@ -68,11 +81,7 @@ TEST_F(EndSignalsDeathTest, OfTwoTheFirstCounts) {
     EXPECT_EXIT(
         {
             EndSignals endSignals({});
-            endWhenAsked(endSignals);
-            std::raise(SIGTERM);
-            std::raise(SIGHUP);
-            std::raise(SIGTERM);
-            runForLong();
+            takeSignals(endSignals, {SIGTERM, SIGHUP, SIGTERM}, runForLong);
         },
         testing::KilledBySignal(SIGTERM), "^asked $");
 }
@@ -80,11 +89,8 @@ TEST_F(EndSignalsDeathTest, OfTwoTheFirstCounts) {
 TEST_F(EndSignalsDeathTest, EndABusyProcessAfterItsLastDuty) {
     EXPECT_EXIT(
         {
-            EndSignals endSignals([] { write("last duty "); }, 50ms);
-            endWhenAsked(endSignals);
-            std::raise(SIGHUP);
-            std::raise(SIGTERM);
-            busyForLong();
+            EndSignals endSignals(lastDuty, 50ms);
+            takeSignals(endSignals, {SIGHUP, SIGTERM}, busyForLong);
         },
         testing::KilledBySignal(SIGHUP), "^last duty $");
 }
@@ -92,7 +98,7 @@ TEST_F(EndSignalsDeathTest, EndABusyProcessAfterItsLastDuty) {
 TEST_F(EndSignalsDeathTest, EndTheProcessThoughNobodyFollowsThem) {
     EXPECT_EXIT(
         {
-            EndSignals endSignals([] { write("last duty "); }, 50ms);
+            EndSignals endSignals(lastDuty, 50ms);
             std::raise(SIGTERM);
             runForLong();
         },
@@ -106,7 +112,7 @@ TEST_F(EndSignalsDeathTest, ThatNoThreadTakesEndTheProcessToo) {
             sigemptyset(&one);
             sigaddset(&one, SIGTERM);
             pthread_sigmask(SIG_BLOCK, &one, nullptr);  // the thread of the object has it blocked, too
-            EndSignals endSignals([] { write("last duty "); }, 50ms);
+            EndSignals endSignals(lastDuty, 50ms);
             kill(getpid(), SIGTERM);
             busyForLong();
         },
