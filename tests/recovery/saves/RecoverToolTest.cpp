@@ -265,7 +265,7 @@ TEST_F(RecoverToolRuns, ARecordOfAnotherVersionIsListedAsSuchAndCanOnlyBeDropped
     file.close();
     EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u"\tof another version\n"_qs));
     for (const QStringList& words : {QStringList{u"show"_qs, Aside}, QStringList{u"restore"_qs, Aside, u"found"_qs}}) {
-        const Outcome outcome = run(words);
+        const RecoverToolRun outcome = run(words);
         EXPECT_EQ(outcome.exitCode, 4);
         EXPECT_TRUE(outcome.error.contains(u"of another version"_qs));
     }
