@@ -2,6 +2,7 @@
 
 #include "Contents.h"
 #include "HashSum.h"
+#include "KeptBytes.h"
 #include "SceneFiles.h"
 #include "platform/UserFileWriter.h"
 #include "recovery/saves/SaveRecords.h"
@@ -195,9 +196,20 @@ void PowerRun::examine(int promised, const QByteArray& what) {
             m_report.fault(m_story->name, what + ": the file has bytes that were not promised");
     }
     for (const QByteArray& name : namesIn(recordFolder())) {
-        if (!isBehind || !name.endsWith(SaveRecovery::AsideSuffix))
+        if (isKeptOfTornFile(recordFolder() + '/' + name, promised))
+            m_report.count("torn files that were kept before they were completed");
+        else if (!isBehind || !name.endsWith(SaveRecovery::AsideSuffix))
             m_report.fault(m_story->name, what + ": a record is left: " + name);
         else
             m_report.count("records of files as they were before, set aside");
     }
+}
+
+bool PowerRun::isKeptOfTornFile(const QByteArray& record, int promised) const {
+    const std::optional<KeptBytes> kept = KeptBytes::read(record);
+    for (int i = 0; kept && i < m_story->files; ++i) {
+        if (kept->target == target(i))
+            return !m_promises[static_cast<std::size_t>(i)].allows(promised, kept->contents);
+    }
+    return false;
 }

@@ -40,6 +40,7 @@ class PowerRun {
     void put(const WeakDisk::State& state);
     void putTarget(int number, WeakDisk::FileId file, const WeakDisk::State& state) const;
     void examine(int promised, const QByteArray& what);
+    bool isKeptOfTornFile(const QByteArray& record, int promised) const;
 
     QByteArray target(int number) const { return m_root + "/files/file" + QByteArray::number(number); }
     QByteArray keeper(int number) const { return m_root + "/keep/file" + QByteArray::number(number); }

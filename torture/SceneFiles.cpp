@@ -1,6 +1,7 @@
 #include "SceneFiles.h"
 
 #include "Contents.h"
+#include "KeptBytes.h"
 #include "platform/FileReplacement.h"
 #include "platform/UserFileWriter.h"
 #include "recovery/saves/SaveRecovery.h"
@@ -178,11 +179,25 @@ void SceneFiles::examine(Report& report, const QByteArray& what) const {
     const bool isBehind =
         std::any_of(m_files.begin(), m_files.end(), [](const File& file) { return isAsBefore(file); });
     for (const QByteArray& name : namesIn(m_root + "/state/saves")) {
-        if (isBehind && name.endsWith(SaveRecovery::AsideSuffix))
+        if (isKeptOfTornFile(m_root + "/state/saves/" + name))
+            report.count("torn files that were kept before they were completed");
+        else if (isBehind && name.endsWith(SaveRecovery::AsideSuffix))
             report.count("records of files as they were before, set aside");
         else
             report.fault(m_scene.name, what + ": a record is left: " + name);
     }
+}
+
+bool SceneFiles::isKeptOfTornFile(const QByteArray& record) const {
+    const std::optional<KeptBytes> kept = KeptBytes::read(record);
+    return kept && std::ranges::any_of(m_files, [&](const File& file) {
+               return file.target == kept->target && kept->contents != file.oldBytes &&
+                      kept->contents != newContents(file);
+           });
+}
+
+QByteArray SceneFiles::newContents(const File& file) const {
+    return file.newBytes + (m_scene.cuts ? QByteArray() : file.oldBytes.mid(file.newBytes.size()));
 }
 
 /// A write that was killed when it had written only bytes that were there before, looks like an old file that somebody
@@ -204,8 +219,7 @@ QByteArray SceneFiles::faultOf(const File& file) const {
     const bool isNewFile = m_scene.before == Scene::NoFile;
     if (!bytes)
         return isNewFile && !file.isReported ? QByteArray() : QByteArray("the file is gone");
-    const QByteArray kept = m_scene.cuts ? QByteArray() : file.oldBytes.mid(file.newBytes.size());
-    const bool isNew = *bytes == file.newBytes + kept;
+    const bool isNew = *bytes == newContents(file);
     const bool isOld = !isNewFile && *bytes == file.oldBytes;
     if (m_scene.isRefused() && file.isReported)
         return "a file that may not be written was written";

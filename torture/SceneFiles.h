@@ -51,6 +51,8 @@ class SceneFiles {
     void replaceAgain(const File& file) const;
     void saveFile(File& file, FileSystemCalls& calls, WriteWitness& witness) const;
     QByteArray faultOf(const File& file) const;
+    bool isKeptOfTornFile(const QByteArray& record) const;
+    QByteArray newContents(const File& file) const;
     std::vector<QByteArray> expectedNames() const;
 
     QByteArray m_root;

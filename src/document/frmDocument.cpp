@@ -14,6 +14,7 @@
 #include "platform/FileInfo.h"
 #include "platform/FileType.h"
 #include "platform/Paths.h"
+#include "platform/WriteWitness.h"
 #include "platform/Yield.h"
 #include "settings/Options.h"
 #include "widgets/BusyPointer.h"
@@ -135,6 +136,7 @@ bool frmDocument::OpenFile(const QString& pFilename, bool pReadonly, bool pCheck
 
 bool frmDocument::loadChosenView(const QString& path, bool readOnly, bool checkBinary, bool textMode) {
     const QPointer<frmDocument> alive(this);
+    WriteWitness::settleFile(path);
     const bool text =
         chooseTextMode(checkBinary, textMode, m_options.CheckHexModeWhenOpen, [&] { return IsBinaryFile(path); });
     DocumentView& view = viewFor(text);
@@ -235,6 +237,7 @@ void frmDocument::ReloadFile() {
 void frmDocument::ReloadTextFile(const QString& pFilename, int pFormat) {
     const QPointer<frmDocument> alive(this);
     const bool before = Locked();
+    WriteWitness::settleFile(pFilename);
     m_fileState = FileState::of(pFilename);
     if (TextEdit())
         m_text->ReloadFile(pFilename, false, pFormat);

@@ -5,6 +5,7 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -104,6 +105,11 @@ int FileSystemCalls::rename(const char* from, const char* to) {
 int FileSystemCalls::nameFile(int handle, const char* path) {
     const std::string open = "/proc/self/fd/" + std::to_string(handle);
     return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, path, AT_SYMLINK_FOLLOW);
+}
+
+unsigned long FileSystemCalls::typeOfFileSystem(int handle) {
+    struct statfs status {};
+    return ::fstatfs(handle, &status) == 0 ? static_cast<unsigned long>(status.f_type) : 0;
 }
 
 quint64 FileSystemCalls::sizeLimit() {

@@ -45,6 +45,9 @@ class FileSystemCalls {
     /// Gives an open file that has no name yet (O_TMPFILE) this one. EEXIST when it is taken.
     virtual int nameFile(int handle, const char* path);
 
+    /// The number by which the system knows the kind of file system of an open file; 0: it does not say.
+    virtual unsigned long typeOfFileSystem(int handle);
+
     /// The maximum length in bytes of a file that this process may write. A write beyond it would end the process by a
     /// signal.
     virtual quint64 sizeLimit();

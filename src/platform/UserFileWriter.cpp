@@ -153,6 +153,12 @@ void WriteWitness::setOfProcess(WriteWitness* witness) {
     witnessOfProcess = witness;
 }
 
+void WriteWitness::settleFile(const QString& path) {
+    const auto name = localName(path);
+    if (witnessOfProcess != nullptr && name)
+        witnessOfProcess->aboutToUse(*name);
+}
+
 WriteResult UserFileWriter::write(const QString& path, BytePieces pieces, Tail tail) {
     PiecesAtHand source(pieces);
     return writeWhole(path, pieces, source, tail);
@@ -163,6 +169,9 @@ WriteResult UserFileWriter::write(const QString& path, ByteSource& source, Tail 
 }
 
 WriteResult UserFileWriter::writeWhole(const QString& path, BytePieces atHand, ByteSource& source, Tail tail) {
+    const auto name = localName(path);
+    if (m_witness != nullptr && name)
+        m_witness->aboutToUse(*name);
     // A new file that cannot get its name, or whose name was taken meanwhile, is written once more.
     if (source.rewind(ByteSource::Reading::ToWrite)) {
         Target target;

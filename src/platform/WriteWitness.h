@@ -3,6 +3,7 @@
 #include "platform/ByteSource.h"
 
 #include <QByteArray>
+#include <QString>
 
 #include <sys/stat.h>
 
@@ -41,6 +42,11 @@ class WriteWitness {
     /// not interested in this one. Runs the event loop only if `source` does.
     virtual std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) = 0;
 
+    /// Called before a user's file is read to be worked on, and before it is opened to be written: what another process
+    /// has left half-written in it is completed first. `name` is its local name. May wait for a moment, and does not
+    /// run the event loop.
+    virtual void aboutToUse(const QByteArray& name) { Q_UNUSED(name) }
+
     /// Called when there is no space for a write. True: what the witness had kept for itself was given back, and it may
     /// be tried once more.
     virtual bool giveSpaceBack() { return false; }
@@ -49,4 +55,6 @@ class WriteWitness {
     /// other threads write.
     static WriteWitness* ofProcess();
     static void setOfProcess(WriteWitness* witness);
+    /// Passes aboutToUse() to the witness of the process, if there is one.
+    static void settleFile(const QString& path);
 };

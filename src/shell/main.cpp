@@ -8,6 +8,7 @@
 #include "settings/desktop/ShellIntegration.h"
 #include "settings/registry/SqliteRegistry.h"
 #include "shell/frame/frmMain.h"
+#include "shell/recovery/SaveNotices.h"
 #include "shell/start/CommandLine.h"
 #include "shell/start/EndSignals.h"
 #include "shell/start/HandOverEndpoint.h"
@@ -74,8 +75,11 @@ class Program : public StartDuties {
 
     int runFrame() override {
         becomeInstance();
-        SaveRecovery(SaveRecords::saveRecordFolder()).run();
+        SaveRecovery saveRecovery(SaveRecords::saveRecordFolder());
+        const SaveRecovery::Summary completedSaves = saveRecovery.run();
+        SaveNotices saveNotices;
         SaveRecords saveRecords;
+        saveRecords.settling().setReport([&](const SaveRecovery::Summary& summary) { saveNotices.report(summary); });
         WriteWitness::setOfProcess(&saveRecords);
         int count = 1;
         QApplication application(count, m_name);
@@ -89,6 +93,7 @@ class Program : public StartDuties {
         services.arguments = m_arguments;
         services.instanceLock = &m_lock;
         services.journals = &journals;
+        services.saveNotices = &saveNotices;
         frmMain frame(services);
         EndSignals endSignals([&journals] { journals.flush(LastFlushTime); });
         QObject::connect(&endSignals, &EndSignals::requested, &frame,
@@ -101,7 +106,12 @@ class Program : public StartDuties {
             [&] { return endWithSession(frame, journals); });
         frame.Load();
         frame.show();
-        QTimer::singleShot(SweepDelay, &frame, [] { WorkingCopy::removeAbandoned(); });
+        saveNotices.report(completedSaves);
+        QTimer::singleShot(SweepDelay, &frame, [&] {
+            WorkingCopy::removeAbandoned();
+            saveRecovery.removeOldAsides();
+            journals.removeOldAsides();
+        });
         return QApplication::exec();
     }
 

@@ -136,6 +136,10 @@ class StrippingFileSystem : public FailingFileSystem {
 /// Records its calls, and the contents of the file at that time.
 class Witness : public WriteWitness {
  public:
+    void aboutToUse(const QByteArray& file) override {
+        if (settles)
+            settles(file);
+    }
     std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override {
         name = write.name;
         length = write.length;
@@ -163,6 +167,7 @@ class Witness : public WriteWitness {
         canRewind = source.rewind(ByteSource::Reading::ToWrite);
     }
 
+    std::function<void(const QByteArray& name)> settles;
     std::function<void()> meanwhile;
     bool readsSource = false;
     bool canRewind = false;
@@ -869,4 +874,23 @@ TEST_F(UserFileWriting, NoByteOfASourceIsTakenWhenThereIsNoSpace) {
     EXPECT_EQ(UserFileWriter(calls).write(path, source).error.number, ENOSPC);
     EXPECT_EQ(source.given, 0);
     EXPECT_EQ(bytesOf(path), OldBytes);
+}
+
+TEST_F(UserFileWriting, WhatTheWitnessCompletesFirstIsTheFileThatIsWritten) {
+    const QString path = oldFile();
+    const QByteArray completed = QByteArray(OldBytes) + ", completed";
+    FailingFileSystem calls;
+    Witness witness;
+    int times = 0;
+    witness.settles = [&](const QByteArray& name) {
+        ++times;
+        EXPECT_EQ(name, QFile::encodeName(path));
+        EXPECT_TRUE(calls.calls().empty());
+        QFile out(path);
+        EXPECT_TRUE(out.open(QFile::WriteOnly) && out.write(completed) == completed.size());
+    };
+    EXPECT_FALSE(UserFileWriter(calls, &witness).write(path, NewPieces).error);
+    EXPECT_EQ(times, 1);
+    EXPECT_EQ(witness.seen, completed);
+    EXPECT_EQ(bytesOf(path), NewBytes);
 }

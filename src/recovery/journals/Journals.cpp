@@ -6,6 +6,7 @@
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/JournalFile.h"
 #include "recovery/journals/JournalThread.h"
+#include "recovery/saves/OldAsides.h"
 
 #include <QDir>
 
@@ -53,6 +54,17 @@ std::vector<std::unique_ptr<FoundJournal>> Journals::takeAbandoned() {
     }
     removeOrphans(m_calls, m_folder);
     return found;
+}
+
+void Journals::removeOldAsides(const QDateTime& now) {
+    if (!isOwnFolder(m_folder))
+        return;
+    const QString suffix = QLatin1String(JournalFile::Suffix) + QLatin1String(JournalFile::AsideSuffix);
+    for (const QString& name : oldAsides(m_folder, suffix, now)) {
+        JournalFile::Opening opening = JournalFile::Opening::Missing;
+        if (const auto file = JournalFile::open(m_calls, m_folder, name, opening))
+            file->remove();
+    }
 }
 
 bool Journals::flush(std::chrono::milliseconds limit) {

@@ -3,6 +3,7 @@
 #include "platform/FileSystemCalls.h"
 #include "recovery/journals/JournalLimits.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <chrono>
@@ -40,6 +41,9 @@ class Journals {
     /// damaged head are set aside, those of other users, links and other kinds of files are passed over. Without any it
     /// costs one look-up.
     std::vector<std::unique_ptr<FoundJournal>> takeAbandoned();
+
+    /// Removes what was set aside long ago: see oldAsides().
+    void removeOldAsides(const QDateTime& now = QDateTime::currentDateTime());
 
     /// Writes what is in memory at once, and waits at most so long. Returns whether all of it is on the disk, copies of
     /// bases included, and it was found out whether a file without a copy was changed; a base that is only read for its

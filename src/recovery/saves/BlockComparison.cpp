@@ -49,7 +49,9 @@ WriteState BlockComparison::compare() {
     }
     if (m_allNew && m_mixed == 0 && m_size == m_file.finalSize())
         return WriteState::Whole;
-    return m_allOld && m_size == m_file.oldSize ? WriteState::Old : WriteState::Partial;
+    if (m_allOld && m_size == m_file.oldSize)
+        return WriteState::Old;
+    return m_hasTornBlock ? WriteState::Torn : WriteState::Partial;
 }
 
 SystemError BlockComparison::readWindow(quint64 offset, qint64 length) {
@@ -114,7 +116,7 @@ bool BlockComparison::isNew(const Block& block) const {
 bool BlockComparison::isOld(const Block& block) const {
     if (block.offset >= m_file.oldSize)
         return isZero(block.bytes, block.length);
-    const auto oldLength = static_cast<qint64>(std::min<quint64>(BlockSize, m_file.oldSize - block.offset));
+    const qint64 oldLength = oldLengthOf(block);
     return block.length >= oldLength && blockHash(block.bytes, oldLength) == block.oldHash &&
            isZero(block.bytes + oldLength, block.length - oldLength);
 }
@@ -130,20 +132,54 @@ bool BlockComparison::isCutOff(const Block& block) const {
     return isZero(block.bytes + kept, block.length - kept);
 }
 
-/// A write goes from the first byte of a block to its last, and into each block that it is to change.
+/// A write goes from the first byte of a block to its last, and into each block that it is to change. What it has not
+/// reached behind the end of the old file are zeros.
 bool BlockComparison::isMixed(const Block& block) const {
     if (block.newLength == 0 || block.bytes[0] != block.newBytes[0])
         return false;
     const bool changes = block.offset >= m_file.oldSize || blockHash(block.newBytes, block.newLength) != block.oldHash;
-    return changes;
+    const qint64 zeros = std::max(beginningOf(block), oldLengthOf(block));
+    return changes && (zeros >= block.length || isZero(block.bytes + zeros, block.length - zeros));
+}
+
+/// Nothing of the old bytes is left.
+bool BlockComparison::isMixedForCertain(const Block& block) const {
+    return beginningOf(block) >= oldLengthOf(block);
+}
+
+/// Behind the last of the new bytes, before they are cut off.
+bool BlockComparison::hasDoubtfulEnd(const Block& block) const {
+    const qint64 length = std::min(block.length, oldLengthOf(block));
+    return m_file.cuts && block.newLength > 0 && block.newLength < length && !isOld(block) && !isCutOff(block);
+}
+
+/// How many of its bytes, from the first, are new ones.
+qint64 BlockComparison::beginningOf(const Block& block) {
+    const qint64 length = std::min(block.length, block.newLength);
+    return std::mismatch(block.bytes, block.bytes + length, block.newBytes).first - block.bytes;
+}
+
+qint64 BlockComparison::oldLengthOf(const Block& block) const {
+    if (block.offset >= m_file.oldSize)
+        return 0;
+    return static_cast<qint64>(std::min<quint64>(BlockSize, m_file.oldSize - block.offset));
 }
 
 bool BlockComparison::count(const Block& block) {
     const bool isBlockOld = isOld(block);
     m_allOld = m_allOld && isBlockOld;
-    if (isNew(block))
+    if (isNew(block)) {
+        m_hasDoubtfulBytes = m_hasDoubtfulBytes || hasDoubtfulEnd(block);
         return true;
+    }
     if (block.newLength > 0)
         m_allNew = false;
-    return isBlockOld || isCutOff(block) || (isMixed(block) && ++m_mixed <= MixedBlocksOfAWriter);
+    if (isBlockOld)
+        return true;
+    const bool isBlockCutOff = isCutOff(block);
+    if (!isBlockCutOff && (!isMixed(block) || ++m_mixed > MixedBlocksOfAWriter))
+        return false;
+    m_hasTornBlock = m_hasTornBlock || (isBlockCutOff ? block.newLength > 0 : !isMixedForCertain(block));
+    m_hasDoubtfulBytes = m_hasDoubtfulBytes || m_hasTornBlock;
+    return true;
 }

@@ -13,6 +13,9 @@ class BlockComparison {
     /// Only says what the blocks say; whether the file is the recorded one, and written since, is the caller's
     /// question.
     WriteState compare();
+    /// Whether the file, which is Partial or Torn, has bytes that are neither new nor known to be old: the hash of an
+    /// old block says nothing of a part of it.
+    bool hasDoubtfulBytes() const { return m_hasDoubtfulBytes; }
 
  private:
     /// One block of the target with what the record says of it.
@@ -33,6 +36,10 @@ class BlockComparison {
     bool isOld(const Block& block) const;
     bool isCutOff(const Block& block) const;
     bool isMixed(const Block& block) const;
+    bool isMixedForCertain(const Block& block) const;
+    bool hasDoubtfulEnd(const Block& block) const;
+    static qint64 beginningOf(const Block& block);
+    qint64 oldLengthOf(const Block& block) const;
     /// False: more blocks are neither old nor new than one writer leaves behind.
     bool count(const Block& block);
 
@@ -49,4 +56,6 @@ class BlockComparison {
     int m_mixed = 0;
     bool m_allNew = true;
     bool m_allOld = true;
+    bool m_hasTornBlock = false;
+    bool m_hasDoubtfulBytes = false;
 };

@@ -131,6 +131,11 @@ Records RecordStore::all() {
     return m_all;
 }
 
+bool RecordStore::owns(const QByteArray& name) {
+    const std::scoped_lock lock(m_mutex);
+    return contains(m_all, name);
+}
+
 /// The folders above were perhaps made for the first record.
 bool RecordStore::makeLast(OwnRecord& record) {
     if (!record.isNamed()) {

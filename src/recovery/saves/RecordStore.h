@@ -36,6 +36,8 @@ class RecordStore {
     /// To be called when a record is on the disk: waits until its name is there too, and earlier records are not.
     /// False: it cannot be relied on.
     bool makeLast(OwnRecord& record);
+    /// Whether the file of this name is one of these.
+    bool owns(const QByteArray& name);
     /// Waits until no record is on the disk that was given back, here or in another process.
     void flushRemovals(const OwnRecord* except = nullptr);
 

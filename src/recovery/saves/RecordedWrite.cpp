@@ -1,17 +1,33 @@
 #include "recovery/saves/RecordedWrite.h"
 
 #include "recovery/saves/BlockComparison.h"
+#include "recovery/saves/OverwrittenBytes.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 
 namespace {
 
 constexpr qint64 CopySize = 1'048'576;
 constexpr qint64 NanosecondsOfASecond = 1'000'000'000;
+/// So long after its record a write may change the file for the last time. What has changed later, and may be
+/// somebody's work, is taken for such.
+constexpr quint64 LongestWrite = 20ULL * NanosecondsOfASecond;
+
+/// File systems that number their files anew whenever they are mounted: there path, size and blocks say whether it is
+/// the same file. What stands behind FUSE and a server is not known.
+constexpr unsigned long WithoutLastingInodes[] = {MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC,
+                                                  SMB_SUPER_MAGIC,   CIFS_SUPER_MAGIC,  SMB2_SUPER_MAGIC};
+
+bool hasLastingInodes(FileSystemCalls& calls, int handle) {
+    const unsigned long type = calls.typeOfFileSystem(handle);
+    return std::ranges::find(WithoutLastingInodes, type) == std::end(WithoutLastingInodes);
+}
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
@@ -49,7 +65,15 @@ class OpenFile {
     int handle() const { return m_handle; }
     quint64 size() const { return static_cast<quint64>(m_status.st_size); }
     /// The number of the device is not compared: it may be another one after the system was started anew.
-    bool isThatOf(const RecordedFile& file) const { return m_status.st_ino == file.inode; }
+    bool isThatOf(const RecordedFile& file) const {
+        return m_status.st_ino == file.inode || !hasLastingInodes(m_calls, m_handle);
+    }
+    /// Long after the record was made, on the clock that is now.
+    bool isWrittenLater(const RecordedFile& file) const {
+        const qint64 time = m_status.st_mtim.tv_sec * NanosecondsOfASecond + m_status.st_mtim.tv_nsec;
+        return time > 0 && static_cast<quint64>(time) > file.madeTime &&
+               static_cast<quint64>(time) - file.madeTime > LongestWrite;
+    }
     bool isWrittenSince(const RecordedFile& file) const {
         return m_status.st_mtim.tv_sec * NanosecondsOfASecond + m_status.st_mtim.tv_nsec != file.recordedTime;
     }
@@ -82,8 +106,13 @@ WriteState RecordedWrite::state() const {
         return WriteState::Unknown;
     if (!hasSizeOfAWrite(target.size()))
         return WriteState::Other;
-    const WriteState state = BlockComparison(m_calls, m_record, m_file, target.handle(), target.size()).compare();
-    if ((state == WriteState::Partial || state == WriteState::Old) && !target.isThatOf(m_file))
+    BlockComparison comparison(m_calls, m_record, m_file, target.handle(), target.size());
+    const WriteState state = comparison.compare();
+    if (state == WriteState::Whole || state == WriteState::Other || state == WriteState::Unknown)
+        return state;
+    const bool isOfAnother = comparison.hasDoubtfulBytes() && target.isWrittenLater(m_file);
+    const bool isTooLarge = state == WriteState::Torn && target.size() > MostOverwrittenBytes;
+    if (!target.isThatOf(m_file) || isOfAnother || isTooLarge)
         return WriteState::Other;
     return state == WriteState::Old && !target.isWrittenSince(m_file) ? WriteState::Partial : state;
 }

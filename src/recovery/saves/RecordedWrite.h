@@ -15,8 +15,8 @@ class RecordedWrite {
     /// The file that has the path now; nothing when there is none.
     std::optional<FileKey> target() const;
     WriteState state() const;
-    /// Writes the new bytes into the file, whose state is Partial, cuts it to its final size and flushes it. The record
-    /// is still needed after an error.
+    /// Writes the new bytes into the file, whose state is Partial or Torn, cuts it to its final size and flushes it.
+    /// The record is still needed after an error.
     SystemError complete() const;
     /// Flushes the file, whose state is Whole: its bytes may be in memory only. The record is still needed after an
     /// error.

@@ -176,11 +176,28 @@ std::optional<SaveRecord> SaveRecord::read(FileSystemCalls& calls, int handle, S
     return record;
 }
 
-bool SaveRecord::isBlank(FileSystemCalls& calls, int handle) {
-    FileHead head{};
-    const SystemError error = readExactly(calls, handle, reinterpret_cast<char*>(&head), sizeof head, 0);
-    const auto isZero = [](char byte) { return byte == '\0'; };
-    return error.number == ENODATA || (!error && std::all_of(std::begin(head.magic), std::end(head.magic), isZero));
+/// Of a record that was just being filled with zeros, any part of the beginning may be there. What is shorter than the
+/// beginning has zeros for the rest.
+SaveRecord::Kind SaveRecord::kindOf(FileSystemCalls& calls, int handle) {
+    char magic[sizeof Magic] = {};
+    const SystemError error = readExactly(calls, handle, magic, sizeof magic, 0);
+    if (error && error.number != ENODATA)
+        return Kind::Unknown;
+    if (std::all_of(std::begin(magic), std::end(magic), [](char byte) { return byte == '\0'; }))
+        return Kind::Blank;
+    const auto fits = [](char is, char should) { return is == '\0' || is == should; };
+    return std::equal(std::begin(magic), std::end(magic), std::begin(Magic), fits) ? Kind::Damaged : Kind::OfAnother;
+}
+
+std::vector<RecordedFile> SaveRecord::filesAsTheyStand(FileSystemCalls& calls, int handle) {
+    struct stat status {};
+    if (calls.fstat(handle, &status) != 0)
+        return {};
+    RecordInput input(calls, handle, status.st_size);
+    SaveRecord record;
+    if (readHead(input, record.m_sequence))
+        readFiles(input, record.m_files);
+    return std::move(record.m_files);
 }
 
 std::optional<SaveRecord> SaveRecord::readAll(FileSystemCalls& calls, int handle, SystemError& error) {
@@ -197,5 +214,7 @@ std::optional<SaveRecord> SaveRecord::readAll(FileSystemCalls& calls, int handle
     error = input.error();
     if (!isRead || !hasChecksum(calls, handle, input.at(), error))
         return {};
+    for (RecordedFile& file : record.m_files)
+        file.madeTime = record.m_sequence;
     return record;
 }

@@ -28,6 +28,7 @@ struct RecordedFile {
     qint64 oldTime = 0;                 ///< of the last change before the write, in nanoseconds
     qint64 recordedTime = 0;            ///< the same when the record was made, right before the first byte
     mode_t mode = 0;                    ///< before the write, with the bits that a write may clear
+    quint64 madeTime = 0;               ///< of the record, on the clock of this machine, in nanoseconds
     bool cuts = false;                  ///< old bytes after the new ones are cut off
     std::vector<RecordedRange> ranges;  ///< ascending, without overlaps
     qint64 hashes = 0;                  ///< offset in the record of the hashes of the old blocks
@@ -46,8 +47,17 @@ class SaveRecord {
     /// Nothing when it is damaged or not complete; `error` is set when it could not be read now.
     static std::optional<SaveRecord> read(FileSystemCalls& calls, int handle, SystemError& error);
 
-    /// Whether the file is only kept for a record to come.
-    static bool isBlank(FileSystemCalls& calls, int handle);
+    /// What a file is that holds no record.
+    enum class Kind {
+        Blank,      ///< it is only kept for a record to come
+        Damaged,    ///< it begins as a record does
+        OfAnother,  ///< it is a record of another version, or something else
+        Unknown     ///< it cannot be read now
+    };
+    static Kind kindOf(FileSystemCalls& calls, int handle);
+    /// The files that the record speaks of, as far as it is written, and whether that is true or not: no checksum is
+    /// compared.
+    static std::vector<RecordedFile> filesAsTheyStand(FileSystemCalls& calls, int handle);
 
     const std::vector<RecordedFile>& files() const { return m_files; }
     /// Later records have higher ones.

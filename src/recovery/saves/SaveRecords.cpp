@@ -71,7 +71,10 @@ struct SaveRecords::Request {
 SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls) : SaveRecords(std::move(folder), calls, Limits()) {}
 
 SaveRecords::SaveRecords(QString folder, FileSystemCalls& calls, Limits limits)
-    : m_calls(calls), m_limits(limits), m_store(std::move(folder), calls) {}
+    : m_calls(calls),
+      m_limits(limits),
+      m_store(folder, calls),
+      m_settling(std::move(folder), calls, [this](const QByteArray& name) { return m_store.owns(name); }) {}
 
 SaveRecords::~SaveRecords() {
     if (ofProcess() == this)

@@ -3,6 +3,7 @@
 #include "platform/FileSystemCalls.h"
 #include "platform/WriteWitness.h"
 #include "recovery/saves/FileKey.h"
+#include "recovery/saves/FileSettling.h"
 #include "recovery/saves/FlushedFiles.h"
 #include "recovery/saves/RecordStore.h"
 
@@ -39,6 +40,8 @@ class SaveRecords : public WriteWitness {
     static QString saveRecordFolder();
 
     std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& write) override;
+    void aboutToUse(const QByteArray& name) override { m_settling.settle(name); }
+    FileSettling& settling() { return m_settling; }
     bool giveSpaceBack() override { return m_store.giveSpaceBack(); }
 
  private:
@@ -65,6 +68,7 @@ class SaveRecords : public WriteWitness {
     FileSystemCalls& m_calls;
     const Limits m_limits;
     RecordStore m_store;
+    FileSettling m_settling;
     FlushedFiles m_flushed;
     std::mutex m_mutex;
     std::condition_variable m_served;

@@ -2,6 +2,8 @@
 
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
+#include "recovery/saves/OldAsides.h"
+#include "recovery/saves/OverwrittenBytes.h"
 #include "recovery/saves/RecordFile.h"
 #include "recovery/saves/RecordedWrite.h"
 
@@ -48,12 +50,22 @@ class SaveRecovery::Record {
     /// False: it belongs to a living process, or is no file of this user's own.
     bool open() { return m_file.open() == RecordFile::Opening::Done; }
 
-    /// Damaged: it was never finished, so the write had not begun.
-    enum class Reading { Done, Damaged, Impossible };
+    /// Damaged: it was never finished, so the write had not begun. OfAnother: only the version that made it can say
+    /// whether its bytes are still needed.
+    enum class Reading { Done, Damaged, OfAnother, Impossible };
     Reading read() {
         SystemError error;
         m_content = SaveRecord::read(m_calls, m_file.handle(), error);
-        return m_content ? Reading::Done : error ? Reading::Impossible : Reading::Damaged;
+        if (m_content || error)
+            return m_content ? Reading::Done : Reading::Impossible;
+        switch (SaveRecord::kindOf(m_calls, m_file.handle())) {
+            case SaveRecord::Kind::Unknown:
+                return Reading::Impossible;
+            case SaveRecord::Kind::OfAnother:
+                return Reading::OfAnother;
+            default:
+                return Reading::Damaged;
+        }
     }
 
     bool isAfter(const Record& other) const { return m_content->sequence() > other.m_content->sequence(); }
@@ -62,10 +74,9 @@ class SaveRecovery::Record {
     /// record. Adds to it those that have their contents now.
     void settle(Files& settled) {
         for (const RecordedFile& file : m_content->files()) {
-            const RecordedWrite write(m_calls, m_file.handle(), file);
-            const std::optional<FileKey> target = write.target();
+            const std::optional<FileKey> target = RecordedWrite(m_calls, m_file.handle(), file).target();
             if (!target || !settled.contains(*target))
-                settle(write, target, settled);
+                settle(file, target, settled);
             else
                 m_isSuperseded = true;
         }
@@ -84,25 +95,30 @@ class SaveRecovery::Record {
     void setAside() const { m_calls.rename(m_file.name().constData(), (m_file.name() + AsideSuffix).constData()); }
 
  private:
-    void settle(const RecordedWrite& write, const std::optional<FileKey>& target, Files& settled) {
+    static bool isInterrupted(WriteState state) { return state == WriteState::Partial || state == WriteState::Torn; }
+
+    void settle(const RecordedFile& file, const std::optional<FileKey>& target, Files& settled) {
+        const RecordedWrite write(m_calls, m_file.handle(), file);
         const WriteState state = write.state();
         const bool isOutOfReach = state == WriteState::Away || state == WriteState::Unknown;
         if (state == WriteState::Other && target)
             m_others.insert(*target);
         else if (state == WriteState::Other || state == WriteState::Old || (isOutOfReach && isTooOld()))
             m_isForAside = true;
-        else if (target && isSettled(write, state))
+        else if (target && isSettled(write, file.path, state))
             settled.insert(*target);
         else
             m_isLeft = true;
-        m_hasCompleted = m_hasCompleted || (state == WriteState::Partial && !m_isLeft);
+        m_hasCompleted = m_hasCompleted || (isInterrupted(state) && !m_isLeft);
     }
 
     /// Whether the file has its new contents for certain, or has them now.
-    bool isSettled(const RecordedWrite& write, WriteState state) {
+    bool isSettled(const RecordedWrite& write, const QByteArray& target, WriteState state) {
         if (state == WriteState::Whole)
             return !write.confirm();
-        return state == WriteState::Partial && makeLast() && !write.complete();
+        if (state == WriteState::Torn && keepOverwrittenBytes(m_calls, m_file.name(), target))
+            return false;
+        return isInterrupted(state) && makeLast() && !write.complete();
     }
 
     /// A clock that was set back makes it no older.
@@ -153,6 +169,9 @@ SaveRecovery::Summary SaveRecovery::run() {
         } else if (reading == Record::Reading::Damaged) {
             record->remove();
             ++summary.removed;
+        } else if (reading == Record::Reading::OfAnother) {
+            record->setAside();
+            ++summary.setAside;
         } else {
             ++summary.left;
         }
@@ -164,6 +183,16 @@ SaveRecovery::Summary SaveRecovery::run() {
         record->settle(settled);
     finishAll(records, settled, summary);
     return summary;
+}
+
+void SaveRecovery::removeOldAsides(const QDateTime& now) {
+    if (!isOwnFolder(m_folder))
+        return;
+    for (const QString& name : oldAsides(m_folder, QLatin1String(RecordSuffix) + QLatin1String(AsideSuffix), now)) {
+        RecordFile file(m_calls, localName(m_folder + u'/' + name).value_or(QByteArray()));
+        if (file.open() == RecordFile::Opening::Done)
+            file.remove();
+    }
 }
 
 /// A record that explains a file is removed last, and not before it is on the disk that the others are gone: after a

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystemCalls.h"
 
+#include <QDateTime>
 #include <QString>
 
 #include <memory>
@@ -9,8 +10,9 @@
 #include <utility>
 #include <vector>
 
-/// Looks through the records of saves that no living process owns, and completes what was interrupted. Called once at
-/// the start, before files are opened; does not run the event loop. Without records it costs one look-up.
+/// Looks through the records of saves that no living process owns, and completes what was interrupted. Called at the
+/// start, before files are opened, and by FileSettling; does not run the event loop. Without records it costs one
+/// look-up.
 ///
 /// A record is removed when it is damaged (the save had not begun), when the files have their new contents, or when the
 /// interrupted write was completed. When a file can't be written now, its record stays for the next start; when it
@@ -19,6 +21,10 @@
 ///
 /// So it is when a file has its old contents and was written since the record was made. Somebody restored them, or the
 /// power was cut before a new byte was on the disk: that can't be known, but the file is whole as it is.
+///
+/// A block that was written in part cannot be told from one that somebody has changed since, but by the time. If the
+/// file was changed for the last time right after the record was made, the write is completed, and what it overwrites
+/// is kept aside, too. A record of another version is set aside.
 class SaveRecovery {
  public:
     struct Summary {
@@ -33,6 +39,8 @@ class SaveRecovery {
     explicit SaveRecovery(QString folder, FileSystemCalls& calls = FileSystemCalls::system());
 
     Summary run();
+    /// Removes what was set aside long ago: see oldAsides().
+    void removeOldAsides(const QDateTime& now = QDateTime::currentDateTime());
 
     /// The end of the names of records, and what is appended when they are set aside.
     static constexpr const char* RecordSuffix = ".save";

@@ -1,6 +1,7 @@
 #include "search/engine/FileSearch.h"
 
 #include "platform/FileReader.h"
+#include "platform/WriteWitness.h"
 #include "search/engine/PlainText.h"
 #include "text/codec/Utf8Text.h"
 #include "text/held/Joints.h"
@@ -94,6 +95,8 @@ FileFinding FileSearch::search(const QString& path, bool isKnownRegular) {
 
 FileFinding FileSearch::readAndSearch(const QString& path, bool isKnownRegular) {
     FileReader file;
+    if (m_request.replaces)
+        WriteWitness::settleFile(path);
     if (file.open(path, isKnownRegular ? FileReader::Looked::IsRegular : FileReader::Looked::NotYet) ||
         file.size() > SizeLimit)
         return {};

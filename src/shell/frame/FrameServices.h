@@ -14,6 +14,7 @@ class Journals;
 class PanelLink;
 class Prompts;
 class RegistryStore;
+class SaveNotices;
 struct WorkspaceServices;
 
 /// The services that the frame uses; it owns none of them.
@@ -37,4 +38,6 @@ struct FrameServices {
     InstanceLock* instanceLock = nullptr;
     /// Of unsaved changes; null: none are kept. Longer-lived than the frame.
     Journals* journals = nullptr;
+    /// Of interrupted saves; null: nothing is said of them. Longer-lived than the frame.
+    SaveNotices* saveNotices = nullptr;
 };

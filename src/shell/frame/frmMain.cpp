@@ -12,6 +12,7 @@
 #include "shell/documents/MdiChildren.h"
 #include "shell/frame/House.h"
 #include "shell/recovery/DocumentDifferences.h"
+#include "shell/recovery/SaveNotices.h"
 #include "shell/start/FrameSteps.h"
 #include "shell/start/IgnoringErrors.h"
 #include "widgets/Icons.h"
@@ -129,6 +130,8 @@ void frmMain::connectListeners() {
     connect(&h.active, &Active::noticedInPassing, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.closing, &DocumentClosing::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.recovery, &DocumentRecovery::noticed, &h.status, &StatusPanels::ShowPassingNotice);
+    if (m_services.saveNotices != nullptr)
+        connect(m_services.saveNotices, &SaveNotices::noticed, &h.status, &StatusPanels::ShowPassingNotice);
     connect(&h.active, &Active::searched, &h.findBar, &FindBar::AfterFind);
     connect(&h.findBar, &FindBar::searched, this, [&h] { h.searchToggles.showOptions(); });
     connect(&h.macroMenu, &MacroMenu::recordingChanged, &h.status, &StatusPanels::ShowRecording);

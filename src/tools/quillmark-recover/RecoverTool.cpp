@@ -81,15 +81,19 @@ QString shownPath(const QByteArray& path) {
 
 constexpr ValueText<WriteState> StateTexts[] = {{WriteState::Whole, "has the new contents"},
                                                 {WriteState::Partial, "was not or only partly written"},
+                                                {WriteState::Torn, "was not or only partly written"},
                                                 {WriteState::Old, "has the old contents"},
                                                 {WriteState::Other, "is missing, or was changed by another program"},
                                                 {WriteState::Away, "is out of reach: its folder is missing"},
                                                 {WriteState::Unknown, "cannot be read"}};
 
+constexpr ValueText<SaveRecord::Kind> KindTexts[] = {{SaveRecord::Kind::Blank, "empty"},
+                                                     {SaveRecord::Kind::Damaged, "damaged"},
+                                                     {SaveRecord::Kind::OfAnother, "of another version"},
+                                                     {SaveRecord::Kind::Unknown, "cannot be read"}};
+
 QString whyUnread(int handle, const SystemError& error) {
-    if (error)
-        return u"cannot be read"_qs;
-    return SaveRecord::isBlank(FileSystemCalls::system(), handle) ? u"empty"_qs : u"damaged"_qs;
+    return textOf(KindTexts, error ? SaveRecord::Kind::Unknown : SaveRecord::kindOf(FileSystemCalls::system(), handle));
 }
 
 }  // namespace
@@ -275,7 +279,8 @@ std::optional<RecoverTool::Opened> RecoverTool::open(const QString& name, int& e
     std::optional<SaveRecord> record = SaveRecord::read(FileSystemCalls::system(), file->handle(), error);
     if (record)
         return Opened{std::move(file), std::move(*record)};
-    exit = error ? say(Failed, u"%1: %2"_qs.arg(name, error.description)) : say(Unfit, u"%1: damaged"_qs.arg(name));
+    exit = error ? say(Failed, u"%1: %2"_qs.arg(name, error.description))
+                 : say(Unfit, u"%1: %2"_qs.arg(name, whyUnread(file->handle(), error)));
     return {};
 }
 
@@ -304,7 +309,7 @@ int RecoverTool::openBase(const Opened& opened, const RecordedFile& file, const 
     const bool isNamed = options.isSet(BaseOption);
     const QByteArray name = isNamed ? nameOf(options.value(BaseOption)) : file.path;
     const WriteState state = RecordedWrite(calls, opened.file->handle(), file).state();
-    constexpr WriteState Fitting[] = {WriteState::Whole, WriteState::Partial, WriteState::Old};
+    constexpr WriteState Fitting[] = {WriteState::Whole, WriteState::Partial, WriteState::Torn, WriteState::Old};
     if (!isNamed && std::ranges::find(Fitting, state) == std::end(Fitting)) {
         exit = say(Unfit,
                    u"%1: the record holds only what differs from the file as it was, and the file %2; "

@@ -257,6 +257,22 @@ TEST_F(RecoverToolRuns, ADamagedRecordIsListedAndCanOnlyBeDropped) {
     EXPECT_EQ(run({u"drop"_qs, Aside}).exitCode, 0);
 }
 
+TEST_F(RecoverToolRuns, ARecordOfAnotherVersionIsListedAsSuchAndCanOnlyBeDropped) {
+    put(u"one"_qs, "old");
+    record({u"one"_qs}, "new");
+    QFile file(recordPath());
+    ASSERT_TRUE(file.open(QFile::ReadWrite) && file.write("QMSAVE9\n") == 8);
+    file.close();
+    EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u"\tof another version\n"_qs));
+    for (const QStringList& words : {QStringList{u"show"_qs, Aside}, QStringList{u"restore"_qs, Aside, u"found"_qs}}) {
+        const RecoverToolRun outcome = run(words);
+        EXPECT_EQ(outcome.exitCode, 4);
+        EXPECT_TRUE(outcome.error.contains(u"of another version"_qs));
+    }
+    EXPECT_FALSE(QFile::exists(at(u"found"_qs)));
+    EXPECT_EQ(run({u"drop"_qs, Aside}).exitCode, 0);
+}
+
 TEST_F(RecoverToolRuns, TheSpaceOfAProgramThatWasKilledIsListedAsEmpty) {
     for (const qsizetype length : {0, 5, 65'536}) {
         put(u"one"_qs, "old");

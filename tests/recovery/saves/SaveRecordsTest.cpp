@@ -1,4 +1,5 @@
 #include "recovery/saves/OwnRecord.h"
+#include "recovery/saves/RecordFormat.h"
 #include "recovery/saves/SaveRecording.h"
 
 #include <QThread>
@@ -183,9 +184,15 @@ TEST_F(SaveRecording, ADamagedRecordIsRemovedAndTheFileIsLeft) {
         if (round % 2 == 0)
             damaged.truncate(at);
         put(name, damaged);
-        EXPECT_EQ(recover(), (Summary{1, 0, 0, 0}));
+        // With another beginning it is none of this version's records.
+        const QByteArray magic(RecordFormat::Magic, sizeof RecordFormat::Magic);
+        const QByteArray beginning = damaged.left(magic.size());
+        const bool isOurs = std::equal(beginning.begin(), beginning.end(), magic.begin(),
+                                       [](char is, char should) { return is == '\0' || is == should; });
+        EXPECT_EQ(recover(), isOurs ? (Summary{1, 0, 0, 0}) : (Summary{0, 0, 1, 0}));
         EXPECT_EQ(bytesOf(path), oldBytes);
-        EXPECT_TRUE(records().isEmpty());
+        EXPECT_EQ(records().isEmpty(), isOurs);
+        QFile::remove(name + u".aside"_qs);
     }
 }
 

@@ -1,3 +1,4 @@
+#include "platform/WriteWitness.h"
 #include "search/engine/FileSearch.h"
 #include "text/codec/TextCodec.h"
 
@@ -452,3 +453,27 @@ TEST_F(FileSearchTest, ALockedTextIsSearchedAndTakesNoReplacement) {
 }
 
 }  // namespace
+
+/// Otherwise the replaced text would be that of a file that another process has left half-written.
+TEST_F(FileSearchTest, AFileIsCompletedBeforeItsTextIsReplacedAndIsNotTouchedToBeSearched) {
+    class Completing : public WriteWitness {
+     public:
+        std::unique_ptr<WatchedWrite> aboutToWrite(const PlannedWrite& /*write*/) override { return nullptr; }
+        void aboutToUse(const QByteArray& name) override {
+            QFile out(QFile::decodeName(name));
+            EXPECT_TRUE(out.open(QFile::WriteOnly) && out.write("whole text") == 10);
+        }
+    };
+    const std::atomic<bool> cancelled = false;
+    LargeFiles largeFiles;
+    Completing witness;
+    WriteWitness::setOfProcess(&witness);
+    for (const bool replaces : {false, true}) {
+        const QString path = write(u"torn"_qs, "whole");
+        const SearchRequest request = replaces ? replacing(u"text"_qs, u"words"_qs) : finding(u"text"_qs);
+        const FileFinding found = FileSearch(request, cancelled, largeFiles).search(path, true);
+        EXPECT_EQ(found.matches.empty(), !replaces);
+        EXPECT_EQ(found.newText, replaces ? "whole words" : "");
+    }
+    WriteWitness::setOfProcess(nullptr);
+}
