@@ -290,8 +290,7 @@ bool frmDocument::askToReload() {
 }
 
 bool frmDocument::IsChangedOnDisk() const {
-    const std::optional<FileState> now = filename.isEmpty() || !m_fileState ? std::nullopt : FileState::of(filename);
-    return now && !now->hasSameBytesAs(*m_fileState);
+    return !filename.isEmpty() && m_fileState && FileState::of(filename) && !m_fileState->isStillAt(filename);
 }
 
 void frmDocument::ChangeToReadOnly() {

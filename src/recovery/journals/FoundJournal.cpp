@@ -5,6 +5,7 @@
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/JournalFile.h"
 #include "recovery/journals/JournalThread.h"
+#include "recovery/journals/PassedJournals.h"
 #include "recovery/journals/RestoredJournal.h"
 
 #include <fcntl.h>
@@ -55,7 +56,7 @@ SystemError writePieces(FileSystemCalls& calls, int handle, const std::vector<st
 }  // namespace
 
 std::unique_ptr<FoundJournal> FoundJournal::take(const std::shared_ptr<JournalThread>& thread, const QString& folder,
-                                                 const QString& name) {
+                                                 const QString& name, PassedJournals& passed) {
     FileSystemCalls& calls = thread->calls();
     JournalFile::Opening opening = JournalFile::Opening::Missing;
     std::unique_ptr<JournalFile> file = JournalFile::open(calls, folder, name, opening);
@@ -65,11 +66,12 @@ std::unique_ptr<FoundJournal> FoundJournal::take(const std::shared_ptr<JournalTh
     const JournalContents::Reading reading = content->readHead();
     if (reading == JournalContents::Reading::Done)
         return std::unique_ptr<FoundJournal>(new FoundJournal(thread, std::move(file), std::move(content)));
+    passed.ofAnother += reading == JournalContents::Reading::OfAnother ? 1 : 0;
     // One that could not be removed was emptied instead.
     if (reading == JournalContents::Reading::Damaged && isEmptyFile(calls, file->handle()))
         file->remove();
-    else if (reading == JournalContents::Reading::Damaged)
-        file->setAside();
+    else if (reading == JournalContents::Reading::Damaged && file->setAside())
+        ++passed.damaged;
     return nullptr;
 }
 

@@ -13,6 +13,7 @@ class Journal;
 class JournalFile;
 class JournalThread;
 class RestoredJournal;
+struct PassedJournals;
 
 /// A journal that an earlier process left, with what it holds. Owned by the code that brings it back; it is locked as
 /// long as this object or the journal made by continueAs() exists. Made by Journals::takeAbandoned().
@@ -24,10 +25,10 @@ class FoundJournal {
     using File = JournalFileNow;
     using Outcome = JournalOutcome;
 
-    /// Null: it belongs to a living process, is none of this user's own, or was damaged and set aside. `name` is that
-    /// of the file in the folder.
+    /// Null: it belongs to a living process, is none of this user's own, or was counted in `passed`. `name` is that of
+    /// the file in the folder.
     static std::unique_ptr<FoundJournal> take(const std::shared_ptr<JournalThread>& thread, const QString& folder,
-                                              const QString& name);
+                                              const QString& name, PassedJournals& passed);
     ~FoundJournal();
     Q_DISABLE_COPY_MOVE(FoundJournal)
 

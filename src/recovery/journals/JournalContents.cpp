@@ -36,7 +36,7 @@ JournalContents::Reading JournalContents::readHead(FileSystemCalls& calls, int h
     if (error)
         return isMissing(error) ? Reading::Damaged : Reading::Impossible;
     if (std::memcmp(magic, Magic, sizeof magic) != 0)
-        return Reading::Damaged;
+        return std::memcmp(magic, Magic, AnyVersion) == 0 ? Reading::OfAnother : Reading::Damaged;
     JournalEnd end{sizeof Magic, FirstSeed};
     JournalFrame frame;
     if (!readFrame(calls, handle, *size, end, frame, error))

@@ -13,7 +13,7 @@
 /// caller's, and the journal is not changed while it is read.
 class JournalContents {
  public:
-    enum class Reading { Done, Damaged, Impossible };
+    enum class Reading { Done, Damaged, OfAnother, Impossible };  ///< OfAnother: of another version of the program
 
     /// The base only; it costs little.
     Reading readHead(FileSystemCalls& calls, int handle);

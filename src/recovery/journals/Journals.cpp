@@ -6,6 +6,7 @@
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/JournalFile.h"
 #include "recovery/journals/JournalThread.h"
+#include "recovery/journals/PassedJournals.h"
 #include "recovery/saves/OldAsides.h"
 
 #include <QDir>
@@ -42,14 +43,19 @@ std::unique_ptr<Journal> Journals::begin(JournalBase base) {
     return m_thread->begin(std::move(base));
 }
 
-/// Names begin with the time.
 std::vector<std::unique_ptr<FoundJournal>> Journals::takeAbandoned() {
+    PassedJournals passed;
+    return takeAbandoned(passed);
+}
+
+/// Names begin with the time.
+std::vector<std::unique_ptr<FoundJournal>> Journals::takeAbandoned(PassedJournals& passed) {
     std::vector<std::unique_ptr<FoundJournal>> found;
     if (!isOwnFolder(m_folder))
         return found;
     const QString pattern = u'*' + QLatin1String(JournalFile::Suffix);
     for (const QString& name : QDir(m_folder).entryList({pattern}, QDir::Files | QDir::Hidden, QDir::Name)) {
-        if (auto journal = FoundJournal::take(m_thread, m_folder, name))
+        if (auto journal = FoundJournal::take(m_thread, m_folder, name, passed))
             found.push_back(std::move(journal));
     }
     removeOrphans(m_calls, m_folder);

@@ -13,6 +13,7 @@
 class FoundJournal;
 class Journal;
 class JournalThread;
+struct PassedJournals;
 struct JournalBase;
 
 /// The journals of unsaved changes of this process, the thread that writes them, and those that earlier processes left
@@ -38,9 +39,10 @@ class Journals {
     std::unique_ptr<Journal> begin(JournalBase base);
 
     /// The journals that no living process owns, the oldest first; from now on this process owns them. Those with a
-    /// damaged head are set aside, those of other users, links and other kinds of files are passed over. Without any it
-    /// costs one look-up.
+    /// damaged head are set aside, those of another version of the program stay; both are counted. Those of other
+    /// users, links and other kinds of files are passed over. Without any it costs one look-up.
     std::vector<std::unique_ptr<FoundJournal>> takeAbandoned();
+    std::vector<std::unique_ptr<FoundJournal>> takeAbandoned(PassedJournals& passed);
 
     /// Removes what was set aside long ago: see oldAsides().
     void removeOldAsides(const QDateTime& now = QDateTime::currentDateTime());

@@ -188,9 +188,12 @@ JournalOutcome RestoredJournal::restore() {
     if (outcome != JournalOutcome::Restored)
         return outcome;
     const bool isEmpty = base().path.isEmpty() && base().view == JournalBase::View::Text && m_text.length() == 0;
-    if (!m_contents.hasEdits() || isEmpty || (base().view == JournalBase::View::Text && hasSameTextAsFile()))
-        return JournalOutcome::SameAsFile;
-    return JournalOutcome::Restored;
+    const bool isSame =
+        !m_contents.hasEdits() || isEmpty || (base().view == JournalBase::View::Text && hasSameTextAsFile());
+    if (!isSame)
+        return JournalOutcome::Restored;
+    // What was left out may be what differed.
+    return m_isPartial ? JournalOutcome::Lost : JournalOutcome::SameAsFile;
 }
 
 JournalOutcome RestoredJournal::replay() {

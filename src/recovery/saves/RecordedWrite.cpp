@@ -1,15 +1,14 @@
 #include "recovery/saves/RecordedWrite.h"
 
+#include "platform/FileState.h"
 #include "recovery/saves/BlockComparison.h"
 #include "recovery/saves/OverwrittenBytes.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <iterator>
 
 namespace {
 
@@ -18,16 +17,6 @@ constexpr qint64 NanosecondsOfASecond = 1'000'000'000;
 /// So long after its record a write may change the file for the last time. What has changed later, and may be
 /// somebody's work, is taken for such.
 constexpr quint64 LongestWrite = 20ULL * NanosecondsOfASecond;
-
-/// File systems that number their files anew whenever they are mounted: there path, size and blocks say whether it is
-/// the same file. What stands behind FUSE and a server is not known.
-constexpr unsigned long WithoutLastingInodes[] = {MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC,
-                                                  SMB_SUPER_MAGIC,   CIFS_SUPER_MAGIC,  SMB2_SUPER_MAGIC};
-
-bool hasLastingInodes(FileSystemCalls& calls, int handle) {
-    const unsigned long type = calls.typeOfFileSystem(handle);
-    return std::ranges::find(WithoutLastingInodes, type) == std::end(WithoutLastingInodes);
-}
 
 SystemError lastError() {
     return SystemError::fromErrno(errno);
@@ -64,9 +53,10 @@ class OpenFile {
     bool isAnotherKind() const { return m_isAnotherKind || m_error.number == ELOOP; }
     int handle() const { return m_handle; }
     quint64 size() const { return static_cast<quint64>(m_status.st_size); }
-    /// The number of the device is not compared: it may be another one after the system was started anew.
+    /// The number of the device is not compared: it may be another one after the system was started anew. Without
+    /// inodes that last, path, size and blocks say whether it is the same file.
     bool isThatOf(const RecordedFile& file) const {
-        return m_status.st_ino == file.inode || !hasLastingInodes(m_calls, m_handle);
+        return m_status.st_ino == file.inode || !hasLastingInodes(m_calls.typeOfFileSystem(m_handle));
     }
     /// Long after the record was made, on the clock that is now.
     bool isWrittenLater(const RecordedFile& file) const {

@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journals.h"
+#include "recovery/journals/PassedJournals.h"
 #include "shell/documents/ActiveDocument.h"
 #include "shell/documents/DocumentOpening.h"
 #include "shell/documents/MdiChildren.h"
@@ -56,7 +57,12 @@ DocumentRecovery::~DocumentRecovery() = default;
 void DocumentRecovery::start() {
     if (m_journals == nullptr || isAtWork())
         return;
-    std::ranges::move(m_journals->takeAbandoned(), std::back_inserter(m_waiting));
+    PassedJournals passed;
+    std::ranges::move(m_journals->takeAbandoned(passed), std::back_inserter(m_waiting));
+    if (passed.ofAnother > 0)
+        Q_EMIT noticed(u"There are unsaved changes of another version of Quillmark. They are kept."_qs);
+    if (passed.damaged > 0)
+        Q_EMIT noticed(u"There are damaged unsaved changes; quillmark-recover has them."_qs);
     restoreNext();
 }
 

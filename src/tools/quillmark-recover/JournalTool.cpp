@@ -48,6 +48,11 @@ constexpr ValueText<JournalOutcome> StateTexts[] = {{JournalOutcome::Restored, "
                                                     {JournalOutcome::Lost, "without its base"},
                                                     {JournalOutcome::Failed, "cannot be read"}};
 
+constexpr ValueText<JournalContents::Reading> UnreadTexts[] = {
+    {JournalContents::Reading::Damaged, "damaged"},
+    {JournalContents::Reading::OfAnother, "of another version"},
+    {JournalContents::Reading::Impossible, "cannot be read"}};
+
 bool isWhole(JournalOutcome outcome) {
     return outcome == JournalOutcome::Restored || outcome == JournalOutcome::SameAsFile;
 }
@@ -265,8 +270,8 @@ QString JournalTool::line(const QString& name) const {
     if (opened == nullptr)
         return name + u"\t-\tcannot be opened"_qs;
     RestoredJournal& content = *opened->content;
-    if (content.readHead() != JournalContents::Reading::Done)
-        return name + u"\t-\tdamaged"_qs;
+    if (const JournalContents::Reading reading = content.readHead(); reading != JournalContents::Reading::Done)
+        return name + u"\t-\t"_qs + textOf(UnreadTexts, reading);
     const JournalOutcome outcome = content.restore();
     const QString state = opened->isInUse ? u"in use"_qs : stateText(outcome, name.endsWith(asideSuffix()));
     return u"%1\t%2\t%3\t%4"_qs.arg(name, timeText(content.contents().time()), state, documentText(content.base()));
@@ -322,8 +327,8 @@ std::unique_ptr<JournalTool::Opened> JournalTool::open(const QString& name, int&
     const JournalContents::Reading reading = opened->content->readHead();
     if (reading == JournalContents::Reading::Done)
         return opened;
-    exit = reading == JournalContents::Reading::Damaged ? say(Unfit, u"%1: damaged"_qs.arg(name))
-                                                        : say(Failed, u"%1: cannot be read"_qs.arg(name));
+    exit = say(reading == JournalContents::Reading::Impossible ? Failed : Unfit,
+               u"%1: %2"_qs.arg(name, textOf(UnreadTexts, reading)));
     return nullptr;
 }
 

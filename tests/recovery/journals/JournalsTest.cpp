@@ -2,6 +2,7 @@
 
 #include "recovery/journals/HexEntryVisitor.h"
 #include "recovery/journals/JournalFixture.h"
+#include "recovery/journals/PassedJournals.h"
 #include "support/FailingFileSystem.h"
 
 #include <QThread>
@@ -403,22 +404,35 @@ TEST_F(JournalKeeping, ADamagedHeadIsSetAsideAndNeverRemoved) {
     QByteArray bytes = bytesOf(journalPath());
     bytes[12] = static_cast<char>(bytes[12] + 1);
     put(journalPath(), bytes);
-    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
+    PassedJournals passed;
+    EXPECT_TRUE(makeJournals()->takeAbandoned(passed).empty());
+    EXPECT_EQ(passed.damaged, 1);
     ASSERT_EQ(names().size(), 1);
     EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
     EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
 }
 
-TEST_F(JournalKeeping, AJournalOfAnEarlierFormIsSetAsideAndNeverRemoved) {
-    leave(JournalBase(), "x");
+/// That version has its base too.
+TEST_F(JournalKeeping, AJournalOfAnotherVersionStaysForIt) {
+    leave(baseOf(file("one")), "x");
     QByteArray bytes = bytesOf(journalPath());
     ASSERT_EQ(bytes.left(8), "QMJRNL2\n");
-    bytes[6] = '1';
+    bytes[6] = '9';
     put(journalPath(), bytes);
-    EXPECT_TRUE(makeJournals()->takeAbandoned().empty());
-    ASSERT_EQ(names().size(), 1);
-    EXPECT_TRUE(names().front().endsWith(u".journal.aside"_qs));
-    EXPECT_EQ(bytesOf(folder() + u'/' + names().front()), bytes);
+    const QStringList before = names();
+    PassedJournals passed;
+    EXPECT_TRUE(makeJournals()->takeAbandoned(passed).empty());
+    EXPECT_EQ(passed.ofAnother, 1);
+    EXPECT_EQ(passed.damaged, 0);
+    EXPECT_EQ(names(), before);
+    EXPECT_EQ(bytesOf(journalPath()), bytes);
+}
+
+/// What does not fit may be what differed from the file.
+TEST_F(JournalKeeping, AJournalWhoseEntriesDoNotFitIsNotTakenForSaved) {
+    const QString path = file("one");
+    leave(baseOf(path), "x", 1'000);
+    EXPECT_EQ(nextStart().outcome, Outcome::Lost);
 }
 
 TEST_F(JournalKeeping, TheBaseOfAContinuedJournalIsStoredWithoutAnEdit) {

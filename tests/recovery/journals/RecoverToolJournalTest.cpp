@@ -151,14 +151,19 @@ TEST_F(RecoverToolOfJournals, OneWhoseFileCannotBeReachedNowIsShownAndNotRestore
     EXPECT_FALSE(QFile::exists(at(u"other"_qs)));
 }
 
-TEST_F(RecoverToolOfJournals, ADamagedOneCanOnlyBeDropped) {
-    const QString name = leave(JournalBase(), "x");
-    put(folder() + u'/' + name, "QMJRNL1\nnothing");
-    EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u"\tdamaged\n"_qs));
-    EXPECT_EQ(run({u"show"_qs, name}).exitCode, 4);
-    EXPECT_EQ(run({u"restore"_qs, name, u"found"_qs}).exitCode, 4);
-    EXPECT_EQ(run({u"drop"_qs, name}).exitCode, 0);
-    EXPECT_EQ(run({u"show"_qs, name}).exitCode, 1);
+TEST_F(RecoverToolOfJournals, OneThatCannotBeReadCanOnlyBeDropped) {
+    for (const auto& [bytes, state] :
+         {std::pair("nothing of the kind", u"damaged"_qs), std::pair("QMJRNL1\nnothing", u"of another version"_qs)}) {
+        const QString name = leave(JournalBase(), "x");
+        put(folder() + u'/' + name, bytes);
+        EXPECT_TRUE(run({u"list"_qs}).output.endsWith(u'\t' + state + u'\n'));
+        const RecoverToolRun shown = run({u"show"_qs, name});
+        EXPECT_EQ(shown.exitCode, 4);
+        EXPECT_TRUE(shown.error.contains(state));
+        EXPECT_EQ(run({u"restore"_qs, name, u"found"_qs}).exitCode, 4);
+        EXPECT_EQ(run({u"drop"_qs, name}).exitCode, 0);
+        EXPECT_EQ(run({u"show"_qs, name}).exitCode, 1);
+    }
 }
 
 }  // namespace

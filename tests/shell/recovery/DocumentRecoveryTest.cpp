@@ -120,6 +120,22 @@ TEST_F(DocumentRecoveryTest, WithoutJournalsNothingIsMade) {
     EXPECT_FALSE(QFileInfo::exists(journalFolder()));
 }
 
+TEST_F(DocumentRecoveryTest, WhatCannotBeReadIsSaidAndKept) {
+    for (int i = 0; i < 3; ++i)
+        leaveJournal(fileOf("old\n"), "new ");
+    const QStringList journals = left("journal");
+    ASSERT_EQ(journals.size(), 3);
+    fileOf("QMJRNL9\nof another version", u"state/recovery/"_qs + journals.at(0));
+    fileOf("none at all", u"state/recovery/"_qs + journals.at(1));
+    start();
+    recoverAll();
+    EXPECT_EQ(documents().size(), 1);
+    EXPECT_EQ(m_sentences, QStringList({u"There are unsaved changes of another version of Quillmark. They are kept."_qs,
+                                        u"There are damaged unsaved changes; quillmark-recover has them."_qs}));
+    EXPECT_TRUE(left("journal").contains(journals.at(0)));
+    EXPECT_EQ(left("journal.aside"), QStringList({journals.at(1) + u".aside"_qs}));
+}
+
 TEST_F(DocumentRecoveryTest, AChangedFileComesBackInATabOfItsOwn) {
     const QString file = fileOf("old\n");
     const QString other = fileOf("other\n", u"b.txt"_qs);
