@@ -48,6 +48,13 @@ std::vector<unsigned long> property(Display* display, Window window, const char*
     return values;
 }
 
+std::string titleOf(Display* display, Window window) {
+    std::string title;
+    for (const unsigned long byte : property(display, window, "_NET_WM_NAME"))
+        title += static_cast<char>(byte);
+    return title;
+}
+
 /// The first line that arrives; empty when the other end is closed before.
 std::string readLine(int from) {
     std::string line;
@@ -92,11 +99,12 @@ Desktop::~Desktop() {
 
 std::vector<std::string> Desktop::titles() const {
     std::vector<std::string> titles;
-    for (const Window window : property(m_display, DefaultRootWindow(m_display), "_NET_CLIENT_LIST")) {
-        std::string title;
-        for (const unsigned long byte : property(m_display, window, "_NET_WM_NAME"))
-            title += static_cast<char>(byte);
-        titles.push_back(title);
-    }
+    for (const Window window : property(m_display, DefaultRootWindow(m_display), "_NET_CLIENT_LIST"))
+        titles.push_back(titleOf(m_display, window));
     return titles;
+}
+
+std::string Desktop::activeTitle() const {
+    const std::vector<unsigned long> active = property(m_display, DefaultRootWindow(m_display), "_NET_ACTIVE_WINDOW");
+    return active.empty() || active.front() == None ? std::string() : titleOf(m_display, active.front());
 }
