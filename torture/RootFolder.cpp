@@ -21,6 +21,9 @@ constexpr int Signals[] = {SIGINT, SIGTERM, SIGHUP};
 /// What a shell reports of a process that a signal has ended.
 constexpr int StatusOfSignal = 128;
 
+constexpr int Attempts = 10;
+constexpr useconds_t AttemptUs = 20'000;
+
 std::mutex removing;
 std::filesystem::path removedAtEnd;
 /// Signals are written to the second one.
@@ -45,11 +48,13 @@ void removeAtEnd() {
     const std::lock_guard lock(removing);
     if (removedAtEnd.empty() || ::getpid() != owner)
         return;
-    endChildren();
-    std::error_code error;
-    // A process that is being ended may make one more file.
-    for (int attempts = 0; attempts < 10 && std::filesystem::exists(removedAtEnd, error); ++attempts)
+    // A process that is being ended, or was being started, may make one more file.
+    for (int attempts = 0; attempts < Attempts; ++attempts) {
+        endChildren();
+        std::error_code error;
         std::filesystem::remove_all(removedAtEnd, error);
+        ::usleep(AttemptUs);
+    }
     removedAtEnd.clear();
 }
 

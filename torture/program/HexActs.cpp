@@ -57,7 +57,8 @@ void Desk::undoBytes() {
     kill("kills after undoing bytes");
 }
 
-/// The field for the byte has the focus when bytes are to be filled. Return in a field does nothing.
+/// The field for the byte has the focus as soon as bytes are to be filled; after Alt and a letter, only a moment later.
+/// Return in a field does nothing.
 void Desk::fillBytes() {
     Manuscript* shown = showBytes();
     if (shown == nullptr)
@@ -73,7 +74,8 @@ void Desk::fillBytes() {
     m_operator.type(QByteArray::number(first));
     m_operator.press("Tab");
     m_operator.type(QByteArray::number(last));
-    m_operator.press("alt+r");
+    for (const char* key : {"Tab", "Down"})
+        m_operator.press(key);
     m_operator.type(QByteArray(1, byte).toHex());
     m_operator.settle();
     m_operator.press("Tab");
