@@ -19,8 +19,8 @@ constexpr qsizetype LargeLength = 900'000;
 /// A save is under way soon after the key; waiting longer only finds out that there is none.
 constexpr int SaveBeginMs = 3'000;
 constexpr int MostTabs = 8;
-/// Whether a text that is so long is in the file is not known to its journal.
-constexpr qsizetype LengthWithoutHash = 64 * 1024 * 1024;
+/// A journal may be cut off before such a file is copied, and does not know then whether its text is in the file.
+constexpr qsizetype SlowToCopy = 8'000'000;
 
 bool isSameTime(const struct stat& one, const struct stat& other) {
     return one.st_mtim.tv_sec == other.st_mtim.tv_sec && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
@@ -129,14 +129,13 @@ void Desk::judgeFiles() {
 }
 
 /// A save that was killed when it had written only bytes that were there before leaves the old file, and its record is
-/// set aside. So is the journal of a text that is too long for a checksum, when its save was done.
+/// set aside. So is a journal whose base was not stored, when the save of its text was done, or was completed.
 void Desk::judgeAsides() {
     const auto isAny = [this](const auto& isTrue) { return std::ranges::any_of(m_manuscripts, isTrue); };
     const bool isUndone =
         m_isBehind || isAny([](const auto& each) { return each->lastSave() == Manuscript::Save::Undone; });
-    const bool isLongDone = isAny([](const auto& each) {
-        return each->lastSave() == Manuscript::Save::Done && each->length() >= LengthWithoutHash;
-    });
+    const bool isLongDone = isAny(
+        [](const auto& each) { return each->lastSave() == Manuscript::Save::Done && each->length() >= SlowToCopy; });
     m_isBehind = false;
     for (const auto& [folder, isExpected] : {std::pair(saves(), isUndone), {journals(), isLongDone}}) {
         for (const QByteArray& name : namesIn(folder)) {

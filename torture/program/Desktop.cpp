@@ -25,6 +25,11 @@ int passOver(Display*, XErrorEvent*) {
     return 0;
 }
 
+int endWithoutDisplay(Display*) {
+    mustWork(false, "a display is gone");
+    return 0;
+}
+
 /// The words of a property, or its bytes one a word; empty when the window has none.
 std::vector<unsigned long> property(Display* display, Window window, const char* name) {
     Atom type = None;
@@ -87,6 +92,7 @@ Desktop::Desktop() {
     m_name = readLine(ends[0]);
     ::close(ends[0]);
     XSetErrorHandler(passOver);
+    XSetIOErrorHandler(endWithoutDisplay);
     m_display = m_name.empty() ? nullptr : XOpenDisplay(m_name.c_str());
     mustWork(m_display != nullptr, "cannot open a display");
 }

@@ -57,8 +57,7 @@ void Desk::undoBytes() {
     kill("kills after undoing bytes");
 }
 
-/// The field for the byte has the focus as soon as bytes are to be filled; after Alt and a letter, only a moment later.
-/// Return in a field does nothing.
+/// The field for the byte has the focus a moment after the key of the choice. Return in a field does nothing.
 void Desk::fillBytes() {
     Manuscript* shown = showBytes();
     if (shown == nullptr)
@@ -74,8 +73,8 @@ void Desk::fillBytes() {
     m_operator.type(QByteArray::number(first));
     m_operator.press("Tab");
     m_operator.type(QByteArray::number(last));
-    for (const char* key : {"Tab", "Down"})
-        m_operator.press(key);
+    m_operator.press("alt+r");
+    m_operator.settleWell();
     m_operator.type(QByteArray(1, byte).toHex());
     m_operator.settle();
     m_operator.press("Tab");
