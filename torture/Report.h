@@ -15,6 +15,8 @@ class Report {
     void fault(const QByteArray& scene, const QByteArray& what);
     qint64 faults() const { return m_faults; }
     void print() const;
+    /// Nothing is reported from now on: whoever does waits for ever.
+    void close() { m_mutex.lock(); }
 
  private:
     mutable std::mutex m_mutex;

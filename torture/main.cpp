@@ -2,7 +2,6 @@
 // kills; many instances that write at once; and the built program, which is killed while somebody works with it. Every
 // promise that is broken is printed, and the exit status is then 1.
 
-#include "Contents.h"
 #include "Effort.h"
 #include "FaultRun.h"
 #include "InstancesRun.h"
@@ -10,14 +9,13 @@
 #include "KillRun.h"
 #include "PowerRun.h"
 #include "Report.h"
+#include "RootFolder.h"
 #include "Scene.h"
 #include "SettingsRun.h"
 #include "program/ProgramOptions.h"
 #include "program/ProgramRun.h"
 
 #include <QThread>
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -49,6 +47,7 @@ The part program starts the built program on virtual displays and presses its ke
   --program FILE the program (default: that of the same build)
   --desks N      on so many displays at the same time (default 2; in a long run three for each processor)
   --files-only   of a program that brings no unsaved texts back, judge the files alone
+  --lose-records remove the records of saves before each start: a run must then find broken promises
   --keep         leave the folders in which promises were broken
 )";
 
@@ -88,6 +87,7 @@ constexpr Word Words[] = {
     {"--desks", true,
      [](Options& options, const std::string& value) { options.program.desks = std::max(1, std::atoi(value.c_str())); }},
     {"--files-only", false, [](Options& options, const std::string&) { options.program.judgesTexts = false; }},
+    {"--lose-records", false, [](Options& options, const std::string&) { options.program.losesRecords = true; }},
     {"--keep", false, [](Options& options, const std::string&) { options.program.keepsFolders = true; }},
 };
 
@@ -169,21 +169,13 @@ Options parse(const std::vector<std::string>& arguments) {
     return options;
 }
 
-/// A new folder in memory where that is possible: nothing here depends on a disk, and flushes cost nothing there.
-QByteArray makeRoot(const std::string& folder) {
-    const char* parent = !folder.empty() ? folder.c_str() : ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
-    std::string pattern = std::string(parent) + "/quillmark-torture-XXXXXX";
-    mustWork(::mkdtemp(pattern.data()) != nullptr, QByteArray("cannot make a folder in ") + parent);
-    return QByteArray::fromStdString(std::filesystem::canonical(pattern).string());
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const Options options = parse(arguments);
-    const QByteArray root = makeRoot(options.folder);
     Report report;
+    const RootFolder root(options.folder, [&report] { report.close(); });
     const unsigned seed = options.seed.value_or(1);
     std::printf("seed %u\n", seed);
     std::fflush(stdout);
@@ -194,10 +186,8 @@ int main(int argc, char** argv) {
         effort.setEnd(begin + whole * static_cast<int>(i + 1) / static_cast<int>(options.parts.size()));
         const auto* part =
             std::ranges::find_if(PartTable, [&](const Part& each) { return options.parts[i] == each.name; });
-        part->run(root, options, effort, report);
+        part->run(root.path(), options, effort, report);
     }
-    std::error_code error;
-    std::filesystem::remove_all(root.constData(), error);
     report.print();
     return report.faults() == 0 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "program/Desk.h"
 
 #include "Contents.h"
+#include "SceneFiles.h"
 #include "settings/registry/RegistryData.h"
 #include "settings/registry/SqliteRegistry.h"
 
@@ -31,6 +32,7 @@ constexpr Manuscript::Shape Shapes[] = {
     {"marked.txt", 100'000, Manuscript::Kind::MarkedText, true, false},
     {"middle.txt", 1'000'000, Manuscript::Kind::Text, true, false},
     {"large.txt", 8'000'000, Manuscript::Kind::Text, false, false},
+    {"moving.txt", 24'000'000, Manuscript::Kind::Text, false, false},
     {"huge.txt", 64 * 1024 * 1024, Manuscript::Kind::Text, true, false},
     {"few.bin", 500, Manuscript::Kind::Bytes, false, true},
     {"some.bin", 300'000, Manuscript::Kind::Bytes, false, false},
@@ -63,8 +65,10 @@ const Desk::Act Desk::Acts[] = {
     {"replacing in files", 3, Opens::Any, &Desk::replaceInFiles},
     {"closing with Yes", 2, Opens::Large, &Desk::closeWithYes},
     {"typing and a pause", 1, Opens::Any, &Desk::typeAndPause},
+    {"tearing a save", 3, Opens::Torn, &Desk::tearSave},
     {"saving one of two", 2, Opens::Any, &Desk::saveOfTwo},
     {"Save As", 2, Opens::Large, &Desk::saveAs},
+    {"tearing a replacement", 2, Opens::Any, &Desk::tearReplacement},
     {"typing without a file", 1, Opens::Any, &Desk::typeUntitled},
     {"closing with No", 1, Opens::Any, &Desk::closeWithNo},
     {"undoing bytes", 1, Opens::Bytes, &Desk::undoBytes},
@@ -147,9 +151,13 @@ void Desk::playRound(bool isLast) {
     m_roundBegin = Manuscript::Clock::now();
     try {
         const Act& act = isLast ? Acts[std::size(Acts) - 1] : choose();
+        countTorn();
+        if (m_options.losesRecords)
+            emptyFolder(saves());
         open(act);
         judgeFiles();
         judgeReplaced();
+        judgeAsides();
         if (m_options.judgesTexts)
             judgeTexts();
         for (const auto& each : m_manuscripts)
@@ -157,6 +165,7 @@ void Desk::playRound(bool isLast) {
         note(act.name);
         m_act = act.name;
         m_late = {};
+        m_journalPause.reset();
         m_isClosing = false;
         (this->*act.play)();
     } catch (const Broken& broken) {
@@ -192,13 +201,16 @@ void Desk::breakOff(const QByteArray& what) {
                                                        QByteArray::number(m_round) + ": " + what);
     for (const QByteArray& round : m_story)
         std::printf("   %s\n", round.constData());
-    std::fflush(stdout);
     const std::filesystem::path folder = m_folder.toStdString();
     std::error_code error;
-    if (m_options.keepsFolders)
-        std::filesystem::rename(folder, m_root.toStdString() + "-kept-" + folder.filename().string(), error);
-    else
+    const std::filesystem::path kept = m_root.toStdString() + "-kept-" + folder.filename().string();
+    if (m_options.keepsFolders) {
+        std::filesystem::rename(folder, kept, error);
+        std::printf("   kept: %s\n", kept.c_str());
+    } else {
         std::filesystem::remove_all(folder, error);
+    }
+    std::fflush(stdout);
     layOut();
 }
 

@@ -17,6 +17,7 @@
 #include <random>
 #include <vector>
 
+class FileWatch;
 class FolderWatch;
 
 /// Somebody at a desk of their own who works with the program until it is killed, again and again: each round starts
@@ -33,14 +34,21 @@ class Desk {
         const char* name;
         const char* act;
     };
-    static constexpr Hit Hits[] = {
-        {"kills that hit a save", "saving"},        {"kills that hit a replacement", "replacing in files"},
-        {"kills that hit typing", "typing"},        {"kills while closing", "closing with Yes"},
-        {"kills while starting", "starting again"}, {"kills that hit a recovery", "starting again"}};
+    static constexpr const char* TornSaves = "kills that left a file half-saved";
+    static constexpr const char* TornReplacements = "kills that left a file half-replaced";
+    static constexpr Hit Hits[] = {{"kills that hit a save", "saving"},
+                                   {"kills that hit a replacement", "replacing in files"},
+                                   {TornSaves, "tearing a save"},
+                                   {TornReplacements, "tearing a replacement"},
+                                   {"kills that hit typing", "typing"},
+                                   {"kills while closing", "closing with Yes"},
+                                   {"kills while starting", "starting again"},
+                                   {"kills that hit a recovery", "starting again"}};
 
  private:
-    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes, where there is any.
-    enum class Opens { Any, Large, Bytes };
+    /// Which file is opened for certain: one whose save takes long; one that is shown as bytes, where there is any; one
+    /// that an interrupted save leaves half-written.
+    enum class Opens { Any, Large, Bytes, Torn };
     /// One thing that is done in a round.
     struct Act {
         const char* name;
@@ -51,7 +59,8 @@ class Desk {
     static const Act Acts[];
     /// Save As writes to one of so many files.
     static constexpr unsigned CopyNames = 3;
-    enum class Moment { AtRandom, InTheMiddle, WhenDone };
+    /// InTheMiddle: from the record of the save on; InTheFile: when the bytes of the file change.
+    enum class Moment { AtRandom, InTheMiddle, InTheFile, WhenDone };
 
     // Rounds
     void layOut();
@@ -65,9 +74,11 @@ class Desk {
 
     // Start and judgement (DeskJudgement.cpp)
     void open(const Act& act);
+    void countTorn();
     void judgeFiles();
     void judgeLeftovers();
     void judgeReplaced();
+    void judgeAsides();
     void judgeTexts();
     bool judgeText(Manuscript& text);
     void judgeUntitled();
@@ -80,8 +91,11 @@ class Desk {
     void typeAndPause();
     void save();
     void saveOfTwo();
+    void tearSave();
     void saveAs();
     void replaceInFiles();
+    void tearReplacement();
+    void replaceUntil(Moment moment);
     void closeWithYes();
     void closeWithNo();
     void typeUntitled();
@@ -101,12 +115,13 @@ class Desk {
     Manuscript& show(std::size_t opened);
     void type(Manuscript& text, int keys, unsigned mostGapMs);
     void finishByte(Manuscript& text);
-    void saveText(Manuscript& text);
+    void saveText(Manuscript& text) { saveTextUntil(text, chooseMoment()); }
+    void saveTextUntil(Manuscript& text, Moment moment);
     Manuscript& close();
     void killClosing();
     void endClosing();
     Moment chooseMoment();
-    bool awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs);
+    bool awaitMoment(Moment moment, const FolderWatch& watch, const FileWatch& file, unsigned mostUs);
     void pause(unsigned mostUs);
     void sleep(std::chrono::microseconds time);
     Manuscript::Kill lastKill() const;
@@ -150,6 +165,7 @@ class Desk {
     std::vector<QByteArray> m_named;    ///< with which the program was started
     std::unique_ptr<ReplacedFiles> m_replaced;
     bool m_wasReplacing = false;
+    bool m_isBehind = false;  ///< a copy or a replaced file is what it was before the kill
     bool m_wasReplaceDone = false;
     bool m_hasHitReplacement = false;        ///< a record of it was left
     std::unique_ptr<Manuscript> m_untitled;  ///< typed before the last kill
@@ -159,7 +175,8 @@ class Desk {
     Manuscript* m_copied = nullptr;
     bool m_wasCopyDone = false;
     Manuscript::Clock::time_point m_killed;
-    Manuscript::Clock::duration m_late{};  ///< what the sleeps before the last kill took too long
+    std::optional<Manuscript::Clock::duration> m_journalPause;  ///< after which the journal was seen to be written
+    Manuscript::Clock::duration m_late{};                       ///< what the sleeps before the last kill took too long
     bool m_hadJournals = false;
     bool m_isClosing = false;             ///< the program may end by itself
     std::vector<QByteArray> m_abandoned;  ///< working copies that killed programs have left

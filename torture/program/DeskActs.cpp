@@ -3,7 +3,9 @@
 #include "Contents.h"
 #include "SceneFiles.h"
 #include "program/Desk.h"
+#include "program/FileWatch.h"
 #include "program/FolderWatch.h"
+#include "recovery/journals/JournalFile.h"
 
 #include <unistd.h>
 
@@ -22,6 +24,12 @@ constexpr unsigned LongestSaveUs = 200 * MillisecondUs;
 constexpr unsigned LongestHitUs = 300;
 constexpr unsigned HitUsPerKilobyte = 2;
 constexpr unsigned LongestReplaceUs = 40 * MillisecondUs;
+/// A save writes into its file soon; waiting longer only finds out that it does not.
+constexpr int WriteBeginMs = 3'000;
+/// Less than a fast machine writes, so that the write has hardly ended before the kill.
+constexpr qsizetype BytesWrittenInAUs = 16'000;
+/// A journal is written a second after a key. What is written earlier was due to something else.
+constexpr auto JournalDelay = 950ms;
 constexpr unsigned MostGapsMs[] = {6, 30, 90};
 /// A sleep that is so much too long is late.
 constexpr auto Late = 200ms;
@@ -91,30 +99,47 @@ void Desk::sleep(std::chrono::microseconds time) {
 
 /// What may be lost of the text after the last kill.
 Manuscript::Kill Desk::lastKill() const {
-    return {m_killed, m_options.whileTyping + m_late, m_options.afterPause + m_late};
+    const Manuscript::Clock::duration afterPause = m_options.afterPause;
+    return {m_killed, m_options.whileTyping + m_late, m_journalPause.value_or(afterPause) + m_late};
 }
 
-/// Long enough that what was typed is in the journal.
+/// Until what was typed is in the journal: a write of it is seen that comes when it should, or enough time has passed.
 void Desk::pauseForJournal() {
-    sleep(m_options.afterPause + 100ms);
+    const Manuscript::Clock::time_point typed = Manuscript::Clock::now();
+    const auto passed = [typed] { return Manuscript::Clock::now() - typed; };
+    m_operator.settle();
+    sleep(std::chrono::floor<std::chrono::microseconds>(
+        std::max<Manuscript::Clock::duration>(JournalDelay - passed(), 0ms)));
+    const auto rest = std::chrono::ceil<std::chrono::milliseconds>(m_options.afterPause + 100ms - passed());
+    if (::access(journals().constData(), F_OK) != 0)
+        return sleep(rest);
+    const FolderWatch watch(journals());
+    if (!watch.waitFor(JournalFile::Suffix, int(rest.count())) || m_journalPause)
+        return;
+    m_journalPause = passed();
+    note("a journal is written");
 }
 
 /// Until the moment of the kill; false: that is when all is done, for which the caller waits. `mostUs`: how long after
 /// the first change in the folder at most. Short pauses are more frequent than long ones, since nobody knows how fast
 /// the disk is.
-bool Desk::awaitMoment(Moment moment, const FolderWatch& watch, unsigned mostUs) {
+bool Desk::awaitMoment(Moment moment, const FolderWatch& watch, const FileWatch& file, unsigned mostUs) {
     if (moment == Moment::AtRandom) {
         pause(LongestSaveUs);
     } else if (moment == Moment::InTheMiddle) {
         watch.wait(m_options.patience);
         pause(random(1 + mostUs));
+    } else if (moment == Moment::InTheFile) {
+        const unsigned mostDelayUs = unsigned(file.length() / BytesWrittenInAUs);
+        if (!file.wait(WriteBeginMs, random(2) == 0 ? random(1 + mostDelayUs) : 0))
+            note("nothing is written");
     }
     return moment != Moment::WhenDone;
 }
 
 Desk::Moment Desk::chooseMoment() {
-    static constexpr Moment Moments[] = {Moment::AtRandom, Moment::InTheMiddle, Moment::InTheMiddle, Moment::WhenDone};
-    static constexpr const char* Names[] = {"at random", "in the middle", "when done"};
+    static constexpr Moment Moments[] = {Moment::AtRandom, Moment::InTheMiddle, Moment::InTheFile, Moment::WhenDone};
+    static constexpr const char* Names[] = {"at random", "in the middle", "in the file", "when done"};
     const Moment moment = Moments[random(unsigned(std::size(Moments)))];
     note(QByteArray("a kill ") + Names[static_cast<std::size_t>(moment)]);
     return moment;
@@ -160,7 +185,7 @@ void Desk::typeAndStop() {
     const unsigned gap = MostGapsMs[random(unsigned(std::size(MostGapsMs)))];
     type(text, 1 + int(random(ManyKeys)), gap);
     if (random(4) == 0) {
-        sleep(m_options.afterPause);
+        pauseForJournal();
         type(text, 1 + int(random(ManyKeys)), gap);
     }
     kill("kills after typing");
@@ -201,17 +226,24 @@ void Desk::saveOfTwo() {
     kill("kills after a demand to save one of two");
 }
 
+/// A file is left half-written, as far as that can be brought about.
+void Desk::tearSave() {
+    const auto torn = std::ranges::find_if(m_opened, [](const Manuscript* each) { return each->isTornEasily(); });
+    saveTextUntil(show(torn == m_opened.end() ? 0 : std::size_t(torn - m_opened.begin())), Moment::InTheFile);
+    kill("kills after a demand to save");
+}
+
 /// Returns at the moment of the kill.
-void Desk::saveText(Manuscript& text) {
+void Desk::saveTextUntil(Manuscript& text, Moment moment) {
     type(text, 1 + int(random(ManyKeys / 8)), MostGapsMs[0]);
     finishByte(text);
-    const Moment moment = chooseMoment();
     if (moment != Moment::InTheMiddle)
         m_operator.settle();
     const FolderWatch watch(saves());
+    const FileWatch file(text.path());
     m_operator.press("ctrl+s");
     text.saveBegan();
-    if (awaitMoment(moment, watch, hitUs(text)))
+    if (awaitMoment(moment, watch, file, hitUs(text)))
         return;
     if (!m_operator.waitUntil([&] { return text.isInFile() && !isSaveUnderWay(); }))
         throw Broken{"the save does not come to an end"};
@@ -234,6 +266,7 @@ void Desk::saveAs() {
     m_operator.press("ctrl+a");
     m_operator.type(m_copy);
     const FolderWatch watch(files());
+    const FileWatch file(m_copy);
     const Moment moment = chooseMoment();
     m_operator.press("Return");
     m_copied = &text;
@@ -242,13 +275,22 @@ void Desk::saveAs() {
         m_operator.waitForWindow(Operator::boxTitle());
         m_operator.press("alt+y");
     }
-    m_wasCopyDone = !awaitMoment(moment, watch, hitUs(text));
+    m_wasCopyDone = !awaitMoment(moment, watch, file, hitUs(text));
     if (m_wasCopyDone)
         m_operator.waitForWindow(Operator::frameTitle(m_copy));
     kill("kills after Save As");
 }
 
 void Desk::replaceInFiles() {
+    replaceUntil(chooseMoment());
+}
+
+void Desk::tearReplacement() {
+    replaceUntil(Moment::InTheFile);
+}
+
+/// Kills at this moment.
+void Desk::replaceUntil(Moment moment) {
     // The menu of a hex document has other entries.
     const auto isText = [](const QByteArray& name) { return !name.endsWith(".bin"); };
     if (!m_operator.activate(isText, int(m_opened.size()) + 2)) {
@@ -273,10 +315,10 @@ void Desk::replaceInFiles() {
     }
     m_operator.settle();
     const FolderWatch watch(saves());
-    const Moment moment = chooseMoment();
+    const FileWatch largest(m_replaced->largest());
     m_wasReplacing = true;
     m_operator.press("Return");
-    m_wasReplaceDone = !awaitMoment(moment, watch, LongestReplaceUs);
+    m_wasReplaceDone = !awaitMoment(moment, watch, largest, LongestReplaceUs);
     if (m_wasReplaceDone) {
         watch.wait(m_options.patience);
         m_operator.settleWell();
@@ -341,10 +383,11 @@ Manuscript& Desk::close() {
 void Desk::closeWithYes() {
     Manuscript& text = close();
     const FolderWatch watch(saves());
+    const FileWatch file(text.path());
     const Moment moment = chooseMoment();
     m_operator.press("alt+y");
     text.saveBegan();
-    if (awaitMoment(moment, watch, hitUs(text)))
+    if (awaitMoment(moment, watch, file, hitUs(text)))
         return killClosing();
     endClosing();
     text.saveEnded();

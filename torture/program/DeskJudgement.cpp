@@ -19,6 +19,8 @@ constexpr qsizetype LargeLength = 900'000;
 /// A save is under way soon after the key; waiting longer only finds out that there is none.
 constexpr int SaveBeginMs = 3'000;
 constexpr int MostTabs = 8;
+/// A journal may be cut off before such a file is copied, and does not know then whether its text is in the file.
+constexpr qsizetype SlowToCopy = 8'000'000;
 
 bool isSameTime(const struct stat& one, const struct stat& other) {
     return one.st_mtim.tv_sec == other.st_mtim.tv_sec && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
@@ -77,14 +79,33 @@ void Desk::open(const Act& act) {
 Manuscript* Desk::chooseOf(Opens opens) {
     std::vector<Manuscript*> fitting;
     for (const auto& each : m_manuscripts) {
-        if (opens == Opens::Large ? each->length() > LargeLength : each->path().endsWith(".bin"))
+        const bool isFitting = opens == Opens::Large  ? each->length() > LargeLength
+                               : opens == Opens::Torn ? each->isTornEasily()
+                                                      : each->isOfBytes();
+        if (isFitting)
             fitting.push_back(each.get());
     }
     // The longest takes long to load.
     if (fitting.empty())
         return nullptr;
-    const bool isNeeded = opens == Opens::Bytes || (opens == Opens::Large && (!m_effort.isLong() || random(2) == 0));
+    const bool isNeeded = opens == Opens::Bytes || opens == Opens::Torn ||
+                          (opens == Opens::Large && (!m_effort.isLong() || random(2) == 0));
     return isNeeded ? fitting[random(unsigned(fitting.size()))] : nullptr;
+}
+
+/// Before the start.
+void Desk::countTorn() {
+    const auto torn = std::ranges::count_if(m_manuscripts, [](const auto& each) { return each->isTorn(); });
+    if (torn > 0)
+        m_report.count(TornSaves);
+    const int ofReplacement = m_wasReplacing ? m_replaced->torn() : 0;
+    if (ofReplacement > 0)
+        m_report.count(TornReplacements);
+    if (torn > 0 || ofReplacement > 0)
+        note("half-written");
+    const std::optional<QByteArray> copy = m_copied != nullptr && m_copyBefore ? bytesOf(m_copy) : m_copyBefore;
+    if (copy != m_copyBefore && copy != m_copyAfter)
+        m_report.count("kills that left a copy half-saved");
 }
 
 /// After the start, which completes interrupted saves before it shows anything.
@@ -105,10 +126,25 @@ void Desk::judgeFiles() {
     if (isSaveUnderWay())
         throw Broken{"a record of a save is left"};
     judgeCopy();
-    for (const QByteArray& folder : {saves(), journals()}) {
+}
+
+/// A save that was killed when it had written only bytes that were there before leaves the old file, and its record is
+/// set aside. So is a journal whose base was not stored, when the save of its text was done, or was completed.
+void Desk::judgeAsides() {
+    const auto isAny = [this](const auto& isTrue) { return std::ranges::any_of(m_manuscripts, isTrue); };
+    const bool isUndone =
+        m_isBehind || isAny([](const auto& each) { return each->lastSave() == Manuscript::Save::Undone; });
+    const bool isLongDone = isAny(
+        [](const auto& each) { return each->lastSave() == Manuscript::Save::Done && each->length() >= SlowToCopy; });
+    m_isBehind = false;
+    for (const auto& [folder, isExpected] : {std::pair(saves(), isUndone), {journals(), isLongDone}}) {
         for (const QByteArray& name : namesIn(folder)) {
-            if (name.endsWith(SaveRecovery::AsideSuffix))
+            if (!name.endsWith(SaveRecovery::AsideSuffix))
+                continue;
+            if (!isExpected)
                 throw Broken{name + " was set aside"};
+            m_report.count("records of files as they were, and journals of saved long texts, set aside");
+            ::unlink((folder + '/' + name).constData());
         }
     }
 }
@@ -124,6 +160,7 @@ void Desk::judgeCopy() {
         m_report.count("kills that left a part of a new file");
     if (!isNew && !isPart && bytes != m_copyBefore)
         throw Broken{"what Save As wrote is neither the old nor the new file"};
+    m_isBehind = m_isBehind || !isNew;
     if (!isNew && m_wasCopyDone)
         throw Broken{"what Save As wrote is lost"};
     if (isNew)
@@ -140,6 +177,7 @@ void Desk::judgeReplaced() {
     int replaced = 0;
     for (const QByteArray& path : m_replaced->judge(replaced))
         throw Broken{path + " is neither what it was nor what it was to be"};
+    m_isBehind = m_isBehind || replaced < m_replaced->count();
     if (m_wasReplaceDone && replaced < m_replaced->count())
         throw Broken{"a replacement was lost"};
     if (m_hasHitReplacement || (replaced > 0 && replaced < m_replaced->count()))

@@ -25,6 +25,11 @@ int passOver(Display*, XErrorEvent*) {
     return 0;
 }
 
+int endWithoutDisplay(Display*) {
+    mustWork(false, "a display is gone");
+    return 0;
+}
+
 /// The words of a property, or its bytes one a word; empty when the window has none.
 std::vector<unsigned long> property(Display* display, Window window, const char* name) {
     Atom type = None;
@@ -46,6 +51,13 @@ std::vector<unsigned long> property(Display* display, Window window, const char*
     }
     XFree(data);
     return values;
+}
+
+std::string titleOf(Display* display, Window window) {
+    std::string title;
+    for (const unsigned long byte : property(display, window, "_NET_WM_NAME"))
+        title += static_cast<char>(byte);
+    return title;
 }
 
 /// The first line that arrives; empty when the other end is closed before.
@@ -80,6 +92,7 @@ Desktop::Desktop() {
     m_name = readLine(ends[0]);
     ::close(ends[0]);
     XSetErrorHandler(passOver);
+    XSetIOErrorHandler(endWithoutDisplay);
     m_display = m_name.empty() ? nullptr : XOpenDisplay(m_name.c_str());
     mustWork(m_display != nullptr, "cannot open a display");
 }
@@ -92,11 +105,12 @@ Desktop::~Desktop() {
 
 std::vector<std::string> Desktop::titles() const {
     std::vector<std::string> titles;
-    for (const Window window : property(m_display, DefaultRootWindow(m_display), "_NET_CLIENT_LIST")) {
-        std::string title;
-        for (const unsigned long byte : property(m_display, window, "_NET_WM_NAME"))
-            title += static_cast<char>(byte);
-        titles.push_back(title);
-    }
+    for (const Window window : property(m_display, DefaultRootWindow(m_display), "_NET_CLIENT_LIST"))
+        titles.push_back(titleOf(m_display, window));
     return titles;
+}
+
+std::string Desktop::activeTitle() const {
+    const std::vector<unsigned long> active = property(m_display, DefaultRootWindow(m_display), "_NET_ACTIVE_WINDOW");
+    return active.empty() || active.front() == None ? std::string() : titleOf(m_display, active.front());
 }

@@ -21,6 +21,8 @@ class Desktop {
     Keyboard keyboard() const { return Keyboard(m_display); }
     /// The titles of the windows that the window manager shows, the oldest first.
     std::vector<std::string> titles() const;
+    /// The title of the window that has the keys; empty: there is none.
+    std::string activeTitle() const;
 
  private:
     pid_t m_process = -1;

@@ -12,6 +12,8 @@ class FolderWatch {
 
     /// True: a file was made, written, renamed or removed since this object was made.
     bool wait(int milliseconds) const;
+    /// True: since the last call a file was written whose name ends so.
+    bool waitFor(const char* nameEnd, int milliseconds) const;
 
  private:
     int m_handle;

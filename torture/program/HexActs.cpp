@@ -1,6 +1,7 @@
 // What is done at a desk with a file that is shown as bytes, and how its undo log is judged.
 
 #include "program/Desk.h"
+#include "program/FileWatch.h"
 #include "program/FolderWatch.h"
 
 #include <algorithm>
@@ -56,7 +57,7 @@ void Desk::undoBytes() {
     kill("kills after undoing bytes");
 }
 
-/// The form has no key of its own for the byte. Return in a field of it does nothing.
+/// The field for the byte has the focus a moment after the key of the choice. Return in a field does nothing.
 void Desk::fillBytes() {
     Manuscript* shown = showBytes();
     if (shown == nullptr)
@@ -72,9 +73,10 @@ void Desk::fillBytes() {
     m_operator.type(QByteArray::number(first));
     m_operator.press("Tab");
     m_operator.type(QByteArray::number(last));
-    for (const char* key : {"Tab", "Down", "Tab"})
-        m_operator.press(key);
+    m_operator.press("alt+r");
+    m_operator.settleWell();
     m_operator.type(QByteArray(1, byte).toHex());
+    m_operator.settle();
     m_operator.press("Tab");
     m_operator.press("Return");
     bytes.filled(first, last, byte);
@@ -82,7 +84,7 @@ void Desk::fillBytes() {
          QByteArray(1, byte).toHex());
     if (!m_operator.waitUntil([this] { return m_operator.count("Select Block") == 0; }))
         throw Broken{"the block is not filled"};
-    m_operator.settle();
+    m_operator.waitForWindow(Operator::frameTitle(bytes.path()));
     if (random(2) == 0) {
         m_operator.press(bytes.keyOfPlace());
         bytes.toPlace();
@@ -120,10 +122,11 @@ void Desk::switchToText() {
 /// Returns at the moment of the kill.
 void Desk::saveAndSwitch(Manuscript& bytes) {
     const FolderWatch watch(saves());
+    const FileWatch file(bytes.path());
     const Moment moment = chooseMoment();
     m_operator.press("Return");
     bytes.saveBegan();
-    if (awaitMoment(moment, watch, LongestHitUs))
+    if (awaitMoment(moment, watch, file, LongestHitUs))
         return;
     if (!m_operator.waitUntil([&] { return bytes.isInFile() && !isSaveUnderWay(); }))
         throw Broken{"the save before the switch does not come to an end"};

@@ -14,6 +14,7 @@ namespace {
 
 constexpr mode_t LinkedMode = 0640;
 constexpr qsizetype LineLength = 64;
+constexpr qsizetype LargeLength = 900'000;
 constexpr qsizetype MostBytesOfALine = 3 * LineLength;
 /// The bytes at the beginning of a binary file in which is typed.
 constexpr qsizetype MostBytes = 64;
@@ -252,6 +253,21 @@ bool Manuscript::holds(const QByteArray& bytes, const QByteArray& middle) const 
            bytes.endsWith(m_tail);
 }
 
+bool Manuscript::isTornEasily() const {
+    return m_kind != Kind::Bytes && !m_isTypedAtEnd && length() > LargeLength;
+}
+
+bool Manuscript::isTorn() const {
+    const auto isIn = [&](const QByteArray& bytes, qsizetype state) {
+        return holds(bytes, m_states[static_cast<std::size_t>(state)].middle);
+    };
+    if (m_saves.empty())
+        return false;
+    const std::optional<QByteArray> bytes = ::bytesOf(m_path);
+    return bytes && !isIn(*bytes, m_inFile) &&
+           std::ranges::none_of(m_saves, [&](qsizetype state) { return isIn(*bytes, state); });
+}
+
 std::optional<QByteArray> Manuscript::problemOfFile() {
     struct stat status {};
     if (::lstat(m_path.constData(), &status) != 0 || !S_ISREG(status.st_mode))
@@ -261,6 +277,8 @@ std::optional<QByteArray> Manuscript::problemOfFile() {
     const std::optional<QByteArray> bytes = ::bytesOf(m_path);
     if (!bytes)
         return "cannot be read";
+    m_lastSave = m_saves.empty() ? Save::None : Save::Undone;
+    const qsizetype newest = m_saves.empty() ? m_inFile : m_saves.back();
     m_saves.push_back(m_inFile);
     const auto held = std::ranges::find_if(m_saves.rbegin(), m_saves.rend(), [&](qsizetype state) {
         return holds(*bytes, m_states[static_cast<std::size_t>(state)].middle);
@@ -268,6 +286,8 @@ std::optional<QByteArray> Manuscript::problemOfFile() {
     if (held == m_saves.rend())
         return "has neither the old nor the new bytes, but " + QByteArray::number(bytes->size()) + " others";
     m_inFile = *held;
+    if (m_lastSave != Save::None && m_inFile == newest)
+        m_lastSave = Save::Done;
     m_saves.clear();
     return {};
 }

@@ -84,8 +84,16 @@ class Manuscript {
     /// What is in the file is all that counts from now on: the answer to a question was No. It need not have arrived.
     void givenUp(bool isCertain);
 
+    /// Whether something that is typed moves most of the bytes of a file that takes long to write: a save that is
+    /// interrupted then leaves what is neither the old nor the new file.
+    bool isTornEasily() const;
+    /// Whether the file is none of those that it may be when an interrupted save is completed.
+    bool isTorn() const;
     /// Whether the file is one of those that it may be, and remembers which; nothing: it is, otherwise what is wrong.
     std::optional<QByteArray> problemOfFile();
+    /// What the last save did that was demanded before the judgement of the file, and not known to be done.
+    enum class Save { None, Undone, Done };
+    Save lastSave() const { return m_lastSave; }
     /// Whether the bytes are those of a state since the last judgement that could be what is left after a kill: not
     /// older than what the file held, nor than what had to be in the journal. What fits is the state from now on.
     Match match(const QByteArray& bytes, const Kill& kill);
@@ -127,10 +135,11 @@ class Manuscript {
     struct stat m_status {};
     std::vector<State> m_states{{Clock::time_point::min(), {}}};
     std::vector<qsizetype> m_saves;  ///< states that the file may hold beside the one that it held at last
-    qsizetype m_inFile = 0;          ///< the state that the file held at last
-    qsizetype m_typed = 0;           ///< letters since the last judgement, which a Backspace may delete
-    qsizetype m_place = 0;           ///< of the caret in the middle
-    int m_phase = 0;                 ///< 1: the first digit of a byte was typed, 2: both
+    Save m_lastSave = Save::None;
+    qsizetype m_inFile = 0;  ///< the state that the file held at last
+    qsizetype m_typed = 0;   ///< letters since the last judgement, which a Backspace may delete
+    qsizetype m_place = 0;   ///< of the caret in the middle
+    int m_phase = 0;         ///< 1: the first digit of a byte was typed, 2: both
     char m_digit = 0;
     bool m_isGivenUp = false;
     std::vector<QByteArray> m_next;  ///< the middles that the key makes possible

@@ -48,7 +48,7 @@ void Operator::start(const QByteArray& home, const std::vector<QByteArray>& file
     if (!waitUntil(isThere))
         throw Broken{"the program does not start"};
     // The files are opened one after the other once the program has started, and the last one is active in the end.
-    waitUntil([&] { return activeDocument() == files.back(); });
+    waitUntil([&] { return activeDocument() == files.back() && isFrame(m_desktop.activeTitle()); });
     settleWell();
     expectNoBox();
 }
@@ -81,7 +81,7 @@ int Operator::count(const std::string& title) const {
 }
 
 void Operator::waitForWindow(const std::string& title, int wanted) {
-    if (!waitUntil([&] { return count(title) >= wanted; }))
+    if (!waitUntil([&] { return count(title) >= wanted && m_desktop.activeTitle() == title; }))
         throw Broken{"no window \"" + QByteArray::fromStdString(title) + "\""};
     settle();
 }

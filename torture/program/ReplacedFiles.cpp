@@ -2,6 +2,7 @@
 
 #include "Contents.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -26,6 +27,13 @@ ReplacedFiles::ReplacedFiles(QByteArray folder) : m_folder(std::move(folder)) {
 QByteArray ReplacedFiles::contents(const File& file, const QByteArray& word) const {
     const QByteArray line = QByteArray(LineLength, 'x') + word + "\n";
     return line.repeated(file.length / LineLength + 1);
+}
+
+int ReplacedFiles::torn() const {
+    return int(std::ranges::count_if(m_files, [this](const File& file) {
+        const std::optional<QByteArray> bytes = bytesOf(file.path);
+        return bytes != contents(file, oldWord()) && bytes != contents(file, newWord());
+    }));
 }
 
 std::vector<QByteArray> ReplacedFiles::judge(int& replaced) {

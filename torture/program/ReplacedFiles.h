@@ -18,6 +18,10 @@ class ReplacedFiles {
     /// Looks at all files after the replacement of the old word by the new one: names those that have neither bytes, or
     /// another inode or mode, and counts those that have the new ones. Then all are given the new ones.
     std::vector<QByteArray> judge(int& replaced);
+    /// How many files have neither the old word nor the new one in all places.
+    int torn() const;
+    /// The one that takes longest to write.
+    const QByteArray& largest() const { return m_files.back().path; }
     int count() const { return int(m_files.size()); }
 
  private:
