@@ -62,10 +62,12 @@ TEST_F(FileStateTest, DoesNotAskForTheNumberOfTheDisk) {
 TEST(LastingInodes, AreOnDisksOfThisSystemAlone) {
     constexpr unsigned long Lasting[] = {EXT4_SUPER_MAGIC, BTRFS_SUPER_MAGIC, XFS_SUPER_MAGIC, TMPFS_MAGIC};
     constexpr unsigned long Others[] = {MSDOS_SUPER_MAGIC, EXFAT_SUPER_MAGIC, FUSE_SUPER_MAGIC, SMB_SUPER_MAGIC};
-    for (const unsigned long type : Lasting)
+    for (const unsigned long type : Lasting) {
         EXPECT_TRUE(hasLastingInodes(type));
-    for (const unsigned long type : Others)
+    }
+    for (const unsigned long type : Others) {
         EXPECT_FALSE(hasLastingInodes(type));
+    }
 }
 
 }  // namespace

@@ -229,6 +229,7 @@ bool Manuscript::isInFile() const {
 void Manuscript::saveEnded() {
     m_inFile = m_saves.back();
     m_saves.clear();
+    m_hasSaveEnded = true;
 }
 
 void Manuscript::givenUp(bool isCertain) {
@@ -277,7 +278,8 @@ std::optional<QByteArray> Manuscript::problemOfFile() {
     const std::optional<QByteArray> bytes = ::bytesOf(m_path);
     if (!bytes)
         return "cannot be read";
-    m_lastSave = m_saves.empty() ? Save::None : Save::Undone;
+    const Save ended = std::exchange(m_hasSaveEnded, false) ? Save::Done : Save::None;
+    m_lastSave = m_saves.empty() ? ended : Save::Undone;
     const qsizetype newest = m_saves.empty() ? m_inFile : m_saves.back();
     m_saves.push_back(m_inFile);
     const auto held = std::ranges::find_if(m_saves.rbegin(), m_saves.rend(), [&](qsizetype state) {

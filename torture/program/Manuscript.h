@@ -91,7 +91,8 @@ class Manuscript {
     bool isTorn() const;
     /// Whether the file is one of those that it may be, and remembers which; nothing: it is, otherwise what is wrong.
     std::optional<QByteArray> problemOfFile();
-    /// What the last save did that was demanded before the judgement of the file, and not known to be done.
+    /// What the last save did that was demanded before the judgement of the file. One that was seen to be done is Done
+    /// too: its journal may still be there.
     enum class Save { None, Undone, Done };
     Save lastSave() const { return m_lastSave; }
     /// Whether the bytes are those of a state since the last judgement that could be what is left after a kill: not
@@ -136,6 +137,7 @@ class Manuscript {
     std::vector<State> m_states{{Clock::time_point::min(), {}}};
     std::vector<qsizetype> m_saves;  ///< states that the file may hold beside the one that it held at last
     Save m_lastSave = Save::None;
+    bool m_hasSaveEnded = false;
     qsizetype m_inFile = 0;  ///< the state that the file held at last
     qsizetype m_typed = 0;   ///< letters since the last judgement, which a Backspace may delete
     qsizetype m_place = 0;   ///< of the caret in the middle
