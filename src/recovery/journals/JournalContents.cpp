@@ -25,6 +25,12 @@ bool isMissing(const SystemError& error) {
     return error.number == ENODATA;
 }
 
+bool isOfAnotherVersion(const char (&magic)[sizeof Magic]) {
+    constexpr std::size_t Behind = VersionAt + 1;
+    return std::memcmp(magic, Magic, VersionAt) == 0 &&
+           std::memcmp(magic + Behind, Magic + Behind, sizeof Magic - Behind) == 0;
+}
+
 }  // namespace
 
 JournalContents::Reading JournalContents::readHead(FileSystemCalls& calls, int handle) {
@@ -36,7 +42,7 @@ JournalContents::Reading JournalContents::readHead(FileSystemCalls& calls, int h
     if (error)
         return isMissing(error) ? Reading::Damaged : Reading::Impossible;
     if (std::memcmp(magic, Magic, sizeof magic) != 0)
-        return std::memcmp(magic, Magic, AnyVersion) == 0 ? Reading::OfAnother : Reading::Damaged;
+        return isOfAnotherVersion(magic) ? Reading::OfAnother : Reading::Damaged;
     JournalEnd end{sizeof Magic, FirstSeed};
     JournalFrame frame;
     if (!readFrame(calls, handle, *size, end, frame, error))

@@ -19,7 +19,7 @@
 namespace JournalFormat {
 
 constexpr char Magic[8] = {'Q', 'M', 'J', 'R', 'N', 'L', '2', '\n'};
-constexpr std::size_t AnyVersion = 6;  ///< so many bytes of it are the same in all versions
+constexpr std::size_t VersionAt = 6;  ///< the other bytes of it are the same in all versions
 constexpr quint32 HeadTag = 0x44'41'45'48;
 constexpr quint32 EntriesTag = 0x53'54'4e'45;
 constexpr quint64 FirstSeed = 0x51'4d'4a'31;
