@@ -152,7 +152,7 @@ void JournalOutput::takeBatch() {
     if (batch.isEmpty())
         return;
     if (m_wholeFile >= 0)
-        return takeWhole(std::move(batch));
+        return takeWhole(batch);
     if (batch.isWhole) {
         m_backlog.clear();
         m_awaitsWhole = false;
@@ -165,7 +165,7 @@ void JournalOutput::takeBatch() {
 }
 
 /// The bytes that are about to be copied have these edits in them. While they are copied, nobody knows.
-void JournalOutput::takeWhole(JournalBatch batch) {
+void JournalOutput::takeWhole(const JournalBatch& batch) {
     if (isStoringBytes())
         m_sinceBytes.push_back(asOverwrites(batch));
 }

@@ -64,7 +64,7 @@ class JournalOutput {
  private:
     void end();
     void takeBatch();
-    void takeWhole(JournalBatch batch);
+    void takeWhole(const JournalBatch& batch);
     bool writeBacklog();
     void setRetry(bool isWritten);
     bool makeFile();
