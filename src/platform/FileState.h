@@ -29,5 +29,6 @@ struct FileState {
     static std::optional<FileState> of(int handle);
 };
 
-/// False: a file system of this type (statfs) numbers its files anew when it is mounted, or whenever it reads them again.
+/// False: a file system of this type (statfs) numbers its files anew when it is mounted, or whenever it reads them
+/// again.
 bool hasLastingInodes(unsigned long typeOfFileSystem);
