@@ -1,5 +1,7 @@
 #include "platform/OwnFile.h"
 
+#include "platform/Paths.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -60,4 +62,10 @@ OwnFileLock lockOwnFile(FileSystemCalls& calls, const QByteArray& name, int& han
     else
         calls.close(opened);
     return result;
+}
+
+bool isOwnFolder(const QString& path) {
+    struct stat status {};
+    const auto name = localName(path);
+    return name && ::lstat(name->constData(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
 }

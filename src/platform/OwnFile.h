@@ -3,6 +3,7 @@
 #include "platform/FileSystemCalls.h"
 
 #include <QByteArray>
+#include <QString>
 
 /// How an attempt to lock a file that the program made for itself ended.
 enum class OwnFileLock {
@@ -19,3 +20,6 @@ OwnFileLock lockOwnFile(FileSystemCalls& calls, const QByteArray& name, int& han
 
 /// Whether it is a regular file of this user that has one name.
 bool isOwnFile(FileSystemCalls& calls, int handle);
+
+/// Whether there is a folder of this user, and no link to one.
+bool isOwnFolder(const QString& path);

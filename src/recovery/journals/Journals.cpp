@@ -1,7 +1,7 @@
 #include "recovery/journals/Journals.h"
 
 #include "platform/Folders.h"
-#include "platform/Paths.h"
+#include "platform/OwnFile.h"
 #include "recovery/journals/FoundJournal.h"
 #include "recovery/journals/Journal.h"
 #include "recovery/journals/JournalFile.h"
@@ -11,20 +11,7 @@
 
 #include <QDir>
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <utility>
-
-namespace {
-
-bool isOwnFolder(const QString& path) {
-    struct stat status {};
-    return ::lstat(localName(path).value_or(QByteArray()).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == ::geteuid();
-}
-
-}  // namespace
 
 Journals::Journals(QString folder, FileSystemCalls& calls) : Journals(std::move(folder), calls, Limits()) {}
 

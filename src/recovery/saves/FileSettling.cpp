@@ -29,7 +29,7 @@ class FileSettling::Target {
     explicit Target(const QByteArray& name) : m_name(name) {}
 
     bool isOneOf(const std::vector<RecordedFile>& files) {
-        return !files.empty() && std::ranges::any_of(files, [this](const RecordedFile& file) { return isThat(file); });
+        return std::ranges::any_of(files, [this](const RecordedFile& file) { return isThat(file); });
     }
 
  private:

@@ -1,5 +1,6 @@
 #include "recovery/saves/SaveRecovery.h"
 
+#include "platform/OwnFile.h"
 #include "platform/Paths.h"
 #include "recovery/saves/FolderFlush.h"
 #include "recovery/saves/OldAsides.h"
@@ -11,7 +12,6 @@
 #include <QFile>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -26,12 +26,6 @@ using Files = std::set<FileKey>;
 
 /// For so long a file may be out of reach, on a disk that is not mounted.
 constexpr std::chrono::hours LongestAbsence{30 * 24};
-
-bool isOwnFolder(const QString& path) {
-    struct stat status {};
-    return ::lstat(localName(path).value_or(QByteArray()).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
-           status.st_uid == ::geteuid();
-}
 
 QStringList recordNames(const QString& folder) {
     const QString pattern = u'*' + QLatin1String(SaveRecovery::RecordSuffix);
