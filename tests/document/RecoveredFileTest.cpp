@@ -6,6 +6,14 @@
 /// What a document that is brought back knows of its file.
 class FileOfBroughtBack : public RecoveryFixture {
  protected:
+    /// A file of which the open document has a change that is in its journal.
+    QString changed() {
+        QString file = fileOf("one");
+        EXPECT_TRUE(open(file));
+        type(u"x"_qs);
+        EXPECT_TRUE(flush());
+        return file;
+    }
     /// As a save does that is killed before its first byte: the system counts the reservation of space as a change.
     static void touch(const QString& file) {
         QFile touched(file);
@@ -15,10 +23,7 @@ class FileOfBroughtBack : public RecoveryFixture {
 };
 
 TEST_F(FileOfBroughtBack, IsNotAskedAboutWhenOnlyItsTimeIsAnother) {
-    const QString file = fileOf("one");
-    ASSERT_TRUE(open(file));
-    type(u"x"_qs);
-    ASSERT_TRUE(flush());
+    const QString file = changed();
     touch(file);
     comeBack();
     EXPECT_FALSE(document->IsChangedOnDisk());
@@ -27,20 +32,14 @@ TEST_F(FileOfBroughtBack, IsNotAskedAboutWhenOnlyItsTimeIsAnother) {
 }
 
 TEST_F(FileOfBroughtBack, IsAskedAboutWhenItHasOtherBytes) {
-    const QString file = fileOf("one");
-    ASSERT_TRUE(open(file));
-    type(u"x"_qs);
-    ASSERT_TRUE(flush());
+    const QString file = changed();
     documenttest::writeFile(file, "two");
     comeBack();
     EXPECT_TRUE(document->IsChangedOnDisk());
 }
 
 TEST_F(FileOfBroughtBack, IsAskedAboutWhenItChangesLater) {
-    const QString file = fileOf("one");
-    ASSERT_TRUE(open(file));
-    type(u"x"_qs);
-    ASSERT_TRUE(flush());
+    const QString file = changed();
     touch(file);
     comeBack();
     documenttest::writeFile(file, "four");
@@ -48,10 +47,7 @@ TEST_F(FileOfBroughtBack, IsAskedAboutWhenItChangesLater) {
 }
 
 TEST_F(FileOfBroughtBack, IsKnownAgainInALaterStart) {
-    const QString file = fileOf("one");
-    ASSERT_TRUE(open(file));
-    type(u"x"_qs);
-    ASSERT_TRUE(flush());
+    const QString file = changed();
     touch(file);
     comeBack();
     type(u"y"_qs);

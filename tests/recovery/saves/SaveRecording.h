@@ -112,13 +112,16 @@ class SaveRecording : public testing::Test {
         EXPECT_EQ(::utimensat(AT_FDCWD, nameOf(path).constData(), times, 0), 0);
     }
 
-    /// A save that ends in the middle as if the process had been killed: nothing of it is removed.
-    void interruptedSave(const QString& path, const QByteArray& newBytes) const {
-        FailingFileSystem calls;
+    static void failAsIfKilled(FailingFileSystem& calls) {
         calls.fail(SystemCall::Write, 1, EIO);
         calls.fail(SystemCall::Truncate, 0, EIO);
         calls.fail(SystemCall::SetTimes, 0, EIO);
         calls.fail(SystemCall::Unlink, 0, EIO);
+    }
+    /// A save that ends in the middle as if the process had been killed: nothing of it is removed.
+    void interruptedSave(const QString& path, const QByteArray& newBytes) const {
+        FailingFileSystem calls;
+        failAsIfKilled(calls);
         SaveRecords records(folder());
         const std::string_view piece(newBytes.constData(), static_cast<std::size_t>(newBytes.size()));
         LeftBehind witness(records);
@@ -126,10 +129,7 @@ class SaveRecording : public testing::Test {
     }
     void interruptedSave(const QString& path, ByteSource& source, UserFileWriter::Tail tail) const {
         FailingFileSystem calls;
-        calls.fail(SystemCall::Write, 1, EIO);
-        calls.fail(SystemCall::Truncate, 0, EIO);
-        calls.fail(SystemCall::SetTimes, 0, EIO);
-        calls.fail(SystemCall::Unlink, 0, EIO);
+        failAsIfKilled(calls);
         SaveRecords records(folder());
         LeftBehind witness(records);
         EXPECT_TRUE(UserFileWriter(calls, &witness).write(path, source, tail).error);

@@ -40,6 +40,13 @@ class TornBlocks : public SaveRecording {
         return contents.next(pieces) ? QByteArray()
                                      : QByteArray(pieces.front().data(), static_cast<qsizetype>(pieces.front().size()));
     }
+    /// Somebody writes these bytes, and the next start leaves them.
+    void expectToStay(const QString& path, const QByteArray& bytes) const {
+        putAWhileLater(path, bytes);
+        EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
+        EXPECT_EQ(bytesOf(path), bytes);
+        removeRecords();
+    }
     void removeRecords() const {
         for (const QString& name : records()) {
             ASSERT_TRUE(QFile::remove(folder() + u'/' + name));
@@ -66,10 +73,7 @@ TEST_F(TornBlocks, ALaterChangeOfANewSmallFileStays) {
         interruptedSave(path, newBytes);
         QByteArray changed = newBytes;
         changed.replace("second", "Second");
-        putAWhileLater(path, changed);
-        EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
-        EXPECT_EQ(bytesOf(path), changed);
-        removeRecords();
+        expectToStay(path, changed);
     }
 }
 
@@ -81,10 +85,7 @@ TEST_F(TornBlocks, ALaterChangeOfAnOldFileThatBeginsAsTheNewOneStays) {
         interruptedSave(path, newBytes);
         QByteArray changed = oldBytes;
         changed.replace("1.2", "1.3");
-        putAWhileLater(path, changed);
-        EXPECT_EQ(recover(), (Summary{0, 0, 1, 0}));
-        EXPECT_EQ(bytesOf(path), changed);
-        removeRecords();
+        expectToStay(path, changed);
     }
 }
 
